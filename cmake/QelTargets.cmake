@@ -1,0 +1,32 @@
+# One line makes a kit, a part of the program or a test program. Every .cpp file of the folder belongs to it.
+
+# qel_library(NAME LINK target...): a static library of the .cpp files in the current folder.
+function(qel_library name)
+    cmake_parse_arguments(ARG "" "" "LINK;LINK_PRIVATE" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
+endfunction()
+
+# qel_test(NAME LINK target... [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the .cpp files in
+# the current folder; every test is run in a process of its own. GUI tests run without a screen.
+function(qel_test name)
+    cmake_parse_arguments(ARG "GUI" "" "LINK;ENVIRONMENT" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    add_executable(${name} ${sources})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK})
+    target_compile_definitions(${name} PRIVATE QEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+    if(ARG_GUI)
+        # The program brings a main() of its own, which sets the toolkit up before the first test.
+        target_link_libraries(${name} PRIVATE GTest::gtest)
+        list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main)
+    endif()
+    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
+    include(GoogleTest)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,13 @@
+#pragma once
+
+/// What the program says of itself: one place for its signature, version and maker.
+
+/// The application's signature: names its settings files, and charts outside the application find and launch it by it.
+inline constexpr const char* signature = "application/x-vnd.kvt-Qel";
+
+/// Stamped into the user's store at exit; a store with another version is asked about at the next start.
+inline constexpr const char* kVersion = "0.3.0";
+
+inline constexpr const char* kMakerName = "The Qel developers";
+inline constexpr const char* kMakerAddress = "qel@example.org";
+inline constexpr const char* kMakerHome = "https://example.org/qel";
