@@ -1,0 +1,80 @@
+#pragma once
+
+#include <memory>
+
+#include "kits/application/Application.h"
+#include "src/app/Uptimes.h"
+
+class Autosave;
+class BMenu;
+class SmartWindow;
+class Sysinfo;
+
+/// The application: owns the sampler and the windows, keeps the table of uptimes, and is what charts, in its window
+/// or in another process, ask for samples.
+///
+/// Everything here runs in the main thread, under the interface lock.
+///
+/// Messages besides the platform's:
+/// - `MSG_SET_DELAY` ("Delay" int64, microseconds) and `MSG_SET_NODES_TO_KEEP` ("NodesToKeep" int16, at least 2):
+///   change the sampler; without their field or with a useless value they are ignored.
+/// - `MSG_LAUNCHED_BY_REPLICANT`, before `ReadyToRun`: the window starts minimised.
+/// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more. The reply's `what` is 0,
+///   without "Messenger" it is 0xffffffff.
+/// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
+class QelApp : public BApplication {
+public:
+    /// How the program runs.
+    enum class Mode {
+        kSession, ///< what was arranged is stored
+        kPicture, ///< for a picture of the window only: nothing is stored
+    };
+
+    /// Makes the executable's folder the working directory.
+    explicit QelApp(Mode mode = Mode::kSession);
+
+    /// Puts the windows' archives into the user's store; does not write that.
+    ~QelApp() override;
+
+    void ReadyToRun() override;
+    void MessageReceived(BMessage* message) override;
+    /// Every ten minutes: saves the uptimes and whatever changed.
+    void Pulse() override;
+    /// Cleans up; never refuses.
+    bool QuitRequested() override;
+
+    /// Ends the sampler, then archives and closes the windows, then removes the temporary files of the about window.
+    void CleanUp();
+
+    /// Brings the table in memory up to date; does nothing while the clock is plainly wrong.
+    void UpdateUptimes();
+    /// Brings the common store up to date too; does nothing while the clock is plainly wrong.
+    void SaveUptimes();
+
+    const UptimeTable& Uptimes() const { return fUptimes; }
+    /// `system_time()` when the application object was made.
+    bigtime_t StartTime() const { return fStartTime; }
+    /// Null before `ReadyToRun` and after `CleanUp`.
+    Sysinfo* Sampler() const { return fSampler.get(); }
+    /// Null while there is none.
+    SmartWindow* Window() const { return fMainWindow; }
+
+    /// Adds what the windows and the sampler would store to a copy of the user's store.
+    void ArchiveInto(BMessage* store) const;
+
+private:
+    void Answer(BMessage* request, bool connect);
+    void WindowClosed(BMessage* message);
+    void OpenMainWindow();
+
+    Mode fMode;
+    SmartWindow* fMainWindow = nullptr;  // clears this itself
+    SmartWindow* fPrefsWindow = nullptr; // clears this itself
+    bigtime_t fStartTime;
+    std::unique_ptr<Sysinfo> fSampler;
+    UptimeTable fUptimes;
+    BMessage fPrefsWindowArchive;
+    BMessage fMainWindowArchive;
+    bool fShowMainWindow = true;
+    std::unique_ptr<Autosave> fAutosave;
+};

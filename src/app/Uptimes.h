@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "kits/support/SupportDefs.h"
+
+class BMessage;
+class Preferences;
+
+/// One boot among the longest.
+struct UptimeEntry {
+    /// The longest time since this boot that was seen, microseconds; 0 in an empty entry.
+    bigtime_t uptime = 0;
+    /// The moment of the boot, microseconds since the epoch, as first recorded; 0 in an empty entry.
+    bigtime_t bootTime = 0;
+};
+
+/// Two moments of boot are the same boot when they agree but for their 16 lowest bits (65.5 milliseconds).
+bool SameBoot(bigtime_t one, bigtime_t other);
+
+/// The ten longest uptimes, best first. A plain value; whoever shares it guards it.
+///
+/// It is stored as it lies in memory: ten records of 16 bytes, uptime before boot time, little-endian.
+class UptimeTable {
+public:
+    static constexpr size_t kPlaces = 10;
+    static constexpr size_t kSize = kPlaces * sizeof(UptimeEntry);
+
+    /// Enters the time since a boot. A boot that is in the table is updated and moves up past every shorter one, but
+    /// stays below an equal one; a new one goes above those of equal uptime, and the tenth falls out.
+    /// @param now       time since the boot, microseconds
+    /// @param bootTime  moment of that boot, microseconds since the epoch
+    void Update(bigtime_t now, bigtime_t bootTime);
+
+    /// @param place  0 to 9, 0 the longest
+    const UptimeEntry& At(size_t place) const { return fEntries[place]; }
+
+    /// The record, `kSize` bytes.
+    const void* Data() const { return fEntries.data(); }
+
+    /// Takes at most `kSize` bytes of a record; what it lacks stays empty. Entries with a negative time are emptied.
+    void SetTo(const void* record, size_t size);
+
+private:
+    std::array<UptimeEntry, kPlaces> fEntries{};
+};
+
+static_assert(sizeof(UptimeEntry) == 16 && sizeof(UptimeTable) == UptimeTable::kSize);
+
+/// What the common store holds besides the table. Missing records count as 0; what no run of the program can have
+/// written is held to what it can have.
+struct UptimeTotals {
+    int32 bootCount = 0;      ///< "BootCount": boots counted
+    bigtime_t sum = 0;        ///< "UptimeSum": of all counted boots up to the last save, microseconds
+    bigtime_t lastBoot = 0;   ///< "USLastBoot": moment of the boot of the last save, microseconds since the epoch
+    bigtime_t lastUptime = 0; ///< "USLastUptime": time since boot at the last save, microseconds
+
+    static UptimeTotals From(const BMessage& store);
+    void StoreIn(Preferences* store) const;
+
+    /// Counts the time since the last save; the first save of a boot counts that boot and all of its uptime. What
+    /// the boot before still had after its last save is lost, ten minutes at most.
+    void Count(bigtime_t now, bigtime_t bootTime);
+};
