@@ -1,0 +1,161 @@
+#pragma once
+
+#include "kits/application/Messenger.h"
+#include "kits/kernel/SystemInfo.h"
+#include "kits/kernel/Types.h"
+#include "kits/support/List.h"
+#include "kits/support/Locker.h"
+#include "src/sampling/SysinfoNode.h"
+
+#include <memory>
+#include <vector>
+
+class BMessage;
+class OwnedPeriodicThread;
+
+/// The sampler: reads the machine at regular intervals on a thread of its own, keeps the last samples with running
+/// sums over them, and tells every registered messenger of each new sample.
+///
+/// The list that it is holds the history, SysinfoNode pointers, newest first; the nodes are its own. While nobody is
+/// registered nothing is read. A round in steady state allocates nothing but its messages: the oldest node becomes
+/// the newest.
+///
+/// A receiver in the same process gets MSG_SYSINFO_SAMPLE with "Sysinfo*", a pointer to this object; one in another
+/// process gets the fields of GhostArchive(). Samples replace each other in a receiver's queue: the newest wins.
+/// When the sampler goes it sends MSG_SERVER_GONE to the remote ones; when the last messenger turns out to be
+/// invalid, MSG_NO_LISTENERS goes to the application.
+///
+/// Threads: all calls may come from any thread and take the lock themselves, except Attach(), Detach() and the base
+/// class's, which want it held. The lock is taken after the interface lock, never before it; the sampler's thread never
+/// takes the interface lock. A chart holds the lock from reading the newest node to its last use (Autolock does).
+///
+/// A ghost is the read-only copy that a receiver in another process builds from a sample message: no thread, no
+/// lock, no messengers, and an empty history; its newest node is a ghost SysinfoNode from the same message.
+class Sysinfo : public BList {
+public:
+    static constexpr bigtime_t kDefaultDelay = 200000;
+
+    /// What may be stored or asked for by message; other values are held to it (see HoldDelay()).
+    static constexpr bigtime_t kMinDelay = 10000;
+    static constexpr bigtime_t kMaxDelay = 5000000;
+    static constexpr int16 kMaxNodesToKeep = 200;
+
+    /// A running sampler. Settings in the user's store ("Sysinfo" of prefs_user) go before the argument.
+    /// @param nodesToKeep  length of the history, at least 1; with 1 no sample is ever sent, for there is
+    ///                     nothing to compare it with
+    explicit Sysinfo(int16 nodesToKeep);
+
+    /// A ghost. The message may be anything; missing, short and long fields and values that no sampler produces are
+    /// treated as SysinfoNode does. Pointers in the message are not looked at. Use it only if InitCheck() is B_OK.
+    explicit Sysinfo(const BMessage* ghostArchive);
+
+    /// Ends the thread, stores the settings in the user's store and tells remote receivers that it is gone.
+    ~Sysinfo();
+
+    Sysinfo(const Sysinfo&) = delete;
+    Sysinfo& operator=(const Sysinfo&) = delete;
+
+    /// B_OK, except for a ghost whose message had no whole "si:Body": B_BAD_VALUE.
+    status_t InitCheck() const { return fInitStatus; }
+    bool IsGhost() const { return fGhost; }
+
+    /// Guards the history and the sums. May be taken more than once by the same thread. A ghost needs no lock:
+    /// Lock() is true and does nothing.
+    bool Lock() const;
+    void Unlock() const;
+
+    /// Holds a sampler's lock for a block. Null is allowed and does nothing.
+    class Autolock {
+    public:
+        explicit Autolock(const Sysinfo* sampler);
+        ~Autolock();
+        Autolock(const Autolock&) = delete;
+        Autolock& operator=(const Autolock&) = delete;
+
+    private:
+        const Sysinfo* fSampler;
+    };
+
+    /// One round: takes a sample if anybody listens and sends it. The thread calls it; a program without a thread's
+    /// rhythm (a test) may call it, too.
+    void Sample();
+
+    /// The newest node of the history, null if it is empty. For use under the lock.
+    SysinfoNode* NewestNode() const { return static_cast<SysinfoNode*>(FirstItem()); }
+
+    /// Puts a node, from now on the sampler's, in front of the history and adds it to the sums.
+    void Attach(SysinfoNode* node);
+    /// Takes a node out of the history and the sums; it is the caller's then. Nothing if it isn't in the history.
+    void Detach(SysinfoNode* node);
+
+    /// Registers a receiver of samples; an equal one is held only once.
+    /// @return B_ERROR if it was added and 0 if it was there already: the wrong way round, and kept, for
+    ///         nobody looks at it
+    status_t AddMessenger(const BMessenger& messenger);
+    /// @return 0, or B_ENTRY_NOT_FOUND if no equal messenger is registered
+    status_t RemoveMessenger(const BMessenger& messenger);
+    int32 CountMessengers() const;
+
+    /// Changes the time between two rounds, in microseconds; takes effect at once. The same value again does
+    /// nothing. No bounds are checked: values from outside go through HoldDelay() first. 0 samples without a pause.
+    void SetSamplingDelay(bigtime_t delay);
+    bigtime_t SamplingDelay() const;
+
+    /// The length of the history from the next round on.
+    void SetNodesToKeep(int16 nodes);
+    int16 NodesToKeep() const;
+
+    /// The nearest value that the program allows for a delay (microseconds) that comes from a message or a file.
+    static bigtime_t HoldDelay(bigtime_t delay);
+    /// The same for a history's length; 1 and more stay possible.
+    static int16 HoldNodesToKeep(int16 nodes);
+
+    /// Adds "Delay" (int64, microseconds) and "NodesToKeep" (int16).
+    status_t SavePrefsTo(BMessage* archive) const;
+    /// Takes both if present, held to the allowed range; a history of 0 or fewer nodes is ignored.
+    void LoadPrefsFrom(const BMessage* archive);
+
+    /// Adds "si:Body" (574 bytes) and "si:TRCPUTD" (8 bytes a processor), and the newest node's fields if there
+    /// is one.
+    void GhostArchive(BMessage* archive) const;
+
+    /// Sums over exactly the nodes of the history, microseconds. For use under the lock.
+    bigtime_t SumElapsed() const { return fSumElapsed; }
+    bigtime_t SumTotalActive() const { return fSumTotalActive; }
+    /// 0 for a processor of which nothing is known.
+    bigtime_t SumActive(int32 processor) const;
+    const CounterDeltas& SumCounters() const { return fSumCounters; }
+    /// Number of processors of which SumActive() is known.
+    int32 CountSumActive() const { return static_cast<int32>(fSumActive.size()); }
+
+    /// The figures read when the sampler was made; its processor count sizes everything that is kept a processor.
+    const system_info& Info() const { return fInfo; }
+
+private:
+    void LaunchThread();
+    void AddToSums(const SysinfoNode& node);
+    void SubtractFromSums(const SysinfoNode& node);
+    SysinfoNode* TakeOldest();
+    void Broadcast();
+
+    bigtime_t fDelay = kDefaultDelay;
+    bigtime_t fSumElapsed = 0;
+    bigtime_t fSumTotalActive = 0;
+    std::vector<bigtime_t> fSumActive;
+    std::vector<BMessenger> fMessengers;
+    mutable BLocker fLock{"Sysinfo BLocker"};
+    /// Deletes itself; given up with Die().
+    OwnedPeriodicThread* fThread = nullptr;
+    CounterDeltas fSumCounters;
+    system_info fInfo;
+    int16 fNodesToKeep;
+    bool fGhost;
+    status_t fInitStatus;
+};
+
+/// What the sampler's thread does: one round.
+void Sampler(Sysinfo* sampler);
+
+/// The sampler of this application; null in a process that has none (the host of the desktop's charts), before the
+/// application is ready and after it has quit. Set by the application on the main thread.
+extern Sysinfo* application_sampler;

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "kits/kernel/SystemInfo.h"
+#include "kits/kernel/Types.h"
+
+#include <vector>
+
+class BMessage;
+
+/// The six counters of which a sample keeps the change, and the sampler the sum of the changes.
+/// All arithmetic on them wraps round in 32 bits, as the counters themselves do.
+struct CounterDeltas {
+    int32 pageFaults = 0;
+    int32 usedPages = 0;
+    int32 usedSems = 0;
+    int32 usedThreads = 0;
+    int32 usedTeams = 0;
+    int32 usedPorts = 0;
+
+    CounterDeltas& operator+=(const CounterDeltas& other);
+    CounterDeltas& operator-=(const CounterDeltas& other);
+    bool operator==(const CounterDeltas& other) const = default;
+};
+
+/// One sample of the machine: the figures read, and by how much they changed since the sample before.
+///
+/// A node of the history belongs to its sampler, which writes it under its lock; read it only under that lock. A
+/// ghost, rebuilt from a message, belongs to who made it.
+class SysinfoNode {
+public:
+    /// A node with everything zero.
+    SysinfoNode();
+
+    /// A ghost: the sample that GhostArchive() of another process wrote. The message may be anything: missing fields
+    /// leave zeros, short ones zeros at their end, long ones are cut. Values that no sampler produces are held to what
+    /// one can produce, so that no share computed from a ghost leaves 0..1. Use it only if InitCheck() is B_OK.
+    explicit SysinfoNode(const BMessage* ghostArchive);
+
+    /// B_OK, except for a ghost whose message had no whole "sn:Body": B_BAD_VALUE, and all figures are zero.
+    status_t InitCheck() const { return fInitStatus; }
+
+    /// Takes a sample: reads the machine now and computes the changes.
+    /// Allocates only at the first call.
+    /// @param previous  the sample before; null for a first one, which has no changes. It may be this node itself:
+    ///                  then all changes are 0.
+    void Update(const SysinfoNode* previous);
+
+    /// Adds the fields "sn:Body" (560 bytes) and "sn:RCPUTD" (8 bytes a processor).
+    void GhostArchive(BMessage* archive) const;
+
+    /// system_time() of the sample, microseconds.
+    bigtime_t Time() const { return fTime; }
+    /// Time since the sample before, microseconds; 0 for a first sample.
+    bigtime_t Elapsed() const { return fElapsed; }
+    /// Sum of ActiveDelta() over all processors, microseconds; at most Elapsed() times their number.
+    bigtime_t TotalActive() const { return fTotalActive; }
+    /// How long a processor was busy since the sample before, microseconds, at most Elapsed().
+    /// 0 for a processor of which nothing is known.
+    bigtime_t ActiveDelta(int32 processor) const;
+    /// Number of processors of which ActiveDelta() is known, at most kits::kMaxProcessors.
+    int32 CountActiveDeltas() const { return static_cast<int32>(fActiveDeltas.size()); }
+    const CounterDeltas& Counters() const { return fCounters; }
+    /// The figures as read. The record has room for the active times of the first eight processors.
+    const system_info& Info() const { return fInfo; }
+
+private:
+    bigtime_t fTime = 0;
+    bigtime_t fElapsed = 0;
+    bigtime_t fTotalActive = 0;
+    std::vector<bigtime_t> fActiveDeltas;
+    CounterDeltas fCounters;
+    system_info fInfo;
+    /// The absolute active times of all processors: the record above has room for eight.
+    std::vector<bigtime_t> fActiveTimes;
+    status_t fInitStatus;
+};

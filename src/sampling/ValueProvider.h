@@ -1,0 +1,89 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+#include <cstddef>
+#include <string>
+
+class BMessage;
+class Sysinfo;
+class SysinfoNode;
+
+/// What a source shows. Processor i (from 0) idle is 2i+1 and its load 2i+2, up to 2049; the rest is below. Any other
+/// number is unassigned: it has no name and its value is 0.
+typedef int32 vptarget_t;
+
+enum : vptarget_t {
+    VP_NONE = 0, ///< no source; marks the group rows of the source list
+    VP_FIRST_CPU_IDLE = 1,
+    VP_FIRST_CPU = 2,
+    VP_LAST_CPU_TARGET = 2049,
+    VP_ALL_CPUS_IDLE = 2050,
+    VP_ALL_CPUS = 2051,
+    VP_FREE_MEMORY = 2052,
+    VP_USED_MEMORY = 2053,
+    VP_AVAILABLE_SEMS = 2055,
+    VP_ALLOCATED_SEMS = 2056,
+    VP_AVAILABLE_TEAMS = 2058,
+    VP_ALLOCATED_TEAMS = 2059,
+    VP_AVAILABLE_THREADS = 2061,
+    VP_ALLOCATED_THREADS = 2062,
+    VP_AVAILABLE_PORTS = 2064,
+    VP_ALLOCATED_PORTS = 2065
+};
+
+/// Flags of a source.
+enum : int32 {
+    VP_AVERAGE = 1,    ///< processors: over the sampler's whole history instead of its newest sample
+    VP_EXP_AVERAGE = 2 ///< smoothed: each new value counts for a sixth
+};
+
+/// One source of a chart: names a quantity of the machine, computes it from a sample, prints it.
+/// A plain value of its chart; not shared between threads.
+class ValueProvider {
+public:
+    /// Room that GetValueString() and PrintMemory() need at most, the terminating zero included.
+    static constexpr size_t kValueStringLength = 64;
+
+    ValueProvider(vptarget_t target, int32 flags);
+
+    /// From "Target" and "Flags" (int32 each); what is missing stays the first processor's load with no flags.
+    explicit ValueProvider(const BMessage* archive);
+
+    /// Adds "Flags", then "Target".
+    /// @return both results, or-ed
+    status_t Archive(BMessage* archive) const;
+
+    vptarget_t Target() const { return fTarget; }
+    int32 Flags() const { return fFlags; }
+
+    /// The source's name for people; empty for an unassigned target.
+    static std::string Name(vptarget_t target, int32 flags);
+
+    /// The quantity as a fraction, at most 1.0; 0 for a processor that this machine lacks.
+    /// A sample with no length or a maximum of 0, which a sampler never sends and a ghost never has, gives what the
+    /// division gives: not a number, or 1.0 for an infinity. Such a value does not enter the smoothing.
+    /// Advances the smoothing: call it exactly once per sample.
+    /// @param sampler  the running sums over the history, in microseconds; not null
+    /// @param sample   the newest sample, not null; the caller holds the sampler's lock
+    double Value(const Sysinfo* sampler, const SysinfoNode* sample);
+
+    /// Writes the caption of the value: memory as PrintMemory() does, counts with their unit, anything else in percent.
+    /// For those in percent it calls Value() and so advances the smoothing.
+    /// @param buffer  with room for kValueStringLength characters
+    void GetValueString(char* buffer, const Sysinfo* sampler, const SysinfoNode* sample);
+
+    /// Writes how much memory that many pages of 4096 bytes are: "nothing", "4.0 kB", "1.5 MB". The decimal point is
+    /// a point in every language.
+    /// @param buffer  with room for kValueStringLength characters
+    static void PrintMemory(char* buffer, int64 pages);
+
+private:
+    double Fraction(const Sysinfo* sampler, const SysinfoNode* sample) const;
+    double Smooth(double value);
+
+    vptarget_t fTarget;
+    int32 fFlags;
+    float fAccumulator = 0;
+    int32 fCount = 0;
+};

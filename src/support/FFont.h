@@ -1,0 +1,82 @@
+#pragma once
+
+#include "kits/interface/Font.h"
+#include "kits/support/Flattenable.h"
+#include "kits/support/SupportDefs.h"
+
+class BMessage;
+
+/// A font that can be stored in a message, with a mask that says which of its properties it carries. Applied to
+/// another font it changes only those.
+///
+/// Flattened it has the type 'FONt' and 152 bytes, numbers big-endian: mask, size, shear, rotation, flags (4 bytes
+/// each, the middle three floats), face (2), spacing (1), encoding (1), family and style (64 each, zero-terminated and
+/// padded). All properties are written whatever the mask says.
+class FFont : public BFont, public BFlattenable {
+public:
+    static constexpr type_code kTypeCode = 'FONt';
+    static constexpr ssize_t kFlattenedSize = 152;
+
+    /// Bits of the mask.
+    enum : uint32 {
+        kFamilyAndStyle = 1,
+        kSize = 2,
+        kShear = 4,
+        kRotation = 8,
+        kSpacing = 16,
+        kEncoding = 32,
+        kFace = 64,
+        kFlags = 128,
+        kAll = 255
+    };
+
+    /// The default font, or a copy of the given one, with all properties in the mask. From an FFont the mask is
+    /// copied, too. A null pointer gives the default font.
+    FFont();
+    FFont(const BFont& font);
+    explicit FFont(const BFont* font);
+    FFont(const FFont& font);
+    explicit FFont(const FFont* font);
+
+    /// From an FFont takes its mask, too; from a plain font the mask becomes kAll.
+    FFont& operator=(const FFont& font);
+    FFont& operator=(const BFont& font);
+
+    uint32 Mask() const { return fMask; }
+    void SetMask(uint32 mask) { fMask = mask; }
+
+    bool IsFixedSize() const override { return true; }
+    type_code TypeCode() const override { return kTypeCode; }
+    ssize_t FlattenedSize() const override { return kFlattenedSize; }
+    bool AllowsTypeCode(type_code code) const override { return code == kTypeCode; }
+
+    /// @return B_OK; B_BAD_VALUE if the buffer has fewer than 152 bytes
+    status_t Flatten(void* buffer, ssize_t size) const override;
+
+    /// Replaces font and mask. The bytes may come from anywhere: a number that no font can have (not a number, a size
+    /// of 0 or of thousands) leaves that property as the default font has it.
+    /// @return B_OK; B_BAD_TYPE for a type other than 'FONt', B_BAD_VALUE for fewer than 152 bytes: nothing changed
+    status_t Unflatten(type_code code, const void* buffer, ssize_t size) override;
+
+    /// Applies the properties in `mask` that this font carries to the target; null does nothing. If those are
+    /// all eight the whole font is assigned. An FFont's mask gains the applied ones.
+    void UpdateTo(BFont* target, uint32 mask) const;
+    void UpdateTo(FFont* target, uint32 mask) const;
+
+    /// Takes the properties in `mask` that the source carries, and adds them to this mask; null does nothing.
+    void UpdateFrom(const FFont* source, uint32 mask);
+
+private:
+    uint32 fMask = kAll;
+};
+
+/// Adds the font as a flattened object, mask included; a plain font's mask is kAll.
+/// @return B_BAD_VALUE if the message or the font is null, else what the message says
+status_t AddMessageFont(BMessage* message, const char* name, const FFont* font);
+status_t AddMessageFont(BMessage* message, const char* name, const BFont* font);
+
+/// Finds a font that AddMessageFont() added. An FFont takes font and mask; of a plain font only the properties in
+/// the stored mask change. Without success nothing changes.
+/// @return B_BAD_VALUE if the message or the font is null, else what the message says
+status_t FindMessageFont(const BMessage* message, const char* name, int32 index, FFont* font);
+status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font);
