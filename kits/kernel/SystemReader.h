@@ -1,0 +1,58 @@
+#pragma once
+
+#include "kits/kernel/SystemInfo.h"
+
+#include <memory>
+
+namespace kits {
+
+/// Reads the figures of a machine, the one that it runs on or a recorded one. `get_system_info` uses one of its
+/// own for the whole process; tests and benchmarks make theirs. Not for two threads at once.
+///
+/// cpu_count     the highest processor online when the reader was made, plus one, at most kMaxProcessors.
+/// active_time   user, nice, system, irq, softirq and steal time of `/proc/stat` in microseconds; the kernel counts in
+///               steps of 10 ms. It never goes back, and never advances by more than the time since the last reading;
+///               what is left over is carried on, up to one second. A processor that goes offline keeps its value and
+///               goes on from there when it is back. One that is first seen later starts at 0 if it is below
+///               `cpu_count`, and is not counted otherwise.
+/// max_pages     MemTotal; used_pages: MemTotal less MemAvailable. In pages of 4096 bytes.
+/// page_faults   pgfault of `/proc/vmstat`, its low 32 bits.
+/// max_teams     the lowest limit that stops the user: kernel.pid_max, pids.max of the control group of this process
+/// and
+///               of those above it, RLIMIT_NPROC (not for root). used_teams: processes, from the link count of `/proc`.
+/// max_threads   the same limits and kernel.threads-max; used_threads: `/proc/loadavg`.
+/// max_sems      SEMMNS, at most 32000; used_sems: System V semaphores.
+/// max_ports     fs.file-max, at most 65536; used_ports: sockets in use.
+///
+/// Maxima are at least 1. A figure that cannot be read (no such file or field, a file cut or full of anything) keeps
+/// its last value, at first 0. A figure too large for its 32 bits is held to the largest number.
+///
+/// Files stay open and are read from their beginning each time. Limits are read at most once a second, and files that
+/// could not be opened are tried again then; what the link count holds besides processes is measured each minute. Both
+/// by the `now` that is passed. A reading allocates nothing.
+class SystemReader {
+public:
+    /// @param root  null, "" or "/": this machine. Else the folder of a recorded one, with `proc/` and `sys/` as
+    ///              files; semaphores then come from `proc/sys/kernel/sem` and `proc/sysvipc/sem`, processes from
+    ///              counting the numbered entries of `proc/`. A file of it that changes has to be written in place.
+    explicit SystemReader(const char* root = nullptr);
+    ~SystemReader();
+    SystemReader(const SystemReader&) = delete;
+    SystemReader& operator=(const SystemReader&) = delete;
+
+    /// The same for the life of the reader.
+    [[nodiscard]] int32 CountProcessors() const;
+
+    /// @param now          the moment of this reading, microseconds; if it lies before the last one no active time
+    ///                     advances
+    /// @param info         filled whole, not null
+    /// @param activeTimes  gets the active times of the first processors; may be null if `capacity` is 0
+    /// @param capacity     number of elements of `activeTimes`
+    void Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity);
+
+private:
+    class Implementation;
+    std::unique_ptr<Implementation> fImplementation;
+};
+
+} // namespace kits

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "kits/kernel/Errors.h"
+#include "kits/kernel/Types.h"
+
+/// Lengths of names, with the byte that ends them.
+
+inline constexpr size_t B_FILE_NAME_LENGTH = 256;
+inline constexpr size_t B_PATH_NAME_LENGTH = 4096;
+inline constexpr size_t B_MIME_TYPE_LENGTH = 240;
