@@ -1,0 +1,66 @@
+#pragma once
+
+#include "kits/interface/InterfaceDefs.h"
+#include "kits/support/Locker.h"
+#include "kits/support/Rect.h"
+
+#include <memory>
+#include <vector>
+
+class BMessage;
+class BView;
+
+/// A picture in memory: one 32-bit word a pixel, alpha<<24 | red<<16 | green<<8 | blue, rows from top to bottom. It
+/// needs no screen and no main thread. What is drawn through its views lands in these words exactly, alpha included; a
+/// line or a filled rectangle is the same on every machine.
+///
+/// Who touches the words or draws through its views holds its lock; where other locks are needed too, this one is taken
+/// last.
+class BBitmap {
+public:
+    /// @param bounds  the pixels, right and bottom included; at most 32767 a side. Fractions are rounded
+    /// @param space   B_RGB32 or B_RGBA32, which store the same words
+    /// @param acceptsViews  whether AddChild may be used
+    /// All words are 0xFFFFFFFF at first.
+    BBitmap(BRect bounds, color_space space, bool acceptsViews = false);
+    ~BBitmap();
+    BBitmap(const BBitmap&) = delete;
+    BBitmap& operator=(const BBitmap&) = delete;
+
+    /// B_OK; B_BAD_VALUE for bounds that are empty, not finite or too large or another colour space: then there are no
+    /// bits.
+    status_t InitCheck() const { return fStatus; }
+    bool IsValid() const { return fStatus == B_OK; }
+
+    BRect Bounds() const { return fBounds; }
+    color_space ColorSpace() const { return fSpace; }
+    /// The first word; null when the bitmap is not valid.
+    void* Bits() const;
+    /// In bytes: of all rows, of one row.
+    int32 BitsLength() const;
+    int32 BytesPerRow() const { return fWidth * 4; }
+
+    /// The view draws into this bitmap from now on and belongs to it. Nothing happens when it takes no views or the
+    /// view is attached elsewhere.
+    void AddChild(BView* view);
+    /// Gives the view back to the caller. False when it is not one of the bitmap's.
+    bool RemoveChild(BView* view);
+    int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
+    BView* ChildAt(int32 index) const;
+
+    /// Recursive. Lock returns false only when a waiting thread is told to die.
+    bool Lock();
+    void Unlock();
+    bool IsLocked() const;
+
+private:
+    BRect fBounds;
+    color_space fSpace;
+    bool fAcceptsViews;
+    status_t fStatus;
+    int32 fWidth = 0;
+    int32 fHeight = 0;
+    std::vector<uint32> fWords;
+    std::vector<std::unique_ptr<BView>> fChildren;
+    mutable BLocker fLock{"BBitmap"};
+};

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "kits/interface/InterfaceDefs.h"
+
+/// Names of a font, NUL-terminated and zero-padded.
+inline constexpr size_t B_FONT_FAMILY_LENGTH = 63;
+inline constexpr size_t B_FONT_STYLE_LENGTH = 63;
+using font_family = char[B_FONT_FAMILY_LENGTH + 1];
+using font_style = char[B_FONT_STYLE_LENGTH + 1];
+
+/// Extents of a font from the base line, in pixels, each at least 0: ascent upwards, descent downwards, and leading,
+/// the extra gap to the next line. Ascent and descent are whole numbers.
+struct font_height {
+    float ascent = 0;
+    float descent = 0;
+    float leading = 0;
+};
+
+/// Which properties of a font BView::SetFont takes over.
+enum : uint32 {
+    B_FONT_FAMILY_AND_STYLE = 0x01,
+    B_FONT_SIZE = 0x02,
+    B_FONT_SHEAR = 0x04,
+    B_FONT_ROTATION = 0x08,
+    B_FONT_SPACING = 0x10,
+    B_FONT_ENCODING = 0x20,
+    B_FONT_FACE = 0x40,
+    B_FONT_FLAGS = 0x80,
+    B_FONT_ALL = 0xFF
+};
+
+enum : uint32 { B_DISABLE_ANTIALIASING = 0x01 }; ///< font flags
+
+enum : uint16 { ///< font faces, bits
+    B_ITALIC_FACE = 0x01,
+    B_UNDERSCORE_FACE = 0x02,
+    B_NEGATIVE_FACE = 0x04,
+    B_OUTLINED_FACE = 0x08,
+    B_STRIKEOUT_FACE = 0x10,
+    B_BOLD_FACE = 0x20,
+    B_REGULAR_FACE = 0x40
+};
+
+enum : uint8 { B_CHAR_SPACING = 0, B_STRING_SPACING = 1, B_BITMAP_SPACING = 2, B_FIXED_SPACING = 3 };
+
+enum : uint8 { B_UNICODE_UTF8 = 0, B_ISO_8859_1 = 1 }; ///< font encodings; text is UTF-8 whatever they say
+
+/// What text looks like: a plain value. Everything it is given it keeps, also a family that this machine lacks: that is
+/// shown in the nearest font there is. Any thread may make, copy and measure fonts.
+class BFont {
+public:
+    /// The user's plain font.
+    BFont();
+    BFont(const BFont&) = default;
+    /// A copy of the font; the plain font when it is null.
+    explicit BFont(const BFont* font);
+    BFont& operator=(const BFont&) = default;
+    virtual ~BFont() = default;
+
+    /// Longer names are cut. A null style keeps the present one.
+    /// @return B_BAD_VALUE for a null family
+    status_t SetFamilyAndStyle(const char* family, const char* style);
+    /// Logical pixels. Values that are not finite are ignored; others are kept as they are and drawn as 1 to 1000.
+    void SetSize(float size);
+    /// Degrees; 90 is upright, less leans right. Not finite: ignored.
+    void SetShear(float shear);
+    /// Degrees, counter-clockwise around the start of the base line. Not finite: ignored.
+    void SetRotation(float rotation);
+    void SetSpacing(uint8 spacing) { fSpacing = spacing; }
+    void SetEncoding(uint8 encoding) { fEncoding = encoding; }
+    void SetFace(uint16 face) { fFace = face; }
+    void SetFlags(uint32 flags) { fFlags = flags; }
+
+    void GetFamilyAndStyle(font_family* family, font_style* style) const;
+    float Size() const { return fSize; }
+    float Shear() const { return fShear; }
+    float Rotation() const { return fRotation; }
+    uint8 Spacing() const { return fSpacing; }
+    uint8 Encoding() const { return fEncoding; }
+    uint16 Face() const { return fFace; }
+    uint32 Flags() const { return fFlags; }
+
+    /// Null is ignored. Without a set-up interface kit all three are derived from the size alone.
+    void GetHeight(font_height* height) const;
+    /// Width in pixels of the text, a whole number; 0 for null.
+    float StringWidth(const char* text) const;
+    /// Of its first bytes, at most `length`.
+    float StringWidth(const char* text, int32 length) const;
+
+    /// Takes the properties that the mask selects from the font.
+    void Apply(const BFont& font, uint32 mask);
+
+    bool operator==(const BFont& other) const;
+
+private:
+    font_family fFamily{};
+    font_style fStyle{};
+    float fSize = 12;
+    float fShear = 90;
+    float fRotation = 0;
+    uint32 fFlags = 0;
+    uint16 fFace = B_REGULAR_FACE;
+    uint8 fSpacing = B_BITMAP_SPACING;
+    uint8 fEncoding = B_UNICODE_UTF8;
+};
+
+/// The user's fonts, read when the interface kit is set up. Never null.
+extern const BFont* be_plain_font;
+extern const BFont* be_bold_font;
+extern const BFont* be_fixed_font;

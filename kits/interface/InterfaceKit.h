@@ -1,0 +1,24 @@
+#pragma once
+
+#include "kits/interface/InterfaceDefs.h"
+
+namespace kits {
+
+/// Sets the interface kit up: looks for a display, makes the toolkit's application object and installs the event loop
+/// that drives both it and all loopers. Before BApplication is made; once in a process, on its main thread, which from
+/// here on holds the interface lock but while it waits in the event loop. The toolkit's own options are taken out of
+/// the arguments.
+///
+/// @param argc, argv  must stay valid for the life of the process
+/// @return B_OK; B_NO_INIT when there is no display to show windows on (the message is in InterfaceError());
+///         B_NOT_ALLOWED when called twice
+status_t InitInterface(int& argc, char** argv);
+
+/// One line that says why InitInterface failed; "" when it did not.
+const char* InterfaceError();
+
+/// Takes down what InitInterface made; for tests and the end of main, after the application object is gone. Windows
+/// that are still open must be gone before.
+void ExitInterface();
+
+} // namespace kits
