@@ -1,0 +1,71 @@
+#pragma once
+
+#include "kits/storage/StorageDefs.h"
+
+class BEntry;
+struct entry_ref;
+
+struct attr_info {
+    type_code type;
+    off_t size; ///< bytes
+};
+
+/// What a name stands for, held open: its lock and its attributes. Keeps to the same file when that is renamed or
+/// removed. Not copied; one thread at a time.
+///
+/// Attributes are named, typed values of at most 64 KiB beside the content of a file. They are kept with the file where
+/// the file system can ("user." extended attributes); elsewhere this process remembers them for as long as it runs and
+/// the file exists, so that what one object writes another one reads on any file system.
+class BNode {
+public:
+    BNode() = default;
+    explicit BNode(const char* path);
+    explicit BNode(const BEntry* entry);
+    explicit BNode(const entry_ref* ref);
+    virtual ~BNode();
+    BNode(const BNode&) = delete;
+    BNode& operator=(const BNode&) = delete;
+
+    /// Opens for reading, following links; never waits, whatever the name stands for.
+    status_t SetTo(const char* path);
+    status_t SetTo(const BEntry* entry);
+    status_t SetTo(const entry_ref* ref);
+    /// Closes, which gives the lock up.
+    virtual void Unset();
+    /// B_NO_INIT for a node that was never set, else the result of the last SetTo.
+    status_t InitCheck() const { return fStatus; }
+
+    /// Takes the lock of the file, which one open node in all processes can hold; never waits. A file system without
+    /// locks grants it.
+    /// @return B_BUSY when it is taken, by another node of this process too
+    status_t Lock();
+    /// @return B_BAD_VALUE when this node does not hold it
+    status_t Unlock();
+
+    /// Bytes of the content.
+    status_t GetSize(off_t* size) const;
+    /// Waits until content and size are on the disk.
+    status_t Sync();
+    /// Whether the two names, this node's and the one asked about, stand for the same file at this moment.
+    bool IsAt(const BEntry* entry) const;
+
+    /// Writes part of an attribute, making or lengthening it as needed; an attribute has the type of its last write.
+    /// @param offset  where in the value; what lies before and is new is zero
+    /// @return bytes written (all of them) or an error
+    ssize_t WriteAttr(const char* name, type_code type, off_t offset, const void* buffer, size_t length);
+    /// @param type  B_MISMATCHED_VALUES when the attribute has another type, unless it is B_ANY_TYPE
+    /// @return bytes read, at most length; 0 behind the end; B_ENTRY_NOT_FOUND when there is no such attribute
+    ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer, size_t length) const;
+    status_t RemoveAttr(const char* name);
+    status_t GetAttrInfo(const char* name, attr_info* info) const;
+
+protected:
+    /// Opens with the modes of StorageDefs.h.
+    status_t OpenPath(const char* path, uint32 openMode);
+    int Descriptor() const { return fDescriptor; }
+
+private:
+    int fDescriptor = -1;
+    bool fLocked = false;
+    status_t fStatus = B_NO_INIT;
+};

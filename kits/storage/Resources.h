@@ -1,0 +1,36 @@
+#pragma once
+
+#include "kits/support/SupportDefs.h"
+
+/// The resources of the executable: named, typed bytes that were linked into it when it was built (CMake's
+/// qel_resources links them). Read by any thread.
+class BResources {
+public:
+    /// @param type  exactly the type that the resource was given
+    /// @param size  when not null, set to the number of bytes
+    /// @return the bytes, valid for as long as the program runs; null when there is no such resource
+    const void* LoadResource(type_code type, const char* name, size_t* size) const;
+    bool HasResource(type_code type, const char* name) const;
+};
+
+namespace kits {
+
+/// One resource. Generated code has one static object for each; a later one of the same type and name is not found.
+class LinkedResource {
+public:
+    LinkedResource(type_code type, const char* name, const void* data, size_t size);
+    LinkedResource(const LinkedResource&) = delete;
+    LinkedResource& operator=(const LinkedResource&) = delete;
+
+private:
+    friend class ::BResources;
+    static const LinkedResource* Find(type_code type, const char* name);
+
+    type_code fType;
+    const char* fName;
+    const void* fData;
+    size_t fSize;
+    const LinkedResource* fNext = nullptr;
+};
+
+} // namespace kits

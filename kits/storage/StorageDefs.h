@@ -1,0 +1,20 @@
+#pragma once
+
+#include "kits/support/SupportDefs.h"
+
+#include <sys/types.h>
+
+/// Open modes of a BFile; one of the first three, with any of the others.
+enum : uint32 {
+    B_READ_ONLY = 0x0000,
+    B_WRITE_ONLY = 0x0001,
+    B_READ_WRITE = 0x0002,
+    B_FAIL_IF_EXISTS = 0x0100, ///< with B_CREATE_FILE: B_FILE_EXISTS when something has the name, a link too
+    B_CREATE_FILE = 0x0200,    ///< makes the file when it is missing, readable by the user alone
+    B_ERASE_FILE = 0x0400,     ///< cuts the file to nothing, after every other check has passed
+    B_OPEN_AT_END = 0x0800,    ///< every write goes to the end of the file
+    /// For fixed names in a folder that everybody writes to: the last part of the path is not followed when it is a
+    /// link, and the file must be a plain one with a single name that belongs to the user (else B_NOT_ALLOWED, and it
+    /// is as it was).
+    B_PRIVATE_FILE = 0x01000000,
+};

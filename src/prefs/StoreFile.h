@@ -1,0 +1,59 @@
+#pragma once
+
+#include "kits/storage/Entry.h"
+
+#include <atomic>
+#include <string>
+
+class BMessage;
+class BNode;
+
+/// Locks a file against other processes: six attempts with pauses of 0.1 seconds.
+/// @return B_OK or the error of the last attempt
+status_t LockWithRetry(BNode* node);
+
+/// The file of a store and its backup: how it is replaced and found again, so that a process killed at any moment, a
+/// full disk, an I/O error and a loss of power leave the old store or the new one, whole.
+///
+/// Replacing:                                              what a start finds that comes after
+///   1. lock the file, check that it still has its name    old
+///   2. rename it to the backup, sync the folder           old: the file is missing, the backup is whole
+///   3. make the file, lock it                             old: the file is empty, the backup is whole
+///   4. write it, sync it, sync the folder                 old or new: the file is broken or whole
+///   5. remove the backup                                  new
+/// A step that fails renames the backup back. The locks of both are held to the end, so another process neither reads a
+/// half written file nor takes the backup of a writer at work for one that was left.
+///
+/// A whole file is used, and a left backup removed once the file is surely on the disk. A missing or broken one is
+/// replaced by a whole backup. What is broken, and what this process could not read, is never removed: it is renamed to
+/// the first free of NAME.kept, NAME.kept-2, ... with a line on stderr. An empty file counts as missing.
+///
+/// The object may be used by several threads; the lock of the file keeps their work apart.
+class StoreFile {
+public:
+    explicit StoreFile(const entry_ref& ref);
+
+    /// @param contents   replaced by what the file holds; unchanged on failure
+    /// @param mayRepair  whether the disk may be changed to put in order what was left behind
+    /// @return B_ENTRY_NOT_FOUND without a file, B_BUSY when it stays locked, else why it can't be read
+    status_t Load(BMessage* contents, bool mayRepair);
+
+    /// @return B_OK when the contents are on the disk
+    status_t Replace(const BMessage& contents);
+
+private:
+    struct OldFile;
+    enum class Attempt { kDone, kAgain };
+
+    Attempt TryLoad(BMessage* contents, bool mayRepair, status_t* status);
+    Attempt TryBackup(BMessage* contents, bool mayRepair, bool mainIsInTheWay, status_t mainStatus, status_t* status);
+    status_t LockOld(OldFile* old);
+    status_t WriteNew(const BMessage& contents);
+    status_t KeepAside(const std::string& name, status_t reason) const;
+    status_t SyncFolder() const;
+
+    entry_ref fRef;
+    entry_ref fBackupRef;
+    /// The file on the disk is one that this process could not read and has not written.
+    std::atomic<bool> fUnread = false;
+};
