@@ -1,0 +1,80 @@
+#pragma once
+
+#include "kits/application/Looper.h"
+#include "kits/application/Roster.h"
+
+#include <memory>
+
+class BResources;
+
+namespace kits {
+class Timer;
+}
+
+/// The application: the looper of the process. One at a time, made on the main thread, which from here on holds the
+/// interface lock but while it waits in the event loop.
+///
+/// Its life: made; Run(), which handles launch messages, then calls ReadyToRun(), then handles messages until Quit();
+/// destroyed, with all loopers that are left. Messages that are posted before Run() wait until ReadyToRun() has
+/// returned.
+class BApplication : public BLooper {
+public:
+    /// @param signature  its MIME type: "application/x-vnd." and a name
+    /// @param error      when not null, gets what InitCheck returns
+    explicit BApplication(const char* signature, status_t* error = nullptr);
+    /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
+    /// loop any more. Loopers that are not on the heap have to go before.
+    ~BApplication() override;
+
+    /// `B_OK`; `B_BAD_VALUE` for a signature that is none, `B_NOT_ALLOWED` if there is an application already.
+    status_t InitCheck() const { return fInitStatus; }
+    const char* Signature() const { return fSignature.c_str(); }
+
+    /// Runs the application on the calling (the main) thread; returns when it has quit. SIGTERM, SIGINT and SIGHUP post
+    /// B_QUIT_REQUESTED to it from now on, also after this returned: then without effect, so that what is written at
+    /// the end is written.
+    /// @return the main thread's id, or `B_NO_INIT`, `B_ALREADY_RUNNING`
+    thread_id Run() override;
+    /// Makes Run() return, when the outermost loop is reached; does not delete the application.
+    void Quit() override;
+    /// Asks every other looper that runs by its QuitRequested(), and quits it; the first that refuses ends this, and
+    /// it is refused.
+    bool QuitRequested() override;
+
+    /// The launch messages have been handled.
+    virtual void ReadyToRun();
+    /// B_ABOUT_REQUESTED has come.
+    virtual void AboutRequested();
+    /// B_ARGV_RECEIVED has come: the arguments of a start, the first being the program.
+    virtual void ArgvReceived(int32 argc, char** argv);
+    /// Called at the pulse rate, see kits::Timer.
+    virtual void Pulse();
+    /// @param rate  microseconds between pulses; 0 or less: none, as at the beginning
+    void SetPulseRate(bigtime_t rate);
+    bigtime_t PulseRate() const;
+
+    void DispatchMessage(BMessage* message, BHandler* handler) override;
+
+    status_t GetAppInfo(app_info* info) const;
+    /// The resources of the executable. Never null.
+    static BResources* AppResources();
+
+    /// For the kits: handed to the application before ReadyToRun(), in the order of the calls. Has no effect after
+    /// that.
+    void AddLaunchMessage(std::unique_ptr<BMessage> message);
+
+private:
+    void HandleLaunchMessages();
+
+    std::string fSignature;
+    status_t fInitStatus;
+    bool fReady = false;
+    bool fQuitting = false;
+    std::vector<std::unique_ptr<BMessage>> fLaunchMessages;
+    std::unique_ptr<kits::Timer> fPulse;
+};
+
+/// The application of this process; null while there is none.
+extern BApplication* be_app;
+/// The same as a messenger: for threads that may outlive the application.
+extern BMessenger be_app_messenger;

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "kits/kernel/Threads.h"
+
+namespace kits {
+
+/// The loop of the main thread: waits for something to do and has it done. There are two forms, PollEventLoop for
+/// programs without a screen and one of the interface kit around its toolkit's loop; which one runs makes no difference
+/// to loopers.
+///
+/// What there is to do (messages, timers, actions for the main thread) is kept in one place for the process. A loop
+/// waits until WakeDescriptor() can be read or Deadline() is reached, whichever comes first, and then calls RunDue().
+/// It does so with the interface lock released for as long as it waits (InterfaceLock::ReleaseAll), and held, as deep
+/// as before, while it runs anything. A loop that is run inside another one does the same, so loopers work on under
+/// menus and alerts; whoever runs one keeps a NestedLoop on the stack.
+class EventLoop {
+public:
+    virtual ~EventLoop() = default;
+
+    /// The loop of this process: a PollEventLoop, unless another was installed.
+    static EventLoop& Current();
+    /// Installs a loop; null puts the PollEventLoop back. Not owned. Main thread, while no loop runs.
+    static void SetCurrent(EventLoop* loop);
+
+    /// Runs the loop until Quit. May be called again from inside. Main thread.
+    virtual void Run() = 0;
+    /// Ends the innermost Run that is under way, after what is being handled now. Main thread.
+    virtual void Quit() = 0;
+
+    /// Readable while there is something to do. One eventfd for the whole life of the process: watch it, never read it
+    /// or close it.
+    static int WakeDescriptor();
+    /// Makes WakeDescriptor() readable. Any thread; safe in signal handlers.
+    static void Wake();
+    /// The moment (of `system_time`) of the next timer; B_INFINITE_TIMEOUT if none runs. Ask again after every RunDue.
+    static bigtime_t Deadline();
+    /// Does what is due: runs timers and actions, and dispatches the messages that wait now, one after the other in the
+    /// order of posting. What comes meanwhile is left for the next call (WakeDescriptor() stays readable then), so that
+    /// input and painting have their turn. Main thread, with the interface lock held.
+    static void RunDue();
+
+    /// To be called for whatever a loop hands to the program: counts it if the interface lock is not held.
+    static void NoteEvent();
+    /// How many events and messages were handled without the lock so far. Has to stay 0.
+    static uint64 CountUnlockedEvents();
+};
+
+} // namespace kits

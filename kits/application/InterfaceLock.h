@@ -1,0 +1,63 @@
+#pragma once
+
+#include "kits/kernel/HeldLock.h"
+#include "kits/kernel/WaitPoint.h"
+
+namespace kits {
+
+/// The one lock over all loopers, windows and views. BLooper::Lock and BView::LockLooper take it; everything that
+/// destroys such an object holds it.
+///
+/// The main thread holds it for as long as it runs code, and gives it up whole while it waits in its event loop: a
+/// loop calls ReleaseAll() when it is about to block and Restore() before it handles anything. So what has the lock
+/// on another thread works on objects that cannot go away or change meanwhile, for as long as it keeps it; keep it
+/// short, the screen stands still meanwhile.
+///
+/// Recursive. Whoever waits gets it in the order of coming, so no thread starves another; a thread that is suspended
+/// while it waits is passed over. Killing a thread that waits for it works, and when a thread ends that holds it, it
+/// is released. Order of locks: interface, sampler, bitmap.
+class InterfaceLock : public HeldLock {
+public:
+    /// The only one there is.
+    static InterfaceLock& Get();
+
+    /// @param timeout  microseconds; 0 or less does not wait
+    /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` with a time-out of 0 or less
+    status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
+    /// Undoes one Lock(). Nothing happens if the calling thread does not hold it.
+    void Unlock();
+    /// Whether the calling thread holds it.
+    bool IsHeld() const { return Depth() > 0; }
+    /// How often the calling thread has it, 0 if it does not.
+    int32 Depth() const;
+    /// The thread that holds it, -1 for none; may be past when it is returned.
+    thread_id Holder() const;
+
+    /// Gives it up whole. @return how often the calling thread had it
+    int32 ReleaseAll();
+    /// Makes the calling thread hold it exactly `depth` times, waiting for it as long as it takes; 0 gives it up.
+    void Restore(int32 depth);
+
+    void ReleaseWhole() noexcept override;
+
+private:
+    InterfaceLock() = default;
+    status_t Acquire(int32 depth, bigtime_t timeout);
+
+    mutable WaitPoint fPoint;
+    thread_id fHolder = -1; ///< guarded by fPoint, as what follows
+    int32 fDepth = 0;
+    uint64 fNextTicket = 0; ///< of who comes next
+    uint64 fHandedTo = 0;   ///< see Acquire
+};
+
+/// Holds the interface lock for a block of code.
+class InterfaceLocker {
+public:
+    InterfaceLocker() { InterfaceLock::Get().Lock(); }
+    ~InterfaceLocker() { InterfaceLock::Get().Unlock(); }
+    InterfaceLocker(const InterfaceLocker&) = delete;
+    InterfaceLocker& operator=(const InterfaceLocker&) = delete;
+};
+
+} // namespace kits

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "kits/application/Handler.h"
+
+#include <memory>
+#include <vector>
+
+/// A handler with a queue of messages for itself and for the handlers that were added to it.
+///
+/// Loopers have no threads. The main thread takes the messages of all of them in the order of posting, one at a time,
+/// also while a nested loop runs. So two loopers never run at once, and what a handler does has to be quick.
+///
+/// Posting may be done from any thread: it never waits and takes no lock that is held for long. At most kQueueCapacity
+/// messages wait for a looper; a further one is refused.
+///
+/// Lock() takes the one interface lock, which all loopers share; the main thread has it whenever it runs code. Whoever
+/// works on a looper, its handlers or its window from another thread locks it first.
+class BLooper : public BHandler {
+public:
+    static constexpr int32 kQueueCapacity = 4096;
+
+    /// @param name  copied; may be null
+    explicit BLooper(const char* name = nullptr);
+    /// Its handlers stay, without a looper. Loopers that have run are ended with Quit(), not deleted.
+    ~BLooper() override;
+
+    /// Begins to handle messages; what was posted before is handled now. Returns at once (but see BApplication).
+    /// @return the main thread's id
+    virtual thread_id Run();
+    /// Ends and deletes the looper: it must have been made with `new`. From now on its tokens are dead for everyone and
+    /// its messages dropped. It is destroyed at once if nothing is in its way; if a message is being dispatched or a
+    /// nested loop runs, when the outermost loop is reached again (menus and alerts are closed for that); and if this
+    /// is another thread than the main one, by the main thread. To be called with the looper locked; do not touch the
+    /// looper afterwards, except to unlock it.
+    virtual void Quit();
+    /// Asked when B_QUIT_REQUESTED comes: true lets the looper quit.
+    virtual bool QuitRequested();
+
+    /// Queues a copy of the message for the looper or for one of its handlers (null: the looper itself).
+    /// @param replyTo  gets the answers; null: nobody
+    /// @return `B_WOULD_BLOCK` if the queue is full, `B_BAD_HANDLER` if the looper is ending, `B_MISMATCHED_VALUES` if
+    ///         the handler is not one of this looper's, `B_BAD_VALUE` for a null message
+    status_t PostMessage(uint32 code, BHandler* handler = nullptr, BHandler* replyTo = nullptr);
+    status_t PostMessage(const BMessage* message, BHandler* handler = nullptr, BHandler* replyTo = nullptr);
+
+    /// Hands a message to a handler of this looper. Handles B_QUIT_REQUESTED to the looper itself by QuitRequested().
+    virtual void DispatchMessage(BMessage* message, BHandler* handler);
+    /// The message that is being dispatched, of the innermost dispatch; null while there is none.
+    BMessage* CurrentMessage() const;
+    /// Takes the current message over, so that it lives on after its dispatch, to be answered later for example.
+    std::unique_ptr<BMessage> DetachCurrentMessage();
+    /// How many messages wait.
+    int32 CountMessages() const;
+
+    /// Adds a handler that belongs to no looper yet (else it stays where it is). Not owned. Looper locked.
+    void AddHandler(BHandler* handler);
+    /// @return false if it is not one of this looper's
+    bool RemoveHandler(BHandler* handler);
+    int32 CountHandlers() const { return static_cast<int32>(fHandlers.size()); }
+    /// By number; 0 is the looper itself. Null beyond the last.
+    BHandler* HandlerAt(int32 index) const;
+
+    /// Takes the interface lock. The looper has to exist when this is called; where it may be gone, use
+    /// BMessenger::LockTarget. True: it still exists and is locked. Every true needs its Unlock().
+    bool Lock() { return LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
+    /// @param timeout  microseconds; 0 or less does not wait
+    /// @return `B_TIMED_OUT`, `B_WOULD_BLOCK`, `B_BAD_HANDLER` if the looper has gone or is ending
+    status_t LockWithTimeout(bigtime_t timeout);
+    void Unlock();
+    /// Whether the calling thread has the lock.
+    bool IsLocked() const;
+    int32 CountLocks() const;
+    thread_id LockingThread() const;
+
+    /// The thread that messages are handled on: the main thread's id.
+    thread_id Thread() const;
+
+    /// For the kits: hands the looper a message that does not come from the queue, as an input event does; the message
+    /// is current meanwhile, and nothing that is destroyed by it goes before this returns. Main thread, lock held.
+    /// @param handler  one of this looper's
+    void DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler);
+
+private:
+    friend class BHandler;
+
+    bool fRunning = false;
+    std::vector<BHandler*> fHandlers;
+    std::vector<std::unique_ptr<BMessage>*> fCurrent; ///< the messages in dispatch, the innermost last
+};

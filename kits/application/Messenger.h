@@ -1,0 +1,75 @@
+#pragma once
+
+#include "kits/application/AppDefs.h"
+#include "kits/application/Token.h"
+#include "kits/kernel/Threads.h"
+
+class BHandler;
+class BLooper;
+class BMessage;
+
+namespace kits {
+struct MessageAccess;
+}
+
+/// The way to a handler from any thread, and from any process it is sent to: names the handler, does not own it and
+/// keeps nothing alive. A plain value. All calls may be made from any thread, but one object is used by one at a time.
+///
+/// Sending within a process never waits, whatever time-out it is given: a full queue is `B_WOULD_BLOCK`.
+class BMessenger {
+public:
+    /// One that leads nowhere.
+    BMessenger() = default;
+    /// To a handler that belongs to a looper, or to a looper itself (by `handler`, or by `looper` with a null handler).
+    /// The handler must not go away during this call.
+    /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` if both are null, `B_BAD_HANDLER` if the handler has no
+    ///                looper, `B_MISMATCHED_VALUES` if it has another than `looper`; with an error it leads nowhere
+    explicit BMessenger(const BHandler* handler, const BLooper* looper = nullptr, status_t* result = nullptr);
+
+    /// Sends a copy of the message and returns.
+    /// @param replyTo  gets the answers; null: nobody
+    /// @param timeout  of no effect
+    /// @return `B_WOULD_BLOCK` if the target's queue is full, `B_BAD_HANDLER` if the target is gone, `B_BAD_VALUE` for
+    ///         a null message
+    status_t SendMessage(uint32 code, BHandler* replyTo = nullptr) const;
+    status_t SendMessage(const BMessage* message, BHandler* replyTo = nullptr,
+                         bigtime_t timeout = B_INFINITE_TIMEOUT) const;
+    status_t SendMessage(const BMessage* message, const BMessenger& replyTo,
+                         bigtime_t timeout = B_INFINITE_TIMEOUT) const;
+
+    /// Sends a copy of the message and waits for the answer; one that is deleted unanswered, with its handler or its
+    /// looper too, is answered with the code `B_NO_REPLY`.
+    ///
+    /// On the main thread this waits in a nested loop that dispatches the messages of all loopers, in the order of
+    /// posting, until the answer is there: so a target in this process answers too. On another thread it is a wait (the
+    /// thread can be killed in it), and the interface lock must not be held (`B_NOT_ALLOWED`): the main thread could
+    /// never answer.
+    /// @param deliveryTimeout  of no effect
+    /// @param replyTimeout     microseconds; 0 or less does not wait
+    /// @return as above; `B_TIMED_OUT` (`B_WOULD_BLOCK` with a time-out of 0 or less) if no answer came in time;
+    ///         `B_CANCELED` if the wait on the main thread was ended by something that must be destroyed. With an error
+    ///         `reply` is as it was.
+    status_t SendMessage(uint32 code, BMessage* reply) const;
+    status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
+                         bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
+
+    /// Whether the target exists at this moment.
+    bool IsValid() const;
+    /// Whether the target is in this process, existing or not.
+    bool IsTargetLocal() const;
+    /// The target and its looper, if it is in this process and exists; else null. Use them with the looper locked only.
+    BHandler* Target(BLooper** looper) const;
+    /// Locks the target's looper. True: the target exists and stays until BLooper::Unlock.
+    bool LockTarget() const { return LockTargetWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
+    /// @return `B_BAD_HANDLER` if it is gone or in another process, `B_TIMED_OUT`, `B_WOULD_BLOCK`
+    status_t LockTargetWithTimeout(bigtime_t timeout) const;
+    /// The target's process; -1 for none.
+    team_id Team() const;
+
+    bool operator==(const BMessenger& other) const = default;
+
+private:
+    friend struct kits::MessageAccess;
+
+    kits::Address fAddress;
+};

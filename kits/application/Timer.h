@@ -1,0 +1,42 @@
+#pragma once
+
+#include "kits/kernel/Threads.h"
+
+#include <functional>
+
+namespace kits {
+
+/// Calls a function on the main thread at a later time, once or again and again, with the interface lock held; in
+/// nested loops too. Times are those of `system_time`.
+///
+/// A repeating timer keeps its beat: the n-th call is due n intervals after the start. Calls that were missed, because
+/// the main thread was held up or the machine slept, are left out, not made up for.
+///
+/// Made, started, stopped and destroyed with the interface lock held. May be stopped, restarted and destroyed in
+/// its own call.
+class Timer {
+public:
+    explicit Timer(std::function<void()> action);
+    ~Timer();
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+
+    /// First call after this many microseconds, then again every so many if it repeats. A running one starts anew.
+    /// @return `B_BAD_VALUE` for an interval of less than 1 microsecond; the timer is then stopped
+    status_t Start(bigtime_t interval, bool repeat = true);
+    void Stop();
+    bool IsRunning() const { return fDue != B_INFINITE_TIMEOUT; }
+    bigtime_t Interval() const { return fInterval; }
+
+private:
+    friend class TimerQueue;
+
+    std::function<void()> fAction;
+    bigtime_t fDue = B_INFINITE_TIMEOUT;
+    bigtime_t fInterval = 0;
+    bool fRepeat = false;
+    uint64 fRound = 0;          ///< the pass over the timers that has called it last
+    bool* fDestroyed = nullptr; ///< set when it is destroyed inside its own call
+};
+
+} // namespace kits

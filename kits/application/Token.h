@@ -1,0 +1,37 @@
+#pragma once
+
+#include "kits/application/AppDefs.h"
+
+#include <functional>
+
+namespace kits {
+
+/// Names a handler, a looper or a thread that waits for an answer, in one process; never used twice. Positive; 0 is
+/// nobody's.
+using token_t = int64;
+
+/// Names a process for the time it lives: never the same for two processes of a boot. 0 is nobody's.
+using team_address = uint64;
+
+/// Where a message can go, in any process of this user and boot. A plain value.
+struct Address {
+    team_address team = 0;
+    token_t token = 0;
+
+    bool IsSet() const { return token > 0; }
+    bool operator==(const Address&) const = default;
+};
+
+/// The address of this process.
+team_address ThisTeam();
+/// The process id in an address.
+team_id TeamIdOf(team_address team);
+
+} // namespace kits
+
+template <> struct std::hash<kits::Address> {
+    std::size_t operator()(const kits::Address& address) const noexcept
+    {
+        return std::hash<kits::team_address>()(address.team) * 31 + std::hash<kits::token_t>()(address.token);
+    }
+};
