@@ -1,0 +1,38 @@
+#pragma once
+
+#include "kits/interface/View.h"
+
+#include <memory>
+#include <string>
+
+namespace kits {
+class Content;
+}
+
+/// A frame around other views, with a label in it if wished. The label is also what assistive technology calls the
+/// group. The box itself shows its view colour; on being attached it takes its parent's unless it was given one.
+class BBox : public BView {
+public:
+    explicit BBox(BRect frame, const char* name = nullptr, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
+                  uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP, border_style border = B_FANCY_BORDER);
+    ~BBox() override;
+
+    void AttachedToWindow() override;
+
+    virtual void SetBorder(border_style border);
+    border_style Border() const { return fBorder; }
+
+    /// Copied; null or empty shows none.
+    virtual void SetLabel(const char* label);
+    const char* Label() const { return fLabel.c_str(); }
+
+private:
+    void WidgetCreated(QWidget* widget) override;
+    void ViewColorChanged() override;
+    void UpdateWidget();
+    void WidgetNeedsUpdate();
+
+    std::unique_ptr<kits::Content> fContent;
+    std::string fLabel;
+    border_style fBorder;
+};

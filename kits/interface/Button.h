@@ -1,0 +1,23 @@
+#pragma once
+
+#include "kits/interface/Control.h"
+
+/// A push button. Its value is always 0; pressing it, by mouse or with the space key, sends its message.
+class BButton : public BControl {
+public:
+    BButton(BRect frame, const char* name, const char* label, BMessage* message,
+            uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
+    ~BButton() override;
+
+    /// The default button of its window is pressed by the Enter key wherever the focus stands, unless the focused
+    /// control uses that key itself. A window has at most one: making another one default ends the former's role.
+    virtual void MakeDefault(bool isDefault);
+    bool IsDefault() const { return fDefault; }
+
+protected:
+    void UpdateWidget() override;
+    QWidget* MakeWidget(QWidget* parent) override;
+
+private:
+    bool fDefault = false;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "kits/interface/Control.h"
+#include "kits/support/Color.h"
+
+/// How the cells of a colour control are laid out: columns times rows.
+enum color_control_layout {
+    B_CELLS_4x64 = 4,
+    B_CELLS_8x32 = 8,
+    B_CELLS_16x16 = 16,
+    B_CELLS_32x8 = 32,
+    B_CELLS_64x4 = 64
+};
+
+/// Picks a colour: three ramps, for red, green and blue, each with its number from 0 to 255 on its right. A ramp shows
+/// what the colour would become along it.
+///
+/// The ramps together are as wide and as high as the cells of the layout: 32 by 8 cells of 8 pixels are 256 by 64. By
+/// mouse: press or drag on a ramp, type a number. By keyboard: arrow keys one step, page keys 16, Home and End, on a
+/// ramp or in a number. Every change by the user sends the message.
+///
+/// The value is the colour packed as red << 24 | green << 16 | blue << 8; alpha is not part of it.
+class BColorControl : public BControl {
+public:
+    /// @param leftTop   where the control lies in its parent; its size is the preferred one
+    /// @param cellSize  pixels, at least 1
+    /// @param buffered  told apart for the program's sake: the toolkit always draws it without flicker
+    BColorControl(BPoint leftTop, color_control_layout layout, float cellSize, const char* name,
+                  BMessage* message = nullptr, bool buffered = false);
+    ~BColorControl() override;
+
+    /// Sets the packed value; the lowest 8 bits are dropped.
+    void SetValue(int32 value) override;
+    void SetValue(rgb_color color);
+    /// The value as a colour, alpha 255.
+    rgb_color ValueAsColor() const;
+
+    virtual void SetCellSize(float size);
+    float CellSize() const { return fCellSize; }
+    virtual void SetLayout(color_control_layout layout);
+    color_control_layout Layout() const { return fLayout; }
+
+    /// The ramps with the numbers beside them.
+    void GetPreferredSize(float* width, float* height) override;
+
+protected:
+    QWidget* MakeWidget(QWidget* parent) override;
+    void UpdateWidget() override;
+
+private:
+    void UserPicked(rgb_color color);
+
+    float fCellSize;
+    color_control_layout fLayout;
+};

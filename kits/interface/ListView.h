@@ -1,0 +1,114 @@
+#pragma once
+
+#include "kits/application/Invoker.h"
+#include "kits/interface/ListItem.h"
+#include "kits/interface/ScrollView.h"
+#include "kits/interface/View.h"
+
+#include <memory>
+#include <vector>
+
+namespace kits {
+class Content;
+class ListModel;
+class ListWidget;
+} // namespace kits
+
+enum list_view_type { B_SINGLE_SELECTION_LIST = 0, B_MULTIPLE_SELECTION_LIST };
+
+/// A column of rows that the user selects, chooses and drags.
+///
+/// By mouse: a press selects, a double click chooses, and pulling a row calls InitiateDrag. By keyboard: the arrow
+/// keys, page keys, Home and End move, typing letters goes to the next row that begins with them, Enter chooses.
+/// Choosing sends the message of the list, a change of the selection by the user the selection message; to copies of
+/// both "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row are added. A list
+/// without a target when it is attached takes its window.
+///
+/// The list owns its items. Rows are numbered from 0; of an outline list, these methods see only the rows that are not
+/// hidden under a collapsed one. Methods may be called from any thread under the looper lock.
+class BListView : public BView, public BInvoker, public kits::ScrollTarget {
+public:
+    BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
+              uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
+              uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
+    ~BListView() override;
+
+    void AttachedToWindow() override;
+
+    /// Adds at the end or before the row at `index`; the list owns the item from here.
+    /// @return false, and the item stays the caller's, for null, an item that is in the list, or a bad index
+    virtual bool AddItem(BListItem* item);
+    virtual bool AddItem(BListItem* item, int32 index);
+    /// Takes a row out; the item is the caller's from here.
+    virtual bool RemoveItem(BListItem* item);
+    virtual BListItem* RemoveItem(int32 index);
+    /// Removes and deletes all items.
+    virtual void MakeEmpty();
+
+    /// Null, or -1, when there is none.
+    BListItem* ItemAt(int32 index) const;
+    int32 IndexOf(const BListItem* item) const;
+    /// The row at a place of the view.
+    int32 IndexOf(BPoint where) const;
+    bool HasItem(const BListItem* item) const { return IndexOf(item) >= 0; }
+    int32 CountItems() const;
+    bool IsEmpty() const { return CountItems() == 0; }
+
+    /// Selects a row, instead of what was selected or (`extend`, multiple selection only) besides it. No message is
+    /// sent; SelectionChanged is called.
+    void Select(int32 index, bool extend = false);
+    void Deselect(int32 index);
+    void DeselectAll();
+    bool IsItemSelected(int32 index) const;
+    /// The index of the selected row number `nth`, counted from 0 from the top; -1 when there is none.
+    int32 CurrentSelection(int32 nth = 0) const;
+    /// Scrolls so that the (first) selected row shows.
+    void ScrollToSelection();
+
+    /// The place of a row in the coordinates of the view: scrolling changes it. An invalid rectangle for a bad index,
+    /// and before the list has been attached.
+    BRect ItemFrame(int32 index) const;
+    /// Shows a row anew after its text or state was changed.
+    void InvalidateItem(int32 index);
+
+    virtual void SetInvocationMessage(BMessage* message) { SetMessage(message); }
+    BMessage* InvocationMessage() const { return Message(); }
+    /// Owned from here; replaces (and deletes) the former; null removes it.
+    virtual void SetSelectionMessage(BMessage* message);
+    BMessage* SelectionMessage() const { return fSelectionMessage.get(); }
+
+    /// Sends `message` or the invocation message, as told above.
+    status_t Invoke(BMessage* message = nullptr) override;
+
+    /// The user selected or deselected; or the program did.
+    virtual void SelectionChanged();
+    /// The user pulls a row: the place to begin a drag (BView::DragMessage).
+    /// @param where        where the row was pressed, in the coordinates of the view
+    /// @param wasSelected  whether the row was selected before that press
+    /// @return true when a drag was begun
+    virtual bool InitiateDrag(BPoint where, int32 index, bool wasSelected);
+
+    list_view_type ListType() const { return fType; }
+
+    void SetScrolling(bool horizontal, bool vertical, border_style border) override;
+
+protected:
+    friend class kits::ListWidget;
+
+    void WidgetCreated(QWidget* widget) override;
+    void ViewColorChanged() override;
+    void UpdateWidget();
+    void WidgetNeedsUpdate();
+
+    std::unique_ptr<kits::ListModel> fModel;
+    std::unique_ptr<kits::Content> fContent;
+
+private:
+    status_t Send(const BMessage* message);
+
+    std::unique_ptr<BMessage> fSelectionMessage;
+    list_view_type fType;
+    border_style fBorder = B_NO_BORDER;
+    bool fHorizontalBar = false;
+    bool fVerticalBar = false;
+};

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/View.h"
+
+#include <memory>
+#include <vector>
+
+class BMessenger;
+
+namespace kits {
+class MenuPart;
+}
+
+/// How the items of a menu stand.
+enum menu_layout { B_ITEMS_IN_ROW = 0, B_ITEMS_IN_COLUMN };
+
+/// A list of items that opens under a menu bar, beside an item, or as a pop-up. The toolkit shows it; a menu higher
+/// than the screen scrolls.
+///
+/// A menu owns its items, and an item its submenu: deleting the outermost menu deletes all. Everything may be changed
+/// at any time, from any thread under the looper lock of the window that it belongs to, also while the menu is open.
+class BMenu : public BView {
+public:
+    explicit BMenu(const char* name, menu_layout layout = B_ITEMS_IN_COLUMN);
+    ~BMenu() override;
+
+    /// Adds at the end or before the item that stands at `index` (0 to CountItems()). The menu owns the item from here.
+    /// @return false, and the item stays the caller's, for null, an item that has a menu already, or a bad index
+    bool AddItem(BMenuItem* item);
+    bool AddItem(BMenuItem* item, int32 index);
+    /// Adds an item of its own that opens `submenu` and is labelled with its name.
+    bool AddItem(BMenu* submenu);
+    bool AddItem(BMenu* submenu, int32 index);
+    bool AddSeparatorItem();
+
+    /// Takes an item out; it is the caller's from here.
+    /// @return false, or null, when it does not stand in this menu
+    bool RemoveItem(BMenuItem* item);
+    BMenuItem* RemoveItem(int32 index);
+    /// Takes the item out that opens `submenu`, and deletes that item, but not the submenu, which is the caller's.
+    bool RemoveItem(BMenu* submenu);
+
+    /// Null, or -1, when there is none.
+    BMenuItem* ItemAt(int32 index) const;
+    BMenu* SubmenuAt(int32 index) const;
+    int32 IndexOf(const BMenuItem* item) const;
+    int32 IndexOf(const BMenu* submenu) const;
+    int32 CountItems() const { return static_cast<int32>(fItems.size()); }
+    /// The first item, submenus included depth first, with this label, or whose message has this code; null when none.
+    BMenuItem* FindItem(const char* label) const;
+    BMenuItem* FindItem(uint32 command) const;
+    /// The first marked item of this menu; null when none is.
+    BMenuItem* FindMarked() const;
+
+    /// Sets the target of every item of this menu; submenus keep theirs.
+    /// @return the first error of BInvoker::SetTarget
+    virtual status_t SetTargetForItems(BHandler* target);
+    virtual status_t SetTargetForItems(BMessenger target);
+
+    virtual void SetEnabled(bool enabled);
+    bool IsEnabled() const;
+
+    /// In radio mode at most one item is marked, and choosing an item marks it.
+    virtual void SetRadioMode(bool on);
+    bool IsRadioMode() const { return fRadioMode; }
+    /// The label of what opens this menu follows the marked item.
+    virtual void SetLabelFromMarked(bool on);
+    bool IsLabelFromMarked() const { return fLabelFromMarked; }
+
+    menu_layout Layout() const { return fLayout; }
+    /// The item that opens this menu, and the menu that it stands in; null for an outermost menu.
+    BMenuItem* Superitem() const { return fSuperitem; }
+    BMenu* Supermenu() const;
+
+protected:
+    /// Called when the label of the marked item should show on what opens this menu.
+    virtual void MarkedLabelChanged(const char* label);
+
+    std::unique_ptr<kits::MenuPart> fPart;
+
+private:
+    friend class BMenuItem;
+    friend class BMenuField;
+    friend class kits::MenuPart;
+    friend class kits::MenuItemPart;
+
+    void NeedsUpdate();
+    void ItemMarked(BMenuItem* item);
+
+    std::vector<std::unique_ptr<BMenuItem>> fItems;
+    BMenuItem* fSuperitem = nullptr;
+    /// The view that shows this menu's button, when a menu field has it.
+    BView* fField = nullptr;
+    menu_layout fLayout;
+    bool fEnabled = true;
+    bool fRadioMode = false;
+    bool fLabelFromMarked = false;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kits/interface/View.h"
+
+#include <memory>
+#include <string>
+
+class BMenu;
+
+namespace kits {
+class Content;
+}
+
+/// A label with a button beside it that opens a menu. With a menu in label-from-marked mode the button shows the label
+/// of the marked item.
+///
+/// Space, Enter and the arrow down key open the menu. The label, and what the button shows, are what assistive
+/// technology speaks. On being attached it takes the view colour of its parent and the height that its font asks for,
+/// and keeps the width of its frame.
+class BMenuField : public BView {
+public:
+    /// @param menu  owned from here, not null
+    BMenuField(BRect frame, const char* name, const char* label, BMenu* menu,
+               uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
+    ~BMenuField() override;
+
+    void AttachedToWindow() override;
+
+    BMenu* Menu() const { return fMenu.get(); }
+
+    virtual void SetLabel(const char* label);
+    const char* Label() const { return fLabel.c_str(); }
+
+    virtual void SetEnabled(bool enabled);
+    bool IsEnabled() const { return fEnabled; }
+
+    /// Where the button begins, in pixels from the left edge; the label has the room before it. Until it is set, the
+    /// label takes what it needs.
+    virtual void SetDivider(float position);
+    float Divider() const;
+
+    void GetPreferredSize(float* width, float* height) override;
+
+private:
+    friend class BMenu;
+
+    void WidgetCreated(QWidget* widget) override;
+    void ViewColorChanged() override;
+    void UpdateWidget();
+    void WidgetNeedsUpdate();
+
+    std::unique_ptr<BMenu> fMenu;
+    std::unique_ptr<kits::Content> fContent;
+    std::string fLabel;
+    float fDivider = -1;
+    bool fEnabled = true;
+};

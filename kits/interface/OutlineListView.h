@@ -1,0 +1,37 @@
+#pragma once
+
+#include "kits/interface/ListView.h"
+
+/// A list whose rows may have rows under them, which the user opens and closes by the mark before the row, by double
+/// click, or with the right and left arrow keys.
+///
+/// Where a row stands is told by its level: the rows under one are those that follow it with a higher level. Numbers
+/// of BListView count only the rows that show, those named "full list" count all.
+class BOutlineListView : public BListView {
+public:
+    BOutlineListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
+                     uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
+                     uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
+    ~BOutlineListView() override;
+
+    /// Adds the item as the first one directly under `superitem`, one level deeper; as the last of all, at level 0,
+    /// when `superitem` is null. The list owns it from here.
+    /// @return false, and the item stays the caller's, when it is null or in the list, or `superitem` is not in the
+    /// list
+    virtual bool AddUnder(BListItem* item, BListItem* superitem);
+
+    BListItem* FullListItemAt(int32 index) const;
+    int32 FullListIndexOf(const BListItem* item) const;
+    int32 FullListCountItems() const;
+
+    /// The row number `index` under `superitem`, or of the outermost level when that is null; null when there is none.
+    /// @param oneLevelOnly  counts only rows directly under it, else all the way down
+    BListItem* ItemUnderAt(BListItem* superitem, bool oneLevelOnly, int32 index) const;
+    int32 CountItemsUnder(BListItem* superitem, bool oneLevelOnly) const;
+    /// The row that `item` stands under; null for the outermost level.
+    BListItem* Superitem(const BListItem* item) const;
+
+    void Expand(BListItem* item);
+    void Collapse(BListItem* item);
+    bool IsExpanded(int32 fullListIndex) const;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "kits/interface/Control.h"
+
+#include <memory>
+#include <string>
+
+/// One line of text that the user edits, with a label on its left.
+///
+/// Every edit by the user sends the modification message if there is one; Enter sends the message. What the program
+/// sets is silent, and setting the text that is there already leaves cursor and selection where they are.
+///
+/// On being attached it takes the height that its font asks for, and keeps the width of its frame.
+class BTextControl : public BControl {
+public:
+    BTextControl(BRect frame, const char* name, const char* label, const char* initialText, BMessage* message,
+                 uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
+    ~BTextControl() override;
+
+    void AttachedToWindow() override;
+
+    /// UTF-8, copied; null is an empty text. Line ends are shown as spaces.
+    virtual void SetText(const char* text);
+    const char* Text() const { return fText.c_str(); }
+
+    /// Owned from here; replaces (and deletes) the former; null removes it.
+    virtual void SetModificationMessage(BMessage* message);
+    BMessage* ModificationMessage() const { return fModification.get(); }
+
+    /// Where the text begins, in pixels from the left edge of the control; the label has the room before it and is
+    /// shortened when it does not fit. Until it is set, the label takes what it needs.
+    virtual void SetDivider(float position);
+    float Divider() const;
+
+    void GetPreferredSize(float* width, float* height) override;
+
+protected:
+    QWidget* MakeWidget(QWidget* parent) override;
+    void UpdateWidget() override;
+
+private:
+    void UserEdited(std::string text);
+
+    std::unique_ptr<BMessage> fModification;
+    std::string fText;
+    float fDivider = -1;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "kits/interface/ScrollView.h"
+#include "kits/interface/View.h"
+
+#include <memory>
+#include <string>
+
+namespace kits {
+class Content;
+}
+
+/// A text of many lines, to read or to edit.
+///
+/// Long lines wrap at the text rectangle. A tab goes to the next multiple of eight digits' width that no line of the
+/// same paragraph group has passed: in lines that follow one another and have tabs, what stands behind the first tab
+/// begins at one place, what stands behind the second at another, and so on. So figures stand in columns in any font.
+///
+/// Setting the text that is there already costs a comparison; another text replaces the lines that differ, without
+/// flicker, and leaves the place that the user scrolled to.
+///
+/// Setters may be called from any thread under the looper lock.
+class BTextView : public BView, public kits::ScrollTarget {
+public:
+    /// @param textRect  where the text lies within the view, in its coordinates; the height plays no part
+    BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags);
+    ~BTextView() override;
+
+    void AttachedToWindow() override;
+
+    /// UTF-8, copied; null is an empty text.
+    virtual void SetText(const char* text);
+    const char* Text() const { return fText.c_str(); }
+    /// In bytes.
+    int32 TextLength() const { return static_cast<int32>(fText.size()); }
+
+    virtual void SetTextRect(BRect rect);
+    BRect TextRect() const { return fTextRect; }
+
+    /// Both are true at first. A text that cannot be selected takes the focus only to be scrolled by keyboard.
+    virtual void MakeEditable(bool editable);
+    bool IsEditable() const { return fEditable; }
+    virtual void MakeSelectable(bool selectable);
+    bool IsSelectable() const { return fSelectable; }
+
+    void SetScrolling(bool horizontal, bool vertical, border_style border) override;
+
+private:
+    void WidgetCreated(QWidget* widget) override;
+    void ViewColorChanged() override;
+    void UpdateWidget();
+    void WidgetNeedsUpdate();
+
+    std::unique_ptr<kits::Content> fContent;
+    std::string fText;
+    BRect fTextRect;
+    border_style fBorder = B_NO_BORDER;
+    bool fHorizontalBar = false;
+    bool fVerticalBar = false;
+    bool fEditable = true;
+    bool fSelectable = true;
+};
