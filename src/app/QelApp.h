@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "kits/application/Application.h"
+#include "kits/application/Message.h"
 #include "src/app/Uptimes.h"
 
 class Autosave;
-class BMenu;
 class SmartWindow;
 class Sysinfo;
 
@@ -59,13 +59,14 @@ public:
     /// Null while there is none.
     SmartWindow* Window() const { return fMainWindow; }
 
-    /// Adds what the windows and the sampler would store to a copy of the user's store.
-    void ArchiveInto(BMessage* store) const;
+    /// Puts what the windows and the sampler would store at the end into the user's store; does not write that.
+    void StoreArrangement();
 
 private:
     void Answer(BMessage* request, bool connect);
     void WindowClosed(BMessage* message);
     void OpenMainWindow();
+    static void Close(SmartWindow* window, BMessage* archive);
 
     Mode fMode;
     SmartWindow* fMainWindow = nullptr;  // clears this itself

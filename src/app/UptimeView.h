@@ -16,6 +16,6 @@ public:
     /// The text is laid out over the whole view.
     void FrameResized(float width, float height) override;
 
-    /// Builds the text and shows it. A text that is the same already is not set again.
+    /// Builds the text and shows it.
     void Refresh();
 };

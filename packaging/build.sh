@@ -1,0 +1,83 @@
+# Sourced by ./run, ./test and .ci/run, which stand in the project's folder: packages and the build.
+
+# What a build needs, the tests of the kits and the program included (one configuration serves both).
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev
+    fonts-dejavu-core)
+
+say() {
+    printf '%s: %s\n' "$(basename "$0")" "$*"
+}
+
+# need PACKAGE...: installs those of the Debian packages that are missing.
+need() {
+    if ! command -v dpkg-query >/dev/null; then
+        say "this is no Debian: taking for granted that these or their like are there: $*"
+        return
+    fi
+    local package missing=()
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return
+    fi
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            say "these packages are missing; install them as root: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq)
+    say "installing ${missing[*]}"
+    # Package lists may be absent or too old for what they name; they are fetched only then.
+    if ! "${apt[@]}" install --no-install-recommends -y "${missing[@]}" >/dev/null 2>&1; then
+        say "fetching the package lists"
+        "${apt[@]}" update
+        "${apt[@]}" install --no-install-recommends -y "${missing[@]}" >/dev/null
+    fi
+}
+
+# build PRESET [TARGET]...: configures when needed and builds; says nothing but warnings and errors when all is built.
+build() {
+    local preset=$1 folder=build
+    shift
+    [ "$preset" = release ] || folder=build-$preset
+    # A folder that was configured from another place (a moved or copied clone) cannot be used again.
+    if [ -f "$folder/CMakeCache.txt" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$folder/CMakeCache.txt"; then
+        say "$folder/ was made for another folder: starting it anew"
+        rm -rf "$folder"
+    fi
+    local log
+    log=$(mktemp)
+    if ! cmake --preset "$preset" >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        return 1
+    fi
+    rm -f "$log"
+    cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet
+}
+
+# start_screen: an X server without a screen, for as long as this shell lives; sets DISPLAY.
+start_screen() {
+    local number
+    number=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+    screen_process=$!
+    trap 'kill "$screen_process" 2>/dev/null || true' EXIT
+    local turns=0
+    until [ -s "$number" ]; do
+        if ! kill -0 "$screen_process" 2>/dev/null || [ $((turns += 1)) -gt 200 ]; then
+            say "Xvfb does not start" >&2
+            rm -f "$number"
+            return 1
+        fi
+        sleep 0.05
+    done
+    DISPLAY=:$(cat "$number")
+    export DISPLAY
+    rm -f "$number"
+}

@@ -1,0 +1,200 @@
+#include "src/app/CommandLine.h"
+
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+constexpr double kLongestWait = 86'400;
+constexpr double kShortestInterval = 0.001;
+constexpr int32 kMostSamples = 1'000'000'000;
+
+template <typename Number> std::optional<Number> ParseNumber(std::string_view text)
+{
+    Number value{};
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+/// Arguments one after the other, with the values of options.
+class Arguments {
+public:
+    Arguments(int count, const char* const* values)
+        : fCount(count)
+        , fValues(values)
+    {
+    }
+
+    bool Next()
+    {
+        if (fIndex + 1 >= fCount) {
+            return false;
+        }
+        fArgument = fValues[++fIndex];
+        fInline.reset();
+        if (size_t equals = fArgument.find('='); fArgument.starts_with("--") && equals != std::string_view::npos) {
+            fInline = fArgument.substr(equals + 1);
+            fArgument = fArgument.substr(0, equals);
+        }
+        return true;
+    }
+
+    std::string_view Option() const { return fArgument; }
+    bool HasInlineValue() const { return fInline.has_value(); }
+
+    std::optional<std::string_view> Value()
+    {
+        if (fInline) {
+            return fInline;
+        }
+        if (fIndex + 1 >= fCount) {
+            return std::nullopt;
+        }
+        return fValues[++fIndex];
+    }
+
+private:
+    int fCount;
+    const char* const* fValues;
+    int fIndex = 0;
+    std::string_view fArgument;
+    std::optional<std::string_view> fInline;
+};
+
+std::string Quoted(std::string_view text)
+{
+    // The error is one line whatever was typed.
+    std::string quoted = "'";
+    for (char c : text) {
+        quoted += static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c;
+    }
+    return quoted + "'";
+}
+
+bigtime_t Microseconds(double seconds)
+{
+    return std::llround(seconds * 1'000'000);
+}
+
+/// What is seen while the arguments are read, beyond what they mean in the end.
+struct Seen {
+    bool help = false, version = false, snapshot = false, read = false;
+    std::string_view snapshotOption, readOption; // options that mean something only with those
+};
+
+/// @return what is wrong with the option's value, or an empty text
+std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
+{
+    const std::string_view option = arguments.Option();
+    bool* const noValue = option == "--help"      ? &seen.help
+                          : option == "--version" ? &seen.version
+                          : option == "--read"    ? &seen.read
+                          : option == "--json"    ? &line.json
+                                                  : nullptr;
+    if (noValue != nullptr) {
+        if (arguments.HasInlineValue()) {
+            return std::string(option) + " takes no value";
+        }
+        *noValue = true;
+        if (option == "--json") {
+            seen.readOption = option;
+        }
+        return {};
+    }
+    if (option != "--snapshot" && option != "--after" && option != "--samples" && option != "--interval") {
+        return (option.starts_with('-') ? "unknown option " : "unexpected argument ") + Quoted(option);
+    }
+
+    const std::optional<std::string_view> value = arguments.Value();
+    if (!value || value->empty()) {
+        return std::string(option) + " needs a value";
+    }
+    if (option == "--snapshot") {
+        seen.snapshot = true;
+        std::error_code error;
+        line.snapshotFile = std::filesystem::absolute(*value, error).string();
+        return error ? "cannot tell the working directory: " + error.message() : std::string();
+    }
+    if (option == "--samples") {
+        seen.readOption = option;
+        const auto number = ParseNumber<int32>(*value);
+        if (!number || *number < 1 || *number > kMostSamples) {
+            return "--samples needs a whole number from 1 to 1000000000, not " + Quoted(*value);
+        }
+        line.samples = *number;
+        return {};
+    }
+    const auto seconds = ParseNumber<double>(*value);
+    if (option == "--after") {
+        seen.snapshotOption = option;
+        if (!seconds || !(*seconds >= 0 && *seconds <= kLongestWait)) {
+            return "--after needs seconds from 0 to 86400, not " + Quoted(*value);
+        }
+        line.snapshotAfter = Microseconds(*seconds);
+        return {};
+    }
+    seen.readOption = option;
+    if (!seconds || !(*seconds >= kShortestInterval && *seconds <= kLongestWait)) {
+        return "--interval needs seconds from 0.001 to 86400, not " + Quoted(*value);
+    }
+    line.interval = Microseconds(*seconds);
+    return {};
+}
+
+} // namespace
+
+CommandLine ParseCommandLine(int argc, const char* const* argv)
+{
+    CommandLine line;
+    Seen seen;
+    Arguments arguments(argc, argv);
+    while (line.error.empty() && arguments.Next()) {
+        line.error = ReadOption(arguments, line, seen);
+    }
+    if (!line.error.empty()) {
+        return line;
+    }
+
+    if (seen.help) {
+        line.action = CommandLine::Action::kHelp;
+    } else if (seen.version) {
+        line.action = CommandLine::Action::kVersion;
+    } else if (seen.snapshot && seen.read) {
+        line.error = "--snapshot and --read exclude each other";
+    } else if (!seen.snapshotOption.empty() && !seen.snapshot) {
+        line.error = std::string(seen.snapshotOption) + " needs --snapshot";
+    } else if (!seen.readOption.empty() && !seen.read) {
+        line.error = std::string(seen.readOption) + " needs --read";
+    } else if (seen.snapshot) {
+        line.action = CommandLine::Action::kSnapshot;
+    } else if (seen.read) {
+        line.action = CommandLine::Action::kRead;
+    }
+    return line;
+}
+
+const char* HelpText()
+{
+    return "Usage: qel [OPTION]...\n"
+           "Shows what this machine is doing, as charts in a window.\n"
+           "\n"
+           "  --snapshot FILE      open the window, save a picture of it, and quit\n"
+           "    --after SECONDS    how long the charts run before that (2)\n"
+           "  --read               print what the charts would show, without a window\n"
+           "    --samples N        how many samples (1)\n"
+           "    --interval SECONDS time between samples (as set in the window, else 0.2)\n"
+           "    --json             one line of JSON a sample, with the averaged sources too\n"
+           "  --help               print this and quit\n"
+           "  --version            print the version and quit\n"
+           "\n"
+           "--snapshot and --read use the settings of the window and change nothing.\n"
+           "Exit status: 0 when all went well, 1 when something failed (no display, a file\n"
+           "that cannot be written), 2 when an option is wrong.\n";
+}

@@ -1,0 +1,144 @@
+#include "src/app/ReadFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+/// Length of the UTF-8 sequence at the start of the text; 0 when there is none.
+size_t SequenceLength(std::string_view text)
+{
+    auto byte = [text](size_t index) { return static_cast<unsigned char>(text[index]); };
+    struct Form {
+        unsigned char first, last; // of the first byte
+        unsigned char low, high;   // of the second: without overlong forms, surrogates and what is beyond Unicode
+        size_t length;
+    };
+    static constexpr Form kForms[] = {
+        {0xc2, 0xdf, 0x80, 0xbf, 2}, {0xe0, 0xe0, 0xa0, 0xbf, 3}, {0xe1, 0xec, 0x80, 0xbf, 3},
+        {0xed, 0xed, 0x80, 0x9f, 3}, {0xee, 0xef, 0x80, 0xbf, 3}, {0xf0, 0xf0, 0x90, 0xbf, 4},
+        {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
+    };
+    if (byte(0) < 0x80) {
+        return 1;
+    }
+    for (const Form& form : kForms) {
+        if (byte(0) < form.first || byte(0) > form.last || text.size() < form.length) {
+            continue;
+        }
+        bool whole = byte(1) >= form.low && byte(1) <= form.high;
+        for (size_t i = 2; i < form.length; ++i) {
+            whole = whole && (byte(i) & 0xc0) == 0x80;
+        }
+        return whole ? form.length : 0;
+    }
+    return 0;
+}
+
+void AddString(std::string& json, std::string_view text)
+{
+    json += '"';
+    while (!text.empty()) {
+        const size_t length = SequenceLength(text);
+        const char c = text[0];
+        if (length == 0) {
+            json += "\xef\xbf\xbd";
+        } else if (c == '"' || c == '\\') {
+            json += '\\';
+            json += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            std::array<char, 8> escape;
+            std::snprintf(escape.data(), escape.size(), "\\u%04x", c);
+            json += escape.data();
+        } else {
+            json += text.substr(0, length);
+        }
+        text.remove_prefix(std::max<size_t>(length, 1));
+    }
+    json += '"';
+}
+
+void AddFraction(std::string& json, double fraction)
+{
+    if (!std::isfinite(fraction)) {
+        json += "null";
+        return;
+    }
+    std::array<char, 32> digits;
+    const auto result =
+        std::to_chars(digits.data(), digits.data() + digits.size(), fraction, std::chars_format::general, 6);
+    json.append(digits.data(), result.ptr);
+}
+
+/// How many columns the text takes on a terminal; names and captions hold no wide characters.
+size_t Columns(std::string_view text)
+{
+    return std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; });
+}
+
+void AddLeft(std::string& row, std::string_view text, size_t width)
+{
+    row += text;
+    row.append(width - std::min(width, Columns(text)), ' ');
+}
+
+void AddRight(std::string& row, std::string_view text, size_t width)
+{
+    row.append(width - std::min(width, Columns(text)), ' ');
+    row += text;
+}
+
+} // namespace
+
+std::string ReadingsAsJson(bigtime_t time, const std::vector<Reading>& readings)
+{
+    std::string json = "{\"time_us\": " + std::to_string(time) + ", \"sources\": [";
+    const char* separator = "";
+    for (const Reading& reading : readings) {
+        json += separator;
+        separator = ", ";
+        json += "{\"target\": " + std::to_string(reading.target) + ", \"flags\": " + std::to_string(reading.flags);
+        json += ", \"name\": ";
+        AddString(json, reading.name);
+        json += ", \"fraction\": ";
+        AddFraction(json, reading.fraction);
+        json += ", \"caption\": ";
+        AddString(json, reading.caption);
+        json += '}';
+    }
+    return json + "]}\n";
+}
+
+std::string ReadingsAsTable(const std::vector<Reading>& readings)
+{
+    constexpr std::string_view kHeadings[] = {"Source", "Share", "Value"};
+    size_t nameWidth = kHeadings[0].size();
+    size_t captionWidth = kHeadings[2].size();
+    for (const Reading& reading : readings) {
+        if (reading.flags == 0) {
+            nameWidth = std::max(nameWidth, Columns(reading.name));
+            captionWidth = std::max(captionWidth, Columns(reading.caption));
+        }
+    }
+
+    std::string table;
+    auto addRow = [&](std::string_view name, std::string_view share, std::string_view caption) {
+        AddLeft(table, name, nameWidth + 2);
+        AddRight(table, share, 8);
+        AddRight(table, caption, captionWidth + 2);
+        table += '\n';
+    };
+    addRow(kHeadings[0], kHeadings[1], kHeadings[2]);
+    for (const Reading& reading : readings) {
+        if (reading.flags == 0) {
+            std::array<char, 32> share;
+            std::snprintf(share.data(), share.size(), "%.1f %%", reading.fraction * 100);
+            addRow(reading.name, share.data(), reading.caption);
+        }
+    }
+    return table;
+}
