@@ -1,0 +1,34 @@
+#pragma once
+
+#include "kits/application/Timer.h"
+#include "src/prefs/StoreWriter.h"
+
+class QelApp;
+
+/// Writes what the user arranged while the program runs, so that little is lost when it is killed: at most five
+/// seconds' worth. It looks every four seconds, and writes, on a thread of its own, only what changed.
+///
+/// What changed is found by comparing archives, which costs some ten microseconds a chart: so nothing that the user
+/// can change can be forgotten here.
+///
+/// Main thread.
+class Autosave {
+public:
+    static constexpr bigtime_t kPeriod = 4'000'000;
+
+    /// @param app  whose windows and sampler are stored; outlives this object
+    explicit Autosave(QelApp& app);
+    /// Waits until all that was handed over is on disk.
+    ~Autosave() = default;
+
+    Autosave(const Autosave&) = delete;
+    Autosave& operator=(const Autosave&) = delete;
+
+    /// Has what changed written, now.
+    void Save();
+
+private:
+    QelApp& fApp;
+    StoreWriter fWriter;
+    kits::Timer fTimer;
+};

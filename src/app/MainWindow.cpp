@@ -1,0 +1,138 @@
+#include "src/app/MainWindow.h"
+
+#include <memory>
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "kits/interface/Menu.h"
+#include "kits/interface/MenuBar.h"
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/TabView.h"
+#include "src/app/UptimeView.h"
+#include "src/chart/ChartTab.h"
+#include "src/chart/ChartViewHolder.h"
+#include "src/support/MessageCodes.h"
+
+namespace {
+
+constexpr float kSmallest = 100;
+constexpr float kLargest = 4000;
+constexpr BRect kDefaultChartFrame(0, 0, 300, 150);
+constexpr BRect kDefaultFrame(0, 0, 300, 200);
+
+/// The rectangle, with its size held to the window's limits; the default where there is none.
+BRect FindFrame(const BMessage& archive, const char* name, BRect whenAbsent)
+{
+    BRect frame;
+    if (archive.FindRect(name, &frame) != B_OK || !frame.IsValid()) {
+        return whenAbsent;
+    }
+    auto held = [](float size) { return size < kSmallest ? kSmallest : size > kLargest ? kLargest : size; };
+    return BRect(0, 0, held(frame.Width()), held(frame.Height()));
+}
+
+std::unique_ptr<BMenuItem> FileItem(const char* label, uint32 what, char shortcut)
+{
+    auto item = std::make_unique<BMenuItem>(label, new BMessage(what), shortcut);
+    item->SetTarget(be_app);
+    return item;
+}
+
+} // namespace
+
+MainWindow::MainWindow(BRect frame, SmartWindow** ownerSlot)
+    : SmartWindow(frame, "Qel", nullptr, ownerSlot, 0)
+{
+    Initialise();
+    AddChartTab(new ChartViewHolder(BRect(0, 0, 100, 100)), kDefaultChartFrame);
+    fTabView->Select(0);
+}
+
+MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
+    : SmartWindow(archive, nullptr, ownerSlot)
+{
+    const BRect frame = FindFrame(*archive, "WindowFrame", kDefaultFrame);
+    ResizeTo(frame.Width(), frame.Height());
+    Initialise();
+    LoadPrefsFrom(archive);
+    int32 selection = 0;
+    if (archive->FindInt32("Selection", &selection) == B_OK && selection >= 0 && selection < fTabView->CountTabs()) {
+        fTabView->Select(selection);
+    }
+}
+
+void MainWindow::Initialise()
+{
+    SetSizeLimits(kSmallest, kLargest, kSmallest, kLargest);
+
+    fMenuBar = new BMenuBar(BRect(0, 0, 32767, 15), "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_ITEMS_IN_ROW, true);
+    auto* menu = new BMenu("File", B_ITEMS_IN_COLUMN);
+    menu->AddItem(FileItem("Preferences", MSG_OPEN_GLOBAL_PREFS, 'P').release());
+    menu->AddSeparatorItem();
+    menu->AddItem(FileItem("About", B_ABOUT_REQUESTED, 'A').release());
+    menu->AddSeparatorItem();
+    menu->AddItem(FileItem("Quit", B_QUIT_REQUESTED, 'Q').release());
+    fMenuBar->AddItem(menu);
+
+    fTabView = new BTabView(BRect(0, 0, 200, 200), "", B_WIDTH_AS_USUAL, B_FOLLOW_ALL_SIDES,
+                            B_WILL_DRAW | B_NAVIGABLE_JUMP | B_NAVIGABLE);
+    Lock();
+    AddChild(fTabView);
+    AddChild(fMenuBar);
+    BRect rest = Bounds();
+    rest.top = fMenuBar->Bounds().bottom + 1;
+    fTabView->MoveTo(rest.LeftTop());
+    fTabView->ResizeTo(rest.Width(), rest.Height());
+
+    auto* uptimes = new UptimeView(rest);
+    fTabView->AddTab(uptimes, nullptr);
+    BRect page = fTabView->Bounds();
+    page.top += fTabView->TabHeight();
+    uptimes->MoveTo(3, 3);
+    uptimes->ResizeTo(page.Width() - 8, page.Height() - 8);
+    Unlock();
+}
+
+void MainWindow::LoadPrefsFrom(BMessage* archive)
+{
+    Lock();
+    BMessage charts;
+    if (archive->FindMessage("ChartViewHolder", &charts) == B_OK) {
+        AddChartTab(new ChartViewHolder(&charts), FindFrame(*archive, "WindowFrameWithCharts", kDefaultChartFrame));
+    } else {
+        AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kDefaultChartFrame);
+    }
+    fTabView->Select(0);
+    Unlock();
+}
+
+void MainWindow::AddChartTab(ChartViewHolder* holder, BRect chartFrame)
+{
+    fChartTab = new ChartTab(this, holder, chartFrame);
+    fTabView->AddTab(holder, fChartTab);
+    holder->Rerender();
+}
+
+status_t MainWindow::Archive(BMessage* into, bool /*deep*/) const
+{
+    if (const status_t status = SmartWindow::Archive(into, false); status != B_OK) {
+        return status;
+    }
+    BMessage charts;
+    fChartTab->View()->Archive(&charts, true);
+    into->AddMessage("ChartViewHolder", &charts);
+    into->AddRect("WindowFrameWithCharts", fChartTab->ChartFrame());
+    into->AddRect("WindowFrame", fChartTab->OtherFrame());
+    into->AddInt32("Selection", fTabView->Selection());
+    return B_OK;
+}
+
+void MainWindow::FrameResized(float width, float height)
+{
+    if (fTabView->TabAt(fTabView->Selection()) == fChartTab) {
+        fChartTab->SetChartFrame(Frame());
+    } else {
+        fChartTab->SetOtherFrame(Frame());
+    }
+    SmartWindow::FrameResized(width, height);
+}

@@ -1,0 +1,80 @@
+#include "src/app/Program.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "kits/interface/InterfaceKit.h"
+#include "src/app/CommandLine.h"
+#include "src/app/QelApp.h"
+#include "src/app/ReadCommand.h"
+#include "src/app/Snapshot.h"
+#include "src/app/Startup.h"
+#include "src/app/Stores.h"
+#include "src/support/Qel.h"
+
+namespace {
+
+int Print(const char* text)
+{
+    return std::fputs(text, stdout) == EOF || std::fflush(stdout) == EOF ? 1 : 0;
+}
+
+int RunSession()
+{
+    auto app = std::make_unique<QelApp>();
+    Stores stores(Stores::Mode::kSession);
+    if (!AskAboutVersion(prefs_user)) {
+        return 0;
+    }
+    LoadDefaults(prefs_user);
+    app->Run();
+    app.reset();
+    stores.Save();
+    return 0;
+}
+
+int RunSnapshot(const CommandLine& line)
+{
+    SnapshotApp app(line.snapshotFile, line.snapshotAfter);
+    Stores stores(Stores::Mode::kReadOnly);
+    LoadDefaults(prefs_user);
+    app.Run();
+    return app.ExitStatus();
+}
+
+int RunWithWindows(char** argv, const CommandLine& line)
+{
+    // The toolkit reads arguments of its own from what it is given; ours are none of them.
+    int argc = 1;
+    if (kits::InitInterface(argc, argv) != B_OK) {
+        std::fprintf(stderr, "qel: %s\n", kits::InterfaceError());
+        return 1;
+    }
+    const int status = line.action == CommandLine::Action::kSnapshot ? RunSnapshot(line) : RunSession();
+    kits::ExitInterface();
+    return status;
+}
+
+} // namespace
+
+int RunProgram(int argc, char** argv)
+{
+    const CommandLine line = ParseCommandLine(argc, argv);
+    if (!line.error.empty()) {
+        std::fprintf(stderr, "qel: %s (see --help)\n", line.error.c_str());
+        return 2;
+    }
+    switch (line.action) {
+    case CommandLine::Action::kHelp:
+        return Print(HelpText());
+    case CommandLine::Action::kVersion:
+        return Print(("qel " + std::string(kVersion) + "\n").c_str());
+    case CommandLine::Action::kRead:
+        return RunReadCommand(line);
+    case CommandLine::Action::kSnapshot:
+    case CommandLine::Action::kOpenWindow:
+        break;
+    }
+    return RunWithWindows(argv, line);
+}

@@ -1,0 +1,225 @@
+#include "src/app/QelApp.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/application/Roster.h"
+#include "kits/kernel/Clock.h"
+#include "kits/support/TypeConstants.h"
+#include "src/app/Autosave.h"
+#include "src/app/MainWindow.h"
+#include "src/prefs/Preferences.h"
+#include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
+
+namespace {
+
+constexpr bigtime_t kPulse = 600'000'000;
+constexpr int16 kHistory = 10;
+constexpr BRect kFirstFrame(50, 50, 400, 200);
+
+void EnterFolderOfExecutable()
+{
+    app_info info;
+    if (be_app->GetAppInfo(&info) == B_OK) {
+        std::error_code error;
+        std::filesystem::current_path(info.ref.directory, error);
+    }
+}
+
+} // namespace
+
+QelApp::QelApp(Mode mode)
+    : BApplication(signature)
+    , fMode(mode)
+    , fStartTime(system_time())
+{
+    SetPulseRate(kPulse);
+    EnterFolderOfExecutable();
+}
+
+QelApp::~QelApp()
+{
+    if (prefs_user == nullptr) {
+        return;
+    }
+    if (!fPrefsWindowArchive.IsEmpty()) {
+        prefs_user->SetMessage("GlobalPrefsWindow", &fPrefsWindowArchive);
+    }
+    if (!fMainWindowArchive.IsEmpty()) {
+        prefs_user->SetMessage("MainWindow", &fMainWindowArchive);
+    }
+}
+
+void QelApp::ReadyToRun()
+{
+    fSampler = std::make_unique<Sysinfo>(kHistory);
+    application_sampler = fSampler.get();
+
+    const void* table = nullptr;
+    ssize_t size = 0;
+    if (prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK) {
+        fUptimes.SetTo(table, static_cast<size_t>(size));
+    }
+
+    OpenMainWindow();
+    bool open = false;
+    if (fShowMainWindow && prefs_user->FindBool("CWOpen", 0, &open) == B_OK && open) {
+        PostMessage(MSG_CW_OPEN);
+    }
+    SaveUptimes();
+    if (fMode == Mode::kSession) {
+        fAutosave = std::make_unique<Autosave>(*this);
+    }
+}
+
+void QelApp::OpenMainWindow()
+{
+    if (prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK) {
+        fMainWindow = new MainWindow(&fMainWindowArchive, &fMainWindow);
+    } else {
+        fMainWindow = new MainWindow(kFirstFrame, &fMainWindow);
+    }
+    fMainWindow->Minimize(!fShowMainWindow);
+    fMainWindow->Show();
+}
+
+void QelApp::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_SET_DELAY: {
+        int64 delay = 0;
+        if (fSampler && message->FindInt64("Delay", &delay) == B_OK) {
+            fSampler->SetSamplingDelay(Sysinfo::HoldDelay(delay));
+        }
+        break;
+    }
+    case MSG_SET_NODES_TO_KEEP: {
+        int16 nodes = 0;
+        if (fSampler && message->FindInt16("NodesToKeep", 0, &nodes) == B_OK && nodes >= 2) {
+            fSampler->SetNodesToKeep(Sysinfo::HoldNodesToKeep(nodes));
+        }
+        break;
+    }
+    case MSG_LAUNCHED_BY_REPLICANT:
+        fShowMainWindow = false;
+        break;
+    case MSG_CONNECT:
+        Answer(message, true);
+        break;
+    case MSG_DISCONNECT:
+        Answer(message, false);
+        break;
+    case MSG_WINDOW_CLOSED:
+        WindowClosed(message);
+        break;
+    default:
+        BApplication::MessageReceived(message);
+        break;
+    }
+}
+
+void QelApp::Answer(BMessage* request, bool connect)
+{
+    BMessage reply(uint32{0});
+    BMessenger messenger;
+    if (request->FindMessenger("Messenger", &messenger) != B_OK) {
+        reply.what = 0xffffffff;
+    } else if (fSampler && connect) {
+        fSampler->AddMessenger(messenger);
+    } else if (fSampler) {
+        fSampler->RemoveMessenger(messenger);
+    }
+    request->SendReply(&reply, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
+}
+
+void QelApp::WindowClosed(BMessage* message)
+{
+    void* container = nullptr;
+    message->FindPointer("Container", &container);
+    if (container == &fMainWindow) {
+        message->FindMessage("Archive", &fMainWindowArchive);
+        PostMessage(B_QUIT_REQUESTED);
+    } else if (container == &fPrefsWindow) {
+        message->FindMessage("Archive", &fPrefsWindowArchive);
+    }
+}
+
+void QelApp::Pulse()
+{
+    SaveUptimes();
+    if (fAutosave) {
+        fAutosave->Save();
+    }
+}
+
+bool QelApp::QuitRequested()
+{
+    CleanUp();
+    return true;
+}
+
+void QelApp::CleanUp()
+{
+    fAutosave.reset();
+    application_sampler = nullptr;
+    fSampler.reset();
+    Close(fPrefsWindow, &fPrefsWindowArchive);
+    Close(fMainWindow, &fMainWindowArchive);
+}
+
+void QelApp::Close(SmartWindow* window, BMessage* archive)
+{
+    if (window != nullptr && window->Lock()) {
+        archive->MakeEmpty();
+        window->Archive(archive, false);
+        window->Quit();
+    }
+}
+
+void QelApp::StoreArrangement()
+{
+    auto store = [](const char* name, const SmartWindow* window, BMessage& archive) {
+        if (window != nullptr) {
+            archive.MakeEmpty();
+            window->Archive(&archive, false);
+        }
+        if (!archive.IsEmpty()) {
+            prefs_user->SetMessage(name, &archive);
+        }
+    };
+    store("MainWindow", fMainWindow, fMainWindowArchive);
+    store("GlobalPrefsWindow", fPrefsWindow, fPrefsWindowArchive);
+    if (fSampler) {
+        BMessage settings;
+        fSampler->SavePrefsTo(&settings);
+        prefs_user->SetMessage("Sysinfo", &settings);
+    }
+    // What is stored now is of this version, whatever it was loaded from.
+    prefs_user->SetString("Version", kVersion);
+}
+
+void QelApp::UpdateUptimes()
+{
+    if (kits::ClockIsPlausible()) {
+        const bigtime_t now = system_time();
+        fUptimes.Update(now, real_time_clock_usecs() - now);
+    }
+}
+
+void QelApp::SaveUptimes()
+{
+    if (!kits::ClockIsPlausible()) {
+        return;
+    }
+    UpdateUptimes();
+    prefs_common->SetData("Uptimes", B_RAW_TYPE, fUptimes.Data(), UptimeTable::kSize);
+    const bigtime_t now = system_time();
+    UptimeTotals totals = UptimeTotals::From(*prefs_common);
+    totals.Count(now, real_time_clock_usecs() - now);
+    totals.StoreIn(prefs_common);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "kits/application/Timer.h"
+#include "src/app/QelApp.h"
+
+/// The application of `--snapshot`: opens the window as ever, lets the charts run for a while, saves a picture of the
+/// window and quits. Nothing else is written.
+class SnapshotApp : public QelApp {
+public:
+    /// @param file   where the picture goes; its suffix says in which format, PNG without one
+    /// @param after  how long the charts run, microseconds
+    SnapshotApp(std::string file, bigtime_t after);
+
+    void ReadyToRun() override;
+
+    /// 0 when the picture was saved.
+    int ExitStatus() const { return fExitStatus; }
+
+private:
+    void Save();
+
+    std::string fFile;
+    bigtime_t fAfter;
+    kits::Timer fTimer;
+    int fExitStatus = 1;
+};

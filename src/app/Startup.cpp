@@ -1,0 +1,69 @@
+#include "src/app/Startup.h"
+
+#include <cstring>
+
+#include "kits/application/Application.h"
+#include "kits/interface/Alert.h"
+#include "kits/kernel/SystemInfo.h"
+#include "kits/storage/File.h"
+#include "kits/storage/Resources.h"
+#include "kits/support/TypeConstants.h"
+#include "src/app/Defaults.h"
+#include "src/prefs/Preferences.h"
+#include "src/support/Qel.h"
+
+namespace {
+
+constexpr const char* kQuestion =
+    "Qel:\n\nThe version of the saved preferences is older then the executable ! You may try to load it or use the "
+    "defaults (but then the old settings will be overwritten at exit !)\n(Loading the old prefs should not cause any "
+    "harm, but if you get empty charts or similar I recommend loading the defaults !)\nFOR VERSION 0.3.0: Use the "
+    "defaults, the prefs format changed !!! Or read the readme for info on how to migrate your settings...";
+
+} // namespace
+
+bool IsOfAnotherVersion(const Preferences& store)
+{
+    const char* version = nullptr;
+    return store.FindString("Version", &version) == B_OK && std::strcmp(version, kVersion) != 0;
+}
+
+bool AskAboutVersion(Preferences* store)
+{
+    if (!IsOfAnotherVersion(*store)) {
+        return true;
+    }
+    // The alert deletes itself.
+    auto* alert = new BAlert("Qel", kQuestion, "Quit", "Use defaults", "Load", B_WIDTH_FROM_LABEL, B_OFFSET_SPACING,
+                             B_STOP_ALERT);
+    switch (alert->Go()) {
+    case 1:
+        store->MakeEmpty();
+        return true;
+    case 2:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void LoadDefaults(Preferences* store)
+{
+    if (store->CountNames(B_ANY_TYPE) != 0) {
+        return;
+    }
+    size_t size = 0;
+    const void* resource = BApplication::AppResources()->LoadResource(B_ANY_TYPE, "Defaults", &size);
+    if (resource != nullptr) {
+        store->Unflatten(static_cast<const char*>(resource), static_cast<ssize_t>(size));
+        system_info info;
+        if (get_system_info(&info) == B_OK) {
+            AdaptDefaultsToMachine(store, info.cpu_count);
+        }
+        return;
+    }
+    BFile file("defaults", B_READ_ONLY);
+    if (file.InitCheck() == B_OK) {
+        store->LoadFrom(&file);
+    }
+}

@@ -1,0 +1,6 @@
+#include "src/app/Program.h"
+
+int main(int argc, char** argv)
+{
+    return RunProgram(argc, argv);
+}
