@@ -143,13 +143,6 @@ public:
     void ConvertToScreen(BPoint* point) const;
     void ConvertFromScreen(BPoint* point) const;
 
-    // The lock of the window's looper. From a thread without the view's looper locked this is how the view is reached;
-    // false when it is in no window.
-
-    bool LockLooper();
-    status_t LockLooperWithTimeout(bigtime_t timeout);
-    void UnlockLooper();
-
     // Drawing state.
 
     virtual void SetViewColor(rgb_color color);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/application/MainThread.h"
 #include "kits/interface/View.h"
 #include "kits/interface/Window.h"
 
@@ -44,8 +45,6 @@ void FillView(BView* view, QWidget* child);
 /// Runs the function in the main thread with the interface lock held: at once when called there, else in a coming turn
 /// of the event loop, and not at all when the view is gone by then.
 void RunOnMain(BView* view, std::function<void()> function);
-void RunOnMain(std::function<void()> function);
-bool IsMainThread();
 
 /// Qt's numbers in the platform's coordinates and back: a rectangle of width 100 is 101 pixels wide.
 QRect ToQRect(const BRect& rect);
@@ -56,7 +55,8 @@ BPoint FromQPoint(const QPoint& point);
 /// view's coordinates and with the kit's click count.
 void DeliverMouse(BView* view, const QMouseEvent& event);
 
-/// Sets the button that Return presses in its window; null for none.
-void SetDefaultButton(BWindow* window, BView* button);
+/// Sets the button that Return presses in its window, where nothing else takes that key; null for none. The function
+/// does what a click on it does.
+void SetDefaultButton(BWindow* window, BView* button, std::function<void()> press);
 
 } // namespace kits
