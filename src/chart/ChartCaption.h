@@ -9,16 +9,19 @@
 /// What a caption's antialiasing goes towards.
 enum : int16 { kAATargetChart = 1, kAATargetBackground = 2, kAATargetAverage = 3 };
 
+/// Where a caption is before it was drawn.
+inline constexpr BRect kNothingDrawn{1, 1, 0, 0};
+
 /// How one caption of a chart looks and where it is: the value and the title have one each. The text itself is the
 /// chart's. A plain value, not shared between threads.
 struct ChartCaption {
     FFont font;
-    font_height height{};    ///< of the font, kept current by who sets it
-    BPoint where;            ///< the origin of the base line, in the chart's coordinates
-    BRect drawn{1, 1, 0, 0}; ///< the text as last drawn; invalid: nothing was drawn
-    rgb_color color{};       ///< of the text
-    rgb_color aaColor{};     ///< what the text's edges fade to, computed from the rest
-    float aaValue = 0.25f;   ///< 0.0 to 1.0
+    font_height height{};        ///< of the font, kept current by who sets it
+    BPoint where;                ///< the origin of the base line, in the chart's coordinates
+    BRect drawn = kNothingDrawn; ///< the text as last drawn; invalid: nothing was drawn
+    rgb_color color{};           ///< of the text
+    rgb_color aaColor{};         ///< what the text's edges fade to, computed from the rest
+    float aaValue = 0.25f;       ///< 0.0 to 1.0
     int16 aaTarget = kAATargetAverage;
     bool shown = true;
 };
@@ -33,8 +36,8 @@ rgb_color FadeColor(rgb_color text, rgb_color partner, float value);
 /// The colour halfway between two, rounded down per channel.
 rgb_color AverageColor(rgb_color one, rgb_color other);
 
-/// Holds a caption inside its view, one pixel off the edges; the right and the lower edge yield to the left and the
-/// upper one only when the point lies beyond those already.
+/// Holds a caption inside its view, one pixel off the edges. A text that is wider or higher than the view sticks out at
+/// the left or at the top, or at the other side when it stuck out there before.
 /// @param where      the origin of the base line; changed
 /// @param textWidth  of the text, in pixels
 BPoint ModerateStringCoord(BPoint where, BRect bounds, float textWidth, const font_height& height);

@@ -54,7 +54,7 @@ public:
     /// A chart with all defaults, 101 x 31 pixels. It has no sources yet.
     ChartView();
 
-    /// A chart from what Archive() or SavePrefsTo() wrote. @p archive stays the caller's; null is an empty one.
+    /// A chart from what Archive() or SavePrefsTo() wrote. @p archive stays the caller's.
     explicit ChartView(BMessage* archive);
 
     /// Closes its preferences window and disconnects.
@@ -102,6 +102,7 @@ public:
     bool ShowsValue() const { return fValueCaption.shown; }
     void SetShowValue(bool on);
     const FFont& ValueFont() const { return fValueCaption.font; }
+    /// Null, and sizes that no caption can have (ChartRanges.h), are ignored.
     void SetValueFont(const FFont* font);
     const FFont& TitleFont() const { return fTitleCaption.font; }
     void SetTitleFont(const FFont* font);
@@ -195,7 +196,7 @@ public:
     ChartViewHolder* Owner() const { return fOwner; }
 
     /// The picture so far, null in gauge mode; stays the chart's. Read it under its lock.
-    const BBitmap* Picture() const { return fBitmap.get(); }
+    BBitmap* Picture() const { return fBitmap.get(); }
 
     void AllAttached() override;
     void Draw(BRect update) override;
@@ -209,36 +210,41 @@ private:
     void DropPicture();
     BRect ChartRect() const { return ::ChartRect(Bounds(), fShowBorder); }
 
+    void DrawStep(size_t source, BPoint base, BPoint top, bool onScreen);
+    void WrapPicture(const WrapStep& step);
+    bool TakeValueText(Sysinfo* sampler, SysinfoNode* newest);
+
     void Redraw();
+    void RedrawAll();
+    void RestoreUnder(BRect area);
     void DrawGauge(BRect update);
     void DrawBorder();
-    void DrawValue(bool restore);
-    void DrawTitle(bool restore);
-    void DrawCaption(ChartCaption& caption, const char* text, bool restore);
-    void RestoreUnder(BRect area);
-    void DrawLine(BPoint from, BPoint to, bool onScreen);
-    bool TakeValueText(Sysinfo* sampler, SysinfoNode* newest);
-    float WrapPicture(const WrapStep& step);
+    void DrawValue(bool restore) { DrawCaption(fValueCaption, restore); }
+    void DrawTitle(bool restore) { DrawCaption(fTitleCaption, restore); }
 
-    void ReplaceInPicture(rgb_color from, rgb_color to);
+    const char* TextOf(const ChartCaption& caption) const;
+    void DrawCaption(ChartCaption& caption, bool restore);
+    void ShowCaption(ChartCaption& caption, bool on);
+    void SetCaptionColor(ChartCaption& caption, rgb_color color);
+    void SetCaptionAATarget(ChartCaption& caption, int16 target);
+    void SetCaptionAAValue(ChartCaption& caption, float value);
+    void SetCaptionFont(ChartCaption& caption, const FFont* font);
+    void ModerateCaption(ChartCaption& caption);
+
+    void ReplaceInPicture(uint32 from, uint32 to);
     void MySetLowColor(rgb_color color);
     void UpdateAAColors();
     void UpdateDragger();
-    void ShowCaption(ChartCaption& caption, const char* text, bool on);
-    void SetCaptionColor(ChartCaption& caption, const char* text, rgb_color color);
-    void SetCaptionFont(ChartCaption& caption, const char* text, const FFont& font);
-    void SetCaptionAA(ChartCaption& caption, const char* text, float value);
-    void ModerateCaption(ChartCaption& caption, const char* text);
 
     void LoadCaptionsFrom(const BMessage& from);
     void LoadSourcesFrom(const BMessage& from);
     void LoadColorsFrom(const BMessage& from);
-    void TakeSample(BMessage* message);
+    void TakeSample(const BMessage& message);
 
     ChartCaption fValueCaption;
     ChartCaption fTitleCaption;
     std::string fTitle;
-    char fValueText[64] = "";
+    char fValueText[ValueProvider::kValueStringLength] = "";
     std::vector<std::unique_ptr<ValueProvider>> fProviders;
     std::unique_ptr<ValueProvider> fValueVP;
 

@@ -63,7 +63,7 @@ public:
 
 private:
     void Initialise();
-    void Relay(BMessage* message);
+    void Relay(const BMessage& message);
 
     std::unique_ptr<BPopUpMenu> fMenu;
     BMenuItem* fAddItem = nullptr;   // fMenu's

@@ -1,0 +1,120 @@
+#include "src/chart/ChartLocks.h"
+#include "src/chart/ChartView.h"
+
+// What a chart puts on the screen, but for the samples themselves (ChartViewRefresh.cpp).
+
+void ChartView::Redraw()
+{
+    LooperLock lock(this);
+    if (lock)
+        Draw(Bounds());
+}
+
+void ChartView::Draw(BRect update)
+{
+    LooperLock lock(this);
+    if (!lock)
+        return;
+    update = update & Bounds();
+    if (!update.IsValid())
+        return;
+    SetDrawingMode(B_OP_COPY);
+    RestoreUnder(update);
+    if (fValueCaption.shown && fValueCaption.drawn.Intersects(update)) {
+        fValueCaption.drawn = kNothingDrawn;
+        DrawValue(false);
+    }
+    if (fTitleCaption.shown && fTitleCaption.drawn.Intersects(update)) {
+        fTitleCaption.drawn = kNothingDrawn;
+        DrawTitle(false);
+    }
+    if (fShowBorder)
+        DrawBorder();
+}
+
+// The chart or gauge itself, without captions and border.
+void ChartView::RestoreUnder(BRect area)
+{
+    if (fMode == kGaugeMode) {
+        DrawGauge(area);
+        return;
+    }
+    PictureLock lock(fBitmap.get());
+    if (lock)
+        DrawBitmap(fBitmap.get(), area, area);
+}
+
+void ChartView::DrawGauge(BRect update)
+{
+    SetDrawingMode(B_OP_COPY);
+    SetLowColor(fLowColor);
+    const int32 count = CountValueProviders();
+    if (count == 0) {
+        FillRect(update, B_SOLID_LOW);
+        return;
+    }
+    const BRect area = ChartRect();
+    BRect segment;
+    for (int32 i = 0; i < count; i++) {
+        const auto slot = static_cast<size_t>(i);
+        segment = GaugeSegment(area, i == 0 ? nullptr : &segment, fGaugeEnds[slot], fVertical);
+        if (!segment.Intersects(update))
+            continue;
+        SetHighColor(fChartColors[slot]);
+        FillRect(segment & update);
+    }
+    const BRect rest = GaugeRemainder(area, segment, fVertical) & update;
+    if (rest.IsValid())
+        FillRect(rest, B_SOLID_LOW);
+}
+
+void ChartView::DrawBorder()
+{
+    LooperLock lock(this);
+    if (!lock)
+        return;
+    SetHighColor(fBorderColor);
+    StrokeRect(Bounds());
+}
+
+void ChartView::RedrawAll()
+{
+    LooperLock lock(this);
+    if (!lock)
+        return;
+    DrawValue(true);
+    DrawTitle(true);
+    Draw(Bounds());
+}
+
+const char* ChartView::TextOf(const ChartCaption& caption) const
+{
+    return &caption == &fValueCaption ? fValueText : fTitle.c_str();
+}
+
+void ChartView::DrawCaption(ChartCaption& caption, bool restore)
+{
+    LooperLock lock(this);
+    if (!lock)
+        return;
+    if (restore && caption.drawn.IsValid()) {
+        // Turned text reaches out of its rectangle.
+        const BRect uncovered = caption.font.Rotation() == 0 ? caption.drawn : Bounds();
+        RestoreUnder(uncovered);
+        // What else stood there was erased, too.
+        ChartCaption& other = &caption == &fValueCaption ? fTitleCaption : fValueCaption;
+        if (other.shown && other.drawn.Intersects(uncovered))
+            DrawCaption(other, false);
+        if (fShowBorder && !ChartRect().Contains(uncovered))
+            DrawBorder();
+    }
+    if (!caption.shown)
+        return;
+    SetFont(&caption.font);
+    SetHighColor(caption.color);
+    SetLowColor(caption.aaColor);
+    SetDrawingMode(B_OP_COPY);
+    const char* text = TextOf(caption);
+    DrawString(text, caption.where);
+    caption.drawn = CaptionRect(caption.where, StringWidth(text), caption.height);
+}

@@ -1,0 +1,178 @@
+#include "src/chart/ChartViewHolder.h"
+
+#include "kits/application/Looper.h"
+#include "kits/application/Message.h"
+#include "kits/interface/PopUpMenu.h"
+#include "src/chart/ChartLocks.h"
+#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartSteps.h"
+#include "src/chart/ChartView.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int32 kFirstCharts = 3;
+constexpr BRect kDefaultFrame{0, 0, 100, 100};
+
+} // namespace
+
+ChartViewHolder::ChartViewHolder(BRect frame)
+    : BView(frame, "Charts", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS)
+{
+    Initialise();
+    for (int32 i = 0; i < kFirstCharts; i++)
+        AddChartView(new ChartView());
+    Rerender();
+}
+
+ChartViewHolder::ChartViewHolder(BMessage* archive)
+    : BView(kDefaultFrame, "Charts", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS)
+{
+    BRect size = kDefaultFrame;
+    FindInRange(*archive, "Rect", &size);
+    ResizeTo(size.Width(), size.Height());
+    Initialise();
+    LoadPrefsFrom(archive);
+}
+
+ChartViewHolder::~ChartViewHolder()
+{
+    LooperLock lock(this);
+    for (ChartView* chart : fCharts) {
+        chart->RemoveSelf();
+        delete chart;
+    }
+}
+
+void ChartViewHolder::Initialise()
+{
+    SetViewColor(B_TRANSPARENT_32_BIT);
+    fMenu = std::make_unique<BPopUpMenu>("ChartViewHolder", true, false, B_ITEMS_IN_COLUMN);
+    fAddItem = new BMenuItem("Add new chart", nullptr);
+    fMenu->AddItem(fAddItem);
+}
+
+status_t ChartViewHolder::Archive(BMessage* into, bool) const
+{
+    into->AddRect("Rect", Bounds());
+    into->RemoveName("Chart");
+    for (const ChartView* chart : fCharts) {
+        BMessage archive;
+        if (chart->Archive(&archive, false) != B_OK || into->AddMessage("Chart", &archive) != B_OK)
+            break;
+    }
+    return B_OK;
+}
+
+void ChartViewHolder::LoadPrefsFrom(BMessage* from)
+{
+    BMessage archive;
+    for (int32 i = 0; CountCharts() < kMaxCharts && from->FindMessage("Chart", i, &archive) == B_OK; i++) {
+        // The layout sizes it; a frame from outside would only cost memory until then.
+        archive.RemoveName("_frame");
+        AddChartView(new ChartView(&archive));
+    }
+    Rerender();
+}
+
+void ChartViewHolder::AddChartView(ChartView* chart)
+{
+    LooperLock lock(this);
+    fCharts.push_back(chart);
+    chart->SetOwner(this);
+    AddChild(chart);
+}
+
+void ChartViewHolder::RemoveChartView(ChartView* chart)
+{
+    const auto found = std::find(fCharts.begin(), fCharts.end(), chart);
+    if (found == fCharts.end())
+        return;
+    LooperLock lock(this);
+    fCharts.erase(found);
+    chart->SetOwner(nullptr);
+    RemoveChild(chart);
+    Rerender();
+}
+
+ChartView* ChartViewHolder::ChartAt(int32 index) const
+{
+    if (index < 0 || index >= CountCharts())
+        return nullptr;
+    return fCharts[static_cast<size_t>(index)];
+}
+
+void ChartViewHolder::Rerender()
+{
+    LooperLock lock(this);
+    const BRect bounds = Bounds();
+    for (int32 i = 0; i < CountCharts(); i++) {
+        const BRect band = ChartBand(bounds, CountCharts(), i);
+        ChartView* chart = ChartAt(i);
+        chart->MoveTo(band.LeftTop());
+        chart->ResizeTo(band.Width(), band.Height());
+    }
+}
+
+void ChartViewHolder::Pause(bool pause)
+{
+    for (ChartView* chart : fCharts)
+        chart->Pause(pause);
+}
+
+void ChartViewHolder::AllAttached()
+{
+    for (ChartView* chart : fCharts)
+        chart->Connect(true, true);
+    Rerender();
+}
+
+void ChartViewHolder::AllDetached()
+{
+    for (ChartView* chart : fCharts)
+        chart->Connect(false, true);
+}
+
+void ChartViewHolder::FrameResized(float, float)
+{
+    Rerender();
+}
+
+void ChartViewHolder::ResizeTo(float width, float height)
+{
+    const BRect bounds = Bounds();
+    if (bounds.Width() == width && bounds.Height() == height)
+        return;
+    BView::ResizeTo(width, height);
+    Rerender();
+}
+
+void ChartViewHolder::MessageReceived(BMessage* message)
+{
+    if (message->what == MSG_DISTRIBUTE)
+        Relay(*message);
+    else
+        BView::MessageReceived(message);
+}
+
+void ChartViewHolder::Relay(const BMessage& message)
+{
+    void* sender = nullptr;
+    BMessage wish;
+    if (message.FindPointer("CView", &sender) != B_OK || message.FindMessage("Msg", &wish) != B_OK)
+        return;
+    for (ChartView* chart : fCharts) {
+        if (chart != sender && chart->Looper() != nullptr)
+            chart->Looper()->PostMessage(&wish, chart);
+    }
+}
+
+void ChartViewHolder::MouseDown(BPoint where)
+{
+    if (fMenu->Go(ConvertToScreen(where), false, false, false) != fAddItem || CountCharts() >= kMaxCharts)
+        return;
+    AddChartView(new ChartView());
+    Rerender();
+}

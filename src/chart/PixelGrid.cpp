@@ -1,0 +1,79 @@
+#include "src/chart/PixelGrid.h"
+
+#include "kits/interface/Bitmap.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+// A pixel edge as an index of the picture; what is not a number is outside.
+int32 Edge(float coordinate, int32 size)
+{
+    if (std::isnan(coordinate))
+        return 0;
+    return static_cast<int32>(std::clamp(std::floor(coordinate), 0.0f, static_cast<float>(size)));
+}
+
+} // namespace
+
+PixelGrid::PixelGrid(BBitmap* bitmap)
+    : PixelGrid(nullptr, 0, 0)
+{
+    if (bitmap == nullptr || !bitmap->IsValid())
+        return;
+    fWords = static_cast<uint32*>(bitmap->Bits());
+    fWidth = bitmap->BytesPerRow() / 4;
+    fHeight = bitmap->BitsLength() / bitmap->BytesPerRow();
+}
+
+PixelGrid::PixelGrid(uint32* words, int32 width, int32 height)
+    : fWords(words)
+    , fWidth(width)
+    , fHeight(height)
+{
+}
+
+PixelGrid::Span PixelGrid::Cut(BRect area) const
+{
+    return {Edge(area.left, fWidth), Edge(area.top, fHeight), Edge(area.right + 1, fWidth),
+            Edge(area.bottom + 1, fHeight)};
+}
+
+uint32 PixelGrid::At(int32 x, int32 y) const
+{
+    if (x < 0 || y < 0 || x >= fWidth || y >= fHeight)
+        return 0;
+    return fWords[static_cast<size_t>(y) * static_cast<size_t>(fWidth) + static_cast<size_t>(x)];
+}
+
+void PixelGrid::Replace(uint32 from, uint32 to)
+{
+    std::replace(fWords, fWords + static_cast<ptrdiff_t>(fWidth) * fHeight, from, to);
+}
+
+void PixelGrid::Fill(BRect area, uint32 word)
+{
+    const Span span = Cut(area);
+    if (span.left >= span.right)
+        return;
+    for (int32 y = span.top; y < span.bottom; y++) {
+        uint32* row = fWords + static_cast<ptrdiff_t>(y) * fWidth;
+        std::fill(row + span.left, row + span.right, word);
+    }
+}
+
+void PixelGrid::MoveColumns(BRect area, int32 distance)
+{
+    const Span span = Cut(area);
+    const int32 left = std::max(span.left, -distance);
+    const int32 right = distance > 0 ? std::min(span.right, fWidth - distance) : span.right;
+    if (left >= right)
+        return;
+    const size_t bytes = static_cast<size_t>(right - left) * sizeof(uint32);
+    for (int32 y = span.top; y < span.bottom; y++) {
+        uint32* row = fWords + static_cast<ptrdiff_t>(y) * fWidth;
+        std::memmove(row + left + distance, row + left, bytes);
+    }
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "kits/support/Color.h"
+#include "kits/support/Rect.h"
+
+class BBitmap;
+
+/// A colour as a word of a picture: alpha<<24 | red<<16 | green<<8 | blue.
+constexpr uint32 PixelWord(rgb_color color)
+{
+    return static_cast<uint32>(color.alpha) << 24 | static_cast<uint32>(color.red) << 16 |
+           static_cast<uint32>(color.green) << 8 | color.blue;
+}
+
+/// The colour of such a word.
+constexpr rgb_color PixelColor(uint32 word)
+{
+    return {static_cast<uint8>(word >> 16), static_cast<uint8>(word >> 8), static_cast<uint8>(word),
+            static_cast<uint8>(word >> 24)};
+}
+
+/// The words of a picture as rows, for what touches many of them at once: moving, filling and recolouring cost what
+/// that many words cost in memory, no more. Rectangles are in pixels, right and bottom included, and are cut to the
+/// picture.
+///
+/// A view on a bitmap that is not owned and stays locked while this is used; none for a null bitmap.
+class PixelGrid {
+public:
+    explicit PixelGrid(BBitmap* bitmap);
+    PixelGrid(uint32* words, int32 width, int32 height);
+
+    int32 Width() const { return fWidth; }
+    int32 Height() const { return fHeight; }
+
+    /// The word at a pixel; 0 outside.
+    uint32 At(int32 x, int32 y) const;
+
+    /// Every word @p from becomes @p to: one pass.
+    void Replace(uint32 from, uint32 to);
+
+    void Fill(BRect area, uint32 word);
+
+    /// Moves the columns of @p area by @p distance pixels to the right, or left when it is negative, within its rows.
+    /// What is moved out of the picture is lost; what it leaves keeps its words.
+    void MoveColumns(BRect area, int32 distance);
+
+private:
+    struct Span {
+        int32 left, top, right, bottom; // right and bottom excluded
+    };
+    Span Cut(BRect area) const;
+
+    uint32* fWords;
+    int32 fWidth;
+    int32 fHeight;
+};
