@@ -11,7 +11,6 @@ public:
     BFile(const char* path, uint32 openMode);
     BFile(const BEntry* entry, uint32 openMode);
     BFile(const entry_ref* ref, uint32 openMode);
-    ~BFile() override;
 
     /// Opens with the modes of StorageDefs.h; a folder is B_IS_A_DIRECTORY. The position is 0.
     status_t SetTo(const char* path, uint32 openMode);
@@ -35,7 +34,7 @@ public:
     status_t GetSize(off_t* size) const override;
 
 private:
-    status_t Open(const char* path, uint32 openMode);
+    status_t WriteTo(off_t position, const void* buffer, size_t size, size_t* written);
 
     uint32 fOpenMode = 0;
     off_t fPosition = 0;

@@ -62,6 +62,9 @@ public:
 protected:
     /// Opens with the modes of StorageDefs.h.
     status_t OpenPath(const char* path, uint32 openMode);
+    /// Closes and stands for nothing, with this status.
+    /// @return the status
+    status_t Fail(status_t status);
     int Descriptor() const { return fDescriptor; }
 
 private:

@@ -12,7 +12,6 @@ enum : uint32 {
     B_FAIL_IF_EXISTS = 0x0100, ///< with B_CREATE_FILE: B_FILE_EXISTS when something has the name, a link too
     B_CREATE_FILE = 0x0200,    ///< makes the file when it is missing, readable by the user alone
     B_ERASE_FILE = 0x0400,     ///< cuts the file to nothing, after every other check has passed
-    B_OPEN_AT_END = 0x0800,    ///< every write goes to the end of the file
     /// For fixed names in a folder that everybody writes to: the last part of the path is not followed when it is a
     /// link, and the file must be a plain one with a single name that belongs to the user (else B_NOT_ALLOWED, and it
     /// is as it was).

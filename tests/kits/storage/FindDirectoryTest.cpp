@@ -1,0 +1,91 @@
+#include "kits/storage/FindDirectory.h"
+
+#include "kits/storage/Path.h"
+#include "tests/support/Disks.h"
+#include "tests/support/TempFolder.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+TEST(FindDirectory, TakesTheConfigurationFolderOfTheEnvironment)
+{
+    const TempFolder folder;
+    setenv("XDG_CONFIG_HOME", folder.Path("a/b").c_str(), 1);
+    setenv("HOME", folder.Path("home").c_str(), 1);
+    BPath path;
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(path.InitCheck(), B_NO_INIT);
+    EXPECT_EQ(folder.Names(), std::set<std::string>{}) << "nothing is made unless told to";
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_OK);
+    EXPECT_EQ(path.Path(), folder.Path("a/b"));
+    struct stat info;
+    ASSERT_EQ(stat(folder.Path("a/b").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0700u);
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path), B_OK);
+}
+
+TEST(FindDirectory, FallsBackToTheHomeFolder)
+{
+    const TempFolder folder;
+    for (const char* const useless : {"", "relative/path"}) {
+        setenv("XDG_CONFIG_HOME", useless, 1);
+        setenv("HOME", folder.Path().c_str(), 1);
+        BPath path;
+        EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_OK);
+        EXPECT_EQ(path.Path(), folder.Path(".config"));
+    }
+}
+
+TEST(FindDirectory, WithoutAHomeThereIsNone)
+{
+    unsetenv("XDG_CONFIG_HOME");
+    BPath path;
+    for (const char* const home : {"", "here"}) {
+        setenv("HOME", home, 1);
+        EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_ENTRY_NOT_FOUND);
+    }
+    unsetenv("HOME");
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_ENTRY_NOT_FOUND);
+    EXPECT_EQ(path.InitCheck(), B_NO_INIT);
+}
+
+TEST(FindDirectory, TellsWhyAFolderCannotBeMade)
+{
+    const TempFolder folder;
+    folder.Put("file", "");
+    setenv("XDG_CONFIG_HOME", folder.Path("file/settings").c_str(), 1);
+    BPath path;
+    EXPECT_NE(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_OK);
+    setenv("XDG_CONFIG_HOME", folder.Path("settings").c_str(), 1);
+    FailingDisk disk(0, EROFS);
+    const WithDisk with(disk);
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_READ_ONLY_DEVICE);
+}
+
+TEST(FindDirectory, TakesTheRuntimeFolderWhenItIsClosedToOthers)
+{
+    const TempFolder folder;
+    const std::string runtime = folder.Path("runtime");
+    ASSERT_EQ(mkdir(runtime.c_str(), 0700), 0);
+    setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
+    BPath path;
+    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path), B_OK);
+    EXPECT_EQ(path.Path(), runtime);
+
+    const std::string own = "/tmp/kits-" + std::to_string(geteuid());
+    ASSERT_EQ(chmod(runtime.c_str(), 0755), 0);
+    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path, true), B_OK);
+    EXPECT_EQ(path.Path(), own);
+    ASSERT_EQ(chmod(runtime.c_str(), 0700), 0);
+    std::filesystem::create_symlink(runtime, folder.Path("link"));
+    setenv("XDG_RUNTIME_DIR", folder.Path("link").c_str(), 1);
+    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path, true), B_OK);
+    EXPECT_EQ(path.Path(), own);
+}
+
+TEST(FindDirectory, KnowsNoOthers)
+{
+    BPath path;
+    EXPECT_EQ(find_directory(static_cast<directory_which>(1), &path), B_BAD_VALUE);
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, nullptr), B_BAD_VALUE);
+}
