@@ -1,0 +1,227 @@
+"""A desktop to try the program on: X server, window manager, pointer, keys and pictures.
+
+Nothing here sleeps for a fixed time: what is expected is awaited, with a bound. Only the standard library is used.
+"""
+
+import contextlib
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+TIMEOUT = 30
+SCREEN = (1280, 800)
+
+
+def wait_until(condition, what, timeout=TIMEOUT):
+    """Asks again and again until the answer is true, and returns it."""
+    end = time.monotonic() + timeout
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {timeout} s in vain for: {what}")
+        time.sleep(0.03)
+
+
+class Picture:
+    """Pixels of a window or of the screen, three bytes each."""
+
+    def __init__(self, width, height, data):
+        self.width, self.height, self.data = width, height, data
+
+    def pixel(self, x, y):
+        start = 3 * (y * self.width + x)
+        return tuple(self.data[start : start + 3])
+
+    def crop(self, left, top, width, height):
+        rows = (self.data[3 * (y * self.width + left) : 3 * (y * self.width + left + width)]
+                for y in range(top, top + height))
+        return Picture(width, height, b"".join(rows))
+
+    def colors(self):
+        return {self.data[i : i + 3] for i in range(0, len(self.data), 3)}
+
+    def count(self, color):
+        color = bytes(color)
+        return sum(self.data[i : i + 3] == color for i in range(0, len(self.data), 3))
+
+    def __eq__(self, other):
+        return (self.width, self.height, self.data) == (other.width, other.height, other.data)
+
+
+class Desktop:
+    """An X server and a window manager, as long as the object is open."""
+
+    def __init__(self, window_manager=True):
+        self._processes = []
+        self._folder = tempfile.mkdtemp(prefix="qel-desktop-")
+        self.environment = {k: v for k, v in os.environ.items()
+                            if k not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER")}
+        self.environment.update(HOME=self._folder, XDG_RUNTIME_DIR=self._folder, LC_ALL="C.UTF-8",
+                                XDG_CONFIG_HOME=os.path.join(self._folder, "config"))
+        read, write = os.pipe()
+        self.server = self._start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
+                                   "-nolisten", "tcp"], pass_fds=[write])
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb does not start")
+        self.environment["DISPLAY"] = f":{number}"
+        if window_manager:
+            self._start(["openbox", "--sm-disable"])
+            wait_until(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                       "the window manager")
+
+    def _start(self, arguments, **options):
+        process = subprocess.Popen(arguments, env=self.environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
+        self._processes.append(process)
+        return process
+
+    def close(self):
+        for process in reversed(self._processes):
+            process.terminate()
+        for process in self._processes:
+            process.wait(TIMEOUT)
+        shutil.rmtree(self._folder, ignore_errors=True)
+
+    def output(self, *arguments, check=False):
+        return subprocess.run(arguments, env=self.environment, capture_output=True, text=True, timeout=TIMEOUT,
+                              check=check).stdout
+
+    def xdotool(self, *arguments):
+        return self.output("xdotool", *(str(argument) for argument in arguments), check=True)
+
+    # Windows, by their X number.
+
+    def windows(self, name, pid=None):
+        """Shown windows with this title (a regular expression)."""
+        of = ["--pid", str(pid)] if pid else []
+        found = self.output("xdotool", "search", "--onlyvisible", "--all", *of, "--name", name)
+        return [int(line) for line in found.split()]
+
+    def window(self, name, pid=None):
+        return wait_until(lambda: self.windows(name, pid), f"a window named {name}")[-1]
+
+    def geometry(self, window):
+        """Left, top, width and height of the content, on the screen."""
+        values = dict(line.split("=") for line in self.xdotool("getwindowgeometry", "--shell", window).split())
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def size(self, window):
+        return self.geometry(window)[2:]
+
+    def resize(self, window, width, height):
+        self.xdotool("windowsize", window, width, height)
+        wait_until(lambda: self.size(window) == (width, height), f"the size {width} x {height}")
+
+    def picture(self, window="root"):
+        """What a window, or the screen, shows now."""
+        width, height = SCREEN if window == "root" else self.size(window)
+        result = subprocess.run(["import", "-silent", "-window", str(window), "-depth", "8", "rgb:-"],
+                                env=self.environment, capture_output=True, timeout=TIMEOUT, check=True)
+        if len(result.stdout) != 3 * width * height:
+            return self.picture(window)  # resized in between
+        return Picture(width, height, result.stdout)
+
+    # The pointer and the keyboard.
+
+    def move(self, window, x, y):
+        self.xdotool("mousemove", "--sync", "--window", window, x, y)
+
+    def click(self, window, x, y, button=1):
+        self.move(window, x, y)
+        self.xdotool("click", button)
+
+    def drag(self, start, end, button=1, steps=8):
+        """From one place of the screen to another, with the button down, as a hand does."""
+        self.xdotool("mousemove", "--sync", *start)
+        self.xdotool("mousedown", button)
+        for step in range(1, steps + 1):
+            self.xdotool("mousemove", "--sync", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
+        self.xdotool("mouseup", button)
+
+    def key(self, *keys, window=None):
+        if window is not None:
+            self.focus(window)
+        self.xdotool("key", *keys)
+
+    def focus(self, window):
+        self.xdotool("windowactivate", window)
+        wait_until(lambda: self.output("xdotool", "getactivewindow").strip() == str(window), "the focus")
+
+
+class Program:
+    """The program under test, running on a desktop with settings of its own."""
+
+    def __init__(self, desktop, config, *arguments, **environment):
+        self.desktop = desktop
+        env = dict(desktop.environment, XDG_CONFIG_HOME=str(config), **environment)
+        self.process = subprocess.Popen([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def window(self, name="^Qel$"):
+        def look():
+            if self.process.poll() is not None:
+                raise AssertionError(f"the program ended with {self.process.returncode}: {self.process.stderr.read()}")
+            return self.desktop.windows(name, self.pid)
+
+        return wait_until(look, f"the window {name}")[-1]
+
+    def wait(self):
+        """The exit status, and what was said on stderr."""
+        errors = self.process.communicate(timeout=TIMEOUT)[1]
+        return self.process.returncode, errors
+
+    def signal(self, number):
+        self.process.send_signal(number)
+
+    def close(self):
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGKILL)
+        self.process.communicate(timeout=TIMEOUT)
+
+
+class DesktopTest(unittest.TestCase):
+    """A test with the desktop of its class, a settings folder of its own, and a picture of the end when it fails."""
+
+    desktop: Desktop
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop()
+        cls.addClassCleanup(cls.desktop.close)
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="qel-config-")
+        self.addCleanup(folder.cleanup)
+        self.config = pathlib.Path(folder.name)
+        self.addCleanup(self._keep_picture)
+
+    def _keep_picture(self):
+        outcome = self._outcome.result
+        if any(test is self for test, _ in outcome.failures + outcome.errors):
+            path = os.path.join(tempfile.gettempdir(), f"{self.id()}.png")
+            with contextlib.suppress(subprocess.SubprocessError):
+                self.desktop.output("import", "-silent", "-window", "root", path)
+                print(f"\n    the screen at the end: {path}")
+
+    def start(self, *arguments, **environment):
+        program = Program(self.desktop, self.config, *arguments, **environment)
+        self.addCleanup(program.close)
+        return program
+
+    def assert_ends_well(self, program):
+        status, errors = program.wait()
+        self.assertEqual((status, errors), (0, ""))

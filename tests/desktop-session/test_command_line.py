@@ -1,0 +1,145 @@
+"""What the program does without a window, and what it says when it cannot open one."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import unittest
+
+from desktop import TIMEOUT
+
+ENVIRONMENT = {key: value for key, value in os.environ.items()
+               if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KITS_ROOT")}
+PNG = b"\x89PNG\r\n"
+
+
+class CommandLineTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="qel-command-")
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.config = self.folder / "config"
+
+    def run_program(self, *arguments, **environment):
+        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), **environment)
+        return subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, cwd=self.folder, text=True,
+                              capture_output=True, timeout=TIMEOUT)
+
+    def assert_fails(self, result, status):
+        self.assertEqual(result.returncode, status, result)
+        self.assertEqual(result.stdout, "")
+        self.assertRegex(result.stderr, r"\Aqel: [^\n]+\n\Z")
+
+    def assert_nothing_written(self):
+        self.assertFalse(self.config.exists(), list(self.config.rglob("*")))
+
+    def test_help_and_version(self):
+        result = self.run_program("--help")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertIn("--snapshot", result.stdout)
+        result = self.run_program("--version")
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "qel 0.3.0\n", ""))
+
+    def test_wrong_arguments(self):
+        for arguments in (["--bogus"], ["file"], ["--read", "--samples", "0"], ["--read", "--interval", "x"],
+                          ["--snapshot"], ["--snapshot", "a.png", "--after", "-1"], ["--json"]):
+            with self.subTest(arguments):
+                self.assert_fails(self.run_program(*arguments), 2)
+        self.assert_nothing_written()
+
+    def test_without_a_display(self):
+        self.assert_fails(self.run_program(), 1)
+        self.assert_fails(self.run_program("--snapshot", "a.png"), 1)
+        self.assert_nothing_written()
+
+    def test_with_a_display_that_is_not_there(self):
+        self.assert_fails(self.run_program(DISPLAY=":4711"), 1)
+        self.assert_nothing_written()
+
+    def test_read_as_table(self):
+        result = self.run_program("--read")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        lines = result.stdout.splitlines()
+        self.assertEqual(lines[0].split(), ["Source", "Share", "Value"])
+        self.assertEqual(len({len(line) for line in lines}), 1, "all lines are as long: " + result.stdout)
+        names = [line.split("  ")[0] for line in lines[1:]]
+        for name in ("All CPUs", "CPU 1", "CPU 1 idle", "Used memory", "Free memory", "Allocated threads"):
+            self.assertIn(name, names)
+        self.assert_nothing_written()
+
+    def test_read_as_json(self):
+        result = self.run_program("--read", "--json", "--samples", "3", "--interval", "0.05")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        samples = [json.loads(line) for line in result.stdout.splitlines()]
+        self.assertEqual(len(samples), 3)
+        times = [sample["time_us"] for sample in samples]
+        self.assertEqual(times, sorted(set(times)))
+        for sample in samples:
+            sources = {(source["target"], source["flags"]): source for source in sample["sources"]}
+            self.assertEqual(len(sources), len(sample["sources"]))
+            self.assertEqual(sources[2051, 0]["name"], "All CPUs")
+            self.assertEqual(sources[2051, 3]["name"], "All CPUs average (exp. averaged)")
+            self.assertAlmostEqual(sources[2052, 0]["fraction"] + sources[2053, 0]["fraction"], 1, places=4)
+            for source in sample["sources"]:
+                self.assertGreaterEqual(source["fraction"], 0)
+                self.assertLessEqual(source["fraction"], 1)
+                self.assertTrue(source["caption"])
+        self.assert_nothing_written()
+
+    def test_read_agrees_with_the_machine(self):
+        memory = dict(line.split(":") for line in pathlib.Path("/proc/meminfo").read_text().splitlines())
+        total, available = (int(memory[key].split()[0]) for key in ("MemTotal", "MemAvailable"))
+        sample = json.loads(self.run_program("--read", "--json").stdout)
+        used = next(s["fraction"] for s in sample["sources"] if (s["target"], s["flags"]) == (2053, 0))
+        self.assertAlmostEqual(used, 1 - available / total, delta=0.03)
+
+    def test_read_sees_a_loaded_processor(self):
+        load = subprocess.Popen(["sh", "-c", "while :; do :; done"])
+        self.addCleanup(load.wait)
+        self.addCleanup(load.kill)
+        result = self.run_program("--read", "--json", "--interval", "1")
+        shares = {s["target"]: s["fraction"] for s in json.loads(result.stdout)["sources"] if s["flags"] == 0}
+        processors = [shares[target] for target in shares if target < 2050 and target % 2 == 0]
+        self.assertGreater(sum(processors), 0.8)
+
+    def test_read_ends_when_nobody_reads(self):
+        reader = subprocess.Popen(["head", "-n", "1"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+        program = subprocess.Popen([os.environ["QEL_PROGRAM"], "--read", "--json", "--samples", "100000", "--interval",
+                                    "0.01"], env=ENVIRONMENT, stdout=reader.stdin, stderr=subprocess.DEVNULL)
+        self.addCleanup(program.kill)
+        reader.stdin.close()
+        reader.wait(TIMEOUT)
+        program.wait(TIMEOUT)
+
+    def test_read_to_a_full_disk(self):
+        with open("/dev/full", "w") as full:
+            result = subprocess.run([os.environ["QEL_PROGRAM"], "--read"], env=ENVIRONMENT, stdout=full,
+                                    stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr, r"\Aqel: [^\n]+\n\Z")
+
+    def test_read_ends_on_a_signal(self):
+        program = subprocess.Popen([os.environ["QEL_PROGRAM"], "--read", "--json", "--samples", "100000", "--interval",
+                                    "0.05"], env=ENVIRONMENT, stdout=subprocess.PIPE, text=True)
+        self.addCleanup(program.kill)
+        self.addCleanup(program.stdout.close)
+        json.loads(program.stdout.readline())
+        program.send_signal(signal.SIGINT)
+        program.stdout.read()
+        self.assertEqual(program.wait(TIMEOUT), 0)
+
+    def test_snapshot_without_a_screen(self):
+        result = self.run_program("--snapshot", "a.png", "--after", "0.5", QT_QPA_PLATFORM="offscreen")
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
+        self.assertEqual((self.folder / "a.png").read_bytes()[: len(PNG)], PNG)
+        self.assert_nothing_written()
+
+    def test_snapshot_into_a_folder_that_is_not_there(self):
+        result = self.run_program("--snapshot", "no/a.png", "--after", "0", QT_QPA_PLATFORM="offscreen")
+        self.assert_fails(result, 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
