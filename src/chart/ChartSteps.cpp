@@ -109,7 +109,7 @@ BRect ChartBand(BRect bounds, int32 count, int32 index)
 {
     const float width = bounds.right;
     const float band = static_cast<float>(std::ceil(static_cast<double>(bounds.bottom) / count));
-    if (band * static_cast<float>(count - 1) <= bounds.bottom) {
+    if (band >= 1 && band * static_cast<float>(count - 1) <= bounds.bottom) {
         const float top = band * static_cast<float>(index);
         return BRect(0, top, width, index < count - 1 ? top + band - 1 : bounds.bottom);
     }

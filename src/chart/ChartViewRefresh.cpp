@@ -2,7 +2,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
-#include "src/chart/PixelGrid.h"
+#include "src/chart/PixelRows.h"
 
 #include <cmath>
 #include <cstring>
@@ -81,7 +81,7 @@ void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
 
 void ChartView::WrapPicture(const WrapStep& step)
 {
-    PixelGrid pixels(fBitmap.get());
+    PixelRows pixels(fBitmap.get());
     if (step.source.IsValid())
         pixels.MoveColumns(step.source, static_cast<int32>(step.target.left - step.source.left));
     pixels.Fill(step.cleared, PixelWord(fLowColor));

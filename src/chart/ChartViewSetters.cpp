@@ -3,14 +3,14 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
-#include "src/chart/PixelGrid.h"
+#include "src/chart/PixelRows.h"
 
 // A chart's colours, captions and switches. Each takes effect at once, on the history too.
 
 void ChartView::ReplaceInPicture(uint32 from, uint32 to)
 {
     PictureLock lock(fBitmap.get());
-    PixelGrid(fBitmap.get()).Replace(from, to);
+    PixelRows(fBitmap.get()).Replace(from, to);
 }
 
 void ChartView::UpdateDragger()

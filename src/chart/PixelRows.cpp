@@ -1,4 +1,4 @@
-#include "src/chart/PixelGrid.h"
+#include "src/chart/PixelRows.h"
 
 #include "kits/interface/Bitmap.h"
 
@@ -18,8 +18,8 @@ int32 Edge(float coordinate, int32 size)
 
 } // namespace
 
-PixelGrid::PixelGrid(BBitmap* bitmap)
-    : PixelGrid(nullptr, 0, 0)
+PixelRows::PixelRows(BBitmap* bitmap)
+    : PixelRows(nullptr, 0, 0)
 {
     if (bitmap == nullptr || !bitmap->IsValid())
         return;
@@ -28,32 +28,32 @@ PixelGrid::PixelGrid(BBitmap* bitmap)
     fHeight = bitmap->BitsLength() / bitmap->BytesPerRow();
 }
 
-PixelGrid::PixelGrid(uint32* words, int32 width, int32 height)
+PixelRows::PixelRows(uint32* words, int32 width, int32 height)
     : fWords(words)
     , fWidth(width)
     , fHeight(height)
 {
 }
 
-PixelGrid::Span PixelGrid::Cut(BRect area) const
+PixelRows::Span PixelRows::Cut(BRect area) const
 {
     return {Edge(area.left, fWidth), Edge(area.top, fHeight), Edge(area.right + 1, fWidth),
             Edge(area.bottom + 1, fHeight)};
 }
 
-uint32 PixelGrid::At(int32 x, int32 y) const
+uint32 PixelRows::At(int32 x, int32 y) const
 {
     if (x < 0 || y < 0 || x >= fWidth || y >= fHeight)
         return 0;
     return fWords[static_cast<size_t>(y) * static_cast<size_t>(fWidth) + static_cast<size_t>(x)];
 }
 
-void PixelGrid::Replace(uint32 from, uint32 to)
+void PixelRows::Replace(uint32 from, uint32 to)
 {
     std::replace(fWords, fWords + static_cast<ptrdiff_t>(fWidth) * fHeight, from, to);
 }
 
-void PixelGrid::Fill(BRect area, uint32 word)
+void PixelRows::Fill(BRect area, uint32 word)
 {
     const Span span = Cut(area);
     if (span.left >= span.right)
@@ -64,7 +64,7 @@ void PixelGrid::Fill(BRect area, uint32 word)
     }
 }
 
-void PixelGrid::MoveColumns(BRect area, int32 distance)
+void PixelRows::MoveColumns(BRect area, int32 distance)
 {
     const Span span = Cut(area);
     const int32 left = std::max(span.left, -distance);

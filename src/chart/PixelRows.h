@@ -24,10 +24,10 @@ constexpr rgb_color PixelColor(uint32 word)
 /// picture.
 ///
 /// A view on a bitmap that is not owned and stays locked while this is used; none for a null bitmap.
-class PixelGrid {
+class PixelRows {
 public:
-    explicit PixelGrid(BBitmap* bitmap);
-    PixelGrid(uint32* words, int32 width, int32 height);
+    explicit PixelRows(BBitmap* bitmap);
+    PixelRows(uint32* words, int32 width, int32 height);
 
     int32 Width() const { return fWidth; }
     int32 Height() const { return fHeight; }
