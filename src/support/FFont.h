@@ -53,8 +53,8 @@ public:
     /// @return B_OK; B_BAD_VALUE if the buffer has fewer than 152 bytes
     status_t Flatten(void* buffer, ssize_t size) const override;
 
-    /// Replaces font and mask. The bytes may come from anywhere: a number that no font can have (not a number, a size
-    /// of 0 or of thousands) leaves that property as the default font has it.
+    /// Replaces font and mask. The bytes may come from anywhere: of size, shear and rotation one that is not finite
+    /// stays as the default font has it, and names end with their 64 bytes.
     /// @return B_OK; B_BAD_TYPE for a type other than 'FONt', B_BAD_VALUE for fewer than 152 bytes: nothing changed
     status_t Unflatten(type_code code, const void* buffer, ssize_t size) override;
 

@@ -1,0 +1,75 @@
+#include "src/sampling/SampleRecords.h"
+
+#include "kits/application/Message.h"
+#include "kits/support/TypeConstants.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+bool FindRecord(const BMessage* message, const char* field, void* record, size_t recordSize)
+{
+    const void* data = nullptr;
+    ssize_t size = 0;
+    if (message->FindData(field, B_RAW_TYPE, &data, &size) != B_OK || size <= 0)
+        return false;
+    const size_t found = static_cast<size_t>(size);
+    memcpy(record, data, std::min(found, recordSize));
+    return found >= recordSize;
+}
+
+std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field)
+{
+    const void* data = nullptr;
+    ssize_t size = 0;
+    if (message->FindData(field, B_RAW_TYPE, &data, &size) != B_OK || size <= 0)
+        return {};
+    const size_t count = std::min<size_t>(static_cast<size_t>(size) / sizeof(bigtime_t), kits::kMaxProcessors);
+    std::vector<bigtime_t> times(count);
+    if (count > 0)
+        memcpy(times.data(), data, count * sizeof(bigtime_t));
+    return times;
+}
+
+void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize)
+{
+    message->AddData(field, B_RAW_TYPE, record, static_cast<ssize_t>(recordSize), true, 1);
+}
+
+void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times)
+{
+    AddRecord(message, field, times.data(), times.size() * sizeof(bigtime_t));
+}
+
+namespace {
+
+int32 AtLeastOne(int32 value)
+{
+    return std::max<int32>(value, 1);
+}
+
+} // namespace
+
+void HoldToRange(system_info* info)
+{
+    info->cpu_count = std::clamp<int32>(info->cpu_count, 1, kits::kMaxProcessors);
+    info->max_pages = AtLeastOne(info->max_pages);
+    info->max_sems = AtLeastOne(info->max_sems);
+    info->max_ports = AtLeastOne(info->max_ports);
+    info->max_threads = AtLeastOne(info->max_threads);
+    info->max_teams = AtLeastOne(info->max_teams);
+    // The record is packed: its members cannot be passed by reference.
+    info->used_pages = std::clamp<int32>(+info->used_pages, 0, +info->max_pages);
+    info->used_sems = std::clamp<int32>(+info->used_sems, 0, +info->max_sems);
+    info->used_ports = std::clamp<int32>(+info->used_ports, 0, +info->max_ports);
+    info->used_threads = std::clamp<int32>(+info->used_threads, 0, +info->max_threads);
+    info->used_teams = std::clamp<int32>(+info->used_teams, 0, +info->max_teams);
+}
+
+void HoldToRange(int32 processors, bigtime_t* elapsed, bigtime_t* totalActive, std::vector<bigtime_t>* active)
+{
+    *elapsed = std::clamp<bigtime_t>(*elapsed, 1, INT64_MAX / kits::kMaxProcessors);
+    *totalActive = std::clamp<bigtime_t>(*totalActive, 0, *elapsed * processors);
+    for (bigtime_t& time : *active)
+        time = std::clamp<bigtime_t>(time, 0, *elapsed);
+}

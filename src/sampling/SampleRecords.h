@@ -1,0 +1,69 @@
+#pragma once
+
+#include "kits/kernel/SystemInfo.h"
+#include "kits/kernel/Types.h"
+
+#include <bit>
+#include <cstddef>
+#include <vector>
+
+class BMessage;
+
+/// The records in which a sample travels to another process. Both ends are the same program on the same machine, but
+/// not always of the same version: the layout is fixed for good, little-endian and without gaps, and a reader takes
+/// what it finds for unchecked bytes.
+
+static_assert(std::endian::native == std::endian::little, "the records are written as they lie in memory");
+
+#pragma pack(push, 1)
+
+/// "si:Body": the sampler.
+struct SysinfoBody {
+    bigtime_t delay;
+    bigtime_t sumElapsed;
+    bigtime_t sumTotalActive;
+    /// Once the addresses of four objects of the sender. Written as 0, never read.
+    uint32 addresses[4];
+    int32 sumCounters[6];
+    system_info info;
+    int16 nodesToKeep;
+};
+
+/// "sn:Body": its newest sample.
+struct SysinfoNodeBody {
+    bigtime_t time;
+    bigtime_t elapsed;
+    bigtime_t totalActive;
+    /// As above.
+    uint32 address;
+    int32 counters[6];
+    system_info info;
+};
+
+#pragma pack(pop)
+
+static_assert(sizeof(system_info) == 508);
+static_assert(sizeof(SysinfoBody) == 574);
+static_assert(sizeof(SysinfoNodeBody) == 560);
+
+/// Fields of the sample message to another process.
+inline constexpr const char* kSysinfoBodyField = "si:Body";
+inline constexpr const char* kSumActiveField = "si:TRCPUTD";
+inline constexpr const char* kNodeBodyField = "sn:Body";
+inline constexpr const char* kActiveDeltasField = "sn:RCPUTD";
+
+/// Copies as many bytes of the field as it and the record have; the rest of the record keeps its value.
+/// @return whether the field was there and held a whole record
+bool FindRecord(const BMessage* message, const char* field, void* record, size_t recordSize);
+
+/// One int64 a processor, at most kits::kMaxProcessors; a missing field gives none.
+std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field);
+
+void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize);
+void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times);
+
+/// Holds what was received to what a sampler can have sent, so that every share computed from it lies in 0..1:
+/// at least one processor, maxima at least 1, counts within their maximum.
+void HoldToRange(system_info* info);
+/// The same for times of `processors` processors: a period of at least 1 microsecond, nobody busy for longer than it.
+void HoldToRange(int32 processors, bigtime_t* elapsed, bigtime_t* totalActive, std::vector<bigtime_t>* active);

@@ -1,0 +1,303 @@
+#include "src/sampling/Sysinfo.h"
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "kits/kernel/Clock.h"
+#include "src/prefs/Preferences.h"
+#include "src/sampling/SampleRecords.h"
+#include "src/sampling/ThreadMagic.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+Sysinfo* application_sampler = nullptr;
+
+void Sampler(Sysinfo* sampler)
+{
+    sampler->Sample();
+}
+
+Sysinfo::Autolock::Autolock(const Sysinfo* sampler)
+    : fSampler(sampler != nullptr && sampler->Lock() ? sampler : nullptr)
+{
+}
+
+Sysinfo::Autolock::~Autolock()
+{
+    if (fSampler != nullptr)
+        fSampler->Unlock();
+}
+
+Sysinfo::Sysinfo(int16 nodesToKeep)
+    : BList(nodesToKeep)
+    , fInfo()
+    , fNodesToKeep(nodesToKeep)
+    , fGhost(false)
+    , fInitStatus(B_OK)
+{
+    get_system_info(&fInfo);
+    fSumActive.resize(static_cast<size_t>(fInfo.cpu_count));
+
+    BMessage settings;
+    if (prefs_user != nullptr && prefs_user->FindMessage("Sysinfo", &settings) == B_OK)
+        LoadPrefsFrom(&settings);
+    if (fThread == nullptr)
+        LaunchThread();
+}
+
+Sysinfo::Sysinfo(const BMessage* ghostArchive)
+    : BList(1)
+    , fInfo()
+    , fNodesToKeep(0)
+    , fGhost(true)
+    , fInitStatus(B_BAD_VALUE)
+{
+    SysinfoBody body = {};
+    if (!FindRecord(ghostArchive, kSysinfoBodyField, &body, sizeof(body)))
+        return;
+    fInitStatus = B_OK;
+    fDelay = body.delay;
+    fSumElapsed = body.sumElapsed;
+    fSumTotalActive = body.sumTotalActive;
+    std::memcpy(&fSumCounters, body.sumCounters, sizeof(body.sumCounters));
+    fInfo = body.info;
+    fNodesToKeep = body.nodesToKeep;
+    fSumActive = FindTimes(ghostArchive, kSumActiveField);
+    HoldToRange(&fInfo);
+    HoldToRange(fInfo.cpu_count, &fSumElapsed, &fSumTotalActive, &fSumActive);
+}
+
+Sysinfo::~Sysinfo()
+{
+    if (fGhost)
+        return;
+    Autolock lock(this);
+    if (prefs_user != nullptr) {
+        BMessage settings;
+        SavePrefsTo(&settings);
+        prefs_user->SetMessage("Sysinfo", &settings);
+    }
+    // The lock is ours: the thread sleeps or waits for it, so it is not cut off inside a round.
+    if (fThread != nullptr)
+        fThread->Die();
+    while (SysinfoNode* node = TakeOldest())
+        delete node;
+    for (const BMessenger& messenger : fMessengers) {
+        if (!messenger.IsTargetLocal())
+            messenger.SendMessage(MSG_SERVER_GONE);
+    }
+}
+
+bool Sysinfo::Lock() const
+{
+    return fGhost || fLock.Lock();
+}
+
+void Sysinfo::Unlock() const
+{
+    if (!fGhost)
+        fLock.Unlock();
+}
+
+void Sysinfo::Sample()
+{
+    Autolock lock(this);
+    if (fMessengers.empty())
+        return;
+
+    const int32 nodesToKeep = std::max<int32>(fNodesToKeep, 1);
+    while (CountItems() > nodesToKeep)
+        delete TakeOldest();
+
+    // The oldest node, not the newest: the test only bites when rounds come faster than the history can span one delay.
+    if (CountItems() > 2 && system_time() - static_cast<SysinfoNode*>(LastItem())->Time() < fDelay)
+        return;
+
+    SysinfoNode* newest = NewestNode();
+    SysinfoNode* node = CountItems() >= nodesToKeep ? TakeOldest() : new SysinfoNode;
+    node->Update(newest);
+    Attach(node);
+
+    if (CountItems() > 1)
+        Broadcast();
+}
+
+void Sysinfo::Broadcast()
+{
+    // Two messages serve all: one for this process, one for the others.
+    std::optional<BMessage> local;
+    std::optional<BMessage> remote;
+    auto messageFor = [&](const BMessenger& messenger) -> BMessage* {
+        const bool isLocal = messenger.IsTargetLocal();
+        std::optional<BMessage>& message = isLocal ? local : remote;
+        if (!message) {
+            message.emplace(MSG_SYSINFO_SAMPLE);
+            message->SetNewestWins(true);
+            if (isLocal)
+                message->AddPointer("Sysinfo*", this);
+            else
+                GhostArchive(&*message);
+        }
+        return &*message;
+    };
+
+    for (size_t i = 0; i < fMessengers.size();) {
+        const BMessenger& messenger = fMessengers[i];
+        if (messenger.IsValid()) {
+            messenger.SendMessage(messageFor(messenger), static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
+            i++;
+        } else {
+            fMessengers.erase(fMessengers.begin() + static_cast<ssize_t>(i));
+        }
+    }
+    if (fMessengers.empty())
+        be_app_messenger.SendMessage(MSG_NO_LISTENERS);
+}
+
+void Sysinfo::Attach(SysinfoNode* node)
+{
+    AddToSums(*node);
+    AddItem(node, 0);
+}
+
+void Sysinfo::Detach(SysinfoNode* node)
+{
+    if (RemoveItem(static_cast<void*>(node)))
+        SubtractFromSums(*node);
+}
+
+SysinfoNode* Sysinfo::TakeOldest()
+{
+    auto* node = static_cast<SysinfoNode*>(RemoveItem(CountItems() - 1));
+    if (node != nullptr)
+        SubtractFromSums(*node);
+    return node;
+}
+
+void Sysinfo::AddToSums(const SysinfoNode& node)
+{
+    fSumElapsed += node.Elapsed();
+    fSumTotalActive += node.TotalActive();
+    fSumCounters += node.Counters();
+    for (size_t i = 0; i < fSumActive.size(); i++)
+        fSumActive[i] += node.ActiveDelta(static_cast<int32>(i));
+}
+
+void Sysinfo::SubtractFromSums(const SysinfoNode& node)
+{
+    fSumElapsed -= node.Elapsed();
+    fSumTotalActive -= node.TotalActive();
+    fSumCounters -= node.Counters();
+    for (size_t i = 0; i < fSumActive.size(); i++)
+        fSumActive[i] -= node.ActiveDelta(static_cast<int32>(i));
+}
+
+bigtime_t Sysinfo::SumActive(int32 processor) const
+{
+    return processor >= 0 && processor < CountSumActive() ? fSumActive[static_cast<size_t>(processor)] : 0;
+}
+
+status_t Sysinfo::AddMessenger(const BMessenger& messenger)
+{
+    Autolock lock(this);
+    if (std::find(fMessengers.begin(), fMessengers.end(), messenger) != fMessengers.end())
+        return B_OK;
+    fMessengers.push_back(messenger);
+    return B_ERROR;
+}
+
+status_t Sysinfo::RemoveMessenger(const BMessenger& messenger)
+{
+    Autolock lock(this);
+    const auto found = std::find(fMessengers.begin(), fMessengers.end(), messenger);
+    if (found == fMessengers.end())
+        return B_ENTRY_NOT_FOUND;
+    fMessengers.erase(found);
+    return B_OK;
+}
+
+int32 Sysinfo::CountMessengers() const
+{
+    Autolock lock(this);
+    return static_cast<int32>(fMessengers.size());
+}
+
+void Sysinfo::LaunchThread()
+{
+    fThread = OwnedPeriodicThread::Launch(std::make_unique<OneParamFunctionObject<Sysinfo*>>(&Sampler, this), fDelay,
+                                          "Sysinfo sampler", 90);
+}
+
+void Sysinfo::SetSamplingDelay(bigtime_t delay)
+{
+    Autolock lock(this);
+    if (delay == fDelay && fThread != nullptr)
+        return;
+    fDelay = delay;
+    // Ended at once, not asked to: a thread asked would sleep on for one old delay, and a slider asks many times.
+    if (fThread != nullptr)
+        fThread->Die();
+    LaunchThread();
+}
+
+bigtime_t Sysinfo::SamplingDelay() const
+{
+    Autolock lock(this);
+    return fDelay;
+}
+
+void Sysinfo::SetNodesToKeep(int16 nodes)
+{
+    Autolock lock(this);
+    fNodesToKeep = nodes;
+}
+
+int16 Sysinfo::NodesToKeep() const
+{
+    Autolock lock(this);
+    return fNodesToKeep;
+}
+
+bigtime_t Sysinfo::HoldDelay(bigtime_t delay)
+{
+    return std::clamp(delay, kMinDelay, kMaxDelay);
+}
+
+int16 Sysinfo::HoldNodesToKeep(int16 nodes)
+{
+    return std::clamp<int16>(nodes, 1, kMaxNodesToKeep);
+}
+
+status_t Sysinfo::SavePrefsTo(BMessage* archive) const
+{
+    Autolock lock(this);
+    return archive->AddInt64("Delay", fDelay) | archive->AddInt16("NodesToKeep", fNodesToKeep);
+}
+
+void Sysinfo::LoadPrefsFrom(const BMessage* archive)
+{
+    int64 delay = 0;
+    if (archive->FindInt64("Delay", &delay) == B_OK)
+        SetSamplingDelay(HoldDelay(delay));
+    int16 nodes = 0;
+    if (archive->FindInt16("NodesToKeep", &nodes) == B_OK && nodes > 0)
+        SetNodesToKeep(HoldNodesToKeep(nodes));
+}
+
+void Sysinfo::GhostArchive(BMessage* archive) const
+{
+    Autolock lock(this);
+    SysinfoBody body = {};
+    body.delay = fDelay;
+    body.sumElapsed = fSumElapsed;
+    body.sumTotalActive = fSumTotalActive;
+    std::memcpy(body.sumCounters, &fSumCounters, sizeof(body.sumCounters));
+    body.info = fInfo;
+    body.nodesToKeep = fNodesToKeep;
+    AddRecord(archive, kSysinfoBodyField, &body, sizeof(body));
+    AddTimes(archive, kSumActiveField, fSumActive);
+    if (const SysinfoNode* newest = NewestNode())
+        newest->GhostArchive(archive);
+}
