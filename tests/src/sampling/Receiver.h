@@ -1,0 +1,103 @@
+#pragma once
+
+#include "kits/application/Application.h"
+#include "kits/application/EventLoop.h"
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/Looper.h"
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+
+#include <memory>
+#include <utility>
+
+/// What was sent to something: how much, and the last of it.
+class Received {
+public:
+    void Take(const BMessage& message)
+    {
+        fCount++;
+        fLast = message;
+    }
+    int TakeCount() { return std::exchange(fCount, 0); }
+    const BMessage& Last() const { return fLast; }
+
+private:
+    int fCount = 0;
+    BMessage fLast;
+};
+
+/// A receiver of samples, on the main thread of a test, which plays the event loop with TakeAll().
+class Receiver {
+public:
+    Receiver()
+        : fLooper(new ReceivingLooper(&fReceived))
+    {
+        kits::InterfaceLocker lock;
+        fLooper->Run();
+    }
+    ~Receiver()
+    {
+        kits::InterfaceLocker lock;
+        fLooper->Quit();
+    }
+    Receiver(const Receiver&) = delete;
+    Receiver& operator=(const Receiver&) = delete;
+
+    BMessenger Messenger() const { return BMessenger(fLooper); }
+
+    /// Handles all that waits. @return how many messages have come since the last call
+    int TakeAll()
+    {
+        kits::InterfaceLocker lock;
+        kits::EventLoop::RunDue();
+        return fReceived.TakeCount();
+    }
+    const BMessage& Last() const { return fReceived.Last(); }
+
+private:
+    class ReceivingLooper : public BLooper {
+    public:
+        explicit ReceivingLooper(Received* received)
+            : BLooper("receiver")
+            , fReceived(received)
+        {
+        }
+        void MessageReceived(BMessage* message) override { fReceived->Take(*message); }
+
+    private:
+        Received* fReceived;
+    };
+
+    Received fReceived;
+    ReceivingLooper* fLooper; // deletes itself
+};
+
+/// An application that runs for as long as there is something for it to do.
+class ReceivingApplication : public BApplication {
+public:
+    ReceivingApplication()
+        : BApplication("application/x-vnd.test")
+    {
+    }
+
+    /// Handles all that waits. @return how many messages have come for the application since the last call
+    int TakeAll()
+    {
+        if (!fRunning) {
+            // The application is ready once; afterwards it stays so without a loop.
+            fRunning = true;
+            PostMessage(B_QUIT_REQUESTED);
+            Run();
+        }
+        kits::EventLoop::RunDue();
+        return fReceived.TakeCount();
+    }
+    const BMessage& Last() const { return fReceived.Last(); }
+
+    void MessageReceived(BMessage* message) override { fReceived.Take(*message); }
+    bool QuitRequested() override { return true; }
+
+private:
+    bool fRunning = false;
+    Received fReceived;
+};

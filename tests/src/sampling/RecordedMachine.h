@@ -1,0 +1,36 @@
+#pragma once
+
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Types.h"
+
+#include <array>
+#include <string>
+
+/// A machine of ten processors in a folder of its own, with a clock that stands still until a test moves it. All of
+/// the test program's system figures come from here. The constructor puts clock and figures back to where they
+/// begin, but for the active times, which never go back.
+class RecordedMachine : private kits::ClockSource {
+public:
+    static constexpr int32 kProcessors = 10;
+
+    RecordedMachine();
+    ~RecordedMachine() override;
+
+    /// Lets time pass, in which a processor is active for as long as was set with SetLoad() (nothing at first).
+    void Advance(bigtime_t microseconds);
+    bigtime_t Now() const;
+
+    /// Share of the time in which a processor is active from now on: percent.
+    void SetLoad(int32 processor, int32 percent) { fLoads[static_cast<size_t>(processor)] = percent; }
+    void SetUsedPages(int64 pages);
+    void SetPageFaults(int64 faults);
+
+private:
+    bigtime_t SystemTime() override;
+    bigtime_t WallTime() override;
+    std::string BootId() override { return {}; }
+
+    void WriteStat() const;
+
+    std::array<int32, kProcessors> fLoads = {};
+};
