@@ -7,8 +7,11 @@
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 #include "kits/application/Roster.h"
+#include "kits/interface/Screen.h"
 #include "kits/kernel/Clock.h"
 #include "kits/support/TypeConstants.h"
+#include "src/app/AboutFiles.h"
+#include "src/app/AboutWindow.h"
 #include "src/app/Autosave.h"
 #include "src/app/MainWindow.h"
 #include "src/prefs/Preferences.h"
@@ -157,6 +160,16 @@ void QelApp::Pulse()
     }
 }
 
+void QelApp::AboutRequested()
+{
+    if (fAboutWindow != nullptr) {
+        fAboutWindow->Activate(true);
+        return;
+    }
+    fAboutWindow = new AboutWindow(AboutWindow::FrameOn(BScreen().Frame()), &fAboutWindow);
+    fAboutWindow->Show();
+}
+
 bool QelApp::QuitRequested()
 {
     CleanUp();
@@ -170,6 +183,9 @@ void QelApp::CleanUp()
     fSampler.reset();
     Close(fPrefsWindow, &fPrefsWindowArchive);
     Close(fMainWindow, &fMainWindowArchive);
+    if (fMode == Mode::kSession) {
+        RemoveAboutFiles();
+    }
 }
 
 void QelApp::Close(SmartWindow* window, BMessage* archive)

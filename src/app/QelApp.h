@@ -6,6 +6,7 @@
 #include "kits/application/Message.h"
 #include "src/app/Uptimes.h"
 
+class AboutWindow;
 class Autosave;
 class SmartWindow;
 class Sysinfo;
@@ -40,6 +41,8 @@ public:
     void MessageReceived(BMessage* message) override;
     /// Every ten minutes: saves the uptimes and whatever changed.
     void Pulse() override;
+    /// Shows the about window, or brings it to the front.
+    void AboutRequested() override;
     /// Cleans up; never refuses.
     bool QuitRequested() override;
 
@@ -69,6 +72,7 @@ private:
     static void Close(SmartWindow* window, BMessage* archive);
 
     Mode fMode;
+    AboutWindow* fAboutWindow = nullptr; // clears this itself
     SmartWindow* fMainWindow = nullptr;  // clears this itself
     SmartWindow* fPrefsWindow = nullptr; // clears this itself
     bigtime_t fStartTime;
