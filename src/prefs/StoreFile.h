@@ -5,6 +5,8 @@
 #include <atomic>
 #include <string>
 
+class BDirectory;
+class BFile;
 class BMessage;
 class BNode;
 
@@ -15,20 +17,21 @@ status_t LockWithRetry(BNode* node);
 /// The file of a store and its backup: how it is replaced and found again, so that a process killed at any moment, a
 /// full disk, an I/O error and a loss of power leave the old store or the new one, whole.
 ///
-/// Replacing:                                              what a start finds that comes after
-///   1. lock the file, check that it still has its name    old
-///   2. rename it to the backup, sync the folder           old: the file is missing, the backup is whole
-///   3. make the file, lock it                             old: the file is empty, the backup is whole
-///   4. write it, sync it, sync the folder                 old or new: the file is broken or whole
-///   5. remove the backup                                  new
-/// A step that fails renames the backup back. The locks of both are held to the end, so another process neither reads a
-/// half written file nor takes the backup of a writer at work for one that was left.
+///     Replacing                                            a start that comes after it finds
+///     1. lock the file; it still has its name              the old store
+///     2. rename it to the backup, sync the folder          the old store: there is no file, the backup is whole
+///     3. make the file, lock it                            the old store: the file is empty, the backup is whole
+///     4. write it, sync it, sync the folder                the old store while the file is broken, the new one after
+///     5. remove the backup                                 the new store
+///
+/// A step that fails renames the backup back. The locks of both files are held to the end, so another process neither
+/// reads half a file nor takes the backup of a writer at work for one that was left behind.
 ///
 /// A whole file is used, and a left backup removed once the file is surely on the disk. A missing or broken one is
 /// replaced by a whole backup. What is broken, and what this process could not read, is never removed: it is renamed to
 /// the first free of NAME.kept, NAME.kept-2, ... with a line on stderr. An empty file counts as missing.
 ///
-/// The object may be used by several threads; the lock of the file keeps their work apart.
+/// Several threads may use the object; the lock of the file keeps their work apart.
 class StoreFile {
 public:
     explicit StoreFile(const entry_ref& ref);
@@ -43,17 +46,19 @@ public:
 
 private:
     struct OldFile;
-    enum class Attempt { kDone, kAgain };
 
-    Attempt TryLoad(BMessage* contents, bool mayRepair, status_t* status);
-    Attempt TryBackup(BMessage* contents, bool mayRepair, bool mainIsInTheWay, status_t mainStatus, status_t* status);
+    bool TryLoad(BMessage* contents, bool mayRepair, status_t* status);
+    void UseBackup(BNode* backup, status_t mainStatus);
+    void RemoveLeftBackup(BNode* main) const;
+
     status_t LockOld(OldFile* old);
-    status_t WriteNew(const BMessage& contents);
-    status_t KeepAside(const std::string& name, status_t reason) const;
-    status_t SyncFolder() const;
+    status_t MoveToBackup(BDirectory* folder);
+    status_t WriteNew(const BMessage& contents, BFile* file) const;
 
-    entry_ref fRef;
-    entry_ref fBackupRef;
-    /// The file on the disk is one that this process could not read and has not written.
+    status_t KeepAside(const std::string& name, const char* reason) const;
+
+    const entry_ref fRef;
+    const entry_ref fBackupRef;
+    /// What is on the disk could not be read by this process, nor was it written by it.
     std::atomic<bool> fUnread = false;
 };

@@ -44,15 +44,16 @@ private:
         entry_ref ref;
         std::unique_ptr<Preferences> waiting; ///< to be written next
         std::unique_ptr<Preferences> written; ///< on the disk, as far as this object knows
-        status_t result = B_OK;               ///< of the last write
+        bool isWriting = false;
+        status_t result = B_OK; ///< of the last write
     };
 
     static int32 WorkerEntry(void* self);
     void WriteWaiting();
     status_t StartWorker();
 
-    std::mutex fLock;       ///< guards the slots and fWorking; held for moments only
-    std::list<Slot> fSlots; ///< in the order in which the stores first came
-    bool fWorking = false;  ///< a worker will look at the slots once more
-    thread_id fWorker = -1; ///< the last worker; of the calling thread
+    std::mutex fLock;        ///< guards the slots and fIsWorking; held for moments only
+    std::list<Slot> fSlots;  ///< those whose turn comes first are first
+    bool fIsWorking = false; ///< a worker will look at the slots once more
+    thread_id fWorker = -1;  ///< the last worker; only the calling thread uses it
 };
