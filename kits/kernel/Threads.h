@@ -70,9 +70,9 @@ status_t suspend_thread(thread_id thread);
 /// the locks it still holds are released, and only when it is gone this returns. So do not call it with a lock
 /// held that the thread needs outside of the waits above.
 ///
-/// Of the calling thread it only marks that it is to end, and returns `B_OK`: the thread ends when its entry
-/// function returns, and waits as before until then. If the thread is itself killing the caller at this moment,
-/// this returns at once, because the caller could otherwise not end either.
+/// Of the calling thread it changes nothing and returns `B_OK`: that thread ends when its entry function returns.
+/// If the thread is itself killing the caller at this moment, this returns without waiting, because neither could
+/// end otherwise.
 /// Never ends the caller itself, also if that is killed meanwhile: safe in destructors.
 /// @return `B_OK`, `B_BAD_THREAD_ID`, `B_NOT_ALLOWED`
 status_t kill_thread(thread_id thread);

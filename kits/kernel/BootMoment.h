@@ -1,0 +1,35 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kits {
+
+/// The moment at which a boot began, as it is kept in a file.
+struct BootMoment {
+    std::string bootId;
+    bigtime_t moment = 0; ///< microseconds since 1970
+
+    friend bool operator==(const BootMoment&, const BootMoment&) = default;
+};
+
+/// The text of the file: one line each for the boot, the moment, and a check sum over both.
+[[nodiscard]] std::string FormatBootMoment(const BootMoment& boot);
+
+/// Only what FormatBootMoment writes, to the byte; nothing if the text was cut, lengthened or damaged, or if the moment
+/// is not one of the years 1970 to 9999.
+[[nodiscard]] std::optional<BootMoment> ParseBootMoment(std::string_view text);
+
+/// Reads the file at `path`.
+/// @return `B_OK`, `B_BAD_VALUE` if it holds something else, or why it could not be read
+status_t LoadBootMoment(const std::string& path, BootMoment* boot);
+
+/// Makes `*boot` the kept moment, unless one of the same boot is kept already: then that replaces `*boot`. However many
+/// processes do so at once, and wherever they are stopped, the file is whole and all have the same moment.
+/// @return `B_OK`, or why it is not kept; `*boot` is then as before
+status_t KeepBootMoment(const std::string& path, BootMoment* boot);
+
+} // namespace kits

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kits {
+
+/// Parsers of the kernel's small text files. Each takes any text and gives nothing where what it looks for is missing,
+/// cut or no number.
+
+struct MemoryTexts {
+    std::optional<uint64> total;     ///< MemTotal, kilobytes
+    std::optional<uint64> available; ///< MemAvailable, kilobytes
+};
+
+/// `/proc/meminfo`.
+[[nodiscard]] MemoryTexts ParseMemInfo(std::string_view text);
+
+/// pgfault of `/proc/vmstat`.
+/// @param hint  where the line was found last time, at first 0; searched from a little before there, then from the
+///              beginning. Set to where it is.
+[[nodiscard]] std::optional<uint64> ParsePageFaults(std::string_view text, size_t* hint);
+
+/// The number of threads in `/proc/loadavg`: its fourth field, after the stroke.
+[[nodiscard]] std::optional<uint64> ParseThreadCount(std::string_view text);
+
+/// Sockets in use, of `/proc/net/sockstat`.
+[[nodiscard]] std::optional<uint64> ParseSocketCount(std::string_view text);
+
+/// SEMMNS, the second figure of `/proc/sys/kernel/sem`.
+[[nodiscard]] std::optional<uint64> ParseLargestSemCount(std::string_view text);
+
+/// All semaphores of all sets in `/proc/sysvipc/sem`; nothing if its heading is missing.
+[[nodiscard]] std::optional<uint64> ParseSemCount(std::string_view text);
+
+/// The highest number of a list of processors such as "0-3,8-11".
+[[nodiscard]] std::optional<uint64> ParseHighestProcessor(std::string_view text);
+
+/// The soft limit on processes in `/proc/self/limits`; nothing for "unlimited".
+[[nodiscard]] std::optional<uint64> ParseProcessLimit(std::string_view text);
+
+/// The real user in `/proc/self/status`.
+[[nodiscard]] std::optional<uint64> ParseUser(std::string_view text);
+
+/// A control group by its place below the mounted hierarchy.
+struct PidsGroup {
+    bool isUnified = true; ///< in the one hierarchy, not in one of its own for process numbers
+    std::string path;      ///< begins with a slash
+
+    friend bool operator==(const PidsGroup&, const PidsGroup&) = default;
+};
+
+/// The group of `/proc/self/cgroup` that limits the number of processes. Nothing if its path leads outside of what is
+/// mounted.
+[[nodiscard]] std::optional<PidsGroup> ParsePidsGroup(std::string_view text);
+
+} // namespace kits

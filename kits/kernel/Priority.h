@@ -1,0 +1,11 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+namespace kits {
+
+/// Gives the calling thread the nice level of a priority, added to the level of the process, or as near to it as the
+/// user may come. Called by a new thread of the kit before its entry function.
+void ApplyPriority(int32 priority) noexcept;
+
+} // namespace kits
