@@ -1,0 +1,97 @@
+#pragma once
+
+#include "kits/application/MainThread.h"
+#include "src/app/QelApp.h"
+#include "src/app/Stores.h"
+#include "tests/support/TempFolder.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+/// A whole application with stores of the test's own.
+class AppTest : public testing::Test {
+protected:
+    using Step = std::function<void(QelApp&)>;
+
+    void SetUp() override
+    {
+        setenv("XDG_CONFIG_HOME", fConfig.Path().c_str(), 1);
+        fFolder = std::filesystem::current_path();
+    }
+
+    void TearDown() override { std::filesystem::current_path(fFolder); }
+
+    /// Makes the application and the stores, without running.
+    QelApp& Make(QelApp::Mode mode = QelApp::Mode::kSession)
+    {
+        fMode = mode;
+        fApp = std::make_unique<RunningApp>(mode, this);
+        fStores =
+            std::make_unique<Stores>(mode == QelApp::Mode::kSession ? Stores::Mode::kSession : Stores::Mode::kReadOnly);
+        return *fApp;
+    }
+
+    /// Runs the application. Once it is ready each step is called in a turn of the loop of its own; then it quits.
+    void Run(std::vector<Step> steps)
+    {
+        if (fApp == nullptr) {
+            Make();
+        }
+        fSteps = std::move(steps);
+        fNextStep = 0;
+        fApp->Run();
+    }
+
+    /// What `main` does after the run.
+    void Finish()
+    {
+        fApp.reset();
+        if (fMode == QelApp::Mode::kSession && fStores) {
+            fStores->Save();
+        }
+        fStores.reset();
+    }
+
+    TempFolder fConfig;
+    std::unique_ptr<Stores> fStores;
+
+private:
+    class RunningApp : public QelApp {
+    public:
+        RunningApp(Mode mode, AppTest* test)
+            : QelApp(mode)
+            , fTest(test)
+        {
+        }
+        void ReadyToRun() override
+        {
+            QelApp::ReadyToRun();
+            fTest->NextStep();
+        }
+
+    private:
+        AppTest* fTest;
+    };
+
+    void NextStep()
+    {
+        kits::RunOnMainThread([this] {
+            if (fNextStep < fSteps.size()) {
+                fSteps[fNextStep++](*fApp);
+                NextStep();
+            } else {
+                fApp->PostMessage(B_QUIT_REQUESTED);
+            }
+        });
+    }
+
+    QelApp::Mode fMode = QelApp::Mode::kSession;
+    std::filesystem::path fFolder;
+    std::unique_ptr<RunningApp> fApp;
+    std::vector<Step> fSteps;
+    size_t fNextStep = 0;
+};

@@ -1,0 +1,223 @@
+#include "src/app/QelApp.h"
+
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "src/app/MainWindow.h"
+#include "src/prefs/Preferences.h"
+#include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+#include "tests/src/app/AppTest.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace {
+
+class QelAppTest : public AppTest {};
+
+BMessage WithNodes(int16 nodes)
+{
+    BMessage message(MSG_SET_NODES_TO_KEEP);
+    message.AddInt16("NodesToKeep", nodes);
+    return message;
+}
+
+BMessage WithDelay(int64 delay)
+{
+    BMessage message(MSG_SET_DELAY);
+    message.AddInt64("Delay", delay);
+    return message;
+}
+
+BRect StoredFrame()
+{
+    BMessage window;
+    BRect frame;
+    EXPECT_EQ(prefs_user->FindMessage("MainWindow", &window), B_OK);
+    EXPECT_EQ(window.FindRect("_frame", &frame), B_OK);
+    return frame;
+}
+
+} // namespace
+
+TEST_F(QelAppTest, WorksInTheFolderOfTheExecutable)
+{
+    Make();
+    EXPECT_EQ(std::filesystem::current_path(), std::filesystem::canonical("/proc/self/exe").parent_path());
+}
+
+TEST_F(QelAppTest, OpensTheFirstWindow)
+{
+    Run({[](QelApp& app) {
+        ASSERT_NE(app.Window(), nullptr);
+        EXPECT_EQ(app.Window()->Frame(), BRect(50, 50, 400, 200));
+        EXPECT_FALSE(app.Window()->IsHidden());
+        EXPECT_FALSE(app.Window()->IsMinimized());
+        EXPECT_NE(application_sampler, nullptr);
+        EXPECT_EQ(app.Sampler(), application_sampler);
+        EXPECT_EQ(app.Sampler()->NodesToKeep(), 10);
+        EXPECT_EQ(app.PulseRate(), 600'000'000);
+    }});
+    EXPECT_EQ(application_sampler, nullptr);
+}
+
+TEST_F(QelAppTest, StartsMinimisedForAReplicant)
+{
+    QelApp& made = Make();
+    made.AddLaunchMessage(std::make_unique<BMessage>(MSG_LAUNCHED_BY_REPLICANT));
+    Run({[](QelApp& app) { EXPECT_TRUE(app.Window()->IsMinimized()); }});
+}
+
+TEST_F(QelAppTest, ChangesTheDelay)
+{
+    Run({[](QelApp& app) {
+        BMessage message = WithDelay(50'000);
+        app.MessageReceived(&message);
+        EXPECT_EQ(app.Sampler()->SamplingDelay(), 50'000);
+        BMessage empty(MSG_SET_DELAY);
+        app.MessageReceived(&empty);
+        EXPECT_EQ(app.Sampler()->SamplingDelay(), 50'000);
+        for (int64 delay : {int64{0}, int64{-5}, INT64_MAX, INT64_MIN}) {
+            message = WithDelay(delay);
+            app.MessageReceived(&message);
+            EXPECT_GE(app.Sampler()->SamplingDelay(), Sysinfo::kMinDelay);
+            EXPECT_LE(app.Sampler()->SamplingDelay(), Sysinfo::kMaxDelay);
+        }
+    }});
+}
+
+TEST_F(QelAppTest, ChangesTheHistoryToAtLeastTwo)
+{
+    Run({[](QelApp& app) {
+        for (int16 nodes : {0, 1, -1, INT16_MIN}) {
+            BMessage message = WithNodes(nodes);
+            app.MessageReceived(&message);
+            EXPECT_EQ(app.Sampler()->NodesToKeep(), 10) << nodes;
+        }
+        BMessage empty(MSG_SET_NODES_TO_KEEP);
+        app.MessageReceived(&empty);
+        EXPECT_EQ(app.Sampler()->NodesToKeep(), 10);
+        BMessage message = WithNodes(2);
+        app.MessageReceived(&message);
+        EXPECT_EQ(app.Sampler()->NodesToKeep(), 2);
+        message = WithNodes(32767);
+        app.MessageReceived(&message);
+        EXPECT_EQ(app.Sampler()->NodesToKeep(), Sysinfo::kMaxNodesToKeep);
+    }});
+}
+
+TEST_F(QelAppTest, AnswersRequestsForSamples)
+{
+    std::thread asker;
+    BMessage refused(1), connected(1), disconnected(1);
+    Run({[&](QelApp& app) {
+             const int32 before = app.Sampler()->CountMessengers();
+             const BMessenger me(&app);
+             asker = std::thread([&, me, before] {
+                 BMessage request(MSG_CONNECT);
+                 me.SendMessage(&request, &refused, 5'000'000, 5'000'000);
+                 EXPECT_EQ(application_sampler->CountMessengers(), before);
+                 request.AddMessenger("Messenger", me);
+                 me.SendMessage(&request, &connected, 5'000'000, 5'000'000);
+                 EXPECT_EQ(application_sampler->CountMessengers(), before + 1);
+                 request.what = MSG_DISCONNECT;
+                 me.SendMessage(&request, &disconnected, 5'000'000, 5'000'000);
+                 EXPECT_EQ(application_sampler->CountMessengers(), before);
+                 me.SendMessage(B_QUIT_REQUESTED);
+             });
+         },
+         [](QelApp&) {}});
+    asker.join();
+    EXPECT_EQ(refused.what, 0xffffffffu);
+    EXPECT_EQ(connected.what, 0u);
+    EXPECT_EQ(disconnected.what, 0u);
+    EXPECT_TRUE(connected.IsEmpty());
+}
+
+TEST_F(QelAppTest, IgnoresOtherMessages)
+{
+    Run({[](QelApp& app) {
+        for (uint32 what = MSG_SYSINFO_SAMPLE; what <= MSG_REMOVE_SOURCE + 1; ++what) {
+            if (what != MSG_LAUNCHED_BY_REPLICANT) {
+                BMessage message(what);
+                app.MessageReceived(&message);
+            }
+        }
+        BMessage closed(MSG_WINDOW_CLOSED);
+        closed.AddPointer("Container", &app);
+        app.MessageReceived(&closed);
+    }});
+}
+
+TEST_F(QelAppTest, QuitsWithItsWindowAndRemembersIt)
+{
+    Run({[](QelApp& app) {
+        app.Window()->MoveTo(70, 80);
+        app.Window()->PostMessage(B_QUIT_REQUESTED);
+    }});
+    Finish();
+    Make();
+    EXPECT_EQ(StoredFrame(), BRect(70, 80, 420, 230));
+    Run({[](QelApp& app) { EXPECT_EQ(app.Window()->Frame().LeftTop(), BPoint(70, 80)); }});
+}
+
+TEST_F(QelAppTest, RemembersAnOpenWindowWhenItQuits)
+{
+    Run({[](QelApp& app) { app.Window()->MoveTo(90, 60); }});
+    Finish();
+    Make();
+    EXPECT_EQ(StoredFrame().LeftTop(), BPoint(90, 60));
+    const char* version = nullptr;
+    EXPECT_EQ(prefs_user->FindString("Version", &version), B_OK);
+    EXPECT_STREQ(version, "0.3.0");
+    EXPECT_TRUE(prefs_user->HasMessage("Sysinfo"));
+    EXPECT_FALSE(prefs_user->HasMessage("GlobalPrefsWindow"));
+}
+
+TEST_F(QelAppTest, ReplacesWhatItRememberedOfItsWindow)
+{
+    Run({});
+    Finish();
+    Run({[](QelApp& app) { app.Window()->MoveTo(10, 20); }});
+    Finish();
+    Make();
+    BMessage window;
+    ASSERT_EQ(prefs_user->FindMessage("MainWindow", &window), B_OK);
+    type_code type = 0;
+    int32 count = 0;
+    for (const char* name : {"_frame", "ChartViewHolder", "WindowFrame", "Selection"}) {
+        EXPECT_EQ(window.GetInfo(name, &type, &count), B_OK) << name;
+        EXPECT_EQ(count, 1) << name;
+    }
+}
+
+TEST_F(QelAppTest, StoresWhatWasArrangedWhileItRuns)
+{
+    Run({[](QelApp& app) {
+             app.Window()->MoveTo(33, 44);
+             app.Pulse();
+         },
+         [this](QelApp&) {
+             // Written by a worker; a second reader sees it when it is there.
+             for (;;) {
+                 Preferences stored("application/x-vnd.kvt-Qel", false, true);
+                 BMessage window;
+                 BRect frame;
+                 if (stored.FindMessage("MainWindow", &window) == B_OK && window.FindRect("_frame", &frame) == B_OK) {
+                     EXPECT_EQ(frame.LeftTop(), BPoint(33, 44));
+                     EXPECT_TRUE(stored.HasString("Version"));
+                     EXPECT_TRUE(stored.HasMessage("Sysinfo"));
+                     break;
+                 }
+                 std::this_thread::yield();
+             }
+         }});
+}
+
+TEST_F(QelAppTest, ForAPictureWritesNothing)
+{
+    Make(QelApp::Mode::kPicture);
+    Run({[](QelApp& app) { app.Pulse(); }});
+    Finish();
+    EXPECT_TRUE(fConfig.Names().empty());
+}
