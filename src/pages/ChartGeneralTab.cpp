@@ -1,0 +1,277 @@
+#include "src/pages/ChartGeneralTab.h"
+
+#include "kits/interface/CheckBox.h"
+#include "kits/interface/MenuField.h"
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/PopUpMenu.h"
+#include "kits/interface/Slider.h"
+#include "kits/interface/TextControl.h"
+#include "src/chart/ChartView.h"
+#include "src/pages/PageControls.h"
+#include "src/support/MenuTargets.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int32 kSkipSteps = 50;
+
+/// Where the layout puts things, as parts of the page's width.
+constexpr float kLeftColumn = 0.02f;
+constexpr float kRightColumn = 0.32f;
+constexpr float kRightWidth = 0.66f;
+constexpr float kDividerPart = 2.7f;
+
+constexpr BRect kSomewhere(0, 0, 5, 5);
+
+int16 SkipOf(const BSlider* slider)
+{
+    return static_cast<int16>(slider->Position() * kSkipSteps);
+}
+
+/// "Refresh at every 3rd sysinfo sample". From the fourth on the ending is always "th".
+std::string SkipLabel(const char* begin, int16 skip, const char* end)
+{
+    const char* const counts[] = {"", "2nd ", "3rd "};
+    const std::string count = skip < 3 ? counts[skip] : std::to_string(skip + 1) + "th ";
+    return begin + count + end;
+}
+
+BMenuItem* MakeTypeItem(const char* label, int32 type)
+{
+    auto* message = new BMessage(MSG_CHART_TYPE);
+    message->AddInt32("Type", type);
+    return new BMenuItem(label, message);
+}
+
+BMenuItem* MakeOrientationItem(const char* label, bool vertical)
+{
+    auto* message = new BMessage(MSG_GAUGE_ORIENTATION);
+    message->AddBool("Vertical", vertical);
+    return new BMenuItem(label, message);
+}
+
+} // namespace
+
+ChartGeneralTab::ChartGeneralTab(ChartView* chart)
+    : ChartPage("General", chart, &ChartView::SaveGeneralPrefsTo)
+{
+    fTitle = new BTextControl(kSomewhere, "", "Title: ", chart->Title(), new BMessage(MSG_TITLE));
+    fTitle->SetModificationMessage(new BMessage(MSG_TITLE));
+    fShowValue = MakeCheckBox("Show Value", MSG_SHOW_VALUE);
+    fShowTitle = MakeCheckBox("Show Title", MSG_SHOW_TITLE);
+    fShowBorder = MakeCheckBox("Draw Border", MSG_SHOW_BORDER);
+    fDesktopColor = MakeCheckBox("BgColor = Desktop", MSG_LOCK_BG_COLOR);
+    MakeModeField();
+    AddChild(fTitle);
+    fPageSize = MakeSlider("Page size (%)", MSG_PAGE_SIZE, 100, "0", "Scrolling");
+    fRefreshSkip = MakeSlider("", MSG_REFRESH_SKIP, kSkipSteps, "0", "50");
+    fValueSkip = MakeSlider("", MSG_VALUE_SKIP, kSkipSteps, "0", "50");
+}
+
+BCheckBox* ChartGeneralTab::MakeCheckBox(const char* label, uint32 code)
+{
+    auto* box = new BCheckBox(kSomewhere, "", label, new BMessage(code));
+    AddChild(box);
+    return box;
+}
+
+BSlider* ChartGeneralTab::MakeSlider(const char* label, uint32 code, int32 maximum, const char* minLabel,
+                                     const char* maxLabel)
+{
+    auto* slider = new BSlider(kSomewhere, "", label, new BMessage(code), 0, maximum, B_TRIANGLE_THUMB);
+    slider->SetLimitLabels(minLabel, maxLabel);
+    slider->SetHashMarks(B_HASH_MARKS_BOTTOM);
+    slider->SetHashMarkCount(10);
+    AddChild(slider);
+    return slider;
+}
+
+void ChartGeneralTab::MakeModeField()
+{
+    auto* types = new BMenu("Chart");
+    types->SetRadioMode(true);
+    types->AddItem(MakeTypeItem("Solid", kSolidChart));
+    types->AddItem(MakeTypeItem("Line", kLineChart));
+    types->AddItem(MakeTypeItem("Point", kPointChart));
+    auto* orientations = new BMenu("Gauge");
+    orientations->SetRadioMode(true);
+    orientations->AddItem(MakeOrientationItem("Horizontal", false));
+    orientations->AddItem(MakeOrientationItem("Vertical", true));
+
+    auto* modes = new BPopUpMenu("");
+    fChartItem = new BMenuItem(types, new BMessage(MSG_CHART_TYPE));
+    fGaugeItem = new BMenuItem(orientations, new BMessage(MSG_GAUGE_ORIENTATION));
+    modes->AddItem(fChartItem);
+    modes->AddItem(fGaugeItem);
+    fChartItem->SetMarked(Chart()->Mode() == kChartMode);
+    fGaugeItem->SetMarked(Chart()->Mode() == kGaugeMode);
+    fMode = new BMenuField(kSomewhere, "", "Mode:", modes);
+    AddChild(fMode);
+}
+
+void ChartGeneralTab::AllAttached()
+{
+    ChartPage::AllAttached();
+    for (BControl* control : std::initializer_list<BControl*>{fTitle, fShowValue, fShowTitle, fShowBorder,
+                                                              fDesktopColor, fPageSize, fRefreshSkip, fValueSkip})
+        control->SetTarget(this);
+    SetTargetForItemsRecursive(fMode->Menu(), this);
+}
+
+void ChartGeneralTab::MessageReceived(BMessage* message)
+{
+    if (Chart() == nullptr) {
+        ChartPage::MessageReceived(message);
+        return;
+    }
+    switch (message->what) {
+    case MSG_CHART_TYPE:
+        ChartTypeChosen(*message);
+        break;
+    case MSG_GAUGE_ORIENTATION:
+        OrientationChosen(*message);
+        break;
+    case MSG_PAGE_SIZE:
+        Chart()->SetPageSize(fPageSize->Position());
+        // Not spelt as GetState() does.
+        fPageSize->SetLabel(PercentLabel("PageSize", fPageSize->Position()).c_str());
+        break;
+    case MSG_REFRESH_SKIP:
+        RefreshSkipChanged();
+        break;
+    case MSG_VALUE_SKIP:
+        ValueSkipChanged();
+        break;
+    case MSG_SHOW_VALUE:
+        Chart()->SetShowValue(fShowValue->Value() == B_CONTROL_ON);
+        break;
+    case MSG_SHOW_TITLE:
+        Chart()->SetShowTitle(fShowTitle->Value() == B_CONTROL_ON);
+        break;
+    case MSG_SHOW_BORDER:
+        Chart()->SetShowBorder(fShowBorder->Value() == B_CONTROL_ON);
+        break;
+    case MSG_LOCK_BG_COLOR:
+        Chart()->SetLockBgColor(fDesktopColor->Value() == B_CONTROL_ON);
+        break;
+    case MSG_TITLE:
+        Chart()->SetTitle(fTitle->Text());
+        break;
+    default:
+        ChartPage::MessageReceived(message);
+    }
+}
+
+void ChartGeneralTab::ChartTypeChosen(const BMessage& message)
+{
+    Chart()->SetMode(kChartMode);
+    int32 type = 0;
+    if (message.FindInt32("Type", &type) == B_OK && type != 0)
+        Chart()->SetChartType(static_cast<int16>(type));
+    fChartItem->SetMarked(true);
+}
+
+void ChartGeneralTab::OrientationChosen(const BMessage& message)
+{
+    Chart()->SetMode(kGaugeMode);
+    bool vertical = false;
+    if (message.FindBool("Vertical", &vertical) == B_OK)
+        Chart()->SetVertical(vertical);
+    fGaugeItem->SetMarked(true);
+}
+
+void ChartGeneralTab::RefreshSkipChanged()
+{
+    const int16 skip = SkipOf(fRefreshSkip);
+    Chart()->SetSkipValue(skip);
+    fRefreshSkip->SetLabel(SkipLabel("Refresh at every ", skip, "sysinfo sample").c_str());
+}
+
+void ChartGeneralTab::ValueSkipChanged()
+{
+    const int16 skip = SkipOf(fValueSkip);
+    Chart()->SetValueSkipValue(skip);
+    fValueSkip->SetLabel(SkipLabel("Draw value at every ", skip, "refresh").c_str());
+}
+
+void ChartGeneralTab::GetState()
+{
+    const ChartView* chart = Chart();
+    if (chart == nullptr)
+        return;
+    fTitle->SetText(chart->Title());
+    fShowValue->SetValue(chart->ShowsValue());
+    fShowTitle->SetValue(chart->ShowsTitle());
+    fShowBorder->SetValue(chart->ShowsBorder());
+    fDesktopColor->SetValue(chart->LocksBgColor());
+    fPageSize->SetPosition(chart->PageSize());
+    fPageSize->SetLabel(PercentLabel("Page size", fPageSize->Position()).c_str());
+    fRefreshSkip->SetPosition(static_cast<float>(1 + chart->SkipValue()) / kSkipSteps);
+    PostToPage(this, MSG_REFRESH_SKIP);
+    fValueSkip->SetPosition(static_cast<float>(1 + chart->ValueSkipValue()) / kSkipSteps);
+    PostToPage(this, MSG_VALUE_SKIP);
+    MarkMode();
+}
+
+void ChartGeneralTab::MarkMode()
+{
+    if (Chart()->Mode() == kChartMode) {
+        const int16 type = Chart()->ChartType();
+        const int32 index = type == kLineChart ? 1 : type < kPointChart ? 0 : 2;
+        fChartItem->Submenu()->ItemAt(index)->SetMarked(true);
+        fChartItem->SetMarked(true);
+    } else if (Chart()->Mode() == kGaugeMode) {
+        fGaugeItem->Submenu()->ItemAt(Chart()->IsVertical() ? 1 : 0)->SetMarked(true);
+        fGaugeItem->SetMarked(true);
+    }
+}
+
+void ChartGeneralTab::Rerender()
+{
+    ChartPage::Rerender();
+    const float width = Bounds().Width();
+    const float height = Bounds().Height();
+
+    float gap = (height - 4 * fShowValue->Bounds().Height()) / 5;
+    float y = gap;
+    for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
+        box->MoveTo(width * kLeftColumn, y);
+        y += box->Bounds().Height() + gap;
+    }
+
+    const std::initializer_list<BView*> right = {fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip};
+    gap = height;
+    for (const BView* view : right)
+        gap -= view->Bounds().Height();
+    gap /= 7;
+    y = gap;
+    for (BView* view : right) {
+        view->MoveTo(width * kRightColumn, y);
+        view->ResizeTo(width * kRightWidth, view->Bounds().Height());
+        y += view->Bounds().Height() + gap;
+    }
+    fMode->SetDivider(width * kRightWidth / kDividerPart);
+    fTitle->SetDivider(width * kRightWidth / kDividerPart);
+}
+
+void ChartGeneralTab::GetMinimumSize(float* width, float* height)
+{
+    float leftWidth = 0;
+    float leftHeight = 5 * kSmallestGap;
+    for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
+        const BPoint size = PreferredSizeOf(box);
+        leftWidth = std::max(leftWidth, size.x + kSmallestGap);
+        leftHeight += size.y;
+    }
+    float rightWidth = 0;
+    float rightHeight = 7 * kSmallestGap;
+    for (BView* view : std::initializer_list<BView*>{fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip}) {
+        const BPoint size = PreferredSizeOf(view);
+        rightWidth = std::max(rightWidth, size.x);
+        rightHeight += size.y;
+    }
+    *width = std::max(leftWidth / (kRightColumn - kLeftColumn), rightWidth / kRightWidth);
+    *height = std::max(leftHeight, rightHeight);
+}

@@ -1,0 +1,33 @@
+#include "src/pages/ChartPage.h"
+
+#include "src/chart/ChartView.h"
+#include "src/support/MessageCodes.h"
+
+ChartPage::ChartPage(const char* name, ChartView* chart, SaveFunction save)
+    : PrefsTab(name)
+    , fChart(chart)
+    , fSave(save)
+{
+    (fChart->*fSave)(&fSnapshot);
+}
+
+void ChartPage::Revert()
+{
+    if (fChart == nullptr)
+        return;
+    // A chart whose tab does not show has no looper; its settings are put back all the same.
+    const bool locked = fChart->LockLooper();
+    fChart->LoadPrefsFrom(&fSnapshot);
+    fChart->Invalidate();
+    if (locked)
+        fChart->UnlockLooper();
+}
+
+bool ChartPage::SavePrefsForDD(BMessage* message)
+{
+    if (fChart == nullptr)
+        return false;
+    message->what = MSG_PREFS_DROP;
+    (fChart->*fSave)(message);
+    return true;
+}

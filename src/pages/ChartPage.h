@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "src/prefs/PrefsTab.h"
+
+class ChartView;
+
+/// Base of the pages that edit a chart: each edits one group of its settings, which is what it puts back and what is
+/// dragged with it.
+///
+/// The chart is not owned. When it goes away ForgetModel() has to be called first.
+class ChartPage : public PrefsTab {
+public:
+    /// Puts the group into a message: one of the chart's Save...PrefsTo().
+    typedef status_t (ChartView::*SaveFunction)(BMessage* into) const;
+
+    ChartPage(const char* name, ChartView* chart, SaveFunction save);
+
+    void Revert() override;
+    bool SavePrefsForDD(BMessage* message) override;
+    void ForgetModel() override { fChart = nullptr; }
+
+protected:
+    /// Null when the chart has gone away.
+    ChartView* Chart() const { return fChart; }
+
+private:
+    ChartView* fChart;
+    SaveFunction fSave;
+    BMessage fSnapshot;
+};

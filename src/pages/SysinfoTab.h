@@ -1,0 +1,42 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "src/prefs/PrefsTab.h"
+
+class BSlider;
+class Sysinfo;
+
+/// The page of the sampler's two settings: how many samples the history keeps, which is the span of every average, and
+/// the time between two samples. Both change while the slider moves.
+///
+/// The delay slider has 200 steps of 24.95 milliseconds from 10 milliseconds on. A delay between two steps is shown as
+/// the nearer one and the label speaks of that, so opening the page can change the delay a little; a history of one
+/// sample likewise becomes one of two.
+class SysinfoTab : public PrefsTab {
+public:
+    /// @param sampler  null for the application's own, whichever that is at the time. Another one has to outlive the
+    ///                 page
+    explicit SysinfoTab(Sysinfo* sampler);
+
+    void AllAttached() override;
+    void MessageReceived(BMessage* message) override;
+    void Rerender() override;
+    void GetState() override;
+    void Revert() override;
+    /// False: the sampler's settings mean nothing to a chart.
+    bool SavePrefsForDD(BMessage* message) override;
+    void ForgetModel() override;
+    void GetMinimumSize(float* width, float* height) override;
+
+private:
+    Sysinfo* Sampler() const;
+    void SamplesChanged();
+    void DelayChanged();
+
+    Sysinfo* fSampler; // only if it is not the application's
+    bool fIsApplications;
+    // Children of this view.
+    BSlider* fSamples;
+    BSlider* fDelay;
+    BMessage fSnapshot;
+};

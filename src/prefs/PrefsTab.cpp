@@ -1,0 +1,30 @@
+#include "src/prefs/PrefsTab.h"
+
+#include "kits/interface/TabView.h"
+#include "src/prefs/PrefsLayout.h"
+
+PrefsTab::PrefsTab(const char* name)
+    : BView(BRect(0, 0, 100, 100), name, B_FOLLOW_ALL, B_WILL_DRAW | B_FRAME_EVENTS)
+{
+    SetViewColor(kPageColor);
+}
+
+void PrefsTab::AllAttached()
+{
+    const BRect room = fOwner->Bounds();
+    ResizeTo(room.Width() - 2 * kPageMargin, room.bottom - fOwner->TabHeight() - room.top - 2 * kPageMargin);
+    MoveTo(kPageMargin, kPageMargin);
+    if (fNeedsRerender)
+        Rerender();
+    GetState();
+}
+
+void PrefsTab::FrameResized(float, float)
+{
+    Rerender();
+}
+
+void PrefsTab::Rerender()
+{
+    fNeedsRerender = false;
+}

@@ -1,0 +1,139 @@
+#include "src/prefs/PrefsWindow.h"
+
+#include "kits/application/Message.h"
+#include "src/prefs/DDTabView.h"
+#include "src/prefs/PrefsButtonView.h"
+#include "src/prefs/PrefsLayout.h"
+#include "src/prefs/PrefsTab.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+
+PrefsWindow::PrefsWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot)
+    : SmartWindow(frame, title, target, ownerSlot, 0)
+{
+    initialise();
+}
+
+PrefsWindow::PrefsWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot)
+    : SmartWindow(archive, target, ownerSlot)
+{
+    initialise();
+}
+
+void PrefsWindow::initialise()
+{
+    const BRect bounds = Bounds();
+    fButtons = new PrefsButtonView(bounds);
+    AddChild(fButtons);
+    float ignored = 0;
+    float rowHeight = 0;
+    fButtons->GetPreferredSize(&ignored, &rowHeight);
+    fTabView = new DDTabView(BRect(bounds.left, bounds.top, bounds.right, bounds.bottom - rowHeight));
+    AddChild(fTabView);
+    LayOut(bounds.Width(), bounds.Height());
+}
+
+void PrefsWindow::LayOut(float width, float height)
+{
+    float ignored = 0;
+    float rowHeight = 0;
+    fButtons->GetPreferredSize(&ignored, &rowHeight);
+    fTabView->ResizeTo(width, height - rowHeight);
+    fButtons->MoveTo(0, height - rowHeight + 1);
+    fButtons->ResizeTo(width, rowHeight);
+}
+
+void PrefsWindow::FrameResized(float width, float height)
+{
+    DisableUpdates();
+    LayOut(width, height);
+    EnableUpdates();
+}
+
+void PrefsWindow::AddPrefsTab(PrefsTab* page)
+{
+    const bool isFirst = fTabView->CountTabs() == 0;
+    fTabView->AddTab(page, nullptr);
+    page->SetOwner(fTabView);
+    if (isFirst)
+        fTabView->Select(0);
+}
+
+void PrefsWindow::ForEachPage(const std::function<void(PrefsTab*)>& action)
+{
+    for (int32 index = 0; BTab* tab = fTabView->TabAt(index); index++) {
+        if (auto* page = dynamic_cast<PrefsTab*>(tab->View()))
+            action(page);
+    }
+}
+
+void PrefsWindow::RevertAll()
+{
+    ForEachPage([](PrefsTab* page) { page->Revert(); });
+}
+
+void PrefsWindow::GetState()
+{
+    ForEachPage([](PrefsTab* page) { page->GetState(); });
+}
+
+void PrefsWindow::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_PREFS_REVERT: {
+        BTab* tab = fTabView->TabAt(fTabView->Selection());
+        if (auto* page = tab != nullptr ? dynamic_cast<PrefsTab*>(tab->View()) : nullptr)
+            page->Revert();
+        GetState();
+        break;
+    }
+    case MSG_PREFS_REVERT_ALL:
+        RevertAll();
+        GetState();
+        break;
+    case MSG_PREFS_CANCEL:
+        RevertAll();
+        PostMessage(B_QUIT_REQUESTED);
+        break;
+    default:
+        SmartWindow::MessageReceived(message);
+    }
+}
+
+void PrefsWindow::Show()
+{
+    RaiseMinimumSize();
+    SmartWindow::Show();
+}
+
+void PrefsWindow::RaiseMinimumSize()
+{
+    float pageWidth = fButtons->MinimumWidth() - 2 * kPageMargin;
+    float pageHeight = 0;
+    ForEachPage([&](PrefsTab* page) {
+        float width = 0;
+        float height = 0;
+        page->GetMinimumSize(&width, &height);
+        pageWidth = std::max(pageWidth, width);
+        pageHeight = std::max(pageHeight, height);
+    });
+    float ignored = 0;
+    float rowHeight = 0;
+    fButtons->GetPreferredSize(&ignored, &rowHeight);
+
+    float minWidth = 0;
+    float maxWidth = 0;
+    float minHeight = 0;
+    float maxHeight = 0;
+    GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
+    minWidth = std::max(minWidth, pageWidth + 2 * kPageMargin);
+    minHeight = std::max(minHeight, pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight);
+    SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
+}
+
+void PrefsWindow::Quit()
+{
+    ForEachPage([](PrefsTab* page) { page->ForgetModel(); });
+    SmartWindow::Quit();
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "src/app/SmartWindow.h"
+
+#include <functional>
+
+class DDTabView;
+class PrefsButtonView;
+class PrefsTab;
+
+/// A window of tabbed pages that edit a live model. Nothing has to be applied; the buttons undo: "Revert" puts back
+/// what the page that shows has changed, "Revert all" what all pages have, "Cancel" does that, too, and closes.
+///
+/// Its owner keeps a pointer to it and hands in that pointer's address, as for every SmartWindow. Whose model goes away
+/// calls Quit(): from that moment no page touches the model, even if the window has to wait for a menu to close.
+class PrefsWindow : public SmartWindow {
+public:
+    /// @param target     gets MSG_WINDOW_CLOSED; null for the application
+    /// @param ownerSlot  the owner's pointer to the window, or null
+    PrefsWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot);
+    /// A window as it was archived.
+    PrefsWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot);
+
+    /// Adds a page behind the others; it belongs to the window. The first one is selected.
+    void AddPrefsTab(PrefsTab* page);
+
+    /// Puts the models of all pages back.
+    void RevertAll();
+    /// Fills the controls of all pages.
+    void GetState();
+
+    /// The first time the window's smallest size, as set by its owner, is raised to what the pages need with this font.
+    void Show() override;
+    void Quit() override;
+    void FrameResized(float width, float height) override;
+    void MessageReceived(BMessage* message) override;
+
+private:
+    void initialise();
+    void ForEachPage(const std::function<void(PrefsTab*)>& action);
+    void LayOut(float width, float height);
+    void RaiseMinimumSize();
+
+    // Children of the window.
+    DDTabView* fTabView = nullptr;
+    PrefsButtonView* fButtons = nullptr;
+};
