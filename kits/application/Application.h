@@ -19,9 +19,9 @@ class Timer;
 /// returned.
 class BApplication : public BLooper {
 public:
-    /// @param signature  its MIME type: "application/x-vnd." and a name
+    /// @param mimeType  its signature: "application/x-vnd." and a name
     /// @param error      when not null, gets what InitCheck returns
-    explicit BApplication(const char* signature, status_t* error = nullptr);
+    explicit BApplication(const char* mimeType, status_t* error = nullptr);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
     /// loop any more. Loopers that are not on the heap have to go before.
     ~BApplication() override;
@@ -47,7 +47,7 @@ public:
     virtual void AboutRequested();
     /// B_ARGV_RECEIVED has come: the arguments of a start, the first being the program.
     virtual void ArgvReceived(int32 argc, char** argv);
-    /// Called at the pulse rate, see kits::Timer.
+    /// Called at the pulse rate (see kits::Timer), but not before ReadyToRun() has returned.
     virtual void Pulse();
     /// @param rate  microseconds between pulses; 0 or less: none, as at the beginning
     void SetPulseRate(bigtime_t rate);
@@ -64,12 +64,13 @@ public:
     void AddLaunchMessage(std::unique_ptr<BMessage> message);
 
 private:
-    void HandleLaunchMessages();
+    void HandleArguments(const BMessage& message);
 
-    std::string fSignature;
-    status_t fInitStatus;
-    bool fReady = false;
-    bool fQuitting = false;
+    const std::string fSignature;
+    const status_t fInitStatus;
+    bool fHasRun = false;
+    bool fIsLaunched = false; ///< the launch messages have been handled
+    bool fIsReady = false;    ///< ReadyToRun has returned
     std::vector<std::unique_ptr<BMessage>> fLaunchMessages;
     std::unique_ptr<kits::Timer> fPulse;
 };

@@ -22,9 +22,10 @@ public:
     /// Installs a loop; null puts the PollEventLoop back. Not owned. Main thread, while no loop runs.
     static void SetCurrent(EventLoop* loop);
 
-    /// Runs the loop until Quit. May be called again from inside. Main thread.
+    /// Runs the loop until Quit. May be called again from inside; such a Run keeps a NestedLoop of its own. Main
+    /// thread.
     virtual void Run() = 0;
-    /// Ends the innermost Run that is under way, after what is being handled now. Main thread.
+    /// Ends the innermost Run that is under way, after what is being handled now; nothing if none is. Main thread.
     virtual void Quit() = 0;
 
     /// Readable while there is something to do. One eventfd for the whole life of the process: watch it, never read it

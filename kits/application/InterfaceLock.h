@@ -43,12 +43,14 @@ public:
 private:
     InterfaceLock() = default;
     status_t Acquire(int32 depth, bigtime_t timeout);
+    void Release(const WaitPoint::Guard& guard);
+    void PassOn(const WaitPoint::Guard& guard);
 
     mutable WaitPoint fPoint;
     thread_id fHolder = -1; ///< guarded by fPoint, as what follows
     int32 fDepth = 0;
-    uint64 fNextTicket = 0; ///< of who comes next
-    uint64 fHandedTo = 0;   ///< see Acquire
+    bool fIsHandedOn = false; ///< a thread that has waited was woken to take it
+    uint64 fCountAcquired = 0;
 };
 
 /// Holds the interface lock for a block of code.

@@ -83,7 +83,6 @@ public:
 private:
     friend class BHandler;
 
-    bool fRunning = false;
     std::vector<BHandler*> fHandlers;
     std::vector<std::unique_ptr<BMessage>*> fCurrent; ///< the messages in dispatch, the innermost last
 };

@@ -10,6 +10,7 @@ namespace kits {
 /// and alone touches the toolkit's objects.
 
 bool IsMainThread();
+thread_id MainThreadId();
 
 /// Has the action run on the main thread with the interface lock held, at the next turn of its event loop, also of a
 /// nested one; in the order of the calls. Any thread, never waits. What the action refers to has to be there then:
@@ -30,7 +31,7 @@ bool IsOutermost();
 class NestedLoop {
 public:
     /// @param cancel  makes the loop end soon (closes the menu or the alert, cancels the drag); called at most once, on
-    ///                the main thread, the innermost loop's first
+    ///                the main thread, inside the innermost loop, where this one may not be the innermost
     explicit NestedLoop(std::function<void()> cancel);
     /// Puts the depth of the interface lock back to what it was at the beginning.
     ~NestedLoop();
@@ -41,7 +42,7 @@ public:
     bool WasCanceled() const { return fCanceled; }
 
     static int32 Count();
-    /// Tells all of them to end, those too that are begun by code that runs before the outermost loop is reached.
+    /// Tells all of them to end, the innermost first.
     static void CancelAll();
 
 private:

@@ -52,11 +52,13 @@ public:
 
     BMessage();
     explicit BMessage(uint32 code);
-    /// Copies code, fields, and how it was dropped. A copy of a delivered message is not the delivered one: it has no
-    /// return address and answers nothing.
+    /// Copies code, fields, mark, and how it was dropped. A copy of a delivered message is not the delivered one: it
+    /// has no return address and answers nothing; a message that is assigned to is what it was in this.
     BMessage(const BMessage& other);
-    BMessage(BMessage&& other) noexcept;
     BMessage& operator=(const BMessage& other);
+    /// Takes everything over, the duty to answer too; `other` is left empty, and a message that is assigned to answers
+    /// before.
+    BMessage(BMessage&& other) noexcept;
     BMessage& operator=(BMessage&& other) noexcept;
     /// Answers `B_NO_REPLY` if the sender waits and has not been answered.
     virtual ~BMessage();
@@ -102,7 +104,7 @@ public:
     status_t AddMessenger(const char* name, const BMessenger& value);
     /// Puts a copy in, with its pointers.
     status_t AddMessage(const char* name, const BMessage* value);
-    /// Adds the object's bytes under its type code, as a value of any size.
+    /// Adds the object's bytes under its type code, of the size that the rules of AddData and the object allow.
     status_t AddFlat(const char* name, const BFlattenable* object);
     /// Adds a copy of these bytes, of any type but `B_MESSAGE_TYPE` (`B_BAD_TYPE`).
     /// @param numBytes   a type whose size is known has to have it, else `B_BAD_VALUE`. A string ends at its first zero
@@ -249,7 +251,7 @@ public:
     BPoint DropPoint(BPoint* offset = nullptr) const;
 
     /// Whether it was posted or sent, and not made here.
-    bool WasDelivered() const;
+    bool WasDelivered() const { return fDelivered; }
     /// Whether its sender waits for an answer (in SendMessage with a reply), and has none yet.
     bool IsSourceWaiting() const;
     /// Where an answer will go; an invalid messenger if it asked for none.
@@ -266,15 +268,15 @@ private:
     friend struct kits::MessageAccess;
     class Field;
 
+    Field* FieldOf(const char* name);
     const Field* FieldOf(const char* name) const;
-    status_t FindField(const char* name, type_code type, int32 index, const Field** field) const;
-    status_t FieldToReplace(const char* name, type_code type, int32 index, Field** field);
-    status_t FieldToAddTo(const char* name, type_code type, bool fixedSize, Field** field, bool* created);
-    template <class T> status_t AddFixed(const char* name, type_code type, const T& value);
-    template <class T> status_t FindFixed(const char* name, type_code type, int32 index, T* value) const;
-    template <class T> status_t ReplaceFixed(const char* name, type_code type, int32 index, const T& value);
+    status_t FindField(const char* name, type_code type, int32 index, const Field** found) const;
+    status_t AddBytes(const char* name, type_code type, const void* data, size_t size, bool fixedSize, int32 count = 1);
+    status_t FindBytes(const char* name, type_code type, int32 index, void* value, size_t size) const;
+    status_t ReplaceBytes(const char* name, type_code type, int32 index, const void* data, size_t size);
 
     bool fNewestWins = false;
+    bool fDelivered = false;
     std::vector<Field> fFields;
-    std::unique_ptr<kits::MessageDelivery> fDelivery; ///< null unless it was delivered or dropped
+    std::unique_ptr<kits::MessageDelivery> fDelivery; ///< null unless it was dropped or has a return address
 };

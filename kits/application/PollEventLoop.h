@@ -2,6 +2,8 @@
 
 #include "kits/application/EventLoop.h"
 
+#include <vector>
+
 namespace kits {
 
 /// The event loop without a toolkit: poll(2) on the wake descriptor alone.
@@ -11,8 +13,7 @@ public:
     void Quit() override;
 
 private:
-    int32 fLevels = 0; ///< how many Runs are under way
-    int32 fQuitAt = 0; ///< Runs at this level and above end; 0 for none
+    std::vector<bool*> fRuns; ///< of every Run that is under way, the innermost last: whether it is to end
 };
 
 } // namespace kits

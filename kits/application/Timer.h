@@ -35,8 +35,8 @@ private:
     bigtime_t fDue = B_INFINITE_TIMEOUT;
     bigtime_t fInterval = 0;
     bool fRepeat = false;
-    uint64 fRound = 0;          ///< the pass over the timers that has called it last
-    bool* fDestroyed = nullptr; ///< set when it is destroyed inside its own call
+    uint64 fRound = 0;          ///< the pass over the timers that called it last
+    bool* fDestroyed = nullptr; ///< in its own call: set when it is destroyed there
 };
 
 } // namespace kits

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "kits/application/MainThread.h"
+
+namespace kits {
+
+/// Something is handed to the program: counts the event, and keeps what is destroyed meanwhile until this is over.
+/// Main thread.
+class DispatchScope {
+public:
+    DispatchScope();
+    ~DispatchScope();
+    DispatchScope(const DispatchScope&) = delete;
+    DispatchScope& operator=(const DispatchScope&) = delete;
+};
+
+/// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else, if there are any, tells the nested loops
+/// to end.
+void RunOutermostActions();
+/// Runs the actions of RunOnMainThread that are there now.
+void RunMainThreadActions();
+/// Whether actions wait that could be run now.
+bool HasActionsToRun();
+/// Runs all actions until there are none. For the end of the application.
+void RunLeftOverActions();
+
+/// Waits until EventLoop::WakeDescriptor() can be read or the moment (of system_time) has come, with the interface lock
+/// given up meanwhile and as deep as before afterwards.
+void WaitForWork(bigtime_t until);
+
+/// EventLoop::RunDue, which ends before the next message when `stop` says so; null never does.
+void TakeTurn(const std::function<bool()>& stop);
+
+/// Has SIGTERM, SIGINT and SIGHUP noted from now on, for good. Those that the process was started to ignore stay
+/// ignored.
+void InstallQuitSignals();
+/// Whether one of them came since the last call.
+bool TakeQuitSignal();
+
+} // namespace kits

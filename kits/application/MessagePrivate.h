@@ -1,0 +1,38 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/support/Point.h"
+
+namespace kits {
+
+/// How a message came: who gets its answer, and where it was dropped.
+struct MessageDelivery {
+    Address replyTo;
+    bool sourceWaits = false; ///< the sender waits for the answer
+    bool replied = false;
+    bool dropped = false;
+    BPoint dropPoint;
+    BPoint dropOffset;
+};
+
+/// What the kits may do with a message or a messenger and programs may not.
+struct MessageAccess {
+    /// Marks a message as dropped at this place of the screen.
+    static void SetDropped(BMessage& message, BPoint where, BPoint offset);
+    /// Marks a message as delivered. An address that is set gets the answers.
+    static void SetDelivered(BMessage& message, const Address& replyTo, bool sourceWaits);
+    static const MessageDelivery* DeliveryOf(const BMessage& message) { return message.fDelivery.get(); }
+
+    static const Address& AddressOf(const BMessenger& messenger) { return messenger.fAddress; }
+    static BMessenger MessengerTo(const Address& address);
+
+    using Field = BMessage::Field;
+    static const std::vector<Field>& FieldsOf(const BMessage& message) { return message.fFields; }
+    static std::vector<Field>& FieldsOf(BMessage& message) { return message.fFields; }
+
+private:
+    static MessageDelivery& NeedDelivery(BMessage& message);
+};
+
+} // namespace kits

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/application/Token.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+class BHandler;
+class BLooper;
+
+namespace kits {
+
+class ReplyWait;
+
+/// Everything in this process that messages can be sent to, by token, and the messages that wait: one queue for all
+/// loopers, so that they are taken in the order of posting.
+///
+/// Its mutex is a leaf: nothing else is taken or called under it, and messages are destroyed (which may answer their
+/// senders) after it is released. Any thread, but where it says more.
+class PostOffice {
+public:
+    static PostOffice& Get();
+
+    token_t AddHandler(BHandler* handler);
+    /// Makes a looper of a handler that was added.
+    void MakeLooper(token_t token, BLooper* looper);
+    /// Something that one message can be sent to, which is then forgotten.
+    token_t AddReplyWait(std::shared_ptr<ReplyWait> wait);
+    /// Forgets a handler, a looper or a wait, and drops the messages for it.
+    void Remove(token_t token);
+
+    /// Puts a handler into a looper; 0 takes it out.
+    void SetLooper(token_t handler, token_t looper);
+    /// Lets the looper's messages be dispatched; until then they are held back.
+    void Start(token_t looper);
+    /// Drops the looper's messages and takes no more. False if it was closed already.
+    bool Close(token_t looper);
+
+    /// Queues a message, or gives it to whoever waits for it.
+    /// @return `B_BAD_HANDLER` if the target or its looper is gone, `B_WOULD_BLOCK` if the queue is full
+    status_t Post(token_t target, std::unique_ptr<BMessage> message);
+
+    /// Whether a message could be sent there now.
+    bool IsReachable(token_t token) const;
+    /// The looper of a handler, open or not; 0 if it has none or is gone.
+    token_t LooperOf(token_t handler) const;
+    bool IsOpen(token_t looper) const;
+    /// How many messages wait for a looper.
+    int32 CountWaiting(token_t looper) const;
+
+    // Main thread, or with the interface lock held, as long as which what is returned exists.
+
+    /// Null if it is gone; its looper too if that is gone or closed.
+    BHandler* HandlerAt(token_t token, BLooper** looper) const;
+    /// Null if it is gone. Closed loopers are found.
+    BLooper* LooperAt(token_t token) const;
+    /// Of all loopers that have been started and are not closed, in the order in which they were made.
+    std::vector<token_t> RunningLoopers() const;
+
+    // Main thread with the interface lock held.
+
+    /// The number that the next message will get; messages are numbered in the order of posting.
+    uint64 NextNumber() const;
+    /// Dispatches the first message that waits. False if there is none with a number below `end`.
+    bool DispatchNext(uint64 end);
+    bool HasMessages() const;
+
+private:
+    struct Parcel {
+        token_t handler;
+        token_t looper;
+        std::unique_ptr<BMessage> message; ///< null once it was dropped
+    };
+    struct HandlerState {
+        BHandler* handler;
+        token_t looper = 0;
+        /// The messages marked "newest wins" that wait for it, by code. Elements of a deque stay where they are.
+        std::vector<std::pair<uint32, Parcel*>> newest;
+    };
+    struct LooperState {
+        BLooper* looper;
+        bool isStarted = false;
+        bool isClosed = false;
+        int32 countWaiting = 0;
+        std::deque<Parcel> held;
+    };
+    using Messages = std::vector<std::unique_ptr<BMessage>>;
+
+    PostOffice() = default;
+    LooperState* OpenLooperOf(const HandlerState& handler);
+    bool TakeNext(uint64 end, Parcel* taken, bool* isDeliverable);
+    void Forget(Parcel* parcel);
+    /// Moves the messages for this handler or looper out of the queues.
+    template <class Matches> void Drop(const Matches& matches, Messages* dropped);
+
+    mutable std::mutex fMutex;
+    token_t fLastToken = 0;
+    std::unordered_map<token_t, HandlerState> fHandlers;
+    std::map<token_t, LooperState> fLoopers;
+    std::unordered_map<token_t, std::shared_ptr<ReplyWait>> fReplyWaits;
+    std::deque<Parcel> fQueue;
+    uint64 fFirstNumber = 0; ///< of the first in the queue
+};
+
+} // namespace kits

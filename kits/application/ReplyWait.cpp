@@ -1,0 +1,62 @@
+#include "kits/application/ReplyWait.h"
+
+#include "kits/application/EventLoop.h"
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/MainThreadPrivate.h"
+#include "kits/kernel/Clock.h"
+
+#include <algorithm>
+
+namespace kits {
+
+void ReplyWait::Answer(std::unique_ptr<BMessage> answer)
+{
+    {
+        WaitPoint::Guard guard = fPoint.Hold();
+        fAnswer = std::move(answer);
+        fPoint.WakeAll(guard);
+    }
+    EventLoop::Wake();
+}
+
+bool ReplyWait::HasAnswer()
+{
+    const WaitPoint::Guard guard = fPoint.Hold();
+    return fAnswer != nullptr;
+}
+
+status_t ReplyWait::Await(bigtime_t timeout)
+{
+    if (IsMainThread())
+        return AwaitOnMainThread(timeout);
+    WaitPoint::Guard guard = fPoint.Hold();
+    return fPoint.Wait(
+        guard, [this] { return fAnswer != nullptr; }, timeout);
+}
+
+status_t ReplyWait::AwaitOnMainThread(bigtime_t timeout)
+{
+    const InterfaceLocker locker;
+    const NestedLoop nested(nullptr);
+    const bigtime_t now = system_time();
+    const bigtime_t end = timeout < B_INFINITE_TIMEOUT - now ? now + timeout : B_INFINITE_TIMEOUT;
+    const auto isOver = [this, &nested] { return nested.WasCanceled() || HasAnswer(); };
+    while (true) {
+        TakeTurn(isOver);
+        if (HasAnswer())
+            return B_OK;
+        if (nested.WasCanceled())
+            return B_CANCELED;
+        if (system_time() >= end)
+            return timeout > 0 ? B_TIMED_OUT : B_WOULD_BLOCK;
+        WaitForWork(std::min(end, EventLoop::Deadline()));
+    }
+}
+
+std::unique_ptr<BMessage> ReplyWait::TakeAnswer()
+{
+    const WaitPoint::Guard guard = fPoint.Hold();
+    return std::move(fAnswer);
+}
+
+} // namespace kits

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/kernel/WaitPoint.h"
+
+#include <memory>
+
+namespace kits {
+
+/// One thread that waits for the answer to one message.
+class ReplyWait {
+public:
+    /// Takes the answer. Any thread, once.
+    void Answer(std::unique_ptr<BMessage> answer);
+    bool HasAnswer();
+    /// Waits for the answer, on the main thread in a nested loop (see BMessenger::SendMessage).
+    status_t Await(bigtime_t timeout);
+    /// What came; null if nothing has.
+    std::unique_ptr<BMessage> TakeAnswer();
+
+private:
+    status_t AwaitOnMainThread(bigtime_t timeout);
+
+    WaitPoint fPoint{B_THREAD_RECEIVING};
+    std::unique_ptr<BMessage> fAnswer; ///< guarded by fPoint
+};
+
+} // namespace kits

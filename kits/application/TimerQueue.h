@@ -1,0 +1,27 @@
+#pragma once
+
+#include "kits/application/Timer.h"
+
+#include <vector>
+
+namespace kits {
+
+/// The timers that run. With the interface lock held.
+class TimerQueue {
+public:
+    static TimerQueue& Get();
+
+    void Add(Timer* timer);
+    void Remove(Timer* timer);
+    bigtime_t Deadline() const;
+    /// Calls every timer that is due, once, in the order in which they are due.
+    void RunDue(bigtime_t now);
+
+private:
+    static void Call(Timer* timer, bigtime_t now);
+
+    std::vector<Timer*> fTimers;
+    uint64 fRound = 0;
+};
+
+} // namespace kits
