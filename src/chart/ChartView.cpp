@@ -3,6 +3,7 @@
 #include "kits/interface/Dragger.h"
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"
+#include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
 
 #include <algorithm>
@@ -52,6 +53,7 @@ void ChartView::Initialise()
 {
     fThrottle.Start(system_time());
     fTitle = "Def. title; d&d a source to the title";
+    SetAccessibleName(fTitle.c_str());
     for (size_t i = 0; i < fChartColors.size(); i++) {
         const auto step = static_cast<uint8>(8 * i);
         const auto grey = static_cast<uint8>(100 + step);
@@ -166,7 +168,10 @@ void ChartView::AddValueProvider(BMessage* archive, int32 index)
         return;
     if (index < 0 || index > count)
         index = count;
-    fProviders.insert(fProviders.begin() + index, std::make_unique<ValueProvider>(archive));
+    auto provider = std::make_unique<ValueProvider>(archive);
+    if (fMenu != nullptr)
+        fMenu->AddSource(ValueProvider::Name(provider->Target(), provider->Flags()).c_str(), index);
+    fProviders.insert(fProviders.begin() + index, std::move(provider));
 }
 
 void ChartView::RemoveValueProvider(int32 index)
@@ -175,11 +180,27 @@ void ChartView::RemoveValueProvider(int32 index)
         fProviders.clear();
     else if (index >= 0 && index < CountValueProviders())
         fProviders.erase(fProviders.begin() + index);
+    else
+        return;
+    if (fMenu != nullptr)
+        fMenu->RemoveSource(index);
 }
 
 void ChartView::AllAttached()
 {
     Connect(true, true);
     DrawTitle(true);
+    if (fMenu == nullptr)
+        MakeMenu();
     UpdateDragger();
+}
+
+void ChartView::MakeMenu()
+{
+    fMenu = std::make_unique<ChartMenu>(fReplicant);
+    fMenu->MarkPaused(fPaused);
+    for (int32 i = 0; i < CountValueProviders(); i++) {
+        const ValueProvider* provider = ValueProviderAt(i);
+        fMenu->AddSource(ValueProvider::Name(provider->Target(), provider->Flags()).c_str(), i);
+    }
 }

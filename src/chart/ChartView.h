@@ -19,11 +19,8 @@
 #include <vector>
 
 class BDragger;
-class BMenu;
-class BPopUpMenu;
+class ChartMenu;
 class ChartViewHolder;
-class OwnedPeriodicThread;
-class SmartWindow;
 class Sysinfo;
 class SysinfoNode;
 
@@ -198,9 +195,26 @@ public:
     /// The picture so far, null in gauge mode; stays the chart's. Read it under its lock.
     BBitmap* Picture() const { return fBitmap.get(); }
 
+    /// @name Dragging a caption
+    /// The mouse is at @p where: the caption's base line begins there, held inside the view.
+    /// @{
+    void TrackValue(BPoint where);
+    void TrackTitle(BPoint where);
+    void DoneTracking();
+    /// @}
+
+    /// A colour was dropped at @p where: it goes to the caption, the source or the background that shows there, unless
+    /// two of them would then look alike.
+    void ColorDropped(BPoint where, rgb_color color);
+    /// A font was dropped: it goes to the caption that shows there.
+    void FontDropped(BMessage* message);
+
     void AllAttached() override;
+    void ContextMenuRequested(BPoint where) override;
     void Draw(BRect update) override;
     void MessageReceived(BMessage* message) override;
+    void MouseDown(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
     /// Stretches the picture to the new size.
     void ResizeTo(float width, float height) override;
 
@@ -239,7 +253,32 @@ private:
     void LoadCaptionsFrom(const BMessage& from);
     void LoadSourcesFrom(const BMessage& from);
     void LoadColorsFrom(const BMessage& from);
+    void StartSource(int32 index);
+
+    double NextShare(size_t source, Sysinfo* sampler, SysinfoNode* newest);
+
+    void MakeMenu();
+    void UpdateToolTip();
+    void OpenMenu(BPoint where);
+    bool IsOn(const ChartCaption& caption, BPoint where) const;
+    void TrackCaption(ChartCaption& caption, BPoint where);
+
+    BPoint DropPlace(BMessage* message) const;
+    void TextDropped(BMessage* message);
+    void SourcesDropped(BMessage* message);
+    void ColorDropped(BMessage* message);
+    void ColorSource(int32 source, rgb_color color);
+    int32 SourceInPicture(BPoint where) const;
+    int32 SourceInGauge(BPoint where) const;
+
     void TakeSample(const BMessage& message);
+    void RemoveSourceOf(const BMessage& message);
+    void Distribute(const BMessage& wish);
+    void DistributePlace(uint32 command, const ChartCaption& caption);
+    void TakePlace(const BMessage& message, ChartCaption& caption);
+    void MoveColumnTo(float column);
+    void AddSibling();
+    void Delete();
 
     ChartCaption fValueCaption;
     ChartCaption fTitleCaption;
@@ -251,6 +290,7 @@ private:
     std::unique_ptr<BBitmap> fBitmap;
     BView* fPen = nullptr;        // draws into fBitmap, which owns it
     BDragger* fDragger = nullptr; // a child
+    std::unique_ptr<ChartMenu> fMenu;
     ChartViewHolder* fOwner = nullptr;
     BMessage fPrefsWindowArchive;
     BMessenger fMessenger; // as last registered
@@ -258,6 +298,7 @@ private:
     std::array<rgb_color, kMaxSources> fChartColors{};
     std::array<BPoint, kMaxSources> fLastPoints{};
     std::array<float, kMaxSources> fGaugeEnds{};
+    std::array<double, kMaxSources> fShares{}; // as last drawn
     rgb_color fBackgroundColor{};
     rgb_color fBorderColor{};
     rgb_color fLowColor{};
@@ -270,6 +311,7 @@ private:
     int16 fMode = kChartMode;
     int16 fChartType = kSolidChart;
     bool fPaused = false;
+    bool fHovered = false; // the pointer is on it
     bool fReplicant = false;
     bool fShowBorder = false;
     bool fLockBgColor = false;

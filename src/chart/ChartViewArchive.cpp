@@ -1,9 +1,8 @@
+#include "kits/application/Archivable.h"
 #include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/support/Qel.h"
-
-#include <cstring>
 
 // How a chart's settings stand in messages.
 
@@ -78,6 +77,15 @@ status_t ChartView::SavePrefsTo(BMessage* into) const
     status |= SaveGeneralPrefsTo(into);
     status |= SaveProviderPrefsTo(into);
     return status;
+}
+
+ChartView* ChartView::Instantiate(BMessage* archive)
+{
+    if (!validate_instantiation(archive, "ChartView"))
+        return nullptr;
+    auto chart = std::make_unique<ChartView>(archive);
+    chart->fReplicant = true;
+    return chart.release();
 }
 
 status_t ChartView::Archive(BMessage* into, bool) const

@@ -1,5 +1,6 @@
 #include "kits/application/Application.h"
 #include "src/chart/ChartLocks.h"
+#include "src/chart/ChartMenu.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
@@ -22,6 +23,8 @@ void ChartView::Pause(bool pause)
         return;
     LooperLock lock(this);
     fPaused = pause;
+    if (fMenu != nullptr)
+        fMenu->MarkPaused(pause);
     Connect(!pause, !pause);
 }
 

@@ -1,5 +1,22 @@
+#include "kits/application/Application.h"
+#include "kits/application/MainThread.h"
+#include "kits/interface/Window.h"
+#include "src/chart/ChartLocks.h"
+#include "src/chart/ChartMenu.h"
+#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
+#include "src/chart/ChartViewHolder.h"
+#include "src/chart/PixelRows.h"
 #include "src/support/MessageCodes.h"
+
+#include <cmath>
+
+namespace {
+
+// What FontDropped takes, as font panels send it.
+constexpr uint32 kFontDrop = '!FNT';
+
+} // namespace
 
 void ChartView::MessageReceived(BMessage* message)
 {
@@ -7,7 +24,152 @@ void ChartView::MessageReceived(BMessage* message)
     case MSG_SYSINFO_SAMPLE:
         TakeSample(*message);
         break;
+    case MSG_PREFS_DROP:
+        LoadPrefsFrom(message);
+        RedrawAll();
+        break;
+    case MSG_SOURCE_DROP:
+        SourcesDropped(message);
+        break;
+    case B_SIMPLE_DATA:
+    case B_MIME_DATA:
+        TextDropped(message);
+        break;
+    case B_PASTE:
+        ColorDropped(message);
+        break;
+    case kFontDrop:
+        FontDropped(message);
+        break;
+    case MSG_REMOVE_SOURCE:
+        RemoveSourceOf(*message);
+        break;
+    case MSG_DISTRIBUTE_VALUE_POS:
+        DistributePlace(MSG_SET_VALUE_POS, fValueCaption);
+        break;
+    case MSG_DISTRIBUTE_TITLE_POS:
+        DistributePlace(MSG_SET_TITLE_POS, fTitleCaption);
+        break;
+    case MSG_SYNC_OTHERS: {
+        beep();
+        BMessage wish(MSG_SET_COLUMN);
+        wish.AddFloat("Pos", fColumn);
+        Distribute(wish);
+        break;
+    }
+    case MSG_SET_VALUE_POS:
+        TakePlace(*message, fValueCaption);
+        break;
+    case MSG_SET_TITLE_POS:
+        TakePlace(*message, fTitleCaption);
+        break;
+    case MSG_SET_COLUMN: {
+        float column = 0;
+        if (FindInRange(*message, "Pos", &column))
+            MoveColumnTo(column);
+        break;
+    }
+    case MSG_CHART_PAUSE:
+        Pause(!fPaused);
+        break;
+    case MSG_CHART_ADD:
+        AddSibling();
+        break;
+    case MSG_CHART_DELETE:
+        Delete();
+        break;
+    case B_ABOUT_REQUESTED:
+        be_app_messenger.SendMessage(message);
+        break;
     default:
         BView::MessageReceived(message);
     }
+}
+
+void ChartView::RemoveSourceOf(const BMessage& message)
+{
+    void* item = nullptr;
+    if (fMenu == nullptr || message.FindPointer("source", &item) != B_OK)
+        return;
+    const int32 index = fMenu->SourceOf(item);
+    if (index != -1)
+        RemoveValueProvider(index);
+}
+
+void ChartView::Distribute(const BMessage& wish)
+{
+    if (fOwner == nullptr || Window() == nullptr)
+        return;
+    BMessage envelope(MSG_DISTRIBUTE);
+    envelope.AddPointer("CView", this);
+    envelope.AddMessage("Msg", &wish);
+    Window()->PostMessage(&envelope, fOwner);
+}
+
+void ChartView::DistributePlace(uint32 command, const ChartCaption& caption)
+{
+    BMessage wish(command);
+    wish.AddPoint("Coord", caption.where);
+    Distribute(wish);
+}
+
+void ChartView::TakePlace(const BMessage& message, ChartCaption& caption)
+{
+    BPoint where;
+    if (!FindInRange(message, "Coord", &where))
+        return;
+    LooperLock lock(this);
+    const float width = caption.font.StringWidth(TextOf(caption));
+    caption.where = ModerateStringCoord(where, Bounds(), width, caption.height);
+    DrawValue(true);
+    DrawTitle(true);
+}
+
+// Moves the picture so that the newest column comes to stand at another place: the next sample goes there.
+void ChartView::MoveColumnTo(float column)
+{
+    LooperLock lock(this);
+    PictureLock pictureLock(fBitmap.get());
+    const BRect area = ChartRect();
+    if (!pictureLock || column == fColumn || column > Bounds().right + 1)
+        return;
+    const float from = std::floor(fColumn);
+    const float to = std::floor(column);
+    const uint32 low = PixelWord(fLowColor);
+    PixelRows rows(fBitmap.get());
+    const auto distance = static_cast<int32>(to - from);
+    if (distance > 0) {
+        rows.MoveColumns(BRect(area.left, area.top, area.right - (to - from), area.bottom), distance);
+        rows.Fill(BRect(area.left, area.top, area.left + (to - from) - 1, area.bottom), low);
+    } else if (distance < 0) {
+        rows.MoveColumns(BRect(area.left + (from - to), area.top, area.right, area.bottom), distance);
+        rows.Fill(BRect(to + 1, area.top, from, area.bottom), low);
+    }
+    // Before column 1 comes column 0, which is to count as drawn.
+    fColumn = column == 1 ? kColumnZeroDrawn : column - 1;
+    for (int32 i = 0; i < CountValueProviders(); i++)
+        fLastPoints[static_cast<size_t>(i)].x = column;
+    if (lock)
+        Invalidate();
+}
+
+void ChartView::AddSibling()
+{
+    if (fOwner == nullptr)
+        return;
+    if (fOwner->CountCharts() >= kMaxCharts) {
+        beep();
+        return;
+    }
+    fOwner->AddChartView(new ChartView());
+    fOwner->Rerender();
+}
+
+void ChartView::Delete()
+{
+    if (fOwner == nullptr)
+        return;
+    fOwner->RemoveChartView(this);
+    // This is one of its own messages, and a menu or an alert may be open.
+    kits::RunAtOutermostLoop([this] { delete this; });
 }

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstring>
 
-// What a sample does to a chart. Nothing here allocates.
+// What a sample does to a chart.
 
 void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
 {
@@ -29,6 +29,16 @@ void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
         RefreshChart(sampler, newest);
     else
         RefreshGauge(sampler, newest);
+    if (fHovered)
+        UpdateToolTip();
+}
+
+// Each source is asked once a sample: asking advances its smoothing.
+double ChartView::NextShare(size_t source, Sysinfo* sampler, SysinfoNode* newest)
+{
+    const double share = DrawableFraction(fProviders[source]->Value(sampler, newest));
+    fShares[source] = share;
+    return share;
 }
 
 void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
@@ -50,7 +60,7 @@ void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
     for (int32 i = 0; i < count; i++) {
         const auto slot = static_cast<size_t>(i);
         const BPoint base(fColumn, stack.Base());
-        const BPoint top(fColumn, stack.Push(fProviders[slot]->Value(sampler, newest)));
+        const BPoint top(fColumn, stack.Push(NextShare(slot, sampler, newest)));
         DrawStep(slot, base, top, !step.wraps);
         fLastPoints[slot] = top;
     }
@@ -116,7 +126,7 @@ void ChartView::RefreshGauge(Sysinfo* sampler, SysinfoNode* newest)
     GaugeRow row(area, count, fVertical);
     for (int32 i = 0; i < count; i++) {
         const auto slot = static_cast<size_t>(i);
-        fGaugeEnds[slot] = row.Push(fProviders[slot]->Value(sampler, newest));
+        fGaugeEnds[slot] = row.Push(NextShare(slot, sampler, newest));
     }
     DrawGauge(area);
     TakeValueText(sampler, newest);

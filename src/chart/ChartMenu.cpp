@@ -1,0 +1,78 @@
+#include "src/chart/ChartMenu.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/PopUpMenu.h"
+#include "src/support/MenuTargets.h"
+#include "src/support/MessageCodes.h"
+
+ChartMenu::ChartMenu(bool replicant)
+    : fMenu(std::make_unique<BPopUpMenu>("ChartView", false, false))
+    , fPause(new BMenuItem("Pause", new BMessage(MSG_CHART_PAUSE)))
+    , fSources(new BMenu("Sources..."))
+{
+    fMenu->AddItem(new BMenuItem("Preferences...", new BMessage(MSG_CHART_PREFS)));
+    fMenu->AddSeparatorItem();
+    if (replicant) {
+        fMenu->AddItem(new BMenuItem("Reconnect", new BMessage(MSG_RECONNECT)));
+    } else {
+        fMenu->AddItem(new BMenuItem("Add new chart", new BMessage(MSG_CHART_ADD)));
+        fMenu->AddItem(new BMenuItem("Delete this chart", new BMessage(MSG_CHART_DELETE)));
+        fMenu->AddSeparatorItem();
+        fMenu->AddItem(new BMenuItem("Synchronize others", new BMessage(MSG_SYNC_OTHERS)));
+    }
+    fMenu->AddItem(fPause);
+    fMenu->AddItem(fSources);
+}
+
+ChartMenu::~ChartMenu() = default;
+
+void ChartMenu::AddSource(const char* name, int32 index)
+{
+    auto* source = new BMenu(name);
+    source->AddItem(new BMenuItem("Remove", new BMessage(MSG_REMOVE_SOURCE)));
+    if (!fSources->AddItem(source, index))
+        delete source;
+}
+
+void ChartMenu::RemoveSource(int32 index)
+{
+    if (index != -1) {
+        delete fSources->RemoveItem(index);
+        return;
+    }
+    while (fSources->CountItems() > 0)
+        delete fSources->RemoveItem(fSources->CountItems() - 1);
+}
+
+int32 ChartMenu::SourceOf(const void* item) const
+{
+    for (int32 i = 0; i < fSources->CountItems(); i++) {
+        if (item != nullptr && fSources->SubmenuAt(i)->ItemAt(0) == item)
+            return i;
+    }
+    return -1;
+}
+
+void ChartMenu::Offer(uint32 command, const char* label, bool offered)
+{
+    BMenuItem* item = fMenu->FindItem(command);
+    if (offered && item == nullptr) {
+        fMenu->AddSeparatorItem();
+        fMenu->AddItem(new BMenuItem(label, new BMessage(command)));
+    } else if (!offered && item != nullptr) {
+        const int32 index = fMenu->IndexOf(item);
+        delete fMenu->RemoveItem(index);
+        delete fMenu->RemoveItem(index - 1);
+    }
+}
+
+void ChartMenu::MarkPaused(bool paused)
+{
+    fPause->SetMarked(paused);
+}
+
+void ChartMenu::Open(BPoint where, BHandler* target)
+{
+    SetTargetForItemsRecursive(fMenu.get(), target);
+    fMenu->Go(where, true, true, true);
+}

@@ -1,0 +1,118 @@
+#include "kits/application/Message.h"
+#include "kits/interface/Window.h"
+#include "src/chart/ChartLocks.h"
+#include "src/chart/ChartMenu.h"
+#include "src/chart/ChartTip.h"
+#include "src/chart/ChartView.h"
+#include "src/sampling/MouseDownThread.h"
+#include "src/support/MessageCodes.h"
+
+// The hand on a chart: its menu, and its captions while they are dragged.
+
+namespace {
+
+constexpr bigtime_t kTrackInterval = 50000;
+
+bool CV_TrackValue(BView* view, BPoint& where, uint32)
+{
+    static_cast<ChartView*>(view)->TrackValue(where);
+    return true;
+}
+
+bool CV_TrackTitle(BView* view, BPoint& where, uint32)
+{
+    static_cast<ChartView*>(view)->TrackTitle(where);
+    return true;
+}
+
+void CV_DoneTracking(BView* view, BPoint&)
+{
+    static_cast<ChartView*>(view)->DoneTracking();
+}
+
+} // namespace
+
+bool ChartView::IsOn(const ChartCaption& caption, BPoint where) const
+{
+    return caption.shown && caption.drawn.Contains(where);
+}
+
+void ChartView::MouseDown(BPoint where)
+{
+    int32 buttons = 0;
+    const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
+    if (message != nullptr)
+        message->FindInt32("buttons", &buttons);
+    if ((static_cast<uint32>(buttons) & B_PRIMARY_MOUSE_BUTTON) == 0)
+        OpenMenu(where);
+    else if (IsOn(fValueCaption, where))
+        MouseDownThread::TrackMouse(this, CV_TrackValue, CV_DoneTracking, kTrackInterval);
+    else if (IsOn(fTitleCaption, where))
+        MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
+}
+
+void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)
+{
+    fHovered = transit == B_ENTERED_VIEW || transit == B_INSIDE_VIEW;
+    if (transit == B_ENTERED_VIEW)
+        UpdateToolTip();
+}
+
+void ChartView::UpdateToolTip()
+{
+    ChartTip tip;
+    for (int32 i = 0; i < CountValueProviders(); i++) {
+        const ValueProvider* provider = ValueProviderAt(i);
+        tip.AddSource(ChartColor(i), ValueProvider::Name(provider->Target(), provider->Flags()),
+                      fShares[static_cast<size_t>(i)]);
+    }
+    SetToolTip(tip.Text().c_str());
+}
+
+void ChartView::ContextMenuRequested(BPoint where)
+{
+    OpenMenu(where);
+}
+
+void ChartView::OpenMenu(BPoint where)
+{
+    if (fMenu == nullptr)
+        return;
+    if (fOwner != nullptr) {
+        fMenu->Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", IsOn(fValueCaption, where));
+        fMenu->Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", IsOn(fTitleCaption, where));
+    }
+    fMenu->Open(ConvertToScreen(where), this);
+}
+
+void ChartView::TrackValue(BPoint where)
+{
+    TrackCaption(fValueCaption, where);
+}
+
+void ChartView::TrackTitle(BPoint where)
+{
+    TrackCaption(fTitleCaption, where);
+}
+
+void ChartView::TrackCaption(ChartCaption& caption, BPoint where)
+{
+    LooperLock lock(this);
+    const float width = caption.font.StringWidth(TextOf(caption));
+    where = ModerateStringCoord(where, Bounds(), width, caption.height);
+    if (where == caption.where)
+        return;
+    caption.where = where;
+    DrawCaption(caption, true);
+}
+
+void ChartView::DoneTracking()
+{
+    LooperLock lock(this);
+    if (!lock)
+        return;
+    DrawValue(true);
+    DrawTitle(true);
+    if (fShowBorder)
+        DrawBorder();
+}

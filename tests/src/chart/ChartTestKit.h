@@ -1,0 +1,131 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/interface/Window.h"
+#include "kits/kernel/Clock.h"
+#include "src/chart/ChartView.h"
+#include "src/chart/PixelRows.h"
+#include "src/sampling/SampleRecords.h"
+#include "src/sampling/Sysinfo.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What the tests of charts share: samples with chosen values, a clock that stands still, and a chart in a window.
+
+/// The sources that the samples below have values for, in the order of Shares.
+inline constexpr vptarget_t kTestTargets[] = {VP_USED_MEMORY, VP_ALLOCATED_TEAMS, VP_ALLOCATED_THREADS,
+                                              VP_ALLOCATED_SEMS, VP_ALLOCATED_PORTS};
+
+/// Thousandths for each of the sources above.
+struct Shares {
+    int32 memory = 0;
+    int32 teams = 0;
+    int32 threads = 0;
+    int32 sems = 0;
+    int32 ports = 0;
+};
+
+/// What a sampler in another process would have sent.
+inline BMessage SampleMessage(const Shares& shares)
+{
+    system_info info{};
+    info.cpu_count = 1;
+    info.max_pages = info.max_teams = info.max_threads = info.max_sems = info.max_ports = 1000;
+    info.used_pages = shares.memory;
+    info.used_teams = shares.teams;
+    info.used_threads = shares.threads;
+    info.used_sems = shares.sems;
+    info.used_ports = shares.ports;
+    SysinfoBody sampler{};
+    sampler.delay = 200000;
+    sampler.sumElapsed = 200000;
+    sampler.info = info;
+    sampler.nodesToKeep = 10;
+    SysinfoNodeBody node{};
+    node.elapsed = 200000;
+    node.info = info;
+
+    BMessage message(0x3F62129A);
+    AddRecord(&message, kSysinfoBodyField, &sampler, sizeof(sampler));
+    AddTimes(&message, kSumActiveField, {0});
+    AddRecord(&message, kNodeBodyField, &node, sizeof(node));
+    AddTimes(&message, kActiveDeltasField, {0});
+    return message;
+}
+
+/// A source as it stands in archives and drags.
+inline BMessage SourceArchive(vptarget_t target, int32 flags = 0)
+{
+    BMessage archive;
+    ValueProvider(target, flags).Archive(&archive);
+    return archive;
+}
+
+/// A clock that only moves when it is told to.
+class StillClock : public kits::ClockSource {
+public:
+    StillClock() { kits::SetClockSource(this); }
+    ~StillClock() override { kits::SetClockSource(nullptr); }
+    bigtime_t SystemTime() override { return now; }
+    bigtime_t WallTime() override { return 1700000000000000 + now; }
+    std::string BootId() override { return ""; }
+
+    bigtime_t now = 1000000000;
+};
+
+/// Draws a sample without the pauses between samples that Refresh() keeps.
+inline void Show(ChartView& chart, const Shares& shares)
+{
+    const BMessage message = SampleMessage(shares);
+    Sysinfo sampler(&message);
+    SysinfoNode node(&message);
+    ASSERT_EQ(sampler.InitCheck(), B_OK);
+    ASSERT_EQ(node.InitCheck(), B_OK);
+    if (chart.Mode() == kChartMode)
+        chart.RefreshChart(&sampler, &node);
+    else
+        chart.RefreshGauge(&sampler, &node);
+}
+
+/// Gives a chart the first @p count of the test's sources.
+inline void AddSources(ChartView& chart, int32 count)
+{
+    for (int32 i = 0; i < count; i++) {
+        BMessage archive = SourceArchive(kTestTargets[i]);
+        chart.AddValueProvider(&archive, -1);
+    }
+}
+
+/// One column of a picture, top first, as one letter a pixel: '0' to '7' for a source's colour, '.' for what the chart
+/// is cleared with, '?' for anything else.
+inline std::string Column(const ChartView& chart, int32 x)
+{
+    PixelRows rows(chart.Picture());
+    std::string letters;
+    for (int32 y = 0; y < rows.Height(); y++) {
+        const rgb_color color = PixelColor(rows.At(x, y));
+        char letter = color == chart.CurrentLowColor() ? '.' : '?';
+        for (int32 i = 0; i < kMaxSources; i++) {
+            if (color == chart.ChartColor(i))
+                letter = static_cast<char>('0' + i);
+        }
+        letters.push_back(letter);
+    }
+    return letters;
+}
+
+/// The heights of a picture's columns: of each how many pixels show a source.
+inline std::vector<int> Heights(const ChartView& chart)
+{
+    std::vector<int> heights;
+    for (int32 x = 0; x < PixelRows(chart.Picture()).Width(); x++) {
+        const std::string column = Column(chart, x);
+        heights.push_back(
+            static_cast<int>(column.size() - static_cast<size_t>(std::count(column.begin(), column.end(), '.'))));
+    }
+    return heights;
+}

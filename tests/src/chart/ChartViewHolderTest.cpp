@@ -1,0 +1,232 @@
+#include "src/chart/ChartViewHolder.h"
+
+#include "src/chart/ChartSteps.h"
+#include "src/support/MessageCodes.h"
+#include "tests/src/chart/ChartTestKit.h"
+
+#include "kits/support/TypeConstants.h"
+
+#include <cmath>
+
+namespace {
+
+BMessage HolderArchive(int32 charts, BRect rect = BRect(0, 0, 200, 100))
+{
+    BMessage archive;
+    archive.AddRect("Rect", rect);
+    for (int32 i = 0; i < charts; i++) {
+        BMessage chart;
+        chart.AddString("Title", std::to_string(i));
+        archive.AddMessage("Chart", &chart);
+    }
+    return archive;
+}
+
+void ExpectBands(const ChartViewHolder& holder)
+{
+    for (int32 i = 0; i < holder.CountCharts(); i++)
+        EXPECT_EQ(holder.ChartAt(i)->Frame(), ChartBand(holder.Bounds(), holder.CountCharts(), i)) << i;
+}
+
+} // namespace
+
+TEST(ChartViewHolderTest, ANewHolderHasThreeCharts)
+{
+    ChartViewHolder holder(BRect(5, 5, 205, 105));
+    EXPECT_STREQ(holder.Name(), "Charts");
+    EXPECT_EQ(holder.ResizingMode(), static_cast<uint32>(B_FOLLOW_ALL_SIDES));
+    ASSERT_EQ(holder.CountCharts(), 3);
+    EXPECT_EQ(holder.CountChildren(), 3);
+    EXPECT_EQ(holder.ChartAt(0)->Frame(), BRect(0, 0, 200, 33));
+    EXPECT_EQ(holder.ChartAt(1)->Frame(), BRect(0, 34, 200, 67));
+    EXPECT_EQ(holder.ChartAt(2)->Frame(), BRect(0, 68, 200, 100));
+    for (int32 i = 0; i < 3; i++)
+        EXPECT_EQ(holder.ChartAt(i)->Owner(), &holder);
+    EXPECT_EQ(holder.ChartAt(3), nullptr);
+    EXPECT_EQ(holder.ChartAt(-1), nullptr);
+}
+
+TEST(ChartViewHolderTest, AnArchiveComesBackInOrder)
+{
+    BMessage archive = HolderArchive(4);
+    ChartViewHolder holder(&archive);
+    EXPECT_EQ(holder.Bounds(), BRect(0, 0, 200, 100));
+    ASSERT_EQ(holder.CountCharts(), 4);
+    for (int32 i = 0; i < 4; i++)
+        EXPECT_EQ(holder.ChartAt(i)->Title(), std::to_string(i));
+    ExpectBands(holder);
+
+    BMessage written;
+    EXPECT_EQ(holder.Archive(&written, true), B_OK);
+    BRect rect;
+    EXPECT_EQ(written.FindRect("Rect", &rect), B_OK);
+    EXPECT_EQ(rect, BRect(0, 0, 200, 100));
+    type_code type = 0;
+    int32 count = 0;
+    EXPECT_EQ(written.GetInfo("Chart", &type, &count), B_OK);
+    EXPECT_EQ(type, static_cast<type_code>(B_MESSAGE_TYPE));
+    EXPECT_EQ(count, 4);
+    EXPECT_EQ(written.CountNames(B_ANY_TYPE), 2);
+
+    ChartViewHolder again(&written);
+    BMessage twice;
+    again.Archive(&twice, true);
+    EXPECT_TRUE(twice.HasSameData(written));
+}
+
+TEST(ChartViewHolderTest, ArchivingReplacesTheChartsThatAreThere)
+{
+    ChartViewHolder holder(BRect(0, 0, 100, 100));
+    BMessage archive = HolderArchive(7);
+    archive.RemoveName("Rect");
+    holder.Archive(&archive, true);
+    int32 count = 0;
+    archive.GetInfo("Chart", nullptr, &count);
+    EXPECT_EQ(count, 3);
+}
+
+TEST(ChartViewHolderTest, AnEmptyArchiveGivesAnEmptyHolder)
+{
+    BMessage archive;
+    ChartViewHolder holder(&archive);
+    EXPECT_EQ(holder.Bounds(), BRect(0, 0, 100, 100));
+    EXPECT_EQ(holder.CountCharts(), 0);
+    holder.Rerender();
+    holder.ResizeTo(50, 50);
+    EXPECT_EQ(holder.Bounds(), BRect(0, 0, 50, 50));
+}
+
+TEST(ChartViewHolderTest, SizesThatNoWindowHasAreLeftOut)
+{
+    for (BRect rect : {BRect(0, 0, NAN, 10), BRect(0, 0, 1e9f, 10), BRect(0, 0, -5, 10)}) {
+        BMessage archive = HolderArchive(1, rect);
+        ChartViewHolder holder(&archive);
+        EXPECT_EQ(holder.Bounds(), BRect(0, 0, 100, 100));
+    }
+}
+
+TEST(ChartViewHolderTest, LoadingAddsToWhatIsThere)
+{
+    ChartViewHolder holder(BRect(0, 0, 100, 100));
+    BMessage archive = HolderArchive(2);
+    holder.LoadPrefsFrom(&archive);
+    EXPECT_EQ(holder.CountCharts(), 5);
+    ExpectBands(holder);
+}
+
+TEST(ChartViewHolderTest, OneChartHasAllOfIt)
+{
+    BMessage archive = HolderArchive(1);
+    ChartViewHolder holder(&archive);
+    EXPECT_EQ(holder.ChartAt(0)->Frame(), BRect(0, 0, 200, 100));
+}
+
+TEST(ChartViewHolderTest, ResizingLaysOut)
+{
+    BMessage archive = HolderArchive(3);
+    ChartViewHolder holder(&archive);
+    holder.ResizeTo(299, 299);
+    for (int32 i = 0; i < 3; i++)
+        EXPECT_EQ(holder.ChartAt(i)->Frame(),
+                  BRect(0, static_cast<float>(100 * i), 299, static_cast<float>(100 * i + 99)));
+    // The same size again touches nothing, not even a chart that someone moved.
+    holder.ChartAt(0)->MoveTo(7, 7);
+    holder.ResizeTo(299, 299);
+    EXPECT_EQ(holder.ChartAt(0)->Frame().LeftTop(), BPoint(7, 7));
+    holder.Rerender();
+    EXPECT_EQ(holder.ChartAt(0)->Frame().LeftTop(), BPoint(0, 0));
+}
+
+TEST(ChartViewHolderTest, ARemovedChartIsTheCallers)
+{
+    BMessage archive = HolderArchive(3);
+    ChartViewHolder holder(&archive);
+    const std::unique_ptr<ChartView> chart(holder.ChartAt(1));
+    holder.RemoveChartView(chart.get());
+    EXPECT_EQ(chart->Owner(), nullptr);
+    EXPECT_EQ(chart->Parent(), nullptr);
+    ASSERT_EQ(holder.CountCharts(), 2);
+    EXPECT_STREQ(holder.ChartAt(1)->Title(), "2");
+    ExpectBands(holder);
+}
+
+TEST(ChartViewHolderTest, RemovingAnothersChartDoesNothing)
+{
+    BMessage archive = HolderArchive(2);
+    ChartViewHolder holder(&archive);
+    holder.ChartAt(0)->MoveTo(7, 7);
+    ChartView other;
+    holder.RemoveChartView(&other);
+    holder.RemoveChartView(nullptr);
+    EXPECT_EQ(holder.CountCharts(), 2);
+    EXPECT_EQ(holder.ChartAt(0)->Frame().LeftTop(), BPoint(7, 7));
+}
+
+TEST(ChartViewHolderTest, AnAddedChartIsLaidOutWhenAsked)
+{
+    BMessage archive = HolderArchive(1);
+    ChartViewHolder holder(&archive);
+    auto* chart = new ChartView();
+    holder.AddChartView(chart);
+    EXPECT_EQ(holder.ChartAt(1), chart);
+    EXPECT_EQ(chart->Parent(), &holder);
+    EXPECT_EQ(chart->Frame(), BRect(0, 0, 100, 30));
+    holder.Rerender();
+    ExpectBands(holder);
+}
+
+TEST(ChartViewHolderTest, AHundredChartsHaveEachTheirBand)
+{
+    BMessage archive = HolderArchive(100, BRect(0, 0, 300, 150));
+    ChartViewHolder holder(&archive);
+    ASSERT_EQ(holder.CountCharts(), 100);
+    float next = 0;
+    for (int32 i = 0; i < 100; i++) {
+        EXPECT_EQ(holder.ChartAt(i)->Frame().top, next);
+        next = holder.ChartAt(i)->Frame().bottom + 1;
+    }
+    EXPECT_EQ(next, 151);
+}
+
+TEST(ChartViewHolderTest, PausesAllCharts)
+{
+    ChartViewHolder holder(BRect(0, 0, 100, 100));
+    holder.Pause(true);
+    for (int32 i = 0; i < 3; i++)
+        EXPECT_TRUE(holder.ChartAt(i)->IsPaused());
+    holder.Pause(false);
+    for (int32 i = 0; i < 3; i++)
+        EXPECT_FALSE(holder.ChartAt(i)->IsPaused());
+}
+
+TEST(ChartViewHolderTest, AFrameFromAFileIsNotAllocated)
+{
+    BMessage archive;
+    for (int i = 0; i < 50; i++) {
+        BMessage chart;
+        chart.AddRect("_frame", BRect(0, 0, 8000, 8000));
+        archive.AddMessage("Chart", &chart);
+    }
+    ChartViewHolder holder(&archive);
+    EXPECT_EQ(holder.CountCharts(), 50);
+    EXPECT_LE(holder.ChartAt(0)->Picture()->BitsLength(), 101 * 101 * 4);
+}
+
+TEST(ChartViewHolderTest, WhatIsNoWishIsNotPassedOn)
+{
+    // In no window, and with fields missing or of the wrong type: nothing happens.
+    ChartViewHolder holder(BRect(0, 0, 100, 100));
+    BMessage wish(MSG_SET_COLUMN);
+    wish.AddFloat("Pos", 20);
+    BMessage envelope(MSG_DISTRIBUTE);
+    holder.MessageReceived(&envelope);
+    envelope.AddMessage("Msg", &wish);
+    holder.MessageReceived(&envelope);
+    envelope.AddInt32("CView", 1);
+    holder.MessageReceived(&envelope);
+    envelope.RemoveName("CView");
+    envelope.AddPointer("CView", holder.ChartAt(0));
+    holder.MessageReceived(&envelope);
+    for (int32 i = 0; i < 3; i++)
+        EXPECT_EQ(holder.ChartAt(i)->Column(), 0);
+}
