@@ -45,8 +45,8 @@ TEST(SysinfoNode, AFirstSampleHasNoChanges)
     for (int32 i = 0; i < node.CountActiveDeltas(); i++)
         EXPECT_EQ(node.ActiveDelta(i), 0);
     EXPECT_EQ(node.Counters(), CounterDeltas());
-    EXPECT_EQ(node.Info().cpu_count, RecordedMachine::kProcessors);
-    EXPECT_EQ(node.Info().used_pages, 250000);
+    EXPECT_EQ(+node.Info().cpu_count, RecordedMachine::kProcessors);
+    EXPECT_EQ(+node.Info().used_pages, 250000);
 }
 
 TEST(SysinfoNode, ASecondOneHasTheChangesOfEveryProcessor)
@@ -70,7 +70,7 @@ TEST(SysinfoNode, ASecondOneHasTheChangesOfEveryProcessor)
     EXPECT_EQ(second.TotalActive(), 350000);
     EXPECT_EQ(second.Counters(), (CounterDeltas{1000, 17, 0, 0, 0, 0}));
     // The record has room for eight; the rest is kept beside it.
-    EXPECT_GT(second.Info().cpu_infos[7].active_time, first.Info().cpu_infos[7].active_time);
+    EXPECT_GT(+second.Info().cpu_infos[7].active_time, +first.Info().cpu_infos[7].active_time);
 }
 
 TEST(SysinfoNode, AProcessorThatIsNotThereIsNeverActive)
@@ -110,7 +110,7 @@ TEST(SysinfoNode, UpdatedAgainstItselfHasNoChanges)
     EXPECT_EQ(node.TotalActive(), 0);
     EXPECT_EQ(node.ActiveDelta(0), 0);
     EXPECT_EQ(node.Counters(), CounterDeltas());
-    EXPECT_EQ(node.Info().page_faults, 5);
+    EXPECT_EQ(+node.Info().page_faults, 5);
 }
 
 TEST(SysinfoNode, ItsRecordToTheByte)
@@ -184,7 +184,7 @@ TEST(SysinfoNode, AGhostOfAnEmptyMessageIsAllZero)
     EXPECT_EQ(ghost.Time(), 0);
     EXPECT_EQ(ghost.CountActiveDeltas(), 0);
     EXPECT_EQ(ghost.ActiveDelta(0), 0);
-    EXPECT_EQ(ghost.Info().cpu_count, 0);
+    EXPECT_EQ(+ghost.Info().cpu_count, 0);
 }
 
 TEST(SysinfoNode, AGhostWithoutProcessorTimesHasNone)
@@ -218,7 +218,7 @@ TEST(SysinfoNode, ALongRecordIsCut)
     const SysinfoNode ghost(&message);
     EXPECT_EQ(ghost.InitCheck(), B_OK);
     EXPECT_EQ(ghost.Elapsed(), 200000);
-    EXPECT_EQ(ghost.Info().max_teams, 50);
+    EXPECT_EQ(+ghost.Info().max_teams, 50);
 }
 
 TEST(SysinfoNode, RecordsOfAnotherTypeAreNotTaken)

@@ -83,7 +83,7 @@ TEST_F(SysinfoTest, BeginsEmptyWithTheDefaults)
     EXPECT_EQ(fSampler.NewestNode(), nullptr);
     EXPECT_EQ(fSampler.CountSumActive(), RecordedMachine::kProcessors);
     EXPECT_EQ(fSampler.SumElapsed(), 0);
-    EXPECT_EQ(fSampler.Info().cpu_count, RecordedMachine::kProcessors);
+    EXPECT_EQ(+fSampler.Info().cpu_count, RecordedMachine::kProcessors);
     EXPECT_EQ(fSampler.SumActive(-1), 0);
     EXPECT_EQ(fSampler.SumActive(RecordedMachine::kProcessors), 0);
 }
