@@ -3,6 +3,7 @@
 #include "kits/kernel/SystemInfo.h"
 #include "kits/kernel/Types.h"
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <vector>
@@ -24,7 +25,7 @@ struct SysinfoBody {
     bigtime_t sumTotalActive;
     /// Once the addresses of four objects of the sender. Written as 0, never read.
     uint32 addresses[4];
-    int32 sumCounters[6];
+    std::array<int32, 6> sumCounters;
     system_info info;
     int16 nodesToKeep;
 };
@@ -36,7 +37,7 @@ struct SysinfoNodeBody {
     bigtime_t totalActive;
     /// As above.
     uint32 address;
-    int32 counters[6];
+    std::array<int32, 6> counters;
     system_info info;
 };
 

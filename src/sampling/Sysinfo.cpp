@@ -9,7 +9,7 @@
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
 #include <optional>
 
 Sysinfo* application_sampler = nullptr;
@@ -61,7 +61,7 @@ Sysinfo::Sysinfo(const BMessage* ghostArchive)
     fDelay = body.delay;
     fSumElapsed = body.sumElapsed;
     fSumTotalActive = body.sumTotalActive;
-    std::memcpy(&fSumCounters, body.sumCounters, sizeof(body.sumCounters));
+    fSumCounters = std::bit_cast<CounterDeltas>(body.sumCounters);
     fInfo = body.info;
     fNodesToKeep = body.nodesToKeep;
     fSumActive = FindTimes(ghostArchive, kSumActiveField);
@@ -293,7 +293,7 @@ void Sysinfo::GhostArchive(BMessage* archive) const
     body.delay = fDelay;
     body.sumElapsed = fSumElapsed;
     body.sumTotalActive = fSumTotalActive;
-    std::memcpy(body.sumCounters, &fSumCounters, sizeof(body.sumCounters));
+    body.sumCounters = std::bit_cast<std::array<int32, 6>>(fSumCounters);
     body.info = fInfo;
     body.nodesToKeep = fNodesToKeep;
     AddRecord(archive, kSysinfoBodyField, &body, sizeof(body));

@@ -4,7 +4,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/sampling/SampleRecords.h"
 
-#include <cstring>
+#include <bit>
 
 namespace {
 
@@ -64,7 +64,7 @@ SysinfoNode::SysinfoNode(const BMessage* ghostArchive)
     fTime = body.time;
     fElapsed = body.elapsed;
     fTotalActive = body.totalActive;
-    std::memcpy(&fCounters, body.counters, sizeof(body.counters));
+    fCounters = std::bit_cast<CounterDeltas>(body.counters);
     fInfo = body.info;
     fActiveDeltas = FindTimes(ghostArchive, kActiveDeltasField);
     HoldToRange(&fInfo);
@@ -107,7 +107,7 @@ void SysinfoNode::GhostArchive(BMessage* archive) const
     body.time = fTime;
     body.elapsed = fElapsed;
     body.totalActive = fTotalActive;
-    std::memcpy(body.counters, &fCounters, sizeof(body.counters));
+    body.counters = std::bit_cast<std::array<int32, 6>>(fCounters);
     body.info = fInfo;
     AddRecord(archive, kNodeBodyField, &body, sizeof(body));
     AddTimes(archive, kActiveDeltasField, fActiveDeltas);
