@@ -69,10 +69,15 @@ bool BMessage::HasSameData(const BMessage& other) const
 {
     if (what != other.what || fFields.size() != other.fFields.size())
         return false;
-    return std::all_of(fFields.begin(), fFields.end(), [&other](const Field& field) {
-        const Field* counterpart = other.FieldOf(field.Name().c_str());
-        return counterpart != nullptr && field.HasSameData(*counterpart);
-    });
+    for (size_t i = 0; i < fFields.size(); ++i) {
+        // Most often both have their fields in the same order.
+        const Field* counterpart = &other.fFields[i];
+        if (counterpart->Name() != fFields[i].Name())
+            counterpart = other.FieldOf(fFields[i].Name().c_str());
+        if (counterpart == nullptr || !fFields[i].HasSameData(*counterpart))
+            return false;
+    }
+    return true;
 }
 
 int32 BMessage::CountNames(type_code type) const

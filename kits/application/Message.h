@@ -203,6 +203,11 @@ public:
     status_t ReplaceRect(const char* name, int32 index, BRect value);
     status_t ReplaceString(const char* name, const char* value) { return ReplaceString(name, 0, value); }
     status_t ReplaceString(const char* name, int32 index, const char* value);
+    status_t ReplaceString(const char* name, const std::string& value) { return ReplaceString(name, 0, value); }
+    status_t ReplaceString(const char* name, int32 index, const std::string& value)
+    {
+        return ReplaceString(name, index, value.c_str());
+    }
     status_t ReplacePointer(const char* name, const void* value) { return ReplacePointer(name, 0, value); }
     status_t ReplacePointer(const char* name, int32 index, const void* value);
     status_t ReplaceMessenger(const char* name, const BMessenger& value) { return ReplaceMessenger(name, 0, value); }
