@@ -2,6 +2,8 @@
 
 #include "kits/interface/Window.h"
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,10 +56,22 @@ public:
     /// @param invoker  owned from here; null tells nobody
     status_t Go(BInvoker* invoker);
 
+    /// Closing the alert answers it with 0.
     bool QuitRequested() override;
 
 private:
+    class Face;
+
+    void Place();
+    void Answer(int32 index);
+
     std::vector<std::string> fButtons;
+    std::vector<char> fShortcuts; ///< of each button, 0 for none
     std::string fText;
+    std::unique_ptr<BInvoker> fInvoker;
+    std::function<void()> fAnswered; ///< while Go() waits
+    Face* fFace;                     ///< a child of this window
+    int32 fAnswer = 0;
     alert_type fType;
+    bool fIsAnswered = false;
 };

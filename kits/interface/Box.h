@@ -18,6 +18,8 @@ public:
     ~BBox() override;
 
     void AttachedToWindow() override;
+    using BView::SetViewColor;
+    void SetViewColor(rgb_color color) override;
 
     virtual void SetBorder(border_style border);
     border_style Border() const { return fBorder; }
@@ -35,4 +37,5 @@ private:
     std::unique_ptr<kits::Content> fContent;
     std::string fLabel;
     border_style fBorder;
+    bool fHasColor = false;
 };

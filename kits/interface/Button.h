@@ -9,6 +9,8 @@ public:
             uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
     ~BButton() override;
 
+    void AttachedToWindow() override;
+
     /// The default button of its window is pressed by the Enter key wherever the focus stands, unless the focused
     /// control uses that key itself. A window has at most one: making another one default ends the former's role.
     virtual void MakeDefault(bool isDefault);
@@ -16,8 +18,10 @@ public:
 
 protected:
     void UpdateWidget() override;
-    QWidget* MakeWidget(QWidget* parent) override;
+    QWidget* MakeWidget() override;
 
 private:
+    void Press();
+
     bool fDefault = false;
 };

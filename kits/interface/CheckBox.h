@@ -10,9 +10,11 @@ public:
               uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
     ~BCheckBox() override;
 
+    void AttachedToWindow() override;
+
     void SetValue(int32 value) override;
 
 protected:
-    QWidget* MakeWidget(QWidget* parent) override;
+    QWidget* MakeWidget() override;
     void UpdateWidget() override;
 };

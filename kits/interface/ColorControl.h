@@ -40,11 +40,8 @@ public:
     virtual void SetLayout(color_control_layout layout);
     color_control_layout Layout() const { return fLayout; }
 
-    /// The ramps with the numbers beside them.
-    void GetPreferredSize(float* width, float* height) override;
-
 protected:
-    QWidget* MakeWidget(QWidget* parent) override;
+    QWidget* MakeWidget() override;
     void UpdateWidget() override;
 
 private:

@@ -51,17 +51,26 @@ public:
     /// @return B_BAD_VALUE without a message, else what sending returned
     status_t Invoke(BMessage* message = nullptr) override;
 
-    /// The size that label and font ask for, in pixels as right minus left and bottom minus top.
+    /// The size that label and font ask for, in pixels as right minus left and bottom minus top. Main thread, or any
+    /// thread once the control was attached.
     void GetPreferredSize(float* width, float* height) override;
 
 protected:
-    /// Makes the toolkit's widget, as a child of `parent`; called once, on the main thread.
-    virtual QWidget* MakeWidget(QWidget* parent) = 0;
+    /// Makes the toolkit's widget; called once, on the main thread, when the control is attached or asked for its
+    /// preferred size. The caller owns it. Its signals are connected with fContent as their context.
+    virtual QWidget* MakeWidget() = 0;
     /// Brings that widget up to date with the state of this object: called on the main thread after every change, and
     /// once when the widget has been made.
     virtual void UpdateWidget();
     /// Asks for UpdateWidget(): at once on the main thread, else queued for it. Nothing while there is no widget.
     void WidgetNeedsUpdate();
+    /// The widget, made now if need be; null on another thread before it was made.
+    QWidget* EnsureWidget();
+
+    /// For AttachedToWindow: where the frame is smaller than the preferred size, it becomes as large as that.
+    void GrowToPreferred();
+    /// For AttachedToWindow: the height becomes the preferred one, the width stays.
+    void TakePreferredHeight();
 
     void WidgetCreated(QWidget* widget) override;
     void ViewColorChanged() override;

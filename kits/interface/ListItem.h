@@ -36,6 +36,7 @@ private:
     int32 fLevel;
     bool fExpanded;
     bool fSelected = false;
+    bool fInList = false;
     bool fEnabled = true;
 };
 

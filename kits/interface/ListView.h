@@ -66,7 +66,7 @@ public:
     void ScrollToSelection();
 
     /// The place of a row in the coordinates of the view: scrolling changes it. An invalid rectangle for a bad index,
-    /// and before the list has been attached.
+    /// before the list has been attached, and on another thread than the main one; IndexOf(BPoint) is -1 then.
     BRect ItemFrame(int32 index) const;
     /// Shows a row anew after its text or state was changed.
     void InvalidateItem(int32 index);
@@ -93,22 +93,32 @@ public:
     void SetScrolling(bool horizontal, bool vertical, border_style border) override;
 
 protected:
+    /// Whether rows have marks that open and close them.
+    virtual bool IsOutline() const;
+    /// Has the screen follow the rows in the next turn of the event loop.
+    void RowsChanged();
+
+    std::unique_ptr<kits::ListModel> fModel;
+
+private:
     friend class kits::ListWidget;
 
     void WidgetCreated(QWidget* widget) override;
-    void ViewColorChanged() override;
     void UpdateWidget();
     void WidgetNeedsUpdate();
+    /// The widget, up to date; null on other threads and while there is none.
+    kits::ListWidget* FreshWidget() const;
 
-    std::unique_ptr<kits::ListModel> fModel;
-    std::unique_ptr<kits::Content> fContent;
-
-private:
+    void UserSelected(const std::vector<BListItem*>& items);
+    void RowOpened(BListItem* item, bool open);
+    BListItem* Take(int32 full);
     status_t Send(const BMessage* message);
 
+    std::unique_ptr<kits::Content> fContent;
     std::unique_ptr<BMessage> fSelectionMessage;
     list_view_type fType;
     border_style fBorder = B_NO_BORDER;
     bool fHorizontalBar = false;
     bool fVerticalBar = false;
+    bool fUpdatePending = false;
 };

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+class BMenuField;
 class BMessenger;
 
 namespace kits {
@@ -74,24 +75,21 @@ public:
     BMenu* Supermenu() const;
 
 protected:
-    /// Called when the label of the marked item should show on what opens this menu.
-    virtual void MarkedLabelChanged(const char* label);
-
+    /// What the toolkit shows of this menu; only while it does.
     std::unique_ptr<kits::MenuPart> fPart;
 
 private:
     friend class BMenuItem;
     friend class BMenuField;
     friend class kits::MenuPart;
-    friend class kits::MenuItemPart;
 
     void NeedsUpdate();
+    /// An item was marked, or the marked item's label changed.
     void ItemMarked(BMenuItem* item);
 
     std::vector<std::unique_ptr<BMenuItem>> fItems;
     BMenuItem* fSuperitem = nullptr;
-    /// The view that shows this menu's button, when a menu field has it.
-    BView* fField = nullptr;
+    BMenuField* fField = nullptr; ///< the one that has this menu
     menu_layout fLayout;
     bool fEnabled = true;
     bool fRadioMode = false;

@@ -2,6 +2,12 @@
 
 #include "kits/interface/Menu.h"
 
+#include <memory>
+
+namespace kits {
+class Content;
+}
+
 /// A row of menus at the top of a window. Its items' shortcuts work in the whole window; F10 and Alt with an underlined
 /// letter reach it by keyboard.
 class BMenuBar : public BMenu {
@@ -18,6 +24,8 @@ public:
 
 private:
     void WidgetCreated(QWidget* widget) override;
+    void ViewColorChanged() override;
 
+    std::unique_ptr<kits::Content> fContent;
     bool fResizeToFit;
 };

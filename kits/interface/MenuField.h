@@ -46,7 +46,9 @@ private:
 
     void WidgetCreated(QWidget* widget) override;
     void ViewColorChanged() override;
+    QWidget* EnsureWidget();
     void UpdateWidget();
+    void OpenMenu();
     void WidgetNeedsUpdate();
 
     std::unique_ptr<BMenu> fMenu;

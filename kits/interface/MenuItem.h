@@ -7,11 +7,6 @@
 
 class BMenu;
 
-namespace kits {
-class MenuPart;
-class MenuItemPart;
-} // namespace kits
-
 /// One row of a menu: a label that sends a message, or that opens a submenu, or both.
 ///
 /// An item belongs to one menu at most, which deletes it. It owns its message and its submenu.
@@ -38,6 +33,7 @@ public:
     /// label-from-marked its label becomes the label of what opens the menu.
     virtual void SetMarked(bool marked);
     bool IsMarked() const { return fMarked; }
+    bool IsSeparator() const { return fSeparator; }
 
     virtual void SetShortcut(char shortcut, uint32 modifiers);
     char Shortcut(uint32* modifiers = nullptr) const;
@@ -56,13 +52,9 @@ public:
 private:
     friend class BMenu;
     friend class BSeparatorItem;
-    friend class kits::MenuPart;
-    friend class kits::MenuItemPart;
 
-    void LabelChanged();
     void NeedsUpdate();
 
-    std::unique_ptr<kits::MenuItemPart> fPart;
     std::unique_ptr<BMenu> fSubmenu;
     BMenu* fMenu = nullptr;
     std::string fLabel;

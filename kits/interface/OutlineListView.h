@@ -34,4 +34,10 @@ public:
     void Expand(BListItem* item);
     void Collapse(BListItem* item);
     bool IsExpanded(int32 fullListIndex) const;
+
+private:
+    bool IsOutline() const override;
+    void SetExpanded(BListItem* item, bool expanded);
+    /// The full number of the first row under it, and of the first one behind those.
+    int32 FirstUnder(const BListItem* superitem, int32* end) const;
 };

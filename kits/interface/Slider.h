@@ -66,10 +66,8 @@ public:
     /// The text is copied.
     virtual const char* UpdateText() const;
 
-    void GetPreferredSize(float* width, float* height) override;
-
 protected:
-    QWidget* MakeWidget(QWidget* parent) override;
+    QWidget* MakeWidget() override;
     void UpdateWidget() override;
 
 private:

@@ -72,13 +72,13 @@ private:
 /// Main thread, or any thread under the looper lock for what does not select.
 class BTabView : public BView {
 public:
-    /// @param width  how wide the tabs are: all alike or each as its label asks for
+    /// @param width  B_WIDTH_FROM_WIDEST makes all tabs as wide as the widest; else each is as wide as its label asks
+    /// for
     BTabView(BRect frame, const char* name, button_width width = B_WIDTH_AS_USUAL,
              uint32 resizingMode = B_FOLLOW_ALL_SIDES, uint32 flags = B_WILL_DRAW | B_NAVIGABLE_JUMP | B_NAVIGABLE);
     ~BTabView() override;
 
     void AttachedToWindow() override;
-    void FrameResized(float width, float height) override;
     void MouseDown(BPoint where) override;
 
     /// Adds a tab at the end. Nothing is selected by that.
@@ -113,6 +113,8 @@ private:
 
     void WidgetCreated(QWidget* widget) override;
     void ViewColorChanged() override;
+    kits::TabStrip* Strip();
+    void PaintLabel();
     void UpdateWidget();
     void WidgetNeedsUpdate();
     void LayOut();

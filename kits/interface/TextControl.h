@@ -32,10 +32,8 @@ public:
     virtual void SetDivider(float position);
     float Divider() const;
 
-    void GetPreferredSize(float* width, float* height) override;
-
 protected:
-    QWidget* MakeWidget(QWidget* parent) override;
+    QWidget* MakeWidget() override;
     void UpdateWidget() override;
 
 private:

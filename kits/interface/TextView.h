@@ -26,8 +26,6 @@ public:
     BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags);
     ~BTextView() override;
 
-    void AttachedToWindow() override;
-
     /// UTF-8, copied; null is an empty text.
     virtual void SetText(const char* text);
     const char* Text() const { return fText.c_str(); }

@@ -1,0 +1,62 @@
+#include "kits/interface/MenuBar.h"
+
+#include "kits/interface/Window.h"
+#include "kits/interface/private/Content.h"
+#include "kits/interface/private/MenuPart.h"
+#include "kits/interface/private/ViewPrivate.h"
+
+#include <QMenuBar>
+#include <QShortcut>
+
+#include <algorithm>
+
+BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layout layout, bool resizeToFit)
+    : BMenu(name, layout)
+    , fResizeToFit(resizeToFit)
+{
+    MoveTo(frame.LeftTop());
+    ResizeTo(frame.Width(), frame.Height());
+    SetResizingMode(resizingMode);
+}
+
+BMenuBar::~BMenuBar() = default;
+
+void BMenuBar::WidgetCreated(QWidget*)
+{
+    fContent = std::make_unique<kits::Content>();
+    auto* bar = new QMenuBar;
+    fContent->SetWidget(bar);
+    bar->setNativeMenuBar(false);
+    auto* open = new QShortcut(QKeySequence(Qt::Key_F10), bar);
+    QObject::connect(open, &QShortcut::activated, fContent.get(), [bar] {
+        if (!bar->actions().isEmpty())
+            bar->setActiveAction(bar->actions().constFirst());
+    });
+    fPart = std::make_unique<kits::MenuPart>(this, bar);
+    kits::FillView(this, bar);
+}
+
+void BMenuBar::AttachedToWindow()
+{
+    kits::TakeParentColor(this);
+    if (!fResizeToFit)
+        return;
+    float height = 0;
+    GetPreferredSize(nullptr, &height);
+    ResizeTo(std::min(Bounds().Width(), Window()->Bounds().Width()), height);
+}
+
+void BMenuBar::ViewColorChanged()
+{
+    if (fContent != nullptr)
+        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+}
+
+void BMenuBar::GetPreferredSize(float* width, float* height)
+{
+    if (fContent == nullptr) {
+        BMenu::GetPreferredSize(width, height);
+        return;
+    }
+    kits::GetSizeHint(fContent->As<>(), width, height);
+}

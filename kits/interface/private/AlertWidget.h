@@ -1,0 +1,34 @@
+#pragma once
+
+#include "kits/interface/Alert.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QPushButton;
+class QShortcut;
+
+namespace kits {
+
+/// What an alert shows: picture, text, buttons.
+class AlertWidget : public QWidget {
+public:
+    /// @param pressed  called with the index of the button that was pressed
+    AlertWidget(const QString& text, const std::vector<std::string>& buttons, button_width width,
+                button_spacing spacing, alert_type type, std::function<void(int)> pressed);
+
+    QPushButton* Button(int index) const { return fButtons[static_cast<std::size_t>(index)]; }
+    /// Has a key press the button, wherever the focus is; an empty sequence takes the key away.
+    void SetShortcut(int index, const QKeySequence& key);
+
+private:
+    QLayout* LayOutButtons(button_width width, button_spacing spacing);
+
+    std::vector<QPushButton*> fButtons;
+    std::vector<QShortcut*> fShortcuts; ///< one for each button
+};
+
+} // namespace kits

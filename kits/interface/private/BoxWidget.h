@@ -1,0 +1,27 @@
+#pragma once
+
+#include "kits/interface/InterfaceDefs.h"
+
+#include <QString>
+#include <QWidget>
+
+namespace kits {
+
+/// The frame of a box, with a label in it if there is one: lies over the view's own colour and below its children, as
+/// large as the widget that it is put into, and lets the mouse through.
+class BoxWidget : public QWidget {
+public:
+    explicit BoxWidget(QWidget* parent);
+
+    void Take(border_style border, const QString& label);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    border_style fBorder = B_NO_BORDER;
+    QString fLabel;
+};
+
+} // namespace kits

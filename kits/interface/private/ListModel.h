@@ -1,0 +1,45 @@
+#pragma once
+
+#include "kits/interface/ListItem.h"
+
+#include <memory>
+#include <vector>
+
+namespace kits {
+
+/// The rows of a list, all and those that show. Numbers of all rows are called full. Needs no toolkit.
+class ListModel {
+public:
+    int32 CountFull() const { return static_cast<int32>(fItems.size()); }
+    BListItem* FullAt(int32 full) const;
+    /// -1 when it is not here.
+    int32 FullIndexOf(const BListItem* item) const;
+
+    /// The rows that no collapsed row above hides, from the top.
+    const std::vector<BListItem*>& Shown() const;
+    /// -1 when it is not here or hidden.
+    int32 ShownIndexOf(const BListItem* item) const;
+
+    /// @param full  0 to CountFull(), else nothing happens and false comes back
+    bool Insert(BListItem* item, int32 full);
+    std::unique_ptr<BListItem> Remove(int32 full);
+    void MakeEmpty();
+
+    /// The row behind the last one under this one.
+    int32 EndOfUnder(int32 full) const;
+    /// The row that this one stands under; -1 for the outermost level.
+    int32 ParentOf(int32 full) const;
+
+    /// To be called when a row was opened or closed, or its text changed.
+    void Changed();
+    /// Another number after every change.
+    uint64 Version() const { return fVersion; }
+
+private:
+    std::vector<std::unique_ptr<BListItem>> fItems;
+    mutable std::vector<BListItem*> fShown;
+    mutable bool fShownIsOld = false;
+    uint64 fVersion = 1;
+};
+
+} // namespace kits

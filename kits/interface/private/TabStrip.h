@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QTabBar>
+
+class BTab;
+class BTabView;
+class QStyleOptionTab;
+class QStylePainter;
+
+namespace kits {
+
+/// The strip of a tab view: Qt's tab bar, which has each tab paint its label. It lies along the top of the widget that
+/// it is put into. The mouse passes through it to the tab view.
+class TabStrip : public QTabBar {
+public:
+    explicit TabStrip(BTabView* owner);
+
+    /// Lies along the top of this widget from now on, and has its focus.
+    void PutInto(QWidget* widget);
+    /// Takes over labels and selection of the tab view.
+    void Update();
+    /// Pixels that a tab is high, whether there are tabs or not.
+    int Height() const;
+    /// For BTab::DrawLabel, while the strip is painted: paints the label of the tab that is asked to.
+    void PaintLabel();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    QSize tabSizeHint(int index) const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void PaintBase(QStylePainter& painter);
+    void PaintTab(QStylePainter& painter, int index);
+
+    BTabView* fOwner;
+    QStylePainter* fPainter = nullptr;        ///< while a tab is painted
+    const QStyleOptionTab* fOption = nullptr; ///< the same
+};
+
+} // namespace kits
