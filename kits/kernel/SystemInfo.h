@@ -4,11 +4,11 @@
 #include "kits/kernel/Types.h"
 
 /// The machine's figures at one moment, as one record of a fixed layout that also travels between processes.
-/// Little-endian, packed, 508 bytes. What each figure means is told in kits/kernel/SystemReader.h.
+/// Little-endian, without gaps, 508 bytes. What each figure means is told in kits/kernel/SystemReader.h.
 
 inline constexpr int32 B_MAX_CPU_COUNT = 8;
 
-#pragma pack(push, 1)
+#pragma pack(push, 4) // no gaps, and its 32-bit figures stay aligned; take the others by value
 struct cpu_info {
     bigtime_t active_time; ///< microseconds this processor was not idle
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <stdexcept>
 
 ssize_t BPositionIO::Read(void* buffer, size_t size)
 {
@@ -40,7 +39,7 @@ ssize_t BMallocIO::WriteAt(off_t position, const void* buffer, size_t size)
     if (size == 0)
         return 0;
     const auto at = static_cast<size_t>(position);
-    if (size > static_cast<size_t>(INT64_MAX) - at)
+    if (position > kLargestSize || size > static_cast<size_t>(kLargestSize - position))
         return B_NO_MEMORY;
     if (at + size > fBytes.size()) {
         if (const status_t status = SetSize(static_cast<off_t>(at + size)); status != B_OK)
@@ -69,11 +68,11 @@ status_t BMallocIO::SetSize(off_t size)
 {
     if (size < 0)
         return B_BAD_VALUE;
+    if (size > kLargestSize)
+        return B_NO_MEMORY;
     try {
         fBytes.resize(static_cast<size_t>(size));
     } catch (const std::bad_alloc&) {
-        return B_NO_MEMORY;
-    } catch (const std::length_error&) {
         return B_NO_MEMORY;
     }
     return B_OK;

@@ -46,9 +46,12 @@ public:
     virtual status_t GetSize(off_t* size) const = 0;
 };
 
-/// Bytes in memory, which grow as they are written.
+/// Bytes in memory, which grow as they are written, up to kLargestSize.
 class BMallocIO : public BPositionIO {
 public:
+    /// More than any stream of the kits is allowed to hold; beyond it there is `B_NO_MEMORY`.
+    static constexpr off_t kLargestSize = INT32_MAX;
+
     ssize_t ReadAt(off_t position, void* buffer, size_t size) override;
     /// A gap between the end and `position` is filled with zeros. `B_NO_MEMORY` changes nothing.
     ssize_t WriteAt(off_t position, const void* buffer, size_t size) override;

@@ -1,0 +1,4 @@
+#pragma once
+
+/// How often the calling thread has allocated memory by `new` so far.
+[[nodiscard]] long long CountAllocations();

@@ -1,0 +1,249 @@
+#include "kits/kernel/SystemInfo.h"
+
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Errors.h"
+#include "tests/kits/kernel/Await.h"
+#include "tests/kits/kernel/RecordedMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <sched.h>
+#include <stdlib.h>
+#include <sys/sem.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+system_info Now()
+{
+    system_info info;
+    EXPECT_EQ(get_system_info(&info), B_OK);
+    return info;
+}
+
+long long CountProcesses()
+{
+    long long count = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename();
+        if (name.find_first_not_of("0123456789") == std::string::npos)
+            ++count;
+    }
+    return count;
+}
+
+long long CountThreads()
+{
+    std::ifstream file("/proc/loadavg");
+    std::string word;
+    for (int i = 0; i < 4; ++i)
+        file >> word;
+    return std::stoll(word.substr(word.find('/') + 1));
+}
+
+long long MemoryFigure(const std::string& key)
+{
+    std::ifstream file("/proc/meminfo");
+    std::string word;
+    long long value = -1;
+    while (file >> word) {
+        if (word == key + ":")
+            file >> value;
+    }
+    return value;
+}
+
+/// True if the figure agrees with what the machine says right before and after; asked again while it changes.
+template <class Figure, class Truth> bool Agrees(Figure figure, Truth truth)
+{
+    return Await([&] {
+        const long long before = truth();
+        const long long value = figure();
+        return truth() == before && value == before;
+    });
+}
+
+} // namespace
+
+TEST(SystemInfoTest, TheRecordHasItsLayout)
+{
+    EXPECT_EQ(sizeof(system_info), 508u);
+    EXPECT_EQ(offsetof(system_info, boot_time), 8u);
+    EXPECT_EQ(offsetof(system_info, cpu_count), 16u);
+    EXPECT_EQ(offsetof(system_info, cpu_infos), 28u);
+    EXPECT_EQ(offsetof(system_info, platform_type), 108u);
+    EXPECT_EQ(offsetof(system_info, max_pages), 112u);
+    EXPECT_EQ(offsetof(system_info, used_pages), 116u);
+    EXPECT_EQ(offsetof(system_info, page_faults), 120u);
+    EXPECT_EQ(offsetof(system_info, max_sems), 124u);
+    EXPECT_EQ(offsetof(system_info, used_teams), 152u);
+    EXPECT_EQ(offsetof(system_info, kernel_name), 156u);
+    EXPECT_EQ(offsetof(system_info, kernel_build_date), 412u);
+    EXPECT_EQ(offsetof(system_info, kernel_version), 476u);
+    EXPECT_EQ(offsetof(system_info, pad), 492u);
+}
+
+TEST(SystemInfoTest, RefusesBadArguments)
+{
+    system_info info;
+    bigtime_t active;
+    EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
+    EXPECT_EQ(get_system_info_at(0, nullptr, &active, 1), B_BAD_VALUE);
+    EXPECT_EQ(get_system_info_at(0, &info, &active, -1), B_BAD_VALUE);
+    EXPECT_EQ(get_system_info_at(0, &info, nullptr, 1), B_BAD_VALUE);
+}
+
+TEST(SystemInfoTest, KnowsTheProcessors)
+{
+    const system_info info = Now();
+    EXPECT_GE(info.cpu_count, 1);
+    EXPECT_GE(info.cpu_count, sysconf(_SC_NPROCESSORS_ONLN));
+    EXPECT_EQ(std::string(info.kernel_name).substr(0, 6), "Linux ");
+}
+
+TEST(SystemInfoTest, MemoryAgreesWithTheMachine)
+{
+    EXPECT_EQ(Now().max_pages, MemoryFigure("MemTotal") / 4);
+    // It changes all the time: what is read in between has to lie in between.
+    EXPECT_TRUE(Await([] {
+        const long long before = MemoryFigure("MemTotal") - MemoryFigure("MemAvailable");
+        const long long used = Now().used_pages;
+        const long long after = MemoryFigure("MemTotal") - MemoryFigure("MemAvailable");
+        return used >= std::min(before, after) / 4 && used <= std::max(before, after) / 4;
+    }));
+}
+
+TEST(SystemInfoTest, MemoryThatIsTakenIsSeen)
+{
+    constexpr size_t kSize = 64 << 20;
+    const int32 before = Now().used_pages;
+    std::vector<char> taken(kSize, 1);
+    // The kernel adds up what its processors counted about once a second.
+    EXPECT_TRUE(Await([&] { return Now().used_pages - before > static_cast<int32>(kSize / 4096 / 2); }));
+    EXPECT_EQ(taken[kSize / 2], 1);
+}
+
+TEST(SystemInfoTest, ProcessesAgreeWithTheMachine)
+{
+    EXPECT_TRUE(Agrees([] { return Now().used_teams; }, CountProcesses));
+    EXPECT_GT(Now().max_teams, Now().used_teams);
+}
+
+TEST(SystemInfoTest, ThreadsAgreeWithTheMachine)
+{
+    EXPECT_TRUE(Agrees([] { return Now().used_threads; }, CountThreads));
+    TestThread extra([] {
+        snooze(B_INFINITE_TIMEOUT);
+        return 0;
+    });
+    EXPECT_TRUE(Agrees([] { return Now().used_threads; }, CountThreads));
+    EXPECT_GT(Now().max_threads, 1);
+}
+
+TEST(SystemInfoTest, SemaphoresAgreeWithTheMachine)
+{
+    const auto used = [] { return static_cast<long long>(Now().used_sems); };
+    const auto truth = [] {
+        seminfo figures{};
+        semctl(0, 0, SEM_INFO, &figures);
+        return static_cast<long long>(figures.semaem);
+    };
+    ASSERT_TRUE(Agrees(used, truth));
+    const int set = semget(IPC_PRIVATE, 5, IPC_CREAT | 0600);
+    ASSERT_GE(set, 0);
+    EXPECT_TRUE(Agrees(used, truth));
+    EXPECT_GE(used(), 5);
+    semctl(set, 0, IPC_RMID);
+    EXPECT_GE(Now().max_sems, 1);
+    EXPECT_LE(Now().max_sems, 32000);
+}
+
+TEST(SystemInfoTest, SocketsAgreeWithTheMachine)
+{
+    const auto truth = [] {
+        std::ifstream file("/proc/net/sockstat");
+        std::string word;
+        long long count = -1;
+        file >> word >> word >> count;
+        return count;
+    };
+    EXPECT_TRUE(Agrees([] { return Now().used_ports; }, truth));
+    EXPECT_GE(Now().max_ports, 1);
+    EXPECT_LE(Now().max_ports, 65536);
+}
+
+TEST(SystemInfoTest, PageFaultsAreSeen)
+{
+    const int32 before = Now().page_faults;
+    std::vector<char> touched(16 << 20, 1);
+    EXPECT_TRUE(Await([&] {
+        touched.assign(touched.size(), 2);
+        touched.shrink_to_fit();
+        std::vector<char>(16 << 20, 1).swap(touched);
+        return static_cast<int32>(static_cast<uint32>(Now().page_faults) - static_cast<uint32>(before)) > 1000;
+    }));
+}
+
+TEST(SystemInfoTest, SeesAProcessorThatIsLoaded)
+{
+    cpu_set_t all;
+    ASSERT_EQ(sched_getaffinity(0, sizeof(all), &all), 0);
+    int chosen = CPU_SETSIZE - 1;
+    while (!CPU_ISSET(chosen, &all))
+        --chosen;
+
+    std::atomic<bool> isOver = false;
+    TestThread load([&] {
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        CPU_SET(chosen, &one);
+        EXPECT_EQ(sched_setaffinity(0, sizeof(one), &one), 0);
+        while (!isOver) {
+        }
+        return 0;
+    });
+    load.Start();
+    std::vector<bigtime_t> before(kits::kMaxProcessors);
+    std::vector<bigtime_t> after(kits::kMaxProcessors);
+    const auto read = [](std::vector<bigtime_t>& active) {
+        system_info info;
+        const bigtime_t now = system_time();
+        EXPECT_EQ(get_system_info_at(now, &info, active.data(), static_cast<int32>(active.size())), B_OK);
+        EXPECT_LE(info.cpu_count, kits::kMaxProcessors);
+        return now;
+    };
+    EXPECT_TRUE(Await([&] {
+        const bigtime_t begin = read(before);
+        snooze(100000);
+        const bigtime_t end = read(after);
+        const bigtime_t active = after[static_cast<size_t>(chosen)] - before[static_cast<size_t>(chosen)];
+        EXPECT_LE(active, end - begin);
+        return active * 10 >= (end - begin) * 8;
+    })) << "a loaded processor is seen as loaded";
+    isOver = true;
+    load.Join();
+}
+
+TEST(SystemInfoTest, ARecordedMachineTakesThePlaceOfThisOne)
+{
+    // The reader of the process is made once: it takes a process of its own.
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            setenv("KITS_ROOT", MachineFolder("four-tebibytes").c_str(), 1);
+            const system_info info = Now();
+            _exit(info.cpu_count == 64 && info.max_pages == 1073741824 && info.used_teams == 3 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}

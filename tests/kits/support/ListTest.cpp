@@ -1,0 +1,90 @@
+#include "kits/support/List.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+int sValues[10];
+
+void* Item(int index)
+{
+    return &sValues[index];
+}
+
+/// The items of the list by their numbers.
+std::vector<int> Numbers(const BList& list)
+{
+    std::vector<int> numbers;
+    for (int32 i = 0; i < list.CountItems(); ++i)
+        numbers.push_back(static_cast<int>(static_cast<int*>(list.ItemAt(i)) - sValues));
+    return numbers;
+}
+
+} // namespace
+
+TEST(ListTest, BeginsEmpty)
+{
+    const BList list;
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(list.CountItems(), 0);
+    EXPECT_EQ(list.FirstItem(), nullptr);
+    EXPECT_EQ(list.LastItem(), nullptr);
+    EXPECT_EQ(list.ItemAt(0), nullptr);
+    EXPECT_EQ(list.ItemAt(-1), nullptr);
+}
+
+TEST(ListTest, AddsAtTheEndAndInBetween)
+{
+    BList list(1);
+    EXPECT_TRUE(list.AddItem(Item(1)));
+    EXPECT_TRUE(list.AddItem(Item(2), 1));
+    EXPECT_TRUE(list.AddItem(Item(0), 0));
+    EXPECT_FALSE(list.AddItem(Item(3), 4));
+    EXPECT_FALSE(list.AddItem(Item(3), -1));
+    EXPECT_EQ(Numbers(list), (std::vector{0, 1, 2}));
+    EXPECT_EQ(list.FirstItem(), Item(0));
+    EXPECT_EQ(list.LastItem(), Item(2));
+}
+
+TEST(ListTest, Removes)
+{
+    BList list(-5);
+    for (int i : {0, 1, 2, 1})
+        list.AddItem(Item(i));
+    EXPECT_TRUE(list.RemoveItem(Item(1)));
+    EXPECT_EQ(Numbers(list), (std::vector{0, 2, 1}));
+    EXPECT_FALSE(list.RemoveItem(Item(7)));
+    EXPECT_EQ(list.RemoveItem(int32{2}), Item(1));
+    EXPECT_EQ(list.RemoveItem(int32{2}), nullptr);
+    EXPECT_EQ(list.RemoveItem(int32{-1}), nullptr);
+    EXPECT_EQ(Numbers(list), (std::vector{0, 2}));
+    list.MakeEmpty();
+    EXPECT_TRUE(list.IsEmpty());
+}
+
+TEST(ListTest, Finds)
+{
+    BList list;
+    for (int i : {3, 4, 3})
+        list.AddItem(Item(i));
+    EXPECT_EQ(list.IndexOf(Item(3)), 0);
+    EXPECT_EQ(list.IndexOf(Item(4)), 1);
+    EXPECT_LT(list.IndexOf(Item(5)), 0);
+    EXPECT_TRUE(list.HasItem(Item(4)));
+    EXPECT_FALSE(list.HasItem(nullptr));
+}
+
+TEST(ListTest, AddsAnotherListAndItself)
+{
+    BList list;
+    list.AddItem(Item(0));
+    BList other(list);
+    other.AddItem(Item(1));
+    EXPECT_TRUE(list.AddList(&other));
+    EXPECT_TRUE(list.AddList(&list));
+    EXPECT_FALSE(list.AddList(nullptr));
+    EXPECT_EQ(Numbers(list), (std::vector{0, 0, 1, 0, 0, 1}));
+    EXPECT_EQ(Numbers(other), (std::vector{0, 1}));
+}

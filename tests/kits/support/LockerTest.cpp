@@ -1,0 +1,205 @@
+#include "kits/support/Locker.h"
+
+#include "kits/support/Autolock.h"
+#include "tests/kits/kernel/Await.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+TEST(LockerTest, IsTakenAndGivenUp)
+{
+    BLocker lock("a lock");
+    EXPECT_STREQ(lock.Name(), "a lock");
+    EXPECT_FALSE(lock.IsLocked());
+    EXPECT_LT(lock.LockingThread(), 0);
+    EXPECT_TRUE(lock.Lock());
+    EXPECT_TRUE(lock.IsLocked());
+    EXPECT_EQ(lock.LockingThread(), find_thread(nullptr));
+    EXPECT_EQ(lock.CountLocks(), 1);
+    lock.Unlock();
+    EXPECT_FALSE(lock.IsLocked());
+    EXPECT_STREQ(BLocker().Name(), "some BLocker");
+}
+
+TEST(LockerTest, MayBeTakenAgainByItsHolder)
+{
+    BLocker lock;
+    lock.Lock();
+    lock.Lock();
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    EXPECT_EQ(lock.CountLocks(), 3);
+    lock.Unlock();
+    lock.Unlock();
+    EXPECT_TRUE(lock.IsLocked());
+    lock.Unlock();
+    EXPECT_FALSE(lock.IsLocked());
+    lock.Unlock();
+    EXPECT_EQ(lock.CountLocks(), 0) << "giving up what one does not hold does nothing";
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    lock.Unlock();
+}
+
+TEST(LockerTest, KeepsOthersOut)
+{
+    BLocker lock;
+    lock.Lock();
+    std::vector<status_t> results;
+    TestThread other([&] {
+        results.push_back(lock.LockWithTimeout(0));
+        results.push_back(lock.LockWithTimeout(-1));
+        results.push_back(lock.LockWithTimeout(1000));
+        EXPECT_FALSE(lock.IsLocked());
+        lock.Unlock();
+        return 0;
+    });
+    other.Join();
+    EXPECT_EQ(results, (std::vector{B_WOULD_BLOCK, B_WOULD_BLOCK, B_TIMED_OUT}));
+    EXPECT_TRUE(lock.IsLocked());
+    lock.Unlock();
+}
+
+TEST(LockerTest, GoesToWhoWaits)
+{
+    BLocker lock;
+    lock.Lock();
+    TestThread other([&] { return lock.Lock() ? 1 : 0; });
+    other.Start();
+    ASSERT_TRUE(other.AwaitState(B_THREAD_WAITING));
+    lock.Unlock();
+    EXPECT_TRUE(Await([&] { return other.IsGone(); }));
+}
+
+TEST(LockerTest, GuardsWhatItGuards)
+{
+    BLocker lock;
+    int count = 0;
+    std::vector<std::unique_ptr<TestThread>> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.push_back(std::make_unique<TestThread>([&] {
+            for (int round = 0; round < 2000; ++round) {
+                BAutolock hold(lock);
+                ++count;
+            }
+            return 0;
+        }));
+        threads.back()->Start();
+    }
+    for (const auto& thread : threads)
+        thread->Join();
+    EXPECT_EQ(count, 8000);
+}
+
+TEST(LockerTest, IsReleasedWholeIfItsHolderIsKilled)
+{
+    BLocker lock;
+    TestThread holder([&] {
+        lock.Lock();
+        lock.Lock();
+        snooze(B_INFINITE_TIMEOUT);
+        return 0;
+    });
+    holder.Start();
+    ASSERT_TRUE(holder.AwaitState(B_THREAD_ASLEEP));
+    EXPECT_EQ(lock.LockWithTimeout(0), B_WOULD_BLOCK);
+    kill_thread(holder.Id());
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    EXPECT_EQ(lock.CountLocks(), 1);
+    lock.Unlock();
+}
+
+TEST(LockerTest, IsReleasedIfItsHolderReturns)
+{
+    BLocker lock;
+    TestThread holder([&] { return lock.Lock() ? 1 : 0; });
+    holder.Join();
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    lock.Unlock();
+}
+
+TEST(LockerTest, AKilledThreadDoesNotGetIt)
+{
+    BLocker lock;
+    lock.Lock();
+    std::atomic<bool> isPast = false;
+    TestThread waiter([&] {
+        BAutolock hold(lock);
+        isPast = true;
+        return 0;
+    });
+    waiter.Start();
+    ASSERT_TRUE(waiter.AwaitState(B_THREAD_WAITING));
+    EXPECT_EQ(kill_thread(waiter.Id()), B_OK);
+    EXPECT_FALSE(isPast);
+    EXPECT_TRUE(lock.IsLocked());
+    EXPECT_EQ(lock.CountLocks(), 1);
+    lock.Unlock();
+}
+
+TEST(LockerTest, AThreadIsKilledAtTheLockAlsoIfThatIsFree)
+{
+    BLocker lock;
+    std::atomic<int> rounds = 0;
+    TestThread thread([&]() -> int32 {
+        while (true) {
+            BAutolock hold(lock);
+            ++rounds;
+        }
+    });
+    thread.Start();
+    ASSERT_TRUE(Await([&] { return rounds > 100; }));
+    EXPECT_EQ(kill_thread(thread.Id()), B_OK);
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    lock.Unlock();
+}
+
+TEST(LockerTest, ASuspendedThreadDoesNotGetIt)
+{
+    BLocker lock;
+    lock.Lock();
+    TestThread waiter([&] { return lock.Lock() ? 1 : 0; });
+    waiter.Start();
+    ASSERT_TRUE(waiter.AwaitState(B_THREAD_WAITING));
+    suspend_thread(waiter.Id());
+    lock.Unlock();
+    snooze(5000);
+    EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
+    EXPECT_EQ(waiter.State(), B_THREAD_SUSPENDED);
+    lock.Unlock();
+    resume_thread(waiter.Id());
+    EXPECT_TRUE(Await([&] { return waiter.IsGone(); }));
+}
+
+TEST(LockerTest, MayBeDestroyedByItsHolder)
+{
+    auto lock = std::make_unique<BLocker>("doomed");
+    TestThread thread([&] {
+        lock->Lock();
+        lock.reset();
+        return 0;
+    });
+    EXPECT_EQ(thread.Join(), B_OK);
+    EXPECT_EQ(lock, nullptr);
+}
+
+TEST(AutolockTest, HoldsAsLongAsItLives)
+{
+    BLocker lock;
+    {
+        BAutolock hold(&lock);
+        EXPECT_TRUE(hold.IsLocked());
+        EXPECT_TRUE(lock.IsLocked());
+        hold.Unlock();
+        EXPECT_FALSE(hold.IsLocked());
+        EXPECT_FALSE(lock.IsLocked());
+    }
+    EXPECT_EQ(lock.CountLocks(), 0);
+    {
+        BAutolock hold(lock);
+        EXPECT_EQ(lock.CountLocks(), 1);
+    }
+    EXPECT_EQ(lock.CountLocks(), 0);
+    EXPECT_FALSE(BAutolock(static_cast<BLocker*>(nullptr)).IsLocked());
+}
