@@ -18,7 +18,8 @@ class BView;
 /// last.
 class BBitmap {
 public:
-    /// @param bounds  the pixels, right and bottom included; at most 32767 a side. Fractions are rounded
+    /// @param bounds  the pixels, right and bottom included; at most 32767 a side and 2 GiB of words. Fractions are
+    /// rounded
     /// @param space   B_RGB32 or B_RGBA32, which store the same words
     /// @param acceptsViews  whether AddChild may be used
     /// All words are 0xFFFFFFFF at first.
@@ -48,7 +49,7 @@ public:
     int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
     BView* ChildAt(int32 index) const;
 
-    /// Recursive. Lock returns false only when a waiting thread is told to die.
+    /// Recursive, see BLocker.
     bool Lock();
     void Unlock();
     bool IsLocked() const;

@@ -2,6 +2,10 @@
 
 #include "kits/interface/InterfaceDefs.h"
 
+namespace kits {
+class UserFonts;
+}
+
 /// Names of a font, NUL-terminated and zero-padded.
 inline constexpr size_t B_FONT_FAMILY_LENGTH = 63;
 inline constexpr size_t B_FONT_STYLE_LENGTH = 63;
@@ -93,6 +97,10 @@ public:
     bool operator==(const BFont& other) const;
 
 private:
+    friend class kits::UserFonts;
+    struct Blank {};
+    constexpr explicit BFont(Blank) {}
+
     font_family fFamily{};
     font_style fStyle{};
     float fSize = 12;
@@ -108,3 +116,15 @@ private:
 extern const BFont* be_plain_font;
 extern const BFont* be_bold_font;
 extern const BFont* be_fixed_font;
+
+// The fonts of this machine. Main thread, after the interface kit is set up; before that there are none.
+
+/// Families in alphabetical order.
+int32 count_font_families();
+/// B_BAD_INDEX beyond the last, B_BAD_VALUE for null.
+status_t get_font_family(int32 index, font_family* family);
+/// 0 for an unknown family.
+int32 count_font_styles(const font_family family);
+/// @param face  when not null, gets the faces that the style has
+/// @return B_NAME_NOT_FOUND for an unknown family, B_BAD_INDEX beyond its last style, B_BAD_VALUE for null
+status_t get_font_style(const font_family family, int32 index, font_style* style, uint16* face = nullptr);

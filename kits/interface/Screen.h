@@ -23,6 +23,9 @@ public:
     /// The colour of the empty desktop. Kept in memory: never asks another process. (51, 102, 152) while it is not
     /// known.
     rgb_color DesktopColor() const;
+    /// From here on that is what DesktopColor() gives, in this process.
+    /// @param permanent  whether it is kept beyond the session
+    void SetDesktopColor(rgb_color color, bool permanent = true);
 
     /// Returns at once: what is drawn in one turn of the event loop reaches the screen together at its end, so the main
     /// thread never sleeps for the screen.

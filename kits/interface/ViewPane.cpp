@@ -1,0 +1,139 @@
+#include "kits/interface/private/ViewPane.h"
+
+#include "kits/application/MainThread.h"
+#include "kits/interface/private/KeyInput.h"
+#include "kits/interface/private/Pointer.h"
+#include "kits/interface/private/QtEventLoop.h"
+#include "kits/interface/private/ViewImpl.h"
+
+#include <QContextMenuEvent>
+#include <QImage>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+
+namespace kits {
+
+void DeleteWidget(QWidget* widget)
+{
+    widget->hide();
+    if (KitsApplication::IsHandlingEvent())
+        widget->deleteLater();
+    else
+        delete widget;
+}
+
+ViewPane::ViewPane(ViewImpl& impl, QWidget* parent)
+    : QWidget(parent)
+    , fImpl(&impl)
+{
+    setObjectName(QString::fromUtf8(impl.fView->Name()));
+}
+
+void ViewPane::Release()
+{
+    fImpl = nullptr;
+    if (IsMainThread()) {
+        DeleteWidget(this);
+        return;
+    }
+    RunOnMainThread([widget = QPointer<QWidget>(this)] {
+        if (widget != nullptr)
+            DeleteWidget(widget);
+    });
+}
+
+void ViewPane::LeaveWindow()
+{
+    hide();
+    setParent(nullptr);
+}
+
+bool ViewPane::event(QEvent* event)
+{
+    // A view that is gone has no say in anything but the end of its widget.
+    if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
+        return true;
+    return QWidget::event(event);
+}
+
+void ViewPane::paintEvent(QPaintEvent* event)
+{
+    const Surface& surface = fImpl->fSurface;
+    const PixelRect frame = fImpl->PixelFrame();
+    QPainter painter(this);
+    // Drawing into a view that was resized since comes next, with the new size.
+    if (!surface.Exists() || surface.Width() != frame.Width() || surface.Height() != frame.Height()) {
+        const rgb_color color = fImpl->fViewColor;
+        if (color != B_TRANSPARENT_COLOR)
+            painter.fillRect(event->rect(), QColor(color.red, color.green, color.blue));
+        if (!surface.Exists())
+            return;
+    }
+    const QImage image(reinterpret_cast<const uchar*>(surface.Words()), surface.DeviceWidth(), surface.DeviceHeight(),
+                       surface.DeviceWidth() * 4,
+                       surface.IsOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    painter.setCompositionMode(surface.IsOpaque() ? QPainter::CompositionMode_Source
+                                                  : QPainter::CompositionMode_SourceOver);
+    const PixelGrid& grid = surface.Grid();
+    if (!grid.IsUnit()) {
+        // In the screen's own pixels, so that nothing is stretched or smoothed.
+        const QTransform device = painter.deviceTransform();
+        const QTransform wanted =
+            QTransform::fromTranslate(std::floor(device.dx() + 0.5), std::floor(device.dy() + 0.5));
+        painter.setWorldTransform(wanted * device.inverted());
+    }
+    for (const QRect& rect : event->region()) {
+        const PixelRect place =
+            Intersection(grid.ToDevice({rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1}),
+                         {0, 0, surface.DeviceWidth(), surface.DeviceHeight()});
+        if (!place.IsEmpty())
+            painter.drawImage(QPoint(place.left, place.top), image,
+                              QRect(place.left, place.top, place.Width(), place.Height()));
+    }
+}
+
+void ViewPane::mousePressEvent(QMouseEvent* event)
+{
+    Pointer::Press(*fImpl, *event);
+}
+
+void ViewPane::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    Pointer::Press(*fImpl, *event);
+}
+
+void ViewPane::mouseMoveEvent(QMouseEvent*)
+{
+    // Views are told by the pointer's place, see Pointer. Taken, so that it does not go to the parent.
+}
+
+void ViewPane::mouseReleaseEvent(QMouseEvent* event)
+{
+    Pointer::Release(*fImpl, *event);
+}
+
+void ViewPane::keyPressEvent(QKeyEvent* event)
+{
+    if (!KeyInput::Deliver(*fImpl, *event))
+        event->ignore();
+}
+
+void ViewPane::focusInEvent(QFocusEvent*)
+{
+    fImpl->InvalidateAll();
+}
+
+void ViewPane::focusOutEvent(QFocusEvent*)
+{
+    fImpl->InvalidateAll();
+}
+
+void ViewPane::contextMenuEvent(QContextMenuEvent* event)
+{
+    // A click of the mouse comes as a press of its button.
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
+}
+
+} // namespace kits

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kits {
+
+/// Looks whether there is a display before the toolkit does, which aborts without one.
+class DisplayCheck {
+public:
+    /// What is asked of the surroundings; replaced by tests.
+    struct Surroundings {
+        /// "" when it is not set.
+        std::function<std::string(const char* name)> variable;
+        std::function<bool(const std::string& display)> reachesX;
+        std::function<bool(const std::string& socket)> reachesWayland;
+        /// Whether the toolkit has the plug-in for Wayland.
+        bool hasWaylandPlugin = false;
+    };
+
+    /// "" when windows can be shown, else one line that says why not.
+    /// @param arguments  those of the program; -platform and --platform count
+    static std::string WhyNone(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+    /// The real ones.
+    static Surroundings Real();
+};
+
+} // namespace kits

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/interface/Bitmap.h"
+#include "kits/interface/View.h"
+
+#include <functional>
+#include <memory>
+
+class QDropEvent;
+
+namespace kits {
+
+class WindowImpl;
+
+/// Dragging a message, and taking what is dragged over our windows. Main thread but for Queue, with the interface lock
+/// held.
+namespace Drag {
+
+/// What is dragged.
+struct Request {
+    BMessage message;
+    BMessenger replyTo;
+    BRect rect;                      ///< the outline, on the screen; not valid when there is a picture
+    std::unique_ptr<BBitmap> bitmap; ///< the picture, or null
+    BPoint offset;                   ///< where the pointer is in the outline or picture
+};
+
+/// Has the message dragged when the outermost event loop is reached, if a button is still down then. Any thread.
+void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_ptr<BBitmap> bitmap, BPoint offset,
+           BHandler* replyTo);
+/// Whether the pointer drags something of ours.
+bool IsUnderWay();
+
+/// Drags over a window's widget: whether it may be dropped here.
+bool Entered(const QDropEvent& event);
+bool Over(WindowImpl& window, const QDropEvent& event);
+void Left();
+/// Sends the message to the view under the pointer. False when there is none.
+bool Dropped(WindowImpl& window, const QDropEvent& event);
+
+/// What carries a drag out; the toolkit's drag when empty. For tests.
+void SetRunner(std::function<void(const Request&)> runner);
+
+} // namespace Drag
+
+} // namespace kits
