@@ -3,12 +3,14 @@
 #include "src/chart/ChartView.h"
 #include "src/support/MessageCodes.h"
 
+#include <utility>
+
 ChartPage::ChartPage(const char* name, ChartView* chart, SaveFunction save)
     : PrefsTab(name)
     , fChart(chart)
-    , fSave(save)
+    , fSave(std::move(save))
 {
-    (fChart->*fSave)(&fSnapshot);
+    fSave(*fChart, &fSnapshot);
 }
 
 void ChartPage::Revert()
@@ -28,6 +30,6 @@ bool ChartPage::SavePrefsForDD(BMessage* message)
     if (fChart == nullptr)
         return false;
     message->what = MSG_PREFS_DROP;
-    (fChart->*fSave)(message);
+    fSave(*fChart, message);
     return true;
 }

@@ -3,6 +3,8 @@
 #include "kits/application/Message.h"
 #include "src/prefs/PrefsTab.h"
 
+#include <functional>
+
 class ChartView;
 
 /// Base of the pages that edit a chart: each edits one group of its settings, which is what it puts back and what is
@@ -11,8 +13,8 @@ class ChartView;
 /// The chart is not owned. When it goes away ForgetModel() has to be called first.
 class ChartPage : public PrefsTab {
 public:
-    /// Puts the group into a message: one of the chart's Save...PrefsTo().
-    typedef status_t (ChartView::*SaveFunction)(BMessage* into) const;
+    /// Puts the group into a message, for example one of the chart's Save...PrefsTo().
+    typedef std::function<void(const ChartView& chart, BMessage* into)> SaveFunction;
 
     ChartPage(const char* name, ChartView* chart, SaveFunction save);
 

@@ -1,0 +1,368 @@
+#include "src/pages/ChartColorTab.h"
+
+#include "kits/interface/Alert.h"
+#include "kits/interface/Button.h"
+#include "kits/interface/CheckBox.h"
+#include "kits/interface/MenuField.h"
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/PopUpMenu.h"
+#include "kits/interface/Screen.h"
+#include "kits/interface/Slider.h"
+#include "kits/kernel/Clock.h"
+#include "src/chart/ChartView.h"
+#include "src/pages/PageControls.h"
+#include "src/support/ColorPreView.h"
+#include "src/support/MenuTargets.h"
+#include "src/support/MessageCodes.h"
+#include "src/support/SmartColorControl.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr BRect kSomewhere(0, 0, 5, 5);
+
+/// Between the colour control and what stands beside it; pixels.
+constexpr float kBesideControl = 5;
+constexpr float kAbovePick = 3;
+
+/// The two columns below, as parts of the page's width.
+constexpr float kLeftColumn = 0.02f;
+constexpr float kLeftWidth = 0.36f;
+constexpr float kRightColumn = 0.42f;
+constexpr float kRightWidth = 0.56f;
+constexpr float kDividerPart = 2.3f;
+
+/// Picks that follow each other faster than this are quick ones.
+constexpr bigtime_t kQuickPick = 500000;
+
+/// What a caption can be antialiased against, in the order of the menu.
+constexpr int16 kAAChart = 1;
+constexpr int16 kAABackground = 2;
+constexpr int16 kAAAverage = 3;
+
+} // namespace
+
+ChartColorTab::ChartColorTab(ChartView* chart)
+    : ChartPage("Colors", chart, &ChartView::SaveColorPrefsTo)
+{
+    fColors = new SmartColorControl(BPoint(0, 0), 8, new BMessage(MSG_COLOR_CHANGED));
+    AddChild(fColors);
+    fPreview = new ColorPreView(BRect(5, 5, 10, 10), fColors);
+    AddChild(fPreview);
+    fPick = new BButton(kSomewhere, "", "Pick Desktop", new BMessage(MSG_PICK_DESKTOP));
+    AddChild(fPick);
+    MakeTargetField();
+    MakeAATargetField();
+    fTest = new BCheckBox(kSomewhere, "", "Test on Desktop", new BMessage(MSG_TEST_ON_DESKTOP));
+    AddChild(fTest);
+    fTransparent = new BCheckBox(kSomewhere, "", "Transparent background", new BMessage(MSG_TRANSPARENT));
+    AddChild(fTransparent);
+    fAASlider = new BSlider(kSomewhere, "", "Antialiasing (%)", new BMessage(MSG_AA_VALUE), 0, 100, B_TRIANGLE_THUMB);
+    fAASlider->SetLimitLabels("Off", "Full");
+    fAASlider->SetHashMarks(B_HASH_MARKS_BOTTOM);
+    fAASlider->SetHashMarkCount(10);
+    fAASlider->SetEnabled(false);
+    AddChild(fAASlider);
+}
+
+ChartColorTab::~ChartColorTab()
+{
+    if (fTesting)
+        BScreen(Window()).SetDesktopColor(fSavedDesktop, true);
+}
+
+void ChartColorTab::MakeTargetField()
+{
+    auto* menu = new BPopUpMenu("");
+    menu->AddItem(new BMenuItem("< none >", new BMessage(MSG_TARGET_NONE)));
+    menu->AddItem(new BMenuItem("Chart", new BMessage(MSG_TARGET_CHART)));
+    menu->AddItem(new BMenuItem("Background", new BMessage(MSG_TARGET_BACKGROUND)));
+    menu->AddItem(new BMenuItem("Border", new BMessage(MSG_TARGET_BORDER)));
+    menu->AddItem(new BMenuItem("Value", new BMessage(MSG_TARGET_VALUE)));
+    menu->AddItem(new BMenuItem("Title", new BMessage(MSG_TARGET_TITLE)));
+    menu->ItemAt(0)->SetMarked(true);
+    fTargetField = new BMenuField(kSomewhere, "", "Target:", menu);
+    AddChild(fTargetField);
+}
+
+void ChartColorTab::MakeAATargetField()
+{
+    auto* menu = new BPopUpMenu("");
+    menu->AddItem(new BMenuItem("Chart", new BMessage(MSG_AA_TARGET_CHART)));
+    menu->AddItem(new BMenuItem("Background", new BMessage(MSG_AA_TARGET_BACKGROUND)));
+    menu->AddItem(new BMenuItem("Average", new BMessage(MSG_AA_TARGET_AVERAGE)));
+    menu->ItemAt(2)->SetMarked(true);
+    menu->SetEnabled(false);
+    fAATargetField = new BMenuField(kSomewhere, "", "AA target:", menu);
+    AddChild(fAATargetField);
+}
+
+void ChartColorTab::AllAttached()
+{
+    ChartPage::AllAttached();
+    for (BControl* control : std::initializer_list<BControl*>{fColors, fPick, fTest, fTransparent, fAASlider})
+        control->SetTarget(this);
+    SetTargetForItemsRecursive(fTargetField->Menu(), this);
+    SetTargetForItemsRecursive(fAATargetField->Menu(), this);
+}
+
+void ChartColorTab::MessageReceived(BMessage* message)
+{
+    if (Chart() == nullptr || !HandleChartMessage(message->what))
+        ChartPage::MessageReceived(message);
+}
+
+bool ChartColorTab::HandleChartMessage(uint32 code)
+{
+    switch (code) {
+    case MSG_COLOR_CHANGED:
+        ColorChanged();
+        return true;
+    case MSG_AA_TARGET_CHART:
+        SetAATarget(kAAChart);
+        return true;
+    case MSG_AA_TARGET_BACKGROUND:
+        SetAATarget(kAABackground);
+        return true;
+    case MSG_AA_TARGET_AVERAGE:
+        SetAATarget(kAAAverage);
+        return true;
+    case MSG_TARGET_CHART:
+        ChooseTarget(kChart);
+        return true;
+    case MSG_TARGET_BACKGROUND:
+        ChooseTarget(kBackground);
+        return true;
+    case MSG_TARGET_VALUE:
+        ChooseTarget(kValue);
+        return true;
+    case MSG_TARGET_TITLE:
+        ChooseTarget(kTitle);
+        return true;
+    case MSG_TARGET_BORDER:
+        ChooseTarget(kBorder);
+        return true;
+    case MSG_TARGET_NONE:
+        ChooseTarget(kNone);
+        return true;
+    case MSG_AA_VALUE:
+        AAValueChanged();
+        return true;
+    case MSG_PICK_DESKTOP:
+        PickDesktop();
+        return true;
+    case MSG_TEST_ON_DESKTOP:
+        TestOnDesktop();
+        return true;
+    case MSG_TRANSPARENT:
+        Chart()->SetTransparent(fTransparent->Value() == B_CONTROL_ON);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ChartColorTab::ColorChanged()
+{
+    const rgb_color color = fColors->ValueAsColor();
+    switch (fTarget) {
+    case kChart:
+        Chart()->SetChartColor(color, 0);
+        break;
+    case kBackground:
+        Chart()->SetBackgroundColor(color);
+        break;
+    case kValue:
+        Chart()->SetValueColor(color);
+        break;
+    case kTitle:
+        Chart()->SetTitleColor(color);
+        break;
+    case kBorder:
+        Chart()->SetBorderColor(color);
+        break;
+    case kNone:
+        fNoTargetColor = color;
+        break;
+    }
+    ShowInPreview(color);
+}
+
+void ChartColorTab::ShowInPreview(rgb_color color)
+{
+    fPreview->SetViewColor(color);
+    fPreview->Invalidate();
+    if (fTesting)
+        BScreen(Window()).SetDesktopColor(color, true);
+}
+
+rgb_color ChartColorTab::TargetColor() const
+{
+    switch (fTarget) {
+    case kChart:
+        return Chart()->ChartColor(0);
+    case kBackground:
+        return Chart()->BackgroundColor();
+    case kValue:
+        return Chart()->ValueColor();
+    case kTitle:
+        return Chart()->TitleColor();
+    case kBorder:
+        return Chart()->BorderColor();
+    case kNone:
+        break;
+    }
+    return fNoTargetColor;
+}
+
+void ChartColorTab::ChooseTarget(Target target)
+{
+    fTarget = target;
+    if (IsText())
+        fAASlider->SetPosition(fTarget == kValue ? Chart()->ValueAAValue() : Chart()->TitleAAValue());
+    ShowAntialiasing();
+    fColors->SetValue(TargetColor());
+    ShowInPreview(fColors->ValueAsColor());
+}
+
+void ChartColorTab::ShowAntialiasing()
+{
+    fAASlider->SetEnabled(IsText());
+    fAATargetField->Menu()->SetEnabled(IsText());
+    if (!IsText())
+        return;
+    LabelAASlider();
+    const int16 target = fTarget == kValue ? Chart()->ValueAATarget() : Chart()->TitleAATarget();
+    if (BMenuItem* item = fAATargetField->Menu()->ItemAt(target - 1))
+        item->SetMarked(true);
+}
+
+void ChartColorTab::LabelAASlider()
+{
+    fAASlider->SetLabel(PercentLabel("Antialiasing", fAASlider->Position()).c_str());
+    fAASlider->Invalidate();
+}
+
+void ChartColorTab::SetAATarget(int16 target)
+{
+    // The text's colour is set again so that the chart computes what it fades to.
+    if (fTarget == kTitle) {
+        Chart()->SetTitleAATarget(target);
+        Chart()->SetTitleColor(Chart()->TitleColor());
+    } else if (fTarget == kValue) {
+        Chart()->SetValueAATarget(target);
+        Chart()->SetValueColor(Chart()->ValueColor());
+    }
+}
+
+void ChartColorTab::AAValueChanged()
+{
+    const float value = fAASlider->Position();
+    if (fTarget == kTitle)
+        Chart()->SetTitleAAValue(value);
+    else if (fTarget == kValue)
+        Chart()->SetValueAAValue(value);
+    LabelAASlider();
+}
+
+void ChartColorTab::PickDesktop()
+{
+    fColors->SetValue(BScreen(Window()).DesktopColor());
+    PostToPage(this, MSG_COLOR_CHANGED);
+    CountPick();
+}
+
+/// A joke for those who cannot stop.
+void ChartColorTab::CountPick()
+{
+    const bigtime_t now = system_time();
+    if (now - fLastPick >= kQuickPick) {
+        fPicks = 0;
+    } else if (fPicks++ > 1) {
+        auto* alert = new BAlert("Fun", "Hey men, stop picking me or... !\n\n\t\t\t\t- Desktop", " FunFunFun  :) ",
+                                 nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+        alert->Go(nullptr);
+        fPicks = 0;
+    }
+    fLastPick = now;
+}
+
+void ChartColorTab::TestOnDesktop()
+{
+    BScreen screen(Window());
+    fTesting = fTest->Value() == B_CONTROL_ON;
+    if (fTesting) {
+        fSavedDesktop = screen.DesktopColor();
+        screen.SetDesktopColor(fColors->ValueAsColor(), true);
+    } else {
+        screen.SetDesktopColor(fSavedDesktop, true);
+    }
+}
+
+void ChartColorTab::GetState()
+{
+    if (Chart() == nullptr)
+        return;
+    fTargetField->Menu()->ItemAt(0)->SetMarked(true);
+    if (fTarget != kNone) {
+        fColors->SetValue(fNoTargetColor);
+        fTarget = kNone;
+        PostToPage(this, MSG_COLOR_CHANGED);
+    }
+    fAASlider->SetEnabled(false);
+    fTransparent->SetValue(Chart()->IsTransparent());
+}
+
+void ChartColorTab::Rerender()
+{
+    ChartPage::Rerender();
+    const float width = Bounds().Width();
+    const float bottom = Bounds().bottom;
+    const float controlHeight = fColors->Bounds().Height();
+    const float beside = fColors->Bounds().right + kBesideControl;
+    const float besideWidth = Bounds().right - beside;
+    const float pickHeight = fPick->Bounds().Height();
+
+    fPreview->MoveTo(beside, 0);
+    fPreview->ResizeTo(besideWidth, controlHeight - pickHeight - kAbovePick);
+    fPick->MoveTo(beside, controlHeight - pickHeight);
+    fPick->ResizeTo(besideWidth, pickHeight);
+    fPick->Invalidate();
+
+    const float top = fColors->Frame().bottom + 1;
+    const float space = bottom - top;
+    const float fieldHeight = fTargetField->Bounds().Height();
+    float gap = (space - 2 * fieldHeight) / 3;
+    float y = top + gap;
+    for (BMenuField* field : {fTargetField, fAATargetField}) {
+        field->MoveTo(width * kLeftColumn, y);
+        field->ResizeTo(width * kLeftWidth, field->Bounds().Height());
+        field->SetDivider(width * kLeftWidth / kDividerPart);
+        y += fieldHeight + gap;
+    }
+
+    const float boxHeight = fTest->Bounds().Height();
+    gap = (space - 2 * boxHeight - fAASlider->Bounds().Height()) * 0.25f;
+    y = top + gap;
+    for (BView* view : std::initializer_list<BView*>{fTest, fTransparent, fAASlider}) {
+        view->MoveTo(width * kRightColumn, y);
+        y += boxHeight + gap;
+    }
+    fAASlider->ResizeTo(width * kRightWidth, fAASlider->Bounds().Height());
+}
+
+void ChartColorTab::GetMinimumSize(float* width, float* height)
+{
+    const BPoint colors = PreferredSizeOf(fColors);
+    const BPoint pick = PreferredSizeOf(fPick);
+    const BPoint target = PreferredSizeOf(fTargetField);
+    const BPoint aaTarget = PreferredSizeOf(fAATargetField);
+    const BPoint test = PreferredSizeOf(fTest);
+    const BPoint transparent = PreferredSizeOf(fTransparent);
+    const BPoint slider = PreferredSizeOf(fAASlider);
+    *width = std::max({colors.x + kBesideControl + pick.x, std::max(target.x, aaTarget.x) / kLeftWidth,
+                       std::max({test.x, transparent.x, slider.x}) / kRightWidth});
+    *height =
+        colors.y + 1 + std::max(target.y + aaTarget.y + 3 * kSmallestGap, 2 * test.y + slider.y + 4 * kSmallestGap);
+}

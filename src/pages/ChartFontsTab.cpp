@@ -1,0 +1,272 @@
+#include "src/pages/ChartFontsTab.h"
+
+#include "kits/interface/ListView.h"
+#include "kits/interface/MenuField.h"
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/PopUpMenu.h"
+#include "kits/interface/ScrollView.h"
+#include "kits/interface/Slider.h"
+#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartView.h"
+#include "src/pages/FontSample.h"
+#include "src/pages/PageControls.h"
+#include "src/support/MenuTargets.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr BRect kSomewhere(0, 0, 5, 5);
+constexpr float kGap = 5;
+constexpr float kSampleHeight = 48;
+/// Of the page's width, for the families; the styles have the rest.
+constexpr float kFamiliesPart = 0.58f;
+
+constexpr const char* kValueFontField = "ValueFont";
+constexpr const char* kTitleFontField = "TitleFont";
+
+void SaveFonts(const ChartView& chart, BMessage* into)
+{
+    for (const char* field : {kValueFontField, kTitleFontField})
+        into->RemoveName(field);
+    AddMessageFont(into, kValueFontField, &chart.ValueFont());
+    AddMessageFont(into, kTitleFontField, &chart.TitleFont());
+}
+
+/// Selects the row with this text, or none.
+void SelectText(BListView* list, const char* text)
+{
+    list->DeselectAll();
+    for (int32 i = 0; const BListItem* item = list->ItemAt(i); i++) {
+        if (std::strcmp(item->Text(), text) == 0) {
+            list->Select(i);
+            list->ScrollToSelection();
+            return;
+        }
+    }
+}
+
+const char* SelectedText(const BListView* list)
+{
+    const BListItem* item = list->ItemAt(list->CurrentSelection());
+    return item != nullptr ? item->Text() : nullptr;
+}
+
+BListView* MakeList(const char* name, uint32 code)
+{
+    auto* list = new BListView(kSomewhere, "");
+    list->SetAccessibleName(name);
+    list->SetSelectionMessage(new BMessage(code));
+    return list;
+}
+
+} // namespace
+
+ChartFontsTab::ChartFontsTab(ChartView* chart)
+    : ChartPage("Fonts", chart, SaveFonts)
+    , fFont(chart->ValueFont())
+{
+    fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
+
+    auto* targets = new BPopUpMenu("");
+    targets->AddItem(new BMenuItem("< none >", new BMessage(MSG_FONT_TARGET_NONE)));
+    targets->AddItem(new BMenuItem("Value", new BMessage(MSG_FONT_TARGET_VALUE)));
+    targets->AddItem(new BMenuItem("Title", new BMessage(MSG_FONT_TARGET_TITLE)));
+    targets->ItemAt(0)->SetMarked(true);
+    fTargetField = new BMenuField(kSomewhere, "", "Target:", targets);
+    AddChild(fTargetField);
+
+    fFamilies = MakeList("Families", MSG_FONT_FAMILY);
+    fFamiliesScroll = new BScrollView("", fFamilies, B_FOLLOW_NONE, 0, false, true);
+    AddChild(fFamiliesScroll);
+    fStyles = MakeList("Styles", MSG_FONT_STYLE);
+    fStylesScroll = new BScrollView("", fStyles, B_FOLLOW_NONE, 0, false, true);
+    AddChild(fStylesScroll);
+
+    fSize = new BSlider(kSomewhere, "", "Size", new BMessage(MSG_FONT_SIZE), static_cast<int32>(kMinFontSize),
+                        static_cast<int32>(kMaxFontSize), B_TRIANGLE_THUMB);
+    fSize->SetLimitLabels(std::to_string(static_cast<int32>(kMinFontSize)).c_str(),
+                          std::to_string(static_cast<int32>(kMaxFontSize)).c_str());
+    AddChild(fSize);
+    fSample = new FontSample(kSomewhere);
+    AddChild(fSample);
+    FillFamilies();
+}
+
+void ChartFontsTab::AllAttached()
+{
+    ChartPage::AllAttached();
+    SetTargetForItemsRecursive(fTargetField->Menu(), this);
+    fFamilies->SetTarget(this);
+    fStyles->SetTarget(this);
+    fSize->SetTarget(this);
+}
+
+void ChartFontsTab::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_FONT_TARGET_NONE:
+        ChooseTarget(kNone);
+        break;
+    case MSG_FONT_TARGET_VALUE:
+        ChooseTarget(kValue);
+        break;
+    case MSG_FONT_TARGET_TITLE:
+        ChooseTarget(kTitle);
+        break;
+    case MSG_FONT_FAMILY:
+        FamilyChosen();
+        break;
+    case MSG_FONT_STYLE:
+        StyleChosen();
+        break;
+    case MSG_FONT_SIZE:
+        SizeChosen();
+        break;
+    default:
+        ChartPage::MessageReceived(message);
+    }
+}
+
+void ChartFontsTab::FillFamilies()
+{
+    const int32 count = count_font_families();
+    for (int32 i = 0; i < count; i++) {
+        font_family family;
+        if (get_font_family(i, &family) == B_OK)
+            fFamilies->AddItem(new BStringItem(family));
+    }
+}
+
+void ChartFontsTab::FillStyles()
+{
+    fStyles->MakeEmpty();
+    font_family family;
+    font_style style;
+    fFont.GetFamilyAndStyle(&family, &style);
+    const int32 count = count_font_styles(family);
+    for (int32 i = 0; i < count; i++) {
+        if (get_font_style(family, i, &style) == B_OK)
+            fStyles->AddItem(new BStringItem(style));
+    }
+}
+
+/// Takes over what can be chosen here of a font, and fills all controls from it.
+void ChartFontsTab::ShowFont(const BFont& font)
+{
+    fFont.Apply(font, fFont.Mask());
+    font_family family;
+    font_style style;
+    fFont.GetFamilyAndStyle(&family, &style);
+    SelectText(fFamilies, family);
+    FillStyles();
+    SelectText(fStyles, style);
+    fSize->SetValue(static_cast<int32>(std::lround(fFont.Size())));
+    LabelSize();
+    fSample->SetSample(fFont);
+}
+
+void ChartFontsTab::ChooseTarget(Target target)
+{
+    if (Chart() == nullptr)
+        return;
+    fTarget = target;
+    if (fTarget == kValue)
+        ShowFont(Chart()->ValueFont());
+    else if (fTarget == kTitle)
+        ShowFont(Chart()->TitleFont());
+}
+
+void ChartFontsTab::FamilyChosen()
+{
+    const char* family = SelectedText(fFamilies);
+    if (family == nullptr)
+        return;
+    font_style style = "";
+    get_font_style(std::string(family).c_str(), 0, &style);
+    fFont.SetFamilyAndStyle(family, style);
+    FillStyles();
+    SelectText(fStyles, style);
+    FontChanged();
+}
+
+void ChartFontsTab::StyleChosen()
+{
+    font_family family;
+    font_style style;
+    fFont.GetFamilyAndStyle(&family, &style);
+    const char* chosen = SelectedText(fStyles);
+    if (chosen == nullptr)
+        return;
+    fFont.SetFamilyAndStyle(family, chosen);
+    FontChanged();
+}
+
+void ChartFontsTab::SizeChosen()
+{
+    fFont.SetSize(static_cast<float>(fSize->Value()));
+    LabelSize();
+    FontChanged();
+}
+
+void ChartFontsTab::LabelSize()
+{
+    fSize->SetLabel(("Size " + std::to_string(fSize->Value())).c_str());
+}
+
+void ChartFontsTab::FontChanged()
+{
+    fSample->SetSample(fFont);
+    if (Chart() == nullptr || fTarget == kNone)
+        return;
+    FFont font(fTarget == kValue ? Chart()->ValueFont() : Chart()->TitleFont());
+    fFont.UpdateTo(static_cast<BFont*>(&font), FFont::kAll);
+    if (fTarget == kValue)
+        Chart()->SetValueFont(&font);
+    else
+        Chart()->SetTitleFont(&font);
+}
+
+void ChartFontsTab::GetState()
+{
+    fTargetField->Menu()->ItemAt(0)->SetMarked(true);
+    fTarget = kNone;
+    ShowFont(fFont);
+}
+
+void ChartFontsTab::Rerender()
+{
+    ChartPage::Rerender();
+    const float width = Bounds().Width() - 2 * kGap;
+    const float sliderHeight = fSize->Bounds().Height();
+    const float fieldHeight = fTargetField->Bounds().Height();
+    const float sampleTop = Bounds().bottom - kGap - kSampleHeight;
+    const float sliderTop = sampleTop - kGap - sliderHeight;
+    const float listTop = kGap + fieldHeight + kGap;
+    const float listHeight = sliderTop - kGap - listTop;
+    const float familiesWidth = std::floor(width * kFamiliesPart);
+
+    fTargetField->MoveTo(kGap, kGap);
+    fTargetField->ResizeTo(familiesWidth, fieldHeight);
+    fFamiliesScroll->MoveTo(kGap, listTop);
+    fFamiliesScroll->ResizeTo(familiesWidth, listHeight);
+    fStylesScroll->MoveTo(kGap + familiesWidth + kGap, listTop);
+    fStylesScroll->ResizeTo(width - familiesWidth - kGap, listHeight);
+    fSize->MoveTo(kGap, sliderTop);
+    fSize->ResizeTo(width, sliderHeight);
+    fSample->MoveTo(kGap, sampleTop);
+    fSample->ResizeTo(width, kSampleHeight);
+}
+
+void ChartFontsTab::GetMinimumSize(float* width, float* height)
+{
+    const BPoint target = PreferredSizeOf(fTargetField);
+    const BPoint slider = PreferredSizeOf(fSize);
+    constexpr float kListAtLeast = 60;
+    *width = std::max(slider.x, target.x / kFamiliesPart) + 2 * kGap;
+    *height = target.y + slider.y + kSampleHeight + kListAtLeast + 5 * kGap;
+}

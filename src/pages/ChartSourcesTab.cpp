@@ -1,0 +1,89 @@
+#include "src/pages/ChartSourcesTab.h"
+
+#include "kits/interface/Button.h"
+#include "kits/interface/ScrollView.h"
+#include "kits/interface/TextControl.h"
+#include "src/chart/ChartView.h"
+#include "src/pages/PageControls.h"
+#include "src/sampling/SourceListView.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float kInset = 5;
+constexpr BRect kSomewhere(0, 0, 5, 5);
+
+} // namespace
+
+ChartSourcesTab::ChartSourcesTab(ChartView* chart)
+    : ChartPage("Sources", chart, &ChartView::SaveProviderPrefsTo)
+    , fList(new SourceListView)
+    , fScrollView(new BScrollView("", fList, B_FOLLOW_NONE, 0, false, true, B_FANCY_BORDER))
+    , fFilter(new BTextControl(kSomewhere, "", "Find:", "", nullptr))
+    , fAdd(new BButton(kSomewhere, "", "Add to chart", new BMessage(MSG_ADD_SOURCES)))
+{
+    fList->SetAccessibleName("Sources");
+    fList->SetToolTip("Drag a source or a group onto a chart");
+    fList->SetInvocationMessage(new BMessage(MSG_ADD_SOURCES));
+    fFilter->SetMessage(new BMessage(MSG_ADD_SOURCES));
+    fFilter->SetModificationMessage(new BMessage(MSG_FILTER_SOURCES));
+    AddChild(fScrollView);
+    AddChild(fFilter);
+    AddChild(fAdd);
+}
+
+void ChartSourcesTab::AllAttached()
+{
+    ChartPage::AllAttached();
+    fScrollView->MoveTo(kInset, kInset);
+    fList->SetTarget(this);
+    fFilter->SetTarget(this);
+    fAdd->SetTarget(this);
+}
+
+void ChartSourcesTab::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_ADD_SOURCES:
+        AddSelected();
+        break;
+    case MSG_FILTER_SOURCES:
+        fList->SetFilter(fFilter->Text());
+        break;
+    default:
+        ChartPage::MessageReceived(message);
+    }
+}
+
+void ChartSourcesTab::AddSelected()
+{
+    BMessage sources;
+    if (Chart() != nullptr && fList->AddSourcesTo(&sources, fList->CurrentSelection()))
+        Chart()->MessageReceived(&sources);
+}
+
+void ChartSourcesTab::Rerender()
+{
+    ChartPage::Rerender();
+    const float width = Bounds().Width() - 2 * kInset;
+    const float height = Bounds().Height() - 2 * kInset;
+    const float rowHeight = std::max(fFilter->Bounds().Height(), fAdd->Bounds().Height());
+    const float rowTop = kInset + height - rowHeight;
+    const float addWidth = fAdd->Bounds().Width();
+
+    fScrollView->ResizeTo(width, height - rowHeight - kInset - 1);
+    fFilter->MoveTo(kInset, rowTop + (rowHeight - fFilter->Bounds().Height()) / 2);
+    fFilter->ResizeTo(width - addWidth - kInset - 1, fFilter->Bounds().Height());
+    fAdd->MoveTo(kInset + width - addWidth, rowTop + (rowHeight - fAdd->Bounds().Height()) / 2);
+}
+
+void ChartSourcesTab::GetMinimumSize(float* width, float* height)
+{
+    constexpr float kRowsAtLeast = 4;
+    const BPoint filter = PreferredSizeOf(fFilter);
+    const BPoint add = PreferredSizeOf(fAdd);
+    *width = filter.x + add.x + 3 * kInset + 1;
+    *height = (kRowsAtLeast + 1) * std::max(filter.y, add.y) + 3 * kInset + 1;
+}

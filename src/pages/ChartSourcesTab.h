@@ -1,0 +1,32 @@
+#pragma once
+
+#include "src/pages/ChartPage.h"
+
+class BButton;
+class BScrollView;
+class BTextControl;
+class SourceListView;
+
+/// The page "Sources" of a chart: the list of all sources. They are dragged from it onto charts; Enter, a double click
+/// or the button adds the selected one, or a group, to this page's chart. The field below narrows the list as one
+/// types.
+class ChartSourcesTab : public ChartPage {
+public:
+    explicit ChartSourcesTab(ChartView* chart);
+
+    void AllAttached() override;
+    void MessageReceived(BMessage* message) override;
+    void Rerender() override;
+    /// Nothing: the list is the same for every chart.
+    void GetState() override {}
+    void GetMinimumSize(float* width, float* height) override;
+
+private:
+    void AddSelected();
+
+    // Children of this view.
+    SourceListView* fList;
+    BScrollView* fScrollView;
+    BTextControl* fFilter;
+    BButton* fAdd;
+};

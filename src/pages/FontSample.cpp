@@ -1,0 +1,46 @@
+#include "src/pages/FontSample.h"
+
+#include "kits/application/Message.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr float kMargin = 4;
+constexpr const char* kText = "CPU 1: 42.0 %";
+
+} // namespace
+
+FontSample::FontSample(BRect frame)
+    : BView(frame, "", B_FOLLOW_NONE, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
+{
+    SetViewColor(255, 255, 255);
+    SetAccessibleName("Sample of the font");
+    SetToolTip("Drag the sample onto a caption of a chart");
+}
+
+void FontSample::SetSample(const FFont& font)
+{
+    fFont = font;
+    SetFont(&fFont);
+    Invalidate();
+}
+
+void FontSample::Draw(BRect)
+{
+    font_height height;
+    GetFontHeight(&height);
+    const float y = std::round((Bounds().Height() + height.ascent - height.descent) / 2);
+    SetLowColor(255, 255, 255);
+    SetHighColor(0, 0, 0);
+    DrawString(kText, BPoint(kMargin, y));
+    SetHighColor(128, 128, 128);
+    StrokeRect(Bounds());
+}
+
+void FontSample::MouseDown(BPoint)
+{
+    BMessage message('!FNT');
+    AddMessageFont(&message, "font", &fFont);
+    DragMessage(&message, Bounds(), nullptr);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "kits/interface/View.h"
+#include "src/support/FFont.h"
+
+/// Shows a font with a line of text in it. Pulled with the mouse it is dragged away: a "!FNT" message with the font in
+/// "font", which charts take on their captions.
+class FontSample : public BView {
+public:
+    explicit FontSample(BRect frame);
+
+    /// The font that is shown and dragged; its mask goes with it.
+    void SetSample(const FFont& font);
+
+    void Draw(BRect update) override;
+    void MouseDown(BPoint where) override;
+
+private:
+    FFont fFont;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "kits/interface/OutlineListView.h"
+#include "src/sampling/SourceTable.h"
+
+#include <string>
+
+class BMessage;
+
+/// A row of the source list: a source, or a group of them (target VP_NONE, its text set by the list).
+class SourceListItem : public BStringItem {
+public:
+    SourceListItem(vptarget_t target, int32 flags);
+
+    vptarget_t Target() const { return fKey.target; }
+    int32 Flags() const { return fKey.flags; }
+
+private:
+    SourceKey fKey;
+};
+
+/// An outline list of every source that this machine has. Rows are dragged onto charts, a group with all the rows
+/// directly under it. The drag message is MSG_SOURCE_DROP with one "ValueProvider" message for each source.
+class SourceListView : public BOutlineListView {
+public:
+    /// As many processors as the machine has at this moment.
+    SourceListView();
+
+    /// Shows only the sources whose names have all the words of the text, upper and lower case alike, and the groups
+    /// that have any, and selects the first source; an empty text shows all.
+    void SetFilter(const char* text);
+
+    /// Adds what a drag of this row carries to the message, and sets its code.
+    /// @return false, and nothing is changed, if there is no such row
+    bool AddSourcesTo(BMessage* message, int32 index) const;
+
+    bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
+
+private:
+    void Fill(const std::string& filter);
+    void SelectFirstSource();
+    void AddGroup(const ProcessorGroup& group, const std::string& filter);
+
+    int32 fProcessors;
+    std::string fFilter;
+};

@@ -1,0 +1,88 @@
+#include "src/support/ColorPreView.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/Bitmap.h"
+#include "kits/interface/ColorControl.h"
+#include "kits/interface/MenuItem.h"
+#include "kits/interface/Screen.h"
+#include "kits/interface/Window.h"
+#include "kits/support/TypeConstants.h"
+#include "src/support/MessageCodes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+ColorPreView::ColorPreView(BRect frame, BColorControl* control)
+    : BBox(frame, nullptr, B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE_JUMP | B_FRAME_EVENTS, B_PLAIN_BORDER)
+    , fMenu("", false, false)
+    , fPickItem(new BMenuItem("Pick desktop color", nullptr))
+    , fControl(control)
+{
+    fMenu.AddItem(fPickItem);
+}
+
+ColorPreView::~ColorPreView() = default;
+
+void ColorPreView::AttachedToWindow()
+{
+    BBox::AttachedToWindow();
+    Invalidate();
+}
+
+void ColorPreView::MouseDown(BPoint where)
+{
+    int32 buttons = 0;
+    const BMessage* current = Window()->CurrentMessage();
+    if (current == nullptr || current->FindInt32("buttons", &buttons) != B_OK)
+        return;
+    const BPoint screenPoint = ConvertToScreen(where);
+    if ((buttons & static_cast<int32>(B_PRIMARY_MOUSE_BUTTON)) != 0)
+        DragColor();
+    else if ((buttons & static_cast<int32>(B_SECONDARY_MOUSE_BUTTON)) != 0)
+        OpenMenu(screenPoint, false);
+    else if ((buttons & static_cast<int32>(B_TERTIARY_MOUSE_BUTTON)) != 0)
+        OpenMenu(screenPoint, true);
+}
+
+void ColorPreView::ContextMenuRequested(BPoint where)
+{
+    OpenMenu(ConvertToScreen(where), true);
+}
+
+void ColorPreView::DragColor()
+{
+    const rgb_color color = ViewColor();
+    BMessage message(B_PASTE);
+    message.AddData("RGBColor", B_RGB_COLOR_TYPE, &color, sizeof(color), true, 1);
+    auto bitmap = std::make_unique<BBitmap>(BRect(0, 0, 20, 20), B_RGB32);
+    const uint32 word = uint32(color.alpha) << 24 | uint32(color.red) << 16 | uint32(color.green) << 8 | color.blue;
+    std::fill_n(static_cast<uint32*>(bitmap->Bits()), bitmap->BitsLength() / 4, word);
+    DragMessage(&message, bitmap.release(), BPoint(-10, -10), nullptr);
+}
+
+void ColorPreView::OpenMenu(BPoint screenPoint, bool openAnyway)
+{
+    if (fMenu.Go(screenPoint, false, openAnyway) == fPickItem)
+        TakeColor(BScreen(Window()).DesktopColor());
+}
+
+void ColorPreView::MessageReceived(BMessage* message)
+{
+    const void* data = nullptr;
+    ssize_t size = 0;
+    if (message->what == B_PASTE && message->WasDropped() &&
+        message->FindData("RGBColor", B_RGB_COLOR_TYPE, &data, &size) == B_OK && size == sizeof(rgb_color)) {
+        rgb_color color;
+        std::memcpy(&color, data, sizeof(color));
+        TakeColor(color);
+        return;
+    }
+    BBox::MessageReceived(message);
+}
+
+void ColorPreView::TakeColor(rgb_color color)
+{
+    fControl->SetValue(color);
+    Window()->PostMessage(MSG_COLOR_CHANGED, Parent());
+}
