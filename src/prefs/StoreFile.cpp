@@ -72,7 +72,6 @@ status_t LockWithRetry(BNode* node)
 struct StoreFile::OldFile {
     BNode node;
     bool exists = false;
-    bool isBackup = false; ///< another writer was killed: the backup is all there is
 };
 
 StoreFile::StoreFile(const entry_ref& ref)
@@ -116,7 +115,7 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status)
     if (backupStatus == B_OK) {
         fUnread = false;
         if (mayRepair) {
-            UseBackup(&backup, mainStatus);
+            UseBackup(mainStatus);
         }
         *contents = std::move(loaded);
         *status = B_OK;
@@ -133,12 +132,12 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status)
         *status = B_BUSY;
         return false;
     }
-    for (const auto& [name, reason] : {std::pair{fRef.name, mainStatus}, std::pair{fBackupRef.name, backupStatus}}) {
+    for (const auto& [ref, reason] : {std::pair{&fRef, mainStatus}, std::pair{&fBackupRef, backupStatus}}) {
         if (reason == B_ENTRY_NOT_FOUND) {
             continue;
         }
         *status = reason;
-        if (!mayRepair || KeepAside(name, kits::StatusText(reason)) != B_OK) {
+        if (!mayRepair || KeepAside(*ref, kits::StatusText(reason)) != B_OK) {
             fUnread = true;
         }
     }
@@ -146,14 +145,14 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status)
 }
 
 /// Gives the backup its place. Where that can't be, it is found again by the next start and by Replace.
-void StoreFile::UseBackup(BNode* backup, status_t mainStatus)
+void StoreFile::UseBackup(status_t mainStatus)
 {
-    if (mainStatus != B_ENTRY_NOT_FOUND && KeepAside(fRef.name, kits::StatusText(mainStatus)) != B_OK) {
+    if (mainStatus != B_ENTRY_NOT_FOUND && KeepAside(fRef, kits::StatusText(mainStatus)) != B_OK) {
         fUnread = true;
         return;
     }
     BDirectory folder(fRef.directory.c_str());
-    if (backup->Sync() == B_OK && BEntry(&fBackupRef).Rename(fRef.name.c_str(), true) == B_OK) {
+    if (BEntry(&fBackupRef).Rename(fRef.name.c_str(), true) == B_OK) {
         folder.Sync();
     }
 }
@@ -175,8 +174,8 @@ status_t StoreFile::Replace(const BMessage& contents)
         return folder.InitCheck();
     }
     OldFile old;
-    status_t status = LockOld(&old);
-    if (status == B_OK && old.exists && !old.isBackup) {
+    status_t status = Repeat([&] { return LockOld(&old); });
+    if (status == B_OK && old.exists) {
         status = MoveToBackup(&folder);
     }
     if (status != B_OK) {
@@ -197,7 +196,7 @@ status_t StoreFile::Replace(const BMessage& contents)
         return status;
     }
     if (old.exists && fUnread) {
-        KeepAside(fBackupRef.name, "not when this program started");
+        KeepAside(fBackupRef, "not at the last start");
     } else if (old.exists) {
         // One that stays is removed by the next start.
         backup.Remove();
@@ -206,45 +205,56 @@ status_t StoreFile::Replace(const BMessage& contents)
     return B_OK;
 }
 
-/// @return B_BUSY when another process keeps the lock
+/// @return B_BUSY when another process is at work
 status_t StoreFile::LockOld(OldFile* old)
 {
-    return Repeat([&]() -> status_t {
-        const BEntry main(&fRef);
-        const BEntry backup(&fBackupRef);
-        old->isBackup = !main.Exists();
-        const BEntry& entry = old->isBackup ? backup : main;
-        old->exists = entry.Exists();
-        if (!old->exists) {
-            // Looked at again, because a writer may have finished between the two looks.
-            return main.Exists() ? B_BUSY : B_OK;
+    const BEntry main(&fRef);
+    const BEntry backup(&fBackupRef);
+    if (backup.Exists()) {
+        if (const status_t status = PutInOrder(); status != B_OK) {
+            return status;
         }
-        status_t status = old->node.SetTo(&entry);
-        if (status == B_OK) {
-            status = old->node.Lock();
-        } else if (!IsPassing(status) && entry.Exists()) {
-            // It can be moved although it can't be opened; as nobody has read it, it is not removed in the end.
-            fUnread = fUnread || status != B_ENTRY_NOT_FOUND;
-            return B_OK;
-        }
-        if (status == B_OK && (!old->node.IsAt(&entry) || old->isBackup == main.Exists())) {
-            status = B_BUSY;
-        }
+    }
+    old->exists = main.Exists();
+    if (!old->exists) {
+        return backup.Exists() ? B_BUSY : B_OK;
+    }
+    status_t status = old->node.SetTo(&main);
+    if (status != B_OK && !IsPassing(status) && main.Exists()) {
+        // It can be moved although it can't be opened; as nobody has read it, it is not removed in the end.
+        fUnread = fUnread || status != B_ENTRY_NOT_FOUND;
+        return B_OK;
+    }
+    if (status == B_OK) {
+        status = old->node.Lock();
+    } else if (status == B_ENTRY_NOT_FOUND) {
+        status = B_BUSY;
+    }
+    // With a backup beside it, it is the file that a writer has made and not yet locked.
+    return status == B_OK && (!old->node.IsAt(&main) || backup.Exists()) ? B_BUSY : status;
+}
+
+/// Does what a start would do with a backup that a killed writer has left.
+status_t StoreFile::PutInOrder()
+{
+    const bool wasUnread = fUnread;
+    BMessage ignored;
+    status_t status = B_BUSY;
+    if (!TryLoad(&ignored, true, &status)) {
+        return B_BUSY;
+    }
+    fUnread = fUnread || wasUnread;
+    if (IsPassing(status)) {
         return status;
-    });
+    }
+    // What can't be put in order now must not be replaced by a newer backup either.
+    return BEntry(&fBackupRef).Exists() ? B_IO_ERROR : B_OK;
 }
 
 status_t StoreFile::MoveToBackup(BDirectory* folder)
 {
     BEntry main(&fRef);
-    const BEntry backup(&fBackupRef);
-    status_t status = B_OK;
-    if (fUnread && backup.Exists()) {
-        status = KeepAside(fBackupRef.name, "not when this program started");
-    }
-    if (status == B_OK) {
-        status = main.Rename(fBackupRef.name.c_str(), true);
-    }
+    status_t status = main.Rename(fBackupRef.name.c_str(), true);
     if (status == B_OK) {
         status = folder->Sync();
         if (status != B_OK) {
@@ -262,12 +272,13 @@ status_t StoreFile::WriteNew(const BMessage& contents, BFile* file) const
     if (status == B_OK) {
         status = LockWithRetry(file);
     }
-    if (status == B_OK && !file->IsAt(&entry)) {
-        status = B_BUSY;
-    }
-    // Emptied only now: before it was locked it could have been another writer's.
+    off_t size = 0;
     if (status == B_OK) {
-        status = file->SetSize(0);
+        status = file->GetSize(&size);
+    }
+    // It was not there before, so what it holds is another writer's.
+    if (status == B_OK && (size > 0 || !file->IsAt(&entry))) {
+        status = B_BUSY;
     }
     if (status == B_OK) {
         status = contents.Flatten(file);
@@ -275,20 +286,19 @@ status_t StoreFile::WriteNew(const BMessage& contents, BFile* file) const
     return status == B_OK ? file->Sync() : status;
 }
 
-status_t StoreFile::KeepAside(const std::string& name, const char* reason) const
+status_t StoreFile::KeepAside(const entry_ref& ref, const char* reason) const
 {
-    const entry_ref ref{.directory = fRef.directory, .name = name};
     BEntry entry(&ref);
     std::string kept;
     status_t status = B_FILE_EXISTS;
     for (int number = 1; status == B_FILE_EXISTS && number <= kMaxKept; ++number) {
-        kept = name + (number == 1 ? ".kept" : ".kept-" + std::to_string(number));
+        kept = fRef.name + (number == 1 ? ".kept" : ".kept-" + std::to_string(number));
         status = entry.Rename(kept.c_str());
     }
     if (status == B_OK) {
         BDirectory(fRef.directory.c_str()).Sync();
-        std::fprintf(stderr, "qel: %s/%s could not be read (%s); it is kept as %s/%s\n", fRef.directory.c_str(),
-                     name.c_str(), reason, fRef.directory.c_str(), kept.c_str());
+        std::fprintf(stderr, "qel: the settings in %s/%s could not be read (%s); they are kept as %s\n",
+                     fRef.directory.c_str(), fRef.name.c_str(), reason, kept.c_str());
     }
     return status;
 }

@@ -3,7 +3,6 @@
 #include "kits/storage/Entry.h"
 
 #include <atomic>
-#include <string>
 
 class BDirectory;
 class BFile;
@@ -18,7 +17,7 @@ status_t LockWithRetry(BNode* node);
 /// full disk, an I/O error and a loss of power leave the old store or the new one, whole.
 ///
 ///     Replacing                                            a start that comes after it finds
-///     1. lock the file; it still has its name              the old store
+///     1. lock the file; there is no backup                 the old store
 ///     2. rename it to the backup, sync the folder          the old store: there is no file, the backup is whole
 ///     3. make the file, lock it                            the old store: the file is empty, the backup is whole
 ///     4. write it, sync it, sync the folder                the old store while the file is broken, the new one after
@@ -48,14 +47,15 @@ private:
     struct OldFile;
 
     bool TryLoad(BMessage* contents, bool mayRepair, status_t* status);
-    void UseBackup(BNode* backup, status_t mainStatus);
+    void UseBackup(status_t mainStatus);
     void RemoveLeftBackup(BNode* main) const;
 
     status_t LockOld(OldFile* old);
+    status_t PutInOrder();
     status_t MoveToBackup(BDirectory* folder);
     status_t WriteNew(const BMessage& contents, BFile* file) const;
 
-    status_t KeepAside(const std::string& name, const char* reason) const;
+    status_t KeepAside(const entry_ref& ref, const char* reason) const;
 
     const entry_ref fRef;
     const entry_ref fBackupRef;
