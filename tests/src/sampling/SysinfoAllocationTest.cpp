@@ -16,8 +16,8 @@ thread_local int64 sAllocations = 0;
 
 } // namespace
 
-// Every form of the operator comes down to this one.
-void* operator new(std::size_t size)
+// Every form of the operator comes down to this one. Not inlined: the compiler would take the pairs apart.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     sAllocations++;
     if (void* memory = std::malloc(size > 0 ? size : 1))
@@ -25,12 +25,12 @@ void* operator new(std::size_t size)
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
