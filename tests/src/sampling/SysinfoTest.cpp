@@ -449,10 +449,13 @@ TEST(Sysinfo, SamplesWhileTheInterfaceLockIsHeld)
     sampler.SetSamplingDelay(1000);
     sampler.AddMessenger(receiver.Messenger());
     kits::InterfaceLocker screen;
-    for (int samples = 0; samples < 5;) {
-        machine.Advance(10000);
+    const auto newest = [&] {
         Sysinfo::Autolock lock(&sampler);
-        if (sampler.NewestNode() != nullptr && sampler.NewestNode()->Time() == machine.Now())
-            samples++;
+        return sampler.NewestNode() != nullptr ? sampler.NewestNode()->Time() : 0;
+    };
+    for (int i = 0; i < 5; i++) {
+        machine.Advance(10000);
+        while (newest() != machine.Now())
+            snooze(1000);
     }
 }
