@@ -238,6 +238,7 @@ private:
 
     const char* TextOf(const ChartCaption& caption) const;
     void DrawCaption(ChartCaption& caption, bool restore);
+    void PaintCaption(ChartCaption& caption);
     void ShowCaption(ChartCaption& caption, bool on);
     void SetCaptionColor(ChartCaption& caption, rgb_color color);
     void SetCaptionAATarget(ChartCaption& caption, int16 target);

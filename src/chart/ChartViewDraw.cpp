@@ -92,22 +92,29 @@ const char* ChartView::TextOf(const ChartCaption& caption) const
     return &caption == &fValueCaption ? fValueText : fTitle.c_str();
 }
 
+// The title lies above the value; what a caption uncovers of the other is drawn again.
 void ChartView::DrawCaption(ChartCaption& caption, bool restore)
 {
     LooperLock lock(this);
     if (!lock)
         return;
+    BRect touched = kNothingDrawn;
     if (restore && caption.drawn.IsValid()) {
         // Turned text reaches out of its rectangle.
-        const BRect uncovered = caption.font.Rotation() == 0 ? caption.drawn : Bounds();
-        RestoreUnder(uncovered);
-        // What else stood there was erased, too.
-        ChartCaption& other = &caption == &fValueCaption ? fTitleCaption : fValueCaption;
-        if (other.shown && other.drawn.Intersects(uncovered))
-            DrawCaption(other, false);
-        if (fShowBorder && !ChartRect().Contains(uncovered))
+        touched = caption.font.Rotation() == 0 ? caption.drawn : Bounds();
+        RestoreUnder(touched);
+        if (fShowBorder && !ChartRect().Contains(touched))
             DrawBorder();
     }
+    if (&caption == &fTitleCaption && fValueCaption.drawn.Intersects(touched))
+        PaintCaption(fValueCaption);
+    PaintCaption(caption);
+    if (&caption == &fValueCaption && fTitleCaption.drawn.Intersects(touched | caption.drawn))
+        PaintCaption(fTitleCaption);
+}
+
+void ChartView::PaintCaption(ChartCaption& caption)
+{
     if (!caption.shown)
         return;
     SetFont(&caption.font);

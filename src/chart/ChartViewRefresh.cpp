@@ -80,6 +80,9 @@ void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
             DrawBorder();
         return;
     }
+    // A border that was switched on before the first sample.
+    if (fShowBorder && column < area.left)
+        DrawBorder();
     const auto runsUnder = [&](const BRect& caption) {
         return caption.left <= column && column <= caption.right && lastY <= caption.bottom;
     };

@@ -18,12 +18,6 @@ BMessage Settings(const ChartView& chart)
     return settings;
 }
 
-void AddColor(BMessage& message, const char* key, rgb_color color)
-{
-    const uint8 bytes[4] = {color.red, color.green, color.blue, color.alpha};
-    message.AddData(key, B_RAW_TYPE, bytes, 4);
-}
-
 rgb_color StoredColor(const BMessage& message, const char* key, int32 index = 0)
 {
     const void* bytes = nullptr;

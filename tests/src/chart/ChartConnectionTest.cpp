@@ -1,6 +1,7 @@
 #include "src/chart/ChartViewHolder.h"
-#include "src/support/MessageCodes.h"
 #include "tests/src/chart/ChartTestKit.h"
+
+#include "kits/support/TypeConstants.h"
 
 // How charts register for samples, and which samples they take.
 
@@ -15,7 +16,7 @@ class ChartConnectionTest : public ChartWindowTest {
 protected:
     std::vector<Registration> Registrations()
     {
-        Settle();
+        test::Turn();
         std::vector<Registration> found;
         for (const BMessage& message : application->received) {
             BMessenger messenger;

@@ -76,7 +76,7 @@ TEST_F(ChartTabTest, TheHolderFollowsTheWindow)
 {
     tabs->Select(1);
     window->ResizeTo(349, 199);
-    Settle();
+    test::Turn();
     const BRect container = tabs->ContainerView()->Bounds();
     EXPECT_EQ(holder->Frame(), BRect(3, 3, container.right - 3, container.bottom - 3));
     for (int32 i = 0; i < 3; i++)

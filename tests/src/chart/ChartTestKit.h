@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/interface/Window.h"
 #include "kits/kernel/Clock.h"
@@ -7,9 +8,12 @@
 #include "src/chart/PixelRows.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+#include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,7 +53,7 @@ inline BMessage SampleMessage(const Shares& shares)
     node.elapsed = 200000;
     node.info = info;
 
-    BMessage message(0x3F62129A);
+    BMessage message(MSG_SYSINFO_SAMPLE);
     AddRecord(&message, kSysinfoBodyField, &sampler, sizeof(sampler));
     AddTimes(&message, kSumActiveField, {0});
     AddRecord(&message, kNodeBodyField, &node, sizeof(node));
@@ -129,3 +133,58 @@ inline std::vector<int> Heights(const ChartView& chart)
     }
     return heights;
 }
+
+inline constexpr BRect kTestWindow{60, 70, 359, 269};
+
+/// Stands for the application: keeps what charts send to it.
+class RecordingLooper : public BLooper {
+public:
+    RecordingLooper() { Run(); }
+    void MessageReceived(BMessage* message) override { received.push_back(*message); }
+
+    std::vector<BMessage> received;
+};
+
+/// A window that is shown, with a chart in it when AddChart() was called, and a clock that stands still.
+class ChartWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        application = new RecordingLooper();
+        be_app_messenger = BMessenger(application);
+        window = new BWindow(kTestWindow, "Test", B_TITLED_WINDOW, 0);
+        window->Show();
+        test::Turn();
+    }
+
+    void TearDown() override
+    {
+        if (window != nullptr)
+            window->Quit();
+        test::Turn();
+        be_app_messenger = BMessenger();
+        application->Quit();
+    }
+
+    /// A chart without captions at the window's corner; it belongs to the window.
+    void AddChart(float width, float height)
+    {
+        chart = new ChartView();
+        chart->SetShowTitle(false);
+        chart->SetShowValue(false);
+        chart->ResizeTo(width, height);
+        window->AddChild(chart);
+        test::Turn();
+    }
+
+    /// A pixel of the chart's picture on the screen, without alpha.
+    uint32 Shown(int32 x, int32 y) const { return test::PixelOf(chart, x, y) & 0xFFFFFF; }
+
+    /// The same for a colour.
+    static uint32 Word(rgb_color color) { return PixelWord(color) & 0xFFFFFF; }
+
+    StillClock clock;
+    RecordingLooper* application = nullptr;
+    BWindow* window = nullptr;
+    ChartView* chart = nullptr;
+};
