@@ -12,9 +12,12 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QTimer>
+#include <QWidget>
 #include <QWindow>
 
 namespace test {

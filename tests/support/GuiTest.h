@@ -5,7 +5,8 @@
 #include "kits/interface/Window.h"
 
 #include <functional>
-#include <string>
+#include <memory>
+#include <vector>
 
 /// Help for tests of windows and views. Link `test_gui_main`: its main() sets the interface kit up on a screen without
 /// a display, unless QT_QPA_PLATFORM names another. Everything in the main thread.
