@@ -1,0 +1,12 @@
+# qel_resource(TARGET NAME FILE.json): links a message that is written as JSON into a program or a test program, as its
+# resource NAME of type B_ANY_TYPE. FILE is relative to the project's folder.
+function(qel_resource target name file)
+    set(input ${PROJECT_SOURCE_DIR}/${file})
+    set(output ${CMAKE_CURRENT_BINARY_DIR}/${target}_${name}.cpp)
+    add_custom_command(OUTPUT ${output}
+        COMMAND resources ${name} ${input} ${output}
+        DEPENDS resources ${input} VERBATIM)
+    target_sources(${target} PRIVATE ${output})
+    # It has no use for the headers that the other sources share.
+    set_source_files_properties(${output} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
