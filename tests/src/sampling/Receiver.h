@@ -7,6 +7,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -72,7 +73,8 @@ private:
     ReceivingLooper* fLooper; // deletes itself
 };
 
-/// An application that runs for as long as there is something for it to do.
+/// An application that runs for as long as it takes to do one thing, and until all that was sent to it meanwhile has
+/// been handled.
 class ReceivingApplication : public BApplication {
 public:
     ReceivingApplication()
@@ -80,24 +82,22 @@ public:
     {
     }
 
-    /// Handles all that waits. @return how many messages have come for the application since the last call
-    int TakeAll()
+    void RunFor(std::function<void()> action)
     {
-        if (!fRunning) {
-            // The application is ready once; afterwards it stays so without a loop.
-            fRunning = true;
-            PostMessage(B_QUIT_REQUESTED);
-            Run();
-        }
-        kits::EventLoop::RunDue();
-        return fReceived.TakeCount();
+        fAction = std::move(action);
+        Run();
     }
+    int TakeCount() { return fReceived.TakeCount(); }
     const BMessage& Last() const { return fReceived.Last(); }
 
+    void ReadyToRun() override
+    {
+        fAction();
+        PostMessage(B_QUIT_REQUESTED);
+    }
     void MessageReceived(BMessage* message) override { fReceived.Take(*message); }
-    bool QuitRequested() override { return true; }
 
 private:
-    bool fRunning = false;
+    std::function<void()> fAction;
     Received fReceived;
 };

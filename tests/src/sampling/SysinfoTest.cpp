@@ -294,20 +294,21 @@ TEST(Sysinfo, TellsTheApplicationWhenTheLastMessengerIsGone)
         machine.Advance(kHour);
         sampler.Sample();
     };
-    auto first = std::make_unique<Receiver>();
-    auto second = std::make_unique<Receiver>();
-    sampler.AddMessenger(first->Messenger());
-    sampler.AddMessenger(second->Messenger());
-    round();
-    round();
-    first.reset();
-    round();
-    EXPECT_EQ(application.TakeAll(), 0);
-    second.reset();
-    round();
-    EXPECT_EQ(sampler.CountMessengers(), 0);
-    round();
-    ASSERT_EQ(application.TakeAll(), 1);
+    application.RunFor([&] {
+        auto first = std::make_unique<Receiver>();
+        auto second = std::make_unique<Receiver>();
+        sampler.AddMessenger(first->Messenger());
+        sampler.AddMessenger(second->Messenger());
+        round();
+        round();
+        first.reset();
+        round();
+        second.reset();
+        round();
+        EXPECT_EQ(sampler.CountMessengers(), 0);
+        round();
+    });
+    ASSERT_EQ(application.TakeCount(), 1);
     EXPECT_EQ(application.Last().what, uint32(MSG_NO_LISTENERS));
     EXPECT_TRUE(application.Last().IsEmpty());
 }
