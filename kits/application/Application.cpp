@@ -59,6 +59,7 @@ BApplication::~BApplication()
                 looper->Quit();
         }
         kits::RunLeftOverActions();
+        kits::TakeQuitSignal(); // was meant for this one
         be_app = nullptr;
     }
     kits::InterfaceLock::Get().Unlock();
@@ -86,7 +87,9 @@ thread_id BApplication::Run()
 
 void BApplication::Quit()
 {
-    kits::RunAtOutermostLoop([] { kits::EventLoop::Current().Quit(); });
+    // It handles no message that comes behind the one that ended it.
+    if (PostOffice::Get().Close(Token()))
+        kits::RunAtOutermostLoop([] { kits::EventLoop::Current().Quit(); });
 }
 
 bool BApplication::QuitRequested()

@@ -35,7 +35,8 @@ public:
     /// the end is written.
     /// @return the main thread's id, or `B_NO_INIT`, `B_ALREADY_RUNNING`
     thread_id Run() override;
-    /// Makes Run() return, when the outermost loop is reached; does not delete the application.
+    /// Makes Run() return, when the outermost loop is reached; does not delete the application. It gets no more
+    /// messages, and cannot be locked.
     void Quit() override;
     /// Asks every other looper that runs by its QuitRequested(), and quits it; the first that refuses ends this, and
     /// it is refused.

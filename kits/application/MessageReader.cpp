@@ -106,7 +106,7 @@ bool MessageReader::ReadFields(BMessage* message, int32 depth)
     }
     const std::vector<Field>& fields = MessageAccess::FieldsOf(*message);
     std::vector<std::string_view> names(fields.size());
-    std::transform(fields.begin(), fields.end(), names.begin(), 
+    std::transform(fields.begin(), fields.end(), names.begin(),
                    [](const Field& field) -> std::string_view { return field.Name(); });
     std::sort(names.begin(), names.end());
     return std::adjacent_find(names.begin(), names.end()) == names.end() && Leave();

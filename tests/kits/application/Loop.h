@@ -1,0 +1,92 @@
+#pragma once
+
+#include "kits/application/Handler.h"
+#include "kits/application/Looper.h"
+#include "kits/application/Message.h"
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Threads.h"
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace test {
+
+/// Runs the main thread's loop until the condition holds. False if it does not within half a minute.
+bool RunUntil(const std::function<bool()>& condition);
+
+/// Waits for a condition that other threads make true. False if they do not within half a minute.
+bool Await(const std::function<bool()>& condition);
+
+/// Waits until the thread waits for a lock or an answer, or is suspended.
+bool AwaitState(thread_id thread, thread_state state);
+
+/// A thread of the kernel kit that runs a function. Started at once; waited for at the end.
+class KitThread {
+public:
+    explicit KitThread(std::function<void()> work);
+    ~KitThread();
+    KitThread(const KitThread&) = delete;
+    KitThread& operator=(const KitThread&) = delete;
+
+    thread_id Id() const { return fId; }
+    void Join();
+
+private:
+    static int32 Entry(void* self);
+
+    std::function<void()> fWork;
+    thread_id fId;
+};
+
+/// Notes the codes of the messages it gets, and does with them what it was told to.
+class Recorder : public BHandler {
+public:
+    explicit Recorder(std::function<void(BMessage*)> work = nullptr)
+        : BHandler("recorder")
+        , fWork(std::move(work))
+    {
+    }
+    void MessageReceived(BMessage* message) override;
+
+    std::vector<uint32> codes;
+
+private:
+    std::function<void(BMessage*)> fWork;
+};
+
+/// The same as a looper. Made with `new` and ended with Quit(), or on the stack and not run.
+class RecordingLooper : public BLooper {
+public:
+    explicit RecordingLooper(std::function<void(BMessage*)> work = nullptr)
+        : BLooper("looper")
+        , fWork(std::move(work))
+    {
+    }
+    ~RecordingLooper() override;
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+
+    std::vector<uint32> codes;
+    bool quitAnswer = true;
+    bool* destroyed = nullptr; ///< set by the destructor
+
+private:
+    std::function<void(BMessage*)> fWork;
+};
+
+/// A clock that stands still until it is moved; the wall clock goes with it. In place of the machine's while it lives.
+class MockClock : public kits::ClockSource {
+public:
+    MockClock();
+    ~MockClock() override;
+    bigtime_t SystemTime() override { return now; }
+    bigtime_t WallTime() override { return 1700000000000000 + now; }
+    std::string BootId() override { return "boot"; }
+
+    bigtime_t now = 1000000;
+};
+
+} // namespace test
