@@ -12,8 +12,6 @@ namespace {
 
 constexpr uint64 kMostSems = 32000;
 constexpr uint64 kMostPorts = 65536;
-constexpr size_t kOneFigure = 128;
-constexpr size_t kOneText = 4096;
 
 std::optional<uint64> Lowest(std::optional<uint64> a, std::optional<uint64> b)
 {
@@ -32,13 +30,13 @@ void SetLimit(int64* limit, std::optional<uint64> value, uint64 most)
 
 LimitReader::LimitReader(const std::string& root)
     : fRoot(root)
-    , fPidMax(root + "proc/sys/kernel/pid_max", kOneFigure)
-    , fThreadsMax(root + "proc/sys/kernel/threads-max", kOneFigure)
-    , fFileMax(root + "proc/sys/fs/file-max", kOneFigure)
-    , fSem(root + "proc/sys/kernel/sem", kOneFigure)
-    , fProcessLimits(root + "proc/self/limits", kOneText)
-    , fStatus(root + "proc/self/status", kOneText)
-    , fGroups(root + "proc/self/cgroup", kOneText)
+    , fPidMax(root + "proc/sys/kernel/pid_max", fBuffer)
+    , fThreadsMax(root + "proc/sys/kernel/threads-max", fBuffer)
+    , fFileMax(root + "proc/sys/fs/file-max", fBuffer)
+    , fSem(root + "proc/sys/kernel/sem", fBuffer)
+    , fProcessLimits(root + "proc/self/limits", fBuffer)
+    , fStatus(root + "proc/self/status", fBuffer)
+    , fGroups(root + "proc/self/cgroup", fBuffer)
 {
 }
 
@@ -63,10 +61,10 @@ void LimitReader::FindGroups()
     const std::string mounted = fRoot + "sys/fs/cgroup";
     for (std::string path = group->path; path.size() > 1; path.resize(path.rfind('/'))) {
         if (group->isUnified) {
-            fPidsMax.emplace_back(mounted + path + "/pids.max", kOneFigure);
-            fPidsMax.emplace_back(mounted + "/unified" + path + "/pids.max", kOneFigure);
+            fPidsMax.emplace_back(mounted + path + "/pids.max", fBuffer);
+            fPidsMax.emplace_back(mounted + "/unified" + path + "/pids.max", fBuffer);
         } else {
-            fPidsMax.emplace_back(mounted + "/pids" + path + "/pids.max", kOneFigure);
+            fPidsMax.emplace_back(mounted + "/pids" + path + "/pids.max", fBuffer);
         }
     }
 }

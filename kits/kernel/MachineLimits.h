@@ -3,6 +3,7 @@
 #include "kits/kernel/ProcFile.h"
 #include "kits/kernel/Types.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,7 @@ private:
     void FindGroups();
 
     const std::string fRoot;
+    std::array<char, 4096> fBuffer; ///< of all files
     ProcFile fPidMax;
     ProcFile fThreadsMax;
     ProcFile fFileMax;

@@ -8,9 +8,6 @@ namespace {
 
 constexpr std::string_view kPageFaults = "pgfault ";
 
-/// How far a line may have moved towards the beginning since the last time.
-constexpr size_t kHintSlack = 64;
-
 /// Takes a word that ends with a blank, and the blanks after it.
 std::string_view TakeWord(std::string_view* text)
 {
@@ -43,30 +40,27 @@ MemoryTexts ParseMemInfo(std::string_view text)
 
 std::optional<uint64> ParsePageFaults(std::string_view text, size_t* hint)
 {
-    const size_t from = *hint > kHintSlack && *hint < text.size() ? *hint - kHintSlack : 0;
-    size_t at = text.find(kPageFaults, from);
-    while (at != std::string_view::npos && at != 0 && text[at - 1] != '\n')
-        at = text.find(kPageFaults, at + 1);
-    if (at == std::string_view::npos) {
-        if (from == 0)
-            return std::nullopt;
-        *hint = 0;
-        return ParsePageFaults(text, hint);
+    const auto isLine = [text](size_t at) {
+        return text.substr(at).starts_with(kPageFaults) && (at == 0 || text[at - 1] == '\n');
+    };
+    size_t at = *hint;
+    if (at >= text.size() || !isLine(at)) {
+        at = text.find(kPageFaults);
+        while (at != std::string_view::npos && !isLine(at))
+            at = text.find(kPageFaults, at + 1);
     }
+    if (at == std::string_view::npos)
+        return std::nullopt;
     *hint = at;
     return FirstNumber(text.substr(at + kPageFaults.size()));
 }
 
 std::optional<uint64> ParseThreadCount(std::string_view text)
 {
-    for (int field = 0; field < 3; ++field) {
-        if (TakeWord(&text).empty())
-            return std::nullopt;
-    }
-    const auto running = TakeNumber(&text);
-    if (!running.has_value() || text.front() != '/')
+    const size_t stroke = text.find('/');
+    if (stroke == std::string_view::npos)
         return std::nullopt;
-    text.remove_prefix(1);
+    text.remove_prefix(stroke + 1);
     return TakeNumber(&text);
 }
 

@@ -20,11 +20,10 @@ struct MemoryTexts {
 [[nodiscard]] MemoryTexts ParseMemInfo(std::string_view text);
 
 /// pgfault of `/proc/vmstat`.
-/// @param hint  where the line was found last time, at first 0; searched from a little before there, then from the
-///              beginning. Set to where it is.
+/// @param hint  where the line was found last time, at first 0: looked at first. Set to where it is.
 [[nodiscard]] std::optional<uint64> ParsePageFaults(std::string_view text, size_t* hint);
 
-/// The number of threads in `/proc/loadavg`: its fourth field, after the stroke.
+/// The number of threads in `/proc/loadavg`: what follows its only stroke.
 [[nodiscard]] std::optional<uint64> ParseThreadCount(std::string_view text);
 
 /// Sockets in use, of `/proc/net/sockstat`.

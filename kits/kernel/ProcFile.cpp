@@ -3,12 +3,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace kits {
 
-ProcFile::ProcFile(std::string path, size_t capacity)
+ProcFile::ProcFile(std::string path, std::span<char> buffer)
     : fPath(std::move(path))
-    , fCapacity(capacity)
-    , fBuffer(std::make_unique_for_overwrite<char[]>(capacity))
+    , fBuffer(buffer)
 {
     Reopen();
 }
@@ -19,28 +21,29 @@ void ProcFile::Reopen()
         fFile = FileDescriptor(open(fPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
 }
 
-std::string_view ProcFile::Read()
+std::string_view ProcFile::Read(size_t most)
 {
     fSize = 0;
-    return ReadOn();
+    return Append(most);
 }
 
 std::string_view ProcFile::ReadOn()
 {
-    return Append() ? std::string_view(fBuffer.get(), fSize) : std::string_view();
+    return Append(SIZE_MAX);
 }
 
-bool ProcFile::Append()
+std::string_view ProcFile::Append(size_t most)
 {
-    if (!fFile.IsOpen() || fSize == fCapacity)
-        return false;
-    const ssize_t count = pread(fFile.Get(), fBuffer.get() + fSize, fCapacity - fSize, static_cast<off_t>(fSize));
+    const size_t room = std::min(fBuffer.size() - fSize, most);
+    if (!fFile.IsOpen() || room == 0)
+        return {};
+    const ssize_t count = pread(fFile.Get(), fBuffer.data() + fSize, room, static_cast<off_t>(fSize));
     if (count < 0)
         fFile.Close();
     if (count <= 0)
-        return false;
+        return {};
     fSize += static_cast<size_t>(count);
-    return true;
+    return {fBuffer.data(), fSize};
 }
 
 } // namespace kits

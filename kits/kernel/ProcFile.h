@@ -3,34 +3,37 @@
 #include "kits/kernel/FileDescriptor.h"
 #include "kits/kernel/Types.h"
 
-#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace kits {
 
-/// A text file of the kernel that is kept open and read from its beginning again and again, into one buffer.
+/// A text file of the kernel that is kept open and read from its beginning again and again.
 class ProcFile {
 public:
     /// Opens it if that is possible now.
-    /// @param capacity  of the buffer; what is longer is cut
-    ProcFile(std::string path, size_t capacity);
+    /// @param buffer  where it is read to; what is longer is cut. Not owned. Files that are read one after the other
+    /// share
+    ///                one, which then stays in the fastest memory.
+    ProcFile(std::string path, std::span<char> buffer);
 
     /// Tries again if it could not be opened, or if reading it failed.
     void Reopen();
 
-    /// What one reading gives, empty if there is nothing. Valid until the next call. The kernel may give a long file in
-    /// pieces: this is the first one.
-    [[nodiscard]] std::string_view Read();
+    /// What one reading gives, empty if there is nothing. Valid until the buffer is used again. The kernel may give a
+    /// long file in pieces: this is the first one.
+    /// @param most  reads no more than so many bytes: there are files that the kernel writes line by line, as far as
+    /// asked
+    [[nodiscard]] std::string_view Read(size_t most = SIZE_MAX);
     /// Appends the next piece and gives all so far; empty if there is none.
     [[nodiscard]] std::string_view ReadOn();
 
 private:
-    bool Append();
+    std::string_view Append(size_t most);
 
     std::string fPath;
-    size_t fCapacity;
-    std::unique_ptr<char[]> fBuffer;
+    std::span<char> fBuffer;
     size_t fSize = 0;
     FileDescriptor fFile;
 };

@@ -1,5 +1,6 @@
 #include "kits/kernel/ProcStat.h"
 
+#include "kits/kernel/ProcStatLine.h"
 #include "kits/kernel/ProcText.h"
 
 namespace kits {
@@ -43,8 +44,14 @@ bool ParseLine(std::string_view line, ProcessorTime* time)
 
 size_t ParseProcessorTimes(std::string_view text, std::span<ProcessorTime> times, bool* isWhole)
 {
+    const std::string_view whole = text;
     size_t count = 0;
     while (count < times.size()) {
+        if (const char* next = TakeUsualLine(whole, text.data(), &times[count])) {
+            ++count;
+            text.remove_prefix(static_cast<size_t>(next - text.data()));
+            continue;
+        }
         const size_t end = text.find('\n');
         const bool isCut = end == std::string_view::npos;
         if (!text.starts_with(kLineStart)) {

@@ -1,7 +1,5 @@
 #include "kits/kernel/ProcText.h"
 
-#include <cstring>
-
 namespace kits {
 
 std::optional<uint64> TakeNumber(std::string_view* text)
@@ -40,17 +38,13 @@ std::optional<std::string_view> TakeLine(std::string_view* text)
 
 std::optional<uint64> NumberAfter(std::string_view text, std::string_view key)
 {
-    for (size_t at = 0; at < text.size();) {
-        const void* found = memmem(text.data() + at, text.size() - at, key.data(), key.size());
-        if (found == nullptr)
+    while (!text.starts_with(key)) {
+        const size_t end = text.find('\n');
+        if (end == std::string_view::npos)
             return std::nullopt;
-        at = static_cast<size_t>(static_cast<const char*>(found) - text.data());
-        const bool isAtLineStart = at == 0 || text[at - 1] == '\n';
-        at += key.size();
-        if (isAtLineStart)
-            return FirstNumber(text.substr(at));
+        text.remove_prefix(end + 1);
     }
-    return std::nullopt;
+    return FirstNumber(text.substr(key.size()));
 }
 
 std::optional<uint64> FirstNumber(std::string_view text)

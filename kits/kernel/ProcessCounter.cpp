@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace kits {
 
@@ -14,7 +13,10 @@ namespace {
 
 bool IsNumber(const char* name)
 {
-    return *name != '\0' && name[strspn(name, "0123456789")] == '\0';
+    const char* next = name;
+    while (*next >= '0' && *next <= '9')
+        ++next;
+    return next != name && *next == '\0';
 }
 
 } // namespace

@@ -23,8 +23,8 @@ constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kMinute = 60 * kSecond;
 constexpr size_t kBytesPerProcessor = 216; ///< of a line in `/proc/stat`, with its ten numbers as long as they get
 constexpr size_t kWholeFile = 1 << 20;
-constexpr size_t kShortFile = 1024;
-constexpr size_t kLongFile = 16384;
+constexpr size_t kSmallestBuffer = 16384;
+constexpr size_t kLongestLine = 64;
 constexpr uint64 kKilobytesPerPage = 4;
 
 std::string RootFolder(const char* root)
@@ -64,7 +64,8 @@ private:
 /// All of a file at once, as far as it is of use.
 std::string ReadWhole(const std::string& path)
 {
-    ProcFile file(path, kWholeFile);
+    std::vector<char> buffer(kWholeFile);
+    ProcFile file(path, buffer);
     std::string text(file.Read());
     while (true) {
         const std::string_view more = file.ReadOn();
@@ -113,6 +114,7 @@ private:
 
     ActiveClock fActiveClock;
     std::vector<ProcessorTime> fTimes;
+    std::vector<char> fBuffer; ///< of all files
     ProcFile fStat;
     ProcFile fMemInfo;
     ProcFile fVmStat;
@@ -135,16 +137,17 @@ SystemReader::Implementation::Implementation(const std::string& root, bool isRec
 SystemReader::Implementation::Implementation(const std::string& root, bool isRecorded, const std::string& statText)
     : fActiveClock(ProcessorCountOf(root, statText))
     , fTimes(fActiveClock.CountProcessors() + 1)
-    , fStat(root + "proc/stat", (fActiveClock.CountProcessors() + 2) * kBytesPerProcessor)
-    , fMemInfo(root + "proc/meminfo", kLongFile)
-    , fVmStat(root + "proc/vmstat", kLongFile)
-    , fLoadAvg(root + "proc/loadavg", kShortFile)
-    , fSockStat(root + "proc/net/sockstat", kShortFile)
+    , fBuffer(std::max((fActiveClock.CountProcessors() + 2) * kBytesPerProcessor, kSmallestBuffer))
+    , fStat(root + "proc/stat", fBuffer)
+    , fMemInfo(root + "proc/meminfo", fBuffer)
+    , fVmStat(root + "proc/vmstat", fBuffer)
+    , fLoadAvg(root + "proc/loadavg", fBuffer)
+    , fSockStat(root + "proc/net/sockstat", fBuffer)
     , fProcesses(root + "proc", isRecorded)
     , fLimitReader(root)
 {
     if (isRecorded)
-        fSemaphores.emplace(root + "proc/sysvipc/sem", kWholeFile);
+        fSemaphores.emplace(root + "proc/sysvipc/sem", fBuffer);
     const std::string name =
         FirstLine(root + "proc/sys/kernel/ostype") + ' ' + FirstLine(root + "proc/sys/kernel/osrelease");
     name.copy(info.kernel_name, sizeof(info.kernel_name) - 1);
@@ -186,7 +189,8 @@ void SystemReader::Implementation::ReadMemory()
                       (*memory.total - std::min(*memory.available, *memory.total)) / kKilobytesPerPage);
     }
 
-    std::string_view text = fVmStat.Read();
+    // The kernel writes this long file as far as it is read, and half of it is enough.
+    std::string_view text = fPageFaultsHint != 0 ? fVmStat.Read(fPageFaultsHint + 2 * kLongestLine) : fVmStat.Read();
     auto pageFaults = ParsePageFaults(text, &fPageFaultsHint);
     while (!pageFaults.has_value() && !(text = fVmStat.ReadOn()).empty())
         pageFaults = ParsePageFaults(text, &fPageFaultsHint);
