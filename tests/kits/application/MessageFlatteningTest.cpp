@@ -76,6 +76,8 @@ BMessage FullMessage()
     message.AddBool("name that is not UTF-8: \xff", true);
     BMessage inner(7);
     inner.AddInt32("number", 1);
+    inner.AddInt32("other", 2);
+    inner.AddInt32("a", 3);
     BMessage innermost;
     inner.AddMessage("innermost", &innermost);
     message.AddMessage("message", &inner);
