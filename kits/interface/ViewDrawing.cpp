@@ -104,6 +104,12 @@ void ViewImpl::DrawInvalid()
     fDrawClip = outerClip;
 }
 
+void ViewImpl::QueuePending()
+{
+    if (fWindow != nullptr && (!fInvalid.IsEmpty() || !fDirty.IsEmpty()))
+        UpdateQueue::Add(*this);
+}
+
 void ViewImpl::ScaleChanged()
 {
     // The words are of another resolution now: whoever draws gets new ones, and everything is drawn again.

@@ -147,8 +147,11 @@ uint32 BView::ResizingMode() const
 
 void BView::Show()
 {
-    if (fImpl->fHideCount > 0 && --fImpl->fHideCount == 0)
-        fImpl->WidgetChanged();
+    if (fImpl->fHideCount == 0 || --fImpl->fHideCount > 0)
+        return;
+    fImpl->WidgetChanged();
+    // What was drawn or asked for while it could not be seen.
+    fImpl->ForEach([](kits::ViewImpl& impl) { impl.QueuePending(); });
 }
 
 void BView::Hide()

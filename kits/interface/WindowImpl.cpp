@@ -127,11 +127,7 @@ bool WindowImpl::CanShow() const
 
 void WindowImpl::QueueViews()
 {
-    ForEachView([](BView* view) {
-        ViewImpl& impl = ViewImpl::Of(view);
-        if (!impl.fInvalid.IsEmpty() || !impl.fDirty.IsEmpty())
-            UpdateQueue::Add(impl);
-    });
+    ForEachView([](BView* view) { ViewImpl::Of(view).QueuePending(); });
 }
 
 void WindowImpl::InMain(std::function<void()> function)

@@ -66,6 +66,8 @@ public:
     }
     void Invalidate(const PixelRect& rect);
     void InvalidateAll();
+    /// Adds it to the update queue if something waits to be drawn or shown.
+    void QueuePending();
     /// Fills what is invalid with the view colour and calls Draw for it.
     void DrawInvalid();
     /// Makes the surface fit the view; what is new in it becomes invalid.
