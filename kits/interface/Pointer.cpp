@@ -117,7 +117,8 @@ void Watch(QObject* receiver, QEvent* event)
         sWhere = PointOf(mouse.globalPosition());
         sButtons = ButtonsOf(mouse.buttons());
         sModifiers = KeyInput::ModifiersOf(mouse.modifiers());
-        if (event->type() == QEvent::MouseMove && !Drag::IsUnderWay()) {
+        // A widget gets a copy of what its window got.
+        if (event->type() == QEvent::MouseMove && receiver->isWindowType() && !Drag::IsUnderWay()) {
             // Over an open menu the pointer is in none of our views.
             WindowImpl* const window = QApplication::activePopupWidget() == nullptr ? WindowOf(receiver) : nullptr;
             Moved(window != nullptr ? window->fWindow : nullptr, sWhere, nullptr);

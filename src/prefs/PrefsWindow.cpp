@@ -8,6 +8,7 @@
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
+#include <cmath>
 
 PrefsWindow::PrefsWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot)
     : SmartWindow(frame, title, target, ownerSlot, 0)
@@ -127,8 +128,8 @@ void PrefsWindow::RaiseMinimumSize()
     float minHeight = 0;
     float maxHeight = 0;
     GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
-    minWidth = std::max(minWidth, pageWidth + 2 * kPageMargin);
-    minHeight = std::max(minHeight, pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight);
+    minWidth = std::max(minWidth, std::ceil(pageWidth + 2 * kPageMargin));
+    minHeight = std::max(minHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
     SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
 }
 
