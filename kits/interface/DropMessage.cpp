@@ -5,7 +5,8 @@
 
 #include <QColor>
 
-#include <vector>
+#include <array>
+#include <cstring>
 
 namespace kits::DropMessage {
 
@@ -22,6 +23,20 @@ bool FindColor(const BMessage& message, rgb_color* color)
         return false;
     std::memcpy(color, data, sizeof(rgb_color));
     return true;
+}
+
+QColor ColorIn(const QMimeData& data)
+{
+    const auto color = qvariant_cast<QColor>(data.colorData());
+    if (color.isValid())
+        return color;
+    // As programs send it: red, green, blue and alpha as numbers of 16 bits.
+    const QByteArray bytes = data.data(QStringLiteral("application/x-color"));
+    std::array<uint16, 4> numbers{};
+    if (bytes.size() != sizeof(numbers))
+        return {};
+    std::memcpy(numbers.data(), bytes.constData(), sizeof(numbers));
+    return {numbers[0] >> 8, numbers[1] >> 8, numbers[2] >> 8};
 }
 
 std::unique_ptr<BMessage> ColorMessage(const QColor& color)
@@ -73,7 +88,7 @@ std::unique_ptr<BMessage> Decode(const QMimeData& data)
             return message;
     }
     if (data.hasColor()) {
-        const QColor color = qvariant_cast<QColor>(data.colorData());
+        const QColor color = ColorIn(data);
         if (color.isValid())
             return ColorMessage(color);
     }

@@ -1,0 +1,35 @@
+#include "kits/interface/Screen.h"
+
+#include "kits/interface/InterfaceDefs.h"
+#include "kits/interface/private/DesktopColor.h"
+
+#include <gtest/gtest.h>
+
+TEST(Screen, HasAFrameOfInclusivePixels)
+{
+    const BScreen screen;
+    EXPECT_TRUE(screen.IsValid());
+    // The test platform's screen.
+    EXPECT_EQ(screen.Frame(), BRect(0, 0, 799, 799));
+    EXPECT_EQ(screen.WaitForRetrace(), B_OK);
+}
+
+TEST(Screen, GivesTheDesktopColourThatWasSet)
+{
+    BScreen screen(nullptr);
+    EXPECT_EQ(screen.DesktopColor(), make_color(51, 102, 152));
+    screen.SetDesktopColor(make_color(1, 2, 3, 0), true);
+    EXPECT_EQ(BScreen().DesktopColor(), make_color(1, 2, 3));
+    kits::DesktopColor::Set(kits::DesktopColor::kUnknown);
+}
+
+TEST(InterfaceDefs, TheTransparentColourIsTheMagicWord)
+{
+    EXPECT_EQ(B_TRANSPARENT_COLOR, B_TRANSPARENT_32_BIT);
+    EXPECT_EQ(static_cast<uint32>(B_TRANSPARENT_COLOR.alpha) << 24 | B_TRANSPARENT_COLOR.red << 16 |
+                  B_TRANSPARENT_COLOR.green << 8 | B_TRANSPARENT_COLOR.blue,
+              B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(ui_color(B_PANEL_BACKGROUND_COLOR).alpha, 255);
+    EXPECT_NE(ui_color(B_PANEL_BACKGROUND_COLOR), ui_color(B_PANEL_TEXT_COLOR));
+    EXPECT_EQ(beep(), B_OK);
+}
