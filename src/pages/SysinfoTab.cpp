@@ -80,7 +80,7 @@ void SysinfoTab::DelayChanged()
     const auto seconds = static_cast<float>(fDelay->Value() / double(kDelaySteps) * kDelayRange + kShortestDelay);
     fDelay->SetLabel(("Wait " + FixedPoint(seconds, 2) + " sec between samples").c_str());
     if (Sysinfo* sampler = Sampler())
-        sampler->SetSamplingDelay(static_cast<bigtime_t>(seconds * 1000000.0));
+        sampler->SetSamplingDelay(static_cast<bigtime_t>(seconds * 1000000));
 }
 
 void SysinfoTab::GetState()
