@@ -1,0 +1,78 @@
+#include "kits/application/Crc32.h"
+#include "kits/application/Message.h"
+#include "kits/support/Rect.h"
+#include "kits/support/TypeConstants.h"
+#include "tests/fuzz/Fuzz.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Asks for everything as everything.
+void ReadAll(const BMessage& message)
+{
+    const char* name;
+    type_code type;
+    int32 count;
+    for (int32 i = 0; message.GetInfo(B_ANY_TYPE, i, &name, &type, &count) == B_OK; ++i) {
+        for (const int32 index : {-1, 0, count - 1, count}) {
+            bool flag;
+            int64 number;
+            BRect rect;
+            std::string text;
+            const void* data;
+            ssize_t size = 0;
+            BMessage inner;
+            void* pointer;
+            message.FindBool(name, index, &flag);
+            message.FindInt64(name, index, &number);
+            message.FindRect(name, index, &rect);
+            message.FindString(name, index, &text);
+            Expect(message.FindPointer(name, index, &pointer) != B_OK);
+            if (message.FindData(name, B_ANY_TYPE, index, &data, &size) == B_OK)
+                Expect(std::string(static_cast<const char*>(data), static_cast<size_t>(size)).size() ==
+                       static_cast<size_t>(size));
+            if (message.FindMessage(name, index, &inner) == B_OK)
+                ReadAll(inner);
+        }
+    }
+}
+
+void Read(const std::string& flat)
+{
+    BMessage message('keep');
+    message.AddInt32("kept", 1);
+    const BMessage before(message);
+    if (message.Unflatten(flat.data(), static_cast<ssize_t>(flat.size())) != B_OK) {
+        Expect(message.HasSameData(before));
+        return;
+    }
+    ReadAll(message);
+    // What was read can be written, and says the same again.
+    std::vector<char> again(static_cast<size_t>(message.FlattenedSize()));
+    Expect(message.Flatten(again.data(), static_cast<ssize_t>(again.size())) == B_OK);
+    BMessage second;
+    Expect(second.Unflatten(again.data(), static_cast<ssize_t>(again.size())) == B_OK);
+    Expect(second.HasSameData(message));
+}
+
+std::string FourByteInteger(uint32 value)
+{
+    std::string bytes = "\x1A";
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(value >> shift & 0xFF);
+    return bytes;
+}
+
+} // namespace
+
+// The bytes as they are, and as the map of a message whose size and checksum are right.
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const std::string bytes(TextOf(data, size));
+    Read(bytes);
+    Read("\xD9\xD9\xF7\x83" + FourByteInteger(static_cast<uint32>(size) + 5) + bytes +
+         FourByteInteger(kits::Crc32(bytes)));
+    return 0;
+}

@@ -1,0 +1,19 @@
+#include "kits/kernel/MachineTexts.h"
+#include "kits/kernel/ProcText.h"
+#include "tests/fuzz/Fuzz.h"
+
+// The parsers of one figure each: the load, sockets, semaphores, processors, limits and the user.
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const std::string_view text = TextOf(data, size);
+    (void)kits::ParseThreadCount(text);
+    (void)kits::ParseSocketCount(text);
+    (void)kits::ParseLargestSemCount(text);
+    (void)kits::ParseSemCount(text);
+    (void)kits::ParseHighestProcessor(text);
+    (void)kits::ParseProcessLimit(text);
+    (void)kits::ParseUser(text);
+    const auto figure = kits::FirstNumber(text);
+    Expect(!figure.has_value() || text.find_first_of("0123456789") != std::string_view::npos);
+    return 0;
+}
