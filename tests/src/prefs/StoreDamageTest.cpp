@@ -39,7 +39,7 @@ TEST_F(StoreDamageTest, AFileDamagedAtEveryByteGivesWayToTheBackup)
     const std::string next = BytesOf(2);
     testing::internal::CaptureStderr();
     for (size_t position = 0; position < next.size(); ++position) {
-        for (const char damage : {'\x01', '\xff'}) {
+        for (const char damage : {'\x01', '\x20', '\x80', '\xff'}) {
             std::string damaged = next;
             damaged[position] ^= damage;
             PutBoth(damaged, old);

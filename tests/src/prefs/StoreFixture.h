@@ -80,5 +80,5 @@ protected:
         return killed;
     }
 
-    const TempFolder fFolder;
+    const TempFolder fFolder{TempFolder::Place::kMemory};
 };

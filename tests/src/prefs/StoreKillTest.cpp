@@ -77,7 +77,7 @@ TEST_F(StoreKillTest, AtEveryCallOfALoaderAfterAKilledWriter)
 {
     const std::string old = BytesOf(1);
     int runs = 0;
-    const TempFolder saved;
+    const TempFolder saved(TempFolder::Place::kMemory);
     testing::internal::CaptureStderr();
     for (int call = 0; Replace(KillingDisk::AtCall(call), old); ++call) {
         std::filesystem::copy(fFolder.Path(), saved.Path());
