@@ -192,6 +192,9 @@ public:
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
 
+    /// Its pop-up menu; null until it was in a window. Stays the chart's.
+    ChartMenu* Menu() const { return fMenu.get(); }
+
     /// The picture so far, null in gauge mode; stays the chart's. Read it under its lock.
     BBitmap* Picture() const { return fBitmap.get(); }
 
