@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -29,13 +30,20 @@ bool ConnectsTo(const std::string& path)
     return connected;
 }
 
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+
+std::unique_ptr<xcb_connection_t, Disconnect> sKept;
+
 bool ReachesX(const std::string& display)
 {
     // The whole greeting: a server that refuses us is none.
-    xcb_connection_t* connection = xcb_connect(display.c_str(), nullptr);
-    const bool reached = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return reached;
+    std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(display.c_str(), nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return false;
+    sKept = std::move(connection);
+    return true;
 }
 
 /// The platform that was asked for by name, without its parameters; "" when it is left to the toolkit.
@@ -101,6 +109,11 @@ DisplayCheck::Surroundings DisplayCheck::Real()
     const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
     real.hasWaylandPlugin = !plugins.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty();
     return real;
+}
+
+void DisplayCheck::Done()
+{
+    sKept.reset();
 }
 
 } // namespace kits

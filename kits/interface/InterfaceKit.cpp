@@ -29,6 +29,7 @@ status_t InitInterface(int& argc, char** argv)
         return B_NO_INIT;
     InterfaceLock::Get().Lock();
     sApplication = std::make_unique<KitsApplication>(argc, argv);
+    DisplayCheck::Done();
     sLoop = std::make_unique<QtEventLoop>();
     sApplication->SetLoop(sLoop.get());
     EventLoop::SetCurrent(sLoop.get());

@@ -7,6 +7,7 @@
 #include "kits/interface/private/UpdateQueue.h"
 #include "kits/interface/private/ViewImpl.h"
 #include "kits/interface/private/ViewPrivate.h"
+#include "kits/interface/private/WindowImpl.h"
 #include "kits/kernel/Clock.h"
 
 #include <QApplication>
@@ -77,6 +78,18 @@ bool WaitFor(const std::function<bool()>& condition)
         kits::UpdateQueue::Flush();
     }
     return true;
+}
+
+void Show(BWindow* window)
+{
+    // Only a new window is given the focus by all window managers.
+    const bool isNew = kits::WindowWidget(window)->windowHandle() == nullptr;
+    window->Show();
+    Turn();
+    const kits::WindowImpl& impl = kits::WindowImpl::Of(window);
+    WaitFor(
+        [&] { return impl.fMinimized || (impl.CanShow() && (impl.fActive || !isNew) && !impl.fTracker.IsPending()); });
+    Turn();
 }
 
 uint32 PixelOf(const BView* view, int32 x, int32 y)

@@ -17,6 +17,9 @@ void Turn();
 /// Runs the event loop until the condition holds. False when it did not within ten seconds.
 bool WaitFor(const std::function<bool()>& condition);
 
+/// Shows a window and lets the loop run until it can be seen (or is minimised) and, if it is new, has the focus.
+void Show(BWindow* window);
+
 /// What a window's view shows at a place: the word of its picture, 0 where it is transparent or has no picture.
 uint32 PixelOf(const BView* view, int32 x, int32 y);
 /// The words of its whole picture, row by row.

@@ -22,8 +22,11 @@ public:
     /// "" when windows can be shown, else one line that says why not.
     /// @param arguments  those of the program; -platform and --platform count
     static std::string WhyNone(const std::vector<std::string>& arguments, const Surroundings& surroundings);
-    /// The real ones.
+    /// The real ones. The connection to an X server that answered stays open until Done: a server without other clients
+    /// would start anew when the only one leaves, and the toolkit could come just then.
     static Surroundings Real();
+    /// The toolkit is connected.
+    static void Done();
 };
 
 } // namespace kits

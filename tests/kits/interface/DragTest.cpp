@@ -80,8 +80,7 @@ protected:
         , target(new Target(BRect(10, 10, 109, 59)))
     {
         window->AddChild(target);
-        window->Show();
-        test::Turn();
+        test::Show(window);
     }
     ~Drag() override
     {

@@ -70,8 +70,7 @@ protected:
         outer->AddChild(inner);
         window->AddChild(outer);
         window->AddChild(other);
-        window->Show();
-        test::Turn();
+        test::Show(window);
         log.clear();
     }
     ~Pointer() override

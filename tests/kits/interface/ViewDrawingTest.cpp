@@ -49,8 +49,7 @@ protected:
     }
     void Show()
     {
-        window->Show();
-        test::Turn();
+        test::Show(window);
     }
 
     BWindow* window;
@@ -203,8 +202,7 @@ TEST_F(ViewDrawing, NothingIsDrawnOrShownWhileItCannotBeSeen)
     test::Turn();
     EXPECT_TRUE(painter->updates.empty());
     EXPECT_EQ(test::PixelOf(painter, 0, 0), kGreen);
-    window->Show();
-    test::Turn();
+    test::Show(window);
     EXPECT_EQ(painter->updates.size(), 1U);
     EXPECT_EQ(test::PixelOf(window, 0, 0), kRed);
 }

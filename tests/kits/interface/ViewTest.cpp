@@ -48,8 +48,7 @@ struct Stage {
     }
     void Show()
     {
-        window->Show();
-        test::Turn();
+        test::Show(window);
     }
 
     BWindow* window;

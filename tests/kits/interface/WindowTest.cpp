@@ -66,8 +66,7 @@ TEST(Window, FramesAreInclusive)
     auto* window = new TestWindow;
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
     EXPECT_EQ(window->Bounds(), BRect(0, 0, 299, 199));
-    window->Show();
-    test::Turn();
+    test::Show(window);
     EXPECT_EQ(kits::WindowWidget(window)->geometry(), QRect(50, 60, 300, 200));
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
     End(window);
@@ -78,8 +77,7 @@ TEST(Window, AResizeCountsAtOnceAndIsToldLater)
     auto* window = new TestWindow;
     auto* view = new BView(BRect(0, 0, 299, 199), "", B_FOLLOW_ALL_SIDES, 0);
     window->AddChild(view);
-    window->Show();
-    test::Turn();
+    test::Show(window);
     window->resized = 0;
     window->ResizeTo(399, 99);
     EXPECT_EQ(window->Frame(), BRect(50, 60, 449, 159));
@@ -108,8 +106,7 @@ TEST(Window, TheUsersResizeIsToldToWindowAndViews)
     auto* window = new TestWindow;
     auto* view = new BView(BRect(0, 0, 299, 199), "", B_FOLLOW_ALL_SIDES, 0);
     window->AddChild(view);
-    window->Show();
-    test::Turn();
+    test::Show(window);
     ASSERT_TRUE(test::WaitFor([&] { return !kits::WindowImpl::Of(window).fTracker.IsPending(); }));
     window->resized = 0;
     kits::WindowImpl::Of(window).SizeReported(500, 400);
@@ -160,8 +157,7 @@ TEST(Window, TheCloseButtonAsksAndThenItGoes)
     bool gone = false;
     auto* window = new TestWindow(&gone);
     window->agrees = false;
-    window->Show();
-    test::Turn();
+    test::Show(window);
     kits::WindowWidget(window)->close();
     test::Turn();
     EXPECT_EQ(window->asked, 1);
@@ -189,8 +185,7 @@ TEST(Window, QuittingDetachesAndDeletesItsViews)
     bool gone = false;
     auto* window = new TestWindow(&gone);
     window->AddChild(new Child(&log));
-    window->Show();
-    test::Turn();
+    test::Show(window);
     window->Quit();
     test::Turn();
     EXPECT_TRUE(gone);
@@ -218,8 +213,7 @@ TEST(Window, CanStartMinimised)
 {
     auto* window = new TestWindow;
     window->Minimize(true);
-    window->Show();
-    test::Turn();
+    test::Show(window);
     EXPECT_TRUE(window->IsMinimized());
     EXPECT_TRUE(kits::WindowWidget(window)->isMinimized());
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
@@ -233,13 +227,10 @@ TEST(Window, CanStartMinimised)
 TEST(Window, MaximisedItKeepsItsFrame)
 {
     auto* window = new TestWindow;
-    window->Show();
-    test::Turn();
+    test::Show(window);
     kits::WindowWidget(window)->showMaximized();
-    test::Turn();
-    EXPECT_TRUE(window->IsZoomed());
+    EXPECT_TRUE(test::WaitFor([&] { return window->IsZoomed() && window->Bounds().Width() > 500; }));
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
-    EXPECT_GT(window->Bounds().Width(), 500);
     BMessage archive;
     ASSERT_EQ(window->Archive(&archive), B_OK);
     window->ResizeTo(199, 99);
@@ -251,10 +242,10 @@ TEST(Window, MaximisedItKeepsItsFrame)
 
     auto* copy = new BWindow(&archive);
     EXPECT_EQ(copy->Frame(), BRect(50, 60, 349, 259));
-    copy->Show();
-    test::Turn();
+    test::Show(copy);
+    EXPECT_TRUE(test::WaitFor([&] { return copy->IsZoomed() && copy->Bounds().Width() > 500; }));
     EXPECT_TRUE(kits::WindowWidget(copy)->isMaximized());
-    EXPECT_TRUE(copy->IsZoomed());
+    EXPECT_EQ(copy->Frame(), BRect(50, 60, 349, 259));
     End(copy);
 }
 
@@ -406,8 +397,7 @@ TEST(Window, ReturnPressesTheDefaultButton)
     auto* window = new TestWindow;
     auto* view = new BView(BRect(0, 0, 9, 9), "", 0, B_NAVIGABLE);
     window->AddChild(view);
-    window->Show();
-    test::Turn();
+    test::Show(window);
     int pressed = 0;
     kits::SetDefaultButton(window, view, [&] { pressed++; });
     EXPECT_EQ(window->DefaultButton(), view);
