@@ -92,13 +92,14 @@ status_t KeyOf(int descriptor, FileKey* key)
     return B_OK;
 }
 
-status_t SystemName(const char* name, std::string* systemName)
+/// What an attribute is kept under, here and in the file system.
+status_t Identify(int descriptor, const char* name, FileKey* key, std::string* systemName)
 {
     if (name == nullptr || *name == '\0') {
         return B_BAD_VALUE;
     }
     *systemName = std::string("user.") + name;
-    return systemName->size() < B_FILE_NAME_LENGTH ? B_OK : B_NAME_TOO_LONG;
+    return systemName->size() < B_FILE_NAME_LENGTH ? KeyOf(descriptor, key) : B_NAME_TOO_LONG;
 }
 
 /// The type stands before the value, first character first.
@@ -128,11 +129,7 @@ status_t LoadAttribute(int descriptor, const char* name, Attribute* attribute)
 {
     std::string systemName;
     FileKey key;
-    status_t status = SystemName(name, &systemName);
-    if (status == B_OK) {
-        status = KeyOf(descriptor, &key);
-    }
-    if (status != B_OK) {
+    if (const status_t status = Identify(descriptor, name, &key, &systemName); status != B_OK) {
         return status;
     }
     std::vector<uint8> bytes;
@@ -152,10 +149,7 @@ status_t StoreAttribute(int descriptor, const char* name, const Attribute& attri
 {
     std::string systemName;
     FileKey key;
-    status_t status = SystemName(name, &systemName);
-    if (status == B_OK) {
-        status = KeyOf(descriptor, &key);
-    }
+    status_t status = Identify(descriptor, name, &key, &systemName);
     if (status != B_OK) {
         return status;
     }
@@ -174,10 +168,7 @@ status_t DeleteAttribute(int descriptor, const char* name)
 {
     std::string systemName;
     FileKey key;
-    status_t status = SystemName(name, &systemName);
-    if (status == B_OK) {
-        status = KeyOf(descriptor, &key);
-    }
+    status_t status = Identify(descriptor, name, &key, &systemName);
     if (status != B_OK) {
         return status;
     }

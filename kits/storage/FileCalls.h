@@ -2,8 +2,8 @@
 
 #include "kits/storage/StorageDefs.h"
 
-/// Every call of the storage kit that reaches the disk goes through here, so that a test can stand in for a disk that
-/// is full, fails or loses power at any of them.
+/// Every call of the storage kit that opens, reads, writes, locks, renames or removes goes through here, so that a test
+/// can stand in for a disk that is full, fails or loses power at any of them.
 
 namespace kits {
 

@@ -15,14 +15,17 @@ constexpr bigtime_t kLockPause = 100000;
 /// The numbers tried for a name under which a file is kept.
 constexpr int kMaxKept = 10000;
 
-/// Tries until it answers anything but B_BUSY, with pauses, as often as a lock is tried.
-template <class Try> status_t Repeat(Try attempt)
+bool IsBusy(status_t status)
 {
-    status_t status = B_BUSY;
-    for (int number = 0; status == B_BUSY && number < kLockAttempts; ++number) {
-        if (number > 0) {
-            snooze(kLockPause);
-        }
+    return status == B_BUSY;
+}
+
+/// Tries while its answer asks for it, with pauses, as often as a lock is tried.
+template <class Try> status_t Repeat(Try attempt, bool (*again)(status_t) = IsBusy)
+{
+    status_t status = attempt();
+    for (int number = 1; again(status) && number < kLockAttempts; ++number) {
+        snooze(kLockPause);
         status = attempt();
     }
     return status;
@@ -60,12 +63,7 @@ status_t ReadLocked(const BEntry& entry, BFile* file, BMessage* contents)
 
 status_t LockWithRetry(BNode* node)
 {
-    status_t status = node->Lock();
-    for (int number = 1; status != B_OK && number < kLockAttempts; ++number) {
-        snooze(kLockPause);
-        status = node->Lock();
-    }
-    return status;
+    return Repeat([node] { return node->Lock(); }, [](status_t status) { return status != B_OK; });
 }
 
 /// The file that is to be replaced: locked, so that nobody else replaces or repairs it at the same time.
@@ -132,16 +130,24 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status)
         *status = B_BUSY;
         return false;
     }
-    for (const auto& [ref, reason] : {std::pair{&fRef, mainStatus}, std::pair{&fBackupRef, backupStatus}}) {
-        if (reason == B_ENTRY_NOT_FOUND) {
-            continue;
-        }
-        *status = reason;
-        if (!mayRepair || KeepAside(*ref, kits::StatusText(reason)) != B_OK) {
-            fUnread = true;
-        }
-    }
+    *status = mainStatus != B_ENTRY_NOT_FOUND ? mainStatus : backupStatus;
+    fUnread = !mayRepair || !PutAway(mainStatus, backupStatus, backup.InitCheck() == B_OK);
     return true;
+}
+
+/// Neither the file nor the backup is a whole store: makes room for the next ones.
+/// @return whether nothing is left that could not be read
+bool StoreFile::PutAway(status_t mainStatus, status_t backupStatus, bool backupIsOpen) const
+{
+    bool done = mainStatus == B_ENTRY_NOT_FOUND || KeepAside(fRef, kits::StatusText(mainStatus)) == B_OK;
+    BEntry backup(&fBackupRef);
+    if (backupStatus == B_ENTRY_NOT_FOUND && backupIsOpen) {
+        // It is empty.
+        backup.Remove();
+    } else if (backup.Exists()) {
+        done = KeepAside(fBackupRef, kits::StatusText(backupStatus)) == B_OK && done;
+    }
+    return done;
 }
 
 /// Gives the backup its place. Where that can't be, it is found again by the next start and by Replace.
@@ -163,7 +169,9 @@ void StoreFile::RemoveLeftBackup(BNode* main) const
     BEntry backup(&fBackupRef);
     BDirectory folder(fRef.directory.c_str());
     if (backup.Exists() && main->Sync() == B_OK && folder.Sync() == B_OK) {
-        backup.Remove();
+        if (backup.Remove() == B_DIRECTORY_NOT_EMPTY) {
+            KeepAside(fBackupRef, kits::StatusText(B_IS_A_DIRECTORY));
+        }
     }
 }
 

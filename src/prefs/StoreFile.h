@@ -47,6 +47,7 @@ private:
     struct OldFile;
 
     bool TryLoad(BMessage* contents, bool mayRepair, status_t* status);
+    bool PutAway(status_t mainStatus, status_t backupStatus, bool backupIsOpen) const;
     void UseBackup(status_t mainStatus);
     void RemoveLeftBackup(BNode* main) const;
 

@@ -5,6 +5,8 @@
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 
 namespace {

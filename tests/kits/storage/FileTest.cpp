@@ -4,6 +4,8 @@
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <sys/stat.h>
 

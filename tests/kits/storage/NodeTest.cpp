@@ -6,6 +6,8 @@
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <sys/stat.h>
 #include <sys/wait.h>

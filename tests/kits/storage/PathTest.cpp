@@ -3,6 +3,8 @@
 #include "kits/storage/Entry.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 
 TEST(Path, IsNotInitialisedBeforeItIsSet)

@@ -172,3 +172,45 @@ TEST_F(StoreDamageTest, BytesBehindTheMessageDoNotMatter)
     fFolder.Put(kFile, bytes + "and more");
     EXPECT_EQ(NumberAtStart(), 1);
 }
+
+TEST_F(StoreDamageTest, WhateverLiesThereNextStoresAreWritten)
+{
+    const std::string old = BytesOf(1);
+    const std::string next = BytesOf(2);
+    const auto put = [&](const std::string& name, const std::string& kind, const std::string& whole) {
+        if (kind == "whole") {
+            fFolder.Put(name, whole);
+        } else if (kind == "empty") {
+            fFolder.Put(name, "");
+        } else if (kind == "broken") {
+            fFolder.Put(name, whole.substr(0, whole.size() / 2));
+        } else if (kind == "folder") {
+            std::filesystem::create_directories(fFolder.Path(name) + "/inside");
+        } else if (kind == "pipe") {
+            ASSERT_EQ(mkfifo(fFolder.Path(name).c_str(), 0600), 0);
+        } else if (kind == "link to nowhere") {
+            std::filesystem::create_symlink("nowhere", fFolder.Path(name));
+        } else if (kind == "link to itself") {
+            std::filesystem::create_symlink(name, fFolder.Path(name));
+        }
+    };
+    const char* const kinds[] = {"none",   "whole", "empty",           "broken",
+                                 "folder", "pipe",  "link to nowhere", "link to itself"};
+    testing::internal::CaptureStderr();
+    for (const std::string main : kinds) {
+        for (const std::string backup : kinds) {
+            SCOPED_TRACE("file: " + main + ", backup: " + backup);
+            fFolder.Clear();
+            put(kFile, main, next);
+            put(kBackup, backup, old);
+            Preferences store(kName, false);
+            EXPECT_EQ(NumberOf(store), main == "whole" ? 2 : backup == "whole" ? 1 : -1);
+            for (const int32 number : {3, 4}) {
+                Fill(store, number);
+                EXPECT_EQ(store.Sync(), B_OK);
+                EXPECT_EQ(NumberAtStart(), number);
+            }
+        }
+    }
+    testing::internal::GetCapturedStderr();
+}
