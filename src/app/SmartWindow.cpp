@@ -25,9 +25,22 @@ SmartWindow::SmartWindow(BMessage* archive, BHandler* target, SmartWindow** owne
 
 SmartWindow::~SmartWindow()
 {
+    ForgetOwner();
+}
+
+void SmartWindow::Quit()
+{
+    // The owner may go before a window that has to wait for a menu to close.
+    ForgetOwner();
+    BWindow::Quit();
+}
+
+void SmartWindow::ForgetOwner()
+{
     if (fOwnerSlot != nullptr) {
         *fOwnerSlot = nullptr;
     }
+    fOwnerSlot = nullptr;
 }
 
 status_t SmartWindow::Archive(BMessage* into, bool deep) const

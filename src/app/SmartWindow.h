@@ -27,6 +27,9 @@ public:
     /// Stores null through the owner slot.
     ~SmartWindow() override;
 
+    /// Stores null through the owner slot at once, also when the window itself can only go later.
+    void Quit() override;
+
     /// What `BWindow::Archive` writes, then "class" and "sw:flags" (int32), without the workspaces: a window that is
     /// built again opens on the workspace that is current then.
     /// @return the error of the step that failed
@@ -38,6 +41,8 @@ public:
     bool QuitRequested() override;
 
 private:
+    void ForgetOwner();
+
     BHandler* fTarget;
     SmartWindow** fOwnerSlot;
     uint32 fFlags = 0;

@@ -46,6 +46,7 @@ ChartView::ChartView(BMessage* archive)
 
 ChartView::~ChartView()
 {
+    ClosePrefs();
     Connect(false, false);
 }
 

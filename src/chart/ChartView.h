@@ -21,6 +21,7 @@
 class BDragger;
 class ChartMenu;
 class ChartViewHolder;
+class SmartWindow;
 class Sysinfo;
 class SysinfoNode;
 
@@ -192,6 +193,9 @@ public:
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
 
+    /// Its preferences window while that is open; not owned by the caller.
+    SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
+
     /// Its pop-up menu; null until it was in a window. Stays the chart's.
     ChartMenu* Menu() const { return fMenu.get(); }
 
@@ -282,6 +286,10 @@ private:
     void TakePlace(const BMessage& message, ChartCaption& caption);
     void MoveColumnTo(float column);
     void AddSibling();
+    void OpenPrefs();
+    void PrefsWindowClosed(const BMessage& message);
+    void RefreshPrefsWindowArchive() const;
+    void ClosePrefs();
     void Delete();
 
     ChartCaption fValueCaption;
@@ -296,7 +304,8 @@ private:
     BDragger* fDragger = nullptr; // a child
     std::unique_ptr<ChartMenu> fMenu;
     ChartViewHolder* fOwner = nullptr;
-    BMessage fPrefsWindowArchive;
+    SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
+    mutable BMessage fPrefsWindowArchive;
     BMessenger fMessenger; // as last registered
 
     std::array<rgb_color, kMaxSources> fChartColors{};

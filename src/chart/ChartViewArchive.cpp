@@ -33,6 +33,7 @@ status_t ChartView::SaveColorPrefsTo(BMessage* into) const
 
 status_t ChartView::SaveGeneralPrefsTo(BMessage* into) const
 {
+    RefreshPrefsWindowArchive();
     status_t status = into->AddInt16("SkipValue", fRefreshSkip.skip);
     status |= into->AddInt16("ValueSkipValue", fValueSkip.skip);
     status |= into->AddInt16("ChartType", fChartType);

@@ -72,6 +72,12 @@ void ChartView::MessageReceived(BMessage* message)
     case MSG_CHART_PAUSE:
         Pause(!fPaused);
         break;
+    case MSG_CHART_PREFS:
+        OpenPrefs();
+        break;
+    case MSG_WINDOW_CLOSED:
+        PrefsWindowClosed(*message);
+        break;
     case MSG_CHART_ADD:
         AddSibling();
         break;
