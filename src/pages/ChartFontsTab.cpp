@@ -71,6 +71,9 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
     , fFont(chart->ValueFont())
 {
     fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
+    // A caption that grows may have to move.
+    Snapshot().AddPoint("ValueCoord", chart->ValueCoord());
+    Snapshot().AddPoint("TitleCoord", chart->TitleCoord());
 
     auto* targets = new BPopUpMenu("");
     targets->AddItem(new BMenuItem("< none >", new BMessage(MSG_FONT_TARGET_NONE)));

@@ -26,6 +26,10 @@ protected:
     /// Null when the chart has gone away.
     ChartView* Chart() const { return fChart; }
 
+    /// What Revert() puts back: the group as it was when the page was made. A page whose changes bring others with them
+    /// adds those.
+    BMessage& Snapshot() { return fSnapshot; }
+
 private:
     ChartView* fChart;
     SaveFunction fSave;
