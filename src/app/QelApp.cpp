@@ -14,7 +14,9 @@
 #include "src/app/AboutWindow.h"
 #include "src/app/Autosave.h"
 #include "src/app/MainWindow.h"
+#include "src/pages/SysinfoTab.h"
 #include "src/prefs/Preferences.h"
+#include "src/prefs/PrefsWindow.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
@@ -24,6 +26,7 @@ namespace {
 constexpr bigtime_t kPulse = 600'000'000;
 constexpr int16 kHistory = 10;
 constexpr BRect kFirstFrame(50, 50, 400, 200);
+constexpr BRect kFirstPrefsFrame(50, 50, 450, 290);
 
 void EnterFolderOfExecutable()
 {
@@ -117,6 +120,9 @@ void QelApp::MessageReceived(BMessage* message)
     case MSG_DISCONNECT:
         Answer(message, false);
         break;
+    case MSG_OPEN_GLOBAL_PREFS:
+        OpenPrefsWindow();
+        break;
     case MSG_WINDOW_CLOSED:
         WindowClosed(message);
         break;
@@ -138,6 +144,24 @@ void QelApp::Answer(BMessage* request, bool connect)
         fSampler->RemoveMessenger(messenger);
     }
     request->SendReply(&reply, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
+}
+
+void QelApp::OpenPrefsWindow()
+{
+    if (fPrefsWindow != nullptr) {
+        fPrefsWindow->Activate(true);
+        return;
+    }
+    PrefsWindow* window = nullptr;
+    if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK) {
+        window = new PrefsWindow(&fPrefsWindowArchive, nullptr, &fPrefsWindow);
+    } else {
+        window = new PrefsWindow(kFirstPrefsFrame, "Global preferences", nullptr, &fPrefsWindow);
+    }
+    fPrefsWindow = window;
+    window->AddPrefsTab(new SysinfoTab(fSampler.get()));
+    window->SetSizeLimits(400, 100'000, 240, 100'000);
+    window->Show();
 }
 
 void QelApp::WindowClosed(BMessage* message)
@@ -172,6 +196,11 @@ void QelApp::AboutRequested()
 
 bool QelApp::QuitRequested()
 {
+    // A window that has just closed itself has sent its archive, which may wait behind this request.
+    if (!fAskedAgain && CountMessages() > 0 && PostMessage(B_QUIT_REQUESTED) == B_OK) {
+        fAskedAgain = true;
+        return false;
+    }
     CleanUp();
     return true;
 }

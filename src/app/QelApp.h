@@ -22,6 +22,7 @@ class Sysinfo;
 /// - `MSG_LAUNCHED_BY_REPLICANT`, before `ReadyToRun`: the window starts minimised.
 /// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more. The reply's `what` is 0,
 ///   without "Messenger" it is 0xffffffff.
+/// - `MSG_OPEN_GLOBAL_PREFS`: opens the sampler's preferences, or brings them to the front.
 /// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
 class QelApp : public BApplication {
 public:
@@ -43,7 +44,7 @@ public:
     void Pulse() override;
     /// Shows the about window, or brings it to the front.
     void AboutRequested() override;
-    /// Cleans up; never refuses.
+    /// Cleans up; never refuses, but lets what was sent before be handled first.
     bool QuitRequested() override;
 
     /// Ends the sampler, then archives and closes the windows, then removes the temporary files of the about window.
@@ -59,8 +60,10 @@ public:
     bigtime_t StartTime() const { return fStartTime; }
     /// Null before `ReadyToRun` and after `CleanUp`.
     Sysinfo* Sampler() const { return fSampler.get(); }
-    /// Null while there is none.
+    /// The main window; null while there is none.
     SmartWindow* Window() const { return fMainWindow; }
+    /// The preferences of the sampler; null while they are not open.
+    SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
 
     /// Puts what the windows and the sampler would store at the end into the user's store; does not write that.
     void StoreArrangement();
@@ -69,6 +72,7 @@ private:
     void Answer(BMessage* request, bool connect);
     void WindowClosed(BMessage* message);
     void OpenMainWindow();
+    void OpenPrefsWindow();
     static void Close(SmartWindow* window, BMessage* archive);
 
     Mode fMode;
@@ -81,5 +85,6 @@ private:
     BMessage fPrefsWindowArchive;
     BMessage fMainWindowArchive;
     bool fShowMainWindow = true;
+    bool fAskedAgain = false;
     std::unique_ptr<Autosave> fAutosave;
 };

@@ -1,6 +1,7 @@
 #include "src/app/AboutFiles.h"
 #include "src/app/AboutWindow.h"
 
+#include "kits/application/Application.h"
 #include "kits/interface/Button.h"
 #include "kits/storage/Entry.h"
 #include "kits/storage/Node.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/application/MainThread.h"
+#include "kits/application/Timer.h"
 #include "src/app/QelApp.h"
 #include "src/app/Stores.h"
 #include "tests/support/TempFolder.h"
@@ -43,8 +43,13 @@ protected:
         }
         fSteps = std::move(steps);
         fNextStep = 0;
+        fAwaited = nullptr;
         fApp->Run();
+        fTimer.Stop();
     }
+
+    /// To be called by a step: the next one comes when this holds. In the outermost loop, so windows can go.
+    void Await(std::function<bool()> condition) { fAwaited = std::move(condition); }
 
     /// What `main` does after the run.
     void Finish()
@@ -70,7 +75,7 @@ private:
         void ReadyToRun() override
         {
             QelApp::ReadyToRun();
-            fTest->NextStep();
+            fTest->fTimer.Start(2000);
         }
 
     private:
@@ -79,14 +84,16 @@ private:
 
     void NextStep()
     {
-        kits::RunOnMainThread([this] {
-            if (fNextStep < fSteps.size()) {
-                fSteps[fNextStep++](*fApp);
-                NextStep();
-            } else {
-                fApp->PostMessage(B_QUIT_REQUESTED);
-            }
-        });
+        if (fAwaited && !fAwaited()) {
+            return;
+        }
+        fAwaited = nullptr;
+        if (fNextStep < fSteps.size()) {
+            fSteps[fNextStep++](*fApp);
+        } else {
+            fTimer.Stop();
+            fApp->PostMessage(B_QUIT_REQUESTED);
+        }
     }
 
     QelApp::Mode fMode = QelApp::Mode::kSession;
@@ -94,4 +101,6 @@ private:
     std::unique_ptr<RunningApp> fApp;
     std::vector<Step> fSteps;
     size_t fNextStep = 0;
+    std::function<bool()> fAwaited;
+    kits::Timer fTimer{[this] { NextStep(); }};
 };

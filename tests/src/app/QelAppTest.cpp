@@ -2,12 +2,15 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
+#include "kits/interface/TabView.h"
 #include "src/app/MainWindow.h"
 #include "src/prefs/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/app/AppTest.h"
+#include "tests/support/GuiTest.h"
 
+#include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -27,6 +30,16 @@ BMessage WithDelay(int64 delay)
     BMessage message(MSG_SET_DELAY);
     message.AddInt64("Delay", delay);
     return message;
+}
+
+int32 CountPages(const BWindow& window)
+{
+    for (int32 i = 0; i < window.CountChildren(); ++i) {
+        if (const auto* tabs = dynamic_cast<BTabView*>(window.ChildAt(i))) {
+            return tabs->CountTabs();
+        }
+    }
+    return 0;
 }
 
 BRect StoredFrame()
@@ -108,30 +121,33 @@ TEST_F(QelAppTest, ChangesTheHistoryToAtLeastTwo)
 
 TEST_F(QelAppTest, AnswersRequestsForSamples)
 {
-    std::thread asker;
-    BMessage refused(1), connected(1), disconnected(1);
-    Run({[&](QelApp& app) {
-             const int32 before = app.Sampler()->CountMessengers();
-             const BMessenger me(&app);
-             asker = std::thread([&, me, before] {
-                 BMessage request(MSG_CONNECT);
-                 me.SendMessage(&request, &refused, 5'000'000, 5'000'000);
-                 EXPECT_EQ(application_sampler->CountMessengers(), before);
-                 request.AddMessenger("Messenger", me);
-                 me.SendMessage(&request, &connected, 5'000'000, 5'000'000);
-                 EXPECT_EQ(application_sampler->CountMessengers(), before + 1);
-                 request.what = MSG_DISCONNECT;
-                 me.SendMessage(&request, &disconnected, 5'000'000, 5'000'000);
-                 EXPECT_EQ(application_sampler->CountMessengers(), before);
-                 me.SendMessage(B_QUIT_REQUESTED);
-             });
-         },
-         [](QelApp&) {}});
-    asker.join();
-    EXPECT_EQ(refused.what, 0xffffffffu);
-    EXPECT_EQ(connected.what, 0u);
-    EXPECT_EQ(disconnected.what, 0u);
-    EXPECT_TRUE(connected.IsEmpty());
+    Run({[](QelApp& app) {
+        Sysinfo* const sampler = app.Sampler();
+        const BMessenger me(&app);
+        const int32 before = sampler->CountMessengers();
+        std::atomic<bool> done = false;
+        std::thread asker([&] {
+            BMessage reply;
+            BMessage request(MSG_CONNECT);
+            EXPECT_EQ(me.SendMessage(&request, &reply), B_OK);
+            EXPECT_EQ(reply.what, 0xffffffffu);
+            EXPECT_EQ(sampler->CountMessengers(), before);
+
+            request.AddMessenger("Messenger", me);
+            EXPECT_EQ(me.SendMessage(&request, &reply), B_OK);
+            EXPECT_EQ(reply.what, 0u);
+            EXPECT_TRUE(reply.IsEmpty());
+            EXPECT_EQ(sampler->CountMessengers(), before + 1);
+
+            request.what = MSG_DISCONNECT;
+            EXPECT_EQ(me.SendMessage(&request, &reply), B_OK);
+            EXPECT_EQ(reply.what, 0u);
+            EXPECT_EQ(sampler->CountMessengers(), before);
+            done = true;
+        });
+        EXPECT_TRUE(test::WaitFor([&] { return done.load(); }));
+        asker.join();
+    }});
 }
 
 TEST_F(QelAppTest, IgnoresOtherMessages)
@@ -151,14 +167,69 @@ TEST_F(QelAppTest, IgnoresOtherMessages)
 
 TEST_F(QelAppTest, QuitsWithItsWindowAndRemembersIt)
 {
-    Run({[](QelApp& app) {
+    Run({[this](QelApp& app) {
         app.Window()->MoveTo(70, 80);
         app.Window()->PostMessage(B_QUIT_REQUESTED);
+        Await([] { return false; }); // it quits without being asked to
     }});
     Finish();
     Make();
     EXPECT_EQ(StoredFrame(), BRect(70, 80, 420, 230));
     Run({[](QelApp& app) { EXPECT_EQ(app.Window()->Frame().LeftTop(), BPoint(70, 80)); }});
+}
+
+TEST_F(QelAppTest, RemembersAWindowThatClosesWhileItQuits)
+{
+    Run({[](QelApp& app) {
+        app.Window()->MoveTo(70, 80);
+        app.Window()->PostMessage(B_QUIT_REQUESTED);
+        app.PostMessage(B_QUIT_REQUESTED);
+    }});
+    Finish();
+    Make();
+    EXPECT_EQ(StoredFrame(), BRect(70, 80, 420, 230));
+}
+
+TEST_F(QelAppTest, OpensItsPreferencesOnce)
+{
+    Run({[this](QelApp& app) {
+             app.PostMessage(MSG_OPEN_GLOBAL_PREFS);
+             Await([&] { return app.PreferencesWindow() != nullptr; });
+         },
+         [](QelApp& app) {
+             const SmartWindow* const window = app.PreferencesWindow();
+             EXPECT_STREQ(window->Title(), "Global preferences");
+             EXPECT_EQ(window->Frame().LeftTop(), BPoint(50, 50));
+             EXPECT_FALSE(window->IsHidden());
+             EXPECT_EQ(CountPages(*window), 1);
+             BMessage open(MSG_OPEN_GLOBAL_PREFS);
+             app.MessageReceived(&open);
+             EXPECT_EQ(app.PreferencesWindow(), window);
+             EXPECT_EQ(CountPages(*window), 1);
+         }});
+}
+
+TEST_F(QelAppTest, GoesOnWithoutItsPreferencesAndRemembersThem)
+{
+    auto open = [this](QelApp& app) {
+        app.PostMessage(MSG_OPEN_GLOBAL_PREFS);
+        Await([&] { return app.PreferencesWindow() != nullptr; });
+    };
+    auto close = [this](QelApp& app) {
+        app.PreferencesWindow()->MoveTo(123, 99);
+        app.PreferencesWindow()->PostMessage(B_QUIT_REQUESTED);
+        Await([&] { return app.PreferencesWindow() == nullptr && app.CountMessages() == 0; });
+    };
+    auto check = [](QelApp& app) {
+        EXPECT_NE(app.Window(), nullptr);
+        ASSERT_NE(app.PreferencesWindow(), nullptr);
+        EXPECT_EQ(app.PreferencesWindow()->Frame().LeftTop(), BPoint(123, 99));
+    };
+    Run({open, close, open, check, close});
+    Finish();
+    Make();
+    EXPECT_TRUE(prefs_user->HasMessage("GlobalPrefsWindow"));
+    Run({open, check});
 }
 
 TEST_F(QelAppTest, RemembersAnOpenWindowWhenItQuits)
@@ -199,18 +270,14 @@ TEST_F(QelAppTest, StoresWhatWasArrangedWhileItRuns)
          },
          [this](QelApp&) {
              // Written by a worker; a second reader sees it when it is there.
-             for (;;) {
-                 Preferences stored("application/x-vnd.kvt-Qel", false, true);
+             EXPECT_TRUE(test::WaitFor([] {
+                 const Preferences stored("application/x-vnd.kvt-Qel", false, true);
                  BMessage window;
                  BRect frame;
-                 if (stored.FindMessage("MainWindow", &window) == B_OK && window.FindRect("_frame", &frame) == B_OK) {
-                     EXPECT_EQ(frame.LeftTop(), BPoint(33, 44));
-                     EXPECT_TRUE(stored.HasString("Version"));
-                     EXPECT_TRUE(stored.HasMessage("Sysinfo"));
-                     break;
-                 }
-                 std::this_thread::yield();
-             }
+                 return stored.FindMessage("MainWindow", &window) == B_OK &&
+                        window.FindRect("_frame", &frame) == B_OK && frame.LeftTop() == BPoint(33, 44) &&
+                        stored.HasString("Version") && stored.HasMessage("Sysinfo");
+             }));
          }});
 }
 

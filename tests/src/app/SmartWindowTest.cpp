@@ -1,11 +1,11 @@
 #include "src/app/SmartWindow.h"
 
-#include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
 #include "kits/support/TypeConstants.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/app/AppTest.h"
+#include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
 
@@ -120,13 +120,14 @@ TEST_F(SmartWindowTest, HasNoFlagsWithoutThemInItsArchive)
     looper->Run();
     auto* window = new SmartWindow(&archive, &looper->fKeeper, nullptr);
     window->AddChild(new BView(BRect(0, 0, 9, 9), "child", B_FOLLOW_NONE, 0));
-    Run({[&](QelApp&) { window->QuitRequested(); },
-         [&](QelApp&) {
-             BMessage sent;
-             ASSERT_EQ(looper->fKeeper.fLast.FindMessage("Archive", &sent), B_OK);
-             EXPECT_FALSE(sent.HasMessage("_views")) << "shallow";
-             Destroy(window);
-         }});
+    Run({[&](QelApp&) {
+        EXPECT_TRUE(window->QuitRequested());
+        EXPECT_TRUE(test::WaitFor([&] { return looper->fKeeper.fCount == 1; }));
+        BMessage sent;
+        ASSERT_EQ(looper->fKeeper.fLast.FindMessage("Archive", &sent), B_OK);
+        EXPECT_FALSE(sent.HasMessage("_views")) << "shallow";
+        Destroy(window);
+    }});
 }
 
 TEST_F(SmartWindowTest, SendsItsArchiveToItsTarget)
@@ -139,7 +140,11 @@ TEST_F(SmartWindowTest, SendsItsArchiveToItsTarget)
     SmartWindow* const window = slot;
     window->SetName("name");
     window->AddChild(new BView(BRect(0, 0, 9, 9), "child", B_FOLLOW_NONE, 0));
-    Run({[&](QelApp&) { window->PostMessage(B_QUIT_REQUESTED); }, [](QelApp&) {},
+    Run({[&](QelApp&) {
+             window->Show();
+             window->PostMessage(B_QUIT_REQUESTED);
+             Await([&] { return looper->fKeeper.fCount == 1; });
+         },
          [&](QelApp&) {
              EXPECT_EQ(slot, nullptr) << "the window is gone";
              const BMessage& sent = looper->fKeeper.fLast;
