@@ -1,51 +1,18 @@
+#include "bench/Measure.h"
 #include "bench/kernel_machines.h"
 
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/SystemReader.h"
 
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <chrono>
 #include <vector>
 
 /// What one sampling round costs, next to its floor: the bare reads of the same files. Both take turns, so that
 /// whatever else the machine does falls on both. Shown are the time of a round, and as counters:
 ///   floor_ns  the bare reads
 ///   ratio     a round by the bare reads; at most 1.3 on this machine
-///   ns_per_processor  what a round takes beyond the bare reads, by the number of processors; at most 30
+///   beyond_ns what a round takes beyond the bare reads; on recorded machines at most 30 a processor
 
 namespace {
-
-double Nanoseconds(auto&& work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - begin).count();
-}
-
-/// What was measured in each iteration, in nanoseconds.
-class Times {
-public:
-    void Add(double time) { fTimes.push_back(time); }
-    double Median()
-    {
-        const auto middle = fTimes.begin() + static_cast<ptrdiff_t>(fTimes.size() / 2);
-        std::nth_element(fTimes.begin(), middle, fTimes.end());
-        return *middle;
-    }
-
-private:
-    std::vector<double> fTimes;
-};
-
-void Report(benchmark::State& state, Times& floor, Times& round)
-{
-    state.counters["floor_ns"] = floor.Median();
-    state.counters["round_ns"] = round.Median();
-    state.counters["ratio"] = round.Median() / floor.Median();
-    state.counters["beyond_ns"] = round.Median() - floor.Median();
-}
 
 void BM_RoundOnThisMachine(benchmark::State& state)
 {

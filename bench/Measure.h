@@ -1,0 +1,42 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+/// A thing to be measured and its floor take turns within one loop, so that whatever else the machine does falls on
+/// both, and medians are compared.
+
+/// How long @p work takes.
+double Nanoseconds(auto&& work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - begin).count();
+}
+
+/// What was measured in each iteration, in nanoseconds.
+class Times {
+public:
+    void Add(double time) { fTimes.push_back(time); }
+    double Median()
+    {
+        const auto middle = fTimes.begin() + static_cast<ptrdiff_t>(fTimes.size() / 2);
+        std::nth_element(fTimes.begin(), middle, fTimes.end());
+        return *middle;
+    }
+
+private:
+    std::vector<double> fTimes;
+};
+
+/// Shows both as counters: floor_ns, measured_ns, their ratio, and what was taken beyond the floor.
+inline void Report(benchmark::State& state, Times& floor, Times& measured)
+{
+    state.counters["floor_ns"] = floor.Median();
+    state.counters["measured_ns"] = measured.Median();
+    state.counters["ratio"] = measured.Median() / floor.Median();
+    state.counters["beyond_ns"] = measured.Median() - floor.Median();
+}

@@ -1,0 +1,43 @@
+#include "bench/ChartBench.h"
+#include "bench/Measure.h"
+
+/// What one sample costs a chart: a column for each source, in its picture and in its window's, without the wraps.
+/// It grows with the sources and not with the width. The floor is to write the words of such columns, twice.
+///   chart_column/SOURCES/WIDTH
+
+namespace {
+
+constexpr int kHeight = 140;
+
+void BM_ChartColumn(benchmark::State& state)
+{
+    const int sources = static_cast<int>(state.range(0));
+    const int width = static_cast<int>(state.range(1));
+    ChartBench bench(sources, width, kHeight);
+    bench.Chart().SetPageSize(0); // a wrap clears only
+    std::vector<uint32> words(static_cast<size_t>(width) * kHeight);
+    Times floor;
+    Times column;
+    size_t place = 0;
+    for (auto _ : state) {
+        place = (place + 1) % static_cast<size_t>(width);
+        floor.Add(Nanoseconds([&] {
+            for (int turn = 0; turn < 2; turn++) {
+                // Half of the height is filled on average.
+                for (size_t at = place; at < words.size() / 2; at += static_cast<size_t>(width))
+                    words[at] = static_cast<uint32>(at);
+                benchmark::ClobberMemory();
+            }
+        }));
+        const float before = bench.Chart().Column();
+        const double time = Nanoseconds([&] { bench.Sample(); });
+        state.SetIterationTime(time * 1e-9);
+        if (bench.Chart().Column() > before)
+            column.Add(time);
+    }
+    Report(state, floor, column);
+}
+
+} // namespace
+
+BENCHMARK(BM_ChartColumn)->ArgsProduct({{1, 8}, {100, 2000}})->UseManualTime();
