@@ -7,15 +7,16 @@
 #include "kits/interface/private/TextCache.h"
 #include "kits/interface/private/UserFonts.h"
 
-#include <memory>
 #include <string>
+#include <utility>
 
 namespace kits {
 
 namespace {
 
-std::unique_ptr<KitsApplication> sApplication;
-std::unique_ptr<QtEventLoop> sLoop;
+/// Not destroyed by itself: a process that calls exit() somewhere leaves the toolkit as it is.
+KitsApplication* sApplication = nullptr;
+QtEventLoop* sLoop = nullptr;
 std::string sError;
 
 } // namespace
@@ -28,11 +29,11 @@ status_t InitInterface(int& argc, char** argv)
     if (!sError.empty())
         return B_NO_INIT;
     InterfaceLock::Get().Lock();
-    sApplication = std::make_unique<KitsApplication>(argc, argv);
+    sApplication = new KitsApplication(argc, argv);
     DisplayCheck::Done();
-    sLoop = std::make_unique<QtEventLoop>();
-    sApplication->SetLoop(sLoop.get());
-    EventLoop::SetCurrent(sLoop.get());
+    sLoop = new QtEventLoop;
+    sApplication->SetLoop(sLoop);
+    EventLoop::SetCurrent(sLoop);
     ScreenList::Watch();
     TextCache::Enable();
     UserFonts::Read();
@@ -55,8 +56,8 @@ void ExitInterface()
     ScreenList::Forget();
     EventLoop::SetCurrent(nullptr);
     sApplication->SetLoop(nullptr);
-    sLoop.reset();
-    sApplication.reset();
+    delete std::exchange(sLoop, nullptr);
+    delete std::exchange(sApplication, nullptr);
     InterfaceLock::Get().Unlock();
 }
 

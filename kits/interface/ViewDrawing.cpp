@@ -12,8 +12,11 @@ namespace kits {
 
 PixelGrid ViewImpl::CurrentGrid() const
 {
+    const double scale = WindowImpl::Of(fWindow).Scale();
+    if (scale == 1)
+        return {};
     const BPoint origin = Origin();
-    return {WindowImpl::Of(fWindow).Scale(), ToPixel(origin.x), ToPixel(origin.y)};
+    return {scale, ToPixel(origin.x), ToPixel(origin.y)};
 }
 
 uint32 ViewImpl::ViewColorWord() const
@@ -28,7 +31,7 @@ uint32 ViewImpl::WordOf(pattern which) const
 
 bool ViewImpl::FitSurface()
 {
-    const PixelRect frame = PixelFrame();
+    const PixelRect& frame = PixelFrame();
     const uint32 word = fViewColor == B_TRANSPARENT_COLOR ? 0 : ViewColorWord() | 0xFF000000;
     return fSurface.SetSize(frame.Width(), frame.Height(), CurrentGrid(), word);
 }

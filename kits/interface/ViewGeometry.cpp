@@ -19,19 +19,19 @@ bool IsFinite(float x, float y)
 
 namespace kits {
 
-PixelRect ViewImpl::PixelFrame() const
+PixelRect ViewImpl::PixelsOf(const BRect& frame)
 {
-    const PixelRect frame{ToPixel(fFrame.left), ToPixel(fFrame.top), ToPixel(fFrame.right) + 1,
-                          ToPixel(fFrame.bottom) + 1};
-    return {frame.left, frame.top, std::max(frame.left, frame.right), std::max(frame.top, frame.bottom)};
+    const PixelRect pixels{ToPixel(frame.left), ToPixel(frame.top), ToPixel(frame.right) + 1,
+                           ToPixel(frame.bottom) + 1};
+    return {pixels.left, pixels.top, std::max(pixels.left, pixels.right), std::max(pixels.top, pixels.bottom)};
 }
 
 BPoint ViewImpl::Origin() const
 {
     BPoint origin;
     for (const ViewImpl* impl = this; impl != nullptr; impl = impl->fParent != nullptr ? &Of(impl->fParent) : nullptr) {
-        origin.x += static_cast<float>(ToPixel(impl->fFrame.left));
-        origin.y += static_cast<float>(ToPixel(impl->fFrame.top));
+        origin.x += static_cast<float>(impl->fPixelFrame.left);
+        origin.y += static_cast<float>(impl->fPixelFrame.top);
     }
     return origin;
 }
@@ -54,6 +54,7 @@ void ViewImpl::SetFrame(const BRect& frame)
     const float dy = frame.Height() - fFrame.Height();
     const bool moved = frame.LeftTop() != fFrame.LeftTop();
     fFrame = frame;
+    fPixelFrame = PixelsOf(frame);
     if (dx != 0 || dy != 0) {
         for (const std::unique_ptr<BView>& child : fChildren)
             Of(child.get()).FollowParent(dx, dy);

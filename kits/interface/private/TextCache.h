@@ -20,7 +20,8 @@ inline constexpr size_t kMaxBytes = 1024 * 1024;
 font_height Height(const BFont& font);
 /// Whole logical pixels.
 float Width(const BFont& font, std::string_view text);
-/// The text at a scale; null when there is nothing to draw. Coverage is 0 or 255 with B_DISABLE_ANTIALIASING.
+/// The text at a scale; null when there is nothing to draw, or more than 4 million pixels. Coverage is 0 or 255 with
+/// B_DISABLE_ANTIALIASING.
 std::shared_ptr<const CoverageMask> Mask(const BFont& font, std::string_view text, double scale);
 
 /// From here on fonts are there. Main thread.

@@ -46,7 +46,7 @@ public:
     /// The parent grew by this much.
     void FollowParent(float dx, float dy);
     /// In whole pixels, in the parent.
-    PixelRect PixelFrame() const;
+    const PixelRect& PixelFrame() const { return fPixelFrame; }
     /// Its corner in the window, or in the bitmap.
     BPoint Origin() const;
     bool IsHiddenHere() const { return fHideCount > 0; }
@@ -98,6 +98,7 @@ public:
     bool fHooksCalled = false; ///< AttachedToWindow was called, DetachedFromWindow was not
 
     BRect fFrame;
+    PixelRect fPixelFrame; ///< the same; never negative
     uint32 fMode;
     uint32 fFlags;
     int32 fHideCount = 0;
@@ -126,6 +127,7 @@ public:
     std::shared_ptr<ViewImpl*> fSelf;
 
 private:
+    static PixelRect PixelsOf(const BRect& frame);
     std::optional<Canvas> BeginPaint();
     void EndPaint(const Canvas& canvas);
     void SetWindow(BWindow* window);
