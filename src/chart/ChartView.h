@@ -219,6 +219,7 @@ public:
     void AllAttached() override;
     void ContextMenuRequested(BPoint where) override;
     void Draw(BRect update) override;
+    void KeyDown(const char* bytes, int32 count) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
@@ -240,6 +241,7 @@ private:
     void RestoreUnder(BRect area);
     void DrawGauge(BRect update);
     void DrawBorder();
+    void DrawFocus();
     void DrawValue(bool restore) { DrawCaption(fValueCaption, restore); }
     void DrawTitle(bool restore) { DrawCaption(fTitleCaption, restore); }
 
@@ -324,7 +326,8 @@ private:
     int16 fMode = kChartMode;
     int16 fChartType = kSolidChart;
     bool fPaused = false;
-    bool fHovered = false; // the pointer is on it
+    bool fHovered = false;      // the pointer is on it
+    bool fFocusByMouse = false; // it has the focus from a click
     bool fReplicant = false;
     bool fShowBorder = false;
     bool fLockBgColor = false;

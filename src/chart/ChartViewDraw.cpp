@@ -30,6 +30,18 @@ void ChartView::Draw(BRect update)
     }
     if (fShowBorder)
         DrawBorder();
+    DrawFocus();
+}
+
+// Who walks the charts by keyboard sees where he is; a click shows that by itself.
+void ChartView::DrawFocus()
+{
+    if (!IsFocus())
+        fFocusByMouse = false;
+    else if (!fFocusByMouse) {
+        SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
+        StrokeRect(Bounds());
+    }
 }
 
 // The chart or gauge itself, without captions and border.

@@ -43,12 +43,22 @@ void ChartView::MouseDown(BPoint where)
     const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
     if (message != nullptr)
         message->FindInt32("buttons", &buttons);
+    fFocusByMouse = true;
     if ((static_cast<uint32>(buttons) & B_PRIMARY_MOUSE_BUTTON) == 0)
         OpenMenu(where);
     else if (IsOn(fValueCaption, where))
         MouseDownThread::TrackMouse(this, CV_TrackValue, CV_DoneTracking, kTrackInterval);
     else if (IsOn(fTitleCaption, where))
         MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
+}
+
+void ChartView::KeyDown(const char* bytes, int32 count)
+{
+    if (fFocusByMouse) {
+        fFocusByMouse = false;
+        Invalidate();
+    }
+    BView::KeyDown(bytes, count);
 }
 
 void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)

@@ -29,6 +29,7 @@ void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
         RefreshChart(sampler, newest);
     else
         RefreshGauge(sampler, newest);
+    DrawFocus();
     if (fHovered)
         UpdateToolTip();
 }

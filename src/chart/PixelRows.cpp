@@ -58,10 +58,15 @@ void PixelRows::Fill(BRect area, uint32 word)
     const Span span = Cut(area);
     if (span.left >= span.right)
         return;
-    for (int32 y = span.top; y < span.bottom; y++) {
-        uint32* row = fWords + static_cast<ptrdiff_t>(y) * fWidth;
-        std::fill(row + span.left, row + span.right, word);
-    }
+    if (span.top >= span.bottom)
+        return;
+    // Copies of the first row: for the narrow rows of a chart that is cheaper than filling each.
+    uint32* const first = fWords + static_cast<ptrdiff_t>(span.top) * fWidth + span.left;
+    const auto count = static_cast<size_t>(span.right - span.left);
+    std::fill_n(first, count, word);
+    uint32* row = first;
+    for (int32 y = span.top + 1; y < span.bottom; y++)
+        std::memcpy(row += fWidth, first, count * sizeof(uint32));
 }
 
 void PixelRows::MoveColumns(BRect area, int32 distance)
