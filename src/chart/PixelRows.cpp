@@ -56,9 +56,7 @@ void PixelRows::Replace(uint32 from, uint32 to)
 void PixelRows::Fill(BRect area, uint32 word)
 {
     const Span span = Cut(area);
-    if (span.left >= span.right)
-        return;
-    if (span.top >= span.bottom)
+    if (span.left >= span.right || span.top >= span.bottom)
         return;
     // Copies of the first row: for the narrow rows of a chart that is cheaper than filling each.
     uint32* const first = fWords + static_cast<ptrdiff_t>(span.top) * fWidth + span.left;
