@@ -6,6 +6,7 @@ Nothing here sleeps for a fixed time: what is expected is awaited, with a bound.
 import contextlib
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -112,8 +113,10 @@ class Desktop:
 
     def geometry(self, window):
         """Left, top, width and height of the content, on the screen."""
-        values = dict(line.split("=") for line in self.xdotool("getwindowgeometry", "--shell", window).split())
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        # xdotool counts the frame twice when a window manager has put one around the window.
+        text = self.output("xwininfo", "-id", str(window), check=True)
+        return tuple(int(re.search(rf"{name}: +(-?[0-9]+)", text).group(1))
+                     for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def size(self, window):
         return self.geometry(window)[2:]

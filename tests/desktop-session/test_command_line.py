@@ -23,7 +23,7 @@ class CommandLineTest(unittest.TestCase):
         self.config = self.folder / "config"
 
     def run_program(self, *arguments, **environment):
-        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), **environment)
+        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder), **environment)
         return subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, cwd=self.folder, text=True,
                               capture_output=True, timeout=TIMEOUT)
 

@@ -16,16 +16,17 @@ class MainWindowTest(DesktopTest):
         return self.desktop.picture(self.window)
 
     def shows_charts(self):
-        """Charts fill most of the window with their black background; the uptimes have nothing that is black but text."""
-        picture = self.picture()
-        return picture.count((0, 0, 0)) > picture.width * picture.height * 0.2
+        """Charts are dark, and the page with the uptimes is not."""
+        page = self.picture()
+        page = page.crop(0, page.height // 2, page.width, page.height // 2)
+        dark = sum(sum(page.pixel(x, y)) < 200 for x in range(0, page.width, 5) for y in range(0, page.height, 5))
+        return dark > page.width * page.height / 25 / 3
 
     def await_tab(self, charts):
         wait_until(lambda: self.shows_charts() == charts, "the charts" if charts else "the uptimes")
 
     def select_tab(self, charts):
-        x, y = (120, 40) if charts else (35, 40)
-        self.desktop.click(self.window, x, y)
+        self.desktop.click(self.window, 96 if charts else 30, 34)
         self.await_tab(charts)
 
 
