@@ -49,6 +49,7 @@ ChartColorTab::ChartColorTab(ChartView* chart)
     fColors = new SmartColorControl(BPoint(0, 0), 8, new BMessage(MSG_COLOR_CHANGED));
     AddChild(fColors);
     fPreview = new ColorPreView(BRect(5, 5, 10, 10), fColors);
+    fPreview->SetViewColor(fColors->ValueAsColor());
     AddChild(fPreview);
     fPick = new BButton(kSomewhere, "", "Pick Desktop", new BMessage(MSG_PICK_DESKTOP));
     AddChild(fPick);
@@ -356,13 +357,13 @@ void ChartColorTab::GetMinimumSize(float* width, float* height)
 {
     const BPoint colors = PreferredSizeOf(fColors);
     const BPoint pick = PreferredSizeOf(fPick);
-    const BPoint target = PreferredSizeOf(fTargetField);
-    const BPoint aaTarget = PreferredSizeOf(fAATargetField);
+    const float fieldHeight = PreferredSizeOf(fTargetField).y;
     const BPoint test = PreferredSizeOf(fTest);
     const BPoint transparent = PreferredSizeOf(fTransparent);
     const BPoint slider = PreferredSizeOf(fAASlider);
-    *width = std::max({colors.x + kBesideControl + pick.x, std::max(target.x, aaTarget.x) / kLeftWidth,
-                       std::max({test.x, transparent.x, slider.x}) / kRightWidth});
-    *height =
-        colors.y + 1 + std::max(target.y + aaTarget.y + 3 * kSmallestGap, 2 * test.y + slider.y + 4 * kSmallestGap);
+    *width = std::max(
+        {colors.x + kBesideControl + pick.x,
+         std::max(FieldWidth(fTargetField, kDividerPart), FieldWidth(fAATargetField, kDividerPart)) / kLeftWidth,
+         std::max({test.x, transparent.x, slider.x}) / kRightWidth});
+    *height = colors.y + 1 + std::max(2 * fieldHeight + 3 * kSmallestGap, 2 * test.y + slider.y + 4 * kSmallestGap);
 }

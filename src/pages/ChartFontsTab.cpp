@@ -255,6 +255,7 @@ void ChartFontsTab::Rerender()
 
     fTargetField->MoveTo(kGap, kGap);
     fTargetField->ResizeTo(familiesWidth, fieldHeight);
+    fTargetField->SetDivider(fTargetField->StringWidth(fTargetField->Label()) + kBesideLabel);
     fFamiliesScroll->MoveTo(kGap, listTop);
     fFamiliesScroll->ResizeTo(familiesWidth, listHeight);
     fStylesScroll->MoveTo(kGap + familiesWidth + kGap, listTop);

@@ -265,13 +265,13 @@ void ChartGeneralTab::GetMinimumSize(float* width, float* height)
         leftWidth = std::max(leftWidth, size.x + kSmallestGap);
         leftHeight += size.y;
     }
-    float rightWidth = 0;
+    float rightWidth = std::max(FieldWidth(fMode, kDividerPart), FieldWidth(fTitle, kDividerPart));
     float rightHeight = 7 * kSmallestGap;
     for (BView* view : std::initializer_list<BView*>{fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip}) {
-        const BPoint size = PreferredSizeOf(view);
-        rightWidth = std::max(rightWidth, size.x);
-        rightHeight += size.y;
+        rightHeight += PreferredSizeOf(view).y;
     }
+    for (BSlider* slider : {fPageSize, fRefreshSkip, fValueSkip})
+        rightWidth = std::max(rightWidth, PreferredSizeOf(slider).x);
     *width = std::max(leftWidth / (kRightColumn - kLeftColumn), rightWidth / kRightWidth);
     *height = std::max(leftHeight, rightHeight);
 }
