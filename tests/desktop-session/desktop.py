@@ -66,6 +66,13 @@ class Desktop:
                             if k not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER")}
         self.environment.update(HOME=self._folder, XDG_RUNTIME_DIR=self._folder, LC_ALL="C.UTF-8",
                                 XDG_CONFIG_HOME=os.path.join(self._folder, "config"))
+        try:
+            self._open(window_manager)
+        except BaseException:
+            self.close()
+            raise
+
+    def _open(self, window_manager):
         read, write = os.pipe()
         self.server = self._start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
                                    "-nolisten", "tcp"], pass_fds=[write])
@@ -76,9 +83,14 @@ class Desktop:
             raise RuntimeError("Xvfb does not start")
         self.environment["DISPLAY"] = f":{number}"
         if window_manager:
-            self._start(["openbox", "--sm-disable"])
-            wait_until(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                       "the window manager")
+            manager = self._start(["openbox", "--sm-disable"])
+
+            def is_there():
+                if manager.poll() is not None:
+                    raise RuntimeError(f"openbox ended with {manager.returncode}")
+                return "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
+
+            wait_until(is_there, "the window manager")
 
     def _start(self, arguments, **options):
         process = subprocess.Popen(arguments, env=self.environment, stdin=subprocess.DEVNULL,
