@@ -1,0 +1,215 @@
+#include "src/pages/ChartColorTab.h"
+#include "src/pages/ChartFontsTab.h"
+#include "src/pages/ChartGeneralTab.h"
+#include "src/pages/ChartSourcesTab.h"
+#include "src/pages/SysinfoTab.h"
+#include "kits/support/TypeConstants.h"
+#include "src/support/MessageCodes.h"
+#include "tests/src/pages/PageTest.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// A chart with all of its pages, as its preferences window has them.
+class PagesTogetherTest : public PageTest {
+protected:
+    void SetUp() override
+    {
+        PageTest::SetUp();
+        AddSources(*chart, 2);
+        chart->SetShowValue(true);
+        chart->SetShowTitle(true);
+        chart->SetTitle("before");
+    }
+
+    void ShowAll()
+    {
+        fGeneral = new ChartGeneralTab(chart);
+        fColors = new ChartColorTab(chart);
+        for (PrefsTab* page : std::initializer_list<PrefsTab*>{fGeneral, fColors, new ChartSourcesTab(chart),
+                                                               new ChartFontsTab(chart), new SysinfoTab(nullptr)})
+            AddPage(page);
+        prefs->Show();
+        test::Turn();
+    }
+
+    /// Changes something of everything that the pages offer.
+    void ChangeAll() const
+    {
+        chart->SetTitle("after");
+        chart->SetShowTitle(false);
+        chart->SetShowValue(false);
+        chart->SetShowBorder(true);
+        chart->SetPageSize(0.1f);
+        chart->SetSkipValue(20);
+        chart->SetValueSkipValue(21);
+        chart->SetChartType(kPointChart);
+        chart->SetMode(kGaugeMode);
+        chart->SetVertical(true);
+        chart->SetTransparent(true);
+        chart->SetChartColor({1, 2, 3, 255}, 0);
+        chart->SetBackgroundColor({4, 5, 6, 255});
+        chart->SetBorderColor({7, 8, 9, 255});
+        chart->SetValueColor({10, 11, 12, 255});
+        chart->SetTitleColor({13, 14, 15, 255});
+        chart->SetTitleAAValue(0.9f);
+        chart->SetValueAATarget(1);
+        chart->RemoveValueProvider(0);
+        FFont font(chart->TitleFont());
+        font.SetSize(30);
+        chart->SetTitleFont(&font);
+    }
+
+    /// The fields in which two settings differ.
+    static std::vector<std::string> Differences(const BMessage& one, const BMessage& other)
+    {
+        std::vector<std::string> names;
+        const char* name = nullptr;
+        type_code type;
+        for (int32 i = 0; one.GetInfo(B_ANY_TYPE, i, &name, &type) == B_OK; i++) {
+            BMessage left;
+            BMessage right;
+            Only(one, name, &left);
+            Only(other, name, &right);
+            if (!left.HasSameData(right))
+                names.emplace_back(name);
+        }
+        EXPECT_EQ(one.CountNames(B_ANY_TYPE), other.CountNames(B_ANY_TYPE));
+        return names;
+    }
+
+    ChartGeneralTab* fGeneral = nullptr;
+    ChartColorTab* fColors = nullptr;
+
+private:
+    /// A copy of a message with one of its fields.
+    static void Only(const BMessage& message, const char* name, BMessage* copy)
+    {
+        *copy = message;
+        const char* found = nullptr;
+        type_code type;
+        for (int32 i = 0; copy->GetInfo(B_ANY_TYPE, i, &found, &type) == B_OK;) {
+            if (std::strcmp(found, name) == 0)
+                i++;
+            else
+                copy->RemoveName(std::string(found).c_str());
+        }
+    }
+};
+
+typedef std::vector<std::string> Names;
+
+} // namespace
+
+TEST_F(PagesTogetherTest, OpeningChangesNothingButTheSkips)
+{
+    const BMessage before = ChartSettings();
+    ShowAll();
+    EXPECT_EQ(Differences(before, ChartSettings()), (Names{"SkipValue", "ValueSkipValue"}));
+    EXPECT_EQ(chart->SkipValue(), 1);
+    EXPECT_EQ(chart->ValueSkipValue(), 1);
+}
+
+TEST_F(PagesTogetherTest, RevertAllBringsBackAllButTheSkips)
+{
+    const BMessage before = ChartSettings();
+    ShowAll();
+    ChangeAll();
+    EXPECT_GT(Differences(before, ChartSettings()).size(), 15u);
+    Post(MSG_PREFS_REVERT_ALL);
+    // The controls are filled again, which raises them.
+    EXPECT_EQ(Differences(before, ChartSettings()), (Names{"SkipValue", "ValueSkipValue"}));
+    EXPECT_EQ(chart->SkipValue(), 1);
+}
+
+TEST_F(PagesTogetherTest, RevertAllWithAnotherPageInFrontBringsBackAll)
+{
+    const BMessage before = ChartSettings();
+    ShowAll();
+    ChangeAll();
+    TabView()->Select(1);
+    test::Turn();
+    Post(MSG_PREFS_REVERT_ALL);
+    EXPECT_EQ(Differences(before, ChartSettings()), Names());
+}
+
+TEST_F(PagesTogetherTest, CancelBringsBackAllAndCloses)
+{
+    const BMessage before = ChartSettings();
+    ShowAll();
+    ChangeAll();
+    Post(MSG_PREFS_CANCEL);
+    EXPECT_EQ(prefs, nullptr);
+    EXPECT_EQ(Differences(before, ChartSettings()), Names());
+}
+
+TEST_F(PagesTogetherTest, RevertBringsBackOnlyThePageInFront)
+{
+    ShowAll();
+    TabView()->Select(1);
+    ChangeAll();
+    Post(MSG_PREFS_REVERT);
+    EXPECT_STREQ(chart->Title(), "after");
+    EXPECT_EQ(chart->TitleColor(), (rgb_color{216, 216, 216, 0}));
+    EXPECT_EQ(chart->CountValueProviders(), 1);
+}
+
+TEST_F(PagesTogetherTest, ADragOfAllPagesMakesAnotherChartTheSame)
+{
+    ShowAll();
+    ChangeAll();
+    BMessage message;
+    for (int32 i = 0; BTab* tab = TabView()->TabAt(i); i++)
+        dynamic_cast<PrefsTab*>(tab->View())->SavePrefsForDD(&message);
+    auto* other = new ChartView;
+    other->ResizeTo(100, 50);
+    other->MoveTo(120, 0);
+    window->AddChild(other);
+    test::Drop(other, message, BPoint(80, 45));
+    BMessage settings;
+    other->SavePrefsTo(&settings);
+    EXPECT_EQ(Differences(ChartSettings(), settings), Names());
+}
+
+TEST_F(PagesTogetherTest, NothingLiesOverAnotherAtTheSmallestSize)
+{
+    ShowAll();
+    float width = 0;
+    float height = 0;
+    float ignored = 0;
+    prefs->GetSizeLimits(&width, &ignored, &height, &ignored);
+    prefs->ResizeTo(width, height);
+    for (int32 index = 0; BTab* tab = TabView()->TabAt(index); index++) {
+        TabView()->Select(index);
+        test::Turn();
+        const BView* page = tab->View();
+        for (int32 i = 0; const BView* one = page->ChildAt(i); i++) {
+            EXPECT_TRUE(page->Bounds().Contains(one->Frame().LeftTop())) << tab->Label() << i;
+            EXPECT_LE(one->Frame().right, page->Bounds().right + 0.5) << tab->Label() << i;
+            EXPECT_LE(one->Frame().bottom, page->Bounds().bottom + 0.5) << tab->Label() << i;
+            for (int32 j = i + 1; const BView* two = page->ChildAt(j); j++) {
+                const BRect both = one->Frame() & two->Frame();
+                EXPECT_FALSE(both.IsValid() && both.Width() > 0.5 && both.Height() > 0.5)
+                    << tab->Label() << " " << i << " and " << j;
+            }
+        }
+    }
+}
+
+TEST_F(PagesTogetherTest, AChartThatIsDeletedWithItsWindowOpenIsNotTouched)
+{
+    ShowAll();
+    BMessage command(MSG_PAGE_SIZE);
+    prefs->PostMessage(&command, fGeneral);
+    prefs->Quit();
+    chart->RemoveSelf();
+    delete chart;
+    chart = nullptr;
+    test::Turn();
+    EXPECT_EQ(prefs, nullptr);
+}
