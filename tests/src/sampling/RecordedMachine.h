@@ -7,8 +7,8 @@
 #include <string>
 
 /// A machine of ten processors in a folder of its own, with a clock that stands still until a test moves it. All of
-/// the test program's system figures come from here. The constructor puts clock and figures back to where they
-/// begin, but for the active times, which never go back.
+/// the test program's system figures come from here. The clock and the active times go on from test to test, for
+/// neither ever goes back.
 class RecordedMachine : private kits::ClockSource {
 public:
     static constexpr int32 kProcessors = 10;
