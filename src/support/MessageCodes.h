@@ -48,8 +48,8 @@ enum : uint32 {
     MSG_TARGET_BORDER = 0x3F6212C5,
     MSG_TARGET_NONE = 0x3F6212C6,
 
-    MSG_CHART_TYPE = 0x3F6212C9,         ///< "Type" int32
-    MSG_GAUGE_ORIENTATION = 0x3F6212CA,  ///< "Vertical" bool
+    MSG_CHART_TYPE = 0x3F6212C9,        ///< "Type" int32
+    MSG_GAUGE_ORIENTATION = 0x3F6212CA, ///< "Vertical" bool
     MSG_PAGE_SIZE = 0x3F6212D7,
     MSG_AA_VALUE = 0x3F6212D8,
     MSG_REFRESH_SKIP = 0x3F6212D9,

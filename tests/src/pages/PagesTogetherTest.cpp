@@ -1,9 +1,9 @@
+#include "kits/support/TypeConstants.h"
 #include "src/pages/ChartColorTab.h"
 #include "src/pages/ChartFontsTab.h"
 #include "src/pages/ChartGeneralTab.h"
 #include "src/pages/ChartSourcesTab.h"
 #include "src/pages/SysinfoTab.h"
-#include "kits/support/TypeConstants.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/pages/PageTest.h"
 
