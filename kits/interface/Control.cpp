@@ -107,7 +107,9 @@ void BControl::ViewColorChanged()
 
 void BControl::UpdateWidget()
 {
-    fContent->As<>()->setEnabled(fEnabled);
+    QWidget* widget = fContent->As<>();
+    widget->setEnabled(fEnabled);
+    widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
 }
 
 void BControl::WidgetNeedsUpdate()

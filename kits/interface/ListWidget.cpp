@@ -26,6 +26,7 @@ ListWidget::ListWidget(BListView* owner, bool outline)
     setModel(&fRows);
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) { RowOpened(index, true); });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) { RowOpened(index, false); });
+    fRefreshing = false;
 }
 
 void ListWidget::RefreshRows()

@@ -5,10 +5,27 @@
 #include "kits/interface/private/MenuPart.h"
 #include "kits/interface/private/ViewPrivate.h"
 
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QShortcut>
 
 #include <algorithm>
+
+namespace {
+
+/// A bar reads one picture of its style, a PNG, which the toolkit can do by itself. But with its plugin folders in
+/// sight it first loads every picture plugin there is: a megabyte, and milliseconds before the window is seen. They are
+/// there again for whoever needs one.
+QMenuBar* MakeBar()
+{
+    const QStringList folders = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    auto* const bar = new QMenuBar;
+    QCoreApplication::setLibraryPaths(folders);
+    return bar;
+}
+
+} // namespace
 
 BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode, menu_layout layout, bool resizeToFit)
     : BMenu(name, layout)
@@ -24,7 +41,7 @@ BMenuBar::~BMenuBar() = default;
 void BMenuBar::WidgetCreated(QWidget*)
 {
     fContent = std::make_unique<kits::Content>();
-    auto* bar = new QMenuBar;
+    auto* bar = MakeBar();
     fContent->SetWidget(bar);
     bar->setNativeMenuBar(false);
     auto* open = new QShortcut(QKeySequence(Qt::Key_F10), bar);

@@ -34,7 +34,7 @@ public:
 
     /// Sets the value, held to the range.
     void SetValue(int32 value) override;
-    /// Sets the value to the whole number nearest to `position` of the range (halves go up); `position` is held to 0
+    /// Sets the value to the whole number nearest to `position` of the range; `position` is held to 0
     /// and 1, and one that is not a number is 0.
     virtual void SetPosition(float position);
     /// The value's part of the range, from 0 to 1, in single precision; 0 when the range holds one value only.

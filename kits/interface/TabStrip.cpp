@@ -10,6 +10,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int kSmallestTab = 16;
+
+} // namespace
+
 namespace kits {
 
 TabStrip::TabStrip(BTabView* owner)
@@ -63,6 +69,12 @@ QSize TabStrip::tabSizeHint(int index) const
             size.setWidth(std::max(size.width(), QTabBar::tabSizeHint(i).width()));
     }
     return size;
+}
+
+QSize TabStrip::minimumTabSizeHint(int index) const
+{
+    // In a narrow window labels are shortened to nothing rather than tabs lost.
+    return {kSmallestTab, QTabBar::minimumTabSizeHint(index).height()};
 }
 
 void TabStrip::paintEvent(QPaintEvent*)

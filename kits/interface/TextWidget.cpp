@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 #include <QTextBlock>
 
@@ -38,6 +39,11 @@ TextWidget::TextWidget()
 void TextWidget::TakeText(const QString& text)
 {
     const QStringList lines = text.split(QLatin1Char('\n'));
+    const int scrolled = verticalScrollBar()->value();
+    // Else the insertion point would run ahead of the text that is set, and the view after it.
+    QTextCursor insertion = textCursor();
+    insertion.setKeepPositionOnInsert(true);
+    setTextCursor(insertion);
     QTextCursor edit(document());
     edit.beginEditBlock();
     QTextBlock block = document()->begin();
@@ -60,6 +66,9 @@ void TextWidget::TakeText(const QString& text)
     }
     edit.endEditBlock();
     PlaceTabs();
+    insertion.setKeepPositionOnInsert(false);
+    setTextCursor(insertion);
+    verticalScrollBar()->setValue(scrolled);
 }
 
 void TextWidget::PlaceTabs()

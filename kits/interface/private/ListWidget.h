@@ -86,7 +86,7 @@ private:
     BListView* fOwner;
     ListRows fRows;
     std::optional<Press> fPress;
-    bool fRefreshing = false;
+    bool fRefreshing = true; ///< what Qt selects and opens now is not the user's doing
 };
 
 } // namespace kits

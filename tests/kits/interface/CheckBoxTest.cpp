@@ -1,0 +1,74 @@
+#include "kits/interface/CheckBox.h"
+#include "tests/kits/interface/WidgetTest.h"
+
+#include <QCheckBox>
+
+class CheckBoxTest : public WidgetTest {
+protected:
+    CheckBoxTest()
+        : fBox(new BCheckBox(BRect(10, 10, 15, 15), "box", "Draw Border", new BMessage(3)))
+    {
+        fPage->AddChild(fBox);
+    }
+
+    bool IsChecked() const { return static_cast<QCheckBox*>(FocusOf(fBox))->isChecked(); }
+
+    BCheckBox* fBox;
+};
+
+TEST_F(CheckBoxTest, TheUserTurnsItOverAndItSays)
+{
+    EXPECT_EQ(fBox->Value(), B_CONTROL_OFF);
+    test::Click(fBox, BPoint(8, 8));
+    EXPECT_EQ(fBox->Value(), B_CONTROL_ON);
+    EXPECT_EQ(Heard(), std::vector<uint32>{3});
+    fBox->MakeFocus();
+    test::Key(fWindow, ' ');
+    EXPECT_EQ(fBox->Value(), B_CONTROL_OFF);
+    EXPECT_EQ(Heard(), std::vector<uint32>{3});
+}
+
+TEST_F(CheckBoxTest, WhatTheProgramSetsIsSilent)
+{
+    fBox->SetValue(B_CONTROL_ON);
+    EXPECT_TRUE(IsChecked());
+    fBox->SetValue(B_CONTROL_OFF);
+    EXPECT_FALSE(IsChecked());
+    EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(CheckBoxTest, AnyOtherNumberIsOn)
+{
+    fBox->SetValue(-5);
+    EXPECT_EQ(fBox->Value(), B_CONTROL_ON);
+}
+
+TEST_F(CheckBoxTest, IsAsLargeAsItsLabelAsks)
+{
+    float width = 0;
+    float height = 0;
+    fBox->GetPreferredSize(&width, &height);
+    EXPECT_EQ(fBox->Bounds(), BRect(0, 0, width, height));
+    EXPECT_EQ(AccessibleName(fBox), "Draw Border");
+}
+
+TEST_F(CheckBoxTest, AValueSetOnAnotherThreadCountsAtOnceAndShowsLater)
+{
+    int32 seen = -1;
+    OnOtherThread([&] {
+        fBox->SetValue(B_CONTROL_ON);
+        seen = fBox->Value();
+    });
+    EXPECT_TRUE(test::WaitFor([&] { return IsChecked(); }));
+    EXPECT_EQ(seen, B_CONTROL_ON);
+    EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(CheckBoxTest, ItsLabelCanBeReadOnAPageOfAnyColour)
+{
+    for (const uint8 gray : {0, 60, 216, 255}) {
+        fBox->SetViewColor(gray, gray, gray);
+        const int ink = qGray(FocusOf(fBox)->palette().color(QPalette::WindowText).rgb());
+        EXPECT_GT(std::abs(ink - gray), 90) << "on " << int(gray);
+    }
+}

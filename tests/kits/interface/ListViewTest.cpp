@@ -1,0 +1,276 @@
+#include "kits/interface/ListView.h"
+#include "tests/kits/interface/WidgetTest.h"
+
+#include <QTreeView>
+
+#include <memory>
+
+namespace {
+
+class List : public BListView {
+public:
+    using BListView::BListView;
+
+    void SelectionChanged() override { fChanges++; }
+    bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override
+    {
+        fDrags.push_back({where, index, wasSelected});
+        return true;
+    }
+
+    struct Pull {
+        BPoint where;
+        int32 index;
+        bool wasSelected;
+    };
+    int fChanges = 0;
+    std::vector<Pull> fDrags;
+};
+
+} // namespace
+
+class ListViewTest : public WidgetTest {
+protected:
+    ListViewTest() { Make(B_SINGLE_SELECTION_LIST); }
+
+    void Make(list_view_type type)
+    {
+        fList = new List(BRect(0, 0, 199, 149), "list", type);
+        fList->SetInvocationMessage(new BMessage(1));
+        fList->SetSelectionMessage(new BMessage(2));
+        for (const char* text : {"alpha", "beta", "gamma", "delta"})
+            fList->AddItem(new BStringItem(text));
+        fPage->AddChild(fList);
+        test::Turn();
+    }
+
+    QTreeView* Tree() const { return kits::ViewWidget(fList)->findChild<QTreeView*>(); }
+    BPoint On(int32 index) const
+    {
+        const BRect frame = fList->ItemFrame(index);
+        return BPoint(frame.left + 20, (frame.top + frame.bottom) / 2);
+    }
+    std::string TextAt(int row) const { return Tree()->model()->index(row, 0).data().toString().toStdString(); }
+    int32 Chosen() const
+    {
+        int32 index = -1;
+        fWindow->heard.back().FindInt32("index", &index);
+        return index;
+    }
+
+    List* fList;
+};
+
+TEST_F(ListViewTest, ItemsStandWhereTheyAreAdded)
+{
+    EXPECT_EQ(fList->CountItems(), 4);
+    auto* item = new BStringItem("between");
+    EXPECT_TRUE(fList->AddItem(item, 1));
+    EXPECT_FALSE(fList->AddItem(item));
+    EXPECT_FALSE(fList->AddItem(nullptr));
+    const std::unique_ptr<BStringItem> free = std::make_unique<BStringItem>("free");
+    EXPECT_FALSE(fList->AddItem(free.get(), 9));
+    EXPECT_EQ(fList->IndexOf(item), 1);
+    EXPECT_EQ(fList->ItemAt(1), item);
+    EXPECT_EQ(fList->ItemAt(9), nullptr);
+    EXPECT_TRUE(fList->HasItem(item));
+    test::Turn();
+    EXPECT_EQ(TextAt(1), "between");
+    EXPECT_TRUE(fList->RemoveItem(item));
+    EXPECT_FALSE(fList->RemoveItem(item));
+    delete item;
+    delete fList->RemoveItem(static_cast<int32>(0));
+    EXPECT_EQ(fList->RemoveItem(static_cast<int32>(7)), nullptr);
+    test::Turn();
+    EXPECT_EQ(TextAt(0), "beta");
+    fList->MakeEmpty();
+    EXPECT_TRUE(fList->IsEmpty());
+    test::Turn();
+    EXPECT_EQ(Tree()->model()->rowCount(), 0);
+}
+
+TEST_F(ListViewTest, TheUserSelectsByMouse)
+{
+    test::Click(fList, On(2));
+    EXPECT_EQ(fList->CurrentSelection(), 2);
+    EXPECT_EQ(fList->fChanges, 1);
+    EXPECT_EQ(Heard(), std::vector<uint32>{2});
+    test::Click(fList, On(0));
+    EXPECT_EQ(fList->CurrentSelection(), 0);
+    EXPECT_EQ(fList->CurrentSelection(1), -1);
+    EXPECT_FALSE(fList->IsItemSelected(2));
+}
+
+TEST_F(ListViewTest, AndByKeyboardAndChoosesWithEnter)
+{
+    fList->MakeFocus();
+    fList->Select(0);
+    EXPECT_TRUE(Heard().empty()) << "the program selects silently";
+    test::Key(fWindow, B_DOWN_ARROW);
+    EXPECT_EQ(fList->CurrentSelection(), 1);
+    EXPECT_EQ(Heard(), std::vector<uint32>{2});
+    test::Key(fWindow, B_ENTER);
+    test::Turn();
+    ASSERT_EQ(fWindow->heard.size(), 1u);
+    EXPECT_EQ(fWindow->heard[0].what, 1u);
+    EXPECT_EQ(Chosen(), 1);
+    Heard();
+    test::Key(fWindow, 'd');
+    EXPECT_EQ(fList->CurrentSelection(), 3) << "by its first letter";
+}
+
+TEST_F(ListViewTest, ADoubleClickChooses)
+{
+    test::Click(fList, On(1));
+    QMouseEvent twice(QEvent::MouseButtonDblClick, Tree()->visualRect(Tree()->model()->index(1, 0)).center(), QPointF(),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Tree()->viewport(), &twice);
+    EXPECT_EQ(Heard(), (std::vector<uint32>{2, 1}));
+}
+
+TEST_F(ListViewTest, WithoutSelectionEnterChoosesNothing)
+{
+    fList->MakeFocus();
+    fList->DeselectAll();
+    SendKey(Tree(), Qt::Key_Return);
+    EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(ListViewTest, SelectingByProgramShowsAndIsSilent)
+{
+    fList->Select(3);
+    EXPECT_EQ(fList->fChanges, 1);
+    EXPECT_TRUE(Tree()->selectionModel()->isSelected(Tree()->model()->index(3, 0)));
+    fList->Select(1, true);
+    EXPECT_FALSE(fList->IsItemSelected(3)) << "one at a time";
+    fList->Deselect(1);
+    EXPECT_EQ(fList->CurrentSelection(), -1);
+    EXPECT_FALSE(Tree()->selectionModel()->hasSelection());
+    fList->Select(99);
+    EXPECT_EQ(fList->fChanges, 3);
+    EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(ListViewTest, WhatWasSelectedBeforeItIsShownStaysSelected)
+{
+    auto* list = new List(BRect(0, 150, 199, 249), "second");
+    list->AddItem(new BStringItem("a"));
+    list->AddItem(new BStringItem("b"));
+    list->Select(1);
+    fPage->AddChild(list);
+    test::Turn();
+    EXPECT_EQ(list->CurrentSelection(), 1);
+    EXPECT_EQ(list->fChanges, 1);
+}
+
+TEST_F(ListViewTest, SeveralCanBeSelectedWhereThatIsAllowed)
+{
+    fList->RemoveSelf();
+    delete fList;
+    Make(B_MULTIPLE_SELECTION_LIST);
+    fList->Select(1);
+    fList->Select(3, true);
+    EXPECT_EQ(fList->CurrentSelection(0), 1);
+    EXPECT_EQ(fList->CurrentSelection(1), 3);
+    fList->Invoke();
+    test::Turn();
+    ASSERT_EQ(fWindow->heard.size(), 1u);
+    int32 index = 0;
+    EXPECT_EQ(fWindow->heard[0].FindInt32("index", 1, &index), B_OK);
+    EXPECT_EQ(index, 3);
+}
+
+TEST_F(ListViewTest, ItemFramesLieBelowOneAnother)
+{
+    for (int32 i = 0; i < 4; i++) {
+        const BRect frame = fList->ItemFrame(i);
+        ASSERT_TRUE(frame.IsValid());
+        EXPECT_EQ(fList->IndexOf(BPoint(30, frame.top)), i);
+        EXPECT_EQ(fList->IndexOf(BPoint(30, frame.bottom)), i);
+        if (i > 0) {
+            EXPECT_EQ(frame.top, fList->ItemFrame(i - 1).bottom + 1);
+        }
+    }
+    EXPECT_FALSE(fList->ItemFrame(4).IsValid());
+    EXPECT_EQ(fList->IndexOf(BPoint(30, 140)), -1);
+}
+
+TEST_F(ListViewTest, PullingARowBeginsOneDrag)
+{
+    test::Press(fList, On(1));
+    test::MoveTo(fList, On(1) + BPoint(1, 0));
+    EXPECT_TRUE(fList->fDrags.empty()) << "a hand that trembles";
+    test::MoveTo(fList, On(1) + BPoint(40, 30));
+    test::MoveTo(fList, On(1) + BPoint(60, 60));
+    ASSERT_EQ(fList->fDrags.size(), 1u);
+    EXPECT_EQ(fList->fDrags[0].index, 1);
+    EXPECT_FALSE(fList->fDrags[0].wasSelected);
+    EXPECT_NEAR(fList->fDrags[0].where.y, On(1).y, 1);
+    EXPECT_EQ(fList->CurrentSelection(), 1) << "moving selects nothing else";
+    test::Release(fList, On(1) + BPoint(60, 60));
+    test::Press(fList, On(1));
+    test::MoveTo(fList, On(1) + BPoint(40, 30));
+    ASSERT_EQ(fList->fDrags.size(), 2u);
+    EXPECT_TRUE(fList->fDrags[1].wasSelected);
+    test::Release(fList, On(1) + BPoint(40, 30));
+}
+
+TEST_F(ListViewTest, PullingBesideTheRowsDragsNothing)
+{
+    test::Press(fList, BPoint(30, 140));
+    test::MoveTo(fList, BPoint(90, 90));
+    test::Release(fList, BPoint(90, 90));
+    EXPECT_TRUE(fList->fDrags.empty());
+}
+
+TEST_F(ListViewTest, ADisabledRowCannotBeSelected)
+{
+    fList->ItemAt(1)->SetEnabled(false);
+    fList->InvalidateItem(1);
+    test::Turn();
+    test::Click(fList, On(1));
+    EXPECT_EQ(fList->CurrentSelection(), -1);
+    fList->Select(1);
+    EXPECT_EQ(fList->CurrentSelection(), -1);
+}
+
+TEST_F(ListViewTest, AChangedTextShows)
+{
+    static_cast<BStringItem*>(fList->ItemAt(0))->SetText("omega");
+    fList->InvalidateItem(0);
+    test::Turn();
+    EXPECT_EQ(TextAt(0), "omega");
+}
+
+TEST_F(ListViewTest, SelectionAndPlaceStayWhenRowsCome)
+{
+    for (int i = 0; i < 200; i++)
+        fList->AddItem(new BStringItem(std::to_string(i).c_str()));
+    test::Turn();
+    fList->Select(150);
+    fList->ScrollToSelection();
+    const float top = fList->ItemFrame(150).top;
+    EXPECT_GE(top, 0);
+    EXPECT_LT(top, 150);
+    fList->AddItem(new BStringItem("last"));
+    test::Turn();
+    EXPECT_EQ(fList->ItemFrame(150).top, top);
+    EXPECT_EQ(fList->CurrentSelection(), 150);
+    EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(ListViewTest, RowsAddedOnAnotherThreadShowLater)
+{
+    OnOtherThread([&] { fList->AddItem(new BStringItem("later")); });
+    EXPECT_TRUE(test::WaitFor([&] { return Tree()->model()->rowCount() == 5; }));
+}
+
+TEST_F(ListViewTest, AnItemThatWasRemovedIsNotTouchedByAClickBeforeTheScreenFollows)
+{
+    const BPoint place = On(0);
+    delete fList->RemoveItem(static_cast<int32>(0));
+    test::Click(fList, place);
+    test::Turn();
+    EXPECT_EQ(fList->CountItems(), 3);
+    EXPECT_EQ(AccessibleName(fList), "list");
+}
