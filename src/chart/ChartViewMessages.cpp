@@ -72,6 +72,9 @@ void ChartView::MessageReceived(BMessage* message)
     case MSG_CHART_PAUSE:
         Pause(!fPaused);
         break;
+    case MSG_RECONNECT:
+        Connect(true, true);
+        break;
     case MSG_CHART_PREFS:
         OpenPrefs();
         break;

@@ -58,6 +58,16 @@ TEST_F(ChartConnectionTest, APausedChartUnregisters)
     EXPECT_EQ(found[0].what, MSG_CONNECT);
 }
 
+TEST_F(ChartConnectionTest, ReconnectingRegistersAgain)
+{
+    AddChart(100, 30);
+    Registrations();
+    window->PostMessage(MSG_RECONNECT, chart);
+    const std::vector<Registration> found = Registrations();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].what, MSG_CONNECT);
+}
+
 TEST_F(ChartConnectionTest, ADeletedChartUnregistersUnderTheSameName)
 {
     AddChart(100, 30);

@@ -201,6 +201,17 @@ TEST_F(ChartDropsTest, TheNinthSourceRaisesOneAlert)
     EXPECT_EQ(Alerts().size(), 1);
 }
 
+TEST_F(ChartDropsTest, TheWindowMayGoUnderTheAlert)
+{
+    AddSources(*chart, 5);
+    AddSources(*chart, 3);
+    test::Drop(chart, SourceDrop({VP_ALL_CPUS}), kElsewhere);
+    EXPECT_EQ(Alerts().size(), 1);
+    window->Quit();
+    window = nullptr;
+    test::Turn();
+}
+
 TEST_F(ChartDropsTest, AHundredThousandSourcesFillTheChartAndRaiseOneAlert)
 {
     BMessage message(MSG_SOURCE_DROP);

@@ -1,10 +1,16 @@
 #include "src/chart/ChartViewHolder.h"
 
+#include "kits/application/MainThread.h"
+
 #include "src/chart/ChartSteps.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/chart/ChartTestKit.h"
 
 #include "kits/support/TypeConstants.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
 
 #include <cmath>
 
@@ -229,4 +235,56 @@ TEST(ChartViewHolderTest, WhatIsNoWishIsNotPassedOn)
     holder.MessageReceived(&envelope);
     for (int32 i = 0; i < 3; i++)
         EXPECT_EQ(holder.ChartAt(i)->Column(), 0);
+}
+
+class EmptyHolderTest : public ChartWindowTest {
+protected:
+    void SetUp() override
+    {
+        ChartWindowTest::SetUp();
+        BMessage archive = HolderArchive(0, BRect(0, 0, 250, 179));
+        holder = new ChartViewHolder(&archive);
+        window->AddChild(holder);
+        test::Turn();
+    }
+
+    ChartViewHolder* holder = nullptr;
+};
+
+TEST_F(EmptyHolderTest, AMenuThatIsDismissedAddsNothing)
+{
+    bool open = false;
+    kits::RunOnMainThread([&] {
+        open = kits::NestedLoop::Count() == 1;
+        kits::NestedLoop::CancelAll();
+    });
+    holder->MouseDown(BPoint(50, 50));
+    EXPECT_TRUE(open);
+    EXPECT_EQ(holder->CountCharts(), 0);
+}
+
+TEST_F(EmptyHolderTest, TheMenuAddsAChartThatHasAllOfIt)
+{
+    kits::RunOnMainThread([] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        ASSERT_EQ(menu->actions().size(), 1);
+        EXPECT_EQ(menu->actions().first()->text().remove('&'), "Add new chart");
+        menu->setActiveAction(menu->actions().first());
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(menu, &enter);
+    });
+    holder->MouseDown(BPoint(50, 50));
+    ASSERT_EQ(holder->CountCharts(), 1);
+    EXPECT_EQ(holder->ChartAt(0)->Frame(), holder->Bounds());
+    EXPECT_EQ(holder->ChartAt(0)->Owner(), holder);
+}
+
+TEST_F(EmptyHolderTest, TheWindowMayGoUnderTheMenu)
+{
+    window->PostMessage(B_QUIT_REQUESTED);
+    const BMessenger messenger(window);
+    window = nullptr;
+    test::Click(holder, BPoint(50, 50), B_SECONDARY_MOUSE_BUTTON);
+    EXPECT_TRUE(test::WaitFor([&] { return !messenger.IsValid(); }));
 }
