@@ -40,10 +40,8 @@ void TextWidget::TakeText(const QString& text)
 {
     const QStringList lines = text.split(QLatin1Char('\n'));
     const int scrolled = verticalScrollBar()->value();
-    // Else the insertion point would run ahead of the text that is set, and the view after it.
-    QTextCursor insertion = textCursor();
-    insertion.setKeepPositionOnInsert(true);
-    setTextCursor(insertion);
+    const int position = textCursor().position();
+    const int anchor = textCursor().anchor();
     QTextCursor edit(document());
     edit.beginEditBlock();
     QTextBlock block = document()->begin();
@@ -66,7 +64,11 @@ void TextWidget::TakeText(const QString& text)
     }
     edit.endEditBlock();
     PlaceTabs();
-    insertion.setKeepPositionOnInsert(false);
+    // The insertion point has run ahead of the lines that were set, and the view after it.
+    const int end = document()->characterCount() - 1;
+    QTextCursor insertion(document());
+    insertion.setPosition(std::min(anchor, end));
+    insertion.setPosition(std::min(position, end), QTextCursor::KeepAnchor);
     setTextCursor(insertion);
     verticalScrollBar()->setValue(scrolled);
 }

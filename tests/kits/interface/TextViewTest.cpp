@@ -81,6 +81,27 @@ TEST_F(TextViewTest, StaysAtTheTopAndWhereTheUserScrolledTo)
     EXPECT_EQ(Edit()->verticalScrollBar()->value(), 40);
 }
 
+TEST_F(TextViewTest, SettingATextSelectsNothingAndKeepsWhatTheUserSelected)
+{
+    fText->SetText(Lines(5).c_str());
+    EXPECT_FALSE(Edit()->textCursor().hasSelection());
+    fText->SetText(("x" + Lines(6)).c_str());
+    Edit()->setFocus(Qt::TabFocusReason);
+    test::Turn();
+    EXPECT_FALSE(Edit()->textCursor().hasSelection());
+
+    fText->MakeSelectable(true);
+    QTextCursor selection = Edit()->textCursor();
+    selection.setPosition(8);
+    selection.setPosition(14, QTextCursor::KeepAnchor);
+    Edit()->setTextCursor(selection);
+    const QString selected = Edit()->textCursor().selectedText();
+    fText->SetText(("y" + Lines(6)).c_str());
+    EXPECT_EQ(Edit()->textCursor().selectedText(), selected);
+    fText->SetText("");
+    EXPECT_FALSE(Edit()->textCursor().hasSelection());
+}
+
 TEST_F(TextViewTest, TabsStandInColumns)
 {
     fText->SetText("It's Fri\tUp since\nCurrent uptime: 00:00:00     \tTotal uptime\niii\tlast\n\nTop 10\n01:\tone "
