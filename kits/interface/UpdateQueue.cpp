@@ -1,7 +1,7 @@
 #include "kits/interface/private/UpdateQueue.h"
 
 #include "kits/application/EventLoop.h"
-#include "kits/application/MainThread.h"
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/private/ViewImpl.h"
 #include "kits/interface/private/WindowImpl.h"
 
@@ -28,6 +28,7 @@ bool Prepare(ViewImpl& view)
 {
     if (view.fWidgetDirty)
         view.SyncWidget();
+    const DispatchScope scope;
     return view.CallFrameHooks();
 }
 
@@ -39,6 +40,7 @@ bool CanDraw(const ViewImpl& view)
 /// False when the view is gone.
 bool Draw(ViewImpl& view)
 {
+    const DispatchScope scope;
     const std::weak_ptr<ViewImpl*> self = view.fSelf;
     view.DrawInvalid();
     return !self.expired();

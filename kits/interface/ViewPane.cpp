@@ -1,6 +1,6 @@
 #include "kits/interface/private/ViewPane.h"
 
-#include "kits/application/MainThread.h"
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/private/KeyInput.h"
 #include "kits/interface/private/Pointer.h"
 #include "kits/interface/private/QtEventLoop.h"
@@ -8,11 +8,41 @@
 
 #include <QContextMenuEvent>
 #include <QImage>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
 
+#include <cstring>
+
 namespace kits {
+
+namespace {
+
+/// The words of a rectangle to another picture of words, as they are. Both hold the rectangle.
+void CopyWords(const Surface& surface, const PixelRect& rect, uchar* bits, qsizetype bytesPerLine, QPoint offset)
+{
+    const auto stride = static_cast<size_t>(surface.DeviceWidth());
+    const uint32* from = surface.Words() + static_cast<size_t>(rect.top) * stride + rect.left;
+    uchar* to = bits + (rect.top + offset.y()) * bytesPerLine + (rect.left + offset.x()) * 4;
+    const auto length = static_cast<size_t>(rect.Width()) * sizeof(uint32);
+    for (int32 y = rect.top; y < rect.bottom; y++, from += stride, to += bytesPerLine)
+        std::memcpy(to, from, length);
+}
+
+/// The picture behind a painter when opaque words can be copied into it one for one; null otherwise.
+QImage* PictureBehind(const QPainter& painter)
+{
+    QPaintDevice* const device = painter.paintEngine()->paintDevice();
+    if (device == nullptr || device->devType() != QInternal::Image || device->devicePixelRatio() != 1 ||
+        painter.deviceTransform().type() > QTransform::TxTranslate)
+        return nullptr;
+    auto* const image = static_cast<QImage*>(device);
+    const QImage::Format format = image->format();
+    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied ? image : nullptr;
+}
+
+} // namespace
 
 void DeleteWidget(QWidget* widget)
 {
@@ -69,6 +99,23 @@ void ViewPane::paintEvent(QPaintEvent* event)
             painter.fillRect(event->rect(), QColor(color.red, color.green, color.blue));
         if (!surface.Exists())
             return;
+    }
+    // What changed is often one column of pixels: the toolkit's way to it is much longer than the copy.
+    if (QImage* const picture = surface.IsOpaque() && surface.Grid().IsUnit() ? PictureBehind(painter) : nullptr) {
+        const QTransform transform = painter.deviceTransform();
+        const QPoint offset(qRound(transform.dx()), qRound(transform.dy()));
+        const QRect room = picture->rect().translated(-offset);
+        const PixelRect common = Intersection({0, 0, surface.DeviceWidth(), surface.DeviceHeight()},
+                                              {room.left(), room.top(), room.right() + 1, room.bottom() + 1});
+        // The painter has made the picture's words its own; asking for writable ones may copy them.
+        auto* const bits = const_cast<uchar*>(picture->constBits());
+        for (const QRect& rect : event->region()) {
+            const PixelRect place =
+                Intersection({rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1}, common);
+            if (!place.IsEmpty())
+                CopyWords(surface, place, bits, picture->bytesPerLine(), offset);
+        }
+        return;
     }
     const QImage image(reinterpret_cast<const uchar*>(surface.Words()), surface.DeviceWidth(), surface.DeviceHeight(),
                        surface.DeviceWidth() * 4,
@@ -132,8 +179,10 @@ void ViewPane::focusOutEvent(QFocusEvent*)
 void ViewPane::contextMenuEvent(QContextMenuEvent* event)
 {
     // A click of the mouse comes as a press of its button.
-    if (event->reason() == QContextMenuEvent::Keyboard)
-        fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const DispatchScope scope;
+    fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
 }
 
 } // namespace kits
