@@ -1,11 +1,13 @@
 #include "kits/interface/InterfaceKit.h"
 
 #include "kits/application/InterfaceLock.h"
+#include "kits/application/Timer.h"
 #include "kits/interface/private/DisplayCheck.h"
 #include "kits/interface/private/QtEventLoop.h"
 #include "kits/interface/private/ScreenList.h"
 #include "kits/interface/private/TextCache.h"
 #include "kits/interface/private/UserFonts.h"
+#include "kits/kernel/StartMemory.h"
 
 #include <string>
 #include <utility>
@@ -19,6 +21,10 @@ KitsApplication* sApplication = nullptr;
 QtEventLoop* sLoop = nullptr;
 std::string sError;
 
+/// When the windows of the start have long been drawn.
+constexpr bigtime_t kQuiet = 3000000;
+Timer* sWhenQuiet = nullptr;
+
 } // namespace
 
 status_t InitInterface(int& argc, char** argv)
@@ -29,6 +35,8 @@ status_t InitInterface(int& argc, char** argv)
     if (!sError.empty())
         return B_NO_INIT;
     InterfaceLock::Get().Lock();
+    // Menu bars stand in their windows; asking the session bus for another place would only take time.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     sApplication = new KitsApplication(argc, argv);
     DisplayCheck::Done();
     sLoop = new QtEventLoop;
@@ -37,6 +45,8 @@ status_t InitInterface(int& argc, char** argv)
     ScreenList::Watch();
     TextCache::Enable();
     UserFonts::Read();
+    sWhenQuiet = new Timer(GiveBackStartMemory);
+    sWhenQuiet->Start(kQuiet, false);
     return B_OK;
 }
 
@@ -49,6 +59,7 @@ void ExitInterface()
 {
     if (sApplication == nullptr)
         return;
+    delete std::exchange(sWhenQuiet, nullptr);
     // Widgets of windows that went last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     TextCache::Disable();
