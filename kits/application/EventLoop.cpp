@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <utility>
 
 namespace kits {
 
@@ -33,6 +34,8 @@ int MakeWakeDescriptor()
 
 const int sWakeDescriptor = MakeWakeDescriptor();
 std::atomic<bool> sIsWoken = false;
+thread_local int32 sCountWakeOnce = 0;
+thread_local bool sWakeWanted = false;
 
 /// Makes the descriptor unreadable. Whatever was there to be done before is seen by who looks after this.
 void ClearWake()
@@ -62,8 +65,21 @@ int EventLoop::WakeDescriptor()
 
 void EventLoop::Wake()
 {
-    if (!sIsWoken.exchange(true))
+    if (sCountWakeOnce > 0)
+        sWakeWanted = true;
+    else if (!sIsWoken.exchange(true))
         eventfd_write(sWakeDescriptor, 1);
+}
+
+WakeOnce::WakeOnce()
+{
+    ++sCountWakeOnce;
+}
+
+WakeOnce::~WakeOnce()
+{
+    if (--sCountWakeOnce == 0 && std::exchange(sWakeWanted, false))
+        EventLoop::Wake();
 }
 
 bigtime_t EventLoop::Deadline()

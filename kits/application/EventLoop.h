@@ -46,4 +46,15 @@ public:
     static uint64 CountUnlockedEvents();
 };
 
+/// While one is there, what its thread posts wakes the loop only once, when the last one goes. For who posts to many at
+/// once: the main thread then has it all in one turn, and is not awake already while it is still being posted. Short,
+/// and never around a wait for an answer.
+class WakeOnce {
+public:
+    WakeOnce();
+    ~WakeOnce();
+    WakeOnce(const WakeOnce&) = delete;
+    WakeOnce& operator=(const WakeOnce&) = delete;
+};
+
 } // namespace kits

@@ -1,6 +1,7 @@
 #include "src/sampling/Sysinfo.h"
 
 #include "kits/application/Application.h"
+#include "kits/application/EventLoop.h"
 #include "kits/application/Message.h"
 #include "kits/kernel/Clock.h"
 #include "src/prefs/Preferences.h"
@@ -103,6 +104,8 @@ void Sysinfo::Unlock() const
 
 void Sysinfo::Sample()
 {
+    // The charts draw when the last one has been told and the lock is free.
+    const kits::WakeOnce wake;
     Autolock lock(this);
     if (fMessengers.empty())
         return;
