@@ -58,7 +58,11 @@ public:
     kits::AlertWidget* Widget() const { return fWidget; }
 
 private:
-    void WidgetCreated(QWidget*) override { kits::FillView(this, fWidget); }
+    void WidgetCreated(QWidget*) override
+    {
+        kits::FillView(this, fWidget);
+        fWidget->AnswerCloseOf(kits::WindowWidget(Window()));
+    }
 
     kits::Content fContent;
     kits::AlertWidget* fWidget;
@@ -144,8 +148,10 @@ int32 BAlert::Go()
         fAnswered = nullptr;
     }
     const int32 answer = canceled ? 0 : fAnswer;
-    Hide();
-    Quit();
+    // Quit() would wait for the outermost loop, and would end on its way there whatever is asked next. Nothing of the
+    // alert is at work any more; only if something else quits it already is it left to that.
+    if (BMessenger(this).IsValid())
+        delete this;
     return answer;
 }
 

@@ -2,6 +2,7 @@
 
 #include "kits/interface/private/Content.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -55,6 +56,7 @@ namespace kits {
 
 AlertWidget::AlertWidget(const QString& text, const std::vector<std::string>& buttons, button_width width,
                          button_spacing spacing, alert_type type, std::function<void(int)> pressed)
+    : fPressed(std::move(pressed))
 {
     auto* rows = new QVBoxLayout(this);
     auto* top = new QHBoxLayout;
@@ -79,7 +81,7 @@ AlertWidget::AlertWidget(const QString& text, const std::vector<std::string>& bu
         auto* button = new QPushButton(ToLabel(buttons[i].c_str()), this);
         button->setAccessibleDescription(text);
         button->setAutoDefault(true);
-        connect(button, &QPushButton::clicked, this, [pressed, i] { pressed(static_cast<int>(i)); });
+        connect(button, &QPushButton::clicked, this, [this, i] { fPressed(static_cast<int>(i)); });
         fButtons.push_back(button);
         auto* shortcut = new QShortcut(this);
         connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
@@ -116,6 +118,20 @@ QLayout* AlertWidget::LayOutButtons(button_width width, button_spacing spacing)
 void AlertWidget::SetShortcut(int index, const QKeySequence& key)
 {
     fShortcuts[static_cast<std::size_t>(index)]->setKey(key);
+}
+
+void AlertWidget::AnswerCloseOf(QWidget* window)
+{
+    window->installEventFilter(this);
+}
+
+bool AlertWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Close)
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    fPressed(0);
+    return true;
 }
 
 } // namespace kits

@@ -23,10 +23,16 @@ public:
     QPushButton* Button(int index) const { return fButtons[static_cast<std::size_t>(index)]; }
     /// Has a key press the button, wherever the focus is; an empty sequence takes the key away.
     void SetShortcut(int index, const QKeySequence& key);
+    /// Has the user's closing of this window answer the alert with its first button; the window stays open.
+    void AnswerCloseOf(QWidget* window);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QLayout* LayOutButtons(button_width width, button_spacing spacing);
 
+    std::function<void(int)> fPressed;
     std::vector<QPushButton*> fButtons;
     std::vector<QShortcut*> fShortcuts; ///< one for each button
 };

@@ -1,5 +1,6 @@
 #include "kits/interface/Alert.h"
 #include "kits/application/Invoker.h"
+#include "kits/application/MainThread.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QLabel>
@@ -137,6 +138,27 @@ TEST(AlertTest, ReturnsTheFirstIndexWhenItIsCutShort)
     below->Show();
     WhenOpen([below] { below->PostMessage(B_QUIT_REQUESTED); });
     EXPECT_EQ(Question()->Go(), 0);
+    test::Turn();
+    EXPECT_EQ(Top(), nullptr);
+}
+
+TEST(AlertTest, OneAfterTheOtherIsAskedInAnyPlace)
+{
+    std::vector<int32> answers;
+    auto ask = [&] {
+        WhenOpen([] { Top()->close(); });
+        answers.push_back(Question()->Go());
+        WhenOpen([] { Buttons().at(1)->click(); });
+        answers.push_back(Question()->Go());
+        WhenOpen([] { Buttons().at(2)->click(); });
+        answers.push_back(Question()->Go());
+    };
+    ask();
+    EXPECT_EQ(answers, (std::vector<int32>{0, 1, 2}));
+    answers.clear();
+    kits::RunOnMainThread(ask);
+    EXPECT_TRUE(test::WaitFor([&] { return answers.size() == 3; }));
+    EXPECT_EQ(answers, (std::vector<int32>{0, 1, 2}));
     test::Turn();
     EXPECT_EQ(Top(), nullptr);
 }
