@@ -215,11 +215,13 @@ TEST(Window, CanStartMinimised)
     window->Minimize(true);
     test::Show(window);
     EXPECT_TRUE(window->IsMinimized());
-    EXPECT_TRUE(kits::WindowWidget(window)->isMinimized());
+    EXPECT_TRUE(test::WaitFor([&] { return kits::WindowWidget(window)->isMinimized(); }));
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
-    window->Minimize(false);
-    test::Turn();
-    EXPECT_FALSE(window->IsMinimized());
+    // A window manager takes its time to hear of it.
+    EXPECT_TRUE(test::WaitFor([&] {
+        window->Minimize(false);
+        return !window->IsMinimized() && kits::WindowImpl::Of(window).CanShow();
+    }));
     EXPECT_FALSE(kits::WindowWidget(window)->isMinimized());
     End(window);
 }
