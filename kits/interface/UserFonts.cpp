@@ -1,7 +1,8 @@
 #include "kits/interface/private/UserFonts.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace kits {
 
@@ -15,7 +16,10 @@ void Take(BFont* into, const QFont& font)
 {
     // Only what the user chose: which file the family stands for is found when something is drawn.
     into->SetFamilyAndStyle(font.family().toUtf8().constData(), font.styleName().toUtf8().constData());
-    into->SetSize(static_cast<float>(QFontInfo(font).pixelSize()));
+    const int dots = QGuiApplication::primaryScreen() != nullptr
+                         ? qRound(QGuiApplication::primaryScreen()->logicalDotsPerInchY())
+                         : 96;
+    into->SetSize(static_cast<float>(font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * dots / 72)));
 }
 
 } // namespace
