@@ -1,0 +1,112 @@
+"""Hands on charts: the pop-up menu, drags within the program, and ends in the middle of them."""
+
+import signal
+
+from desktop import DesktopTest, wait_until
+
+STORE = "x-vnd.kvt-Qel.user"
+
+
+class ChartsTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.program = self.start()
+        self.window = self.program.window()
+        self.await_change()
+
+    def picture(self):
+        return self.desktop.picture(self.window)
+
+    def await_change(self):
+        before = self.picture()
+        wait_until(lambda: self.picture() != before, "charts that scroll")
+
+    def popup(self, x=400, y=120):
+        self.desktop.focus(self.window)
+        menus = set(self.desktop.windows(".*", self.program.pid))
+        self.desktop.click(self.window, x, y, button=3)
+        wait_until(lambda: set(self.desktop.windows(".*", self.program.pid)) - menus, "the pop-up")
+
+    def choose(self, key):
+        """An item by the letter that is underlined in it."""
+        shown = len(self.desktop.windows(".*", self.program.pid))
+        self.desktop.key(key)
+        wait_until(lambda: len(self.desktop.windows(".*", self.program.pid)) < shown, "the pop-up to close")
+
+    def quit(self):
+        self.program.signal(signal.SIGTERM)
+        self.assert_ends_well(self.program)
+        return (self.config / STORE).read_bytes()
+
+
+class Menu(ChartsTest):
+    def test_adds_and_deletes_charts(self):
+        self.popup()
+        self.choose("a")
+        self.popup()
+        self.choose("a")
+        self.popup()
+        self.choose("d")
+        stored = self.quit()
+        self.assertEqual(stored.count(b"ChartType"), 4)
+        self.assertNotIn(b"All CPUs", stored)
+
+    def test_leaves_the_charts_scrolling(self):
+        self.popup()
+        self.await_change()
+        self.desktop.key("Escape")
+
+    def test_is_closed_by_the_end_of_the_program(self):
+        self.popup()
+        self.assertEqual(self.quit().count(b"ChartType"), 3)
+
+
+class Dragging(ChartsTest):
+    def on_screen(self, window, x, y):
+        left, top = self.desktop.geometry(window)[:2]
+        return left + x, top + y
+
+    def test_moves_a_title(self):
+        start = self.on_screen(self.window, 40, 62)
+        before = self.picture().crop(200, 50, 120, 40)
+        self.desktop.xdotool("mousemove", "--sync", *start, "mousedown", 1)
+        self.desktop.xdotool("mousemove", "--sync", start[0] + 100, start[1], "mousemove", "--sync", start[0] + 200,
+                             start[1] + 10)
+        wait_until(lambda: self.picture().crop(200, 50, 120, 40) != before, "the title under the pointer")
+        self.await_change()
+        self.desktop.xdotool("mouseup", 1)
+        self.quit()
+
+    def test_of_text_onto_a_title_sets_it(self):
+        self.desktop.key("ctrl+a", window=self.window)
+        about = self.program.window("^About Qel$")
+        start = self.on_screen(about, 60, 151)
+        self.desktop.drag(start, self.on_screen(self.window, 40, 62), steps=20)
+        self.desktop.key("ctrl+q", window=self.window)
+        self.assert_ends_well(self.program)
+        self.assertIn(b"qel@example.org", (self.config / STORE).read_bytes())
+
+    def test_is_ended_by_the_end_of_the_program(self):
+        start = self.on_screen(self.window, 40, 62)
+        self.desktop.xdotool("mousemove", "--sync", *start)
+        self.desktop.xdotool("mousedown", 1)
+        self.desktop.xdotool("mousemove", "--sync", start[0] + 60, start[1])
+        self.quit()
+        self.desktop.xdotool("mouseup", 1)
+
+
+class About(ChartsTest):
+    def test_is_closed_by_its_button(self):
+        self.desktop.key("ctrl+a", window=self.window)
+        about = self.program.window("^About Qel$")
+        self.desktop.click(about, 340, 198)
+        wait_until(lambda: not self.desktop.windows("^About Qel$", self.program.pid), "the about window to close")
+        self.await_change()
+        self.quit()
+
+    def test_is_opened_once(self):
+        for _ in range(2):
+            self.desktop.key("ctrl+a", window=self.window)
+            self.program.window("^About Qel$")
+        self.assertEqual(len(self.desktop.windows("^About Qel$", self.program.pid)), 1)
+        self.quit()
