@@ -2,13 +2,13 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
+#include "kits/application/Launch.h"
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/application/Message.h"
 #include "kits/application/PostOffice.h"
+#include "kits/application/TeamPort.h"
 #include "kits/application/Timer.h"
 #include "kits/storage/Resources.h"
-
-#include <string_view>
 
 using kits::PostOffice;
 
@@ -17,21 +17,16 @@ BMessenger be_app_messenger;
 
 namespace {
 
-status_t CheckSignature(const char* signature)
-{
-    constexpr std::string_view kStart = "application/";
-    const std::string_view text = signature != nullptr ? signature : "";
-    const bool isOne = text.starts_with(kStart) && text.size() > kStart.size() && text.size() < B_MIME_TYPE_LENGTH &&
-                       text.find('/', kStart.size()) == std::string_view::npos;
-    return isOne ? B_OK : B_BAD_VALUE;
-}
+constexpr bigtime_t kLongestWaitForLaunch = 30000000;
 
 } // namespace
 
-BApplication::BApplication(const char* signature, status_t* error)
-    : BLooper(signature)
-    , fSignature(signature != nullptr ? signature : "")
-    , fInitStatus(be_app != nullptr ? B_NOT_ALLOWED : CheckSignature(signature))
+BApplication::BApplication(const char* mimeType, status_t* error, kits::Presence presence)
+    : BLooper(mimeType)
+    , fSignature(mimeType != nullptr ? mimeType : "")
+    , fInitStatus(be_app != nullptr                           ? B_NOT_ALLOWED
+                  : kits::TeamFolder::IsSignature(fSignature) ? B_OK
+                                                              : B_BAD_VALUE)
     , fPulse(std::make_unique<kits::Timer>([this] {
         if (fIsReady)
             DeliverNow(std::make_unique<BMessage>(B_PULSE), this);
@@ -41,9 +36,30 @@ BApplication::BApplication(const char* signature, status_t* error)
     if (be_app == nullptr) {
         be_app = this;
         be_app_messenger = BMessenger(this);
+        PostOffice::Get().SetApplication(Token());
     }
+    if (fInitStatus == B_OK && presence != kits::Presence::kHidden)
+        fInitStatus = MakePresent(presence);
     if (error != nullptr)
         *error = fInitStatus;
+}
+
+status_t BApplication::MakePresent(kits::Presence presence)
+{
+    kits::LaunchGrant grant = kits::TakeLaunchGrant();
+    AddLaunchMessage(std::move(grant.message));
+    kits::TeamFolder folder;
+    kits::LaunchLock lock;
+    if (presence == kits::Presence::kSingle && folder.Open() == B_OK) {
+        // Whoever has started this program has the lock for it.
+        if (!grant.isLaunched)
+            lock.Take(folder, fSignature, kLongestWaitForLaunch);
+        const BMessenger running(fSignature.c_str());
+        if (running.IsValid() && running.SendMessage(B_SILENT_RELAUNCH) == B_OK)
+            return B_ALREADY_RUNNING;
+    }
+    kits::TeamPort::Get().SetSignature(fSignature);
+    return B_OK;
 }
 
 BApplication::~BApplication()
@@ -60,6 +76,8 @@ BApplication::~BApplication()
         }
         kits::RunLeftOverActions();
         kits::TakeQuitSignal(); // was meant for this one
+        kits::TeamPort::Get().Close();
+        PostOffice::Get().SetApplication(0);
         be_app = nullptr;
     }
     kits::InterfaceLock::Get().Unlock();

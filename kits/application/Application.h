@@ -8,8 +8,17 @@
 class BResources;
 
 namespace kits {
+
 class Timer;
-}
+
+/// Whether other processes of the user find an application, by its signature.
+enum class Presence {
+    kHidden, ///< they do not
+    kListed, ///< they do
+    kSingle  ///< they do, and there is one at a time
+};
+
+} // namespace kits
 
 /// The application: the looper of the process. One at a time, made on the main thread, which from here on holds the
 /// interface lock but while it waits in the event loop.
@@ -20,13 +29,18 @@ class Timer;
 class BApplication : public BLooper {
 public:
     /// @param mimeType  its signature: "application/x-vnd." and a name
-    /// @param error      when not null, gets what InitCheck returns
-    explicit BApplication(const char* mimeType, status_t* error = nullptr);
+    /// @param error     when not null, gets what InitCheck returns
+    /// @param presence  a kSingle that runs already gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`: this
+    ///                  process should then end, as if all were well. Where other processes cannot be reached (no
+    ///                  folder that is safe) it is hidden all the same.
+    explicit BApplication(const char* mimeType, status_t* error = nullptr,
+                          kits::Presence presence = kits::Presence::kHidden);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
     /// loop any more. Loopers that are not on the heap have to go before.
     ~BApplication() override;
 
-    /// `B_OK`; `B_BAD_VALUE` for a signature that is none, `B_NOT_ALLOWED` if there is an application already.
+    /// `B_OK`; `B_BAD_VALUE` for a signature that is none, `B_NOT_ALLOWED` if this process has an application already,
+    /// `B_ALREADY_RUNNING` if another one has it that is to be the only one.
     status_t InitCheck() const { return fInitStatus; }
     const char* Signature() const { return fSignature.c_str(); }
 
@@ -66,9 +80,10 @@ public:
 
 private:
     void HandleArguments(const BMessage& message);
+    status_t MakePresent(kits::Presence presence);
 
     const std::string fSignature;
-    const status_t fInitStatus;
+    status_t fInitStatus;
     bool fHasRun = false;
     bool fIsLaunched = false; ///< the launch messages have been handled
     bool fIsReady = false;    ///< ReadyToRun has returned

@@ -10,11 +10,15 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
 
 namespace kits {
 
 namespace {
+
+/// Meant for one process: it is not handed on.
+constexpr const char* kLaunchVariable = "KITS_LAUNCH=";
 
 /// Found here, not in the new process: between fork and exec only the simplest calls are safe.
 std::string FindProgram(const std::string& name)
@@ -31,15 +35,41 @@ std::string FindProgram(const std::string& name)
     return {};
 }
 
+/// A null ends the list. What is pointed to must stay.
+std::vector<char*> Pointers(const std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// This process's environment, with what is inherited in place of what this process itself has got by that name.
+std::vector<std::string> EnvironmentWith(const Inheritance& inheritance)
+{
+    std::vector<std::string> variables;
+    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+        if (strncmp(*variable, kLaunchVariable, strlen(kLaunchVariable)) != 0)
+            variables.emplace_back(*variable);
+    }
+    if (!inheritance.variable.empty())
+        variables.push_back(inheritance.variable + "=" + inheritance.value);
+    return variables;
+}
+
 /// In the new process: becomes the program, or tells why not.
-[[noreturn]] void Become(const char* program, char* const* arguments, int report)
+[[noreturn]] void Become(const char* program, char* const* arguments, char* const* environment,
+                         const std::vector<int>& descriptors, int report)
 {
     for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGPIPE})
         signal(number, SIG_DFL);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    execv(program, arguments);
+    for (const int descriptor : descriptors)
+        fcntl(descriptor, F_SETFD, 0);
+    execve(program, arguments, environment);
     const int error = errno;
     [[maybe_unused]] const ssize_t written = write(report, &error, sizeof(error));
     _exit(127);
@@ -47,15 +77,14 @@ std::string FindProgram(const std::string& name)
 
 } // namespace
 
-status_t StartDetached(const std::vector<std::string>& arguments)
+status_t StartDetached(const std::vector<std::string>& arguments, const Inheritance& inheritance)
 {
     const std::string program = arguments.empty() ? std::string() : FindProgram(arguments[0]);
     if (program.empty())
         return B_ENTRY_NOT_FOUND;
-    std::vector<char*> pointers;
-    for (const std::string& argument : arguments)
-        pointers.push_back(const_cast<char*>(argument.c_str()));
-    pointers.push_back(nullptr);
+    const std::vector<std::string> variables = EnvironmentWith(inheritance);
+    const std::vector<char*> argumentPointers = Pointers(arguments);
+    const std::vector<char*> variablePointers = Pointers(variables);
 
     // Closed by exec, so that reading it ends when the program runs.
     int ends[2];
@@ -71,7 +100,7 @@ status_t StartDetached(const std::vector<std::string>& arguments)
     if (child == 0) {
         const pid_t grandchild = fork();
         if (grandchild == 0)
-            Become(program.c_str(), pointers.data(), ends[1]);
+            Become(program.c_str(), argumentPointers.data(), variablePointers.data(), inheritance.descriptors, ends[1]);
         if (grandchild < 0) {
             const int error = errno;
             [[maybe_unused]] const ssize_t written = write(ends[1], &error, sizeof(error));

@@ -37,8 +37,9 @@ namespace kits {
 inline constexpr size_t kMessageHeadSize = 9;
 
 /// Flattens a message.
+/// @param withChecksum  false for bytes that never leave the machine's memory
 /// @return `B_BAD_VALUE` beyond the limits of BMessage
-status_t WriteMessage(const BMessage& message, std::string* flat);
+status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum = true);
 
 /// The number of bytes of the whole message that begins so; `B_BAD_VALUE` if none does.
 /// @param head  the first bytes, kMessageHeadSize of them or, if the message is shorter, all

@@ -178,7 +178,7 @@ void AppendFourByteInteger(std::string* bytes, uint32 value)
 
 } // namespace
 
-status_t WriteMessage(const BMessage& message, std::string* flat)
+status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum)
 {
     QByteArray bytes;
     MessageWriter writer(&bytes);
@@ -186,15 +186,17 @@ status_t WriteMessage(const BMessage& message, std::string* flat)
         return B_BAD_VALUE;
     writer.Write(message);
     const std::string_view map(bytes.constData(), static_cast<size_t>(bytes.size()));
-    if (kMessageHeadSize + map.size() + kChecksumSize > BMessage::kMaxFlattenedSize)
+    const size_t size = map.size() + (withChecksum ? kChecksumSize : 0);
+    if (kMessageHeadSize + size > BMessage::kMaxFlattenedSize)
         return B_BAD_VALUE;
 
     flat->clear();
-    flat->reserve(kMessageHeadSize + map.size() + kChecksumSize);
-    flat->append(kMessageMark).push_back(kArrayOfThree);
-    AppendFourByteInteger(flat, static_cast<uint32>(map.size() + kChecksumSize));
+    flat->reserve(kMessageHeadSize + size);
+    flat->append(kMessageMark).push_back(withChecksum ? kArrayOfThree : kArrayOfTwo);
+    AppendFourByteInteger(flat, static_cast<uint32>(size));
     flat->append(map);
-    AppendFourByteInteger(flat, Crc32(map));
+    if (withChecksum)
+        AppendFourByteInteger(flat, Crc32(map));
     return B_OK;
 }
 

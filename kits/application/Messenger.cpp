@@ -7,6 +7,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/PostOffice.h"
 #include "kits/application/ReplyWait.h"
+#include "kits/application/TeamPort.h"
 
 using kits::Address;
 using kits::InterfaceLock;
@@ -17,9 +18,9 @@ namespace {
 /// Somebody waits for an answer for as long as this lives.
 class WaitingSource {
 public:
-    WaitingSource()
+    explicit WaitingSource(kits::team_address asked)
         : fWait(std::make_shared<kits::ReplyWait>())
-        , fAddress{kits::ThisTeam(), PostOffice::Get().AddReplyWait(fWait)}
+        , fAddress{kits::ThisTeam(), PostOffice::Get().AddReplyWait(fWait, asked)}
     {
     }
     ~WaitingSource() { PostOffice::Get().Remove(fAddress.token); }
@@ -56,6 +57,34 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
         *result = status;
 }
 
+BMessenger::BMessenger(const char* signature, team_id team, status_t* result)
+{
+    status_t status = signature == nullptr ? B_BAD_VALUE : B_NAME_NOT_FOUND;
+    if (signature != nullptr) {
+        for (const kits::TeamFolder::Entry& entry : kits::TeamPort::Get().Find(signature)) {
+            if (team >= 0 && kits::TeamIdOf(entry.team) != team)
+                continue;
+            const bool isThis = entry.team == kits::ThisTeam();
+            fAddress = {entry.team, isThis ? PostOffice::Get().Application() : kits::kApplicationToken};
+            status = B_OK;
+            break;
+        }
+    }
+    if (result != nullptr)
+        *result = status;
+}
+
+void BMessenger::SendToAll(const std::vector<BMessenger>& targets, const BMessage* message)
+{
+    if (message == nullptr)
+        return;
+    std::vector<Address> addresses;
+    addresses.reserve(targets.size());
+    for (const BMessenger& target : targets)
+        addresses.push_back(target.fAddress);
+    kits::DeliverToAll(addresses, *message);
+}
+
 status_t BMessenger::SendMessage(uint32 code, BHandler* replyTo) const
 {
     const BMessage message(code);
@@ -84,7 +113,7 @@ status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigti
         return B_BAD_VALUE;
     if (!kits::IsMainThread() && InterfaceLock::Get().IsHeld())
         return B_NOT_ALLOWED;
-    WaitingSource source;
+    WaitingSource source(fAddress.team);
     status_t status = kits::DeliverCopy(fAddress, *message, source.Where(), true);
     if (status == B_OK)
         status = source.Wait().Await(replyTimeout);

@@ -4,6 +4,8 @@
 #include "kits/application/Token.h"
 #include "kits/kernel/Threads.h"
 
+#include <vector>
+
 class BHandler;
 class BLooper;
 class BMessage;
@@ -15,7 +17,10 @@ struct MessageAccess;
 /// The way to a handler from any thread, and from any process it is sent to: names the handler, does not own it and
 /// keeps nothing alive. A plain value. All calls may be made from any thread, but one object is used by one at a time.
 ///
-/// Sending within a process never waits, whatever time-out it is given: a full queue is `B_WOULD_BLOCK`.
+/// Sending never waits, whatever time-out it is given. Within a process a full queue is `B_WOULD_BLOCK`. What is for
+/// another process (a "team") is sent as far as that takes it, and waits here otherwise: 4 MiB for a team, more is
+/// `B_WOULD_BLOCK`; of messages marked "newest wins" one with each code for each handler. A team that has refused
+/// messages for two seconds is given up: messengers to it are invalid until it speaks up again.
 class BMessenger {
 public:
     /// One that leads nowhere.
@@ -25,6 +30,10 @@ public:
     /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` if both are null, `B_BAD_HANDLER` if the handler has no
     ///                looper, `B_MISMATCHED_VALUES` if it has another than `looper`; with an error it leads nowhere
     explicit BMessenger(const BHandler* handler, const BLooper* looper = nullptr, status_t* result = nullptr);
+    /// To the application object that runs under a signature in any process of the user, this one too.
+    /// @param team    which one, if there are several; -1 for the one that was started first
+    /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` for null, `B_NAME_NOT_FOUND` if there is none
+    explicit BMessenger(const char* signature, team_id team = -1, status_t* result = nullptr);
 
     /// Sends a copy of the message and returns.
     /// @param replyTo  gets the answers; null: nobody
@@ -37,6 +46,10 @@ public:
     status_t SendMessage(const BMessage* message, const BMessenger& replyTo,
                          bigtime_t timeout = B_INFINITE_TIMEOUT) const;
 
+    /// Sends a copy of the message to all targets that exist, without a return address. It is made ready once, and the
+    /// targets in one team share one piece of post, so a further one costs next to nothing.
+    static void SendToAll(const std::vector<BMessenger>& targets, const BMessage* message);
+
     /// Sends a copy of the message and waits for the answer; one that is deleted unanswered, with its handler or its
     /// looper too, is answered with the code `B_NO_REPLY`.
     ///
@@ -46,14 +59,16 @@ public:
     /// never answer.
     /// @param deliveryTimeout  of no effect
     /// @param replyTimeout     microseconds; 0 or less does not wait
-    /// @return as above; `B_TIMED_OUT` (`B_WOULD_BLOCK` with a time-out of 0 or less) if no answer came in time;
+    /// @return as above; `B_BAD_HANDLER` too if the target's process ends meanwhile; `B_TIMED_OUT` (`B_WOULD_BLOCK`
+    /// with a time-out of 0 or less) if no answer came in time;
     ///         `B_CANCELED` if the wait on the main thread was ended by something that must be destroyed. With an error
     ///         `reply` is as it was.
     status_t SendMessage(uint32 code, BMessage* reply) const;
     status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
                          bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
 
-    /// Whether the target exists at this moment.
+    /// Whether the target exists at this moment, as far as this process knows: of a handler in another one that is gone
+    /// it hears when it has sent it something.
     bool IsValid() const;
     /// Whether the target is in this process, existing or not.
     bool IsTargetLocal() const;

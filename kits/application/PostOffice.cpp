@@ -30,11 +30,38 @@ void PostOffice::MakeLooper(token_t token, BLooper* looper)
     fHandlers[token].looper = token;
 }
 
-token_t PostOffice::AddReplyWait(std::shared_ptr<ReplyWait> wait)
+token_t PostOffice::AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team)
 {
     std::lock_guard lock(fMutex);
-    fReplyWaits[++fLastToken] = std::move(wait);
+    fReplyWaits[++fLastToken] = {std::move(wait), team};
     return fLastToken;
+}
+
+void PostOffice::FailReplyWaits(team_address team)
+{
+    std::vector<std::shared_ptr<ReplyWait>> failed;
+    {
+        std::lock_guard lock(fMutex);
+        std::erase_if(fReplyWaits, [&](const auto& entry) {
+            if (entry.second.team == team)
+                failed.push_back(entry.second.wait);
+            return entry.second.team == team;
+        });
+    }
+    for (const std::shared_ptr<ReplyWait>& wait : failed)
+        wait->Fail();
+}
+
+void PostOffice::SetApplication(token_t looper)
+{
+    std::lock_guard lock(fMutex);
+    fApplication = looper;
+}
+
+token_t PostOffice::Application() const
+{
+    std::lock_guard lock(fMutex);
+    return fApplication;
 }
 
 void PostOffice::Remove(token_t token)
@@ -94,19 +121,20 @@ bool PostOffice::Close(token_t looper)
     return true;
 }
 
-status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage> message)
+status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight)
 {
     std::shared_ptr<ReplyWait> wait;
     std::unique_ptr<BMessage> replaced;
     bool isQuitHeldBack = false;
     {
         std::lock_guard lock(fMutex);
+        target = Resolve(target);
         const auto found = fHandlers.find(target);
         if (found == fHandlers.end()) {
             const auto foundWait = fReplyWaits.find(target);
             if (foundWait == fReplyWaits.end())
                 return B_BAD_HANDLER;
-            wait = std::move(foundWait->second);
+            wait = std::move(foundWait->second.wait);
             fReplyWaits.erase(foundWait);
         } else {
             HandlerState& handler = found->second;
@@ -118,17 +146,21 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage> message)
                 for (const auto& [code, waiting] : handler.newest) {
                     if (code == message->what) {
                         replaced = std::exchange(waiting->message, std::move(message));
+                        fWeight = fWeight - waiting->weight + weight;
+                        waiting->weight = weight;
                         return B_OK;
                     }
                 }
             }
-            if (looper->countWaiting >= BLooper::kQueueCapacity)
+            if (looper->countWaiting >= BLooper::kQueueCapacity ||
+                (weight > 0 && fWeight > 0 && fWeight + weight > kForeignCapacity))
                 return B_WOULD_BLOCK;
             ++looper->countWaiting;
+            fWeight += weight;
             isQuitHeldBack = !looper->isStarted && message->what == B_QUIT_REQUESTED;
             std::deque<Parcel>& queue = looper->isStarted ? fQueue : looper->held;
             const uint32 code = message->what;
-            queue.push_back({target, handler.looper, std::move(message)});
+            queue.push_back({target, handler.looper, std::move(message), weight});
             if (newestWins)
                 handler.newest.emplace_back(code, &queue.back());
         }
@@ -145,6 +177,7 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage> message)
 bool PostOffice::IsReachable(token_t token) const
 {
     std::lock_guard lock(fMutex);
+    token = Resolve(token);
     const auto found = fHandlers.find(token);
     if (found == fHandlers.end())
         return fReplyWaits.contains(token);
@@ -176,6 +209,7 @@ int32 PostOffice::CountWaiting(token_t looper) const
 BHandler* PostOffice::HandlerAt(token_t token, BLooper** looper) const
 {
     std::lock_guard lock(fMutex);
+    token = Resolve(token);
     const auto found = fHandlers.find(token);
     const auto foundLooper = found == fHandlers.end() ? fLoopers.end() : fLoopers.find(found->second.looper);
     const bool isOpen = foundLooper != fLoopers.end() && !foundLooper->second.isClosed;
@@ -257,6 +291,7 @@ PostOffice::LooperState* PostOffice::OpenLooperOf(const HandlerState& handler)
 
 void PostOffice::Forget(Parcel* parcel)
 {
+    fWeight -= parcel->weight;
     const auto looper = fLoopers.find(parcel->looper);
     if (looper != fLoopers.end())
         --looper->second.countWaiting;

@@ -25,13 +25,21 @@ class ReplyWait;
 /// senders) after it is released. Any thread, but where it says more.
 class PostOffice {
 public:
+    static constexpr size_t kForeignCapacity = 32 * 1024 * 1024;
+
     static PostOffice& Get();
 
     token_t AddHandler(BHandler* handler);
     /// Makes a looper of a handler that was added.
     void MakeLooper(token_t token, BLooper* looper);
     /// Something that one message can be sent to, which is then forgotten.
-    token_t AddReplyWait(std::shared_ptr<ReplyWait> wait);
+    /// @param team  the one that is asked
+    token_t AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team);
+    /// Ends all waits for answers of a team with `B_BAD_HANDLER`.
+    void FailReplyWaits(team_address team);
+    /// The looper that messages for kApplicationToken go to; 0 for none.
+    void SetApplication(token_t looper);
+    token_t Application() const;
     /// Forgets a handler, a looper or a wait, and drops the messages for it.
     void Remove(token_t token);
 
@@ -42,9 +50,10 @@ public:
     /// Drops the looper's messages and takes no more. False if it was closed already.
     bool Close(token_t looper);
 
-    /// Queues a message, or gives it to whoever waits for it.
+    /// Queues a message, or gives it to whoever waits for it. It is taken over with `B_OK` only.
+    /// @param weight  bytes, of a message from another team: of those wait kForeignCapacity at most, or one
     /// @return `B_BAD_HANDLER` if the target or its looper is gone, `B_WOULD_BLOCK` if the queue is full
-    status_t Post(token_t target, std::unique_ptr<BMessage> message);
+    status_t Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight = 0);
 
     /// Whether a message could be sent there now.
     bool IsReachable(token_t token) const;
@@ -76,6 +85,7 @@ private:
         token_t handler;
         token_t looper;
         std::unique_ptr<BMessage> message; ///< null once it was dropped
+        size_t weight = 0;                 ///< see Post
     };
     struct HandlerState {
         BHandler* handler;
@@ -90,9 +100,14 @@ private:
         int32 countWaiting = 0;
         std::deque<Parcel> held;
     };
+    struct WaitState {
+        std::shared_ptr<ReplyWait> wait;
+        team_address team;
+    };
     using Messages = std::vector<std::unique_ptr<BMessage>>;
 
     PostOffice() = default;
+    token_t Resolve(token_t token) const { return token == kApplicationToken ? fApplication : token; }
     LooperState* OpenLooperOf(const HandlerState& handler);
     bool TakeNext(uint64 end, Parcel* taken, bool* isDeliverable);
     void Forget(Parcel* parcel);
@@ -100,12 +115,14 @@ private:
     template <class Matches> void Drop(const Matches& matches, Messages* dropped);
 
     mutable std::mutex fMutex;
-    token_t fLastToken = 0;
+    token_t fLastToken = kApplicationToken;
+    token_t fApplication = 0;
     std::unordered_map<token_t, HandlerState> fHandlers;
     std::map<token_t, LooperState> fLoopers;
-    std::unordered_map<token_t, std::shared_ptr<ReplyWait>> fReplyWaits;
+    std::unordered_map<token_t, WaitState> fReplyWaits;
     std::deque<Parcel> fQueue;
     uint64 fFirstNumber = 0; ///< of the first in the queue
+    size_t fWeight = 0;      ///< of all messages that wait
 };
 
 } // namespace kits

@@ -11,27 +11,43 @@ namespace kits {
 
 void ReplyWait::Answer(std::unique_ptr<BMessage> answer)
 {
+    Settle(std::move(answer));
+}
+
+void ReplyWait::Fail()
+{
+    Settle(nullptr);
+}
+
+void ReplyWait::Settle(std::unique_ptr<BMessage> answer)
+{
     {
         WaitPoint::Guard guard = fPoint.Hold();
         fAnswer = std::move(answer);
+        fIsSettled = true;
         fPoint.WakeAll(guard);
     }
     EventLoop::Wake();
 }
 
-bool ReplyWait::HasAnswer()
+bool ReplyWait::IsSettled()
 {
     const WaitPoint::Guard guard = fPoint.Hold();
-    return fAnswer != nullptr;
+    return fIsSettled;
 }
 
 status_t ReplyWait::Await(bigtime_t timeout)
 {
-    if (IsMainThread())
-        return AwaitOnMainThread(timeout);
-    WaitPoint::Guard guard = fPoint.Hold();
-    return fPoint.Wait(
-        guard, [this] { return fAnswer != nullptr; }, timeout);
+    status_t status;
+    if (IsMainThread()) {
+        status = AwaitOnMainThread(timeout);
+    } else {
+        WaitPoint::Guard guard = fPoint.Hold();
+        status = fPoint.Wait(
+            guard, [this] { return fIsSettled; }, timeout);
+    }
+    const WaitPoint::Guard guard = fPoint.Hold();
+    return status == B_OK && fAnswer == nullptr ? B_BAD_HANDLER : status;
 }
 
 status_t ReplyWait::AwaitOnMainThread(bigtime_t timeout)
@@ -40,10 +56,10 @@ status_t ReplyWait::AwaitOnMainThread(bigtime_t timeout)
     const NestedLoop nested(nullptr);
     const bigtime_t now = system_time();
     const bigtime_t end = timeout < B_INFINITE_TIMEOUT - now ? now + timeout : B_INFINITE_TIMEOUT;
-    const auto isOver = [this, &nested] { return nested.WasCanceled() || HasAnswer(); };
+    const auto isOver = [this, &nested] { return nested.WasCanceled() || IsSettled(); };
     while (true) {
         TakeTurn(isOver);
-        if (HasAnswer())
+        if (IsSettled())
             return B_OK;
         if (nested.WasCanceled())
             return B_CANCELED;

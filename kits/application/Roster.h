@@ -14,9 +14,34 @@ struct app_info {
     std::string signature; ///< empty while it has no application object
 };
 
-/// Finds and starts programs. Any thread.
+// What can be watched, see BRoster::StartWatching.
+enum : uint32 { B_REQUEST_LAUNCHED = 1, B_REQUEST_QUIT = 2 };
+
+/// Finds, starts and watches applications, and opens files. Applications are found by their signature, in all processes
+/// of the user whose application object lets itself be found (see BApplication), this one too. Any thread.
 class BRoster {
 public:
+    /// The one that was started first, if there are several.
+    /// @return its team, or `B_NAME_NOT_FOUND`
+    team_id TeamFor(const char* signature) const;
+    bool IsRunning(const char* signature) const { return TeamFor(signature) >= 0; }
+    /// @return `B_NAME_NOT_FOUND`; `B_BAD_VALUE` for null
+    status_t GetAppInfo(const char* signature, app_info* info) const;
+    /// Of this team, whether or not it can be found, or of one that can.
+    /// @return `B_BAD_VALUE` if no application of this team is known, or for null
+    status_t GetRunningAppInfo(team_id team, app_info* info) const;
+
+    /// Starts the application of a signature, and waits until it can be found: some milliseconds, half a minute at
+    /// most. However many ask at once, it is started once; the others wait for that. The program of
+    /// "application/x-vnd.MAKER-NAME" is "name", beside this program or in $PATH.
+    /// A wait: the thread can be killed in it. Not for the main thread, nor with a looper locked.
+    /// @param message  reaches the application before its ReadyToRun(); null for none
+    /// @param team     when not null, gets its team, also with `B_ALREADY_RUNNING`
+    /// @return `B_ALREADY_RUNNING`, then it was sent the message; `B_LAUNCH_FAILED` if there is no such program or it
+    ///         ended before it could be found; `B_TIMED_OUT`; `B_BAD_VALUE` for a signature that is none; or why other
+    ///         processes cannot be reached
+    status_t Launch(const char* signature, const BMessage* message = nullptr, team_id* team = nullptr) const;
+
     /// Opens a file as the user's desktop would. A file that carries an address ("META:url") opens that instead; one
     /// that carries a sender ("MAIL:from", perhaps "MAIL:subject") a new mail to there. Returns when the program
     /// that opens it has been started or could not be; does not wait for it.
@@ -24,8 +49,13 @@ public:
     ///         could be started
     status_t Launch(const entry_ref* ref) const;
 
-    /// @return `B_BAD_VALUE` if no application of this team is known, or for null
-    status_t GetRunningAppInfo(team_id team, app_info* info) const;
+    /// Has the target told of applications that come and go, from now on: B_SOME_APP_LAUNCHED and B_SOME_APP_QUIT with
+    /// "team" (int32) and "signature". One that ends in any way, or does not answer for some two seconds, has quit; one
+    /// that answers again is launched again.
+    /// @param events  B_REQUEST_LAUNCHED and B_REQUEST_QUIT
+    status_t StartWatching(BMessenger target, uint32 events = B_REQUEST_LAUNCHED | B_REQUEST_QUIT) const;
+    /// @return `B_BAD_VALUE` if it does not watch
+    status_t StopWatching(BMessenger target) const;
 };
 
 /// Always there.

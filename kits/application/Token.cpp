@@ -9,30 +9,55 @@ namespace kits {
 
 namespace {
 
-/// The moment at which this process was started, in the system's own ticks since boot: with the process id it names
-/// the process for good, as an id is not given again before other processes were started with all the others.
-uint64 StartTicks()
+struct ProcessState {
+    char state = 0;
+    uint64 startTicks = 0; ///< when it was started, in the system's own ticks since boot
+};
+
+/// All zero if there is no such process.
+ProcessState StateOf(const std::string& process)
 {
-    std::ifstream file("/proc/self/stat");
+    std::ifstream file("/proc/" + process + "/stat");
     const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     // The name, second of the values, may hold blanks and brackets; the moment is the 20th after it.
     size_t place = text.rfind(')');
+    if (place == std::string::npos || place + 2 >= text.size())
+        return {};
+    ProcessState state;
+    state.state = text[place + 2];
     for (int count = 0; count < 20 && place != std::string::npos; ++count)
         place = text.find(' ', place + 1);
-    return place == std::string::npos ? 0 : std::strtoull(text.c_str() + place, nullptr, 10);
+    if (place == std::string::npos)
+        return {};
+    state.startTicks = std::strtoull(text.c_str() + place, nullptr, 10);
+    return state;
+}
+
+/// A process id is not given again before other processes were started with all the others, which takes longer than a
+/// tick: so both together name a process for good.
+team_address AddressOfProcess(uint64 process, uint64 startTicks)
+{
+    return process << 32 | (startTicks & 0xFFFFFFFF);
 }
 
 } // namespace
 
 team_address ThisTeam()
 {
-    static const team_address sTeam = static_cast<team_address>(getpid()) << 32 | (StartTicks() & 0xFFFFFFFF);
+    static const team_address sTeam = AddressOfProcess(static_cast<uint64>(getpid()), StateOf("self").startTicks);
     return sTeam;
 }
 
 team_id TeamIdOf(team_address team)
 {
     return static_cast<team_id>(team >> 32);
+}
+
+bool IsTeamAlive(team_address team)
+{
+    const ProcessState state = StateOf(std::to_string(team >> 32));
+    return state.state != 0 && state.state != 'Z' && state.state != 'X' &&
+           AddressOfProcess(team >> 32, state.startTicks) == team;
 }
 
 } // namespace kits

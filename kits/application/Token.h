@@ -10,6 +10,9 @@ namespace kits {
 /// nobody's.
 using token_t = int64;
 
+/// Stands for the application object of a team, whatever its own token is.
+inline constexpr token_t kApplicationToken = 1;
+
 /// Names a process for the time it lives: never the same for two processes of a boot. 0 is nobody's.
 using team_address = uint64;
 
@@ -26,6 +29,8 @@ struct Address {
 team_address ThisTeam();
 /// The process id in an address.
 team_id TeamIdOf(team_address team);
+/// Whether the process with this address exists, as something more than a zombie.
+bool IsTeamAlive(team_address team);
 
 } // namespace kits
 

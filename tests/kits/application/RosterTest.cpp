@@ -112,7 +112,7 @@ TEST_F(RosterTest, OpensAMailToTheSender)
 
 TEST_F(RosterTest, SaysWhenNothingCanBeOpened)
 {
-    EXPECT_EQ(be_roster->Launch(nullptr), B_BAD_VALUE);
+    EXPECT_EQ(be_roster->Launch(static_cast<const entry_ref*>(nullptr)), B_BAD_VALUE);
     const entry_ref missing{fFolder, "missing"};
     EXPECT_EQ(be_roster->Launch(&missing), B_ENTRY_NOT_FOUND);
     const entry_ref ref = MakeFile("file");

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/application/Token.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kits {
+
+/// What teams say to each other on a connection: frames, each with its length before it. All numbers little-endian.
+///
+///     uint32  how many bytes follow
+///     uint8   kind
+///     ...     what belongs to the kind
+///
+/// Who connects sends `kHello` first, then messages and pings; the other side sends back nothing but `kPong` and
+/// `kGone`. So a connection carries messages one way, and two teams that speak to each other have two.
+enum class FrameKind : uint8 {
+    kHello = 1, ///< "kits", uint32 kProtocolVersion, uint64 address of the sender
+    kMessage,   ///< see MessageFrame
+    kPing,      ///< uint64 number
+    kPong,      ///< uint64 number: of a ping, when the main loop has come by
+    kGone       ///< int64 token: there is no such handler (any more)
+};
+
+inline constexpr uint32 kProtocolVersion = 1;
+/// The most handlers that one frame names, and the longest message that it may bring to more than one: every one gets
+/// its own copy.
+inline constexpr size_t kMaxFrameTargets = 1024;
+inline constexpr size_t kMaxSharedMessageSize = 64 * 1024;
+inline constexpr size_t kMaxFrameSize = BMessage::kMaxFlattenedSize + 8 * kMaxFrameTargets + 64;
+
+/// A message on its way to handlers of one team:
+///     uint8 flags, uint64 and int64 address for answers, uint32 number of targets, int64 each target's token, and
+///     the flattened message to the end
+struct MessageFrame {
+    bool newestWins = false;
+    bool sourceWaits = false;
+    Address replyTo;
+    std::vector<token_t> targets;
+};
+
+/// The frames without what follows them.
+std::string HelloFrame(team_address sender);
+std::string NumberFrame(FrameKind kind, uint64 number);
+/// All of the frame up to the flattened message, which has this size.
+std::string MessageFrameHead(const MessageFrame& frame, size_t messageSize);
+
+/// What a frame holds, with `kind` read already. None of these believes anything; empty for what is not exactly right.
+std::optional<team_address> ReadHello(std::string_view content);
+std::optional<uint64> ReadNumber(std::string_view content);
+/// @param message  gets the flattened message, a part of `content`
+std::optional<MessageFrame> ReadMessageFrame(std::string_view content, std::string_view* message);
+
+/// Cuts what comes from a stream into frames.
+class FrameReader {
+public:
+    enum class Result { kNone, kFrame, kBroken };
+
+    /// Frames that are longer are broken: kMaxFrameSize at most, less as long as the other side is a stranger.
+    void SetLimit(size_t limit) { fLimit = limit; }
+    /// Takes what has come.
+    void Add(std::string_view bytes);
+    /// The next whole frame; its content is valid until the next call.
+    Result Next(FrameKind* kind, std::string_view* content);
+
+private:
+    std::string fBytes;
+    size_t fPlace = 0; ///< of the next frame
+    size_t fLimit = kMaxFrameSize;
+};
+
+} // namespace kits

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "tests/kits/application/Loop.h"
+#include "tests/kits/application/RuntimeFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/types.h>
+
+#include <memory>
+#include <string>
+
+namespace test {
+
+inline constexpr const char* kPartnerSignature = "application/x-vnd.test-kits_partner";
+
+/// Another process with an application object, see partner/Partner.cpp. Killed at the end if it has not ended by then.
+class Partner {
+public:
+    /// @param mode  hidden, listed or single
+    explicit Partner(const std::string& signature = kPartnerSignature, const std::string& mode = "listed");
+    ~Partner();
+    Partner(const Partner&) = delete;
+    Partner& operator=(const Partner&) = delete;
+
+    pid_t Process() const { return fProcess; }
+    /// Its application. Waits until it can be found.
+    BMessenger Application() const;
+    void Signal(int number) const;
+    /// Waits for its end. @return what it returned, or minus the signal that ended it
+    int Await();
+
+private:
+    std::string fSignature;
+    pid_t fProcess = -1;
+};
+
+/// The path of the partner's program.
+std::string PartnerProgram();
+
+/// This process as one of two teams.
+class TeamTest : public testing::Test {
+protected:
+    TeamTest();
+    ~TeamTest() override;
+
+    /// Sends and waits for the answer; an empty message of code 'fail' if there was none.
+    static BMessage Ask(const BMessenger& messenger, const BMessage& message);
+    static BMessage Ask(const BMessenger& messenger, uint32 code) { return Ask(messenger, BMessage(code)); }
+    /// One of the numbers that the partner tells of itself.
+    static int32 AskNumber(const BMessenger& messenger, const char* name);
+
+    RuntimeFolder fRuntime;
+    const kits::InterfaceLocker fLocker;
+    RecordingLooper* const fLooper = new RecordingLooper;
+};
+
+} // namespace test

@@ -1,0 +1,358 @@
+// What comes in at this team's door.
+
+#include "kits/application/Frame.h"
+#include "kits/application/MessageFormat.h"
+#include "kits/application/Roster.h"
+#include "kits/application/TeamPort.h"
+#include "kits/application/TeamSocket.h"
+#include "kits/application/Visitors.h"
+#include "kits/kernel/Errors.h"
+#include "kits/support/TypeConstants.h"
+#include "tests/kits/application/TeamFixture.h"
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <random>
+
+using kits::FileDescriptor;
+using kits::FrameKind;
+using test::Partner;
+using test::Recorder;
+
+namespace {
+
+/// This process lets itself be found, and comes to itself as a stranger.
+class TeamHostileTest : public test::TeamTest {
+protected:
+    TeamHostileTest()
+    {
+        EXPECT_EQ(kits::TeamPort::Get().SetSignature(kSignature), B_OK);
+        EXPECT_EQ(fFolder.Open(), B_OK);
+    }
+
+    FileDescriptor Connected()
+    {
+        FileDescriptor socket;
+        EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam(), &socket), B_OK);
+        return socket;
+    }
+
+    /// Sends as much as is taken. False if the connection is broken.
+    static bool Send(const FileDescriptor& socket, std::string_view bytes)
+    {
+        while (!bytes.empty()) {
+            const ssize_t sent = send(socket.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+            if (sent < 0 && errno != EAGAIN)
+                return false;
+            bytes.remove_prefix(sent > 0 ? static_cast<size_t>(sent) : 0);
+        }
+        return true;
+    }
+
+    static bool IsClosed(const FileDescriptor& socket)
+    {
+        char byte;
+        const ssize_t size = recv(socket.Get(), &byte, 1, 0);
+        return size == 0 || (size < 0 && errno == ECONNRESET);
+    }
+
+    static bool AwaitClosed(const FileDescriptor& socket)
+    {
+        return test::Await([&socket] { return IsClosed(socket); });
+    }
+
+    std::string TickTo(const BHandler* target, int32 number = 0, size_t size = 0) const
+    {
+        BMessage message('tick');
+        message.AddInt32("number", number);
+        message.AddData("body", B_RAW_TYPE, std::string(size, 'x').data(), static_cast<ssize_t>(size));
+        std::string flat;
+        kits::WriteMessage(message, &flat, false);
+        kits::MessageFrame frame;
+        frame.targets = {target->Token()};
+        return kits::MessageFrameHead(frame, flat.size()) + flat;
+    }
+
+    /// Whether somebody who behaves gets through.
+    bool IsOpen()
+    {
+        Recorder handler;
+        fLooper->AddHandler(&handler);
+        const FileDescriptor socket = Connected();
+        return Send(socket, kits::HelloFrame(kits::ThisTeam()) + TickTo(&handler)) &&
+               test::RunUntil([&handler] { return handler.codes.size() == 1; });
+    }
+
+    static constexpr const char* kSignature = "application/x-vnd.test-hostile";
+    kits::TeamFolder fFolder;
+};
+
+std::string FrameOf(uint8 kind, const std::string& content)
+{
+    std::string frame(4, '\0');
+    const uint32 length = static_cast<uint32>(content.size()) + 1;
+    memcpy(frame.data(), &length, 4);
+    return frame + static_cast<char>(kind) + content;
+}
+
+} // namespace
+
+TEST_F(TeamHostileTest, LetsInWhoBehaves)
+{
+    EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(TeamHostileTest, ShowsStrangersTheDoor)
+{
+    const std::string hello = kits::HelloFrame(kits::ThisTeam());
+    const kits::team_address another = static_cast<kits::team_address>(getppid()) << 32;
+    for (const std::string& first :
+         {std::string(1000, 'x'), std::string(8, '\0'), TickTo(fLooper), kits::NumberFrame(FrameKind::kPing, 1),
+          kits::HelloFrame(another), FrameOf(1, "kits"), FrameOf(1, ""), FrameOf(9, hello.substr(5))}) {
+        const FileDescriptor socket = Connected();
+        Send(socket, first);
+        EXPECT_TRUE(AwaitClosed(socket));
+    }
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(fLooper->codes.empty());
+}
+
+TEST_F(TeamHostileTest, EndsTheConnectionOfWhoBreaksTheRules)
+{
+    std::string huge(4, '\0');
+    const uint32 length = static_cast<uint32>(kits::kMaxFrameSize) + 1;
+    memcpy(huge.data(), &length, 4);
+    std::string flat;
+    kits::WriteMessage(BMessage('tick'), &flat, false);
+    std::string damaged = flat;
+    damaged[12] = '\xFF';
+    kits::MessageFrame frame;
+    frame.targets = {fLooper->Token()};
+    for (const std::string& bad :
+         {huge, FrameOf(0, ""), FrameOf(1, "again"), FrameOf(2, ""), FrameOf(3, "1234567"), FrameOf(4, "12345678"),
+          FrameOf(5, "12345678"), FrameOf(77, "x"), kits::MessageFrameHead(frame, damaged.size()) + damaged,
+          kits::MessageFrameHead(frame, flat.size() - 1) + flat.substr(1), kits::MessageFrameHead(frame, 0)}) {
+        const FileDescriptor socket = Connected();
+        Send(socket, kits::HelloFrame(kits::ThisTeam()) + bad);
+        EXPECT_TRUE(AwaitClosed(socket));
+    }
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(fLooper->codes.empty());
+}
+
+TEST_F(TeamHostileTest, GivesStrangersLittleTime)
+{
+    const FileDescriptor silent = Connected();
+    const FileDescriptor slow = Connected();
+    Send(slow, kits::HelloFrame(kits::ThisTeam()).substr(0, 7));
+    EXPECT_FALSE(IsClosed(silent));
+    EXPECT_TRUE(AwaitClosed(silent));
+    EXPECT_TRUE(AwaitClosed(slow));
+}
+
+TEST_F(TeamHostileTest, KeepsOneConnectionOfATeam)
+{
+    const FileDescriptor first = Connected();
+    Send(first, kits::HelloFrame(kits::ThisTeam()) + TickTo(fLooper));
+    EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 1; }));
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(AwaitClosed(first));
+}
+
+TEST_F(TeamHostileTest, TellsWhoIsGone)
+{
+    const FileDescriptor socket = Connected();
+    auto handler = std::make_unique<Recorder>();
+    fLooper->AddHandler(handler.get());
+    const std::string tick = TickTo(handler.get());
+    const uint64 token = static_cast<uint64>(handler->Token());
+    handler = nullptr;
+    Send(socket, kits::HelloFrame(kits::ThisTeam()) + tick);
+    char buffer[64];
+    ssize_t size = 0;
+    EXPECT_TRUE(test::Await([&] { return (size = recv(socket.Get(), buffer, sizeof(buffer), 0)) > 0; }));
+    EXPECT_EQ(std::string(buffer, static_cast<size_t>(size)), kits::NumberFrame(FrameKind::kGone, token));
+}
+
+TEST_F(TeamHostileTest, OutlivesConnectionsThatEndAnywhere)
+{
+    const auto countFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    };
+    EXPECT_TRUE(IsOpen());
+    const auto before = countFiles();
+    std::mt19937 random(1);
+    const std::string good = kits::HelloFrame(kits::ThisTeam()) + TickTo(fLooper) +
+                             kits::NumberFrame(FrameKind::kPing, 1) + TickTo(fLooper, 1, 500);
+    for (int round = 0; round < 1000; ++round) {
+        std::string bytes = good.substr(0, random() % (good.size() + 1));
+        for (int change = static_cast<int>(random() % 3); change > 0 && !bytes.empty(); --change)
+            bytes[random() % bytes.size()] = static_cast<char>(random());
+        const FileDescriptor socket = Connected();
+        Send(socket, bytes);
+        if (random() % 4 == 0)
+            shutdown(socket.Get(), SHUT_WR);
+    }
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(test::Await([&] { return countFiles() <= before; }));
+}
+
+TEST_F(TeamHostileTest, OutlivesMoreConnectionsThanItLetsIn)
+{
+    // All at once, and they stay; then very many that go again.
+    std::vector<FileDescriptor> crowd;
+    for (size_t i = 0; i < kits::Visitors::kMaxStrangers + 40; ++i)
+        crowd.push_back(Connected());
+    EXPECT_TRUE(IsOpen());
+    crowd.clear();
+    for (int i = 0; i < 10000; ++i) {
+        FileDescriptor socket;
+        kits::Connect(fFolder, kits::ThisTeam(), &socket);
+    }
+    EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(TeamHostileTest, WaitsForAFileDescriptorWhenNoneIsLeft)
+{
+    const FileDescriptor socket = Connected();
+    Send(socket, kits::HelloFrame(kits::ThisTeam()) + TickTo(fLooper));
+    EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 1; }));
+    std::vector<FileDescriptor> all;
+    while (true) {
+        FileDescriptor one(dup(socket.Get()));
+        if (!one.IsOpen())
+            break;
+        all.push_back(std::move(one));
+    }
+    // One for the stranger's end, none for ours.
+    all.pop_back();
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    const std::string path = fFolder.PathOf(kits::TeamFolder::MakeName({kSignature, kits::ThisTeam()}));
+    strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+    const FileDescriptor stranger(::socket(AF_UNIX, SOCK_STREAM, 0));
+    ASSERT_EQ(connect(stranger.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    Send(stranger, kits::HelloFrame(kits::ThisTeam()) + TickTo(fLooper));
+    // Those who are in are served meanwhile.
+    Send(socket, TickTo(fLooper));
+    EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 2; }));
+    EXPECT_EQ(be_roster->TeamFor(kSignature), B_NAME_NOT_FOUND);
+    EXPECT_EQ(be_roster->Launch(kSignature), B_NO_MORE_FDS);
+    all.clear();
+    EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 3; }));
+}
+
+TEST_F(TeamHostileTest, HoldsBackWhoSendsMoreThanIsTaken)
+{
+    const FileDescriptor socket = Connected();
+    std::vector<int32> numbers;
+    Recorder handler([&numbers](BMessage* message) {
+        int32 number = -1;
+        message->FindInt32("number", &number);
+        numbers.push_back(number);
+    });
+    fLooper->AddHandler(&handler);
+    constexpr int32 kCount = 3 * BLooper::kQueueCapacity;
+    constexpr int32 kCountBig = 100;
+    std::thread sender([&] {
+        Send(socket, kits::HelloFrame(kits::ThisTeam()));
+        for (int32 i = 0; i < kCount; ++i)
+            Send(socket, TickTo(&handler, i));
+        for (int32 i = 0; i < kCountBig; ++i)
+            Send(socket, TickTo(&handler, kCount + i, 1024 * 1024));
+    });
+    // As far as it comes without us.
+    EXPECT_TRUE(test::Await([this] { return fLooper->CountMessages() == BLooper::kQueueCapacity; }));
+    EXPECT_TRUE(test::RunUntil([&numbers] { return numbers.size() == kCount; }));
+    // Long ones by their length.
+    EXPECT_TRUE(test::Await([this] { return fLooper->CountMessages() >= 30; }));
+    EXPECT_LE(fLooper->CountMessages(), 32);
+    EXPECT_TRUE(test::RunUntil([&numbers] { return numbers.size() == kCount + kCountBig; }));
+    sender.join();
+    for (int32 i = 0; i < kCount + kCountBig; ++i)
+        ASSERT_EQ(numbers[static_cast<size_t>(i)], i);
+}
+
+TEST_F(TeamHostileTest, DeliversWhatWasSentBeforeTheEnd)
+{
+    Recorder handler;
+    fLooper->AddHandler(&handler);
+    {
+        const FileDescriptor socket = Connected();
+        std::string bytes = kits::HelloFrame(kits::ThisTeam());
+        for (int32 i = 0; i < 1000; ++i)
+            bytes += TickTo(&handler, i);
+        ASSERT_TRUE(Send(socket, bytes));
+    }
+    EXPECT_TRUE(test::RunUntil([&handler] { return handler.codes.size() == 1000; }));
+}
+
+TEST_F(TeamHostileTest, LetsNobodyElseIn)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can be somebody else";
+    const std::string name = kits::TeamFolder::MakeName({kSignature, kits::ThisTeam()});
+    const std::string path = fRuntime.Path() + "/kits/" + name;
+    // Somebody else comes through the door; 0 if the door was shut on them, 1 if they could not even knock.
+    const auto knock = [&path] {
+        const pid_t child = fork();
+        if (child == 0) {
+            sockaddr_un address = {};
+            address.sun_family = AF_UNIX;
+            strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+            const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+            char byte;
+            if (setgid(65534) != 0 || setuid(65534) != 0)
+                _exit(3);
+            if (connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0)
+                _exit(1);
+            _exit(recv(socket, &byte, 1, 0) == 0 ? 0 : 2);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WEXITSTATUS(status);
+    };
+    EXPECT_EQ(knock(), 1);
+    // Even if someone has opened the folders to them.
+    for (const std::string& open : {fRuntime.Path(), fRuntime.Path() + "/kits"})
+        chmod(open.c_str(), 0755);
+    chmod(path.c_str(), 0777);
+    EXPECT_EQ(knock(), 0);
+    chmod((fRuntime.Path() + "/kits").c_str(), 0700);
+    chmod(fRuntime.Path().c_str(), 0700);
+    EXPECT_TRUE(IsOpen());
+}
+
+TEST_F(TeamHostileTest, OutlivesPartnersThatAreKilledAnywhere)
+{
+    std::mt19937 random(2);
+    for (int round = 0; round < 20; ++round) {
+        Partner partner;
+        if (round % 4 != 0) {
+            const BMessenger application = partner.Application();
+            BMessage keep('keep'), send('send');
+            keep.AddMessenger("messenger", BMessenger(fLooper));
+            send.AddInt32("count", 100000);
+            application.SendMessage(&keep);
+            application.SendMessage(&send);
+            for (unsigned i = random() % 50; i > 0; --i)
+                application.SendMessage('echo', fLooper);
+            if (round % 4 == 1)
+                application.SendMessage(B_QUIT_REQUESTED);
+        }
+        snooze(static_cast<bigtime_t>(random() % 10000));
+        partner.Signal(SIGKILL);
+        partner.Await();
+        EXPECT_TRUE(test::RunUntil([] { return !BMessenger(test::kPartnerSignature).IsValid(); }));
+    }
+    EXPECT_TRUE(test::RunUntil([this] { return fLooper->CountMessages() == 0; }));
+    EXPECT_TRUE(IsOpen());
+}

@@ -1,0 +1,159 @@
+// An application for the tests about teams: does what the messages that it gets say.
+//
+//   kits_partner [SIGNATURE [hidden|listed|single]]
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/kernel/Errors.h"
+#include "kits/support/TypeConstants.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace {
+
+class Partner : public BApplication {
+public:
+    Partner(const char* mimeType, kits::Presence presence)
+        : BApplication(mimeType, nullptr, presence)
+    {
+    }
+
+    void ReadyToRun() override { fLog += "ready "; }
+
+    void MessageReceived(BMessage* message) override
+    {
+        switch (message->what) {
+        case 'echo': {
+            BMessage reply(*message);
+            reply.what = 'repl';
+            message->SendReply(&reply);
+            break;
+        }
+        case 'log?': {
+            BMessage reply('repl');
+            reply.AddString("log", fLog);
+            reply.AddInt32("ticks", fCountTicks);
+            reply.AddInt32("number", fNumber);
+            message->SendReply(&reply);
+            break;
+        }
+        case 'tick':
+            ++fCountTicks;
+            message->FindInt32("number", &fNumber);
+            break;
+        case 'hang': {
+            int64 time = 0;
+            message->FindInt64("time", &time);
+            std::this_thread::sleep_for(std::chrono::microseconds(time));
+            break;
+        }
+        case 'keep':
+            message->FindMessenger("messenger", &fMessenger);
+            message->SendReply('repl');
+            break;
+        case 'send': {
+            int32 count = 0;
+            message->FindInt32("count", &count);
+            for (int32 i = 0; i < count; ++i) {
+                BMessage tick('tick');
+                tick.AddInt32("number", i);
+                fMessenger.SendMessage(&tick, this);
+            }
+            break;
+        }
+        case 'vald': {
+            BMessage reply('repl');
+            reply.AddBool("valid", fMessenger.IsValid());
+            message->SendReply(&reply);
+            break;
+        }
+        case 'hndl': {
+            // A handler of its own, which is gone after the first message.
+            fHandler = std::make_unique<OneShot>(this);
+            AddHandler(fHandler.get());
+            BMessage reply('repl');
+            reply.AddMessenger("messenger", BMessenger(fHandler.get()));
+            message->SendReply(&reply);
+            break;
+        }
+        case 'many': {
+            int32 count = 0;
+            message->FindInt32("count", &count);
+            BMessage reply('repl');
+            while (static_cast<int32>(fTickers.size()) < count) {
+                fTickers.push_back(std::make_unique<Ticker>(this));
+                AddHandler(fTickers.back().get());
+                reply.AddMessenger("messenger", BMessenger(fTickers.back().get()));
+            }
+            message->SendReply(&reply);
+            break;
+        }
+        case 'exit':
+            _exit(3);
+        case B_SILENT_RELAUNCH:
+            fLog += "again ";
+            break;
+        case 'lnch':
+            fLog += "launched ";
+            break;
+        default:
+            break;
+        }
+    }
+
+private:
+    class OneShot : public BHandler {
+    public:
+        explicit OneShot(Partner* owner)
+            : fOwner(owner)
+        {
+        }
+        void MessageReceived(BMessage*) override { fOwner->fHandler = nullptr; }
+
+    private:
+        Partner* const fOwner;
+    };
+
+    class Ticker : public BHandler {
+    public:
+        explicit Ticker(Partner* owner)
+            : fOwner(owner)
+        {
+        }
+        void MessageReceived(BMessage* message) override
+        {
+            ++fOwner->fCountTicks;
+            message->FindInt32("number", &fOwner->fNumber);
+        }
+
+    private:
+        Partner* const fOwner;
+    };
+
+    std::string fLog;
+    int32 fCountTicks = 0;
+    int32 fNumber = -1;
+    BMessenger fMessenger;
+    std::unique_ptr<OneShot> fHandler;
+    std::vector<std::unique_ptr<Ticker>> fTickers;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string mode = argc > 2 ? argv[2] : "single";
+    Partner partner(argc > 1 ? argv[1] : "application/x-vnd.test-kits_partner",
+                    mode == "hidden"   ? kits::Presence::kHidden
+                    : mode == "listed" ? kits::Presence::kListed
+                                       : kits::Presence::kSingle);
+    if (partner.InitCheck() == B_ALREADY_RUNNING)
+        return 0;
+    return partner.Run() < 0 ? 1 : 0;
+}
