@@ -149,7 +149,7 @@ class Desktop:
     # The pointer and the keyboard.
 
     def move(self, window, x, y):
-        self.xdotool("mousemove", "--sync", "--window", window, x, y)
+        self.xdotool("mousemove", "--window", window, x, y)
 
     def click(self, window, x, y, button=1):
         self.move(window, x, y)
@@ -157,10 +157,10 @@ class Desktop:
 
     def drag(self, start, end, button=1, steps=8):
         """From one place of the screen to another, with the button down, as a hand does."""
-        self.xdotool("mousemove", "--sync", *start)
+        self.xdotool("mousemove", *start)
         self.xdotool("mousedown", button)
         for step in range(1, steps + 1):
-            self.xdotool("mousemove", "--sync", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
+            self.xdotool("mousemove", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
         self.xdotool("mouseup", button)
 
     def key(self, *keys, window=None):

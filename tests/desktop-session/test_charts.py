@@ -69,8 +69,8 @@ class Dragging(ChartsTest):
     def test_moves_a_title(self):
         start = self.on_screen(self.window, 40, 62)
         before = self.picture().crop(200, 50, 120, 40)
-        self.desktop.xdotool("mousemove", "--sync", *start, "mousedown", 1)
-        self.desktop.xdotool("mousemove", "--sync", start[0] + 100, start[1], "mousemove", "--sync", start[0] + 200,
+        self.desktop.xdotool("mousemove", *start, "mousedown", 1)
+        self.desktop.xdotool("mousemove", start[0] + 100, start[1], "mousemove", start[0] + 200,
                              start[1] + 10)
         wait_until(lambda: self.picture().crop(200, 50, 120, 40) != before, "the title under the pointer")
         self.await_change()
@@ -88,9 +88,9 @@ class Dragging(ChartsTest):
 
     def test_is_ended_by_the_end_of_the_program(self):
         start = self.on_screen(self.window, 40, 62)
-        self.desktop.xdotool("mousemove", "--sync", *start)
+        self.desktop.xdotool("mousemove", *start)
         self.desktop.xdotool("mousedown", 1)
-        self.desktop.xdotool("mousemove", "--sync", start[0] + 60, start[1])
+        self.desktop.xdotool("mousemove", start[0] + 60, start[1])
         self.quit()
         self.desktop.xdotool("mouseup", 1)
 
