@@ -1,7 +1,7 @@
 # Sourced by ./run, ./test and .ci/run, which stand in the project's folder: packages and the build.
 
 # What a build needs, the tests of the kits and the program included (one configuration serves both).
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libxcb1-dev libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core)
 
 say() {
