@@ -7,6 +7,7 @@
 #include "kits/application/PostOffice.h"
 #include "kits/application/TimerQueue.h"
 #include "kits/kernel/Clock.h"
+#include "kits/kernel/StandardStreams.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -26,6 +27,8 @@ std::atomic<uint64> sCountUnlocked = 0;
 
 int MakeWakeDescriptor()
 {
+    // This is the first descriptor that the process makes, before `main`.
+    FillStandardStreams();
     const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (descriptor < 0)
         std::abort(); // no file descriptor is left at the very start: nothing would ever be handled
