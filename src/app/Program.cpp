@@ -1,6 +1,8 @@
 #include "src/app/Program.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -17,7 +19,11 @@ namespace {
 
 int Print(const char* text)
 {
-    return std::fputs(text, stdout) == EOF || std::fflush(stdout) == EOF ? 1 : 0;
+    if (std::fputs(text, stdout) != EOF && std::fflush(stdout) != EOF) {
+        return 0;
+    }
+    std::fprintf(stderr, "qel: cannot write: %s\n", std::strerror(errno));
+    return 1;
 }
 
 int RunSession()

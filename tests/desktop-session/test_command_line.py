@@ -113,12 +113,21 @@ class CommandLineTest(unittest.TestCase):
         reader.wait(TIMEOUT)
         program.wait(TIMEOUT)
 
-    def test_read_to_a_full_disk(self):
-        with open("/dev/full", "w") as full:
-            result = subprocess.run([os.environ["QEL_PROGRAM"], "--read"], env=ENVIRONMENT, stdout=full,
-                                    stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
-        self.assertEqual(result.returncode, 1)
-        self.assertRegex(result.stderr, r"\Aqel: [^\n]+\n\Z")
+    def test_output_to_a_full_disk(self):
+        for option in ("--read", "--help", "--version"):
+            with self.subTest(option), open("/dev/full", "w") as full:
+                result = subprocess.run([os.environ["QEL_PROGRAM"], option], env=ENVIRONMENT, stdout=full,
+                                        stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stderr, r"\Aqel: [^\n]+\n\Z")
+
+    def test_output_to_nowhere(self):
+        for option in ("--read", "--version"):
+            with self.subTest(option):
+                result = subprocess.run(["sh", "-c", 'exec "$0" "$1" >&-', os.environ["QEL_PROGRAM"], option],
+                                        env=ENVIRONMENT, stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stderr, r"\Aqel: [^\n]*Bad file descriptor\n\Z")
 
     def test_read_ends_on_a_signal(self):
         program = subprocess.Popen([os.environ["QEL_PROGRAM"], "--read", "--json", "--samples", "100000", "--interval",
