@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/application/Message.h"
 #include "kits/application/Timer.h"
 #include "src/app/QelApp.h"
 #include "src/app/Stores.h"
@@ -63,6 +64,7 @@ protected:
 
     TempFolder fConfig;
     std::unique_ptr<Stores> fStores;
+    std::vector<uint32> fReceived; // the codes of what came to the application
 
 private:
     class RunningApp : public QelApp {
@@ -76,6 +78,11 @@ private:
         {
             QelApp::ReadyToRun();
             fTest->fTimer.Start(2000);
+        }
+        void MessageReceived(BMessage* message) override
+        {
+            fTest->fReceived.push_back(message->what);
+            QelApp::MessageReceived(message);
         }
 
     private:

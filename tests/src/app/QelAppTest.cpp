@@ -10,6 +10,7 @@
 #include "tests/src/app/AppTest.h"
 #include "tests/support/GuiTest.h"
 
+#include <algorithm>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -78,7 +79,21 @@ TEST_F(QelAppTest, StartsMinimisedForAReplicant)
 {
     QelApp& made = Make();
     made.AddLaunchMessage(std::make_unique<BMessage>(MSG_LAUNCHED_BY_REPLICANT));
+    prefs_user->SetBool("CWOpen", true);
     Run({[](QelApp& app) { EXPECT_TRUE(app.Window()->IsMinimized()); }});
+    EXPECT_EQ(std::count(fReceived.begin(), fReceived.end(), MSG_CW_OPEN), 0);
+}
+
+TEST_F(QelAppTest, SendsItselfTheStoredWishAndDoesNothingWithIt)
+{
+    for (const bool stored : {true, false}) {
+        Make();
+        prefs_user->SetBool("CWOpen", stored);
+        Run({[](QelApp& app) { EXPECT_FALSE(app.Window()->IsMinimized()); }});
+        EXPECT_EQ(std::count(fReceived.begin(), fReceived.end(), MSG_CW_OPEN), stored ? 1 : 0);
+        fReceived.clear();
+        Finish();
+    }
 }
 
 TEST_F(QelAppTest, ChangesTheDelay)
