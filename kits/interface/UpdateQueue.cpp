@@ -79,9 +79,10 @@ void Flush()
             placed.push_back(view->fSelf);
     }
     for (const std::weak_ptr<ViewImpl*>& waiting : placed) {
-        const std::shared_ptr<ViewImpl*> view = waiting.lock();
-        if (view != nullptr && CanDraw(**view) && Draw(**view))
-            (*view)->ShowDirty();
+        // The token itself must not be held over Draw: it would say of a view that Draw deletes that it is still there.
+        ViewImpl* const view = waiting.expired() ? nullptr : *waiting.lock();
+        if (view != nullptr && CanDraw(*view) && Draw(*view))
+            view->ShowDirty();
     }
     // What Draw itself queued was shown with it, or comes in the next turn.
     std::erase_if(sWaiting, [](ViewImpl* view) {

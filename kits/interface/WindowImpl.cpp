@@ -92,8 +92,10 @@ void WindowImpl::ForEachView(const std::function<void(BView*)>& function) const
     for (const std::unique_ptr<BView>& child : fChildren)
         ViewImpl::Of(child.get()).ForEach([&](ViewImpl& impl) { views.push_back(impl.fSelf); });
     for (const std::weak_ptr<ViewImpl*>& view : views) {
-        if (const std::shared_ptr<ViewImpl*> impl = view.lock())
-            function((*impl)->fView);
+        // Held over the call, the token would say of a view that is deleted meanwhile that it is still there.
+        ViewImpl* const impl = view.expired() ? nullptr : *view.lock();
+        if (impl != nullptr)
+            function(impl->fView);
     }
 }
 
