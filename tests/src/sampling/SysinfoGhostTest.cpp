@@ -236,9 +236,10 @@ TEST(SysinfoGhosts, CountsThatNoSamplerSends)
     for (int32 maximum : {INT32_MIN, -1, 0, 1, INT32_MAX}) {
         for (int32 used : {INT32_MIN, -1, 0, 2, INT32_MAX}) {
             GhostFigures figures(1);
-            system_info& info = figures.node.info;
+            system_info info = figures.node.info;
             info.max_pages = info.max_sems = info.max_ports = info.max_threads = info.max_teams = maximum;
             info.used_pages = info.used_sems = info.used_ports = info.used_threads = info.used_teams = used;
+            figures.node.info = info;
             ExpectSharesInRange(Ghosts(figures));
         }
     }
