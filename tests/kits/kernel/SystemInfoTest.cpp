@@ -127,11 +127,18 @@ TEST(SystemInfoTest, MemoryAgreesWithTheMachine)
 TEST(SystemInfoTest, MemoryThatIsTakenIsSeen)
 {
     constexpr size_t kSize = 64 << 20;
-    const int32 before = Now().used_pages;
-    std::vector<char> taken(kSize, 1);
-    // The kernel adds up what its processors counted about once a second.
-    EXPECT_TRUE(Await([&] { return Now().used_pages - before > static_cast<int32>(kSize / 4096 / 2); }));
-    EXPECT_EQ(taken[kSize / 2], 1);
+    // Whatever else runs takes and gives memory back meanwhile, more than this at times: then it is tried again.
+    EXPECT_TRUE(Await([] {
+        const int32 before = Now().used_pages;
+        const std::vector<char> taken(kSize, 1);
+        // The kernel adds up what its processors counted about once a second.
+        for (int i = 0; i < 300; i++) {
+            if (Now().used_pages - before > static_cast<int32>(kSize / 4096 / 2))
+                return taken[kSize / 2] == 1;
+            snooze(10'000);
+        }
+        return false;
+    }));
 }
 
 TEST(SystemInfoTest, ProcessesAgreeWithTheMachine)
