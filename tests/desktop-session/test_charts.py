@@ -1,42 +1,7 @@
 """Hands on charts: the pop-up menu, drags within the program, and ends in the middle of them."""
 
-import signal
-
-from desktop import DesktopTest, wait_until
-
-STORE = "x-vnd.kvt-Qel.user"
-
-
-class ChartsTest(DesktopTest):
-    def setUp(self):
-        super().setUp()
-        self.program = self.start()
-        self.window = self.program.window()
-        self.await_change()
-
-    def picture(self):
-        return self.desktop.picture(self.window)
-
-    def await_change(self):
-        before = self.picture()
-        wait_until(lambda: self.picture() != before, "charts that scroll")
-
-    def popup(self, x=400, y=120):
-        self.desktop.focus(self.window)
-        menus = set(self.desktop.windows(".*", self.program.pid))
-        self.desktop.click(self.window, x, y, button=3)
-        wait_until(lambda: set(self.desktop.windows(".*", self.program.pid)) - menus, "the pop-up")
-
-    def choose(self, key):
-        """An item by the letter that is underlined in it."""
-        shown = len(self.desktop.windows(".*", self.program.pid))
-        self.desktop.key(key)
-        wait_until(lambda: len(self.desktop.windows(".*", self.program.pid)) < shown, "the pop-up to close")
-
-    def quit(self):
-        self.program.signal(signal.SIGTERM)
-        self.assert_ends_well(self.program)
-        return (self.config / STORE).read_bytes()
+from charts import TITLE, ChartsTest
+from desktop import wait_until
 
 
 class Menu(ChartsTest):
@@ -62,12 +27,8 @@ class Menu(ChartsTest):
 
 
 class Dragging(ChartsTest):
-    def on_screen(self, window, x, y):
-        left, top = self.desktop.geometry(window)[:2]
-        return left + x, top + y
-
     def test_moves_a_title(self):
-        start = self.on_screen(self.window, 40, 62)
+        start = self.on_screen(self.window, *TITLE)
         before = self.picture().crop(200, 50, 120, 40)
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         self.desktop.xdotool("mousemove", start[0] + 100, start[1], "mousemove", start[0] + 200,
@@ -81,13 +42,13 @@ class Dragging(ChartsTest):
         self.desktop.key("ctrl+a", window=self.window)
         about = self.program.window("^About Qel$")
         start = self.on_screen(about, 60, 151)
-        self.desktop.drag(start, self.on_screen(self.window, 40, 62), steps=20)
+        self.desktop.drag(start, self.on_screen(self.window, *TITLE), steps=20)
         self.desktop.key("ctrl+q", window=self.window)
         self.assert_ends_well(self.program)
-        self.assertIn(b"qel@example.org", (self.config / STORE).read_bytes())
+        self.assertIn(b"qel@example.org", self.stored())
 
     def test_is_ended_by_the_end_of_the_program(self):
-        start = self.on_screen(self.window, 40, 62)
+        start = self.on_screen(self.window, *TITLE)
         self.desktop.xdotool("mousemove", *start)
         self.desktop.xdotool("mousedown", 1)
         self.desktop.xdotool("mousemove", start[0] + 60, start[1])
