@@ -1,0 +1,37 @@
+"""Charts by keyboard alone."""
+
+from charts import TITLE, ChartsTest
+from desktop import wait_until
+
+
+class Keys(ChartsTest):
+    def open_menu(self):
+        shown = len(self.shown())
+        self.desktop.key("Menu")
+        wait_until(lambda: len(self.shown()) > shown, "the menu of the chart with the focus")
+
+    def test_open_and_close_the_menu_of_a_chart(self):
+        self.desktop.key("Tab", window=self.window)
+        self.open_menu()
+        self.choose("Escape")
+        self.await_change()
+        self.assertEqual(self.quit().count(b"ChartType"), 3)
+
+    def test_delete_a_chart(self):
+        self.desktop.key("Tab", window=self.window)
+        self.open_menu()
+        self.choose("d")
+        self.assertEqual(self.quit().count(b"ChartType"), 2)
+
+    def test_delete_a_chart_whose_title_is_held(self):
+        self.addCleanup(self.desktop.xdotool, "mouseup", 1)
+        self.desktop.focus(self.window)
+        start = self.on_screen(self.window, *TITLE)
+        self.desktop.xdotool("mousemove", *start, "mousedown", 1, "mousemove", start[0] + 50, start[1])
+        self.open_menu()
+        self.choose("d")
+        self.await_change()
+        self.desktop.xdotool("mouseup", 1)
+        stored = self.quit()
+        self.assertEqual(stored.count(b"ChartType"), 2)
+        self.assertNotIn(b"All CPUs", stored)
