@@ -14,6 +14,10 @@ import tempfile
 import time
 import unittest
 
+# Started in the background of a script, these are ignored, and every program started from here would ignore them too.
+for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
+    signal.signal(number, signal.SIG_DFL)
+
 TIMEOUT = 30
 SCREEN = (1280, 800)
 
