@@ -78,8 +78,9 @@ class Desktop:
 
     def _open(self, window_manager):
         read, write = os.pipe()
-        self.server = self._start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
-                                   "-nolisten", "tcp"], pass_fds=[write])
+        # Without -noreset the server starts anew when its first client leaves, and takes the others with it.
+        self.server = self._start(["Xvfb", "-displayfd", str(write), "-noreset", "-nolisten", "tcp",
+                                   "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24"], pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as pipe:
             number = pipe.readline().strip()
