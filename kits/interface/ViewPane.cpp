@@ -160,8 +160,19 @@ void ViewPane::mouseReleaseEvent(QMouseEvent* event)
     Pointer::Release(*fImpl, *event);
 }
 
+void ViewPane::RequestMenu()
+{
+    const DispatchScope scope;
+    fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
+}
+
 void ViewPane::keyPressEvent(QKeyEvent* event)
 {
+    // The toolkit makes a request for the menu of the menu key only.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        RequestMenu();
+        return;
+    }
     if (!KeyInput::Deliver(*fImpl, *event))
         event->ignore();
 }
@@ -179,10 +190,8 @@ void ViewPane::focusOutEvent(QFocusEvent*)
 void ViewPane::contextMenuEvent(QContextMenuEvent* event)
 {
     // A click of the mouse comes as a press of its button.
-    if (event->reason() != QContextMenuEvent::Keyboard)
-        return;
-    const DispatchScope scope;
-    fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        RequestMenu();
 }
 
 } // namespace kits

@@ -5,16 +5,17 @@ from desktop import wait_until
 
 
 class Keys(ChartsTest):
-    def open_menu(self):
+    def open_menu(self, key="Menu"):
         shown = len(self.shown())
-        self.desktop.key("Menu")
+        self.desktop.key(key)
         wait_until(lambda: len(self.shown()) > shown, "the menu of the chart with the focus")
 
     def test_open_and_close_the_menu_of_a_chart(self):
         self.desktop.key("Tab", window=self.window)
-        self.open_menu()
-        self.choose("Escape")
-        self.await_change()
+        for key in ("Menu", "shift+F10"):
+            self.open_menu(key)
+            self.choose("Escape")
+            self.await_change()
         self.assertEqual(self.quit().count(b"ChartType"), 3)
 
     def test_delete_a_chart(self):

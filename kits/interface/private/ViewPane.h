@@ -30,6 +30,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void RequestMenu();
+
     ViewImpl* fImpl;
 };
 

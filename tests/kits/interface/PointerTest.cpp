@@ -5,6 +5,7 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QWidget>
 #include <gtest/gtest.h>
 #include <string>
@@ -235,6 +236,16 @@ TEST_F(Pointer, TabWalksThroughNavigableViews)
     test::Key(window, B_TAB);
     EXPECT_TRUE(other->IsFocus());
     EXPECT_EQ(Take(), "");
+}
+
+TEST_F(Pointer, ShiftF10OpensTheMenuInTheMiddle)
+{
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_F10, Qt::ShiftModifier);
+    QCoreApplication::sendEvent(kits::ViewWidget(inner), &event);
+    EXPECT_EQ(Take(), "b menu 10,10; ");
+    QKeyEvent plain(QEvent::KeyPress, Qt::Key_F10, Qt::NoModifier);
+    QCoreApplication::sendEvent(kits::ViewWidget(inner), &plain);
+    EXPECT_EQ(Take().find("menu"), std::string::npos);
 }
 
 TEST_F(Pointer, TheMenuKeyOpensTheMenuInTheMiddle)
