@@ -24,8 +24,8 @@ endif()
 
 find_program(QEL_CCACHE ccache)
 if(QEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers need the first two; the rest lets build folders share their results.
+    # Precompiled headers need the first two; the rest lets build folders and clones share their results.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-        CCACHE_NOHASHDIR=1 ${QEL_CCACHE})
+        CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${QEL_CCACHE})
 endif()
