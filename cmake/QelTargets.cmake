@@ -1,9 +1,9 @@
 # One line makes a kit, a part of the program or a test program. Every .cpp file of the folder belongs to it.
 
-# qel_library(NAME LINK target...): a static library of the .cpp files in the current folder.
+# qel_library(NAME LINK target...): a static library of the .cpp files in the current folder and the folders in it.
 function(qel_library name)
     cmake_parse_arguments(ARG "" "" "LINK;LINK_PRIVATE" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*/*.cpp)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})

@@ -1,5 +1,5 @@
-#include "kits/application/Crc32.h"
 #include "kits/application/Message.h"
+#include "kits/application/teams/Crc32.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/fuzz/Fuzz.h"

@@ -2,12 +2,12 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/MessagePrivate.h"
-#include "kits/interface/private/Drag.h"
-#include "kits/interface/private/Pointer.h"
-#include "kits/interface/private/UpdateQueue.h"
-#include "kits/interface/private/ViewImpl.h"
-#include "kits/interface/private/ViewPrivate.h"
-#include "kits/interface/private/WindowImpl.h"
+#include "kits/interface/dragging/Drag.h"
+#include "kits/interface/drawing/UpdateQueue.h"
+#include "kits/interface/input/Pointer.h"
+#include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/windows/WindowImpl.h"
 #include "kits/kernel/Clock.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "kits/application/Frame.h"
+#include "kits/application/teams/Frame.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "kits/application/Launch.h"
+#include "kits/application/teams/Launch.h"
 
 #include "kits/application/Application.h"
 #include "kits/application/Roster.h"
-#include "kits/application/TeamPort.h"
+#include "kits/application/teams/TeamPort.h"
 #include "kits/kernel/Errors.h"
 #include "tests/kits/application/TeamFixture.h"
 

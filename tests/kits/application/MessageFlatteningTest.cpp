@@ -1,8 +1,8 @@
 #include "kits/application/Message.h"
 
-#include "kits/application/MessageFormat.h"
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/Messenger.h"
+#include "kits/application/messages/MessageFormat.h"
 #include "kits/support/DataIO.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

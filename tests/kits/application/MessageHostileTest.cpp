@@ -2,8 +2,8 @@
 
 #include "kits/application/Message.h"
 
-#include "kits/application/Crc32.h"
-#include "kits/application/MessageFormat.h"
+#include "kits/application/messages/MessageFormat.h"
+#include "kits/application/teams/Crc32.h"
 #include "kits/support/DataIO.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

@@ -1,4 +1,4 @@
-#include "kits/application/PollEventLoop.h"
+#include "kits/application/loops/PollEventLoop.h"
 
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"

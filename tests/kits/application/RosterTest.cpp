@@ -1,6 +1,6 @@
 #include "kits/application/Roster.h"
 
-#include "kits/application/DetachedProcess.h"
+#include "kits/application/teams/DetachedProcess.h"
 #include "kits/kernel/Errors.h"
 #include "kits/storage/File.h"
 #include "kits/support/TypeConstants.h"

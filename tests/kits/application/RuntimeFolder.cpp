@@ -1,6 +1,6 @@
 #include "tests/kits/application/RuntimeFolder.h"
 
-#include "kits/application/TeamPort.h"
+#include "kits/application/teams/TeamPort.h"
 
 #include <sys/stat.h>
 

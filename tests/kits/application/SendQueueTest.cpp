@@ -1,4 +1,4 @@
-#include "kits/application/SendQueue.h"
+#include "kits/application/teams/SendQueue.h"
 
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/FileDescriptor.h"

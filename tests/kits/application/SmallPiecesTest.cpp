@@ -1,11 +1,11 @@
 // The functions of the application kit that need few words: tokens, checksums, texts, archives.
 
 #include "kits/application/Archivable.h"
-#include "kits/application/Crc32.h"
 #include "kits/application/Handler.h"
 #include "kits/application/Message.h"
-#include "kits/application/MessageText.h"
 #include "kits/application/Token.h"
+#include "kits/application/messages/MessageText.h"
+#include "kits/application/teams/Crc32.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "kits/application/TeamFolder.h"
+#include "kits/application/teams/TeamFolder.h"
 
-#include "kits/application/TeamSocket.h"
+#include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
 #include "tests/kits/application/RuntimeFolder.h"
 

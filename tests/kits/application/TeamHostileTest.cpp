@@ -1,11 +1,11 @@
 // What comes in at this team's door.
 
-#include "kits/application/Frame.h"
-#include "kits/application/MessageFormat.h"
 #include "kits/application/Roster.h"
-#include "kits/application/TeamPort.h"
-#include "kits/application/TeamSocket.h"
-#include "kits/application/Visitors.h"
+#include "kits/application/messages/MessageFormat.h"
+#include "kits/application/teams/Frame.h"
+#include "kits/application/teams/TeamPort.h"
+#include "kits/application/teams/TeamSocket.h"
+#include "kits/application/teams/Visitors.h"
 #include "kits/kernel/Errors.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/kits/application/TeamFixture.h"

@@ -1,11 +1,11 @@
 // Two processes that speak to each other.
 
 #include "kits/application/Application.h"
-#include "kits/application/Frame.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/Roster.h"
-#include "kits/application/TeamPort.h"
+#include "kits/application/teams/Frame.h"
+#include "kits/application/teams/TeamPort.h"
 #include "kits/kernel/Errors.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

@@ -1,6 +1,6 @@
-#include "kits/interface/private/Canvas.h"
+#include "kits/interface/drawing/Canvas.h"
 
-#include "kits/interface/private/TextBlend.h"
+#include "kits/interface/drawing/TextBlend.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,5 +1,5 @@
 #include "kits/interface/ColorControl.h"
-#include "kits/interface/private/ColorWidget.h"
+#include "kits/interface/controls/ColorWidget.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QSpinBox>

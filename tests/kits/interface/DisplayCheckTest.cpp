@@ -1,4 +1,4 @@
-#include "kits/interface/private/DisplayCheck.h"
+#include "kits/interface/startup/DisplayCheck.h"
 
 #include "kits/interface/InterfaceKit.h"
 

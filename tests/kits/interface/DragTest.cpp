@@ -1,8 +1,8 @@
-#include "kits/interface/private/Drag.h"
+#include "kits/interface/dragging/Drag.h"
 
 #include "kits/application/MainThread.h"
-#include "kits/interface/private/DropMessage.h"
-#include "kits/interface/private/ViewPrivate.h"
+#include "kits/interface/dragging/DropMessage.h"
+#include "kits/interface/views/ViewPrivate.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 

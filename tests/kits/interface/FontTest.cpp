@@ -1,6 +1,6 @@
 #include "kits/interface/Font.h"
 
-#include "kits/interface/private/TextCache.h"
+#include "kits/interface/drawing/TextCache.h"
 
 #include <cmath>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "kits/interface/private/FrameTracker.h"
+#include "kits/interface/windows/FrameTracker.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kits/interface/private/ListModel.h"
+#include "kits/interface/lists/ListModel.h"
 
 #include <gtest/gtest.h>
 

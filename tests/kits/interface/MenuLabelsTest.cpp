@@ -1,4 +1,4 @@
-#include "kits/interface/private/MenuPart.h"
+#include "kits/interface/menus/MenuPart.h"
 
 #include <gtest/gtest.h>
 

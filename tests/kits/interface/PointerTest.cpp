@@ -1,6 +1,6 @@
 #include "kits/application/Message.h"
-#include "kits/interface/private/ClickCounter.h"
-#include "kits/interface/private/ViewPrivate.h"
+#include "kits/interface/input/ClickCounter.h"
+#include "kits/interface/views/ViewPrivate.h"
 #include "tests/support/GuiTest.h"
 
 #include <QContextMenuEvent>

@@ -1,10 +1,10 @@
-#include "kits/interface/private/QtEventLoop.h"
+#include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
 #include "kits/application/Timer.h"
-#include "kits/interface/private/ViewPrivate.h"
+#include "kits/interface/views/ViewPrivate.h"
 #include "kits/kernel/Clock.h"
 #include "tests/support/GuiTest.h"
 

@@ -1,7 +1,7 @@
 #include "kits/interface/Screen.h"
 
 #include "kits/interface/InterfaceDefs.h"
-#include "kits/interface/private/DesktopColor.h"
+#include "kits/interface/screens/DesktopColor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "kits/interface/Slider.h"
-#include "kits/interface/private/SliderWidget.h"
+#include "kits/interface/controls/SliderWidget.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QImage>

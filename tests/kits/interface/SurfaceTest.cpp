@@ -1,6 +1,6 @@
-#include "kits/interface/private/Surface.h"
+#include "kits/interface/drawing/Surface.h"
 
-#include "kits/interface/private/DirtyRects.h"
+#include "kits/interface/drawing/DirtyRects.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "kits/interface/private/TextColumns.h"
+#include "kits/interface/drawing/TextColumns.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/View.h"
-#include "kits/interface/private/ViewImpl.h"
-#include "kits/interface/private/ViewPrivate.h"
-#include "kits/interface/private/WindowImpl.h"
+#include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/windows/WindowImpl.h"
 #include "tests/support/GuiTest.h"
 
 #include <QImage>

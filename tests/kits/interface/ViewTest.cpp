@@ -2,7 +2,7 @@
 
 #include "kits/application/Archivable.h"
 #include "kits/application/Message.h"
-#include "kits/interface/private/ViewPrivate.h"
+#include "kits/interface/views/ViewPrivate.h"
 #include "tests/support/GuiTest.h"
 
 #include <QWidget>
@@ -46,10 +46,7 @@ struct Stage {
         window->Quit();
         test::Turn();
     }
-    void Show()
-    {
-        test::Show(window);
-    }
+    void Show() { test::Show(window); }
 
     BWindow* window;
 };

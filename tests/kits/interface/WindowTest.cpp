@@ -3,9 +3,9 @@
 #include "kits/application/Archivable.h"
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
-#include "kits/interface/private/ScreenList.h"
-#include "kits/interface/private/ViewPrivate.h"
-#include "kits/interface/private/WindowImpl.h"
+#include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/windows/WindowImpl.h"
 #include "tests/support/GuiTest.h"
 #include "tests/support/TempFolder.h"
 

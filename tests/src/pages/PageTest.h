@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/application/PostOffice.h"
+#include "kits/application/delivery/PostOffice.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/CheckBox.h"
 #include "kits/interface/MenuField.h"

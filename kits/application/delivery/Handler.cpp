@@ -1,0 +1,62 @@
+#include "kits/application/Handler.h"
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/Looper.h"
+#include "kits/application/delivery/PostOffice.h"
+
+using kits::InterfaceLock;
+using kits::PostOffice;
+
+BHandler::BHandler(const char* name)
+    : fName(name != nullptr ? name : "")
+    , fToken(PostOffice::Get().AddHandler(this))
+{
+}
+
+BHandler::~BHandler()
+{
+    const kits::KillShield shield;
+    if (fLooper != nullptr && fLooper != this) {
+        const kits::InterfaceLocker locker;
+        fLooper->RemoveHandler(this);
+    }
+    PostOffice::Get().Remove(fToken);
+}
+
+void BHandler::MessageReceived(BMessage* message)
+{
+    if (fNextHandler != nullptr)
+        fNextHandler->MessageReceived(message);
+}
+
+void BHandler::SetName(const char* name)
+{
+    fName = name != nullptr ? name : "";
+}
+
+void BHandler::SetNextHandler(BHandler* handler)
+{
+    if (handler == nullptr || (handler->fLooper == fLooper && fLooper != nullptr))
+        fNextHandler = handler;
+}
+
+status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
+{
+    // Only the token is looked at: when the lock is had, this may be gone.
+    const kits::token_t token = fToken;
+    const kits::token_t looper = PostOffice::Get().LooperOf(token);
+    if (!PostOffice::Get().IsOpen(looper))
+        return B_BAD_HANDLER;
+    const status_t status = InterfaceLock::Get().Lock(timeout);
+    if (status != B_OK)
+        return status;
+    if (PostOffice::Get().LooperOf(token) == looper && PostOffice::Get().IsOpen(looper))
+        return B_OK;
+    InterfaceLock::Get().Unlock();
+    return B_BAD_HANDLER;
+}
+
+void BHandler::UnlockLooper()
+{
+    InterfaceLock::Get().Unlock();
+}

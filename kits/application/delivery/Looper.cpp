@@ -1,0 +1,181 @@
+#include "kits/application/Looper.h"
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/MainThreadPrivate.h"
+#include "kits/application/Message.h"
+#include "kits/application/delivery/Delivery.h"
+#include "kits/application/delivery/PostOffice.h"
+
+#include <algorithm>
+
+using kits::InterfaceLock;
+using kits::PostOffice;
+
+BLooper::BLooper(const char* name)
+    : BHandler(name)
+    , fHandlers{this}
+{
+    fLooper = this;
+    PostOffice::Get().MakeLooper(Token(), this);
+}
+
+BLooper::~BLooper()
+{
+    const kits::KillShield shield;
+    const kits::InterfaceLocker locker;
+    PostOffice::Get().Close(Token());
+    while (fHandlers.size() > 1)
+        RemoveHandler(fHandlers.back());
+    fLooper = nullptr;
+}
+
+thread_id BLooper::Run()
+{
+    PostOffice::Get().Start(Token());
+    return Thread();
+}
+
+void BLooper::Quit()
+{
+    const kits::token_t token = Token();
+    if (!PostOffice::Get().Close(token))
+        return;
+    if (kits::IsMainThread() && kits::IsOutermost()) {
+        delete this;
+        return;
+    }
+    kits::RunAtOutermostLoop([token] { delete PostOffice::Get().LooperAt(token); });
+}
+
+bool BLooper::QuitRequested()
+{
+    return true;
+}
+
+status_t BLooper::PostMessage(uint32 code, BHandler* handler, BHandler* replyTo)
+{
+    const BMessage message(code);
+    return PostMessage(&message, handler, replyTo);
+}
+
+status_t BLooper::PostMessage(const BMessage* message, BHandler* handler, BHandler* replyTo)
+{
+    if (message == nullptr)
+        return B_BAD_VALUE;
+    const kits::token_t target = handler != nullptr ? handler->Token() : Token();
+    if (handler != nullptr && PostOffice::Get().LooperOf(target) != Token())
+        return B_MISMATCHED_VALUES;
+    return kits::DeliverCopy({kits::ThisTeam(), target}, *message, kits::AddressOf(replyTo), false);
+}
+
+void BLooper::DispatchMessage(BMessage* message, BHandler* handler)
+{
+    if (message->what == B_QUIT_REQUESTED && handler == this) {
+        if (QuitRequested())
+            Quit();
+    } else {
+        handler->MessageReceived(message);
+    }
+}
+
+void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
+{
+    if (message->what == B_QUIT_REQUESTED && handler == this && !kits::IsOutermost()) {
+        // What quits destroys; so it is asked only when nothing stands on what it destroys. A std::function copies.
+        const auto kept = std::make_shared<std::unique_ptr<BMessage>>(std::move(message));
+        kits::RunAtOutermostLoop([kept, token = Token()] {
+            BLooper* looper = PostOffice::Get().LooperAt(token);
+            if (looper != nullptr && PostOffice::Get().IsOpen(token))
+                looper->DeliverNow(std::move(*kept), looper);
+        });
+        return;
+    }
+    const kits::DispatchScope scope;
+    fCurrent.push_back(&message);
+    DispatchMessage(message.get(), handler);
+    fCurrent.pop_back();
+}
+
+BMessage* BLooper::CurrentMessage() const
+{
+    return fCurrent.empty() ? nullptr : fCurrent.back()->get();
+}
+
+std::unique_ptr<BMessage> BLooper::DetachCurrentMessage()
+{
+    return fCurrent.empty() ? nullptr : std::move(*fCurrent.back());
+}
+
+int32 BLooper::CountMessages() const
+{
+    return PostOffice::Get().CountWaiting(Token());
+}
+
+void BLooper::AddHandler(BHandler* handler)
+{
+    const kits::InterfaceLocker locker;
+    if (handler == nullptr || handler->fLooper != nullptr)
+        return;
+    fHandlers.push_back(handler);
+    handler->fLooper = this;
+    handler->fNextHandler = this;
+    PostOffice::Get().SetLooper(handler->Token(), Token());
+}
+
+bool BLooper::RemoveHandler(BHandler* handler)
+{
+    const kits::InterfaceLocker locker;
+    const auto found = std::find(fHandlers.begin(), fHandlers.end(), handler);
+    if (handler == this || found == fHandlers.end())
+        return false;
+    fHandlers.erase(found);
+    for (BHandler* other : fHandlers) {
+        if (other->fNextHandler == handler)
+            other->fNextHandler = nullptr;
+    }
+    handler->fLooper = nullptr;
+    handler->fNextHandler = nullptr;
+    PostOffice::Get().SetLooper(handler->Token(), 0);
+    return true;
+}
+
+BHandler* BLooper::HandlerAt(int32 index) const
+{
+    return index >= 0 && index < CountHandlers() ? fHandlers[static_cast<size_t>(index)] : nullptr;
+}
+
+status_t BLooper::LockWithTimeout(bigtime_t timeout)
+{
+    // Only the token is looked at: when the lock is had, this may be gone.
+    const kits::token_t token = Token();
+    const status_t status = InterfaceLock::Get().Lock(timeout);
+    if (status != B_OK || PostOffice::Get().IsOpen(token))
+        return status;
+    InterfaceLock::Get().Unlock();
+    return B_BAD_HANDLER;
+}
+
+void BLooper::Unlock()
+{
+    InterfaceLock::Get().Unlock();
+}
+
+bool BLooper::IsLocked() const
+{
+    return InterfaceLock::Get().IsHeld();
+}
+
+int32 BLooper::CountLocks() const
+{
+    return InterfaceLock::Get().Depth();
+}
+
+thread_id BLooper::LockingThread() const
+{
+    return InterfaceLock::Get().Holder();
+}
+
+thread_id BLooper::Thread() const
+{
+    return kits::MainThreadId();
+}

@@ -1,0 +1,318 @@
+#include "kits/application/delivery/PostOffice.h"
+
+#include "kits/application/EventLoop.h"
+#include "kits/application/Looper.h"
+#include "kits/application/MainThread.h"
+#include "kits/application/delivery/ReplyWait.h"
+
+#include <algorithm>
+
+namespace kits {
+
+PostOffice& PostOffice::Get()
+{
+    // Never destroyed: threads may still post while the process ends.
+    static PostOffice& office = *new PostOffice;
+    return office;
+}
+
+token_t PostOffice::AddHandler(BHandler* handler)
+{
+    std::lock_guard lock(fMutex);
+    fHandlers[++fLastToken].handler = handler;
+    return fLastToken;
+}
+
+void PostOffice::MakeLooper(token_t token, BLooper* looper)
+{
+    std::lock_guard lock(fMutex);
+    fLoopers[token].looper = looper;
+    fHandlers[token].looper = token;
+}
+
+token_t PostOffice::AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team)
+{
+    std::lock_guard lock(fMutex);
+    fReplyWaits[++fLastToken] = {std::move(wait), team};
+    return fLastToken;
+}
+
+void PostOffice::FailReplyWaits(team_address team)
+{
+    std::vector<std::shared_ptr<ReplyWait>> failed;
+    {
+        std::lock_guard lock(fMutex);
+        std::erase_if(fReplyWaits, [&](const auto& entry) {
+            if (entry.second.team == team)
+                failed.push_back(entry.second.wait);
+            return entry.second.team == team;
+        });
+    }
+    for (const std::shared_ptr<ReplyWait>& wait : failed)
+        wait->Fail();
+}
+
+void PostOffice::SetApplication(token_t looper)
+{
+    std::lock_guard lock(fMutex);
+    fApplication = looper;
+}
+
+token_t PostOffice::Application() const
+{
+    std::lock_guard lock(fMutex);
+    return fApplication;
+}
+
+void PostOffice::Remove(token_t token)
+{
+    Messages dropped;
+    std::lock_guard lock(fMutex);
+    if (fReplyWaits.erase(token) > 0)
+        return;
+    Drop([token](const Parcel& parcel) { return parcel.handler == token || parcel.looper == token; }, &dropped);
+    fHandlers.erase(token);
+    fLoopers.erase(token);
+}
+
+void PostOffice::SetLooper(token_t handler, token_t looper)
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fHandlers.find(handler);
+    if (found == fHandlers.end() || found->second.looper == looper)
+        return;
+    found->second.looper = looper;
+    // What waits is for the old looper, and is dropped if the handler does not come back to that in time.
+    found->second.newest.clear();
+}
+
+void PostOffice::Start(token_t looper)
+{
+    {
+        std::lock_guard lock(fMutex);
+        const auto found = fLoopers.find(looper);
+        if (found == fLoopers.end() || found->second.isStarted)
+            return;
+        found->second.isStarted = true;
+        for (Parcel& parcel : found->second.held) {
+            fQueue.push_back(std::move(parcel));
+            const auto handler = fHandlers.find(fQueue.back().handler);
+            if (handler == fHandlers.end())
+                continue;
+            for (auto& [code, waiting] : handler->second.newest) {
+                if (waiting == &parcel)
+                    waiting = &fQueue.back();
+            }
+        }
+        found->second.held.clear();
+    }
+    EventLoop::Wake();
+}
+
+bool PostOffice::Close(token_t looper)
+{
+    Messages dropped;
+    std::lock_guard lock(fMutex);
+    const auto found = fLoopers.find(looper);
+    if (found == fLoopers.end() || found->second.isClosed)
+        return false;
+    found->second.isClosed = true;
+    Drop([looper](const Parcel& parcel) { return parcel.looper == looper; }, &dropped);
+    return true;
+}
+
+status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight)
+{
+    std::shared_ptr<ReplyWait> wait;
+    std::unique_ptr<BMessage> replaced;
+    bool isQuitHeldBack = false;
+    {
+        std::lock_guard lock(fMutex);
+        target = Resolve(target);
+        const auto found = fHandlers.find(target);
+        if (found == fHandlers.end()) {
+            const auto foundWait = fReplyWaits.find(target);
+            if (foundWait == fReplyWaits.end())
+                return B_BAD_HANDLER;
+            wait = std::move(foundWait->second.wait);
+            fReplyWaits.erase(foundWait);
+        } else {
+            HandlerState& handler = found->second;
+            LooperState* looper = OpenLooperOf(handler);
+            if (looper == nullptr)
+                return B_BAD_HANDLER;
+            const bool newestWins = message->IsNewestWins();
+            if (newestWins) {
+                for (const auto& [code, waiting] : handler.newest) {
+                    if (code == message->what) {
+                        replaced = std::exchange(waiting->message, std::move(message));
+                        fWeight = fWeight - waiting->weight + weight;
+                        waiting->weight = weight;
+                        return B_OK;
+                    }
+                }
+            }
+            if (looper->countWaiting >= BLooper::kQueueCapacity ||
+                (weight > 0 && fWeight > 0 && fWeight + weight > kForeignCapacity))
+                return B_WOULD_BLOCK;
+            ++looper->countWaiting;
+            fWeight += weight;
+            isQuitHeldBack = !looper->isStarted && message->what == B_QUIT_REQUESTED;
+            std::deque<Parcel>& queue = looper->isStarted ? fQueue : looper->held;
+            const uint32 code = message->what;
+            queue.push_back({target, handler.looper, std::move(message), weight});
+            if (newestWins)
+                handler.newest.emplace_back(code, &queue.back());
+        }
+    }
+    if (wait != nullptr)
+        wait->Answer(std::move(message));
+    else if (isQuitHeldBack)
+        RunAtOutermostLoop([] {}); // no menu or alert may keep from running what is asked to quit
+    else
+        EventLoop::Wake();
+    return B_OK;
+}
+
+bool PostOffice::IsReachable(token_t token) const
+{
+    std::lock_guard lock(fMutex);
+    token = Resolve(token);
+    const auto found = fHandlers.find(token);
+    if (found == fHandlers.end())
+        return fReplyWaits.contains(token);
+    const auto looper = fLoopers.find(found->second.looper);
+    return looper != fLoopers.end() && !looper->second.isClosed;
+}
+
+token_t PostOffice::LooperOf(token_t handler) const
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fHandlers.find(handler);
+    return found == fHandlers.end() ? 0 : found->second.looper;
+}
+
+bool PostOffice::IsOpen(token_t looper) const
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fLoopers.find(looper);
+    return found != fLoopers.end() && !found->second.isClosed;
+}
+
+int32 PostOffice::CountWaiting(token_t looper) const
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fLoopers.find(looper);
+    return found == fLoopers.end() ? 0 : found->second.countWaiting;
+}
+
+BHandler* PostOffice::HandlerAt(token_t token, BLooper** looper) const
+{
+    std::lock_guard lock(fMutex);
+    token = Resolve(token);
+    const auto found = fHandlers.find(token);
+    const auto foundLooper = found == fHandlers.end() ? fLoopers.end() : fLoopers.find(found->second.looper);
+    const bool isOpen = foundLooper != fLoopers.end() && !foundLooper->second.isClosed;
+    if (looper != nullptr)
+        *looper = isOpen ? foundLooper->second.looper : nullptr;
+    return isOpen ? found->second.handler : nullptr;
+}
+
+BLooper* PostOffice::LooperAt(token_t token) const
+{
+    std::lock_guard lock(fMutex);
+    const auto found = fLoopers.find(token);
+    return found == fLoopers.end() ? nullptr : found->second.looper;
+}
+
+std::vector<token_t> PostOffice::RunningLoopers() const
+{
+    std::vector<token_t> tokens;
+    std::lock_guard lock(fMutex);
+    for (const auto& [token, state] : fLoopers) {
+        if (state.isStarted && !state.isClosed)
+            tokens.push_back(token);
+    }
+    return tokens;
+}
+
+uint64 PostOffice::NextNumber() const
+{
+    std::lock_guard lock(fMutex);
+    return fFirstNumber + fQueue.size();
+}
+
+bool PostOffice::HasMessages() const
+{
+    std::lock_guard lock(fMutex);
+    return !fQueue.empty();
+}
+
+bool PostOffice::DispatchNext(uint64 end)
+{
+    Parcel parcel;
+    bool isDeliverable = false;
+    while (!isDeliverable) {
+        if (!TakeNext(end, &parcel, &isDeliverable))
+            return false;
+        if (!isDeliverable)
+            parcel.message = nullptr;
+    }
+    // The main thread holds the interface lock, so neither goes away between being found and being called.
+    BLooper* looper;
+    BHandler* handler = HandlerAt(parcel.handler, &looper);
+    if (handler != nullptr)
+        looper->DeliverNow(std::move(parcel.message), handler);
+    return true;
+}
+
+bool PostOffice::TakeNext(uint64 end, Parcel* taken, bool* isDeliverable)
+{
+    std::lock_guard lock(fMutex);
+    if (fQueue.empty() || fFirstNumber >= end)
+        return false;
+    *isDeliverable = false;
+    if (fQueue.front().message != nullptr) {
+        const auto handler = fHandlers.find(fQueue.front().handler);
+        *isDeliverable = handler != fHandlers.end() && handler->second.looper == fQueue.front().looper;
+        Forget(&fQueue.front());
+    }
+    *taken = std::move(fQueue.front());
+    fQueue.pop_front();
+    ++fFirstNumber;
+    return true;
+}
+
+PostOffice::LooperState* PostOffice::OpenLooperOf(const HandlerState& handler)
+{
+    const auto found = fLoopers.find(handler.looper);
+    return found == fLoopers.end() || found->second.isClosed ? nullptr : &found->second;
+}
+
+void PostOffice::Forget(Parcel* parcel)
+{
+    fWeight -= parcel->weight;
+    const auto looper = fLoopers.find(parcel->looper);
+    if (looper != fLoopers.end())
+        --looper->second.countWaiting;
+    const auto handler = fHandlers.find(parcel->handler);
+    if (handler != fHandlers.end())
+        std::erase_if(handler->second.newest, [parcel](const auto& entry) { return entry.second == parcel; });
+}
+
+template <class Matches> void PostOffice::Drop(const Matches& matches, Messages* dropped)
+{
+    const auto dropFrom = [&](std::deque<Parcel>& queue) {
+        for (Parcel& parcel : queue) {
+            if (parcel.message == nullptr || !matches(parcel))
+                continue;
+            Forget(&parcel);
+            dropped->push_back(std::move(parcel.message));
+        }
+    };
+    dropFrom(fQueue);
+    for (auto& [token, looper] : fLoopers)
+        dropFrom(looper.held);
+}
+
+} // namespace kits

@@ -1,0 +1,228 @@
+#include "kits/application/Message.h"
+
+#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessageField.h"
+#include "kits/support/TypeConstants.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+using kits::MessageDelivery;
+
+BMessage::BMessage() = default;
+
+BMessage::BMessage(uint32 code)
+    : what(code)
+{
+}
+
+BMessage::BMessage(const BMessage& other)
+    : what(other.what)
+    , fNewestWins(other.fNewestWins)
+    , fFields(other.fFields)
+{
+    if (other.WasDropped())
+        kits::MessageAccess::SetDropped(*this, other.fDelivery->dropPoint, other.fDelivery->dropOffset);
+}
+
+BMessage::BMessage(BMessage&& other) noexcept
+    : what(other.what)
+    , fNewestWins(other.fNewestWins)
+    , fDelivered(std::exchange(other.fDelivered, false))
+    , fFields(std::move(other.fFields))
+    , fDelivery(std::move(other.fDelivery))
+{
+    other.fFields.clear();
+}
+
+BMessage& BMessage::operator=(const BMessage& other)
+{
+    if (this == &other)
+        return *this;
+    what = other.what;
+    fNewestWins = other.fNewestWins;
+    // Not in place: what is assigned may be a message within this one.
+    std::vector<Field> fields(other.fFields);
+    if (other.WasDropped())
+        kits::MessageAccess::SetDropped(*this, other.fDelivery->dropPoint, other.fDelivery->dropOffset);
+    else if (fDelivery != nullptr)
+        fDelivery->dropped = false;
+    fFields = std::move(fields);
+    return *this;
+}
+
+BMessage& BMessage::operator=(BMessage&& other) noexcept
+{
+    if (this == &other)
+        return *this;
+    BMessage taken(std::move(other));
+    std::swap(what, taken.what);
+    std::swap(fNewestWins, taken.fNewestWins);
+    std::swap(fDelivered, taken.fDelivered);
+    std::swap(fFields, taken.fFields);
+    std::swap(fDelivery, taken.fDelivery);
+    return *this;
+}
+
+bool BMessage::HasSameData(const BMessage& other) const
+{
+    if (what != other.what || fFields.size() != other.fFields.size())
+        return false;
+    for (size_t i = 0; i < fFields.size(); ++i) {
+        // Most often both have their fields in the same order.
+        const Field* counterpart = &other.fFields[i];
+        if (counterpart->Name() != fFields[i].Name())
+            counterpart = other.FieldOf(fFields[i].Name().c_str());
+        if (counterpart == nullptr || !fFields[i].HasSameData(*counterpart))
+            return false;
+    }
+    return true;
+}
+
+int32 BMessage::CountNames(type_code type) const
+{
+    return static_cast<int32>(std::count_if(fFields.begin(), fFields.end(), [type](const Field& field) {
+        return type == B_ANY_TYPE || field.Type() == type;
+    }));
+}
+
+bool BMessage::IsEmpty() const
+{
+    return fFields.empty();
+}
+
+status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) const
+{
+    if (name == nullptr)
+        return B_BAD_VALUE;
+    const Field* field = FieldOf(name);
+    if (field == nullptr)
+        return B_NAME_NOT_FOUND;
+    if (type != nullptr)
+        *type = field->Type();
+    if (count != nullptr)
+        *count = field->Count();
+    return B_OK;
+}
+
+status_t BMessage::GetInfo(type_code type, int32 index, const char** name, type_code* typeFound, int32* count) const
+{
+    for (const Field& field : fFields) {
+        if ((type != B_ANY_TYPE && field.Type() != type) || index-- != 0)
+            continue;
+        if (name != nullptr)
+            *name = field.Name().c_str();
+        return GetInfo(field.Name().c_str(), typeFound, count);
+    }
+    return B_BAD_INDEX;
+}
+
+status_t BMessage::RemoveData(const char* name, int32 index)
+{
+    const Field* found;
+    const status_t status = FindField(name, B_ANY_TYPE, index, &found);
+    if (status != B_OK)
+        return status;
+    if (found->Count() == 1)
+        return RemoveName(name);
+    FieldOf(name)->Remove(index);
+    return B_OK;
+}
+
+status_t BMessage::RemoveName(const char* name)
+{
+    if (name == nullptr)
+        return B_BAD_VALUE;
+    const Field* field = FieldOf(name);
+    if (field == nullptr)
+        return B_NAME_NOT_FOUND;
+    fFields.erase(fFields.begin() + (field - fFields.data()));
+    return B_OK;
+}
+
+status_t BMessage::MakeEmpty()
+{
+    fFields.clear();
+    return B_OK;
+}
+
+BMessage::Field* BMessage::FieldOf(const char* name)
+{
+    return const_cast<Field*>(std::as_const(*this).FieldOf(name));
+}
+
+const BMessage::Field* BMessage::FieldOf(const char* name) const
+{
+    for (const Field& field : fFields) {
+        if (field.Name() == name)
+            return &field;
+    }
+    return nullptr;
+}
+
+status_t BMessage::FindField(const char* name, type_code type, int32 index, const Field** found) const
+{
+    if (name == nullptr)
+        return B_BAD_VALUE;
+    const Field* field = FieldOf(name);
+    if (field == nullptr)
+        return B_NAME_NOT_FOUND;
+    if (type != B_ANY_TYPE && field->Type() != type)
+        return B_BAD_TYPE;
+    if (index < 0 || index >= field->Count())
+        return B_BAD_INDEX;
+    *found = field;
+    return B_OK;
+}
+
+status_t BMessage::AddBytes(const char* name, type_code type, const void* data, size_t size, bool fixedSize,
+                            int32 count)
+{
+    if (!kits::IsFieldName(name) || data == nullptr)
+        return B_BAD_VALUE;
+    if (type == B_ANY_TYPE)
+        return B_BAD_TYPE;
+    Field* field = FieldOf(name);
+    if (field != nullptr) {
+        if (field->Type() != type)
+            return B_BAD_TYPE;
+        if (field->IsFixedSize() && field->ItemSize() != size)
+            return B_BAD_VALUE;
+        field->Add(data, size);
+        return B_OK;
+    }
+    Field added(name, type, fixedSize, fixedSize ? size : 0);
+    // A hint is not a promise: it may come from a caller that knows no better.
+    constexpr int32 kMostReserved = 1024;
+    if (count > 1)
+        added.Reserve(static_cast<size_t>(std::min(count, kMostReserved)));
+    added.Add(data, size);
+    fFields.push_back(std::move(added));
+    return B_OK;
+}
+
+status_t BMessage::FindBytes(const char* name, type_code type, int32 index, void* value, size_t size) const
+{
+    if (value == nullptr)
+        return B_BAD_VALUE;
+    const Field* field;
+    const status_t status = FindField(name, type, index, &field);
+    if (status == B_OK)
+        memcpy(value, field->ItemAt(index).data(), size);
+    return status;
+}
+
+status_t BMessage::ReplaceBytes(const char* name, type_code type, int32 index, const void* data, size_t size)
+{
+    if (data == nullptr)
+        return B_BAD_VALUE;
+    const Field* found;
+    const status_t status = FindField(name, type, index, &found);
+    if (status != B_OK)
+        return status;
+    if (found->IsFixedSize() && found->ItemSize() != size)
+        return B_BAD_VALUE;
+    FieldOf(name)->Replace(index, data, size);
+    return B_OK;
+}

@@ -1,0 +1,160 @@
+#include "kits/application/messages/MessageField.h"
+
+#include "kits/application/Token.h"
+#include "kits/support/Point.h"
+#include "kits/support/Rect.h"
+#include "kits/support/TypeConstants.h"
+
+#include <cstring>
+
+namespace kits {
+
+size_t FixedSizeOf(type_code type)
+{
+    switch (type) {
+    case B_BOOL_TYPE:
+    case B_INT8_TYPE:
+    case B_UINT8_TYPE:
+        return 1;
+    case B_INT16_TYPE:
+    case B_UINT16_TYPE:
+        return 2;
+    case B_INT32_TYPE:
+    case B_UINT32_TYPE:
+    case B_FLOAT_TYPE:
+    case B_RGB_COLOR_TYPE:
+        return 4;
+    case B_INT64_TYPE:
+    case B_UINT64_TYPE:
+    case B_DOUBLE_TYPE:
+        return 8;
+    case B_POINT_TYPE:
+        return sizeof(BPoint);
+    case B_RECT_TYPE:
+        return sizeof(BRect);
+    case B_POINTER_TYPE:
+    case B_OBJECT_TYPE:
+        return sizeof(void*);
+    case B_MESSENGER_TYPE:
+        return sizeof(Address);
+    default:
+        return 0;
+    }
+}
+
+bool IsFieldName(const char* name)
+{
+    return name != nullptr && *name != '\0' && strnlen(name, BMessage::kMaxNameLength + 1) <= BMessage::kMaxNameLength;
+}
+
+bool IsAddressType(type_code type)
+{
+    return type == B_POINTER_TYPE || type == B_OBJECT_TYPE;
+}
+
+} // namespace kits
+
+BMessage::Field::Field(std::string_view name, type_code type, bool fixedSize, size_t itemSize)
+    : fName(name)
+    , fType(type)
+    , fItemSize(itemSize)
+    , fFixedSize(fixedSize)
+{
+}
+
+BMessage::Field::Field(const Field& other)
+    : fName(other.fName)
+    , fBytes(other.fBytes)
+    , fMore(other.fMore != nullptr ? std::make_unique<More>(*other.fMore) : nullptr)
+    , fType(other.fType)
+    , fCount(other.fCount)
+    , fItemSize(other.fItemSize)
+    , fFixedSize(other.fFixedSize)
+{
+}
+
+size_t BMessage::Field::EndOf(int32 index) const
+{
+    if (fFixedSize)
+        return fItemSize * (static_cast<size_t>(index) + 1);
+    return fCount == 1 ? fBytes.size() : fMore->ends[static_cast<size_t>(index)];
+}
+
+std::string_view BMessage::Field::ItemAt(int32 index) const
+{
+    const size_t begin = index == 0 ? 0 : EndOf(index - 1);
+    return std::string_view(fBytes).substr(begin, EndOf(index) - begin);
+}
+
+BMessage::Field::More& BMessage::Field::NeedMore()
+{
+    if (fMore == nullptr)
+        fMore = std::make_unique<More>();
+    return *fMore;
+}
+
+void BMessage::Field::Reserve(size_t count)
+{
+    if (fType == B_MESSAGE_TYPE)
+        NeedMore().messages.reserve(count);
+    else if (fFixedSize)
+        fBytes.reserve(fItemSize * count);
+    else if (count > 1)
+        NeedMore().ends.reserve(count);
+}
+
+void BMessage::Field::Add(const void* data, size_t size)
+{
+    if (!fFixedSize && fCount > 0) {
+        std::vector<size_t>& ends = NeedMore().ends;
+        if (fCount == 1)
+            ends.push_back(fBytes.size());
+        ends.push_back(fBytes.size() + size);
+    }
+    fBytes.append(static_cast<const char*>(data), size);
+    ++fCount;
+}
+
+void BMessage::Field::AddMessage(BMessage message)
+{
+    NeedMore().messages.push_back(std::move(message));
+    ++fCount;
+}
+
+void BMessage::Field::Replace(int32 index, const void* data, size_t size)
+{
+    const std::string_view old = ItemAt(index);
+    const size_t begin = static_cast<size_t>(old.data() - fBytes.data());
+    const size_t oldSize = old.size();
+    fBytes.replace(begin, oldSize, static_cast<const char*>(data), size);
+    if (!fFixedSize && fCount > 1) {
+        for (size_t i = static_cast<size_t>(index); i < fCount; ++i)
+            fMore->ends[i] = fMore->ends[i] - oldSize + size;
+    }
+}
+
+void BMessage::Field::Remove(int32 index)
+{
+    if (fType == B_MESSAGE_TYPE) {
+        fMore->messages.erase(fMore->messages.begin() + index);
+    } else {
+        Replace(index, nullptr, 0);
+        if (!fFixedSize && fCount > 1) {
+            fMore->ends.erase(fMore->ends.begin() + index);
+            if (fCount == 2)
+                fMore->ends.clear();
+        }
+    }
+    --fCount;
+}
+
+bool BMessage::Field::HasSameData(const Field& other) const
+{
+    if (fName != other.fName || fType != other.fType || fCount != other.fCount)
+        return false;
+    for (int32 i = 0; i < Count(); ++i) {
+        if (fType == B_MESSAGE_TYPE ? !MessageAt(i).HasSameData(other.MessageAt(i)) : ItemAt(i) != other.ItemAt(i))
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,312 @@
+// The typed calls of BMessage: each is one line about the one way that values of its type are kept.
+
+#include "kits/application/Message.h"
+#include "kits/application/MessagePrivate.h"
+#include "kits/application/Messenger.h"
+#include "kits/application/messages/MessageField.h"
+#include "kits/support/Flattenable.h"
+#include "kits/support/Rect.h"
+#include "kits/support/TypeConstants.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+/// What a string keeps of the bytes that it was given: those before the first zero.
+std::string_view TextIn(const void* data, size_t size)
+{
+    const char* text = static_cast<const char*>(data);
+    return {text, strnlen(text, size)};
+}
+
+} // namespace
+
+// Types whose values are kept as their own bytes.
+#define KITS_PLAIN_VALUE(Name, Value, kType)                                                                           \
+    status_t BMessage::Add##Name(const char* name, Value value)                                                        \
+    {                                                                                                                  \
+        return AddBytes(name, kType, &value, sizeof(value), true);                                                     \
+    }                                                                                                                  \
+    status_t BMessage::Find##Name(const char* name, int32 index, Value* value) const                                   \
+    {                                                                                                                  \
+        return FindBytes(name, kType, index, value, sizeof(Value));                                                    \
+    }                                                                                                                  \
+    status_t BMessage::Replace##Name(const char* name, int32 index, Value value)                                       \
+    {                                                                                                                  \
+        return ReplaceBytes(name, kType, index, &value, sizeof(value));                                                \
+    }                                                                                                                  \
+    bool BMessage::Has##Name(const char* name, int32 index) const                                                      \
+    {                                                                                                                  \
+        return HasData(name, kType, index);                                                                            \
+    }
+
+KITS_PLAIN_VALUE(Int8, int8, B_INT8_TYPE)
+KITS_PLAIN_VALUE(Int16, int16, B_INT16_TYPE)
+KITS_PLAIN_VALUE(Int32, int32, B_INT32_TYPE)
+KITS_PLAIN_VALUE(Int64, int64, B_INT64_TYPE)
+KITS_PLAIN_VALUE(Float, float, B_FLOAT_TYPE)
+KITS_PLAIN_VALUE(Double, double, B_DOUBLE_TYPE)
+KITS_PLAIN_VALUE(Point, BPoint, B_POINT_TYPE)
+KITS_PLAIN_VALUE(Rect, BRect, B_RECT_TYPE)
+
+#undef KITS_PLAIN_VALUE
+
+status_t BMessage::ReplacePoint(const char* name, BPoint value)
+{
+    return ReplacePoint(name, 0, value);
+}
+
+status_t BMessage::ReplaceRect(const char* name, BRect value)
+{
+    return ReplaceRect(name, 0, value);
+}
+
+// A bool is kept as one byte, which may have come from AddData with any value.
+
+status_t BMessage::AddBool(const char* name, bool value)
+{
+    const uint8 byte = value ? 1 : 0;
+    return AddBytes(name, B_BOOL_TYPE, &byte, 1, true);
+}
+
+status_t BMessage::FindBool(const char* name, int32 index, bool* value) const
+{
+    uint8 byte;
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindBytes(name, B_BOOL_TYPE, index, &byte, 1);
+    if (status == B_OK)
+        *value = byte != 0;
+    return status;
+}
+
+status_t BMessage::ReplaceBool(const char* name, int32 index, bool value)
+{
+    const uint8 byte = value ? 1 : 0;
+    return ReplaceBytes(name, B_BOOL_TYPE, index, &byte, 1);
+}
+
+bool BMessage::HasBool(const char* name, int32 index) const
+{
+    return HasData(name, B_BOOL_TYPE, index);
+}
+
+// A string is kept with its zero.
+
+status_t BMessage::AddString(const char* name, const char* value)
+{
+    return AddBytes(name, B_STRING_TYPE, value, value == nullptr ? 0 : strlen(value) + 1, false);
+}
+
+status_t BMessage::AddString(const char* name, const std::string& value)
+{
+    return AddString(name, value.c_str());
+}
+
+status_t BMessage::FindString(const char* name, int32 index, const char** value) const
+{
+    const Field* field;
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_STRING_TYPE, index, &field);
+    if (status == B_OK)
+        *value = field->ItemAt(index).data();
+    return status;
+}
+
+status_t BMessage::FindString(const char* name, int32 index, std::string* value) const
+{
+    const char* text;
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindString(name, index, &text);
+    if (status == B_OK)
+        *value = text;
+    return status;
+}
+
+status_t BMessage::ReplaceString(const char* name, int32 index, const char* value)
+{
+    return ReplaceBytes(name, B_STRING_TYPE, index, value, value == nullptr ? 0 : strlen(value) + 1);
+}
+
+bool BMessage::HasString(const char* name, int32 index) const
+{
+    return HasData(name, B_STRING_TYPE, index);
+}
+
+status_t BMessage::AddPointer(const char* name, const void* value)
+{
+    return AddBytes(name, B_POINTER_TYPE, &value, sizeof(value), true);
+}
+
+status_t BMessage::FindPointer(const char* name, int32 index, void** value) const
+{
+    return FindBytes(name, B_POINTER_TYPE, index, value, sizeof(*value));
+}
+
+status_t BMessage::ReplacePointer(const char* name, int32 index, const void* value)
+{
+    return ReplaceBytes(name, B_POINTER_TYPE, index, &value, sizeof(value));
+}
+
+bool BMessage::HasPointer(const char* name, int32 index) const
+{
+    return HasData(name, B_POINTER_TYPE, index);
+}
+
+// Of a messenger the address is kept.
+
+status_t BMessage::AddMessenger(const char* name, const BMessenger& value)
+{
+    return AddBytes(name, B_MESSENGER_TYPE, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address), true);
+}
+
+status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* value) const
+{
+    kits::Address address;
+    const status_t status =
+        value == nullptr ? B_BAD_VALUE : FindBytes(name, B_MESSENGER_TYPE, index, &address, sizeof(address));
+    if (status == B_OK)
+        *value = kits::MessageAccess::MessengerTo(address);
+    return status;
+}
+
+status_t BMessage::ReplaceMessenger(const char* name, int32 index, const BMessenger& value)
+{
+    return ReplaceBytes(name, B_MESSENGER_TYPE, index, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address));
+}
+
+bool BMessage::HasMessenger(const char* name, int32 index) const
+{
+    return HasData(name, B_MESSENGER_TYPE, index);
+}
+
+status_t BMessage::AddMessage(const char* name, const BMessage* value)
+{
+    if (!kits::IsFieldName(name) || value == nullptr)
+        return B_BAD_VALUE;
+    // Copied before anything moves: it may be this message, or one within it.
+    BMessage copy(*value);
+    Field* field = FieldOf(name);
+    if (field != nullptr && field->Type() != B_MESSAGE_TYPE)
+        return B_BAD_TYPE;
+    if (field == nullptr)
+        field = &fFields.emplace_back(name, B_MESSAGE_TYPE, false, 0);
+    field->AddMessage(std::move(copy));
+    return B_OK;
+}
+
+status_t BMessage::FindMessage(const char* name, int32 index, BMessage* value) const
+{
+    const Field* field;
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_MESSAGE_TYPE, index, &field);
+    if (status == B_OK)
+        *value = field->MessageAt(index);
+    return status;
+}
+
+status_t BMessage::ReplaceMessage(const char* name, int32 index, const BMessage* value)
+{
+    const Field* field;
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_MESSAGE_TYPE, index, &field);
+    if (status == B_OK) {
+        BMessage copy(*value);
+        FieldOf(name)->MessageAt(index) = std::move(copy);
+    }
+    return status;
+}
+
+bool BMessage::HasMessage(const char* name, int32 index) const
+{
+    return HasData(name, B_MESSAGE_TYPE, index);
+}
+
+status_t BMessage::AddFlat(const char* name, const BFlattenable* object)
+{
+    if (object == nullptr)
+        return B_BAD_VALUE;
+    const ssize_t size = object->FlattenedSize();
+    if (size < 0)
+        return B_BAD_VALUE;
+    std::vector<char> bytes(static_cast<size_t>(size) + 1);
+    const status_t status = object->Flatten(bytes.data(), size);
+    return status == B_OK ? AddData(name, object->TypeCode(), bytes.data(), size, object->IsFixedSize()) : status;
+}
+
+status_t BMessage::FindFlat(const char* name, int32 index, BFlattenable* object) const
+{
+    const Field* field;
+    const status_t status = object == nullptr ? B_BAD_VALUE : FindField(name, B_ANY_TYPE, index, &field);
+    if (status != B_OK)
+        return status;
+    if (field->Type() == B_MESSAGE_TYPE || !object->AllowsTypeCode(field->Type()))
+        return B_BAD_TYPE;
+    const std::string_view bytes = field->ItemAt(index);
+    return object->Unflatten(field->Type(), bytes.data(), static_cast<ssize_t>(bytes.size()));
+}
+
+status_t BMessage::ReplaceFlat(const char* name, int32 index, const BFlattenable* object)
+{
+    if (object == nullptr)
+        return B_BAD_VALUE;
+    const ssize_t size = object->FlattenedSize();
+    if (size < 0)
+        return B_BAD_VALUE;
+    std::vector<char> bytes(static_cast<size_t>(size) + 1);
+    const status_t status = object->Flatten(bytes.data(), size);
+    return status == B_OK ? ReplaceData(name, object->TypeCode(), index, bytes.data(), size) : status;
+}
+
+bool BMessage::HasFlat(const char* name, int32 index, const BFlattenable* object) const
+{
+    const Field* field;
+    return object != nullptr && FindField(name, B_ANY_TYPE, index, &field) == B_OK && field->Type() != B_MESSAGE_TYPE &&
+           object->AllowsTypeCode(field->Type());
+}
+
+status_t BMessage::AddData(const char* name, type_code type, const void* data, ssize_t numBytes, bool fixedSize,
+                           int32 numItems)
+{
+    if (data == nullptr || numBytes < 0)
+        return B_BAD_VALUE;
+    const size_t size = static_cast<size_t>(numBytes);
+    if (type == B_MESSAGE_TYPE)
+        return B_BAD_TYPE;
+    if (type == B_STRING_TYPE)
+        return AddString(name, std::string(TextIn(data, size)));
+    const size_t knownSize = kits::FixedSizeOf(type);
+    if (knownSize != 0 && size != knownSize)
+        return B_BAD_VALUE;
+    return AddBytes(name, type, data, size, fixedSize || knownSize != 0, numItems);
+}
+
+status_t BMessage::FindData(const char* name, type_code type, int32 index, const void** data, ssize_t* numBytes) const
+{
+    if (data == nullptr)
+        return B_BAD_VALUE;
+    const Field* field;
+    const status_t status = FindField(name, type, index, &field);
+    if (status != B_OK)
+        return status;
+    if (field->Type() == B_MESSAGE_TYPE)
+        return B_BAD_TYPE;
+    const std::string_view bytes = field->ItemAt(index);
+    *data = bytes.data();
+    if (numBytes != nullptr)
+        *numBytes = static_cast<ssize_t>(bytes.size());
+    return B_OK;
+}
+
+status_t BMessage::ReplaceData(const char* name, type_code type, int32 index, const void* data, ssize_t numBytes)
+{
+    if (data == nullptr || numBytes < 0)
+        return B_BAD_VALUE;
+    const size_t size = static_cast<size_t>(numBytes);
+    if (type == B_MESSAGE_TYPE || type == B_ANY_TYPE)
+        return B_BAD_TYPE;
+    if (type == B_STRING_TYPE)
+        return ReplaceString(name, index, std::string(TextIn(data, size)).c_str());
+    return ReplaceBytes(name, type, index, data, size);
+}
+
+bool BMessage::HasData(const char* name, type_code type, int32 index) const
+{
+    const Field* field;
+    return FindField(name, type, index, &field) == B_OK;
+}

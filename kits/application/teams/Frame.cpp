@@ -1,0 +1,140 @@
+#include "kits/application/teams/Frame.h"
+
+#include <bit>
+#include <cstring>
+
+namespace kits {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "numbers travel as they lie in memory");
+
+constexpr std::string_view kMagic = "kits";
+constexpr size_t kLengthSize = 4;
+constexpr uint8 kNewestWins = 1;
+constexpr uint8 kSourceWaits = 2;
+
+template <class T> void Append(std::string* bytes, const T& value)
+{
+    bytes->append(reinterpret_cast<const char*>(&value), sizeof(value));
+}
+
+/// Takes a value from the front. False if there is not enough.
+template <class T> bool Take(std::string_view* bytes, T* value)
+{
+    if (bytes->size() < sizeof(T))
+        return false;
+    memcpy(value, bytes->data(), sizeof(T));
+    bytes->remove_prefix(sizeof(T));
+    return true;
+}
+
+std::string FrameOf(FrameKind kind, const std::string& content, size_t following = 0)
+{
+    std::string frame;
+    Append(&frame, static_cast<uint32>(1 + content.size() + following));
+    Append(&frame, kind);
+    return frame + content;
+}
+
+} // namespace
+
+std::string HelloFrame(team_address sender)
+{
+    std::string content(kMagic);
+    Append(&content, kProtocolVersion);
+    Append(&content, sender);
+    return FrameOf(FrameKind::kHello, content);
+}
+
+std::string NumberFrame(FrameKind kind, uint64 number)
+{
+    std::string content;
+    Append(&content, number);
+    return FrameOf(kind, content);
+}
+
+std::string MessageFrameHead(const MessageFrame& frame, size_t messageSize)
+{
+    std::string content;
+    Append(&content, static_cast<uint8>((frame.newestWins ? kNewestWins : 0) | (frame.sourceWaits ? kSourceWaits : 0)));
+    Append(&content, frame.replyTo.team);
+    Append(&content, frame.replyTo.token);
+    Append(&content, static_cast<uint32>(frame.targets.size()));
+    content.append(reinterpret_cast<const char*>(frame.targets.data()), frame.targets.size() * sizeof(token_t));
+    return FrameOf(FrameKind::kMessage, content, messageSize);
+}
+
+std::optional<team_address> ReadHello(std::string_view content)
+{
+    uint32 version;
+    team_address team;
+    if (!content.starts_with(kMagic))
+        return {};
+    content.remove_prefix(kMagic.size());
+    if (!Take(&content, &version) || version != kProtocolVersion || !Take(&content, &team) || !content.empty())
+        return {};
+    return team;
+}
+
+std::optional<uint64> ReadNumber(std::string_view content)
+{
+    uint64 number;
+    if (!Take(&content, &number) || !content.empty())
+        return {};
+    return number;
+}
+
+std::optional<MessageFrame> ReadMessageFrame(std::string_view content, std::string_view* message)
+{
+    MessageFrame frame;
+    uint8 flags;
+    uint32 count;
+    if (!Take(&content, &flags) || (flags & ~(kNewestWins | kSourceWaits)) != 0 ||
+        !Take(&content, &frame.replyTo.team) || !Take(&content, &frame.replyTo.token) || !Take(&content, &count) ||
+        count == 0 || count > kMaxFrameTargets || content.size() < count * sizeof(token_t))
+        return {};
+    frame.newestWins = (flags & kNewestWins) != 0;
+    frame.sourceWaits = (flags & kSourceWaits) != 0;
+    frame.targets.resize(count);
+    for (token_t& target : frame.targets)
+        Take(&content, &target);
+    if (count > 1 && content.size() > kMaxSharedMessageSize)
+        return {};
+    *message = content;
+    return frame;
+}
+
+void FrameReader::Add(std::string_view bytes)
+{
+    fBytes.erase(0, fPlace);
+    fPlace = 0;
+    // What one long frame took is not kept for all the short ones after it.
+    constexpr size_t kKept = 256 * 1024;
+    if (fBytes.empty() && fBytes.capacity() > kKept)
+        fBytes.shrink_to_fit();
+    fBytes.append(bytes);
+}
+
+FrameReader::Result FrameReader::Next(FrameKind* kind, std::string_view* content)
+{
+    std::string_view rest = std::string_view(fBytes).substr(fPlace);
+    uint32 length;
+    if (!Take(&rest, &length))
+        return Result::kNone;
+    if (length == 0 || length > fLimit)
+        return Result::kBroken;
+    if (rest.size() < length) {
+        // One piece for a long frame, instead of one after the other; but never for more than has been announced by as
+        // much as is there already.
+        if (rest.size() > length / 4)
+            fBytes.reserve(fPlace + kLengthSize + length);
+        return Result::kNone;
+    }
+    *content = rest.substr(0, length);
+    Take(content, kind);
+    fPlace += kLengthSize + length;
+    return Result::kFrame;
+}
+
+} // namespace kits

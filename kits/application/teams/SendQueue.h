@@ -1,0 +1,52 @@
+#pragma once
+
+#include "kits/application/teams/Frame.h"
+
+#include <deque>
+#include <memory>
+
+namespace kits {
+
+/// The frames that one team has not taken yet, for one connection. What was begun is sent to its end; of the others a
+/// message marked "newest wins" takes the place of older ones with the same code for the same handlers. So one that
+/// tells only that something is new waits once per handler, however slow the other side is.
+/// One thread at a time.
+class SendQueue {
+public:
+    /// How many bytes may wait; one frame may, however long it is.
+    static constexpr size_t kCapacity = 4 * 1024 * 1024;
+
+    /// @param frame  ready to be sent
+    void AddControl(std::string frame);
+    /// @param code     of the message
+    /// @param message  flattened; shared by all teams that it goes to
+    /// @return `B_WOULD_BLOCK` if the queue is full
+    status_t AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message);
+
+    /// Sends as much as the socket takes now. False, with errno, if the connection is broken.
+    bool Flush(int socket);
+    bool IsEmpty() const { return fWaiting.empty(); }
+    /// The bytes that wait.
+    size_t Size() const { return fSize; }
+    size_t CountFrames() const { return fWaiting.size(); }
+
+private:
+    struct Waiting {
+        MessageFrame frame;
+        uint32 code = 0;
+        std::shared_ptr<const std::string> message; ///< null for a control frame
+        std::string head;                           ///< empty as long as the targets may still change
+        size_t sent = 0;                            ///< of head and message
+
+        size_t Size() const;
+    };
+
+    /// Takes these targets out of older messages that the new one replaces.
+    /// @return the place of one that is replaced whole, or null
+    Waiting* Supersede(const MessageFrame& frame, uint32 code);
+
+    std::deque<Waiting> fWaiting;
+    size_t fSize = 0;
+};
+
+} // namespace kits

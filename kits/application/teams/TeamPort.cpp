@@ -1,0 +1,230 @@
+#include "kits/application/teams/TeamPort.h"
+
+#include "kits/application/MainThread.h"
+#include "kits/application/delivery/PostOffice.h"
+#include "kits/application/teams/TeamSocket.h"
+#include "kits/kernel/Errors.h"
+
+#include <sys/eventfd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <pthread.h>
+
+namespace kits {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+int PollTimeout(Clock::time_point deadline)
+{
+    if (deadline == Clock::time_point::max())
+        return -1;
+    const auto now = Clock::now();
+    if (deadline <= now)
+        return 0;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - now).count();
+    return static_cast<int>(std::min<decltype(left)>(left, INT_MAX));
+}
+
+} // namespace
+
+TeamPort& TeamPort::Get()
+{
+    // Never destroyed: its thread may run while the process ends.
+    static TeamPort& port = *new TeamPort;
+    return port;
+}
+
+TeamPort::TeamPort()
+    : fWakeDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , fLinks({[this] { Wake(); },
+              [this](team_address team) {
+                  PostOffice::Get().FailReplyWaits(team);
+                  fWatch.NoteClosed(team);
+              },
+              [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
+    , fVisitors({[this](team_address team) { fLinks.Forgive(team); },
+                 [this](team_address team) { fWatch.NoteClosed(team); },
+                 [](uint64 visitor, uint64 number) {
+                     // The answer is to say that the main loop comes by.
+                     RunOnMainThread([visitor, number] {
+                         TeamPort& port = TeamPort::Get();
+                         {
+                             std::lock_guard lock(port.fMutex);
+                             port.fPongs.emplace_back(visitor, number);
+                         }
+                         port.Wake();
+                     });
+                 }})
+    , fWatch({[this] { Wake(); }, [this](team_address team, bool isWatched) { fLinks.SetWatched(team, isWatched); },
+              [this](team_address team) {
+                  return fLinks.IsReachable({team, kApplicationToken});
+              }})
+{
+}
+
+void TeamPort::Wake()
+{
+    eventfd_write(fWakeDescriptor.Get(), 1);
+}
+
+void TeamPort::ClearWake()
+{
+    eventfd_t count;
+    eventfd_read(fWakeDescriptor.Get(), &count);
+}
+
+status_t TeamPort::Open()
+{
+    std::lock_guard lock(fMutex);
+    if (fState == State::kOpen)
+        return B_OK;
+    if (fState == State::kClosing)
+        return B_NO_INIT;
+    status_t status = fFolder.IsOpen() ? B_OK : fFolder.Open();
+    if (status != B_OK)
+        return status;
+    const TeamFolder::Entry entry{"", ThisTeam()};
+    FileDescriptor listener;
+    status = Listen(fFolder, entry, &listener);
+    if (status != B_OK)
+        return status;
+    fSocketName = TeamFolder::MakeName(entry);
+    fFolder.List(); // removes what dead teams have left
+    fVisitors.SetListener(std::move(listener));
+    fLinks.SetFolder(&fFolder);
+    fState = State::kOpen;
+
+    // Signals are for the other threads.
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    fThread = std::thread([this] { Run(); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return B_OK;
+}
+
+status_t TeamPort::SetSignature(const std::string& signature)
+{
+    if (!signature.empty() && !TeamFolder::IsSignature(signature))
+        return B_BAD_VALUE;
+    const status_t status = Open();
+    if (status != B_OK)
+        return status;
+    std::lock_guard lock(fMutex);
+    if (fState != State::kOpen)
+        return B_NO_INIT;
+    const std::string name = TeamFolder::MakeName({signature, ThisTeam()});
+    if (renameat(fFolder.Descriptor(), fSocketName.c_str(), fFolder.Descriptor(), name.c_str()) != 0)
+        return StatusFromErrno(errno);
+    fSocketName = name;
+    return B_OK;
+}
+
+void TeamPort::Close()
+{
+    std::thread thread;
+    {
+        std::lock_guard lock(fMutex);
+        if (fState != State::kOpen)
+            return;
+        // Nobody finds it from now on.
+        unlinkat(fFolder.Descriptor(), fSocketName.c_str(), 0);
+        fState = State::kClosing;
+        thread = std::move(fThread);
+    }
+    Wake();
+    thread.join();
+    fWatch.Clear();
+    fVisitors.SetListener(FileDescriptor());
+    fLinks.SetFolder(nullptr);
+    std::lock_guard lock(fMutex);
+    fFolder = TeamFolder();
+    fPongs.clear();
+    fState = State::kClosed;
+}
+
+status_t TeamPort::Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> flat)
+{
+    const status_t status = Open();
+    return status == B_OK ? fLinks.Send(team, std::move(frame), code, std::move(flat)) : status;
+}
+
+bool TeamPort::IsReachable(const Address& address)
+{
+    return Open() == B_OK && fLinks.IsReachable(address);
+}
+
+std::vector<TeamFolder::Entry> TeamPort::Find(const std::string& signature)
+{
+    if (Open() != B_OK)
+        return {};
+    std::lock_guard lock(fMutex);
+    return fState == State::kOpen ? fFolder.Find(signature) : std::vector<TeamFolder::Entry>();
+}
+
+std::vector<TeamFolder::Entry> TeamPort::List()
+{
+    if (Open() != B_OK)
+        return {};
+    std::lock_guard lock(fMutex);
+    if (fState != State::kOpen)
+        return {};
+    std::vector<TeamFolder::Entry> entries = fFolder.List();
+    std::erase_if(entries, [](const TeamFolder::Entry& entry) { return entry.signature.empty(); });
+    return entries;
+}
+
+status_t TeamPort::StartWatching(const Address& watcher, uint32 events)
+{
+    const status_t status = Open();
+    if (status == B_OK)
+        fWatch.Add(watcher, events);
+    return status;
+}
+
+status_t TeamPort::StopWatching(const Address& watcher)
+{
+    return fWatch.Remove(watcher) ? B_OK : B_BAD_VALUE;
+}
+
+void TeamPort::Run()
+{
+    pthread_setname_np(pthread_self(), "team port");
+    std::vector<pollfd> polls;
+    while (true) {
+        polls.assign(1, {fWakeDescriptor.Get(), POLLIN, 0});
+        fWatch.AppendPolls(&polls);
+        const size_t firstVisitor = polls.size();
+        fVisitors.AppendPolls(&polls);
+        const size_t firstLink = polls.size();
+        fLinks.AppendPolls(&polls);
+        const Clock::time_point deadline = std::min({fVisitors.Deadline(), fLinks.Deadline(), fWatch.Deadline()});
+        if (poll(polls.data(), polls.size(), PollTimeout(deadline)) < 0) {
+            if (errno != EINTR)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10)); // no memory for it just now
+            continue;
+        }
+        if (polls[0].revents != 0) {
+            ClearWake();
+            std::vector<std::pair<uint64, uint64>> pongs;
+            {
+                std::lock_guard lock(fMutex);
+                if (fState == State::kClosing)
+                    return;
+                pongs.swap(fPongs);
+            }
+            for (const auto& [visitor, number] : pongs)
+                fVisitors.AnswerPing(visitor, number);
+        }
+        fVisitors.Handle(&polls[firstVisitor]);
+        fLinks.Handle(polls.data() + firstLink, polls.size() - firstLink);
+        fWatch.Handle(&polls[1], fFolder);
+    }
+}
+
+} // namespace kits

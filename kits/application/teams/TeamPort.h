@@ -1,0 +1,65 @@
+#pragma once
+
+#include "kits/application/teams/TeamFolder.h"
+#include "kits/application/teams/TeamLinks.h"
+#include "kits/application/teams/TeamWatch.h"
+#include "kits/application/teams/Visitors.h"
+
+#include <thread>
+
+namespace kits {
+
+/// Where this team meets others: its socket in the user's folder, the connections to and from it, and one thread that
+/// waits on all of them. Opened by the first who needs it, closed by the application at its end. Any thread, but where
+/// it says more.
+///
+/// What comes from outside is believed nothing: the other end is a process of this user, known by the system and not by
+/// what it says; what it sends is held to the limits of Frame.h and of BMessage, and is dropped with its connection
+/// when it breaks them.
+class TeamPort {
+public:
+    static TeamPort& Get();
+
+    /// Opens it; nothing if it is open.
+    /// @return why not, if not: TeamFolder::Open or the system. Then it is tried again by the next call.
+    status_t Open();
+    /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
+    status_t SetSignature(const std::string& signature);
+    /// Ends all connections and removes the socket; waits for what is under way. It may be opened again.
+    void Close();
+
+    /// Sends a message to handlers of another team.
+    /// @param flat  as WriteMessage gives it
+    /// @return see TeamLinks::Send; or why it cannot be opened
+    status_t Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> flat);
+    bool IsReachable(const Address& address);
+
+    /// The teams that can be found by this signature, this one too; the oldest first.
+    std::vector<TeamFolder::Entry> Find(const std::string& signature);
+    /// All that have a signature.
+    std::vector<TeamFolder::Entry> List();
+    /// Messages of TeamWatch go there from now on.
+    status_t StartWatching(const Address& watcher, uint32 events);
+    status_t StopWatching(const Address& watcher);
+
+private:
+    TeamPort();
+
+    void Run();
+    void Wake();
+    void ClearWake();
+
+    const FileDescriptor fWakeDescriptor;
+    TeamLinks fLinks;
+    Visitors fVisitors; ///< of the thread
+    TeamWatch fWatch;
+
+    std::mutex fMutex; ///< guards what follows; taken before that of the links
+    TeamFolder fFolder;
+    std::string fSocketName;
+    std::thread fThread;
+    enum class State { kClosed, kOpen, kClosing } fState = State::kClosed;
+    std::vector<std::pair<uint64, uint64>> fPongs; ///< visitor and number, for the thread to send
+};
+
+} // namespace kits

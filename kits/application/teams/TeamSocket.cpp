@@ -1,0 +1,86 @@
+#include "kits/application/teams/TeamSocket.h"
+
+#include "kits/kernel/Errors.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace kits {
+
+namespace {
+
+// As many as the system allows by default: so many may connect before the first one is let in.
+constexpr int kBacklog = 4096;
+
+FileDescriptor MakeSocket()
+{
+    return FileDescriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+}
+
+sockaddr_un SocketAddress(const TeamFolder& folder, const std::string& name)
+{
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    const std::string path = folder.PathOf(name);
+    static_assert(sizeof(address.sun_path) >= sizeof("/proc/self/fd/1234567/") + 64 + 17);
+    strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+    return address;
+}
+
+} // namespace
+
+status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDescriptor* socket)
+{
+    FileDescriptor made = MakeSocket();
+    if (!made.IsOpen())
+        return StatusFromErrno(errno);
+    const std::string name = TeamFolder::MakeName(entry);
+    const std::string firstName = ".new" + TeamFolder::MakeName({"", entry.team});
+    unlinkat(folder.Descriptor(), firstName.c_str(), 0);
+    const sockaddr_un address = SocketAddress(folder, firstName);
+    if (bind(made.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+        return StatusFromErrno(errno);
+    if (listen(made.Get(), kBacklog) != 0 ||
+        renameat(folder.Descriptor(), firstName.c_str(), folder.Descriptor(), name.c_str()) != 0) {
+        const status_t status = StatusFromErrno(errno);
+        unlinkat(folder.Descriptor(), firstName.c_str(), 0);
+        return status;
+    }
+    *socket = std::move(made);
+    return B_OK;
+}
+
+status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* socket)
+{
+    const std::string name = folder.NameOf(team);
+    if (name.empty())
+        return B_BAD_HANDLER;
+    FileDescriptor made = MakeSocket();
+    if (!made.IsOpen())
+        return StatusFromErrno(errno);
+    const sockaddr_un address = SocketAddress(folder, name);
+    if (connect(made.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+        return errno == EAGAIN ? B_WOULD_BLOCK : B_BAD_HANDLER;
+    pid_t process;
+    if (!IsOfThisUser(made.Get(), &process) || process != TeamIdOf(team))
+        return B_PERMISSION_DENIED;
+    *socket = std::move(made);
+    return B_OK;
+}
+
+bool IsOfThisUser(int socket, pid_t* process)
+{
+    ucred credentials = {};
+    socklen_t size = sizeof(credentials);
+    if (getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0 || credentials.uid != geteuid())
+        return false;
+    *process = credentials.pid;
+    return true;
+}
+
+} // namespace kits

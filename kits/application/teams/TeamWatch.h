@@ -1,0 +1,77 @@
+#pragma once
+
+#include "kits/application/Token.h"
+#include "kits/application/teams/TeamFolder.h"
+#include "kits/kernel/FileDescriptor.h"
+
+#include <poll.h>
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <vector>
+
+namespace kits {
+
+/// Events that can be watched, see BRoster::StartWatching.
+enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2 };
+
+/// Tells watchers which applications come and go: whose socket appears in the folder, whose connection ends, and who
+/// does not answer. One that hangs counts as gone, and as launched when it answers again.
+class TeamWatch {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    struct Hooks {
+        std::function<void()> wake;
+        /// A team is to be connected to and asked for signs of life, or no longer.
+        std::function<void(team_address, bool isWatched)> setWatched;
+        std::function<bool(team_address)> isReachable;
+    };
+
+    explicit TeamWatch(Hooks hooks)
+        : fHooks(std::move(hooks))
+    {
+    }
+
+    // Any thread.
+    void Add(const Address& watcher, uint32 events);
+    bool Remove(const Address& watcher);
+    void Clear();
+
+    // The thread of the port.
+    void AppendPolls(std::vector<pollfd>* polls) const;
+    Clock::time_point Deadline();
+    void Handle(const pollfd* polls, const TeamFolder& folder);
+    /// A connection from or to the team has ended.
+    void NoteClosed(team_address team);
+    void NoteHung(team_address team, bool isHung);
+
+private:
+    struct Watcher {
+        Address address;
+        uint32 events;
+    };
+    struct Team {
+        std::string signature;
+        bool isHung = false;
+    };
+
+    bool HasWatchers();
+    void ForgetTeams();
+    void Look(const TeamFolder& folder);
+    void Tell(uint32 event, team_address team, const std::string& signature);
+
+    const Hooks fHooks;
+    std::mutex fMutex;
+    std::vector<Watcher> fWatchers; ///< guarded by the mutex
+
+    // Of the thread.
+    FileDescriptor fNotifier; ///< open while there are watchers
+    std::map<team_address, Team> fTeams;
+    Clock::time_point fLookAt = Clock::time_point::max();
+    bool fKnowsTeams = false; ///< those that were there when the first watcher came are no news
+};
+
+} // namespace kits

@@ -1,0 +1,65 @@
+#include "kits/interface/Box.h"
+
+#include "kits/interface/controls/BoxWidget.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/views/ViewPrivate.h"
+
+BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, border_style border)
+    : BView(frame, name, resizingMode, flags)
+    , fBorder(border)
+{
+}
+
+BBox::~BBox() = default;
+
+void BBox::AttachedToWindow()
+{
+    if (!fHasColor)
+        kits::TakeParentColor(this);
+    fHasColor = true;
+}
+
+void BBox::SetViewColor(rgb_color color)
+{
+    fHasColor = true;
+    BView::SetViewColor(color);
+}
+
+void BBox::SetBorder(border_style border)
+{
+    fBorder = border;
+    WidgetNeedsUpdate();
+}
+
+void BBox::SetLabel(const char* label)
+{
+    fLabel = label == nullptr ? "" : label;
+    if (!fLabel.empty())
+        SetAccessibleName(fLabel.c_str());
+    WidgetNeedsUpdate();
+}
+
+void BBox::WidgetCreated(QWidget* widget)
+{
+    fContent = std::make_unique<kits::Content>();
+    fContent->SetWidget(new kits::BoxWidget(widget));
+    UpdateWidget();
+    ViewColorChanged();
+}
+
+void BBox::ViewColorChanged()
+{
+    if (fContent != nullptr)
+        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+}
+
+void BBox::UpdateWidget()
+{
+    fContent->As<kits::BoxWidget>()->Take(fBorder, kits::ToLabel(fLabel.c_str()));
+}
+
+void BBox::WidgetNeedsUpdate()
+{
+    if (fContent != nullptr)
+        kits::RunOnMain(this, [this] { UpdateWidget(); });
+}

@@ -1,0 +1,65 @@
+#include "kits/interface/Button.h"
+
+#include "kits/interface/Window.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/views/ViewPrivate.h"
+
+#include <QPushButton>
+
+BButton::BButton(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode, uint32 flags)
+    : BControl(frame, name, label, message, resizingMode, flags)
+{
+}
+
+BButton::~BButton() = default;
+
+void BButton::AttachedToWindow()
+{
+    BControl::AttachedToWindow();
+    GrowToPreferred();
+    if (fDefault)
+        MakeDefault(true);
+}
+
+void BButton::MakeDefault(bool isDefault)
+{
+    const bool was = fDefault;
+    fDefault = isDefault;
+    WidgetNeedsUpdate();
+    BWindow* window = Window();
+    if (window == nullptr)
+        return;
+    BView* before = window->DefaultButton();
+    if (isDefault) {
+        auto* other = before == this ? nullptr : dynamic_cast<BButton*>(before);
+        if (other != nullptr) {
+            other->fDefault = false;
+            other->WidgetNeedsUpdate();
+        }
+        kits::SetDefaultButton(window, this, [this] { Press(); });
+    } else if (was && before == this) {
+        kits::SetDefaultButton(window, nullptr, nullptr);
+    }
+}
+
+void BButton::Press()
+{
+    if (fContent != nullptr)
+        fContent->As<QPushButton>()->click();
+}
+
+QWidget* BButton::MakeWidget()
+{
+    auto* button = new QPushButton;
+    button->setAutoDefault(true);
+    QObject::connect(button, &QPushButton::clicked, fContent.get(), [this] { Invoke(); });
+    return button;
+}
+
+void BButton::UpdateWidget()
+{
+    BControl::UpdateWidget();
+    auto* button = fContent->As<QPushButton>();
+    button->setText(kits::ToLabel(Label()));
+    button->setDefault(fDefault);
+}

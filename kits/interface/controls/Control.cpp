@@ -1,0 +1,119 @@
+#include "kits/interface/Control.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/Window.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/views/ViewPrivate.h"
+#include "kits/kernel/Clock.h"
+
+#include <QWidget>
+
+BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode,
+                   uint32 flags)
+    : BView(frame, name, resizingMode, flags)
+    , BInvoker(message, static_cast<const BHandler*>(nullptr))
+    , fLabel(label == nullptr ? "" : label)
+{
+    SetAccessibleName(fLabel.c_str());
+}
+
+BControl::~BControl() = default;
+
+void BControl::AttachedToWindow()
+{
+    kits::TakeParentColor(this);
+    if (BInvoker::Messenger() == BMessenger())
+        SetTarget(Window());
+}
+
+void BControl::SetLabel(const char* label)
+{
+    fLabel = label == nullptr ? "" : label;
+    SetAccessibleName(fLabel.c_str());
+    WidgetNeedsUpdate();
+}
+
+void BControl::SetValue(int32 value)
+{
+    if (value == fValue)
+        return;
+    fValue = value;
+    WidgetNeedsUpdate();
+}
+
+void BControl::SetEnabled(bool enabled)
+{
+    fEnabled = enabled;
+    WidgetNeedsUpdate();
+}
+
+status_t BControl::Invoke(BMessage* message)
+{
+    const BMessage* what = message != nullptr ? message : Message();
+    if (what == nullptr)
+        return B_BAD_VALUE;
+    BMessage copy(*what);
+    copy.AddInt64("when", system_time());
+    copy.AddPointer("source", this);
+    return BInvoker::Invoke(&copy);
+}
+
+void BControl::GetPreferredSize(float* width, float* height)
+{
+    QWidget* widget = EnsureWidget();
+    if (widget == nullptr) {
+        BView::GetPreferredSize(width, height);
+        return;
+    }
+    kits::GetSizeHint(widget, width, height);
+}
+
+void BControl::GrowToPreferred()
+{
+    float width = 0;
+    float height = 0;
+    GetPreferredSize(&width, &height);
+    const BRect bounds = Bounds();
+    ResizeTo(std::max(bounds.Width(), width), std::max(bounds.Height(), height));
+}
+
+void BControl::TakePreferredHeight()
+{
+    float height = 0;
+    GetPreferredSize(nullptr, &height);
+    ResizeTo(Bounds().Width(), height);
+}
+
+QWidget* BControl::EnsureWidget()
+{
+    if (fContent == nullptr && kits::IsMainThread()) {
+        fContent = std::make_unique<kits::Content>();
+        fContent->SetWidget(MakeWidget());
+        UpdateWidget();
+    }
+    return fContent == nullptr ? nullptr : fContent->As<>();
+}
+
+void BControl::WidgetCreated(QWidget*)
+{
+    kits::FillView(this, EnsureWidget());
+}
+
+void BControl::ViewColorChanged()
+{
+    if (fContent != nullptr)
+        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+}
+
+void BControl::UpdateWidget()
+{
+    QWidget* widget = fContent->As<>();
+    widget->setEnabled(fEnabled);
+    widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
+}
+
+void BControl::WidgetNeedsUpdate()
+{
+    if (fContent != nullptr)
+        kits::RunOnMain(this, [this] { UpdateWidget(); });
+}

@@ -1,0 +1,77 @@
+#include "kits/interface/controls/LabeledWidget.h"
+
+#include <QEvent>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kGap = 5;
+
+} // namespace
+
+namespace kits {
+
+LabeledWidget::LabeledWidget(QWidget* field)
+    : fField(field)
+    , fText(new QLabel(this))
+{
+    fField->setParent(this);
+    setFocusProxy(fField);
+    fText->setTextFormat(Qt::PlainText);
+    fText->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void LabeledWidget::SetLabel(const QString& label)
+{
+    fLabel = label;
+    fField->setAccessibleName(label);
+    LayOut();
+}
+
+void LabeledWidget::SetDivider(float divider)
+{
+    fDivider = divider;
+    LayOut();
+}
+
+int LabeledWidget::Divider() const
+{
+    if (fDivider >= 0)
+        return std::min(qRound(fDivider), width());
+    return fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + kGap;
+}
+
+QSize LabeledWidget::sizeHint() const
+{
+    const QSize field = fField->sizeHint();
+    const int label = fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + kGap;
+    return {std::max(label, fDivider >= 0 ? qRound(fDivider) : 0) + field.width(),
+            std::max(fontMetrics().height(), field.height())};
+}
+
+void LabeledWidget::LayOut()
+{
+    const int divider = Divider();
+    const int height = std::min(this->height(), fField->sizeHint().height());
+    fField->setGeometry(divider, (this->height() - height) / 2, width() - divider, height);
+    const int room = std::max(0, divider - kGap);
+    fText->setGeometry(0, 0, room, this->height());
+    fText->setText(fontMetrics().elidedText(fLabel, Qt::ElideRight, room));
+}
+
+void LabeledWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    LayOut();
+}
+
+void LabeledWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        LayOut();
+}
+
+} // namespace kits

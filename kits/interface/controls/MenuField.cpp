@@ -1,0 +1,181 @@
+#include "kits/interface/MenuField.h"
+
+#include "kits/interface/Menu.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/controls/LabeledWidget.h"
+#include "kits/interface/menus/MenuPart.h"
+#include "kits/interface/views/ViewPrivate.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// Looks like a choice of the theme, and opens a menu of ours.
+class PopUpButton : public QComboBox {
+public:
+    explicit PopUpButton(std::function<void()> open)
+        : fOpen(std::move(open))
+    {
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+    void showPopup() override { fOpen(); }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        if (event->button() == Qt::LeftButton)
+            fOpen();
+    }
+
+    void mouseReleaseEvent(QMouseEvent*) override {}
+    /// Turning the wheel would choose without the menu.
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        switch (event->key()) {
+        case Qt::Key_Space:
+        case Qt::Key_Select:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+        case Qt::Key_Up:
+        case Qt::Key_F4:
+            fOpen();
+            break;
+        default:
+            event->ignore();
+        }
+    }
+
+private:
+    std::function<void()> fOpen;
+};
+
+} // namespace
+
+BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* menu, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags)
+    , fMenu(menu)
+    , fLabel(label == nullptr ? "" : label)
+{
+    fMenu->fField = this;
+    SetAccessibleName(fLabel.c_str());
+}
+
+BMenuField::~BMenuField()
+{
+    fMenu->fField = nullptr;
+}
+
+void BMenuField::AttachedToWindow()
+{
+    kits::TakeParentColor(this);
+    float height = 0;
+    GetPreferredSize(nullptr, &height);
+    ResizeTo(Bounds().Width(), height);
+}
+
+void BMenuField::SetLabel(const char* label)
+{
+    fLabel = label == nullptr ? "" : label;
+    SetAccessibleName(fLabel.c_str());
+    WidgetNeedsUpdate();
+}
+
+void BMenuField::SetEnabled(bool enabled)
+{
+    fEnabled = enabled;
+    WidgetNeedsUpdate();
+}
+
+void BMenuField::SetDivider(float position)
+{
+    fDivider = position;
+    WidgetNeedsUpdate();
+}
+
+float BMenuField::Divider() const
+{
+    if (fDivider >= 0 || fContent == nullptr)
+        return std::max(fDivider, 0.0f);
+    return static_cast<float>(fContent->As<kits::LabeledWidget>()->Divider());
+}
+
+void BMenuField::GetPreferredSize(float* width, float* height)
+{
+    QWidget* widget = EnsureWidget();
+    if (widget == nullptr) {
+        BView::GetPreferredSize(width, height);
+        return;
+    }
+    kits::GetSizeHint(widget, width, height);
+}
+
+QWidget* BMenuField::EnsureWidget()
+{
+    if (fContent == nullptr && kits::IsMainThread()) {
+        fContent = std::make_unique<kits::Content>();
+        auto* button = new PopUpButton([this] { OpenMenu(); });
+        fContent->SetWidget(new kits::LabeledWidget(button));
+        UpdateWidget();
+    }
+    return fContent == nullptr ? nullptr : fContent->As<>();
+}
+
+void BMenuField::WidgetCreated(QWidget*)
+{
+    kits::FillView(this, EnsureWidget());
+}
+
+void BMenuField::ViewColorChanged()
+{
+    if (fContent != nullptr)
+        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+}
+
+void BMenuField::OpenMenu()
+{
+    if (fMenu->fPart != nullptr || fMenu->CountItems() == 0)
+        return;
+    QWidget* field = fContent->As<kits::LabeledWidget>()->Field();
+    fMenu->fPart = std::make_unique<kits::MenuPart>(fMenu.get());
+    kits::MenuPart& part = *fMenu->fPart;
+    part.Menu()->setMinimumWidth(field->width());
+    part.Open(field->mapToGlobal(QPoint(0, field->height())), [menu = fMenu.get()] { menu->fPart.reset(); });
+    part.GoToMarked();
+}
+
+void BMenuField::UpdateWidget()
+{
+    auto* widget = fContent->As<kits::LabeledWidget>();
+    auto* button = static_cast<PopUpButton*>(widget->Field());
+    widget->setEnabled(fEnabled && fMenu->IsEnabled());
+    QStringList choices;
+    int shown = 0;
+    if (fMenu->IsLabelFromMarked()) {
+        const BMenuItem* marked = fMenu->FindMarked();
+        shown = fMenu->IndexOf(marked);
+        for (int32 i = 0; i < fMenu->CountItems(); i++)
+            choices.append(kits::ToText(fMenu->ItemAt(i)->Label()));
+    } else {
+        choices.append(kits::ToText(fMenu->Name()));
+    }
+    button->clear();
+    button->addItems(choices);
+    button->setCurrentIndex(shown);
+    widget->SetLabel(kits::ToText(fLabel.c_str()));
+    widget->SetDivider(fDivider);
+}
+
+void BMenuField::WidgetNeedsUpdate()
+{
+    if (fContent != nullptr)
+        kits::RunOnMain(this, [this] { UpdateWidget(); });
+}

@@ -1,0 +1,133 @@
+#include "kits/interface/Slider.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/controls/SliderWidget.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <cmath>
+
+BSlider::BSlider(BRect frame, const char* name, const char* label, BMessage* message, int32 minValue, int32 maxValue,
+                 thumb_style thumb, uint32 resizingMode, uint32 flags)
+    : BControl(frame, name, label, message, resizingMode, flags)
+    , fMinValue(std::min(minValue, maxValue))
+    , fMaxValue(std::max(minValue, maxValue))
+    , fThumb(thumb)
+{
+    StoreValue(fMinValue);
+}
+
+BSlider::~BSlider() = default;
+
+void BSlider::AttachedToWindow()
+{
+    BControl::AttachedToWindow();
+    TakePreferredHeight();
+}
+
+void BSlider::SetValue(int32 value)
+{
+    BControl::SetValue(std::clamp(value, fMinValue, fMaxValue));
+}
+
+void BSlider::SetPosition(float position)
+{
+    const double part = position > 0 ? std::min(static_cast<double>(position), 1.0) : 0;
+    const double range = static_cast<double>(fMaxValue) - fMinValue;
+    SetValue(static_cast<int32>(fMinValue + std::floor(part * range + 0.5)));
+}
+
+float BSlider::Position() const
+{
+    const auto range = static_cast<float>(static_cast<double>(fMaxValue) - fMinValue);
+    if (range == 0)
+        return 0;
+    return static_cast<float>(static_cast<double>(Value()) - fMinValue) / range;
+}
+
+void BSlider::SetLimits(int32 minValue, int32 maxValue)
+{
+    fMinValue = std::min(minValue, maxValue);
+    fMaxValue = std::max(minValue, maxValue);
+    StoreValue(std::clamp(Value(), fMinValue, fMaxValue));
+    WidgetNeedsUpdate();
+}
+
+void BSlider::GetLimits(int32* minValue, int32* maxValue) const
+{
+    if (minValue != nullptr)
+        *minValue = fMinValue;
+    if (maxValue != nullptr)
+        *maxValue = fMaxValue;
+}
+
+void BSlider::SetLimitLabels(const char* minLabel, const char* maxLabel)
+{
+    fMinLabel = minLabel == nullptr ? "" : minLabel;
+    fMaxLabel = maxLabel == nullptr ? "" : maxLabel;
+    WidgetNeedsUpdate();
+}
+
+void BSlider::SetHashMarks(hash_mark_location where)
+{
+    fHashMarks = where;
+    WidgetNeedsUpdate();
+}
+
+void BSlider::SetHashMarkCount(int32 count)
+{
+    fHashMarkCount = count;
+    WidgetNeedsUpdate();
+}
+
+void BSlider::SetModificationMessage(BMessage* message)
+{
+    fModification.reset(message);
+}
+
+const char* BSlider::UpdateText() const
+{
+    return nullptr;
+}
+
+void BSlider::UserMoved(int32 value, bool dragging)
+{
+    StoreValue(value);
+    UpdateWidget();
+    if (fModification != nullptr)
+        Invoke(fModification.get());
+    if (fModification == nullptr || !dragging)
+        Invoke();
+}
+
+void BSlider::UserLetGo()
+{
+    if (fModification != nullptr)
+        Invoke();
+}
+
+QWidget* BSlider::MakeWidget()
+{
+    auto* widget = new kits::SliderWidget;
+    kits::SliderBar* bar = widget->Bar();
+    QObject::connect(bar, &QSlider::valueChanged, fContent.get(),
+                     [this, bar](int value) { UserMoved(value, bar->isSliderDown()); });
+    QObject::connect(bar, &QSlider::sliderReleased, fContent.get(), [this] { UserLetGo(); });
+    return widget;
+}
+
+void BSlider::UpdateWidget()
+{
+    BControl::UpdateWidget();
+    auto* widget = fContent->As<kits::SliderWidget>();
+    kits::SliderBar* bar = widget->Bar();
+    const QSignalBlocker silent(bar);
+    bar->setRange(fMinValue, fMaxValue);
+    bar->setPageStep(static_cast<int>(std::max<int64>(1, (static_cast<int64>(fMaxValue) - fMinValue) / 10)));
+    bar->setValue(Value());
+    bar->SetMarks(fHashMarks, fHashMarkCount);
+    widget->SetTexts(kits::ToText(Label()), kits::ToText(UpdateText()), kits::ToText(fMinLabel.c_str()),
+                     kits::ToText(fMaxLabel.c_str()));
+}

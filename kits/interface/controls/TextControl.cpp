@@ -1,0 +1,80 @@
+#include "kits/interface/TextControl.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/controls/Content.h"
+#include "kits/interface/controls/LabeledWidget.h"
+
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+BTextControl::BTextControl(BRect frame, const char* name, const char* label, const char* initialText, BMessage* message,
+                           uint32 resizingMode, uint32 flags)
+    : BControl(frame, name, label, message, resizingMode, flags)
+    , fText(initialText == nullptr ? "" : initialText)
+{
+}
+
+BTextControl::~BTextControl() = default;
+
+void BTextControl::AttachedToWindow()
+{
+    BControl::AttachedToWindow();
+    TakePreferredHeight();
+}
+
+void BTextControl::SetText(const char* text)
+{
+    if (text == nullptr)
+        text = "";
+    if (fText == text)
+        return;
+    fText = text;
+    WidgetNeedsUpdate();
+}
+
+void BTextControl::SetModificationMessage(BMessage* message)
+{
+    fModification.reset(message);
+}
+
+void BTextControl::SetDivider(float position)
+{
+    fDivider = position;
+    WidgetNeedsUpdate();
+}
+
+float BTextControl::Divider() const
+{
+    if (fDivider >= 0 || fContent == nullptr)
+        return std::max(fDivider, 0.0f);
+    return static_cast<float>(fContent->As<kits::LabeledWidget>()->Divider());
+}
+
+void BTextControl::UserEdited(std::string text)
+{
+    fText = std::move(text);
+    if (fModification != nullptr)
+        Invoke(fModification.get());
+}
+
+QWidget* BTextControl::MakeWidget()
+{
+    auto* edit = new QLineEdit;
+    QObject::connect(edit, &QLineEdit::textEdited, fContent.get(),
+                     [this](const QString& text) { UserEdited(text.toStdString()); });
+    QObject::connect(edit, &QLineEdit::returnPressed, fContent.get(), [this] { Invoke(); });
+    return new kits::LabeledWidget(edit);
+}
+
+void BTextControl::UpdateWidget()
+{
+    BControl::UpdateWidget();
+    auto* widget = fContent->As<kits::LabeledWidget>();
+    auto* edit = static_cast<QLineEdit*>(widget->Field());
+    const QSignalBlocker silent(edit);
+    const QString text = kits::ToText(fText.c_str());
+    if (edit->text() != text)
+        edit->setText(text);
+    widget->SetLabel(kits::ToText(Label()));
+    widget->SetDivider(fDivider);
+}

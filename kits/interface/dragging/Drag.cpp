@@ -1,0 +1,165 @@
+#include "kits/interface/dragging/Drag.h"
+
+#include "kits/application/MainThread.h"
+#include "kits/application/MessagePrivate.h"
+#include "kits/interface/Window.h"
+#include "kits/interface/dragging/DropMessage.h"
+#include "kits/interface/drawing/PixelGrid.h"
+#include "kits/interface/input/Pointer.h"
+#include "kits/interface/windows/WindowImpl.h"
+#include "kits/interface/windows/WindowPane.h"
+
+#include <QDrag>
+#include <QDropEvent>
+#include <QPainter>
+#include <QPixmap>
+
+namespace kits::Drag {
+
+namespace {
+
+/// What will be dragged next; the newest request counts.
+std::unique_ptr<Request> sQueued;
+/// What is being dragged out of this process.
+std::unique_ptr<Request> sCurrent;
+/// What is dragged over our windows.
+std::unique_ptr<BMessage> sOver;
+
+std::function<void(const Request&)>& Runner()
+{
+    static std::function<void(const Request&)> runner;
+    return runner;
+}
+
+QPixmap PictureOf(const Request& request)
+{
+    if (request.bitmap != nullptr && request.bitmap->IsValid()) {
+        const BRect bounds = request.bitmap->Bounds();
+        // What is dragged is to be seen: the words' alpha is no transparency, but for the magic one.
+        const int width = static_cast<int>(bounds.Width()) + 1;
+        const int height = static_cast<int>(bounds.Height()) + 1;
+        QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+        const auto* words = static_cast<const uint32*>(request.bitmap->Bits());
+        for (int y = 0; y < height; y++) {
+            auto* row = reinterpret_cast<uint32*>(image.scanLine(y));
+            for (int x = 0; x < width; x++, words++)
+                row[x] = *words == B_TRANSPARENT_MAGIC_RGBA32 ? 0 : *words | 0xFF000000;
+        }
+        return QPixmap::fromImage(image);
+    }
+    const PixelRect rect = ToPixels(request.rect);
+    constexpr int32 kMaxSide = 2000;
+    QPixmap picture(std::clamp(rect.Width(), 1, kMaxSide), std::clamp(rect.Height(), 1, kMaxSide));
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setPen(QColor(128, 128, 128));
+    painter.drawRect(0, 0, picture.width() - 1, picture.height() - 1);
+    return picture;
+}
+
+QObject* Source()
+{
+    // Not a widget: those may go while something is dragged.
+    static QObject source;
+    return &source;
+}
+
+void RunDrag(const Request& request)
+{
+    auto* drag = new QDrag(Source());
+    drag->setMimeData(DropMessage::Encode(request.message).release());
+    drag->setPixmap(PictureOf(request));
+    drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
+    const NestedLoop loop([] { QDrag::cancel(); });
+    drag->exec(Qt::CopyAction);
+}
+
+void Start()
+{
+    std::unique_ptr<Request> request = std::move(sQueued);
+    if (request == nullptr || Pointer::Buttons() == 0 || sCurrent != nullptr)
+        return;
+    sCurrent = std::move(request);
+    Pointer::Moved(nullptr, Pointer::Where(), nullptr);
+    if (Runner())
+        Runner()(*sCurrent);
+    else
+        RunDrag(*sCurrent);
+    sCurrent = nullptr;
+    // The toolkit has kept the pointer's events to itself meanwhile.
+    Pointer::AskSystem();
+}
+
+BPoint ScreenPoint(const WindowImpl& window, const QDropEvent& event)
+{
+    const QPoint point = window.fPane->mapToGlobal(event.position().toPoint());
+    return {static_cast<float>(point.x()), static_cast<float>(point.y())};
+}
+
+} // namespace
+
+void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_ptr<BBitmap> bitmap, BPoint offset,
+           BHandler* replyTo)
+{
+    auto request = std::make_unique<Request>();
+    request->message = message;
+    request->replyTo = BMessenger(replyTo != nullptr ? replyTo : &view);
+    if (bitmap == nullptr) {
+        request->rect = view.ConvertToScreen(rect);
+        offset = Pointer::Where() - request->rect.LeftTop();
+    }
+    request->bitmap = std::move(bitmap);
+    request->offset = offset;
+    sQueued = std::move(request);
+    RunAtOutermostLoop(Start);
+}
+
+bool IsUnderWay()
+{
+    return sCurrent != nullptr;
+}
+
+bool Entered(const QDropEvent& event)
+{
+    if (sCurrent != nullptr && event.source() == Source())
+        sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
+    else
+        sOver = event.mimeData() != nullptr ? DropMessage::Decode(*event.mimeData()) : nullptr;
+    return sOver != nullptr;
+}
+
+bool Over(WindowImpl& window, const QDropEvent& event)
+{
+    if (sOver == nullptr)
+        return false;
+    const BPoint where = ScreenPoint(window, event);
+    BWindow* const target = window.fWindow;
+    Pointer::Moved(target, where, sOver.get());
+    return target->FindView(target->ConvertFromScreen(where)) != nullptr;
+}
+
+void Left()
+{
+    Pointer::Moved(nullptr, Pointer::Where(), sOver.get());
+    sOver = nullptr;
+}
+
+bool Dropped(WindowImpl& window, const QDropEvent& event)
+{
+    const std::unique_ptr<BMessage> message = std::move(sOver);
+    const BPoint where = ScreenPoint(window, event);
+    BView* const view = window.fWindow->FindView(window.fWindow->ConvertFromScreen(where));
+    if (message == nullptr || view == nullptr)
+        return false;
+    const bool ours = sCurrent != nullptr && event.source() == Source();
+    MessageAccess::SetDropped(*message, where, ours ? sCurrent->offset : BPoint());
+    BMessenger(view).SendMessage(message.get(), ours ? sCurrent->replyTo : BMessenger());
+    return true;
+}
+
+void SetRunner(std::function<void(const Request&)> runner)
+{
+    Runner() = std::move(runner);
+}
+
+} // namespace kits::Drag

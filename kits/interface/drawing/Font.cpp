@@ -1,0 +1,113 @@
+#include "kits/interface/Font.h"
+
+#include "kits/interface/drawing/TextCache.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+template <size_t Size> void CopyName(char (&to)[Size], const char* from)
+{
+    size_t length = strnlen(from, Size - 1);
+    // A UTF-8 character is taken whole or not at all.
+    while (length > 0 && length == Size - 1 && (static_cast<unsigned char>(from[length]) & 0xC0) == 0x80)
+        length--;
+    std::memset(to, 0, Size);
+    std::memcpy(to, from, length);
+}
+
+} // namespace
+
+BFont::BFont()
+    : BFont(*be_plain_font)
+{
+}
+
+BFont::BFont(const BFont* font)
+    : BFont(font != nullptr ? *font : *be_plain_font)
+{
+}
+
+status_t BFont::SetFamilyAndStyle(const char* family, const char* style)
+{
+    if (family == nullptr)
+        return B_BAD_VALUE;
+    CopyName(fFamily, family);
+    if (style != nullptr)
+        CopyName(fStyle, style);
+    return B_OK;
+}
+
+void BFont::SetSize(float size)
+{
+    if (std::isfinite(size))
+        fSize = size;
+}
+
+void BFont::SetShear(float shear)
+{
+    if (std::isfinite(shear))
+        fShear = shear;
+}
+
+void BFont::SetRotation(float rotation)
+{
+    if (std::isfinite(rotation))
+        fRotation = rotation;
+}
+
+void BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
+{
+    if (family != nullptr)
+        std::memcpy(*family, fFamily, sizeof(fFamily));
+    if (style != nullptr)
+        std::memcpy(*style, fStyle, sizeof(fStyle));
+}
+
+void BFont::GetHeight(font_height* height) const
+{
+    if (height != nullptr)
+        *height = kits::TextCache::Height(*this);
+}
+
+float BFont::StringWidth(const char* text) const
+{
+    return text != nullptr && *text != '\0' ? kits::TextCache::Width(*this, text) : 0;
+}
+
+float BFont::StringWidth(const char* text, int32 length) const
+{
+    if (text == nullptr || length <= 0)
+        return 0;
+    return kits::TextCache::Width(*this, {text, strnlen(text, static_cast<size_t>(length))});
+}
+
+void BFont::Apply(const BFont& font, uint32 mask)
+{
+    if (mask & B_FONT_FAMILY_AND_STYLE) {
+        std::memcpy(fFamily, font.fFamily, sizeof(fFamily));
+        std::memcpy(fStyle, font.fStyle, sizeof(fStyle));
+    }
+    if (mask & B_FONT_SIZE)
+        fSize = font.fSize;
+    if (mask & B_FONT_SHEAR)
+        fShear = font.fShear;
+    if (mask & B_FONT_ROTATION)
+        fRotation = font.fRotation;
+    if (mask & B_FONT_SPACING)
+        fSpacing = font.fSpacing;
+    if (mask & B_FONT_ENCODING)
+        fEncoding = font.fEncoding;
+    if (mask & B_FONT_FACE)
+        fFace = font.fFace;
+    if (mask & B_FONT_FLAGS)
+        fFlags = font.fFlags;
+}
+
+bool BFont::operator==(const BFont& other) const
+{
+    return fSize == other.fSize && fShear == other.fShear && fRotation == other.fRotation && fFlags == other.fFlags &&
+           fFace == other.fFace && fSpacing == other.fSpacing && fEncoding == other.fEncoding &&
+           std::strcmp(fFamily, other.fFamily) == 0 && std::strcmp(fStyle, other.fStyle) == 0;
+}

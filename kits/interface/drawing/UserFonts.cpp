@@ -1,0 +1,46 @@
+#include "kits/interface/drawing/UserFonts.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace kits {
+
+constinit BFont UserFonts::sPlain{BFont::Blank()};
+constinit BFont UserFonts::sBold{BFont::Blank()};
+constinit BFont UserFonts::sFixed{BFont::Blank()};
+
+namespace {
+
+void Take(BFont* into, const QFont& font)
+{
+    // Only what the user chose: which file the family stands for is found when something is drawn.
+    into->SetFamilyAndStyle(font.family().toUtf8().constData(), font.styleName().toUtf8().constData());
+    const int dots = QGuiApplication::primaryScreen() != nullptr
+                         ? qRound(QGuiApplication::primaryScreen()->logicalDotsPerInchY())
+                         : 96;
+    into->SetSize(static_cast<float>(font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * dots / 72)));
+}
+
+} // namespace
+
+void UserFonts::Read()
+{
+    Take(&sPlain, QFontDatabase::systemFont(QFontDatabase::GeneralFont));
+    sBold = sPlain;
+    sBold.SetFace(B_BOLD_FACE);
+    Take(&sFixed, QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void UserFonts::Forget()
+{
+    sPlain = BFont(BFont::Blank());
+    sBold = sPlain;
+    sFixed = sPlain;
+}
+
+} // namespace kits
+
+const BFont* be_plain_font = &kits::UserFonts::sPlain;
+const BFont* be_bold_font = &kits::UserFonts::sBold;
+const BFont* be_fixed_font = &kits::UserFonts::sFixed;

@@ -1,0 +1,38 @@
+#include "kits/interface/Screen.h"
+
+#include "kits/interface/Window.h"
+#include "kits/interface/screens/DesktopColor.h"
+#include "kits/interface/screens/ScreenList.h"
+
+BScreen::BScreen()
+    : BScreen(nullptr)
+{
+}
+
+BScreen::BScreen(const BWindow* window)
+    : fValid(!kits::ScreenList::All().empty())
+{
+    const kits::ScreenList::Screen screen =
+        kits::ScreenList::Nearest(window != nullptr ? kits::ToPixels(window->Frame()) : kits::PixelRect{});
+    fFrame = kits::FromPixels(screen.frame);
+}
+
+bool BScreen::IsValid() const
+{
+    return fValid;
+}
+
+BRect BScreen::Frame() const
+{
+    return fFrame;
+}
+
+rgb_color BScreen::DesktopColor() const
+{
+    return kits::DesktopColor::Get();
+}
+
+void BScreen::SetDesktopColor(rgb_color color, bool)
+{
+    kits::DesktopColor::Set(color);
+}

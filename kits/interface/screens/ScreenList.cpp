@@ -1,0 +1,103 @@
+#include "kits/interface/screens/ScreenList.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kits::ScreenList {
+
+namespace {
+
+std::vector<Screen> sScreens;
+
+PixelRect FromQt(const QRect& rect)
+{
+    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
+}
+
+void Read()
+{
+    std::vector<Screen> screens;
+    const QScreen* main = QGuiApplication::primaryScreen();
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const Screen known{FromQt(screen->geometry()), FromQt(screen->availableGeometry())};
+        screens.insert(screen == main ? screens.begin() : screens.end(), known);
+    }
+    // Without any screen the last ones are kept: windows have to be somewhere.
+    if (!screens.empty())
+        sScreens = std::move(screens);
+}
+
+void WatchOne(QScreen* screen)
+{
+    QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Read);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Read);
+}
+
+int64 Area(const PixelRect& rect)
+{
+    return rect.IsEmpty() ? 0 : static_cast<int64>(rect.Width()) * rect.Height();
+}
+
+} // namespace
+
+const std::vector<Screen>& All()
+{
+    return sScreens;
+}
+
+Screen Nearest(const PixelRect& rect)
+{
+    Screen nearest;
+    int64 most = -1;
+    for (const Screen& screen : sScreens) {
+        const int64 shown = Area(Intersection(screen.frame, rect));
+        if (shown > most) {
+            most = shown;
+            nearest = screen;
+        }
+    }
+    return nearest;
+}
+
+BRect PutOnScreen(const BRect& rect)
+{
+    return PutOnScreen(rect, sScreens);
+}
+
+BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens)
+{
+    const PixelRect pixels = ToPixels(rect);
+    const bool isSeen = std::any_of(screens.begin(), screens.end(), [&](const Screen& screen) {
+        return !Intersection(screen.frame, pixels).IsEmpty();
+    });
+    if (isSeen || screens.empty())
+        return rect;
+    const PixelRect& room = screens.front().available;
+    const int32 left = room.left + std::max(0, (room.Width() - pixels.Width()) / 2);
+    const int32 top = room.top + std::max(0, (room.Height() - pixels.Height()) / 2);
+    BRect moved = rect;
+    moved.OffsetTo(static_cast<float>(left), static_cast<float>(top));
+    return moved;
+}
+
+void Watch()
+{
+    Read();
+    for (QScreen* screen : QGuiApplication::screens())
+        WatchOne(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp, [](QScreen* screen) {
+        WatchOne(screen);
+        Read();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, qGuiApp, Read);
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, qGuiApp, Read);
+}
+
+void Forget()
+{
+    sScreens.clear();
+}
+
+} // namespace kits::ScreenList

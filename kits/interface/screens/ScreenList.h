@@ -1,0 +1,33 @@
+#pragma once
+
+#include "kits/interface/drawing/PixelGrid.h"
+
+#include <vector>
+
+namespace kits {
+
+/// The screens, as last heard of. Read with the interface lock held; written in the main thread.
+namespace ScreenList {
+
+struct Screen {
+    PixelRect frame;     ///< all of it, in the plane of all screens
+    PixelRect available; ///< without panels
+};
+
+/// The main one first; never empty once the kit is set up.
+const std::vector<Screen>& All();
+/// The screen that shows most of the rectangle; the main one when none does.
+Screen Nearest(const PixelRect& rect);
+/// The rectangle, or, when it lies outside all screens, the same moved into the main one's middle.
+BRect PutOnScreen(const BRect& rect);
+/// The same among given screens. Pure.
+BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens);
+
+/// Asks the toolkit now and whenever something changes.
+void Watch();
+/// No screens any more.
+void Forget();
+
+} // namespace ScreenList
+
+} // namespace kits

@@ -1,0 +1,119 @@
+#include "kits/interface/startup/DisplayCheck.h"
+
+#include <QDir>
+#include <QLibraryInfo>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+namespace kits {
+
+namespace {
+
+bool ConnectsTo(const std::string& path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.empty() || path.size() >= sizeof(address.sun_path))
+        return false;
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (descriptor < 0)
+        return false;
+    const bool connected = connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    close(descriptor);
+    return connected;
+}
+
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+
+std::unique_ptr<xcb_connection_t, Disconnect> sKept;
+
+bool ReachesX(const std::string& display)
+{
+    // The whole greeting: a server that refuses us is none.
+    std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(display.c_str(), nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return false;
+    sKept = std::move(connection);
+    return true;
+}
+
+/// The platform that was asked for by name, without its parameters; "" when it is left to the toolkit.
+std::string AskedPlatform(const std::vector<std::string>& arguments, const DisplayCheck::Surroundings& surroundings)
+{
+    std::string asked = surroundings.variable("QT_QPA_PLATFORM");
+    for (size_t i = 1; i < arguments.size(); i++) {
+        if ((arguments[i] == "-platform" || arguments[i] == "--platform") && i + 1 < arguments.size())
+            asked = arguments[i + 1];
+    }
+    return asked;
+}
+
+} // namespace
+
+std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, const Surroundings& surroundings)
+{
+    const std::string display = surroundings.variable("DISPLAY");
+    std::string wayland = surroundings.variable("WAYLAND_DISPLAY");
+    if (!wayland.empty() && wayland.front() != '/') {
+        const std::string folder = surroundings.variable("XDG_RUNTIME_DIR");
+        wayland = folder.empty() ? "" : folder + "/" + wayland;
+    }
+    const auto hasX = [&] { return !display.empty() && surroundings.reachesX(display); };
+    const auto hasWayland = [&] {
+        return !wayland.empty() && surroundings.hasWaylandPlugin && surroundings.reachesWayland(wayland);
+    };
+
+    // Several may be asked for, the first that works being taken.
+    std::string asked = AskedPlatform(arguments, surroundings);
+    bool isAsked = false;
+    while (!asked.empty()) {
+        const size_t end = asked.find(';');
+        std::string name = asked.substr(0, end);
+        asked = end == std::string::npos ? "" : asked.substr(end + 1);
+        name = name.substr(0, name.find(':'));
+        if (name.empty())
+            continue;
+        isAsked = true;
+        if (name == "xcb" ? hasX() : name.rfind("wayland", 0) == 0 ? hasWayland() : true)
+            return "";
+    }
+    if (!isAsked && (hasX() || hasWayland()))
+        return "";
+
+    if (display.empty() && wayland.empty())
+        return "there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set";
+    if (!display.empty())
+        return "cannot reach the display \"" + display + "\"";
+    return surroundings.hasWaylandPlugin ? "cannot reach the Wayland display \"" + wayland + "\""
+                                         : "there is only a Wayland display, and the package qt6-wayland is missing";
+}
+
+DisplayCheck::Surroundings DisplayCheck::Real()
+{
+    Surroundings real;
+    real.variable = [](const char* name) {
+        const char* value = std::getenv(name);
+        return std::string(value != nullptr ? value : "");
+    };
+    real.reachesX = ReachesX;
+    real.reachesWayland = ConnectsTo;
+    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+    real.hasWaylandPlugin = !plugins.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty();
+    return real;
+}
+
+void DisplayCheck::Done()
+{
+    sKept.reset();
+}
+
+} // namespace kits

@@ -1,0 +1,75 @@
+#include "kits/interface/InterfaceKit.h"
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/Timer.h"
+#include "kits/interface/drawing/TextCache.h"
+#include "kits/interface/drawing/UserFonts.h"
+#include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/startup/DisplayCheck.h"
+#include "kits/interface/startup/QtEventLoop.h"
+#include "kits/kernel/StartMemory.h"
+
+#include <string>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+/// Not destroyed by itself: a process that calls exit() somewhere leaves the toolkit as it is.
+KitsApplication* sApplication = nullptr;
+QtEventLoop* sLoop = nullptr;
+std::string sError;
+
+/// When the windows of the start have long been drawn.
+constexpr bigtime_t kQuiet = 3000000;
+Timer* sWhenQuiet = nullptr;
+
+} // namespace
+
+status_t InitInterface(int& argc, char** argv)
+{
+    if (sApplication != nullptr)
+        return B_NOT_ALLOWED;
+    sError = DisplayCheck::WhyNone({argv, argv + argc}, DisplayCheck::Real());
+    if (!sError.empty())
+        return B_NO_INIT;
+    InterfaceLock::Get().Lock();
+    // Menu bars stand in their windows; asking the session bus for another place would only take time.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    sApplication = new KitsApplication(argc, argv);
+    DisplayCheck::Done();
+    sLoop = new QtEventLoop;
+    sApplication->SetLoop(sLoop);
+    EventLoop::SetCurrent(sLoop);
+    ScreenList::Watch();
+    TextCache::Enable();
+    UserFonts::Read();
+    sWhenQuiet = new Timer(GiveBackStartMemory);
+    sWhenQuiet->Start(kQuiet, false);
+    return B_OK;
+}
+
+const char* InterfaceError()
+{
+    return sError.c_str();
+}
+
+void ExitInterface()
+{
+    if (sApplication == nullptr)
+        return;
+    delete std::exchange(sWhenQuiet, nullptr);
+    // Widgets of windows that went last.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    TextCache::Disable();
+    UserFonts::Forget();
+    ScreenList::Forget();
+    EventLoop::SetCurrent(nullptr);
+    sApplication->SetLoop(nullptr);
+    delete std::exchange(sLoop, nullptr);
+    delete std::exchange(sApplication, nullptr);
+    InterfaceLock::Get().Unlock();
+}
+
+} // namespace kits

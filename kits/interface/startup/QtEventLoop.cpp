@@ -1,0 +1,125 @@
+#include "kits/interface/startup/QtEventLoop.h"
+
+#include "kits/application/Application.h"
+#include "kits/application/InterfaceLock.h"
+#include "kits/interface/drawing/UpdateQueue.h"
+#include "kits/interface/input/Pointer.h"
+#include "kits/kernel/Clock.h"
+
+#include <QAbstractEventDispatcher>
+#include <QEventLoop>
+
+#include <algorithm>
+
+namespace kits {
+
+QtEventLoop::QtEventLoop()
+    : fNotifier(WakeDescriptor(), QSocketNotifier::Read)
+    , fArmedFor(B_INFINITE_TIMEOUT)
+{
+    fTimer.setSingleShot(true);
+    fTimer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&fNotifier, &QSocketNotifier::activated, [this] { TakeTurn(); });
+    QObject::connect(&fTimer, &QTimer::timeout, [this] {
+        fArmedFor = B_INFINITE_TIMEOUT;
+        TakeTurn();
+    });
+    QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &fNotifier, [this] { AboutToBlock(); });
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &fNotifier, [this] { Held(); });
+}
+
+QtEventLoop::~QtEventLoop()
+{
+    Held();
+}
+
+void QtEventLoop::Run()
+{
+    QEventLoop loop;
+    fRunning.push_back(&loop);
+    loop.exec();
+    Held();
+    fRunning.pop_back();
+}
+
+void QtEventLoop::Quit()
+{
+    if (!fRunning.empty())
+        fRunning.back()->quit();
+}
+
+void QtEventLoop::Held()
+{
+    if (fReleasedDepth == 0)
+        return;
+    const int32 depth = fReleasedDepth;
+    fReleasedDepth = 0;
+    InterfaceLock::Get().Restore(depth);
+}
+
+void QtEventLoop::AboutToBlock()
+{
+    Held();
+    UpdateQueue::Flush();
+    ArmTimer();
+    fReleasedDepth = InterfaceLock::Get().ReleaseAll();
+}
+
+void QtEventLoop::TakeTurn()
+{
+    RunDue();
+    UpdateQueue::Flush();
+    ArmTimer();
+}
+
+void QtEventLoop::ArmTimer()
+{
+    const bigtime_t deadline = Deadline();
+    if (deadline == fArmedFor)
+        return;
+    fArmedFor = deadline;
+    if (deadline == B_INFINITE_TIMEOUT) {
+        fTimer.stop();
+        return;
+    }
+    // Rounded up: a timer that ends too early would only be set again.
+    constexpr bigtime_t kLongest = 3600000;
+    const bigtime_t wait = (std::max<bigtime_t>(0, deadline - system_time()) + 999) / 1000;
+    fTimer.start(static_cast<int>(std::min(wait, kLongest)));
+}
+
+int32 KitsApplication::sHandling = 0;
+
+KitsApplication::KitsApplication(int& argc, char** argv)
+    : QApplication(argc, argv)
+{
+    setQuitOnLastWindowClosed(false);
+}
+
+bool KitsApplication::notify(QObject* receiver, QEvent* event)
+{
+    if (fLoop == nullptr)
+        return QApplication::notify(receiver, event);
+    fLoop->Held();
+    EventLoop::NoteEvent();
+    struct Mark {
+        Mark() { sHandling++; }
+        ~Mark() { sHandling--; }
+    } const mark;
+    if (event->spontaneous() || receiver->isWindowType())
+        Pointer::Watch(receiver, event);
+    return QApplication::notify(receiver, event);
+}
+
+bool KitsApplication::event(QEvent* event)
+{
+    // The session ends, or someone asks the process to go: it quits as by its menu.
+    if (event->type() == QEvent::Quit && be_app != nullptr) {
+        be_app->PostMessage(B_QUIT_REQUESTED);
+        return true;
+    }
+    return QApplication::event(event);
+}
+
+} // namespace kits

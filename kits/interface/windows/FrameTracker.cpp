@@ -1,0 +1,118 @@
+#include "kits/interface/windows/FrameTracker.h"
+
+namespace kits {
+
+namespace {
+
+PixelRect WithSize(PixelRect rect, int32 width, int32 height)
+{
+    return {rect.left, rect.top, rect.left + width, rect.top + height};
+}
+
+PixelRect WithPlace(PixelRect rect, int32 left, int32 top)
+{
+    return {left, top, left + rect.Width(), top + rect.Height()};
+}
+
+bool SameSize(const PixelRect& a, const PixelRect& b)
+{
+    return a.Width() == b.Width() && a.Height() == b.Height();
+}
+
+} // namespace
+
+PixelRect FrameTracker::Content() const
+{
+    return fPending && !fZoomed ? WithSize(fActual, fFrame.Width(), fFrame.Height()) : fActual;
+}
+
+bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)
+{
+    fFrame = frame;
+    fSettled = frame;
+    fChanged = now;
+    if (fZoomed)
+        return false;
+    fPending = fPending || !SameSize(frame, fActual);
+    // A tiling window manager may have changed its mind: it is asked all the same.
+    fActual = WithPlace(fActual, frame.left, frame.top);
+    return true;
+}
+
+void FrameTracker::NoteUsers(const PixelRect& frame, bigtime_t now)
+{
+    if (now - fChanged > kGrace)
+        fSettled = fFrame;
+    fChanged = now;
+    fFrame = frame;
+}
+
+bool FrameTracker::ReportSize(int32 width, int32 height, bigtime_t now)
+{
+    const PixelRect content = Content();
+    const PixelRect frame = fFrame;
+    fActual = WithSize(fActual, width, height);
+    if (fPending) {
+        if (SameSize(fActual, fFrame)) {
+            fPending = false;
+            fTiled = false;
+        }
+    } else if (fTiled) {
+        fTiled = !SameSize(fActual, fFrame);
+    } else if (!fZoomed && !SameSize(fActual, fFrame)) {
+        NoteUsers(WithSize(fFrame, width, height), now);
+    }
+    return content != Content() || frame != fFrame;
+}
+
+bool FrameTracker::ReportPlace(int32 left, int32 top, bigtime_t now)
+{
+    const PixelRect content = Content();
+    const PixelRect frame = fFrame;
+    fActual = WithPlace(fActual, left, top);
+    if (!IsZoomed() && (fFrame.left != left || fFrame.top != top))
+        NoteUsers(WithPlace(fFrame, left, top), now);
+    return content != Content() || frame != fFrame;
+}
+
+bool FrameTracker::SetZoomed(bool zoomed, bigtime_t now)
+{
+    if (fZoomed == zoomed)
+        return false;
+    fZoomed = zoomed;
+    fPending = false;
+    if (zoomed) {
+        // Some window managers report the large size before they say what it is.
+        if (now - fChanged <= kGrace)
+            fFrame = fSettled;
+        return false;
+    }
+    fTiled = false;
+    fPending = !SameSize(fActual, fFrame);
+    fSettled = fFrame;
+    fChanged = now;
+    return fPending;
+}
+
+void FrameTracker::Show()
+{
+    fPending = !fZoomed;
+}
+
+bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
+{
+    if (!fPending)
+        return false;
+    fPending = false;
+    if (SameSize(fActual, fFrame))
+        return false;
+    if (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight) {
+        // It asked for more than the screen has: what it got is what it has.
+        fFrame = WithSize(fFrame, fActual.Width(), fActual.Height());
+    } else {
+        fTiled = true;
+    }
+    return true;
+}
+
+} // namespace kits

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "kits/interface/drawing/PixelGrid.h"
+
+namespace kits {
+
+/// Tells the frame that the user and the program gave a window from what the window manager makes of it.
+///
+/// Two things are kept: the frame, which the window has when it is neither maximised, full screen nor tiled, and the
+/// size that its content covers now. A size that was asked for counts at once. Until the window manager has confirmed
+/// it, what it reports is older news and ignored; if it has not confirmed it when the grace is over, it decides itself:
+/// the window counts as tiled, until a request is granted again. Pure: times are given, nothing is asked.
+class FrameTracker {
+public:
+    /// How long a request may stay unanswered, in microseconds.
+    static constexpr bigtime_t kGrace = 500000;
+
+    explicit FrameTracker(const PixelRect& frame)
+        : fFrame(frame)
+        , fSettled(frame)
+        , fActual(frame)
+    {
+    }
+
+    /// The frame that it goes back to.
+    const PixelRect& Frame() const { return fFrame; }
+    /// What the content covers.
+    PixelRect Content() const;
+    bool IsZoomed() const { return fZoomed || fTiled; }
+    bool IsPending() const { return fPending; }
+
+    /// The program asks for a frame. @return whether the system's window is to be changed now
+    bool Ask(const PixelRect& frame, bigtime_t now);
+    /// The system's window is about to be shown with Frame(): what the window manager makes of that is its doing.
+    void Show();
+    /// The window manager reports a size, or a place. @return whether Frame() or Content() changed
+    bool ReportSize(int32 width, int32 height, bigtime_t now);
+    bool ReportPlace(int32 left, int32 top, bigtime_t now);
+    /// It became maximised or full screen, or ceased to be so. @return whether the system's window is to get Frame()
+    /// now
+    bool SetZoomed(bool zoomed, bigtime_t now);
+    /// To be called kGrace after Ask, Show and SetZoomed(false). @param limit  what the screen has room for
+    /// @return whether Content() changed
+    bool GraceOver(int32 limitWidth, int32 limitHeight);
+
+private:
+    void NoteUsers(const PixelRect& frame, bigtime_t now);
+
+    PixelRect fFrame;
+    PixelRect fSettled; ///< the frame before the changes of the last moments
+    PixelRect fActual;  ///< as reported
+    bigtime_t fChanged = 0;
+    bool fPending = false;
+    bool fZoomed = false;
+    bool fTiled = false;
+};
+
+} // namespace kits

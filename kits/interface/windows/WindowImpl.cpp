@@ -1,0 +1,343 @@
+#include "kits/interface/windows/WindowImpl.h"
+
+#include "kits/application/MainThread.h"
+#include "kits/application/Message.h"
+#include "kits/interface/drawing/UpdateQueue.h"
+#include "kits/interface/input/Pointer.h"
+#include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/windows/WindowPane.h"
+#include "kits/kernel/Clock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kits {
+
+namespace {
+
+std::vector<WindowImpl*>& Windows()
+{
+    static std::vector<WindowImpl*> windows;
+    return windows;
+}
+
+} // namespace
+
+const std::vector<WindowImpl*>& WindowImpl::All()
+{
+    return Windows();
+}
+
+WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
+    : fWindow(window)
+    , fSettings(std::move(settings))
+    , fTracker(ToPixels(HeldToLimits(frame)))
+    , fPane(new WindowPane(*this))
+    , fLaidOutWidth(fTracker.Frame().Width())
+    , fLaidOutHeight(fTracker.Frame().Height())
+    , fGrace([this] {
+        const PixelRect room = ScreenList::Nearest(fTracker.Frame()).available;
+        if (fTracker.GraceOver(room.Width(), room.Height())) {
+            LayOut();
+            PostFrameMessage(B_WINDOW_RESIZED);
+        }
+    })
+    , fPulse([this] {
+        ForEachView([](BView* view) {
+            if (view->Flags() & B_PULSE_NEEDED)
+                view->Pulse();
+        });
+    })
+    , fSelf(std::make_shared<WindowImpl*>(this))
+{
+    fTracker.SetZoomed(fSettings.zoom != Zoom::kNone, system_time());
+    fScale = fPane->devicePixelRatioF();
+    ApplyLimits();
+    ResizeWidget();
+    Windows().push_back(this);
+}
+
+WindowImpl::~WindowImpl()
+{
+    std::erase(Windows(), this);
+    fPane->Release();
+}
+
+void WindowImpl::DeleteViews()
+{
+    while (!fChildren.empty()) {
+        BView* const view = fChildren.back().get();
+        // A hook of the view may have removed it meanwhile: then it is whoever's that did.
+        if (view->RemoveSelf())
+            delete view;
+    }
+}
+
+void WindowImpl::ViewLeaves(BView* view)
+{
+    ViewImpl::Of(view).ForEach([this](ViewImpl& impl) {
+        Pointer::Forget(impl.fView);
+        if (fDefaultButton == impl.fView) {
+            fDefaultButton = nullptr;
+            fPressDefault = nullptr;
+        }
+    });
+}
+
+void WindowImpl::ForEachView(const std::function<void(BView*)>& function) const
+{
+    // Tokens of what is there now: the function may add, remove and delete views.
+    std::vector<std::weak_ptr<ViewImpl*>> views;
+    for (const std::unique_ptr<BView>& child : fChildren)
+        ViewImpl::Of(child.get()).ForEach([&](ViewImpl& impl) { views.push_back(impl.fSelf); });
+    for (const std::weak_ptr<ViewImpl*>& view : views) {
+        // Held over the call, the token would say of a view that is deleted meanwhile that it is still there.
+        ViewImpl* const impl = view.expired() ? nullptr : *view.lock();
+        if (impl != nullptr)
+            function(impl->fView);
+    }
+}
+
+BView* WindowImpl::ViewAt(BPoint where) const
+{
+    const std::vector<std::unique_ptr<BView>>* children = &fChildren;
+    BView* found = nullptr;
+    for (bool deeper = true; deeper;) {
+        deeper = false;
+        for (auto it = children->rbegin(); it != children->rend() && !deeper; ++it) {
+            ViewImpl& impl = ViewImpl::Of(it->get());
+            const PixelRect frame = impl.PixelFrame();
+            const bool inside = where.x >= static_cast<float>(frame.left) &&
+                                where.x < static_cast<float>(frame.right) && where.y >= static_cast<float>(frame.top) &&
+                                where.y < static_cast<float>(frame.bottom);
+            if (!inside || impl.IsHiddenHere())
+                continue;
+            found = it->get();
+            where -= BPoint(static_cast<float>(frame.left), static_cast<float>(frame.top));
+            children = &impl.fChildren;
+            deeper = true;
+        }
+    }
+    return found;
+}
+
+bool WindowImpl::CanShow() const
+{
+    return fHideCount <= 0 && fExposed && !fMinimized && fUpdatesOff == 0;
+}
+
+void WindowImpl::QueueViews()
+{
+    ForEachView([](BView* view) { ViewImpl::Of(view).QueuePending(); });
+}
+
+void WindowImpl::InMain(std::function<void()> function)
+{
+    if (IsMainThread()) {
+        function();
+        return;
+    }
+    RunOnMainThread([self = std::weak_ptr<WindowImpl*>(fSelf), run = std::move(function)] {
+        if (!self.expired())
+            run();
+    });
+}
+
+BRect WindowImpl::HeldToLimits(BRect frame) const
+{
+    const float width = std::clamp(frame.Width(), fSettings.minWidth, std::min(fSettings.maxWidth, 32766.0F));
+    const float height = std::clamp(frame.Height(), fSettings.minHeight, std::min(fSettings.maxHeight, 32766.0F));
+    return {frame.left, frame.top, frame.left + width, frame.top + height};
+}
+
+void WindowImpl::AskFrame(const PixelRect& frame)
+{
+    const PixelRect before = fTracker.Frame();
+    if (frame == before && !fTracker.IsZoomed())
+        return;
+    const bool isShown = fHideCount <= 0;
+    const bool now = fTracker.Ask(frame, system_time());
+    if (now && !isShown) {
+        fTracker.ReportSize(frame.Width(), frame.Height(), system_time());
+        fTracker.ReportPlace(frame.left, frame.top, system_time());
+    }
+    if (now) {
+        LayOut();
+        InMain([this] { ResizeWidget(); });
+        if (fTracker.IsPending())
+            StartGrace();
+    }
+    if (frame.Width() != before.Width() || frame.Height() != before.Height())
+        PostFrameMessage(B_WINDOW_RESIZED);
+    if (frame.left != before.left || frame.top != before.top)
+        PostFrameMessage(B_WINDOW_MOVED);
+}
+
+void WindowImpl::AskLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
+{
+    const auto sane = [](float value, float ifNot) { return std::isfinite(value) ? std::max(value, 0.0F) : ifNot; };
+    fSettings.minWidth = sane(minWidth, 0);
+    fSettings.maxWidth = std::max(sane(maxWidth, 32766), fSettings.minWidth);
+    fSettings.minHeight = sane(minHeight, 0);
+    fSettings.maxHeight = std::max(sane(maxHeight, 32766), fSettings.minHeight);
+    InMain([this] { ApplyLimits(); });
+    AskFrame(ToPixels(HeldToLimits(FromPixels(fTracker.Frame()))));
+}
+
+void WindowImpl::ApplyLimits()
+{
+    const auto pixels = [](float extent) { return static_cast<int>(std::min(extent, QWIDGETSIZE_MAX - 1.0F)) + 1; };
+    QSize least(pixels(fSettings.minWidth), pixels(fSettings.minHeight));
+    QSize most(pixels(fSettings.maxWidth), pixels(fSettings.maxHeight));
+    const PixelRect frame = fTracker.Frame();
+    if (fSettings.flags & B_NOT_H_RESIZABLE) {
+        least.setWidth(frame.Width());
+        most.setWidth(frame.Width());
+    }
+    if (fSettings.flags & B_NOT_V_RESIZABLE) {
+        least.setHeight(frame.Height());
+        most.setHeight(frame.Height());
+    }
+    // Never in an order that leaves the least above the most.
+    fPane->setMinimumSize(0, 0);
+    fPane->setMaximumSize(most);
+    fPane->setMinimumSize(least);
+}
+
+void WindowImpl::ResizeWidget()
+{
+    const PixelRect frame = fTracker.Frame();
+    if (fSettings.flags & B_NOT_RESIZABLE)
+        ApplyLimits();
+    fPane->setGeometry(frame.left, frame.top, frame.Width(), frame.Height());
+}
+
+void WindowImpl::StartGrace()
+{
+    fGrace.Start(FrameTracker::kGrace, false);
+}
+
+void WindowImpl::ShowWidget()
+{
+    if (fHideCount > 0)
+        return;
+    CheckScale();
+    fTracker.Show();
+    StartGrace();
+    // What it shows is there before it is mapped.
+    UpdateQueue::DrawWindow(*this);
+    fPane->WatchWindow();
+    if (fMinimized)
+        fPane->showMinimized();
+    else if (fSettings.zoom == Zoom::kMaximized)
+        fPane->showMaximized();
+    else if (fSettings.zoom == Zoom::kFullScreen)
+        fPane->showFullScreen();
+    else
+        fPane->show();
+    UpdatePulse();
+}
+
+void WindowImpl::HideWidget()
+{
+    fPane->hide();
+    fGrace.Stop();
+    UpdatePulse();
+}
+
+void WindowImpl::UpdatePulse()
+{
+    bool wanted = false;
+    if (fSettings.pulseRate > 0 && fHideCount <= 0)
+        ForEachView([&wanted](BView* view) { wanted = wanted || (view->Flags() & B_PULSE_NEEDED) != 0; });
+    if (!wanted)
+        fPulse.Stop();
+    else if (!fPulse.IsRunning() || fPulse.Interval() != fSettings.pulseRate)
+        fPulse.Start(fSettings.pulseRate);
+}
+
+void WindowImpl::LayOut()
+{
+    const PixelRect content = fTracker.Content();
+    const auto dx = static_cast<float>(content.Width() - fLaidOutWidth);
+    const auto dy = static_cast<float>(content.Height() - fLaidOutHeight);
+    fLaidOutWidth = content.Width();
+    fLaidOutHeight = content.Height();
+    if (dx == 0 && dy == 0)
+        return;
+    for (const std::unique_ptr<BView>& child : fChildren)
+        ViewImpl::Of(child.get()).FollowParent(dx, dy);
+}
+
+void WindowImpl::PostFrameMessage(uint32 what)
+{
+    BMessage message(what);
+    message.SetNewestWins(true);
+    fWindow->PostMessage(&message);
+}
+
+void WindowImpl::SizeReported(int32 width, int32 height)
+{
+    if (!fTracker.ReportSize(width, height, system_time()))
+        return;
+    LayOut();
+    PostFrameMessage(B_WINDOW_RESIZED);
+    // The system is about to paint: what follows the new size is drawn before.
+    UpdateQueue::FlushIfIdle();
+}
+
+void WindowImpl::PlaceReported(int32 left, int32 top)
+{
+    if (fTracker.ReportPlace(left, top, system_time()))
+        PostFrameMessage(B_WINDOW_MOVED);
+}
+
+void WindowImpl::StateReported(bool minimized, Zoom zoom)
+{
+    fMinimized = minimized;
+    // A minimised window keeps what it will be again.
+    if (!minimized) {
+        fSettings.zoom = zoom;
+        if (fTracker.SetZoomed(zoom != Zoom::kNone, system_time())) {
+            ResizeWidget();
+            StartGrace();
+        }
+        LayOut();
+        PostFrameMessage(B_WINDOW_RESIZED);
+        QueueViews();
+    }
+}
+
+void WindowImpl::ExposeReported()
+{
+    const bool exposed = fPane->IsExposed();
+    if (exposed == fExposed)
+        return;
+    fExposed = exposed;
+    if (exposed) {
+        QueueViews();
+        UpdateQueue::FlushIfIdle();
+    }
+}
+
+void WindowImpl::ActivationReported(bool active)
+{
+    if (active == fActive)
+        return;
+    fActive = active;
+    BMessage message(B_WINDOW_ACTIVATED);
+    message.AddBool("active", active);
+    fWindow->PostMessage(&message);
+}
+
+void WindowImpl::CheckScale()
+{
+    const double scale = fPane->devicePixelRatioF();
+    if (scale == fScale)
+        return;
+    fScale = scale;
+    ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
+}
+
+} // namespace kits

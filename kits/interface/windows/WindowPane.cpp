@@ -1,0 +1,183 @@
+#include "kits/interface/windows/WindowPane.h"
+
+#include "kits/application/MainThreadPrivate.h"
+#include "kits/interface/dragging/Drag.h"
+#include "kits/interface/views/ViewPane.h"
+#include "kits/interface/windows/WindowImpl.h"
+
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMoveEvent>
+#include <QResizeEvent>
+
+namespace kits {
+
+namespace {
+
+Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
+{
+    Qt::WindowFlags flags = Qt::Window;
+    switch (settings.look) {
+    case B_NO_BORDER_WINDOW_LOOK:
+    case B_BORDERED_WINDOW_LOOK:
+        return Qt::Window | Qt::FramelessWindowHint;
+    case B_MODAL_WINDOW_LOOK:
+        flags = Qt::Dialog;
+        break;
+    case B_FLOATING_WINDOW_LOOK:
+        flags = Qt::Tool;
+        break;
+    default:
+        break;
+    }
+    if (settings.flags & (B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE)) {
+        flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+        if (!(settings.flags & B_NOT_CLOSABLE))
+            flags |= Qt::WindowCloseButtonHint;
+        if (!(settings.flags & B_NOT_ZOOMABLE))
+            flags |= Qt::WindowMaximizeButtonHint;
+        if (!(settings.flags & B_NOT_MINIMIZABLE))
+            flags |= Qt::WindowMinimizeButtonHint;
+    }
+    if (settings.flags & B_AVOID_FOCUS)
+        flags |= Qt::WindowDoesNotAcceptFocus;
+    return flags;
+}
+
+Zoom ZoomOf(Qt::WindowStates states)
+{
+    if (states & Qt::WindowFullScreen)
+        return Zoom::kFullScreen;
+    return states & Qt::WindowMaximized ? Zoom::kMaximized : Zoom::kNone;
+}
+
+} // namespace
+
+WindowPane::WindowPane(WindowImpl& impl)
+    : QWidget(nullptr, FlagsOf(impl.fSettings))
+    , fImpl(&impl)
+{
+    setWindowTitle(QString::fromStdString(impl.fSettings.title));
+    if (impl.fSettings.feel == B_MODAL_APP_WINDOW_FEEL)
+        setWindowModality(Qt::ApplicationModal);
+    setAcceptDrops(true);
+}
+
+void WindowPane::Release()
+{
+    fImpl = nullptr;
+    if (fWatched != nullptr)
+        fWatched->removeEventFilter(this);
+    DeleteWidget(this);
+}
+
+void WindowPane::WatchWindow()
+{
+    if (fWatched != nullptr)
+        return;
+    create();
+    fWatched = windowHandle();
+    fWatched->installEventFilter(this);
+    connect(fWatched, &QWindow::screenChanged, this, [this] {
+        if (fImpl != nullptr)
+            fImpl->CheckScale();
+    });
+}
+
+bool WindowPane::IsExposed() const
+{
+    return fWatched != nullptr && fWatched->isExposed();
+}
+
+bool WindowPane::event(QEvent* event)
+{
+    if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
+        return true;
+    return QWidget::event(event);
+}
+
+bool WindowPane::eventFilter(QObject* watched, QEvent* event)
+{
+    // The system's own reports. What the widget itself is told comes at once when it is resized, confirmed or not.
+    if (fImpl != nullptr && watched == fWatched) {
+        switch (event->type()) {
+        case QEvent::Resize: {
+            const QSize size = static_cast<QResizeEvent*>(event)->size();
+            fImpl->CheckScale();
+            fImpl->SizeReported(size.width(), size.height());
+            break;
+        }
+        case QEvent::Move: {
+            // Where windows can't know their place it says nothing.
+            if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+                break;
+            const QPoint place = static_cast<QMoveEvent*>(event)->pos();
+            fImpl->PlaceReported(place.x(), place.y());
+            break;
+        }
+        case QEvent::Expose:
+            fImpl->CheckScale();
+            fImpl->ExposeReported();
+            break;
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void WindowPane::closeEvent(QCloseEvent* event)
+{
+    // The window decides, and goes by itself.
+    event->ignore();
+    if (!(fImpl->fSettings.flags & B_NOT_CLOSABLE))
+        fImpl->fWindow->PostMessage(B_QUIT_REQUESTED);
+}
+
+void WindowPane::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::WindowStateChange)
+        fImpl->StateReported(isMinimized(), ZoomOf(windowState()));
+    else if (event->type() == QEvent::ActivationChange)
+        fImpl->ActivationReported(isActiveWindow());
+    QWidget::changeEvent(event);
+}
+
+void WindowPane::keyPressEvent(QKeyEvent* event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && fImpl->fPressDefault != nullptr) {
+        const DispatchScope scope;
+        fImpl->fPressDefault();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void WindowPane::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (Drag::Entered(*event))
+        event->acceptProposedAction();
+}
+
+void WindowPane::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setAccepted(Drag::Over(*fImpl, *event));
+}
+
+void WindowPane::dragLeaveEvent(QDragLeaveEvent*)
+{
+    Drag::Left();
+}
+
+void WindowPane::dropEvent(QDropEvent* event)
+{
+    if (Drag::Dropped(*fImpl, *event))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+} // namespace kits
