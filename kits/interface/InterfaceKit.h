@@ -14,6 +14,13 @@ namespace kits {
 ///         B_NOT_ALLOWED when called twice
 status_t InitInterface(int& argc, char** argv);
 
+/// Says which desktop entry is that of the program, so that the desktop shows the entry's name and icon for its windows.
+/// A resource "Icon" of type B_RAW_TYPE, a PNG, becomes the windows' own icon. After InitInterface, before the first
+/// window.
+///
+/// @param name  the entry's file without ".desktop"
+void SetDesktopEntry(const char* name);
+
 /// One line that says why InitInterface failed; "" when it did not.
 const char* InterfaceError();
 

@@ -57,6 +57,7 @@ int RunWithWindows(char** argv, const CommandLine& line)
         std::fprintf(stderr, "qel: %s\n", kits::InterfaceError());
         return 1;
     }
+    kits::SetDesktopEntry(kDesktopEntry);
     const int status = line.action == CommandLine::Action::kSnapshot ? RunSnapshot(line) : RunSession();
     kits::ExitInterface();
     return status;

@@ -8,6 +8,9 @@ inline constexpr const char* signature = "application/x-vnd.kvt-Qel";
 /// Stamped into the user's store at exit; a store with another version is asked about at the next start.
 inline constexpr const char* kVersion = "0.3.0";
 
+/// The name of the program's desktop entry, without ".desktop": the maker's home, backwards.
+inline constexpr const char* kDesktopEntry = "org.example.qel";
+
 inline constexpr const char* kMakerName = "The Qel developers";
 inline constexpr const char* kMakerAddress = "qel@example.org";
 inline constexpr const char* kMakerHome = "https://example.org/qel";

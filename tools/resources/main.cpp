@@ -1,5 +1,5 @@
-// Makes a resource of a program: reads a message as JSON and writes C++ that holds it flattened. The build runs it; see
-// qel_resource in cmake/QelResources.cmake.
+// Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
+// runs it; see qel_resource in cmake/QelResources.cmake.
 
 #include "tools/resources/JsonMessage.h"
 
@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -18,7 +19,7 @@ int Fail(const std::string& what)
     return 1;
 }
 
-std::string SourceOf(const std::string& name, const std::string& bytes)
+std::string SourceOf(const std::string& name, const std::string& type, const std::string& bytes)
 {
     std::string source = "#include \"kits/storage/Resources.h\"\n"
                          "#include \"kits/support/TypeConstants.h\"\n\n"
@@ -28,8 +29,21 @@ std::string SourceOf(const std::string& name, const std::string& bytes)
         source += index % kBytesInALine == 0 ? "\n    " : " ";
         source += std::to_string(static_cast<unsigned char>(bytes[index])) + ",";
     }
-    return source + "\n};\n\nconst kits::LinkedResource sResource(B_ANY_TYPE, \"" + name +
+    return source + "\n};\n\nconst kits::LinkedResource sResource(" + type + ", \"" + name +
            "\", kBytes, sizeof kBytes);\n\n} // namespace\n";
+}
+
+/// @return an empty text when all is well, else what is wrong with the message
+std::string Flatten(const std::string& json, std::string* bytes)
+{
+    BMessage message;
+    std::string error;
+    if (!MessageFromJson(json, &message, &error)) {
+        return error;
+    }
+    const ssize_t size = message.FlattenedSize();
+    bytes->assign(size > 0 ? static_cast<size_t>(size) : 0, '\0');
+    return message.Flatten(bytes->data(), size) == B_OK ? std::string() : "too large or too deep";
 }
 
 } // namespace
@@ -37,26 +51,23 @@ std::string SourceOf(const std::string& name, const std::string& bytes)
 int main(int argc, char** argv)
 {
     if (argc != 4) {
-        return Fail("usage: resources NAME INPUT.json OUTPUT.cpp");
+        return Fail("usage: resources NAME INPUT OUTPUT.cpp");
     }
     const std::string input = argv[2];
     std::ifstream file(input, std::ios::binary);
-    const std::string json{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (!file) {
         return Fail(input + ": cannot be read");
     }
-    BMessage message;
-    std::string error;
-    if (!MessageFromJson(json, &message, &error)) {
-        return Fail(input + ": " + error);
-    }
-    const ssize_t size = message.FlattenedSize();
-    std::string bytes(size > 0 ? static_cast<size_t>(size) : 0, '\0');
-    if (message.Flatten(bytes.data(), size) != B_OK) {
-        return Fail(input + ": too large or too deep");
+    const bool isMessage = input.ends_with(".json");
+    if (isMessage) {
+        const std::string json = std::exchange(bytes, {});
+        if (const std::string error = Flatten(json, &bytes); !error.empty()) {
+            return Fail(input + ": " + error);
+        }
     }
     std::ofstream output(argv[3], std::ios::binary | std::ios::trunc);
-    output << SourceOf(argv[1], bytes);
+    output << SourceOf(argv[1], isMessage ? "B_ANY_TYPE" : "B_RAW_TYPE", bytes);
     output.close();
     return output ? 0 : Fail(std::string(argv[3]) + ": cannot be written");
 }

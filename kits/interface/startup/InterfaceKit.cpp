@@ -1,5 +1,6 @@
 #include "kits/interface/InterfaceKit.h"
 
+#include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Timer.h"
 #include "kits/interface/drawing/TextCache.h"
@@ -8,6 +9,12 @@
 #include "kits/interface/startup/DisplayCheck.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/kernel/StartMemory.h"
+#include "kits/storage/Resources.h"
+#include "kits/support/TypeConstants.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
 
 #include <string>
 #include <utility>
@@ -48,6 +55,20 @@ status_t InitInterface(int& argc, char** argv)
     sWhenQuiet = new Timer(GiveBackStartMemory);
     sWhenQuiet->Start(kQuiet, false);
     return B_OK;
+}
+
+void SetDesktopEntry(const char* name)
+{
+    QGuiApplication::setDesktopFileName(QString::fromUtf8(name));
+    size_t size = 0;
+    const void* const bytes = BApplication::AppResources()->LoadResource(B_RAW_TYPE, "Icon", &size);
+    if (bytes == nullptr)
+        return;
+    // With the format told, no plugins for others are loaded.
+    const QByteArray picture = QByteArray::fromRawData(static_cast<const char*>(bytes), static_cast<qsizetype>(size));
+    QPixmap icon;
+    if (icon.loadFromData(picture, "PNG"))
+        QGuiApplication::setWindowIcon(QIcon(icon));
 }
 
 const char* InterfaceError()
