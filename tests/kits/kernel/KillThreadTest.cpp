@@ -1,7 +1,7 @@
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
 #include "kits/kernel/WaitPoint.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/kits/kernel/TestThreads.h"
 
 #include <gtest/gtest.h>
 
@@ -80,26 +80,14 @@ TEST(KillThreadTest, EndsAWaitWhoseConditionIsTrue)
 
 TEST(KillThreadTest, LeavesAThreadAloneBetweenWaits)
 {
-    std::atomic<bool> mayGoOn = false;
-    std::atomic<int> steps = 0;
-    TestThread thread([&] {
-        ++steps;
-        while (!mayGoOn) {
-        }
-        ++steps;
-        snooze(1000);
-        ++steps;
-        return 0;
-    });
-    thread.Start();
-    ASSERT_TRUE(Await([&] { return steps == 1; }));
-    TestThread killer([&] { return kill_thread(thread.Id()); });
+    BusyThread busy;
+    TestThread killer([&] { return kill_thread(busy.Thread().Id()); });
     killer.Start();
     ASSERT_TRUE(killer.AwaitState(B_THREAD_WAITING));
-    EXPECT_FALSE(thread.IsGone());
-    mayGoOn = true;
+    EXPECT_FALSE(busy.Thread().IsGone());
+    busy.GoOn();
     killer.Join();
-    EXPECT_EQ(steps, 2);
+    EXPECT_EQ(busy.Step(), 2);
 }
 
 TEST(KillThreadTest, OneThatNeverStartedIsGoneWithoutRunning)
@@ -117,13 +105,7 @@ TEST(KillThreadTest, OneThatNeverStartedIsGoneWithoutRunning)
 TEST(KillThreadTest, EndsASuspendedOne)
 {
     std::atomic<int> destroyed = 0;
-    TestThread thread([&] {
-        Guarded guarded(destroyed);
-        snooze(B_INFINITE_TIMEOUT);
-        return 0;
-    });
-    thread.Start();
-    ASSERT_TRUE(thread.AwaitState(B_THREAD_ASLEEP));
+    SleepingThread thread(&destroyed);
     suspend_thread(thread.Id());
     ASSERT_TRUE(thread.AwaitState(B_THREAD_SUSPENDED));
     EXPECT_EQ(kill_thread(thread.Id()), B_OK);
@@ -162,11 +144,7 @@ TEST(KillThreadTest, OfItselfWorksInADestructor)
 
 TEST(KillThreadTest, GivesInterruptedToWhoWaits)
 {
-    TestThread thread([] {
-        snooze(B_INFINITE_TIMEOUT);
-        return 0;
-    });
-    thread.Start();
+    SleepingThread thread;
     status_t seen = 0;
     TestThread waiter([&] { return wait_for_thread(thread.Id(), &seen); });
     waiter.Start();
@@ -178,11 +156,7 @@ TEST(KillThreadTest, GivesInterruptedToWhoWaits)
 
 TEST(KillThreadTest, OfAThreadThatWaitsForAnother)
 {
-    TestThread endless([] {
-        snooze(B_INFINITE_TIMEOUT);
-        return 0;
-    });
-    endless.Start();
+    SleepingThread endless;
     TestThread waiter([&] { return wait_for_thread(endless.Id(), nullptr); });
     waiter.Start();
     ASSERT_TRUE(waiter.AwaitState(B_THREAD_WAITING));
@@ -194,13 +168,7 @@ TEST(KillThreadTest, OfAThreadThatWaitsForAnother)
 TEST(KillThreadTest, ByManyAtOnceReturnsForAll)
 {
     std::atomic<int> destroyed = 0;
-    TestThread thread([&] {
-        Guarded guarded(destroyed);
-        snooze(B_INFINITE_TIMEOUT);
-        return 0;
-    });
-    thread.Start();
-    ASSERT_TRUE(thread.AwaitState(B_THREAD_ASLEEP));
+    SleepingThread thread(&destroyed);
     std::atomic<int> returned = 0;
     std::vector<std::unique_ptr<TestThread>> killers;
     for (int i = 0; i < 4; ++i) {

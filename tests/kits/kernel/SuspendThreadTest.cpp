@@ -1,7 +1,7 @@
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
 #include "kits/kernel/WaitPoint.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/kits/kernel/TestThreads.h"
 
 #include <gtest/gtest.h>
 
@@ -31,12 +31,7 @@ TEST(SuspendThreadTest, StopsASleepingThreadUntilItIsResumed)
 
 TEST(SuspendThreadTest, IsSuspendedAtOnceInASleep)
 {
-    TestThread thread([] {
-        snooze(B_INFINITE_TIMEOUT);
-        return 0;
-    });
-    thread.Start();
-    ASSERT_TRUE(thread.AwaitState(B_THREAD_ASLEEP));
+    SleepingThread thread;
     for (int i = 0; i < 100; ++i) {
         suspend_thread(thread.Id());
         ASSERT_EQ(thread.State(), B_THREAD_SUSPENDED);
@@ -47,46 +42,24 @@ TEST(SuspendThreadTest, IsSuspendedAtOnceInASleep)
 
 TEST(SuspendThreadTest, LeavesAThreadAloneBetweenWaits)
 {
-    std::atomic<bool> mayGoOn = false;
-    std::atomic<int> steps = 0;
-    TestThread thread([&] {
-        ++steps;
-        while (!mayGoOn) {
-        }
-        ++steps;
-        snooze(1000);
-        ++steps;
-        return 0;
-    });
-    thread.Start();
-    ASSERT_TRUE(Await([&] { return steps == 1; }));
-    EXPECT_EQ(suspend_thread(thread.Id()), B_OK);
-    EXPECT_EQ(thread.State(), B_THREAD_RUNNING);
-    mayGoOn = true;
-    EXPECT_TRUE(thread.AwaitState(B_THREAD_SUSPENDED));
-    EXPECT_EQ(steps, 2);
-    resume_thread(thread.Id());
-    EXPECT_TRUE(Await([&] { return steps == 3; }));
+    BusyThread busy;
+    EXPECT_EQ(suspend_thread(busy.Thread().Id()), B_OK);
+    EXPECT_EQ(busy.Thread().State(), B_THREAD_RUNNING);
+    busy.GoOn();
+    EXPECT_TRUE(busy.Thread().AwaitState(B_THREAD_SUSPENDED));
+    EXPECT_EQ(busy.Step(), 2);
+    resume_thread(busy.Thread().Id());
+    EXPECT_TRUE(busy.AwaitStep(3));
 }
 
 TEST(SuspendThreadTest, MayBeTakenBackBeforeItHasEffect)
 {
-    std::atomic<bool> mayGoOn = false;
-    std::atomic<int> steps = 0;
-    TestThread thread([&] {
-        ++steps;
-        while (!mayGoOn) {
-        }
-        snooze(1000);
-        return ++steps;
-    });
-    thread.Start();
-    ASSERT_TRUE(Await([&] { return steps == 1; }));
-    EXPECT_EQ(suspend_thread(thread.Id()), B_OK);
-    EXPECT_EQ(resume_thread(thread.Id()), B_OK);
-    mayGoOn = true;
-    EXPECT_TRUE(Await([&] { return thread.IsGone(); }));
-    EXPECT_EQ(steps, 2);
+    BusyThread busy;
+    EXPECT_EQ(suspend_thread(busy.Thread().Id()), B_OK);
+    EXPECT_EQ(resume_thread(busy.Thread().Id()), B_OK);
+    busy.GoOn();
+    EXPECT_TRUE(Await([&] { return busy.Thread().IsGone(); }));
+    EXPECT_EQ(busy.Step(), 3);
 }
 
 TEST(SuspendThreadTest, OfItselfStopsHere)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "tests/kits/kernel/Await.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+/// A thread that sleeps for good; asleep when it has been made.
+class SleepingThread : public TestThread {
+public:
+    explicit SleepingThread(std::atomic<int>* endings = nullptr)
+        : TestThread([endings]() -> int32 {
+            const struct Unwound {
+                std::atomic<int>* count;
+                ~Unwound()
+                {
+                    if (count != nullptr)
+                        ++*count;
+                }
+            } unwound{endings};
+            snooze(B_INFINITE_TIMEOUT);
+            return 0;
+        })
+    {
+        Start();
+        EXPECT_TRUE(AwaitState(B_THREAD_ASLEEP));
+    }
+};
+
+/// A thread that computes, at step 1, until it may go on; then at step 2 comes its first wait, and step 3 is its end.
+/// At step 1 when it has been made.
+class BusyThread {
+public:
+    BusyThread()
+        : fThread([this]() -> int32 {
+            ++fSteps;
+            while (!fMayGoOn) {
+            }
+            ++fSteps;
+            snooze(1000);
+            return ++fSteps;
+        })
+    {
+        fThread.Start();
+        EXPECT_TRUE(AwaitStep(1));
+    }
+
+    TestThread& Thread() { return fThread; }
+    [[nodiscard]] int Step() const { return fSteps; }
+    [[nodiscard]] bool AwaitStep(int step) const
+    {
+        return Await([&] { return fSteps == step; });
+    }
+    void GoOn() { fMayGoOn = true; }
+
+private:
+    std::atomic<bool> fMayGoOn = false;
+    std::atomic<int> fSteps = 0;
+    TestThread fThread; // last: ends before what it uses
+};
