@@ -21,6 +21,9 @@ class ChartsTest(DesktopTest):
     def setUp(self):
         super().setUp()
         self.arrange()
+        self.open()
+
+    def open(self):
         self.program = self.start()
         self.window = self.program.window()
         self.place()

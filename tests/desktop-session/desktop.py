@@ -227,9 +227,9 @@ class DesktopTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="qel-config-")
         self.addCleanup(folder.cleanup)
         self.config = pathlib.Path(folder.name)
-        self.addCleanup(self._keep_picture)
 
-    def _keep_picture(self):
+    def tearDown(self):
+        """Keeps a picture of a failure; what a test has added to clean up is still there."""
         outcome = self._outcome.result
         if any(test is self for test, _ in outcome.failures + outcome.errors):
             path = os.path.join(tempfile.gettempdir(), f"{self.id()}.png")
