@@ -4,6 +4,9 @@
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libxcb1-dev libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core)
 
+# What making the Debian package needs besides.
+package_packages=(dpkg-dev file)
+
 say() {
     printf '%s: %s\n' "$(basename "$0")" "$*"
 }
@@ -61,11 +64,23 @@ build() {
     cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet
 }
 
+# build_package: makes the Debian package of the release build; sets package to its file.
+build_package() {
+    local log
+    build release installed
+    rm -rf build/package
+    if ! log=$(cpack --config build/CPackConfig.cmake -B "$PWD/build/package" 2>&1); then
+        printf '%s\n' "$log" >&2
+        return 1
+    fi
+    package=$(echo build/package/*.deb)
+}
+
 # start_screen: an X server without a screen, for as long as this shell lives; sets DISPLAY.
 start_screen() {
     local number
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -noreset -screen 0 1280x800x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
     screen_process=$!
     trap 'kill "$screen_process" 2>/dev/null || true' EXIT
     local turns=0

@@ -1,5 +1,6 @@
 // Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
-// runs it; see qel_resource in cmake/QelResources.cmake.
+// runs it; see qel_resource in cmake/QelResources.cmake. Without a name it writes the bytes themselves: a settings
+// file.
 
 #include "tools/resources/JsonMessage.h"
 
@@ -50,10 +51,10 @@ std::string Flatten(const std::string& json, std::string* bytes)
 
 int main(int argc, char** argv)
 {
-    if (argc != 4) {
-        return Fail("usage: resources NAME INPUT OUTPUT.cpp");
+    if (argc != 3 && argc != 4) {
+        return Fail("usage: resources NAME INPUT OUTPUT.cpp, or resources INPUT.json OUTPUT");
     }
-    const std::string input = argv[2];
+    const std::string input = argv[argc - 2];
     std::ifstream file(input, std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (!file) {
@@ -66,8 +67,9 @@ int main(int argc, char** argv)
             return Fail(input + ": " + error);
         }
     }
-    std::ofstream output(argv[3], std::ios::binary | std::ios::trunc);
-    output << SourceOf(argv[1], isMessage ? "B_ANY_TYPE" : "B_RAW_TYPE", bytes);
+    const std::string name = argv[argc - 1];
+    std::ofstream output(name, std::ios::binary | std::ios::trunc);
+    output << (argc == 3 ? bytes : SourceOf(argv[1], isMessage ? "B_ANY_TYPE" : "B_RAW_TYPE", bytes));
     output.close();
-    return output ? 0 : Fail(std::string(argv[3]) + ": cannot be written");
+    return output ? 0 : Fail(name + ": cannot be written");
 }
