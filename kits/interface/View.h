@@ -7,6 +7,7 @@
 #include "kits/support/Rect.h"
 
 #include <memory>
+#include <string>
 
 class BBitmap;
 class BMessage;
@@ -186,6 +187,9 @@ public:
     /// Drawing is in the picture when a call returns: both return at once.
     void Sync() const {}
     void Flush() const {}
+    /// What the view and its children show, at the screen's resolution, as the bytes of a PNG file. Main thread.
+    /// B_NO_INIT outside a window, B_NO_MEMORY without room for it.
+    status_t GetPicture(std::string* png) const;
     /// Asks for a Draw of the rectangle, or of everything, at the end of this turn of the event loop.
     void Invalidate(BRect rect);
     void Invalidate();
@@ -202,7 +206,8 @@ public:
     void DragMessage(BMessage* message, BRect rect, BHandler* replyTo = nullptr);
     /// The picture shows instead, with the pointer at `offset` in it. Takes the bitmap.
     void DragMessage(BMessage* message, BBitmap* bitmap, BPoint offset, BHandler* replyTo = nullptr);
-    /// Text that shows when the pointer rests; null or "" for none.
+    /// Text that shows when the pointer rests; null or "" for none. A text that starts with "<qt>" is markup: a small
+    /// part of HTML, with <br>, <b>, <table> and <span style="...">; any other is shown as it is.
     void SetToolTip(const char* text);
     const char* ToolTip() const;
     /// How assistive technology calls the view; the view's name while there is none.

@@ -66,11 +66,11 @@ FailingDevice* SetFailingDevice(FailingDevice* device)
     return sDevice.exchange(device, std::memory_order_acq_rel);
 }
 
-int32 OpenFile(const char* path, int flags)
+int32 OpenFile(const char* path, int flags, mode_t mode)
 {
     const FileAction action{.call = (flags & O_CREAT) != 0 ? FileCall::kCreate : FileCall::kOpen, .path = path};
-    const int64 result = Perform(
-        action, [&](size_t) { return open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, S_IRUSR | S_IWUSR); });
+    const int64 result =
+        Perform(action, [&](size_t) { return open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode); });
     return result >= 0 ? static_cast<int32>(result) : StatusFromErrno(errno);
 }
 

@@ -8,9 +8,10 @@
 namespace kits {
 
 /// Never waits for the other end of a pipe, and the descriptor does not survive exec.
-/// @param flags  of open(2); with O_CREAT the file is made for the user alone
+/// @param flags  of open(2)
+/// @param mode   of a file that is made, less the process's mask; for the user alone by default
 /// @return a descriptor or a status
-int32 OpenFile(const char* path, int flags);
+int32 OpenFile(const char* path, int flags, mode_t mode = 0600);
 void CloseFile(int descriptor);
 
 /// Reads until the buffer is full or the file ends.

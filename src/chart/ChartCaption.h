@@ -6,6 +6,8 @@
 #include "kits/support/Rect.h"
 #include "src/support/FFont.h"
 
+#include <cstddef>
+
 /// What a caption's antialiasing goes towards.
 enum : int16 { kAATargetChart = 1, kAATargetBackground = 2, kAATargetAverage = 3 };
 
@@ -41,6 +43,9 @@ rgb_color AverageColor(rgb_color one, rgb_color other);
 /// @param where      the origin of the base line; changed
 /// @param textWidth  of the text, in pixels
 BPoint ModerateStringCoord(BPoint where, BRect bounds, float textWidth, const font_height& height);
+
+/// The longest part of a text, in bytes, that is no longer than the limit, cut between characters.
+size_t CutLength(const char* text, size_t length, size_t limit);
 
 /// The pixels that a text covers: from the ascent above to the descent below its base line.
 BRect CaptionRect(BPoint where, float textWidth, const font_height& height);

@@ -9,6 +9,7 @@ ChartMenu::ChartMenu(bool replicant)
     : fMenu(std::make_unique<BPopUpMenu>("ChartView", false, false))
     , fPause(new BMenuItem("Pause", new BMessage(MSG_CHART_PAUSE)))
     , fSources(new BMenu("Sources..."))
+    , fBeforeSaving(new BSeparatorItem())
 {
     fMenu->AddItem(new BMenuItem("Preferences...", new BMessage(MSG_CHART_PREFS)));
     fMenu->AddSeparatorItem();
@@ -22,6 +23,9 @@ ChartMenu::ChartMenu(bool replicant)
     }
     fMenu->AddItem(fPause);
     fMenu->AddItem(fSources);
+    fMenu->AddItem(fBeforeSaving);
+    fMenu->AddItem(new BMenuItem("Save picture\xe2\x80\xa6", new BMessage(MSG_SAVE_PICTURE)));
+    fMenu->AddItem(new BMenuItem("Save values\xe2\x80\xa6", new BMessage(MSG_SAVE_VALUES)));
 }
 
 ChartMenu::~ChartMenu() = default;
@@ -57,8 +61,8 @@ void ChartMenu::Offer(uint32 command, const char* label, bool offered)
 {
     BMenuItem* item = fMenu->FindItem(command);
     if (offered && item == nullptr) {
-        fMenu->AddSeparatorItem();
-        fMenu->AddItem(new BMenuItem(label, new BMessage(command)));
+        fMenu->AddItem(new BSeparatorItem(), fMenu->IndexOf(fBeforeSaving));
+        fMenu->AddItem(new BMenuItem(label, new BMessage(command)), fMenu->IndexOf(fBeforeSaving));
     } else if (!offered && item != nullptr) {
         const int32 index = fMenu->IndexOf(item);
         delete fMenu->RemoveItem(index);

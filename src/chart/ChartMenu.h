@@ -28,7 +28,7 @@ public:
     int32 SourceOf(const void* item) const;
 
     /// Makes an item that gives a caption's place to all charts come or go, with a separator before it. Nothing happens
-    /// when it is already so.
+    /// when it is already so. What is saved stays below it.
     /// @param command  its message
     void Offer(uint32 command, const char* label, bool offered);
 
@@ -46,4 +46,5 @@ private:
     std::unique_ptr<BPopUpMenu> fMenu;
     BMenuItem* fPause;
     BMenu* fSources;
+    BMenuItem* fBeforeSaving;
 };

@@ -1,10 +1,12 @@
 #include "src/chart/ChartView.h"
 
 #include "kits/interface/Dragger.h"
+#include "kits/interface/FilePanel.h"
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
+#include "src/sampling/ThreadMagic.h"
 
 #include <algorithm>
 
@@ -48,6 +50,7 @@ ChartView::~ChartView()
 {
     ClosePrefs();
     Connect(false, false);
+    FinishSaving();
 }
 
 void ChartView::Initialise()
@@ -88,6 +91,7 @@ void ChartView::MakePicture()
     DropPicture();
     fColumn = 0;
     fLastPoints.fill(Bounds().LeftBottom());
+    FitHistory();
     if (!IsPictureSize(Bounds()))
         return;
     auto bitmap = std::make_unique<BBitmap>(Bounds(), B_RGB32, true);
@@ -102,6 +106,11 @@ void ChartView::MakePicture()
     fPen->FillRect(Bounds(), B_SOLID_LOW);
 }
 
+void ChartView::FitHistory()
+{
+    fHistory.SetCapacity(IsPictureSize(Bounds()) ? static_cast<int32>(Bounds().Width()) + 1 : 0);
+}
+
 void ChartView::DropPicture()
 {
     fPen = nullptr;
@@ -114,6 +123,7 @@ void ChartView::SetMode(int16 mode)
         return;
     LooperLock lock(this);
     fMode = mode;
+    fHistory.KeepNewest(0);
     if (mode == kGaugeMode) {
         DropPicture();
         fGaugeEnds.fill(0);
@@ -149,6 +159,8 @@ void ChartView::ResizeTo(float width, float height)
             PictureLock oldLock(picture.get());
             fPen->DrawBitmap(picture.get(), picture->Bounds(), fBitmap->Bounds());
         }
+    } else {
+        FitHistory();
     }
     ModerateCaption(fValueCaption);
     ModerateCaption(fTitleCaption);
@@ -173,16 +185,20 @@ void ChartView::AddValueProvider(BMessage* archive, int32 index)
     if (fMenu != nullptr)
         fMenu->AddSource(ValueProvider::Name(provider->Target(), provider->Flags()).c_str(), index);
     fProviders.insert(fProviders.begin() + index, std::move(provider));
+    fHistory.InsertSource(index);
 }
 
 void ChartView::RemoveValueProvider(int32 index)
 {
-    if (index == -1)
+    if (index == -1) {
         fProviders.clear();
-    else if (index >= 0 && index < CountValueProviders())
+        fHistory.KeepNewest(0);
+    } else if (index >= 0 && index < CountValueProviders()) {
         fProviders.erase(fProviders.begin() + index);
-    else
+        fHistory.RemoveSource(index);
+    } else {
         return;
+    }
     if (fMenu != nullptr)
         fMenu->RemoveSource(index);
 }

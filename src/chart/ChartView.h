@@ -9,6 +9,7 @@
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
 #include "src/chart/ChartCaption.h"
+#include "src/chart/ChartHistory.h"
 #include "src/chart/ChartSteps.h"
 #include "src/sampling/ValueProvider.h"
 #include "src/support/FFont.h"
@@ -19,14 +20,13 @@
 #include <vector>
 
 class BDragger;
+class BFilePanel;
 class ChartMenu;
 class ChartViewHolder;
+class FireAndForgetThread;
 class SmartWindow;
 class Sysinfo;
 class SysinfoNode;
-
-/// A chart draws as many sources as it has colours for.
-inline constexpr int32 kMaxSources = 8;
 
 /// What a chart shows its sources as.
 enum : int16 { kChartMode = 1, kGaugeMode = 2 };
@@ -202,6 +202,17 @@ public:
     /// The picture so far, null in gauge mode; stays the chart's. Read it under its lock.
     BBitmap* Picture() const { return fBitmap.get(); }
 
+    /// The figures behind the picture, in gauge mode as many as a chart of this width would show.
+    const ChartHistory& History() const { return fHistory; }
+    /// The same as a table for a file (ChartExport.h).
+    std::string ValuesAsCsv();
+    /// What the chart shows, captions and border included, as the bytes of a PNG file at the screen's resolution; empty
+    /// outside a window.
+    std::string PictureAsPng();
+    /// Writes a file in the background; an alert says when that fails. A chart that goes before waits for it.
+    /// @param path  absolute
+    void SaveFile(const std::string& path, std::string bytes);
+
     /// @name Dragging a caption
     /// The mouse is at @p where: the caption's base line begins there, held inside the view.
     /// @{
@@ -230,6 +241,7 @@ private:
     void Initialise();
     void MakePicture();
     void DropPicture();
+    void FitHistory();
     BRect ChartRect() const { return ::ChartRect(Bounds(), fShowBorder); }
 
     void DrawStep(size_t source, BPoint base, BPoint top, bool onScreen);
@@ -288,6 +300,9 @@ private:
     void TakePlace(const BMessage& message, ChartCaption& caption);
     void MoveColumnTo(float column);
     void AddSibling();
+    void SavePicture();
+    void SaveValues();
+    void FinishSaving();
     void OpenPrefs();
     void PrefsWindowClosed(const BMessage& message);
     void RefreshPrefsWindowArchive() const;
@@ -305,6 +320,8 @@ private:
     BView* fPen = nullptr;        // draws into fBitmap, which owns it
     BDragger* fDragger = nullptr; // a child
     std::unique_ptr<ChartMenu> fMenu;
+    std::unique_ptr<BFilePanel> fPanel; // the last one that was opened
+    std::unique_ptr<FireAndForgetThread> fSaving;
     ChartViewHolder* fOwner = nullptr;
     SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
     mutable BMessage fPrefsWindowArchive;
@@ -314,6 +331,7 @@ private:
     std::array<BPoint, kMaxSources> fLastPoints{};
     std::array<float, kMaxSources> fGaugeEnds{};
     std::array<double, kMaxSources> fShares{}; // as last drawn
+    ChartHistory fHistory;
     rgb_color fBackgroundColor{};
     rgb_color fBorderColor{};
     rgb_color fLowColor{};

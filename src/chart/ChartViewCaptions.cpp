@@ -6,20 +6,6 @@
 
 // A chart's two captions: what both can do is written once, for the caption and its text.
 
-namespace {
-
-// The longest part of a text that is no longer than this, cut between characters.
-size_t CutLength(const char* text, size_t length, size_t limit)
-{
-    if (length <= limit)
-        return length;
-    while (limit > 0 && (static_cast<uint8>(text[limit]) & 0xC0) == 0x80)
-        limit--;
-    return limit;
-}
-
-} // namespace
-
 void ChartView::SetTitle(const char* text, int32 length)
 {
     size_t size = 0;

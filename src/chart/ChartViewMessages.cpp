@@ -75,6 +75,12 @@ void ChartView::MessageReceived(BMessage* message)
     case MSG_RECONNECT:
         Connect(true, true);
         break;
+    case MSG_SAVE_PICTURE:
+        SavePicture();
+        break;
+    case MSG_SAVE_VALUES:
+        SaveValues();
+        break;
     case MSG_CHART_PREFS:
         OpenPrefs();
         break;
@@ -153,6 +159,7 @@ void ChartView::MoveColumnTo(float column)
     } else if (distance < 0) {
         rows.MoveColumns(BRect(area.left + (from - to), area.top, area.right, area.bottom), distance);
         rows.Fill(BRect(to + 1, area.top, from, area.bottom), low);
+        fHistory.KeepNewest(distance + fHistory.CountRows());
     }
     // Before column 1 comes column 0, which is to count as drawn.
     fColumn = column == 1 ? kColumnZeroDrawn : column - 1;

@@ -3,6 +3,7 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
+#include "src/sampling/SysinfoNode.h"
 
 #include <cmath>
 #include <cstring>
@@ -65,6 +66,7 @@ void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
         DrawStep(slot, base, top, !step.wraps);
         fLastPoints[slot] = top;
     }
+    fHistory.Add(newest->Time(), fShares, count);
     const float lastY = fLastPoints[static_cast<size_t>(count - 1)].y;
     const float column = fColumn;
     if (fColumn == 0)
@@ -99,6 +101,7 @@ void ChartView::WrapPicture(const WrapStep& step)
     if (step.source.IsValid())
         pixels.MoveColumns(step.source, static_cast<int32>(step.target.left - step.source.left));
     pixels.Fill(step.cleared, PixelWord(fLowColor));
+    fHistory.KeepNewest(static_cast<int32>(step.column - ChartRect().left));
     for (int32 i = 0; i < CountValueProviders(); i++)
         fLastPoints[static_cast<size_t>(i)].x = fColumn - 1;
 }
@@ -132,6 +135,7 @@ void ChartView::RefreshGauge(Sysinfo* sampler, SysinfoNode* newest)
         const auto slot = static_cast<size_t>(i);
         fGaugeEnds[slot] = row.Push(NextShare(slot, sampler, newest));
     }
+    fHistory.Add(newest->Time(), fShares, count);
     DrawGauge(area);
     TakeValueText(sampler, newest);
     if (fValueVP != nullptr)

@@ -74,5 +74,8 @@ enum : uint32 {
     MSG_FONT_TARGET_TITLE,
     MSG_FONT_FAMILY,
     MSG_FONT_STYLE,
-    MSG_FONT_SIZE
+    MSG_FONT_SIZE,
+
+    MSG_SAVE_PICTURE, ///< chart's menu: asks for a file
+    MSG_SAVE_VALUES
 };

@@ -1,36 +1,23 @@
+#include "kits/interface/View.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/drawing/UpdateQueue.h"
+#include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
+#include "kits/storage/ReplaceFile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QImageWriter>
 
-#include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace {
 
-status_t WriteAll(const char* path, const QByteArray& bytes)
+status_t Encode(const QPixmap& picture, const char* format, QByteArray* bytes)
 {
-    const int descriptor = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        return kits::StatusFromErrno(errno);
-    status_t status = B_OK;
-    qsizetype written = 0;
-    while (status == B_OK && written < bytes.size()) {
-        const ssize_t count =
-            write(descriptor, bytes.constData() + written, static_cast<size_t>(bytes.size() - written));
-        if (count >= 0)
-            written += count;
-        else if (errno != EINTR)
-            status = kits::StatusFromErrno(errno);
-    }
-    if (close(descriptor) != 0 && status == B_OK)
-        status = kits::StatusFromErrno(errno);
-    return status;
+    QBuffer buffer(bytes);
+    buffer.open(QIODevice::WriteOnly);
+    return !picture.isNull() && picture.save(&buffer, format) ? B_OK : B_NO_MEMORY;
 }
 
 } // namespace
@@ -45,11 +32,21 @@ status_t BWindow::SavePicture(const char* path)
         return B_BAD_VALUE;
 
     kits::UpdateQueue::DrawWindow(*fImpl);
-    const QPixmap picture = fImpl->fPane->grab();
     QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (picture.isNull() || !picture.save(&buffer, format.constData()))
-        return B_NO_MEMORY;
-    return WriteAll(path, bytes);
+    const status_t status = Encode(fImpl->fPane->grab(), format.constData(), &bytes);
+    if (status != B_OK)
+        return status;
+    return kits::ReplaceFile(path, bytes.constData(), static_cast<size_t>(bytes.size()));
+}
+
+status_t BView::GetPicture(std::string* png) const
+{
+    if (fImpl->fPane == nullptr || fImpl->fWindow == nullptr)
+        return B_NO_INIT;
+    kits::UpdateQueue::DrawWindow(kits::WindowImpl::Of(fImpl->fWindow));
+    QByteArray bytes;
+    const status_t status = Encode(fImpl->fPane->grab(), "png", &bytes);
+    if (status == B_OK)
+        png->assign(bytes.constData(), static_cast<size_t>(bytes.size()));
+    return status;
 }

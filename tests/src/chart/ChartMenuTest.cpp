@@ -57,7 +57,8 @@ TEST(ChartMenuTest, AChartInTheApplicationHasAllCommands)
 {
     const ChartMenu menu(false);
     EXPECT_EQ(Labels(*menu.Menu()),
-              "Preferences...||Add new chart|Delete this chart||Synchronize others|Pause|Sources...");
+              "Preferences...||Add new chart|Delete this chart||Synchronize others|Pause|Sources..."
+              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6");
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_PREFS), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_ADD), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_DELETE), nullptr);
@@ -68,7 +69,8 @@ TEST(ChartMenuTest, AChartInTheApplicationHasAllCommands)
 TEST(ChartMenuTest, AReplicantCanBeReconnected)
 {
     const ChartMenu menu(true);
-    EXPECT_EQ(Labels(*menu.Menu()), "Preferences...||Reconnect|Pause|Sources...");
+    EXPECT_EQ(Labels(*menu.Menu()),
+              "Preferences...||Reconnect|Pause|Sources...||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6");
     EXPECT_NE(menu.Menu()->FindItem(MSG_RECONNECT), nullptr);
 }
 
@@ -95,16 +97,17 @@ TEST(ChartMenuTest, SourcesComeAndGoByIndex)
 TEST(ChartMenuTest, DistributionComesWithASeparatorAndGoesWithIt)
 {
     ChartMenu menu(true);
-    const std::string plain = Labels(*menu.Menu());
+    const std::string saving = "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6";
+    const std::string told = "Preferences...||Reconnect|Pause|Sources...";
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);
-    EXPECT_EQ(Labels(*menu.Menu()), plain + "||Distribute position");
+    EXPECT_EQ(Labels(*menu.Menu()), told + "||Distribute position" + saving);
     menu.Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", true);
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", false);
-    EXPECT_EQ(Labels(*menu.Menu()), plain + "||Distribute pos.");
+    EXPECT_EQ(Labels(*menu.Menu()), told + "||Distribute pos." + saving);
     menu.Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", false);
     menu.Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", false);
-    EXPECT_EQ(Labels(*menu.Menu()), plain);
+    EXPECT_EQ(Labels(*menu.Menu()), told + saving);
 }
 
 TEST_F(ChartMenuInWindowTest, ShowsTheSourcesThatTheChartHas)
