@@ -20,12 +20,20 @@ public:
     /// In logical pixels, right and bottom included. Screens beside each other share one plane.
     BRect Frame() const;
 
-    /// The colour of the empty desktop. Kept in memory: never asks another process. (51, 102, 152) while it is not
-    /// known.
+    /// The colour of the empty desktop: that of the X server's root window, or what the desktop environment is set to.
+    /// Over a picture, the picture's average. Kept in memory and refreshed when the desktop tells of a change: asking
+    /// never waits. The first call in a process starts that, so it gives (51, 102, 152), as it does for good where
+    /// the desktop can't be asked.
     rgb_color DesktopColor() const;
-    /// From here on that is what DesktopColor() gives, in this process.
-    /// @param permanent  whether it is kept beyond the session
+    /// Has the desktop painted in this colour, in place of a picture too; returns at once. DesktopColor() gives it from
+    /// here on, also where the desktop can't be painted. Before the first time everything that changes is kept, on the
+    /// disk too: RestoreDesktop() puts it back. While another program of the user has painted, nothing is.
+    /// @param permanent  whether the settings of a desktop environment may be changed, which outlive the session
     void SetDesktopColor(rgb_color color, bool permanent = true);
+    /// Puts the desktop back as it was before the first SetDesktopColor(), with its picture and all its settings, but
+    /// for what others have set meanwhile; returns at once. At the start of a program: puts back what a program that
+    /// was killed had painted, and costs nothing if there is none.
+    void RestoreDesktop();
 
     /// Returns at once: what is drawn in one turn of the event loop reaches the screen together at its end, so the main
     /// thread never sleeps for the screen.

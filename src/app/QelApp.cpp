@@ -80,6 +80,8 @@ void QelApp::ReadyToRun()
     SaveUptimes();
     if (fMode == Mode::kSession) {
         fAutosave = std::make_unique<Autosave>(*this);
+        // Had the colour page painted it when the program was killed, it still is.
+        BScreen().RestoreDesktop();
     }
 }
 

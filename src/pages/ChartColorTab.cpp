@@ -70,7 +70,7 @@ ChartColorTab::ChartColorTab(ChartView* chart)
 ChartColorTab::~ChartColorTab()
 {
     if (fTesting)
-        BScreen(Window()).SetDesktopColor(fSavedDesktop, true);
+        BScreen(Window()).RestoreDesktop();
 }
 
 void ChartColorTab::MakeTargetField()
@@ -102,6 +102,8 @@ void ChartColorTab::MakeAATargetField()
 void ChartColorTab::AllAttached()
 {
     ChartPage::AllAttached();
+    // From here on it is known by the time that it is picked.
+    BScreen(Window()).DesktopColor();
     for (BControl* control : std::initializer_list<BControl*>{fColors, fPick, fTest, fTransparent, fAASlider})
         control->SetTarget(this);
     SetTargetForItemsRecursive(fTargetField->Menu(), this);
@@ -293,12 +295,10 @@ void ChartColorTab::TestOnDesktop()
 {
     BScreen screen(Window());
     fTesting = fTest->Value() == B_CONTROL_ON;
-    if (fTesting) {
-        fSavedDesktop = screen.DesktopColor();
+    if (fTesting)
         screen.SetDesktopColor(fColors->ValueAsColor(), true);
-    } else {
-        screen.SetDesktopColor(fSavedDesktop, true);
-    }
+    else
+        screen.RestoreDesktop();
 }
 
 void ChartColorTab::GetState()

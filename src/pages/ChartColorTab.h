@@ -58,7 +58,6 @@ private:
 
     bigtime_t fLastPick = 0;
     rgb_color fNoTargetColor{0, 0, 0, 0};
-    rgb_color fSavedDesktop{0, 0, 0, 0};
     Target fTarget = kNone;
     int16 fPicks = 0;
     bool fTesting = false;

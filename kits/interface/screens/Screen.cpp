@@ -1,7 +1,7 @@
 #include "kits/interface/Screen.h"
 
 #include "kits/interface/Window.h"
-#include "kits/interface/screens/DesktopColor.h"
+#include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/screens/ScreenList.h"
 
 BScreen::BScreen()
@@ -32,7 +32,12 @@ rgb_color BScreen::DesktopColor() const
     return kits::DesktopColor::Get();
 }
 
-void BScreen::SetDesktopColor(rgb_color color, bool)
+void BScreen::SetDesktopColor(rgb_color color, bool permanent)
 {
-    kits::DesktopColor::Set(color);
+    kits::DesktopColor::Set(color, permanent);
+}
+
+void BScreen::RestoreDesktop()
+{
+    kits::DesktopColor::Restore();
 }

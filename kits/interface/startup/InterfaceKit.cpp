@@ -3,6 +3,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Timer.h"
+#include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/drawing/TextCache.h"
 #include "kits/interface/drawing/UserFonts.h"
 #include "kits/interface/screens/ScreenList.h"
@@ -83,6 +84,7 @@ void ExitInterface()
     delete std::exchange(sWhenQuiet, nullptr);
     // Widgets of windows that went last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    DesktopColor::Forget();
     TextCache::Disable();
     UserFonts::Forget();
     ScreenList::Forget();

@@ -1,7 +1,6 @@
 #include "kits/interface/Screen.h"
 
 #include "kits/interface/InterfaceDefs.h"
-#include "kits/interface/screens/DesktopColor.h"
 
 #include <gtest/gtest.h>
 
@@ -15,13 +14,18 @@ TEST(Screen, HasAFrameOfInclusivePixels)
     EXPECT_EQ(screen.WaitForRetrace(), B_OK);
 }
 
-TEST(Screen, GivesTheDesktopColourThatWasSet)
+TEST(Screen, GivesTheDesktopColourThatWasSetUntilItIsPutBack)
 {
+    constexpr rgb_color kUnknown = make_color(51, 102, 152);
     BScreen screen(nullptr);
-    EXPECT_EQ(screen.DesktopColor(), make_color(51, 102, 152));
+    EXPECT_EQ(screen.DesktopColor(), kUnknown);
+    screen.RestoreDesktop();
+    EXPECT_EQ(screen.DesktopColor(), kUnknown);
     screen.SetDesktopColor(make_color(1, 2, 3, 0), true);
-    EXPECT_EQ(BScreen().DesktopColor(), make_color(1, 2, 3));
-    kits::DesktopColor::Set(kits::DesktopColor::kUnknown);
+    screen.SetDesktopColor(make_color(4, 5, 6, 0), false);
+    EXPECT_EQ(BScreen().DesktopColor(), make_color(4, 5, 6));
+    BScreen().RestoreDesktop();
+    EXPECT_EQ(screen.DesktopColor(), kUnknown);
 }
 
 TEST(InterfaceDefs, TheTransparentColourIsTheMagicWord)

@@ -12,16 +12,22 @@
 namespace {
 
 constexpr rgb_color kRed{200, 10, 20, 255};
-constexpr rgb_color kDesktop{12, 34, 56, 255};
+/// What a desktop has of which nothing is known.
+constexpr rgb_color kDesktop{51, 102, 152, 255};
 
 class ChartColorTabTest : public PageTest {
 protected:
     void SetUp() override
     {
         PageTest::SetUp();
-        BScreen().SetDesktopColor(kDesktop);
         chart->SetShowValue(true);
         chart->SetShowTitle(true);
+    }
+
+    void TearDown() override
+    {
+        PageTest::TearDown();
+        BScreen().RestoreDesktop();
     }
 
     void ShowPage()

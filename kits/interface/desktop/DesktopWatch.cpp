@@ -1,0 +1,224 @@
+#include "kits/interface/desktop/DesktopWatch.h"
+
+#include "kits/kernel/Clock.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace kits {
+
+namespace {
+
+/// How often a desktop that tells nothing is looked at while somebody asks.
+constexpr bigtime_t kLookAgain = 2000000;
+
+constexpr const char* kBackend = "Desktop";
+constexpr const char* kState = "Kept";
+
+} // namespace
+
+DesktopWatch::DesktopWatch(Maker make, rgb_color unknown)
+    : fMake(std::move(make))
+    , fWake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , fColor(unknown)
+{
+    if (fMake == nullptr)
+        return;
+    fThread = spawn_thread(ThreadEntry, "Desktop colour", B_LOW_PRIORITY, this);
+    resume_thread(fThread);
+}
+
+DesktopWatch::~DesktopWatch()
+{
+    {
+        const std::lock_guard lock(fLock);
+        fEnding = true;
+    }
+    eventfd_write(fWake.Get(), 1);
+    wait_for_thread(fThread, nullptr);
+}
+
+rgb_color DesktopWatch::Get()
+{
+    bool look = false;
+    rgb_color color;
+    {
+        const std::lock_guard lock(fLock);
+        color = fColor;
+        look = fNeedsLooking && fOrder == Order::kNone && !fBefore && system_time() - fLooked > kLookAgain;
+        if (look)
+            fLooked = system_time();
+    }
+    if (look)
+        Give(Order::kLook);
+    return color;
+}
+
+void DesktopWatch::Set(rgb_color color, bool permanent)
+{
+    {
+        const std::lock_guard lock(fLock);
+        if (!fBefore)
+            fBefore = fColor;
+        fColor = color;
+        fOrdered = color;
+        fPermanent = permanent;
+    }
+    Give(Order::kPaint);
+}
+
+void DesktopWatch::Restore()
+{
+    {
+        const std::lock_guard lock(fLock);
+        if (fBefore)
+            fColor = *fBefore;
+        fBefore.reset();
+    }
+    Give(Order::kRestore);
+}
+
+void DesktopWatch::Give(Order order)
+{
+    {
+        const std::lock_guard lock(fLock);
+        if (order == Order::kLook && fOrder != Order::kNone)
+            return;
+        fOrder = order;
+    }
+    eventfd_write(fWake.Get(), 1);
+}
+
+int32 DesktopWatch::ThreadEntry(void* self)
+{
+    static_cast<DesktopWatch*>(self)->Run();
+    return B_OK;
+}
+
+void DesktopWatch::Run()
+{
+    fBackend = fMake();
+    if (fBackend == nullptr)
+        return;
+    PutBackLeft();
+    Look();
+    while (Obey()) {
+        // Asking for the colour may have brought more of them.
+        while (fBackend->TakeNews())
+            HearNews();
+        WaitForNews();
+    }
+    fBackend.reset();
+}
+
+bool DesktopWatch::Obey()
+{
+    std::unique_lock lock(fLock);
+    const Order order = std::exchange(fOrder, Order::kNone);
+    const rgb_color color = fOrdered;
+    const bool permanent = fPermanent;
+    const bool ending = fEnding;
+    lock.unlock();
+    switch (order) {
+    case Order::kPaint:
+        Paint(color, permanent);
+        break;
+    case Order::kRestore:
+        PutBack();
+        break;
+    case Order::kLook:
+        Look();
+        break;
+    case Order::kNone:
+        break;
+    }
+    return !ending;
+}
+
+void DesktopWatch::Paint(rgb_color color, bool permanent)
+{
+    if (!permanent && fBackend->OutlivesSession())
+        return;
+    if (fPainted || Keep())
+        fBackend->Paint(color, *fPainted);
+}
+
+bool DesktopWatch::Keep()
+{
+    PutBackLeft();
+    std::optional<BMessage> state = fBackend->Keep();
+    if (!state)
+        return false;
+    BMessage kept;
+    kept.AddString(kBackend, fBackend->Name());
+    kept.AddMessage(kState, &*state);
+    if (fKept.Save(kept) != B_OK)
+        return false;
+    fPainted = std::move(state);
+    return true;
+}
+
+void DesktopWatch::PutBack()
+{
+    if (fPainted && fBackend->Restore(*fPainted)) {
+        fKept.Remove();
+        fPainted.reset();
+    }
+    PutBackLeft();
+    Look();
+}
+
+void DesktopWatch::PutBackLeft()
+{
+    if (fPainted)
+        return;
+    const std::optional<BMessage> left = fKept.LoadLeft();
+    if (!left)
+        return;
+    std::string name;
+    BMessage state;
+    // What another desktop keeps waits for a session of that desktop.
+    if (left->FindString(kBackend, &name) == B_OK && name == fBackend->Name() &&
+        left->FindMessage(kState, &state) == B_OK && fBackend->Restore(state))
+        fKept.Remove();
+    else
+        fKept.Release();
+}
+
+void DesktopWatch::HearNews()
+{
+    if (fPainted) {
+        if (fBackend->IsPainted())
+            return;
+        // Somebody else has set the desktop: there is nothing of ours to put back any more.
+        fBackend->Restore(*fPainted);
+        fKept.Remove();
+        fPainted.reset();
+        const std::lock_guard lock(fLock);
+        fBefore.reset();
+    }
+    Look();
+}
+
+void DesktopWatch::Look()
+{
+    const std::optional<rgb_color> color = fBackend->Read();
+    const std::lock_guard lock(fLock);
+    fNeedsLooking = fBackend->NeedsLooking();
+    fLooked = system_time();
+    if (color)
+        (fBefore ? *fBefore : fColor) = *color;
+}
+
+void DesktopWatch::WaitForNews()
+{
+    std::vector<pollfd> files = {{fWake.Get(), POLLIN, 0}};
+    for (const int descriptor : fBackend->Descriptors())
+        files.push_back({descriptor, POLLIN, 0});
+    poll(files.data(), files.size(), -1);
+    eventfd_t ignored;
+    eventfd_read(fWake.Get(), &ignored);
+}
+
+} // namespace kits

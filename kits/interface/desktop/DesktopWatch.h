@@ -1,0 +1,78 @@
+#pragma once
+
+#include "kits/interface/desktop/DesktopBackend.h"
+#include "kits/interface/desktop/DesktopKept.h"
+#include "kits/kernel/FileDescriptor.h"
+#include "kits/kernel/Threads.h"
+
+#include <functional>
+#include <mutex>
+
+namespace kits {
+
+/// What this process knows of the desktop's colour, and the thread that keeps it true and paints the desktop. Asking
+/// and setting never wait: the thread is the one that talks to the X server and runs the desktop's tools. Of several
+/// colours that are set in a row the newest is painted.
+///
+/// Before the desktop is painted for the first time everything that will change is kept (DesktopKept); Restore puts it
+/// back. What a killed program left painted is put back before anything else.
+///
+/// Any thread, but made and destroyed by the main thread.
+class DesktopWatch {
+public:
+    using Maker = std::function<std::unique_ptr<DesktopBackend>()>;
+
+    /// Starts the thread, if there is something to make.
+    /// @param make     called on the thread; null, or null from it, when there is no desktop to read or paint
+    /// @param unknown  the colour while nothing is known
+    DesktopWatch(Maker make, rgb_color unknown);
+    /// Waits until what is under way is done. What is still painted then is put back at the next start.
+    ~DesktopWatch();
+    DesktopWatch(const DesktopWatch&) = delete;
+    DesktopWatch& operator=(const DesktopWatch&) = delete;
+
+    /// The last known one.
+    rgb_color Get();
+    /// What Get() gives from here on, and has the desktop painted.
+    /// @param permanent  whether it may be painted by what outlives the session; else it is known here only
+    void Set(rgb_color color, bool permanent);
+    /// Get() gives what it did before the first Set, and the desktop is put back.
+    void Restore();
+
+private:
+    enum class Order { kNone, kPaint, kRestore, kLook };
+
+    static int32 ThreadEntry(void* self);
+    void Run();
+    /// Does what was ordered last. False when that was all.
+    bool Obey();
+    void Paint(rgb_color color, bool permanent);
+    bool Keep();
+    void PutBack();
+    void PutBackLeft();
+    void HearNews();
+    void Look();
+    void Give(Order order);
+    void WaitForNews();
+
+    const Maker fMake;
+    FileDescriptor fWake; ///< an eventfd
+    thread_id fThread = -1;
+
+    std::mutex fLock; ///< guards what follows; never held over a wait
+    rgb_color fColor;
+    std::optional<rgb_color> fBefore; ///< while a colour of ours is set
+    Order fOrder = Order::kNone;      ///< the newest that the thread has not yet seen
+    bool fEnding = false;
+    rgb_color fOrdered{};
+    bool fPermanent = true;
+    bool fNeedsLooking = false;
+    bigtime_t fLooked = 0;
+
+    // The thread's own.
+    std::unique_ptr<DesktopBackend> fBackend;
+    std::optional<BMessage> fPainted; ///< what was kept, while the desktop is painted
+    DesktopKept fKept;
+};
+
+} // namespace kits
