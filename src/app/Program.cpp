@@ -29,6 +29,10 @@ int Print(const char* text)
 int RunSession()
 {
     auto app = std::make_unique<QelApp>();
+    if (app->InitCheck() == B_ALREADY_RUNNING) {
+        // It has come to the front, which is all that this start was for.
+        return 0;
+    }
     Stores stores(Stores::Mode::kSession);
     if (!AskAboutVersion(prefs_user)) {
         return 0;

@@ -5,7 +5,6 @@
 #include <system_error>
 
 #include "kits/application/Message.h"
-#include "kits/application/Messenger.h"
 #include "kits/application/Roster.h"
 #include "kits/interface/Screen.h"
 #include "kits/kernel/Clock.h"
@@ -17,6 +16,7 @@
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/Preferences.h"
 #include "src/prefs/PrefsWindow.h"
+#include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
@@ -40,7 +40,7 @@ void EnterFolderOfExecutable()
 } // namespace
 
 QelApp::QelApp(Mode mode)
-    : BApplication(signature)
+    : BApplication(signature, nullptr, mode == Mode::kSession ? kits::Presence::kSingle : kits::Presence::kHidden)
     , fMode(mode)
     , fStartTime(system_time())
 {
@@ -116,11 +116,12 @@ void QelApp::MessageReceived(BMessage* message)
     case MSG_LAUNCHED_BY_REPLICANT:
         fShowMainWindow = false;
         break;
-    case MSG_CONNECT:
-        Answer(message, true);
+    case B_SILENT_RELAUNCH:
+        BringToFront();
         break;
+    case MSG_CONNECT:
     case MSG_DISCONNECT:
-        Answer(message, false);
+        AnswerConnectionRequest(message, fSampler.get());
         break;
     case MSG_OPEN_GLOBAL_PREFS:
         OpenPrefsWindow();
@@ -134,18 +135,12 @@ void QelApp::MessageReceived(BMessage* message)
     }
 }
 
-void QelApp::Answer(BMessage* request, bool connect)
+void QelApp::BringToFront()
 {
-    BMessage reply(uint32{0});
-    BMessenger messenger;
-    if (request->FindMessenger("Messenger", &messenger) != B_OK) {
-        reply.what = 0xffffffff;
-    } else if (fSampler && connect) {
-        fSampler->AddMessenger(messenger);
-    } else if (fSampler) {
-        fSampler->RemoveMessenger(messenger);
+    if (fMainWindow != nullptr) {
+        fMainWindow->Minimize(false);
+        fMainWindow->Activate(true);
     }
-    request->SendReply(&reply, static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
 }
 
 void QelApp::OpenPrefsWindow()

@@ -20,8 +20,8 @@ class Sysinfo;
 /// - `MSG_SET_DELAY` ("Delay" int64, microseconds) and `MSG_SET_NODES_TO_KEEP` ("NodesToKeep" int16, at least 2):
 ///   change the sampler; without their field or with a useless value they are ignored.
 /// - `MSG_LAUNCHED_BY_REPLICANT`, before `ReadyToRun`: the window starts minimised.
-/// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more. The reply's `what` is 0,
-///   without "Messenger" it is 0xffffffff.
+/// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more, see ConnectionRequest.h.
+/// - `B_SILENT_RELAUNCH`, from a second start of the program: the main window comes to the front.
 /// - `MSG_OPEN_GLOBAL_PREFS`: opens the sampler's preferences, or brings them to the front.
 /// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
 class QelApp : public BApplication {
@@ -32,7 +32,8 @@ public:
         kPicture, ///< for a picture of the window only: nothing is stored
     };
 
-    /// Makes the executable's folder the working directory.
+    /// Makes the executable's folder the working directory. A session is found by other processes, and there is one at
+    /// a time: InitCheck() is `B_ALREADY_RUNNING` for a second one, which should end.
     explicit QelApp(Mode mode = Mode::kSession);
 
     /// Puts the windows' archives into the user's store; does not write that.
@@ -69,8 +70,8 @@ public:
     void StoreArrangement();
 
 private:
-    void Answer(BMessage* request, bool connect);
     void WindowClosed(BMessage* message);
+    void BringToFront();
     void OpenMainWindow();
     void OpenPrefsWindow();
     static void Close(SmartWindow* window, BMessage* archive);

@@ -6,6 +6,7 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
+#include "src/sampling/ServerConnection.h"
 #include "src/sampling/ThreadMagic.h"
 
 #include <algorithm>
@@ -49,6 +50,7 @@ ChartView::ChartView(BMessage* archive)
 ChartView::~ChartView()
 {
     ClosePrefs();
+    fResizer.reset();
     Connect(false, false);
     FinishSaving();
 }
@@ -205,7 +207,10 @@ void ChartView::RemoveValueProvider(int32 index)
 
 void ChartView::AllAttached()
 {
-    Connect(true, true);
+    if (fReplicant)
+        ConnectReplicant(true, true);
+    else
+        Connect(true, true);
     DrawTitle(true);
     if (fMenu == nullptr)
         MakeMenu();

@@ -24,6 +24,7 @@ class BFilePanel;
 class ChartMenu;
 class ChartViewHolder;
 class FireAndForgetThread;
+class ServerConnection;
 class SmartWindow;
 class Sysinfo;
 class SysinfoNode;
@@ -55,7 +56,7 @@ public:
     /// A chart from what Archive() or SavePrefsTo() wrote. @p archive stays the caller's.
     explicit ChartView(BMessage* archive);
 
-    /// Closes its preferences window and disconnects.
+    /// Closes its preferences window, ends its threads and disconnects; waits for nobody.
     ~ChartView() override;
 
     /// A chart outside the application, from what Archive() wrote; null when @p archive is not one of a chart.
@@ -181,14 +182,17 @@ public:
     void RefreshGauge(Sysinfo* sampler, SysinfoNode* newest);
     /// @}
 
-    /// Registers for samples, or unregisters. In the application this posts and is always true.
+    /// Registers for samples, or unregisters; returns at once. A replicant does it on threads of its own, see
+    /// ServerConnection; if it cannot be connected when it comes into a window, an alert says so, once.
     /// @param mayLaunch  a replicant may start the application
-    bool Connect(bool connect, bool mayLaunch);
+    void Connect(bool connect, bool mayLaunch);
     /// A paused chart is disconnected and draws nothing, whatever comes.
     void Pause(bool pause);
     bool IsPaused() const { return fPaused; }
 
     bool IsReplicant() const { return fReplicant; }
+    /// A replicant's connection to the application; null for other charts. Stays the chart's.
+    const ServerConnection* Connection() const { return fConnection.get(); }
     /// The holder of a chart in the main window; null for others. Not owned.
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
@@ -237,6 +241,10 @@ public:
     /// Stretches the picture to the new size.
     void ResizeTo(float width, float height) override;
 
+    /// The mouse holds a replicant's corner: gives it the size that the mouse is at.
+    /// @return false when no button is down (any more)
+    bool FollowCorner();
+
 private:
     void Initialise();
     void MakePicture();
@@ -283,6 +291,8 @@ private:
     void UpdateToolTip();
     void OpenMenu(BPoint where);
     bool IsOn(const ChartCaption& caption, BPoint where) const;
+    bool IsOnCorner(BPoint where) const;
+    void TrackCorner();
     void TrackCaption(ChartCaption& caption, BPoint where);
 
     BPoint DropPlace(BMessage* message) const;
@@ -293,6 +303,10 @@ private:
     int32 SourceInPicture(BPoint where) const;
     int32 SourceInGauge(BPoint where) const;
 
+    void ConnectReplicant(bool mayLaunch, bool tellFailure);
+    void TellFailure();
+    void ServerGone(const BMessage& message);
+    void ForwardAbout(BMessage* message);
     void TakeSample(const BMessage& message);
     void RemoveSourceOf(const BMessage& message);
     void Distribute(const BMessage& wish);
@@ -325,7 +339,9 @@ private:
     ChartViewHolder* fOwner = nullptr;
     SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
     mutable BMessage fPrefsWindowArchive;
-    BMessenger fMessenger; // as last registered
+    BMessenger fMessenger;                         // as last registered
+    std::unique_ptr<ServerConnection> fConnection; // of a replicant
+    std::unique_ptr<FireAndForgetThread> fResizer;
 
     std::array<rgb_color, kMaxSources> fChartColors{};
     std::array<BPoint, kMaxSources> fLastPoints{};

@@ -2,6 +2,9 @@
 #include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
+#include "src/sampling/ServerConnection.h"
+#include "src/sampling/ThreadMagic.h"
+#include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 
 // How a chart's settings stand in messages.
@@ -86,6 +89,7 @@ ChartView* ChartView::Instantiate(BMessage* archive)
         return nullptr;
     auto chart = std::make_unique<ChartView>(archive);
     chart->fReplicant = true;
+    chart->fConnection = std::make_unique<ServerConnection>(signature, MSG_SERVER_UNREACHABLE);
     return chart.release();
 }
 

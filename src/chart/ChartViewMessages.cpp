@@ -94,7 +94,14 @@ void ChartView::MessageReceived(BMessage* message)
         Delete();
         break;
     case B_ABOUT_REQUESTED:
-        be_app_messenger.SendMessage(message);
+        ForwardAbout(message);
+        break;
+    case MSG_SERVER_GONE:
+    case B_SOME_APP_QUIT:
+        ServerGone(*message);
+        break;
+    case MSG_SERVER_UNREACHABLE:
+        TellFailure();
         break;
     default:
         BView::MessageReceived(message);

@@ -7,11 +7,17 @@
 #include "src/sampling/MouseDownThread.h"
 #include "src/support/MessageCodes.h"
 
+#include <algorithm>
+#include <cmath>
+
 // The hand on a chart: its menu, and its captions while they are dragged.
 
 namespace {
 
 constexpr bigtime_t kTrackInterval = 50000;
+constexpr bigtime_t kResizeInterval = 10000;
+constexpr float kCornerRadius = 6;
+constexpr float kSmallestReplicant = 20;
 
 bool CV_TrackValue(BView* view, BPoint& where, uint32)
 {
@@ -30,11 +36,65 @@ void CV_DoneTracking(BView* view, BPoint&)
     static_cast<ChartView*>(view)->DoneTracking();
 }
 
+/// The view may go at any time: reached by its messenger only.
+class CornerFollower : public FunctionObject {
+public:
+    explicit CornerFollower(ChartView* chart)
+        : fChart(chart)
+    {
+    }
+
+    void operator()() override
+    {
+        while (Look())
+            snooze(kResizeInterval);
+    }
+
+private:
+    bool Look()
+    {
+        if (!fChart.LockTarget())
+            return false;
+        BLooper* looper = nullptr;
+        auto* chart = dynamic_cast<ChartView*>(fChart.Target(&looper));
+        const bool goesOn = chart != nullptr && chart->FollowCorner();
+        looper->Unlock();
+        return goesOn;
+    }
+
+    BMessenger fChart;
+};
+
 } // namespace
 
 bool ChartView::IsOn(const ChartCaption& caption, BPoint where) const
 {
     return caption.shown && caption.drawn.Contains(where);
+}
+
+bool ChartView::IsOnCorner(BPoint where) const
+{
+    const BPoint corner = Bounds().RightBottom();
+    return std::hypot(where.x - corner.x, where.y - corner.y) < kCornerRadius;
+}
+
+void ChartView::TrackCorner()
+{
+    fResizer = FireAndForgetThread::Launch(std::make_unique<CornerFollower>(this), "Chart Resizer", 5);
+}
+
+bool ChartView::FollowCorner()
+{
+    BPoint where;
+    uint32 buttons = 0;
+    GetMouse(&where, &buttons, false);
+    if (buttons == 0)
+        return false;
+    const float width = std::max(where.x, kSmallestReplicant);
+    const float height = std::max(where.y, kSmallestReplicant);
+    if (width != Bounds().Width() || height != Bounds().Height())
+        ResizeTo(width, height);
+    return true;
 }
 
 void ChartView::MouseDown(BPoint where)
@@ -50,6 +110,8 @@ void ChartView::MouseDown(BPoint where)
         MouseDownThread::TrackMouse(this, CV_TrackValue, CV_DoneTracking, kTrackInterval);
     else if (IsOn(fTitleCaption, where))
         MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
+    else if (fReplicant && IsOnCorner(where))
+        TrackCorner();
 }
 
 void ChartView::KeyDown(const char* bytes, int32 count)

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <optional>
 
 Sysinfo* application_sampler = nullptr;
 
@@ -85,9 +84,9 @@ Sysinfo::~Sysinfo()
         fThread->Die();
     while (SysinfoNode* node = TakeOldest())
         delete node;
-    for (const BMessenger& messenger : fMessengers) {
-        if (!messenger.IsTargetLocal())
-            messenger.SendMessage(MSG_SERVER_GONE);
+    if (!fRemoteMessengers.empty()) {
+        const BMessage gone(MSG_SERVER_GONE);
+        BMessenger::SendToAll(fRemoteMessengers, &gone);
     }
 }
 
@@ -107,7 +106,7 @@ void Sysinfo::Sample()
     // The charts draw when the last one has been told and the lock is free.
     const kits::WakeOnce wake;
     Autolock lock(this);
-    if (fMessengers.empty())
+    if (!HasListeners())
         return;
 
     const int32 nodesToKeep = std::max<int32>(fNodesToKeep, 1);
@@ -129,33 +128,23 @@ void Sysinfo::Sample()
 
 void Sysinfo::Broadcast()
 {
-    // Two messages serve all: one for this process, one for the others.
-    std::optional<BMessage> local;
-    std::optional<BMessage> remote;
-    auto messageFor = [&](const BMessenger& messenger) -> BMessage* {
-        const bool isLocal = messenger.IsTargetLocal();
-        std::optional<BMessage>& message = isLocal ? local : remote;
-        if (!message) {
-            message.emplace(MSG_SYSINFO_SAMPLE);
-            message->SetNewestWins(true);
-            if (isLocal)
-                message->AddPointer("Sysinfo*", this);
-            else
-                GhostArchive(&*message);
-        }
-        return &*message;
-    };
-
-    for (size_t i = 0; i < fMessengers.size();) {
-        const BMessenger& messenger = fMessengers[i];
-        if (messenger.IsValid()) {
-            messenger.SendMessage(messageFor(messenger), static_cast<BHandler*>(nullptr), B_INFINITE_TIMEOUT);
-            i++;
-        } else {
-            fMessengers.erase(fMessengers.begin() + static_cast<ssize_t>(i));
-        }
+    const auto isGone = [](const BMessenger& messenger) { return !messenger.IsValid(); };
+    std::erase_if(fLocalMessengers, isGone);
+    std::erase_if(fRemoteMessengers, isGone);
+    if (!fLocalMessengers.empty()) {
+        BMessage sample(MSG_SYSINFO_SAMPLE);
+        sample.SetNewestWins(true);
+        sample.AddPointer("Sysinfo*", this);
+        for (const BMessenger& messenger : fLocalMessengers)
+            messenger.SendMessage(&sample);
     }
-    if (fMessengers.empty())
+    if (!fRemoteMessengers.empty()) {
+        BMessage sample(MSG_SYSINFO_SAMPLE);
+        sample.SetNewestWins(true);
+        GhostArchive(&sample);
+        BMessenger::SendToAll(fRemoteMessengers, &sample);
+    }
+    if (!HasListeners())
         be_app_messenger.SendMessage(MSG_NO_LISTENERS);
 }
 
@@ -202,29 +191,34 @@ bigtime_t Sysinfo::SumActive(int32 processor) const
     return processor >= 0 && processor < CountSumActive() ? fSumActive[static_cast<size_t>(processor)] : 0;
 }
 
+std::vector<BMessenger>& Sysinfo::ListFor(const BMessenger& messenger)
+{
+    return messenger.IsTargetLocal() ? fLocalMessengers : fRemoteMessengers;
+}
+
 status_t Sysinfo::AddMessenger(const BMessenger& messenger)
 {
     Autolock lock(this);
-    if (std::find(fMessengers.begin(), fMessengers.end(), messenger) != fMessengers.end())
+    std::vector<BMessenger>& list = ListFor(messenger);
+    if (std::find(list.begin(), list.end(), messenger) != list.end())
         return B_OK;
-    fMessengers.push_back(messenger);
+    const auto isOfTheTeam = [&messenger](const BMessenger& other) { return other.Team() == messenger.Team(); };
+    if (list.size() >= kMostReceivers || std::count_if(list.begin(), list.end(), isOfTheTeam) >= kMostReceiversOfATeam)
+        return B_NO_MEMORY;
+    list.push_back(messenger);
     return B_ERROR;
 }
 
 status_t Sysinfo::RemoveMessenger(const BMessenger& messenger)
 {
     Autolock lock(this);
-    const auto found = std::find(fMessengers.begin(), fMessengers.end(), messenger);
-    if (found == fMessengers.end())
-        return B_ENTRY_NOT_FOUND;
-    fMessengers.erase(found);
-    return B_OK;
+    return std::erase(ListFor(messenger), messenger) > 0 ? B_OK : B_ENTRY_NOT_FOUND;
 }
 
 int32 Sysinfo::CountMessengers() const
 {
     Autolock lock(this);
-    return static_cast<int32>(fMessengers.size());
+    return static_cast<int32>(fLocalMessengers.size() + fRemoteMessengers.size());
 }
 
 void Sysinfo::LaunchThread()

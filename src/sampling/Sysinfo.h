@@ -21,7 +21,8 @@ class OwnedPeriodicThread;
 /// the newest.
 ///
 /// A receiver in the same process gets MSG_SYSINFO_SAMPLE with "Sysinfo*", a pointer to this object; one in another
-/// process gets the fields of GhostArchive(). Samples replace each other in a receiver's queue: the newest wins.
+/// process gets the fields of GhostArchive(), which are put together once a round, and sent once to each process,
+/// however many receivers it has. Samples replace each other in a receiver's queue: the newest wins.
 /// When the sampler goes it sends MSG_SERVER_GONE to the remote ones; when the last messenger turns out to be
 /// invalid, MSG_NO_LISTENERS goes to the application.
 ///
@@ -39,6 +40,10 @@ public:
     static constexpr bigtime_t kMinDelay = 10000;
     static constexpr bigtime_t kMaxDelay = 5000000;
     static constexpr int16 kMaxNodesToKeep = 200;
+
+    /// How many receivers are taken from one process (what one frame to it can name), and in all from others.
+    static constexpr int32 kMostReceiversOfATeam = 1024;
+    static constexpr size_t kMostReceivers = 8192;
 
     /// A running sampler. Settings in the user's store ("Sysinfo" of prefs_user) go before the argument.
     /// @param nodesToKeep  length of the history, at least 1; with 1 no sample is ever sent, for there is
@@ -88,9 +93,10 @@ public:
     /// Takes a node out of the history and the sums; it is the caller's then. Nothing if it isn't in the history.
     void Detach(SysinfoNode* node);
 
-    /// Registers a receiver of samples; an equal one is held only once.
+    /// Registers a receiver of samples; an equal one is held only once. One that does not exist is found out, and
+    /// dropped, in the next round.
     /// @return B_ERROR if it was added and 0 if it was there already: the wrong way round, and kept, for
-    ///         nobody looks at it
+    ///         nobody looks at it; B_NO_MEMORY if no more are taken
     status_t AddMessenger(const BMessenger& messenger);
     /// @return 0, or B_ENTRY_NOT_FOUND if no equal messenger is registered
     status_t RemoveMessenger(const BMessenger& messenger);
@@ -137,12 +143,15 @@ private:
     void SubtractFromSums(const SysinfoNode& node);
     SysinfoNode* TakeOldest();
     void Broadcast();
+    bool HasListeners() const { return !fLocalMessengers.empty() || !fRemoteMessengers.empty(); }
+    std::vector<BMessenger>& ListFor(const BMessenger& messenger);
 
     bigtime_t fDelay = kDefaultDelay;
     bigtime_t fSumElapsed = 0;
     bigtime_t fSumTotalActive = 0;
     std::vector<bigtime_t> fSumActive;
-    std::vector<BMessenger> fMessengers;
+    std::vector<BMessenger> fLocalMessengers;
+    std::vector<BMessenger> fRemoteMessengers;
     mutable BLocker fLock{"Sysinfo BLocker"};
     /// Deletes itself; given up with Die().
     OwnedPeriodicThread* fThread = nullptr;

@@ -77,5 +77,7 @@ enum : uint32 {
     MSG_FONT_SIZE,
 
     MSG_SAVE_PICTURE, ///< chart's menu: asks for a file
-    MSG_SAVE_VALUES
+    MSG_SAVE_VALUES,
+
+    MSG_SERVER_UNREACHABLE ///< a replicant's thread to the replicant: there is no connection
 };

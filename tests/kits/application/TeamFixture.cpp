@@ -9,11 +9,11 @@
 
 namespace test {
 
-Partner::Partner(const std::string& signature, const std::string& mode)
+Partner::Partner(const std::string& signature, const std::string& mode, const std::string& program)
     : fSignature(signature)
 {
-    std::string program = PartnerProgram(), first = signature, second = mode;
-    char* arguments[] = {program.data(), first.data(), second.data(), nullptr};
+    std::string name = program, first = signature, second = mode;
+    char* arguments[] = {name.data(), first.data(), second.data(), nullptr};
     EXPECT_EQ(posix_spawn(&fProcess, program.c_str(), nullptr, nullptr, arguments, environ), 0);
 }
 
@@ -49,9 +49,14 @@ int Partner::Await()
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
+std::string ProgramBeside(const std::string& name)
+{
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
+}
+
 std::string PartnerProgram()
 {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "kits_partner";
+    return ProgramBeside("kits_partner");
 }
 
 TeamTest::TeamTest()

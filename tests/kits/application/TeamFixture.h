@@ -17,11 +17,18 @@ namespace test {
 
 inline constexpr const char* kPartnerSignature = "application/x-vnd.test-kits_partner";
 
+/// The path of a program that lies beside this one.
+std::string ProgramBeside(const std::string& name);
+/// That of the partner's program.
+std::string PartnerProgram();
+
 /// Another process with an application object, see partner/Partner.cpp. Killed at the end if it has not ended by then.
 class Partner {
 public:
-    /// @param mode  hidden, listed or single
-    explicit Partner(const std::string& signature = kPartnerSignature, const std::string& mode = "listed");
+    /// @param mode     hidden, listed or single; the second argument of other programs
+    /// @param program  takes the signature of its application as its first argument
+    explicit Partner(const std::string& signature = kPartnerSignature, const std::string& mode = "listed",
+                     const std::string& program = PartnerProgram());
     ~Partner();
     Partner(const Partner&) = delete;
     Partner& operator=(const Partner&) = delete;
@@ -37,9 +44,6 @@ private:
     std::string fSignature;
     pid_t fProcess = -1;
 };
-
-/// The path of the partner's program.
-std::string PartnerProgram();
 
 /// This process as one of two teams.
 class TeamTest : public testing::Test {

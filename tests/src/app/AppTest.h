@@ -21,6 +21,8 @@ protected:
     void SetUp() override
     {
         setenv("XDG_CONFIG_HOME", fConfig.Path().c_str(), 1);
+        // No other application that runs just now is to be found, nor to find this one.
+        setenv("XDG_RUNTIME_DIR", fRuntime.Path().c_str(), 1);
         fFolder = std::filesystem::current_path();
     }
 
@@ -63,6 +65,7 @@ protected:
     }
 
     TempFolder fConfig;
+    TempFolder fRuntime;
     std::unique_ptr<Stores> fStores;
     std::vector<uint32> fReceived; // the codes of what came to the application
 

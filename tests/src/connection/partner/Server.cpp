@@ -1,0 +1,91 @@
+// The application without its windows: a sampler that others can register with. For the tests of their connections.
+//
+//   sampling_server SIGNATURE [DELAY]      microseconds between two samples
+//
+// Also answers 'info' with how many receivers are registered ("receivers") and how many samples were taken ("samples"),
+// 'mini' with whether it was launched by a replicant, and refuses to be connected with after 'deny'.
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "src/sampling/ConnectionRequest.h"
+#include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+class Server : public BApplication {
+public:
+    Server(const char* signature, bigtime_t delay)
+        : BApplication(signature, nullptr, kits::Presence::kSingle)
+        , fDelay(delay)
+    {
+    }
+
+    void ReadyToRun() override
+    {
+        fSampler = std::make_unique<Sysinfo>(10);
+        fSampler->SetSamplingDelay(fDelay);
+    }
+
+    bool QuitRequested() override
+    {
+        fSampler.reset();
+        return true;
+    }
+
+    void MessageReceived(BMessage* message) override
+    {
+        switch (message->what) {
+        case MSG_CONNECT:
+        case MSG_DISCONNECT:
+            AnswerConnectionRequest(message, fDenies ? nullptr : fSampler.get());
+            break;
+        case MSG_LAUNCHED_BY_REPLICANT:
+            ++fCountLaunchMessages;
+            fLaunchedEarly = fLaunchedEarly || fSampler == nullptr;
+            break;
+        case MSG_NO_LISTENERS:
+            ++fCountAlone;
+            break;
+        case 'deny':
+            fDenies = true;
+            break;
+        case 'info': {
+            BMessage reply('repl');
+            reply.AddInt32("receivers", fSampler->CountMessengers());
+            reply.AddInt32("alone", fCountAlone);
+            reply.AddInt32("launched", fCountLaunchMessages);
+            reply.AddBool("early", fLaunchedEarly);
+            {
+                const Sysinfo::Autolock lock(fSampler.get());
+                fSampler->GhostArchive(&reply);
+            }
+            message->SendReply(&reply);
+            break;
+        }
+        default:
+            BApplication::MessageReceived(message);
+        }
+    }
+
+private:
+    const bigtime_t fDelay;
+    std::unique_ptr<Sysinfo> fSampler;
+    int32 fCountAlone = 0;
+    int32 fCountLaunchMessages = 0;
+    bool fLaunchedEarly = false;
+    bool fDenies = false;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Server server(argc > 1 ? argv[1] : "application/x-vnd.test-sampling_server", argc > 2 ? atoll(argv[2]) : 10000);
+    if (server.InitCheck() == B_ALREADY_RUNNING)
+        return 0;
+    return server.Run() < 0 ? 1 : 0;
+}
