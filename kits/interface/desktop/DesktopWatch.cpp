@@ -14,6 +14,7 @@ namespace {
 constexpr bigtime_t kLookAgain = 2000000;
 
 constexpr const char* kBackend = "Desktop";
+constexpr const char* kOutlives = "OutlivesSession";
 constexpr const char* kState = "Kept";
 
 } // namespace
@@ -146,12 +147,15 @@ void DesktopWatch::Paint(rgb_color color, bool permanent)
 
 bool DesktopWatch::Keep()
 {
-    PutBackLeft();
+    // What cannot be put back yet must not be written over.
+    if (!PutBackLeft())
+        return false;
     std::optional<BMessage> state = fBackend->Keep();
     if (!state)
         return false;
     BMessage kept;
     kept.AddString(kBackend, fBackend->Name());
+    kept.AddBool(kOutlives, fBackend->OutlivesSession());
     kept.AddMessage(kState, &*state);
     if (fKept.Save(kept) != B_OK)
         return false;
@@ -169,21 +173,24 @@ void DesktopWatch::PutBack()
     Look();
 }
 
-void DesktopWatch::PutBackLeft()
+bool DesktopWatch::PutBackLeft()
 {
-    if (fPainted)
-        return;
-    const std::optional<BMessage> left = fKept.LoadLeft();
+    const std::optional<BMessage> left = fPainted ? std::nullopt : fKept.LoadLeft();
     if (!left)
-        return;
+        return true;
     std::string name;
+    bool outlives = true;
     BMessage state;
-    // What another desktop keeps waits for a session of that desktop.
-    if (left->FindString(kBackend, &name) == B_OK && name == fBackend->Name() &&
-        left->FindMessage(kState, &state) == B_OK && fBackend->Restore(state))
+    left->FindString(kBackend, &name);
+    left->FindBool(kOutlives, &outlives);
+    left->FindMessage(kState, &state);
+    // What the settings of another desktop were waits for a session of that desktop.
+    if (name == fBackend->Name() ? fBackend->Restore(state) : !outlives) {
         fKept.Remove();
-    else
-        fKept.Release();
+        return true;
+    }
+    fKept.Release();
+    return false;
 }
 
 void DesktopWatch::HearNews()

@@ -49,7 +49,8 @@ private:
     void Paint(rgb_color color, bool permanent);
     bool Keep();
     void PutBack();
-    void PutBackLeft();
+    /// @return whether nothing is left to put back
+    bool PutBackLeft();
     void HearNews();
     void Look();
     void Give(Order order);

@@ -133,12 +133,13 @@ protected:
         return Await([&] { return folder.Has(kFile) == there; });
     }
     /// The file that a program leaves which is killed while the desktop is red.
-    void LeaveAsKilled(const char* backend = "fake")
+    void LeaveAsKilled(const char* backend = "fake", bool outlivesSession = true)
     {
         BMessage state;
         state.AddInt32("Red", kGray.red);
         BMessage kept;
         kept.AddString("Desktop", backend);
+        kept.AddBool("OutlivesSession", outlivesSession);
         kept.AddMessage("Kept", &state);
         DesktopKept file;
         ASSERT_EQ(file.Save(kept), B_OK);
@@ -247,9 +248,21 @@ TEST_F(DesktopWatchTest, PutsBackWhatAKilledProgramLeft)
 TEST_F(DesktopWatchTest, LeavesWhatAnotherDesktopKept)
 {
     LeaveAsKilled("other");
+    const std::string kept = folder.Get(kFile);
     auto watch = MakeReadyWatch();
+    watch->Set(kBlue, true);
+    watch->Restore();
     watch.reset();
-    EXPECT_TRUE(folder.Has(kFile));
+    EXPECT_EQ(folder.Get(kFile), kept);
+    EXPECT_EQ(desktop.Color(), kRed);
+    EXPECT_EQ(desktop.paints, 0);
+}
+
+TEST_F(DesktopWatchTest, ForgetsWhatEndedWithAnotherSession)
+{
+    LeaveAsKilled("other", false);
+    const auto watch = MakeReadyWatch();
+    EXPECT_TRUE(AwaitFile(false));
     EXPECT_EQ(desktop.Color(), kRed);
 }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kits/interface/desktop/SettingsDesktop.h"
+
+namespace kits {
+
+/// The background of KDE's desktop shell, by scripts that the shell runs for us when asked by dbus-send. Each monitor
+/// and activity has settings of its own, and all are painted. News come from the file that the shell keeps them in.
+class PlasmaDesktop : public SettingsDesktop {
+public:
+    PlasmaDesktop();
+
+    const char* Name() const override { return "plasma"; }
+    std::vector<int> Descriptors() const override;
+
+protected:
+    std::optional<Settings> Current() const override;
+    bool Set(const std::string& key, const std::string& value) override;
+    bool Unset(const std::string& key) override;
+    std::string PlainStyle(const std::string& key) const override;
+    std::string FormatColor(rgb_color color) const override;
+    std::optional<rgb_color> ParseColor(const std::string& value) const override;
+    std::optional<rgb_color> Shown(const Settings& settings) const override;
+    std::vector<std::string> TakeChanges() override;
+    bool MayBeStyle(const std::string&) const override { return true; }
+
+private:
+    FileDescriptor fFolder; ///< tells of files that changed in the settings folder
+};
+
+} // namespace kits

@@ -1,0 +1,160 @@
+#include "kits/interface/desktop/SettingsDesktop.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace kits {
+
+namespace {
+
+constexpr const char* kKey = "Key";
+constexpr const char* kKind = "Kind";
+constexpr const char* kValue = "Value";
+constexpr const char* kIsSet = "IsSet";
+
+} // namespace
+
+std::optional<rgb_color> SettingsDesktop::Read()
+{
+    const std::optional<Settings> settings = Current();
+    return settings ? Shown(*settings) : std::nullopt;
+}
+
+std::optional<BMessage> SettingsDesktop::Keep()
+{
+    const std::optional<Settings> settings = Current();
+    if (!settings)
+        return std::nullopt;
+    BMessage kept;
+    for (const Setting& setting : *settings) {
+        if (setting.kind == Kind::kRead)
+            continue;
+        kept.AddString(kKey, setting.key);
+        kept.AddBool(kKind, setting.kind == Kind::kColor);
+        kept.AddBool(kIsSet, setting.isSet);
+        kept.AddString(kValue, setting.value.value_or(""));
+    }
+    // Without a single one there is no background to paint.
+    return kept.IsEmpty() ? std::nullopt : std::optional(kept);
+}
+
+bool SettingsDesktop::Paint(rgb_color color, const BMessage& kept)
+{
+    const bool isFirst = !fPainted;
+    fPainted = color;
+    std::string key;
+    bool isColor = false;
+    for (int32 i = 0; kept.FindString(kKey, i, &key) == B_OK && kept.FindBool(kKind, i, &isColor) == B_OK; i++) {
+        if ((isColor || isFirst) && !Set(key, isColor ? FormatColor(color) : PlainStyle(key)))
+            return false;
+    }
+    return true;
+}
+
+bool SettingsDesktop::IsOurs(const Setting& setting) const
+{
+    if (!setting.value)
+        return false;
+    if (setting.kind == Kind::kStyle)
+        return *setting.value == PlainStyle(setting.key);
+    // What another process has painted is not known: any colour may be it.
+    return !fPainted || ParseColor(*setting.value) == fPainted;
+}
+
+bool SettingsDesktop::Restore(const BMessage& kept)
+{
+    const std::optional<Settings> settings = Current();
+    if (!settings)
+        return false;
+    int32 count = 0;
+    kept.GetInfo(kKey, nullptr, &count);
+    // Styles first, so that the picture comes back at once.
+    for (int32 i = count - 1; i >= 0; i--) {
+        std::string key;
+        std::string value;
+        bool isSet = false;
+        if (kept.FindString(kKey, i, &key) != B_OK || kept.FindBool(kIsSet, i, &isSet) != B_OK ||
+            kept.FindString(kValue, i, &value) != B_OK)
+            continue;
+        const auto now = std::find_if(settings->begin(), settings->end(),
+                                      [&](const Setting& setting) { return setting.key == key; });
+        if (now == settings->end() || !IsOurs(*now))
+            continue;
+        if (!(isSet ? Set(key, value) : Unset(key)))
+            return false;
+    }
+    fPainted.reset();
+    return true;
+}
+
+bool SettingsDesktop::HasPlainStyles(const Settings& settings) const
+{
+    return std::all_of(settings.begin(), settings.end(), [this](const Setting& setting) {
+        return setting.kind != Kind::kStyle || setting.value == PlainStyle(setting.key);
+    });
+}
+
+bool SettingsDesktop::IsPainted() const
+{
+    const std::optional<Settings> settings = Current();
+    return fPainted && settings && HasPlainStyles(*settings);
+}
+
+bool SettingsDesktop::TakeNews()
+{
+    const std::vector<std::string> changes = TakeChanges();
+    // While it is painted, colours come and go by our own doing.
+    return std::any_of(changes.begin(), changes.end(),
+                       [this](const std::string& change) { return !fPainted || MayBeStyle(change); });
+}
+
+const std::string* SettingsDesktop::Find(const Settings& settings, const std::string& key)
+{
+    for (const Setting& setting : settings) {
+        if (setting.key == key && setting.value)
+            return &*setting.value;
+    }
+    return nullptr;
+}
+
+std::string Unquoted(const std::string& value)
+{
+    if (value.size() < 2 || (value.front() != '\'' && value.front() != '"') || value.back() != value.front())
+        return value;
+    std::string text;
+    for (size_t i = 1; i + 1 < value.size(); i++) {
+        if (value[i] == '\\' && i + 2 < value.size())
+            i++;
+        text += value[i];
+    }
+    return text;
+}
+
+std::optional<rgb_color> ParseHexColor(const std::string& text)
+{
+    unsigned red = 0;
+    unsigned green = 0;
+    unsigned blue = 0;
+    int used = 0;
+    const auto fits = [&](int count) { return count == 3 && static_cast<size_t>(used) == text.size(); };
+    const auto make = [&](int shift) {
+        return make_color(static_cast<uint8>(red >> shift), static_cast<uint8>(green >> shift),
+                          static_cast<uint8>(blue >> shift));
+    };
+    if (text.size() == 7 && fits(std::sscanf(text.c_str(), "#%2x%2x%2x%n", &red, &green, &blue, &used)))
+        return make(0);
+    if (text.size() == 13 && fits(std::sscanf(text.c_str(), "#%4x%4x%4x%n", &red, &green, &blue, &used)))
+        return make(8);
+    if (fits(std::sscanf(text.c_str(), "rgb(%3u,%3u,%3u)%n", &red, &green, &blue, &used)) && red < 256 && green < 256 &&
+        blue < 256)
+        return make(0);
+    return std::nullopt;
+}
+
+rgb_color Between(rgb_color first, rgb_color second)
+{
+    const auto half = [](uint8 a, uint8 b) { return static_cast<uint8>((a + b + 1) / 2); };
+    return make_color(half(first.red, second.red), half(first.green, second.green), half(first.blue, second.blue));
+}
+
+} // namespace kits

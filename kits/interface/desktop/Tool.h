@@ -1,0 +1,49 @@
+#pragma once
+
+#include "kits/kernel/FileDescriptor.h"
+#include "kits/kernel/Types.h"
+
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace kits {
+
+/// A program of the desktop's that runs under this process, in the plain locale, with what it prints read from a pipe,
+/// and nothing to read itself. It ends with the thread that started it, at the latest.
+class Tool {
+public:
+    /// Starts it.
+    /// @param arguments  the first is the program, looked for in $PATH
+    explicit Tool(const std::vector<std::string>& arguments);
+    /// Ends it.
+    ~Tool();
+    Tool(const Tool&) = delete;
+    Tool& operator=(const Tool&) = delete;
+
+    /// Runs one to its end, five seconds at most.
+    /// @return what it printed; nothing if there is no such program, it failed, or it took too long
+    static std::optional<std::string> Run(const std::vector<std::string>& arguments);
+    /// Whether there is such a program in $PATH.
+    static bool Exists(const std::string& program);
+
+    /// Readable when it has printed something or has ended; -1 from then on.
+    int Descriptor() const { return fOutput.Get(); }
+    /// What it has printed since the last call, whole lines only, without their ends. Doesn't wait.
+    std::vector<std::string> TakeLines();
+
+private:
+    /// @return false at the end of what it prints
+    bool ReadSome();
+    bool WaitForOutput(bigtime_t until) const;
+    /// Waits until it is gone.
+    /// @return whether it has ended well
+    bool Bury(bool kill);
+
+    pid_t fProcess = -1;
+    FileDescriptor fOutput;
+    std::string fPrinted;
+};
+
+} // namespace kits

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "kits/interface/desktop/SettingsDesktop.h"
+
+namespace kits {
+
+/// The background of XFCE, by xfconf-query: each monitor and workspace has settings of its own, and all are painted.
+class XfceDesktop : public SettingsDesktop {
+public:
+    XfceDesktop();
+
+    const char* Name() const override { return "xfce"; }
+    std::vector<int> Descriptors() const override;
+
+protected:
+    std::optional<Settings> Current() const override;
+    bool Set(const std::string& key, const std::string& value) override;
+    bool Unset(const std::string& key) override;
+    std::string PlainStyle(const std::string& key) const override;
+    std::string FormatColor(rgb_color color) const override;
+    std::optional<rgb_color> ParseColor(const std::string& value) const override;
+    std::optional<rgb_color> Shown(const Settings& settings) const override;
+    std::vector<std::string> TakeChanges() override;
+    bool MayBeStyle(const std::string& change) const override;
+
+private:
+    Tool fMonitor;
+};
+
+} // namespace kits
