@@ -66,7 +66,8 @@ private:
 /// container, and follows its size as its resizing mode says.
 ///
 /// A press on the strip reaches MouseDown of the tab view, which selects the tab under it, and the pointer's moves
-/// reach MouseMoved. With the focus on the strip the left and right arrow keys select. Which tab has which label and
+/// reach MouseMoved. With the focus on the strip the left and right arrow keys select, and from anywhere
+/// in the window Control with Page Up, Page Down or Tab. Which tab has which label and
 /// which is selected is told to assistive technology.
 ///
 /// Main thread, or any thread under the looper lock for what does not select.

@@ -8,8 +8,10 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class BBitmap;
+struct AccessiblePart;
 class BMessage;
 class BWindow;
 class QWidget;
@@ -212,6 +214,11 @@ public:
     const char* ToolTip() const;
     /// How assistive technology calls the view; the view's name while there is none.
     void SetAccessibleName(const char* name);
+    /// What it shows, in words, for assistive technology. Asked for when somebody wants to know; main thread. The plain
+    /// view tells its parts, one after the other.
+    virtual std::string AccessibleValue() const;
+    /// What it shows that has a name and a value of its own; the plain view has none.
+    virtual std::vector<AccessiblePart> AccessibleParts() const;
 
 protected:
     /// For the kit's own controls. The view's widget was made (once in its life, in the main thread, before the first

@@ -6,7 +6,7 @@
 #include "src/support/MessageCodes.h"
 
 ChartMenu::ChartMenu(bool replicant)
-    : fMenu(std::make_unique<BPopUpMenu>("ChartView", false, false))
+    : fMenu(std::make_unique<BPopUpMenu>("Chart", false, false))
     , fPause(new BMenuItem("Pause", new BMessage(MSG_CHART_PAUSE)))
     , fSources(new BMenu("Sources..."))
     , fBeforeSaving(new BSeparatorItem())

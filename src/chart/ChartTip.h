@@ -8,8 +8,8 @@
 /// that colours can be told apart. Markup as BView::SetToolTip takes it.
 class ChartTip {
 public:
-    /// @param share  as last drawn, a fraction
-    void AddSource(rgb_color color, const std::string& name, double share);
+    /// @param value  in words; neither this nor the name is markup
+    void AddSource(rgb_color color, const std::string& name, const std::string& value);
 
     /// Empty as long as there is no source.
     const std::string& Text() const { return fText; }

@@ -231,6 +231,8 @@ public:
     /// A font was dropped: it goes to the caption that shows there.
     void FontDropped(BMessage* message);
 
+    /// Its sources, with their shares as last drawn.
+    std::vector<AccessiblePart> AccessibleParts() const override;
     void AllAttached() override;
     void ContextMenuRequested(BPoint where) override;
     void Draw(BRect update) override;

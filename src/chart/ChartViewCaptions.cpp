@@ -13,7 +13,7 @@ void ChartView::SetTitle(const char* text, int32 length)
         size = length == 0 ? std::strlen(text) : strnlen(text, static_cast<size_t>(length));
     LooperLock lock(this);
     fTitle.assign(text == nullptr ? "" : text, CutLength(text, size, kMaxTitleLength));
-    SetAccessibleName(fTitle.c_str());
+    SetAccessibleName(fTitle.empty() ? "Chart" : fTitle.c_str());
     DrawTitle(true);
 }
 

@@ -1,10 +1,12 @@
 #include "kits/application/Message.h"
+#include "kits/interface/AccessiblePart.h"
 #include "kits/interface/Window.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartTip.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/MouseDownThread.h"
+#include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
@@ -133,12 +135,21 @@ void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)
 void ChartView::UpdateToolTip()
 {
     ChartTip tip;
-    for (int32 i = 0; i < CountValueProviders(); i++) {
-        const ValueProvider* provider = ValueProviderAt(i);
-        tip.AddSource(ChartColor(i), ValueProvider::Name(provider->Target(), provider->Flags()),
-                      fShares[static_cast<size_t>(i)]);
-    }
+    int32 source = 0;
+    for (const AccessiblePart& part : AccessibleParts())
+        tip.AddSource(ChartColor(source++), part.name, part.value);
     SetToolTip(tip.Text().c_str());
+}
+
+std::vector<AccessiblePart> ChartView::AccessibleParts() const
+{
+    std::vector<AccessiblePart> parts;
+    for (size_t i = 0; i < fProviders.size(); i++) {
+        const ValueProvider& provider = *fProviders[i];
+        parts.push_back({ValueProvider::Name(provider.Target(), provider.Flags()),
+                         FixedPoint(fShares[i] * 100, 1) + " %", fShares[i]});
+    }
+    return parts;
 }
 
 void ChartView::ContextMenuRequested(BPoint where)

@@ -38,6 +38,14 @@ void FontSample::Draw(BRect)
     StrokeRect(Bounds());
 }
 
+std::string FontSample::AccessibleValue() const
+{
+    font_family family;
+    font_style style;
+    fFont.GetFamilyAndStyle(&family, &style);
+    return std::string(family) + " " + style + ", " + std::to_string(std::lround(fFont.Size()));
+}
+
 void FontSample::MouseDown(BPoint)
 {
     BMessage message('!FNT');

@@ -14,6 +14,7 @@ public:
 
     void Draw(BRect update) override;
     void MouseDown(BPoint where) override;
+    std::string AccessibleValue() const override;
 
 private:
     FFont fFont;

@@ -34,8 +34,5 @@ template <typename Field> float FieldWidth(Field* field, float part)
     return std::max(label * part, rest / (1 - 1 / part));
 }
 
-/// The number with this many decimals and a point, whatever the language: "0.21".
-std::string FixedPoint(double number, int decimals);
-
 /// "Antialiasing 25 %": the position of a slider as a label, its hundredth part cut off.
 std::string PercentLabel(const char* name, float position);

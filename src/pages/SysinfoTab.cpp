@@ -3,6 +3,7 @@
 #include "kits/interface/Slider.h"
 #include "src/pages/PageControls.h"
 #include "src/sampling/Sysinfo.h"
+#include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>

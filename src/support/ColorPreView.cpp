@@ -10,16 +10,18 @@
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 
 ColorPreView::ColorPreView(BRect frame, BColorControl* control)
     : BBox(frame, nullptr, B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE_JUMP | B_FRAME_EVENTS, B_PLAIN_BORDER)
-    , fMenu("", false, false)
+    , fMenu("Color", false, false)
     , fPickItem(new BMenuItem("Pick desktop color", nullptr))
     , fControl(control)
 {
     fMenu.AddItem(fPickItem);
+    SetAccessibleName("Color");
 }
 
 ColorPreView::~ColorPreView() = default;
@@ -48,6 +50,14 @@ void ColorPreView::MouseDown(BPoint where)
 void ColorPreView::ContextMenuRequested(BPoint where)
 {
     OpenMenu(ConvertToScreen(where), true);
+}
+
+std::string ColorPreView::AccessibleValue() const
+{
+    const rgb_color color = ViewColor();
+    char text[8];
+    std::snprintf(text, sizeof(text), "#%02x%02x%02x", color.red, color.green, color.blue);
+    return text;
 }
 
 void ColorPreView::DragColor()

@@ -23,6 +23,7 @@ public:
     void MouseDown(BPoint where) override;
     void ContextMenuRequested(BPoint where) override;
     void MessageReceived(BMessage* message) override;
+    std::string AccessibleValue() const override;
 
 private:
     void DragColor();

@@ -35,6 +35,18 @@ QIcon PictureOf(alert_type type, const QStyle& style)
     return {};
 }
 
+QString NameOf(alert_type type)
+{
+    switch (type) {
+    case B_WARNING_ALERT:
+        return QStringLiteral("Warning");
+    case B_STOP_ALERT:
+        return QStringLiteral("Error");
+    default:
+        return QStringLiteral("Information");
+    }
+}
+
 /// As wide as the longest line, if that can be read well and fits on the screen.
 void FitText(QLabel* label)
 {
@@ -66,6 +78,7 @@ AlertWidget::AlertWidget(const QString& text, const std::vector<std::string>& bu
         const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
         icon->setPixmap(picture.pixmap(size));
         icon->setAlignment(Qt::AlignTop);
+        icon->setAccessibleName(NameOf(type));
         top->addWidget(icon);
         top->addSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing, nullptr, this));
     }

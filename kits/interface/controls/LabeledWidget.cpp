@@ -26,6 +26,7 @@ LabeledWidget::LabeledWidget(QWidget* field)
 void LabeledWidget::SetLabel(const QString& label)
 {
     fLabel = label;
+    fText->setVisible(!label.isEmpty());
     fField->setAccessibleName(label);
     LayOut();
 }

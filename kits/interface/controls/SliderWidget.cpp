@@ -117,6 +117,8 @@ void SliderWidget::SetTexts(const QString& label, const QString& update, const Q
     fUpdate->setText(update);
     fMin->setText(min);
     fMax->setText(max);
+    for (QLabel* text : {fLabel, fUpdate, fMin, fMax})
+        text->setVisible(!text->text().isEmpty());
     fBar->setAccessibleName(label);
     LayOut();
 }

@@ -254,7 +254,6 @@ void BListView::UpdateWidget()
     widget->setFrameStyle(fBorder == B_FANCY_BORDER   ? QFrame::StyledPanel | QFrame::Sunken
                           : fBorder == B_PLAIN_BORDER ? QFrame::Box | QFrame::Plain
                                                       : QFrame::NoFrame);
-    widget->setAccessibleName(kits::ToText(Name()));
     widget->RefreshRows();
     widget->RefreshSelection();
 }

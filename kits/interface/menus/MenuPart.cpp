@@ -137,6 +137,7 @@ void MenuPart::MakeMenu()
     }
     fMenuWidget = new MenuWidget(this);
     fMenuWidget->setStyle(style);
+    fMenuWidget->setAccessibleName(ToText(fMenu->Name()));
     Update();
 }
 

@@ -3,6 +3,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Timer.h"
+#include "kits/interface/access/ViewAccess.h"
 #include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/drawing/TextCache.h"
 #include "kits/interface/drawing/UserFonts.h"
@@ -51,6 +52,7 @@ status_t InitInterface(int& argc, char** argv)
     sApplication->SetLoop(sLoop);
     EventLoop::SetCurrent(sLoop);
     ScreenList::Watch();
+    EnableViewAccess();
     TextCache::Enable();
     UserFonts::Read();
     sWhenQuiet = new Timer(GiveBackStartMemory);

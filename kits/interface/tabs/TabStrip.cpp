@@ -5,6 +5,7 @@
 #include "kits/interface/views/ViewPrivate.h"
 
 #include <QEvent>
+#include <QShortcut>
 #include <QStyleOptionTab>
 #include <QStylePainter>
 
@@ -25,6 +26,20 @@ TabStrip::TabStrip(BTabView* owner)
     setUsesScrollButtons(false);
     setElideMode(Qt::ElideRight);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    AddKey(Qt::CTRL | Qt::Key_PageDown, 1);
+    AddKey(Qt::CTRL | Qt::Key_Tab, 1);
+    AddKey(Qt::CTRL | Qt::Key_PageUp, -1);
+    AddKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
+}
+
+void TabStrip::AddKey(QKeyCombination key, int step)
+{
+    auto* shortcut = new QShortcut(key, this);
+    connect(shortcut, &QShortcut::activated, this, [this, step] {
+        const int tabs = fOwner->CountTabs();
+        if (tabs > 0)
+            fOwner->Select((std::max(fOwner->Selection(), 0) + step + tabs) % tabs);
+    });
 }
 
 void TabStrip::PutInto(QWidget* widget)

@@ -32,6 +32,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void AddKey(QKeyCombination key, int step);
     void PaintBase(QStylePainter& painter);
     void PaintTab(QStylePainter& painter, int index);
 

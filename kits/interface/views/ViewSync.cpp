@@ -60,6 +60,8 @@ void ViewImpl::SyncWidget()
     const QString name = QString::fromStdString(fAccessibleName.empty() ? fView->Name() : fAccessibleName);
     if (fPane->accessibleName() != name)
         fPane->setAccessibleName(name);
+    if (QWidget* content = fPane->focusProxy(); content != nullptr && content->accessibleName() != name)
+        content->setAccessibleName(name);
     // What stands on the view colour, labels for example, gets its text colour from the palette.
     if (!fPane->children().isEmpty() && fViewColor != B_TRANSPARENT_COLOR) {
         const QColor color(fViewColor.red, fViewColor.green, fViewColor.blue);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+/// The number with this many decimals and a point, whatever the language: "0.21".
+std::string FixedPoint(double number, int decimals);
