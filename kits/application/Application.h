@@ -15,7 +15,7 @@ class Timer;
 enum class Presence {
     kHidden, ///< they do not
     kListed, ///< they do
-    kSingle  ///< they do, and there is one at a time
+    kSingle  ///< they do, and there is one at a time: the next one starts when the process of the one before has ended
 };
 
 } // namespace kits
@@ -50,7 +50,7 @@ public:
     /// @return the main thread's id, or `B_NO_INIT`, `B_ALREADY_RUNNING`
     thread_id Run() override;
     /// Makes Run() return, when the outermost loop is reached; does not delete the application. It gets no more
-    /// messages, and cannot be locked.
+    /// messages, cannot be locked, and is not found any more.
     void Quit() override;
     /// Asks every other looper that runs by its QuitRequested(), and quits it; the first that refuses ends this, and
     /// it is refused.
@@ -81,9 +81,11 @@ public:
 private:
     void HandleArguments(const BMessage& message);
     status_t MakePresent(kits::Presence presence);
+    void EndPresence();
 
     const std::string fSignature;
     status_t fInitStatus;
+    kits::Presence fPresence = kits::Presence::kHidden; ///< at this moment
     bool fHasRun = false;
     bool fIsLaunched = false; ///< the launch messages have been handled
     bool fIsReady = false;    ///< ReadyToRun has returned

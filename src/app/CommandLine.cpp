@@ -1,17 +1,23 @@
 #include "src/app/CommandLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <system_error>
+
+#include "src/sampling/Sysinfo.h"
 
 namespace {
 
 constexpr double kLongestWait = 86'400;
 constexpr double kShortestInterval = 0.001;
 constexpr int32 kMostSamples = 1'000'000'000;
+constexpr double kShortestDelay = Sysinfo::kMinDelay / 1e6;
+constexpr double kLongestDelay = Sysinfo::kMaxDelay / 1e6;
 
 template <typename Number> std::optional<Number> ParseNumber(std::string_view text)
 {
@@ -85,7 +91,7 @@ bigtime_t Microseconds(double seconds)
 
 /// What is seen while the arguments are read, beyond what they mean in the end.
 struct Seen {
-    bool help = false, version = false, snapshot = false, read = false;
+    bool help = false, version = false, snapshot = false, read = false, tell = false;
     std::string_view snapshotOption, readOption; // options that mean something only with those
 };
 
@@ -97,6 +103,7 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
                           : option == "--version" ? &seen.version
                           : option == "--read"    ? &seen.read
                           : option == "--json"    ? &line.json
+                          : option == "--quit"    ? &line.quit
                                                   : nullptr;
     if (noValue != nullptr) {
         if (arguments.HasInlineValue()) {
@@ -106,9 +113,12 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
         if (option == "--json") {
             seen.readOption = option;
         }
+        seen.tell = seen.tell || line.quit;
         return {};
     }
-    if (option != "--snapshot" && option != "--after" && option != "--samples" && option != "--interval") {
+    constexpr std::string_view kWithValue[] = {"--snapshot", "--after",     "--samples",
+                                               "--interval", "--set-delay", "--set-history"};
+    if (std::find(std::begin(kWithValue), std::end(kWithValue), option) == std::end(kWithValue)) {
         return (option.starts_with('-') ? "unknown option " : "unexpected argument ") + Quoted(option);
     }
 
@@ -131,7 +141,24 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
         line.samples = *number;
         return {};
     }
+    if (option == "--set-history") {
+        seen.tell = true;
+        const auto number = ParseNumber<int16>(*value);
+        if (!number || *number < 2 || *number > Sysinfo::kMaxNodesToKeep) {
+            return "--set-history needs a whole number from 2 to 200, not " + Quoted(*value);
+        }
+        line.setHistory = *number;
+        return {};
+    }
     const auto seconds = ParseNumber<double>(*value);
+    if (option == "--set-delay") {
+        seen.tell = true;
+        if (!seconds || !(*seconds >= kShortestDelay && *seconds <= kLongestDelay)) {
+            return "--set-delay needs seconds from 0.01 to 5, not " + Quoted(*value);
+        }
+        line.setDelay = Microseconds(*seconds);
+        return {};
+    }
     if (option == "--after") {
         seen.snapshotOption = option;
         if (!seconds || !(*seconds >= 0 && *seconds <= kLongestWait)) {
@@ -166,8 +193,9 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
         line.action = CommandLine::Action::kHelp;
     } else if (seen.version) {
         line.action = CommandLine::Action::kVersion;
-    } else if (seen.snapshot && seen.read) {
-        line.error = "--snapshot and --read exclude each other";
+    } else if (seen.snapshot + seen.read + seen.tell > 1) {
+        line.error = seen.tell ? "what tells the running program something excludes --snapshot and --read"
+                               : "--snapshot and --read exclude each other";
     } else if (!seen.snapshotOption.empty() && !seen.snapshot) {
         line.error = std::string(seen.snapshotOption) + " needs --snapshot";
     } else if (!seen.readOption.empty() && !seen.read) {
@@ -176,6 +204,8 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
         line.action = CommandLine::Action::kSnapshot;
     } else if (seen.read) {
         line.action = CommandLine::Action::kRead;
+    } else if (seen.tell) {
+        line.action = CommandLine::Action::kTell;
     }
     return line;
 }
@@ -191,10 +221,14 @@ const char* HelpText()
            "    --samples N        how many samples (1)\n"
            "    --interval SECONDS time between samples (as set in the window, else 0.2)\n"
            "    --json             one line of JSON a sample, with the averaged sources too\n"
+           "  --set-delay SECONDS  have the running program take a sample this often (0.01 to 5)\n"
+           "  --set-history N      have it average over so many samples (2 to 200)\n"
+           "  --quit               have it quit\n"
            "  --help               print this and quit\n"
            "  --version            print the version and quit\n"
            "\n"
+           "A second start brings the window of the first one to the front.\n"
            "--snapshot and --read use the settings of the window and change nothing.\n"
            "Exit status: 0 when all went well, 1 when something failed (no display, a file\n"
-           "that cannot be written), 2 when an option is wrong.\n";
+           "that cannot be written, no running program to tell), 2 when an option is wrong.\n";
 }

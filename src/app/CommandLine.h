@@ -6,7 +6,7 @@
 
 /// What the program was asked to do by its arguments.
 struct CommandLine {
-    enum class Action { kOpenWindow, kHelp, kVersion, kSnapshot, kRead };
+    enum class Action { kOpenWindow, kHelp, kVersion, kSnapshot, kRead, kTell };
 
     Action action = Action::kOpenWindow;
 
@@ -21,6 +21,14 @@ struct CommandLine {
     bigtime_t interval = 0;
     /// `--json`
     bool json = false;
+
+    /// What the running application is told (kTell); several at once go in this order.
+    /// `--set-delay SECONDS`, microseconds; 0 when not given.
+    bigtime_t setDelay = 0;
+    /// `--set-history N`; 0 when not given.
+    int16 setHistory = 0;
+    /// `--quit`
+    bool quit = false;
 
     /// What is wrong with the arguments, one line without the program's name; empty when nothing is.
     std::string error;

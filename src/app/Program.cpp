@@ -13,6 +13,7 @@
 #include "src/app/Snapshot.h"
 #include "src/app/Startup.h"
 #include "src/app/Stores.h"
+#include "src/app/TellCommand.h"
 #include "src/support/Qel.h"
 
 namespace {
@@ -83,6 +84,8 @@ int RunProgram(int argc, char** argv)
         return Print(("qel " + std::string(kVersion) + "\n").c_str());
     case CommandLine::Action::kRead:
         return RunReadCommand(line);
+    case CommandLine::Action::kTell:
+        return RunTellCommand(line);
     case CommandLine::Action::kSnapshot:
     case CommandLine::Action::kOpenWindow:
         break;

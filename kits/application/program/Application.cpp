@@ -18,6 +18,11 @@ BMessenger be_app_messenger;
 namespace {
 
 constexpr bigtime_t kLongestWaitForLaunch = 30000000;
+constexpr bigtime_t kLongestWaitForOthers = 1000000;
+
+/// Held from the end of an application that is single until its process has written what it writes at its end: who
+/// starts it again waits for that.
+kits::LaunchLock sEnding;
 
 } // namespace
 
@@ -48,6 +53,7 @@ status_t BApplication::MakePresent(kits::Presence presence)
 {
     kits::LaunchGrant grant = kits::TakeLaunchGrant();
     AddLaunchMessage(std::move(grant.message));
+    sEnding = kits::LaunchLock();
     kits::TeamFolder folder;
     kits::LaunchLock lock;
     if (presence == kits::Presence::kSingle && folder.Open() == B_OK) {
@@ -58,8 +64,21 @@ status_t BApplication::MakePresent(kits::Presence presence)
         if (running.IsValid() && running.SendMessage(B_SILENT_RELAUNCH) == B_OK)
             return B_ALREADY_RUNNING;
     }
+    fPresence = presence;
     kits::TeamPort::Get().SetSignature(fSignature);
     return B_OK;
+}
+
+void BApplication::EndPresence()
+{
+    if (fPresence == kits::Presence::kSingle) {
+        kits::TeamFolder folder;
+        if (folder.Open() == B_OK)
+            sEnding.Take(folder, fSignature, kLongestWaitForOthers);
+    }
+    if (fPresence != kits::Presence::kHidden)
+        kits::TeamPort::Get().SetSignature("");
+    fPresence = kits::Presence::kHidden;
 }
 
 BApplication::~BApplication()
@@ -67,6 +86,7 @@ BApplication::~BApplication()
     fPulse = nullptr;
     PostOffice::Get().Close(Token());
     if (be_app == this) {
+        EndPresence();
         kits::RunLeftOverActions();
         for (const kits::token_t token : PostOffice::Get().RunningLoopers()) {
             BLooper* looper = PostOffice::Get().LooperAt(token);
@@ -106,8 +126,10 @@ thread_id BApplication::Run()
 void BApplication::Quit()
 {
     // It handles no message that comes behind the one that ended it.
-    if (PostOffice::Get().Close(Token()))
+    if (PostOffice::Get().Close(Token())) {
+        EndPresence();
         kits::RunAtOutermostLoop([] { kits::EventLoop::Current().Quit(); });
+    }
 }
 
 bool BApplication::QuitRequested()

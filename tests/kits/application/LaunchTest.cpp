@@ -107,6 +107,31 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
     }
 }
 
+TEST(Launch, OfASingleApplicationWaitsForTheEndOfTheProcessBefore)
+{
+    const test::RuntimeFolder runtime;
+    constexpr const char* kOwn = "application/x-vnd.test-own";
+    kits::TeamFolder folder;
+    ASSERT_EQ(folder.Open(), B_OK);
+    kits::LaunchLock lock;
+    {
+        BApplication application(kOwn, nullptr, kits::Presence::kSingle);
+        EXPECT_EQ(application.InitCheck(), B_OK);
+        EXPECT_TRUE(be_roster->IsRunning(kOwn));
+        EXPECT_EQ(lock.Take(folder, kOwn, 0), B_OK);
+        lock = kits::LaunchLock();
+        application.Quit();
+        EXPECT_FALSE(be_roster->IsRunning(kOwn));
+        EXPECT_EQ(lock.Take(folder, kOwn, 0), B_TIMED_OUT);
+    }
+    // What a program writes at its end it writes without its application.
+    EXPECT_EQ(lock.Take(folder, kOwn, 0), B_TIMED_OUT);
+    // In the same process nobody waits for its end.
+    BApplication next(kOwn, nullptr, kits::Presence::kSingle);
+    EXPECT_EQ(next.InitCheck(), B_OK);
+    EXPECT_TRUE(be_roster->IsRunning(kOwn));
+}
+
 TEST_F(LaunchTest, SaysWhenItCannotBe)
 {
     EXPECT_EQ(be_roster->Launch(static_cast<const char*>(nullptr)), B_BAD_VALUE);

@@ -58,6 +58,43 @@ TEST(CommandLine, ReadsWhenToTakeThePicture)
     EXPECT_EQ(Parse({"--after", "1.5", "--snapshot=a.png"}).snapshotAfter, 1'500'000);
 }
 
+TEST(CommandLine, ReadsWhatToTellTheRunningProgram)
+{
+    CommandLine line = Parse({"--set-delay", "0.5"});
+    EXPECT_EQ(line.error, "");
+    EXPECT_EQ(line.action, Action::kTell);
+    EXPECT_EQ(line.setDelay, 500'000);
+    EXPECT_EQ(line.setHistory, 0);
+    EXPECT_FALSE(line.quit);
+    line = Parse({"--quit", "--set-history=25", "--set-delay=1"});
+    EXPECT_EQ(line.error, "");
+    EXPECT_EQ(line.setDelay, 1'000'000);
+    EXPECT_EQ(line.setHistory, 25);
+    EXPECT_TRUE(line.quit);
+    EXPECT_EQ(Parse({"--set-delay", "0.01"}).setDelay, 10'000);
+    EXPECT_EQ(Parse({"--set-delay", "5"}).setDelay, 5'000'000);
+    EXPECT_EQ(Parse({"--set-history", "2"}).setHistory, 2);
+    EXPECT_EQ(Parse({"--set-history", "200"}).setHistory, 200);
+}
+
+TEST(CommandLine, RefusesToTellWhatIsOutOfRange)
+{
+    for (const char* delay : {"0", "-1", "0.0099", "5.0001", "nan", "inf", "1e9", "soon", "", "0.1s", " 1", "0x1"}) {
+        EXPECT_NE(Parse({"--set-delay", delay}).error, "") << delay;
+    }
+    for (const char* history : {"0", "1", "-2", "201", "65538", "99999999999", "2.5", "ten", "", "3x", " 3"}) {
+        EXPECT_NE(Parse({"--set-history", history}).error, "") << history;
+    }
+    for (const char* other : {"--read", "--snapshot=a.png"}) {
+        EXPECT_NE(Parse({"--quit", other}).error, "") << other;
+        EXPECT_NE(Parse({other, "--set-history", "20"}).error, "") << other;
+    }
+    for (const char* option : {"--set-delay", "--set-history", "--quit=1"}) {
+        EXPECT_NE(Parse({option}).error, "") << option;
+    }
+    EXPECT_EQ(Parse({"--quit", "--help"}).action, Action::kHelp);
+}
+
 TEST(CommandLine, ResolvesRelativePathsAtOnce)
 {
     EXPECT_EQ(Parse({"--snapshot", "a.png"}).snapshotFile, std::filesystem::current_path() / "a.png");

@@ -2,11 +2,13 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
+#include "kits/application/Roster.h"
 #include "kits/interface/TabView.h"
 #include "src/app/MainWindow.h"
 #include "src/prefs/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
 #include "tests/src/app/AppTest.h"
 #include "tests/support/GuiTest.h"
 
@@ -82,6 +84,40 @@ TEST_F(QelAppTest, StartsMinimisedForAReplicant)
     prefs_user->SetBool("CWOpen", true);
     Run({[](QelApp& app) { EXPECT_TRUE(app.Window()->IsMinimized()); }});
     EXPECT_EQ(std::count(fReceived.begin(), fReceived.end(), MSG_CW_OPEN), 0);
+}
+
+TEST_F(QelAppTest, ComesToTheFrontWhenItIsStartedAgain)
+{
+    QelApp& made = Make();
+    EXPECT_EQ(made.InitCheck(), B_OK);
+    made.AddLaunchMessage(std::make_unique<BMessage>(MSG_LAUNCHED_BY_REPLICANT));
+    Run({[this](QelApp& app) {
+             ASSERT_TRUE(app.Window()->IsMinimized());
+             app.PostMessage(B_SILENT_RELAUNCH);
+             Await([&app] { return !app.Window()->IsMinimized(); });
+         },
+         [](QelApp& app) { EXPECT_TRUE(app.Window()->IsActive()); }});
+}
+
+TEST_F(QelAppTest, IsFoundByOthersWhileItIsASession)
+{
+    Make();
+    EXPECT_TRUE(be_roster->IsRunning(signature));
+    Finish();
+    EXPECT_FALSE(be_roster->IsRunning(signature));
+    Make(QelApp::Mode::kPicture);
+    EXPECT_FALSE(be_roster->IsRunning(signature));
+}
+
+TEST_F(QelAppTest, RunsWhereOthersCannotReachIt)
+{
+    // A folder that somebody else could have put there is not used.
+    std::filesystem::create_symlink("/tmp", fRuntime.Path("kits"));
+    Run({[](QelApp& app) {
+        EXPECT_EQ(app.InitCheck(), B_OK);
+        EXPECT_FALSE(be_roster->IsRunning(signature));
+        EXPECT_NE(app.Window(), nullptr);
+    }});
 }
 
 TEST_F(QelAppTest, SendsItselfTheStoredWishAndDoesNothingWithIt)

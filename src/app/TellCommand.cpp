@@ -1,0 +1,55 @@
+#include "src/app/TellCommand.h"
+
+#include <cstdio>
+#include <vector>
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/kernel/Errors.h"
+#include "src/app/CommandLine.h"
+#include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
+
+namespace {
+
+constexpr const char* kOwnSignature = "application/x-vnd.kvt-Qel-command";
+constexpr bigtime_t kLongestWait = 5'000'000;
+
+std::vector<BMessage> MessagesFor(const CommandLine& line)
+{
+    std::vector<BMessage> messages;
+    if (line.setDelay > 0) {
+        messages.emplace_back(MSG_SET_DELAY).AddInt64("Delay", line.setDelay);
+    }
+    if (line.setHistory > 0) {
+        messages.emplace_back(MSG_SET_NODES_TO_KEEP).AddInt16("NodesToKeep", line.setHistory);
+    }
+    if (line.quit) {
+        messages.emplace_back(B_QUIT_REQUESTED);
+    }
+    return messages;
+}
+
+} // namespace
+
+int RunTellCommand(const CommandLine& line)
+{
+    BApplication self(kOwnSignature);
+    const BMessenger application(signature);
+    if (!application.IsValid()) {
+        std::fprintf(stderr, "qel: the program is not running\n");
+        return 1;
+    }
+    for (const BMessage& message : MessagesFor(line)) {
+        // Nobody answers these; what comes is that the message has been handled.
+        BMessage reply;
+        const status_t status = application.SendMessage(&message, &reply, kLongestWait, kLongestWait);
+        const bool hasQuit = message.what == B_QUIT_REQUESTED && status == B_BAD_HANDLER;
+        if (status != B_OK && !hasQuit) {
+            std::fprintf(stderr, "qel: the running program does not answer\n");
+            return 1;
+        }
+    }
+    return 0;
+}
