@@ -1,0 +1,108 @@
+"""More than one start of the program, and what one can tell the other."""
+
+import json
+import os
+import signal
+import subprocess
+import unittest
+
+from charts import STORE, ChartsTest
+from desktop import TIMEOUT, DesktopTest, wait_until
+
+
+class ProcessesTest(DesktopTest):
+    def run_beside(self, *arguments):
+        """Another start, without a screen where none is needed; what came of it."""
+        env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
+        result = subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, capture_output=True, text=True,
+                                timeout=TIMEOUT)
+        return result.returncode, result.stdout, result.stderr
+
+    def assert_one_line(self, result, status):
+        self.assertEqual(result[:2], (status, ""))
+        self.assertRegex(result[2], r"\Aqel: [^\n]+\n\Z")
+
+
+class SecondStart(ProcessesTest, ChartsTest):
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(len(self.shown()), 1)
+
+    def assert_brings_the_first_to_the_front(self):
+        self.assertEqual(self.run_beside(), (0, "", ""))
+        wait_until(lambda: self.desktop.output("xdotool", "getactivewindow").strip() == str(self.window),
+                   "the window to be the active one")
+        self.assertEqual(self.shown(), [self.window])
+        self.await_change()
+
+    def test_brings_back_what_was_minimised(self):
+        self.desktop.xdotool("windowminimize", self.window)
+        wait_until(lambda: not self.shown(), "the window to go")
+        self.assert_brings_the_first_to_the_front()
+
+    def test_brings_forward_what_is_behind_another_program(self):
+        other = subprocess.Popen(["xmessage", "-title", "another program", "in front"], env=self.desktop.environment)
+        self.addCleanup(other.wait)
+        self.addCleanup(other.kill)
+        self.desktop.focus(self.desktop.window("^another program$"))
+        self.assert_brings_the_first_to_the_front()
+
+    def test_reads_and_takes_pictures_beside_it(self):
+        status, output, errors = self.run_beside("--read", "--json")
+        self.assertEqual((status, errors), (0, ""))
+        self.assertTrue(json.loads(output)["sources"])
+        picture = self.config / "a.png"
+        self.assertEqual(self.run_beside("--snapshot", str(picture), "--after", "0"), (0, "", ""))
+        self.assertTrue(picture.exists())
+        self.await_change()
+
+    def test_opens_its_own_window_when_the_first_was_killed(self):
+        self.program.close()
+        self.open()
+
+    def test_right_after_the_end_has_what_was_stored_then(self):
+        for turn in range(5):
+            self.desktop.resize(self.window, 500 + 20 * turn, 300)
+            self.assertEqual(self.run_beside("--quit"), (0, "", ""))
+            program, self.program = self.program, self.start()
+            self.window = self.program.window()
+            self.assert_ends_well(program)
+            self.assertEqual(self.desktop.size(self.window), (500 + 20 * turn, 300))
+
+
+class Telling(ProcessesTest):
+    def test_the_running_program(self):
+        program = self.start()
+        program.window()
+        self.assertEqual(self.run_beside("--set-delay", "0.75", "--set-history", "123"), (0, "", ""))
+        self.assertEqual(self.run_beside("--quit"), (0, "", ""))
+        self.assert_ends_well(program)
+        self.assertRegex((self.config / STORE).read_bytes(), rb"NodesToKeep[^\x7b]{0,20}\x7b")
+        status, output, errors = self.run_beside("--read", "--json", "--samples", "2")
+        self.assertEqual((status, errors), (0, ""))
+        times = [json.loads(line)["time_us"] for line in output.splitlines()]
+        self.assertGreaterEqual(times[1] - times[0], 700_000)
+
+    def test_nobody(self):
+        for arguments in (["--quit"], ["--set-delay", "1"], ["--set-history", "20"]):
+            with self.subTest(arguments):
+                self.assert_one_line(self.run_beside(*arguments), 1)
+
+    def test_what_is_out_of_range(self):
+        program = self.start()
+        program.window()
+        for arguments in (["--set-delay", "0.001"], ["--set-delay", "6"], ["--set-history", "1"],
+                          ["--set-history", "201"], ["--set-delay", "soon"], ["--set-history"], ["--quit=now"]):
+            with self.subTest(arguments):
+                self.assert_one_line(self.run_beside(*arguments), 2)
+        self.assertIsNone(program.process.poll())
+
+    def test_one_that_hangs(self):
+        program = self.start()
+        program.window()
+        program.signal(signal.SIGSTOP)
+        self.assert_one_line(self.run_beside("--set-delay", "1"), 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
