@@ -2,6 +2,7 @@
 #include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
+#include "src/chart/PixelRows.h"
 #include "src/sampling/ServerConnection.h"
 #include "src/sampling/ThreadMagic.h"
 #include "src/support/MessageCodes.h"
@@ -99,6 +100,9 @@ status_t ChartView::Archive(BMessage* into, bool) const
     status_t status = BView::Archive(into, false);
     if (status != B_OK)
         return status;
+    // The pen has the colours of what was drawn last. They are no setting, and every sample would make a new archive.
+    into->ReplaceInt32("_color", 0, static_cast<int32>(PixelWord(fChartColors[0])));
+    into->ReplaceInt32("_color", 1, static_cast<int32>(PixelWord(fBackgroundColor)));
     status = into->AddString("add_on", signature);
     status |= into->AddString("class", "ChartView");
     status |= SavePrefsTo(into);

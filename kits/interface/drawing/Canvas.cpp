@@ -181,6 +181,22 @@ std::vector<int32> Canvas::MapEdges(const PixelGrid& grid, bool vertical, int32 
     return map;
 }
 
+void Canvas::CopyRows(const uint32* words, int32 stride, const PixelRect& size, int32 dx, int32 dy,
+                      const PixelRect& device)
+{
+    const PixelRect there = Intersection(device, {size.left - dx, size.top - dy, size.right - dx, size.bottom - dy});
+    bool transparent = false;
+    for (int32 y = there.top; y < there.bottom; y++) {
+        const uint32* const from = words + static_cast<ptrdiff_t>(y + dy) * stride + there.left + dx;
+        uint32* const to = Row(y) + there.left;
+        if (fKind == kRaw)
+            std::memcpy(to, from, static_cast<size_t>(there.Width()) * sizeof(uint32));
+        else
+            transparent = Store(from, to, there.Width()) || transparent;
+    }
+    NoteWritten(there == device ? device : PixelRect{}, transparent);
+}
+
 void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 height, const PixelRect& source,
                         const PixelRect& target, bool opaqueOnly)
 {
@@ -194,6 +210,12 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
     if (device.IsEmpty())
         return;
 
+    const bool unmapped = fGrid.IsUnit() && source.Width() == target.Width() && source.Height() == target.Height();
+    if (unmapped && !opaqueOnly && words != fWords) {
+        CopyRows(words, stride, {0, 0, width, height}, source.left - shifted.left, source.top - shifted.top, device);
+        NoteChanged(logical);
+        return;
+    }
     const std::vector<int32> columns = MapEdges(fGrid, false, source.left, source.right, width, shifted.left,
                                                 shifted.right, device.left, device.right);
     const std::vector<int32> rows = MapEdges(fGrid, true, source.top, source.bottom, height, shifted.top,

@@ -64,6 +64,9 @@ private:
     uint32* Row(int32 deviceY) const { return fWords + static_cast<ptrdiff_t>(deviceY) * fStride; }
     void FillDevice(const PixelRect& device, uint32 stored);
     PixelRect Shifted(PixelRect rect) const;
+    /// Pixels one for one: what stands at a device pixel comes from that far right of and below it.
+    void CopyRows(const uint32* words, int32 stride, const PixelRect& size, int32 dx, int32 dy,
+                  const PixelRect& device);
     /// For each device column (or row) of the clip the source column that it shows, -1 for none.
     static std::vector<int32> MapEdges(const PixelGrid& grid, bool vertical, int32 sourceFrom, int32 sourceTo,
                                        int32 size, int32 targetFrom, int32 targetTo, int32 clipFrom, int32 clipTo);

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 
+#include <array>
 #include <list>
 #include <mutex>
 #include <string>
@@ -18,12 +19,19 @@ constexpr size_t kMaxFonts = 16;
 constexpr size_t kNewest = 32;
 constexpr int32 kMaxMaskPixels = 4 * 1024 * 1024;
 
+/// Charts draw figures that change all the time. They are put together from the characters that were rastered once,
+/// which costs a twentieth of laying the text out: figures first, each a part, and what follows them after a blank,
+/// such as a unit, as one more. What was put together is not kept: it hardly comes again.
+constexpr std::string_view kFigures = "0123456789.,%+- ";
+
 struct Text {
     std::string text;
     double width = 0; ///< in logical pixels, with its fraction
     double scale = 0; ///< of what follows; 0 while there is nothing
     double advance = 0;
     std::shared_ptr<const CoverageMask> mask;
+
+    size_t Bytes() const { return mask != nullptr ? mask->coverage.size() : 0; }
 };
 
 /// A font that was asked for, and what is known of it.
@@ -31,6 +39,7 @@ struct Known {
     BFont font;
     QFont rasterFont; ///< in points that are pixels at scale 1
     font_height height;
+    std::array<Text, kFigures.size()> figures; ///< each once it was asked for
     /// The newest first.
     std::list<Text> texts;
     std::unordered_map<std::string_view, std::list<Text>::iterator> byText;
@@ -39,7 +48,9 @@ struct Known {
     {
         size_t bytes = 0;
         for (const Text& text : texts)
-            bytes += text.mask != nullptr ? text.mask->coverage.size() : 0;
+            bytes += text.Bytes();
+        for (const Text& figure : figures)
+            bytes += figure.Bytes();
         return bytes;
     }
 };
@@ -103,11 +114,6 @@ const QImage& Device()
     return device;
 }
 
-/// Charts draw figures that change all the time. They are put together from the characters that were rastered once,
-/// which costs a twentieth of laying the text out: figures first, each a part, and what follows them after a blank,
-/// such as a unit, as one more.
-constexpr std::string_view kFigures = "0123456789.,%+- ";
-
 size_t CountFigures(std::string_view text)
 {
     return std::min(text.find_first_not_of(kFigures), text.size());
@@ -151,29 +157,40 @@ Known& KnownFont(const BFont& font)
     return known;
 }
 
+void Measure(const Known& known, Text& text)
+{
+    const QFontMetricsF metrics(known.rasterFont, &Device());
+    text.width =
+        metrics.horizontalAdvance(QString::fromUtf8(text.text.data(), static_cast<qsizetype>(text.text.size())));
+}
+
 Text& KnownText(Known& known, std::string_view text)
 {
+    if (const size_t place = text.size() == 1 ? kFigures.find(text[0]) : std::string_view::npos;
+        place != std::string_view::npos) {
+        Text& figure = known.figures[place];
+        if (figure.text.empty()) {
+            figure.text = text;
+            Measure(known, figure);
+        }
+        return figure;
+    }
     const auto found = known.byText.find(text);
     if (found != known.byText.end()) {
         known.texts.splice(known.texts.begin(), known.texts, found->second);
         return known.texts.front();
     }
-    // The newest stay in any case: whoever puts a text together holds on to them.
+    // Some stay in any case, whatever the other fonts keep.
     while (known.texts.size() > kNewest && (known.texts.size() >= kMaxTexts || sBytes > kMaxBytes)) {
         const Text& oldest = known.texts.back();
-        sBytes -= oldest.mask != nullptr ? oldest.mask->coverage.size() : 0;
+        sBytes -= oldest.Bytes();
         known.byText.erase(oldest.text);
         known.texts.pop_back();
     }
     Text& added = known.texts.emplace_front();
     added.text = text;
     known.byText.emplace(added.text, known.texts.begin());
-    if (IsMadeOfParts(known.font, text)) {
-        ForEachPart(text, [&](std::string_view part) { added.width += KnownText(known, part).width; });
-    } else {
-        const QFontMetricsF metrics(known.rasterFont, &Device());
-        added.width = metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    }
+    Measure(known, added);
     return added;
 }
 
@@ -245,32 +262,30 @@ std::shared_ptr<const CoverageMask> Raster(const BFont& font, Text& text, double
     return mask;
 }
 
-std::shared_ptr<const CoverageMask> Join(Known& known, Text& text, double scale);
-
 /// The text with its mask at the scale.
 Text& RasteredText(Known& known, std::string_view string, double scale)
 {
     Text& text = KnownText(known, string);
     if (text.scale == scale)
         return text;
-    sBytes -= text.mask != nullptr ? text.mask->coverage.size() : 0;
-    text.advance = 0;
-    text.mask = IsMadeOfParts(known.font, string) ? Join(known, text, scale) : Raster(known.font, text, scale);
+    sBytes -= text.Bytes();
+    text.mask = Raster(known.font, text, scale);
     text.scale = scale;
-    sBytes += text.mask != nullptr ? text.mask->coverage.size() : 0;
+    sBytes += text.Bytes();
     return text;
 }
 
-std::shared_ptr<const CoverageMask> Join(Known& known, Text& text, double scale)
+std::shared_ptr<const CoverageMask> Join(Known& known, std::string_view text, double scale)
 {
     struct Part {
         int32 x;
         std::shared_ptr<const CoverageMask> mask;
     };
     std::vector<Part> parts;
+    parts.reserve(text.size());
     PixelRect box;
     double pen = 0;
-    ForEachPart(text.text, [&](std::string_view string) {
+    ForEachPart(text, [&](std::string_view string) {
         const Text& part = RasteredText(known, string, scale);
         const auto x = static_cast<int32>(std::floor(pen + 0.5));
         pen += part.advance;
@@ -280,7 +295,6 @@ std::shared_ptr<const CoverageMask> Join(Known& known, Text& text, double scale)
         box = Union(box, {x + mask.left, mask.top, x + mask.left + mask.width, mask.top + mask.height});
         parts.push_back({x, part.mask});
     });
-    text.advance = pen;
     if (box.IsEmpty() || static_cast<int64>(box.Width()) * box.Height() > kMaxMaskPixels)
         return nullptr;
     auto joined = std::make_shared<CoverageMask>(CoverageMask{box.left, box.top, box.Width(), box.Height(), {}});
@@ -298,6 +312,15 @@ std::shared_ptr<const CoverageMask> Join(Known& known, Text& text, double scale)
     return joined;
 }
 
+double WidthOf(Known& known, std::string_view text)
+{
+    if (!IsMadeOfParts(known.font, text))
+        return KnownText(known, text).width;
+    double width = 0;
+    ForEachPart(text, [&](std::string_view part) { width += KnownText(known, part).width; });
+    return width;
+}
+
 } // namespace
 
 font_height Height(const BFont& font)
@@ -313,7 +336,7 @@ float Width(const BFont& font, std::string_view text)
 {
     std::lock_guard guard(sMutex);
     if (sEnabled)
-        return static_cast<float>(std::ceil(KnownText(KnownFont(font), text).width));
+        return static_cast<float>(std::ceil(WidthOf(KnownFont(font), text)));
     return std::ceil(static_cast<float>(DrawnSize(font)) * 0.6F * static_cast<float>(text.size()));
 }
 
@@ -322,7 +345,8 @@ std::shared_ptr<const CoverageMask> Mask(const BFont& font, std::string_view tex
     std::lock_guard guard(sMutex);
     if (!sEnabled || text.empty())
         return nullptr;
-    return RasteredText(KnownFont(font), text, scale).mask;
+    Known& known = KnownFont(font);
+    return IsMadeOfParts(font, text) ? Join(known, text, scale) : RasteredText(known, text, scale).mask;
 }
 
 void Enable()

@@ -2,6 +2,7 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/MainThreadPrivate.h"
+#include "kits/interface/drawing/ScreenCopy.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/WindowImpl.h"
 
@@ -78,11 +79,12 @@ void Flush()
         if (Prepare(*view))
             placed.push_back(view->fSelf);
     }
+    ScreenCopy screen;
     for (const std::weak_ptr<ViewImpl*>& waiting : placed) {
         // The token itself must not be held over Draw: it would say of a view that Draw deletes that it is still there.
         ViewImpl* const view = waiting.expired() ? nullptr : *waiting.lock();
         if (view != nullptr && CanDraw(*view) && Draw(*view))
-            view->ShowDirty();
+            view->ShowDirty(screen);
     }
     // What Draw itself queued was shown with it, or comes in the next turn.
     std::erase_if(sWaiting, [](ViewImpl* view) {

@@ -1,3 +1,4 @@
+#include "kits/interface/drawing/ScreenCopy.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/views/ViewPane.h"
@@ -48,8 +49,12 @@ void ViewImpl::SyncWidget()
         return;
     const PixelRect frame = PixelFrame();
     const QRect geometry(frame.left, frame.top, frame.Width(), frame.Height());
-    if (fPane->geometry() != geometry)
+    if (fPane->geometry() != geometry) {
+        // An opaque widget's pixels would be moved by the display, which then shows some that are painted in the same
+        // turn as they were before.
+        fPane->setAttribute(Qt::WA_OpaquePaintEvent, false);
         fPane->setGeometry(geometry);
+    }
     SyncOpaque();
     const Qt::FocusPolicy policy = fFlags & B_NAVIGABLE ? Qt::StrongFocus : Qt::NoFocus;
     if (fPane->focusPolicy() != policy)
@@ -82,13 +87,16 @@ void ViewImpl::SyncOpaque()
         fPane->setAttribute(Qt::WA_OpaquePaintEvent, isOpaque);
 }
 
-void ViewImpl::ShowDirty()
+void ViewImpl::ShowDirty(ScreenCopy& screen)
 {
     if (fDirty.IsEmpty())
         return;
     if (fPane != nullptr) {
         SyncOpaque();
+        screen.Take(*this);
         for (const PixelRect& rect : fDirty) {
+            if (screen.Add(rect))
+                continue;
             QRect changed(rect.left, rect.top, rect.Width(), rect.Height());
             // At a broken scale the toolkit's own rounding may be off by a pixel.
             if (!fSurface.Grid().IsUnit())

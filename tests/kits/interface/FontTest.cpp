@@ -132,8 +132,10 @@ TEST(TextCache, CoverageIsTheSameOnEveryScaleOfAskingTwice)
     const auto first = kits::TextCache::Mask(font, "42.0 %", 1);
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(first->coverage.size(), static_cast<size_t>(first->width * first->height));
-    // Kept, not rastered again.
-    EXPECT_EQ(kits::TextCache::Mask(font, "42.0 %", 1), first);
+    EXPECT_EQ(kits::TextCache::Mask(font, "42.0 %", 1)->coverage, first->coverage);
+    // A text without figures is kept, not rastered again.
+    const auto text = kits::TextCache::Mask(font, "Processors", 1);
+    EXPECT_EQ(kits::TextCache::Mask(font, "Processors", 1), text);
     const auto large = kits::TextCache::Mask(font, "42.0 %", 2);
     EXPECT_GT(large->width, first->width * 3 / 2);
     EXPECT_EQ(kits::TextCache::Mask(font, "", 1), nullptr);

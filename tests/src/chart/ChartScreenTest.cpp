@@ -399,3 +399,27 @@ TEST_F(ChartScreenTest, ASampleTouchesNothingButItsColumn)
         }
     }
 }
+
+TEST_F(ChartWindowTest, SamplesDoNotChangeTheArchive)
+{
+    // What is stored would otherwise be written to the disk every few seconds, for nothing.
+    AddChart(60, 40);
+    AddSources(*chart, 3);
+    chart->SetShowValue(true);
+    chart->SetShowTitle(true);
+    const auto archived = [this] {
+        BMessage archive;
+        EXPECT_EQ(chart->Archive(&archive, true), B_OK);
+        return archive;
+    };
+    ::Show(*chart, {100, 200, 300});
+    const BMessage before = archived();
+    for (int32 i = 0; i < 150; i++) {
+        ::Show(*chart, {i % 90, 7 * i % 300, 100});
+        ASSERT_TRUE(before.HasSameData(archived())) << i;
+    }
+    chart->Draw(chart->Bounds());
+    EXPECT_TRUE(before.HasSameData(archived()));
+    chart->SetBorderColor({1, 2, 3, 255});
+    EXPECT_FALSE(before.HasSameData(archived()));
+}
