@@ -61,7 +61,7 @@ build() {
         return 1
     fi
     rm -f "$log"
-    cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet
+    cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet | { grep -vxF 'ninja: no work to do.' || true; }
 }
 
 # build_package: makes the Debian package of the release build; sets package to its file.
