@@ -10,16 +10,17 @@ _qel()
             _filedir png
             return
             ;;
-        --after | --samples | --interval)
+        --after | --samples | --interval | --set-delay | --set-history)
             return
             ;;
     esac
 
-    local options='--snapshot --read --help --version' word
+    local options='--snapshot --read --set-delay --set-history --quit --help --version' word
     for word in "${words[@]:1:cword-1}"; do
         case $word in
             --snapshot*) options='--after' ;;
             --read) options='--samples --interval --json' ;;
+            --set-* | --quit) options='--set-delay --set-history --quit' ;;
             --help | --version) options= ;;
             *) continue ;;
         esac

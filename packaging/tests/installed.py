@@ -22,7 +22,7 @@ PROJECT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(PROJECT / "tests/desktop-session"))
 sys.dont_write_bytecode = True
 
-from desktop import Desktop, wait_until  # noqa: E402  (lies in another folder)
+from desktop import Desktop  # noqa: E402  (lies in another folder)
 
 ENTRY = "usr/share/applications/org.example.qel.desktop"
 STORE = "x-vnd.kvt-Qel.user"
@@ -169,7 +169,7 @@ def try_pictures(place, desktop):
 
 
 def try_entry(place, desktop):
-    """Starts what the desktop would start."""
+    """Starts what the desktop would start: the entry, then each of its actions, the last of which quits."""
     entry = configparser.ConfigParser(interpolation=None, delimiters="=")
     entry.optionxform = str
     entry.read(place.folder / ENTRY)
@@ -184,9 +184,12 @@ def try_entry(place, desktop):
     check(f'"{main["StartupWMClass"]}"' in name, f"StartupWMClass is not that of the window: {name}")
     say("its menu entry opens the window")
 
-    process.terminate()
+    actions = [entry[f"Desktop Action {name}"] for name in main["Actions"].strip(";").split(";")]
+    check(actions[-1]["Exec"].endswith("--quit"), "the last action does not quit")
+    for action in actions:
+        place.finish(place.start(desktop, shlex.split(action["Exec"])), action["Exec"])
+        say(f"its menu's action \"{action['Name']}\" does its work")
     place.finish(process, main["Exec"])
-    wait_until(lambda: (place.home / ".config" / STORE).is_file(), "the settings")
 
 
 def try_all(place):
