@@ -2,8 +2,9 @@
 //
 //   sampling_server SIGNATURE [DELAY]      microseconds between two samples
 //
-// Also answers 'info' with how many receivers are registered ("receivers") and how many samples were taken ("samples"),
-// 'mini' with whether it was launched by a replicant, and refuses to be connected with after 'deny'.
+// Also answers 'info' with how many receivers are registered ("receivers"), how often it was told that none is left
+// ("alone"), how it was launched ("launched", "early") and how often the about window was asked for ("abouts"), and
+// with the newest sample; and refuses to be connected with after 'deny'.
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -29,6 +30,8 @@ public:
         fSampler = std::make_unique<Sysinfo>(10);
         fSampler->SetSamplingDelay(fDelay);
     }
+
+    void AboutRequested() override { ++fCountAbouts; }
 
     bool QuitRequested() override
     {
@@ -59,6 +62,7 @@ public:
             reply.AddInt32("alone", fCountAlone);
             reply.AddInt32("launched", fCountLaunchMessages);
             reply.AddBool("early", fLaunchedEarly);
+            reply.AddInt32("abouts", fCountAbouts);
             {
                 const Sysinfo::Autolock lock(fSampler.get());
                 fSampler->GhostArchive(&reply);
@@ -76,6 +80,7 @@ private:
     std::unique_ptr<Sysinfo> fSampler;
     int32 fCountAlone = 0;
     int32 fCountLaunchMessages = 0;
+    int32 fCountAbouts = 0;
     bool fLaunchedEarly = false;
     bool fDenies = false;
 };
