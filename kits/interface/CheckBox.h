@@ -14,6 +14,10 @@ public:
 
     void SetValue(int32 value) override;
 
+    /// Made narrower than it prefers, its label is set in narrower letters, down to this width; below, it is cut.
+    /// Main thread.
+    float NarrowestWidth();
+
 protected:
     QWidget* MakeWidget() override;
     void UpdateWidget() override;

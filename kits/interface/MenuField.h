@@ -40,6 +40,9 @@ public:
     float Divider() const;
 
     void GetPreferredSize(float* width, float* height) override;
+    /// The room that the button needs for every choice. It prefers more: below that, choices are set in narrower
+    /// letters, and below this they are cut. Main thread.
+    float NarrowestMenuWidth();
 
 private:
     friend class BMenu;

@@ -270,7 +270,7 @@ void ChartFontsTab::GetMinimumSize(float* width, float* height)
 {
     const BPoint target = PreferredSizeOf(fTargetField);
     const BPoint slider = PreferredSizeOf(fSize);
-    constexpr float kListAtLeast = 60;
+    constexpr float kListAtLeast = 56;
     *width = std::max(slider.x, target.x / kFamiliesPart) + 2 * kGap;
     *height = target.y + slider.y + kSampleHeight + kListAtLeast + 5 * kGap;
 }

@@ -52,6 +52,9 @@ BMenuItem* MakeOrientationItem(const char* label, bool vertical)
     return new BMenuItem(label, message);
 }
 
+/// Between the rows on the right, which have room of their own above their labels; pixels.
+constexpr float kSmallestRowGap = 1;
+
 } // namespace
 
 ChartGeneralTab::ChartGeneralTab(ChartView* chart)
@@ -238,6 +241,8 @@ void ChartGeneralTab::Rerender()
     float y = gap;
     for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
         box->MoveTo(width * kLeftColumn, y);
+        box->ResizeTo(std::min(PreferredSizeOf(box).x, width * (kRightColumn - kLeftColumn) - kSmallestGap),
+                      box->Bounds().Height());
         y += box->Bounds().Height() + gap;
     }
 
@@ -262,11 +267,11 @@ void ChartGeneralTab::GetMinimumSize(float* width, float* height)
     float leftHeight = 5 * kSmallestGap;
     for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
         const BPoint size = PreferredSizeOf(box);
-        leftWidth = std::max(leftWidth, size.x + kSmallestGap);
+        leftWidth = std::max(leftWidth, box->NarrowestWidth() + kSmallestGap);
         leftHeight += size.y;
     }
     float rightWidth = std::max(FieldWidth(fMode, kDividerPart), FieldWidth(fTitle, kDividerPart));
-    float rightHeight = 7 * kSmallestGap;
+    float rightHeight = 7 * kSmallestRowGap;
     for (BView* view : std::initializer_list<BView*>{fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip}) {
         rightHeight += PreferredSizeOf(view).y;
     }

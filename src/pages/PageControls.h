@@ -3,11 +3,11 @@
 #include "kits/support/Point.h"
 #include "kits/support/SupportDefs.h"
 
-#include <algorithm>
 #include <string>
 
 class BHandler;
-class BMenu;
+class BMenuField;
+class BTextControl;
 class BView;
 
 /// Small things that several pages do with their controls.
@@ -27,12 +27,8 @@ BPoint PreferredSizeOf(BView* control);
 
 /// The width that a menu or text field needs so that neither its label nor the rest is cut, when the label gets one
 /// `part`th of it.
-template <typename Field> float FieldWidth(Field* field, float part)
-{
-    const float label = field->StringWidth(field->Label()) + kBesideLabel;
-    const float rest = PreferredSizeOf(field).x - field->Divider();
-    return std::max(label * part, rest / (1 - 1 / part));
-}
+float FieldWidth(BMenuField* field, float part);
+float FieldWidth(BTextControl* field, float part);
 
 /// "Antialiasing 25 %": the position of a slider as a label, its hundredth part cut off.
 std::string PercentLabel(const char* name, float position);

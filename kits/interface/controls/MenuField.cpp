@@ -3,12 +3,14 @@
 #include "kits/interface/Menu.h"
 #include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/LabeledWidget.h"
+#include "kits/interface/controls/NarrowText.h"
 #include "kits/interface/menus/MenuPart.h"
 #include "kits/interface/views/ViewPrivate.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -26,7 +28,19 @@ public:
 
     void showPopup() override { fOpen(); }
 
+    QSize sizeHint() const override { return kits::NarrowText::Natural(this, Longest(), QComboBox::sizeHint()); }
+    int NarrowestWidth() const
+    {
+        return Around() + kits::NarrowText::WidthOf(this, Longest(), kits::NarrowText::kNarrowest);
+    }
+
 protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QComboBox::resizeEvent(event);
+        kits::NarrowText::Fit(this, Longest(), width() - Around());
+    }
+
     void mousePressEvent(QMouseEvent* event) override
     {
         if (event->button() == Qt::LeftButton)
@@ -55,6 +69,28 @@ protected:
     }
 
 private:
+    /// What the theme draws beside the text.
+    int Around() const
+    {
+        constexpr int kSomeWidth = 1000;
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        option.rect = QRect(0, 0, kSomeWidth, height());
+        const QRect text = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+        return kSomeWidth - text.width() + 2;
+    }
+    /// The choice that takes most room.
+    QString Longest() const
+    {
+        QString longest;
+        for (int i = 0; i < count(); i++) {
+            if (kits::NarrowText::WidthOf(this, itemText(i), QFont::Unstretched) >
+                kits::NarrowText::WidthOf(this, longest, QFont::Unstretched))
+                longest = itemText(i);
+        }
+        return longest;
+    }
+
     std::function<void()> fOpen;
 };
 
@@ -116,6 +152,14 @@ void BMenuField::GetPreferredSize(float* width, float* height)
         return;
     }
     kits::GetSizeHint(widget, width, height);
+}
+
+float BMenuField::NarrowestMenuWidth()
+{
+    EnsureWidget()->ensurePolished();
+    const auto* button = static_cast<PopUpButton*>(fContent->As<kits::LabeledWidget>()->Field());
+    button->ensurePolished();
+    return static_cast<float>(button->NarrowestWidth());
 }
 
 QWidget* BMenuField::EnsureWidget()

@@ -72,3 +72,23 @@ TEST_F(CheckBoxTest, ItsLabelCanBeReadOnAPageOfAnyColour)
         EXPECT_GT(std::abs(ink - gray), 90) << "on " << int(gray);
     }
 }
+
+TEST_F(CheckBoxTest, NarrowsItsLettersWhereItsLabelHasNoRoom)
+{
+    float preferred = 0;
+    fBox->GetPreferredSize(&preferred, nullptr);
+    const auto stretch = [this] { return FocusOf(fBox)->font().stretch(); };
+    const float narrowest = fBox->NarrowestWidth();
+    EXPECT_LT(narrowest, preferred - 5);
+    fBox->ResizeTo(narrowest, fBox->Bounds().Height());
+    test::Turn();
+    EXPECT_LT(stretch(), QFont::Unstretched);
+    EXPECT_GE(stretch(), 80);
+    float now = 0;
+    fBox->GetPreferredSize(&now, nullptr);
+    EXPECT_EQ(now, preferred);
+    EXPECT_EQ(fBox->NarrowestWidth(), narrowest);
+    fBox->ResizeTo(preferred, fBox->Bounds().Height());
+    test::Turn();
+    EXPECT_EQ(stretch(), QFont::Unstretched);
+}

@@ -101,3 +101,21 @@ TEST_F(MenuFieldTest, AMarkSetOnAnotherThreadShowsLater)
     OnOtherThread([&] { fMenu->ItemAt(1)->SetMarked(true); });
     EXPECT_TRUE(test::WaitFor([&] { return Button()->currentText() == QLatin1String("Chart"); }));
 }
+
+TEST_F(MenuFieldTest, NarrowsItsLettersWhereAChoiceHasNoRoom)
+{
+    float preferred = 0;
+    fField->GetPreferredSize(&preferred, nullptr);
+    fField->SetDivider(60);
+    fField->ResizeTo(60 + fField->NarrowestMenuWidth() - 1, fField->Bounds().Height());
+    test::Turn();
+    EXPECT_LT(Button()->font().stretch(), QFont::Unstretched);
+    EXPECT_NE(Button()->font().stretch(), QFont::AnyStretch);
+    fField->ResizeTo(300, fField->Bounds().Height());
+    test::Turn();
+    EXPECT_EQ(Button()->font().stretch(), QFont::Unstretched);
+    fField->SetDivider(-1);
+    float now = 0;
+    fField->GetPreferredSize(&now, nullptr);
+    EXPECT_EQ(now, preferred);
+}

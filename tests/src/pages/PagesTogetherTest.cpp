@@ -201,6 +201,19 @@ TEST_F(PagesTogetherTest, NothingLiesOverAnotherAtTheSmallestSize)
     }
 }
 
+TEST_F(PagesTogetherTest, TheSmallestWindowHoldsThemWithAFontOfTwelvePixels)
+{
+    ShowAll();
+    if (TabView()->StringWidth("BgColor = Desktop") > 115)
+        GTEST_SKIP() << "with a larger font it grows";
+    float width = 0;
+    float height = 0;
+    float ignored = 0;
+    prefs->GetSizeLimits(&width, &ignored, &height, &ignored);
+    EXPECT_EQ(width, 440);
+    EXPECT_EQ(height, 280);
+}
+
 TEST_F(PagesTogetherTest, AChartThatIsDeletedWithItsWindowOpenIsNotTouched)
 {
     ShowAll();
