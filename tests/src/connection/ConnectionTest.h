@@ -2,70 +2,34 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
-#include "src/sampling/ServerConnection.h"
-#include "src/support/MessageCodes.h"
 #include "tests/kits/application/TeamFixture.h"
+#include "tests/src/connection/SampleTaker.h"
 
 #include <csignal>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace test {
 
-inline constexpr const char* kServerSignature = "application/x-vnd.test-sampling_server";
-inline constexpr uint32 kFailureCode = 'fail';
-
-/// What a replicant does without showing anything: takes samples, hands on what it hears of the application.
-class SampleTaker : public BHandler {
-public:
-    explicit SampleTaker(BLooper* looper, bigtime_t interval = ServerConnection::kInterval,
-                         const char* server = kServerSignature)
-        : BHandler("sample taker")
-        , connection(server, kFailureCode, interval)
-    {
-        looper->AddHandler(this);
-    }
-
-    void Connect(bool mayLaunch = false) { connection.Connect(BMessenger(this), mayLaunch, true); }
-    bool IsConnected() const { return connection.Phase() == ConnectionState::Phase::kConnected; }
-
-    void MessageReceived(BMessage* message) override
-    {
-        int32 team = -1;
-        switch (message->what) {
-        case MSG_SYSINFO_SAMPLE:
-            ++countSamples;
-            newest = *message;
-            break;
-        case MSG_SERVER_GONE:
-            ++countGone;
-            connection.ServerGone();
-            break;
-        case B_SOME_APP_QUIT:
-            message->FindInt32("team", &team);
-            connection.TeamGone(team);
-            break;
-        case kFailureCode:
-            countFailures += connection.TakeFailure() ? 1 : 0;
-            break;
-        default:
-            break;
-        }
-    }
-
-    ServerConnection connection;
-    int countSamples = 0;
-    int countGone = 0;
-    int countFailures = 0;
-    BMessage newest;
-};
+inline constexpr const char* kClientSignature = "application/x-vnd.test-sampling_client";
 
 /// The application, without windows: partner/Server.cpp.
 class Server : public Partner {
 public:
     explicit Server(bigtime_t delay = 10000, const std::string& signature = kServerSignature)
         : Partner(signature, std::to_string(delay), ProgramBeside("sampling_server"))
+    {
+    }
+};
+
+/// Another process with charts outside the application, without pictures: partner/Client.cpp.
+class Client : public Partner {
+public:
+    /// @param count  of its charts
+    explicit Client(int count)
+        : Partner(kClientSignature, std::to_string(count), ProgramBeside("sampling_client"))
     {
     }
 };
@@ -98,13 +62,27 @@ protected:
         return RunUntil([&] { return taker.connection.Phase() == phase; });
     }
 
-    static BMessage InfoOf(const BMessenger& server) { return Ask(server, 'info'); }
-    static int32 CountReceivers(const BMessenger& server)
+    /// Asks one that may just not be there for a number.
+    static bool AwaitNumber(const char* signature, const char* name, const std::function<bool(int32)>& condition)
     {
-        int32 count = -1;
-        EXPECT_EQ(InfoOf(server).FindInt32("receivers", &count), B_OK);
-        return count;
+        return RunUntil([&] {
+            const BMessage question('info');
+            BMessage reply;
+            int32 number = 0;
+            return BMessenger(signature).SendMessage(&question, &reply, 0, 100000) == B_OK &&
+                   reply.FindInt32(name, &number) == B_OK && condition(number);
+        });
     }
+
+    static int32 NumberOf(const BMessenger& partner, const char* name)
+    {
+        int32 number = -1;
+        EXPECT_EQ(InfoOf(partner).FindInt32(name, &number), B_OK) << name;
+        return number;
+    }
+
+    static BMessage InfoOf(const BMessenger& server) { return Ask(server, 'info'); }
+    static int32 CountReceivers(const BMessenger& server) { return NumberOf(server, "receivers"); }
 };
 
 } // namespace test

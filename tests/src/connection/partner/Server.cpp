@@ -11,6 +11,7 @@
 #include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
+#include "tests/src/connection/partner/PartnerTricks.h"
 
 #include <cstdlib>
 #include <memory>
@@ -53,6 +54,12 @@ public:
         case MSG_NO_LISTENERS:
             ++fCountAlone;
             break;
+        case 'flap': {
+            int32 count = 0;
+            message->FindInt32("count", &count);
+            fFlapping.Start(Signature(), count);
+            break;
+        }
         case 'deny':
             fDenies = true;
             break;
@@ -63,6 +70,9 @@ public:
             reply.AddInt32("launched", fCountLaunchMessages);
             reply.AddBool("early", fLaunchedEarly);
             reply.AddInt32("abouts", fCountAbouts);
+            reply.AddInt32("flaps", fFlapping.CountLeft());
+            reply.AddInt32("files", test::CountOpenFiles());
+            reply.AddInt32("memory", test::ResidentMemory());
             {
                 const Sysinfo::Autolock lock(fSampler.get());
                 fSampler->GhostArchive(&reply);
@@ -83,6 +93,7 @@ private:
     int32 fCountAbouts = 0;
     bool fLaunchedEarly = false;
     bool fDenies = false;
+    test::Flapping fFlapping;
 };
 
 } // namespace

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "kits/application/Handler.h"
+#include "kits/application/Looper.h"
+#include "kits/application/Message.h"
+#include "src/sampling/ServerConnection.h"
+#include "src/support/MessageCodes.h"
+
+namespace test {
+
+inline constexpr const char* kServerSignature = "application/x-vnd.test-sampling_server";
+inline constexpr uint32 kFailureCode = 'fail';
+
+/// What a replicant does without showing anything: takes samples, hands on what it hears of the application.
+class SampleTaker : public BHandler {
+public:
+    explicit SampleTaker(BLooper* looper, bigtime_t interval = ServerConnection::kInterval,
+                         const char* server = kServerSignature)
+        : BHandler("sample taker")
+        , connection(server, kFailureCode, interval)
+    {
+        looper->AddHandler(this);
+    }
+
+    void Connect(bool mayLaunch = false) { connection.Connect(BMessenger(this), mayLaunch, true); }
+    bool IsConnected() const { return connection.Phase() == ConnectionState::Phase::kConnected; }
+
+    void MessageReceived(BMessage* message) override
+    {
+        int32 team = -1;
+        switch (message->what) {
+        case MSG_SYSINFO_SAMPLE:
+            ++countSamples;
+            newest = *message;
+            break;
+        case MSG_SERVER_GONE:
+            ++countGone;
+            connection.ServerGone();
+            break;
+        case B_SOME_APP_QUIT:
+            message->FindInt32("team", &team);
+            connection.TeamGone(team);
+            break;
+        case kFailureCode:
+            countFailures += connection.TakeFailure() ? 1 : 0;
+            break;
+        default:
+            break;
+        }
+    }
+
+    ServerConnection connection;
+    int countSamples = 0;
+    int countGone = 0;
+    int countFailures = 0;
+    BMessage newest;
+};
+
+} // namespace test
