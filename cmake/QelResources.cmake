@@ -1,5 +1,5 @@
 # qel_resource(TARGET NAME FILE): links a file into a program or a test program, as its resource NAME: a message that is
-# written as JSON (.json) flattened and of type B_ANY_TYPE, any other as it is and of type B_RAW_TYPE. FILE is relative to
+# written as JSON (.json) or a translation (.ts) flattened and of type B_ANY_TYPE, any other as it is and of type B_RAW_TYPE. FILE is relative to
 # the project's folder.
 function(qel_resource target name file)
     set(input ${PROJECT_SOURCE_DIR}/${file})
@@ -10,4 +10,13 @@ function(qel_resource target name file)
     target_sources(${target} PRIVATE ${output})
     # It has no use for the headers that the other sources share.
     set_source_files_properties(${output} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
+# qel_translations(TARGET): links all translations into a program, as its resources "Language.de" and so on.
+function(qel_translations target)
+    file(GLOB files CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/translations/qel_*.ts)
+    foreach(file ${files})
+        string(REGEX REPLACE ".*qel_(.*)[.]ts$" "Language.\\1" name ${file})
+        qel_resource(${target} ${name} ${file})
+    endforeach()
 endfunction()

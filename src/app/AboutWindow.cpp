@@ -11,6 +11,7 @@
 #include "kits/support/TypeConstants.h"
 #include "src/app/AboutFiles.h"
 #include "src/support/Qel.h"
+#include "src/support/Tr.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ BFont TextFont(float size, bool bold)
 } // namespace
 
 AboutWindow::AboutWindow(BRect frame, AboutWindow** ownerSlot)
-    : BWindow(frame, "About Qel", B_MODAL_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_RESIZABLE)
+    : BWindow(frame, Tr("About Qel"), B_MODAL_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_RESIZABLE)
     , fOwnerSlot(ownerSlot)
     , fView(new AboutView(BRect(0, 0, frame.Width(), frame.Height()), this))
 {
@@ -77,7 +78,7 @@ BRect AboutWindow::FrameOn(BRect screen)
 
 AboutView::AboutView(BRect frame, BWindow* window)
     : BView(frame, "AboutView", 0, B_WILL_DRAW | B_NAVIGABLE)
-    , fButton(new BButton(BRect(0, 0, 10, 10), "Allright", "Allright", new BMessage(B_QUIT_REQUESTED),
+    , fButton(new BButton(BRect(0, 0, 10, 10), "Allright", Tr("Allright"), new BMessage(B_QUIT_REQUESTED),
                           B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW | B_NAVIGABLE))
     , fMailText(kMakerAddress)
     , fHomeText(kMakerHome)
@@ -91,7 +92,9 @@ AboutView::AboutView(BRect frame, BWindow* window)
     SetViewColor(B_TRANSPARENT_32_BIT);
     SetHighColor(kHigh);
     SetLowColor(kLow);
-    SetAccessibleName((std::string("Qel ") + kVersion + ", E-mail: " + fMailText + ", Home: " + fHomeText).c_str());
+    SetAccessibleName((std::string("Qel ") + kVersion + ", " + kits::Filled(Tr("E-mail: %1"), {fMailText}) + ", " +
+                       kits::Filled(Tr("Home: %1"), {fHomeText}))
+                          .c_str());
 }
 
 void AboutView::AllAttached()
@@ -126,12 +129,12 @@ void AboutView::Draw(BRect /*update*/)
         place.y += height.descent;
         return line;
     };
-    DrawString((std::string("Version ") + kVersion + " x86").c_str(), next(2));
-    DrawString("Charts of what this machine is doing.", next(10));
-    DrawString((std::string("Made by ") + kMakerName + ".").c_str(), next(2));
-    DrawString("Send your bug reports & comments to:", next(10));
-    fMailRect = DrawLine((std::string("E-mail: ") + fMailText).c_str(), next(4), Line::kMail);
-    fHomeRect = DrawLine((std::string("Home: ") + fHomeText).c_str(), next(4), Line::kHome);
+    DrawString(kits::Filled(Tr("Version %1 x86"), {kVersion}).c_str(), next(2));
+    DrawString(Tr("Charts of what this machine is doing."), next(10));
+    DrawString(kits::Filled(Tr("Made by %1."), {kMakerName}).c_str(), next(2));
+    DrawString(Tr("Send your bug reports & comments to:"), next(10));
+    fMailRect = DrawLine(kits::Filled(Tr("E-mail: %1"), {fMailText}).c_str(), next(4), Line::kMail);
+    fHomeRect = DrawLine(kits::Filled(Tr("Home: %1"), {fHomeText}).c_str(), next(4), Line::kHome);
 
     SetDrawingMode(B_OP_COPY);
     SetHighColor(kHigh);

@@ -12,6 +12,7 @@
 #include "src/chart/ChartTab.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 namespace {
 
@@ -66,12 +67,12 @@ void MainWindow::Initialise()
     SetSizeLimits(kSmallest, kLargest, kSmallest, kLargest);
 
     fMenuBar = new BMenuBar(BRect(0, 0, 32767, 15), "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_ITEMS_IN_ROW, true);
-    auto* menu = new BMenu("File", B_ITEMS_IN_COLUMN);
-    menu->AddItem(FileItem("Preferences", MSG_OPEN_GLOBAL_PREFS, 'P').release());
+    auto* menu = new BMenu(Tr("File"), B_ITEMS_IN_COLUMN);
+    menu->AddItem(FileItem(Tr("Preferences"), MSG_OPEN_GLOBAL_PREFS, 'P').release());
     menu->AddSeparatorItem();
-    menu->AddItem(FileItem("About", B_ABOUT_REQUESTED, 'A').release());
+    menu->AddItem(FileItem(Tr("About"), B_ABOUT_REQUESTED, 'A').release());
     menu->AddSeparatorItem();
-    menu->AddItem(FileItem("Quit", B_QUIT_REQUESTED, 'Q').release());
+    menu->AddItem(FileItem(Tr("Quit"), B_QUIT_REQUESTED, 'Q').release());
     fMenuBar->AddItem(menu);
 
     fTabView = new BTabView(BRect(0, 0, 200, 200), "", B_WIDTH_AS_USUAL, B_FOLLOW_ALL_SIDES,
@@ -86,6 +87,7 @@ void MainWindow::Initialise()
 
     auto* uptimes = new UptimeView(rest);
     fTabView->AddTab(uptimes, nullptr);
+    fTabView->TabAt(0)->SetLabel(Tr("Uptime"));
     BRect page = fTabView->Bounds();
     page.top += fTabView->TabHeight();
     uptimes->MoveTo(3, 3);
@@ -110,6 +112,7 @@ void MainWindow::AddChartTab(ChartViewHolder* holder, BRect chartFrame)
 {
     fChartTab = new ChartTab(this, holder, chartFrame);
     fTabView->AddTab(holder, fChartTab);
+    fChartTab->SetLabel(Tr("Charts"));
     holder->Rerender();
 }
 

@@ -20,6 +20,7 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "src/support/Tr.h"
 
 namespace {
 
@@ -153,7 +154,7 @@ void QelApp::OpenPrefsWindow()
     if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK) {
         window = new PrefsWindow(&fPrefsWindowArchive, nullptr, &fPrefsWindow);
     } else {
-        window = new PrefsWindow(kFirstPrefsFrame, "Global preferences", nullptr, &fPrefsWindow);
+        window = new PrefsWindow(kFirstPrefsFrame, Tr("Global preferences"), nullptr, &fPrefsWindow);
     }
     fPrefsWindow = window;
     window->AddPrefsTab(new SysinfoTab(fSampler.get()));

@@ -11,14 +11,15 @@
 #include "src/app/Defaults.h"
 #include "src/prefs/Preferences.h"
 #include "src/support/Qel.h"
+#include "src/support/Tr.h"
 
 namespace {
 
-constexpr const char* kQuestion =
+constexpr const char* kQuestion = TrLater(
     "Qel:\n\nThe version of the saved preferences is older then the executable ! You may try to load it or use the "
     "defaults (but then the old settings will be overwritten at exit !)\n(Loading the old prefs should not cause any "
     "harm, but if you get empty charts or similar I recommend loading the defaults !)\nFOR VERSION 0.3.0: Use the "
-    "defaults, the prefs format changed !!! Or read the readme for info on how to migrate your settings...";
+    "defaults, the prefs format changed !!! Or read the readme for info on how to migrate your settings...");
 
 } // namespace
 
@@ -34,8 +35,8 @@ bool AskAboutVersion(Preferences* store)
         return true;
     }
     // The alert deletes itself.
-    auto* alert = new BAlert("Qel", kQuestion, "Quit", "Use defaults", "Load", B_WIDTH_FROM_LABEL, B_OFFSET_SPACING,
-                             B_STOP_ALERT);
+    auto* alert = new BAlert("Qel", Tr(kQuestion), Tr("Quit"), Tr("Use defaults"), Tr("Load"), B_WIDTH_FROM_LABEL,
+                             B_OFFSET_SPACING, B_STOP_ALERT);
     switch (alert->Go()) {
     case 1:
         store->MakeEmpty();

@@ -4,28 +4,29 @@
 #include "kits/interface/PopUpMenu.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 ChartMenu::ChartMenu(bool replicant)
-    : fMenu(std::make_unique<BPopUpMenu>("Chart", false, false))
-    , fPause(new BMenuItem("Pause", new BMessage(MSG_CHART_PAUSE)))
-    , fSources(new BMenu("Sources..."))
+    : fMenu(std::make_unique<BPopUpMenu>(Tr("Chart"), false, false))
+    , fPause(new BMenuItem(Tr("Pause"), new BMessage(MSG_CHART_PAUSE)))
+    , fSources(new BMenu(Tr("Sources...")))
     , fBeforeSaving(new BSeparatorItem())
 {
-    fMenu->AddItem(new BMenuItem("Preferences...", new BMessage(MSG_CHART_PREFS)));
+    fMenu->AddItem(new BMenuItem(Tr("Preferences..."), new BMessage(MSG_CHART_PREFS)));
     fMenu->AddSeparatorItem();
     if (replicant) {
-        fMenu->AddItem(new BMenuItem("Reconnect", new BMessage(MSG_RECONNECT)));
+        fMenu->AddItem(new BMenuItem(Tr("Reconnect"), new BMessage(MSG_RECONNECT)));
     } else {
-        fMenu->AddItem(new BMenuItem("Add new chart", new BMessage(MSG_CHART_ADD)));
-        fMenu->AddItem(new BMenuItem("Delete this chart", new BMessage(MSG_CHART_DELETE)));
+        fMenu->AddItem(new BMenuItem(Tr("Add new chart"), new BMessage(MSG_CHART_ADD)));
+        fMenu->AddItem(new BMenuItem(Tr("Delete this chart"), new BMessage(MSG_CHART_DELETE)));
         fMenu->AddSeparatorItem();
-        fMenu->AddItem(new BMenuItem("Synchronize others", new BMessage(MSG_SYNC_OTHERS)));
+        fMenu->AddItem(new BMenuItem(Tr("Synchronize others"), new BMessage(MSG_SYNC_OTHERS)));
     }
     fMenu->AddItem(fPause);
     fMenu->AddItem(fSources);
     fMenu->AddItem(fBeforeSaving);
-    fMenu->AddItem(new BMenuItem("Save picture\xe2\x80\xa6", new BMessage(MSG_SAVE_PICTURE)));
-    fMenu->AddItem(new BMenuItem("Save values\xe2\x80\xa6", new BMessage(MSG_SAVE_VALUES)));
+    fMenu->AddItem(new BMenuItem(Tr("Save picture\xe2\x80\xa6"), new BMessage(MSG_SAVE_PICTURE)));
+    fMenu->AddItem(new BMenuItem(Tr("Save values\xe2\x80\xa6"), new BMessage(MSG_SAVE_VALUES)));
 }
 
 ChartMenu::~ChartMenu() = default;
@@ -33,7 +34,7 @@ ChartMenu::~ChartMenu() = default;
 void ChartMenu::AddSource(const char* name, int32 index)
 {
     auto* source = new BMenu(name);
-    source->AddItem(new BMenuItem("Remove", new BMessage(MSG_REMOVE_SOURCE)));
+    source->AddItem(new BMenuItem(Tr("Remove"), new BMessage(MSG_REMOVE_SOURCE)));
     if (!fSources->AddItem(source, index))
         delete source;
 }

@@ -7,6 +7,7 @@
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
 #include "src/sampling/ServerConnection.h"
+#include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
 
 #include <algorithm>
@@ -185,7 +186,7 @@ void ChartView::AddValueProvider(BMessage* archive, int32 index)
         index = count;
     auto provider = std::make_unique<ValueProvider>(archive);
     if (fMenu != nullptr)
-        fMenu->AddSource(ValueProvider::Name(provider->Target(), provider->Flags()).c_str(), index);
+        fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), index);
     fProviders.insert(fProviders.begin() + index, std::move(provider));
     fHistory.InsertSource(index);
 }
@@ -223,6 +224,6 @@ void ChartView::MakeMenu()
     fMenu->MarkPaused(fPaused);
     for (int32 i = 0; i < CountValueProviders(); i++) {
         const ValueProvider* provider = ValueProviderAt(i);
-        fMenu->AddSource(ValueProvider::Name(provider->Target(), provider->Flags()).c_str(), i);
+        fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), i);
     }
 }

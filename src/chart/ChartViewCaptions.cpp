@@ -1,6 +1,7 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
+#include "src/support/Tr.h"
 
 #include <cstring>
 
@@ -13,7 +14,7 @@ void ChartView::SetTitle(const char* text, int32 length)
         size = length == 0 ? std::strlen(text) : strnlen(text, static_cast<size_t>(length));
     LooperLock lock(this);
     fTitle.assign(text == nullptr ? "" : text, CutLength(text, size, kMaxTitleLength));
-    SetAccessibleName(fTitle.empty() ? "Chart" : fTitle.c_str());
+    SetAccessibleName(fTitle.empty() ? Tr("Chart") : fTitle.c_str());
     DrawTitle(true);
 }
 

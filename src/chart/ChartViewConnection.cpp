@@ -7,6 +7,7 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "src/support/Tr.h"
 
 // How a chart comes by its samples.
 
@@ -37,9 +38,9 @@ void ChartView::TellFailure()
     if (fConnection == nullptr || !fConnection->TakeFailure())
         return;
     // The alert deletes itself.
-    auto* alert =
-        new BAlert("Qel replicant error:", "Qel replicant:\n\nUnable to launch or estabilish connection to Qel !", "OK",
-                   nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    auto* alert = new BAlert(Tr("Qel replicant error:"),
+                             Tr("Qel replicant:\n\nUnable to launch or estabilish connection to Qel !"), Tr("OK"),
+                             nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     alert->Go(nullptr);
 }
 

@@ -5,6 +5,8 @@
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
+#include "src/sampling/SourceName.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cstring>
@@ -24,10 +26,10 @@ bool LookAlike(rgb_color one, rgb_color other)
 
 void ShowTooManySources()
 {
-    auto* alert = new BAlert("Qel alert",
-                             "The maximal number of sources\nreached. Mail me if you need more !\n(Because of your "
-                             "16-way SMP box or sg. ;)",
-                             "OK");
+    auto* alert = new BAlert(Tr("Qel alert"),
+                             Tr("The maximal number of sources\nreached. Mail me if you need more !\n(Because of your "
+                                "16-way SMP box or sg. ;)"),
+                             Tr("OK"));
     alert->Go(nullptr);
 }
 
@@ -66,7 +68,7 @@ void ChartView::SourcesDropped(BMessage* message)
             continue;
         auto source = std::make_unique<ValueProvider>(&archive);
         if (onTitle) {
-            SetTitle(ValueProvider::Name(source->Target(), source->Flags()).c_str());
+            SetTitle(SourceName(source->Target(), source->Flags()).c_str());
         } else if (onValue) {
             fValueVP = std::move(source);
         } else if (CountValueProviders() >= kMaxSources) {

@@ -8,6 +8,7 @@
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 
@@ -49,8 +50,8 @@ ChartViewHolder::~ChartViewHolder()
 void ChartViewHolder::Initialise()
 {
     SetViewColor(B_TRANSPARENT_32_BIT);
-    fMenu = std::make_unique<BPopUpMenu>("ChartViewHolder", true, false, B_ITEMS_IN_COLUMN);
-    fAddItem = new BMenuItem("Add new chart", nullptr);
+    fMenu = std::make_unique<BPopUpMenu>(Tr("Charts"), true, false, B_ITEMS_IN_COLUMN);
+    fAddItem = new BMenuItem(Tr("Add new chart"), nullptr);
     fMenu->AddItem(fAddItem);
 }
 

@@ -6,8 +6,10 @@
 #include "src/chart/ChartTip.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/MouseDownThread.h"
+#include "src/sampling/SourceName.h"
 #include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cmath>
@@ -146,8 +148,8 @@ std::vector<AccessiblePart> ChartView::AccessibleParts() const
     std::vector<AccessiblePart> parts;
     for (size_t i = 0; i < fProviders.size(); i++) {
         const ValueProvider& provider = *fProviders[i];
-        parts.push_back({ValueProvider::Name(provider.Target(), provider.Flags()),
-                         FixedPoint(fShares[i] * 100, 1) + " %", fShares[i]});
+        parts.push_back(
+            {SourceName(provider.Target(), provider.Flags()), FixedPoint(fShares[i] * 100, 1) + " %", fShares[i]});
     }
     return parts;
 }
@@ -162,8 +164,8 @@ void ChartView::OpenMenu(BPoint where)
     if (fMenu == nullptr)
         return;
     if (fOwner != nullptr) {
-        fMenu->Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", IsOn(fValueCaption, where));
-        fMenu->Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", IsOn(fTitleCaption, where));
+        fMenu->Offer(MSG_DISTRIBUTE_VALUE_POS, Tr("Distribute position"), IsOn(fValueCaption, where));
+        fMenu->Offer(MSG_DISTRIBUTE_TITLE_POS, Tr("Distribute pos."), IsOn(fTitleCaption, where));
     }
     fMenu->Open(ConvertToScreen(where), this);
 }

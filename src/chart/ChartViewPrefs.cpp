@@ -6,6 +6,7 @@
 #include "src/pages/ChartSourcesTab.h"
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/PrefsWindow.h"
+#include "src/support/Tr.h"
 
 // A chart's preferences window.
 
@@ -17,7 +18,7 @@ void ChartView::OpenPrefs()
     }
     PrefsWindow* window = nullptr;
     if (fPrefsWindowArchive.IsEmpty())
-        window = new PrefsWindow(BRect(50, 50, 490, 330), "Chart preferences", this, &fPrefsWindow);
+        window = new PrefsWindow(BRect(50, 50, 490, 330), Tr("Chart preferences"), this, &fPrefsWindow);
     else
         window = new PrefsWindow(&fPrefsWindowArchive, this, &fPrefsWindow);
     fPrefsWindow = window;

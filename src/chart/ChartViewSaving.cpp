@@ -9,6 +9,7 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/ThreadMagic.h"
+#include "src/support/Tr.h"
 
 #include <utility>
 
@@ -33,8 +34,10 @@ public:
         if (status == B_OK)
             return;
         kits::RunOnMainThread([path = fPath, status] {
-            const std::string text = "The file could not be saved:\n\n" + path + "\n\n" + kits::StatusText(status);
-            auto* alert = new BAlert("Qel alert", text.c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_STOP_ALERT);
+            const std::string text =
+                kits::Filled(Tr("The file could not be saved:\n\n%1\n\n%2"), {path, Tr(kits::StatusText(status))});
+            auto* alert =
+                new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_STOP_ALERT);
             alert->Go(nullptr);
         });
     }
@@ -48,14 +51,14 @@ private:
 
 void ChartView::SavePicture()
 {
-    fPanel = std::make_unique<BFilePanel>("Save picture", "PNG pictures", "png");
+    fPanel = std::make_unique<BFilePanel>(Tr("Save picture"), Tr("PNG pictures"), "png");
     fPanel->Show(FileNameOf(fTitle, "png").c_str(), Window(),
                  [this](const std::string& path) { SaveFile(path, PictureAsPng()); });
 }
 
 void ChartView::SaveValues()
 {
-    fPanel = std::make_unique<BFilePanel>("Save values", "Tables of values", "csv");
+    fPanel = std::make_unique<BFilePanel>(Tr("Save values"), Tr("Tables of values"), "csv");
     // The figures of the moment when he asked for them.
     fPanel->Show(FileNameOf(fTitle, "csv").c_str(), Window(),
                  [this, table = ValuesAsCsv()](const std::string& path) { SaveFile(path, table); });

@@ -15,6 +15,7 @@
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/SmartColorControl.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 
@@ -44,23 +45,24 @@ constexpr int16 kAAAverage = 3;
 } // namespace
 
 ChartColorTab::ChartColorTab(ChartView* chart)
-    : ChartPage("Colors", chart, &ChartView::SaveColorPrefsTo)
+    : ChartPage(TrLater("Colors"), chart, &ChartView::SaveColorPrefsTo)
 {
     fColors = new SmartColorControl(BPoint(0, 0), 8, new BMessage(MSG_COLOR_CHANGED));
     AddChild(fColors);
     fPreview = new ColorPreView(BRect(5, 5, 10, 10), fColors);
     fPreview->SetViewColor(fColors->ValueAsColor());
     AddChild(fPreview);
-    fPick = new BButton(kSomewhere, "", "Pick Desktop", new BMessage(MSG_PICK_DESKTOP));
+    fPick = new BButton(kSomewhere, "", Tr("Pick Desktop"), new BMessage(MSG_PICK_DESKTOP));
     AddChild(fPick);
     MakeTargetField();
     MakeAATargetField();
-    fTest = new BCheckBox(kSomewhere, "", "Test on Desktop", new BMessage(MSG_TEST_ON_DESKTOP));
+    fTest = new BCheckBox(kSomewhere, "", Tr("Test on Desktop"), new BMessage(MSG_TEST_ON_DESKTOP));
     AddChild(fTest);
-    fTransparent = new BCheckBox(kSomewhere, "", "Transparent background", new BMessage(MSG_TRANSPARENT));
+    fTransparent = new BCheckBox(kSomewhere, "", Tr("Transparent background"), new BMessage(MSG_TRANSPARENT));
     AddChild(fTransparent);
-    fAASlider = new BSlider(kSomewhere, "", "Antialiasing (%)", new BMessage(MSG_AA_VALUE), 0, 100, B_TRIANGLE_THUMB);
-    fAASlider->SetLimitLabels("Off", "Full");
+    fAASlider =
+        new BSlider(kSomewhere, "", Tr("Antialiasing (%)"), new BMessage(MSG_AA_VALUE), 0, 100, B_TRIANGLE_THUMB);
+    fAASlider->SetLimitLabels(Tr("Off"), Tr("Full"));
     fAASlider->SetHashMarks(B_HASH_MARKS_BOTTOM);
     fAASlider->SetHashMarkCount(10);
     fAASlider->SetEnabled(false);
@@ -76,26 +78,26 @@ ChartColorTab::~ChartColorTab()
 void ChartColorTab::MakeTargetField()
 {
     auto* menu = new BPopUpMenu("");
-    menu->AddItem(new BMenuItem("< none >", new BMessage(MSG_TARGET_NONE)));
-    menu->AddItem(new BMenuItem("Chart", new BMessage(MSG_TARGET_CHART)));
-    menu->AddItem(new BMenuItem("Background", new BMessage(MSG_TARGET_BACKGROUND)));
-    menu->AddItem(new BMenuItem("Border", new BMessage(MSG_TARGET_BORDER)));
-    menu->AddItem(new BMenuItem("Value", new BMessage(MSG_TARGET_VALUE)));
-    menu->AddItem(new BMenuItem("Title", new BMessage(MSG_TARGET_TITLE)));
+    menu->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_TARGET_NONE)));
+    menu->AddItem(new BMenuItem(Tr("Chart"), new BMessage(MSG_TARGET_CHART)));
+    menu->AddItem(new BMenuItem(Tr("Background"), new BMessage(MSG_TARGET_BACKGROUND)));
+    menu->AddItem(new BMenuItem(Tr("Border"), new BMessage(MSG_TARGET_BORDER)));
+    menu->AddItem(new BMenuItem(Tr("Value"), new BMessage(MSG_TARGET_VALUE)));
+    menu->AddItem(new BMenuItem(Tr("Title"), new BMessage(MSG_TARGET_TITLE)));
     menu->ItemAt(0)->SetMarked(true);
-    fTargetField = new BMenuField(kSomewhere, "", "Target:", menu);
+    fTargetField = new BMenuField(kSomewhere, "", Tr("Target:"), menu);
     AddChild(fTargetField);
 }
 
 void ChartColorTab::MakeAATargetField()
 {
     auto* menu = new BPopUpMenu("");
-    menu->AddItem(new BMenuItem("Chart", new BMessage(MSG_AA_TARGET_CHART)));
-    menu->AddItem(new BMenuItem("Background", new BMessage(MSG_AA_TARGET_BACKGROUND)));
-    menu->AddItem(new BMenuItem("Average", new BMessage(MSG_AA_TARGET_AVERAGE)));
+    menu->AddItem(new BMenuItem(Tr("Chart"), new BMessage(MSG_AA_TARGET_CHART)));
+    menu->AddItem(new BMenuItem(Tr("Background"), new BMessage(MSG_AA_TARGET_BACKGROUND)));
+    menu->AddItem(new BMenuItem(Tr("Average"), new BMessage(MSG_AA_TARGET_AVERAGE)));
     menu->ItemAt(2)->SetMarked(true);
     menu->SetEnabled(false);
-    fAATargetField = new BMenuField(kSomewhere, "", "AA target:", menu);
+    fAATargetField = new BMenuField(kSomewhere, "", Tr("AA target:"), menu);
     AddChild(fAATargetField);
 }
 
@@ -243,7 +245,7 @@ void ChartColorTab::ShowAntialiasing()
 
 void ChartColorTab::LabelAASlider()
 {
-    fAASlider->SetLabel(PercentLabel("Antialiasing", fAASlider->Position()).c_str());
+    fAASlider->SetLabel(PercentLabel(Tr("Antialiasing"), fAASlider->Position()).c_str());
     fAASlider->Invalidate();
 }
 
@@ -283,8 +285,8 @@ void ChartColorTab::CountPick()
     if (now - fLastPick >= kQuickPick) {
         fPicks = 0;
     } else if (fPicks++ > 1) {
-        auto* alert = new BAlert("Fun", "Hey men, stop picking me or... !\n\n\t\t\t\t- Desktop", " FunFunFun  :) ",
-                                 nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+        auto* alert = new BAlert(Tr("Fun"), Tr("Hey men, stop picking me or... !\n\n\t\t\t\t- Desktop"),
+                                 Tr(" FunFunFun  :) "), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
         alert->Go(nullptr);
         fPicks = 0;
     }

@@ -12,6 +12,7 @@
 #include "src/pages/PageControls.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,7 @@ BListView* MakeList(const char* name, uint32 code)
 } // namespace
 
 ChartFontsTab::ChartFontsTab(ChartView* chart)
-    : ChartPage("Fonts", chart, SaveFonts)
+    : ChartPage(TrLater("Fonts"), chart, SaveFonts)
     , fFont(chart->ValueFont())
 {
     fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
@@ -76,21 +77,21 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
     Snapshot().AddPoint("TitleCoord", chart->TitleCoord());
 
     auto* targets = new BPopUpMenu("");
-    targets->AddItem(new BMenuItem("< none >", new BMessage(MSG_FONT_TARGET_NONE)));
-    targets->AddItem(new BMenuItem("Value", new BMessage(MSG_FONT_TARGET_VALUE)));
-    targets->AddItem(new BMenuItem("Title", new BMessage(MSG_FONT_TARGET_TITLE)));
+    targets->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_FONT_TARGET_NONE)));
+    targets->AddItem(new BMenuItem(Tr("Value"), new BMessage(MSG_FONT_TARGET_VALUE)));
+    targets->AddItem(new BMenuItem(Tr("Title"), new BMessage(MSG_FONT_TARGET_TITLE)));
     targets->ItemAt(0)->SetMarked(true);
-    fTargetField = new BMenuField(kSomewhere, "", "Target:", targets);
+    fTargetField = new BMenuField(kSomewhere, "", Tr("Target:"), targets);
     AddChild(fTargetField);
 
-    fFamilies = MakeList("Families", MSG_FONT_FAMILY);
+    fFamilies = MakeList(Tr("Families"), MSG_FONT_FAMILY);
     fFamiliesScroll = new BScrollView("", fFamilies, B_FOLLOW_NONE, 0, false, true);
     AddChild(fFamiliesScroll);
-    fStyles = MakeList("Styles", MSG_FONT_STYLE);
+    fStyles = MakeList(Tr("Styles"), MSG_FONT_STYLE);
     fStylesScroll = new BScrollView("", fStyles, B_FOLLOW_NONE, 0, false, true);
     AddChild(fStylesScroll);
 
-    fSize = new BSlider(kSomewhere, "", "Size", new BMessage(MSG_FONT_SIZE), static_cast<int32>(kMinFontSize),
+    fSize = new BSlider(kSomewhere, "", Tr("Size"), new BMessage(MSG_FONT_SIZE), static_cast<int32>(kMinFontSize),
                         static_cast<int32>(kMaxFontSize), B_TRIANGLE_THUMB);
     fSize->SetLimitLabels(std::to_string(static_cast<int32>(kMinFontSize)).c_str(),
                           std::to_string(static_cast<int32>(kMaxFontSize)).c_str());
@@ -218,7 +219,7 @@ void ChartFontsTab::SizeChosen()
 
 void ChartFontsTab::LabelSize()
 {
-    fSize->SetLabel(("Size " + std::to_string(fSize->Value())).c_str());
+    fSize->SetLabel(kits::Filled(Tr("Size %1"), {std::to_string(fSize->Value())}).c_str());
 }
 
 void ChartFontsTab::FontChanged()

@@ -10,6 +10,7 @@
 #include "src/pages/PageControls.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 
@@ -31,11 +32,11 @@ int16 SkipOf(const BSlider* slider)
 }
 
 /// "Refresh at every 3rd sysinfo sample". From the fourth on the ending is always "th".
-std::string SkipLabel(const char* begin, int16 skip, const char* end)
+std::string SkipLabel(const char* label, int16 skip)
 {
-    const char* const counts[] = {"", "2nd ", "3rd "};
-    const std::string count = skip < 3 ? counts[skip] : std::to_string(skip + 1) + "th ";
-    return begin + count + end;
+    const char* const counts[] = {"", Tr("2nd "), Tr("3rd ")};
+    const std::string count = skip < 3 ? counts[skip] : kits::Filled(Tr("%1th "), {std::to_string(skip + 1)});
+    return kits::Filled(label, {count});
 }
 
 BMenuItem* MakeTypeItem(const char* label, int32 type)
@@ -58,17 +59,17 @@ constexpr float kSmallestRowGap = 1;
 } // namespace
 
 ChartGeneralTab::ChartGeneralTab(ChartView* chart)
-    : ChartPage("General", chart, &ChartView::SaveGeneralPrefsTo)
+    : ChartPage(TrLater("General"), chart, &ChartView::SaveGeneralPrefsTo)
 {
-    fTitle = new BTextControl(kSomewhere, "", "Title: ", chart->Title(), new BMessage(MSG_TITLE));
+    fTitle = new BTextControl(kSomewhere, "", Tr("Title: "), chart->Title(), new BMessage(MSG_TITLE));
     fTitle->SetModificationMessage(new BMessage(MSG_TITLE));
-    fShowValue = MakeCheckBox("Show Value", MSG_SHOW_VALUE);
-    fShowTitle = MakeCheckBox("Show Title", MSG_SHOW_TITLE);
-    fShowBorder = MakeCheckBox("Draw Border", MSG_SHOW_BORDER);
-    fDesktopColor = MakeCheckBox("BgColor = Desktop", MSG_LOCK_BG_COLOR);
+    fShowValue = MakeCheckBox(Tr("Show Value"), MSG_SHOW_VALUE);
+    fShowTitle = MakeCheckBox(Tr("Show Title"), MSG_SHOW_TITLE);
+    fShowBorder = MakeCheckBox(Tr("Draw Border"), MSG_SHOW_BORDER);
+    fDesktopColor = MakeCheckBox(Tr("BgColor = Desktop"), MSG_LOCK_BG_COLOR);
     MakeModeField();
     AddChild(fTitle);
-    fPageSize = MakeSlider("Page size (%)", MSG_PAGE_SIZE, 100, "0", "Scrolling");
+    fPageSize = MakeSlider(Tr("Page size (%)"), MSG_PAGE_SIZE, 100, "0", Tr("Scrolling"));
     fRefreshSkip = MakeSlider("", MSG_REFRESH_SKIP, kSkipSteps, "0", "50");
     fValueSkip = MakeSlider("", MSG_VALUE_SKIP, kSkipSteps, "0", "50");
 }
@@ -93,15 +94,15 @@ BSlider* ChartGeneralTab::MakeSlider(const char* label, uint32 code, int32 maxim
 
 void ChartGeneralTab::MakeModeField()
 {
-    auto* types = new BMenu("Chart");
+    auto* types = new BMenu(Tr("Chart"));
     types->SetRadioMode(true);
-    types->AddItem(MakeTypeItem("Solid", kSolidChart));
-    types->AddItem(MakeTypeItem("Line", kLineChart));
-    types->AddItem(MakeTypeItem("Point", kPointChart));
-    auto* orientations = new BMenu("Gauge");
+    types->AddItem(MakeTypeItem(Tr("Solid"), kSolidChart));
+    types->AddItem(MakeTypeItem(Tr("Line"), kLineChart));
+    types->AddItem(MakeTypeItem(Tr("Point"), kPointChart));
+    auto* orientations = new BMenu(Tr("Gauge"));
     orientations->SetRadioMode(true);
-    orientations->AddItem(MakeOrientationItem("Horizontal", false));
-    orientations->AddItem(MakeOrientationItem("Vertical", true));
+    orientations->AddItem(MakeOrientationItem(Tr("Horizontal"), false));
+    orientations->AddItem(MakeOrientationItem(Tr("Vertical"), true));
 
     auto* modes = new BPopUpMenu("");
     fChartItem = new BMenuItem(types, new BMessage(MSG_CHART_TYPE));
@@ -110,7 +111,7 @@ void ChartGeneralTab::MakeModeField()
     modes->AddItem(fGaugeItem);
     fChartItem->SetMarked(Chart()->Mode() == kChartMode);
     fGaugeItem->SetMarked(Chart()->Mode() == kGaugeMode);
-    fMode = new BMenuField(kSomewhere, "", "Mode:", modes);
+    fMode = new BMenuField(kSomewhere, "", Tr("Mode:"), modes);
     AddChild(fMode);
 }
 
@@ -139,7 +140,7 @@ void ChartGeneralTab::MessageReceived(BMessage* message)
     case MSG_PAGE_SIZE:
         Chart()->SetPageSize(fPageSize->Position());
         // Not spelt as GetState() does.
-        fPageSize->SetLabel(PercentLabel("PageSize", fPageSize->Position()).c_str());
+        fPageSize->SetLabel(PercentLabel(Tr("PageSize"), fPageSize->Position()).c_str());
         break;
     case MSG_REFRESH_SKIP:
         RefreshSkipChanged();
@@ -189,14 +190,14 @@ void ChartGeneralTab::RefreshSkipChanged()
 {
     const int16 skip = SkipOf(fRefreshSkip);
     Chart()->SetSkipValue(skip);
-    fRefreshSkip->SetLabel(SkipLabel("Refresh at every ", skip, "sysinfo sample").c_str());
+    fRefreshSkip->SetLabel(SkipLabel(Tr("Refresh at every %1sysinfo sample"), skip).c_str());
 }
 
 void ChartGeneralTab::ValueSkipChanged()
 {
     const int16 skip = SkipOf(fValueSkip);
     Chart()->SetValueSkipValue(skip);
-    fValueSkip->SetLabel(SkipLabel("Draw value at every ", skip, "refresh").c_str());
+    fValueSkip->SetLabel(SkipLabel(Tr("Draw value at every %1refresh"), skip).c_str());
 }
 
 void ChartGeneralTab::GetState()
@@ -210,7 +211,7 @@ void ChartGeneralTab::GetState()
     fShowBorder->SetValue(chart->ShowsBorder());
     fDesktopColor->SetValue(chart->LocksBgColor());
     fPageSize->SetPosition(chart->PageSize());
-    fPageSize->SetLabel(PercentLabel("Page size", fPageSize->Position()).c_str());
+    fPageSize->SetLabel(PercentLabel(Tr("Page size"), fPageSize->Position()).c_str());
     fRefreshSkip->SetPosition(static_cast<float>(1 + chart->SkipValue()) / kSkipSteps);
     PostToPage(this, MSG_REFRESH_SKIP);
     fValueSkip->SetPosition(static_cast<float>(1 + chart->ValueSkipValue()) / kSkipSteps);

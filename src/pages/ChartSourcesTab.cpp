@@ -7,6 +7,7 @@
 #include "src/pages/PageControls.h"
 #include "src/sampling/SourceListView.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 
@@ -18,14 +19,14 @@ constexpr BRect kSomewhere(0, 0, 5, 5);
 } // namespace
 
 ChartSourcesTab::ChartSourcesTab(ChartView* chart)
-    : ChartPage("Sources", chart, &ChartView::SaveProviderPrefsTo)
+    : ChartPage(TrLater("Sources"), chart, &ChartView::SaveProviderPrefsTo)
     , fList(new SourceListView)
     , fScrollView(new BScrollView("", fList, B_FOLLOW_NONE, 0, false, true, B_FANCY_BORDER))
-    , fFilter(new BTextControl(kSomewhere, "", "Find:", "", nullptr))
-    , fAdd(new BButton(kSomewhere, "", "Add to chart", new BMessage(MSG_ADD_SOURCES)))
+    , fFilter(new BTextControl(kSomewhere, "", Tr("Find:"), "", nullptr))
+    , fAdd(new BButton(kSomewhere, "", Tr("Add to chart"), new BMessage(MSG_ADD_SOURCES)))
 {
-    fList->SetAccessibleName("Sources");
-    fList->SetToolTip("Drag a source or a group onto a chart");
+    fList->SetAccessibleName(Tr("Sources"));
+    fList->SetToolTip(Tr("Drag a source or a group onto a chart"));
     fList->SetInvocationMessage(new BMessage(MSG_ADD_SOURCES));
     fFilter->SetMessage(new BMessage(MSG_ADD_SOURCES));
     fFilter->SetModificationMessage(new BMessage(MSG_FILTER_SOURCES));

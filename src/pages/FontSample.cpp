@@ -1,6 +1,7 @@
 #include "src/pages/FontSample.h"
 
 #include "kits/application/Message.h"
+#include "src/support/Tr.h"
 
 #include <cmath>
 
@@ -15,8 +16,8 @@ FontSample::FontSample(BRect frame)
     : BView(frame, "", B_FOLLOW_NONE, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
 {
     SetViewColor(255, 255, 255);
-    SetAccessibleName("Sample of the font");
-    SetToolTip("Drag the sample onto a caption of a chart");
+    SetAccessibleName(Tr("Sample of the font"));
+    SetToolTip(Tr("Drag the sample onto a caption of a chart"));
 }
 
 void FontSample::SetSample(const FFont& font)

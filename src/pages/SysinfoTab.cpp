@@ -5,9 +5,9 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr double kDelayRange = 4.99;
 } // namespace
 
 SysinfoTab::SysinfoTab(Sysinfo* sampler)
-    : PrefsTab("Sysinfo")
+    : PrefsTab(TrLater("Sysinfo"))
     , fSampler(sampler)
     , fIsApplications(sampler == nullptr || sampler == application_sampler)
 {
@@ -27,11 +27,11 @@ SysinfoTab::SysinfoTab(Sysinfo* sampler)
         model->SavePrefsTo(&fSnapshot);
 
     const BRect somewhere(100, 100, 200, 200);
-    fSamples = new BSlider(somewhere, "", "Average of", new BMessage(MSG_SAMPLES_SLIDER), kFewestSamples,
+    fSamples = new BSlider(somewhere, "", Tr("Average of"), new BMessage(MSG_SAMPLES_SLIDER), kFewestSamples,
                            Sysinfo::kMaxNodesToKeep, B_TRIANGLE_THUMB);
     fSamples->SetLimitLabels("2", "200");
-    fDelay = new BSlider(somewhere, "", "Delay", new BMessage(MSG_DELAY_SLIDER), 0, kDelaySteps, B_TRIANGLE_THUMB);
-    fDelay->SetLimitLabels("0.01 sec", "5 sec");
+    fDelay = new BSlider(somewhere, "", Tr("Delay"), new BMessage(MSG_DELAY_SLIDER), 0, kDelaySteps, B_TRIANGLE_THUMB);
+    fDelay->SetLimitLabels(Tr("0.01 sec"), Tr("5 sec"));
     for (BSlider* slider : {fSamples, fDelay}) {
         slider->SetHashMarks(B_HASH_MARKS_BOTTOM);
         slider->SetHashMarkCount(20);
@@ -68,9 +68,7 @@ void SysinfoTab::MessageReceived(BMessage* message)
 void SysinfoTab::SamplesChanged()
 {
     const int32 samples = fSamples->Value();
-    char label[64];
-    std::snprintf(label, sizeof(label), "Use %d samples to calculate averages", static_cast<int>(samples));
-    fSamples->SetLabel(label);
+    fSamples->SetLabel(kits::Filled(Tr("Use %1 samples to calculate averages"), {std::to_string(samples)}).c_str());
     Sysinfo* sampler = Sampler();
     if (sampler != nullptr && samples > 1)
         sampler->SetNodesToKeep(static_cast<int16>(samples));
@@ -79,7 +77,7 @@ void SysinfoTab::SamplesChanged()
 void SysinfoTab::DelayChanged()
 {
     const auto seconds = static_cast<float>(fDelay->Value() / double(kDelaySteps) * kDelayRange + kShortestDelay);
-    fDelay->SetLabel(("Wait " + FixedPoint(seconds, 2) + " sec between samples").c_str());
+    fDelay->SetLabel(kits::Filled(Tr("Wait %1 sec between samples"), {FixedPoint(seconds, 2)}).c_str());
     if (Sysinfo* sampler = Sampler())
         sampler->SetSamplingDelay(static_cast<bigtime_t>(seconds * 1000000));
 }

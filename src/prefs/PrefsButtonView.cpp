@@ -4,12 +4,13 @@
 #include "kits/interface/Button.h"
 #include "src/prefs/PrefsLayout.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 PrefsButtonView::PrefsButtonView(BRect frame)
     : BView(frame, "", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, B_WILL_DRAW | B_FRAME_EVENTS)
-    , fCancel(MakeButton("Cancel", MSG_PREFS_CANCEL))
-    , fRevert(MakeButton("Revert", MSG_PREFS_REVERT))
-    , fRevertAll(MakeButton("Revert all", MSG_PREFS_REVERT_ALL))
+    , fCancel(MakeButton(Tr("Cancel"), MSG_PREFS_CANCEL))
+    , fRevert(MakeButton(Tr("Revert"), MSG_PREFS_REVERT))
+    , fRevertAll(MakeButton(Tr("Revert all"), MSG_PREFS_REVERT_ALL))
 {
     SetViewColor(kPageColor);
 }

@@ -6,6 +6,7 @@
 #include "src/prefs/PrefsLayout.h"
 #include "src/prefs/PrefsTab.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,6 +57,7 @@ void PrefsWindow::AddPrefsTab(PrefsTab* page)
 {
     const bool isFirst = fTabView->CountTabs() == 0;
     fTabView->AddTab(page, nullptr);
+    fTabView->TabAt(fTabView->CountTabs() - 1)->SetLabel(Tr(page->Name()));
     page->SetOwner(fTabView);
     if (isFirst)
         fTabView->Select(0);

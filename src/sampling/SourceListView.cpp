@@ -2,7 +2,9 @@
 
 #include "kits/application/Message.h"
 #include "kits/kernel/SystemInfo.h"
+#include "src/sampling/SourceName.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <memory>
@@ -12,7 +14,7 @@ namespace {
 
 std::string LowerCase(std::string text)
 {
-    // Names are plain English.
+    // Of plain letters; others are found as they are written.
     std::transform(text.begin(), text.end(), text.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return text;
@@ -42,7 +44,7 @@ SourceListItem::SourceListItem(vptarget_t target, int32 flags)
     : BStringItem("")
     , fKey{target, flags}
 {
-    SetText(ValueProvider::Name(target, flags).c_str());
+    SetText(SourceName(target, flags).c_str());
 }
 
 SourceListView::SourceListView()
@@ -90,7 +92,7 @@ void SourceListView::Fill(const std::string& filter)
 void SourceListView::AddGroup(const ProcessorGroup& group, const std::string& filter)
 {
     auto header = std::make_unique<SourceListItem>(VP_NONE, 0);
-    header->SetText(group.name);
+    header->SetText(Tr(group.name));
     SourceListItem* superitem = nullptr;
     for (int32 processor = fProcessors - 1; processor >= 0; processor--) {
         for (const SourceKey& key : group.Sources(processor)) {

@@ -1,4 +1,5 @@
 #include "src/sampling/SourceTable.h"
+#include "src/support/Tr.h"
 
 std::span<const SourceKey> MachineSources()
 {
@@ -31,10 +32,10 @@ std::span<const SourceKey> MachineSources()
 std::span<const ProcessorGroup> ProcessorGroups()
 {
     static constexpr ProcessorGroup kGroups[] = {
-        {"CPUs", false, 0},
-        {"CPU averages", false, VP_AVERAGE},
-        {"CPU idles", true, 0},
-        {"CPU average idles", true, VP_AVERAGE},
+        {TrLater("CPUs"), false, 0},
+        {TrLater("CPU averages"), false, VP_AVERAGE},
+        {TrLater("CPU idles"), true, 0},
+        {TrLater("CPU average idles"), true, VP_AVERAGE},
     };
     return kGroups;
 }

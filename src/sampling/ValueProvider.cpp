@@ -3,6 +3,7 @@
 #include "kits/application/Message.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/SysinfoNode.h"
+#include "src/support/Tr.h"
 
 #include <charconv>
 #include <cmath>
@@ -38,19 +39,19 @@ struct CountedTarget {
 };
 
 constexpr CountedTarget kCountedTargets[] = {
-    {VP_FREE_MEMORY, VP_USED_MEMORY, "Free memory", "Used memory", nullptr,
+    {VP_FREE_MEMORY, VP_USED_MEMORY, TrLater("Free memory"), TrLater("Used memory"), nullptr,
      [](const system_info& info) -> int64 { return info.max_pages; },
      [](const system_info& info) -> int64 { return info.used_pages; }},
-    {VP_AVAILABLE_SEMS, VP_ALLOCATED_SEMS, "Available semaphores", "Allocated semaphores", "sems",
+    {VP_AVAILABLE_SEMS, VP_ALLOCATED_SEMS, TrLater("Available semaphores"), TrLater("Allocated semaphores"), "sems",
      [](const system_info& info) -> int64 { return info.max_sems; },
      [](const system_info& info) -> int64 { return info.used_sems; }},
-    {VP_AVAILABLE_TEAMS, VP_ALLOCATED_TEAMS, "Available teams", "Allocated teams", "teams",
+    {VP_AVAILABLE_TEAMS, VP_ALLOCATED_TEAMS, TrLater("Available teams"), TrLater("Allocated teams"), "teams",
      [](const system_info& info) -> int64 { return info.max_teams; },
      [](const system_info& info) -> int64 { return info.used_teams; }},
-    {VP_AVAILABLE_THREADS, VP_ALLOCATED_THREADS, "Available threads", "Allocated threads", "threads",
+    {VP_AVAILABLE_THREADS, VP_ALLOCATED_THREADS, TrLater("Available threads"), TrLater("Allocated threads"), "threads",
      [](const system_info& info) -> int64 { return info.max_threads; },
      [](const system_info& info) -> int64 { return info.used_threads; }},
-    {VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS, "Available ports", "Allocated ports", "ports",
+    {VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS, TrLater("Available ports"), TrLater("Allocated ports"), "ports",
      [](const system_info& info) -> int64 { return info.max_ports; },
      [](const system_info& info) -> int64 { return info.used_ports; }},
 };

@@ -8,6 +8,7 @@
 #include "kits/interface/Window.h"
 #include "kits/support/TypeConstants.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -16,12 +17,12 @@
 
 ColorPreView::ColorPreView(BRect frame, BColorControl* control)
     : BBox(frame, nullptr, B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE_JUMP | B_FRAME_EVENTS, B_PLAIN_BORDER)
-    , fMenu("Color", false, false)
-    , fPickItem(new BMenuItem("Pick desktop color", nullptr))
+    , fMenu(Tr("Color"), false, false)
+    , fPickItem(new BMenuItem(Tr("Pick desktop color"), nullptr))
     , fControl(control)
 {
     fMenu.AddItem(fPickItem);
-    SetAccessibleName("Color");
+    SetAccessibleName(Tr("Color"));
 }
 
 ColorPreView::~ColorPreView() = default;

@@ -68,7 +68,7 @@ class Desktop:
         self._folder = tempfile.mkdtemp(prefix="qel-desktop-")
         self.environment = {k: v for k, v in os.environ.items()
                             if k not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER")}
-        self.environment.update(HOME=self._folder, XDG_RUNTIME_DIR=self._folder, LC_ALL="C.UTF-8",
+        self.environment.update(HOME=self._folder, XDG_RUNTIME_DIR=self._folder, LC_ALL="C.UTF-8", LANGUAGE="",
                                 XDG_CONFIG_HOME=os.path.join(self._folder, "config"))
         try:
             self._open(window_manager)

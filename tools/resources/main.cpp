@@ -1,8 +1,9 @@
 // Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
 // runs it; see qel_resource in cmake/QelResources.cmake. Without a name it writes the bytes themselves: a settings
-// file.
+// file. A translation (.ts) becomes a message too.
 
 #include "tools/resources/JsonMessage.h"
+#include "tools/resources/Translation.h"
 
 #include "kits/application/Message.h"
 
@@ -35,11 +36,11 @@ std::string SourceOf(const std::string& name, const std::string& type, const std
 }
 
 /// @return an empty text when all is well, else what is wrong with the message
-std::string Flatten(const std::string& json, std::string* bytes)
+std::string Flatten(const std::string& text, bool isTranslation, std::string* bytes)
 {
     BMessage message;
     std::string error;
-    if (!MessageFromJson(json, &message, &error)) {
+    if (!(isTranslation ? TranslationFromTs : MessageFromJson)(text, &message, &error)) {
         return error;
     }
     const ssize_t size = message.FlattenedSize();
@@ -60,10 +61,11 @@ int main(int argc, char** argv)
     if (!file) {
         return Fail(input + ": cannot be read");
     }
-    const bool isMessage = input.ends_with(".json");
+    const bool isTranslation = input.ends_with(".ts");
+    const bool isMessage = isTranslation || input.ends_with(".json");
     if (isMessage) {
-        const std::string json = std::exchange(bytes, {});
-        if (const std::string error = Flatten(json, &bytes); !error.empty()) {
+        const std::string text = std::exchange(bytes, {});
+        if (const std::string error = Flatten(text, isTranslation, &bytes); !error.empty()) {
             return Fail(input + ": " + error);
         }
     }

@@ -1,5 +1,6 @@
 #include "kits/interface/alerts/AlertWidget.h"
 
+#include "kits/application/Language.h"
 #include "kits/interface/controls/Content.h"
 
 #include <QEvent>
@@ -35,15 +36,18 @@ QIcon PictureOf(alert_type type, const QStyle& style)
     return {};
 }
 
+using kits::ToText;
+using kits::Translate;
+
 QString NameOf(alert_type type)
 {
     switch (type) {
     case B_WARNING_ALERT:
-        return QStringLiteral("Warning");
+        return ToText(Translate("Warning"));
     case B_STOP_ALERT:
-        return QStringLiteral("Error");
+        return ToText(Translate("Error"));
     default:
-        return QStringLiteral("Information");
+        return ToText(Translate("Information"));
     }
 }
 

@@ -1,5 +1,8 @@
 #include "kits/interface/controls/ColorWidget.h"
 
+#include "kits/application/Language.h"
+#include "kits/interface/controls/Content.h"
+
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -35,7 +38,7 @@ ColorRamp::ColorRamp(int part)
     setRange(0, 255);
     setPageStep(kPageStep);
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(QLatin1String(kNames[static_cast<std::size_t>(part)]));
+    setAccessibleName(ToText(Translate(kNames[static_cast<std::size_t>(part)])));
 }
 
 void ColorRamp::Take(rgb_color color)

@@ -41,13 +41,19 @@ int LabeledWidget::Divider() const
 {
     if (fDivider >= 0)
         return std::min(qRound(fDivider), width());
-    return fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + kGap;
+    return LabelWidth();
+}
+
+int LabeledWidget::LabelWidth() const
+{
+    // A pixel more, for widths are rounded.
+    return fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + 1 + kGap;
 }
 
 QSize LabeledWidget::sizeHint() const
 {
     const QSize field = fField->sizeHint();
-    const int label = fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + kGap;
+    const int label = LabelWidth();
     return {std::max(label, fDivider >= 0 ? qRound(fDivider) : 0) + field.width(),
             std::max(fontMetrics().height(), field.height())};
 }

@@ -28,6 +28,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    int LabelWidth() const;
     void LayOut();
 
     QWidget* fField;

@@ -2,6 +2,7 @@
 
 #include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
+#include "kits/application/Language.h"
 #include "kits/application/Timer.h"
 #include "kits/interface/access/ViewAccess.h"
 #include "kits/interface/desktop/DesktopColor.h"
@@ -16,7 +17,9 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QPixmap>
+#include <QTranslator>
 
 #include <string>
 #include <utility>
@@ -34,6 +37,17 @@ std::string sError;
 constexpr bigtime_t kQuiet = 3000000;
 Timer* sWhenQuiet = nullptr;
 
+/// What the toolkit says by itself, in file dialogs for example, where its translations are installed.
+void TranslateToolkit()
+{
+    if (*CurrentLanguage() == '\0')
+        return;
+    auto* translator = new QTranslator(sApplication);
+    if (translator->load(QStringLiteral("qtbase_") + QString::fromUtf8(CurrentLanguage()),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
+
 } // namespace
 
 status_t InitInterface(int& argc, char** argv)
@@ -48,6 +62,8 @@ status_t InitInterface(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     sApplication = new KitsApplication(argc, argv);
     DisplayCheck::Done();
+    UseWantedLanguage();
+    TranslateToolkit();
     sLoop = new QtEventLoop;
     sApplication->SetLoop(sLoop);
     EventLoop::SetCurrent(sLoop);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+/// The user's language for what the program says. Its own texts are English; a translation is a resource "Language.de"
+/// (type B_ANY_TYPE) that is linked into the executable: a message with strings "source" and "text", one pair for each
+/// sentence. Numbers, and whatever is written to files or for other programs, have no language.
+namespace kits {
+
+/// The languages that the environment asks for, best first: those of LANGUAGE, else of LC_ALL, LC_MESSAGES or LANG, the
+/// first that is set. "de_AT.UTF-8" asks for "de_AT" and "de". Nothing follows English or "C", and a locale that is
+/// exactly "C" or "POSIX" asks for nothing, whatever LANGUAGE says.
+std::vector<std::string> WantedLanguages();
+
+/// Takes the first wanted language that there is a translation for; none is as well. Called once, before the first
+/// Translate(), on the main thread.
+void UseWantedLanguage();
+
+/// The language that is in use: "" for the program's own, else for example "de".
+const char* CurrentLanguage();
+
+/// The text in the user's language; the text itself when there is no translation. Any thread.
+/// @return valid for good when @p text is
+const char* Translate(const char* text);
+
+/// A text with "%1" to "%9" replaced by the values.
+std::string Filled(const char* text, std::initializer_list<std::string> values);
+
+} // namespace kits

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+class BMessage;
+
+/// Reads a translation as Qt Linguist writes it (.ts) into the message that kits/application/Language.h reads. Sentences
+/// that are unfinished or no longer used are left out.
+/// @param error  says what is wrong and where when the result is false
+bool TranslationFromTs(std::string_view ts, BMessage* message, std::string* error);
