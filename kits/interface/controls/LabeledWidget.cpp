@@ -8,6 +8,8 @@
 namespace {
 
 constexpr int kGap = 5;
+/// What a divider that was set too close leaves of it at least.
+constexpr int kSmallestGap = 2;
 
 } // namespace
 
@@ -63,7 +65,7 @@ void LabeledWidget::LayOut()
     const int divider = Divider();
     const int height = std::min(this->height(), fField->sizeHint().height());
     fField->setGeometry(divider, (this->height() - height) / 2, width() - divider, height);
-    const int room = std::max(0, divider - kGap);
+    const int room = std::max(0, divider - kSmallestGap);
     fText->setGeometry(0, 0, room, this->height());
     fText->setText(fontMetrics().elidedText(fLabel, Qt::ElideRight, room));
 }
