@@ -1,0 +1,115 @@
+#!/usr/bin/env python3
+"""Runs the program on a desktop of its own, as a user would, and takes pictures of it.
+
+    docs/pictures/pictures.py BUILD FOLDER
+
+BUILD is where the programs are, FOLDER gets the pictures. docs/pictures/take is what does it all.
+"""
+
+import contextlib
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(PROJECT / "tests/desktop-session"))
+sys.dont_write_bytecode = True
+
+from desktop import Desktop, Program, wait_until  # noqa: E402  (lies in another folder)
+from machine import Machine
+
+SECONDS_TO_FILL = 55
+"""Until a chart is nearly full, at ten samples a second."""
+
+CHARTS = 90
+"""The middle of the first chart, in the window, from its top."""
+
+
+class Pictures:
+    def __init__(self, build, folder):
+        self.build, self.folder = build.resolve(), folder.resolve()
+        self.desktop = Desktop()
+        self.desktop.output("xsetroot", "-solid", "#52708f", check=True)
+        self.machine = Machine(PROJECT / "tests/data/machines/eight-processors",
+                               pathlib.Path(self.desktop.environment["HOME"]) / "machine")
+        self.desktop.environment["KITS_ROOT"] = str(self.machine.folder)
+        os.environ["QEL_PROGRAM"] = str(self.build / "qel")
+
+    def save(self, name, window):
+        """A window with its frame, or a part of the screen."""
+        if isinstance(window, int):
+            what = ["-frame", "-window", str(window)]
+        else:
+            what = ["-window", "root", "-crop", "{2}x{3}+{0}+{1}".format(*window)]
+        self.desktop.output("import", "-silent", *what, "+repage", str(self.folder / f"{name}.png"), check=True)
+        print(f"took {name}.png", flush=True)
+
+    def start(self, settings=None):
+        """The program as at its first start, or with settings that are written as JSON."""
+        config = pathlib.Path(tempfile.mkdtemp(prefix="config-", dir=self.desktop.environment["HOME"]))
+        if settings:
+            subprocess.run([self.build / "tools/resources/resources", PROJECT / "docs/pictures" / settings,
+                            config / "x-vnd.kvt-Qel.user"], check=True, timeout=60)
+        program = Program(self.desktop, config)
+        window = program.window()
+        if not settings:
+            self.tell("--set-delay", "0.1")
+        time.sleep(SECONDS_TO_FILL)
+        return program, window
+
+    def tell(self, *arguments):
+        subprocess.run([self.build / "qel", *arguments], env=self.desktop.environment, check=True, timeout=60)
+
+    def quit(self, program):
+        self.tell("--quit")
+        program.wait()
+
+    def of_the_first_start(self):
+        program, window = self.start()
+        self.save("charts", window)
+
+        def shown():
+            return set(self.desktop.windows(".*", program.pid))
+
+        before = shown()
+        self.desktop.click(window, 300, CHARTS, button=3)
+        wait_until(lambda: shown() - before, "the menu of a chart")
+        time.sleep(1)
+        left, top, width, height = self.desktop.geometry(window)
+        self.save("menu", (left, top, width, height))
+        self.desktop.key("p")
+        preferences = program.window("^Chart preferences$")
+        for page in ("general", "colours", "sources", "fonts", "sampler"):
+            time.sleep(1)
+            self.save(page, preferences)
+            self.desktop.key("ctrl+Next", window=preferences)
+        self.desktop.key("Escape", window=preferences)
+
+        self.desktop.key("ctrl+Next", window=window)
+        time.sleep(2)
+        self.save("uptime", window)
+        self.quit(program)
+
+    def of_all_kinds(self):
+        program, window = self.start("kinds.json")
+        self.save("kinds", window)
+        self.quit(program)
+
+    def close(self):
+        self.machine.close()
+        self.desktop.close()
+
+
+def main():
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    with contextlib.closing(Pictures(*map(pathlib.Path, sys.argv[1:]))) as pictures:
+        pictures.of_the_first_start()
+        pictures.of_all_kinds()
+
+
+if __name__ == "__main__":
+    main()
