@@ -32,6 +32,7 @@ class Pictures:
     def __init__(self, build, folder):
         self.build, self.folder = build.resolve(), folder.resolve()
         self.desktop = Desktop()
+        self.desktop.environment["LANGUAGE"] = ""
         self.desktop.output("xsetroot", "-solid", "#52708f", check=True)
         self.machine = Machine(PROJECT / "tests/data/machines/eight-processors",
                                pathlib.Path(self.desktop.environment["HOME"]) / "machine")
