@@ -21,11 +21,13 @@ double Nanoseconds(auto&& work)
 class Times {
 public:
     void Add(double time) { fTimes.push_back(time); }
-    double Median()
+    double Median() { return Part(0.5); }
+    /// What this part of the times, 0 to below 1, lies below.
+    double Part(double part)
     {
-        const auto middle = fTimes.begin() + static_cast<ptrdiff_t>(fTimes.size() / 2);
-        std::nth_element(fTimes.begin(), middle, fTimes.end());
-        return *middle;
+        const auto place = fTimes.begin() + static_cast<ptrdiff_t>(static_cast<double>(fTimes.size()) * part);
+        std::nth_element(fTimes.begin(), place, fTimes.end());
+        return *place;
     }
 
 private:

@@ -1,0 +1,181 @@
+#include "bench/Measure.h"
+#include "bench/teams_partner.h"
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/kernel/FileDescriptor.h"
+#include "kits/kernel/Threads.h"
+#include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <spawn.h>
+#include <string>
+
+/// What it costs to send a sample to another process: how long until a handler there has it, beside the round trip of
+/// as many bytes through a bare socket, both in turns; and what one more handler there adds to a round of the sampler.
+
+namespace {
+
+constexpr bigtime_t kHour = 3600LL * 1000000;
+
+/// The other process, with this one's user's folder for itself.
+class Partner {
+public:
+    Partner()
+    {
+        char name[] = "/tmp/qel-bench-XXXXXX";
+        fFolder = mkdtemp(name);
+        setenv("XDG_RUNTIME_DIR", fFolder.c_str(), 1);
+        int echo[2], moments[2];
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, echo) != 0 ||
+            socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, moments) != 0)
+            std::abort();
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        // Out of the way of each other first.
+        posix_spawn_file_actions_adddup2(&actions, echo[1], 100);
+        posix_spawn_file_actions_adddup2(&actions, moments[1], 101);
+        posix_spawn_file_actions_adddup2(&actions, 100, kEchoDescriptor);
+        posix_spawn_file_actions_adddup2(&actions, 101, kMomentsDescriptor);
+        std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "bench_teams_receiver";
+        char* arguments[] = {program.data(), nullptr};
+        if (posix_spawn(&fProcess, program.c_str(), &actions, nullptr, arguments, environ) != 0)
+            std::abort();
+        posix_spawn_file_actions_destroy(&actions);
+        close(echo[1]);
+        close(moments[1]);
+        fEcho = kits::FileDescriptor(echo[0]);
+        fMoments = kits::FileDescriptor(moments[0]);
+        do {
+            snooze(1000);
+            fApplication = BMessenger(kReceiverSignature);
+        } while (!fApplication.IsValid());
+    }
+    ~Partner()
+    {
+        fEcho.Close();
+        waitpid(fProcess, nullptr, 0);
+        std::error_code error;
+        std::filesystem::remove_all(fFolder, error);
+    }
+
+    static Partner& Get()
+    {
+        static Partner partner;
+        return partner;
+    }
+
+    std::vector<BMessenger> MakeHandlers(int32 count) const
+    {
+        const kits::InterfaceLocker lock;
+        BMessage question(kMakeHandlers), answer;
+        question.AddInt32("count", count);
+        fApplication.SendMessage(&question, &answer);
+        std::vector<BMessenger> handlers(static_cast<size_t>(count));
+        for (int32 i = 0; i < count; i++)
+            answer.FindMessenger("messenger", i, &handlers[static_cast<size_t>(i)]);
+        return handlers;
+    }
+
+    /// When the last handler got its message. Waits for that.
+    int64 TakeMoment() const
+    {
+        int64 moment = 0;
+        if (read(fMoments.Get(), &moment, sizeof(moment)) != sizeof(moment))
+            std::abort();
+        return moment;
+    }
+
+    /// So many bytes there and back.
+    void Echo(size_t size)
+    {
+        fBuffer.resize(size);
+        size_t got = 0;
+        if (write(fEcho.Get(), fBuffer.data(), size) != static_cast<ssize_t>(size))
+            std::abort();
+        while (got < size) {
+            const ssize_t part = read(fEcho.Get(), fBuffer.data(), size - got);
+            if (part <= 0)
+                std::abort();
+            got += static_cast<size_t>(part);
+        }
+    }
+
+private:
+    std::string fFolder;
+    pid_t fProcess = -1;
+    kits::FileDescriptor fEcho, fMoments;
+    std::vector<char> fBuffer;
+    BMessenger fApplication;
+};
+
+/// A sampler that makes a round when it is told to.
+class Rounds {
+public:
+    Rounds()
+    {
+        fSampler.SetSamplingDelay(kHour);
+        // So short a history never finds that a round comes too early.
+        fSampler.SetNodesToKeep(2);
+    }
+
+    Sysinfo& Sampler() { return fSampler; }
+
+private:
+    Sysinfo fSampler{2};
+};
+
+void BM_SampleToAnotherProcess(benchmark::State& state)
+{
+    Partner& partner = Partner::Get();
+    const std::vector<BMessenger> targets = partner.MakeHandlers(1);
+    Rounds rounds;
+    rounds.Sampler().AddMessenger(targets[0]);
+    rounds.Sampler().Sample();
+    BMessage sample(MSG_SYSINFO_SAMPLE);
+    sample.SetNewestWins(true);
+    rounds.Sampler().GhostArchive(&sample);
+    const auto size = static_cast<size_t>(sample.FlattenedSize());
+    Times floor, measured;
+    for (auto _ : state) {
+        floor.Add(Nanoseconds([&] { partner.Echo(size); }));
+        const int64 begin = MonotonicNanoseconds();
+        BMessenger::SendToAll(targets, &sample);
+        const auto time = static_cast<double>(partner.TakeMoment() - begin);
+        measured.Add(time);
+        state.SetIterationTime(time * 1e-9);
+    }
+    Report(state, floor, measured);
+    state.counters["measured_99_ns"] = measured.Part(0.99);
+    state.counters["floor_99_ns"] = floor.Part(0.99);
+    state.counters["bytes"] = static_cast<double>(size);
+}
+
+void BM_RoundToHandlers(benchmark::State& state)
+{
+    Partner& partner = Partner::Get();
+    Rounds rounds;
+    for (const BMessenger& target : partner.MakeHandlers(static_cast<int32>(state.range(0))))
+        rounds.Sampler().AddMessenger(target);
+    rounds.Sampler().Sample();
+    Times measured;
+    for (auto _ : state) {
+        const double time = Nanoseconds([&] { rounds.Sampler().Sample(); });
+        measured.Add(time);
+        partner.TakeMoment();
+        state.SetIterationTime(time * 1e-9);
+    }
+    state.counters["measured_ns"] = measured.Median();
+}
+
+} // namespace
+
+BENCHMARK(BM_SampleToAnotherProcess)->UseManualTime();
+BENCHMARK(BM_RoundToHandlers)->Arg(1)->Arg(10)->Arg(100)->Arg(500)->UseManualTime();

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+#include <chrono>
+
+/// What bench_teams and the process that it starts have in common.
+
+inline constexpr const char* kReceiverSignature = "application/x-vnd.bench-teams_receiver";
+/// Asks for so many handlers ("count"); the answer has their messengers ("messenger").
+inline constexpr uint32 kMakeHandlers = 'many';
+inline constexpr int kEchoDescriptor = 3;
+inline constexpr int kMomentsDescriptor = 4;
+
+/// The same in all processes.
+inline int64 MonotonicNanoseconds()
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
