@@ -1,0 +1,61 @@
+#include "kits/application/MessagePrivate.h"
+#include "kits/application/teams/TeamPort.h"
+#include "src/sampling/Sysinfo.h"
+#include "tests/src/connection/ConnectionTest.h"
+
+#include <cinttypes>
+#include <cstdio>
+
+// What goes over the connection to another process.
+
+namespace {
+
+class FramesTest : public test::ConnectionTest {
+protected:
+    FramesTest()
+        : fCounter(popen(test::ProgramBeside("frame_counter").c_str(), "r"))
+    {
+        EXPECT_EQ(sscanf(ReadLine().c_str(), "%" SCNx64, &fAddress), 1);
+    }
+    ~FramesTest() override
+    {
+        kits::TeamPort::Get().Close();
+        pclose(fCounter);
+    }
+
+    /// A messenger to a handler of the other process, none of which exists.
+    BMessenger Handler(int32 number) const { return kits::MessageAccess::MessengerTo({fAddress, number}); }
+
+    std::string ReadLine() const
+    {
+        char line[100] = "";
+        return fgets(line, sizeof(line), fCounter) != nullptr ? line : "none";
+    }
+
+    FILE* const fCounter;
+    uint64_t fAddress = 0;
+};
+
+} // namespace
+
+TEST_F(FramesTest, OneARoundForAllReceiversOfAProcess)
+{
+    for (const int32 count : {1, 10, 500, 1024}) {
+        const std::string start = std::to_string(count) + " ";
+        {
+            // So short a history never finds that a round comes too early.
+            Sysinfo sampler(2);
+            sampler.SetSamplingDelay(3600LL * 1000000);
+            ASSERT_TRUE(test::AwaitState(find_thread("Sysinfo sampler"), B_THREAD_ASLEEP));
+            for (int32 i = 1; i <= count; i++)
+                sampler.AddMessenger(Handler(i));
+            // The first sample is not sent: it has no changes.
+            sampler.Sample();
+            for (int round = 0; round < 3; round++) {
+                sampler.Sample();
+                EXPECT_EQ(ReadLine(), start + "3f62129a\n");
+            }
+        }
+        EXPECT_EQ(ReadLine(), start + "3f6212a0\n");
+    }
+}
