@@ -22,9 +22,12 @@ enum : uint32 {
     B_SOME_APP_LAUNCHED = 'BRAS', ///< to those who watch the roster
     B_SOME_APP_QUIT = 'BRAQ',     ///< to those who watch the roster
 
-    B_SIMPLE_DATA = 'DATA', ///< dropped data, under the names of their MIME types
-    B_MIME_DATA = 'MIME',   ///< the same
-    B_PASTE = 'PSTE',       ///< dropped or pasted data
+    B_SIMPLE_DATA = 'DATA',        ///< dropped data, under the names of their MIME types
+    B_MIME_DATA = 'MIME',          ///< the same
+    B_PASTE = 'PSTE',              ///< dropped or pasted data
+    B_ARCHIVED_OBJECT = 'ARCV',    ///< a dragged archive, see BDragger
+    B_DROPPED_ON_DESKTOP = '_DDT', ///< to what a BDragger stands for: it was dropped on the desktop
+    B_REPLICANT_TAKEN = '_RTK',    ///< to what a BDragger stands for: it was taken by a BShelf
     B_CUT = 'CCUT',
     B_COPY = 'COPY',
     B_SELECT_ALL = 'SALL',

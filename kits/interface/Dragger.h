@@ -2,17 +2,51 @@
 
 #include "kits/interface/View.h"
 
-/// The handle by which a view can be pulled out of its window: a small view over a corner of its target, or beside it.
+#include <memory>
+
+class BPopUpMenu;
+
+/// The handle by which a view can be pulled out of its window: a small view over a corner of its target. It shows a
+/// mark that can be told from the view colour, light or dark, and from whatever lies below a transparent one.
+///
+/// Drawn at with the primary button it drags the target's archive (code B_ARCHIVED_OBJECT), with the target's picture.
+/// The target is told what became of it:
+/// - dropped on the desktop: B_DROPPED_ON_DESKTOP with "where" (point, on the screen) and "offset" (point, where in the
+///   target the pointer was). Only the system that knows what lies below the pointer can tell (X11).
+/// - taken by a shelf of another process (BShelf): B_REPLICANT_TAKEN.
+/// A drag that ends in any other way changes nothing. A click without a move is no drag.
 class BDragger : public BView {
 public:
     /// @param target  the view that the handle stands for; not owned. The dragger is the target's child, its parent or
-    /// a
-    ///                sibling
+    ///                a sibling
     BDragger(BRect frame, BView* target, uint32 resizingMode = B_FOLLOW_NONE, uint32 flags = B_WILL_DRAW);
     ~BDragger() override;
 
     BView* Target() const { return fTarget; }
 
+    /// The menu that the other buttons open; its items have targets. Null: none.
+    void SetPopUp(std::unique_ptr<BPopUpMenu> menu);
+    BPopUpMenu* PopUp() const { return fPopUp.get(); }
+
+    void Draw(BRect update) override;
+    void MouseDown(BPoint where) override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
+    void MouseUp(BPoint where) override;
+    void ContextMenuRequested(BPoint where) override;
+    void SetViewColor(rgb_color color) override;
+    using BView::SetViewColor;
+
+protected:
+    void WidgetCreated(QWidget* widget) override;
+
 private:
+    void StartDrag(BPoint where);
+    void OpenPopUp(BPoint where);
+    rgb_color MarkColor() const;
+
     BView* fTarget;
+    std::unique_ptr<BPopUpMenu> fPopUp;
+    BPoint fPressedAt;
+    bool fPressed = false;
+    bool fHovered = false;
 };

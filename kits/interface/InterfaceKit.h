@@ -14,12 +14,17 @@ namespace kits {
 ///         B_NOT_ALLOWED when called twice
 status_t InitInterface(int& argc, char** argv);
 
-/// Says which desktop entry is that of the program, so that the desktop shows the entry's name and icon for its windows.
-/// A resource "Icon" of type B_RAW_TYPE, a PNG, becomes the windows' own icon. After InitInterface, before the first
-/// window.
+/// Says which desktop entry is that of the program, so that the desktop shows the entry's name and icon for its
+/// windows. A resource "Icon" of type B_RAW_TYPE, a PNG, becomes the windows' own icon. After InitInterface, before the
+/// first window.
 ///
 /// @param name  the entry's file without ".desktop"
 void SetDesktopEntry(const char* name);
+
+/// Has InitInterface take an X server where there is one, also where the session speaks something else first: only
+/// there can windows choose their place and belong to the desktop. What the user asked for goes before. Before
+/// InitInterface.
+void PreferX11();
 
 /// One line that says why InitInterface failed; "" when it did not.
 const char* InterfaceError();

@@ -3,6 +3,8 @@
 #include "kits/interface/InterfaceDefs.h"
 #include "kits/support/Rect.h"
 
+#include <vector>
+
 class BWindow;
 
 /// The screen that a window is on. A light object made where it is needed and thrown away; with the interface lock
@@ -43,3 +45,12 @@ private:
     BRect fFrame;
     bool fValid;
 };
+
+namespace kits {
+
+/// All screens, the main one first, as BScreen::Frame() gives them; the last known ones while none is connected. The
+/// application is sent B_SCREEN_CHANGED when they change. With the interface lock held.
+/// @param withoutPanels  only what panels leave free of each
+std::vector<BRect> ScreenFrames(bool withoutPanels = false);
+
+} // namespace kits

@@ -38,7 +38,12 @@ enum window_look : int32 {
 enum window_feel : int32 {
     B_NORMAL_WINDOW_FEEL = 0,
     B_MODAL_APP_WINDOW_FEEL = 1, ///< the others take no input while it is open
-    B_FLOATING_APP_WINDOW_FEEL = 2
+    B_FLOATING_APP_WINDOW_FEEL = 2,
+    /// Belongs to the desktop: below all others, on all workspaces, not in task bar or pager, and it never gets the
+    /// focus. Pixels where all its views are transparent show the desktop: what is there, where the screen is composed
+    /// of all windows' pictures, else the desktop's colour. Only an X server knows all this; elsewhere it is a window
+    /// like others, with a frame.
+    B_DESKTOP_WINDOW_FEEL = 3
 };
 
 /// Flags of a window.

@@ -27,6 +27,10 @@ ChartMenu::ChartMenu(bool replicant)
     fMenu->AddItem(fBeforeSaving);
     fMenu->AddItem(new BMenuItem(Tr("Save picture\xe2\x80\xa6"), new BMessage(MSG_SAVE_PICTURE)));
     fMenu->AddItem(new BMenuItem(Tr("Save values\xe2\x80\xa6"), new BMessage(MSG_SAVE_VALUES)));
+    if (!replicant) {
+        // What the handle does by mouse, for the keyboard.
+        fMenu->AddItem(new BMenuItem(Tr("Copy to desktop"), new BMessage(MSG_COPY_TO_DESKTOP)));
+    }
 }
 
 ChartMenu::~ChartMenu() = default;

@@ -15,7 +15,7 @@ class BPopUpMenu;
 /// Used with the chart's looper locked; Open() on the main thread.
 class ChartMenu {
 public:
-    /// @param replicant  a chart outside the application can be reconnected, but not deleted or synchronised
+    /// @param replicant  a chart outside the application can be reconnected, but not deleted, synchronised or copied
     explicit ChartMenu(bool replicant);
     /// Closes the menu.
     ~ChartMenu();

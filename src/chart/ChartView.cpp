@@ -2,10 +2,12 @@
 
 #include "kits/interface/Dragger.h"
 #include "kits/interface/FilePanel.h"
+#include "kits/interface/Window.h"
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
+#include "src/chart/DesktopSender.h"
 #include "src/sampling/ServerConnection.h"
 #include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
@@ -150,6 +152,8 @@ void ChartView::ResizeTo(float width, float height)
         return;
     LooperLock lock(this);
     BView::ResizeTo(width, height);
+    if (fReplicant && lock)
+        Window()->ResizeTo(width, height);
     if (fMode == kChartMode) {
         const float column = ColumnAfterResize(fColumn, old.Width(), Bounds().Width());
         const std::array<BPoint, kMaxSources> lastPoints = fLastPoints;
@@ -213,8 +217,10 @@ void ChartView::AllAttached()
     else
         Connect(true, true);
     DrawTitle(true);
-    if (fMenu == nullptr)
+    if (fMenu == nullptr) {
         MakeMenu();
+        MakeDraggerMenu();
+    }
     UpdateDragger();
 }
 

@@ -25,6 +25,7 @@ class ChartMenu;
 class ChartViewHolder;
 class FireAndForgetThread;
 class ServerConnection;
+class DesktopSender;
 class SmartWindow;
 class Sysinfo;
 class SysinfoNode;
@@ -240,7 +241,7 @@ public:
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
-    /// Stretches the picture to the new size.
+    /// Stretches the picture to the new size. On the desktop the window, which is the chart's own, goes with it.
     void ResizeTo(float width, float height) override;
 
     /// The mouse holds a replicant's corner: gives it the size that the mouse is at.
@@ -290,6 +291,7 @@ private:
     double NextShare(size_t source, Sysinfo* sampler, SysinfoNode* newest);
 
     void MakeMenu();
+    void MakeDraggerMenu();
     void UpdateToolTip();
     void OpenMenu(BPoint where);
     bool IsOn(const ChartCaption& caption, BPoint where) const;
@@ -325,6 +327,11 @@ private:
     void ClosePrefs();
     void Delete();
 
+    bool DesktopMessageReceived(BMessage* message);
+    void DroppedOnDesktop(const BMessage& message);
+    void ShowOnDesktop(const BPoint* leftTop);
+    static void TellNotOnDesktop();
+
     ChartCaption fValueCaption;
     ChartCaption fTitleCaption;
     std::string fTitle;
@@ -338,6 +345,7 @@ private:
     std::unique_ptr<ChartMenu> fMenu;
     std::unique_ptr<BFilePanel> fPanel; // the last one that was opened
     std::unique_ptr<FireAndForgetThread> fSaving;
+    std::unique_ptr<DesktopSender> fDesktopSender; // null until it is needed
     ChartViewHolder* fOwner = nullptr;
     SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
     mutable BMessage fPrefsWindowArchive;

@@ -5,6 +5,7 @@
 #include "kits/interface/PopUpMenu.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartRanges.h"
+#include "src/chart/ChartShelf.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/support/MessageCodes.h"
@@ -50,6 +51,7 @@ ChartViewHolder::~ChartViewHolder()
 void ChartViewHolder::Initialise()
 {
     SetViewColor(B_TRANSPARENT_32_BIT);
+    fShelf = std::make_unique<ChartShelf>(this);
     fMenu = std::make_unique<BPopUpMenu>(Tr("Charts"), true, false, B_ITEMS_IN_COLUMN);
     fAddItem = new BMenuItem(Tr("Add new chart"), nullptr);
     fMenu->AddItem(fAddItem);

@@ -7,6 +7,7 @@
 
 class BMenuItem;
 class BPopUpMenu;
+class ChartShelf;
 class ChartView;
 
 /// More charts than a screen has rows are not loaded or added.
@@ -65,6 +66,7 @@ private:
     void Initialise();
     void Relay(const BMessage& message);
 
+    std::unique_ptr<ChartShelf> fShelf;
     std::unique_ptr<BPopUpMenu> fMenu;
     BMenuItem* fAddItem = nullptr;   // fMenu's
     std::vector<ChartView*> fCharts; // children, top first

@@ -104,7 +104,8 @@ void ChartView::MessageReceived(BMessage* message)
         TellFailure();
         break;
     default:
-        BView::MessageReceived(message);
+        if (!DesktopMessageReceived(message))
+            BView::MessageReceived(message);
     }
 }
 

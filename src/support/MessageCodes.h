@@ -79,5 +79,11 @@ enum : uint32 {
     MSG_SAVE_PICTURE, ///< chart's menu: asks for a file
     MSG_SAVE_VALUES,
 
-    MSG_SERVER_UNREACHABLE ///< a replicant's thread to the replicant: there is no connection
+    MSG_SERVER_UNREACHABLE, ///< a replicant's thread to the replicant: there is no connection
+
+    // Charts on the desktop. Programs of different versions speak these too.
+    MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, perhaps "Where" (point, left top)
+    MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed
+    MSG_COPY_TO_DESKTOP,              ///< menus to their chart
+    MSG_REMOVE_REPLICANT              ///< handle's menu to a chart on the desktop, and on to its window
 };

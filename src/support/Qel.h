@@ -5,6 +5,9 @@
 /// The application's signature: names its settings files, and charts outside the application find and launch it by it.
 inline constexpr const char* signature = "application/x-vnd.kvt-Qel";
 
+/// Of the program that shows charts on the desktop; the end of it is that program's name.
+inline constexpr const char* kDesktopSignature = "application/x-vnd.kvt-Qel-Desktop";
+
 /// Stamped into the user's store at exit; a store with another version is asked about at the next start.
 inline constexpr const char* kVersion = "0.3.0";
 

@@ -1,18 +1,23 @@
 #include "kits/interface/dragging/Drag.h"
 
-#include "kits/application/MainThread.h"
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/application/MessagePrivate.h"
+#include "kits/interface/Shelf.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
 #include "kits/interface/input/Pointer.h"
+#include "kits/interface/screens/X11Desktop.h"
+#include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
 
 #include <QDrag>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 
 namespace kits::Drag {
 
@@ -24,6 +29,8 @@ std::unique_ptr<Request> sQueued;
 std::unique_ptr<Request> sCurrent;
 /// What is dragged over our windows.
 std::unique_ptr<BMessage> sOver;
+/// What is being dragged out of this process was given up.
+bool sCanceled = false;
 
 std::function<void(const Request&)>& Runner()
 {
@@ -64,14 +71,58 @@ QObject* Source()
     return &source;
 }
 
+/// Hears the keyboard while something is dragged out of a window that has not the focus, so that Escape ends that too.
+class KeyboardHold {
+public:
+    KeyboardHold()
+    {
+        if (QGuiApplication::focusWindow() != nullptr)
+            return;
+        for (WindowImpl* window : WindowImpl::All()) {
+            if (window->CanShow() &&
+                window->fWindow->Bounds().Contains(window->fWindow->ConvertFromScreen(Pointer::Where())))
+                fWindow = window->fPane->windowHandle();
+        }
+        if (fWindow != nullptr && !fWindow->setKeyboardGrabEnabled(true))
+            fWindow = nullptr;
+    }
+    ~KeyboardHold()
+    {
+        if (fWindow != nullptr)
+            fWindow->setKeyboardGrabEnabled(false);
+    }
+    KeyboardHold(const KeyboardHold&) = delete;
+    KeyboardHold& operator=(const KeyboardHold&) = delete;
+
+private:
+    QPointer<QWindow> fWindow;
+};
+
+/// Tells what an archive was dragged from that it was dropped on the desktop.
+void TellOfDesktop(const Request& request)
+{
+    BMessage message(B_DROPPED_ON_DESKTOP);
+    message.AddPoint("where", Pointer::Where());
+    message.AddPoint("offset", request.offset);
+    request.replyTo.SendMessage(&message);
+}
+
 void RunDrag(const Request& request)
 {
     auto* drag = new QDrag(Source());
     drag->setMimeData(DropMessage::Encode(request.message).release());
     drag->setPixmap(PictureOf(request));
     drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
-    const NestedLoop loop([] { QDrag::cancel(); });
-    drag->exec(Qt::CopyAction);
+    sCanceled = false;
+    const NestedLoop loop([] {
+        sCanceled = true;
+        QDrag::cancel();
+    });
+    const KeyboardHold keyboard;
+    const bool taken = drag->exec(Qt::CopyAction) != Qt::IgnoreAction;
+    // The toolkit answers the same for a drop on the desktop, for Escape and for a click.
+    if (request.message.what == B_ARCHIVED_OBJECT && !taken && !sCanceled && X11Desktop::IsDesktopUnderPointer())
+        TellOfDesktop(request);
 }
 
 void Start()
@@ -88,6 +139,32 @@ void Start()
     sCurrent = nullptr;
     // The toolkit has kept the pointer's events to itself meanwhile.
     Pointer::AskSystem();
+}
+
+/// The shelf that takes what is dragged over this view; null when there is none.
+BShelf* ShelfFor(const BView* view, const BMessage& archive)
+{
+    // What this process shows it can already move by itself.
+    if (sCurrent != nullptr)
+        return nullptr;
+    for (; view != nullptr; view = view->Parent()) {
+        BShelf* const shelf = ViewImpl::Of(view).fShelf;
+        if (shelf != nullptr && shelf->CanAddReplicant(&archive))
+            return shelf;
+    }
+    return nullptr;
+}
+
+bool PutOnShelf(BShelf& shelf, BMessage* archive, BPoint where)
+{
+    BMessenger source;
+    archive->FindMessenger(kSourceField, &source);
+    archive->RemoveName(kSourceField);
+    const DispatchScope scope;
+    if (!shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where)))
+        return false;
+    source.SendMessage(B_REPLICANT_TAKEN);
+    return true;
 }
 
 BPoint ScreenPoint(const WindowImpl& window, const QDropEvent& event)
@@ -119,6 +196,11 @@ bool IsUnderWay()
     return sCurrent != nullptr;
 }
 
+void NoteEscape()
+{
+    sCanceled = true;
+}
+
 bool Entered(const QDropEvent& event)
 {
     if (sCurrent != nullptr && event.source() == Source())
@@ -135,7 +217,10 @@ bool Over(WindowImpl& window, const QDropEvent& event)
     const BPoint where = ScreenPoint(window, event);
     BWindow* const target = window.fWindow;
     Pointer::Moved(target, where, sOver.get());
-    return target->FindView(target->ConvertFromScreen(where)) != nullptr;
+    const BView* const view = target->FindView(target->ConvertFromScreen(where));
+    if (sOver->what == B_ARCHIVED_OBJECT)
+        return ShelfFor(view, *sOver) != nullptr;
+    return view != nullptr;
 }
 
 void Left()
@@ -151,6 +236,10 @@ bool Dropped(WindowImpl& window, const QDropEvent& event)
     BView* const view = window.fWindow->FindView(window.fWindow->ConvertFromScreen(where));
     if (message == nullptr || view == nullptr)
         return false;
+    if (message->what == B_ARCHIVED_OBJECT) {
+        BShelf* const shelf = ShelfFor(view, *message);
+        return shelf != nullptr && PutOnShelf(*shelf, message.get(), where);
+    }
     const bool ours = sCurrent != nullptr && event.source() == Source();
     MessageAccess::SetDropped(*message, where, ours ? sCurrent->offset : BPoint());
     BMessenger(view).SendMessage(message.get(), ours ? sCurrent->replyTo : BMessenger());

@@ -18,6 +18,9 @@ class WindowImpl;
 /// held.
 namespace Drag {
 
+/// Of a dragged archive: the messenger of what it stands for.
+inline constexpr const char* kSourceField = "kits:source";
+
 /// What is dragged.
 struct Request {
     BMessage message;
@@ -32,8 +35,11 @@ void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_p
            BHandler* replyTo);
 /// Whether the pointer drags something of ours.
 bool IsUnderWay();
+/// The user pressed Escape: what ends now is no drop.
+void NoteEscape();
 
-/// Drags over a window's widget: whether it may be dropped here.
+/// Drags over a window's widget; a dragged archive is only for shelves, and not for those of the process that it comes
+/// from: whether it may be dropped here.
 bool Entered(const QDropEvent& event);
 bool Over(WindowImpl& window, const QDropEvent& event);
 void Left();

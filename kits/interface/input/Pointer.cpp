@@ -135,6 +135,9 @@ void Watch(QObject* receiver, QEvent* event)
         }
         break;
     case QEvent::KeyPress:
+        if (Drag::IsUnderWay() && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            Drag::NoteEscape();
+        [[fallthrough]];
     case QEvent::KeyRelease:
         sModifiers = KeyInput::ModifiersOf(static_cast<const QKeyEvent*>(event)->modifiers());
         break;

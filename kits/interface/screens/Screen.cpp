@@ -41,3 +41,11 @@ void BScreen::RestoreDesktop()
 {
     kits::DesktopColor::Restore();
 }
+
+std::vector<BRect> kits::ScreenFrames(bool withoutPanels)
+{
+    std::vector<BRect> frames;
+    for (const ScreenList::Screen& screen : ScreenList::All())
+        frames.push_back(FromPixels(withoutPanels ? screen.available : screen.frame));
+    return frames;
+}

@@ -1,5 +1,8 @@
 #include "kits/interface/screens/ScreenList.h"
 
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -25,8 +28,15 @@ void Read()
         screens.insert(screen == main ? screens.begin() : screens.end(), known);
     }
     // Without any screen the last ones are kept: windows have to be somewhere.
-    if (!screens.empty())
-        sScreens = std::move(screens);
+    if (screens.empty() || screens == sScreens)
+        return;
+    const bool isFirst = sScreens.empty();
+    sScreens = std::move(screens);
+    if (isFirst)
+        return;
+    BMessage message(B_SCREEN_CHANGED);
+    message.SetNewestWins(true);
+    be_app_messenger.SendMessage(&message);
 }
 
 void WatchOne(QScreen* screen)

@@ -12,6 +12,8 @@ namespace ScreenList {
 struct Screen {
     PixelRect frame;     ///< all of it, in the plane of all screens
     PixelRect available; ///< without panels
+
+    bool operator==(const Screen&) const = default;
 };
 
 /// The main one first; never empty once the kit is set up.
@@ -23,7 +25,7 @@ BRect PutOnScreen(const BRect& rect);
 /// The same among given screens. Pure.
 BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens);
 
-/// Asks the toolkit now and whenever something changes.
+/// Asks the toolkit now and whenever something changes, which the application is then told (B_SCREEN_CHANGED).
 void Watch();
 /// No screens any more.
 void Forget();

@@ -21,6 +21,7 @@
 #include <QPixmap>
 #include <QTranslator>
 
+#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -32,6 +33,8 @@ namespace {
 KitsApplication* sApplication = nullptr;
 QtEventLoop* sLoop = nullptr;
 std::string sError;
+bool sPrefersX11 = false;
+constexpr const char* kPlatform = "QT_QPA_PLATFORM";
 
 /// When the windows of the start have long been drawn.
 constexpr bigtime_t kQuiet = 3000000;
@@ -60,7 +63,14 @@ status_t InitInterface(int& argc, char** argv)
     InterfaceLock::Get().Lock();
     // Menu bars stand in their windows; asking the session bus for another place would only take time.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    const bool isForX11 = sPrefersX11 && std::getenv(kPlatform) == nullptr &&
+                          DisplayCheck::WhyNone({"", "-platform", "xcb"}, DisplayCheck::Real()).empty();
+    if (isForX11)
+        setenv(kPlatform, "xcb", 1);
     sApplication = new KitsApplication(argc, argv);
+    // The programs that this one starts choose for themselves.
+    if (isForX11)
+        unsetenv(kPlatform);
     DisplayCheck::Done();
     UseWantedLanguage();
     TranslateToolkit();
@@ -88,6 +98,11 @@ void SetDesktopEntry(const char* name)
     QPixmap icon;
     if (icon.loadFromData(picture, "PNG"))
         QGuiApplication::setWindowIcon(QIcon(icon));
+}
+
+void PreferX11()
+{
+    sPrefersX11 = true;
 }
 
 const char* InterfaceError()

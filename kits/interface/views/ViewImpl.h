@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class BShelf;
+
 namespace kits {
 
 class ScreenCopy;
@@ -122,6 +124,7 @@ public:
     bool fKeyIgnored = false;  ///< the last key was not used
 
     ViewPane* fPane = nullptr; ///< its widget, null until it first comes into a window; owned by this
+    BShelf* fShelf = nullptr; ///< takes dragged archives; not owned
     std::string fToolTip;
     std::string fAccessibleName;
     /// Expires when the view goes: for what runs later in the main thread.

@@ -2,6 +2,8 @@
 
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/dragging/Drag.h"
+#include "kits/interface/screens/DesktopColor.h"
+#include "kits/interface/screens/X11Desktop.h"
 #include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/WindowImpl.h"
 
@@ -10,24 +12,47 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMoveEvent>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QResizeEvent>
 
 namespace kits {
 
 namespace {
 
+/// There windows neither know nor choose their place.
+bool IsWaylandHere()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+/// What shines through them is another thing now.
+void RepaintDesktopWindows()
+{
+    for (const WindowImpl* window : WindowImpl::All()) {
+        if (window->fSettings.feel == B_DESKTOP_WINDOW_FEEL)
+            window->fPane->update();
+    }
+}
+
 Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
 {
     Qt::WindowFlags flags = Qt::Window;
+    if (settings.feel == B_DESKTOP_WINDOW_FEEL && IsWaylandHere())
+        return flags | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint;
+    if (settings.feel == B_DESKTOP_WINDOW_FEEL || settings.flags & B_AVOID_FOCUS)
+        flags |= Qt::WindowDoesNotAcceptFocus;
+    if (settings.feel == B_DESKTOP_WINDOW_FEEL)
+        flags |= Qt::WindowStaysOnBottomHint;
     switch (settings.look) {
     case B_NO_BORDER_WINDOW_LOOK:
     case B_BORDERED_WINDOW_LOOK:
-        return Qt::Window | Qt::FramelessWindowHint;
+        return flags | Qt::FramelessWindowHint;
     case B_MODAL_WINDOW_LOOK:
-        flags = Qt::Dialog;
+        flags |= Qt::Dialog;
         break;
     case B_FLOATING_WINDOW_LOOK:
-        flags = Qt::Tool;
+        flags |= Qt::Tool;
         break;
     default:
         break;
@@ -41,8 +66,6 @@ Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
         if (!(settings.flags & B_NOT_MINIMIZABLE))
             flags |= Qt::WindowMinimizeButtonHint;
     }
-    if (settings.flags & B_AVOID_FOCUS)
-        flags |= Qt::WindowDoesNotAcceptFocus;
     return flags;
 }
 
@@ -62,7 +85,16 @@ WindowPane::WindowPane(WindowImpl& impl)
     setWindowTitle(QString::fromStdString(impl.fSettings.title));
     if (impl.fSettings.feel == B_MODAL_APP_WINDOW_FEEL)
         setWindowModality(Qt::ApplicationModal);
+    if (IsOfDesktop()) {
+        setAttribute(Qt::WA_TranslucentBackground);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+    }
     setAcceptDrops(true);
+}
+
+bool WindowPane::IsOfDesktop() const
+{
+    return fImpl != nullptr && fImpl->fSettings.feel == B_DESKTOP_WINDOW_FEEL;
 }
 
 void WindowPane::Release()
@@ -80,6 +112,12 @@ void WindowPane::WatchWindow()
     create();
     fWatched = windowHandle();
     fWatched->installEventFilter(this);
+    if (IsOfDesktop()) {
+        X11Desktop::MarkAsDesktopWindow(*fWatched);
+        X11Desktop::WatchCompositor(RepaintDesktopWindows);
+    }
+    if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
+        X11Desktop::ShowOnAllWorkspaces(*fWatched);
     connect(fWatched, &QWindow::screenChanged, this, [this] {
         if (fImpl != nullptr)
             fImpl->CheckScale();
@@ -111,7 +149,7 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
         }
         case QEvent::Move: {
             // Where windows can't know their place it says nothing.
-            if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+            if (IsWaylandHere())
                 break;
             const QPoint place = static_cast<QMoveEvent*>(event)->pos();
             fImpl->PlaceReported(place.x(), place.y());
@@ -126,6 +164,14 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void WindowPane::paintEvent(QPaintEvent* event)
+{
+    if (!IsOfDesktop() || X11Desktop::HasCompositor())
+        return;
+    const rgb_color color = DesktopColor::Get();
+    QPainter(this).fillRect(event->rect(), QColor(color.red, color.green, color.blue));
 }
 
 void WindowPane::closeEvent(QCloseEvent* event)

@@ -24,6 +24,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -33,6 +34,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    bool IsOfDesktop() const;
+
     WindowImpl* fImpl;
     QPointer<QWindow> fWatched;
 };

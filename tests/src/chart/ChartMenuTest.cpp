@@ -58,12 +58,13 @@ TEST(ChartMenuTest, AChartInTheApplicationHasAllCommands)
     const ChartMenu menu(false);
     EXPECT_EQ(Labels(*menu.Menu()),
               "Preferences...||Add new chart|Delete this chart||Synchronize others|Pause|Sources..."
-              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6");
+              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy to desktop");
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_PREFS), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_ADD), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_DELETE), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_SYNC_OTHERS), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_PAUSE), nullptr);
+    EXPECT_NE(menu.Menu()->FindItem(MSG_COPY_TO_DESKTOP), nullptr);
 }
 
 TEST(ChartMenuTest, AReplicantCanBeReconnected)

@@ -1,0 +1,92 @@
+#include "kits/interface/Alert.h"
+#include "kits/interface/Dragger.h"
+#include "kits/interface/PopUpMenu.h"
+#include "kits/interface/Window.h"
+#include "src/chart/ChartView.h"
+#include "src/chart/DesktopSender.h"
+#include "src/support/MenuTargets.h"
+#include "src/support/MessageCodes.h"
+
+// How a chart comes onto the desktop, and what its handle does.
+
+namespace {
+
+constexpr const char* kWindowTip = "Drag this onto the desktop to keep the chart there";
+constexpr const char* kDesktopTip = "Drag this to move the chart, or back into the window";
+
+} // namespace
+
+void ChartView::MakeDraggerMenu()
+{
+    auto menu = std::make_unique<BPopUpMenu>("ChartViewDragger", false, false);
+    if (fReplicant) {
+        menu->AddItem(new BMenuItem("About Qel...", new BMessage(B_ABOUT_REQUESTED)));
+        menu->AddSeparatorItem();
+        menu->AddItem(new BMenuItem("Remove", new BMessage(MSG_REMOVE_REPLICANT)));
+    } else {
+        menu->AddItem(new BMenuItem("Copy to desktop", new BMessage(MSG_COPY_TO_DESKTOP)));
+    }
+    SetTargetForItemsRecursive(menu.get(), this);
+    fDragger->SetPopUp(std::move(menu));
+    fDragger->SetToolTip(fReplicant ? kDesktopTip : kWindowTip);
+    fDragger->SetAccessibleName("Handle");
+}
+
+void ChartView::ShowOnDesktop(const BPoint* leftTop)
+{
+    BMessage request(MSG_SHOW_ON_DESKTOP);
+    BMessage archive;
+    status_t status = Archive(&archive, false);
+    if (status == B_OK)
+        status = request.AddMessage("Archive", &archive);
+    if (status == B_OK && leftTop != nullptr)
+        status = request.AddPoint("Where", *leftTop);
+    if (fDesktopSender == nullptr)
+        fDesktopSender = std::make_unique<DesktopSender>();
+    if (status == B_OK)
+        status = fDesktopSender->Send(request, BMessenger(this));
+    if (status != B_OK)
+        TellNotOnDesktop();
+}
+
+void ChartView::DroppedOnDesktop(const BMessage& message)
+{
+    BPoint where;
+    BPoint offset;
+    if (message.FindPoint("where", &where) != B_OK || message.FindPoint("offset", &offset) != B_OK)
+        return;
+    const BPoint leftTop = where - offset;
+    ShowOnDesktop(&leftTop);
+}
+
+void ChartView::TellNotOnDesktop()
+{
+    auto* alert = new BAlert("Qel alert", "The chart could not be put on the desktop: qel-desktop does not start.",
+                             "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    alert->Go(nullptr);
+}
+
+bool ChartView::DesktopMessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case B_DROPPED_ON_DESKTOP:
+    case B_REPLICANT_TAKEN:
+    case MSG_REMOVE_REPLICANT:
+        // On the desktop a chart has a window of its own, and all this is about that.
+        if (fReplicant && Window() != nullptr)
+            Window()->PostMessage(message);
+        else if (message->what == B_DROPPED_ON_DESKTOP)
+            DroppedOnDesktop(*message);
+        return true;
+    case MSG_COPY_TO_DESKTOP:
+        if (!fReplicant)
+            ShowOnDesktop(nullptr);
+        return true;
+    case MSG_NOT_ON_DESKTOP:
+        if (!fReplicant)
+            TellNotOnDesktop();
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "kits/kernel/Errors.h"
+
+/// The entry that starts this program with the user's session, in the folder "autostart" of the settings folder. It is
+/// there while there is something to show. One that is right already is not touched, so that what the user's desktop
+/// has noted in it (that it is switched off, for example) stays.
+namespace Autostart {
+
+/// The file's name.
+inline constexpr const char* kFile = "org.example.qel.desktop-charts.desktop";
+
+/// What the entry says.
+/// @param program  absolute path of this program; whatever stands in it is quoted
+std::string EntryFor(const std::string& program);
+
+/// Writes the entry unless it is there for this program: whole, or the one before stays.
+/// @return B_OK when it is on the disk
+status_t Enable(const std::string& program);
+/// Removes it; B_OK too when there is none.
+status_t Disable();
+
+} // namespace Autostart

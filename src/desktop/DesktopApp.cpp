@@ -1,0 +1,244 @@
+#include "src/desktop/DesktopApp.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "kits/interface/Screen.h"
+#include "kits/interface/View.h"
+#include "src/desktop/Autostart.h"
+#include "src/desktop/Placement.h"
+#include "src/desktop/ReplicantClasses.h"
+#include "src/desktop/ReplicantWindow.h"
+#include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
+
+namespace {
+
+constexpr bigtime_t kSavePeriod = 4'000'000;
+constexpr uint32 kRefused = 0xffffffff;
+constexpr float kFarthest = 100'000;
+
+/// The size in an archive of a view, held to what can be shown.
+BRect FrameIn(const BMessage& archive, const std::vector<BRect>& screens)
+{
+    BRect frame;
+    archive.FindRect("_frame", &frame);
+    // Written so that what is not a number is refused.
+    if (!(frame.Width() >= 0 && frame.Width() < kFarthest && frame.Height() >= 0 && frame.Height() < kFarthest))
+        frame = BRect(0, 0, 0, 0);
+    frame.OffsetTo(0, 0);
+    return HeldToScreens(frame, screens);
+}
+
+std::unique_ptr<BView> ViewOf(BMessage archive, const BRect& frame, std::string* why)
+{
+    archive.RemoveName("_frame");
+    BRect size = frame;
+    size.OffsetTo(0, 0);
+    archive.AddRect("_frame", size);
+    return InstantiateReplicant(&archive, why);
+}
+
+} // namespace
+
+DesktopApp::DesktopApp(status_t* status)
+    : BApplication(kDesktopSignature, status, kits::Presence::kSingle)
+    , fStore(kDesktopSignature, false, InitCheck() != B_OK)
+    , fAutosave([this] { Save(); })
+    , fSaveSoon([this] { Save(); })
+{
+}
+
+DesktopApp::~DesktopApp() = default;
+
+void DesktopApp::Restore()
+{
+    BMessage saved;
+    for (int32 i = 0; fStore.FindMessage("Replicant", i, &saved) == B_OK; i++)
+        RestoreOne(&saved);
+}
+
+void DesktopApp::RestoreOne(BMessage* saved)
+{
+    BMessage archive;
+    std::string why;
+    if (fWindows.size() + fForeign.size() >= kMost)
+        return;
+    if (saved->FindMessage("Archive", &archive) != B_OK || !IsReplicantArchive(archive, &why)) {
+        std::fprintf(stderr, "qel-desktop: cannot show a stored chart: %s\n",
+                     why.empty() ? "it is empty" : why.c_str());
+        fForeign.push_back(*saved);
+        return;
+    }
+    Places places;
+    places.LoadFrom(*saved);
+    const std::vector<BRect> screens = kits::ScreenFrames();
+    BRect frame = places.For(ArrangementOf(screens));
+    if (!frame.IsValid())
+        frame = FrameIn(archive, screens);
+    frame = InReach(HeldToScreens(frame, screens), screens);
+    std::unique_ptr<BView> view = ViewOf(archive, frame, nullptr);
+    if (view != nullptr)
+        Show(std::move(view), frame, saved);
+}
+
+void DesktopApp::Show(std::unique_ptr<BView> view, BRect frame, const BMessage* saved)
+{
+    Places places;
+    if (saved != nullptr)
+        places.LoadFrom(*saved);
+    else
+        places.Wish(ArrangementOf(kits::ScreenFrames()), frame);
+    auto* window = new ReplicantWindow(this, frame, std::move(view), std::move(places));
+    fWindows.push_back(window);
+    window->Show();
+}
+
+bool DesktopApp::Add(BMessage* request, std::string* why)
+{
+    BMessage archive;
+    if (request->FindMessage("Archive", &archive) != B_OK) {
+        *why = "it is not a chart";
+        return false;
+    }
+    if (fWindows.size() + fForeign.size() >= kMost || fBytes + archive.FlattenedSize() > kMostBytes) {
+        *why = "there are too many";
+        return false;
+    }
+    const std::vector<BRect> screens = kits::ScreenFrames();
+    BRect frame = FrameIn(archive, screens);
+    BPoint where;
+    if (request->FindPoint("Where", &where) == B_OK && std::abs(where.x) < kFarthest && std::abs(where.y) < kFarthest) {
+        frame.OffsetTo(where);
+        frame = InReach(frame, screens);
+    } else {
+        std::vector<BRect> others;
+        for (const ReplicantWindow* window : fWindows)
+            others.push_back(window->Frame());
+        frame.OffsetTo(FreePlace(frame.Width(), frame.Height(), others, kits::ScreenFrames(true)));
+    }
+    std::unique_ptr<BView> view = ViewOf(archive, frame, why);
+    if (view == nullptr)
+        return false;
+    const bool isFirst = IsEmpty();
+    Show(std::move(view), frame, nullptr);
+    fBytes += archive.FlattenedSize();
+    fHasTold = false;
+    Changed();
+    if (isFirst)
+        UpdateAutostart();
+    return true;
+}
+
+void DesktopApp::ReadyToRun()
+{
+    UpdateAutostart();
+    if (IsEmpty())
+        PostMessage(B_QUIT_REQUESTED);
+    else
+        Save();
+    fAutosave.Start(kSavePeriod);
+}
+
+void DesktopApp::MessageReceived(BMessage* message)
+{
+    switch (message->what) {
+    case MSG_SHOW_ON_DESKTOP: {
+        std::string why;
+        const bool shown = Add(message, &why);
+        if (!shown && !fHasTold) {
+            // One line, however many come.
+            std::fprintf(stderr, "qel-desktop: what was dropped is ignored: %s\n", why.c_str());
+            fHasTold = true;
+        }
+        BMessage reply(shown ? 0 : kRefused);
+        message->SendReply(&reply);
+        break;
+    }
+    case B_SCREEN_CHANGED:
+        for (ReplicantWindow* window : fWindows)
+            window->Arrange();
+        break;
+    default:
+        BApplication::MessageReceived(message);
+    }
+}
+
+void DesktopApp::Remove(ReplicantWindow* window)
+{
+    const auto place = std::find(fWindows.begin(), fWindows.end(), window);
+    if (place == fWindows.end())
+        return;
+    fWindows.erase(place);
+    fHasTold = false;
+    window->Quit();
+    Changed();
+    if (IsEmpty()) {
+        UpdateAutostart();
+        fIsEnding = true;
+        PostMessage(B_QUIT_REQUESTED);
+    }
+}
+
+void DesktopApp::UpdateAutostart()
+{
+    // One at a time, so that the last one counts. Waiting for the disk is nothing for the main thread.
+    fAutostart = nullptr;
+    fAutostart = FireAndForgetThread::Launch(std::make_unique<OneParamFunctionObject<bool>>(WriteAutostart, !IsEmpty()),
+                                             "Autostart entry", B_NORMAL_PRIORITY);
+}
+
+void DesktopApp::WriteAutostart(bool enable)
+{
+    app_info info;
+    status_t status = B_OK;
+    if (!enable)
+        status = Autostart::Disable();
+    else if (status = be_app->GetAppInfo(&info); status == B_OK)
+        status = Autostart::Enable(info.ref.directory + "/" + info.ref.name);
+    if (status != B_OK)
+        std::fprintf(stderr, "qel-desktop: cannot change the autostart entry: %s\n", kits::StatusText(status));
+}
+
+void DesktopApp::Changed()
+{
+    constexpr bigtime_t kSoon = 300'000;
+    if (!fSaveSoon.IsRunning())
+        fSaveSoon.Start(kSoon, false);
+}
+
+status_t DesktopApp::Drain()
+{
+    fAutostart = nullptr;
+    return fWriter.Drain();
+}
+
+void DesktopApp::Save()
+{
+    fStore.RemoveName("Replicant");
+    for (const ReplicantWindow* window : fWindows) {
+        BMessage saved;
+        window->SaveTo(&saved);
+        fStore.AddMessage("Replicant", &saved);
+    }
+    for (const BMessage& saved : fForeign)
+        fStore.AddMessage("Replicant", &saved);
+    fStore.SetString("Version", kVersion);
+    fBytes = fStore.FlattenedSize();
+    fWriter.Write(fStore);
+}
+
+bool DesktopApp::QuitRequested()
+{
+    // Another chart came while the last one went.
+    if (fIsEnding && !IsEmpty()) {
+        fIsEnding = false;
+        return false;
+    }
+    fAutosave.Stop();
+    fSaveSoon.Stop();
+    Save();
+    fWindows.clear();
+    return BApplication::QuitRequested();
+}

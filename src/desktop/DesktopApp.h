@@ -1,0 +1,77 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "kits/application/Timer.h"
+#include "src/prefs/Preferences.h"
+#include "src/prefs/StoreWriter.h"
+#include "src/sampling/ThreadMagic.h"
+
+class BView;
+class ReplicantWindow;
+
+/// The program that shows charts on the desktop. There is one in a session, as long as there is something to show.
+///
+/// What it shows is kept in a store of its own, "Replicant" messages with each view's archive and places, which is
+/// written within five seconds of a change. While there is something to show an autostart entry starts it with the
+/// session.
+///
+/// Message: MSG_SHOW_ON_DESKTOP ("Archive" message, perhaps "Where" point, the left top corner on the screen): shows
+/// another one. The reply's code is 0; 0xffffffff when that is none of a view that may stand on the desktop, or there
+/// are too many. It comes from other programs and may be anything.
+class DesktopApp : public BApplication {
+public:
+    /// More are not shown.
+    static constexpr size_t kMost = 512;
+    /// Nor when all of them together would be larger than this, in bytes: what is stored is one message.
+    static constexpr ssize_t kMostBytes = 8 * 1024 * 1024;
+
+    /// @param status  as BApplication's: B_ALREADY_RUNNING when there is one in this session
+    explicit DesktopApp(status_t* status);
+    ~DesktopApp() override;
+
+    /// Shows what the store holds; before Run().
+    void Restore();
+
+    /// Ends when there is nothing to show.
+    void ReadyToRun() override;
+    void MessageReceived(BMessage* message) override;
+    /// Keeps everything, then ends.
+    bool QuitRequested() override;
+
+    /// Takes a window off the desktop, for good.
+    void Remove(ReplicantWindow* window);
+
+    size_t CountReplicants() const { return fWindows.size(); }
+    ReplicantWindow* ReplicantAt(size_t index) const { return fWindows[index]; }
+
+    /// Something changed: it is saved in a moment.
+    void Changed();
+    /// Puts what is shown into the store, and has it written when it changed.
+    void Save();
+    /// Waits until everything is written.
+    status_t Drain();
+
+private:
+    bool Add(BMessage* request, std::string* why);
+    void Show(std::unique_ptr<BView> view, BRect frame, const BMessage* places);
+    void RestoreOne(BMessage* saved);
+    void UpdateAutostart();
+    static void WriteAutostart(bool enable);
+    bool IsEmpty() const { return fWindows.empty() && fForeign.empty(); }
+
+    Preferences fStore;
+    std::vector<ReplicantWindow*> fWindows; // each deletes itself
+    std::vector<BMessage> fForeign;         // what a newer version may have stored; kept as it is
+    StoreWriter fWriter;
+    ssize_t fBytes = 0;                              // of what is stored, about
+    std::unique_ptr<FireAndForgetThread> fAutostart; // at work on the entry, or done
+    kits::Timer fAutosave;
+    kits::Timer fSaveSoon;
+    bool fHasTold = false; // that there are too many
+    bool fIsEnding = false;
+};

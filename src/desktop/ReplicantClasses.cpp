@@ -1,0 +1,59 @@
+#include "src/desktop/ReplicantClasses.h"
+
+#include "kits/application/Archivable.h"
+#include "kits/application/Message.h"
+#include "src/chart/ChartView.h"
+#include "src/support/Qel.h"
+
+#include <cstring>
+
+namespace {
+
+struct ReplicantClass {
+    const char* name;
+    BView* (*instantiate)(BMessage*);
+};
+
+constexpr ReplicantClass kClasses[] = {
+    {"ChartView", [](BMessage* archive) -> BView* { return ChartView::Instantiate(archive); }},
+};
+
+const ReplicantClass* ClassOf(const BMessage& archive)
+{
+    for (const ReplicantClass& one : kClasses) {
+        if (validate_instantiation(&archive, one.name))
+            return &one;
+    }
+    return nullptr;
+}
+
+bool Refuse(std::string* why, const char* words)
+{
+    if (why != nullptr)
+        *why = words;
+    return false;
+}
+
+} // namespace
+
+bool IsReplicantArchive(const BMessage& archive, std::string* why)
+{
+    const char* program = nullptr;
+    if (archive.FindString("add_on", &program) != B_OK || std::strcmp(program, signature) != 0)
+        return Refuse(why, "it is not from Qel");
+    if (ClassOf(archive) == nullptr)
+        return Refuse(why, "it is not a chart");
+    if (archive.FlattenedSize() > kLongestArchive)
+        return Refuse(why, "it is too large");
+    return true;
+}
+
+std::unique_ptr<BView> InstantiateReplicant(BMessage* archive, std::string* why)
+{
+    if (!IsReplicantArchive(*archive, why))
+        return nullptr;
+    std::unique_ptr<BView> view(ClassOf(*archive)->instantiate(archive));
+    if (view == nullptr)
+        Refuse(why, "it is broken");
+    return view;
+}

@@ -1,0 +1,6 @@
+#include "src/desktop/DesktopProgram.h"
+
+int main(int argc, char** argv)
+{
+    return RunDesktopProgram(argc, argv);
+}

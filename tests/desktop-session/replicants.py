@@ -1,0 +1,106 @@
+"""What tests of charts on the desktop share."""
+
+import os
+import pathlib
+import signal
+import subprocess
+
+from charts import ChartsTest
+from desktop import wait_until
+
+HOST = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("qel-desktop")
+HOST_STORE = "x-vnd.kvt-Qel-Desktop.user"
+AUTOSTART = "autostart/org.example.qel.desktop-charts.desktop"
+CHART = "^Qel chart$"
+ABOVE = 48
+"""From the window's top to the first chart's."""
+
+
+class ReplicantsTest(ChartsTest):
+    """The program in the left top corner of the screen, and what is dragged out of it."""
+
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.end_host)
+
+    def place(self):
+        self.desktop.xdotool("windowmove", self.window, 20, 40)
+        wait_until(lambda: self.desktop.geometry(self.window)[0] < 40, "the window at its place")
+
+    # The host, which is started by the program and by nobody else.
+
+    def hosts(self):
+        """The processes that show charts with the settings of this test."""
+        found = []
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if os.readlink(folder / "exe") == str(HOST) and str(self.config).encode() in (
+                        folder / "environ").read_bytes():
+                    found.append(int(folder.name))
+            except OSError:
+                pass
+        return found
+
+    def host(self):
+        return wait_until(self.hosts, "the host")[0]
+
+    def end_host(self, number=signal.SIGKILL):
+        for pid in self.hosts():
+            os.kill(pid, number)
+        wait_until(lambda: not self.hosts(), "the end of the host")
+
+    def start_host(self):
+        """As the session does when the user logs in."""
+        subprocess.Popen([HOST], env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config)),
+                         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                         start_new_session=True)
+
+    # Charts on the desktop.
+
+    def replicants(self):
+        return self.desktop.windows(CHART)
+
+    def replicant(self, count=1):
+        wait_until(lambda: len(self.replicants()) == count, f"{count} charts on the desktop")
+        return self.replicants()[-1]
+
+    def places(self):
+        return sorted(self.desktop.geometry(window) for window in self.replicants())
+
+    def handle(self, window=None):
+        """The middle of a chart's handle, on the screen: the first chart's of the program, or a replicant's."""
+        if window is None:
+            return self.on_screen(self.window, 3 + 4, self.first_chart() + 4)
+        return self.on_screen(window, 4, 4)
+
+    def first_chart(self):
+        """The row of the window that the first chart begins at."""
+        return ABOVE
+
+    def begin_drag(self, start, end):
+        self.desktop.xdotool("mousemove", *start, "mousedown", 1)
+        for step in range(1, 13):
+            self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 12) for a, b in zip(start, end)))
+        for aside in (1, 0) * 3:  # a hand trembles
+            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+
+    def drag_out(self, x, y, window=None):
+        self.begin_drag(self.handle(window), (x, y))
+        self.desktop.xdotool("mouseup", 1)
+
+    def open_foreign(self):
+        """A window of another program, on the right of ours."""
+        program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "drag_source")
+        process = subprocess.Popen([program, "Foreign", "text/plain", os.devnull], env=self.desktop.environment,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        self.foreign = self.desktop.window("^Foreign$", process.pid)
+        self.desktop.xdotool("windowmove", self.foreign, 960, 100)
+        wait_until(lambda: self.desktop.geometry(self.foreign)[0] >= 960, "the foreign window at its place")
+
+    def assert_shows_nothing(self):
+        """Another chart is dragged out after that, and it is the only one then."""
+        self.drag_out(690, 640)
+        self.replicant()
+        self.assertEqual(self.places()[0][:2], (686, 636))
