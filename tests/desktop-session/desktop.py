@@ -184,8 +184,10 @@ class Program:
     def __init__(self, desktop, config, *arguments, **environment):
         self.desktop = desktop
         env = dict(desktop.environment, XDG_CONFIG_HOME=str(config), **environment)
+        # Not a pipe: programs that it starts have it too, and may live on.
+        self._said = tempfile.TemporaryFile("w+")
         self.process = subprocess.Popen([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
-                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                                        stdout=subprocess.DEVNULL, stderr=self._said)
 
     @property
     def pid(self):
@@ -194,15 +196,18 @@ class Program:
     def window(self, name="^Qel$"):
         def look():
             if self.process.poll() is not None:
-                raise AssertionError(f"the program ended with {self.process.returncode}: {self.process.stderr.read()}")
+                raise AssertionError(f"the program ended with {self.process.returncode}: {self.errors()}")
             return self.desktop.windows(name, self.pid)
 
         return wait_until(look, f"the window {name}")[-1]
 
+    def errors(self):
+        self._said.seek(0)
+        return self._said.read()
+
     def wait(self):
         """The exit status, and what was said on stderr."""
-        errors = self.process.communicate(timeout=TIMEOUT)[1]
-        return self.process.returncode, errors
+        return self.process.wait(TIMEOUT), self.errors()
 
     def signal(self, number):
         self.process.send_signal(number)
@@ -210,7 +215,8 @@ class Program:
     def close(self):
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGKILL)
-        self.process.communicate(timeout=TIMEOUT)
+        self.process.wait(TIMEOUT)
+        self._said.close()
 
 
 class DesktopTest(unittest.TestCase):

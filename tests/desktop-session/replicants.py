@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import signal
 import subprocess
 
@@ -77,16 +78,27 @@ class ReplicantsTest(ChartsTest):
         """The row of the window that the first chart begins at."""
         return ABOVE
 
+    def picture_at_pointer(self):
+        """Whether something is dragged along: a window without a frame that the toolkit names after the program."""
+        tree = self.desktop.output("xwininfo", "-root", "-tree")
+        named = re.findall(r'^ {5}(0x[0-9a-f]+) "qel(?:-desktop)?": [^\n]* [0-9]{2}', tree, re.MULTILINE)
+        return any("IsViewable" in self.desktop.output("xwininfo", "-id", window) for window in named)
+
     def begin_drag(self, start, end):
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 13):
             self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 12) for a, b in zip(start, end)))
         for aside in (1, 0) * 3:  # a hand trembles
             self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+        wait_until(self.picture_at_pointer, "a drag that is under way")
+
+    def end_drag(self):
+        self.desktop.xdotool("mouseup", 1)
+        wait_until(lambda: not self.picture_at_pointer(), "the end of the drag")
 
     def drag_out(self, x, y, window=None):
         self.begin_drag(self.handle(window), (x, y))
-        self.desktop.xdotool("mouseup", 1)
+        self.end_drag()
 
     def open_foreign(self):
         """A window of another program, on the right of ours."""

@@ -1,6 +1,5 @@
 """Charts that are dragged out of the window onto the desktop."""
 
-from desktop import wait_until
 from replicants import ReplicantsTest
 
 
@@ -24,12 +23,13 @@ class DragOut(ReplicantsTest):
     def test_that_is_given_up_by_escape_shows_nothing(self):
         self.begin_drag(self.handle(), (700, 500))
         self.desktop.xdotool("key", "Escape")
-        self.desktop.xdotool("mouseup", 1)
+        self.end_drag()
         self.assert_shows_nothing()
 
     def test_onto_the_window_itself_shows_nothing(self):
         for place in ((300, 200), (300, 30)):
-            self.drag_out(*place)
+            with self.subTest(place):
+                self.drag_out(*place)
         self.assert_shows_nothing()
         self.assertEqual(self.quit().count(b"ChartType"), 3)
 

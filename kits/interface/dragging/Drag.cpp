@@ -7,8 +7,8 @@
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
 #include "kits/interface/input/Pointer.h"
-#include "kits/interface/screens/X11Desktop.h"
 #include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
 
@@ -18,6 +18,8 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+
+#include <optional>
 
 namespace kits::Drag {
 
@@ -31,6 +33,8 @@ std::unique_ptr<Request> sCurrent;
 std::unique_ptr<BMessage> sOver;
 /// What is being dragged out of this process was given up.
 bool sCanceled = false;
+/// Where it was let go.
+std::optional<BPoint> sReleased;
 
 std::function<void(const Request&)>& Runner()
 {
@@ -102,7 +106,7 @@ private:
 void TellOfDesktop(const Request& request)
 {
     BMessage message(B_DROPPED_ON_DESKTOP);
-    message.AddPoint("where", Pointer::Where());
+    message.AddPoint("where", *sReleased);
     message.AddPoint("offset", request.offset);
     request.replyTo.SendMessage(&message);
 }
@@ -114,6 +118,7 @@ void RunDrag(const Request& request)
     drag->setPixmap(PictureOf(request));
     drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
     sCanceled = false;
+    sReleased.reset();
     const NestedLoop loop([] {
         sCanceled = true;
         QDrag::cancel();
@@ -121,7 +126,8 @@ void RunDrag(const Request& request)
     const KeyboardHold keyboard;
     const bool taken = drag->exec(Qt::CopyAction) != Qt::IgnoreAction;
     // The toolkit answers the same for a drop on the desktop, for Escape and for a click.
-    if (request.message.what == B_ARCHIVED_OBJECT && !taken && !sCanceled && X11Desktop::IsDesktopUnderPointer())
+    const bool isDrop = !taken && !sCanceled && sReleased.has_value();
+    if (isDrop && request.message.what == B_ARCHIVED_OBJECT && DesktopLayer::IsDesktopAt(*sReleased))
         TellOfDesktop(request);
 }
 
@@ -199,6 +205,12 @@ bool IsUnderWay()
 void NoteEscape()
 {
     sCanceled = true;
+}
+
+void NoteRelease(BPoint where)
+{
+    if (!sReleased.has_value())
+        sReleased = where;
 }
 
 bool Entered(const QDropEvent& event)

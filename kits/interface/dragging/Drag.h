@@ -37,6 +37,8 @@ void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_p
 bool IsUnderWay();
 /// The user pressed Escape: what ends now is no drop.
 void NoteEscape();
+/// The user let go at this place of the screen. The toolkit may say so a good while later.
+void NoteRelease(BPoint where);
 
 /// Drags over a window's widget; a dragged archive is only for shelves, and not for those of the process that it comes
 /// from: whether it may be dropped here.

@@ -117,6 +117,8 @@ void Watch(QObject* receiver, QEvent* event)
         sWhere = PointOf(mouse.globalPosition());
         sButtons = ButtonsOf(mouse.buttons());
         sModifiers = KeyInput::ModifiersOf(mouse.modifiers());
+        if (event->type() == QEvent::MouseButtonRelease && Drag::IsUnderWay())
+            Drag::NoteRelease(sWhere);
         // A widget gets a copy of what its window got.
         if (event->type() == QEvent::MouseMove && receiver->isWindowType() && !Drag::IsUnderWay()) {
             // Over an open menu the pointer is in none of our views.

@@ -1,10 +1,10 @@
 #include "kits/interface/windows/WindowPane.h"
 
 #include "kits/application/MainThreadPrivate.h"
+#include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/dragging/Drag.h"
-#include "kits/interface/screens/DesktopColor.h"
-#include "kits/interface/screens/X11Desktop.h"
 #include "kits/interface/views/ViewPane.h"
+#include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
 
 #include <QCloseEvent>
@@ -113,11 +113,11 @@ void WindowPane::WatchWindow()
     fWatched = windowHandle();
     fWatched->installEventFilter(this);
     if (IsOfDesktop()) {
-        X11Desktop::MarkAsDesktopWindow(*fWatched);
-        X11Desktop::WatchCompositor(RepaintDesktopWindows);
+        DesktopLayer::MarkAsDesktopWindow(*fWatched);
+        DesktopLayer::WatchCompositor(RepaintDesktopWindows);
     }
     if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
-        X11Desktop::ShowOnAllWorkspaces(*fWatched);
+        DesktopLayer::ShowOnAllWorkspaces(*fWatched);
     connect(fWatched, &QWindow::screenChanged, this, [this] {
         if (fImpl != nullptr)
             fImpl->CheckScale();
@@ -168,7 +168,7 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
 
 void WindowPane::paintEvent(QPaintEvent* event)
 {
-    if (!IsOfDesktop() || X11Desktop::HasCompositor())
+    if (!IsOfDesktop() || DesktopLayer::HasCompositor())
         return;
     const rgb_color color = DesktopColor::Get();
     QPainter(this).fillRect(event->rect(), QColor(color.red, color.green, color.blue));

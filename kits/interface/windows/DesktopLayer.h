@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kits/support/Point.h"
+
 #include <functional>
 
 class QWindow;
@@ -8,7 +10,7 @@ namespace kits {
 
 /// What an X server and its window manager can be told and asked about the desktop, beyond what the toolkit does. On
 /// other systems nothing happens and the answers are no. Main thread.
-namespace X11Desktop {
+namespace DesktopLayer {
 
 /// Whether this program is a client of an X server.
 bool IsThere();
@@ -19,14 +21,15 @@ void MarkAsDesktopWindow(const QWindow& window);
 /// Has a window that is not yet shown on all workspaces.
 void ShowOnAllWorkspaces(const QWindow& window);
 
-/// Whether what lies topmost under the pointer is the bare desktop, or a window that belongs to it. Asks the server.
-bool IsDesktopUnderPointer();
+/// Whether what lies topmost at a place of the screen is the bare desktop, or a window that belongs to it. Asks the
+/// server.
+bool IsDesktopAt(BPoint where);
 
 /// Whether transparent windows show what lies below them. Known from the first call on, which asks the server.
 bool HasCompositor();
 /// The function is called whenever that changes. One at a time; null for none.
 void WatchCompositor(std::function<void()> changed);
 
-} // namespace X11Desktop
+} // namespace DesktopLayer
 
 } // namespace kits

@@ -1,7 +1,8 @@
-#include "kits/interface/screens/X11Desktop.h"
+#include "kits/interface/windows/DesktopLayer.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
+#include <QScreen>
 #include <QWindow>
 
 #include <cstdlib>
@@ -13,7 +14,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace kits::X11Desktop {
+namespace kits::DesktopLayer {
 
 namespace {
 
@@ -80,11 +81,25 @@ bool Holds(const std::vector<uint32_t>& values, uint32_t value)
     return false;
 }
 
-/// The child of this window that the pointer is in, NONE when it is in none.
-xcb_window_t ChildUnderPointer(xcb_connection_t* server, xcb_window_t window)
+/// In the server's pixels: the toolkit scales within screens and leaves their corners where they are.
+QPoint ServerPoint(BPoint where)
 {
-    const Answer<xcb_query_pointer_reply_t> answer(
-        xcb_query_pointer_reply(server, xcb_query_pointer(server, window), nullptr));
+    const QPoint point(static_cast<int>(where.x), static_cast<int>(where.y));
+    const QScreen* const screen = QGuiApplication::screenAt(point);
+    if (screen == nullptr)
+        return point;
+    const QPoint corner = screen->geometry().topLeft();
+    return corner + (point - corner) * screen->devicePixelRatio();
+}
+
+/// The child of this window that shows at a place of the root window, NONE when none does.
+xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place)
+{
+    const Answer<xcb_translate_coordinates_reply_t> answer(xcb_translate_coordinates_reply(
+        server,
+        xcb_translate_coordinates(server, RootOf(server), window, static_cast<int16_t>(place.x()),
+                                  static_cast<int16_t>(place.y())),
+        nullptr));
     return answer != nullptr ? answer->child : static_cast<xcb_window_t>(XCB_NONE);
 }
 
@@ -199,12 +214,13 @@ void ShowOnAllWorkspaces(const QWindow& window)
     SetProperty(server, static_cast<xcb_window_t>(window.winId()), atoms[0], XCB_ATOM_CARDINAL, {kAllWorkspaces});
 }
 
-bool IsDesktopUnderPointer()
+bool IsDesktopAt(BPoint where)
 {
     xcb_connection_t* const server = Server();
     if (server == nullptr)
         return false;
-    const xcb_window_t top = ChildUnderPointer(server, RootOf(server));
+    const QPoint place = ServerPoint(where);
+    const xcb_window_t top = ChildAt(server, RootOf(server), place);
     if (top == XCB_NONE || ShowsNothing(server, top))
         return true;
     const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP", kMark});
@@ -213,7 +229,7 @@ bool IsDesktopUnderPointer()
     for (int depth = 0; depth < kDeepest && window != XCB_NONE; depth++) {
         if (Holds(PropertyOf(server, window, atoms[0]), atoms[1]) || !PropertyOf(server, window, atoms[2]).empty())
             return true;
-        window = ChildUnderPointer(server, window);
+        window = ChildAt(server, window, place);
     }
     return false;
 }
@@ -230,4 +246,4 @@ void WatchCompositor(std::function<void()> changed)
         watch->SetChanged(std::move(changed));
 }
 
-} // namespace kits::X11Desktop
+} // namespace kits::DesktopLayer
