@@ -333,6 +333,11 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
     </message>
     <message>
         <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Copy to desktop</source>
+        <translation>Auf den Schreibtisch kopieren</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -356,9 +361,34 @@ Qel kann nicht gestartet oder nicht erreicht werden!</translation>
         <translation>OK</translation>
     </message>
     <message>
-        <location filename="../src/chart/ChartViewDrops.cpp"/>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>Drag this onto the desktop to keep the chart there</source>
+        <translation>Auf den Schreibtisch ziehen, damit das Diagramm dort bleibt</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>Drag this to move the chart, or back into the window</source>
+        <translation>Ziehen verschiebt das Diagramm oder bringt es ins Fenster zurück</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>Handle</source>
+        <translation>Griff</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>About Qel...</source>
+        <translation>Über Qel...</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
         <source>Qel alert</source>
         <translation>Hinweis von Qel</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>The chart could not be put on the desktop: qel-desktop does not start.</source>
+        <translation>Das Diagramm konnte nicht auf den Schreibtisch gelegt werden: qel-desktop startet nicht.</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartViewDrops.cpp"/>
@@ -416,6 +446,11 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <location filename="../src/chart/ChartViewSaving.cpp"/>
         <source>Tables of values</source>
         <translation>Wertetabellen</translation>
+    </message>
+    <message>
+        <location filename="../src/desktop/ReplicantWindow.cpp"/>
+        <source>Qel chart</source>
+        <translation>Qel-Diagramm</translation>
     </message>
     <message>
         <location filename="../src/pages/ChartColorTab.cpp"/>

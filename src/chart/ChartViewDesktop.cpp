@@ -6,30 +6,31 @@
 #include "src/chart/DesktopSender.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 // How a chart comes onto the desktop, and what its handle does.
 
 namespace {
 
-constexpr const char* kWindowTip = "Drag this onto the desktop to keep the chart there";
-constexpr const char* kDesktopTip = "Drag this to move the chart, or back into the window";
+constexpr const char* kWindowTip = TrLater("Drag this onto the desktop to keep the chart there");
+constexpr const char* kDesktopTip = TrLater("Drag this to move the chart, or back into the window");
 
 } // namespace
 
 void ChartView::MakeDraggerMenu()
 {
-    auto menu = std::make_unique<BPopUpMenu>("ChartViewDragger", false, false);
+    auto menu = std::make_unique<BPopUpMenu>(Tr("Handle"), false, false);
     if (fReplicant) {
-        menu->AddItem(new BMenuItem("About Qel...", new BMessage(B_ABOUT_REQUESTED)));
+        menu->AddItem(new BMenuItem(Tr("About Qel..."), new BMessage(B_ABOUT_REQUESTED)));
         menu->AddSeparatorItem();
-        menu->AddItem(new BMenuItem("Remove", new BMessage(MSG_REMOVE_REPLICANT)));
+        menu->AddItem(new BMenuItem(Tr("Remove"), new BMessage(MSG_REMOVE_REPLICANT)));
     } else {
-        menu->AddItem(new BMenuItem("Copy to desktop", new BMessage(MSG_COPY_TO_DESKTOP)));
+        menu->AddItem(new BMenuItem(Tr("Copy to desktop"), new BMessage(MSG_COPY_TO_DESKTOP)));
     }
     SetTargetForItemsRecursive(menu.get(), this);
     fDragger->SetPopUp(std::move(menu));
-    fDragger->SetToolTip(fReplicant ? kDesktopTip : kWindowTip);
-    fDragger->SetAccessibleName("Handle");
+    fDragger->SetToolTip(Tr(fReplicant ? kDesktopTip : kWindowTip));
+    fDragger->SetAccessibleName(Tr("Handle"));
 }
 
 void ChartView::ShowOnDesktop(const BPoint* leftTop)
@@ -61,8 +62,9 @@ void ChartView::DroppedOnDesktop(const BMessage& message)
 
 void ChartView::TellNotOnDesktop()
 {
-    auto* alert = new BAlert("Qel alert", "The chart could not be put on the desktop: qel-desktop does not start.",
-                             "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    auto* alert =
+        new BAlert(Tr("Qel alert"), Tr("The chart could not be put on the desktop: qel-desktop does not start."),
+                   Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     alert->Go(nullptr);
 }
 

@@ -6,6 +6,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/desktop/DesktopApp.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Tr.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr float kLargestSide = 16383;
 } // namespace
 
 ReplicantWindow::ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places)
-    : BWindow(frame, "Qel chart", B_NO_BORDER_WINDOW_LOOK, B_DESKTOP_WINDOW_FEEL, B_NOT_CLOSABLE | B_NOT_ZOOMABLE,
+    : BWindow(frame, Tr("Qel chart"), B_NO_BORDER_WINDOW_LOOK, B_DESKTOP_WINDOW_FEEL, B_NOT_CLOSABLE | B_NOT_ZOOMABLE,
               B_ALL_WORKSPACES)
     , fOwner(owner)
     , fView(view.get())
