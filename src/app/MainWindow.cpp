@@ -1,5 +1,6 @@
 #include "src/app/MainWindow.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "kits/application/Application.h"
@@ -11,13 +12,12 @@
 #include "src/app/UptimeView.h"
 #include "src/chart/ChartTab.h"
 #include "src/chart/ChartViewHolder.h"
+#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
 namespace {
 
-constexpr float kSmallest = 100;
-constexpr float kLargest = 4000;
 constexpr BRect kDefaultChartFrame(0, 0, 300, 150);
 constexpr BRect kDefaultFrame(0, 0, 300, 200);
 
@@ -28,7 +28,7 @@ BRect FindFrame(const BMessage& archive, const char* name, BRect whenAbsent)
     if (archive.FindRect(name, &frame) != B_OK || !frame.IsValid()) {
         return whenAbsent;
     }
-    auto held = [](float size) { return size < kSmallest ? kSmallest : size > kLargest ? kLargest : size; };
+    auto held = [](float size) { return std::clamp(size, kMinWindowSide, kMaxWindowSide); };
     return BRect(0, 0, held(frame.Width()), held(frame.Height()));
 }
 
@@ -57,14 +57,14 @@ MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
     Initialise();
     LoadPrefsFrom(archive);
     int32 selection = 0;
-    if (archive->FindInt32("Selection", &selection) == B_OK && selection >= 0 && selection < fTabView->CountTabs()) {
+    if (FindInRange(*archive, "Selection", &selection) && selection < fTabView->CountTabs()) {
         fTabView->Select(selection);
     }
 }
 
 void MainWindow::Initialise()
 {
-    SetSizeLimits(kSmallest, kLargest, kSmallest, kLargest);
+    SetSizeLimits(kMinWindowSide, kMaxWindowSide, kMinWindowSide, kMaxWindowSide);
 
     fMenuBar = new BMenuBar(BRect(0, 0, 32767, 15), "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_ITEMS_IN_ROW, true);
     auto* menu = new BMenu(Tr("File"), B_ITEMS_IN_COLUMN);

@@ -6,16 +6,15 @@
 
 #include "kits/application/Message.h"
 #include "src/prefs/Preferences.h"
+#include "src/support/FieldRanges.h"
 
 namespace {
 
-// A thousand years: far from any overflow, and more than any machine has.
-constexpr bigtime_t kLongest = bigtime_t{1000} * 366 * 86'400 * 1'000'000;
-
 bigtime_t FindTime(const BMessage& store, const char* name)
 {
-    int64 value = 0;
-    return store.FindInt64(name, &value) == B_OK ? std::clamp<bigtime_t>(value, 0, kLongest) : 0;
+    bigtime_t value = 0;
+    FindInRange(store, name, &value);
+    return value;
 }
 
 } // namespace
@@ -50,7 +49,7 @@ void UptimeTable::SetTo(const void* record, size_t size)
     fEntries = {};
     std::memcpy(fEntries.data(), record, std::min(size, kSize));
     for (UptimeEntry& entry : fEntries) {
-        auto sane = [](bigtime_t time) { return time >= 0 && time <= kLongest; };
+        auto sane = [](bigtime_t time) { return time >= 0 && time <= kLongestUptime; };
         if (!sane(entry.uptime) || !sane(entry.bootTime)) {
             entry = {};
         }
@@ -60,9 +59,7 @@ void UptimeTable::SetTo(const void* record, size_t size)
 UptimeTotals UptimeTotals::From(const BMessage& store)
 {
     UptimeTotals totals;
-    if (store.FindInt32("BootCount", &totals.bootCount) != B_OK || totals.bootCount < 0) {
-        totals.bootCount = 0;
-    }
+    FindInRange(store, "BootCount", &totals.bootCount);
     totals.sum = FindTime(store, "UptimeSum");
     totals.lastBoot = FindTime(store, "USLastBoot");
     totals.lastUptime = FindTime(store, "USLastUptime");
@@ -85,6 +82,7 @@ void UptimeTotals::Count(bigtime_t now, bigtime_t bootTime)
         sum += now;
         bootCount = std::min(bootCount, std::numeric_limits<int32>::max() - 1) + 1;
     }
+    sum = std::min(sum, kLongestUptime);
     lastBoot = bootTime;
     lastUptime = now;
 }

@@ -275,9 +275,9 @@ status_t Sysinfo::SavePrefsTo(BMessage* archive) const
 
 void Sysinfo::LoadPrefsFrom(const BMessage* archive)
 {
-    int64 delay = 0;
-    if (archive->FindInt64("Delay", &delay) == B_OK)
-        SetSamplingDelay(HoldDelay(delay));
+    bigtime_t delay = 0;
+    if (FindInRange(*archive, "Delay", &delay))
+        SetSamplingDelay(delay);
     int16 nodes = 0;
     if (archive->FindInt16("NodesToKeep", &nodes) == B_OK && nodes > 0)
         SetNodesToKeep(HoldNodesToKeep(nodes));

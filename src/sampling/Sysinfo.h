@@ -6,6 +6,7 @@
 #include "kits/support/List.h"
 #include "kits/support/Locker.h"
 #include "src/sampling/SysinfoNode.h"
+#include "src/support/FieldRanges.h"
 
 #include <memory>
 #include <vector>
@@ -37,9 +38,9 @@ public:
     static constexpr bigtime_t kDefaultDelay = 200000;
 
     /// What may be stored or asked for by message; other values are held to it (see HoldDelay()).
-    static constexpr bigtime_t kMinDelay = 10000;
-    static constexpr bigtime_t kMaxDelay = 5000000;
-    static constexpr int16 kMaxNodesToKeep = 200;
+    static constexpr bigtime_t kMinDelay = kMinSamplingDelay;
+    static constexpr bigtime_t kMaxDelay = kMaxSamplingDelay;
+    static constexpr int16 kMaxNodesToKeep = kMaxHistory;
 
     /// How many receivers are taken from one process (what one frame to it can name), and in all from others.
     static constexpr int32 kMostReceiversOfATeam = 1024;

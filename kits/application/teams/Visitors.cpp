@@ -178,7 +178,7 @@ bool Visitors::HandleMessage(Visitor* visitor, std::string_view content)
     if (!frame || ReadMessage(flat, &message) != B_OK)
         return false;
     message.SetNewestWins(frame->newestWins);
-    visitor->held.emplace();
+    visitor->held = Delivery{};
     visitor->held->frame = std::move(*frame);
     visitor->held->message = std::move(message);
     visitor->held->weight = flat.size();

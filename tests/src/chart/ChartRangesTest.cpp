@@ -39,8 +39,8 @@ TEST(ChartRangesTest, EveryRangeHoldsItsEndsAndNothingElse)
         EXPECT_LE(range->low, range->high) << range->key;
         EXPECT_TRUE(InRange(range->key, range->low)) << range->key;
         EXPECT_TRUE(InRange(range->key, range->high)) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::nextafter(range->low, -1e9))) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::nextafter(range->high, 1e9))) << range->key;
+        EXPECT_FALSE(InRange(range->key, std::nextafter(range->low, -1e300))) << range->key;
+        EXPECT_FALSE(InRange(range->key, std::nextafter(range->high, 1e300))) << range->key;
         EXPECT_FALSE(InRange(range->key, std::nan(""))) << range->key;
         EXPECT_FALSE(InRange(range->key, std::numeric_limits<double>::infinity())) << range->key;
         EXPECT_FALSE(InRange(range->key, -std::numeric_limits<double>::infinity())) << range->key;

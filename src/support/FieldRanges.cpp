@@ -1,0 +1,180 @@
+#include "src/support/FieldRanges.h"
+
+#include "kits/application/Message.h"
+#include "kits/kernel/SystemInfo.h"
+#include "src/chart/ChartCaption.h"
+#include "src/chart/ChartHistory.h"
+#include "src/chart/ChartView.h"
+#include "src/chart/ChartViewHolder.h"
+#include "src/sampling/SampleRecords.h"
+#include "src/sampling/ValueProvider.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+// Coordinates may lie left of and above the view: a caption wider than its chart does.
+constexpr double kFarthest = 32767;
+constexpr double kColorBytes = 4;
+constexpr double kMostNumber = std::numeric_limits<int32>::max();
+constexpr double kLongestText = 1 << 20;
+constexpr double kTimesBytes = 8.0 * kits::kMaxProcessors;
+
+constexpr FieldRange kRanges[] = {
+    // A chart's settings.
+    {"ValueAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
+    {"TitleAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
+    {"ValueAAValue", B_FLOAT_TYPE, 0, 1},
+    {"TitleAAValue", B_FLOAT_TYPE, 0, 1},
+    {"ChartColor", B_RAW_TYPE, kColorBytes, kColorBytes}, // up to kMaxSources of them
+    {"BackgroundColor", B_RAW_TYPE, kColorBytes, kColorBytes},
+    {"ValueColor", B_RAW_TYPE, kColorBytes, kColorBytes},
+    {"TitleColor", B_RAW_TYPE, kColorBytes, kColorBytes},
+    {"BorderColor", B_RAW_TYPE, kColorBytes, kColorBytes},
+    {"SkipValue", B_INT16_TYPE, 0, 50},
+    {"ValueSkipValue", B_INT16_TYPE, 0, 50},
+    {"ChartType", B_INT16_TYPE, kSolidChart, kPointChart},
+    {"PageSize", B_FLOAT_TYPE, 0, 1},
+    {"ShowValue", B_BOOL_TYPE, 0, 1},
+    {"ShowTitle", B_BOOL_TYPE, 0, 1},
+    {"ShowBorder", B_BOOL_TYPE, 0, 1},
+    {"ValueCoord", B_POINT_TYPE, -kFarthest, kFarthest},
+    {"TitleCoord", B_POINT_TYPE, -kFarthest, kFarthest},
+    {"PrefsWindowArchive", B_MESSAGE_TYPE, 0, 1},
+    {"LockBgColor", B_BOOL_TYPE, 0, 1},
+    {"Title", B_STRING_TYPE, 0, kMaxTitleLength, Outside::kHeld},
+    {"Mode", B_INT16_TYPE, kChartMode, kGaugeMode},
+    {"Transparent", B_BOOL_TYPE, 0, 1},
+    {"Vertical", B_BOOL_TYPE, 0, 1},
+    {"ValueFont", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
+    {"TitleFont", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
+    {"ValueVP", B_MESSAGE_TYPE, 0, 1},
+    {"ValueProviders", B_MESSAGE_TYPE, 0, kMaxSources},
+    // A source.
+    {"Target", B_INT32_TYPE, VP_FIRST_CPU_IDLE, VP_ALLOCATED_PORTS},
+    {"Flags", B_INT32_TYPE, 0, VP_AVERAGE | VP_EXP_AVERAGE},
+    // A holder.
+    {"Rect", B_RECT_TYPE, 0, kMaxSide},
+    {"Chart", B_MESSAGE_TYPE, 0, kMaxCharts},
+    // Commands and drops.
+    {"Coord", B_POINT_TYPE, -kFarthest, kFarthest},
+    {"Pos", B_FLOAT_TYPE, 0, kFarthest},
+    {"ValueProvider", B_MESSAGE_TYPE, 0, kMaxSources},
+    {"text/plain", B_MIME_TYPE, 1, kLongestText}, // cut to a title
+    {"font", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
+    {"RGBColor", B_RGB_COLOR_TYPE, kColorBytes, kColorBytes},
+    // The sampler, stored and by message.
+    {"Delay", B_INT64_TYPE, kMinSamplingDelay, kMaxSamplingDelay, Outside::kHeld},
+    {"NodesToKeep", B_INT16_TYPE, 1, kMaxHistory, Outside::kHeld}, // but nothing below 1, and none below 2 by message
+    {"Messenger", B_MESSENGER_TYPE, 0, 1},
+    // A sample of another process.
+    {kSysinfoBodyField, B_RAW_TYPE, sizeof(SysinfoBody), kLongestText},
+    {kNodeBodyField, B_RAW_TYPE, sizeof(SysinfoNodeBody), kLongestText},
+    {kSumActiveField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
+    {kActiveDeltasField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
+    // Windows. What every window archives ("_frame" and the like) is held to its range by the platform.
+    {"WindowFrame", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},
+    {"WindowFrameWithCharts", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},
+    {"Selection", B_INT32_TYPE, 0, 1},
+    {"sw:flags", B_INT32_TYPE, -kMostNumber - 1, kMostNumber},
+    {"ChartViewHolder", B_MESSAGE_TYPE, 0, 1},
+    // The stores.
+    {"Version", B_STRING_TYPE, 0, kLongestText},
+    {"MainWindow", B_MESSAGE_TYPE, 0, 1},
+    {"GlobalPrefsWindow", B_MESSAGE_TYPE, 0, 1},
+    {"Sysinfo", B_MESSAGE_TYPE, 0, 1},
+    {"CWOpen", B_BOOL_TYPE, 0, 1},
+    {"Uptimes", B_RAW_TYPE, 0, 160, Outside::kHeld},
+    {"BootCount", B_INT32_TYPE, 0, kMostNumber},
+    {"UptimeSum", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
+    {"USLastBoot", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
+    {"USLastUptime", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
+    {nullptr, B_ANY_TYPE, 0, 0}};
+
+template <typename T> bool Take(status_t found, const char* key, T candidate, T* value)
+{
+    const FieldRange* range = RangeOf(key);
+    if (found != B_OK || range == nullptr)
+        return false;
+    if (range->outside == Outside::kHeld) {
+        // Written so that what is not a number becomes the lowest.
+        const auto low = static_cast<T>(range->low);
+        const auto high = static_cast<T>(range->high);
+        candidate = candidate >= low ? std::min(candidate, high) : low;
+    } else if (!InRange(key, static_cast<double>(candidate)))
+        return false;
+    *value = candidate;
+    return true;
+}
+
+} // namespace
+
+const FieldRange* AllRanges()
+{
+    return kRanges;
+}
+
+const FieldRange* RangeOf(const char* key)
+{
+    for (const FieldRange* range = kRanges; range->key != nullptr; range++) {
+        if (std::strcmp(range->key, key) == 0)
+            return range;
+    }
+    return nullptr;
+}
+
+bool InRange(const char* key, double value)
+{
+    const FieldRange* range = RangeOf(key);
+    return range != nullptr && value >= range->low && value <= range->high;
+}
+
+bool FindInRange(const BMessage& from, const char* key, int16* value)
+{
+    int16 found = 0;
+    const status_t status = from.FindInt16(key, &found);
+    return Take(status, key, found, value);
+}
+
+bool FindInRange(const BMessage& from, const char* key, int32* value)
+{
+    int32 found = 0;
+    const status_t status = from.FindInt32(key, &found);
+    return Take(status, key, found, value);
+}
+
+bool FindInRange(const BMessage& from, const char* key, int64* value)
+{
+    int64 found = 0;
+    const status_t status = from.FindInt64(key, &found);
+    return Take(status, key, found, value);
+}
+
+bool FindInRange(const BMessage& from, const char* key, float* value)
+{
+    float found = 0;
+    const status_t status = from.FindFloat(key, &found);
+    return Take(status, key, found, value);
+}
+
+bool FindInRange(const BMessage& from, const char* key, BPoint* value)
+{
+    BPoint found;
+    if (from.FindPoint(key, &found) != B_OK || !InRange(key, static_cast<double>(found.x)) ||
+        !InRange(key, static_cast<double>(found.y)))
+        return false;
+    *value = found;
+    return true;
+}
+
+bool FindInRange(const BMessage& from, const char* key, BRect* value)
+{
+    BRect found;
+    if (from.FindRect(key, &found) != B_OK || !InRange(key, static_cast<double>(found.right - found.left)) ||
+        !InRange(key, static_cast<double>(found.bottom - found.top)))
+        return false;
+    *value = found;
+    return true;
+}
