@@ -24,8 +24,14 @@ from machine import Machine
 SECONDS_TO_FILL = 55
 """Until a chart is nearly full, at ten samples a second."""
 
-CHARTS = 90
-"""The middle of the first chart, in the window, from its top."""
+CHART = (300, 90)
+"""A place on the first chart, in the window."""
+
+HANDLE = (6, 52)
+"""The handle of the first chart, in the window."""
+
+CHART_HEIGHT = 102
+"""From one chart to the next one, where there are four."""
 
 
 class Pictures:
@@ -66,7 +72,8 @@ class Pictures:
 
     def quit(self, program):
         self.tell("--quit")
-        program.wait()
+        # Its output may be open for longer: charts on the desktop have it too.
+        program.process.wait(60)
 
     def of_the_first_start(self):
         program, window = self.start()
@@ -76,7 +83,7 @@ class Pictures:
             return set(self.desktop.windows(".*", program.pid))
 
         before = shown()
-        self.desktop.click(window, 300, CHARTS, button=3)
+        self.desktop.click(window, *CHART, button=3)
         wait_until(lambda: shown() - before, "the menu of a chart")
         time.sleep(1)
         left, top, width, height = self.desktop.geometry(window)
@@ -94,9 +101,21 @@ class Pictures:
         self.save("uptime", window)
         self.quit(program)
 
-    def of_all_kinds(self):
+    def of_the_desktop(self):
+        """A chart of each kind, and two of them torn off."""
         program, window = self.start("kinds.json")
         self.save("kinds", window)
+        left, top, width, _ = self.desktop.geometry(window)
+
+        def torn_off():
+            return len(self.desktop.output("xdotool", "search", "--onlyvisible", "--class", "^qel-desktop$").split())
+
+        for index, (x, y) in enumerate(((80, 60), (110, 250))):
+            charts = torn_off()
+            self.desktop.drag((left + HANDLE[0], top + HANDLE[1] + index * CHART_HEIGHT), (left + width + x, top + y))
+            wait_until(lambda: torn_off() > charts, "a chart on the desktop")
+        time.sleep(SECONDS_TO_FILL)
+        self.save("desktop", (0, 0, 1100, 640))
         self.quit(program)
 
     def close(self):
@@ -109,7 +128,7 @@ def main():
         sys.exit(__doc__)
     with contextlib.closing(Pictures(*map(pathlib.Path, sys.argv[1:]))) as pictures:
         pictures.of_the_first_start()
-        pictures.of_all_kinds()
+        pictures.of_the_desktop()
 
 
 if __name__ == "__main__":

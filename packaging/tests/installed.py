@@ -14,6 +14,7 @@ import pathlib
 import re
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -22,11 +23,13 @@ PROJECT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(PROJECT / "tests/desktop-session"))
 sys.dont_write_bytecode = True
 
-from desktop import Desktop  # noqa: E402  (lies in another folder)
+from desktop import Desktop, wait_until  # noqa: E402  (lies in another folder)
 
 ENTRY = "usr/share/applications/org.example.qel.desktop"
 STORE = "x-vnd.kvt-Qel.user"
 USER = 1000
+# Of the first chart, in the window.
+HANDLE = (6, 52)
 # Until the charts of settings.json are full, also on a machine that has much to do.
 SECONDS_TO_FILL = (12, 45)
 # What the package manager, the linker and caches of the desktop keep for themselves.
@@ -168,6 +171,25 @@ def try_pictures(place, desktop):
     check(False, f"its picture is not that of the build; both are kept in {kept}")
 
 
+def try_desktop(place, desktop, window):
+    """Tears a chart off: the program finds the one that shows it, which will come up with the session."""
+
+    def shown():
+        return desktop.output("xdotool", "search", "--onlyvisible", "--class", "^qel-desktop$").split()
+
+    left, top = desktop.geometry(window)[:2]
+    desktop.drag((left + HANDLE[0], top + HANDLE[1]), (900, 300))
+    chart = wait_until(shown, "a chart on the desktop")[0]
+    entry = place.home / ".config/autostart/org.example.qel.desktop-charts.desktop"
+    wait_until(entry.is_file, "the autostart entry")
+    run("desktop-file-validate", entry)
+    program = place.inside(place.folder / "usr/bin/qel-desktop")
+    check(f"TryExec={program}\n" in entry.read_text(), f"the session would not start {program}")
+    os.kill(int(desktop.output("xdotool", "getwindowpid", chart)), signal.SIGTERM)
+    wait_until(lambda: not shown(), "the chart to go with its program")
+    say("a chart can be torn off")
+
+
 def try_entry(place, desktop):
     """Starts what the desktop would start: the entry, then each of its actions, the last of which quits."""
     entry = configparser.ConfigParser(interpolation=None, delimiters="=")
@@ -184,6 +206,7 @@ def try_entry(place, desktop):
     check(f'"{main["StartupWMClass"]}"' in name, f"StartupWMClass is not that of the window: {name}")
     say("its menu entry opens the window")
 
+    try_desktop(place, desktop, window)
     actions = [entry[f"Desktop Action {name}"] for name in main["Actions"].strip(";").split(";")]
     check(actions[-1]["Exec"].endswith("--quit"), "the last action does not quit")
     for action in actions:

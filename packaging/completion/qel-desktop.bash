@@ -1,0 +1,3 @@
+# Completion of qel-desktop for bash.
+
+complete -W '--help --version' qel-desktop
