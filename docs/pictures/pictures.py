@@ -115,7 +115,7 @@ class Pictures:
             self.desktop.drag((left + HANDLE[0], top + HANDLE[1] + index * CHART_HEIGHT), (left + width + x, top + y))
             wait_until(lambda: torn_off() > charts, "a chart on the desktop")
         time.sleep(SECONDS_TO_FILL)
-        self.save("desktop", (0, 0, 1100, 640))
+        self.save("desktop", (0, 0, 1100, 560))
         self.quit(program)
 
     def close(self):

@@ -11,12 +11,15 @@
 
 namespace {
 
-constexpr const char* kHelp =
-    "qel-desktop shows the charts that were dragged out of Qel's window on the desktop. Qel and the\n"
-    "session start it; it ends when there are no charts to show.\n"
-    "\n"
-    "    qel-desktop                  shows them\n"
-    "    qel-desktop --help, --version\n";
+constexpr const char* kHelp = "Usage: qel-desktop [OPTION]\n"
+                              "Shows the charts that were dragged out of Qel's window on the desktop. Qel and the\n"
+                              "session start it; it ends when there are no charts to show.\n"
+                              "\n"
+                              "  --help               print this and quit\n"
+                              "  --version            print the version and quit\n"
+                              "\n"
+                              "Exit status: 0 when all went well, 1 when something failed (no display, charts that\n"
+                              "cannot be saved), 2 when an option is wrong.\n";
 
 int Run()
 {
