@@ -151,6 +151,8 @@ public:
     virtual void SetViewColor(rgb_color color);
     void SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color ViewColor() const;
+    /// A colour of the theme, which the view follows when the user changes that. Main thread, or with the lock held.
+    void SetViewUIColor(color_which which);
     virtual void SetHighColor(rgb_color color);
     void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color HighColor() const;

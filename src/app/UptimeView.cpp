@@ -25,7 +25,7 @@ UptimeView::UptimeView(BRect frame)
 {
     MakeEditable(false);
     MakeSelectable(false);
-    SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
     Refresh();
 }
 

@@ -15,7 +15,7 @@ constexpr const char* kText = "CPU 1: 42.0 %";
 FontSample::FontSample(BRect frame)
     : BView(frame, "", B_FOLLOW_NONE, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
 {
-    SetViewColor(255, 255, 255);
+    SetViewUIColor(B_DOCUMENT_BACKGROUND_COLOR);
     SetAccessibleName(Tr("Sample of the font"));
     SetToolTip(Tr("Drag the sample onto a caption of a chart"));
 }
@@ -32,8 +32,8 @@ void FontSample::Draw(BRect)
     font_height height;
     GetFontHeight(&height);
     const float y = std::round((Bounds().Height() + height.ascent - height.descent) / 2);
-    SetLowColor(255, 255, 255);
-    SetHighColor(0, 0, 0);
+    SetLowColor(ViewColor());
+    SetHighColor(ui_color(B_DOCUMENT_TEXT_COLOR));
     DrawString(kText, BPoint(kMargin, y));
     SetHighColor(128, 128, 128);
     StrokeRect(Bounds());

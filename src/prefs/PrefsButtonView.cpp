@@ -12,7 +12,7 @@ PrefsButtonView::PrefsButtonView(BRect frame)
     , fRevert(MakeButton(Tr("Revert"), MSG_PREFS_REVERT))
     , fRevertAll(MakeButton(Tr("Revert all"), MSG_PREFS_REVERT_ALL))
 {
-    SetViewColor(kPageColor);
+    SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
 }
 
 BButton* PrefsButtonView::MakeButton(const char* label, uint32 code)

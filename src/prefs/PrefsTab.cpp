@@ -6,7 +6,7 @@
 PrefsTab::PrefsTab(const char* name)
     : BView(BRect(0, 0, 100, 100), name, B_FOLLOW_ALL, B_WILL_DRAW | B_FRAME_EVENTS)
 {
-    SetViewColor(kPageColor);
+    SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
 }
 
 void PrefsTab::AllAttached()

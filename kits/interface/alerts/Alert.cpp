@@ -47,7 +47,7 @@ public:
                                         [alert](int index) { alert->Answer(index); }))
     {
         fContent.SetWidget(fWidget);
-        SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+        SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
         SetAccessibleName(alert->Text());
         float textWidth = 0;
         float height = 0;

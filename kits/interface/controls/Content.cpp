@@ -1,6 +1,7 @@
 #include "kits/interface/controls/Content.h"
 
 #include "kits/interface/View.h"
+#include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/views/ViewPrivate.h"
 
 #include <QGuiApplication>
@@ -58,6 +59,7 @@ rgb_color ColorBehind(const BView* view)
 void TakeParentColor(BView* view)
 {
     view->SetViewColor(ColorBehind(view->Parent()));
+    ViewImpl::Of(view).fHasParentColor = true;
 }
 
 void GetSizeHint(QWidget* widget, float* width, float* height)

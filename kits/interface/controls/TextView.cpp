@@ -10,7 +10,7 @@ BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resiz
     : BView(frame, name, resizingMode, flags)
     , fTextRect(textRect)
 {
-    SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
+    SetViewUIColor(B_DOCUMENT_BACKGROUND_COLOR);
 }
 
 BTextView::~BTextView() = default;

@@ -11,6 +11,7 @@
 #include "kits/interface/screens/ScreenList.h"
 #include "kits/interface/startup/DisplayCheck.h"
 #include "kits/interface/startup/QtEventLoop.h"
+#include "kits/interface/theme/Theme.h"
 #include "kits/kernel/StartMemory.h"
 #include "kits/storage/Resources.h"
 #include "kits/support/TypeConstants.h"
@@ -72,6 +73,7 @@ status_t InitInterface(int& argc, char** argv)
     if (isForX11)
         unsetenv(kPlatform);
     DisplayCheck::Done();
+    Theme::Start();
     UseWantedLanguage();
     TranslateToolkit();
     sLoop = new QtEventLoop;
@@ -118,6 +120,7 @@ void ExitInterface()
     // Widgets of windows that went last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     DesktopColor::Forget();
+    Theme::Stop();
     TextCache::Disable();
     UserFonts::Forget();
     ScreenList::Forget();

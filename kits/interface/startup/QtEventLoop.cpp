@@ -4,6 +4,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/input/Pointer.h"
+#include "kits/interface/theme/Theme.h"
 #include "kits/kernel/Clock.h"
 
 #include <QAbstractEventDispatcher>
@@ -114,6 +115,7 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
 
 bool KitsApplication::event(QEvent* event)
 {
+    Theme::Watch(event->type());
     // The session ends, or someone asks the process to go: it quits as by its menu.
     if (event->type() == QEvent::Quit && be_app != nullptr) {
         be_app->PostMessage(B_QUIT_REQUESTED);

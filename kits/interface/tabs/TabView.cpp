@@ -23,9 +23,8 @@ BTabView::BTabView(BRect frame, const char* name, button_width width, uint32 res
     AddChild(fContainer);
     Strip();
     LayOut();
-    const rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
-    SetViewColor(panel);
-    fContainer->SetViewColor(panel);
+    SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
+    fContainer->SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
 }
 
 BTabView::~BTabView()

@@ -1,4 +1,5 @@
 #include "kits/interface/Bitmap.h"
+#include "kits/interface/controls/Content.h"
 #include "kits/interface/drawing/TextBlend.h"
 #include "kits/interface/drawing/TextCache.h"
 #include "kits/interface/drawing/UpdateQueue.h"
@@ -121,10 +122,33 @@ void ViewImpl::ScaleChanged()
     InvalidateAll();
 }
 
+void ViewImpl::RefreshViewColor()
+{
+    if (fUIColor.has_value())
+        fView->SetViewUIColor(*fUIColor);
+    else if (fHasParentColor)
+        TakeParentColor(fView);
+}
+
+void ViewImpl::ThemeChanged()
+{
+    RefreshViewColor();
+    fView->ViewColorChanged();
+    InvalidateAll();
+}
+
 } // namespace kits
+
+void BView::SetViewUIColor(color_which which)
+{
+    SetViewColor(ui_color(which));
+    fImpl->fUIColor = which;
+}
 
 void BView::SetViewColor(rgb_color color)
 {
+    fImpl->fUIColor.reset();
+    fImpl->fHasParentColor = false;
     if (fImpl->fViewColor == color)
         return;
     fImpl->fViewColor = color;

@@ -78,6 +78,10 @@ public:
     PixelGrid CurrentGrid() const;
     uint32 ViewColorWord() const;
     uint32 WordOf(pattern which) const;
+    /// Takes the view colour anew from where it comes from.
+    void RefreshViewColor();
+    /// The colours of the theme changed. Of views in windows.
+    void ThemeChanged();
     /// The scale of the screen changed.
     void ScaleChanged();
 
@@ -111,6 +115,9 @@ public:
     rgb_color fHigh{0, 0, 0, 255};
     rgb_color fLow{255, 255, 255, 255};
     rgb_color fViewColor{255, 255, 255, 255};
+    /// Where the view colour comes from, if not from the program.
+    std::optional<color_which> fUIColor;
+    bool fHasParentColor = false;
     drawing_mode fDrawingMode = B_OP_COPY;
     BFont fFont;
 

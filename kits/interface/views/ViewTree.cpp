@@ -88,6 +88,7 @@ void ViewImpl::CallAttachHooks()
         return;
     fHooksCalled = true;
     const std::weak_ptr<ViewImpl*> self = fSelf;
+    RefreshViewColor();
     fView->ViewColorChanged();
     fView->AttachedToWindow();
     // Hooks add, remove and delete views, also this one: look anew after each.
