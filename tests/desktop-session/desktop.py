@@ -248,6 +248,23 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(program.close)
         return program
 
+    def run_beside(self, *arguments):
+        """Another start, with the same settings; its exit status and what it said on stdout and stderr."""
+        env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
+        result = subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
+                                capture_output=True, text=True, timeout=TIMEOUT)
+        return result.returncode, result.stdout, result.stderr
+
+    def running(self, executable):
+        """The processes of a program with the settings of this test, whoever has started them."""
+        found = []
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            with contextlib.suppress(OSError):
+                if (os.readlink(folder / "exe") == str(executable)
+                        and str(self.config).encode() in (folder / "environ").read_bytes()):
+                    found.append(int(folder.name))
+        return found
+
     def assert_ends_well(self, program):
         status, errors = program.wait()
         self.assertEqual((status, errors), (0, ""))

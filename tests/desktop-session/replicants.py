@@ -32,15 +32,7 @@ class ReplicantsTest(ChartsTest):
 
     def hosts(self):
         """The processes that show charts with the settings of this test."""
-        found = []
-        for folder in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                if os.readlink(folder / "exe") == str(HOST) and str(self.config).encode() in (
-                        folder / "environ").read_bytes():
-                    found.append(int(folder.name))
-            except OSError:
-                pass
-        return found
+        return self.running(HOST)
 
     def host(self):
         return wait_until(self.hosts, "the host")[0]
@@ -52,9 +44,9 @@ class ReplicantsTest(ChartsTest):
 
     def start_host(self):
         """As the session does when the user logs in."""
-        subprocess.Popen([HOST], env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config)),
-                         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                         start_new_session=True)
+        env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
+        subprocess.run(["setsid", "--fork", HOST], env=env, check=True, stdin=subprocess.DEVNULL,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     # Charts on the desktop.
 
@@ -62,8 +54,11 @@ class ReplicantsTest(ChartsTest):
         return self.desktop.windows(CHART)
 
     def replicant(self, count=1):
-        wait_until(lambda: len(self.replicants()) == count, f"{count} charts on the desktop")
-        return self.replicants()[-1]
+        def look():
+            found = self.replicants()
+            return found if len(found) == count else None
+
+        return wait_until(look, f"{count} charts on the desktop")[-1]
 
     def places(self):
         return sorted(self.desktop.geometry(window) for window in self.replicants())

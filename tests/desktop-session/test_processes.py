@@ -1,23 +1,15 @@
 """More than one start of the program, and what one can tell the other."""
 
 import json
-import os
 import signal
 import subprocess
 import unittest
 
 from charts import STORE, ChartsTest
-from desktop import TIMEOUT, DesktopTest, wait_until
+from desktop import DesktopTest, wait_until
 
 
 class ProcessesTest(DesktopTest):
-    def run_beside(self, *arguments):
-        """Another start, without a screen where none is needed; what came of it."""
-        env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
-        result = subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, capture_output=True, text=True,
-                                timeout=TIMEOUT)
-        return result.returncode, result.stdout, result.stderr
-
     def assert_one_line(self, result, status):
         self.assertEqual(result[:2], (status, ""))
         self.assertRegex(result[2], r"\Aqel: [^\n]+\n\Z")
