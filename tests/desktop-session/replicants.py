@@ -22,7 +22,8 @@ class ReplicantsTest(ChartsTest):
 
     def setUp(self):
         super().setUp()
-        self.addCleanup(self.end_host)
+        self.addCleanup(self.end_all)
+        self.addCleanup(self.desktop.xdotool, "mouseup", 1)
 
     def place(self):
         self.desktop.xdotool("windowmove", self.window, 20, 40)
@@ -34,6 +35,9 @@ class ReplicantsTest(ChartsTest):
         """The processes that show charts with the settings of this test."""
         return self.running(HOST)
 
+    def applications(self):
+        return self.running(os.environ["QEL_PROGRAM"])
+
     def host(self):
         return wait_until(self.hosts, "the host")[0]
 
@@ -42,11 +46,20 @@ class ReplicantsTest(ChartsTest):
             os.kill(pid, number)
         wait_until(lambda: not self.hosts(), "the end of the host")
 
+    def end_all(self):
+        self.end_host()
+        # Charts on the desktop may have started one.
+        for pid in self.applications():
+            os.kill(pid, signal.SIGKILL)
+        wait_until(lambda: not self.applications(), "the end of the application")
+
     def start_host(self):
         """As the session does when the user logs in."""
-        env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
-        subprocess.run(["setsid", "--fork", HOST], env=env, check=True, stdin=subprocess.DEVNULL,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        process = subprocess.Popen([HOST], env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config)),
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
 
     # Charts on the desktop.
 
@@ -94,6 +107,17 @@ class ReplicantsTest(ChartsTest):
     def drag_out(self, x, y, window=None):
         self.begin_drag(self.handle(window), (x, y))
         self.end_drag()
+
+    def resize(self, window, width, height, expected=None):
+        """Pulls a chart on the desktop by its corner until it has the size."""
+        left, top, old_width, old_height = self.desktop.geometry(window)
+        self.desktop.xdotool("mousemove", left + old_width - 2, top + old_height - 2, "mousedown", 1)
+        for part in (2, 1):
+            self.desktop.xdotool("mousemove", left + (old_width - width) // part * (part - 1) + width - 1,
+                                 top + (old_height - height) // part * (part - 1) + height - 1)
+        expected = expected or (width, height)
+        wait_until(lambda: self.desktop.size(window) == expected, f"the size {expected}")
+        self.desktop.xdotool("mouseup", 1)
 
     def open_foreign(self):
         """A window of another program, on the right of ours."""
