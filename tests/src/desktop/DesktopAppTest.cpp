@@ -1,0 +1,244 @@
+#include "src/desktop/DesktopApp.h"
+
+#include "kits/application/MessagePrivate.h"
+#include "kits/interface/Screen.h"
+#include "kits/interface/View.h"
+#include "src/chart/ChartView.h"
+#include "src/desktop/Autostart.h"
+#include "src/desktop/ReplicantWindow.h"
+#include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
+#include "tests/support/GuiTest.h"
+#include "tests/support/TempFolder.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+/// The program, with stores of the test's own, and no application to be found or started.
+class DesktopAppTest : public testing::Test {
+protected:
+    DesktopAppTest()
+    {
+        setenv("XDG_CONFIG_HOME", fConfig.Path().c_str(), 1);
+        setenv("XDG_RUNTIME_DIR", fRuntime.Path().c_str(), 1);
+        setenv("PATH", fRuntime.Path().c_str(), 1);
+    }
+
+    static BMessage Archive(float width = 200, float height = 80)
+    {
+        ChartView chart;
+        chart.SetTitle("stands there");
+        chart.ResizeTo(width, height);
+        BMessage archive;
+        chart.Archive(&archive, false);
+        return archive;
+    }
+
+    static BMessage Request(const BMessage& archive, BPoint where = BPoint(100, 120))
+    {
+        BMessage request(MSG_SHOW_ON_DESKTOP);
+        request.AddMessage("Archive", &archive);
+        request.AddPoint("Where", where);
+        return request;
+    }
+
+    /// Starts the program, has it do this once it is ready, and ends it as the end of a session does: when this holds,
+    /// else at once.
+    void Run(const std::function<void(DesktopApp&)>& act, const std::vector<BMessage>& dropped = {},
+             const std::function<bool(DesktopApp&)>& until = nullptr)
+    {
+        status_t status = B_ERROR;
+        auto app = std::make_unique<DesktopApp>(&status);
+        ASSERT_EQ(status, B_OK);
+        app->Restore();
+        for (const BMessage& request : dropped)
+            app->AddLaunchMessage(std::make_unique<BMessage>(request));
+        constexpr int kMostTurns = 2000;
+        int turn = 0;
+        kits::Timer timer([&] {
+            if (turn++ == 0 && act)
+                act(*app);
+            else if (!until || until(*app) || turn == kMostTurns)
+                app->PostMessage(B_QUIT_REQUESTED);
+        });
+        timer.Start(5000);
+        app->Run();
+        timer.Stop();
+        EXPECT_EQ(app->Drain(), B_OK);
+    }
+
+    size_t Shown(const std::vector<BMessage>& dropped)
+    {
+        size_t count = 0;
+        Run([&](DesktopApp& app) { count = app.CountReplicants(); }, dropped);
+        return count;
+    }
+
+    TempFolder fConfig;
+    TempFolder fRuntime;
+};
+
+/// It ends by itself.
+const auto kItself = [](DesktopApp&) { return false; };
+const std::string kEntry = std::string("autostart/") + Autostart::kFile;
+const std::string kStore = "x-vnd.kvt-Qel-Desktop.user";
+
+} // namespace
+
+TEST_F(DesktopAppTest, ShowsWhatWasDroppedWhereItWasDropped)
+{
+    Run(
+        [](DesktopApp& app) {
+            ASSERT_EQ(app.CountReplicants(), 1U);
+            ReplicantWindow* window = app.ReplicantAt(0);
+            EXPECT_EQ(window->Frame(), BRect(100, 120, 300, 200));
+            EXPECT_EQ(window->Look(), B_NO_BORDER_WINDOW_LOOK);
+            EXPECT_EQ(window->Feel(), B_DESKTOP_WINDOW_FEEL);
+            auto* chart = dynamic_cast<ChartView*>(window->ChildAt(0));
+            ASSERT_NE(chart, nullptr);
+            EXPECT_TRUE(chart->IsReplicant());
+            EXPECT_STREQ(chart->Title(), "stands there");
+            EXPECT_EQ(chart->Frame(), BRect(0, 0, 200, 80));
+        },
+        {Request(Archive())});
+}
+
+TEST_F(DesktopAppTest, KeepsPlacesAndSettingsOverSessions)
+{
+    Run(nullptr, {Request(Archive()), Request(Archive(), BPoint(400, 300))});
+    EXPECT_TRUE(fConfig.Has(kEntry));
+    Run(
+        [](DesktopApp& app) {
+            ASSERT_EQ(app.CountReplicants(), 2U);
+            EXPECT_EQ(app.ReplicantAt(0)->Frame(), BRect(100, 120, 300, 200));
+            auto* chart = dynamic_cast<ChartView*>(app.ReplicantAt(1)->ChildAt(0));
+            chart->SetTitle("another");
+            chart->ResizeTo(50, 60);
+            BMessage moved(B_DROPPED_ON_DESKTOP);
+            moved.AddPoint("where", BPoint(510, 320));
+            moved.AddPoint("offset", BPoint(10, 20));
+            app.ReplicantAt(1)->PostMessage(&moved, chart);
+        },
+        {}, [](DesktopApp& app) { return app.ReplicantAt(1)->Frame() == BRect(500, 300, 550, 360); });
+    Run([](DesktopApp& app) {
+        ASSERT_EQ(app.CountReplicants(), 2U);
+        EXPECT_EQ(app.ReplicantAt(1)->Frame(), BRect(500, 300, 550, 360));
+        EXPECT_STREQ(dynamic_cast<ChartView*>(app.ReplicantAt(1)->ChildAt(0))->Title(), "another");
+    });
+}
+
+TEST_F(DesktopAppTest, TheWindowFollowsItsChartAndTheOtherWayRound)
+{
+    Run(
+        [](DesktopApp& app) {
+            ReplicantWindow* window = app.ReplicantAt(0);
+            auto* chart = dynamic_cast<ChartView*>(window->ChildAt(0));
+            chart->ResizeTo(20, 20);
+            EXPECT_EQ(window->Frame(), BRect(100, 120, 120, 140));
+            window->ResizeTo(150, 90);
+            window->FrameResized(150, 90);
+            EXPECT_EQ(chart->Frame(), BRect(0, 0, 150, 90));
+            // Nobody makes it smaller than can be held.
+            window->ResizeTo(3, 3);
+            EXPECT_EQ(window->Frame(), BRect(100, 120, 120, 140));
+        },
+        {Request(Archive())});
+}
+
+TEST_F(DesktopAppTest, EndsWithTheLastAndForgetsItself)
+{
+    Run([](DesktopApp& app) { app.ReplicantAt(0)->PostMessage(MSG_REMOVE_REPLICANT, app.ReplicantAt(0)->ChildAt(0)); },
+        {Request(Archive())}, kItself);
+    EXPECT_FALSE(fConfig.Has(kEntry));
+    EXPECT_EQ(Shown({}), 0U);
+}
+
+TEST_F(DesktopAppTest, LeavesTheDesktopWhenAShelfHasTakenIt)
+{
+    Run([](DesktopApp& app) { app.ReplicantAt(0)->PostMessage(B_REPLICANT_TAKEN, app.ReplicantAt(0)->ChildAt(0)); },
+        {Request(Archive())}, kItself);
+    EXPECT_EQ(Shown({}), 0U);
+}
+
+TEST_F(DesktopAppTest, IgnoresWhatIsNoChart)
+{
+    BMessage foreign = Archive();
+    foreign.ReplaceString("add_on", "application/x-vnd.other-Thing");
+    BMessage another = Archive();
+    another.RemoveName("class");
+    another.AddString("class", "BView");
+    BMessage large = Archive();
+    const std::string much(300 * 1024, 'x');
+    large.AddString("much", much);
+    const BMessage empty(MSG_SHOW_ON_DESKTOP);
+    EXPECT_EQ(Shown({Request(foreign), Request(another), Request(large), Request(BMessage()), empty}), 0U);
+    EXPECT_FALSE(fConfig.Has(kEntry));
+}
+
+TEST_F(DesktopAppTest, HoldsSizesAndPlacesToTheScreens)
+{
+    const BRect screen = kits::ScreenFrames().front();
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    std::vector<BMessage> requests;
+    for (const BRect& frame : {BRect(0, 0, 16383, 16383), BRect(0, 0, nan, 5), BRect(0, 0, 1, 1), BRect(9, 9, 0, 0)}) {
+        BMessage archive = Archive();
+        archive.ReplaceRect("_frame", frame);
+        for (const BPoint& where : {BPoint(1e9F, 3), BPoint(nan, nan), BPoint(-5000, 90000)})
+            requests.push_back(Request(archive, where));
+    }
+    Run(
+        [&](DesktopApp& app) {
+            ASSERT_EQ(app.CountReplicants(), requests.size());
+            for (size_t i = 0; i < app.CountReplicants(); i++) {
+                const BRect frame = app.ReplicantAt(i)->Frame();
+                EXPECT_TRUE(screen.Contains(BRect(frame.left, frame.top, frame.left + 7, frame.top + 7))) << i;
+                EXPECT_TRUE(frame.Width() >= 20 && frame.Width() <= screen.Width()) << i;
+                EXPECT_TRUE(frame.Height() >= 20 && frame.Height() <= screen.Height()) << i;
+            }
+        },
+        requests);
+}
+
+TEST_F(DesktopAppTest, ShowsNoMoreThanCanBeShown)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Shown(std::vector<BMessage>(DesktopApp::kMost + 100, Request(Archive(20, 20)))), DesktopApp::kMost);
+    const std::string said = testing::internal::GetCapturedStderr();
+    const std::string line = "qel-desktop: what was dropped is ignored: there are too many\n";
+    EXPECT_NE(said.find(line), std::string::npos);
+    EXPECT_EQ(said.find(line), said.rfind(line));
+}
+
+TEST_F(DesktopAppTest, KeepsWhatANewerVersionHasStored)
+{
+    Run(nullptr, {Request(Archive())});
+    {
+        Preferences store(kDesktopSignature, false);
+        BMessage saved;
+        BMessage archive = Archive();
+        archive.RemoveName("class");
+        archive.AddString("class", "BetterChart");
+        saved.AddMessage("Archive", &archive);
+        store.AddMessage("Replicant", &saved);
+        store.AddInt32("Replicant", 5);
+        ASSERT_EQ(store.Sync(), B_OK);
+    }
+    EXPECT_EQ(Shown({}), 1U);
+    EXPECT_EQ(Shown({}), 1U);
+    EXPECT_NE(fConfig.Get(kStore).find("BetterChart"), std::string::npos);
+}
+
+TEST_F(DesktopAppTest, ThereIsOneInASession)
+{
+    Run(
+        [](DesktopApp&) {
+            const BMessenger one(kDesktopSignature);
+            EXPECT_TRUE(one.IsValid());
+        },
+        {Request(Archive())});
+}
