@@ -174,6 +174,12 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, si
     return B_OK;
 }
 
+bool PostOffice::Exists(token_t handler) const
+{
+    std::lock_guard lock(fMutex);
+    return fHandlers.contains(Resolve(handler));
+}
+
 bool PostOffice::IsReachable(token_t token) const
 {
     std::lock_guard lock(fMutex);

@@ -55,6 +55,8 @@ public:
     /// @return `B_BAD_HANDLER` if the target or its looper is gone, `B_WOULD_BLOCK` if the queue is full
     status_t Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight = 0);
 
+    /// Whether there is such a handler, also one without a looper.
+    bool Exists(token_t handler) const;
     /// Whether a message could be sent there now.
     bool IsReachable(token_t token) const;
     /// The looper of a handler, open or not; 0 if it has none or is gone.

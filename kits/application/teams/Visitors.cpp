@@ -200,7 +200,8 @@ bool Visitors::DeliverHeld(Visitor* visitor)
         const status_t status = PostOffice::Get().Post(target, held.copy, held.weight);
         if (status == B_WOULD_BLOCK)
             return false;
-        if (status != B_OK)
+        // One that is between two loopers may be in one again before the other side has heard of it.
+        if (status != B_OK && !PostOffice::Get().Exists(target))
             Tell(visitor, NumberFrame(FrameKind::kGone, static_cast<uint64>(target)));
         held.copy = nullptr; // undelivered, it answers its sender
     }

@@ -1,5 +1,6 @@
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/teams/TeamPort.h"
+#include "kits/support/TypeConstants.h"
 #include "src/sampling/Sysinfo.h"
 #include "tests/src/connection/ConnectionTest.h"
 
@@ -58,4 +59,33 @@ TEST_F(FramesTest, OneARoundForAllReceiversOfAProcess)
         }
         EXPECT_EQ(ReadLine(), start + "3f6212a0\n");
     }
+}
+
+TEST_F(FramesTest, HaveTheRecordsForOthersAndAPointerForThisProcess)
+{
+    std::vector<BMessage> received;
+    auto* looper = new test::RecordingLooper([&received](BMessage* message) { received.push_back(*message); });
+    looper->Run();
+    {
+        Sysinfo sampler(2);
+        sampler.SetSamplingDelay(3600LL * 1000000);
+        ASSERT_TRUE(test::AwaitState(find_thread("Sysinfo sampler"), B_THREAD_ASLEEP));
+        sampler.AddMessenger(Handler(7));
+        sampler.AddMessenger(BMessenger(looper));
+        sampler.AddMessenger(Handler(8));
+        sampler.Sample();
+        sampler.Sample();
+        EXPECT_EQ(ReadLine(), "2 3f62129a\n");
+        ASSERT_TRUE(test::RunUntil([&] { return !received.empty(); }));
+        EXPECT_EQ(received[0].what, MSG_SYSINFO_SAMPLE);
+        EXPECT_EQ(received[0].CountNames(B_ANY_TYPE), 1);
+        void* pointer = nullptr;
+        EXPECT_EQ(received[0].FindPointer("Sysinfo*", &pointer), B_OK);
+        EXPECT_EQ(pointer, &sampler);
+    }
+    EXPECT_EQ(ReadLine(), "2 3f6212a0\n");
+    // This process knows by itself that its sampler is gone.
+    test::RunUntil([looper] { return looper->CountMessages() == 0; });
+    EXPECT_EQ(received.size(), 1u);
+    looper->Quit();
 }

@@ -237,6 +237,25 @@ TEST_F(ServerConnectionTest, DisconnectsWhenItIsToldToAndWhenItGoes)
     EXPECT_TRUE(AwaitSamples(*first));
 }
 
+TEST_F(ServerConnectionTest, GetsSamplesAgainAfterItWasInNoLooper)
+{
+    Server server(1000);
+    const BMessenger application = server.Application();
+    auto taker = NewTaker();
+    SampleTaker other(fLooper);
+    other.Connect();
+    taker->Connect();
+    for (int i = 0; i < 3; i++) {
+        ASSERT_TRUE(AwaitSamples(*taker));
+        fLooper->RemoveHandler(taker.get());
+        // Some are sent meanwhile, and have nowhere to go.
+        ASSERT_TRUE(AwaitSamples(other, 20));
+        fLooper->AddHandler(taker.get());
+    }
+    EXPECT_TRUE(AwaitSamples(*taker));
+    EXPECT_EQ(CountReceivers(application), 2);
+}
+
 TEST_F(ServerConnectionTest, TakesNoForAnAnswerAndAsksAgain)
 {
     Server server;
