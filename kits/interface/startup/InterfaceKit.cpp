@@ -41,6 +41,15 @@ constexpr const char* kPlatform = "QT_QPA_PLATFORM";
 constexpr bigtime_t kQuiet = 3000000;
 Timer* sWhenQuiet = nullptr;
 
+QtMessageHandler sToolkitsHandler = nullptr;
+
+/// Without $XDG_RUNTIME_DIR the toolkit takes a folder under /tmp and says so: nothing that a user could mend.
+void LeaveOutFolders(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (!text.startsWith(QLatin1String("QStandardPaths: ")))
+        sToolkitsHandler(type, context, text);
+}
+
 /// What the toolkit says by itself, in file dialogs for example, where its translations are installed.
 void TranslateToolkit()
 {
@@ -62,6 +71,7 @@ status_t InitInterface(int& argc, char** argv)
     if (!sError.empty())
         return B_NO_INIT;
     InterfaceLock::Get().Lock();
+    sToolkitsHandler = qInstallMessageHandler(LeaveOutFolders);
     // Menu bars stand in their windows; asking the session bus for another place would only take time.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     const bool isForX11 = sPrefersX11 && std::getenv(kPlatform) == nullptr &&
@@ -128,6 +138,7 @@ void ExitInterface()
     sApplication->SetLoop(nullptr);
     delete std::exchange(sLoop, nullptr);
     delete std::exchange(sApplication, nullptr);
+    qInstallMessageHandler(nullptr);
     InterfaceLock::Get().Unlock();
 }
 

@@ -1,0 +1,138 @@
+"""The program and the host of desktop charts on Wayland."""
+
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import unittest
+
+from compositor import SIZE, Sway, Weston, wait_until
+from desktop import TIMEOUT
+
+PROGRAM = os.environ["QEL_PROGRAM"]
+BACKGROUND = (16, 21, 29)
+"""Of the charts of the first start."""
+PANEL = (216, 216, 216)
+CHARTS = 100_000
+"""Pixels that they cover at least."""
+
+
+class WaylandTest(unittest.TestCase):
+    def setUp(self):
+        self.desktop = self.make()
+        self.addCleanup(self.desktop.close)
+        self.config = self.desktop.folder / "settings"
+        self.said = self.desktop.folder / "said"
+
+    def tearDown(self):
+        outcome = self._outcome.result
+        if any(test is self for test, _ in outcome.failures + outcome.errors):
+            path = os.path.join(tempfile.gettempdir(), f"{self.id()}.ppm")
+            try:
+                picture = self.desktop.picture()
+            except (subprocess.SubprocessError, OSError):
+                return
+            pathlib.Path(path).write_bytes(b"P6 %d %d 255\n" % SIZE + picture.data)
+            print(f"\n    the screen at the end: {path}")
+
+    def start(self, *arguments):
+        # A file: the host of desktop charts, which outlives the program, has it too.
+        with open(self.said, "wb") as said:
+            program = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                       stderr=said,
+                                       env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config)))
+        self.addCleanup(self.end, program)
+        return program
+
+    def end(self, program):
+        if program.poll() is None:
+            program.kill()
+        program.wait(TIMEOUT)
+
+    def count(self, color):
+        """Nearly how many pixels of this colour the screen has."""
+        return self.desktop.picture().data.count(bytes(color))
+
+    def await_charts(self):
+        return wait_until(lambda: self.count(BACKGROUND) > CHARTS, "charts")
+
+    def assert_ends_well(self, program):
+        """No word on stderr: nothing that Wayland does not allow is an error."""
+        self.assertEqual((program.wait(TIMEOUT), self.said.read_text()), (0, ""))
+
+
+class OnWeston(WaylandTest):
+    make = Weston
+
+    def test_shows_its_charts_and_ends(self):
+        program = self.start()
+        self.await_charts()
+        before = self.desktop.picture()
+        wait_until(lambda: self.desktop.picture() != before, "charts that scroll")
+        program.send_signal(signal.SIGTERM)
+        self.assert_ends_well(program)
+        self.assertTrue((self.config / "x-vnd.kvt-Qel.user").stat().st_size > 1000)
+
+    def test_pictures_its_window(self):
+        file = self.desktop.folder / "window.png"
+        self.assert_ends_well(self.start("--snapshot", str(file)))
+        self.assertTrue(file.read_bytes().startswith(b"\x89PNG"))
+
+
+class OnSway(WaylandTest):
+    make = Sway
+
+    def names(self):
+        return [name for name, _ in self.desktop.windows()]
+
+    def await_focus(self, name):
+        wait_until(lambda: self.names()[:1] == [name], f"the window {name}")
+
+    def test_opens_every_window_by_keyboard(self):
+        program = self.start()
+        self.await_focus("Qel")
+        self.assertEqual(self.desktop.windows()[0][1], "org.example.qel")
+        self.await_charts()
+
+        plain = self.count(PANEL)
+        self.desktop.keys("-k", "Tab")
+        self.desktop.keys("-k", "Menu")
+        wait_until(lambda: self.count(BACKGROUND) < CHARTS * 3 // 2 and
+                   self.count((255, 255, 255)) > 10_000, "the menu of a chart")
+        self.desktop.keys("-k", "Escape")
+        wait_until(lambda: self.count((255, 255, 255)) < 5_000, "the menu to close")
+        self.assertLess(abs(self.count(PANEL) - plain), 2_000)
+
+        self.desktop.keys("-M", "ctrl", "p", "-m", "ctrl")
+        self.await_focus("Global preferences")
+        self.focus("Qel")
+        self.desktop.keys("-M", "ctrl", "a", "-m", "ctrl")
+        self.await_focus("About Qel")
+        self.desktop.keys("-k", "Escape")
+        wait_until(lambda: "About Qel" not in self.names(), "the about window to close")
+        self.focus("Qel")
+        self.desktop.keys("-M", "ctrl", "q", "-m", "ctrl")
+        self.assert_ends_well(program)
+
+    def focus(self, name):
+        subprocess.run(["swaymsg", f'[title="^{name}$"] focus'], env=self.desktop.environment, capture_output=True,
+                       timeout=TIMEOUT, check=True)
+        self.await_focus(name)
+
+    def test_copies_a_chart_to_the_desktop(self):
+        program = self.start()
+        self.await_focus("Qel")
+        self.await_charts()
+        self.desktop.keys("-k", "Tab")
+        self.desktop.keys("-k", "Menu")
+        wait_until(lambda: self.count((255, 255, 255)) > 10_000, "the menu of a chart")
+        self.desktop.keys("c")
+        wait_until(lambda: len(self.desktop.windows()) == 2, "the chart beside the window")
+        self.focus("Qel")
+        self.desktop.keys("-M", "ctrl", "q", "-m", "ctrl")
+        self.assert_ends_well(program)
+
+
+if __name__ == "__main__":
+    unittest.main()
