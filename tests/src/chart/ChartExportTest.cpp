@@ -68,7 +68,9 @@ TEST(ChartExport, FileNamesAreSafe)
     EXPECT_EQ(FileNameOf("..hidden. ", "csv"), "hidden.csv");
     EXPECT_EQ(FileNameOf("a\x01 \n b", "csv"), "a b.csv");
     EXPECT_EQ(FileNameOf("a:b*c?\"<>|\\", "csv"), "a-b-c------.csv");
-    EXPECT_EQ(FileNameOf(std::string(500, 'x'), "png"), std::string(100, 'x') + ".png");
+    std::string longest(100, 'x');
+    longest += ".png";
+    EXPECT_EQ(FileNameOf(std::string(500, 'x'), "png"), longest);
     // 100 bytes would cut the last of these in half.
     std::string wide = "x";
     for (int i = 0; i < 60; i++)
