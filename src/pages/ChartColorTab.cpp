@@ -162,6 +162,8 @@ bool ChartColorTab::HandleChartMessage(uint32 code)
         return true;
     case MSG_TRANSPARENT:
         Chart()->SetTransparent(fTransparent->Value() == B_CONTROL_ON);
+        // The chart itself would only draw it when it next scrolls.
+        Chart()->Invalidate();
         return true;
     default:
         return false;

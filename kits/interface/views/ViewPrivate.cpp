@@ -69,7 +69,11 @@ void FillView(BView* view, QWidget* child)
     child->setParent(pane);
     new Filler(pane, child);
     pane->setFocusProxy(child);
-    child->setFocusPolicy(view->Flags() & B_NAVIGABLE ? child->focusPolicy() : Qt::NoFocus);
+    // Of what has parts, one takes the focus for all, and a policy set here would be that part's too.
+    const QWidget* focused = child;
+    while (focused->focusProxy() != nullptr)
+        focused = focused->focusProxy();
+    child->setFocusPolicy(view->Flags() & B_NAVIGABLE ? focused->focusPolicy() : Qt::NoFocus);
     child->setAccessibleName(pane->accessibleName());
     child->show();
 }
