@@ -133,6 +133,8 @@ bool DesktopApp::Add(BMessage* request, std::string* why)
 
 void DesktopApp::ReadyToRun()
 {
+    // What a killed program left painted.
+    BScreen().RestoreDesktop();
     UpdateAutostart();
     if (IsEmpty())
         PostMessage(B_QUIT_REQUESTED);

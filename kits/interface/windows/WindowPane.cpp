@@ -171,6 +171,10 @@ void WindowPane::paintEvent(QPaintEvent* event)
     if (!IsOfDesktop() || DesktopLayer::HasCompositor())
         return;
     const rgb_color color = DesktopColor::Get();
+    // What was painted before shows another one.
+    if (color != fDesktopColor)
+        update();
+    fDesktopColor = color;
     QPainter(this).fillRect(event->rect(), QColor(color.red, color.green, color.blue));
 }
 

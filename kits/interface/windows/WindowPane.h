@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kits/support/Color.h"
+
 #include <QPointer>
 #include <QWidget>
 #include <QWindow>
@@ -38,6 +40,7 @@ private:
 
     WindowImpl* fImpl;
     QPointer<QWindow> fWatched;
+    rgb_color fDesktopColor{}; ///< what a window of the desktop was last painted on
 };
 
 } // namespace kits
