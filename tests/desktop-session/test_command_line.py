@@ -34,6 +34,7 @@ class CommandLineTest(unittest.TestCase):
 
     def assert_nothing_written(self):
         self.assertFalse(self.config.exists(), list(self.config.rglob("*")))
+        self.assertFalse((self.folder / "kits").exists(), "nobody can reach what only reads")
 
     def test_help_and_version(self):
         result = self.run_program("--help")
