@@ -206,10 +206,15 @@ QTransform TransformOf(const BFont& font)
 
 std::shared_ptr<const CoverageMask> Raster(const BFont& font, Text& text, double scale)
 {
-    const QFont rasterFont(MakeFont(font, scale), &Device());
+    QFont rasterFont(MakeFont(font, scale), &Device());
     const QString string = QString::fromUtf8(text.text.data(), static_cast<qsizetype>(text.text.size()));
+    // Letters are as wide as whole pixels make them, at another scale nearly always more or less than that many times
+    // as wide. What has the room for the text at scale 1 has to be enough.
+    text.advance = text.width * scale;
+    const double natural = QFontMetricsF(rasterFont, &Device()).horizontalAdvance(string);
+    if (natural > text.advance && text.advance > 0)
+        rasterFont.setLetterSpacing(QFont::PercentageSpacing, 100 * text.advance / natural);
     const QFontMetricsF metrics(rasterFont, &Device());
-    text.advance = metrics.horizontalAdvance(string);
     const QTransform transform = TransformOf(font);
     const QRectF extents(0, -metrics.ascent(), text.advance, metrics.ascent() + metrics.descent());
     const QRect box = transform.mapRect(extents | metrics.boundingRect(string)).toAlignedRect().adjusted(-1, -1, 1, 1);
