@@ -5,6 +5,7 @@
 #include "kits/interface/View.h"
 #include "src/chart/ChartView.h"
 #include "src/desktop/Autostart.h"
+#include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
@@ -212,6 +213,40 @@ TEST_F(DesktopAppTest, ShowsNoMoreThanCanBeShown)
     const std::string line = "qel-desktop: what was dropped is ignored: there are too many\n";
     EXPECT_NE(said.find(line), std::string::npos);
     EXPECT_EQ(said.find(line), said.rfind(line));
+}
+
+TEST_F(DesktopAppTest, ShowsInReachWhatStoodOnAScreenThatIsGone)
+{
+    const std::string gone = "800x600+9000+9000";
+    const BRect there(9100, 9200, 9300, 9280);
+    {
+        Preferences store(kDesktopSignature, false);
+        BMessage saved;
+        const BMessage archive = Archive();
+        saved.AddMessage("Archive", &archive);
+        Places places;
+        places.Wish(gone, there);
+        places.SaveTo(&saved);
+        store.AddMessage("Replicant", &saved);
+        ASSERT_EQ(store.Sync(), B_OK);
+    }
+    const BRect screen = kits::ScreenFrames().front();
+    // Again and again: being shown elsewhere is no wish.
+    for (int i = 0; i < 2; i++) {
+        Run([&](DesktopApp& app) {
+            ASSERT_EQ(app.CountReplicants(), 1U);
+            EXPECT_TRUE(screen.Contains(app.ReplicantAt(0)->Frame()));
+            EXPECT_EQ(app.ReplicantAt(0)->Frame().Width(), there.Width());
+            app.PostMessage(B_SCREEN_CHANGED);
+        });
+    }
+    const Preferences store(kDesktopSignature, false);
+    BMessage saved;
+    ASSERT_EQ(store.FindMessage("Replicant", &saved), B_OK);
+    Places places;
+    places.LoadFrom(saved);
+    EXPECT_EQ(places.For(gone), there);
+    EXPECT_EQ(places.For("another"), there);
 }
 
 TEST_F(DesktopAppTest, KeepsWhatANewerVersionHasStored)
