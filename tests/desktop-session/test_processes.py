@@ -1,12 +1,18 @@
 """More than one start of the program, and what one can tell the other."""
 
+import contextlib
 import json
+import os
+import pathlib
+import random
 import signal
+import socket
+import struct
 import subprocess
 import unittest
 
 from charts import STORE, ChartsTest
-from desktop import DesktopTest, wait_until
+from desktop import TIMEOUT, DesktopTest, wait_until
 
 
 class ProcessesTest(DesktopTest):
@@ -94,6 +100,54 @@ class Telling(ProcessesTest):
         program.window()
         program.signal(signal.SIGSTOP)
         self.assert_one_line(self.run_beside("--set-delay", "1"), 1)
+
+
+class Noise(ProcessesTest, ChartsTest):
+    """At the socket by which other processes reach the program."""
+
+    def door(self):
+        folder = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"]) / "kits"
+        return str(wait_until(lambda: list(folder.glob(f"x-vnd.kvt-Qel@*{self.program.pid:08x}*")), "the socket")[0])
+
+    def knock(self, data=b""):
+        visitor = socket.socket(socket.AF_UNIX)
+        visitor.settimeout(TIMEOUT)
+        # One that waits in the queue for too long, or is shown the door, is as good as any other here.
+        with contextlib.suppress(OSError):
+            visitor.connect(self.door_path)
+            visitor.sendall(data)
+        return visitor
+
+    def setUp(self):
+        super().setUp()
+        self.door_path = self.door()
+        self.files = len(os.listdir(f"/proc/{self.program.pid}/fd"))
+
+    def assert_serves(self):
+        self.assertEqual(self.run_beside("--set-delay", "0.1"), (0, "", ""))
+        self.await_change()
+        wait_until(lambda: len(os.listdir(f"/proc/{self.program.pid}/fd")) <= self.files, "no connection left over")
+
+    def test_of_any_bytes_changes_nothing(self):
+        draw = random.Random(9)
+        for _ in range(1000):
+            self.knock(draw.randbytes(draw.randrange(300))).close()
+        self.assert_serves()
+
+    def test_of_frames_that_never_end_or_never_should_changes_nothing(self):
+        visitors = [self.knock(struct.pack("<I", length) + b"\1kits")
+                    for length in (0, 1, 5, 17, 64, 65, 1 << 20, 1 << 24, (1 << 24) + 9000, (1 << 32) - 1)]
+        # They are still there.
+        self.assertEqual(self.run_beside("--set-delay", "0.1"), (0, "", ""))
+        self.await_change()
+        for visitor in visitors:
+            visitor.close()
+        self.assert_serves()
+
+    def test_of_ten_thousand_connections_changes_nothing(self):
+        for _ in range(10_000):
+            self.knock().close()
+        self.assert_serves()
 
 
 if __name__ == "__main__":
