@@ -1,5 +1,6 @@
 #include "tests/src/sampling/RecordedMachine.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
@@ -54,8 +55,8 @@ std::array<int64, RecordedMachine::kProcessors> sTicks;
 RecordedMachine::RecordedMachine()
 {
     // A step is a hundredth of a second, and no processor may be active for longer than has passed since it was last
-    // read: so the clock goes on from where another test left it.
-    sNow += 1000000;
+    // read: so the clock goes on from where another test left it, be it the machine's own.
+    sNow = std::max<bigtime_t>(sNow, system_time()) + 1000000;
     WriteStat();
     SetUsedPages(250000);
     SetPageFaults(0);
@@ -70,9 +71,15 @@ RecordedMachine::~RecordedMachine()
 void RecordedMachine::Advance(bigtime_t microseconds)
 {
     for (size_t i = 0; i < fLoads.size(); i++)
-        sTicks[i] += microseconds / 10000 * fLoads[i] / 100;
+        sTicks[i] += fOffline[i] ? 0 : microseconds / 10000 * fLoads[i] / 100;
     WriteStat();
     sNow += microseconds;
+}
+
+void RecordedMachine::ResetCounts()
+{
+    sTicks = {};
+    WriteStat();
 }
 
 bigtime_t RecordedMachine::Now() const
@@ -104,8 +111,11 @@ void RecordedMachine::SetPageFaults(int64 faults)
 void RecordedMachine::WriteStat() const
 {
     std::string text = "cpu  0 0 0 0 0 0 0 0 0 0\n";
-    for (size_t i = 0; i < sTicks.size(); i++)
+    for (size_t i = 0; i < sTicks.size(); i++) {
+        if (fOffline[i])
+            continue;
         text += "cpu" + std::to_string(i) + " " + std::to_string(sTicks[i]) + " 0 0 0 0 0 0 0 0 0\n";
+    }
     text += "btime 1700000000\n";
     sTree.Write("proc/stat", text);
 }

@@ -22,6 +22,10 @@ public:
 
     /// Share of the time in which a processor is active from now on: percent.
     void SetLoad(int32 processor, int32 percent) { fLoads[static_cast<size_t>(processor)] = percent; }
+    /// From the next Advance() on the processor is not there, or is again; what it counted stays.
+    void SetOffline(int32 processor, bool offline) { fOffline[static_cast<size_t>(processor)] = offline; }
+    /// The counts of all processors begin anew.
+    void ResetCounts();
     void SetUsedPages(int64 pages);
     void SetPageFaults(int64 faults);
 
@@ -33,4 +37,5 @@ private:
     void WriteStat() const;
 
     std::array<int32, kProcessors> fLoads = {};
+    std::array<bool, kProcessors> fOffline = {};
 };
