@@ -1,0 +1,107 @@
+#include "kits/application/Message.h"
+#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessageFormat.h"
+#include "kits/application/teams/Crc32.h"
+#include "kits/interface/InterfaceKit.h"
+#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartView.h"
+#include "src/chart/ChartViewHolder.h"
+#include "src/support/MessageCodes.h"
+#include "tests/fuzz/Fuzz.h"
+
+#include <memory>
+#include <string>
+
+// Archives, dropped settings and commands as they come from files, drags and other programs.
+
+namespace {
+
+std::string FourByteInteger(uint32 value)
+{
+    std::string bytes = "\x1A";
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(value >> shift & 0xFF);
+    return bytes;
+}
+
+void CheckChart(const ChartView& chart)
+{
+    Expect(chart.CountValueProviders() <= kMaxSources);
+    Expect(InRange("PageSize", static_cast<double>(chart.PageSize())));
+    Expect(InRange("SkipValue", chart.SkipValue()) && InRange("ValueSkipValue", chart.ValueSkipValue()));
+    Expect(InRange("ChartType", chart.ChartType()) && InRange("Mode", chart.Mode()));
+    Expect(InRange("ValueAAValue", static_cast<double>(chart.ValueAAValue())));
+    Expect(InRange("TitleAAValue", static_cast<double>(chart.TitleAAValue())));
+    Expect(InRange("ValueFont", static_cast<double>(chart.ValueFont().Size())));
+    Expect(InRange("TitleFont", static_cast<double>(chart.TitleFont().Size())));
+    Expect(std::string_view(chart.Title()).size() <= static_cast<size_t>(kMaxTitleLength));
+    Expect(chart.Column() >= 0);
+}
+
+constexpr uint32 kCodes[] = {MSG_PREFS_DROP,
+                             MSG_SOURCE_DROP,
+                             MSG_SET_VALUE_POS,
+                             MSG_SET_TITLE_POS,
+                             MSG_SET_COLUMN,
+                             MSG_CHART_PAUSE,
+                             MSG_REMOVE_SOURCE,
+                             MSG_SYSINFO_SAMPLE,
+                             MSG_WINDOW_CLOSED,
+                             MSG_DISTRIBUTE,
+                             MSG_DISTRIBUTE_VALUE_POS,
+                             MSG_SERVER_GONE,
+                             MSG_SYNC_OTHERS,
+                             B_SIMPLE_DATA,
+                             B_MIME_DATA,
+                             B_PASTE,
+                             '!FNT'};
+
+} // namespace
+
+// What the toolkit's font library keeps for the whole process.
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libfontconfig";
+}
+
+extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments)
+{
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    Expect(kits::InitInterface(*count, *arguments) == B_OK);
+    return 0;
+}
+
+// The first byte says what is done with it; then the map of a message.
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    if (size < 1)
+        return 0;
+    const std::string fields(TextOf(data + 1, size - 1));
+    const std::string flat = "\xD9\xD9\xF7\x83" + FourByteInteger(static_cast<uint32>(fields.size()) + 5) + fields +
+                             FourByteInteger(kits::Crc32(fields));
+    BMessage message;
+    // Written by someone else: without addresses.
+    if (kits::ReadMessage(flat, &message) != B_OK)
+        return 0;
+    const size_t action = data[0] % (std::size(kCodes) + 2);
+    if (action == std::size(kCodes)) {
+        const std::unique_ptr<ChartView> chart(ChartView::Instantiate(&message));
+        const ChartView loaded(&message);
+        CheckChart(chart != nullptr ? *chart : loaded);
+        CheckChart(loaded);
+    } else if (action == std::size(kCodes) + 1) {
+        ChartViewHolder holder(BRect(0, 0, 300, 200));
+        holder.LoadPrefsFrom(&message);
+        for (int32 i = 0; i < holder.CountCharts(); i++)
+            CheckChart(*holder.ChartAt(i));
+    } else {
+        ChartView chart;
+        chart.LoadPrefsFrom(&message);
+        CheckChart(chart);
+        message.what = kCodes[action];
+        kits::MessageAccess::SetDelivered(message, {}, false);
+        chart.MessageReceived(&message);
+        CheckChart(chart);
+    }
+    return 0;
+}
