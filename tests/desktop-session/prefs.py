@@ -123,6 +123,7 @@ class PrefsTest(ChartsTest):
         start, end = self.on_screen(self.prefs, *start), self.on_screen(self.window, x, y)
         above = (start[0], self.desktop.geometry(self.prefs)[1] - 10)
         self.desktop.xdotool("mousemove", *start, "mousedown", button)
+        self.addCleanup(self.desktop.xdotool, "mouseup", button)
         self.move_by_hand(start, above)
         first = wait_until(dragged, "the drag")
         self.move_by_hand(above, end)

@@ -1,8 +1,10 @@
 #include "kits/interface/desktop/DesktopColor.h"
 
+#include "kits/application/MainThread.h"
 #include "kits/interface/desktop/DesktopWatch.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QWidget>
 
 namespace kits::DesktopColor {
 
@@ -17,6 +19,13 @@ bool HasDesktop(const QString& platform)
     return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));
 }
 
+/// Windows that stand on the desktop may be filled with its colour.
+void RepaintWindows()
+{
+    for (QWidget* window : QApplication::topLevelWidgets())
+        window->update();
+}
+
 DesktopWatch& Watch()
 {
     if (sWatch == nullptr) {
@@ -24,7 +33,7 @@ DesktopWatch& Watch()
         DesktopWatch::Maker make;
         if (HasDesktop(platform))
             make = [name = platform.toStdString()] { return MakeDesktopBackend(name); };
-        sWatch = new DesktopWatch(std::move(make), kUnknown);
+        sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
     }
     return *sWatch;
 }

@@ -19,8 +19,9 @@ constexpr const char* kState = "Kept";
 
 } // namespace
 
-DesktopWatch::DesktopWatch(Maker make, rgb_color unknown)
+DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed)
     : fMake(std::move(make))
+    , fChanged(std::move(changed))
     , fWake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
     , fColor(unknown)
 {
@@ -58,25 +59,31 @@ rgb_color DesktopWatch::Get()
 
 void DesktopWatch::Set(rgb_color color, bool permanent)
 {
+    rgb_color before;
     {
         const std::lock_guard lock(fLock);
+        before = fColor;
         if (!fBefore)
             fBefore = fColor;
         fColor = color;
         fOrdered = color;
         fPermanent = permanent;
     }
+    SayIfChanged(before);
     Give(Order::kPaint);
 }
 
 void DesktopWatch::Restore()
 {
+    rgb_color before;
     {
         const std::lock_guard lock(fLock);
+        before = fColor;
         if (fBefore)
             fColor = *fBefore;
         fBefore.reset();
     }
+    SayIfChanged(before);
     Give(Order::kRestore);
 }
 
@@ -211,11 +218,27 @@ void DesktopWatch::HearNews()
 void DesktopWatch::Look()
 {
     const std::optional<rgb_color> color = fBackend->Read();
-    const std::lock_guard lock(fLock);
-    fNeedsLooking = fBackend->NeedsLooking();
-    fLooked = system_time();
-    if (color)
-        (fBefore ? *fBefore : fColor) = *color;
+    rgb_color before;
+    {
+        const std::lock_guard lock(fLock);
+        before = fColor;
+        fNeedsLooking = fBackend->NeedsLooking();
+        fLooked = system_time();
+        if (color)
+            (fBefore ? *fBefore : fColor) = *color;
+    }
+    SayIfChanged(before);
+}
+
+void DesktopWatch::SayIfChanged(rgb_color before)
+{
+    bool isChanged = false;
+    {
+        const std::lock_guard lock(fLock);
+        isChanged = fColor != before;
+    }
+    if (isChanged && fChanged)
+        fChanged();
 }
 
 void DesktopWatch::WaitForNews()

@@ -25,7 +25,8 @@ public:
     /// Starts the thread, if there is something to make.
     /// @param make     called on the thread; null, or null from it, when there is no desktop to read or paint
     /// @param unknown  the colour while nothing is known
-    DesktopWatch(Maker make, rgb_color unknown);
+    /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
+    DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
     /// Waits until what is under way is done. What is still painted then is put back at the next start.
     ~DesktopWatch();
     DesktopWatch(const DesktopWatch&) = delete;
@@ -55,8 +56,10 @@ private:
     void Look();
     void Give(Order order);
     void WaitForNews();
+    void SayIfChanged(rgb_color before);
 
     const Maker fMake;
+    const std::function<void()> fChanged;
     FileDescriptor fWake; ///< an eventfd
     thread_id fThread = -1;
 

@@ -159,6 +159,21 @@ TEST_F(DesktopWatchTest, ReadsTheColourAndFollowsIt)
     EXPECT_TRUE(Await([&] { return watch->Get() == kBlue; }));
 }
 
+TEST_F(DesktopWatchTest, SaysWhenTheColourIsAnother)
+{
+    std::atomic<int> said = 0;
+    DesktopWatch watch([this] { return std::make_unique<FakeBackend>(desktop); }, kGray, [&] { said++; });
+    desktop.SetFromOutside(kBlue);
+    EXPECT_TRUE(Await([&] { return said == 1; }));
+    EXPECT_EQ(watch.Get(), kBlue);
+    watch.Set(kRed, true);
+    EXPECT_EQ(said, 2);
+    watch.Set(kRed, true);
+    EXPECT_EQ(said, 2);
+    watch.Restore();
+    EXPECT_EQ(said, 3);
+}
+
 TEST_F(DesktopWatchTest, WithoutADesktopKnowsWhatWasSetHere)
 {
     for (const DesktopWatch::Maker& none :

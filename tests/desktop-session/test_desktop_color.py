@@ -1,0 +1,60 @@
+"""The colour of the desktop: followed, tried out, and put back."""
+
+import signal
+
+from desktop import wait_until
+from prefs import DESKTOP_COLOR, RAMPS, TEST_ON_DESKTOP, PrefsTest
+
+BARE = (1270, 790)
+"""A place of the screen that no window covers."""
+
+
+class DesktopColor(PrefsTest):
+    def arrange(self):
+        self.paint("#204060")
+
+    def paint(self, color):
+        """As another program does."""
+        width, height = self.desktop.picture().width, self.desktop.picture().height
+        self.desktop.output("display", "-window", "root", "-size", f"{width}x{height}", f"xc:{color}")
+        wait_until(lambda: self.bare() == tuple(bytes.fromhex(color[1:])), "the colour on the desktop")
+
+    def bare(self):
+        return self.desktop.picture().pixel(*BARE)
+
+    def start_test(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.click((5 + 200, RAMPS["red"]))
+        self.click(TEST_ON_DESKTOP)
+        wait_until(lambda: self.bare() != (32, 64, 96), "the picked colour on the desktop")
+
+    def test_is_followed_by_a_locked_chart(self):
+        self.open_prefs()
+        self.click(DESKTOP_COLOR)
+        right = lambda: self.chart(0).pixel(540, 60)  # noqa: E731
+        wait_until(lambda: right() == (32, 64, 96), "a chart in the colour of the desktop")
+        self.paint("#605040")
+        wait_until(lambda: right() == (96, 80, 64), "the next colour")
+
+    def test_is_put_back_when_the_box_is_off(self):
+        self.start_test()
+        self.click(TEST_ON_DESKTOP)
+        wait_until(lambda: self.bare() == (32, 64, 96), "the desktop as before")
+
+    def test_is_put_back_by_cancel_and_by_the_end(self):
+        self.start_test()
+        self.cancel()
+        wait_until(lambda: self.bare() == (32, 64, 96), "the desktop as before")
+        self.start_test()
+        self.quit()
+        self.assertEqual(self.bare(), (32, 64, 96))
+
+    def test_is_put_back_at_the_next_start_after_a_kill(self):
+        self.start_test()
+        picked = self.bare()
+        self.program.signal(signal.SIGKILL)
+        self.program.wait()
+        self.assertEqual(self.bare(), picked)
+        self.program = self.start()
+        wait_until(lambda: self.bare() == (32, 64, 96), "the desktop as before")
