@@ -48,6 +48,7 @@ ChartColorTab::ChartColorTab(ChartView* chart)
     : ChartPage(TrLater("Colors"), chart, &ChartView::SaveColorPrefsTo)
 {
     fColors = new SmartColorControl(BPoint(0, 0), 8, new BMessage(MSG_COLOR_CHANGED));
+    fColors->SetAccessibleName(Tr("Color"));
     AddChild(fColors);
     fPreview = new ColorPreView(BRect(5, 5, 10, 10), fColors);
     fPreview->SetViewColor(fColors->ValueAsColor());

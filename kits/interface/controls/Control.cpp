@@ -109,7 +109,9 @@ void BControl::UpdateWidget()
 {
     QWidget* widget = fContent->As<>();
     widget->setEnabled(fEnabled);
-    widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
+    // One without a label keeps the name that it was given.
+    if (!fLabel.empty() || *Name() != '\0')
+        widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
 }
 
 void BControl::WidgetNeedsUpdate()

@@ -10,6 +10,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QSlider>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -37,6 +38,18 @@ BTabView* Tabs(const BWindow* window)
             return tabs;
     }
     return nullptr;
+}
+
+/// The pages write some of their labels when they are shown, by messages to themselves.
+bool SlidersHaveLabels()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        for (const QSlider* slider : window->findChildren<QSlider*>()) {
+            if (slider->isVisible() && slider->accessibleName().isEmpty())
+                return false;
+        }
+    }
+    return true;
 }
 
 class AccessTest : public AppTest {
@@ -91,14 +104,13 @@ TEST_F(AccessTest, EverythingInEveryWindowHasAName)
             (new BAlert("Title", "A question.", "No", "Yes"))->Go(nullptr);
             app.Window()->PostMessage(MSG_CHART_PREFS, FirstChart(app));
         },
-        // The pages write some of their labels then.
-        [](QelApp&) {},
+        [this](QelApp&) { Await(SlidersHaveLabels); },
         [this](QelApp&) { WalkWindows(); },
     };
     // Pages are in their window while they are selected.
     for (int32 page = 1; page < 5; page++) {
         steps.push_back([page](QelApp& app) { Tabs(FirstChart(app)->PreferencesWindow())->Select(page); });
-        steps.push_back([](QelApp&) {});
+        steps.push_back([this](QelApp&) { Await(SlidersHaveLabels); });
         steps.push_back([this](QelApp&) { WalkWindows(); });
     }
     steps.push_back([](QelApp& app) { FirstChart(app)->ContextMenuRequested(BPoint(10, 10)); });
