@@ -112,8 +112,8 @@ class PrefsTest(ChartsTest):
         wait_until(lambda: self.shown() == [self.window], "the preferences to close")
 
     def drag_to_chart(self, start, x, y, button=1):
-        """From a place of the preferences onto one of the main window, as a hand does: first upwards, for a page leaves
-        its window across the tabs."""
+        """From a place of the preferences onto one of the main window, as a hand does. A page leaves its window across
+        the tabs."""
         shown = set(self.shown())
 
         def dragged():
@@ -121,16 +121,22 @@ class PrefsTest(ChartsTest):
             return [self.desktop.geometry(window)[:2] for window in set(self.shown()) - shown]
 
         start, end = self.on_screen(self.prefs, *start), self.on_screen(self.window, x, y)
-        above = (start[0], self.desktop.geometry(self.prefs)[1] - 10)
+        top = self.desktop.geometry(self.prefs)[1]
+        above = (start[0], top - 10) if start[1] < top + 25 else (start[0] + 36, start[1] - 24)
         self.desktop.xdotool("mousemove", *start, "mousedown", button)
         self.addCleanup(self.desktop.xdotool, "mouseup", button)
-        self.move_by_hand(start, above)
-        first = wait_until(dragged, "the drag")
+        way = [tuple(round(a + (b - a) * step / 12) for a, b in zip(start, above)) for step in range(1, 13)]
+
+        def begun():
+            self.desktop.xdotool("mousemove", *(way.pop(0) if way else (above[0] + 1, above[1])))
+            self.desktop.xdotool("mousemove_relative", "--", -1, 0)
+            return not way and dragged()
+
+        wait_until(begun, "the drag")
         self.move_by_hand(above, end)
-        # It has followed to the end, and so has everything else.
-        wait_until(lambda: dragged()[0][0] >= first[0][0] + end[0] - above[0] - 2, "the drag to follow")
         for aside in (1, 0) * 3:  # a hand trembles
             self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+            self.await_change()
             self.await_change()
         self.desktop.xdotool("mouseup", button)
         wait_until(lambda: not dragged(), "the drop")
