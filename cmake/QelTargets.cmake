@@ -9,8 +9,11 @@ function(qel_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
 endfunction()
 
+add_custom_target(headless_tests)
+
 # qel_test(NAME LINK target... [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the .cpp files in
-# the current folder; every test is run in a process of its own. GUI tests run without a screen.
+# the current folder; every test is run in a process of its own. GUI tests run without a screen; those that link
+# nothing of it are labelled "headless", and the target headless_tests builds them.
 function(qel_test name)
     cmake_parse_arguments(ARG "GUI" "" "LINK;ENVIRONMENT" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
@@ -24,9 +27,13 @@ function(qel_test name)
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main)
+        if(NOT ARG_LINK MATCHES "kits_interface|qel_charts|qel_app")
+            add_dependencies(headless_tests ${name})
+            set(label LABELS headless)
+        endif()
     endif()
     target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
     include(GoogleTest)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
+        PROPERTIES TIMEOUT 120 ${label} ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()
