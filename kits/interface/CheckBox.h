@@ -21,4 +21,7 @@ public:
 protected:
     QWidget* MakeWidget() override;
     void UpdateWidget() override;
+
+private:
+    bool fHasGrown = false;
 };

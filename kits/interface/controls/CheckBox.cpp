@@ -43,7 +43,10 @@ BCheckBox::~BCheckBox() = default;
 void BCheckBox::AttachedToWindow()
 {
     BControl::AttachedToWindow();
-    GrowToPreferred();
+    // Once: on a page that comes back it keeps the width that the page gave it.
+    if (!fHasGrown)
+        GrowToPreferred();
+    fHasGrown = true;
 }
 
 float BCheckBox::NarrowestWidth()

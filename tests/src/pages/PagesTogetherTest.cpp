@@ -184,8 +184,11 @@ TEST_F(PagesTogetherTest, NothingLiesOverAnotherAtTheSmallestSize)
     float ignored = 0;
     prefs->GetSizeLimits(&width, &ignored, &height, &ignored);
     prefs->ResizeTo(width, height);
-    for (int32 index = 0; BTab* tab = TabView()->TabAt(index); index++) {
-        TabView()->Select(index);
+    // Twice: a page that comes back is not laid out again.
+    for (int32 visit = 0; BTab* tab = TabView()->TabAt(visit % TabView()->CountTabs()); visit++) {
+        if (visit == 2 * TabView()->CountTabs())
+            break;
+        TabView()->Select(visit % TabView()->CountTabs());
         test::Turn();
         const BView* page = tab->View();
         for (int32 i = 0; const BView* one = page->ChildAt(i); i++) {
