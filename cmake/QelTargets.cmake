@@ -35,5 +35,9 @@ function(qel_test name)
     target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
     include(GoogleTest)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 120 ${label} ENVIRONMENT "${ARG_ENVIRONMENT}")
+        PROPERTIES TIMEOUT 120 ${label})
+    # Not among those properties: they are a list themselves, and would take one variable only.
+    set(environment ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)
+    file(WRITE ${environment} "set_tests_properties(\${${name}_TESTS} PROPERTIES ENVIRONMENT \"${ARG_ENVIRONMENT}\")\n")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${environment})
 endfunction()
