@@ -103,5 +103,5 @@ void ChartView::SaveFile(const std::string& path, std::string bytes)
 void ChartView::FinishSaving()
 {
     if (fSaving != nullptr)
-        wait_for_thread(fSaving->ThreadID(), nullptr);
+        fSaving->Join();
 }

@@ -185,10 +185,17 @@ void DesktopApp::Remove(ReplicantWindow* window)
 
 void DesktopApp::UpdateAutostart()
 {
-    // One at a time, so that the last one counts. Waiting for the disk is nothing for the main thread.
-    fAutostart = nullptr;
+    // One at a time, so that the last one counts. Waiting for the disk is nothing for the main thread, but for the
+    // rare one that is still at work.
+    FinishAutostart();
     fAutostart = FireAndForgetThread::Launch(std::make_unique<OneParamFunctionObject<bool>>(WriteAutostart, !IsEmpty()),
                                              "Autostart entry", B_NORMAL_PRIORITY);
+}
+
+void DesktopApp::FinishAutostart()
+{
+    if (fAutostart != nullptr)
+        fAutostart->Join();
 }
 
 void DesktopApp::WriteAutostart(bool enable)
@@ -212,7 +219,7 @@ void DesktopApp::Changed()
 
 status_t DesktopApp::Drain()
 {
-    fAutostart = nullptr;
+    FinishAutostart();
     return fWriter.Drain();
 }
 

@@ -61,6 +61,7 @@ private:
     void Show(std::unique_ptr<BView> view, BRect frame, const BMessage* places);
     void RestoreOne(BMessage* saved);
     void UpdateAutostart();
+    void FinishAutostart();
     static void WriteAutostart(bool enable);
     bool IsEmpty() const { return fWindows.empty() && fForeign.empty(); }
 

@@ -37,6 +37,12 @@ status_t ThreadPrimitive::Suspend()
     return suspend_thread(fThread);
 }
 
+void ThreadPrimitive::Join()
+{
+    if (fThread > 0)
+        wait_for_thread(fThread, nullptr);
+}
+
 status_t ThreadPrimitive::Resume()
 {
     return resume_thread(fThread);

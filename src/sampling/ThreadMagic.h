@@ -61,6 +61,10 @@ public:
     /// -1 before Go(); the error if Go() failed; else the thread's id, also after the thread has ended.
     thread_id ThreadID() const { return fThread; }
 
+    /// Waits until the thread has done its work; returns at once if it never ran or is gone. Destroying the object
+    /// instead ends a thread that has hardly begun without any of it.
+    void Join();
+
     /// Both return the kernel's result. A suspended thread stops at its next sleep or wait.
     status_t Suspend();
     status_t Resume();

@@ -245,6 +245,20 @@ TEST(FireAndForgetThread, CallsOnceAndKeepsItsWork)
     EXPECT_TRUE(deleted);
 }
 
+TEST(FireAndForgetThread, DoesAllOfItsWorkForWhoJoinsIt)
+{
+    for (int i = 0; i < 100; i++) {
+        bool isDone = false;
+        auto thread = FireAndForgetThread::Launch(MakeWork([&] { isDone = true; }), "joined", 10);
+        ASSERT_NE(thread, nullptr);
+        thread->Join();
+        EXPECT_TRUE(isDone);
+        thread->Join();
+    }
+    FireAndForgetThread never(MakeWork([] {}), "never", 10);
+    never.Join();
+}
+
 TEST(FireAndForgetThread, EndsWhenItIsDeleted)
 {
     std::atomic<bool> deleted = false;
