@@ -1,6 +1,7 @@
 #include "src/chart/ChartMenu.h"
 
 #include "kits/interface/PopUpMenu.h"
+#include "src/app/SmartWindow.h"
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
 
@@ -267,4 +268,26 @@ TEST_F(ChartMenuInWindowTest, TheOtherChartsGoOnUnderAMenu)
     window->PostMessage(&sample, other);
     test::Turn();
     EXPECT_EQ(other->Column(), kColumnZeroDrawn);
+}
+
+TEST_F(ChartMenuInWindowTest, StaysUsableWhenThePreferencesCloseUnderIt)
+{
+    window->PostMessage(MSG_CHART_PREFS, chart);
+    test::Turn();
+    ASSERT_NE(chart->PreferencesWindow(), nullptr);
+    const BMessenger prefs(chart->PreferencesWindow());
+    OpenMenuAt(BPoint(50, 40));
+    prefs.SendMessage(B_QUIT_REQUESTED);
+    test::Turn();
+    EXPECT_FALSE(prefs.IsValid());
+    EXPECT_EQ(chart->PreferencesWindow(), nullptr);
+    BMessage settings;
+    BMessage archive;
+    EXPECT_EQ(chart->SaveGeneralPrefsTo(&settings), B_OK);
+    EXPECT_EQ(settings.FindMessage("PrefsWindowArchive", &archive), B_OK);
+    EXPECT_FALSE(archive.IsEmpty()) << "the window has told the chart where it was";
+    Choose("Pause");
+    EXPECT_TRUE(chart->IsPaused());
+    Choose("Preferences...");
+    EXPECT_NE(chart->PreferencesWindow(), nullptr);
 }
