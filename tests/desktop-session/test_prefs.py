@@ -1,5 +1,6 @@
 """The preferences: everything is changed while it runs, and taken back."""
 
+import itertools
 import time
 
 from desktop import wait_until
@@ -46,6 +47,22 @@ class Sampler(PrefsTest):
         self.slide(self.SAMPLES, self.RIGHT_END)
         self.close_prefs()
         self.assertEqual(values(self.quit(), "NodesToKeep"), [200])
+
+    def test_charts_go_on_while_a_slider_is_moved(self):
+        self.open_global()
+        x, y = self.on_screen(self.prefs, *self.SAMPLES)
+        aside = itertools.cycle(range(0, 200, 7))
+        self.desktop.xdotool("mousemove", x, y, "mousedown", 1)
+        first, _ = self.columns()
+
+        def move():
+            self.desktop.xdotool("mousemove", x + next(aside), y)
+            return self.columns()[0] >= first + 5
+
+        wait_until(move, "charts that draw under a slider that moves all the time")
+        self.desktop.xdotool("mouseup", 1)
+        self.close_prefs()
+        self.assertNotEqual(values(self.quit(), "NodesToKeep"), [10])
 
     def test_cancel_takes_both_back(self):
         self.open_global()
