@@ -1,5 +1,6 @@
 """What tests of charts share."""
 
+import pathlib
 import signal
 
 from desktop import DesktopTest, wait_until
@@ -9,8 +10,15 @@ TITLE = (40, 62)
 """On the first chart's title, in the window."""
 
 
+# A third of its memory is in use, whatever this machine does.
+RECORDED = {"KITS_ROOT": str(pathlib.Path(__file__).resolve().parent.parent / "data/machines/two-processors")}
+
+
 class ChartsTest(DesktopTest):
     """The program with the charts of its first start; `arrange` may change them before, `place` the window."""
+
+    environment = {}
+    """Of the program."""
 
     def arrange(self):
         pass
@@ -24,7 +32,7 @@ class ChartsTest(DesktopTest):
         self.open()
 
     def open(self):
-        self.program = self.start()
+        self.program = self.start(**self.environment)
         self.window = self.program.window()
         self.place()
         self.await_change()

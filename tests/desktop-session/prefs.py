@@ -1,6 +1,6 @@
 """What tests of the preferences windows share."""
 
-from charts import ChartsTest
+from charts import RECORDED, ChartsTest
 from desktop import wait_until
 
 TABS = {"General": (36, 14), "Colors": (101, 14), "Sources": (172, 14), "Fonts": (234, 14), "Sysinfo": (302, 14)}
@@ -44,6 +44,8 @@ def values(stored, name):
 
 
 class PrefsTest(ChartsTest):
+    environment = RECORDED
+
     def place(self):
         # The preferences open on the left.
         self.desktop.xdotool("windowmove", self.window, 640, 60)

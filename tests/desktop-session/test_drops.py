@@ -1,6 +1,6 @@
 """What other programs can have dropped on a chart."""
 
-from charts import TITLE
+from charts import RECORDED, TITLE
 from desktop import wait_until
 from drops import DropsTest, sources
 
@@ -29,6 +29,8 @@ class Text(DropsTest):
 
 
 class Color(DropsTest):
+    environment = RECORDED
+
     def chart(self):
         """The chart of the memory, whose curve is flat."""
         return self.picture().crop(0, 180, 570, 113)
