@@ -459,6 +459,11 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
         <source>Pick Desktop</source>
         <translation>Farbe der Arbeitsfläche</translation>
     </message>
@@ -883,13 +888,13 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/support/ColorPreView.cpp"/>
-        <source>Color</source>
-        <translation>Farbe</translation>
+        <source>Pick desktop color</source>
+        <translation>Farbe der Arbeitsfläche nehmen</translation>
     </message>
     <message>
         <location filename="../src/support/ColorPreView.cpp"/>
-        <source>Pick desktop color</source>
-        <translation>Farbe der Arbeitsfläche nehmen</translation>
+        <source>Drag the color onto a curve, a caption or the background of a chart</source>
+        <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen</translation>
     </message>
     <message>
         <location filename="../kits/interface/alerts/AlertWidget.cpp"/>

@@ -23,6 +23,7 @@ ColorPreView::ColorPreView(BRect frame, BColorControl* control)
 {
     fMenu.AddItem(fPickItem);
     SetAccessibleName(Tr("Color"));
+    SetToolTip(Tr("Drag the color onto a curve, a caption or the background of a chart"));
 }
 
 ColorPreView::~ColorPreView() = default;
