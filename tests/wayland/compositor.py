@@ -119,8 +119,8 @@ class Sway(Compositor):
         return self.picture_of(file)
 
     def keys(self, *arguments):
-        """As wtype takes them; its keyboard has to be known to the windows first."""
-        subprocess.run(["wtype", "-s", "300", *arguments, "-s", "100"], env=self.environment, capture_output=True,
+        """As wtype takes them."""
+        subprocess.run(["wtype", *arguments], env=self.environment, capture_output=True,
                        timeout=TIMEOUT, check=True)
 
     def windows(self):

@@ -23,7 +23,9 @@ bool SameSize(const PixelRect& a, const PixelRect& b)
 
 PixelRect FrameTracker::Content() const
 {
-    return fPending && !fZoomed ? WithSize(fActual, fFrame.Width(), fFrame.Height()) : fActual;
+    const PixelRect& size = fPending && !fZoomed ? fFrame : fActual;
+    const PixelRect place = fPlaceless ? PixelRect{} : fActual;
+    return WithSize(place, size.Width(), size.Height());
 }
 
 bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)

@@ -24,11 +24,14 @@ public:
 
     /// The frame that it goes back to.
     const PixelRect& Frame() const { return fFrame; }
-    /// What the content covers.
+    /// What the content covers, in the toolkit's coordinates of the screen.
     PixelRect Content() const;
     bool IsZoomed() const { return fZoomed || fTiled; }
     bool IsPending() const { return fPending; }
 
+    /// Windows do not know their place here: the toolkit counts from the content's own corner. Frame() keeps the place
+    /// that was asked for.
+    void SetPlaceless() { fPlaceless = true; }
     /// The program asks for a frame. @return whether the system's window is to be changed now
     bool Ask(const PixelRect& frame, bigtime_t now);
     /// The system's window is about to be shown with Frame(): what the window manager makes of that is its doing.
@@ -53,6 +56,7 @@ private:
     bool fPending = false;
     bool fZoomed = false;
     bool fTiled = false;
+    bool fPlaceless = false;
 };
 
 } // namespace kits

@@ -112,6 +112,8 @@ void WindowPane::WatchWindow()
     create();
     fWatched = windowHandle();
     fWatched->installEventFilter(this);
+    if (IsWaylandHere())
+        fImpl->fTracker.SetPlaceless();
     if (IsOfDesktop()) {
         DesktopLayer::MarkAsDesktopWindow(*fWatched);
         DesktopLayer::WatchCompositor(RepaintDesktopWindows);

@@ -144,3 +144,16 @@ TEST(FrameTracker, ASizeThatTheUserChoseLongAgoStays)
     tracker.SetZoomed(true, 2 * kLong);
     EXPECT_TRUE(HasSize(tracker.Frame(), 640, 480));
 }
+
+TEST(FrameTracker, WherePlacesAreUnknownTheContentIsAtTheOrigin)
+{
+    FrameTracker tracker(kStart);
+    tracker.SetPlaceless();
+    EXPECT_EQ(tracker.Frame(), kStart);
+    EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, kStart.Width(), kStart.Height()}));
+    tracker.Ask({50, 60, 150, 160}, kLong);
+    EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, 100, 100}));
+    EXPECT_EQ(tracker.Frame(), (PixelRect{50, 60, 150, 160}));
+    tracker.ReportSize(100, 100, kLong + 1);
+    EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, 100, 100}));
+}
