@@ -31,8 +31,9 @@ public:
     /// @param mimeType  its signature: "application/x-vnd." and a name
     /// @param error     when not null, gets what InitCheck returns
     /// @param presence  a kSingle that runs already gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`: this
-    ///                  process should then end, as if all were well. Where other processes cannot be reached (no
-    ///                  folder that is safe) it is hidden all the same.
+    ///                  process should then end, as if all were well, unless OtherDisplay() says that the user sees
+    ///                  nothing of that here. One that does not answer for five seconds gives `B_TIMED_OUT`. Where
+    ///                  other processes cannot be reached (no folder that is safe) it is hidden all the same.
     explicit BApplication(const char* mimeType, status_t* error = nullptr,
                           kits::Presence presence = kits::Presence::kHidden);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
@@ -40,8 +41,11 @@ public:
     ~BApplication() override;
 
     /// `B_OK`; `B_BAD_VALUE` for a signature that is none, `B_NOT_ALLOWED` if this process has an application already,
-    /// `B_ALREADY_RUNNING` if another one has it that is to be the only one.
+    /// `B_ALREADY_RUNNING` if another one has it that is to be the only one, `B_TIMED_OUT` if that one hangs.
     status_t InitCheck() const { return fInitStatus; }
+    /// With `B_ALREADY_RUNNING`: the name of the display that the running one was started on, when this process was
+    /// started on another one; else empty.
+    const std::string& OtherDisplay() const { return fOtherDisplay; }
     const char* Signature() const { return fSignature.c_str(); }
 
     /// Runs the application on the calling (the main) thread; returns when it has quit. SIGTERM, SIGINT and SIGHUP post
@@ -81,10 +85,13 @@ public:
 private:
     void HandleArguments(const BMessage& message);
     status_t MakePresent(kits::Presence presence);
+    /// That the user wants it again. `B_OK` if there is none, `B_BAD_HANDLER` if it is about to end.
+    status_t TellRunning();
     void EndPresence();
 
     const std::string fSignature;
     status_t fInitStatus;
+    std::string fOtherDisplay;
     kits::Presence fPresence = kits::Presence::kHidden; ///< at this moment
     bool fHasRun = false;
     bool fIsLaunched = false; ///< the launch messages have been handled

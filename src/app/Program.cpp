@@ -15,6 +15,7 @@
 #include "src/app/Stores.h"
 #include "src/app/TellCommand.h"
 #include "src/support/Qel.h"
+#include "src/support/SecondStart.h"
 
 namespace {
 
@@ -30,9 +31,9 @@ int Print(const char* text)
 int RunSession()
 {
     auto app = std::make_unique<QelApp>();
-    if (app->InitCheck() == B_ALREADY_RUNNING) {
-        // It has come to the front, which is all that this start was for.
-        return 0;
+    if (app->InitCheck() == B_ALREADY_RUNNING || app->InitCheck() == B_TIMED_OUT) {
+        // When it has come to the front, that is all that this start was for.
+        return EndSecondStart(*app, "qel");
     }
     Stores stores(Stores::Mode::kSession);
     if (!AskAboutVersion(prefs_user)) {

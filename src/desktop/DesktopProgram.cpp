@@ -8,6 +8,7 @@
 #include "kits/kernel/Errors.h"
 #include "src/desktop/DesktopApp.h"
 #include "src/support/Qel.h"
+#include "src/support/SecondStart.h"
 
 namespace {
 
@@ -25,8 +26,8 @@ int Run()
 {
     status_t status = B_OK;
     auto app = std::make_unique<DesktopApp>(&status);
-    if (status == B_ALREADY_RUNNING)
-        return 0;
+    if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
+        return EndSecondStart(*app, "qel-desktop");
     app->Restore();
     app->Run();
     status = app->Drain();

@@ -248,9 +248,10 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(program.close)
         return program
 
-    def run_beside(self, *arguments):
+    def run_beside(self, *arguments, **environment):
         """Another start, with the same settings; its exit status and what it said on stdout and stderr."""
         env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
+        env.update(environment)
         result = subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
                                 capture_output=True, text=True, timeout=TIMEOUT)
         return result.returncode, result.stdout, result.stderr

@@ -12,7 +12,7 @@ import subprocess
 import unittest
 
 from charts import STORE, ChartsTest
-from desktop import TIMEOUT, DesktopTest, wait_until
+from desktop import TIMEOUT, Desktop, DesktopTest, wait_until
 
 
 class ProcessesTest(DesktopTest):
@@ -53,6 +53,25 @@ class SecondStart(ProcessesTest, ChartsTest):
         self.assertEqual(self.run_beside("--snapshot", str(picture), "--after", "0"), (0, "", ""))
         self.assertTrue(picture.exists())
         self.await_change()
+
+    def test_on_another_display_says_where_the_first_is(self):
+        other = Desktop(window_manager=False)
+        self.addCleanup(other.close)
+        display = self.desktop.environment["DISPLAY"]
+        there = {"DISPLAY": other.environment["DISPLAY"]}
+        result = self.run_beside(**there)
+        self.assert_one_line(result, 1)
+        self.assertIn(display, result[2])
+        self.assertEqual(other.windows("Qel"), [])
+        self.await_change()
+        # What has no window has no display either.
+        self.assertEqual(self.run_beside("--set-delay", "0.1", **there), (0, "", ""))
+
+    def test_says_that_the_first_hangs(self):
+        self.program.signal(signal.SIGSTOP)
+        self.assert_one_line(self.run_beside(), 1)
+        self.program.signal(signal.SIGCONT)
+        self.assert_brings_the_first_to_the_front()
 
     def test_opens_its_own_window_when_the_first_was_killed(self):
         self.program.close()

@@ -8,7 +8,11 @@
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamPort.h"
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Threads.h"
 #include "kits/storage/Resources.h"
+
+#include <cstdlib>
 
 using kits::PostOffice;
 
@@ -19,10 +23,45 @@ namespace {
 
 constexpr bigtime_t kLongestWaitForLaunch = 30000000;
 constexpr bigtime_t kLongestWaitForOthers = 1000000;
+constexpr bigtime_t kLongestWaitForAnswer = 5000000;
+constexpr bigtime_t kPauseForTheEnd = 20000;
+
+constexpr const char* kDisplayVariables[] = {"WAYLAND_DISPLAY", "DISPLAY"};
 
 /// Held from the end of an application that is single until its process has written what it writes at its end: who
 /// starts it again waits for that.
 kits::LaunchLock sEnding;
+
+/// The display that a variable of the environment names, empty for none. Of an X server all screens are one.
+std::string DisplayIn(const char* variable)
+{
+    const char* name = getenv(variable);
+    const std::string display = name != nullptr ? name : "";
+    const size_t screen = display.find('.', display.rfind(':'));
+    return variable == std::string("DISPLAY") ? display.substr(0, screen) : display;
+}
+
+void AddDisplays(BMessage* message)
+{
+    for (const char* variable : kDisplayVariables)
+        message->AddString(variable, DisplayIn(variable));
+}
+
+/// Where the one that has sent this shows its windows, when none of its displays is one of this process.
+std::string OtherDisplayIn(const BMessage& message)
+{
+    std::string other;
+    for (const char* variable : kDisplayVariables) {
+        std::string display;
+        if (message.FindString(variable, &display) != B_OK || display.empty())
+            continue;
+        if (display == DisplayIn(variable))
+            return {};
+        if (other.empty())
+            other = display;
+    }
+    return other;
+}
 
 } // namespace
 
@@ -57,16 +96,41 @@ status_t BApplication::MakePresent(kits::Presence presence)
     kits::TeamFolder folder;
     kits::LaunchLock lock;
     if (presence == kits::Presence::kSingle && folder.Open() == B_OK) {
-        // Whoever has started this program has the lock for it.
-        if (!grant.isLaunched)
-            lock.Take(folder, fSignature, kLongestWaitForLaunch);
-        const BMessenger running(fSignature.c_str());
-        if (running.IsValid() && running.SendMessage(B_SILENT_RELAUNCH) == B_OK)
-            return B_ALREADY_RUNNING;
+        const bigtime_t end = system_time() + kLongestWaitForLaunch;
+        status_t status;
+        do {
+            // Whoever has started this program has the lock for it.
+            if (!grant.isLaunched)
+                lock.Take(folder, fSignature, kLongestWaitForLaunch);
+            status = TellRunning();
+            if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
+                return status;
+            if (status == B_BAD_HANDLER) {
+                // It ends, and wants the lock for that.
+                lock = kits::LaunchLock();
+                snooze(kPauseForTheEnd);
+            }
+        } while (status == B_BAD_HANDLER && system_time() < end);
     }
     fPresence = presence;
     kits::TeamPort::Get().SetSignature(fSignature);
     return B_OK;
+}
+
+status_t BApplication::TellRunning()
+{
+    const BMessenger running(fSignature.c_str());
+    if (!running.IsValid())
+        return B_OK;
+    const BMessage again(B_SILENT_RELAUNCH);
+    BMessage reply;
+    const status_t status = running.SendMessage(&again, &reply, kLongestWaitForAnswer, kLongestWaitForAnswer);
+    if (status == B_TIMED_OUT || status == B_WOULD_BLOCK)
+        return B_TIMED_OUT;
+    if (status != B_OK)
+        return B_BAD_HANDLER;
+    fOtherDisplay = OtherDisplayIn(reply);
+    return B_ALREADY_RUNNING;
 }
 
 void BApplication::EndPresence()
@@ -189,6 +253,13 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     case B_ARGV_RECEIVED:
         HandleArguments(*message);
         break;
+    case B_SILENT_RELAUNCH: {
+        BLooper::DispatchMessage(message, handler);
+        BMessage reply(B_REPLY);
+        AddDisplays(&reply);
+        message->SendReply(&reply);
+        break;
+    }
     default:
         BLooper::DispatchMessage(message, handler);
     }

@@ -107,6 +107,25 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
     }
 }
 
+TEST_F(LaunchTest, OfASingleApplicationTellsWhenTheUserSeesNothingOfTheFirst)
+{
+    const auto startOn = [](const char* wayland, const char* display) {
+        setenv("WAYLAND_DISPLAY", wayland, 1);
+        setenv("DISPLAY", display, 1);
+        return std::make_unique<Partner>(kSignature, "single");
+    };
+    const auto first = startOn("", ":71");
+    const BMessenger application = first->Application();
+    constexpr int kHere = 0, kElsewhere = 4;
+    EXPECT_EQ(startOn("", ":71")->Await(), kHere);
+    EXPECT_EQ(startOn("wayland-0", ":71.0")->Await(), kHere);
+    EXPECT_EQ(startOn("", ":72")->Await(), kElsewhere);
+    EXPECT_EQ(startOn("wayland-0", "")->Await(), kElsewhere);
+    EXPECT_EQ(LogOf(application), "ready again again again again ");
+    unsetenv("WAYLAND_DISPLAY");
+    unsetenv("DISPLAY");
+}
+
 TEST(Launch, OfASingleApplicationWaitsForTheEndOfTheProcessBefore)
 {
     const test::RuntimeFolder runtime;

@@ -154,6 +154,6 @@ int main(int argc, char** argv)
                     : mode == "listed" ? kits::Presence::kListed
                                        : kits::Presence::kSingle);
     if (partner.InitCheck() == B_ALREADY_RUNNING)
-        return 0;
+        return partner.OtherDisplay().empty() ? 0 : 4;
     return partner.Run() < 0 ? 1 : 0;
 }
