@@ -338,8 +338,23 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
     </message>
     <message>
         <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Copy settings</source>
+        <translation>Einstellungen kopieren</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Paste color</source>
+        <translation>Farbe einfügen</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartViewConnection.cpp"/>
@@ -708,8 +723,8 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/pages/ChartSourcesTab.cpp"/>
-        <source>Drag a source or a group onto a chart</source>
-        <translation>Eine Quelle oder eine Gruppe auf ein Diagramm ziehen</translation>
+        <source>Drag a source or a group onto a chart, or copy it with Ctrl+C</source>
+        <translation>Eine Quelle oder eine Gruppe auf ein Diagramm ziehen oder mit Strg+C kopieren</translation>
     </message>
     <message>
         <location filename="../src/pages/FontSample.cpp"/>
@@ -718,8 +733,8 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/pages/FontSample.cpp"/>
-        <source>Drag the sample onto a caption of a chart</source>
-        <translation>Die Probe auf eine Beschriftung eines Diagramms ziehen</translation>
+        <source>Drag the sample onto a caption of a chart, or copy it with Ctrl+C</source>
+        <translation>Die Probe auf eine Beschriftung eines Diagramms ziehen oder mit Strg+C kopieren</translation>
     </message>
     <message>
         <location filename="../src/pages/SysinfoTab.cpp"/>
@@ -893,8 +908,8 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/support/ColorPreView.cpp"/>
-        <source>Drag the color onto a curve, a caption or the background of a chart</source>
-        <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen</translation>
+        <source>Drag the color onto a curve, a caption or the background of a chart, or copy it with Ctrl+C</source>
+        <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder mit Strg+C kopieren</translation>
     </message>
     <message>
         <location filename="../kits/interface/alerts/AlertWidget.cpp"/>

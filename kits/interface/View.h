@@ -81,6 +81,14 @@ public:
     /// The key or the combination that opens the menu at the keyboard focus. The plain view does nothing.
     /// @param where  the middle of the view
     virtual void ContextMenuRequested(BPoint where);
+    /// Ctrl+C, pressed here or in a view below that does not use it: writes what a drag of this view carries. The plain
+    /// view has nothing.
+    /// @return false, and nothing is copied, if there is nothing
+    virtual bool CopyRequested(BMessage* message);
+    /// Ctrl+V likewise: says where in this view the message from the clipboard is dropped then. The plain view takes
+    /// nothing.
+    /// @return false if nothing is taken
+    virtual bool PasteRequested(BPoint* where);
     /// With B_FRAME_EVENTS, after the frame changed, however it did; at most once per turn of the event loop.
     virtual void FrameMoved(BPoint parentPoint);
     virtual void FrameResized(float width, float height);

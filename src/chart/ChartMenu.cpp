@@ -31,6 +31,8 @@ ChartMenu::ChartMenu(bool replicant)
         // What the handle does by mouse, for the keyboard.
         fMenu->AddItem(new BMenuItem(Tr("Copy to desktop"), new BMessage(MSG_COPY_TO_DESKTOP)));
     }
+    fMenu->AddItem(new BMenuItem(Tr("Copy settings"), new BMessage(MSG_COPY_SETTINGS), 'C'));
+    fMenu->AddItem(new BMenuItem(Tr("Paste"), new BMessage(MSG_PASTE), 'V'));
 }
 
 ChartMenu::~ChartMenu() = default;
@@ -39,6 +41,7 @@ void ChartMenu::AddSource(const char* name, int32 index)
 {
     auto* source = new BMenu(name);
     source->AddItem(new BMenuItem(Tr("Remove"), new BMessage(MSG_REMOVE_SOURCE)));
+    source->AddItem(new BMenuItem(Tr("Paste color"), new BMessage(MSG_PASTE_COLOR)));
     if (!fSources->AddItem(source, index))
         delete source;
 }
@@ -56,8 +59,11 @@ void ChartMenu::RemoveSource(int32 index)
 int32 ChartMenu::SourceOf(const void* item) const
 {
     for (int32 i = 0; i < fSources->CountItems(); i++) {
-        if (item != nullptr && fSources->SubmenuAt(i)->ItemAt(0) == item)
-            return i;
+        const BMenu* source = fSources->SubmenuAt(i);
+        for (int32 j = 0; item != nullptr && j < source->CountItems(); j++) {
+            if (source->ItemAt(j) == item)
+                return i;
+        }
     }
     return -1;
 }

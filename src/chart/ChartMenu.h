@@ -20,7 +20,7 @@ public:
     /// Closes the menu.
     ~ChartMenu();
 
-    /// Puts a submenu with "Remove" for a source of this name at @p index, 0 to the number of sources.
+    /// Puts a submenu for what can be done to a source of this name at @p index, 0 to the number of sources.
     void AddSource(const char* name, int32 index);
     /// Takes the submenu at @p index away, all of them with -1; nothing for a bad index.
     void RemoveSource(int32 index);

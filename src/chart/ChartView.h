@@ -236,7 +236,13 @@ public:
     std::vector<AccessiblePart> AccessibleParts() const override;
     void AllAttached() override;
     void ContextMenuRequested(BPoint where) override;
+    /// All settings, as a drag of all pages carries them.
+    bool CopyRequested(BMessage* message) override;
+    /// On the chosen caption; else it concerns the chart as a whole, and a colour its background.
+    bool PasteRequested(BPoint* where) override;
     void Draw(BRect update) override;
+    /// Enter chooses the title, the value, and none again; the arrow keys move the chosen one by a pixel, with Shift by
+    /// ten, Escape puts it back. Without the focus none is chosen.
     void KeyDown(const char* bytes, int32 count) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -299,6 +305,16 @@ private:
     void TrackCorner();
     void TrackCaption(ChartCaption& caption, BPoint where);
 
+    bool UseKey(char key);
+    bool UseArrow(BPoint direction, uint32 modifiers);
+    ChartCaption* Chosen() const;
+    ChartCaption* NextToChoose();
+    void Choose(ChartCaption* caption);
+    void MoveChosen(BPoint where);
+    BPoint PlaceOn(const ChartCaption& caption) const;
+    int32 SourceMeantBy(const BMessage& message) const;
+    void PasteColor(const BMessage& message);
+
     BPoint DropPlace(BMessage* message) const;
     void TextDropped(BMessage* message);
     void SourcesDropped(BMessage* message);
@@ -334,6 +350,8 @@ private:
 
     ChartCaption fValueCaption;
     ChartCaption fTitleCaption;
+    ChartCaption* fChosen = nullptr; // by keyboard: one of these two
+    BPoint fChosenFrom;              // where it was then
     std::string fTitle;
     char fValueText[ValueProvider::kValueStringLength] = "";
     std::vector<std::unique_ptr<ValueProvider>> fProviders;

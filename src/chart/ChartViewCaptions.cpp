@@ -112,6 +112,8 @@ void ChartView::ShowCaption(ChartCaption& caption, bool on)
 {
     LooperLock lock(this);
     caption.shown = on;
+    if (!on && fChosen == &caption)
+        fChosen = nullptr;
     DrawCaption(caption, true);
     if (!on)
         caption.drawn = kNothingDrawn;

@@ -18,6 +18,8 @@ void ChartView::Draw(BRect update)
     update = update & Bounds();
     if (!update.IsValid())
         return;
+    if (!IsFocus())
+        fChosen = nullptr;
     SetDrawingMode(B_OP_COPY);
     RestoreUnder(update);
     if (fValueCaption.shown && fValueCaption.drawn.Intersects(update)) {
@@ -136,4 +138,9 @@ void ChartView::PaintCaption(ChartCaption& caption)
     const char* text = TextOf(caption);
     DrawString(text, caption.where);
     caption.drawn = CaptionRect(caption.where, StringWidth(text), caption.height);
+    if (&caption == fChosen) {
+        // Within what is restored when the caption goes.
+        SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
+        StrokeRect(caption.drawn);
+    }
 }

@@ -6,6 +6,7 @@
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
 #include "src/sampling/SourceName.h"
+#include "src/support/ColorMessage.h"
 #include "src/support/Tr.h"
 
 #include <algorithm>
@@ -114,14 +115,9 @@ void ChartView::FontDropped(BMessage* message)
 
 void ChartView::ColorDropped(BMessage* message)
 {
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (!message->WasDropped() || message->FindData("RGBColor", B_RGB_COLOR_TYPE, &data, &size) != B_OK ||
-        size != sizeof(rgb_color))
-        return;
     rgb_color color;
-    std::memcpy(&color, data, sizeof(color));
-    ColorDropped(DropPlace(message), color);
+    if (message->WasDropped() && FindColorMessage(*message, &color))
+        ColorDropped(DropPlace(message), color);
 }
 
 void ChartView::ColorDropped(BPoint where, rgb_color color)
@@ -131,6 +127,8 @@ void ChartView::ColorDropped(BPoint where, rgb_color color)
         SetValueColor(color);
     else if (IsOn(fTitleCaption, where))
         SetTitleColor(color);
+    else if (!Bounds().Contains(where))
+        ColorSource(-1, color); // pasted
     else
         ColorSource(fMode == kChartMode ? SourceInPicture(where) : SourceInGauge(where), color);
 }

@@ -37,6 +37,7 @@ ChartViewHolder::ChartViewHolder(BMessage* archive)
     ResizeTo(size.Width(), size.Height());
     Initialise();
     LoadPrefsFrom(archive);
+    UpdateFocus();
 }
 
 ChartViewHolder::~ChartViewHolder()
@@ -84,6 +85,7 @@ void ChartViewHolder::AddChartView(ChartView* chart)
 {
     LooperLock lock(this);
     fCharts.push_back(chart);
+    UpdateFocus();
     chart->SetOwner(this);
     AddChild(chart);
 }
@@ -95,6 +97,7 @@ void ChartViewHolder::RemoveChartView(ChartView* chart)
         return;
     LooperLock lock(this);
     fCharts.erase(found);
+    UpdateFocus();
     chart->SetOwner(nullptr);
     RemoveChild(chart);
     Rerender();
@@ -174,8 +177,32 @@ void ChartViewHolder::Relay(const BMessage& message)
 
 void ChartViewHolder::MouseDown(BPoint where)
 {
-    if (fMenu->Go(ConvertToScreen(where), false, false, false) != fAddItem || CountCharts() >= kMaxCharts)
+    OfferChart(where, false);
+}
+
+void ChartViewHolder::ContextMenuRequested(BPoint where)
+{
+    OfferChart(where, true);
+}
+
+void ChartViewHolder::OfferChart(BPoint where, bool openAnyway)
+{
+    if (fMenu->Go(ConvertToScreen(where), false, openAnyway, false) != fAddItem || CountCharts() >= kMaxCharts)
         return;
     AddChartView(new ChartView());
     Rerender();
+}
+
+// With charts in it the focus is theirs.
+void ChartViewHolder::UpdateFocus()
+{
+    constexpr uint32 kWhileEmpty = B_WILL_DRAW | B_NAVIGABLE;
+    SetFlags(fCharts.empty() ? Flags() | kWhileEmpty : Flags() & ~kWhileEmpty);
+    Invalidate();
+}
+
+void ChartViewHolder::Draw(BRect)
+{
+    SetHighColor(IsFocus() ? ui_color(B_KEYBOARD_NAVIGATION_COLOR) : B_TRANSPARENT_COLOR);
+    StrokeRect(Bounds());
 }

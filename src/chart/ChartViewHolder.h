@@ -57,6 +57,9 @@ public:
     void AllAttached() override;
     /// Disconnects every chart.
     void AllDetached() override;
+    /// Without charts it takes the keyboard's focus, for its menu.
+    void ContextMenuRequested(BPoint where) override;
+    void Draw(BRect update) override;
     void FrameResized(float width, float height) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -64,7 +67,9 @@ public:
 
 private:
     void Initialise();
+    void OfferChart(BPoint where, bool openAnyway);
     void Relay(const BMessage& message);
+    void UpdateFocus();
 
     std::unique_ptr<ChartShelf> fShelf;
     std::unique_ptr<BPopUpMenu> fMenu;

@@ -1,5 +1,6 @@
 #include "kits/application/Application.h"
 #include "kits/application/MainThread.h"
+#include "kits/interface/Clipboard.h"
 #include "kits/interface/Window.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
@@ -81,6 +82,16 @@ void ChartView::MessageReceived(BMessage* message)
     case MSG_SAVE_VALUES:
         SaveValues();
         break;
+    case MSG_COPY_SETTINGS:
+        kits::CopyFrom(this);
+        break;
+    case MSG_PASTE:
+        if (!kits::PasteOnto(this))
+            beep();
+        break;
+    case MSG_PASTE_COLOR:
+        PasteColor(*message);
+        break;
     case MSG_CHART_PREFS:
         OpenPrefs();
         break;
@@ -111,12 +122,16 @@ void ChartView::MessageReceived(BMessage* message)
 
 void ChartView::RemoveSourceOf(const BMessage& message)
 {
-    void* item = nullptr;
-    if (fMenu == nullptr || message.FindPointer("source", &item) != B_OK)
-        return;
-    const int32 index = fMenu->SourceOf(item);
+    const int32 index = SourceMeantBy(message);
     if (index != -1)
         RemoveValueProvider(index);
+}
+
+// The source in whose submenu the item stands that sent the message; -1 for none.
+int32 ChartView::SourceMeantBy(const BMessage& message) const
+{
+    void* item = nullptr;
+    return fMenu != nullptr && message.FindPointer("source", &item) == B_OK ? fMenu->SourceOf(item) : -1;
 }
 
 void ChartView::Distribute(const BMessage& wish)

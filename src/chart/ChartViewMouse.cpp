@@ -108,6 +108,7 @@ void ChartView::MouseDown(BPoint where)
     if (message != nullptr)
         message->FindInt32("buttons", &buttons);
     fFocusByMouse = true;
+    Choose(nullptr);
     if ((static_cast<uint32>(buttons) & B_PRIMARY_MOUSE_BUTTON) == 0)
         OpenMenu(where);
     else if (IsOn(fValueCaption, where))
@@ -116,15 +117,6 @@ void ChartView::MouseDown(BPoint where)
         MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
     else if (fReplicant && IsOnCorner(where))
         TrackCorner();
-}
-
-void ChartView::KeyDown(const char* bytes, int32 count)
-{
-    if (fFocusByMouse) {
-        fFocusByMouse = false;
-        Invalidate();
-    }
-    BView::KeyDown(bytes, count);
 }
 
 void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)
@@ -156,7 +148,8 @@ std::vector<AccessiblePart> ChartView::AccessibleParts() const
 
 void ChartView::ContextMenuRequested(BPoint where)
 {
-    OpenMenu(where);
+    const ChartCaption* chosen = Chosen();
+    OpenMenu(chosen != nullptr ? PlaceOn(*chosen) : where);
 }
 
 void ChartView::OpenMenu(BPoint where)

@@ -26,7 +26,7 @@ ChartSourcesTab::ChartSourcesTab(ChartView* chart)
     , fAdd(new BButton(kSomewhere, "", Tr("Add to chart"), new BMessage(MSG_ADD_SOURCES)))
 {
     fList->SetAccessibleName(Tr("Sources"));
-    fList->SetToolTip(Tr("Drag a source or a group onto a chart"));
+    fList->SetToolTip(Tr("Drag a source or a group onto a chart, or copy it with Ctrl+C"));
     fList->SetInvocationMessage(new BMessage(MSG_ADD_SOURCES));
     fFilter->SetMessage(new BMessage(MSG_ADD_SOURCES));
     fFilter->SetModificationMessage(new BMessage(MSG_FILTER_SOURCES));

@@ -13,11 +13,11 @@ constexpr const char* kText = "CPU 1: 42.0 %";
 } // namespace
 
 FontSample::FontSample(BRect frame)
-    : BView(frame, "", B_FOLLOW_NONE, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE)
+    : BView(frame, "", B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE | B_FULL_UPDATE_ON_RESIZE)
 {
     SetViewUIColor(B_DOCUMENT_BACKGROUND_COLOR);
     SetAccessibleName(Tr("Sample of the font"));
-    SetToolTip(Tr("Drag the sample onto a caption of a chart"));
+    SetToolTip(Tr("Drag the sample onto a caption of a chart, or copy it with Ctrl+C"));
 }
 
 void FontSample::SetSample(const FFont& font)
@@ -35,7 +35,10 @@ void FontSample::Draw(BRect)
     SetLowColor(ViewColor());
     SetHighColor(ui_color(B_DOCUMENT_TEXT_COLOR));
     DrawString(kText, BPoint(kMargin, y));
-    SetHighColor(128, 128, 128);
+    if (IsFocus())
+        SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
+    else
+        SetHighColor(128, 128, 128);
     StrokeRect(Bounds());
 }
 
@@ -49,7 +52,13 @@ std::string FontSample::AccessibleValue() const
 
 void FontSample::MouseDown(BPoint)
 {
-    BMessage message('!FNT');
-    AddMessageFont(&message, "font", &fFont);
+    BMessage message;
+    CopyRequested(&message);
     DragMessage(&message, Bounds(), nullptr);
+}
+
+bool FontSample::CopyRequested(BMessage* message)
+{
+    message->what = '!FNT';
+    return AddMessageFont(message, "font", &fFont) == B_OK;
 }

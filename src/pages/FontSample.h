@@ -3,8 +3,8 @@
 #include "kits/interface/View.h"
 #include "src/support/FFont.h"
 
-/// Shows a font with a line of text in it. Pulled with the mouse it is dragged away: a "!FNT" message with the font in
-/// "font", which charts take on their captions.
+/// Shows a font with a line of text in it. Pulled with the mouse it is dragged away, and Ctrl+C copies it: a "!FNT"
+/// message with the font in "font", which charts take on their captions.
 class FontSample : public BView {
 public:
     explicit FontSample(BRect frame);
@@ -14,6 +14,7 @@ public:
 
     void Draw(BRect update) override;
     void MouseDown(BPoint where) override;
+    bool CopyRequested(BMessage* message) override;
     std::string AccessibleValue() const override;
 
 private:

@@ -67,3 +67,10 @@ void DDTabView::DragPressedPage(BRect outline)
     if (fPressedPage != nullptr && fPressedPage->SavePrefsForDD(&message))
         DragMessage(&message, outline, nullptr);
 }
+
+bool DDTabView::CopyRequested(BMessage* message)
+{
+    const DDTab* tab = SelectedTab();
+    auto* page = tab != nullptr ? dynamic_cast<PrefsTab*>(tab->View()) : nullptr;
+    return page != nullptr && page->SavePrefsForDD(message);
+}

@@ -19,6 +19,8 @@ public:
     void AddTab(BView* target, BTab* tab = nullptr) override;
 
     void MouseDown(BPoint where) override;
+    /// The settings of the page that shows, for who stands on the tabs.
+    bool CopyRequested(BMessage* message) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
 
 private:

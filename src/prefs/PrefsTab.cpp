@@ -28,3 +28,8 @@ void PrefsTab::Rerender()
 {
     fNeedsRerender = false;
 }
+
+bool PrefsTab::CopyRequested(BMessage* message)
+{
+    return SavePrefsForDD(message);
+}

@@ -20,6 +20,8 @@ public:
     /// the controls. Derived classes call it first and then make themselves the target of their controls.
     void AllAttached() override;
     void FrameResized(float width, float height) override;
+    /// What a drag of the page's tab carries.
+    bool CopyRequested(BMessage* message) override;
 
     /// Lays the controls out for the page's present bounds. Derived classes call this one first.
     virtual void Rerender();

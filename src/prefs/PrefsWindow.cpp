@@ -27,12 +27,13 @@ void PrefsWindow::initialise()
 {
     const BRect bounds = Bounds();
     fButtons = new PrefsButtonView(bounds);
-    AddChild(fButtons);
     float ignored = 0;
     float rowHeight = 0;
     fButtons->GetPreferredSize(&ignored, &rowHeight);
     fTabView = new DDTabView(BRect(bounds.left, bounds.top, bounds.right, bounds.bottom - rowHeight));
+    // The keyboard begins on the pages.
     AddChild(fTabView);
+    AddChild(fButtons);
     LayOut(bounds.Width(), bounds.Height());
 }
 

@@ -132,3 +132,8 @@ bool SourceListView::InitiateDrag(BPoint, int32 index, bool)
     DragMessage(&message, ItemFrame(index), nullptr);
     return true;
 }
+
+bool SourceListView::CopyRequested(BMessage* message)
+{
+    return AddSourcesTo(message, CurrentSelection());
+}

@@ -34,6 +34,8 @@ public:
     /// @return false, and nothing is changed, if there is no such row
     bool AddSourcesTo(BMessage* message, int32 index) const;
 
+    /// What a drag of the selected row carries.
+    bool CopyRequested(BMessage* message) override;
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
 
 private:

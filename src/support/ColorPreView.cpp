@@ -6,24 +6,23 @@
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/Window.h"
-#include "kits/support/TypeConstants.h"
+#include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 
 ColorPreView::ColorPreView(BRect frame, BColorControl* control)
-    : BBox(frame, nullptr, B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE_JUMP | B_FRAME_EVENTS, B_PLAIN_BORDER)
+    : BBox(frame, nullptr, B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE_JUMP | B_NAVIGABLE | B_FRAME_EVENTS, B_PLAIN_BORDER)
     , fMenu(Tr("Color"), false, false)
     , fPickItem(new BMenuItem(Tr("Pick desktop color"), nullptr))
     , fControl(control)
 {
     fMenu.AddItem(fPickItem);
     SetAccessibleName(Tr("Color"));
-    SetToolTip(Tr("Drag the color onto a curve, a caption or the background of a chart"));
+    SetToolTip(Tr("Drag the color onto a curve, a caption or the background of a chart, or copy it with Ctrl+C"));
 }
 
 ColorPreView::~ColorPreView() = default;
@@ -32,6 +31,19 @@ void ColorPreView::AttachedToWindow()
 {
     BBox::AttachedToWindow();
     Invalidate();
+}
+
+void ColorPreView::Draw(BRect)
+{
+    if (!IsFocus())
+        return;
+    // Two colours can be seen on any.
+    BRect ring = Bounds();
+    for (const rgb_color color : {ui_color(B_KEYBOARD_NAVIGATION_COLOR), ui_color(B_DOCUMENT_BACKGROUND_COLOR)}) {
+        ring.InsetBy(1, 1);
+        SetHighColor(color);
+        StrokeRect(ring);
+    }
 }
 
 void ColorPreView::MouseDown(BPoint where)
@@ -65,8 +77,8 @@ std::string ColorPreView::AccessibleValue() const
 void ColorPreView::DragColor()
 {
     const rgb_color color = ViewColor();
-    BMessage message(B_PASTE);
-    message.AddData("RGBColor", B_RGB_COLOR_TYPE, &color, sizeof(color), true, 1);
+    BMessage message;
+    MakeColorMessage(&message, color);
     auto bitmap = std::make_unique<BBitmap>(BRect(0, 0, 20, 20), B_RGB32);
     const uint32 word = uint32(color.alpha) << 24 | uint32(color.red) << 16 | uint32(color.green) << 8 | color.blue;
     std::fill_n(static_cast<uint32*>(bitmap->Bits()), bitmap->BitsLength() / 4, word);
@@ -79,18 +91,25 @@ void ColorPreView::OpenMenu(BPoint screenPoint, bool openAnyway)
         TakeColor(BScreen(Window()).DesktopColor());
 }
 
+bool ColorPreView::CopyRequested(BMessage* message)
+{
+    MakeColorMessage(message, ViewColor());
+    return true;
+}
+
+bool ColorPreView::PasteRequested(BPoint* where)
+{
+    *where = Bounds().LeftTop();
+    return true;
+}
+
 void ColorPreView::MessageReceived(BMessage* message)
 {
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (message->what == B_PASTE && message->WasDropped() &&
-        message->FindData("RGBColor", B_RGB_COLOR_TYPE, &data, &size) == B_OK && size == sizeof(rgb_color)) {
-        rgb_color color;
-        std::memcpy(&color, data, sizeof(color));
+    rgb_color color;
+    if (message->WasDropped() && FindColorMessage(*message, &color))
         TakeColor(color);
-        return;
-    }
-    BBox::MessageReceived(message);
+    else
+        BBox::MessageReceived(message);
 }
 
 void ColorPreView::TakeColor(rgb_color color)

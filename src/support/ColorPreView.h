@@ -18,10 +18,14 @@ public:
     ~ColorPreView() override;
 
     void AttachedToWindow() override;
+    void Draw(BRect update) override;
     /// The primary button drags the colour at once; the others open the menu, the secondary one for as long as it is
     /// held.
     void MouseDown(BPoint where) override;
     void ContextMenuRequested(BPoint where) override;
+    /// By keyboard what a drag of the swatch and a drop on it do.
+    bool CopyRequested(BMessage* message) override;
+    bool PasteRequested(BPoint* where) override;
     void MessageReceived(BMessage* message) override;
     std::string AccessibleValue() const override;
 

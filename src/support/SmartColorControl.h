@@ -8,4 +8,7 @@ public:
     /// @param cellSize  pixels
     /// @param message   sent at every change by the user; becomes the control's own
     SmartColorControl(BPoint where, float cellSize, BMessage* message);
+
+    /// The colour that it shows, as the swatch beside it drags it.
+    bool CopyRequested(BMessage* message) override;
 };

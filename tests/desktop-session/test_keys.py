@@ -2,6 +2,7 @@
 
 from charts import TITLE, ChartsTest
 from desktop import wait_until
+from prefs import CHARTS, PrefsTest, values
 
 
 class Keys(ChartsTest):
@@ -54,3 +55,90 @@ class Keys(ChartsTest):
         wait_until(lambda: len(self.shown()) > 2, "the menu")
         self.desktop.key("q")
         self.assertEqual(self.program.wait(), (0, ""))
+
+
+class Captions(PrefsTest):
+    def corner(self):
+        """The first chart's left top corner with its title; behind it there is nothing yet."""
+        return self.picture().crop(CHARTS[0][0] + 8, CHARTS[0][1], 120, 60)
+
+    def text(self):
+        """Where the letters of the title are in there, whatever is drawn behind them."""
+        picture = self.corner()
+        return {(x, y) for y in range(60) for x in range(120) if picture.pixel(x, y) == (0xf2, 0xf5, 0xf9)}
+
+    def test_are_moved_and_put_back(self):
+        self.desktop.key("Tab", window=self.window)
+        before = wait_until(self.text, "the title")
+        inner = {(x, y) for x, y in before if 25 < x < 60}
+        self.desktop.key("Return", "shift+Right", "shift+Down", "Right")
+        wait_until(lambda: {(x + 11, y + 10) for x, y in inner} <= self.text(), "the title to move")
+        self.desktop.key("Escape")
+        wait_until(lambda: inner <= self.text(), "the title where it was")
+        self.desktop.key("Return", "shift+Down")
+        wait_until(lambda: {(x, y + 10) for x, y in inner} <= self.text(), "the title to move again")
+
+
+class Clipboard(PrefsTest):
+    def setUp(self):
+        super().setUp()
+        self.desktop.key("Tab", "Tab", window=self.window)
+
+    def open_prefs_by_key(self, page):
+        """Those of the second chart, which has the keyboard."""
+        self.desktop.key("Menu")
+        wait_until(lambda: len(self.shown()) == 2, "the menu of the chart with the focus")
+        self.desktop.key("p")
+        self.prefs = self.program.window("^Chart preferences$")
+        self.desktop.focus(self.prefs)
+        wait_until(lambda: len(self.page().colors()) > 50, "their first picture")
+        if page > 0:
+            self.desktop.key(*["Right"] * page)
+
+    def test_settings_go_from_chart_to_chart(self):
+        self.desktop.key("ctrl+c", "Tab", "ctrl+v")
+        self.await_change()
+        self.assertEqual(values(self.quit(), "Title"), ["All CPUs", "Used memory", "Used memory"])
+
+    def test_page_goes_from_its_window_to_a_chart(self):
+        self.open_prefs_by_key(page=0)
+        self.desktop.key("ctrl+c")
+        self.desktop.key("shift+Tab", "ctrl+v", window=self.window)
+        self.await_change()
+        self.assertEqual(values(self.quit(), "Title"), ["Used memory", "Used memory", "Processors"])
+
+    def test_source_becomes_what_the_value_tells(self):
+        def targets():
+            try:
+                return values(self.stored(), "Target")
+            except FileNotFoundError:
+                return []  # is being replaced
+
+        before = wait_until(targets, "the settings on the disk")
+        self.open_prefs_by_key(page=2)
+        self.desktop.key("Tab", "Home", "ctrl+c")
+        self.desktop.key("shift+Tab", "Return", "Return", "ctrl+v", window=self.window)
+        wait_until(lambda: targets() != before, "another source")
+        self.assertEqual(len(targets() or before), len(before))
+
+    def test_colour_goes_to_the_background_and_to_a_source(self):
+        self.open_prefs_by_key(page=1)
+        self.desktop.key("Tab", "End", "ctrl+c")
+        self.desktop.key("shift+Tab", "ctrl+v", window=self.window)
+        wait_until(lambda: self.chart(0).count((255, 0, 0)) > 10000, "the background")
+        self.desktop.key("Tab", "Tab")
+        menus = len(self.shown())
+        self.desktop.key("Menu", "o")
+        wait_until(lambda: len(self.shown()) >= menus + 2, "the sources")
+        # The first is hidden behind it.
+        self.desktop.key("Down", "Right")
+        wait_until(lambda: len(self.shown()) >= menus + 3, "what can be done to the second")
+        self.desktop.key("Down", "Return")
+        left, top, width = CHARTS[2][:3]
+
+        def curve():
+            """It runs along the lower border."""
+            picture = self.picture()
+            return picture.crop(left, top, width, picture.height - top).count((255, 0, 0))
+
+        wait_until(lambda: curve() > 20, "a curve in that colour")

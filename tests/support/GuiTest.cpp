@@ -140,7 +140,7 @@ void Click(BView* view, BPoint where, uint32 buttons)
     sTimestamp = now + 1;
 }
 
-void Key(BWindow* window, char key)
+void Key(BWindow* window, char key, uint32 modifiers)
 {
     int code = key;
     QString text;
@@ -167,13 +167,17 @@ void Key(BWindow* window, char key)
         code = Qt::Key_Down;
         break;
     default:
+        code = QChar(QLatin1Char(key)).toUpper().unicode();
         text = QString(QLatin1Char(key));
         break;
     }
+    Qt::KeyboardModifiers held;
+    held.setFlag(Qt::ShiftModifier, (modifiers & B_SHIFT_KEY) != 0);
+    held.setFlag(Qt::ControlModifier, (modifiers & B_COMMAND_KEY) != 0);
     QWidget* const top = kits::WindowWidget(window);
     QWidget* const focus = top->focusWidget() != nullptr ? top->focusWidget() : top;
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, code, Qt::NoModifier, text);
+        QKeyEvent event(type, code, held, text);
         QCoreApplication::sendEvent(focus, &event);
     }
 }

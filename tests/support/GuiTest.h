@@ -35,8 +35,8 @@ void Press(BView* view, BPoint where, uint32 buttons = B_PRIMARY_MOUSE_BUTTON);
 void MoveTo(BView* view, BPoint where);
 void Release(BView* view, BPoint where);
 void Click(BView* view, BPoint where, uint32 buttons = B_PRIMARY_MOUSE_BUTTON);
-/// A key of the view that has the focus; B_* keys or one character.
-void Key(BWindow* window, char key);
+/// A key of the view that has the focus; B_* keys or one character, with the keys of `modifiers` (B_*_KEY) held.
+void Key(BWindow* window, char key, uint32 modifiers = 0);
 
 /// What was dragged.
 struct Dragged {

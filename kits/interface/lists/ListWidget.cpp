@@ -1,5 +1,6 @@
 #include "kits/interface/lists/ListWidget.h"
 
+#include "kits/interface/Clipboard.h"
 #include "kits/interface/ListView.h"
 #include "kits/interface/views/ViewPrivate.h"
 
@@ -174,6 +175,9 @@ void ListWidget::keyPressEvent(QKeyEvent* event)
             fOwner->Invoke();
         return;
     }
+    // Rows that mean something more than their text are copied as that.
+    if (event->matches(QKeySequence::Copy) && CopyFrom(fOwner))
+        return;
     QTreeView::keyPressEvent(event);
 }
 

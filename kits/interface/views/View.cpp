@@ -152,6 +152,16 @@ void BView::KeyDown(const char*, int32)
 
 void BView::ContextMenuRequested(BPoint) {}
 
+bool BView::CopyRequested(BMessage*)
+{
+    return false;
+}
+
+bool BView::PasteRequested(BPoint*)
+{
+    return false;
+}
+
 void BView::FrameMoved(BPoint) {}
 
 void BView::FrameResized(float, float) {}

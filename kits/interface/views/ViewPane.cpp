@@ -1,6 +1,7 @@
 #include "kits/interface/views/ViewPane.h"
 
 #include "kits/application/MainThreadPrivate.h"
+#include "kits/interface/Clipboard.h"
 #include "kits/interface/input/KeyInput.h"
 #include "kits/interface/input/Pointer.h"
 #include "kits/interface/startup/QtEventLoop.h"
@@ -166,6 +167,13 @@ void ViewPane::RequestMenu()
     fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
 }
 
+bool ViewPane::UseClipboard(const QKeyEvent& event)
+{
+    const DispatchScope scope;
+    return (event.matches(QKeySequence::Copy) && CopyFrom(fImpl->fView)) ||
+           (event.matches(QKeySequence::Paste) && PasteOnto(fImpl->fView));
+}
+
 void ViewPane::keyPressEvent(QKeyEvent* event)
 {
     // The toolkit makes a request for the menu of the menu key only.
@@ -173,7 +181,7 @@ void ViewPane::keyPressEvent(QKeyEvent* event)
         RequestMenu();
         return;
     }
-    if (!KeyInput::Deliver(*fImpl, *event))
+    if (!UseClipboard(*event) && !KeyInput::Deliver(*fImpl, *event))
         event->ignore();
 }
 

@@ -31,6 +31,7 @@ protected:
 
 private:
     void RequestMenu();
+    bool UseClipboard(const QKeyEvent& event);
 
     ViewImpl* fImpl;
 };

@@ -16,6 +16,9 @@
 #include <QPainter>
 #include <QResizeEvent>
 
+#include <algorithm>
+#include <vector>
+
 namespace kits {
 
 namespace {
@@ -74,6 +77,20 @@ Zoom ZoomOf(Qt::WindowStates states)
     if (states & Qt::WindowFullScreen)
         return Zoom::kFullScreen;
     return states & Qt::WindowMaximized ? Zoom::kMaximized : Zoom::kNone;
+}
+
+/// What the keyboard can stand on, in the order of the views. The toolkit's own order is that in which widgets were
+/// made, and views may come late: a page when it is first shown.
+void AddStops(const QWidget& within, std::vector<QWidget*>& stops)
+{
+    for (QObject* const object : within.children()) {
+        auto* const widget = qobject_cast<QWidget*>(object);
+        if (widget == nullptr || widget->isWindow() || !widget->isVisible() || !widget->isEnabled())
+            continue;
+        if (widget->focusProxy() == nullptr && widget->focusPolicy() & Qt::TabFocus)
+            stops.push_back(widget);
+        AddStops(*widget, stops);
+    }
 }
 
 } // namespace
@@ -206,6 +223,23 @@ void WindowPane::keyPressEvent(QKeyEvent* event)
         return;
     }
     QWidget::keyPressEvent(event);
+}
+
+bool WindowPane::focusNextPrevChild(bool next)
+{
+    std::vector<QWidget*> stops;
+    AddStops(*this, stops);
+    // With a single one the key is the view's.
+    if (stops.size() < 2)
+        return false;
+    const auto current = std::find(stops.begin(), stops.end(), focusWidget());
+    if (next)
+        (current == stops.end() || current + 1 == stops.end() ? stops.front() : current[1])
+            ->setFocus(Qt::TabFocusReason);
+    else
+        (current == stops.end() || current == stops.begin() ? stops.back() : current[-1])
+            ->setFocus(Qt::BacktabFocusReason);
+    return true;
 }
 
 void WindowPane::dragEnterEvent(QDragEnterEvent* event)

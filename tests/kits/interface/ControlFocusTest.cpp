@@ -79,3 +79,24 @@ TEST_F(ControlFocusTest, TheRingStaysWhenANeighbourGoes)
         EXPECT_EQ(box->grab().toImage(), focused);
     }
 }
+
+TEST_F(ControlFocusTest, TabFollowsTheViewsHoweverLateTheyCame)
+{
+    auto* late = new BButton(BRect(110, 240, 200, 260), "late", "Late", nullptr);
+    fPage->AddChild(late, fControls[1]);
+    test::Turn();
+    fControls[0]->MakeFocus();
+    test::Key(fWindow, B_TAB);
+    EXPECT_EQ(QApplication::focusWidget(), FocusOf(late));
+    test::Key(fWindow, B_TAB);
+    EXPECT_EQ(QApplication::focusWidget(), FocusOf(fControls[1]));
+    test::Key(fWindow, B_TAB, B_SHIFT_KEY);
+    EXPECT_EQ(QApplication::focusWidget(), FocusOf(late));
+    late->Hide();
+    test::Turn();
+    fControls.back()->MakeFocus();
+    test::Key(fWindow, B_TAB);
+    EXPECT_EQ(QApplication::focusWidget(), FocusOf(fControls.front()));
+    test::Key(fWindow, B_TAB);
+    EXPECT_EQ(QApplication::focusWidget(), FocusOf(fControls[1]));
+}

@@ -59,7 +59,7 @@ TEST(ChartMenuTest, AChartInTheApplicationHasAllCommands)
     const ChartMenu menu(false);
     EXPECT_EQ(Labels(*menu.Menu()),
               "Preferences...||Add new chart|Delete this chart||Synchronize others|Pause|Sources..."
-              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy to desktop");
+              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy to desktop|Copy settings|Paste");
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_PREFS), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_ADD), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_DELETE), nullptr);
@@ -72,7 +72,8 @@ TEST(ChartMenuTest, AReplicantCanBeReconnected)
 {
     const ChartMenu menu(true);
     EXPECT_EQ(Labels(*menu.Menu()),
-              "Preferences...||Reconnect|Pause|Sources...||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6");
+              "Preferences...||Reconnect|Pause|Sources...||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|"
+              "Copy settings|Paste");
     EXPECT_NE(menu.Menu()->FindItem(MSG_RECONNECT), nullptr);
 }
 
@@ -86,7 +87,9 @@ TEST(ChartMenuTest, SourcesComeAndGoByIndex)
     BMenu* sources = menu.Menu()->FindItem("Sources...")->Submenu();
     EXPECT_STREQ(sources->SubmenuAt(1)->ItemAt(0)->Label(), "Remove");
     EXPECT_EQ(sources->SubmenuAt(1)->ItemAt(0)->Command(), static_cast<uint32>(MSG_REMOVE_SOURCE));
+    EXPECT_EQ(sources->SubmenuAt(1)->ItemAt(1)->Command(), static_cast<uint32>(MSG_PASTE_COLOR));
     EXPECT_EQ(menu.SourceOf(sources->SubmenuAt(2)->ItemAt(0)), 2);
+    EXPECT_EQ(menu.SourceOf(sources->SubmenuAt(1)->ItemAt(1)), 1);
     EXPECT_EQ(menu.SourceOf(sources), -1);
     EXPECT_EQ(menu.SourceOf(nullptr), -1);
     menu.RemoveSource(7);
@@ -99,7 +102,7 @@ TEST(ChartMenuTest, SourcesComeAndGoByIndex)
 TEST(ChartMenuTest, DistributionComesWithASeparatorAndGoesWithIt)
 {
     ChartMenu menu(true);
-    const std::string saving = "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6";
+    const std::string saving = "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy settings|Paste";
     const std::string told = "Preferences...||Reconnect|Pause|Sources...";
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);

@@ -214,6 +214,19 @@ TEST_F(ChartFontsTabTest, TheSampleIsDraggedOntoCaptions)
     EXPECT_EQ(chart->ValueFont().Size(), 15);
 }
 
+TEST_F(ChartFontsTabTest, TheSampleIsCopiedByKeyboard)
+{
+    ShowPage();
+    Use(fSize, 19);
+    EXPECT_NE(fSample->Flags() & B_NAVIGABLE, 0u);
+    BMessage message;
+    ASSERT_TRUE(fSample->CopyRequested(&message));
+    EXPECT_EQ(message.what, uint32('!FNT'));
+    FFont font;
+    ASSERT_EQ(FindMessageFont(&message, "font", 0, &font), B_OK);
+    EXPECT_EQ(font.Size(), 19);
+}
+
 TEST_F(ChartFontsTabTest, NothingOverlapsAtItsMinimumSize)
 {
     ShowPage();

@@ -3,6 +3,7 @@
 #include "kits/application/AppDefs.h"
 #include "kits/interface/Screen.h"
 #include "kits/support/TypeConstants.h"
+#include "src/chart/PixelRows.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/SmartColorControl.h"
 #include "tests/support/GuiTest.h"
@@ -194,4 +195,26 @@ TEST_F(ColorPreViewTest, TakesNothingElse)
     EXPECT_EQ(fControl->Value(), 0);
     for (uint32 code : fPage->codes)
         EXPECT_NE(code, uint32(MSG_COLOR_CHANGED));
+}
+
+TEST_F(ColorPreViewTest, ByKeyboardItGivesAndTakesColours)
+{
+    fControl->SetValue(kColor);
+    for (BView* view : std::initializer_list<BView*>{fSwatch, fControl}) {
+        BMessage message;
+        ASSERT_TRUE(view->CopyRequested(&message));
+        EXPECT_TRUE(message.HasSameData(ColorMessage(kColor)));
+    }
+    fWindow->Activate();
+    fSwatch->MakeFocus();
+    test::Turn();
+    EXPECT_TRUE(fSwatch->IsFocus());
+    // It shows where the keyboard is.
+    EXPECT_EQ(test::PixelOf(fSwatch, 1, 20) & 0xFFFFFF, PixelWord(ui_color(B_KEYBOARD_NAVIGATION_COLOR)) & 0xFFFFFF);
+    test::Key(fWindow, 'c', B_COMMAND_KEY);
+    fControl->SetValue(rgb_color{1, 2, 3, 255});
+    test::Key(fWindow, 'v', B_COMMAND_KEY);
+    test::Turn();
+    EXPECT_EQ(fControl->ValueAsColor(), make_color(11, 22, 33));
+    EXPECT_EQ(fPage->codes, std::vector<uint32>{MSG_COLOR_CHANGED});
 }

@@ -213,3 +213,22 @@ TEST_F(DDTabViewTest, AViewThatIsNoPageIsNotDragged)
     Pull(0, B_PRIMARY_MOUSE_BUTTON, kAbove);
     EXPECT_EQ(test::TakeDrag(), nullptr);
 }
+
+TEST_F(DDTabViewTest, ThePageThatShowsIsCopied)
+{
+    AddPages({new NotingPage("first"), new NotingPage("second"), new NotingPage("own", false)});
+    fTabView->Select(1);
+    test::Turn();
+    for (BView* view : std::initializer_list<BView*>{fTabView, TabAt(1)->View()}) {
+        BMessage message;
+        ASSERT_TRUE(view->CopyRequested(&message));
+        EXPECT_EQ(message.what, uint32(MSG_PREFS_DROP));
+        EXPECT_TRUE(message.HasInt32("second"));
+        EXPECT_FALSE(message.HasInt32("first"));
+    }
+    fTabView->Select(2);
+    test::Turn();
+    BMessage message;
+    EXPECT_FALSE(fTabView->CopyRequested(&message));
+    EXPECT_FALSE(TabAt(2)->View()->CopyRequested(&message));
+}

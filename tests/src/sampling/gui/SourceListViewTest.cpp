@@ -220,3 +220,14 @@ TEST(SourceListView, DragsARow)
     window->Quit();
     test::Turn();
 }
+
+TEST(SourceListView, CopiesTheSelectedRow)
+{
+    SourceListView list;
+    BMessage message;
+    EXPECT_FALSE(list.CopyRequested(&message));
+    list.Select(list.IndexOf(FindRow(list, "Free memory")));
+    ASSERT_TRUE(list.CopyRequested(&message));
+    EXPECT_EQ(message.what, uint32(MSG_SOURCE_DROP));
+    EXPECT_EQ(SourcesIn(message), (std::vector<Row>{{2052, 0}}));
+}

@@ -1,0 +1,141 @@
+#include "kits/application/Message.h"
+#include "kits/interface/Clipboard.h"
+#include "kits/interface/Window.h"
+#include "src/chart/ChartLocks.h"
+#include "src/chart/ChartView.h"
+#include "src/support/ColorMessage.h"
+#include "src/support/MessageCodes.h"
+
+// The keyboard on a chart: whatever the hand does, one of its captions chosen where the pointer would be on it.
+
+namespace {
+
+constexpr float kLongStep = 10;
+/// A place that is on nothing of a chart.
+constexpr BPoint kBeside(-30000, -30000);
+
+uint32 ModifiersOf(const BMessage* message)
+{
+    int32 modifiers = 0;
+    if (message != nullptr)
+        message->FindInt32("modifiers", &modifiers);
+    return static_cast<uint32>(modifiers);
+}
+
+} // namespace
+
+void ChartView::KeyDown(const char* bytes, int32 count)
+{
+    if (fFocusByMouse) {
+        fFocusByMouse = false;
+        Invalidate();
+    }
+    if (count != 1 || !UseKey(*bytes))
+        BView::KeyDown(bytes, count);
+}
+
+bool ChartView::UseKey(char key)
+{
+    const uint32 modifiers = ModifiersOf(Window() != nullptr ? Window()->CurrentMessage() : nullptr);
+    switch (key) {
+    case B_ENTER:
+        Choose(NextToChoose());
+        return true;
+    case B_ESCAPE:
+        if (Chosen() == nullptr)
+            return false;
+        MoveChosen(fChosenFrom);
+        Choose(nullptr);
+        return true;
+    case B_LEFT_ARROW:
+        return UseArrow(BPoint(-1, 0), modifiers);
+    case B_RIGHT_ARROW:
+        return UseArrow(BPoint(1, 0), modifiers);
+    case B_UP_ARROW:
+        return UseArrow(BPoint(0, -1), modifiers);
+    case B_DOWN_ARROW:
+        return UseArrow(BPoint(0, 1), modifiers);
+    default:
+        return false;
+    }
+}
+
+bool ChartView::UseArrow(BPoint direction, uint32 modifiers)
+{
+    const ChartCaption* caption = Chosen();
+    if (caption == nullptr || (modifiers & ~B_SHIFT_KEY) != 0)
+        return false;
+    const float step = (modifiers & B_SHIFT_KEY) != 0 ? kLongStep : 1;
+    MoveChosen(caption->where + BPoint(direction.x * step, direction.y * step));
+    return true;
+}
+
+ChartCaption* ChartView::Chosen() const
+{
+    return fChosen != nullptr && fChosen->shown ? fChosen : nullptr;
+}
+
+ChartCaption* ChartView::NextToChoose()
+{
+    bool isBehind = Chosen() == nullptr;
+    for (ChartCaption* caption : {&fTitleCaption, &fValueCaption}) {
+        if (isBehind && caption->shown && *TextOf(*caption) != '\0')
+            return caption;
+        isBehind = isBehind || caption == fChosen;
+    }
+    return nullptr;
+}
+
+void ChartView::Choose(ChartCaption* caption)
+{
+    if (caption == fChosen)
+        return;
+    fChosen = caption;
+    if (caption != nullptr)
+        fChosenFrom = caption->where;
+    Invalidate();
+}
+
+void ChartView::MoveChosen(BPoint where)
+{
+    TrackCaption(*fChosen, where);
+    DoneTracking();
+    DrawFocus();
+}
+
+// Not on the other caption, where they do not cover each other.
+BPoint ChartView::PlaceOn(const ChartCaption& caption) const
+{
+    const ChartCaption& other = &caption == &fTitleCaption ? fValueCaption : fTitleCaption;
+    const BRect& drawn = caption.drawn;
+    const BPoint middle((drawn.left + drawn.right) / 2, (drawn.top + drawn.bottom) / 2);
+    for (const BPoint place : {middle, drawn.LeftTop(), drawn.RightTop(), drawn.LeftBottom(), drawn.RightBottom()}) {
+        if (!IsOn(other, place))
+            return place;
+    }
+    return middle;
+}
+
+bool ChartView::CopyRequested(BMessage* message)
+{
+    message->what = MSG_PREFS_DROP;
+    return SavePrefsTo(message) == B_OK;
+}
+
+bool ChartView::PasteRequested(BPoint* where)
+{
+    const ChartCaption* chosen = Chosen();
+    *where = chosen != nullptr ? PlaceOn(*chosen) : kBeside;
+    return true;
+}
+
+void ChartView::PasteColor(const BMessage& message)
+{
+    const int32 source = SourceMeantBy(message);
+    const std::unique_ptr<BMessage> pasted = source != -1 ? kits::ClipboardMessage() : nullptr;
+    rgb_color color;
+    if (pasted != nullptr && FindColorMessage(*pasted, &color))
+        ColorSource(source, color);
+    else
+        beep();
+}
