@@ -9,18 +9,48 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 /// Writes a user's store with so many charts and such a delay between samples, for bench/footprint:
-///   bench_store CHARTS DELAY FILE
+///   bench_store CHARTS DELAY FILE [transparent] [desktop FILE]
 /// The charts are those of the first start, over and over; the window has the size of the first start for three of
-/// them, and grows to no less than 40 pixels a chart.
+/// them, and grows to no less than 40 pixels a chart. The first one can be transparent. A second file gets the store of
+/// the program that shows charts on the desktop, with the same charts below each other on the right.
 
 namespace {
 
 constexpr float kLeastHeight = 40;
 
-bool Arrange(BMessage& store, int charts)
+status_t Write(const BMessage& store, const char* path)
+{
+    BFile file(path, B_READ_WRITE | B_CREATE_FILE | B_ERASE_FILE);
+    const status_t status = file.InitCheck();
+    return status == B_OK ? store.Flatten(&file) : status;
+}
+
+status_t WriteDesktop(const std::vector<BMessage>& charts, const char* path)
+{
+    constexpr BRect kFirst(690, 20, 1259, 137);
+    constexpr float kDistance = 130;
+    BMessage store;
+    BRect frame = kFirst;
+    for (BMessage chart : charts) {
+        chart.AddString("add_on", signature);
+        BMessage place;
+        place.AddString("Screens", "");
+        place.AddRect("Frame", frame);
+        frame.OffsetBy(0, kDistance);
+        BMessage saved;
+        saved.AddMessage("Archive", &chart);
+        saved.AddMessage("Place", &place);
+        store.AddMessage("Replicant", &saved);
+    }
+    store.AddString("Version", kVersion);
+    return Write(store, path);
+}
+
+bool Arrange(BMessage& store, int charts, bool transparent, std::vector<BMessage>* all)
 {
     BMessage window;
     BMessage holder;
@@ -33,8 +63,12 @@ bool Arrange(BMessage& store, int charts)
     if (first.empty())
         return false;
     holder.RemoveName("Chart");
-    for (int i = 0; i < charts; i++)
-        holder.AddMessage("Chart", &first[static_cast<size_t>(i) % first.size()]);
+    for (int i = 0; i < charts; i++) {
+        all->push_back(first[static_cast<size_t>(i) % first.size()]);
+        if (transparent && i == 0)
+            all->back().AddBool("Transparent", true);
+        holder.AddMessage("Chart", &all->back());
+    }
 
     BRect frame;
     window.FindRect("WindowFrameWithCharts", &frame);
@@ -51,8 +85,20 @@ bool Arrange(BMessage& store, int charts)
 
 int main(int argc, char** argv)
 {
-    if (argc != 4) {
-        std::fprintf(stderr, "usage: %s CHARTS DELAY FILE\n", argv[0]);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    bool transparent = false;
+    const char* desktop = nullptr;
+    size_t used = 3;
+    for (; used < arguments.size(); used++) {
+        if (arguments[used] == "transparent")
+            transparent = true;
+        else if (arguments[used] == "desktop" && used + 1 < arguments.size())
+            desktop = arguments[++used].c_str();
+        else
+            break;
+    }
+    if (used != arguments.size()) {
+        std::fprintf(stderr, "usage: %s CHARTS DELAY FILE [transparent] [desktop FILE]\n", argv[0]);
         return 2;
     }
     BResources resources;
@@ -65,14 +111,15 @@ int main(int argc, char** argv)
         get_system_info(&info) != B_OK)
         return 1;
     AdaptDefaultsToMachine(&store, info.cpu_count);
-    if (!Arrange(store, std::atoi(argv[1])))
+    std::vector<BMessage> charts;
+    if (!Arrange(store, std::atoi(argv[1]), transparent, &charts))
         return 1;
     BMessage sampler;
     sampler.AddInt64("Delay", std::atoll(argv[2]));
     sampler.AddInt16("NodesToKeep", 10);
     store.AddMessage("Sysinfo", &sampler);
     store.AddString("Version", kVersion);
-
-    BFile file(argv[3], B_READ_WRITE | B_CREATE_FILE | B_ERASE_FILE);
-    return file.InitCheck() == B_OK && store.Flatten(&file) == B_OK ? 0 : 1;
+    if (desktop != nullptr && WriteDesktop(charts, desktop) != B_OK)
+        return 1;
+    return Write(store, argv[3]) == B_OK ? 0 : 1;
 }

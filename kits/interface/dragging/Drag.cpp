@@ -4,6 +4,7 @@
 #include "kits/application/MessagePrivate.h"
 #include "kits/interface/Shelf.h"
 #include "kits/interface/Window.h"
+#include "kits/interface/dragging/DragShape.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
 #include "kits/interface/input/Pointer.h"
@@ -63,8 +64,11 @@ QPixmap PictureOf(const Request& request)
     QPixmap picture(std::clamp(rect.Width(), 1, kMaxSide), std::clamp(rect.Height(), 1, kMaxSide));
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    painter.setPen(QColor(128, 128, 128));
+    // Whatever lies below: one of the two stands out.
+    painter.setPen(QColor(64, 64, 64));
     painter.drawRect(0, 0, picture.width() - 1, picture.height() - 1);
+    painter.setPen(QColor(224, 224, 224));
+    painter.drawRect(1, 1, picture.width() - 3, picture.height() - 3);
     return picture;
 }
 
@@ -124,6 +128,7 @@ void RunDrag(const Request& request)
         QDrag::cancel();
     });
     const KeyboardHold keyboard;
+    const DragShape shape(drag->pixmap());
     const bool taken = drag->exec(Qt::CopyAction) != Qt::IgnoreAction;
     // The toolkit answers the same for a drop on the desktop, for Escape and for a click.
     const bool isDrop = !taken && !sCanceled && sReleased.has_value();
