@@ -338,6 +338,11 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
     </message>
     <message>
         <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Go to desktop</source>
+        <translation>Zum Schreibtisch gehen</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
         <source>Copy settings</source>
         <translation>Einstellungen kopieren</translation>
     </message>
@@ -345,6 +350,11 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
         <location filename="../src/chart/ChartMenu.cpp"/>
         <source>Paste</source>
         <translation>Einfügen</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartMenu.cpp"/>
+        <source>Remove from desktop</source>
+        <translation>Vom Schreibtisch nehmen</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartMenu.cpp"/>

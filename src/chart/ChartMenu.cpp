@@ -30,9 +30,12 @@ ChartMenu::ChartMenu(bool replicant)
     if (!replicant) {
         // What the handle does by mouse, for the keyboard.
         fMenu->AddItem(new BMenuItem(Tr("Copy to desktop"), new BMessage(MSG_COPY_TO_DESKTOP)));
+        fMenu->AddItem(new BMenuItem(Tr("Go to desktop"), new BMessage(MSG_GO_TO_DESKTOP)));
     }
     fMenu->AddItem(new BMenuItem(Tr("Copy settings"), new BMessage(MSG_COPY_SETTINGS), 'C'));
     fMenu->AddItem(new BMenuItem(Tr("Paste"), new BMessage(MSG_PASTE), 'V'));
+    if (replicant)
+        fMenu->AddItem(new BMenuItem(Tr("Remove from desktop"), new BMessage(MSG_REMOVE_REPLICANT)));
 }
 
 ChartMenu::~ChartMenu() = default;

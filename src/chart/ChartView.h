@@ -36,6 +36,9 @@ enum : int16 { kChartMode = 1, kGaugeMode = 2 };
 /// How a column of a chart looks.
 enum : int16 { kSolidChart = 1, kLineChart = 2, kPointChart = 3 };
 
+/// The user makes no chart on the desktop narrower or lower than this, in pixels.
+inline constexpr float kSmallestReplicant = 20;
+
 /// A view that shows up to eight sources of the sampler as a scrolling chart or as a stacked gauge, with a title and a
 /// live value drawn over it.
 ///
@@ -242,7 +245,8 @@ public:
     bool PasteRequested(BPoint* where) override;
     void Draw(BRect update) override;
     /// Enter chooses the title, the value, and none again; the arrow keys move the chosen one by a pixel, with Shift by
-    /// ten, Escape puts it back. Without the focus none is chosen.
+    /// ten, Escape puts it back. Without the focus none is chosen. On the desktop they move the chart while none is,
+    /// with Ctrl they resize it, and Tab goes to the next chart there.
     void KeyDown(const char* bytes, int32 count) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -311,6 +315,9 @@ private:
     ChartCaption* NextToChoose();
     void Choose(ChartCaption* caption);
     void MoveChosen(BPoint where);
+    void MoveOnDesktop(BPoint distance);
+    void ResizeOnDesktop(BPoint difference);
+    void GoToNextOnDesktop(bool back);
     BPoint PlaceOn(const ChartCaption& caption) const;
     int32 SourceMeantBy(const BMessage& message) const;
     void PasteColor(const BMessage& message);

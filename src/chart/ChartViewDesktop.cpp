@@ -6,6 +6,7 @@
 #include "src/chart/DesktopSender.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/Qel.h"
 #include "src/support/Tr.h"
 
 // How a chart comes onto the desktop, and what its handle does.
@@ -84,6 +85,12 @@ bool ChartView::DesktopMessageReceived(BMessage* message)
         if (!fReplicant)
             ShowOnDesktop(nullptr);
         return true;
+    case MSG_GO_TO_DESKTOP: {
+        const BMessenger host(kDesktopSignature);
+        if (!host.IsValid() || host.SendMessage(MSG_ACTIVATE_REPLICANTS) != B_OK)
+            beep();
+        return true;
+    }
     case MSG_NOT_ON_DESKTOP:
         if (!fReplicant)
             TellNotOnDesktop();

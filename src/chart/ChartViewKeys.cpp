@@ -6,6 +6,8 @@
 #include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
 
+#include <algorithm>
+
 // The keyboard on a chart: whatever the hand does, one of its captions chosen where the pointer would be on it.
 
 namespace {
@@ -47,6 +49,11 @@ bool ChartView::UseKey(char key)
         MoveChosen(fChosenFrom);
         Choose(nullptr);
         return true;
+    case B_TAB:
+        if (!fReplicant)
+            return false;
+        GoToNextOnDesktop((modifiers & B_SHIFT_KEY) != 0);
+        return true;
     case B_LEFT_ARROW:
         return UseArrow(BPoint(-1, 0), modifiers);
     case B_RIGHT_ARROW:
@@ -62,12 +69,39 @@ bool ChartView::UseKey(char key)
 
 bool ChartView::UseArrow(BPoint direction, uint32 modifiers)
 {
-    const ChartCaption* caption = Chosen();
-    if (caption == nullptr || (modifiers & ~B_SHIFT_KEY) != 0)
+    const float length = (modifiers & B_SHIFT_KEY) != 0 ? kLongStep : 1;
+    const BPoint step(direction.x * length, direction.y * length);
+    const uint32 others = modifiers & ~B_SHIFT_KEY;
+    if (others == 0 && Chosen() != nullptr)
+        MoveChosen(Chosen()->where + step);
+    else if (others == 0 && fReplicant)
+        MoveOnDesktop(step);
+    else if (others == B_COMMAND_KEY && fReplicant)
+        ResizeOnDesktop(step);
+    else
         return false;
-    const float step = (modifiers & B_SHIFT_KEY) != 0 ? kLongStep : 1;
-    MoveChosen(caption->where + BPoint(direction.x * step, direction.y * step));
     return true;
+}
+
+void ChartView::MoveOnDesktop(BPoint distance)
+{
+    BMessage message(MSG_MOVE_REPLICANT);
+    message.AddPoint("By", distance);
+    Window()->PostMessage(&message);
+}
+
+void ChartView::ResizeOnDesktop(BPoint difference)
+{
+    const BRect bounds = Bounds();
+    ResizeTo(std::max(bounds.Width() + difference.x, kSmallestReplicant),
+             std::max(bounds.Height() + difference.y, kSmallestReplicant));
+}
+
+void ChartView::GoToNextOnDesktop(bool back)
+{
+    BMessage message(MSG_NEXT_REPLICANT);
+    message.AddBool("Back", back);
+    Window()->PostMessage(&message);
 }
 
 ChartCaption* ChartView::Chosen() const

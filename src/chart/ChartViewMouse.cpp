@@ -21,7 +21,6 @@ namespace {
 constexpr bigtime_t kTrackInterval = 50000;
 constexpr bigtime_t kResizeInterval = 10000;
 constexpr float kCornerRadius = 6;
-constexpr float kSmallestReplicant = 20;
 
 bool CV_TrackValue(BView* view, BPoint& where, uint32)
 {

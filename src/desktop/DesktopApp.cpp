@@ -158,6 +158,10 @@ void DesktopApp::MessageReceived(BMessage* message)
         message->SendReply(&reply);
         break;
     }
+    case MSG_ACTIVATE_REPLICANTS:
+        if (!fWindows.empty())
+            fWindows.front()->Activate();
+        break;
     case B_SCREEN_CHANGED:
         for (ReplicantWindow* window : fWindows)
             window->Arrange();
@@ -172,6 +176,8 @@ void DesktopApp::Remove(ReplicantWindow* window)
     const auto place = std::find(fWindows.begin(), fWindows.end(), window);
     if (place == fWindows.end())
         return;
+    if (window->IsActive())
+        ActivateNext(window, false);
     fWindows.erase(place);
     fHasTold = false;
     window->Quit();
@@ -181,6 +187,15 @@ void DesktopApp::Remove(ReplicantWindow* window)
         fIsEnding = true;
         PostMessage(B_QUIT_REQUESTED);
     }
+}
+
+void DesktopApp::ActivateNext(const ReplicantWindow* window, bool back)
+{
+    const auto place = std::find(fWindows.begin(), fWindows.end(), window);
+    if (place == fWindows.end() || fWindows.size() < 2)
+        return;
+    const size_t index = static_cast<size_t>(place - fWindows.begin()) + (back ? fWindows.size() - 1 : 1);
+    fWindows[index % fWindows.size()]->Activate();
 }
 
 void DesktopApp::UpdateAutostart()

@@ -45,6 +45,8 @@ public:
 
     /// Takes a window off the desktop, for good.
     void Remove(ReplicantWindow* window);
+    /// Gives the keyboard to the window that was shown after this one, or before it.
+    void ActivateNext(const ReplicantWindow* window, bool back);
 
     size_t CountReplicants() const { return fWindows.size(); }
     ReplicantWindow* ReplicantAt(size_t index) const { return fWindows[index]; }

@@ -86,6 +86,12 @@ void ReplicantWindow::FrameResized(float width, float height)
     }
 }
 
+void ReplicantWindow::WindowActivated(bool active)
+{
+    if (active)
+        fView->MakeFocus();
+}
+
 void ReplicantWindow::MessageReceived(BMessage* message)
 {
     switch (message->what) {
@@ -98,6 +104,22 @@ void ReplicantWindow::MessageReceived(BMessage* message)
         frame.OffsetTo(where - offset);
         Apply(InReach(frame, kits::ScreenFrames()));
         Wish();
+        break;
+    }
+    case MSG_MOVE_REPLICANT: {
+        BPoint distance;
+        if (message->FindPoint("By", &distance) != B_OK)
+            break;
+        BRect frame = Frame();
+        frame.OffsetBy(distance);
+        Apply(InReach(frame, kits::ScreenFrames()));
+        Wish();
+        break;
+    }
+    case MSG_NEXT_REPLICANT: {
+        bool back = false;
+        message->FindBool("Back", &back);
+        fOwner->ActivateNext(this, back);
         break;
     }
     case B_REPLICANT_TAKEN:

@@ -11,8 +11,9 @@ class DesktopApp;
 /// view. It remembers where the user put it, for each arrangement of screens, and is shown in reach whatever screens
 /// there are.
 ///
-/// It takes what the view forwards to it: B_DROPPED_ON_DESKTOP moves it, MSG_REMOVE_REPLICANT and B_REPLICANT_TAKEN
-/// take it off the desktop.
+/// It takes what the view forwards to it: B_DROPPED_ON_DESKTOP and MSG_MOVE_REPLICANT move it, MSG_REMOVE_REPLICANT and
+/// B_REPLICANT_TAKEN take it off the desktop, MSG_NEXT_REPLICANT hands the keyboard on. It has the keyboard only from
+/// when it is activated until it is given up.
 class ReplicantWindow : public BWindow {
 public:
     /// @param owner   is told when it is to go, and when it changed; outlives it
@@ -28,6 +29,7 @@ public:
 
     void FrameMoved(BPoint origin) override;
     void FrameResized(float width, float height) override;
+    void WindowActivated(bool active) override;
     void MessageReceived(BMessage* message) override;
 
 private:

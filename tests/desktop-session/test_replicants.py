@@ -54,7 +54,7 @@ class Copy(ReplicantsTest):
         shown = set(self.shown())
         self.desktop.key("shift+F10")
         wait_until(lambda: set(self.shown()) - shown, "the pop-up")
-        self.desktop.key("Up", "Return")
+        self.desktop.key("c")
         self.replicant()
 
     def test_by_the_menu_of_the_handle(self):
@@ -103,6 +103,51 @@ class OnDesktop(ReplicantsTest):
     def test_scrolls(self):
         self.await_scrolling()
         self.await_change()
+
+    def test_is_used_by_keyboard(self):
+        def active():
+            return self.desktop.output("xdotool", "getactivewindow").strip()
+
+        self.desktop.focus(self.window)
+        self.desktop.key("Tab")
+        shown = set(self.shown())
+        self.desktop.key("Menu")
+        wait_until(lambda: set(self.shown()) - shown, "the pop-up")
+        self.desktop.key("Up", "Up", "Up", "Return")
+        wait_until(lambda: active() == str(self.chart), "the focus")
+        width, height = self.desktop.size(self.chart)
+        self.desktop.key("shift+Left", "shift+Left", "Up")
+        self.await_place(580, 559)
+        self.desktop.key("ctrl+shift+Left", "ctrl+Down")
+        wait_until(lambda: self.desktop.size(self.chart) == (width - 10, height + 1), "the new size")
+        shown = set(self.host_windows())
+        self.desktop.key("Menu")
+        wait_until(lambda: set(self.host_windows()) - shown, "the pop-up")
+        self.desktop.key("Up", "Return")
+        wait_until(lambda: not self.hosts(), "the end of the host")
+
+    def test_takes_no_focus_by_itself(self):
+        def active():
+            return self.desktop.output("xdotool", "getactivewindow").strip()
+
+        self.desktop.focus(self.window)
+        self.desktop.xdotool("mousemove", 700, 600, "click", 1)
+        self.await_scrolling()
+        self.assertEqual(active(), str(self.window))
+        # After it was asked to take it and gave it up, too.
+        self.desktop.key("Tab")
+        shown = set(self.shown())
+        self.desktop.key("Menu")
+        wait_until(lambda: set(self.shown()) - shown, "the pop-up")
+        self.desktop.key("Up", "Up", "Up", "Return")
+        wait_until(lambda: active() == str(self.chart), "the focus")
+        self.desktop.focus(self.window)
+        # The toolkit waits for a while whether the focus comes back.
+        wait_until(lambda: "focus: False" in self.desktop.output("xprop", "-id", str(self.chart), "WM_HINTS"),
+                   "the end of its wish for the focus")
+        self.desktop.xdotool("mousemove", 700, 600, "click", 1)
+        self.await_scrolling()
+        self.assertEqual(active(), str(self.window))
 
     def test_is_moved_by_its_handle(self):
         self.drag_out(304, 604, self.chart)

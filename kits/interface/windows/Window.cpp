@@ -223,10 +223,7 @@ void BWindow::Activate(bool active)
         return;
     if (fImpl->fMinimized)
         Minimize(false);
-    fImpl->InMain([impl = fImpl.get()] {
-        impl->fPane->raise();
-        impl->fPane->activateWindow();
-    });
+    fImpl->InMain([impl = fImpl.get()] { impl->fPane->Activate(); });
 }
 
 bool BWindow::IsActive() const

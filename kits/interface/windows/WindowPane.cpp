@@ -148,6 +148,22 @@ bool WindowPane::IsExposed() const
     return fWatched != nullptr && fWatched->isExposed();
 }
 
+void WindowPane::Activate()
+{
+    if (IsOfDesktop())
+        AcceptFocus(true);
+    else
+        raise();
+    activateWindow();
+}
+
+// Of the system's window alone: the widget would be made anew.
+void WindowPane::AcceptFocus(bool accept)
+{
+    if (fWatched != nullptr && !IsWaylandHere())
+        fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
+}
+
 bool WindowPane::event(QEvent* event)
 {
     if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
@@ -209,8 +225,11 @@ void WindowPane::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::WindowStateChange)
         fImpl->StateReported(isMinimized(), ZoomOf(windowState()));
-    else if (event->type() == QEvent::ActivationChange)
+    else if (event->type() == QEvent::ActivationChange) {
+        if (IsOfDesktop() && !isActiveWindow())
+            AcceptFocus(false);
         fImpl->ActivationReported(isActiveWindow());
+    }
     QWidget::changeEvent(event);
 }
 

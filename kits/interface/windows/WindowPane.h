@@ -20,6 +20,9 @@ public:
     /// To be called before the widget is shown: makes the system's window and listens to it.
     void WatchWindow();
     bool IsExposed() const;
+    /// Brings the window to the front and asks for the keyboard. One of the desktop stays where it is, and takes the
+    /// keyboard only from here until it loses it.
+    void Activate();
     /// Null when the window is gone.
     WindowImpl* Impl() const { return fImpl; }
 
@@ -38,6 +41,7 @@ protected:
 
 private:
     bool IsOfDesktop() const;
+    void AcceptFocus(bool accept);
 
     WindowImpl* fImpl;
     QPointer<QWindow> fWatched;

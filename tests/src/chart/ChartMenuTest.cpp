@@ -59,7 +59,7 @@ TEST(ChartMenuTest, AChartInTheApplicationHasAllCommands)
     const ChartMenu menu(false);
     EXPECT_EQ(Labels(*menu.Menu()),
               "Preferences...||Add new chart|Delete this chart||Synchronize others|Pause|Sources..."
-              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy to desktop|Copy settings|Paste");
+              "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy to desktop|Go to desktop|Copy settings|Paste");
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_PREFS), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_ADD), nullptr);
     EXPECT_NE(menu.Menu()->FindItem(MSG_CHART_DELETE), nullptr);
@@ -73,7 +73,7 @@ TEST(ChartMenuTest, AReplicantCanBeReconnected)
     const ChartMenu menu(true);
     EXPECT_EQ(Labels(*menu.Menu()),
               "Preferences...||Reconnect|Pause|Sources...||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|"
-              "Copy settings|Paste");
+              "Copy settings|Paste|Remove from desktop");
     EXPECT_NE(menu.Menu()->FindItem(MSG_RECONNECT), nullptr);
 }
 
@@ -102,7 +102,8 @@ TEST(ChartMenuTest, SourcesComeAndGoByIndex)
 TEST(ChartMenuTest, DistributionComesWithASeparatorAndGoesWithIt)
 {
     ChartMenu menu(true);
-    const std::string saving = "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy settings|Paste";
+    const std::string saving =
+        "||Save picture\xe2\x80\xa6|Save values\xe2\x80\xa6|Copy settings|Paste|Remove from desktop";
     const std::string told = "Preferences...||Reconnect|Pause|Sources...";
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);
     menu.Offer(MSG_DISTRIBUTE_VALUE_POS, "Distribute position", true);

@@ -206,3 +206,68 @@ TEST_F(DesktopAppTest, ThereIsOneInASession)
         },
         {Request(Archive())});
 }
+
+TEST_F(DesktopAppTest, AChartIsMovedAndResizedByKeyboard)
+{
+    Run(
+        [](DesktopApp& app) {
+            app.PostMessage(MSG_ACTIVATE_REPLICANTS);
+            ASSERT_EQ(app.CountReplicants(), 1U);
+            ReplicantWindow* window = app.ReplicantAt(0);
+            window->ChildAt(0)->MakeFocus();
+            test::Key(window, B_RIGHT_ARROW, B_SHIFT_KEY);
+            test::Key(window, B_DOWN_ARROW);
+            test::Key(window, B_RIGHT_ARROW, B_COMMAND_KEY | B_SHIFT_KEY);
+            test::Key(window, B_UP_ARROW, B_COMMAND_KEY);
+        },
+        {Request(Archive())}, [](DesktopApp& app) { return app.ReplicantAt(0)->Frame() == BRect(110, 121, 320, 200); });
+    // It is kept.
+    Run([](DesktopApp& app) {
+        ASSERT_EQ(app.CountReplicants(), 1U);
+        EXPECT_EQ(app.ReplicantAt(0)->Frame(), BRect(110, 121, 320, 200));
+        ReplicantWindow* window = app.ReplicantAt(0);
+        window->ChildAt(0)->MakeFocus();
+        // Not below what the hand can make of it.
+        for (int i = 0; i < 10; i++)
+            test::Key(window, B_UP_ARROW, B_COMMAND_KEY | B_SHIFT_KEY);
+        EXPECT_EQ(window->ChildAt(0)->Bounds().Height(), kSmallestReplicant);
+        // A chosen caption goes first.
+        auto* chart = dynamic_cast<ChartView*>(window->ChildAt(0));
+        chart->ResizeTo(200, 80);
+        const BPoint before = chart->TitleCoord();
+        test::Key(window, B_ENTER);
+        test::Key(window, B_RIGHT_ARROW);
+        EXPECT_NE(chart->TitleCoord(), before);
+        EXPECT_EQ(window->Frame().LeftTop(), BPoint(110, 121));
+    });
+}
+
+TEST_F(DesktopAppTest, TheKeyboardGoesFromChartToChart)
+{
+    std::string activated;
+    const auto wait = [&activated](DesktopApp& app, size_t index) {
+        EXPECT_TRUE(test::WaitFor([&] { return app.ReplicantAt(index)->IsActive(); })) << index;
+        test::Turn();
+        EXPECT_TRUE(app.ReplicantAt(index)->ChildAt(0)->IsFocus());
+        activated += static_cast<char>('0' + index);
+    };
+    Run(
+        [&wait](DesktopApp& app) {
+            ASSERT_EQ(app.CountReplicants(), 3U);
+            app.MessageReceived(std::make_unique<BMessage>(MSG_ACTIVATE_REPLICANTS).get());
+            wait(app, 0);
+            test::Key(app.ReplicantAt(0), B_TAB);
+            wait(app, 1);
+            test::Key(app.ReplicantAt(1), B_TAB);
+            wait(app, 2);
+            test::Key(app.ReplicantAt(2), B_TAB);
+            wait(app, 0);
+            test::Key(app.ReplicantAt(0), B_TAB, B_SHIFT_KEY);
+            wait(app, 2);
+            // When it goes it hands it on.
+            app.Remove(app.ReplicantAt(2));
+            wait(app, 0);
+        },
+        {Request(Archive()), Request(Archive(), BPoint(300, 300)), Request(Archive(), BPoint(500, 300))});
+    EXPECT_EQ(activated, "012020");
+}
