@@ -36,6 +36,7 @@ status_t WriteDesktop(const std::vector<BMessage>& charts, const char* path)
     BMessage store;
     BRect frame = kFirst;
     for (BMessage chart : charts) {
+        chart.AddString("class", "ChartView");
         chart.AddString("add_on", signature);
         BMessage place;
         place.AddString("Screens", "");
