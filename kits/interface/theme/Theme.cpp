@@ -11,6 +11,7 @@
 #include <QDBusVariant>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QPointer>
 #include <QTimer>
 
 #include <algorithm>
@@ -25,6 +26,10 @@ namespace {
 constexpr QColor kPanel(216, 216, 216);
 /// After the start's windows are drawn.
 constexpr int kAskLater = 300;
+/// Several settings change together.
+constexpr int kAskAgain = 50;
+constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kPortalSettings = "org.freedesktop.portal.Settings";
 
 bool sRuns = false;
 bool sDesktopIsDark = false;
@@ -116,8 +121,8 @@ void AskPortal()
     if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
         return;
     QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+        QStringLiteral("org.freedesktop.portal.Desktop"), QString::fromLatin1(kPortalPath),
+        QString::fromLatin1(kPortalSettings), QStringLiteral("Read"));
     question.setAutoStartService(false);
     question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
     auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), qApp);
@@ -129,11 +134,29 @@ void AskPortal()
         QVariant value = reply.arguments().first();
         while (value.canConvert<QDBusVariant>())
             value = value.value<QDBusVariant>().variant();
-        // 1 prefers dark, 2 light; 0 has no opinion, and others may have.
+        // 1 prefers dark, 2 light; of one without an opinion others may know.
         const uint scheme = value.toUInt();
-        if (scheme == 1 || scheme == 2)
-            SetDesktopIsDark(scheme == 1);
+        SetDesktopIsDark(scheme == 1 || (scheme != 2 && GtkIsDark()));
     });
+}
+
+/// Asks the portal, and whenever it says that a setting is another one.
+void FollowPortal()
+{
+    if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
+        return;
+    static QPointer<QTimer> soon;
+    if (soon == nullptr) {
+        soon = new QTimer(qApp);
+        soon->setSingleShot(true);
+        soon->setInterval(kAskAgain);
+        QObject::connect(soon, &QTimer::timeout, qApp, AskPortal);
+        // Of no certain sender: to look for that would wait for an answer, and this only leads to a question.
+        QDBusConnection::sessionBus().connect(QString(), QString::fromLatin1(kPortalPath),
+                                              QString::fromLatin1(kPortalSettings), QStringLiteral("SettingChanged"),
+                                              soon, SLOT(start()));
+    }
+    AskPortal();
 }
 
 } // namespace
@@ -143,7 +166,7 @@ void Start()
     sRuns = true;
     sDesktopIsDark = GtkIsDark();
     Apply();
-    QTimer::singleShot(kAskLater, qApp, AskPortal);
+    QTimer::singleShot(kAskLater, qApp, FollowPortal);
 }
 
 void Stop()

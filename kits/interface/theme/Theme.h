@@ -8,8 +8,8 @@ namespace kits {
 ///
 /// On a light desktop they are the user's, on the platform's grey panels. On a dark one they are the user's where the
 /// toolkit knows them, else a dark set of ours. Whether the desktop is dark the toolkit knows of some desktops; of the
-/// others GTK_THEME and GTK's settings file tell at the start, and the desktop portal a moment later and whenever the
-/// program comes to the front. Main thread.
+/// others GTK_THEME and GTK's settings file tell at the start, and the desktop portal a moment later, when it says that
+/// a setting changed, and whenever the program comes to the front. Main thread.
 namespace Theme {
 
 /// After the toolkit's application object is made; asks nothing that takes time.

@@ -1,0 +1,77 @@
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QSocketNotifier>
+
+#include <cstdio>
+#include <unistd.h>
+
+// A desktop portal on the session's bus that knows one setting: how dark the desktop is. It is what stands on the
+// command line, then each digit that comes on stdin. Says "ready" once it can be asked, "asked" whenever it was.
+
+namespace {
+
+constexpr const char* kPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kInterface = "org.freedesktop.portal.Settings";
+constexpr const char* kNamespace = "org.freedesktop.appearance";
+constexpr const char* kKey = "color-scheme";
+
+void Say(const char* word)
+{
+    std::puts(word);
+    std::fflush(stdout);
+}
+
+class Portal : public QDBusVirtualObject {
+public:
+    explicit Portal(uint scheme)
+        : fScheme(scheme)
+    {
+    }
+
+    void Set(uint scheme)
+    {
+        fScheme = scheme;
+        QDBusMessage signal = QDBusMessage::createSignal(kPath, kInterface, "SettingChanged");
+        signal << kNamespace << kKey << QVariant::fromValue(QDBusVariant(fScheme));
+        QDBusConnection::sessionBus().send(signal);
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
+    {
+        if (message.member() != "Read" || message.arguments() != QVariantList{kNamespace, kKey})
+            return false;
+        // In two layers, as the portal of desktops answers.
+        const QDBusVariant value(QVariant::fromValue(QDBusVariant(fScheme)));
+        bus.send(message.createReply(QVariant::fromValue(value)));
+        Say("asked");
+        return true;
+    }
+
+private:
+    uint fScheme;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    Portal portal(argc > 1 ? static_cast<uint>(*argv[1] - '0') : 0);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerVirtualObject(kPath, &portal) || !bus.registerService("org.freedesktop.portal.Desktop"))
+        return 1;
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, [&portal] {
+        char digit = 0;
+        if (read(STDIN_FILENO, &digit, 1) != 1)
+            QCoreApplication::quit();
+        else if (digit >= '0' && digit <= '2')
+            portal.Set(static_cast<uint>(digit - '0'));
+    });
+    Say("ready");
+    return QCoreApplication::exec();
+}

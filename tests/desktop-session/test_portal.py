@@ -1,0 +1,79 @@
+"""A dark desktop, as its portal tells of it."""
+
+import os
+import shutil
+import subprocess
+import unittest
+
+from charts import ChartsTest
+from desktop import wait_until
+
+PANEL = (2, 380)
+"""Beside the charts of the main window."""
+LIGHT = (216, 216, 216)
+
+
+@unittest.skipUnless(shutil.which("dbus-daemon"), "there is no dbus-daemon")
+class PortalTest(ChartsTest):
+    """The program on a bus of its own, with a portal that says `scheme`."""
+
+    def open_bus(self):
+        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], text=True,
+                               env=self.desktop.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                               stderr=subprocess.DEVNULL)
+        self.addCleanup(bus.stdout.close)
+        self.addCleanup(bus.wait)
+        self.addCleanup(bus.terminate)
+        self.environment = {"DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip()}
+
+    def open_portal(self, scheme):
+        program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
+        self.portal = subprocess.Popen([program, str(scheme)], env=dict(self.desktop.environment, **self.environment),
+                                       text=True, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        for pipe in (self.portal.stdin, self.portal.stdout):
+            self.addCleanup(pipe.close)
+        self.addCleanup(self.portal.wait)
+        self.addCleanup(self.portal.terminate)
+        self.assertEqual(self.portal.stdout.readline(), "ready\n")
+
+    def arrange(self):
+        self.open_bus()
+        self.open_portal(self.scheme)
+
+    def say(self, scheme):
+        self.portal.stdin.write(str(scheme))
+        self.portal.stdin.flush()
+
+    def panel(self):
+        return self.picture().pixel(*PANEL)
+
+    def await_dark(self):
+        wait_until(lambda: max(self.panel()) < 100, "dark panels")
+
+    def await_light(self):
+        wait_until(lambda: self.panel() == LIGHT, "light panels")
+
+
+class Dark(PortalTest):
+    scheme = 1
+
+    def test_is_followed_at_the_start_and_while_the_program_runs(self):
+        self.await_dark()
+        self.say(2)
+        self.await_light()
+        self.say(1)
+        self.await_dark()
+        # Without a preference it is what it is without a portal.
+        self.say(0)
+        self.await_light()
+        self.quit()
+
+
+class Light(PortalTest):
+    scheme = 2
+
+    def test_becomes_dark_while_the_program_runs(self):
+        self.assertEqual(self.portal.stdout.readline(), "asked\n")
+        self.await_light()
+        self.say(1)
+        self.await_dark()
