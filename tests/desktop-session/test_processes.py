@@ -9,6 +9,7 @@ import signal
 import socket
 import struct
 import subprocess
+import tempfile
 import unittest
 
 from charts import STORE, ChartsTest
@@ -167,6 +168,54 @@ class Noise(ProcessesTest, ChartsTest):
         for _ in range(10_000):
             self.knock().close()
         self.assert_serves()
+
+
+class Planted(ProcessesTest):
+    """Something else in the place of the folder that processes meet in: whatever it is, nothing is put there."""
+
+    TIMES = 20
+
+    def plant(self, kind, runtime):
+        place, elsewhere = runtime / "kits", self.config / "elsewhere"
+        elsewhere.mkdir(mode=0o700, exist_ok=True)
+        if kind == 0:
+            place.symlink_to(elsewhere)
+        elif kind == 1:
+            place.write_text("a file")
+        elif kind == 2:
+            place.mkdir()
+            place.chmod(0o777)
+            elsewhere = place
+        else:
+            place.symlink_to("/nowhere/to/be/found")
+        return elsewhere
+
+    def test_is_left_alone_and_the_program_is_alone(self):
+        for turn in range(self.TIMES):
+            with tempfile.TemporaryDirectory(prefix="qel-runtime-") as folder, self.subTest(turn):
+                runtime = pathlib.Path(folder)
+                elsewhere = self.plant(turn % 4, runtime)
+                before = os.stat(runtime / "kits", follow_symlinks=False)
+                program = self.start(XDG_RUNTIME_DIR=folder)
+                program.window()
+                self.assert_one_line(self.run_beside("--set-delay", "1", XDG_RUNTIME_DIR=folder), 1)
+                program.signal(signal.SIGTERM)
+                self.assert_ends_well(program)
+                after = os.stat(runtime / "kits", follow_symlinks=False)
+                self.assertEqual((after.st_ino, after.st_mode), (before.st_ino, before.st_mode))
+                self.assertEqual(list(elsewhere.iterdir()), [])
+
+    def test_left_by_the_dead_is_removed(self):
+        kits = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"]) / "kits"
+        for turn in range(self.TIMES):
+            program = self.start()
+            program.window()
+            program.signal(signal.SIGKILL)
+            program.wait()
+            left = list(kits.glob("x-vnd.kvt-Qel@*"))
+            self.assertEqual(len(left), 1)
+            self.assert_one_line(self.run_beside("--set-delay", "1"), 1)
+            self.assertEqual([path for path in left if path.exists()], [])
 
 
 if __name__ == "__main__":
