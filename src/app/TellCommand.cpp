@@ -6,7 +6,9 @@
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
+#include "kits/kernel/Clock.h"
 #include "kits/kernel/Errors.h"
+#include "kits/kernel/Threads.h"
 #include "src/app/CommandLine.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
@@ -15,6 +17,7 @@ namespace {
 
 constexpr const char* kOwnSignature = "application/x-vnd.kvt-Qel-command";
 constexpr bigtime_t kLongestWait = 5'000'000;
+constexpr bigtime_t kPause = 50'000;
 
 std::vector<BMessage> MessagesFor(const CommandLine& line)
 {
@@ -31,6 +34,21 @@ std::vector<BMessage> MessagesFor(const CommandLine& line)
     return messages;
 }
 
+/// Nobody answers these; what comes is that the message has been handled.
+status_t Tell(const BMessenger& application, const BMessage& message)
+{
+    const bigtime_t end = system_time() + kLongestWait;
+    for (;;) {
+        BMessage reply;
+        const status_t status = application.SendMessage(&message, &reply, kLongestWait, kLongestWait);
+        // Others stand before its door.
+        if (status != B_WOULD_BLOCK || system_time() > end) {
+            return status;
+        }
+        snooze(kPause);
+    }
+}
+
 } // namespace
 
 int RunTellCommand(const CommandLine& line)
@@ -42,9 +60,7 @@ int RunTellCommand(const CommandLine& line)
         return 1;
     }
     for (const BMessage& message : MessagesFor(line)) {
-        // Nobody answers these; what comes is that the message has been handled.
-        BMessage reply;
-        const status_t status = application.SendMessage(&message, &reply, kLongestWait, kLongestWait);
+        const status_t status = Tell(application, message);
         const bool hasQuit = message.what == B_QUIT_REQUESTED && status == B_BAD_HANDLER;
         if (status != B_OK && !hasQuit) {
             std::fprintf(stderr, "qel: the running program does not answer\n");

@@ -44,6 +44,11 @@ class ChartsTest(DesktopTest):
         before = self.picture()
         wait_until(lambda: self.picture() != before, "charts that scroll")
 
+    def settle(self):
+        """Until the program has handled everything that was sent to it: of two changes the second began after that."""
+        self.await_change()
+        self.await_change()
+
     def shown(self):
         """All windows of the program, menus and alerts too."""
         return self.desktop.windows(".*", self.program.pid)
@@ -63,6 +68,41 @@ class ChartsTest(DesktopTest):
         shown = len(self.shown())
         self.desktop.key(key)
         wait_until(lambda: len(self.shown()) < shown, "the pop-up to close")
+
+    # Drags within the program, as a hand does them.
+
+    def take_hold(self, start, aside=None, button=1):
+        """From a place of the screen until something is dragged; by way of another, or one near by."""
+        shown = set(self.shown())
+
+        def dragged():
+            """Where the picture of what is dragged is."""
+            return [self.desktop.geometry(window)[:2] for window in set(self.shown()) - shown]
+
+        self.dragged, self.button, self.held = dragged, button, aside or (start[0] + 36, start[1] - 24)
+        self.desktop.xdotool("mousemove", *start, "mousedown", button)
+        self.addCleanup(self.desktop.xdotool, "mouseup", button)
+        way = [tuple(round(a + (b - a) * step / 12) for a, b in zip(start, self.held)) for step in range(1, 13)]
+
+        def begun():
+            self.desktop.xdotool("mousemove", *(way.pop(0) if way else (self.held[0] + 1, self.held[1])))
+            self.desktop.xdotool("mousemove_relative", "--", -1, 0)
+            return not way and dragged()
+
+        wait_until(begun, "the drag")
+
+    def let_go(self, end):
+        """At a place of the screen."""
+        self.move_by_hand(self.held, end)
+        for aside in (1, 0) * 3:  # a hand trembles
+            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+            self.settle()
+        self.desktop.xdotool("mouseup", self.button)
+        wait_until(lambda: not self.dragged(), "the drop")
+
+    def move_by_hand(self, start, end):
+        for step in range(1, 13):
+            self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 12) for a, b in zip(start, end)))
 
     def stored(self):
         return (self.config / STORE).read_bytes()

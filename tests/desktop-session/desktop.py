@@ -14,11 +14,13 @@ import tempfile
 import time
 import unittest
 
+from xclient import Client
+
 # Started in the background of a script, these are ignored, and every program started from here would ignore them too.
 for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
     signal.signal(number, signal.SIG_DFL)
 
-TIMEOUT = 30
+TIMEOUT = 60
 SCREEN = (1280, 800)
 
 
@@ -65,6 +67,7 @@ class Desktop:
 
     def __init__(self, window_manager=True):
         self._processes = []
+        self._is_managed = False
         self._folder = tempfile.mkdtemp(prefix="qel-desktop-")
         self.environment = {k: v for k, v in os.environ.items()
                             if k not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER")}
@@ -96,6 +99,8 @@ class Desktop:
                 return "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
             wait_until(is_there, "the window manager")
+            self._is_managed = True
+            self.await_manager()
 
     def _start(self, arguments, **options):
         process = subprocess.Popen(arguments, env=self.environment, stdin=subprocess.DEVNULL,
@@ -115,7 +120,16 @@ class Desktop:
                               check=check).stdout
 
     def xdotool(self, *arguments):
-        return self.output("xdotool", *(str(argument) for argument in arguments), check=True)
+        output = self.output("xdotool", *(str(argument) for argument in arguments), check=True)
+        if "mousedown" in arguments or "click" in arguments:
+            self.await_manager()
+        return output
+
+    def await_manager(self):
+        """Until the window manager has handled what came so far."""
+        if self._is_managed:
+            with Client(self.environment["DISPLAY"]) as client:
+                client.await_manager(TIMEOUT)
 
     # Windows, by their X number.
 
@@ -176,6 +190,7 @@ class Desktop:
     def focus(self, window):
         self.xdotool("windowactivate", window)
         wait_until(lambda: self.output("xdotool", "getactivewindow").strip() == str(window), "the focus")
+        self.await_manager()
 
 
 class Program:
@@ -234,14 +249,15 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.config = pathlib.Path(folder.name)
 
-    def tearDown(self):
-        """Keeps a picture of a failure; what a test has added to clean up is still there."""
+    def doCleanups(self):
+        """Keeps a picture of a failure, of the preparations too, while everything is still there."""
         outcome = self._outcome.result
         if any(test is self for test, _ in outcome.failures + outcome.errors):
             path = os.path.join(tempfile.gettempdir(), f"{self.id()}.png")
             with contextlib.suppress(subprocess.SubprocessError):
                 self.desktop.output("import", "-silent", "-window", "root", path)
                 print(f"\n    the screen at the end: {path}")
+        return super().doCleanups()
 
     def start(self, *arguments, **environment):
         program = Program(self.desktop, self.config, *arguments, **environment)

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTimer>
 
 #include <cstdio>
 #include <optional>
@@ -12,9 +13,29 @@
 /// Another program to drag from, an editor or a colour chooser, for the tests on a desktop:
 ///   drag_source NAME FORMAT FILE [FORMAT FILE]...
 /// shows a window of this name. What is dragged from it has the files' content in these formats; a file for
-/// application/x-color holds a colour's name, as #rrggbb. Every drag that ends is told on stdout: "taken" or "refused".
+/// application/x-color holds a colour's name, as #rrggbb. Told on stdout: "at X Y" for each place of the screen that a
+/// drag has come to, and "taken" or "refused" when it has ended.
 
 namespace {
+
+void Tell(const char* line)
+{
+    std::puts(line);
+    std::fflush(stdout);
+}
+
+/// Sees where the pointer goes before the drag does.
+class Watcher : public QObject {
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseMove) {
+            const QPoint place = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+            Tell(qPrintable(QStringLiteral("at %1 %2").arg(place.x()).arg(place.y())));
+        }
+        return false;
+    }
+};
 
 using Content = QList<std::pair<QString, QByteArray>>;
 
@@ -37,9 +58,11 @@ protected:
             return;
         auto* drag = new QDrag(this);
         drag->setMimeData(Data());
+        Watcher watcher;
+        // The last filter is the first to see an event, and the drag installs one when it begins.
+        QTimer::singleShot(0, &watcher, [&watcher] { qApp->installEventFilter(&watcher); });
         const bool taken = drag->exec(Qt::CopyAction) == Qt::CopyAction;
-        std::puts(taken ? "taken" : "refused");
-        std::fflush(stdout);
+        Tell(taken ? "taken" : "refused");
     }
 
 private:

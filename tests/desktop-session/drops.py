@@ -62,20 +62,32 @@ class DropsTest(ChartsTest):
         self.desktop.xdotool("windowmove", self.source, *PLACE)
         wait_until(lambda: self.desktop.geometry(self.source)[0] >= PLACE[0], "the drag source at its place")
 
-    def begin_drag(self, x, y):
+    def begin_foreign_drag(self, x, y):
         """Drags from the other program onto a place of the window, and holds it there."""
         start = self.on_screen(self.source, 80, 50)
         end = self.on_screen(self.window, x, y)
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 21):
             self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 20) for a, b in zip(start, end)))
-        for aside in (1, 0) * 3:  # a hand trembles
-            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+        # The source tells the target one place after another, and not before that has answered for the one before. So
+        # the first of these may still be passed over; the second is not.
+        for aside in (1, 0):
+            x, y = end[0] + aside, end[1]
+
+            def is_there():
+                self.desktop.xdotool("mousemove", x + 1, y, "mousemove", x, y)  # a hand trembles
+                return self.told.read_text().endswith(f"at {x} {y}\n")
+
+            wait_until(is_there, "the drag at its end")
+            self.settle()
+
+    def ends(self):
+        """Of all drags until now, whether they were taken."""
+        return [line == "taken" for line in self.told.read_text().splitlines() if line in ("taken", "refused")]
 
     def drop(self, x, y):
         """Whether it was taken."""
-        before = self.told.read_bytes().count(b"\n")
-        self.begin_drag(x, y)
+        before = self.ends()
+        self.begin_foreign_drag(x, y)
         self.desktop.xdotool("mouseup", 1)
-        wait_until(lambda: self.told.read_bytes().count(b"\n") > before, "the end of the drag")
-        return self.told.read_bytes().endswith(b"taken\n")
+        return wait_until(lambda: self.ends()[len(before) :], "the end of the drag")[0]

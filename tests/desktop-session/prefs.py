@@ -84,6 +84,7 @@ class PrefsTest(ChartsTest):
         before = self.page()
         self.click(TABS[tab])
         wait_until(lambda: self.page() != before, f"the page {tab}")
+        self.settle()
 
     def choose_of(self, place, *rows):
         """Opens a menu of the page and chooses by the mouse: a row of it, then a row of what that opens."""
@@ -114,35 +115,9 @@ class PrefsTest(ChartsTest):
         wait_until(lambda: self.shown() == [self.window], "the preferences to close")
 
     def drag_to_chart(self, start, x, y, button=1):
-        """From a place of the preferences onto one of the main window, as a hand does. A page leaves its window across
-        the tabs."""
-        shown = set(self.shown())
-
-        def dragged():
-            """Where the picture of what is dragged is."""
-            return [self.desktop.geometry(window)[:2] for window in set(self.shown()) - shown]
-
-        start, end = self.on_screen(self.prefs, *start), self.on_screen(self.window, x, y)
+        """From a place of the preferences onto one of the main window. A page leaves its window across the tabs."""
+        start = self.on_screen(self.prefs, *start)
         top = self.desktop.geometry(self.prefs)[1]
-        above = (start[0], top - 10) if start[1] < top + 25 else (start[0] + 36, start[1] - 24)
-        self.desktop.xdotool("mousemove", *start, "mousedown", button)
-        self.addCleanup(self.desktop.xdotool, "mouseup", button)
-        way = [tuple(round(a + (b - a) * step / 12) for a, b in zip(start, above)) for step in range(1, 13)]
-
-        def begun():
-            self.desktop.xdotool("mousemove", *(way.pop(0) if way else (above[0] + 1, above[1])))
-            self.desktop.xdotool("mousemove_relative", "--", -1, 0)
-            return not way and dragged()
-
-        wait_until(begun, "the drag")
-        self.move_by_hand(above, end)
-        for aside in (1, 0) * 3:  # a hand trembles
-            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
-            self.await_change()
-            self.await_change()
-        self.desktop.xdotool("mouseup", button)
-        wait_until(lambda: not dragged(), "the drop")
-
-    def move_by_hand(self, start, end):
-        for step in range(1, 13):
-            self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 12) for a, b in zip(start, end)))
+        above = (start[0], top - 10) if start[1] < top + 25 else None
+        self.take_hold(start, above, button)
+        self.let_go(self.on_screen(self.window, x, y))

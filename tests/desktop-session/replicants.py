@@ -99,9 +99,13 @@ class ReplicantsTest(ChartsTest):
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 13):
             self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 12) for a, b in zip(start, end)))
-        for aside in (1, 0) * 3:  # a hand trembles
-            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
-        wait_until(self.picture_at_pointer, "a drag that is under way")
+
+        def begun():
+            for aside in (1, 0):  # a hand trembles
+                self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+            return self.picture_at_pointer()
+
+        wait_until(begun, "a drag that is under way")
 
     def end_drag(self):
         self.desktop.xdotool("mouseup", 1)
@@ -109,6 +113,20 @@ class ReplicantsTest(ChartsTest):
 
     def drag_out(self, x, y, window=None):
         self.begin_drag(self.handle(window), (x, y))
+        self.end_drag()
+
+    def drag_back(self, x, y, window):
+        """A chart on the desktop onto a place of the program's window."""
+        end = self.on_screen(self.window, x, y)
+        self.begin_drag(self.handle(window), end)
+        # The host tells the program one place after another, and not before that has answered for the one before. So
+        # the first of these may still be passed over; the second is not.
+        for aside in (1, 0):
+            self.desktop.xdotool("mousemove", end[0] + aside, end[1])
+            for _ in range(2):
+                before = self.desktop.picture(window)
+                wait_until(lambda: self.desktop.picture(window) != before, "a chart on the desktop that scrolls")
+            self.settle()
         self.end_drag()
 
     def resize(self, window, width, height, expected=None):

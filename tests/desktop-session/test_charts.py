@@ -42,7 +42,8 @@ class Dragging(ChartsTest):
         self.desktop.key("ctrl+a", window=self.window)
         about = self.program.window("^About Qel$")
         start = self.on_screen(about, 60, 151)
-        self.desktop.drag(start, self.on_screen(self.window, *TITLE), steps=20)
+        self.take_hold(start)
+        self.let_go(self.on_screen(self.window, *TITLE))
         self.desktop.key("ctrl+q", window=self.window)
         self.assert_ends_well(self.program)
         self.assertIn(b"qel@example.org", self.stored())
@@ -69,5 +70,6 @@ class About(ChartsTest):
         for _ in range(2):
             self.desktop.key("ctrl+a", window=self.window)
             self.program.window("^About Qel$")
+        self.settle()
         self.assertEqual(len(self.desktop.windows("^About Qel$", self.program.pid)), 1)
         self.quit()

@@ -36,12 +36,13 @@ class Color(DropsTest):
         return self.picture().crop(0, 180, 570, 113)
 
     def find(self, color):
-        """The middle of a square of this colour, in the window."""
+        """The middle of a square of this colour, in the window, and of the background where no curve is for long."""
         chart = self.chart()
         row = color * 3
         for top in range(chart.height - 3, -1, -1):
             start = 3 * top * chart.width
-            x = chart.data[start : start + 3 * chart.width].find(row)
+            line = chart.data[start : start + 3 * (chart.width - 20)]
+            x = line.rfind(row) if color == BACKGROUND else line.find(row)
             if x >= 0 and x % 3 == 0 and chart.crop(x // 3, top, 3, 3).colors() == {color}:
                 return x // 3 + 1, 180 + top + 1
         return None

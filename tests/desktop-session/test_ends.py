@@ -1,33 +1,12 @@
 """Ends in the middle of something: by a signal, by closing the window, by the loss of the screen."""
 
-import ctypes
 import signal
 import time
 
 from charts import TITLE, ChartsTest
 from desktop import Desktop, wait_until
 from drops import DropsTest, sources
-
-
-def close_window(display, window):
-    """What a task bar does: asks the window manager to close a window, whatever has keyboard and pointer."""
-
-    class Event(ctypes.Structure):
-        _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
-                    ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
-                    ("format", ctypes.c_int), ("data", ctypes.c_long * 5), ("room", ctypes.c_long * 24)]
-
-    x = ctypes.CDLL("libX11.so.6")
-    x.XOpenDisplay.restype = ctypes.c_void_p
-    for function in (x.XDefaultRootWindow, x.XInternAtom):
-        function.restype = ctypes.c_ulong
-    connection = ctypes.c_void_p(x.XOpenDisplay(display.encode()))
-    event = Event(type=33, window=window, format=32, message_type=x.XInternAtom(connection, b"_NET_CLOSE_WINDOW", 0))
-    event.data[1] = 2  # a pager
-    redirect_and_notify = 1 << 20 | 1 << 19
-    root = ctypes.c_ulong(x.XDefaultRootWindow(connection))
-    x.XSendEvent(connection, root, 0, ctypes.c_long(redirect_and_notify), ctypes.byref(event))
-    x.XCloseDisplay(connection)
+from xclient import Client
 
 
 class EndTest(DropsTest):
@@ -63,17 +42,14 @@ class EndTest(DropsTest):
     def check_own_drag(self):
         self.desktop.key("ctrl+a", window=self.window)
         about = self.program.window("^About Qel$")
-        self.addCleanup(self.desktop.xdotool, "mouseup", 1)
-        start, end = self.on_screen(about, 60, 151), self.on_screen(self.window, 300, 120)
-        self.desktop.xdotool("mousemove", *start, "mousedown", 1)
-        for step in range(1, 11):
-            self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 10) for a, b in zip(start, end)))
+        self.take_hold(self.on_screen(about, 60, 151))
+        self.move_by_hand(self.held, self.on_screen(self.window, 300, 120))
         self.assert_ends()
 
     def check_foreign_drag(self):
         self.open_source(text=b"held over a chart")
         self.addCleanup(self.desktop.xdotool, "mouseup", 1)
-        self.begin_drag(300, 110)
+        self.begin_foreign_drag(300, 110)
         self.assert_ends()
 
     def check_alert(self):
@@ -96,7 +72,9 @@ class Signal(EndTest):
 
 class Closing(EndTest):
     def end(self):
-        close_window(self.desktop.environment["DISPLAY"], self.window)
+        """As a task bar does, whatever has keyboard and pointer."""
+        with Client(self.desktop.environment["DISPLAY"]) as client:
+            client.close_window(self.window)
 
     test_in_a_menu = EndTest.check_menu
     test_while_a_caption_is_moved = EndTest.check_caption

@@ -81,6 +81,7 @@ class SecondStart(ProcessesTest, ChartsTest):
     def test_right_after_the_end_has_what_was_stored_then(self):
         for turn in range(5):
             self.desktop.resize(self.window, 500 + 20 * turn, 300)
+            self.settle()
             self.assertEqual(self.run_beside("--quit"), (0, "", ""))
             program, self.program = self.program, self.start()
             self.window = self.program.window()

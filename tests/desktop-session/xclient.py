@@ -1,0 +1,76 @@
+"""What only a client of the X server can ask the window manager."""
+
+import ctypes
+import math
+import time
+
+XID = ctypes.c_ulong
+CLIENT_MESSAGE = 33
+REDIRECT_AND_NOTIFY = 1 << 20 | 1 << 19
+
+
+class Event(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", XID), ("message_type", XID), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 5), ("room", ctypes.c_long * 24)]
+
+
+def library():
+    x = ctypes.CDLL("libX11.so.6")
+    display = ctypes.c_void_p
+    for name, result, arguments in (
+            ("XOpenDisplay", display, [ctypes.c_char_p]),
+            ("XCloseDisplay", ctypes.c_int, [display]),
+            ("XDefaultRootWindow", XID, [display]),
+            ("XInternAtom", XID, [display, ctypes.c_char_p, ctypes.c_int]),
+            ("XCreateSimpleWindow", XID, [display, XID] + [ctypes.c_int] * 2 + [ctypes.c_uint] * 3 + [XID] * 2),
+            ("XSendEvent", ctypes.c_int, [display, XID, ctypes.c_int, ctypes.c_long, ctypes.POINTER(Event)]),
+            ("XListProperties", ctypes.c_void_p, [display, XID, ctypes.POINTER(ctypes.c_int)]),
+            ("XFree", ctypes.c_int, [ctypes.c_void_p])):
+        function = getattr(x, name)
+        function.restype, function.argtypes = result, arguments
+    return x
+
+
+X = library()
+
+
+class Client:
+    def __init__(self, display):
+        self._display = X.XOpenDisplay(display.encode())
+        if not self._display:
+            raise RuntimeError(f"no X server at {display}")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        X.XCloseDisplay(self._display)
+
+    def _ask(self, request, window, *data):
+        root = X.XDefaultRootWindow(self._display)
+        event = Event(type=CLIENT_MESSAGE, window=window, format=32,
+                      message_type=X.XInternAtom(self._display, request, 0))
+        event.data[: len(data)] = data
+        X.XSendEvent(self._display, root, 0, REDIRECT_AND_NOTIFY, ctypes.byref(event))
+
+    def close_window(self, window):
+        """Asks for it, as a pager does."""
+        self._ask(b"_NET_CLOSE_WINDOW", window, 0, 2)
+
+    def await_manager(self, timeout):
+        """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
+        handles everything in order: it has the press behind it when it answers what is asked now."""
+        window = X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
+        count = ctypes.c_int(0)
+        end = time.monotonic() + timeout
+        asked = -math.inf
+        while count.value == 0:
+            now = time.monotonic()
+            if now > end:
+                raise AssertionError(f"waited {timeout} s in vain for an answer of the window manager")
+            if now > asked + 1:  # one that starts may lose what it is told
+                self._ask(b"_NET_REQUEST_FRAME_EXTENTS", window)
+                asked = now
+            time.sleep(0.002)
+            X.XFree(X.XListProperties(self._display, window, ctypes.byref(count)))
