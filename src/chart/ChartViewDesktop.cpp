@@ -1,3 +1,4 @@
+#include "kits/application/FieldRanges.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/Dragger.h"
 #include "kits/interface/PopUpMenu.h"
@@ -55,7 +56,7 @@ void ChartView::DroppedOnDesktop(const BMessage& message)
 {
     BPoint where;
     BPoint offset;
-    if (message.FindPoint("where", &where) != B_OK || message.FindPoint("offset", &offset) != B_OK)
+    if (!kits::kKitFields.Find(message, "where", &where) || !kits::kKitFields.Find(message, "offset", &offset))
         return;
     const BPoint leftTop = where - offset;
     ShowOnDesktop(&leftTop);

@@ -1,7 +1,6 @@
 #include "src/desktop/DesktopApp.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 #include "kits/interface/Screen.h"
@@ -10,6 +9,7 @@
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantClasses.h"
 #include "src/desktop/ReplicantWindow.h"
+#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 
@@ -17,15 +17,12 @@ namespace {
 
 constexpr bigtime_t kSavePeriod = 4'000'000;
 constexpr uint32 kRefused = 0xffffffff;
-constexpr float kFarthest = 100'000;
 
 /// The size in an archive of a view, held to what can be shown.
 BRect FrameIn(const BMessage& archive, const std::vector<BRect>& screens)
 {
     BRect frame;
-    archive.FindRect("_frame", &frame);
-    // Written so that what is not a number is refused.
-    if (!(frame.Width() >= 0 && frame.Width() < kFarthest && frame.Height() >= 0 && frame.Height() < kFarthest))
+    if (!kits::kKitFields.Find(archive, "_frame", &frame) || !frame.IsValid())
         frame = BRect(0, 0, 0, 0);
     frame.OffsetTo(0, 0);
     return HeldToScreens(frame, screens);
@@ -109,7 +106,7 @@ bool DesktopApp::Add(BMessage* request, std::string* why)
     const std::vector<BRect> screens = kits::ScreenFrames();
     BRect frame = FrameIn(archive, screens);
     BPoint where;
-    if (request->FindPoint("Where", &where) == B_OK && std::abs(where.x) < kFarthest && std::abs(where.y) < kFarthest) {
+    if (FindInRange(*request, "Where", &where)) {
         frame.OffsetTo(where);
         frame = InReach(frame, screens);
     } else {

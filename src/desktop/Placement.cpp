@@ -1,6 +1,7 @@
 #include "src/desktop/Placement.h"
 
 #include "kits/application/Message.h"
+#include "src/support/FieldRanges.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,15 +12,14 @@ namespace {
 
 /// Of the handle and what is beside it.
 constexpr float kReach = 8;
-/// No screen reaches farther.
-constexpr float kFarthest = 100'000;
 constexpr float kGap = 8;
 
 bool IsSane(const BRect& frame)
 {
     // Written so that what is not a number is refused.
-    return std::abs(frame.left) <= kFarthest && std::abs(frame.top) <= kFarthest && frame.Width() >= 0 &&
-           frame.Width() <= kFarthest && frame.Height() >= 0 && frame.Height() <= kFarthest;
+    return std::abs(frame.left) <= kits::kFarthestPlace && std::abs(frame.top) <= kits::kFarthestPlace &&
+           InRange("Frame", static_cast<double>(frame.Width())) &&
+           InRange("Frame", static_cast<double>(frame.Height()));
 }
 
 BRect Span(const std::vector<BRect>& screens)
@@ -145,9 +145,9 @@ void Places::LoadFrom(const BMessage& from)
     fWishes.clear();
     BMessage place;
     for (int32 i = 0; from.FindMessage("Place", i, &place) == B_OK && fWishes.size() < kMost; i++) {
-        std::string arrangement;
+        const char* arrangement = nullptr;
         BRect frame;
-        if (place.FindString("Screens", 0, &arrangement) == B_OK && place.FindRect("Frame", &frame) == B_OK)
+        if (FindInRange(place, "Screens", &arrangement) && FindInRange(place, "Frame", &frame))
             Wish(arrangement, frame);
     }
 }

@@ -1,5 +1,6 @@
 #include "src/desktop/ReplicantWindow.h"
 
+#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
@@ -98,7 +99,7 @@ void ReplicantWindow::MessageReceived(BMessage* message)
     case B_DROPPED_ON_DESKTOP: {
         BPoint where;
         BPoint offset;
-        if (message->FindPoint("where", &where) != B_OK || message->FindPoint("offset", &offset) != B_OK)
+        if (!kits::kKitFields.Find(*message, "where", &where) || !kits::kKitFields.Find(*message, "offset", &offset))
             break;
         BRect frame = Frame();
         frame.OffsetTo(where - offset);

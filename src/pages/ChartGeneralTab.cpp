@@ -8,6 +8,7 @@
 #include "kits/interface/TextControl.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
+#include "src/support/FieldRanges.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
@@ -172,7 +173,7 @@ void ChartGeneralTab::ChartTypeChosen(const BMessage& message)
 {
     Chart()->SetMode(kChartMode);
     int32 type = 0;
-    if (message.FindInt32("Type", &type) == B_OK && type != 0)
+    if (FindInRange(message, "Type", &type))
         Chart()->SetChartType(static_cast<int16>(type));
     fChartItem->SetMarked(true);
 }

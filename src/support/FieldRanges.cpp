@@ -1,6 +1,5 @@
 #include "src/support/FieldRanges.h"
 
-#include "kits/application/Message.h"
 #include "kits/kernel/SystemInfo.h"
 #include "src/chart/ChartCaption.h"
 #include "src/chart/ChartHistory.h"
@@ -9,9 +8,9 @@
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/ValueProvider.h"
 
-#include <algorithm>
-#include <cstring>
 #include <limits>
+
+using kits::Outside;
 
 namespace {
 
@@ -22,7 +21,7 @@ constexpr double kMostNumber = std::numeric_limits<int32>::max();
 constexpr double kLongestText = 1 << 20;
 constexpr double kTimesBytes = 8.0 * kits::kMaxProcessors;
 
-constexpr FieldRange kRanges[] = {
+constexpr kits::FieldRange kRanges[] = {
     // A chart's settings.
     {"ValueAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
     {"TitleAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
@@ -74,7 +73,7 @@ constexpr FieldRange kRanges[] = {
     {kNodeBodyField, B_RAW_TYPE, sizeof(SysinfoNodeBody), kLongestText},
     {kSumActiveField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
     {kActiveDeltasField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
-    // Windows. What every window archives ("_frame" and the like) is held to its range by the platform.
+    // Windows.
     {"WindowFrame", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},
     {"WindowFrameWithCharts", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},
     {"Selection", B_INT32_TYPE, 0, 1},
@@ -91,90 +90,23 @@ constexpr FieldRange kRanges[] = {
     {"UptimeSum", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
     {"USLastBoot", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
     {"USLastUptime", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
-    {nullptr, B_ANY_TYPE, 0, 0}};
-
-template <typename T> bool Take(status_t found, const char* key, T candidate, T* value)
-{
-    const FieldRange* range = RangeOf(key);
-    if (found != B_OK || range == nullptr)
-        return false;
-    if (range->outside == Outside::kHeld) {
-        // Written so that what is not a number becomes the lowest.
-        const auto low = static_cast<T>(range->low);
-        const auto high = static_cast<T>(range->high);
-        candidate = candidate >= low ? std::min(candidate, high) : low;
-    } else if (!InRange(key, static_cast<double>(candidate)))
-        return false;
-    *value = candidate;
-    return true;
-}
+    // Charts on the desktop.
+    {"Replicant", B_MESSAGE_TYPE, 0, 512},
+    {"Archive", B_MESSAGE_TYPE, 0, 1},
+    {"Place", B_MESSAGE_TYPE, 0, 8},
+    {"Screens", B_STRING_TYPE, 0, 1024},
+    {"Frame", B_RECT_TYPE, 0, kits::kFarthestPlace},
+    {"Where", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},
+    // Among the objects of one program.
+    {"Type", B_INT32_TYPE, kSolidChart, kPointChart}, // or 0 for the one that it has
+    {"Window", B_POINTER_TYPE, 0, 1},
+    {"Name", B_STRING_TYPE, 0, kLongestText},
+    {"Container", B_POINTER_TYPE, 0, 1},
+    {"CView", B_POINTER_TYPE, 0, 1},
+    {"Msg", B_MESSAGE_TYPE, 0, 1},
+    {"Sysinfo*", B_POINTER_TYPE, 0, 1},
+};
 
 } // namespace
 
-const FieldRange* AllRanges()
-{
-    return kRanges;
-}
-
-const FieldRange* RangeOf(const char* key)
-{
-    for (const FieldRange* range = kRanges; range->key != nullptr; range++) {
-        if (std::strcmp(range->key, key) == 0)
-            return range;
-    }
-    return nullptr;
-}
-
-bool InRange(const char* key, double value)
-{
-    const FieldRange* range = RangeOf(key);
-    return range != nullptr && value >= range->low && value <= range->high;
-}
-
-bool FindInRange(const BMessage& from, const char* key, int16* value)
-{
-    int16 found = 0;
-    const status_t status = from.FindInt16(key, &found);
-    return Take(status, key, found, value);
-}
-
-bool FindInRange(const BMessage& from, const char* key, int32* value)
-{
-    int32 found = 0;
-    const status_t status = from.FindInt32(key, &found);
-    return Take(status, key, found, value);
-}
-
-bool FindInRange(const BMessage& from, const char* key, int64* value)
-{
-    int64 found = 0;
-    const status_t status = from.FindInt64(key, &found);
-    return Take(status, key, found, value);
-}
-
-bool FindInRange(const BMessage& from, const char* key, float* value)
-{
-    float found = 0;
-    const status_t status = from.FindFloat(key, &found);
-    return Take(status, key, found, value);
-}
-
-bool FindInRange(const BMessage& from, const char* key, BPoint* value)
-{
-    BPoint found;
-    if (from.FindPoint(key, &found) != B_OK || !InRange(key, static_cast<double>(found.x)) ||
-        !InRange(key, static_cast<double>(found.y)))
-        return false;
-    *value = found;
-    return true;
-}
-
-bool FindInRange(const BMessage& from, const char* key, BRect* value)
-{
-    BRect found;
-    if (from.FindRect(key, &found) != B_OK || !InRange(key, static_cast<double>(found.right - found.left)) ||
-        !InRange(key, static_cast<double>(found.bottom - found.top)))
-        return false;
-    *value = found;
-    return true;
-}
+constinit const kits::FieldRanges kFields(kRanges);

@@ -72,7 +72,7 @@ bool WaitFor(const std::function<bool()>& condition)
     QTimer ticker;
     ticker.start(5);
     while (!condition()) {
-        if (clock.elapsed() > 10000)
+        if (clock.elapsed() > 60000)
             return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         kits::UpdateQueue::Flush();

@@ -14,7 +14,7 @@ namespace test {
 
 /// Lets the event loop run until nothing waits: messages, drawing, painting. Doesn't wait for timers.
 void Turn();
-/// Runs the event loop until the condition holds. False when it did not within ten seconds.
+/// Runs the event loop until the condition holds. False when it did not within a minute.
 bool WaitFor(const std::function<bool()>& condition);
 
 /// Shows a window and lets the loop run until it can be seen (or is minimised) and, if it is new, has the focus.

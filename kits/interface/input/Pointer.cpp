@@ -1,5 +1,6 @@
 #include "kits/interface/input/Pointer.h"
 
+#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/dragging/Drag.h"
@@ -181,7 +182,7 @@ bool Dispatch(const BMessage& message, BView& view)
     switch (message.what) {
     case B_MOUSE_DOWN:
     case B_MOUSE_UP:
-        if (message.FindPoint("where", &where) != B_OK)
+        if (!kKitFields.Find(message, "where", &where))
             return false;
         if (message.what == B_MOUSE_DOWN)
             view.MouseDown(where);
@@ -191,7 +192,7 @@ bool Dispatch(const BMessage& message, BView& view)
     case B_MOUSE_MOVED: {
         int32 transit = B_INSIDE_VIEW;
         void* drag = nullptr;
-        if (message.FindPoint("where", &where) != B_OK || message.FindInt32("transit", &transit) != B_OK)
+        if (!kKitFields.Find(message, "where", &where) || !kKitFields.Find(message, "transit", &transit))
             return false;
         if (message.FindPointer("drag", &drag) != B_OK)
             drag = nullptr;
@@ -200,7 +201,7 @@ bool Dispatch(const BMessage& message, BView& view)
     }
     case B_KEY_DOWN: {
         const char* bytes = nullptr;
-        if (message.FindString("bytes", &bytes) != B_OK || *bytes == '\0')
+        if (!kKitFields.Find(message, "bytes", &bytes))
             return false;
         view.KeyDown(bytes, static_cast<int32>(std::strlen(bytes)));
         return true;

@@ -1,37 +1,31 @@
+#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/drawing/TextBlend.h"
 #include "kits/interface/views/ClassName.h"
 #include "kits/interface/views/ViewImpl.h"
 
-#include <cmath>
-
 namespace {
-
-constexpr float kFarthest = 32767;
 
 /// The archived frame, when a view can have it.
 BRect FrameIn(const BMessage* archive)
 {
-    BRect frame;
-    if (archive == nullptr || archive->FindRect("_frame", &frame) != B_OK)
-        return {0, 0, 0, 0};
-    // Written so that NaN is refused.
-    const bool sane = std::abs(frame.left) <= kFarthest && std::abs(frame.top) <= kFarthest && frame.Width() >= -1 &&
-                      frame.Width() < kFarthest && frame.Height() >= -1 && frame.Height() < kFarthest;
-    return sane ? frame : BRect(0, 0, 0, 0);
+    BRect frame(0, 0, 0, 0);
+    if (archive != nullptr)
+        kits::kKitFields.Find(*archive, "_frame", &frame);
+    return frame;
 }
 
 const char* NameIn(const BMessage* archive)
 {
     const char* name = nullptr;
-    return archive != nullptr && archive->FindString("_name", &name) == B_OK ? name : nullptr;
+    return archive != nullptr && kits::kKitFields.Find(*archive, "_name", &name) ? name : nullptr;
 }
 
 uint32 NumberIn(const BMessage* archive, const char* field)
 {
     int32 number = 0;
     if (archive != nullptr)
-        archive->FindInt32(field, &number);
+        kits::kKitFields.Find(*archive, field, &number);
     return static_cast<uint32>(number);
 }
 
@@ -45,7 +39,7 @@ BView::BView(BMessage* archive)
     rgb_color* const colors[] = {&fImpl->fHigh, &fImpl->fLow, &fImpl->fViewColor};
     for (int32 i = 0; i < 3; i++) {
         int32 word = 0;
-        if (archive->FindInt32("_color", i, &word) == B_OK) {
+        if (kits::kKitFields.Find(*archive, "_color", &word, i)) {
             const auto bits = static_cast<uint32>(word);
             *colors[i] = make_color(static_cast<uint8>(bits >> 16), static_cast<uint8>(bits >> 8),
                                     static_cast<uint8>(bits), static_cast<uint8>(bits >> 24));

@@ -1,3 +1,4 @@
+#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
 #include "kits/interface/Window.h"
@@ -5,12 +6,10 @@
 #include "kits/interface/views/ClassName.h"
 #include "kits/interface/windows/WindowImpl.h"
 
-#include <cmath>
 #include <cstring>
 
 namespace {
 
-constexpr float kFarthest = 100000;
 constexpr const char* kMaximized = "maximised";
 constexpr const char* kFullScreen = "fullscreen";
 
@@ -19,27 +18,23 @@ BRect FrameIn(const BMessage* archive)
 {
     BRect frame(0, 0, 100, 100);
     BRect found;
-    if (archive != nullptr && archive->FindRect("_frame", &found) == B_OK) {
-        // Written so that NaN is refused.
-        const bool sane = std::abs(found.left) <= kFarthest && std::abs(found.top) <= kFarthest && found.Width() >= 0 &&
-                          found.Width() < 32767 && found.Height() >= 0 && found.Height() < 32767;
-        if (sane)
-            frame = found;
-    }
+    if (archive != nullptr && kits::kKitFields.Find(*archive, "_frame", &found) && found.IsValid())
+        frame = found;
     return kits::ScreenList::PutOnScreen(frame);
 }
 
 const char* TitleIn(const BMessage* archive)
 {
     const char* title = nullptr;
-    return archive != nullptr && archive->FindString("_title", &title) == B_OK ? title : "";
+    return archive != nullptr && kits::kKitFields.Find(*archive, "_title", &title) ? title : "";
 }
 
-/// The number of a field when it lies in the range, else `ifNot`.
-int32 NumberIn(const BMessage& archive, const char* field, int32 low, int32 high, int32 ifNot)
+/// The number of a field when it lies in its range, else `ifNot`.
+int32 NumberIn(const BMessage& archive, const char* field, int32 ifNot)
 {
-    int32 number = 0;
-    return archive.FindInt32(field, &number) == B_OK && number >= low && number <= high ? number : ifNot;
+    int32 number = ifNot;
+    kits::kKitFields.Find(archive, field, &number);
+    return number;
 }
 
 kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
@@ -49,16 +44,13 @@ kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
     if (archive == nullptr)
         return settings;
     const BMessage& from = *archive;
-    settings.type =
-        static_cast<window_type>(NumberIn(from, "_type", B_UNTYPED_WINDOW, B_FLOATING_WINDOW, settings.type));
-    settings.look = static_cast<window_look>(
-        NumberIn(from, "_wlook", B_NO_BORDER_WINDOW_LOOK, B_FLOATING_WINDOW_LOOK, settings.look));
-    settings.feel = static_cast<window_feel>(
-        NumberIn(from, "_wfeel", B_NORMAL_WINDOW_FEEL, B_FLOATING_APP_WINDOW_FEEL, settings.feel));
-    settings.flags = static_cast<uint32>(NumberIn(from, "_flags", 0, INT32_MAX, 0));
-    settings.workspaces = static_cast<uint32>(NumberIn(from, "_wspace", INT32_MIN, INT32_MAX, B_CURRENT_WORKSPACE));
+    settings.type = static_cast<window_type>(NumberIn(from, "_type", settings.type));
+    settings.look = static_cast<window_look>(NumberIn(from, "_wlook", settings.look));
+    settings.feel = static_cast<window_feel>(NumberIn(from, "_wfeel", settings.feel));
+    settings.flags = static_cast<uint32>(NumberIn(from, "_flags", 0));
+    settings.workspaces = static_cast<uint32>(NumberIn(from, "_wspace", B_CURRENT_WORKSPACE));
     const char* zoom = nullptr;
-    if (from.FindString("_zoom", &zoom) == B_OK) {
+    if (kits::kKitFields.Find(from, "_zoom", &zoom)) {
         if (std::strcmp(zoom, kMaximized) == 0)
             settings.zoom = kits::Zoom::kMaximized;
         else if (std::strcmp(zoom, kFullScreen) == 0)
@@ -66,13 +58,12 @@ kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
     }
     int64 rate = 0;
     constexpr bigtime_t kFastest = 20000;
-    constexpr bigtime_t kSlowest = 3600000000;
-    if (from.FindInt64("_pulse", &rate) == B_OK && (rate == 0 || (rate >= kFastest && rate <= kSlowest)))
+    if (kits::kKitFields.Find(from, "_pulse", &rate) && (rate == 0 || rate >= kFastest))
         settings.pulseRate = rate;
     float* const limits[] = {&settings.minWidth, &settings.maxWidth, &settings.minHeight, &settings.maxHeight};
     for (int32 i = 0; i < 4; i++) {
         float limit = 0;
-        if (from.FindFloat("_limits", i, &limit) == B_OK && limit >= 0 && limit <= kFarthest)
+        if (kits::kKitFields.Find(from, "_limits", &limit, i))
             *limits[i] = limit;
     }
     settings.maxWidth = std::max(settings.minWidth, settings.maxWidth);

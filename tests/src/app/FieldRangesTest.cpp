@@ -22,10 +22,22 @@
 
 namespace {
 
+/// Of the program's fields and of the kits'.
+const kits::FieldRange* RangeOf(const char* key)
+{
+    const kits::FieldRange* const own = kFields.RangeOf(key);
+    return own != nullptr ? own : kits::kKitFields.RangeOf(key);
+}
+
+bool IsInRange(const char* key, double value)
+{
+    return kFields.InRange(key, value) || kits::kKitFields.InRange(key, value);
+}
+
 const double kInfinity = std::numeric_limits<double>::infinity();
 
 /// Numbers that hardly any field may have, and those beside its range.
-std::vector<double> HostileNumbers(const FieldRange& range)
+std::vector<double> HostileNumbers(const kits::FieldRange& range)
 {
     return {std::nan(""),   kInfinity, -kInfinity, 0,    -1,    1,      -0.0,   range.low - 1,
             range.high + 1, 32767,     -32768,     1e30, -1e30, 9.3e18, -9.3e18};
@@ -39,7 +51,7 @@ template <class Integer> Integer Whole(double number)
     return number >= -kLow ? std::numeric_limits<Integer>::max() : static_cast<Integer>(number);
 }
 
-void AddNumber(BMessage* message, const FieldRange& range, double number)
+void AddNumber(BMessage* message, const kits::FieldRange& range, double number)
 {
     const auto single = static_cast<float>(std::clamp(number, -1e38, 1e38));
     const float bits = std::isfinite(number) ? single : static_cast<float>(number);
@@ -85,25 +97,36 @@ void AddNumber(BMessage* message, const FieldRange& range, double number)
     }
 }
 
-/// Archives with one wrong field each, and of each type.
-std::vector<BMessage> HostileMessages(const FieldRange& range)
+/// Adds one wrong field to each of the messages, of each type; there are as many as it takes.
+void AddHostile(const kits::FieldRange& range, std::vector<BMessage>* messages)
 {
-    std::vector<BMessage> messages;
+    size_t next = 0;
+    const auto message = [&]() {
+        if (next == messages->size())
+            messages->emplace_back();
+        return &(*messages)[next++];
+    };
     for (const double number : HostileNumbers(range)) {
-        BMessage& once = messages.emplace_back();
-        AddNumber(&once, range, number);
-        BMessage& nine = messages.emplace_back();
+        AddNumber(message(), range, number);
+        BMessage* const nine = message();
         for (int32 i = 0; i < 9; i++)
-            AddNumber(&nine, range, number);
+            AddNumber(nine, range, number);
     }
     for (const type_code type : {B_BOOL_TYPE, B_INT16_TYPE, B_INT32_TYPE, B_INT64_TYPE, B_FLOAT_TYPE, B_POINT_TYPE,
                                  B_RECT_TYPE, B_STRING_TYPE, B_MESSAGE_TYPE, B_RAW_TYPE}) {
         if (type == range.type)
             continue;
-        const FieldRange mistyped{range.key, type, range.low, range.high};
-        AddNumber(&messages.emplace_back(), mistyped, 1);
-        AddNumber(&messages.emplace_back(), mistyped, -1);
+        const kits::FieldRange mistyped{range.key, type, range.low, range.high};
+        AddNumber(message(), mistyped, 1);
+        AddNumber(message(), mistyped, -1);
     }
+}
+
+/// Archives with one wrong field each.
+std::vector<BMessage> HostileMessages(const kits::FieldRange& range)
+{
+    std::vector<BMessage> messages;
+    AddHostile(range, &messages);
     return messages;
 }
 
@@ -114,7 +137,7 @@ void ExpectInRange(const BMessage& archive, const std::string& what)
     type_code type = 0;
     int32 count = 0;
     for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &key, &type, &count) == B_OK; i++) {
-        const FieldRange* const range = RangeOf(key);
+        const kits::FieldRange* const range = RangeOf(key);
         if (type == B_MESSAGE_TYPE) {
             EXPECT_TRUE(range == nullptr || count <= range->high) << what << ", " << key;
             BMessage inner;
@@ -135,24 +158,24 @@ void ExpectInRange(const BMessage& archive, const std::string& what)
         BPoint point;
         BRect rect;
         if (archive.FindInt16(key, &small) == B_OK) {
-            EXPECT_TRUE(InRange(key, small)) << what << ", " << key << ": " << small;
+            EXPECT_TRUE(IsInRange(key, small)) << what << ", " << key << ": " << small;
         }
         if (archive.FindInt32(key, &number) == B_OK) {
-            EXPECT_TRUE(InRange(key, number)) << what << ", " << key << ": " << number;
+            EXPECT_TRUE(IsInRange(key, number)) << what << ", " << key << ": " << number;
         }
         if (archive.FindInt64(key, &large) == B_OK) {
-            EXPECT_TRUE(InRange(key, static_cast<double>(large))) << what << ", " << key << ": " << large;
+            EXPECT_TRUE(IsInRange(key, static_cast<double>(large))) << what << ", " << key << ": " << large;
         }
         if (archive.FindFloat(key, &broken) == B_OK) {
-            EXPECT_TRUE(InRange(key, static_cast<double>(broken))) << what << ", " << key << ": " << broken;
+            EXPECT_TRUE(IsInRange(key, static_cast<double>(broken))) << what << ", " << key << ": " << broken;
         }
         if (archive.FindPoint(key, &point) == B_OK) {
-            EXPECT_TRUE(InRange(key, static_cast<double>(point.x)) && InRange(key, static_cast<double>(point.y)))
+            EXPECT_TRUE(IsInRange(key, static_cast<double>(point.x)) && IsInRange(key, static_cast<double>(point.y)))
                 << what << ", " << key;
         }
         if (archive.FindRect(key, &rect) == B_OK) {
-            EXPECT_TRUE(InRange(key, static_cast<double>(rect.Width())) &&
-                        InRange(key, static_cast<double>(rect.Height())))
+            EXPECT_TRUE(IsInRange(key, static_cast<double>(rect.Width())) &&
+                        IsInRange(key, static_cast<double>(rect.Height())))
                 << what << ", " << key;
         }
     }
@@ -231,53 +254,51 @@ class FieldRangesTest : public AppTest {};
 
 TEST_F(FieldRangesTest, ChartsSamplerAndUptimesStayInRangeWhateverTheyAreGiven)
 {
-    for (const FieldRange* range = AllRanges(); range->key != nullptr; range++) {
-        for (const BMessage& hostile : HostileMessages(*range)) {
-            const std::string what = "a wrong " + std::string(range->key);
+    for (const kits::FieldRange& range : kFields) {
+        for (const BMessage& hostile : HostileMessages(range)) {
+            const std::string what = "a wrong " + std::string(range.key);
             ToCharts(hostile, what);
             ToUptimes(hostile, what);
         }
         // A sampler has a thread of its own, so not for every one.
-        ToSampler(HostileMessages(*range).front(), range->key);
+        ToSampler(HostileMessages(range).front(), range.key);
     }
     for (const char* key : {"Delay", "NodesToKeep"}) {
-        for (const BMessage& hostile : HostileMessages(*RangeOf(key)))
+        for (const BMessage& hostile : HostileMessages(*kFields.RangeOf(key)))
             ToSampler(hostile, key);
     }
 }
 
 TEST_F(FieldRangesTest, WindowsStayInRangeWhateverTheyAreGiven)
 {
-    const auto check = [](const FieldRange& range, BMessage hostile) {
+    // A window takes its time, so all fields are wrong at once.
+    std::vector<BMessage> archives;
+    for (const kits::FieldRange& range : kits::kKitFields)
+        AddHostile(range, &archives);
+    for (const char* key : {"WindowFrame", "WindowFrameWithCharts", "Selection", "sw:flags", "ChartViewHolder"})
+        AddHostile(*kFields.RangeOf(key), &archives);
+    const auto check = [](BMessage hostile) {
         SmartWindow* slot = nullptr;
         slot = new MainWindow(&hostile, &slot);
         BMessage settings;
         EXPECT_EQ(slot->Archive(&settings, false), B_OK);
-        ExpectInRange(settings, "a main window with a wrong " + std::string(range.key));
+        ExpectInRange(settings, "a main window");
         slot->Lock();
         slot->Quit();
         slot = new PrefsWindow(&hostile, nullptr, &slot);
         settings.MakeEmpty();
         EXPECT_EQ(slot->Archive(&settings, false), B_OK);
-        ExpectInRange(settings, "a preferences window with a wrong " + std::string(range.key));
+        ExpectInRange(settings, "a preferences window");
         const BRect frame = slot->Frame();
-        EXPECT_TRUE(std::abs(frame.left) <= 32767 && frame.Width() >= 0 && frame.Width() <= 32767) << range.key;
+        EXPECT_TRUE(std::abs(frame.left) <= 32767 && frame.Width() >= 0 && frame.Width() <= 32767);
         slot->Lock();
         slot->Quit();
         test::Turn();
     };
     Run({[&](QelApp&) {
-        for (const char* key : {"WindowFrame", "WindowFrameWithCharts", "Selection", "sw:flags", "ChartViewHolder"}) {
-            for (const BMessage& hostile : HostileMessages(*RangeOf(key)))
-                check(*RangeOf(key), hostile);
-        }
-        // What all windows and views archive.
-        for (const FieldRange& range :
-             {FieldRange{"_frame", B_RECT_TYPE, 0, 32766}, FieldRange{"_limits", B_FLOAT_TYPE, 0, 32766},
-              FieldRange{"_wlook", B_INT32_TYPE, 0, 10}, FieldRange{"_flags", B_INT32_TYPE, 0, 1},
-              FieldRange{"_pulse", B_INT64_TYPE, 0, 1e9}, FieldRange{"_title", B_STRING_TYPE, 0, 1000}}) {
-            for (const BMessage& hostile : HostileMessages(range))
-                check(range, hostile);
+        for (size_t i = 0; i < archives.size(); i++) {
+            SCOPED_TRACE(i);
+            check(archives[i]);
         }
     }});
     Finish();
@@ -287,15 +308,15 @@ TEST_F(FieldRangesTest, TheApplicationStaysInRangeWhateverItIsSent)
 {
     Make();
     Run({[](QelApp& app) {
-             for (const FieldRange* range = AllRanges(); range->key != nullptr; range++) {
-                 for (BMessage hostile : HostileMessages(*range)) {
+             for (const kits::FieldRange& range : kFields) {
+                 for (BMessage hostile : HostileMessages(range)) {
                      for (const uint32 code : {MSG_SET_DELAY, MSG_SET_NODES_TO_KEEP, MSG_CONNECT, MSG_DISCONNECT,
                                                MSG_WINDOW_CLOSED, MSG_NO_LISTENERS}) {
                          hostile.what = code;
                          app.MessageReceived(&hostile);
                      }
-                     ASSERT_TRUE(InRange("Delay", static_cast<double>(app.Sampler()->SamplingDelay()))) << range->key;
-                     ASSERT_TRUE(InRange("NodesToKeep", app.Sampler()->NodesToKeep())) << range->key;
+                     ASSERT_TRUE(InRange("Delay", static_cast<double>(app.Sampler()->SamplingDelay()))) << range.key;
+                     ASSERT_TRUE(InRange("NodesToKeep", app.Sampler()->NodesToKeep())) << range.key;
                  }
              }
          },

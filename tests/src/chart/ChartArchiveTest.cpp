@@ -422,8 +422,8 @@ TEST(ChartArchiveTest, WhatIsNoChartsArchiveChangesNothing)
     const BMessage before = Settings(*chart);
     // Every key with a type that no version ever wrote there.
     BMessage wrong;
-    for (const FieldRange* range = AllRanges(); range->key != nullptr; range++)
-        wrong.AddDouble(range->key, 1);
+    for (const kits::FieldRange& range : kFields)
+        wrong.AddDouble(range.key, 1);
     chart->LoadPrefsFrom(&wrong);
     EXPECT_TRUE(Settings(*chart).HasSameData(before));
     chart->LoadPrefsFrom(nullptr);

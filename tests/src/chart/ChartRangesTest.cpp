@@ -14,7 +14,7 @@ void ExpectAllKeysHaveARange(const BMessage& message, const char* what)
 {
     const char* name = nullptr;
     for (int32 i = 0; message.GetInfo(B_ANY_TYPE, i, &name, nullptr) == B_OK; i++)
-        EXPECT_NE(RangeOf(name), nullptr) << what << " writes " << name;
+        EXPECT_NE(kFields.RangeOf(name), nullptr) << what << " writes " << name;
 }
 
 } // namespace
@@ -35,24 +35,24 @@ TEST(ChartRangesTest, EveryFieldThatIsWrittenHasARange)
 
 TEST(ChartRangesTest, EveryRangeHoldsItsEndsAndNothingElse)
 {
-    for (const FieldRange* range = AllRanges(); range->key != nullptr; range++) {
-        EXPECT_LE(range->low, range->high) << range->key;
-        EXPECT_TRUE(InRange(range->key, range->low)) << range->key;
-        EXPECT_TRUE(InRange(range->key, range->high)) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::nextafter(range->low, -1e300))) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::nextafter(range->high, 1e300))) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::nan(""))) << range->key;
-        EXPECT_FALSE(InRange(range->key, std::numeric_limits<double>::infinity())) << range->key;
-        EXPECT_FALSE(InRange(range->key, -std::numeric_limits<double>::infinity())) << range->key;
+    for (const kits::FieldRange& range : kFields) {
+        EXPECT_LE(range.low, range.high) << range.key;
+        EXPECT_TRUE(InRange(range.key, range.low)) << range.key;
+        EXPECT_TRUE(InRange(range.key, range.high)) << range.key;
+        EXPECT_FALSE(InRange(range.key, std::nextafter(range.low, -1e300))) << range.key;
+        EXPECT_FALSE(InRange(range.key, std::nextafter(range.high, 1e300))) << range.key;
+        EXPECT_FALSE(InRange(range.key, std::nan(""))) << range.key;
+        EXPECT_FALSE(InRange(range.key, std::numeric_limits<double>::infinity())) << range.key;
+        EXPECT_FALSE(InRange(range.key, -std::numeric_limits<double>::infinity())) << range.key;
     }
     EXPECT_FALSE(InRange("no such key", 0));
-    EXPECT_EQ(RangeOf("no such key"), nullptr);
+    EXPECT_EQ(kFields.RangeOf("no such key"), nullptr);
 }
 
 TEST(ChartRangesTest, EachKeyStandsThereOnce)
 {
-    for (const FieldRange* range = AllRanges(); range->key != nullptr; range++)
-        EXPECT_EQ(RangeOf(range->key), range) << range->key;
+    for (const kits::FieldRange& range : kFields)
+        EXPECT_EQ(kFields.RangeOf(range.key), &range) << range.key;
 }
 
 TEST(ChartRangesTest, FindsOnlyWhatIsInRange)

@@ -6,6 +6,7 @@
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"
+#include "src/support/FieldRanges.h"
 #include "src/support/Qel.h"
 
 #include <cmath>
@@ -132,6 +133,75 @@ TEST_F(DesktopAppTest, HoldsSizesAndPlacesToTheScreens)
             }
         },
         requests);
+}
+
+TEST_F(DesktopAppTest, EverythingThatIsStoredIsInATable)
+{
+    Run(nullptr, {Request(Archive())});
+    const Preferences store(kDesktopSignature, false);
+    int fields = 0;
+    const std::function<void(const BMessage&)> walk = [&](const BMessage& archive) {
+        const char* key = nullptr;
+        type_code type = 0;
+        for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &key, &type, nullptr) == B_OK; i++) {
+            fields++;
+            const kits::FieldRange* const own = kFields.RangeOf(key);
+            const kits::FieldRange* const range = own != nullptr ? own : kits::kKitFields.RangeOf(key);
+            ASSERT_NE(range, nullptr) << key;
+            EXPECT_EQ(range->type, type) << key;
+            BMessage inner;
+            if (type == B_MESSAGE_TYPE && archive.FindMessage(key, &inner) == B_OK)
+                walk(inner);
+        }
+    };
+    walk(store);
+    EXPECT_GT(fields, 20);
+    EXPECT_EQ(kFields.RangeOf("Replicant")->high, DesktopApp::kMost);
+    EXPECT_EQ(kFields.RangeOf("Place")->high, Places::kMost);
+}
+
+TEST_F(DesktopAppTest, StaysWhereItIsWhateverItIsToldOfADrag)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    Run(
+        [&](DesktopApp& app) {
+            ReplicantWindow* const window = app.ReplicantAt(0);
+            const BRect before = window->Frame();
+            for (const BPoint& wrong : {BPoint(nan, 3), BPoint(3, nan), BPoint(1e30F, 3), BPoint(3, -1e30F)}) {
+                for (const bool isOffset : {false, true}) {
+                    BMessage message(B_DROPPED_ON_DESKTOP);
+                    message.AddPoint("where", isOffset ? BPoint(10, 10) : wrong);
+                    message.AddPoint("offset", isOffset ? wrong : BPoint(2, 2));
+                    window->MessageReceived(&message);
+                }
+            }
+            EXPECT_EQ(window->Frame(), before);
+        },
+        {Request(Archive())});
+}
+
+TEST_F(DesktopAppTest, LeavesOutPlacesThatNobodyCanHaveWished)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const std::string longName(5000, 'x');
+    BMessage saved;
+    const auto add = [&](const char* screens, const BRect& frame) {
+        BMessage place;
+        place.AddString("Screens", screens);
+        place.AddRect("Frame", frame);
+        saved.AddMessage("Place", &place);
+    };
+    add("one", BRect(nan, 0, 10, 10));
+    add("two", BRect(0, 0, nan, 10));
+    add("three", BRect(0, 0, -10, 10));
+    add("four", BRect(1e30F, 0, 1e30F, 10));
+    add(longName.c_str(), BRect(0, 0, 10, 10));
+    Places places;
+    places.LoadFrom(saved);
+    EXPECT_FALSE(places.For("one").IsValid());
+    add("five", BRect(1, 2, 30, 40));
+    places.LoadFrom(saved);
+    EXPECT_EQ(places.For("one"), BRect(1, 2, 30, 40));
 }
 
 TEST_F(DesktopAppTest, ShowsNoMoreThanCanBeShown)
