@@ -6,6 +6,7 @@
 #include "kits/interface/View.h"
 #include "kits/kernel/Clock.h"
 #include "src/desktop/DesktopApp.h"
+#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
@@ -109,7 +110,7 @@ void ReplicantWindow::MessageReceived(BMessage* message)
     }
     case MSG_MOVE_REPLICANT: {
         BPoint distance;
-        if (message->FindPoint("By", &distance) != B_OK)
+        if (!FindInRange(*message, "By", &distance))
             break;
         BRect frame = Frame();
         frame.OffsetBy(distance);

@@ -97,6 +97,8 @@ constexpr kits::FieldRange kRanges[] = {
     {"Screens", B_STRING_TYPE, 0, 1024},
     {"Frame", B_RECT_TYPE, 0, kits::kFarthestPlace},
     {"Where", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},
+    {"By", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},
+    {"Back", B_BOOL_TYPE, 0, 1},
     // Among the objects of one program.
     {"Type", B_INT32_TYPE, kSolidChart, kPointChart}, // or 0 for the one that it has
     {"Window", B_POINTER_TYPE, 0, 1},

@@ -174,6 +174,9 @@ TEST_F(DesktopAppTest, StaysWhereItIsWhateverItIsToldOfADrag)
                     message.AddPoint("offset", isOffset ? wrong : BPoint(2, 2));
                     window->MessageReceived(&message);
                 }
+                BMessage message(MSG_MOVE_REPLICANT);
+                message.AddPoint("By", wrong);
+                window->MessageReceived(&message);
             }
             EXPECT_EQ(window->Frame(), before);
         },
@@ -316,9 +319,10 @@ TEST_F(DesktopAppTest, TheKeyboardGoesFromChartToChart)
 {
     std::string activated;
     const auto wait = [&activated](DesktopApp& app, size_t index) {
-        EXPECT_TRUE(test::WaitFor([&] { return app.ReplicantAt(index)->IsActive(); })) << index;
-        test::Turn();
-        EXPECT_TRUE(app.ReplicantAt(index)->ChildAt(0)->IsFocus());
+        EXPECT_TRUE(test::WaitFor([&] {
+            const ReplicantWindow* const window = app.ReplicantAt(index);
+            return window->IsActive() && window->ChildAt(0)->IsFocus();
+        })) << index;
         activated += static_cast<char>('0' + index);
     };
     Run(
