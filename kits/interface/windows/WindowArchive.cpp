@@ -6,6 +6,7 @@
 #include "kits/interface/views/ClassName.h"
 #include "kits/interface/windows/WindowImpl.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -47,7 +48,7 @@ kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
     settings.type = static_cast<window_type>(NumberIn(from, "_type", settings.type));
     settings.look = static_cast<window_look>(NumberIn(from, "_wlook", settings.look));
     settings.feel = static_cast<window_feel>(NumberIn(from, "_wfeel", settings.feel));
-    settings.flags = static_cast<uint32>(NumberIn(from, "_flags", 0));
+    settings.flags = static_cast<uint32>(std::max(NumberIn(from, "_flags", 0), 0));
     settings.workspaces = static_cast<uint32>(NumberIn(from, "_wspace", B_CURRENT_WORKSPACE));
     const char* zoom = nullptr;
     if (kits::kKitFields.Find(from, "_zoom", &zoom)) {
