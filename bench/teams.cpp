@@ -9,6 +9,7 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,7 +20,13 @@
 #include <string>
 
 /// What it costs to send a sample to another process: how long until a handler there has it, beside the round trip of
-/// as many bytes through a bare socket, both in turns; and what one more handler there adds to a round of the sampler.
+/// as many bytes through a bare socket between the same processes; and what one more handler there adds to a round of
+/// the sampler.
+///
+/// Round trip and sample take turns, one of each, and both are paced alike: either both come after the same pause, so
+/// that what falls asleep between samples may also fall asleep between round trips (processors, and whatever caches
+/// forget), or both without any. The clock is read right before the call that sends, and after the last byte has come
+/// back, or first thing in the handler.
 
 namespace {
 
@@ -93,6 +100,15 @@ public:
         return moment;
     }
 
+    /// Those that nobody took, of messages that were sent before.
+    void DropMoments() const
+    {
+        constexpr int kLongEnough = 200;
+        pollfd descriptor{fMoments.Get(), POLLIN, 0};
+        while (poll(&descriptor, 1, kLongEnough) > 0)
+            TakeMoment();
+    }
+
     /// So many bytes there and back.
     void Echo(size_t size)
     {
@@ -132,8 +148,14 @@ private:
     Sysinfo fSampler{2};
 };
 
+/// With this pause, in microseconds, before each round trip and each sample.
 void BM_SampleToAnotherProcess(benchmark::State& state)
 {
+    const bigtime_t pause = state.range(0);
+    const auto rest = [pause] {
+        if (pause > 0)
+            snooze(pause);
+    };
     Partner& partner = Partner::Get();
     const std::vector<BMessenger> targets = partner.MakeHandlers(1);
     Rounds rounds;
@@ -143,9 +165,12 @@ void BM_SampleToAnotherProcess(benchmark::State& state)
     sample.SetNewestWins(true);
     rounds.Sampler().GhostArchive(&sample);
     const auto size = static_cast<size_t>(sample.FlattenedSize());
+    partner.DropMoments();
     Times floor, measured;
     for (auto _ : state) {
+        rest();
         floor.Add(Nanoseconds([&] { partner.Echo(size); }));
+        rest();
         const int64 begin = MonotonicNanoseconds();
         BMessenger::SendToAll(targets, &sample);
         const auto time = static_cast<double>(partner.TakeMoment() - begin);
@@ -165,6 +190,7 @@ void BM_RoundToHandlers(benchmark::State& state)
     for (const BMessenger& target : partner.MakeHandlers(static_cast<int32>(state.range(0))))
         rounds.Sampler().AddMessenger(target);
     rounds.Sampler().Sample();
+    partner.DropMoments();
     Times measured;
     for (auto _ : state) {
         const double time = Nanoseconds([&] { rounds.Sampler().Sample(); });
@@ -177,5 +203,8 @@ void BM_RoundToHandlers(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(BM_SampleToAnotherProcess)->UseManualTime();
+// So many that 99 of 100 says something; at five samples a second that would take too long.
+BENCHMARK(BM_SampleToAnotherProcess)->Arg(0)->Iterations(20000)->UseManualTime();
+BENCHMARK(BM_SampleToAnotherProcess)->Arg(10000)->Iterations(1000)->UseManualTime();
+BENCHMARK(BM_SampleToAnotherProcess)->Arg(200000)->Iterations(60)->UseManualTime();
 BENCHMARK(BM_RoundToHandlers)->Arg(1)->Arg(10)->Arg(100)->Arg(500)->UseManualTime();

@@ -28,8 +28,8 @@ public:
     /// Ends the innermost Run that is under way, after what is being handled now; nothing if none is. Main thread.
     virtual void Quit() = 0;
 
-    /// Readable while there is something to do. One eventfd for the whole life of the process: watch it, never read it
-    /// or close it.
+    /// Readable while there is something to do. One for the whole life of the process: watch it, never read it or close
+    /// it.
     static int WakeDescriptor();
     /// Makes WakeDescriptor() readable. Any thread; safe in signal handlers.
     static void Wake();

@@ -4,18 +4,18 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
+#include "kits/application/loops/LoopGuest.h"
+#include "kits/application/loops/MainWait.h"
 #include "kits/application/loops/PollEventLoop.h"
 #include "kits/application/loops/TimerQueue.h"
+#include "kits/application/loops/WakeSet.h"
 #include "kits/kernel/Clock.h"
-#include "kits/kernel/StandardStreams.h"
 
 #include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
-#include <cstdlib>
 #include <utility>
 
 namespace kits {
@@ -25,27 +25,18 @@ namespace {
 EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
 
-int MakeWakeDescriptor()
-{
-    // This is the first descriptor that the process makes, before `main`.
-    FillStandardStreams();
-    const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    if (descriptor < 0)
-        std::abort(); // no file descriptor is left at the very start: nothing would ever be handled
-    return descriptor;
-}
-
-const int sWakeDescriptor = MakeWakeDescriptor();
-std::atomic<bool> sIsWoken = false;
 thread_local int32 sCountWakeOnce = 0;
 thread_local bool sWakeWanted = false;
+thread_local bool sIsTurnBeginning = false;
 
-/// Makes the descriptor unreadable. Whatever was there to be done before is seen by who looks after this.
-void ClearWake()
+/// Takes back all wakes, and has the guest read what can be read; the turn that begins sees what it posts.
+void BeginTurn()
 {
-    eventfd_t count;
-    eventfd_read(sWakeDescriptor, &count);
-    sIsWoken.exchange(false);
+    sIsTurnBeginning = true;
+    std::array<WakeSet::Number, 16> space;
+    for (const WakeSet::Number number : WakeSet::Clear(space))
+        LoopGuest::Get()->Read(number);
+    sIsTurnBeginning = false;
 }
 
 } // namespace
@@ -63,15 +54,17 @@ void EventLoop::SetCurrent(EventLoop* loop)
 
 int EventLoop::WakeDescriptor()
 {
-    return sWakeDescriptor;
+    return WakeSet::Descriptor();
 }
 
 void EventLoop::Wake()
 {
+    if (sIsTurnBeginning)
+        return;
     if (sCountWakeOnce > 0)
         sWakeWanted = true;
-    else if (!sIsWoken.exchange(true))
-        eventfd_write(sWakeDescriptor, 1);
+    else
+        WakeSet::Wake();
 }
 
 WakeOnce::WakeOnce()
@@ -108,7 +101,7 @@ uint64 EventLoop::CountUnlockedEvents()
 
 void TakeTurn(const std::function<bool()>& stop)
 {
-    ClearWake();
+    BeginTurn();
     if (TakeQuitSignal() && be_app != nullptr)
         be_app->PostMessage(B_QUIT_REQUESTED);
     PostOffice& office = PostOffice::Get();
@@ -135,11 +128,11 @@ void WaitForWork(bigtime_t until)
     timeout.tv_sec = left / 1000000;
     timeout.tv_nsec = left % 1000000 * 1000;
 
-    InterfaceLock& lock = InterfaceLock::Get();
-    const int32 depth = lock.ReleaseAll();
-    pollfd descriptor{sWakeDescriptor, POLLIN, 0};
+    MainWait wait;
+    wait.Begin();
+    pollfd descriptor{WakeSet::Descriptor(), POLLIN, 0};
     ppoll(&descriptor, 1, &timeout, nullptr);
-    lock.Restore(depth);
+    wait.End();
 }
 
 } // namespace kits

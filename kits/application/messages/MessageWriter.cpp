@@ -1,12 +1,10 @@
 #include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/CborWriter.h"
 #include "kits/application/messages/MessageField.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessageText.h"
 #include "kits/application/teams/Crc32.h"
 #include "kits/support/TypeConstants.h"
-
-#include <QByteArray>
-#include <QCborStreamWriter>
 
 #include <cstring>
 
@@ -25,7 +23,7 @@ template <class T> T ValueIn(std::string_view bytes)
 
 class MessageWriter {
 public:
-    explicit MessageWriter(QByteArray* bytes)
+    explicit MessageWriter(std::string* bytes)
         : fWriter(bytes)
     {
     }
@@ -41,7 +39,7 @@ private:
     void WriteValue(type_code type, std::string_view value);
     template <class T> void WriteArray(std::string_view value);
 
-    QCborStreamWriter fWriter;
+    CborWriter fWriter;
     int32 fCountFields = 0;
     int32 fCountValues = 0;
 };
@@ -66,45 +64,42 @@ bool MessageWriter::Measure(const BMessage& message, int32 depth)
 
 void MessageWriter::Write(const BMessage& message)
 {
-    quint64 count = 0;
+    uint64 count = 0;
     for (const Field& field : MessageAccess::FieldsOf(message))
         count += IsAddressType(field.Type()) ? 0 : 1;
-    fWriter.startMap(2);
-    fWriter.append(QLatin1StringView("what"));
+    fWriter.StartMap(2);
+    fWriter.AddText("what");
     WriteCode(message.what);
-    fWriter.append(QLatin1StringView("fields"));
-    fWriter.startMap(count);
+    fWriter.AddText("fields");
+    fWriter.StartMap(count);
     for (const Field& field : MessageAccess::FieldsOf(message)) {
         if (!IsAddressType(field.Type()))
             WriteField(field);
     }
-    fWriter.endMap();
-    fWriter.endMap();
 }
 
 void MessageWriter::WriteText(std::string_view text)
 {
-    const qsizetype size = static_cast<qsizetype>(text.size());
     if (IsUtf8(text))
-        fWriter.appendTextString(text.data(), size);
+        fWriter.AddText(text);
     else
-        fWriter.appendByteString(text.data(), size);
+        fWriter.AddBytes(text);
 }
 
 void MessageWriter::WriteCode(uint32 code)
 {
     const std::string text = TextOfCode(code);
     if (text.empty())
-        fWriter.append(static_cast<quint64>(code));
+        fWriter.AddUnsigned(code);
     else
-        fWriter.appendTextString(text.data(), static_cast<qsizetype>(text.size()));
+        fWriter.AddText(text);
 }
 
 void MessageWriter::WriteField(const Field& field)
 {
     WriteText(field.Name());
     const bool isMarked = !field.IsFixedSize() && IsOpaqueType(field.Type());
-    fWriter.startArray(static_cast<quint64>(field.Count()) + (isMarked ? 2 : 1));
+    fWriter.StartArray(static_cast<uint64>(field.Count()) + (isMarked ? 2 : 1));
     WriteCode(field.Type());
     if (isMarked)
         WriteText(kVariableMark);
@@ -114,34 +109,33 @@ void MessageWriter::WriteField(const Field& field)
         else
             WriteValue(field.Type(), field.ItemAt(i));
     }
-    fWriter.endArray();
 }
 
 void MessageWriter::WriteValue(type_code type, std::string_view value)
 {
     switch (type) {
     case B_BOOL_TYPE:
-        return fWriter.append(value[0] != 0);
+        return fWriter.AddBool(value[0] != 0);
     case B_INT8_TYPE:
-        return fWriter.append(static_cast<qint64>(ValueIn<int8>(value)));
+        return fWriter.AddInteger(ValueIn<int8>(value));
     case B_INT16_TYPE:
-        return fWriter.append(static_cast<qint64>(ValueIn<int16>(value)));
+        return fWriter.AddInteger(ValueIn<int16>(value));
     case B_INT32_TYPE:
-        return fWriter.append(static_cast<qint64>(ValueIn<int32>(value)));
+        return fWriter.AddInteger(ValueIn<int32>(value));
     case B_INT64_TYPE:
-        return fWriter.append(static_cast<qint64>(ValueIn<int64>(value)));
+        return fWriter.AddInteger(ValueIn<int64>(value));
     case B_UINT8_TYPE:
-        return fWriter.append(static_cast<quint64>(ValueIn<uint8>(value)));
+        return fWriter.AddUnsigned(ValueIn<uint8>(value));
     case B_UINT16_TYPE:
-        return fWriter.append(static_cast<quint64>(ValueIn<uint16>(value)));
+        return fWriter.AddUnsigned(ValueIn<uint16>(value));
     case B_UINT32_TYPE:
-        return fWriter.append(static_cast<quint64>(ValueIn<uint32>(value)));
+        return fWriter.AddUnsigned(ValueIn<uint32>(value));
     case B_UINT64_TYPE:
-        return fWriter.append(static_cast<quint64>(ValueIn<uint64>(value)));
+        return fWriter.AddUnsigned(ValueIn<uint64>(value));
     case B_FLOAT_TYPE:
-        return fWriter.append(ValueIn<float>(value));
+        return fWriter.AddFloat(ValueIn<float>(value));
     case B_DOUBLE_TYPE:
-        return fWriter.append(ValueIn<double>(value));
+        return fWriter.AddDouble(ValueIn<double>(value));
     case B_POINT_TYPE:
     case B_RECT_TYPE:
         return WriteArray<float>(value);
@@ -152,51 +146,54 @@ void MessageWriter::WriteValue(type_code type, std::string_view value)
     case B_STRING_TYPE:
         return WriteText(value.substr(0, value.size() - 1));
     default:
-        return fWriter.appendByteString(value.data(), static_cast<qsizetype>(value.size()));
+        return fWriter.AddBytes(value);
     }
 }
 
 template <class T> void MessageWriter::WriteArray(std::string_view value)
 {
-    fWriter.startArray(value.size() / sizeof(T));
+    fWriter.StartArray(value.size() / sizeof(T));
     for (; !value.empty(); value.remove_prefix(sizeof(T))) {
         if constexpr (std::is_integral_v<T>)
-            fWriter.append(static_cast<quint64>(ValueIn<T>(value)));
+            fWriter.AddUnsigned(ValueIn<T>(value));
         else
-            fWriter.append(ValueIn<T>(value));
+            fWriter.AddFloat(ValueIn<T>(value));
     }
-    fWriter.endArray();
 }
 
 /// An integer of CBOR in the four-byte form, whatever its value.
-void AppendFourByteInteger(std::string* bytes, uint32 value)
+void PutFourByteInteger(char* place, uint32 value)
 {
-    bytes->push_back(kFourByteInteger);
+    *place++ = kFourByteInteger;
     for (int shift = 24; shift >= 0; shift -= 8)
-        bytes->push_back(static_cast<char>(value >> shift & 0xFF));
+        *place++ = static_cast<char>(value >> shift & 0xFF);
 }
 
 } // namespace
 
 status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum)
 {
-    QByteArray bytes;
+    // Enough for most.
+    constexpr size_t kFirstCapacity = 2048;
+    std::string bytes;
     MessageWriter writer(&bytes);
     if (!writer.Measure(message, 1))
         return B_BAD_VALUE;
+    bytes.reserve(kFirstCapacity);
+    bytes.append(kMessageMark).push_back(withChecksum ? kArrayOfThree : kArrayOfTwo);
+    bytes.resize(kMessageHeadSize);
     writer.Write(message);
-    const std::string_view map(bytes.constData(), static_cast<size_t>(bytes.size()));
-    const size_t size = map.size() + (withChecksum ? kChecksumSize : 0);
+    const size_t size = bytes.size() - kMessageHeadSize + (withChecksum ? kChecksumSize : 0);
     if (kMessageHeadSize + size > BMessage::kMaxFlattenedSize)
         return B_BAD_VALUE;
-
-    flat->clear();
-    flat->reserve(kMessageHeadSize + size);
-    flat->append(kMessageMark).push_back(withChecksum ? kArrayOfThree : kArrayOfTwo);
-    AppendFourByteInteger(flat, static_cast<uint32>(size));
-    flat->append(map);
-    if (withChecksum)
-        AppendFourByteInteger(flat, Crc32(map));
+    PutFourByteInteger(&bytes[kMessageHeadSize - kChecksumSize], static_cast<uint32>(size));
+    if (withChecksum) {
+        const size_t end = bytes.size();
+        const uint32 checksum = Crc32(std::string_view(bytes).substr(kMessageHeadSize));
+        bytes.resize(end + kChecksumSize);
+        PutFourByteInteger(&bytes[end], checksum);
+    }
+    *flat = std::move(bytes);
     return B_OK;
 }
 

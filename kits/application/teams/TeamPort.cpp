@@ -47,24 +47,18 @@ TeamPort::TeamPort()
                   fWatch.NoteClosed(team);
               },
               [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
-    , fVisitors({[this](team_address team) { fLinks.Forgive(team); },
-                 [this](team_address team) { fWatch.NoteClosed(team); },
+    , fVisitors({[this] { Wake(); }, [this](team_address team) { fLinks.Forgive(team); },
                  [](uint64 visitor, uint64 number) {
                      // The answer is to say that the main loop comes by.
-                     RunOnMainThread([visitor, number] {
-                         TeamPort& port = TeamPort::Get();
-                         {
-                             std::lock_guard lock(port.fMutex);
-                             port.fPongs.emplace_back(visitor, number);
-                         }
-                         port.Wake();
-                     });
-                 }})
+                     RunOnMainThread([visitor, number] { TeamPort::Get().fVisitors.AnswerPing(visitor, number); });
+                 },
+                 [this](team_address team) { fWatch.NoteClosed(team); }})
     , fWatch({[this] { Wake(); }, [this](team_address team, bool isWatched) { fLinks.SetWatched(team, isWatched); },
               [this](team_address team) {
                   return fLinks.IsReachable({team, kApplicationToken});
               }})
 {
+    LoopGuest::Set(&fVisitors);
 }
 
 void TeamPort::Wake()
@@ -140,11 +134,10 @@ void TeamPort::Close()
     Wake();
     thread.join();
     fWatch.Clear();
-    fVisitors.SetListener(FileDescriptor());
+    fVisitors.Clear();
     fLinks.SetFolder(nullptr);
     std::lock_guard lock(fMutex);
     fFolder = TeamFolder();
-    fPongs.clear();
     fState = State::kClosed;
 }
 
@@ -211,15 +204,9 @@ void TeamPort::Run()
         }
         if (polls[0].revents != 0) {
             ClearWake();
-            std::vector<std::pair<uint64, uint64>> pongs;
-            {
-                std::lock_guard lock(fMutex);
-                if (fState == State::kClosing)
-                    return;
-                pongs.swap(fPongs);
-            }
-            for (const auto& [visitor, number] : pongs)
-                fVisitors.AnswerPing(visitor, number);
+            std::lock_guard lock(fMutex);
+            if (fState == State::kClosing)
+                return;
         }
         fVisitors.Handle(&polls[firstVisitor]);
         fLinks.Handle(polls.data() + firstLink, polls.size() - firstLink);

@@ -51,7 +51,7 @@ private:
 
     const FileDescriptor fWakeDescriptor;
     TeamLinks fLinks;
-    Visitors fVisitors; ///< of the thread
+    Visitors fVisitors;
     TeamWatch fWatch;
 
     std::mutex fMutex; ///< guards what follows; taken before that of the links
@@ -59,7 +59,6 @@ private:
     std::string fSocketName;
     std::thread fThread;
     enum class State { kClosed, kOpen, kClosing } fState = State::kClosed;
-    std::vector<std::pair<uint64, uint64>> fPongs; ///< visitor and number, for the thread to send
 };
 
 } // namespace kits

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace kits {
 
@@ -25,35 +26,56 @@ constexpr auto kPauseBetweenTries = std::chrono::milliseconds(10);
 void Visitors::SetListener(FileDescriptor listener)
 {
     fListener = std::move(listener);
-    if (!fListener.IsOpen())
-        fVisitors.clear();
+}
+
+void Visitors::Clear()
+{
+    fListener.Close();
+    std::list<Visitor> visitors; // what they hold is destroyed without the mutex
+    std::lock_guard lock(fMutex);
+    for (Visitor& visitor : fVisitors)
+        RemoveFromWakeSet(&visitor);
+    visitors.swap(fVisitors);
+    fShift.End();
+    fHasKnown = false;
 }
 
 bool Visitors::IsAccepting() const
 {
-    const auto isStranger = [](const Visitor& visitor) { return visitor.team == 0; };
+    const auto isStranger = [](const Visitor& visitor) { return visitor.IsStranger(); };
     return fListener.IsOpen() && Clock::now() >= fAcceptAfter && fVisitors.size() < kMaxVisitors &&
            static_cast<size_t>(std::count_if(fVisitors.begin(), fVisitors.end(), isStranger)) < kMaxStrangers;
 }
 
-void Visitors::AppendPolls(std::vector<pollfd>* polls) const
+bool Visitors::IsForPort(const Visitor& visitor) const
 {
+    return !visitor.isInWakeSet || !fShift.IsMains();
+}
+
+void Visitors::AppendPolls(std::vector<pollfd>* polls)
+{
+    std::lock_guard lock(fMutex);
     // A negative descriptor is passed over.
     polls->push_back({IsAccepting() ? fListener.Get() : -1, POLLIN, 0});
+    polls->push_back({fShift.Descriptor(), POLLIN, 0});
     for (const Visitor& visitor : fVisitors) {
-        // Not even its end is of interest while something is held: it would be heard of all the time.
-        const int events = visitor.out.empty() ? POLLIN : POLLIN | POLLOUT;
-        polls->push_back({visitor.held ? -1 : visitor.socket.Get(), static_cast<short>(events), 0});
+        const int events = (IsForPort(visitor) ? POLLIN : 0) | (visitor.out.empty() ? 0 : POLLOUT);
+        // Without these not even its end is of interest, which would be heard of all the time.
+        const bool isPolled = events != 0 && !visitor.held;
+        polls->push_back({isPolled ? visitor.socket.Get() : -1, static_cast<short>(events), 0});
     }
 }
 
-Visitors::Clock::time_point Visitors::Deadline() const
+Visitors::Clock::time_point Visitors::Deadline()
 {
+    std::lock_guard lock(fMutex);
     Clock::time_point deadline = Clock::time_point::max();
     if (fListener.IsOpen() && fAcceptAfter > Clock::now())
         deadline = fAcceptAfter;
     for (const Visitor& visitor : fVisitors) {
-        if (visitor.team == 0)
+        if (visitor.isGone)
+            return Clock::time_point::min();
+        if (visitor.IsStranger())
             deadline = std::min(deadline, visitor.deadline);
         if (visitor.held)
             deadline = std::min(deadline, Clock::now() + kPauseBetweenTries);
@@ -63,33 +85,97 @@ Visitors::Clock::time_point Visitors::Deadline() const
 
 void Visitors::Handle(const pollfd* polls)
 {
-    const Clock::time_point now = Clock::now();
-    const bool isAnyoneWaiting = polls->revents != 0;
-    for (Visitor& visitor : fVisitors) {
-        ++polls;
-        if (visitor.isGone)
-            continue; // since a moment ago: its team has come with a new one
-        if (visitor.held) {
-            if (DeliverHeld(&visitor))
-                HandleFrames(&visitor);
-        } else if ((polls->revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
-            Read(&visitor);
+    std::list<Visitor> gone; // what they hold is destroyed without the mutex
+    {
+        std::lock_guard lock(fMutex);
+        const Clock::time_point now = Clock::now();
+        const bool isAnyoneWaiting = polls[0].revents != 0;
+        if (polls[1].revents != 0)
+            fShift.Check();
+        polls += 2;
+        for (auto i = fVisitors.begin(); i != fVisitors.end();) {
+            const auto visitor = i++;
+            const int found = (polls++)->revents;
+            // It may be gone since a moment ago: its team has come with a new one.
+            if (!visitor->isGone && visitor->held) {
+                if (DeliverHeld(&*visitor))
+                    HandleFrames(&*visitor);
+            } else if (!visitor->isGone && IsForPort(*visitor) && (found & (POLLIN | POLLHUP | POLLERR)) != 0) {
+                ReadFrom(&*visitor);
+            }
+            if (!visitor->isGone && (found & POLLOUT) != 0)
+                Write(&*visitor);
+            if (visitor->IsStranger() && now >= visitor->deadline)
+                visitor->isGone = true;
         }
-        if ((polls->revents & POLLOUT) != 0)
-            Write(&visitor);
-        if (visitor.team == 0 && now >= visitor.deadline)
-            visitor.isGone = true;
+        for (auto i = fVisitors.begin(); i != fVisitors.end();) {
+            const auto visitor = i++;
+            if (visitor->isGone) {
+                RemoveFromWakeSet(&*visitor);
+                gone.splice(gone.end(), fVisitors, visitor);
+            }
+        }
+        if (isAnyoneWaiting)
+            Accept();
+        fHasKnown = std::any_of(fVisitors.begin(), fVisitors.end(),
+                                [](const Visitor& visitor) { return !visitor.IsStranger(); });
+        if (!fHasKnown)
+            fShift.End();
     }
-    std::vector<team_address> gone;
-    std::erase_if(fVisitors, [&gone](const Visitor& visitor) {
-        if (visitor.isGone && visitor.team != 0 && !visitor.isReplaced)
-            gone.push_back(visitor.team);
-        return visitor.isGone;
-    });
-    for (const team_address team : gone)
-        fHooks.onGone(team);
-    if (isAnyoneWaiting)
-        Accept();
+    for (const Visitor& visitor : gone) {
+        if (!visitor.IsStranger() && !visitor.isReplaced)
+            fHooks.onGone(visitor.team);
+    }
+}
+
+void Visitors::MainWaits()
+{
+    if (!fHasKnown)
+        return;
+    std::lock_guard lock(fMutex);
+    bool isNew = fShift.MainWaits();
+    if (!fShift.IsMains())
+        return;
+    for (Visitor& visitor : fVisitors) {
+        if (visitor.IsStranger() || visitor.isInWakeSet || visitor.isGone || visitor.held)
+            continue;
+        visitor.isInWakeSet = WakeSet::Add(visitor.socket.Get(), visitor.id);
+        isNew = isNew || visitor.isInWakeSet;
+    }
+    if (isNew)
+        fHooks.wake();
+}
+
+void Visitors::MainWorks()
+{
+    if (!fHasKnown)
+        return;
+    std::lock_guard lock(fMutex);
+    fShift.MainWorks();
+}
+
+void Visitors::Read(WakeSet::Number number)
+{
+    std::lock_guard lock(fMutex);
+    for (Visitor& visitor : fVisitors) {
+        if (visitor.id != number || !visitor.isInWakeSet)
+            continue;
+        if (!visitor.isGone && !visitor.held)
+            ReadFrom(&visitor);
+        if (!visitor.isGone && !visitor.held && visitor.out.empty())
+            return;
+        // The thread of the port has to see to this one.
+        if (visitor.isGone || visitor.held)
+            RemoveFromWakeSet(&visitor);
+        fHooks.wake();
+        return;
+    }
+}
+
+void Visitors::RemoveFromWakeSet(Visitor* visitor)
+{
+    if (std::exchange(visitor->isInWakeSet, false))
+        WakeSet::Remove(visitor->socket.Get());
 }
 
 void Visitors::Accept()
@@ -115,7 +201,7 @@ void Visitors::Accept()
     }
 }
 
-void Visitors::Read(Visitor* visitor)
+void Visitors::ReadFrom(Visitor* visitor)
 {
     char buffer[64 * 1024];
     const ssize_t size = recv(visitor->socket.Get(), buffer, sizeof(buffer), 0);
@@ -148,7 +234,7 @@ void Visitors::HandleFrames(Visitor* visitor)
 
 bool Visitors::HandleFrame(Visitor* visitor, FrameKind kind, std::string_view content)
 {
-    if (visitor->team == 0) {
+    if (visitor->IsStranger()) {
         const std::optional<team_address> team = kind == FrameKind::kHello ? ReadHello(content) : std::nullopt;
         if (!team || TeamIdOf(*team) != visitor->process)
             return false;
@@ -158,6 +244,7 @@ bool Visitors::HandleFrame(Visitor* visitor, FrameKind kind, std::string_view co
         }
         visitor->team = *team;
         visitor->reader.SetLimit(kMaxFrameSize);
+        fHasKnown = true;
         fHooks.onHeard(*team);
         return true;
     }
@@ -211,9 +298,14 @@ bool Visitors::DeliverHeld(Visitor* visitor)
 
 void Visitors::AnswerPing(uint64 id, uint64 number)
 {
+    std::lock_guard lock(fMutex);
     for (Visitor& visitor : fVisitors) {
-        if (visitor.id == id)
-            Tell(&visitor, NumberFrame(FrameKind::kPong, number));
+        if (visitor.id != id)
+            continue;
+        Tell(&visitor, NumberFrame(FrameKind::kPong, number));
+        if (visitor.isGone || !visitor.out.empty())
+            fHooks.wake();
+        return;
     }
 }
 

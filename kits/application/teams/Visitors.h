@@ -1,19 +1,27 @@
 #pragma once
 
+#include "kits/application/loops/LoopGuest.h"
 #include "kits/application/teams/Frame.h"
+#include "kits/application/teams/ReadShift.h"
 #include "kits/kernel/FileDescriptor.h"
 
 #include <poll.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <list>
+#include <mutex>
 
 namespace kits {
 
 /// The connections that other teams have made to this one, and the messages that come on them. Whoever comes is a
-/// stranger until it has said who it is, and gets little time and little memory for that. One thread.
-class Visitors {
+/// stranger until it has said who it is, and gets little time and little memory for that.
+///
+/// Two threads read what comes, see ReadShift: while the main thread's loop comes by it reads those who have said who
+/// they are, as soon as it wakes. All else is done by the thread of the port, which lets in and shows out, tries again
+/// what a looper did not take, and reads everything while the main thread is held up or runs no loop.
+class Visitors : public LoopGuest {
 public:
     using Clock = std::chrono::steady_clock;
 
@@ -23,12 +31,14 @@ public:
     static constexpr auto kTimeToSayHello = std::chrono::seconds(2);
 
     struct Hooks {
+        /// The thread of the port has something to do. Any thread, as the next two with the visitors' mutex held.
+        std::function<void()> wake;
         /// Something has come from a team.
         std::function<void(team_address)> onHeard;
-        /// The connection of a team has ended, and it has no other.
-        std::function<void(team_address)> onGone;
         /// A visitor asks for a sign of life from the main loop: to be answered by AnswerPing.
         std::function<void(uint64 visitor, uint64 number)> onPing;
+        /// The connection of a team has ended, and it has no other. The thread of the port.
+        std::function<void(team_address)> onGone;
     };
 
     explicit Visitors(Hooks hooks)
@@ -36,20 +46,28 @@ public:
     {
     }
 
-    /// Takes the socket that listens; lets everyone go when it gets one that is closed.
+    /// Takes the socket that listens. While the thread of the port does not run.
     void SetListener(FileDescriptor listener);
+    /// Lets everyone go, and listens no more. While the thread of the port does not run.
+    void Clear();
+
+    void AnswerPing(uint64 visitor, uint64 number);
+
+    // The thread of the port.
 
     /// Adds what is to be polled, always in the same order until Handle.
-    void AppendPolls(std::vector<pollfd>* polls) const;
+    void AppendPolls(std::vector<pollfd>* polls);
     /// When to call Handle though nothing can be read or written.
-    Clock::time_point Deadline() const;
+    Clock::time_point Deadline();
     /// Does what can be done now.
     /// @param polls  what AppendPolls has added, with what was found
     void Handle(const pollfd* polls);
 
-    void AnswerPing(uint64 visitor, uint64 number);
+    // The main thread.
 
-    size_t Count() const { return fVisitors.size(); }
+    void MainWaits() override;
+    void MainWorks() override;
+    void Read(WakeSet::Number visitor) override;
 
 private:
     /// A message that has come and is not yet with all its handlers.
@@ -72,11 +90,18 @@ private:
         std::optional<Delivery> held;
         bool isGone = false;
         bool isReplaced = false; ///< by a newer one of the same team
+        bool isInWakeSet = false;
+
+        bool IsStranger() const { return team == 0; }
     };
 
+    // With the mutex held.
     bool IsAccepting() const;
     void Accept();
-    void Read(Visitor* visitor);
+    /// Whether the thread of the port is to read this one now.
+    bool IsForPort(const Visitor& visitor) const;
+    static void RemoveFromWakeSet(Visitor* visitor);
+    void ReadFrom(Visitor* visitor);
     void HandleFrames(Visitor* visitor);
     bool HandleFrame(Visitor* visitor, FrameKind kind, std::string_view content);
     bool HandleMessage(Visitor* visitor, std::string_view content);
@@ -86,10 +111,14 @@ private:
     void Write(Visitor* visitor);
 
     const Hooks fHooks;
-    FileDescriptor fListener;
+    FileDescriptor fListener;       ///< of the port's thread, as the next one
+    Clock::time_point fAcceptAfter; ///< until then nobody is let in: no file descriptor is left
+    std::mutex fMutex;              ///< guards what follows; taken before those of the port and the post office
     std::list<Visitor> fVisitors;
     uint64 fLastId = 0;
-    Clock::time_point fAcceptAfter; ///< until then nobody is let in: no file descriptor is left
+    ReadShift fShift;
+    /// Whether there is anyone whom the main thread could read; spares it the mutex where nobody comes.
+    std::atomic<bool> fHasKnown = false;
 };
 
 } // namespace kits

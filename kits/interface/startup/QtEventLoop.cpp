@@ -52,11 +52,7 @@ void QtEventLoop::Quit()
 
 void QtEventLoop::Held()
 {
-    if (fReleasedDepth == 0)
-        return;
-    const int32 depth = fReleasedDepth;
-    fReleasedDepth = 0;
-    InterfaceLock::Get().Restore(depth);
+    fWait.End();
 }
 
 void QtEventLoop::AboutToBlock()
@@ -64,7 +60,7 @@ void QtEventLoop::AboutToBlock()
     Held();
     UpdateQueue::Flush();
     ArmTimer();
-    fReleasedDepth = InterfaceLock::Get().ReleaseAll();
+    fWait.Begin();
 }
 
 void QtEventLoop::TakeTurn()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kits/application/EventLoop.h"
+#include "kits/application/loops/MainWait.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
@@ -40,7 +41,7 @@ private:
     QSocketNotifier fNotifier;
     QTimer fTimer;
     bigtime_t fArmedFor;
-    int32 fReleasedDepth = 0; ///< above 0 while the loop waits
+    MainWait fWait;
     std::vector<QEventLoop*> fRunning;
 };
 

@@ -1,0 +1,195 @@
+// The main thread and the thread of the port take turns in reading what another team sends.
+
+#include "kits/application/Roster.h"
+#include "kits/kernel/Errors.h"
+#include "tests/kits/application/TeamFixture.h"
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+using test::KitThread;
+using test::Partner;
+using test::Recorder;
+
+namespace {
+
+/// A partner that sends numbers to a handler of this process.
+class TeamReadersTest : public test::TeamTest {
+protected:
+    TeamReadersTest() { fLooper->AddHandler(&fHandler); }
+
+    /// Tells the partner whom to send to.
+    void Introduce(const BMessenger& partner)
+    {
+        BMessage keep('keep');
+        keep.AddMessenger("messenger", BMessenger(&fHandler));
+        EXPECT_EQ(Ask(partner, keep).what, uint32('repl'));
+    }
+
+    static void LetSend(const BMessenger& partner, int32 count)
+    {
+        BMessage send('send');
+        send.AddInt32("count", count);
+        EXPECT_EQ(partner.SendMessage(&send), B_OK);
+    }
+
+    /// Runs the loop until so many numbers have come in all.
+    bool RunUntilCount(size_t count)
+    {
+        return test::RunUntil([this, count] { return fNumbers.size() >= count; });
+    }
+
+    void ExpectOrder(size_t count) const
+    {
+        ASSERT_EQ(fNumbers.size(), count);
+        for (size_t i = 0; i < count; ++i)
+            ASSERT_EQ(fNumbers[i], static_cast<int32>(i));
+    }
+
+    std::vector<int32> fNumbers;
+    Recorder fHandler{[this](BMessage* message) {
+        int32 number = -1;
+        message->FindInt32("number", &number);
+        fNumbers.push_back(number);
+    }};
+};
+
+/// How often the thread of this process with that name has gone to sleep; -1 if there is none.
+int64 CountSleeps(const std::string& name)
+{
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string comm, word;
+        std::getline(std::ifstream(task.path() / "comm"), comm);
+        if (comm != name)
+            continue;
+        std::ifstream status(task.path() / "status");
+        int64 count = -1;
+        while (status >> word) {
+            if (word == "voluntary_ctxt_switches:")
+                status >> count;
+        }
+        return count;
+    }
+    return -1;
+}
+
+auto CountFiles()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+}
+
+} // namespace
+
+TEST_F(TeamReadersTest, WakesOnlyTheMainThreadThatWaits)
+{
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    Introduce(application);
+    LetSend(application, 1);
+    ASSERT_TRUE(RunUntilCount(1));
+    const int64 before = CountSleeps("team port");
+    ASSERT_GE(before, 0);
+    constexpr size_t kCount = 300;
+    for (size_t i = 1; i <= kCount; ++i) {
+        LetSend(application, 1);
+        ASSERT_TRUE(RunUntilCount(1 + i));
+    }
+    // None for a message, a few where a busy machine held the main thread up.
+    EXPECT_LT(CountSleeps("team port") - before, static_cast<int64>(kCount / 2));
+}
+
+TEST_F(TeamReadersTest, AnswersThreadsWhileTheMainThreadIsHeldUp)
+{
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    for (int round = 0; round < 10; ++round) {
+        // The main thread reads, and then no more.
+        EXPECT_EQ(Ask(application, 'echo').what, uint32('repl'));
+        std::atomic<int> countAnswers = 0;
+        KitThread thread([&] {
+            for (int i = 0; i < 3; ++i) {
+                BMessage reply;
+                EXPECT_EQ(application.SendMessage('echo', &reply), B_OK);
+                ++countAnswers;
+            }
+        });
+        EXPECT_TRUE(test::Await([&countAnswers] { return countAnswers == 3; }));
+    }
+}
+
+TEST_F(TeamReadersTest, KeepTheOrderWhileTheyTakeTurns)
+{
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    Introduce(application);
+    constexpr size_t kCount = 20000;
+    LetSend(application, kCount);
+    std::mt19937 random(3);
+    while (fNumbers.size() < kCount) {
+        // Held up for longer and for shorter than the main thread may be; some answers are waited for in between.
+        snooze(static_cast<bigtime_t>(random() % 30000));
+        ASSERT_TRUE(RunUntilCount(std::min(kCount, fNumbers.size() + random() % 500)));
+        if (random() % 8 == 0) {
+            EXPECT_EQ(Ask(application, 'vald').what, uint32('repl'));
+        }
+    }
+    ExpectOrder(kCount);
+}
+
+TEST_F(TeamReadersTest, LoseNothingWhenTheMainThreadTurnsAwayAtAnyMoment)
+{
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    Introduce(application);
+    std::mt19937 random(4);
+    size_t count = 0;
+    for (int round = 0; round < 300; ++round) {
+        fNumbers.clear();
+        count = 1 + random() % 20;
+        LetSend(application, static_cast<int32>(count));
+        // Around the moment at which the other thread takes over, now and then.
+        if (random() % 4 == 0)
+            snooze(static_cast<bigtime_t>(19000 + random() % 2000));
+        ASSERT_TRUE(RunUntilCount(count));
+        ExpectOrder(count);
+    }
+}
+
+TEST_F(TeamReadersTest, LetGoOfWhoDiesWhileTheMainThreadReads)
+{
+    std::mt19937 random(5);
+    EXPECT_EQ(be_roster->TeamFor(test::kPartnerSignature), B_NAME_NOT_FOUND);
+    const auto before = CountFiles();
+    for (int round = 0; round < 20; ++round) {
+        Partner partner;
+        const BMessenger application = partner.Application();
+        Introduce(application);
+        LetSend(application, 10000);
+        ASSERT_TRUE(RunUntilCount(fNumbers.size() + random() % 1000));
+        partner.Signal(SIGKILL);
+        if (round % 2 == 0)
+            partner.Await();
+        EXPECT_TRUE(test::RunUntil([&] { return CountFiles() == before; }));
+        fNumbers.clear();
+    }
+}
+
+TEST_F(TeamReadersTest, CountAsHungWhenTheMainThreadDoesNotComeBy)
+{
+    std::vector<uint32> events;
+    Recorder watcher([&events](BMessage* message) { events.push_back(message->what); });
+    fLooper->AddHandler(&watcher);
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    // There its main thread has read, and is held up then; the other one must not speak for it.
+    EXPECT_EQ(Ask(application, 'echo').what, uint32('repl'));
+    EXPECT_EQ(be_roster->StartWatching(BMessenger(&watcher)), B_OK);
+    BMessage hang('hang');
+    hang.AddInt64("time", 5000000);
+    EXPECT_EQ(application.SendMessage(&hang), B_OK);
+    EXPECT_TRUE(test::RunUntil([&events] { return events.size() == 2; }));
+    EXPECT_EQ(events, (std::vector<uint32>{B_SOME_APP_QUIT, B_SOME_APP_LAUNCHED}));
+    be_roster->StopWatching(BMessenger(&watcher));
+}
