@@ -10,8 +10,8 @@ namespace kits {
 ///
 /// What there is to do (messages, timers, actions for the main thread) is kept in one place for the process. A loop
 /// waits until WakeDescriptor() can be read or Deadline() is reached, whichever comes first, and then calls RunDue().
-/// It does so with the interface lock released for as long as it waits (InterfaceLock::ReleaseAll), and held, as deep
-/// as before, while it runs anything. A loop that is run inside another one does the same, so loopers work on under
+/// For as long as it waits a MainWait is under way, with the interface lock released; the lock is held, as deep as
+/// before, while it runs anything. A loop that is run inside another one does the same, so loopers work on under
 /// menus and alerts; whoever runs one keeps a NestedLoop on the stack.
 class EventLoop {
 public:

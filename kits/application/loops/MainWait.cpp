@@ -1,4 +1,4 @@
-#include "kits/application/loops/MainWait.h"
+#include "kits/application/MainWait.h"
 
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/loops/LoopGuest.h"

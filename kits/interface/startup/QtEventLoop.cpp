@@ -1,7 +1,6 @@
 #include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/Application.h"
-#include "kits/application/InterfaceLock.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/input/Pointer.h"
 #include "kits/interface/theme/Theme.h"

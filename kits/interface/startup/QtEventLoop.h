@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kits/application/EventLoop.h"
-#include "kits/application/loops/MainWait.h"
+#include "kits/application/MainWait.h"
 
 #include <QApplication>
 #include <QSocketNotifier>

@@ -4,7 +4,8 @@
 
 namespace kits {
 
-/// The wait of the main thread in its loop, whichever loop that is: what has to be done before and after. Main thread.
+/// The wait of the main thread in its event loop, whichever loop that is: what has to be done before and after, so that
+/// others get the interface lock, and the loop's descriptor tells of what other teams send. Main thread.
 class MainWait {
 public:
     /// Gives up the interface lock.
