@@ -143,6 +143,7 @@ protected:
         other->SetBackground(make_color(0, 0, 0));
         desktop = X11Desktop::Connect();
         ASSERT_NE(desktop, nullptr);
+        desktop->Read(); // with the answer the server also has what is wanted to be heard
         desktop->TakeNews();
     }
 
