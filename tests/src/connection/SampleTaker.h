@@ -3,8 +3,11 @@
 #include "kits/application/Handler.h"
 #include "kits/application/Looper.h"
 #include "kits/application/Message.h"
+#include "kits/kernel/Clock.h"
 #include "src/sampling/ServerConnection.h"
 #include "src/support/MessageCodes.h"
+
+#include <algorithm>
 
 namespace test {
 
@@ -32,6 +35,8 @@ public:
         case MSG_SYSINFO_SAMPLE:
             ++countSamples;
             newest = *message;
+            longestGap = std::max(longestGap, system_time() - fLast);
+            fLast = system_time();
             break;
         case MSG_SERVER_GONE:
             ++countGone;
@@ -54,6 +59,11 @@ public:
     int countGone = 0;
     int countFailures = 0;
     BMessage newest;
+    /// Between two samples, since it was last set to 0.
+    bigtime_t longestGap = 0;
+
+private:
+    bigtime_t fLast = system_time();
 };
 
 } // namespace test
