@@ -1,5 +1,6 @@
 #include "src/app/AboutWindow.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -116,15 +117,22 @@ void AboutView::Draw(BRect /*update*/)
     BFont font = TextFont(kTitleSize, true);
     font.GetHeight(&height);
     SetFont(&font);
-    BPoint place(kMargin, 8 + height.ascent);
-    DrawString("Qel", place);
-    place.y += height.descent;
-
+    const font_height titleHeight = height;
     font = TextFont(kTextSize, false);
     font.GetHeight(&height);
+    // A button in a large font needs more room: the lines stand closer then.
+    constexpr float kGaps = 8 + 2 + 10 + 2 + 10 + 4 + 4;
+    constexpr float kLines = 6;
+    const float room =
+        fButton->Frame().top - 1 - titleHeight.ascent - titleHeight.descent - kLines * (height.ascent + height.descent);
+    const float part = std::clamp(room / kGaps, 0.0f, 1.0f);
+    BPoint place(kMargin, std::floor(8 * part) + titleHeight.ascent);
+    DrawString("Qel", place);
+    place.y += titleHeight.descent;
+
     SetFont(&font);
     auto next = [&](float gap) {
-        place.y += height.ascent + gap;
+        place.y += height.ascent + std::floor(gap * part);
         const BPoint line = place;
         place.y += height.descent;
         return line;

@@ -9,6 +9,8 @@
 #include "src/support/Qel.h"
 #include "tests/src/app/AppTest.h"
 
+#include <QApplication>
+#include <QFont>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -155,4 +157,19 @@ TEST_F(AboutWindowTest, KnowsWhereItDrewItsLines)
     EXPECT_TRUE(fView->Bounds().Contains(home));
     EXPECT_FALSE(fView->ChildAt(0)->Frame().Intersects(home));
     EXPECT_EQ(fView->HighColor(), (rgb_color{0, 100, 240, 255})) << "drawing leaves the colours as they were";
+}
+
+TEST_F(AboutWindowTest, AButtonInALargeFontCoversNoLine)
+{
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSize(20);
+    QApplication::setFont(large);
+    Open();
+    fWindow->Show();
+    fView->Draw(fView->Bounds());
+    EXPECT_GT(fView->ChildAt(0)->Frame().Height(), 30);
+    EXPECT_GT(fView->ChildAt(0)->Frame().top, fView->HomeRect().bottom);
+    EXPECT_GT(fView->HomeRect().top, fView->MailRect().bottom);
+    QApplication::setFont(before);
 }
