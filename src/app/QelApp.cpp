@@ -194,10 +194,16 @@ void QelApp::AboutRequested()
 
 bool QelApp::QuitRequested()
 {
-    // A window that has just closed itself has sent its archive, which may wait behind this request.
-    if (!fAskedAgain && CountMessages() > 0 && PostMessage(B_QUIT_REQUESTED) == B_OK) {
-        fAskedAgain = true;
-        return false;
+    // A window that has just closed itself has sent its archive, which may wait behind this request, and behind further
+    // ones.
+    const BMessage* request = CurrentMessage();
+    const bool isLast = request != nullptr && request->HasBool("LastRequest");
+    if (!isLast && CountMessages() > 0) {
+        BMessage again(B_QUIT_REQUESTED);
+        again.AddBool("LastRequest", true);
+        if (PostMessage(&again) == B_OK) {
+            return false;
+        }
     }
     CleanUp();
     return true;

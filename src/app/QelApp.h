@@ -86,6 +86,5 @@ private:
     BMessage fPrefsWindowArchive;
     BMessage fMainWindowArchive;
     bool fShowMainWindow = true;
-    bool fAskedAgain = false;
     std::unique_ptr<Autosave> fAutosave;
 };

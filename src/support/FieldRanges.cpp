@@ -73,6 +73,8 @@ constexpr kits::FieldRange kRanges[] = {
     {kNodeBodyField, B_RAW_TYPE, sizeof(SysinfoNodeBody), kLongestText},
     {kSumActiveField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
     {kActiveDeltasField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
+    // A request to quit behind all that waited.
+    {"LastRequest", B_BOOL_TYPE, 0, 1},
     // Windows.
     {"WindowFrame", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},
     {"WindowFrameWithCharts", B_RECT_TYPE, kMinWindowSide, kMaxWindowSide, Outside::kHeld},

@@ -241,6 +241,19 @@ TEST_F(QelAppTest, RemembersAWindowThatClosesWhileItQuits)
     EXPECT_EQ(StoredFrame(), BRect(70, 80, 420, 230));
 }
 
+TEST_F(QelAppTest, RemembersAWindowThatClosesWhileItIsAskedToQuitAgainAndAgain)
+{
+    Run({[](QelApp& app) {
+        app.Window()->MoveTo(70, 80);
+        app.Window()->PostMessage(B_QUIT_REQUESTED);
+        for (int i = 0; i < 3; i++)
+            app.PostMessage(B_QUIT_REQUESTED);
+    }});
+    Finish();
+    Make();
+    EXPECT_EQ(StoredFrame(), BRect(70, 80, 420, 230));
+}
+
 TEST_F(QelAppTest, OpensItsPreferencesOnce)
 {
     Run({[this](QelApp& app) {
