@@ -295,6 +295,8 @@ TEST_F(ReplicantTest, ItsMenuOffersToReconnectAndNothingOfTheWindow)
 
 TEST_F(ReplicantTest, ItsCornerFollowsTheMouseDownToTheSmallestSize)
 {
+    // Without one an alert would come, and let go of the mouse.
+    InstallServer();
     AddReplicant(100, 60);
     test::Turn();
     test::Press(chart, BPoint(97, 57));
@@ -332,6 +334,8 @@ TEST_F(ReplicantTest, OnlyItsCornerResizesIt)
 
 TEST_F(ReplicantTest, MayGoWhileItsCornerIsHeld)
 {
+    // Without one an alert would come, and let go of the mouse.
+    InstallServer();
     AddReplicant(100, 60);
     test::Turn();
     test::Press(chart, BPoint(99, 59));
