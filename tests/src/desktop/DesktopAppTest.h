@@ -51,10 +51,17 @@ protected:
             app->AddLaunchMessage(std::make_unique<BMessage>(request));
         constexpr int kMostTurns = 2000;
         int turn = 0;
+        bool isOver = false;
         kits::Timer timer([&] {
-            if (turn++ == 0 && act)
+            // A turn may still come while the request to quit waits, or its windows go.
+            if (isOver)
+                return;
+            if (turn++ == 0 && act) {
                 act(*app);
-            else if (!until || until(*app) || turn == kMostTurns)
+                return;
+            }
+            isOver = !until || until(*app) || turn == kMostTurns;
+            if (isOver)
                 app->PostMessage(B_QUIT_REQUESTED);
         });
         timer.Start(5000);

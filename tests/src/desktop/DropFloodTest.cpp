@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <limits>
 #include <malloc.h>
+#include <ostream>
 
 namespace {
 
@@ -29,7 +30,23 @@ struct Use {
         return use;
     }
 
+    bool IsMoreThan(const Use& other) const
+    {
+        return files > other.files || threads > other.threads || memory - other.memory > kMemory;
+    }
+
+    friend std::ostream& operator<<(std::ostream& stream, const Use& use)
+    {
+        return stream << use.memory << " bytes, " << use.files << " files, " << use.threads << " threads";
+    }
+
 private:
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    static constexpr int64 kMemory = std::numeric_limits<int64>::max();
+#else
+    static constexpr int64 kMemory = 1024 * 1024;
+#endif
+
     static int64 CountIn(const char* folder)
     {
         return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
@@ -61,12 +78,6 @@ protected:
     test::Partner fServer;
 };
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int64 kMemory = std::numeric_limits<int64>::max();
-#else
-constexpr int64 kMemory = 512 * 1024;
-#endif
-
 } // namespace
 
 TEST_F(DropFloodTest, LeavesNothingBehindOfChartsThatComeAndGo)
@@ -83,16 +94,14 @@ TEST_F(DropFloodTest, LeavesNothingBehindOfChartsThatComeAndGo)
         if (count == kDrops) {
             // Connections of charts that have gone end by themselves.
             late = Use::Measure();
-            return late.files <= early.files && late.threads <= early.threads;
+            return !late.IsMoreThan(early);
         }
         for (int i = 0; i < kAtOnce; i++, count++)
             EXPECT_EQ(app.PostMessage(&dropped), B_OK);
         return false;
     });
     EXPECT_EQ(count, kDrops);
-    EXPECT_LE(late.files, early.files);
-    EXPECT_LE(late.threads, early.threads);
-    EXPECT_LE(late.memory, early.memory + kMemory);
+    EXPECT_FALSE(late.IsMoreThan(early)) << early << " before, " << late << " after";
 }
 
 TEST_F(DropFloodTest, LeavesNothingBehindOfWhatIsNotTaken)
@@ -110,7 +119,7 @@ TEST_F(DropFloodTest, LeavesNothingBehindOfWhatIsNotTaken)
             early = Use::Measure();
         late = Use::Measure();
         if (count == kDrops)
-            return late.files <= early.files && late.threads <= early.threads;
+            return !late.IsMoreThan(early);
         for (int i = 0; i < kAtOnce; i++, count++)
             EXPECT_EQ(app.PostMessage(i % 2 == 0 ? &chart : &foreign), B_OK);
         return false;
@@ -118,7 +127,5 @@ TEST_F(DropFloodTest, LeavesNothingBehindOfWhatIsNotTaken)
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
     EXPECT_EQ(count, kDrops);
-    EXPECT_LE(late.files, early.files);
-    EXPECT_LE(late.threads, early.threads);
-    EXPECT_LE(late.memory, early.memory + kMemory);
+    EXPECT_FALSE(late.IsMoreThan(early)) << early << " before, " << late << " after";
 }

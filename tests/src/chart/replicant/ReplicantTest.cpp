@@ -298,7 +298,7 @@ TEST_F(ReplicantTest, ItsCornerFollowsTheMouseDownToTheSmallestSize)
     // Without one an alert would come, and let go of the mouse.
     InstallServer();
     AddReplicant(100, 60);
-    test::Turn();
+    ASSERT_TRUE(AwaitColumn());
     test::Press(chart, BPoint(97, 57));
     const thread_id resizer = find_thread("Chart Resizer");
     EXPECT_GT(resizer, 0);
@@ -337,7 +337,7 @@ TEST_F(ReplicantTest, MayGoWhileItsCornerIsHeld)
     // Without one an alert would come, and let go of the mouse.
     InstallServer();
     AddReplicant(100, 60);
-    test::Turn();
+    ASSERT_TRUE(AwaitColumn());
     test::Press(chart, BPoint(99, 59));
     test::MoveTo(chart, BPoint(120, 70));
     EXPECT_TRUE(test::WaitFor([this] { return chart->Bounds().Width() == 120; }));
