@@ -25,14 +25,19 @@ SCREEN = (1280, 800)
 
 
 def wait_until(condition, what, timeout=TIMEOUT):
-    """Asks again and again until the answer is true, and returns it."""
+    """Asks again and again until the answer is true, and returns it. What is asked about may go while it is looked at:
+    a tool that finds it no more is no answer."""
     end = time.monotonic() + timeout
     while True:
-        answer = condition()
+        failure = None
+        try:
+            answer = condition()
+        except subprocess.CalledProcessError as error:
+            answer, failure = None, error
         if answer:
             return answer
         if time.monotonic() > end:
-            raise AssertionError(f"waited {timeout} s in vain for: {what}")
+            raise AssertionError(f"waited {timeout} s in vain for: {what}") from failure
         time.sleep(0.03)
 
 
