@@ -89,6 +89,18 @@ class OnDesktop(ReplicantsTest):
     def host_windows(self):
         return self.desktop.windows(".*", self.host())
 
+    def active(self):
+        return self.desktop.output("xdotool", "getactivewindow").strip()
+
+    def go_to_desktop(self):
+        """From the window, which has the focus, by the menu of a chart in it."""
+        self.desktop.key("Tab")
+        shown = set(self.shown())
+        self.desktop.key("Menu")
+        wait_until(lambda: set(self.shown()) - shown, "the pop-up")
+        self.desktop.key("g")
+        wait_until(lambda: self.active() == str(self.chart), "the focus")
+
     def picture_of_chart(self):
         return self.desktop.picture(self.chart)
 
@@ -105,16 +117,8 @@ class OnDesktop(ReplicantsTest):
         self.await_change()
 
     def test_is_used_by_keyboard(self):
-        def active():
-            return self.desktop.output("xdotool", "getactivewindow").strip()
-
         self.desktop.focus(self.window)
-        self.desktop.key("Tab")
-        shown = set(self.shown())
-        self.desktop.key("Menu")
-        wait_until(lambda: set(self.shown()) - shown, "the pop-up")
-        self.desktop.key("Up", "Up", "Up", "Return")
-        wait_until(lambda: active() == str(self.chart), "the focus")
+        self.go_to_desktop()
         width, height = self.desktop.size(self.chart)
         self.desktop.key("shift+Left", "shift+Left", "Up")
         self.await_place(580, 559)
@@ -127,27 +131,19 @@ class OnDesktop(ReplicantsTest):
         wait_until(lambda: not self.hosts(), "the end of the host")
 
     def test_takes_no_focus_by_itself(self):
-        def active():
-            return self.desktop.output("xdotool", "getactivewindow").strip()
-
         self.desktop.focus(self.window)
         self.desktop.xdotool("mousemove", 700, 600, "click", 1)
         self.await_scrolling()
-        self.assertEqual(active(), str(self.window))
+        self.assertEqual(self.active(), str(self.window))
         # After it was asked to take it and gave it up, too.
-        self.desktop.key("Tab")
-        shown = set(self.shown())
-        self.desktop.key("Menu")
-        wait_until(lambda: set(self.shown()) - shown, "the pop-up")
-        self.desktop.key("Up", "Up", "Up", "Return")
-        wait_until(lambda: active() == str(self.chart), "the focus")
+        self.go_to_desktop()
         self.desktop.focus(self.window)
         # The toolkit waits for a while whether the focus comes back.
         wait_until(lambda: "focus: False" in self.desktop.output("xprop", "-id", str(self.chart), "WM_HINTS"),
                    "the end of its wish for the focus")
         self.desktop.xdotool("mousemove", 700, 600, "click", 1)
         self.await_scrolling()
-        self.assertEqual(active(), str(self.window))
+        self.assertEqual(self.active(), str(self.window))
 
     def test_is_moved_by_its_handle(self):
         self.drag_out(304, 604, self.chart)
