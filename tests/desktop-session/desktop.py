@@ -14,13 +14,14 @@ import tempfile
 import time
 import unittest
 
+from sanitizers import SLOWNESS
 from xclient import Client
 
 # Started in the background of a script, these are ignored, and every program started from here would ignore them too.
 for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
     signal.signal(number, signal.SIG_DFL)
 
-TIMEOUT = 60
+TIMEOUT = 60 * SLOWNESS
 SCREEN = (1280, 800)
 
 

@@ -1,0 +1,21 @@
+// A program with a defect, as told, for a sanitizer to find.
+
+#include <climits>
+#include <cstdlib>
+#include <string>
+
+int main(int argc, char** argv)
+{
+    const std::string kind = argc > 1 ? argv[1] : "";
+    volatile int* number = new int(INT_MAX);
+    if (kind == "overflow")
+        *number = *number + argc;
+    if (kind == "abort")
+        abort();
+    if (kind == "leak") {
+        number = nullptr;
+        return 0;
+    }
+    delete number;
+    return kind == "freed" ? *number : 0;
+}

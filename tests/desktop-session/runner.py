@@ -1,0 +1,54 @@
+"""Runs tests of the real programs, as unittest does. A test fails too when a sanitizer reports one of these meanwhile.
+
+    runner.py [TEST...]     all tests beside this file when none is named; QEL_PROGRAM names the program
+"""
+
+import pathlib
+import sys
+import time
+import unittest
+
+from sanitizers import REPORTS  # before all tests: they hand their environment on
+from desktop import wait_until
+
+
+class Result(unittest.TextTestResult):
+    def startTest(self, test):
+        self._started = time.monotonic()
+        super().startTest(test)
+
+    def _fail_when_reported(self, test):
+        text = REPORTS.take() if REPORTS else ""
+        if text:
+            try:
+                raise AssertionError("a sanitizer reports:\n" + text)
+            except AssertionError:
+                self.addFailure(test, sys.exc_info())
+        return bool(text)
+
+    def addSuccess(self, test):
+        if not self._fail_when_reported(test):
+            self.stream.write(f"{time.monotonic() - self._started:.1f} s, ")
+            super().addSuccess(test)
+
+    def stopTest(self, test):
+        self._fail_when_reported(test)
+        super().stopTest(test)
+
+
+def await_end():
+    """What reports at its end may do so after its test."""
+    wait_until(lambda: not REPORTS.writers(), "the end of all programs")
+
+
+def main():
+    names, loader = sys.argv[1:], unittest.defaultTestLoader
+    tests = loader.loadTestsFromNames(names) if names else loader.discover(str(pathlib.Path(__file__).parent))
+    if REPORTS:
+        tests.addTest(unittest.FunctionTestCase(await_end, description="All programs have ended"))
+    result = unittest.TextTestRunner(verbosity=2, resultclass=Result).run(tests)
+    return 0 if result.wasSuccessful() else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
