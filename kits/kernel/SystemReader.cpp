@@ -21,6 +21,8 @@ namespace {
 
 constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kMinute = 60 * kSecond;
+// Limits hardly ever change, and each of their files costs as much as one of figures.
+constexpr bigtime_t kBetweenLimits = 10 * kSecond;
 constexpr size_t kBytesPerProcessor = 216; ///< of a line in `/proc/stat`, with its ten numbers as long as they get
 constexpr size_t kWholeFile = 1 << 20;
 constexpr size_t kSmallestBuffer = 16384;
@@ -125,6 +127,7 @@ private:
     LimitReader fLimitReader;
     MachineLimits fLimits;
     Interval fEachSecond{kSecond};
+    Interval fLimitsDue{kBetweenLimits};
     Interval fEachMinute{kMinute};
     size_t fPageFaultsHint = 0;
 };
@@ -218,12 +221,14 @@ void SystemReader::Implementation::ReadLimits(bigtime_t now)
         fProcesses.Calibrate();
         fLimitReader.FindFiles();
     }
-    if (!fEachSecond.IsDue(now))
+    if (fEachSecond.IsDue(now)) {
+        for (ProcFile* file : {&fStat, &fMemInfo, &fVmStat, &fLoadAvg, &fSockStat})
+            file->Reopen();
+        if (fSemaphores.has_value())
+            fSemaphores->Reopen();
+    }
+    if (!fLimitsDue.IsDue(now))
         return;
-    for (ProcFile* file : {&fStat, &fMemInfo, &fVmStat, &fLoadAvg, &fSockStat})
-        file->Reopen();
-    if (fSemaphores.has_value())
-        fSemaphores->Reopen();
     fLimitReader.Read(&fLimits);
     info.max_teams = static_cast<int32>(fLimits.teams);
     info.max_threads = static_cast<int32>(fLimits.threads);

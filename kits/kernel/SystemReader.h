@@ -27,9 +27,9 @@ namespace kits {
 /// Maxima are at least 1. A figure that cannot be read (no such file or field, a file cut or full of anything) keeps
 /// its last value, at first 0. A figure too large for its 32 bits is held to the largest number.
 ///
-/// Files stay open and are read from their beginning each time. Limits are read at most once a second, and figures
-/// whose file could not be opened are tried again then; each minute what the link count holds besides processes is
-/// measured, and the control groups and missing files of limits are looked for. Both by the `now` that is passed. A
+/// Files stay open and are read from their beginning each time. Figures whose file could not be opened are tried again
+/// each second, and limits are read every ten seconds; each minute what the link count holds besides processes is
+/// measured, and the control groups and missing files of limits are looked for. All by the `now` that is passed. A
 /// reading allocates nothing, unless the process was moved to another control group.
 class SystemReader {
 public:

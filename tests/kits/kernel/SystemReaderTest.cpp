@@ -15,6 +15,7 @@ namespace {
 
 constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kTick = 10000;
+constexpr bigtime_t kBetweenLimits = 10 * kSecond;
 
 /// A reader and what it read last.
 struct Reading {
@@ -274,7 +275,7 @@ TEST(SystemReaderTest, EmptyFilesKeepTheLastValues)
         if (!std::string(file).starts_with("proc/self/") && !std::string(file).starts_with("sys/"))
             machine.Write(file, "");
     }
-    reading.Read(2 * kSecond);
+    reading.Read(kBetweenLimits);
     ExpectSameFigures(reading.info, whole, "emptied");
     EXPECT_EQ(reading.active[0], ActiveInRecord(whole, 0));
 }
@@ -347,7 +348,7 @@ TEST(SystemReaderTest, EveryFileMayHoldAnything)
         const system_info whole = reading.info;
         for (const std::string& text : contents) {
             machine.Write(file, text);
-            reading.Read(2 * kSecond);
+            reading.Read(kBetweenLimits);
             EXPECT_EQ(reading.active[0], ActiveInRecord(whole, 0)) << file;
             EXPECT_EQ(reading.info.used_pages, whole.used_pages) << file;
             Reading fresh(machine);
@@ -371,12 +372,12 @@ TEST(SystemReaderTest, AFileThatAppearsIsReadFromTheNextSecondOn)
     EXPECT_EQ(reading.info.used_threads, 412);
 }
 
-TEST(SystemReaderTest, LimitsAreReadOnceASecond)
+TEST(SystemReaderTest, LimitsAreReadEveryTenSeconds)
 {
     RecordedMachine machine("eight-processors");
     Reading reading(machine);
     machine.Write("proc/sys/kernel/threads-max", "5000\n");
-    reading.Read(kSecond - 1);
+    reading.Read(kBetweenLimits - 1);
     EXPECT_EQ(reading.info.max_threads, 127000);
     reading.Read(1);
     EXPECT_EQ(reading.info.max_threads, 5000);
@@ -391,22 +392,22 @@ TEST(SystemReaderTest, TheLowestLimitCounts)
     Reading reading(machine);
     const std::string groups = "sys/fs/cgroup/user.slice/";
     machine.Write(groups + "user-1000.slice/session-2.scope/pids.max", "300\n");
-    reading.Read(kSecond);
+    reading.Read(kBetweenLimits);
     EXPECT_EQ(reading.info.max_teams, 300);
     machine.Write(groups + "pids.max", "200\n");
-    reading.Read(kSecond);
+    reading.Read(kBetweenLimits);
     EXPECT_EQ(reading.info.max_teams, 200) << "of a group above";
     EXPECT_EQ(reading.info.max_threads, 200);
     machine.Write("proc/sys/kernel/threads-max", "150\n");
-    reading.Read(kSecond);
+    reading.Read(kBetweenLimits);
     EXPECT_EQ(reading.info.max_teams, 200);
     EXPECT_EQ(reading.info.max_threads, 150);
     machine.Write("proc/sys/kernel/pid_max", "100\n");
-    reading.Read(kSecond);
+    reading.Read(kBetweenLimits);
     EXPECT_EQ(reading.info.max_teams, 100);
     EXPECT_EQ(reading.info.max_threads, 100);
     machine.Write("proc/sys/kernel/pid_max", "0\n");
-    reading.Read(kSecond);
+    reading.Read(kBetweenLimits);
     EXPECT_EQ(reading.info.max_teams, 1);
 }
 
