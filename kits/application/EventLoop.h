@@ -39,6 +39,10 @@ public:
     /// order of posting. What comes meanwhile is left for the next call (WakeDescriptor() stays readable then), so that
     /// input and painting have their turn. Main thread, with the interface lock held.
     static void RunDue();
+    /// The same if nothing is due but messages of which only the newest counts (BMessage::SetNewestWins); else nothing,
+    /// and WakeDescriptor() stays readable.
+    /// @return whether it was done
+    static bool RunIfOnlyStreams();
 
     /// To be called for whatever a loop hands to the program: counts it if the interface lock is not held.
     static void NoteEvent();

@@ -254,6 +254,15 @@ bool PostOffice::HasMessages() const
     return !fQueue.empty();
 }
 
+bool PostOffice::HasOnlyStreams() const
+{
+    std::lock_guard lock(fMutex);
+    const auto isStream = [](const Parcel& parcel) {
+        return parcel.message == nullptr || parcel.message->IsNewestWins();
+    };
+    return !fQueue.empty() && std::all_of(fQueue.begin(), fQueue.end(), isStream);
+}
+
 bool PostOffice::DispatchNext(uint64 end)
 {
     Parcel parcel;

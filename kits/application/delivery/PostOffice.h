@@ -81,6 +81,8 @@ public:
     /// Dispatches the first message that waits. False if there is none with a number below `end`.
     bool DispatchNext(uint64 end);
     bool HasMessages() const;
+    /// Whether messages wait, and all of them are marked "newest wins".
+    bool HasOnlyStreams() const;
 
 private:
     struct Parcel {

@@ -39,6 +39,25 @@ void BeginTurn()
     sIsTurnBeginning = false;
 }
 
+/// What is left of a turn once it has begun.
+void EndTurn(const std::function<bool()>& stop)
+{
+    if (TakeQuitSignal() && be_app != nullptr)
+        be_app->PostMessage(B_QUIT_REQUESTED);
+    PostOffice& office = PostOffice::Get();
+    const uint64 end = office.NextNumber();
+
+    RunOutermostActions();
+    RunMainThreadActions();
+    TimerQueue::Get().RunDue(system_time());
+    while ((stop == nullptr || !stop()) && office.DispatchNext(end))
+        RunOutermostActions();
+    RunOutermostActions();
+
+    if (office.HasMessages() || HasActionsToRun())
+        EventLoop::Wake();
+}
+
 } // namespace
 
 EventLoop& EventLoop::Current()
@@ -99,23 +118,21 @@ uint64 EventLoop::CountUnlockedEvents()
     return sCountUnlocked;
 }
 
+bool EventLoop::RunIfOnlyStreams()
+{
+    BeginTurn();
+    if (!PostOffice::Get().HasOnlyStreams() || HasActionsToRun() || Deadline() <= system_time()) {
+        Wake();
+        return false;
+    }
+    EndTurn(nullptr);
+    return true;
+}
+
 void TakeTurn(const std::function<bool()>& stop)
 {
     BeginTurn();
-    if (TakeQuitSignal() && be_app != nullptr)
-        be_app->PostMessage(B_QUIT_REQUESTED);
-    PostOffice& office = PostOffice::Get();
-    const uint64 end = office.NextNumber();
-
-    RunOutermostActions();
-    RunMainThreadActions();
-    TimerQueue::Get().RunDue(system_time());
-    while ((stop == nullptr || !stop()) && office.DispatchNext(end))
-        RunOutermostActions();
-    RunOutermostActions();
-
-    if (office.HasMessages() || HasActionsToRun())
-        EventLoop::Wake();
+    EndTurn(stop);
 }
 
 void WaitForWork(bigtime_t until)

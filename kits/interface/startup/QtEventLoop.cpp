@@ -16,6 +16,7 @@ namespace kits {
 QtEventLoop::QtEventLoop()
     : fNotifier(WakeDescriptor(), QSocketNotifier::Read)
     , fArmedFor(B_INFINITE_TIMEOUT)
+    , fDispatcherWait(WakeDescriptor())
 {
     fTimer.setSingleShot(true);
     fTimer.setTimerType(Qt::PreciseTimer);
@@ -55,6 +56,27 @@ void QtEventLoop::Held()
 }
 
 void QtEventLoop::AboutToBlock()
+{
+    if (fIsTellingOthers)
+        return;
+    BeginWait();
+    // Samples come several times a second for as long as the program runs.
+    while (fDispatcherWait.Begin() && fDispatcherWait.Await()) {
+        Held();
+        const bool wasAll = RunIfOnlyStreams();
+        // The dispatcher takes what is given up outside of any event for older than its loop, and would keep it.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        BeginWait();
+        if (!wasAll)
+            return;
+        // The connection to the display sends then what it has gathered.
+        fIsTellingOthers = true;
+        emit QAbstractEventDispatcher::instance()->aboutToBlock();
+        fIsTellingOthers = false;
+    }
+}
+
+void QtEventLoop::BeginWait()
 {
     Held();
     UpdateQueue::Flush();

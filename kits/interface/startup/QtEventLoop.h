@@ -2,6 +2,7 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/MainWait.h"
+#include "kits/interface/startup/DispatcherWait.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
@@ -35,6 +36,7 @@ public:
 
 private:
     void AboutToBlock();
+    void BeginWait();
     void TakeTurn();
     void ArmTimer();
 
@@ -42,6 +44,8 @@ private:
     QTimer fTimer;
     bigtime_t fArmedFor;
     MainWait fWait;
+    DispatcherWait fDispatcherWait;
+    bool fIsTellingOthers = false;
     std::vector<QEventLoop*> fRunning;
 };
 
