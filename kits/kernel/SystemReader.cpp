@@ -66,8 +66,9 @@ private:
 /// All of a file at once, as far as it is of use.
 std::string ReadWhole(const std::string& path)
 {
-    std::vector<char> buffer(kWholeFile);
-    ProcFile file(path, buffer);
+    // Not filled with zeros: that would take longer than all that is read here, and most of it is never touched.
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kWholeFile);
+    ProcFile file(path, {buffer.get(), kWholeFile});
     std::string text(file.Read());
     while (true) {
         const std::string_view more = file.ReadOn();
