@@ -94,7 +94,10 @@ void Show(BWindow* window)
 
 uint32 PixelOf(const BView* view, int32 x, int32 y)
 {
-    const kits::Surface& surface = kits::ViewImpl::Of(view).fSurface;
+    const kits::ViewImpl& impl = kits::ViewImpl::Of(view);
+    const kits::Surface& surface = impl.fSurface;
+    if (!surface.Exists() && impl.fWindow != nullptr && impl.fViewColor != B_TRANSPARENT_COLOR)
+        return impl.ViewColorWord() | 0xFF000000;
     if (x < 0 || y < 0 || x >= surface.DeviceWidth() || y >= surface.DeviceHeight())
         return 0;
     return surface.Words()[y * surface.DeviceWidth() + x];

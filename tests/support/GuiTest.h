@@ -20,7 +20,8 @@ bool WaitFor(const std::function<bool()>& condition);
 /// Shows a window and lets the loop run until it can be seen (or is minimised) and, if it is new, has the focus.
 void Show(BWindow* window);
 
-/// What a window's view shows at a place: the word of its picture, 0 where it is transparent or has no picture.
+/// What a window's view shows at a place: the word of its picture, the view colour where it has none, 0 where it is
+/// transparent.
 uint32 PixelOf(const BView* view, int32 x, int32 y);
 /// The words of its whole picture, row by row.
 std::vector<uint32> PixelsOf(const BView* view);

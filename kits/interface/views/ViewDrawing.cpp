@@ -100,7 +100,11 @@ void ViewImpl::DrawInvalid()
     const PixelRect outerClip = fDrawClip;
     fInDraw = true;
     fDrawClip = invalid;
-    Paint([&](Canvas& canvas) { canvas.FillRect(invalid, ViewColorWord()); });
+    // A view that has drawn nothing needs no words: its pane has its colour, and words begin as that.
+    if (fBitmap == nullptr && !fSurface.Exists() && fViewColor != B_TRANSPARENT_COLOR)
+        fDirty.Add(invalid);
+    else
+        Paint([&](Canvas& canvas) { canvas.FillRect(invalid, ViewColorWord()); });
     fView->Draw(FromPixels(invalid));
     if (self.expired())
         return;

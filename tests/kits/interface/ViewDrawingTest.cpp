@@ -1,5 +1,6 @@
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/View.h"
+#include "kits/interface/views/ViewImpl.h"
 #include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
@@ -47,10 +48,7 @@ protected:
         window->AddChild(painter);
         return painter;
     }
-    void Show()
-    {
-        test::Show(window);
-    }
+    void Show() { test::Show(window); }
 
     BWindow* window;
 };
@@ -109,6 +107,28 @@ TEST_F(ViewDrawing, TheViewColourIsThereBeforeDraw)
     test::Turn();
     EXPECT_EQ(test::PixelOf(painter, 9, 9), kGreen);
     EXPECT_EQ(test::PixelOf(painter, 10, 9), 0xFF0000FF);
+}
+
+TEST_F(ViewDrawing, WhatDrawsNothingTakesNoMemoryForWords)
+{
+    Painter* painter = AddPainter(BRect(0, 0, 49, 29));
+    painter->paints = false;
+    painter->SetViewColor(0, 255, 0);
+    Show();
+    EXPECT_EQ(painter->updates.size(), 1U);
+    EXPECT_FALSE(kits::ViewImpl::Of(painter).fSurface.Exists());
+    EXPECT_EQ(test::PixelOf(window, 49, 29), kGreen);
+    painter->SetViewColor(255, 0, 0);
+    painter->Invalidate();
+    test::Turn();
+    EXPECT_FALSE(kits::ViewImpl::Of(painter).fSurface.Exists());
+    EXPECT_EQ(test::PixelOf(window, 49, 29), kRed);
+    painter->SetHighColor(0, 255, 0);
+    painter->FillRect(BRect(3, 3, 4, 4));
+    test::Turn();
+    EXPECT_TRUE(kits::ViewImpl::Of(painter).fSurface.Exists());
+    EXPECT_EQ(test::PixelOf(window, 4, 4), kGreen);
+    EXPECT_EQ(test::PixelOf(window, 5, 4), kRed);
 }
 
 TEST_F(ViewDrawing, DrawingOutsideOfDrawStaysInThePicture)
