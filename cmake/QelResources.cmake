@@ -1,6 +1,6 @@
 # qel_resource(TARGET NAME FILE): links a file into a program or a test program, as its resource NAME: a message that is
-# written as JSON (.json) or a translation (.ts) flattened and of type B_ANY_TYPE, any other as it is and of type B_RAW_TYPE. FILE is relative to
-# the project's folder.
+# written as JSON (.json) or a translation (.ts) flattened and of type B_ANY_TYPE, a picture (.png) as its pixels and any
+# other as it is, of type B_RAW_TYPE. FILE is relative to the project's folder.
 function(qel_resource target name file)
     set(input ${PROJECT_SOURCE_DIR}/${file})
     set(output ${CMAKE_CURRENT_BINARY_DIR}/${target}_${name}.cpp)

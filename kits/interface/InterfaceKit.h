@@ -15,8 +15,9 @@ namespace kits {
 status_t InitInterface(int& argc, char** argv);
 
 /// Says which desktop entry is that of the program, so that the desktop shows the entry's name and icon for its
-/// windows. A resource "Icon" of type B_RAW_TYPE, a PNG, becomes the windows' own icon. After InitInterface, before the
-/// first window.
+/// windows. A resource "Icon" of type B_RAW_TYPE becomes the windows' own icon: its width, its height and its pixels,
+/// all 32-bit words, a pixel as alpha<<24 | red<<16 | green<<8 | blue, the colours multiplied by alpha. After
+/// InitInterface, before the first window.
 ///
 /// @param name  the entry's file without ".desktop"
 void SetDesktopEntry(const char* name);

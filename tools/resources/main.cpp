@@ -1,8 +1,9 @@
 // Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
 // runs it; see qel_resource in cmake/QelResources.cmake. Without a name it writes the bytes themselves: a settings
-// file. A translation (.ts) becomes a message too.
+// file. A translation (.ts) becomes a message too, a picture (.png) its pixels.
 
 #include "tools/resources/JsonMessage.h"
+#include "tools/resources/Picture.h"
 #include "tools/resources/Translation.h"
 
 #include "kits/application/Message.h"
@@ -68,6 +69,9 @@ int main(int argc, char** argv)
         if (const std::string error = Flatten(text, isTranslation, &bytes); !error.empty()) {
             return Fail(input + ": " + error);
         }
+    }
+    if (input.ends_with(".png") && !PixelsOfPicture(std::exchange(bytes, {}), &bytes)) {
+        return Fail(input + ": no picture");
     }
     const std::string name = argv[argc - 1];
     std::ofstream output(name, std::ios::binary | std::ios::trunc);

@@ -18,11 +18,13 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QImage>
 #include <QLibraryInfo>
 #include <QPixmap>
 #include <QTranslator>
 
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -103,13 +105,16 @@ void SetDesktopEntry(const char* name)
     QGuiApplication::setDesktopFileName(QString::fromUtf8(name));
     size_t size = 0;
     const void* const bytes = BApplication::AppResources()->LoadResource(B_RAW_TYPE, "Icon", &size);
-    if (bytes == nullptr)
+    // No picture file: to read one the toolkit loads every plugin it has for picture files, and asks each.
+    uint32 sides[2] = {};
+    if (bytes == nullptr || size < sizeof sides)
         return;
-    // With the format told, no plugins for others are loaded.
-    const QByteArray picture = QByteArray::fromRawData(static_cast<const char*>(bytes), static_cast<qsizetype>(size));
-    QPixmap icon;
-    if (icon.loadFromData(picture, "PNG"))
-        QGuiApplication::setWindowIcon(QIcon(icon));
+    std::memcpy(sides, bytes, sizeof sides);
+    if (sides[0] == 0 || (size - sizeof sides) / sizeof(uint32) / sides[0] < sides[1])
+        return;
+    const QImage picture(static_cast<const uchar*>(bytes) + sizeof sides, static_cast<int>(sides[0]),
+                         static_cast<int>(sides[1]), QImage::Format_ARGB32_Premultiplied);
+    QGuiApplication::setWindowIcon(QIcon(QPixmap::fromImage(picture)));
 }
 
 void PreferX11()

@@ -3,12 +3,13 @@
 #include "kits/storage/Resources.h"
 #include "kits/support/TypeConstants.h"
 
-#include <QBuffer>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QImage>
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 TEST(InterfaceKit, WindowsHaveTheNameOfTheDesktopEntryAndTheLinkedIcon)
 {
@@ -16,14 +17,14 @@ TEST(InterfaceKit, WindowsHaveTheNameOfTheDesktopEntryAndTheLinkedIcon)
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.example.without-icon");
     EXPECT_TRUE(QGuiApplication::windowIcon().isNull());
 
-    QImage image(5, 7, QImage::Format_ARGB32);
-    image.fill(QColor(1, 2, 3));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    ASSERT_TRUE(image.save(&buffer, "PNG"));
     // Resources are linked for the life of the process.
-    static const QByteArray sBytes = bytes;
-    static const kits::LinkedResource sIcon(B_RAW_TYPE, "Icon", sBytes.constData(), static_cast<size_t>(sBytes.size()));
+    static const std::vector<uint32> sWords = [] {
+        std::vector<uint32> words(2 + 5 * 7, 0xFF010203);
+        words[0] = 5;
+        words[1] = 7;
+        return words;
+    }();
+    static const kits::LinkedResource sIcon(B_RAW_TYPE, "Icon", sWords.data(), sWords.size() * sizeof(uint32));
 
     kits::SetDesktopEntry("org.example.test");
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.example.test");
