@@ -69,7 +69,7 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
     }
     const auto hasX = [&] { return !display.empty() && surroundings.reachesX(display); };
     const auto hasWayland = [&] {
-        return !wayland.empty() && surroundings.hasWaylandPlugin && surroundings.reachesWayland(wayland);
+        return !wayland.empty() && surroundings.hasWaylandPlugin() && surroundings.reachesWayland(wayland);
     };
 
     // Several may be asked for, the first that works being taken.
@@ -93,8 +93,8 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
         return "there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set";
     if (!display.empty())
         return "cannot reach the display \"" + display + "\"";
-    return surroundings.hasWaylandPlugin ? "cannot reach the Wayland display \"" + wayland + "\""
-                                         : "there is only a Wayland display, and the package qt6-wayland is missing";
+    return surroundings.hasWaylandPlugin() ? "cannot reach the Wayland display \"" + wayland + "\""
+                                           : "there is only a Wayland display, and the package qt6-wayland is missing";
 }
 
 DisplayCheck::Surroundings DisplayCheck::Real()
@@ -106,8 +106,10 @@ DisplayCheck::Surroundings DisplayCheck::Real()
     };
     real.reachesX = ReachesX;
     real.reachesWayland = ConnectsTo;
-    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
-    real.hasWaylandPlugin = !plugins.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty();
+    real.hasWaylandPlugin = [] {
+        const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+        return !plugins.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty();
+    };
     return real;
 }
 

@@ -16,7 +16,7 @@ public:
         std::function<bool(const std::string& display)> reachesX;
         std::function<bool(const std::string& socket)> reachesWayland;
         /// Whether the toolkit has the plug-in for Wayland.
-        bool hasWaylandPlugin = false;
+        std::function<bool()> hasWaylandPlugin;
     };
 
     /// "" when windows can be shown, else one line that says why not.

@@ -10,7 +10,9 @@
 #include "kits/interface/drawing/UserFonts.h"
 #include "kits/interface/screens/ScreenList.h"
 #include "kits/interface/startup/DisplayCheck.h"
+#include "kits/interface/startup/FontsAhead.h"
 #include "kits/interface/startup/QtEventLoop.h"
+#include "kits/interface/startup/SessionBus.h"
 #include "kits/interface/theme/Theme.h"
 #include "kits/kernel/StartMemory.h"
 #include "kits/storage/Resources.h"
@@ -63,6 +65,23 @@ void TranslateToolkit()
         QCoreApplication::installTranslator(translator);
 }
 
+/// The toolkit's application object, and beside it what would take its time later.
+void MakeApplication(int& argc, char** argv)
+{
+    const bool isForX11 = sPrefersX11 && std::getenv(kPlatform) == nullptr &&
+                          DisplayCheck::WhyNone({"", "-platform", "xcb"}, DisplayCheck::Real()).empty();
+    if (isForX11)
+        setenv(kPlatform, "xcb", 1);
+    {
+        const SessionBus bus;
+        const FontsAhead fonts;
+        sApplication = new KitsApplication(argc, argv);
+    }
+    // The programs that this one starts choose for themselves.
+    if (isForX11)
+        unsetenv(kPlatform);
+}
+
 } // namespace
 
 status_t InitInterface(int& argc, char** argv)
@@ -76,14 +95,7 @@ status_t InitInterface(int& argc, char** argv)
     sToolkitsHandler = qInstallMessageHandler(LeaveOutFolders);
     // Menu bars stand in their windows; asking the session bus for another place would only take time.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-    const bool isForX11 = sPrefersX11 && std::getenv(kPlatform) == nullptr &&
-                          DisplayCheck::WhyNone({"", "-platform", "xcb"}, DisplayCheck::Real()).empty();
-    if (isForX11)
-        setenv(kPlatform, "xcb", 1);
-    sApplication = new KitsApplication(argc, argv);
-    // The programs that this one starts choose for themselves.
-    if (isForX11)
-        unsetenv(kPlatform);
+    MakeApplication(argc, argv);
     DisplayCheck::Done();
     Theme::Start();
     UseWantedLanguage();

@@ -23,7 +23,7 @@ struct Machine {
         };
         surroundings.reachesX = [this](const std::string& display) { return display == xDisplay; };
         surroundings.reachesWayland = [this](const std::string& socket) { return socket == waylandSocket; };
-        surroundings.hasWaylandPlugin = plugin;
+        surroundings.hasWaylandPlugin = [this] { return plugin; };
         return kits::DisplayCheck::WhyNone(arguments, surroundings);
     }
 };

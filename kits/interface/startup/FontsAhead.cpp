@@ -1,0 +1,28 @@
+#include "kits/interface/startup/FontsAhead.h"
+
+#include <dlfcn.h>
+
+#include <system_error>
+
+namespace kits {
+
+FontsAhead::FontsAhead()
+{
+    // The library is the toolkit's: what it was built without is not needed.
+    const auto read = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "FcInit"));
+    if (read == nullptr)
+        return;
+    try {
+        fReader = std::thread([read] { read(); });
+    } catch (const std::system_error&) {
+        // No thread to be had: the toolkit reads them when it needs them.
+    }
+}
+
+FontsAhead::~FontsAhead()
+{
+    if (fReader.joinable())
+        fReader.join();
+}
+
+} // namespace kits
