@@ -176,7 +176,7 @@ status_t TeamPort::StartWatching(const Address& watcher, uint32 events)
 {
     const status_t status = Open();
     if (status == B_OK)
-        fWatch.Add(watcher, events);
+        fWatch.Add(watcher, events, List());
     return status;
 }
 

@@ -6,6 +6,8 @@
 
 #include <sys/inotify.h>
 
+#include <algorithm>
+
 namespace kits {
 
 namespace {
@@ -17,12 +19,22 @@ constexpr auto kLookInterval = std::chrono::seconds(1);
 
 } // namespace
 
-void TeamWatch::Add(const Address& watcher, uint32 events)
+void TeamWatch::Add(const Address& watcher, uint32 events, const std::vector<TeamFolder::Entry>& present)
 {
     {
         std::lock_guard lock(fMutex);
-        std::erase_if(fWatchers, [&watcher](const Watcher& other) { return other.address == watcher; });
-        fWatchers.push_back({watcher, events});
+        const auto found = std::find_if(fWatchers.begin(), fWatchers.end(),
+                                        [&watcher](const Watcher& other) { return other.address == watcher; });
+        if (found != fWatchers.end()) {
+            found->events = events;
+            return;
+        }
+        Watcher added{watcher, events};
+        for (const TeamFolder::Entry& entry : present) {
+            if (entry.team != ThisTeam())
+                added.present[entry.team] = entry.signature;
+        }
+        fWatchers.push_back(std::move(added));
     }
     fHooks.wake();
 }
@@ -47,13 +59,19 @@ void TeamWatch::ForgetTeams()
     fNotifier.Close();
     fTeams.clear();
     fLookAt = Clock::time_point::max();
-    fKnowsTeams = false;
+    fIsWatching = false;
 }
 
 bool TeamWatch::HasWatchers()
 {
     std::lock_guard lock(fMutex);
     return !fWatchers.empty();
+}
+
+bool TeamWatch::HasNewWatchers()
+{
+    std::lock_guard lock(fMutex);
+    return std::any_of(fWatchers.begin(), fWatchers.end(), [](const Watcher& watcher) { return watcher.isNew; });
 }
 
 void TeamWatch::AppendPolls(std::vector<pollfd>* polls) const
@@ -63,7 +81,7 @@ void TeamWatch::AppendPolls(std::vector<pollfd>* polls) const
 
 TeamWatch::Clock::time_point TeamWatch::Deadline()
 {
-    return HasWatchers() != fKnowsTeams ? Clock::time_point::min() : fLookAt;
+    return HasNewWatchers() || HasWatchers() != fIsWatching ? Clock::time_point::min() : fLookAt;
 }
 
 void TeamWatch::Handle(const pollfd* polls, const TeamFolder& folder)
@@ -74,16 +92,13 @@ void TeamWatch::Handle(const pollfd* polls, const TeamFolder& folder)
         ForgetTeams();
         return;
     }
-    if (!fKnowsTeams) {
+    bool isNew = HasNewWatchers() || Clock::now() >= fLookAt;
+    if (!fIsWatching) {
         fNotifier = FileDescriptor(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
         if (fNotifier.IsOpen())
             inotify_add_watch(fNotifier.Get(), folder.PathOf(".").c_str(), IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM);
-        Look(folder);
-        fKnowsTeams = true;
-        return;
-    }
-    bool isNew = Clock::now() >= fLookAt;
-    if (polls->revents != 0) {
+        fIsWatching = true;
+    } else if (polls->revents != 0) {
         char buffer[4096];
         while (read(fNotifier.Get(), buffer, sizeof(buffer)) > 0)
             isNew = true;
@@ -95,15 +110,22 @@ void TeamWatch::Handle(const pollfd* polls, const TeamFolder& folder)
 void TeamWatch::Look(const TeamFolder& folder)
 {
     fLookAt = fNotifier.IsOpen() ? Clock::time_point::max() : Clock::now() + kLookInterval;
-    for (const TeamFolder::Entry& entry : folder.List()) {
+    {
+        // Who comes from here on knows more than the list, and has to wait for the next one.
+        std::lock_guard lock(fMutex);
+        for (Watcher& watcher : fWatchers)
+            watcher.isNew = false;
+    }
+    const std::vector<TeamFolder::Entry> entries = folder.List();
+    for (const TeamFolder::Entry& entry : entries) {
         if (entry.signature.empty() || entry.team == ThisTeam() || fTeams.contains(entry.team) ||
             !fHooks.isReachable(entry.team))
             continue;
         fTeams[entry.team].signature = entry.signature;
         fHooks.setWatched(entry.team, true);
-        if (fKnowsTeams)
-            Tell(kTeamLaunched, entry.team, entry.signature);
+        TellLaunched(entry.team, entry.signature);
     }
+    TellOfTheGone(entries);
 }
 
 void TeamWatch::NoteClosed(team_address team)
@@ -113,6 +135,11 @@ void TeamWatch::NoteClosed(team_address team)
         return;
     const Team state = found->second;
     fTeams.erase(found);
+    {
+        std::lock_guard lock(fMutex);
+        for (Watcher& watcher : fWatchers)
+            watcher.present.erase(team);
+    }
     fLookAt = Clock::now() + kPauseBeforeLook;
     if (!state.isHung)
         Tell(kTeamQuit, team, state.signature);
@@ -127,16 +154,59 @@ void TeamWatch::NoteHung(team_address team, bool isHung)
     Tell(isHung ? kTeamQuit : kTeamLaunched, team, found->second.signature);
 }
 
+void TeamWatch::TellLaunched(team_address team, const std::string& signature)
+{
+    std::vector<Watcher> told;
+    {
+        std::lock_guard lock(fMutex);
+        for (Watcher& watcher : fWatchers) {
+            if (!watcher.isNew && watcher.present.erase(team) == 0)
+                told.push_back(watcher);
+        }
+    }
+    Tell(told, kTeamLaunched, team, signature);
+}
+
+void TeamWatch::TellOfTheGone(const std::vector<TeamFolder::Entry>& entries)
+{
+    Signatures gone;
+    std::map<team_address, std::vector<Watcher>> told;
+    {
+        std::lock_guard lock(fMutex);
+        for (Watcher& watcher : fWatchers) {
+            if (watcher.isNew)
+                continue;
+            std::erase_if(watcher.present, [this](const auto& team) { return fTeams.contains(team.first); });
+            for (const auto& [team, signature] : watcher.present) {
+                const auto isIt = [address = team](const TeamFolder::Entry& entry) { return entry.team == address; };
+                if (std::any_of(entries.begin(), entries.end(), isIt))
+                    continue;
+                gone[team] = signature;
+                told[team].push_back(watcher);
+            }
+            std::erase_if(watcher.present, [&gone](const auto& team) { return gone.contains(team.first); });
+        }
+    }
+    for (const auto& [team, watchers] : told)
+        Tell(watchers, kTeamQuit, team, gone[team]);
+}
+
 void TeamWatch::Tell(uint32 event, team_address team, const std::string& signature)
 {
-    BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : B_SOME_APP_LAUNCHED);
-    message.AddInt32("team", TeamIdOf(team));
-    message.AddString("signature", signature);
     std::vector<Watcher> watchers;
     {
         std::lock_guard lock(fMutex);
         watchers = fWatchers;
     }
+    Tell(watchers, event, team, signature);
+}
+
+void TeamWatch::Tell(const std::vector<Watcher>& watchers, uint32 event, team_address team,
+                     const std::string& signature)
+{
+    BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : B_SOME_APP_LAUNCHED);
+    message.AddInt32("team", TeamIdOf(team));
+    message.AddString("signature", signature);
     for (const Watcher& watcher : watchers) {
         if ((watcher.events & event) != 0 && DeliverCopy(watcher.address, message, Address(), false) == B_BAD_HANDLER)
             Remove(watcher.address);

@@ -18,7 +18,8 @@ namespace kits {
 enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2 };
 
 /// Tells watchers which applications come and go: whose socket appears in the folder, whose connection ends, and who
-/// does not answer. One that hangs counts as gone, and as launched when it answers again.
+/// does not answer. One that hangs counts as gone, and as launched when it answers again. Who begins to watch says
+/// which teams are there at that moment, so nothing is missed until the thread of the port looks for the first time.
 class TeamWatch {
 public:
     using Clock = std::chrono::steady_clock;
@@ -36,7 +37,9 @@ public:
     }
 
     // Any thread.
-    void Add(const Address& watcher, uint32 events);
+    /// @param present  the teams that are no news: they launched before it began to watch. Of one that watches already
+    ///                 only the events change
+    void Add(const Address& watcher, uint32 events, const std::vector<TeamFolder::Entry>& present);
     bool Remove(const Address& watcher);
     void Clear();
 
@@ -49,9 +52,13 @@ public:
     void NoteHung(team_address team, bool isHung);
 
 private:
+    using Signatures = std::map<team_address, std::string>;
+
     struct Watcher {
         Address address;
         uint32 events;
+        bool isNew = true;    ///< since it came nobody has looked
+        Signatures present{}; ///< when it came, and not found since
     };
     struct Team {
         std::string signature;
@@ -59,9 +66,15 @@ private:
     };
 
     bool HasWatchers();
+    bool HasNewWatchers();
     void ForgetTeams();
     void Look(const TeamFolder& folder);
+    /// Those for whom it is no news are left out.
+    void TellLaunched(team_address team, const std::string& signature);
+    /// Those that ended before anybody looked.
+    void TellOfTheGone(const std::vector<TeamFolder::Entry>& entries);
     void Tell(uint32 event, team_address team, const std::string& signature);
+    void Tell(const std::vector<Watcher>& watchers, uint32 event, team_address team, const std::string& signature);
 
     const Hooks fHooks;
     std::mutex fMutex;
@@ -71,7 +84,7 @@ private:
     FileDescriptor fNotifier; ///< open while there are watchers
     std::map<team_address, Team> fTeams;
     Clock::time_point fLookAt = Clock::time_point::max();
-    bool fKnowsTeams = false; ///< those that were there when the first watcher came are no news
+    bool fIsWatching = false;
 };
 
 } // namespace kits
