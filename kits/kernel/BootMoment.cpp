@@ -21,6 +21,10 @@ namespace {
 constexpr std::string_view kBootLine = "boot ";
 constexpr std::string_view kMomentLine = "\nmoment ";
 constexpr size_t kLargestFile = 512;
+/// No machine starts twice within it.
+constexpr bigtime_t kShortestBoot = 1000000;
+/// How far the clocks of two starts may lie apart that begin at the same moment.
+constexpr bigtime_t kSameBeginning = 60 * kShortestBoot;
 /// The year 10000: later ones, and those before 1970, are not believed.
 constexpr bigtime_t kEndOfTimes = 253402300800LL * 1000000;
 
@@ -122,14 +126,20 @@ status_t KeepBootMoment(const std::string& path, BootMoment* boot)
         return StatusFromErrno(errno);
     if (status_t status = LockFolder(folder.Get()); status != B_OK)
         return status;
+    BootMoment next = *boot;
     BootMoment kept;
-    if (LoadBootMoment(path, &kept) == B_OK && kept.bootId == boot->bootId) {
-        *boot = std::move(kept);
-        return B_OK;
+    if (LoadBootMoment(path, &kept) == B_OK) {
+        if (kept.bootId == boot->bootId) {
+            *boot = std::move(kept);
+            return B_OK;
+        }
+        const bigtime_t later = boot->moment - kept.moment;
+        if (later > -kSameBeginning && later < kShortestBoot)
+            next.moment = kept.moment + kShortestBoot;
     }
     // One name for all is enough under the lock, and a killed process leaves no more than one file behind.
     const std::string temporary = path + ".new";
-    if (status_t status = WriteWhole(temporary, FormatBootMoment(*boot)); status != B_OK) {
+    if (status_t status = WriteWhole(temporary, FormatBootMoment(next)); status != B_OK) {
         unlink(temporary.c_str());
         return status;
     }
@@ -138,7 +148,10 @@ status_t KeepBootMoment(const std::string& path, BootMoment* boot)
         unlink(temporary.c_str());
         return status;
     }
-    return fsync(folder.Get()) == 0 ? B_OK : StatusFromErrno(errno);
+    if (fsync(folder.Get()) != 0)
+        return StatusFromErrno(errno);
+    *boot = std::move(next);
+    return B_OK;
 }
 
 } // namespace kits

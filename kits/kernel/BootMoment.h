@@ -29,6 +29,9 @@ status_t LoadBootMoment(const std::string& path, BootMoment* boot);
 
 /// Makes `*boot` the kept moment, unless one of the same boot is kept already: then that replaces `*boot`. However many
 /// processes do so at once, and wherever they are stopped, the file is whole and all have the same moment.
+///
+/// Without a real-time clock every boot may begin at the same time, so far as it knows. One that seems to have begun no
+/// later than the boot before it, or up to a minute earlier, is taken to have begun a second after that.
 /// @return `B_OK`, or why it is not kept; `*boot` is then as before
 status_t KeepBootMoment(const std::string& path, BootMoment* boot);
 

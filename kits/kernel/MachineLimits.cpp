@@ -30,8 +30,8 @@ void SetLimit(int64* limit, std::optional<uint64> value, uint64 most)
 
 LimitReader::LimitReader(const std::string& root)
     : fRoot(root)
-    , fPidMax(root + "proc/sys/kernel/pid_max", fBuffer)
-    , fThreadsMax(root + "proc/sys/kernel/threads-max", fBuffer)
+    , fPidMax{ProcFile(root + "proc/sys/kernel/pid_max", fBuffer)}
+    , fThreadsMax{ProcFile(root + "proc/sys/kernel/threads-max", fBuffer)}
     , fFileMax(root + "proc/sys/fs/file-max", fBuffer)
     , fSem(root + "proc/sys/kernel/sem", fBuffer)
     , fProcessLimits(root + "proc/self/limits", fBuffer)
@@ -40,9 +40,16 @@ LimitReader::LimitReader(const std::string& root)
 {
 }
 
+std::optional<uint64> LimitReader::Kept::Read()
+{
+    if (const auto found = FirstNumber(file.Read()))
+        number = found;
+    return number;
+}
+
 void LimitReader::FindFiles()
 {
-    for (ProcFile* file : {&fPidMax, &fThreadsMax, &fFileMax, &fSem, &fProcessLimits, &fStatus, &fGroups})
+    for (ProcFile* file : {&fPidMax.file, &fThreadsMax.file, &fFileMax, &fSem, &fProcessLimits, &fStatus, &fGroups})
         file->Reopen();
     for (ProcFile& file : fPidsMax)
         file.Reopen();
@@ -71,13 +78,13 @@ void LimitReader::FindGroups()
 
 void LimitReader::Read(MachineLimits* limits)
 {
-    auto teams = FirstNumber(fPidMax.Read());
+    auto teams = fPidMax.Read();
     for (ProcFile& file : fPidsMax)
         teams = Lowest(teams, FirstNumber(file.Read()));
     // The limit of a user does not hold for root.
     if (ParseUser(fStatus.Read()) != std::optional<uint64>(0))
         teams = Lowest(teams, ParseProcessLimit(fProcessLimits.Read()));
-    const auto threads = Lowest(teams, FirstNumber(fThreadsMax.Read()));
+    const auto threads = Lowest(teams, fThreadsMax.Read());
 
     SetLimit(&limits->teams, teams, INT32_MAX);
     SetLimit(&limits->threads, threads, INT32_MAX);

@@ -4,6 +4,7 @@
 #include "kits/kernel/Types.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,10 +33,18 @@ public:
 private:
     void FindGroups();
 
+    /// A number that was there once is not lifted because it cannot be read just now.
+    struct Kept {
+        ProcFile file;
+        std::optional<uint64> number{};
+
+        std::optional<uint64> Read();
+    };
+
     const std::string fRoot;
     std::array<char, 4096> fBuffer; ///< of all files
-    ProcFile fPidMax;
-    ProcFile fThreadsMax;
+    Kept fPidMax;
+    Kept fThreadsMax;
     ProcFile fFileMax;
     ProcFile fSem;
     ProcFile fProcessLimits;

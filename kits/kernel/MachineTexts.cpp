@@ -90,7 +90,7 @@ std::optional<uint64> ParseSemCount(std::string_view text)
         if (__builtin_add_overflow(count, TakeNumber(&*line).value_or(0), &count))
             return UINT64_MAX;
     }
-    return count;
+    return text.empty() ? std::optional(count) : std::nullopt;
 }
 
 std::optional<uint64> ParseHighestProcessor(std::string_view text)

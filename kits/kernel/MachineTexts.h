@@ -32,7 +32,7 @@ struct MemoryTexts {
 /// SEMMNS, the second figure of `/proc/sys/kernel/sem`.
 [[nodiscard]] std::optional<uint64> ParseLargestSemCount(std::string_view text);
 
-/// All semaphores of all sets in `/proc/sysvipc/sem`; nothing if its heading is missing.
+/// All semaphores of all sets in `/proc/sysvipc/sem`; nothing if its heading is missing or its last line is cut.
 [[nodiscard]] std::optional<uint64> ParseSemCount(std::string_view text);
 
 /// The highest number of a list of processors such as "0-3,8-11".

@@ -114,6 +114,7 @@ private:
     void ReadMemory();
     void ReadCounts();
     void ReadLimits(bigtime_t now);
+    void SetMaxima();
 
     ActiveClock fActiveClock;
     std::vector<ProcessorTime> fTimes;
@@ -167,6 +168,7 @@ void SystemReader::Implementation::Read(bigtime_t now)
     ReadProcessors(now);
     ReadMemory();
     ReadCounts();
+    SetMaxima();
 }
 
 void SystemReader::Implementation::ReadProcessors(bigtime_t now)
@@ -186,11 +188,11 @@ void SystemReader::Implementation::ReadMemory()
 {
     const MemoryTexts memory = ParseMemInfo(fMemInfo.Read());
     if (memory.total.has_value()) {
-        info.max_pages = 1;
         SetFigure(&info.max_pages, std::max<uint64>(*memory.total / kKilobytesPerPage, 1));
         if (memory.available.has_value())
             SetFigure(&info.used_pages,
                       (*memory.total - std::min(*memory.available, *memory.total)) / kKilobytesPerPage);
+        info.used_pages = std::min(+info.used_pages, +info.max_pages);
     }
 
     // The kernel writes this long file as far as it is read, and half of it is enough.
@@ -231,10 +233,15 @@ void SystemReader::Implementation::ReadLimits(bigtime_t now)
     if (!fLimitsDue.IsDue(now))
         return;
     fLimitReader.Read(&fLimits);
-    info.max_teams = static_cast<int32>(fLimits.teams);
-    info.max_threads = static_cast<int32>(fLimits.threads);
-    info.max_sems = static_cast<int32>(fLimits.sems);
-    info.max_ports = static_cast<int32>(fLimits.ports);
+}
+
+void SystemReader::Implementation::SetMaxima()
+{
+    // A limit holds for one user, what is in use is everybody's.
+    info.max_teams = std::max(static_cast<int32>(fLimits.teams), +info.used_teams);
+    info.max_threads = std::max(static_cast<int32>(fLimits.threads), +info.used_threads);
+    info.max_sems = std::max(static_cast<int32>(fLimits.sems), +info.used_sems);
+    info.max_ports = std::max(static_cast<int32>(fLimits.ports), +info.used_ports);
 }
 
 SystemReader::SystemReader(const char* root)

@@ -24,8 +24,9 @@ namespace kits {
 /// max_sems      SEMMNS, at most 32000; used_sems: System V semaphores.
 /// max_ports     fs.file-max, at most 65536; used_ports: sockets in use.
 ///
-/// Maxima are at least 1. A figure that cannot be read (no such file or field, a file cut or full of anything) keeps
-/// its last value, at first 0. A figure too large for its 32 bits is held to the largest number.
+/// Maxima are at least 1, and at least what is in use: a limit may hold for this user alone, while what is in use is
+/// the whole machine's. A figure that cannot be read (no such file or field, a file cut or full of anything) keeps its
+/// last value, at first 0. A figure too large for its 32 bits is held to the largest number.
 ///
 /// Files stay open and are read from their beginning each time. Figures whose file could not be opened are tried again
 /// each second, and limits are read every ten seconds; each minute what the link count holds besides processes is

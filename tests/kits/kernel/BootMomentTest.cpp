@@ -6,12 +6,14 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -58,6 +60,52 @@ TEST_F(BootMomentTest, WhoComesSecondTakesTheMomentOfTheFirst)
     kits::BootMoment second{"boot-1", 222};
     EXPECT_EQ(kits::KeepBootMoment(path, &second), B_OK);
     EXPECT_EQ(second.moment, 111);
+}
+
+TEST_F(BootMomentTest, TwoBootsHaveTwoMomentsThoughTheClockBeginsAnew)
+{
+    // Without a real-time clock each start begins at the same time, more or less.
+    std::set<bigtime_t> moments;
+    for (int number = 0; number < 30; ++number) {
+        kits::BootMoment boot{"boot-" + std::to_string(number), 5000000000 + number * 7919 % 90000};
+        ASSERT_EQ(kits::KeepBootMoment(path, &boot), B_OK);
+        for (const bigtime_t other : moments)
+            EXPECT_GE(std::abs(boot.moment - other), 1000000);
+        moments.insert(boot.moment);
+        kits::BootMoment kept;
+        EXPECT_EQ(kits::LoadBootMoment(path, &kept), B_OK);
+        EXPECT_EQ(kept, boot);
+    }
+    // One that knows its time keeps it, later or earlier.
+    for (const bigtime_t moment : {bigtime_t{9000000000}, bigtime_t{9001000000}, bigtime_t{1000000000}}) {
+        kits::BootMoment boot{"boot at " + std::to_string(moment), moment};
+        ASSERT_EQ(kits::KeepBootMoment(path, &boot), B_OK);
+        EXPECT_EQ(boot.moment, moment);
+    }
+}
+
+TEST_F(BootMomentTest, ADiskThatIsFullAtAnyByteLeavesTheOldOne)
+{
+    kits::BootMoment old{"boot-0", 1};
+    ASSERT_EQ(kits::KeepBootMoment(path, &old), B_OK);
+    const size_t size = kits::FormatBootMoment({"boot-1", 2000000000}).size();
+    for (size_t room = 0; room <= size; ++room) {
+        const pid_t writer = fork();
+        if (writer == 0) {
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{room, room};
+            kits::BootMoment next{"boot-1", 2000000000};
+            _exit(setrlimit(RLIMIT_FSIZE, &limit) == 0 && kits::KeepBootMoment(path, &next) == B_OK ? 0 : 1);
+        }
+        int status = -1;
+        waitpid(writer, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status) == 0, room == size) << "room for " << room;
+        kits::BootMoment found;
+        ASSERT_EQ(kits::LoadBootMoment(path, &found), B_OK) << "room for " << room;
+        EXPECT_EQ(found.bootId, room == size ? "boot-1" : "boot-0");
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1) << "nothing is left";
+    }
 }
 
 TEST_F(BootMomentTest, ManyProcessesAtOnceGetOneMoment)

@@ -1,53 +1,13 @@
 #include "kits/kernel/SystemReader.h"
 
-#include "tests/kits/kernel/RecordedMachine.h"
+#include "tests/kits/kernel/Reading.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 using kits::SystemReader;
-
-namespace {
-
-constexpr bigtime_t kSecond = 1000000;
-constexpr bigtime_t kTick = 10000;
-constexpr bigtime_t kBetweenLimits = 10 * kSecond;
-
-/// A reader and what it read last.
-struct Reading {
-    SystemReader reader;
-    bigtime_t now = 5 * kSecond;
-    system_info info;
-    std::vector<bigtime_t> active;
-
-    explicit Reading(const char* root)
-        : reader(root)
-        , active(kits::kMaxProcessors, -1)
-    {
-        Read(0);
-    }
-    explicit Reading(const RecordedMachine& machine)
-        : Reading(machine.Root())
-    {
-    }
-    void Read(bigtime_t later)
-    {
-        now += later;
-        memset(&info, 0xAA, sizeof(info));
-        reader.Read(now, &info, active.data(), static_cast<int32>(active.size()));
-    }
-};
-
-bigtime_t ActiveInRecord(const system_info& info, size_t index)
-{
-    return info.cpu_infos[index].active_time;
-}
-
-} // namespace
 
 TEST(SystemReaderTest, TwoProcessors)
 {
@@ -229,135 +189,6 @@ TEST(SystemReaderTest, CountersThatGoBack)
     EXPECT_EQ(reading.active[1], before.active[1] + 4 * kTick);
 }
 
-namespace {
-
-/// Everything but the active times and the limits, which have tests of their own.
-void ExpectSameFigures(const system_info& info, const system_info& expected, const std::string& where)
-{
-    EXPECT_EQ(info.cpu_count, expected.cpu_count) << where;
-    EXPECT_EQ(info.max_pages, expected.max_pages) << where;
-    EXPECT_EQ(info.used_pages, expected.used_pages) << where;
-    EXPECT_EQ(info.page_faults, expected.page_faults) << where;
-    EXPECT_EQ(info.max_sems, expected.max_sems) << where;
-    EXPECT_EQ(info.used_sems, expected.used_sems) << where;
-    EXPECT_EQ(info.max_ports, expected.max_ports) << where;
-    EXPECT_EQ(info.used_ports, expected.used_ports) << where;
-    EXPECT_EQ(info.max_threads, expected.max_threads) << where;
-    EXPECT_EQ(info.used_threads, expected.used_threads) << where;
-    EXPECT_EQ(info.max_teams, expected.max_teams) << where;
-    EXPECT_EQ(info.used_teams, expected.used_teams) << where;
-}
-
-constexpr const char* kFiles[] = {"proc/stat",
-                                  "proc/meminfo",
-                                  "proc/vmstat",
-                                  "proc/loadavg",
-                                  "proc/net/sockstat",
-                                  "proc/sysvipc/sem",
-                                  "proc/sys/kernel/sem",
-                                  "proc/sys/kernel/pid_max",
-                                  "proc/sys/kernel/threads-max",
-                                  "proc/sys/fs/file-max",
-                                  "proc/self/limits",
-                                  "proc/self/status",
-                                  "proc/self/cgroup",
-                                  "sys/fs/cgroup/user.slice/user-1000.slice/pids.max"};
-
-} // namespace
-
-TEST(SystemReaderTest, EmptyFilesKeepTheLastValues)
-{
-    RecordedMachine machine("two-processors");
-    Reading reading(machine);
-    const system_info whole = reading.info;
-    // The limits of a process and of its group are not known to exist, so a lost one counts as lifted.
-    for (const char* file : kFiles) {
-        if (!std::string(file).starts_with("proc/self/") && !std::string(file).starts_with("sys/"))
-            machine.Write(file, "");
-    }
-    reading.Read(kBetweenLimits);
-    ExpectSameFigures(reading.info, whole, "emptied");
-    EXPECT_EQ(reading.active[0], ActiveInRecord(whole, 0));
-}
-
-TEST(SystemReaderTest, AFileCutAnywhereKeepsTheLastValuesOrTheWholeOnes)
-{
-    for (const char* file : {"proc/stat", "proc/meminfo", "proc/loadavg", "proc/net/sockstat"}) {
-        RecordedMachine machine("two-processors");
-        Reading reading(machine);
-        const system_info whole = reading.info;
-        const std::filesystem::path path = std::filesystem::path(machine.Root()) / file;
-        for (size_t length = std::filesystem::file_size(path); length-- > 0;) {
-            std::filesystem::resize_file(path, length);
-            reading.Read(kSecond / 5);
-            ExpectSameFigures(reading.info, whole, std::string(file) + " cut at " + std::to_string(length));
-            ASSERT_EQ(reading.active[0], ActiveInRecord(whole, 0));
-            ASSERT_EQ(reading.active[1], ActiveInRecord(whole, 1));
-            if (HasFailure())
-                return;
-        }
-    }
-}
-
-TEST(SystemReaderTest, AMachineWithNothing)
-{
-    RecordedMachine machine(1);
-    machine.Remove("proc");
-    Reading reading(machine);
-    reading.Read(kSecond);
-    EXPECT_EQ(reading.info.cpu_count, 1);
-    EXPECT_EQ(reading.active[0], 0);
-    EXPECT_EQ(reading.info.max_pages, 1);
-    EXPECT_EQ(reading.info.used_pages, 0);
-    EXPECT_EQ(reading.info.max_sems, 1);
-    EXPECT_EQ(reading.info.max_ports, 1);
-    EXPECT_EQ(reading.info.max_threads, 1);
-    EXPECT_EQ(reading.info.max_teams, 1);
-    EXPECT_EQ(reading.info.used_teams, 0);
-    EXPECT_STREQ(reading.info.kernel_name, " ");
-}
-
-TEST(SystemReaderTest, EveryFileMayBeMissing)
-{
-    for (const char* missing : kFiles) {
-        RecordedMachine machine("two-processors");
-        machine.Remove(missing);
-        Reading reading(machine);
-        reading.Read(kSecond);
-        EXPECT_EQ(reading.info.cpu_count, 2) << missing;
-        EXPECT_GE(reading.info.max_pages, 1) << missing;
-        EXPECT_GE(reading.info.max_sems, 1) << missing;
-        EXPECT_GE(reading.info.max_ports, 1) << missing;
-        EXPECT_GE(reading.info.max_threads, 1) << missing;
-        EXPECT_GE(reading.info.max_teams, 1) << missing;
-    }
-}
-
-TEST(SystemReaderTest, EveryFileMayHoldAnything)
-{
-    const std::string contents[] = {std::string(100000, '9'),
-                                    std::string(100000, '\n'),
-                                    std::string(5000, '\0'),
-                                    std::string(300000, ' '),
-                                    "cpu0 cpu1 cpu2\npgfault pgfault\nsockets: used\n",
-                                    "-1\n",
-                                    "\xff\xfe\n"};
-    for (const char* file : kFiles) {
-        RecordedMachine machine("two-processors");
-        Reading reading(machine);
-        const system_info whole = reading.info;
-        for (const std::string& text : contents) {
-            machine.Write(file, text);
-            reading.Read(kBetweenLimits);
-            EXPECT_EQ(reading.active[0], ActiveInRecord(whole, 0)) << file;
-            EXPECT_EQ(reading.info.used_pages, whole.used_pages) << file;
-            Reading fresh(machine);
-            EXPECT_GE(fresh.info.cpu_count, 1) << file;
-            EXPECT_GE(fresh.info.max_teams, 1) << file;
-        }
-    }
-}
-
 TEST(SystemReaderTest, AFileThatAppearsIsReadFromTheNextSecondOn)
 {
     RecordedMachine machine("two-processors");
@@ -389,6 +220,7 @@ TEST(SystemReaderTest, LimitsAreReadEveryTenSeconds)
 TEST(SystemReaderTest, TheLowestLimitCounts)
 {
     RecordedMachine machine("two-processors");
+    machine.Write("proc/loadavg", "0 0 0 1/50 5\n");
     Reading reading(machine);
     const std::string groups = "sys/fs/cgroup/user.slice/";
     machine.Write(groups + "user-1000.slice/session-2.scope/pids.max", "300\n");
@@ -407,8 +239,42 @@ TEST(SystemReaderTest, TheLowestLimitCounts)
     EXPECT_EQ(reading.info.max_teams, 100);
     EXPECT_EQ(reading.info.max_threads, 100);
     machine.Write("proc/sys/kernel/pid_max", "0\n");
+    machine.Write("proc/loadavg", "0 0 0 1/0 5\n");
     reading.Read(kBetweenLimits);
-    EXPECT_EQ(reading.info.max_teams, 1);
+    EXPECT_EQ(reading.info.max_threads, 1);
+}
+
+TEST(SystemReaderTest, TheMaximumIsAtLeastWhatIsInUse)
+{
+    // Of a container that may have few processes, on a machine with many threads, semaphores and sockets.
+    RecordedMachine machine("two-processors");
+    machine.Write("sys/fs/cgroup/user.slice/pids.max", "3\n");
+    machine.Write("proc/sys/kernel/sem", "32000 10 500 128\n");
+    machine.Write("proc/net/sockstat", "sockets: used 100000\n");
+    Reading reading(machine);
+    EXPECT_EQ(reading.info.max_teams, 5);
+    EXPECT_EQ(reading.info.used_teams, 5);
+    EXPECT_EQ(reading.info.max_threads, 412);
+    EXPECT_EQ(reading.info.used_threads, 412);
+    EXPECT_EQ(reading.info.max_sems, 18);
+    EXPECT_EQ(reading.info.used_sems, 18);
+    EXPECT_EQ(reading.info.max_ports, 100000);
+    EXPECT_EQ(reading.info.used_ports, 100000);
+    machine.Write("proc/loadavg", "0 0 0 1/2 5\n");
+    machine.Write("proc/net/sockstat", "sockets: used 200000\n");
+    reading.Read(kSecond / 10);
+    EXPECT_EQ(reading.info.max_threads, 3) << "the limit again";
+    EXPECT_EQ(reading.info.max_ports, 200000) << "at once";
+}
+
+TEST(SystemReaderTest, MemoryThatGoesWithoutAWordOfWhatIsAvailable)
+{
+    RecordedMachine machine("two-processors");
+    Reading reading(machine);
+    machine.Write("proc/meminfo", "MemTotal: 400000 kB\n");
+    reading.Read(kSecond);
+    EXPECT_EQ(reading.info.max_pages, 100000);
+    EXPECT_EQ(reading.info.used_pages, 100000) << "no more than there is";
 }
 
 TEST(SystemReaderTest, TheLimitOfAUserDoesNotHoldForRoot)

@@ -7,15 +7,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <string>
 #include <vector>
 
 // Whatever happens to the machine between two samples, no source shows what was not.
 
 namespace {
 
-constexpr bigtime_t kSecond = 1000000;
-constexpr bigtime_t kHour = 3600 * kSecond;
+constexpr bigtime_t kHour = 3600LL * 1000000;
 
 class NoSpikesTest : public testing::Test {
 protected:
@@ -27,12 +26,15 @@ protected:
                 fSources.emplace_back(VP_FIRST_CPU_IDLE + 2 * cpu, flags);
             }
             for (const vptarget_t target :
-                 {VP_ALL_CPUS, VP_ALL_CPUS_IDLE, VP_FREE_MEMORY, VP_USED_MEMORY, VP_AVAILABLE_THREADS,
-                  VP_ALLOCATED_THREADS, VP_ALLOCATED_TEAMS, VP_ALLOCATED_PORTS, VP_ALLOCATED_SEMS})
+                 {VP_ALL_CPUS, VP_ALL_CPUS_IDLE, VP_FREE_MEMORY, VP_USED_MEMORY, VP_AVAILABLE_SEMS, VP_ALLOCATED_SEMS,
+                  VP_AVAILABLE_TEAMS, VP_ALLOCATED_TEAMS, VP_AVAILABLE_THREADS, VP_ALLOCATED_THREADS,
+                  VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS})
                 fSources.emplace_back(target, flags);
         }
         // Nothing but the test takes samples.
-        fSampler.SetSamplingDelay(Sysinfo::kMaxDelay);
+        fSampler.SetSamplingDelay(kHour);
+        AwaitSamplerAsleep();
+        fSampler.AddMessenger(fReceiver.Messenger());
     }
 
     /// The load of all processors from now on, in percent.
@@ -42,31 +44,37 @@ protected:
             fMachine.SetLoad(i, percent);
     }
 
-    /// Takes a sample after so long, and looks at every source.
-    /// @return the load of all processors
-    double Sample(bigtime_t after = 10 * kSecond)
+    /// Takes a sample after so long.
+    double Sample(bigtime_t after = kHour)
     {
         fMachine.Advance(after);
-        SysinfoNode* const node = new SysinfoNode;
-        node->Update(fSampler.NewestNode());
+        return SampleNow();
+    }
+
+    /// Takes a sample, and looks at every source if it is one that receivers are told of.
+    /// @return the load of all processors
+    double SampleNow()
+    {
+        fSampler.Sample();
         const Sysinfo::Autolock lock(&fSampler);
-        fSampler.Attach(node);
-        if (node->Elapsed() > 0) {
-            for (ValueProvider& source : fSources) {
-                const double share = source.Value(&fSampler, node);
-                EXPECT_TRUE(std::isfinite(share)) << ValueProvider::Name(source.Target(), source.Flags());
-                EXPECT_TRUE(share >= 0 && share <= 1)
-                    << ValueProvider::Name(source.Target(), source.Flags()) << " " << share;
-            }
-        }
+        SysinfoNode* const node = fSampler.NewestNode();
+        EXPECT_EQ(fReceiver.TakeAll() > 0, fSampler.CountItems() > 1);
         EXPECT_GE(node->TotalActive(), 0);
         EXPECT_LE(node->TotalActive(), RecordedMachine::kProcessors * node->Elapsed());
+        if (fSampler.CountItems() == 1)
+            return 0;
+        for (ValueProvider& source : fSources) {
+            const double share = source.Value(&fSampler, node);
+            EXPECT_TRUE(share >= 0 && share <= 1)
+                << ValueProvider::Name(source.Target(), source.Flags()) << " " << share;
+        }
         ValueProvider all(VP_ALL_CPUS, 0);
-        return node->Elapsed() > 0 ? all.Value(&fSampler, node) : 0;
+        return all.Value(&fSampler, node);
     }
 
     RecordedMachine fMachine;
     Sysinfo fSampler{10};
+    Receiver fReceiver;
     std::vector<ValueProvider> fSources;
 };
 
@@ -118,11 +126,60 @@ TEST_F(NoSpikesTest, CountsMayBeginAnew)
         EXPECT_NEAR(Sample(), 0.5, 0.001) << i;
 }
 
-TEST_F(NoSpikesTest, ManySamplesWithoutAnyTimeBetweenThem)
+TEST_F(NoSpikesTest, NothingIsReadForHoursWhileNobodyListens)
 {
-    SetLoads(100);
+    SetLoads(40);
     Sample();
-    for (int i = 0; i < 20; i++)
-        Sample(0);
-    EXPECT_LE(Sample(), 1);
+    Sample();
+    fSampler.RemoveMessenger(fReceiver.Messenger());
+    SetLoads(0);
+    for (int i = 0; i < 8; i++) {
+        fMachine.Advance(kHour);
+        fSampler.Sample();
+    }
+    fSampler.AddMessenger(fReceiver.Messenger());
+    SetLoads(40);
+    EXPECT_NEAR(Sample(), 0.4 / 9, 0.001) << "the share of all that time";
+    for (int i = 0; i < 12; i++)
+        EXPECT_NEAR(Sample(), 0.4, 0.001) << i;
+}
+
+TEST_F(NoSpikesTest, MoreMayBeInUseThanALimitAllows)
+{
+    Sample();
+    fMachine.Write("proc/loadavg", "0.00 0.00 0.00 1/99999 4711\n");
+    fMachine.Write("proc/net/sockstat", "sockets: used 99999\n");
+    fMachine.Write("proc/sysvipc/sem",
+                   "key semid perms nsems uid gid cuid cgid otime ctime\n0 0 600 99999 0 0 0 0 0 0\n");
+    for (int i = 0; i < 12; i++)
+        Sample();
+    fMachine.Write("proc/meminfo", "MemTotal: 40000 kB\n");
+    for (int i = 0; i < 12; i++)
+        Sample();
+    fMachine.Write("proc/loadavg", "0.00 0.00 0.00 1/321 4711\n");
+    fMachine.Write("proc/net/sockstat", "sockets: used 77\n");
+    for (int i = 0; i < 12; i++)
+        Sample();
+}
+
+TEST_F(NoSpikesTest, EveryFileMayGoBackAndVanish)
+{
+    SetLoads(30);
+    Sample();
+    fMachine.SetPageFaults(INT32_MAX);
+    Sample();
+    for (const char* file :
+         {"proc/stat", "proc/meminfo", "proc/vmstat", "proc/loadavg", "proc/net/sockstat", "proc/sysvipc/sem",
+          "proc/sys/kernel/pid_max", "proc/sys/kernel/threads-max", "proc/sys/kernel/sem", "proc/sys/fs/file-max"}) {
+        const std::string text = fMachine.Text(file);
+        std::string back = text;
+        for (char& c : back)
+            c = c >= '2' && c <= '9' ? '1' : c;
+        for (const std::string& next : {back, std::string(), text, text.substr(0, text.size() / 2), back, text}) {
+            SCOPED_TRACE(file + (" now: " + next));
+            fMachine.Write(file, next);
+            fMachine.Pass(kHour);
+            SampleNow();
+        }
+    }
 }

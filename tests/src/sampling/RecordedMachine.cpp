@@ -1,10 +1,13 @@
 #include "tests/src/sampling/RecordedMachine.h"
 
+#include "kits/kernel/Threads.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <unistd.h>
 
 namespace {
@@ -19,14 +22,7 @@ public:
     Tree()
         : fRoot(fs::temp_directory_path() / ("recorded-machine-" + std::to_string(getpid())))
     {
-        Write("sys/devices/system/cpu/online", "0-9\n");
-        Write("proc/loadavg", "0.00 0.00 0.00 1/321 4711\n");
-        Write("proc/net/sockstat", "sockets: used 77\n");
-        Write("proc/sys/kernel/pid_max", "4096\n");
-        Write("proc/sys/kernel/threads-max", "8192\n");
-        Write("proc/sys/kernel/sem", "32000 1024 500 128\n");
-        Write("proc/sys/fs/file-max", "10000\n");
-        Write("proc/sysvipc/sem", "key semid perms nsems uid gid cuid cgid otime ctime\n0 0 600 12 0 0 0 0 0 0\n");
+        WriteTexts();
         setenv("KITS_ROOT", fRoot.c_str(), 1);
     }
     ~Tree()
@@ -35,10 +31,30 @@ public:
         fs::remove_all(fRoot, ignored);
     }
 
+    /// What no test has to set.
+    void WriteTexts() const
+    {
+        Write("sys/devices/system/cpu/online", "0-9\n");
+        Write("proc/loadavg", "0.00 0.00 0.00 1/321 4711\n");
+        Write("proc/net/sockstat", "sockets: used 77\n");
+        Write("proc/sys/kernel/pid_max", "4096\n");
+        Write("proc/sys/kernel/threads-max", "8192\n");
+        Write("proc/sys/kernel/sem", "32000 1024 500 128\n");
+        Write("proc/sys/fs/file-max", "10000\n");
+        Write("proc/sysvipc/sem", "key semid perms nsems uid gid cuid cgid otime ctime\n0 0 600 12 0 0 0 0 0 0\n");
+    }
+
     void Write(const std::string& file, const std::string& text) const
     {
         fs::create_directories((fRoot / file).parent_path());
         std::ofstream(fRoot / file) << text;
+    }
+
+    std::string Text(const std::string& file) const
+    {
+        std::ostringstream text;
+        text << std::ifstream(fRoot / file).rdbuf();
+        return text.str();
     }
 
 private:
@@ -57,6 +73,7 @@ RecordedMachine::RecordedMachine()
     // A step is a hundredth of a second, and no processor may be active for longer than has passed since it was last
     // read: so the clock goes on from where another test left it, be it the machine's own.
     sNow = std::max<bigtime_t>(sNow, system_time()) + 1000000;
+    sTree.WriteTexts();
     WriteStat();
     SetUsedPages(250000);
     SetPageFaults(0);
@@ -80,6 +97,21 @@ void RecordedMachine::ResetCounts()
 {
     sTicks = {};
     WriteStat();
+}
+
+void RecordedMachine::Pass(bigtime_t microseconds)
+{
+    sNow += microseconds;
+}
+
+void RecordedMachine::Write(const std::string& file, const std::string& text) const
+{
+    sTree.Write(file, text);
+}
+
+std::string RecordedMachine::Text(const std::string& file) const
+{
+    return sTree.Text(file);
 }
 
 bigtime_t RecordedMachine::Now() const
@@ -118,4 +150,14 @@ void RecordedMachine::WriteStat() const
     }
     text += "btime 1700000000\n";
     sTree.Write("proc/stat", text);
+}
+
+void AwaitSamplerAsleep()
+{
+    thread_info info;
+    do {
+        snooze(1000);
+        info = {};
+        get_thread_info(find_thread("Sysinfo sampler"), &info);
+    } while (info.state != B_THREAD_ASLEEP);
 }

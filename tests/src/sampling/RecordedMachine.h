@@ -18,6 +18,8 @@ public:
 
     /// Lets time pass, in which a processor is active for as long as was set with SetLoad() (nothing at first).
     void Advance(bigtime_t microseconds);
+    /// Lets time pass, and leaves the files as they are.
+    void Pass(bigtime_t microseconds);
     bigtime_t Now() const;
 
     /// Share of the time in which a processor is active from now on: percent.
@@ -29,6 +31,10 @@ public:
     void SetUsedPages(int64 pages);
     void SetPageFaults(int64 faults);
 
+    /// A file of the machine, "proc/..." or "sys/...", until the next machine is made.
+    void Write(const std::string& file, const std::string& text) const;
+    std::string Text(const std::string& file) const;
+
 private:
     bigtime_t SystemTime() override;
     bigtime_t WallTime() override;
@@ -39,3 +45,7 @@ private:
     std::array<int32, kProcessors> fLoads = {};
     std::array<bool, kProcessors> fOffline = {};
 };
+
+/// Waits until the sampler's thread has made its first round and sleeps. With a delay of an hour nothing happens from
+/// then on but what the test does.
+void AwaitSamplerAsleep();

@@ -16,18 +16,6 @@ namespace {
 
 constexpr bigtime_t kHour = 3600LL * 1000000;
 
-/// Waits until the sampler's thread has made its first round and sleeps. With a delay of an hour nothing happens from
-/// then on but what the test does.
-void AwaitSamplerAsleep()
-{
-    thread_info info;
-    do {
-        snooze(1000);
-        info = {};
-        get_thread_info(find_thread("Sysinfo sampler"), &info);
-    } while (info.state != B_THREAD_ASLEEP);
-}
-
 /// A sampler that takes a sample when the test says so.
 class SysinfoTest : public testing::Test {
 protected:
