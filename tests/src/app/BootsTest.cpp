@@ -1,11 +1,14 @@
 #include "src/app/Uptimes.h"
 
-#include "src/prefs/Preferences.h"
 #include "tests/kits/kernel/TestClock.h"
-#include "tests/support/TempFolder.h"
+#include "tests/src/app/AppTest.h"
 
+#include "src/prefs/Preferences.h"
+#include "src/support/Qel.h"
+
+#include <chrono>
 #include <cstdlib>
-#include <gtest/gtest.h>
+#include <optional>
 
 // Boots as the program counts them, from start to start of it, whatever becomes of the clocks.
 
@@ -15,28 +18,63 @@ constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kHour = 3600 * kSecond;
 constexpr bigtime_t k2025 = 1735689600 * kSecond;
 
-class BootsTest : public testing::Test {
-protected:
-    BootsTest() { setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1); }
+/// Stands still, but while the program runs: its timers need time that passes.
+class Clock : public TestClock {
+public:
+    Clock()
+        : TestClock(k2025)
+    {
+    }
+    bigtime_t SystemTime() override { return systemTime + Run(); }
+    bigtime_t WallTime() override { return wallTime + Run(); }
 
+    void Start() { fStart = Monotonic::now(); }
+    void Stop()
+    {
+        Advance(Run());
+        fStart.reset();
+    }
+
+private:
+    using Monotonic = std::chrono::steady_clock;
+
+    bigtime_t Run() const
+    {
+        return fStart ? std::chrono::duration_cast<std::chrono::microseconds>(Monotonic::now() - *fStart).count() : 0;
+    }
+
+    std::optional<Monotonic::time_point> fStart;
+};
+
+class BootsTest : public AppTest {
+protected:
     /// The program starts, and saves every ten minutes for so long.
     void Run(bigtime_t length)
     {
         fClock.Restart();
-        kits::SetBootMomentFile((fFolder.Path() + "/boot").c_str());
-        for (bigtime_t passed = 0;; passed += 600 * kSecond) {
-            if (kits::ClockIsPlausible()) {
-                Preferences store("boots", true);
-                UptimeTotals totals = UptimeTotals::From(store);
-                const bigtime_t now = system_time();
-                totals.Count(now, real_time_clock_usecs() - now);
-                totals.StoreIn(&store);
-                ASSERT_EQ(store.Sync(), B_OK);
-            }
-            if (passed >= length)
-                return;
+        QelApp& app = Make();
+        app.SaveUptimes();
+        for (bigtime_t passed = 0; passed < length; passed += 600 * kSecond) {
             fClock.Advance(600 * kSecond);
+            app.SaveUptimes();
         }
+        Finish();
+    }
+
+    /// The same with its windows. It loads its table of uptimes, and saves before and after this.
+    UptimeTable RunWith(const std::function<void()>& act)
+    {
+        UptimeTable table;
+        fClock.Restart();
+        fClock.Start();
+        AppTest::Run({[&](QelApp& app) {
+            act();
+            app.Pulse();
+            table = app.Uptimes();
+        }});
+        Finish();
+        fClock.Stop();
+        return table;
     }
 
     /// The machine starts anew, and is off for a while before.
@@ -47,10 +85,9 @@ protected:
         fClock.wallTime += kHour;
     }
 
-    static UptimeTotals Totals() { return UptimeTotals::From(Preferences("boots", true)); }
+    static UptimeTotals Totals() { return UptimeTotals::From(Preferences(signature, true, true)); }
 
-    TempFolder fFolder;
-    TestClock fClock{k2025};
+    Clock fClock;
 };
 
 } // namespace
@@ -120,5 +157,39 @@ TEST_F(BootsTest, WithoutARealTimeClockNothingIsCountedUntilTheTimeIsKnown)
     Run(kHour);
     fClock.wallTime = k2025 + 9 * kHour;
     Run(kHour);
+    EXPECT_EQ(Totals().bootCount, 2);
+}
+
+TEST_F(BootsTest, WithoutARealTimeClockEveryBootMayBeginAtTheSameTime)
+{
+    for (int boot = 0; boot < 20; boot++) {
+        Reboot();
+        // The date of the last update of the system, say.
+        fClock.wallTime = k2025 + boot * 7919 % 90000;
+        Run(kHour);
+        EXPECT_EQ(Totals().bootCount, boot + 1);
+    }
+    EXPECT_EQ(Totals().sum, 20 * (kHour + kSecond));
+}
+
+TEST_F(BootsTest, TheTableHasOneEntryForEachWhateverBecomesOfTheClock)
+{
+    UptimeTable table;
+    for (const bigtime_t step : {bigtime_t{0}, kHour, -3 * kHour, kSecond / 2, -400 * 24 * kHour}) {
+        table = RunWith([&] {
+            fClock.Advance(kHour);
+            fClock.wallTime += step;
+        });
+    }
+    const auto isAbout = [](bigtime_t uptime, int hours) { return uptime / kHour == hours; };
+    EXPECT_TRUE(isAbout(table.At(0).uptime, 5)) << table.At(0).uptime;
+    EXPECT_LT(std::abs(table.At(0).bootTime - (k2025 - kSecond)), kSecond);
+    EXPECT_EQ(table.At(1).uptime, 0);
+    Reboot();
+    fClock.wallTime = k2025; // without a clock of its own
+    table = RunWith([this] { fClock.Advance(9 * kHour); });
+    EXPECT_TRUE(isAbout(table.At(0).uptime, 9)) << "the longest first";
+    EXPECT_TRUE(isAbout(table.At(1).uptime, 5));
+    EXPECT_EQ(table.At(2).uptime, 0);
     EXPECT_EQ(Totals().bootCount, 2);
 }
