@@ -181,12 +181,26 @@ void ExpectInRange(const BMessage& archive, const std::string& what)
     }
 }
 
+/// What a chart takes from other programs and from the user, fonts too.
+constexpr uint32 kChartCodes[] = {MSG_PREFS_DROP,
+                                  MSG_SOURCE_DROP,
+                                  MSG_SET_VALUE_POS,
+                                  MSG_SET_TITLE_POS,
+                                  MSG_SET_COLUMN,
+                                  MSG_REMOVE_SOURCE,
+                                  MSG_SYSINFO_SAMPLE,
+                                  MSG_SERVER_GONE,
+                                  MSG_WINDOW_CLOSED,
+                                  B_SIMPLE_DATA,
+                                  B_MIME_DATA,
+                                  B_PASTE,
+                                  '!FNT'};
+
 void ToCharts(BMessage hostile, const std::string& what)
 {
     ChartView chart;
     chart.LoadPrefsFrom(&hostile);
-    for (const uint32 code : {MSG_PREFS_DROP, MSG_SOURCE_DROP, MSG_SET_VALUE_POS, MSG_SET_TITLE_POS, MSG_SET_COLUMN,
-                              MSG_REMOVE_SOURCE, MSG_SYSINFO_SAMPLE, MSG_SERVER_GONE}) {
+    for (const uint32 code : kChartCodes) {
         hostile.what = code;
         chart.MessageReceived(&hostile);
     }
