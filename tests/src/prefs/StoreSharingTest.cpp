@@ -1,7 +1,12 @@
 #include "kits/storage/File.h"
 #include "tests/src/prefs/StoreFixture.h"
 
+#include <algorithm>
+#include <chrono>
+
 namespace {
+
+constexpr std::chrono::milliseconds kPause(100);
 
 /// Another process that holds the file of a store, or is at work on it.
 class StoreSharingTest : public StoreFixture {
@@ -18,9 +23,12 @@ protected:
     BNode fHolder;
 };
 
-/// Counts attempts to lock; the lock that stands in the way is given up before one of them.
+/// Counts attempts to lock, and measures the pauses between them; the lock that stands in the way is given up before
+/// one of them.
 class LockWatch : public kits::FailingDevice {
 public:
+    using Clock = std::chrono::steady_clock;
+
     explicit LockWatch(BNode* holder = nullptr, int releaseAt = 0)
         : fHolder(holder)
         , fReleaseAt(releaseAt)
@@ -29,17 +37,28 @@ public:
 
     int Before(kits::FileAction& action) override
     {
-        if (action.call == kits::FileCall::kLock && ++fAttempts == fReleaseAt) {
+        if (action.call != kits::FileCall::kLock) {
+            return 0;
+        }
+        const Clock::time_point now = Clock::now();
+        if (fAttempts > 0) {
+            fShortestPause = std::min(fShortestPause, now - fLast);
+        }
+        fLast = now;
+        if (++fAttempts == fReleaseAt) {
             fHolder->Unset();
         }
         return 0;
     }
     int Attempts() const { return fAttempts; }
+    Clock::duration ShortestPause() const { return fShortestPause; }
 
 private:
     BNode* fHolder;
     int fReleaseAt;
     int fAttempts = 0;
+    Clock::time_point fLast{};
+    Clock::duration fShortestPause = Clock::duration::max();
 };
 
 /// Stops the process before a call by its number until it is told to go on.
@@ -157,24 +176,28 @@ TEST_F(StoreSharingTest, ALockedFileIsTriedSixTimesAndLeftAlone)
         EXPECT_EQ(store.Sync(), B_BUSY);
     }
     EXPECT_EQ(sync.Attempts(), 6);
+    EXPECT_GE(sync.ShortestPause(), kPause);
     LockWatch save;
     {
         const WithDisk with(save);
         EXPECT_EQ(store.SaveTo(&file), B_BUSY);
     }
     EXPECT_EQ(save.Attempts(), 6);
+    EXPECT_GE(save.ShortestPause(), kPause);
     LockWatch load;
     {
         const WithDisk with(load);
         EXPECT_EQ(store.LoadFrom(&file), B_BUSY);
     }
     EXPECT_EQ(load.Attempts(), 6);
+    EXPECT_GE(load.ShortestPause(), kPause);
     LockWatch revert;
     {
         const WithDisk with(revert);
         EXPECT_EQ(store.Revert(), B_BUSY);
     }
     EXPECT_EQ(revert.Attempts(), 6);
+    EXPECT_GE(revert.ShortestPause(), kPause);
 
     EXPECT_EQ(NumberOf(store), 2);
     EXPECT_EQ(fFolder.Names(), std::set<std::string>{kFile});
