@@ -10,14 +10,15 @@
 
 /// What the long runs share: a sampler that reads this machine, and a window of charts that listen to it.
 class LongTest : public testing::Test {
+public:
+    /// True when QEL_LONG is set: the full form.
+    static bool IsFull();
+
 protected:
     static constexpr int32 kCharts = 10;
 
     void SetUp() override;
     void TearDown() override;
-
-    /// True when QEL_LONG is set: the full form.
-    static bool IsFull();
 
     /// Adds a chart with sources and connects it.
     ChartView* AddChart();
