@@ -3,6 +3,7 @@
 import json
 import os
 import pathlib
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -12,6 +13,7 @@ from desktop import TIMEOUT, wait_until
 
 ENVIRONMENT = {key: value for key, value in os.environ.items()
                if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KITS_ROOT")}
+MACHINES = pathlib.Path(__file__).resolve().parent.parent / "data/machines"
 PNG = b"\x89PNG\r\n"
 
 
@@ -99,6 +101,46 @@ class CommandLineTest(unittest.TestCase):
 
         # Others take memory and give it back in between.
         wait_until(lambda: difference() < 0.03, "the machine's own figure")
+
+    def read(self, machine):
+        """What the sources without smoothing say of a recorded machine, by name."""
+        result = self.run_program("--read", "--json", "--samples", "3", "--interval", "0.01", KITS_ROOT=str(machine))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        for line in result.stdout.splitlines():
+            found = json.loads(line)["sources"]
+            for source in found:
+                self.assertTrue(0 <= source["fraction"] <= 1, source)
+                self.assertNotRegex(source["caption"], "nan|inf|-")
+        return {source["name"]: source["caption"] for source in found if source["flags"] == 0}
+
+    def test_read_of_recorded_machines(self):
+        processors = {"two-processors": 2, "eight-processors": 8, "one-offline": 4, "old-kernel": 2,
+                      "four-tebibytes": 64}
+        self.assertEqual({machine.name for machine in MACHINES.iterdir()}, set(processors))
+        for name, count in processors.items():
+            with self.subTest(name):
+                captions = self.read(MACHINES / name)
+                self.assertIn(f"CPU {count}", captions)
+                self.assertNotIn(f"CPU {count + 1}", captions)
+        self.assertEqual((captions["Used memory"], captions["Free memory"]), ("102400.0 MB", "4091904.0 MB"))
+
+    def test_read_of_many_processors(self):
+        machine = self.folder / "machine"
+        shutil.copytree(MACHINES / "eight-processors", machine)
+        for count in (256, 1024):
+            (machine / "proc/stat").write_text("cpu  1 0 0 0\n" + "".join(
+                f"cpu{i} {i} 0 0 0 0 0 0 0 0 0\n" for i in range(count)) + "intr 0\n")
+            captions = self.read(machine)
+            self.assertIn(f"CPU {count} idle", captions)
+            self.assertNotIn(f"CPU {count + 1}", captions)
+
+    def test_read_of_a_container_on_a_busy_machine(self):
+        machine = self.folder / "machine"
+        shutil.copytree(MACHINES / "two-processors", machine)
+        (machine / "sys/fs/cgroup/user.slice/pids.max").write_text("3\n")
+        captions = self.read(machine)
+        self.assertEqual((captions["Allocated threads"], captions["Available threads"]), ("412 threads", "0 threads"))
+        self.assertEqual((captions["Allocated teams"], captions["Available teams"]), ("5 teams", "0 teams"))
 
     def test_read_sees_a_loaded_processor(self):
         load = subprocess.Popen(["sh", "-c", "while :; do :; done"])

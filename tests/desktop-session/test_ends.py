@@ -5,7 +5,7 @@ import time
 
 from charts import TITLE, ChartsTest
 from desktop import Desktop, wait_until
-from drops import DropsTest, sources
+from drops import DropsTest, head, sources
 from xclient import Client
 
 
@@ -92,24 +92,52 @@ class Closing(EndTest):
         self.assert_ends()
 
 
-class Screen(ChartsTest):
+class SixSecondsLater(ChartsTest):
+    """The end comes without a word, six seconds after something was arranged: charts, the sampler, the window."""
+
+    SIZE = (520, 410)
+    HALF_A_SECOND = head(0, 500_000)
+
+    def arrange_and_wait(self):
+        self.popup()
+        self.choose("a")
+        self.assertEqual(self.run_beside("--set-delay", "0.5"), (0, "", ""))
+        self.desktop.resize(self.window, *self.SIZE)
+        # What was arranged is promised to be on the disk five seconds later, and nothing tells when it is.
+        arranged = time.monotonic()
+        wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
+
+    def assert_stored(self, stored):
+        self.assertEqual(stored.count(b"ChartType"), 4)
+        self.assertIn(b"Delay", stored)
+        self.assertIn(self.HALF_A_SECOND, stored)
+
+    def assert_all_is_there(self):
+        self.assert_stored(self.stored())
+        self.program = self.start()
+        self.window = self.program.window()
+        wait_until(lambda: self.desktop.size(self.window) == self.SIZE, "the size of the window")
+        self.await_change()
+        self.assert_stored(self.quit())
+
+
+class Killed(SixSecondsLater):
+    def test_leaves_what_was_arranged(self):
+        self.arrange_and_wait()
+        self.program.signal(signal.SIGKILL)
+        self.program.wait()
+        self.assert_all_is_there()
+
+
+class Screen(SixSecondsLater):
     def setUp(self):
         self.shared, self.desktop = self.desktop, Desktop()
         self.addCleanup(self.desktop.close)
         super().setUp()
 
     def test_that_goes_ends_the_program_with_what_was_arranged(self):
-        self.popup()
-        self.choose("a")
-        # What was arranged is promised to be on the disk five seconds later, and nothing tells when it is.
-        arranged = time.monotonic()
-        wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
+        self.arrange_and_wait()
         self.desktop.server.kill()
         self.program.wait()
-        self.assertEqual(self.stored().count(b"ChartType"), 4)
-
         self.desktop = self.shared
-        self.program = self.start()
-        self.window = self.program.window()
-        self.await_change()
-        self.assertEqual(self.quit().count(b"ChartType"), 4)
+        self.assert_all_is_there()
