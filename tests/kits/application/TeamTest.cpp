@@ -262,15 +262,15 @@ TEST_F(TeamTest, HearsOfTeamsThatComeAndGo)
     first.Application();
     EXPECT_EQ(be_roster->StartWatching(BMessenger(&watcher)), B_OK);
     EXPECT_EQ(be_roster->StartWatching(BMessenger(&watcher)), B_OK);
-    // It hangs, and does not. Who is told of that is told of everything from then on.
+    auto second = std::make_unique<Partner>();
+    const int32 secondTeam = second->Process();
+    await({{B_SOME_APP_LAUNCHED, secondTeam}});
+    // It hangs, and does not.
     const int32 firstTeam = first.Process();
     first.Signal(SIGSTOP);
     await({{B_SOME_APP_QUIT, firstTeam}});
     first.Signal(SIGCONT);
     await({{B_SOME_APP_LAUNCHED, firstTeam}});
-    auto second = std::make_unique<Partner>();
-    const int32 secondTeam = second->Process();
-    await({{B_SOME_APP_LAUNCHED, secondTeam}});
     second = nullptr; // killed
     await({{B_SOME_APP_QUIT, secondTeam}});
     first.Application().SendMessage(B_QUIT_REQUESTED);
