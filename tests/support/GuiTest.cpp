@@ -5,6 +5,7 @@
 #include "kits/interface/dragging/Drag.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/input/Pointer.h"
+#include "kits/interface/startup/QtEventLoop.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/views/ViewPrivate.h"
 #include "kits/interface/windows/WindowImpl.h"
@@ -75,6 +76,8 @@ bool WaitFor(const std::function<bool()>& condition)
         if (clock.elapsed() > 60000)
             return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        // Nothing has to have come: one dispatcher returns then as it waited, without the lock.
+        static_cast<kits::QtEventLoop&>(kits::EventLoop::Current()).Held();
         kits::UpdateQueue::Flush();
     }
     return true;
