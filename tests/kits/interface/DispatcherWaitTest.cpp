@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
 #include <gtest/gtest.h>
 #include <thread>
@@ -50,20 +51,28 @@ protected:
     }
 
     /// Runs the loop until End; false if that was not told in time.
-    bool Run(bool isStream = true)
+    bool Run(bool isStream = true, bool isSentAgain = false)
     {
-        std::thread sender([this, isStream] {
-            // The lock is free only while the main thread waits.
-            EXPECT_EQ(kits::InterfaceLock::Get().Lock(B_INFINITE_TIMEOUT), B_OK);
+        isOver = false;
+        std::thread sender([=, this] {
             BMessage message(kStream);
             message.SetNewestWins(isStream);
-            EXPECT_EQ(BMessenger(receiver).SendMessage(&message), B_OK);
-            kits::InterfaceLock::Get().Unlock();
+            do {
+                // The lock is free only while the main thread waits.
+                EXPECT_EQ(kits::InterfaceLock::Get().Lock(B_INFINITE_TIMEOUT), B_OK);
+                EXPECT_EQ(BMessenger(receiver).SendMessage(&message), B_OK);
+                kits::InterfaceLock::Get().Unlock();
+                std::this_thread::yield();
+            } while (isSentAgain && !isOver);
         });
         guard.Start(20000000, false);
         kits::EventLoop::Current().Run();
         guard.Stop();
+        isOver = true;
+        // It may wait for what this thread has.
+        const int32 depth = kits::InterfaceLock::Get().ReleaseAll();
         sender.join();
+        kits::InterfaceLock::Get().Restore(depth);
         return isInTime;
     }
     void End(bool inTime = true)
@@ -76,6 +85,7 @@ protected:
     Receiver* receiver;
     kits::Timer guard;
     bool isInTime = false;
+    std::atomic<bool> isOver = false;
 };
 
 bool IsGlib()
@@ -87,14 +97,13 @@ bool IsGlib()
 
 TEST_F(DispatcherWait, AStreamIsHandledInIt)
 {
-    bool isEvent = true;
+    // When something else has come as well it is the dispatcher's turn, so not every one is.
     receiver->onMessage = [&](BMessage*) {
-        isEvent = kits::KitsApplication::IsHandlingEvent();
         EXPECT_TRUE(kits::InterfaceLock::Get().IsHeld());
-        End();
+        if (kits::KitsApplication::IsHandlingEvent() != IsGlib())
+            End();
     };
-    EXPECT_TRUE(Run());
-    EXPECT_EQ(isEvent, !IsGlib());
+    EXPECT_TRUE(Run(true, true));
 }
 
 TEST_F(DispatcherWait, WhatIsNoStreamIsHandledAsAnEvent)
