@@ -15,6 +15,13 @@ float NextColumn(float column)
     return column == 0 ? column : std::floor(column + 1);
 }
 
+float ColumnBefore(float column)
+{
+    if (column == 1)
+        return kColumnZeroDrawn;
+    return std::max(column - 1, 0.0f);
+}
+
 WrapStep WrapAt(BRect area, float column, float pageSize, bool border)
 {
     const float width = area.right - area.left;

@@ -22,6 +22,9 @@ BRect ChartRect(BRect bounds, bool border);
 /// The column of the next sample, before a chart wraps. Column 0 stays, so that it is drawn once.
 float NextColumn(float column);
 
+/// After which column the next sample goes to this one. Column 0 is the first: before it nothing was drawn yet.
+float ColumnBefore(float column);
+
 /// What happens to a chart's picture before a column is drawn.
 struct WrapStep {
     bool wraps = false; ///< the picture moves; else nothing below counts but the column

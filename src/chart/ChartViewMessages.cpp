@@ -184,8 +184,7 @@ void ChartView::MoveColumnTo(float column)
         rows.Fill(BRect(to + 1, area.top, from, area.bottom), low);
         fHistory.KeepNewest(distance + fHistory.CountRows());
     }
-    // Before column 1 comes column 0, which is to count as drawn.
-    fColumn = column == 1 ? kColumnZeroDrawn : column - 1;
+    fColumn = ColumnBefore(column);
     for (int32 i = 0; i < CountValueProviders(); i++)
         fLastPoints[static_cast<size_t>(i)].x = column;
     if (lock)

@@ -31,6 +31,21 @@ TEST(NextColumnTest, TheMarkForColumnZeroHasTheBitsThatOlderVersionsStored)
     EXPECT_EQ(std::bit_cast<uint32>(kColumnZeroDrawn), 0x33D6BF95u);
 }
 
+TEST(ColumnBeforeTest, LeadsToTheColumnAndIsNoneLeftOfTheChart)
+{
+    EXPECT_EQ(ColumnBefore(5), 4);
+    EXPECT_EQ(ColumnBefore(2), 1);
+    EXPECT_EQ(ColumnBefore(1), kColumnZeroDrawn);
+    EXPECT_EQ(ColumnBefore(kColumnZeroDrawn), 0);
+    EXPECT_EQ(ColumnBefore(0), 0);
+    const float nearest = std::numeric_limits<float>::denorm_min();
+    for (float column : {0.0f, nearest, kColumnZeroDrawn, 0.5f, std::nextafter(1.0f, 0.0f), 1.0f,
+                         std::nextafter(1.0f, 2.0f), 1.5f, 41.7f, 32767.0f}) {
+        EXPECT_GE(ColumnBefore(column), 0);
+        EXPECT_EQ(NextColumn(ColumnBefore(column)), std::floor(column)) << column;
+    }
+}
+
 TEST(WrapAtTest, NothingMovesBeforeTheEnd)
 {
     EXPECT_FALSE(WrapAt(kArea, 100, 0.75f, false).wraps);
