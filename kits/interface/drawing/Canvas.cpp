@@ -345,9 +345,22 @@ void Canvas::DrawCoverage(const CoverageMask& mask, int32 deviceX, int32 deviceY
     for (int32 y = place.top; y < place.bottom; y++) {
         const uint8* coverage = mask.coverage.data() + static_cast<ptrdiff_t>(y - top) * mask.width - left;
         uint32* row = Row(y);
-        for (int32 x = place.left; x < place.right; x++) {
-            if (coverage[x] != 0)
-                row[x] = BlendWords(over ? row[x] : base, full, coverage[x]);
+        int32 x = place.left;
+        while (x < place.right) {
+            // Most of a text is nothing.
+            uint64 several;
+            if (place.right - x >= static_cast<int32>(sizeof(several))) {
+                std::memcpy(&several, coverage + x, sizeof(several));
+                if (several == 0) {
+                    x += static_cast<int32>(sizeof(several));
+                    continue;
+                }
+            }
+            const int32 end = std::min(x + static_cast<int32>(sizeof(several)), place.right);
+            for (; x < end; x++) {
+                if (coverage[x] != 0)
+                    row[x] = BlendWords(over ? row[x] : base, full, coverage[x]);
+            }
         }
     }
     // Back to logical pixels, the outer ones.

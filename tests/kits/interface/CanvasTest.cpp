@@ -3,6 +3,7 @@
 #include "kits/interface/drawing/TextBlend.h"
 
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 
 using kits::Canvas;
@@ -278,6 +279,26 @@ TEST(Canvas, CoverageIsCutByItsBox)
                                "......\n");
 }
 
+TEST(Canvas, CoverageOfEveryWidthIsBlendedPixelByPixel)
+{
+    std::mt19937 random(7);
+    for (int32 width = 1; width <= 40; width++) {
+        kits::CoverageMask mask{0, 0, width, 3, std::vector<uint8>(static_cast<size_t>(width) * 3)};
+        // Texts have long runs of nothing.
+        for (uint8& coverage : mask.coverage)
+            coverage = random() % 12 == 0 ? static_cast<uint8>(random()) : 0;
+        const auto from = static_cast<int32>(random() % static_cast<uint32>(width));
+        Sheet sheet(width, 3);
+        sheet.canvas.DrawCoverage(mask, 0, 0, {from, 0, width, 3}, 0x01020304, kInk, false);
+        for (int32 y = 0; y < 3; y++) {
+            for (int32 x = 0; x < width; x++) {
+                const uint8 coverage = mask.coverage[static_cast<size_t>(y * width + x)];
+                EXPECT_EQ(sheet.At(x, y), x < from || coverage == 0 ? 0 : kits::BlendWords(0x01020304, kInk, coverage));
+            }
+        }
+    }
+}
+
 TEST(TextBlend, CoverageZeroOneAndBetween)
 {
     const rgb_color low = make_color(10, 200, 0, 0);
@@ -290,6 +311,23 @@ TEST(TextBlend, CoverageZeroOneAndBetween)
         EXPECT_EQ(kits::BlendChannel(77, 77, coverage), 77U);
         EXPECT_EQ(kits::BlendChannel(0, 255, coverage), coverage);
         EXPECT_EQ(kits::BlendChannel(255, 0, coverage), 255 - coverage);
+    }
+}
+
+TEST(TextBlend, ChannelsDoNotTouchEachOther)
+{
+    for (uint32 low = 0; low < 256; low++) {
+        for (uint32 high = 0; high < 256; high++) {
+            for (uint32 coverage = 0; coverage < 256; coverage++) {
+                const uint32 other = 255 - low;
+                const uint32 there = 255 - high;
+                const uint32 expected = kits::BlendChannel(low, high, coverage) * 0x01000100 +
+                                        kits::BlendChannel(other, there, coverage) * 0x00010001;
+                ASSERT_EQ(kits::BlendWords(low * 0x01000100 + other * 0x00010001,
+                                           high * 0x01000100 + there * 0x00010001, coverage),
+                          expected);
+            }
+        }
     }
 }
 
