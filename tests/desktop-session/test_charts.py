@@ -26,6 +26,27 @@ class Menu(ChartsTest):
         self.assertEqual(self.quit().count(b"ChartType"), 3)
 
 
+class Screen(ChartsTest):
+    def test_shows_what_an_exposed_window_shows(self):
+        """What samples sent to the screen, piece by piece, is what the window's whole picture holds."""
+        # Columns that stay as they are until the charts wrap, below the captions.
+        columns = 40
+
+        def drawn():
+            picture = self.picture()
+            return [picture.crop(5, top, columns, 60).data for top in (110, 232, 356)]
+
+        def reached():
+            """The memory in use is never nothing."""
+            picture = self.picture()
+            return any(picture.pixel(x, 290) != picture.pixel(500, 290) for x in range(columns + 5, columns + 15))
+
+        wait_until(reached, "the columns")
+        shown = drawn()
+        self.desktop.output("xrefresh", check=True)
+        wait_until(lambda: drawn() == shown, "the same columns, painted anew")
+
+
 class Dragging(ChartsTest):
     def test_moves_a_title(self):
         start = self.on_screen(self.window, *TITLE)

@@ -1,11 +1,13 @@
 #include "kits/interface/drawing/ScreenCopy.h"
 
+#include "kits/interface/drawing/ServerPixels.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/views/ViewPane.h"
 
 #include <QBackingStore>
 #include <QGuiApplication>
 #include <QImage>
+#include <QRegion>
 #include <QWindow>
 
 #include <algorithm>
@@ -27,7 +29,7 @@ bool HasLastingPictures()
 }
 
 /// The picture of a window when opaque words can be copied into it one for one; null otherwise.
-QImage* PictureOf(const QWidget& window)
+const QImage* PictureOf(const QWidget& window)
 {
     QBackingStore* const store = window.backingStore();
     const QWindow* const handle = window.windowHandle();
@@ -36,7 +38,7 @@ QImage* PictureOf(const QWidget& window)
     QPaintDevice* const device = store->paintDevice();
     if (device == nullptr || device->devType() != QInternal::Image || device->devicePixelRatio() != 1)
         return nullptr;
-    auto* const image = static_cast<QImage*>(device);
+    const auto* const image = static_cast<const QImage*>(device);
     const QImage::Format format = image->format();
     const bool fits = format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied;
     return fits && image->size() == store->size() && image->isDetached() ? image : nullptr;
@@ -48,8 +50,12 @@ ScreenCopy::~ScreenCopy()
 {
     for (const Window& window : fWindows) {
         QBackingStore* const store = window.widget != nullptr ? window.widget->backingStore() : nullptr;
-        if (store != nullptr && !window.changed.isEmpty())
-            store->flush(window.changed);
+        if (store == nullptr || window.changed.empty() || SendPixels(*store->window(), *window.picture, window.changed))
+            continue;
+        QRegion region;
+        for (const QRect& place : window.changed)
+            region += place;
+        store->flush(region);
     }
 }
 
@@ -61,11 +67,7 @@ ScreenCopy::Window& ScreenCopy::WindowOf(QWidget& widget)
         return *known;
     Window& window = fWindows.emplace_back();
     window.widget = &widget;
-    if (const QImage* const picture = PictureOf(widget)) {
-        // The memory is shared with the display: asking for pixels to write to could give a copy.
-        window.pixels = const_cast<uchar*>(picture->constBits());
-        window.bytesPerLine = picture->bytesPerLine();
-    }
+    window.picture = PictureOf(widget);
     return window;
 }
 
@@ -119,7 +121,7 @@ bool ScreenCopy::Take(const ViewImpl& impl)
         return false;
     const Holder& holder = HolderOf(*pane->parentWidget());
     fWindow = &WindowOf(*pane->window());
-    if (fWindow->pixels == nullptr)
+    if (fWindow->picture == nullptr)
         return false;
 
     fCorner = holder.corner + pane->pos();
@@ -162,11 +164,26 @@ bool ScreenCopy::Add(const PixelRect& rect)
     const Surface& surface = fView->fSurface;
     const auto stride = static_cast<size_t>(surface.DeviceWidth());
     const uint32* from = surface.Words() + static_cast<size_t>(rect.top) * stride + rect.left;
-    uchar* to = fWindow->pixels + place.y() * fWindow->bytesPerLine + static_cast<qsizetype>(place.x()) * 4;
-    const auto length = static_cast<size_t>(rect.Width()) * sizeof(uint32);
-    for (int32 y = rect.top; y < rect.bottom; y++, from += stride, to += fWindow->bytesPerLine)
-        std::memcpy(to, from, length);
-    fWindow->changed += place;
+    // The memory is shared with the display: asking for pixels to write to could give a copy.
+    uchar* const pixels = const_cast<uchar*>(fWindow->picture->constBits());
+    const qsizetype bytesPerLine = fWindow->picture->bytesPerLine();
+    uchar* to = pixels + place.y() * bytesPerLine + static_cast<qsizetype>(place.x()) * 4;
+    const auto width = static_cast<size_t>(rect.Width());
+    // A caption that says nearly the same again is shown only where it differs.
+    QRect changed;
+    for (int y = place.top(); y <= place.bottom(); y++, from += stride, to += bytesPerLine) {
+        auto* const shown = reinterpret_cast<uint32*>(to);
+        const auto first = static_cast<size_t>(std::mismatch(from, from + width, shown).first - from);
+        if (first == width)
+            continue;
+        size_t end = width;
+        while (from[end - 1] == shown[end - 1])
+            end--;
+        std::memcpy(shown + first, from + first, (end - first) * sizeof(uint32));
+        changed |= QRect(place.left() + static_cast<int>(first), y, static_cast<int>(end - first), 1);
+    }
+    if (!changed.isEmpty())
+        fWindow->changed.push_back(changed);
     return true;
 }
 

@@ -3,10 +3,11 @@
 #include "kits/interface/drawing/PixelGrid.h"
 
 #include <QPointer>
-#include <QRegion>
+#include <QRect>
 #include <QWidget>
 
 #include <deque>
+#include <utility>
 #include <vector>
 
 namespace kits {
@@ -35,9 +36,8 @@ public:
 private:
     struct Window {
         QPointer<QWidget> widget;
-        uchar* pixels = nullptr; ///< null when it can't be written to
-        qsizetype bytesPerLine = 0;
-        QRegion changed;
+        const QImage* picture = nullptr; ///< null when it can't be written to
+        std::vector<QRect> changed;
     };
     /// What a widget with views in it shows of them, in the window's pixels.
     struct Holder {

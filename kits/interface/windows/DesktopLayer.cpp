@@ -1,5 +1,7 @@
 #include "kits/interface/windows/DesktopLayer.h"
 
+#include "kits/interface/screens/XServer.h"
+
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QScreen>
@@ -28,12 +30,6 @@ constexpr const char* kMark = "_KITS_DESKTOP_WINDOW";
 constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
 /// Windows within windows; a frame, what it holds, and what that holds.
 constexpr int kDeepest = 16;
-
-xcb_connection_t* Server()
-{
-    const auto* x11 = qGuiApp != nullptr ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 xcb_window_t RootOf(xcb_connection_t* server)
 {
@@ -172,8 +168,8 @@ CompositorWatch* Compositor()
     if (owner != qGuiApp) {
         owner = qGuiApp;
         watch = nullptr;
-        if (Server() != nullptr) {
-            watch = new CompositorWatch(Server());
+        if (XServer() != nullptr) {
+            watch = new CompositorWatch(XServer());
             QObject::connect(qGuiApp, &QObject::destroyed, [] {
                 delete watch;
                 watch = nullptr;
@@ -188,12 +184,12 @@ CompositorWatch* Compositor()
 
 bool IsThere()
 {
-    return Server() != nullptr;
+    return XServer() != nullptr;
 }
 
 void MarkAsDesktopWindow(const QWindow& window)
 {
-    xcb_connection_t* const server = Server();
+    xcb_connection_t* const server = XServer();
     if (server == nullptr)
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
@@ -207,7 +203,7 @@ void MarkAsDesktopWindow(const QWindow& window)
 
 void ShowOnAllWorkspaces(const QWindow& window)
 {
-    xcb_connection_t* const server = Server();
+    xcb_connection_t* const server = XServer();
     if (server == nullptr)
         return;
     const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_DESKTOP"});
@@ -216,7 +212,7 @@ void ShowOnAllWorkspaces(const QWindow& window)
 
 bool IsDesktopAt(BPoint where)
 {
-    xcb_connection_t* const server = Server();
+    xcb_connection_t* const server = XServer();
     if (server == nullptr)
         return false;
     const QPoint place = ServerPoint(where);

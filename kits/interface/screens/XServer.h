@@ -1,0 +1,10 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace kits {
+
+/// The toolkit's connection to the X server; null where the display is another one. Main thread.
+xcb_connection_t* XServer();
+
+} // namespace kits
