@@ -4,6 +4,27 @@
 
 namespace kits {
 
+/// Something may have changed, see EventLoop::CountChanges. Any thread.
+void NoteChange();
+
+/// Something is handled that counts as a change when it is over, unless EventLoop::NoteUnchanged was called in it. Main
+/// thread.
+class ChangeScope {
+public:
+    ChangeScope();
+    ~ChangeScope();
+    ChangeScope(const ChangeScope&) = delete;
+    ChangeScope& operator=(const ChangeScope&) = delete;
+
+    bool IsInsideACounted() const;
+
+private:
+    friend class EventLoop;
+
+    ChangeScope* const fOuter;
+    bool fCounts = true;
+};
+
 /// Something is handed to the program: counts the event, and keeps what is destroyed meanwhile until this is over.
 /// Main thread.
 class DispatchScope {
@@ -12,6 +33,9 @@ public:
     ~DispatchScope();
     DispatchScope(const DispatchScope&) = delete;
     DispatchScope& operator=(const DispatchScope&) = delete;
+
+private:
+    ChangeScope fChange;
 };
 
 /// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else, if there are any, tells the nested loops

@@ -1,19 +1,36 @@
 #include "src/app/Autosave.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "kits/application/EventLoop.h"
+#include "kits/kernel/Errors.h"
 #include "src/app/QelApp.h"
 #include "src/prefs/Preferences.h"
 
 Autosave::Autosave(QelApp& app)
     : fApp(app)
-    , fTimer([this] { Save(); })
+    , fTimer([this] {
+        Look();
+        kits::EventLoop::NoteUnchanged();
+    })
 {
     fTimer.Start(kPeriod);
 }
 
+void Autosave::Look()
+{
+    if (kits::EventLoop::CountChanges() != fSaved || !fWriter.HasWrittenAll()) {
+        Save();
+    }
+}
+
 void Autosave::Save()
 {
-    fApp.StoreArrangement();
+    fSaved = kits::EventLoop::CountChanges();
     // A write that fails is tried again the next time, and at the end, which says so.
-    fWriter.Write(*prefs_common);
-    fWriter.Write(*prefs_user);
+    const status_t statuses[] = {fApp.StoreArrangement(), fWriter.Write(*prefs_common), fWriter.Write(*prefs_user)};
+    if (std::any_of(std::begin(statuses), std::end(statuses), [](status_t status) { return status != B_OK; })) {
+        fSaved.reset();
+    }
 }

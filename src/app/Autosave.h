@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "kits/application/Timer.h"
 #include "src/prefs/StoreWriter.h"
 
@@ -9,7 +11,8 @@ class QelApp;
 /// seconds' worth. It looks every four seconds, and writes, on a thread of its own, only what changed.
 ///
 /// What changed is found by comparing archives, which costs some ten microseconds a chart: so nothing that the user
-/// can change can be forgotten here.
+/// can change can be forgotten here. They are compared only after something was handled that may have changed them
+/// (kits::EventLoop::CountChanges): samples, which say that they do not, cost nothing here.
 ///
 /// Main thread.
 class Autosave {
@@ -24,11 +27,15 @@ public:
     Autosave(const Autosave&) = delete;
     Autosave& operator=(const Autosave&) = delete;
 
+    /// What it does every four seconds: Save(), unless nothing can have changed since the last one and that is on the
+    /// disk.
+    void Look();
     /// Has what changed written, now.
     void Save();
 
 private:
     QelApp& fApp;
     StoreWriter fWriter;
+    std::optional<uint64> fSaved; ///< the count of changes when all was saved; nothing before, and when that failed
     kits::Timer fTimer;
 };

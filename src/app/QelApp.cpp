@@ -230,26 +230,33 @@ void QelApp::Close(SmartWindow* window, BMessage* archive)
     }
 }
 
-void QelApp::StoreArrangement()
+status_t QelApp::StoreArrangement()
 {
-    auto store = [](const char* name, const SmartWindow* window, BMessage& archive) {
+    status_t result = B_OK;
+    auto note = [&result](status_t status) {
+        if (status != B_OK) {
+            result = status;
+        }
+    };
+    auto store = [&note](const char* name, const SmartWindow* window, BMessage& archive) {
         if (window != nullptr) {
             archive.MakeEmpty();
-            window->Archive(&archive, false);
+            note(window->Archive(&archive, false));
         }
         if (!archive.IsEmpty()) {
-            prefs_user->SetMessage(name, &archive);
+            note(prefs_user->SetMessage(name, &archive));
         }
     };
     store("MainWindow", fMainWindow, fMainWindowArchive);
     store("GlobalPrefsWindow", fPrefsWindow, fPrefsWindowArchive);
     if (fSampler) {
         BMessage settings;
-        fSampler->SavePrefsTo(&settings);
-        prefs_user->SetMessage("Sysinfo", &settings);
+        note(fSampler->SavePrefsTo(&settings));
+        note(prefs_user->SetMessage("Sysinfo", &settings));
     }
     // What is stored now is of this version, whatever it was loaded from.
-    prefs_user->SetString("Version", kVersion);
+    note(prefs_user->SetString("Version", kVersion));
+    return result;
 }
 
 void QelApp::UpdateUptimes()

@@ -67,7 +67,8 @@ public:
     SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
 
     /// Puts what the windows and the sampler would store at the end into the user's store; does not write that.
-    void StoreArrangement();
+    /// @return the error of the last of them that could not be put there
+    status_t StoreArrangement();
 
 private:
     void WindowClosed(BMessage* message);

@@ -1,4 +1,5 @@
 #include "kits/application/Application.h"
+#include "kits/application/EventLoop.h"
 #include "kits/application/MainThread.h"
 #include "kits/interface/Clipboard.h"
 #include "kits/interface/Window.h"
@@ -22,9 +23,14 @@ constexpr uint32 kFontDrop = '!FNT';
 void ChartView::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-    case MSG_SYSINFO_SAMPLE:
+    case MSG_SYSINFO_SAMPLE: {
+        const rgb_color low = fLowColor;
         TakeSample(*message);
+        // All else that a sample does is drawing.
+        if (fLowColor == low)
+            kits::EventLoop::NoteUnchanged();
         break;
+    }
     case MSG_PREFS_DROP:
         LoadPrefsFrom(message);
         RedrawAll();

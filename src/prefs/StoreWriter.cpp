@@ -78,6 +78,13 @@ void StoreWriter::WriteWaiting()
     }
 }
 
+bool StoreWriter::HasWrittenAll() const
+{
+    const std::lock_guard lock(fLock);
+    return std::all_of(fSlots.begin(), fSlots.end(),
+                       [](const Slot& slot) { return slot.waiting == nullptr && slot.written != nullptr; });
+}
+
 status_t StoreWriter::Drain()
 {
     wait_for_thread(fWorker, nullptr);

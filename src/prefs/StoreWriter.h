@@ -33,6 +33,9 @@ public:
     ///         made: the copy waits for the next call
     status_t Write(const Preferences& store);
 
+    /// Whether the last copy handed over of each store is on the disk.
+    bool HasWrittenAll() const;
+
     /// Waits until everything handed over was written or has failed. Copies for which no thread could be made are
     /// written by the calling thread. The worker is gone when it returns.
     /// @return the first error of the last write of each store, B_OK when all are on the disk
@@ -52,8 +55,8 @@ private:
     void WriteWaiting();
     status_t StartWorker();
 
-    std::mutex fLock;        ///< guards the slots and fIsWorking; held for moments only
-    std::list<Slot> fSlots;  ///< those whose turn comes first are first
-    bool fIsWorking = false; ///< a worker will look at the slots once more
-    thread_id fWorker = -1;  ///< the last worker; only the calling thread uses it
+    mutable std::mutex fLock; ///< guards the slots and fIsWorking; held for moments only
+    std::list<Slot> fSlots;   ///< those whose turn comes first are first
+    bool fIsWorking = false;  ///< a worker will look at the slots once more
+    thread_id fWorker = -1;   ///< the last worker; only the calling thread uses it
 };

@@ -24,6 +24,8 @@ namespace {
 
 EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
+std::atomic<uint64> sCountChanges = 0;
+ChangeScope* sInnermostChange = nullptr; ///< of the main thread alone
 
 thread_local int32 sCountWakeOnce = 0;
 thread_local bool sWakeWanted = false;
@@ -118,6 +120,19 @@ uint64 EventLoop::CountUnlockedEvents()
     return sCountUnlocked;
 }
 
+uint64 EventLoop::CountChanges()
+{
+    if (sInnermostChange != nullptr && sInnermostChange->IsInsideACounted())
+        NoteChange();
+    return sCountChanges;
+}
+
+void EventLoop::NoteUnchanged()
+{
+    if (sInnermostChange != nullptr)
+        sInnermostChange->fCounts = false;
+}
+
 bool EventLoop::RunIfOnlyStreams()
 {
     BeginTurn();
@@ -127,6 +142,33 @@ bool EventLoop::RunIfOnlyStreams()
     }
     EndTurn(nullptr);
     return true;
+}
+
+void NoteChange()
+{
+    ++sCountChanges;
+}
+
+// Counted when it is over: whoever looked in a loop inside it has not seen what it did after that.
+ChangeScope::ChangeScope()
+    : fOuter(std::exchange(sInnermostChange, this))
+{
+}
+
+ChangeScope::~ChangeScope()
+{
+    sInnermostChange = fOuter;
+    if (fCounts)
+        NoteChange();
+}
+
+bool ChangeScope::IsInsideACounted() const
+{
+    for (const ChangeScope* scope = fOuter; scope != nullptr; scope = scope->fOuter) {
+        if (scope->fCounts)
+            return true;
+    }
+    return false;
 }
 
 void TakeTurn(const std::function<bool()>& stop)

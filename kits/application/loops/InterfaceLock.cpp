@@ -1,5 +1,6 @@
 #include "kits/application/InterfaceLock.h"
 
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/kernel/Errors.h"
 
 #include <algorithm>
@@ -47,6 +48,9 @@ status_t InterfaceLock::Acquire(int32 depth, bigtime_t timeout)
     fDepth = depth;
     fIsHandedOn = false;
     ++fCountAcquired;
+    // What the main thread does is counted as what it handles.
+    if (!IsMainThread())
+        NoteChange();
     NoteHeld();
     return B_OK;
 }

@@ -112,6 +112,7 @@ void RunOutermostActions()
         if (action == nullptr)
             return;
         EventLoop::NoteEvent();
+        const ChangeScope scope;
         action();
     }
 }

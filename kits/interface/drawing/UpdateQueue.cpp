@@ -29,6 +29,8 @@ bool Prepare(ViewImpl& view)
 {
     if (view.fWidgetDirty)
         view.SyncWidget();
+    if (!view.fMovedHook && !view.fResizedHook)
+        return true;
     const DispatchScope scope;
     return view.CallFrameHooks();
 }
@@ -41,6 +43,8 @@ bool CanDraw(const ViewImpl& view)
 /// False when the view is gone.
 bool Draw(ViewImpl& view)
 {
+    if (view.fInvalid.IsEmpty())
+        return true;
     const DispatchScope scope;
     const std::weak_ptr<ViewImpl*> self = view.fSelf;
     view.DrawInvalid();

@@ -1,6 +1,7 @@
 #include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/Application.h"
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/input/Pointer.h"
 #include "kits/interface/theme/Theme.h"
@@ -10,6 +11,7 @@
 #include <QEventLoop>
 
 #include <algorithm>
+#include <optional>
 
 namespace kits {
 
@@ -125,6 +127,10 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
         Mark() { sHandling++; }
         ~Mark() { sHandling--; }
     } const mark;
+    // What is handled in a turn counts on its own.
+    std::optional<ChangeScope> scope;
+    if (IsMainThread() && !fLoop->TakesTurns(receiver))
+        scope.emplace();
     if (event->spontaneous() || receiver->isWindowType())
         Pointer::Watch(receiver, event);
     return QApplication::notify(receiver, event);

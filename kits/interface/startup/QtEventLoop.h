@@ -34,6 +34,9 @@ public:
     /// Something is about to be handled: the lock is held from here on, as deep as before the wait.
     void Held();
 
+    /// Whether what is sent to the object only has a turn taken.
+    bool TakesTurns(const QObject* object) const { return object == &fNotifier || object == &fTimer; }
+
 private:
     void AboutToBlock();
     void BeginWait();

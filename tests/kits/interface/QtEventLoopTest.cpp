@@ -306,3 +306,135 @@ TEST_F(EventLoop, TimersKeepTheirMoments)
     EXPECT_GE(second - start, 60000);
     EXPECT_LT(first, second);
 }
+
+namespace {
+
+/// Looks, on and on, whether anything counts as a change from one look to the next.
+class Looking {
+public:
+    /// @param begin  begins something between two looks, once what it began before is over: until then it says false
+    explicit Looking(std::function<bool()> begin)
+        : fBegin(std::move(begin))
+        , fTimer([this] { Look(); })
+        , fGuard([] { kits::EventLoop::Current().Quit(); })
+    {
+    }
+    /// Lets the loop run until there was a change from one look to the next, or none.
+    bool Sees(bool change)
+    {
+        fWanted = change;
+        fLooks = 0;
+        fHasSeen = false;
+        fTimer.Start(1000);
+        fGuard.Start(60000000, false);
+        kits::EventLoop::Current().Run();
+        fTimer.Stop();
+        fGuard.Stop();
+        return fHasSeen;
+    }
+
+private:
+    void Look()
+    {
+        kits::EventLoop::NoteUnchanged();
+        const uint64 count = kits::EventLoop::CountChanges();
+        if (!fBegin())
+            return;
+        const bool hasMoved = std::exchange(fCount, count) != count;
+        // The first one has nothing to compare with.
+        if (++fLooks == 1 || hasMoved != fWanted)
+            return;
+        fHasSeen = true;
+        kits::EventLoop::Current().Quit();
+    }
+
+    std::function<bool()> fBegin;
+    kits::Timer fTimer;
+    kits::Timer fGuard;
+    uint64 fCount = 0;
+    int fLooks = 0;
+    bool fWanted = false;
+    bool fHasSeen = false;
+};
+
+/// What a view draws is no change, if the handler says so.
+class Scrolling : public BView {
+public:
+    Scrolling()
+        : BView(BRect(0, 0, 99, 49), "", 0, B_WILL_DRAW)
+    {
+    }
+    void MessageReceived(BMessage*) override
+    {
+        received++;
+        SetHighColor(static_cast<uint8>(received), 0, 0);
+        StrokeLine(BPoint(0, 0), BPoint(9, 9));
+        kits::EventLoop::NoteUnchanged();
+    }
+
+    int received = 0;
+};
+
+class Changes : public testing::Test {
+protected:
+    Changes()
+    {
+        fWindow->AddChild(fView);
+        test::Show(fWindow);
+    }
+    ~Changes() override
+    {
+        fWindow->Quit();
+        test::Turn();
+    }
+
+    BWindow* const fWindow = new BWindow(BRect(50, 50, 249, 149), "changes", B_TITLED_WINDOW, 0);
+    Scrolling* const fView = new Scrolling;
+};
+
+} // namespace
+
+TEST_F(Changes, TurnsOfTheLoopAreNone)
+{
+    EXPECT_TRUE(Looking([] { return true; }).Sees(false));
+}
+
+TEST_F(Changes, WhatOnlyDrawsIsNone)
+{
+    int posted = 0;
+    Looking looking([&] {
+        if (fView->received < posted)
+            return false;
+        BMessage message(1);
+        message.SetNewestWins(true);
+        fWindow->PostMessage(&message, fView);
+        posted = fView->received + 1;
+        return true;
+    });
+    EXPECT_TRUE(looking.Sees(false));
+}
+
+TEST_F(Changes, EventsOfTheToolkitAre)
+{
+    Looking looking([this] {
+        QCoreApplication::postEvent(kits::ViewWidget(fView), new QEvent(QEvent::User));
+        return true;
+    });
+    EXPECT_TRUE(looking.Sees(true));
+}
+
+TEST_F(Changes, TimersOfTheToolkitAre)
+{
+    QTimer timer;
+    timer.start(1);
+    EXPECT_TRUE(Looking([] { return true; }).Sees(true));
+}
+
+TEST_F(Changes, DrawingAViewAnewIsOne)
+{
+    Looking looking([this] {
+        fView->Invalidate();
+        return true;
+    });
+    EXPECT_TRUE(looking.Sees(true));
+}

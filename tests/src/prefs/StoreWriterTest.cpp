@@ -196,6 +196,36 @@ TEST_F(StoreWriterTest, AWriteThatFailedIsTriedAgainWithTheNextCall)
     EXPECT_EQ(NumberAtStart(), 2);
 }
 
+TEST_F(StoreWriterTest, TellsWhetherAllIsWritten)
+{
+    Gate gate;
+    Preferences store(kName, false);
+    Fill(store, 1);
+    StoreWriter writer;
+    EXPECT_TRUE(writer.HasWrittenAll());
+    {
+        const WithDisk with(gate);
+        ASSERT_EQ(writer.Write(store), B_OK);
+        EXPECT_FALSE(writer.HasWrittenAll());
+        gate.AwaitWrite();
+        EXPECT_FALSE(writer.HasWrittenAll());
+        gate.Open();
+        EXPECT_EQ(writer.Drain(), B_OK);
+        EXPECT_TRUE(writer.HasWrittenAll());
+    }
+    Switch disk;
+    const WithDisk with(disk);
+    disk.fFails = true;
+    Fill(store, 2);
+    ASSERT_EQ(writer.Write(store), B_OK);
+    EXPECT_EQ(writer.Drain(), B_IO_ERROR);
+    EXPECT_FALSE(writer.HasWrittenAll());
+    disk.fFails = false;
+    ASSERT_EQ(writer.Write(store), B_OK);
+    EXPECT_EQ(writer.Drain(), B_OK);
+    EXPECT_TRUE(writer.HasWrittenAll());
+}
+
 TEST_F(StoreWriterTest, DestroyingItWaitsForWhatWasHandedOver)
 {
     Preferences store(kName, false);

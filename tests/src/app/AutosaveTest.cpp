@@ -1,0 +1,198 @@
+#include "src/app/Autosave.h"
+
+#include "kits/application/EventLoop.h"
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/MainThread.h"
+#include "kits/interface/Screen.h"
+#include "src/prefs/Preferences.h"
+#include "src/sampling/Sysinfo.h"
+#include "src/support/MessageCodes.h"
+#include "tests/src/app/AppTest.h"
+#include "tests/src/app/AppWindows.h"
+#include "tests/support/Disks.h"
+#include "tests/support/GuiTest.h"
+
+#include <QGuiApplication>
+#include <atomic>
+#include <cerrno>
+#include <thread>
+
+namespace {
+
+/// An autosave of the test's own: it looks when it is told to.
+class Looks {
+public:
+    explicit Looks(QelApp& app)
+        : fApp(app)
+        , fAutosave(app)
+    {
+    }
+
+    /// Whether the arrangement is archived if it looks now: that puts back what is missing in the store.
+    bool Archives()
+    {
+        prefs_user->RemoveName("MainWindow");
+        fAutosave.Look();
+        return prefs_user->HasMessage("MainWindow");
+    }
+    /// Whether it is archived after this was done and handled.
+    bool ArchivesAfter(const std::function<void()>& action)
+    {
+        fAutosave.Save();
+        action();
+        kits::EventLoop::RunDue();
+        return Archives();
+    }
+    /// Whether it is not archived after this, some time: something else may always come in between.
+    bool SparesSometimes(const std::function<void()>& action)
+    {
+        return test::WaitFor([&] { return !ArchivesAfter(action); });
+    }
+    /// Whether it is archived after this, and not after nothing.
+    bool Notices(const std::function<void()>& action)
+    {
+        EXPECT_TRUE(SparesSometimes([] {}));
+        return ArchivesAfter(action);
+    }
+
+    void PostSample() const
+    {
+        BMessage sample(MSG_SYSINFO_SAMPLE);
+        sample.SetNewestWins(true);
+        sample.AddPointer("Sysinfo*", fApp.Sampler());
+        fApp.Window()->PostMessage(&sample, FirstChart(fApp));
+    }
+    void PostDelay(bool newestWins) const
+    {
+        BMessage message(MSG_SET_DELAY);
+        message.SetNewestWins(newestWins);
+        message.AddInt64("Delay", 300'000);
+        fApp.PostMessage(&message);
+    }
+
+private:
+    QelApp& fApp;
+    Autosave fAutosave;
+};
+
+class AutosaveTest : public AppTest {
+protected:
+    /// Runs the application until the test is done with it, once there are samples.
+    void Try(const std::function<void(QelApp&, Looks&)>& work)
+    {
+        Run({[](QelApp& app) {
+                 Tabs(app)->Select(1);
+                 test::Show(app.Window());
+                 EXPECT_TRUE(test::WaitFor([&app] { return app.Sampler()->NewestNode() != nullptr; }));
+             },
+             [&work](QelApp& app) {
+                 Looks looks(app);
+                 work(app, looks);
+             }});
+    }
+};
+
+/// Fails everything while it is told to.
+class Switch : public kits::FailingDevice {
+public:
+    int Before(kits::FileAction&) override { return fFails ? EIO : 0; }
+    std::atomic<bool> fFails = false;
+};
+
+} // namespace
+
+TEST_F(AutosaveTest, TheFirstLookArchives)
+{
+    Try([](QelApp&, Looks& looks) { EXPECT_TRUE(looks.Archives()); });
+}
+
+TEST_F(AutosaveTest, NothingIsArchivedAfterSamplesAlone)
+{
+    Try([](QelApp&, Looks& looks) {
+        EXPECT_TRUE(looks.SparesSometimes([&] { looks.PostSample(); }));
+        EXPECT_TRUE(looks.SparesSometimes([&] {
+            for (int i = 0; i < 3; i++) {
+                looks.PostSample();
+                kits::EventLoop::RunDue();
+            }
+        }));
+    });
+}
+
+TEST_F(AutosaveTest, MessagesAreNoticed)
+{
+    Try([](QelApp&, Looks& looks) {
+        EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(false); }));
+        // Whatever they say of themselves, and in whatever company.
+        EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(true); }));
+        EXPECT_TRUE(looks.Notices([&] {
+            looks.PostSample();
+            looks.PostDelay(true);
+            looks.PostSample();
+        }));
+    });
+}
+
+TEST_F(AutosaveTest, ActionsOfTheMainThreadAreNoticed)
+{
+    Try([](QelApp& app, Looks& looks) {
+        EXPECT_TRUE(looks.Notices([&] { kits::RunOnMainThread([&] { app.Window()->MoveTo(33, 44); }); }));
+    });
+}
+
+TEST_F(AutosaveTest, WhatTheUserDoesIsNoticed)
+{
+    Try([](QelApp& app, Looks& looks) {
+        EXPECT_TRUE(looks.Notices([&] { test::MoveTo(FirstChart(app), BPoint(5, 5)); }));
+        EXPECT_TRUE(looks.Notices([&] { test::Key(app.Window(), B_TAB); }));
+    });
+}
+
+TEST_F(AutosaveTest, OtherThreadsAreNoticed)
+{
+    Try([](QelApp& app, Looks& looks) {
+        EXPECT_TRUE(looks.Notices([&] {
+            const int32 depth = kits::InterfaceLock::Get().ReleaseAll();
+            std::thread([&] {
+                const kits::InterfaceLocker locker;
+                app.Window()->ResizeTo(300, 200);
+            }).join();
+            kits::InterfaceLock::Get().Restore(depth);
+        }));
+    });
+}
+
+TEST_F(AutosaveTest, ASampleThatBringsAnotherColourIsNoticed)
+{
+    if (QGuiApplication::platformName() != "offscreen")
+        GTEST_SKIP() << "nobody's desktop is painted by a test";
+    Try([](QelApp& app, Looks& looks) {
+        ChartView& chart = *FirstChart(app);
+        chart.SetLockBgColor(true);
+        const rgb_color color = make_color(1, 2, 3);
+        EXPECT_TRUE(looks.Notices([&] {
+            BScreen().SetDesktopColor(color, false);
+            looks.PostSample();
+        }));
+        EXPECT_EQ(chart.CurrentLowColor(), color);
+    });
+}
+
+TEST_F(AutosaveTest, IsTriedAgainUntilItIsOnTheDisk)
+{
+    Try([](QelApp&, Looks& looks) {
+        EXPECT_TRUE(looks.SparesSometimes([] {}));
+        Switch disk;
+        const WithDisk with(disk);
+        disk.fFails = true;
+        prefs_user->SetBool("Another", true);
+        EXPECT_TRUE(looks.ArchivesAfter([] {}));
+        for (int i = 0; i < 20; i++)
+            EXPECT_TRUE(looks.Archives());
+        disk.fFails = false;
+        EXPECT_TRUE(looks.Archives());
+        EXPECT_TRUE(looks.SparesSometimes([] {}));
+        const Preferences stored("application/x-vnd.kvt-Qel", false, true);
+        EXPECT_TRUE(stored.HasBool("Another"));
+    });
+}
