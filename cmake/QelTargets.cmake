@@ -20,6 +20,8 @@ function(qel_test name)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINK})
+    # What is tested is optimised; optimising the tests would take longer than running them, twice so under sanitizers.
+    target_compile_options(${name} PRIVATE -O0)
     target_compile_definitions(${name} PRIVATE QEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     if(ARG_GUI)
         # The program brings a main() of its own, which sets the toolkit up before the first test.
