@@ -20,7 +20,7 @@ Autosave::Autosave(QelApp& app)
 
 void Autosave::Look()
 {
-    if (kits::EventLoop::CountChanges() != fSaved || !fWriter.HasWrittenAll()) {
+    if (kits::EventLoop::CountChanges() != fSaved || !HasWrittenAll()) {
         Save();
     }
 }

@@ -32,6 +32,8 @@ public:
     void Look();
     /// Has what changed written, now.
     void Save();
+    /// Whether all that was saved is on the disk.
+    bool HasWrittenAll() const { return fWriter.HasWrittenAll(); }
 
 private:
     QelApp& fApp;
