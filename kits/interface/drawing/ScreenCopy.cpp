@@ -168,22 +168,25 @@ bool ScreenCopy::Add(const PixelRect& rect)
     uchar* const pixels = const_cast<uchar*>(fWindow->picture->constBits());
     const qsizetype bytesPerLine = fWindow->picture->bytesPerLine();
     uchar* to = pixels + place.y() * bytesPerLine + static_cast<qsizetype>(place.x()) * 4;
-    const auto width = static_cast<size_t>(rect.Width());
     // A caption that says nearly the same again is shown only where it differs.
-    QRect changed;
-    for (int y = place.top(); y <= place.bottom(); y++, from += stride, to += bytesPerLine) {
+    const int32 width = rect.Width();
+    PixelRect changed{width, rect.Height(), 0, 0};
+    for (int32 y = 0; y < rect.Height(); y++, from += stride, to += bytesPerLine) {
         auto* const shown = reinterpret_cast<uint32*>(to);
-        const auto first = static_cast<size_t>(std::mismatch(from, from + width, shown).first - from);
-        if (first == width)
+        if (std::memcmp(from, shown, static_cast<size_t>(width) * sizeof(uint32)) == 0)
             continue;
-        size_t end = width;
+        int32 first = 0;
+        while (from[first] == shown[first])
+            first++;
+        int32 end = width;
         while (from[end - 1] == shown[end - 1])
             end--;
-        std::memcpy(shown + first, from + first, (end - first) * sizeof(uint32));
-        changed |= QRect(place.left() + static_cast<int>(first), y, static_cast<int>(end - first), 1);
+        std::memcpy(shown + first, from + first, static_cast<size_t>(end - first) * sizeof(uint32));
+        changed = {std::min(changed.left, first), std::min(changed.top, y), std::max(changed.right, end), y + 1};
     }
-    if (!changed.isEmpty())
-        fWindow->changed.push_back(changed);
+    if (!changed.IsEmpty())
+        fWindow->changed.emplace_back(place.x() + changed.left, place.y() + changed.top, changed.Width(),
+                                      changed.Height());
     return true;
 }
 
