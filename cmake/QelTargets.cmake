@@ -22,7 +22,14 @@ function(qel_test name)
     target_link_libraries(${name} PRIVATE ${ARG_LINK})
     # What is tested is optimised; optimising the tests would take longer than running them, twice so under sanitizers.
     target_compile_options(${name} PRIVATE -O0)
-    target_compile_definitions(${name} PRIVATE QEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+    # A path in every command line would keep clones from sharing what the compiler's cache holds.
+    foreach(source ${sources})
+        file(READ ${source} text)
+        if(text MATCHES "QEL_TEST_DATA")
+            set_property(SOURCE ${source} APPEND PROPERTY
+                COMPILE_DEFINITIONS QEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+        endif()
+    endforeach()
     if(ARG_GUI)
         # The program brings a main() of its own, which sets the toolkit up before the first test.
         target_link_libraries(${name} PRIVATE GTest::gtest)
