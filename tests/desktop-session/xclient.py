@@ -6,6 +6,7 @@ import time
 
 XID = ctypes.c_ulong
 CLIENT_MESSAGE = 33
+STRUCTURE_NOTIFY = 1 << 17
 REDIRECT_AND_NOTIFY = 1 << 20 | 1 << 19
 
 
@@ -26,6 +27,11 @@ def library():
             ("XCreateSimpleWindow", XID, [display, XID] + [ctypes.c_int] * 2 + [ctypes.c_uint] * 3 + [XID] * 2),
             ("XSendEvent", ctypes.c_int, [display, XID, ctypes.c_int, ctypes.c_long, ctypes.POINTER(Event)]),
             ("XListProperties", ctypes.c_void_p, [display, XID, ctypes.POINTER(ctypes.c_int)]),
+            ("XChangeProperty", ctypes.c_int, [display, XID, XID, XID, ctypes.c_int, ctypes.c_int, ctypes.c_char_p,
+                                               ctypes.c_int]),
+            ("XSetSelectionOwner", ctypes.c_int, [display, XID, XID, ctypes.c_ulong]),
+            ("XGetSelectionOwner", XID, [display, XID]),
+            ("XSync", ctypes.c_int, [display, ctypes.c_int]),
             ("XFree", ctypes.c_int, [ctypes.c_void_p])):
         function = getattr(x, name)
         function.restype, function.argtypes = result, arguments
@@ -45,12 +51,38 @@ class Client:
         return self
 
     def __exit__(self, *_):
+        self.close()
+
+    def close(self):
         X.XCloseDisplay(self._display)
+
+    def _atom(self, name):
+        return X.XInternAtom(self._display, name, 0)
+
+    def make_window(self):
+        """One that is never shown."""
+        return X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
+
+    def set_bytes(self, window, name, data):
+        """A property of bytes whose type has its name."""
+        X.XChangeProperty(self._display, window, self._atom(name), self._atom(name), 8, 0, data, len(data))
+        X.XSync(self._display, 0)
+
+    def own_selection(self, name, window):
+        """And says so to those who wait for an owner."""
+        X.XSetSelectionOwner(self._display, self._atom(name), window, 0)
+        if X.XGetSelectionOwner(self._display, self._atom(name)) != window:
+            raise RuntimeError(f"cannot own {name}")
+        root = X.XDefaultRootWindow(self._display)
+        event = Event(type=CLIENT_MESSAGE, window=root, format=32, message_type=self._atom(b"MANAGER"))
+        event.data[:3] = (0, self._atom(name), window)
+        X.XSendEvent(self._display, root, 0, STRUCTURE_NOTIFY, ctypes.byref(event))
+        X.XSync(self._display, 0)
 
     def _ask(self, request, window, *data):
         root = X.XDefaultRootWindow(self._display)
         event = Event(type=CLIENT_MESSAGE, window=window, format=32,
-                      message_type=X.XInternAtom(self._display, request, 0))
+                      message_type=self._atom(request))
         event.data[: len(data)] = data
         X.XSendEvent(self._display, root, 0, REDIRECT_AND_NOTIFY, ctypes.byref(event))
 
@@ -61,7 +93,7 @@ class Client:
     def await_manager(self, timeout):
         """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
         handles everything in order: it has the press behind it when it answers what is asked now."""
-        window = X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
+        window = self.make_window()
         count = ctypes.c_int(0)
         end = time.monotonic() + timeout
         asked = -math.inf
