@@ -48,6 +48,11 @@ public:
     static void NoteEvent();
     /// How many events and messages were handled without the lock so far. Has to stay 0.
     static uint64 CountUnlockedEvents();
+    /// To be called for every event that a toolkit delivers on a thread other than the main one.
+    static void NoteEventElsewhere();
+    /// The number of these so far. What the program does on its threads delivers none, so a test sees this stay as it
+    /// is; the toolkit's own threads may.
+    static uint64 CountEventsElsewhere();
 
     /// Moves whenever something was handled that may have changed anything: each event of the toolkit, message, timer
     /// and action counts when it is over, and another thread counts when it takes the interface lock. For who looks

@@ -24,6 +24,7 @@ namespace {
 
 EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
+std::atomic<uint64> sCountElsewhere = 0;
 std::atomic<uint64> sCountChanges = 0;
 ChangeScope* sInnermostChange = nullptr; ///< of the main thread alone
 
@@ -118,6 +119,16 @@ void EventLoop::NoteEvent()
 uint64 EventLoop::CountUnlockedEvents()
 {
     return sCountUnlocked;
+}
+
+void EventLoop::NoteEventElsewhere()
+{
+    ++sCountElsewhere;
+}
+
+uint64 EventLoop::CountEventsElsewhere()
+{
+    return sCountElsewhere;
 }
 
 uint64 EventLoop::CountChanges()

@@ -27,6 +27,7 @@ QtEventLoop::QtEventLoop()
         fArmedFor = B_INFINITE_TIMEOUT;
         TakeTurn();
     });
+    // The main thread's; other threads that wait in a loop of the toolkit have dispatchers of their own.
     QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
     QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &fNotifier, [this] { AboutToBlock(); });
     QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &fNotifier, [this] { Held(); });
@@ -119,6 +120,11 @@ KitsApplication::KitsApplication(int& argc, char** argv)
 
 bool KitsApplication::notify(QObject* receiver, QEvent* event)
 {
+    // Nobody gives up again what another thread would take here, and the rest is the main thread's alone.
+    if (!IsMainThread()) {
+        EventLoop::NoteEventElsewhere();
+        return QApplication::notify(receiver, event);
+    }
     if (fLoop == nullptr)
         return QApplication::notify(receiver, event);
     fLoop->Held();
@@ -129,7 +135,7 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
     } const mark;
     // What is handled in a turn counts on its own.
     std::optional<ChangeScope> scope;
-    if (IsMainThread() && !fLoop->TakesTurns(receiver))
+    if (!fLoop->TakesTurns(receiver))
         scope.emplace();
     if (event->spontaneous() || receiver->isWindowType())
         Pointer::Watch(receiver, event);

@@ -22,6 +22,9 @@ namespace kits {
 /// application object for every event), or in awake. Neither alone is enough: one dispatcher says that it is awake only
 /// after its events, and a lock around every event alone would shut other threads out for as long as a nested loop
 /// runs.
+///
+/// Main thread. The toolkit delivers events on other threads as well, where it loads a plugin for example; those get
+/// by without the loop and without the lock.
 class QtEventLoop : public EventLoop {
 public:
     /// Needs the toolkit's application object.
@@ -52,7 +55,8 @@ private:
     std::vector<QEventLoop*> fRunning;
 };
 
-/// The toolkit's application object: every event goes through it.
+/// The toolkit's application object: every event goes through it, on whichever thread. Those of other threads are
+/// counted (EventLoop::CountEventsElsewhere) and handed on, nothing else.
 class KitsApplication : public QApplication {
 public:
     KitsApplication(int& argc, char** argv);
@@ -60,7 +64,7 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
     void SetLoop(QtEventLoop* loop) { fLoop = loop; }
 
-    /// Whether some object's event handler is on the stack.
+    /// True if an object's event handler is on the main thread's stack. Main thread.
     static bool IsHandlingEvent() { return sHandling > 0; }
 
 protected:

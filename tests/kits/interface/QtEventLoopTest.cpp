@@ -100,10 +100,12 @@ protected:
         poster.Start(2000);
         test::Turn();
         before = kits::EventLoop::CountUnlockedEvents();
+        elsewhere = kits::EventLoop::CountEventsElsewhere();
     }
     ~EventLoop() override
     {
         EXPECT_EQ(kits::EventLoop::CountUnlockedEvents(), before);
+        EXPECT_EQ(kits::EventLoop::CountEventsElsewhere(), elsewhere);
         EXPECT_EQ(watch.unlocked, 0);
         EXPECT_EQ(view->unlocked, 0);
         EXPECT_GT(watch.events, 0);
@@ -125,6 +127,7 @@ protected:
     Counting* view;
     kits::Timer poster;
     uint64 before = 0;
+    uint64 elsewhere = 0;
 };
 
 } // namespace
