@@ -43,6 +43,11 @@ void SetFigure(int32* figure, std::optional<uint64> value)
         *figure = static_cast<int32>(std::min<uint64>(*value, INT32_MAX));
 }
 
+int64 PagesOf(uint64 kilobytes)
+{
+    return static_cast<int64>(std::min<uint64>(kilobytes / kKilobytesPerPage, kMaxPages));
+}
+
 /// Whether something is to be done again after so much time; a clock that goes back is no reason to wait for it.
 class Interval {
 public:
@@ -106,6 +111,8 @@ public:
     void Read(bigtime_t now);
 
     system_info info{};
+    int64 maxPages = 1;
+    int64 usedPages = 0;
     const ActiveClock& Clock() const { return fActiveClock; }
 
 private:
@@ -188,11 +195,12 @@ void SystemReader::Implementation::ReadMemory()
 {
     const MemoryTexts memory = ParseMemInfo(fMemInfo.Read());
     if (memory.total.has_value()) {
-        SetFigure(&info.max_pages, std::max<uint64>(*memory.total / kKilobytesPerPage, 1));
+        maxPages = std::max<int64>(PagesOf(*memory.total), 1);
         if (memory.available.has_value())
-            SetFigure(&info.used_pages,
-                      (*memory.total - std::min(*memory.available, *memory.total)) / kKilobytesPerPage);
-        info.used_pages = std::min(+info.used_pages, +info.max_pages);
+            usedPages = PagesOf(*memory.total - std::min(*memory.available, *memory.total));
+        usedPages = std::min(usedPages, maxPages);
+        SetFigure(&info.max_pages, static_cast<uint64>(maxPages));
+        SetFigure(&info.used_pages, static_cast<uint64>(usedPages));
     }
 
     // The kernel writes this long file as far as it is read, and half of it is enough.
@@ -265,6 +273,13 @@ void SystemReader::Read(bigtime_t now, system_info* info, bigtime_t* activeTimes
     const size_t count = std::min(static_cast<size_t>(std::max(capacity, 0)), clock.CountProcessors());
     for (size_t i = 0; i < count; ++i)
         activeTimes[i] = clock.ActiveTime(i);
+}
+
+void SystemReader::GetFigures(SystemFigures* figures) const
+{
+    figures->activeUntil = fImplementation->Clock().LastTime();
+    figures->maxPages = fImplementation->maxPages;
+    figures->usedPages = fImplementation->usedPages;
 }
 
 } // namespace kits

@@ -11,11 +11,12 @@ namespace kits {
 ///
 /// cpu_count     the highest processor online when the reader was made, plus one, at most kMaxProcessors.
 /// active_time   user, nice, system, irq, softirq and steal time of `/proc/stat` in microseconds; the kernel counts in
-///               steps of 10 ms. It never goes back, and never advances by more than the time since the last reading;
-///               what is left over is carried on, up to one second. A processor that goes offline keeps its value and
-///               goes on from there when it is back. One that is first seen later starts at 0 if it is below
+///               steps of 10 ms. It never goes back, and never advances by more than the time since this processor was
+///               last read; what is left over is carried on, up to one second. A processor that goes offline keeps its
+///               value and goes on from there when it is back. One that is first seen later starts at 0 if it is below
 ///               `cpu_count`, and is not counted otherwise.
-/// max_pages     MemTotal; used_pages: MemTotal less MemAvailable. In pages of 4096 bytes.
+/// max_pages     MemTotal; used_pages: MemTotal less MemAvailable. In pages of 4096 bytes; 64 bits of each are in
+///               SystemFigures.
 /// page_faults   pgfault of `/proc/vmstat`, its low 32 bits.
 /// max_teams     the lowest limit that stops the user: kernel.pid_max, pids.max of the control group of this process
 /// and
@@ -51,6 +52,9 @@ public:
     /// @param activeTimes  gets the active times of the first processors; may be null if `capacity` is 0
     /// @param capacity     number of elements of `activeTimes`
     void Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity);
+
+    /// What belongs to the last reading and has no place in its record; `time` is left alone.
+    void GetFigures(SystemFigures* figures) const;
 
 private:
     class Implementation;

@@ -14,6 +14,7 @@
 #include "src/app/Startup.h"
 #include "src/app/Stores.h"
 #include "src/app/TellCommand.h"
+#include "src/support/MachineCheck.h"
 #include "src/support/Qel.h"
 #include "src/support/SecondStart.h"
 
@@ -57,6 +58,9 @@ int RunSnapshot(const CommandLine& line)
 
 int RunWithWindows(char** argv, const CommandLine& line)
 {
+    if (!HasMachineToRead("qel")) {
+        return 1;
+    }
     // The toolkit reads arguments of its own from what it is given; ours are none of them.
     int argc = 1;
     if (kits::InitInterface(argc, argv) != B_OK) {
@@ -84,7 +88,7 @@ int RunProgram(int argc, char** argv)
     case CommandLine::Action::kVersion:
         return Print(("qel " + std::string(kVersion) + "\n").c_str());
     case CommandLine::Action::kRead:
-        return RunReadCommand(line);
+        return HasMachineToRead("qel") ? RunReadCommand(line) : 1;
     case CommandLine::Action::kTell:
         return RunTellCommand(line);
     case CommandLine::Action::kSnapshot:

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "src/sampling/ValueProvider.h"
+
 namespace {
 
 /// Length of the UTF-8 sequence at the start of the text; 0 when there is none.
@@ -135,8 +137,8 @@ std::string ReadingsAsTable(const std::vector<Reading>& readings)
     addRow(kHeadings[0], kHeadings[1], kHeadings[2]);
     for (const Reading& reading : readings) {
         if (reading.flags == 0) {
-            std::array<char, 32> share;
-            std::snprintf(share.data(), share.size(), "%.1f %%", reading.fraction * 100);
+            std::array<char, ValueProvider::kValueStringLength> share;
+            ValueProvider::PrintPercent(share.data(), reading.fraction);
             addRow(reading.name, share.data(), reading.caption);
         }
     }

@@ -7,6 +7,7 @@
 #include "kits/interface/InterfaceKit.h"
 #include "kits/kernel/Errors.h"
 #include "src/desktop/DesktopApp.h"
+#include "src/support/MachineCheck.h"
 #include "src/support/Qel.h"
 #include "src/support/SecondStart.h"
 
@@ -48,6 +49,9 @@ int RunDesktopProgram(int argc, char** argv)
         std::fprintf(stderr, "qel-desktop: unknown option %s (see --help)\n", argv[1]);
         return 2;
     }
+    // The list of sources names the processors of this machine.
+    if (!HasMachineToRead("qel-desktop"))
+        return 1;
     // Only there can windows stand on the desktop.
     kits::PreferX11();
     int count = 1;

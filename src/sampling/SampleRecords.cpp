@@ -31,6 +31,21 @@ std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field)
     return times;
 }
 
+bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory)
+{
+    MemoryBody found = {info.max_pages, info.used_pages};
+    const void* data = nullptr;
+    ssize_t size = 0;
+    if (message->FindData(kMemoryField, B_RAW_TYPE, &data, &size) == B_OK) {
+        if (size != sizeof(found))
+            return false;
+        memcpy(&found, data, sizeof(found));
+    }
+    memory->maxPages = std::clamp<int64>(found.maxPages, 1, kits::kMaxPages);
+    memory->usedPages = std::clamp<int64>(found.usedPages, 0, memory->maxPages);
+    return true;
+}
+
 void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize)
 {
     message->AddData(field, B_RAW_TYPE, record, static_cast<ssize_t>(recordSize), true, 1);

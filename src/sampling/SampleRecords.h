@@ -41,17 +41,25 @@ struct SysinfoNodeBody {
     system_info info;
 };
 
+/// "sn:Memory": what the sample's record has no room for. Only there if it does not fit (more than 8 TiB of memory).
+struct MemoryBody {
+    int64 maxPages;
+    int64 usedPages;
+};
+
 #pragma pack(pop)
 
 static_assert(sizeof(system_info) == 508);
 static_assert(sizeof(SysinfoBody) == 574);
 static_assert(sizeof(SysinfoNodeBody) == 560);
+static_assert(sizeof(MemoryBody) == 16);
 
 /// Fields of the sample message to another process.
 inline constexpr const char* kSysinfoBodyField = "si:Body";
 inline constexpr const char* kSumActiveField = "si:TRCPUTD";
 inline constexpr const char* kNodeBodyField = "sn:Body";
 inline constexpr const char* kActiveDeltasField = "sn:RCPUTD";
+inline constexpr const char* kMemoryField = "sn:Memory";
 
 /// Copies as many bytes of the field as it and the record have; the rest of the record keeps its value.
 /// @return whether the field was there and held a whole record
@@ -59,6 +67,12 @@ bool FindRecord(const BMessage* message, const char* field, void* record, size_t
 
 /// One int64 a processor, at most kits::kMaxProcessors; a missing field gives none.
 std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field);
+
+/// Finds the number of pages of a sample: in kMemoryField if it is there, else in the record.
+/// @param info    held to its range already
+/// @param memory  set to values that a sampler can have sent: 1 to kits::kMaxPages pages, no more of them used
+/// @return false, and nothing is set, if the field has another length
+bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory);
 
 void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize);
 void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times);

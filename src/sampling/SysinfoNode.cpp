@@ -1,9 +1,9 @@
 #include "src/sampling/SysinfoNode.h"
 
 #include "kits/application/Message.h"
-#include "kits/kernel/Clock.h"
 #include "src/sampling/SampleRecords.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace {
@@ -21,6 +21,17 @@ int32 WrappingDifference(int32 a, int32 b)
 CounterDeltas CountersOf(const system_info& info)
 {
     return {info.page_faults, info.used_pages, info.used_sems, info.used_threads, info.used_teams, info.used_ports};
+}
+
+/// What a sample says of a processor that was active for so long in a period that ended with it.
+/// @param period   may be longer than the sample, if samples before could not read the processors
+/// @param elapsed  the sample's length
+bigtime_t ActiveInSample(bigtime_t active, bigtime_t period, bigtime_t elapsed)
+{
+    if (period > elapsed)
+        active = static_cast<bigtime_t>(static_cast<double>(active) * static_cast<double>(elapsed) /
+                                        static_cast<double>(period));
+    return std::max<bigtime_t>(std::min(active, elapsed), 0);
 }
 
 } // namespace
@@ -68,22 +79,30 @@ SysinfoNode::SysinfoNode(const BMessage* ghostArchive)
     fInfo = body.info;
     fActiveDeltas = FindTimes(ghostArchive, kActiveDeltasField);
     HoldToRange(&fInfo);
+    MemoryBody memory = {};
+    if (!FindMemory(ghostArchive, fInfo, &memory))
+        fInitStatus = B_BAD_VALUE;
+    fMaxPages = memory.maxPages;
+    fUsedPages = memory.usedPages;
     HoldToRange(fInfo.cpu_count, &fElapsed, &fTotalActive, &fActiveDeltas);
 }
 
 void SysinfoNode::Update(const SysinfoNode* previous)
 {
-    // The machine is read for this very moment, so that nobody was active for longer than has elapsed.
-    fTime = system_time();
+    kits::SystemFigures figures;
     if (fActiveTimes.empty()) {
         fActiveTimes.resize(kits::kMaxProcessors);
-        get_system_info_at(fTime, &fInfo, fActiveTimes.data(), kits::kMaxProcessors);
+        kits::ReadSystem(&fInfo, &figures, fActiveTimes.data(), kits::kMaxProcessors);
         fActiveTimes.resize(static_cast<size_t>(fInfo.cpu_count));
         fActiveTimes.shrink_to_fit();
         fActiveDeltas.resize(fActiveTimes.size());
     } else {
-        get_system_info_at(fTime, &fInfo, fActiveTimes.data(), static_cast<int32>(fActiveTimes.size()));
+        kits::ReadSystem(&fInfo, &figures, fActiveTimes.data(), static_cast<int32>(fActiveTimes.size()));
     }
+    fTime = figures.time;
+    fActiveUntil = figures.activeUntil;
+    fMaxPages = figures.maxPages;
+    fUsedPages = figures.usedPages;
 
     fElapsed = 0;
     fTotalActive = 0;
@@ -95,8 +114,9 @@ void SysinfoNode::Update(const SysinfoNode* previous)
     fElapsed = fTime - previous->fTime;
     fCounters = CountersOf(fInfo);
     fCounters -= CountersOf(previous->fInfo);
+    const bigtime_t period = fActiveUntil - previous->fActiveUntil;
     for (size_t i = 0; i < fActiveDeltas.size(); i++) {
-        fActiveDeltas[i] = fActiveTimes[i] - previous->fActiveTimes[i];
+        fActiveDeltas[i] = ActiveInSample(fActiveTimes[i] - previous->fActiveTimes[i], period, fElapsed);
         fTotalActive += fActiveDeltas[i];
     }
 }
@@ -111,6 +131,10 @@ void SysinfoNode::GhostArchive(BMessage* archive) const
     body.info = fInfo;
     AddRecord(archive, kNodeBodyField, &body, sizeof(body));
     AddTimes(archive, kActiveDeltasField, fActiveDeltas);
+    if (fMaxPages != fInfo.max_pages || fUsedPages != fInfo.used_pages) {
+        const MemoryBody memory = {fMaxPages, fUsedPages};
+        AddRecord(archive, kMemoryField, &memory, sizeof(memory));
+    }
 }
 
 bigtime_t SysinfoNode::ActiveDelta(int32 processor) const

@@ -33,10 +33,11 @@ public:
 
     /// A ghost: the sample that GhostArchive() of another process wrote. The message may be anything: missing fields
     /// leave zeros, short ones zeros at their end, long ones are cut. Values that no sampler produces are held to what
-    /// one can produce, so that no share computed from a ghost leaves 0..1. Use it only if InitCheck() is B_OK.
+    /// one can produce, so that no share computed from a ghost leaves 0..1. "sn:Memory" of another length than 16 bytes
+    /// is refused. Use it only if InitCheck() is B_OK.
     explicit SysinfoNode(const BMessage* ghostArchive);
 
-    /// B_OK, except for a ghost whose message had no whole "sn:Body": B_BAD_VALUE, and all figures are zero.
+    /// B_OK, except for a ghost whose message had no whole "sn:Body" or was refused: B_BAD_VALUE.
     status_t InitCheck() const { return fInitStatus; }
 
     /// Takes a sample: reads the machine now and computes the changes.
@@ -45,7 +46,8 @@ public:
     ///                  then all changes are 0.
     void Update(const SysinfoNode* previous);
 
-    /// Adds the fields "sn:Body" (560 bytes) and "sn:RCPUTD" (8 bytes a processor).
+    /// Adds the fields "sn:Body" (560 bytes) and "sn:RCPUTD" (8 bytes a processor), and, if the number of pages does
+    /// not fit in the record, "sn:Memory" (16 bytes).
     void GhostArchive(BMessage* archive) const;
 
     /// system_time() of the sample, microseconds.
@@ -54,7 +56,8 @@ public:
     bigtime_t Elapsed() const { return fElapsed; }
     /// Sum of ActiveDelta() over all processors, microseconds; at most Elapsed() times their number.
     bigtime_t TotalActive() const { return fTotalActive; }
-    /// How long a processor was busy since the sample before, microseconds, at most Elapsed().
+    /// How long a processor was busy since the sample before, microseconds, at most Elapsed(). After samples that could
+    /// not read the processors it is their part of the whole time since they were last read.
     /// 0 for a processor of which nothing is known.
     bigtime_t ActiveDelta(int32 processor) const;
     /// Number of processors of which ActiveDelta() is known, at most kits::kMaxProcessors.
@@ -62,11 +65,20 @@ public:
     const CounterDeltas& Counters() const { return fCounters; }
     /// The figures as read. The record has room for the active times of the first eight processors.
     const system_info& Info() const { return fInfo; }
+    /// The memory in pages of 4096 bytes, 1 to kits::kMaxPages once there is a sample. The record holds no more than
+    /// INT32_MAX of them.
+    int64 MaxPages() const { return fMaxPages; }
+    /// At most MaxPages().
+    int64 UsedPages() const { return fUsedPages; }
 
 private:
     bigtime_t fTime = 0;
     bigtime_t fElapsed = 0;
     bigtime_t fTotalActive = 0;
+    /// The moment up to which the active times count; before fTime if this sample could not read them.
+    bigtime_t fActiveUntil = 0;
+    int64 fMaxPages = 0;
+    int64 fUsedPages = 0;
     std::vector<bigtime_t> fActiveDeltas;
     CounterDeltas fCounters;
     system_info fInfo;

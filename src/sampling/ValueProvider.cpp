@@ -29,31 +29,31 @@ struct CountedTarget {
     const char* availableName;
     const char* usedName;
     const char* unit;
-    int64 (*maximum)(const system_info& info);
-    int64 (*inUse)(const system_info& info);
+    int64 (*maximum)(const SysinfoNode& sample);
+    int64 (*inUse)(const SysinfoNode& sample);
 
-    int64 Count(vptarget_t target, const system_info& info) const
+    int64 Count(vptarget_t target, const SysinfoNode& sample) const
     {
-        return target == used ? inUse(info) : maximum(info) - inUse(info);
+        return target == used ? inUse(sample) : maximum(sample) - inUse(sample);
     }
 };
 
 constexpr CountedTarget kCountedTargets[] = {
     {VP_FREE_MEMORY, VP_USED_MEMORY, TrLater("Free memory"), TrLater("Used memory"), nullptr,
-     [](const system_info& info) -> int64 { return info.max_pages; },
-     [](const system_info& info) -> int64 { return info.used_pages; }},
+     [](const SysinfoNode& sample) { return sample.MaxPages(); },
+     [](const SysinfoNode& sample) { return sample.UsedPages(); }},
     {VP_AVAILABLE_SEMS, VP_ALLOCATED_SEMS, TrLater("Available semaphores"), TrLater("Allocated semaphores"), "sems",
-     [](const system_info& info) -> int64 { return info.max_sems; },
-     [](const system_info& info) -> int64 { return info.used_sems; }},
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_sems; },
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_sems; }},
     {VP_AVAILABLE_TEAMS, VP_ALLOCATED_TEAMS, TrLater("Available teams"), TrLater("Allocated teams"), "teams",
-     [](const system_info& info) -> int64 { return info.max_teams; },
-     [](const system_info& info) -> int64 { return info.used_teams; }},
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_teams; },
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_teams; }},
     {VP_AVAILABLE_THREADS, VP_ALLOCATED_THREADS, TrLater("Available threads"), TrLater("Allocated threads"), "threads",
-     [](const system_info& info) -> int64 { return info.max_threads; },
-     [](const system_info& info) -> int64 { return info.used_threads; }},
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_threads; },
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_threads; }},
     {VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS, TrLater("Available ports"), TrLater("Allocated ports"), "ports",
-     [](const system_info& info) -> int64 { return info.max_ports; },
-     [](const system_info& info) -> int64 { return info.used_ports; }},
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_ports; },
+     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_ports; }},
 };
 
 const CountedTarget* FindCounted(vptarget_t target)
@@ -137,8 +137,7 @@ double ValueProvider::Value(const Sysinfo* sampler, const SysinfoNode* sample)
 double ValueProvider::Fraction(const Sysinfo* sampler, const SysinfoNode* sample) const
 {
     if (const CountedTarget* counted = FindCounted(fTarget)) {
-        return static_cast<double>(counted->Count(fTarget, sample->Info())) /
-               static_cast<double>(counted->maximum(sample->Info()));
+        return static_cast<double>(counted->Count(fTarget, *sample)) / static_cast<double>(counted->maximum(*sample));
     }
 
     const bool average = (fFlags & VP_AVERAGE) != 0;
@@ -182,11 +181,19 @@ void ValueProvider::GetValueString(char* buffer, const Sysinfo* sampler, const S
 {
     const CountedTarget* counted = FindCounted(fTarget);
     if (counted == nullptr)
-        PrintDecimal(buffer, Value(sampler, sample) * 100.0, "%");
+        PrintPercent(buffer, Value(sampler, sample));
     else if (counted->unit == nullptr)
-        PrintMemory(buffer, counted->Count(fTarget, sample->Info()));
+        PrintMemory(buffer, counted->Count(fTarget, *sample));
     else
-        PrintCount(buffer, counted->Count(fTarget, sample->Info()), counted->unit);
+        PrintCount(buffer, counted->Count(fTarget, *sample), counted->unit);
+}
+
+void ValueProvider::PrintPercent(char* buffer, double share)
+{
+    PrintDecimal(buffer, share * 100.0, "%");
+    // An idle share of nothing may come out a little below: it is computed in single precision.
+    if (std::strcmp(buffer, "-0.0 %") == 0)
+        PrintDecimal(buffer, 0, "%");
 }
 
 void ValueProvider::PrintMemory(char* buffer, int64 pages)

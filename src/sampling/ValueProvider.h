@@ -73,6 +73,10 @@ public:
     /// @param buffer  with room for kValueStringLength characters
     void GetValueString(char* buffer, const Sysinfo* sampler, const SysinfoNode* sample);
 
+    /// Writes a share in percent: "12.3 %", never "-0.0 %". The decimal point is a point in every language.
+    /// @param buffer  with room for kValueStringLength characters
+    static void PrintPercent(char* buffer, double share);
+
     /// Writes how much memory that many pages of 4096 bytes are: "nothing", "4.0 kB", "1.5 MB". The decimal point is
     /// a point in every language.
     /// @param buffer  with room for kValueStringLength characters

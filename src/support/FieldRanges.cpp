@@ -73,6 +73,7 @@ constexpr kits::FieldRange kRanges[] = {
     {kNodeBodyField, B_RAW_TYPE, sizeof(SysinfoNodeBody), kLongestText},
     {kSumActiveField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
     {kActiveDeltasField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
+    {kMemoryField, B_RAW_TYPE, sizeof(MemoryBody), sizeof(MemoryBody)}, // of another length it spoils the sample
     // A request to quit behind all that waited.
     {"LastRequest", B_BOOL_TYPE, 0, 1},
     // Windows.

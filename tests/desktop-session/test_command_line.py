@@ -115,14 +115,33 @@ class CommandLineTest(unittest.TestCase):
 
     def test_read_of_recorded_machines(self):
         processors = {"two-processors": 2, "eight-processors": 8, "one-offline": 4, "old-kernel": 2,
-                      "four-tebibytes": 64}
+                      "four-tebibytes": 64, "twelve-tebibytes": 64}
         self.assertEqual({machine.name for machine in MACHINES.iterdir()}, set(processors))
+        captions = {}
         for name, count in processors.items():
             with self.subTest(name):
-                captions = self.read(MACHINES / name)
-                self.assertIn(f"CPU {count}", captions)
-                self.assertNotIn(f"CPU {count + 1}", captions)
-        self.assertEqual((captions["Used memory"], captions["Free memory"]), ("102400.0 MB", "4091904.0 MB"))
+                captions[name] = self.read(MACHINES / name)
+                self.assertIn(f"CPU {count}", captions[name])
+                self.assertNotIn(f"CPU {count + 1}", captions[name])
+        memory = {name: (of["Used memory"], of["Free memory"]) for name, of in captions.items()}
+        self.assertEqual(memory["four-tebibytes"], ("102400.0 MB", "4091904.0 MB"))
+        self.assertEqual(memory["twelve-tebibytes"], ("6291456.0 MB", "6291456.0 MB"))
+
+    def test_a_recorded_machine_that_is_missing(self):
+        host = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("qel-desktop")
+        for root in (self.folder / "nowhere", self.folder, self.folder / "two\nlines"):
+            for arguments in ([], ["--read"], ["--snapshot", "a.png"]):
+                with self.subTest((root, arguments)):
+                    result = self.run_program(*arguments, KITS_ROOT=str(root))
+                    self.assert_fails(result, 1)
+                    self.assertIn("KITS_ROOT", result.stderr)
+        environment = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder),
+                           KITS_ROOT=str(self.folder / "nowhere"))
+        result = subprocess.run([host], env=environment, text=True, capture_output=True, timeout=TIMEOUT)
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr, r"\Aqel-desktop: [^\n]*KITS_ROOT[^\n]+\n\Z")
+        self.assertEqual(self.run_program("--help", KITS_ROOT="/nowhere").returncode, 0, "it reads no machine")
+        self.assert_nothing_written()
 
     def test_read_of_many_processors(self):
         machine = self.folder / "machine"

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -97,11 +98,13 @@ TEST(SystemInfoTest, TheRecordHasItsLayout)
 TEST(SystemInfoTest, RefusesBadArguments)
 {
     system_info info;
+    kits::SystemFigures figures;
     bigtime_t active;
     EXPECT_EQ(get_system_info(nullptr), B_BAD_VALUE);
-    EXPECT_EQ(get_system_info_at(0, nullptr, &active, 1), B_BAD_VALUE);
-    EXPECT_EQ(get_system_info_at(0, &info, &active, -1), B_BAD_VALUE);
-    EXPECT_EQ(get_system_info_at(0, &info, nullptr, 1), B_BAD_VALUE);
+    EXPECT_EQ(kits::ReadSystem(nullptr, &figures, &active, 1), B_BAD_VALUE);
+    EXPECT_EQ(kits::ReadSystem(&info, nullptr, &active, 1), B_BAD_VALUE);
+    EXPECT_EQ(kits::ReadSystem(&info, &figures, &active, -1), B_BAD_VALUE);
+    EXPECT_EQ(kits::ReadSystem(&info, &figures, nullptr, 1), B_BAD_VALUE);
 }
 
 TEST(SystemInfoTest, KnowsTheProcessors)
@@ -225,10 +228,11 @@ TEST(SystemInfoTest, SeesAProcessorThatIsLoaded)
     std::vector<bigtime_t> after(kits::kMaxProcessors);
     const auto read = [](std::vector<bigtime_t>& active) {
         system_info info;
-        const bigtime_t now = system_time();
-        EXPECT_EQ(get_system_info_at(now, &info, active.data(), static_cast<int32>(active.size())), B_OK);
+        kits::SystemFigures figures;
+        EXPECT_EQ(kits::ReadSystem(&info, &figures, active.data(), static_cast<int32>(active.size())), B_OK);
         EXPECT_LE(info.cpu_count, kits::kMaxProcessors);
-        return now;
+        EXPECT_EQ(figures.activeUntil, figures.time);
+        return figures.time;
     };
     EXPECT_TRUE(Await([&] {
         const bigtime_t begin = read(before);
@@ -253,4 +257,26 @@ TEST(SystemInfoTest, ARecordedMachineTakesThePlaceOfThisOne)
             _exit(info.cpu_count == 64 && info.max_pages == 1073741824 && info.used_teams == 3 ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
+}
+
+TEST(SystemInfoTest, TellsWhichFolderOfARecordedMachineIsMissing)
+{
+    const RecordedMachine machine("two-processors");
+    const std::string root = machine.Root();
+    machine.Write("empty/file", "text");
+    const auto check = [](const std::string& folder) {
+        setenv("KITS_ROOT", folder.c_str(), 1);
+        std::string missing;
+        const status_t status = kits::CheckSystem(&missing);
+        unsetenv("KITS_ROOT");
+        return std::pair(status, missing);
+    };
+    EXPECT_EQ(check(root), std::pair(B_OK, std::string()));
+    EXPECT_EQ(check(""), std::pair(B_OK, std::string()));
+    EXPECT_EQ(check("/"), std::pair(B_OK, std::string()));
+    EXPECT_EQ(check(root + "/nowhere"), std::pair(B_ENTRY_NOT_FOUND, root + "/nowhere"));
+    EXPECT_EQ(check(root + "/empty"), std::pair(B_ENTRY_NOT_FOUND, root + "/empty/proc"));
+    EXPECT_EQ(check(root + "/empty/file"), std::pair(B_NOT_A_DIRECTORY, root + "/empty/file"));
+    std::string missing;
+    EXPECT_EQ(kits::CheckSystem(&missing), B_OK);
 }

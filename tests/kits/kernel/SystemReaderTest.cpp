@@ -9,6 +9,17 @@
 
 using kits::SystemReader;
 
+namespace {
+
+kits::SystemFigures FiguresOf(const Reading& reading)
+{
+    kits::SystemFigures figures;
+    reading.reader.GetFigures(&figures);
+    return figures;
+}
+
+} // namespace
+
 TEST(SystemReaderTest, TwoProcessors)
 {
     const Reading machine(MachineFolder("two-processors").c_str());
@@ -64,6 +75,17 @@ TEST(SystemReaderTest, FourTebibytes)
     EXPECT_EQ(machine.info.used_threads, 21930);
     EXPECT_EQ(machine.info.max_teams, 4194304);
     EXPECT_EQ(machine.info.max_threads, 4194304);
+    EXPECT_EQ(FiguresOf(machine).maxPages, 1073741824) << "as in the record";
+    EXPECT_EQ(FiguresOf(machine).usedPages, 26214400);
+}
+
+TEST(SystemReaderTest, TwelveTebibytes)
+{
+    const Reading machine(MachineFolder("twelve-tebibytes").c_str());
+    EXPECT_EQ(machine.info.max_pages, INT32_MAX);
+    EXPECT_EQ(machine.info.used_pages, 1610612736);
+    EXPECT_EQ(FiguresOf(machine).maxPages, 3221225472) << "12 TiB";
+    EXPECT_EQ(FiguresOf(machine).usedPages, 1610612736) << "6 TiB";
 }
 
 TEST(SystemReaderTest, AnOldKernel)
@@ -329,6 +351,33 @@ TEST(SystemReaderTest, FiguresTooLargeForTheRecord)
     EXPECT_EQ(reading.info.used_pages, INT32_MAX);
     EXPECT_EQ(reading.info.used_threads, INT32_MAX);
     EXPECT_EQ(reading.info.used_ports, INT32_MAX);
+    EXPECT_EQ(FiguresOf(reading).maxPages, 99999999999999 / 4);
+    EXPECT_EQ(FiguresOf(reading).usedPages, 99999999999998 / 4);
+}
+
+TEST(SystemReaderTest, MoreMemoryThanCanBeCounted)
+{
+    RecordedMachine machine("two-processors");
+    machine.Write("proc/meminfo", "MemTotal: 18446744073709551615 kB\nMemAvailable: 0 kB\n");
+    const Reading reading(machine);
+    EXPECT_EQ(FiguresOf(reading).maxPages, kits::kMaxPages);
+    EXPECT_EQ(FiguresOf(reading).usedPages, kits::kMaxPages);
+    EXPECT_EQ(reading.info.max_pages, INT32_MAX);
+}
+
+TEST(SystemReaderTest, SaysUpToWhenActiveTimesCount)
+{
+    RecordedMachine machine("two-processors");
+    const std::string stat = machine.Text("proc/stat");
+    Reading reading(machine);
+    const bigtime_t begin = reading.now;
+    EXPECT_EQ(FiguresOf(reading).activeUntil, begin);
+    machine.Write("proc/stat", "");
+    reading.Read(kSecond);
+    EXPECT_EQ(FiguresOf(reading).activeUntil, begin);
+    machine.Write("proc/stat", stat);
+    reading.Read(kSecond);
+    EXPECT_EQ(FiguresOf(reading).activeUntil, begin + 2 * kSecond);
 }
 
 TEST(SystemReaderTest, PageFaultsCountOnPastTheLargestNumber)

@@ -75,6 +75,12 @@ TEST(ReadFormat, LinesTheTableUp)
                                           "Used memory    50.0 %  7952.3 MB\n");
 }
 
+TEST(ReadFormat, ShowsNoShareBelowZero)
+{
+    EXPECT_EQ(ReadingsAsTable({{2050, 0, "Idle", -1e-7, "0.0 %"}}), "Source     Share  Value\n"
+                                                                    "Idle       0.0 %  0.0 %\n");
+}
+
 TEST(ReadFormat, CountsCharactersAndNotBytes)
 {
     EXPECT_EQ(ReadingsAsTable({{1, 0, "Größe", 0, "1"}}), "Source     Share  Value\n"

@@ -3,8 +3,11 @@
 #include "kits/support/TypeConstants.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/Sysinfo.h"
+#include "src/sampling/ValueProvider.h"
 #include "tests/src/connection/ConnectionTest.h"
+#include "tests/support/TempFolder.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <map>
 
@@ -83,6 +86,31 @@ TEST_F(ServerConnectionTest, TheRecordsAreTheSameToTheByteAtBothEnds)
     EXPECT_EQ(Bytes(taker->newest, kActiveDeltasField).size(), 8u * static_cast<size_t>(ghost.Info().cpu_count));
     EXPECT_EQ(ghost.SamplingDelay(), 10000);
     EXPECT_GT(SysinfoNode(&taker->newest).Elapsed(), 0);
+}
+
+TEST_F(ServerConnectionTest, MemoryBeyondTheRecordComesToo)
+{
+    TempFolder machine;
+    std::filesystem::create_directory(machine.Path("proc"));
+    machine.Put("proc/stat", "cpu0 1 0 0 0 0 0 0 0 0 0\nbtime 1700000000\n");
+    machine.Put("proc/meminfo", "MemTotal: 12884901888 kB\nMemAvailable: 6442450944 kB\n");
+    setenv("KITS_ROOT", machine.Path().c_str(), 1);
+    Server server;
+    unsetenv("KITS_ROOT");
+    server.Application();
+    auto taker = NewTaker();
+    taker->Connect();
+    ASSERT_TRUE(AwaitSamples(*taker, 2));
+    const Sysinfo sampler(&taker->newest);
+    const SysinfoNode sample(&taker->newest);
+    ASSERT_EQ(sample.InitCheck(), B_OK);
+    for (const vptarget_t target : {VP_FREE_MEMORY, VP_USED_MEMORY}) {
+        ValueProvider source(target, 0);
+        char text[ValueProvider::kValueStringLength];
+        source.GetValueString(text, &sampler, &sample);
+        EXPECT_STREQ(text, "6291456.0 MB");
+        EXPECT_EQ(source.Value(&sampler, &sample), 0.5);
+    }
 }
 
 TEST_F(ServerConnectionTest, StartsTheApplicationOnceHoweverManyAsk)

@@ -115,6 +115,32 @@ TEST_F(NoSpikesTest, AProcessorMayGoOfflineAndComeBack)
         EXPECT_NEAR(Sample(), 0.6, 0.001) << i;
 }
 
+TEST_F(NoSpikesTest, TheProcessorsMayBeUnreadableForAWhile)
+{
+    SetLoads(50);
+    Sample();
+    EXPECT_NEAR(Sample(), 0.5, 0.001);
+    for (int i = 0; i < 50; i++) {
+        fMachine.Advance(kHour);
+        fMachine.Write("proc/stat", "");
+        EXPECT_EQ(SampleNow(), 0);
+    }
+    for (int i = 0; i < 15; i++)
+        EXPECT_NEAR(Sample(), 0.5, 0.001) << i;
+}
+
+TEST_F(NoSpikesTest, OneProcessorMayBeUnreadableForAWhile)
+{
+    SetLoads(50);
+    Sample();
+    fMachine.SetOffline(3, true);
+    for (int i = 0; i < 50; i++)
+        EXPECT_NEAR(Sample(), 0.5 * 9 / 10, 0.001) << i;
+    fMachine.SetOffline(3, false);
+    for (int i = 0; i < 15; i++)
+        EXPECT_NEAR(Sample(), 0.5, 0.001) << i;
+}
+
 TEST_F(NoSpikesTest, CountsMayBeginAnew)
 {
     SetLoads(50);

@@ -7,7 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <thread>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -17,6 +22,26 @@ template <typename T> T At(const void* record, size_t offset)
     std::memcpy(&value, static_cast<const char*>(record) + offset, sizeof(value));
     return value;
 }
+
+/// Each look at it is a microsecond later.
+class TickingClock : private kits::ClockSource {
+public:
+    explicit TickingClock(bigtime_t start)
+        : fNow(start)
+    {
+        kits::SetClockSource(this);
+    }
+    ~TickingClock() override { kits::SetClockSource(nullptr); }
+
+private:
+    bigtime_t SystemTime() override { return ++fNow; }
+    bigtime_t WallTime() override { return 1700000000LL * 1000000 + fNow; }
+    std::string BootId() override { return {}; }
+
+    std::atomic<bigtime_t> fNow;
+};
+
+constexpr const char* kTwelveTebibytes = "MemTotal: 12884901888 kB\nMemAvailable: 6442450944 kB\n";
 
 } // namespace
 
@@ -71,6 +96,43 @@ TEST(SysinfoNode, ASecondOneHasTheChangesOfEveryProcessor)
     EXPECT_EQ(second.Counters(), (CounterDeltas{1000, 17, 0, 0, 0, 0}));
     // The record has room for eight; the rest is kept beside it.
     EXPECT_GT(+second.Info().cpu_infos[7].active_time, +first.Info().cpu_infos[7].active_time);
+}
+
+TEST(SysinfoNode, NoSampleHasMoreActiveTimeThanTimeThoughAnotherThreadReads)
+{
+    RecordedMachine machine;
+    system_info info;
+    ASSERT_EQ(get_system_info(&info), B_OK);
+    const bigtime_t start = machine.Now();
+    // For so long there is always more counted than can be added: the processor is busy all the time.
+    machine.SetLoad(0, 100);
+    machine.Advance(900000);
+    TickingClock clock(start);
+
+    std::vector<std::pair<bigtime_t, bigtime_t>> readings[4];
+    std::vector<std::thread> threads;
+    for (auto& own : readings) {
+        threads.emplace_back([&own] {
+            for (int i = 0; i < 3000; i++) {
+                system_info record;
+                kits::SystemFigures figures;
+                bigtime_t active = 0;
+                EXPECT_EQ(kits::ReadSystem(&record, &figures, &active, 1), B_OK);
+                own.emplace_back(figures.time, active);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    std::vector<std::pair<bigtime_t, bigtime_t>> all;
+    for (const auto& own : readings)
+        all.insert(all.end(), own.begin(), own.end());
+    std::sort(all.begin(), all.end());
+    int tooMuch = 0;
+    for (size_t i = 1; i < all.size(); i++)
+        tooMuch += all[i].second - all[i - 1].second > all[i].first - all[i - 1].first ? 1 : 0;
+    EXPECT_EQ(tooMuch, 0);
+    EXPECT_GT(all.back().second, all.front().second);
 }
 
 TEST(SysinfoNode, AProcessorThatIsNotThereIsNeverActive)
@@ -227,4 +289,60 @@ TEST(SysinfoNode, RecordsOfAnotherTypeAreNotTaken)
     BMessage message;
     message.AddString("sn:Body", std::string(560, 'x'));
     EXPECT_EQ(SysinfoNode(&message).InitCheck(), B_BAD_VALUE);
+}
+
+TEST(SysinfoNode, MoreMemoryThanTheRecordHolds)
+{
+    RecordedMachine machine;
+    machine.Write("proc/meminfo", kTwelveTebibytes);
+    SysinfoNode node;
+    node.Update(nullptr);
+    EXPECT_EQ(node.MaxPages(), 3221225472);
+    EXPECT_EQ(node.UsedPages(), 1610612736);
+    EXPECT_EQ(+node.Info().max_pages, INT32_MAX);
+
+    BMessage archive;
+    node.GhostArchive(&archive);
+    const SysinfoNode ghost(&archive);
+    EXPECT_EQ(ghost.InitCheck(), B_OK);
+    EXPECT_EQ(ghost.MaxPages(), 3221225472);
+    EXPECT_EQ(ghost.UsedPages(), 1610612736);
+
+    // A sender of an older version has only the record.
+    ASSERT_EQ(archive.RemoveName("sn:Memory"), B_OK);
+    const SysinfoNode old(&archive);
+    EXPECT_EQ(old.InitCheck(), B_OK);
+    EXPECT_EQ(old.MaxPages(), INT32_MAX);
+    EXPECT_EQ(old.UsedPages(), 1610612736);
+}
+
+TEST(SysinfoNode, MemoryOfAnotherLengthIsRefused)
+{
+    const GhostFigures figures(1);
+    for (size_t size : {1, 8, 15, 17, 32, 1000}) {
+        BMessage message = figures.Message();
+        const std::vector<char> bytes(size, 1);
+        AddRecord(&message, "sn:Memory", bytes.data(), bytes.size());
+        EXPECT_EQ(SysinfoNode(&message).InitCheck(), B_BAD_VALUE) << size;
+    }
+    BMessage message = figures.Message();
+    message.AddString("sn:Memory", "of another type it is none");
+    EXPECT_EQ(SysinfoNode(&message).InitCheck(), B_OK);
+    EXPECT_EQ(SysinfoNode(&message).MaxPages(), 1000);
+}
+
+TEST(SysinfoNode, MemoryIsHeldToWhatASamplerSends)
+{
+    const int64 counts[] = {INT64_MIN, -1, 0, 1, 4096, kits::kMaxPages, INT64_MAX};
+    for (const int64 most : counts) {
+        for (const int64 used : counts) {
+            BMessage message = GhostFigures(1).Message();
+            const MemoryBody memory = {most, used};
+            AddRecord(&message, "sn:Memory", &memory, sizeof(memory));
+            const SysinfoNode ghost(&message);
+            EXPECT_EQ(ghost.InitCheck(), B_OK);
+            EXPECT_TRUE(ghost.MaxPages() >= 1 && ghost.MaxPages() <= kits::kMaxPages) << most;
+            EXPECT_TRUE(ghost.UsedPages() >= 0 && ghost.UsedPages() <= ghost.MaxPages()) << most << " " << used;
+        }
+    }
 }

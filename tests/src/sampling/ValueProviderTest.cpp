@@ -7,6 +7,7 @@
 
 #include <clocale>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -252,6 +253,37 @@ TEST(ValueProvider, MemoryBeyondThirtyTwoBits)
     EXPECT_EQ(MemoryText(524288), "2048.0 MB");
     EXPECT_EQ(MemoryText(1048576), "4096.0 MB");
     EXPECT_EQ(MemoryText(INT32_MAX), "8388608.0 MB");
+}
+
+TEST(ValueProvider, TwelveTebibytesHalfInUse)
+{
+    BMessage message = GhostFigures(1).Message();
+    const MemoryBody memory = {3221225472, 1610612736};
+    AddRecord(&message, "sn:Memory", &memory, sizeof(memory));
+    const Ghosts ghosts(message);
+    EXPECT_EQ(ValueOf(2052, 0, ghosts), 0.5);
+    EXPECT_EQ(ValueOf(2053, 0, ghosts), 0.5);
+    EXPECT_EQ(TextOf(2052, ghosts), "6291456.0 MB");
+    EXPECT_EQ(TextOf(2053, ghosts), "6291456.0 MB");
+}
+
+TEST(ValueProvider, ACaptionSaysNothingBelowZero)
+{
+    // A period that single precision rounds up, in which the processor was active for the whole of it.
+    GhostFigures figures(1);
+    figures.node.elapsed = 16777217;
+    figures.SetDeltas({16777217});
+    const Ghosts ghosts(figures);
+    const double idle = ValueOf(2050, 0, ghosts);
+    EXPECT_LT(idle, 0);
+    EXPECT_EQ(TextOf(2050, ghosts), "0.0 %");
+
+    char text[ValueProvider::kValueStringLength];
+    for (const auto& [share, expected] : {std::pair(-0.0, "0.0 %"), std::pair(-0.000499, "0.0 %"),
+                                          std::pair(-0.001, "-0.1 %"), std::pair(0.000499, "0.0 %")}) {
+        ValueProvider::PrintPercent(text, share);
+        EXPECT_STREQ(text, expected) << share;
+    }
 }
 
 TEST(ValueProvider, TextsHaveAPointInEveryLanguage)
