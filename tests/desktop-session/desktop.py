@@ -80,12 +80,16 @@ class Desktop:
         self.environment.update(HOME=self._folder, XDG_RUNTIME_DIR=self._folder, LC_ALL="C.UTF-8", LANGUAGE="",
                                 XDG_CONFIG_HOME=os.path.join(self._folder, "config"))
         try:
-            self._open(window_manager)
+            self._open_server()
+            if window_manager:
+                self._open_manager()
+                self._is_managed = True
+                self.await_manager()
         except BaseException:
             self.close()
             raise
 
-    def _open(self, window_manager):
+    def _open_server(self):
         read, write = os.pipe()
         # Without -noreset the server starts anew when its first client leaves, and takes the others with it.
         self.server = self._start(["Xvfb", "-displayfd", str(write), "-noreset", "-nolisten", "tcp",
@@ -96,17 +100,19 @@ class Desktop:
         if not number:
             raise RuntimeError("Xvfb does not start")
         self.environment["DISPLAY"] = f":{number}"
-        if window_manager:
-            manager = self._start(["openbox", "--sm-disable"])
 
-            def is_there():
-                if manager.poll() is not None:
-                    raise RuntimeError(f"openbox ended with {manager.returncode}")
-                return "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
+    def _open_manager(self):
+        manager = self._start(["openbox", "--sm-disable"])
 
-            wait_until(is_there, "the window manager")
-            self._is_managed = True
-            self.await_manager()
+        def is_there():
+            if manager.poll() is not None:
+                raise RuntimeError(f"openbox ended with {manager.returncode}")
+            return self.has_manager()
+
+        wait_until(is_there, "the window manager")
+
+    def has_manager(self):
+        return "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def _start(self, arguments, **options):
         process = subprocess.Popen(arguments, env=self.environment, stdin=subprocess.DEVNULL,
@@ -251,19 +257,28 @@ class DesktopTest(unittest.TestCase):
         cls.addClassCleanup(cls.desktop.close)
 
     def setUp(self):
+        self.config = self.make_config()
+
+    def make_config(self):
+        """The folder of the settings, without any of the program's."""
         folder = tempfile.TemporaryDirectory(prefix="qel-config-")
         self.addCleanup(folder.cleanup)
-        self.config = pathlib.Path(folder.name)
+        return pathlib.Path(folder.name)
 
     def doCleanups(self):
         """Keeps a picture of a failure, of the preparations too, while everything is still there."""
         outcome = self._outcome.result
         if any(test is self for test, _ in outcome.failures + outcome.errors):
-            path = os.path.join(tempfile.gettempdir(), f"{self.id()}.png")
+            folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
+            folder.mkdir(exist_ok=True)
+            path = str(folder / f"{self.picture_name()}.png")
             with contextlib.suppress(subprocess.SubprocessError):
                 self.desktop.output("import", "-silent", "-window", "root", path)
                 print(f"\n    the screen at the end: {path}")
         return super().doCleanups()
+
+    def picture_name(self):
+        return self.id()
 
     def start(self, *arguments, **environment):
         program = Program(self.desktop, self.config, *arguments, **environment)

@@ -1,9 +1,8 @@
 """Runs tests of the real programs, as unittest does. A test fails too when a sanitizer reports one of these meanwhile.
 
-    runner.py [TEST...]     all tests beside this file when none is named; QEL_PROGRAM names the program
+    runner.py FOLDER [TEST...]      all tests of the folder when none is named; QEL_PROGRAM names the program
 """
 
-import pathlib
 import sys
 import time
 import unittest
@@ -42,8 +41,10 @@ def await_end():
 
 
 def main():
-    names, loader = sys.argv[1:], unittest.defaultTestLoader
-    tests = loader.loadTestsFromNames(names) if names else loader.discover(str(pathlib.Path(__file__).parent))
+    folder, *names = sys.argv[1:]
+    sys.path.insert(0, folder)
+    loader = unittest.defaultTestLoader
+    tests = loader.loadTestsFromNames(names) if names else loader.discover(folder)
     if REPORTS:
         tests.addTest(unittest.FunctionTestCase(await_end, description="All programs have ended"))
     result = unittest.TextTestRunner(verbosity=2, resultclass=Result).run(tests)

@@ -1,0 +1,133 @@
+"""Runs a command so that nothing it has started, by whatever detours, outlives it or the caller.
+
+    guard.py SECONDS COMMAND [ARGUMENT...]
+
+Ends with the status of the command, or with 124 when it takes longer than SECONDS. Desktops start daemons that leave
+their process group and their parent. So a keeper stands in between, which inherits orphans from the kernel; it ends all
+of them when the command has ended, when the time is over, or when this process has, even by SIGKILL.
+"""
+
+import contextlib
+import ctypes
+import os
+import pathlib
+import selectors
+import signal
+import sys
+import time
+
+PR_SET_PDEATHSIG = 1
+PR_SET_CHILD_SUBREAPER = 36
+TIMED_OUT = 124
+LIBC = ctypes.CDLL(None, use_errno=True)
+PATIENCE = 3
+"""Seconds that processes have to end by themselves."""
+
+
+def parents():
+    """Of every process."""
+    found = {}
+    for folder in pathlib.Path("/proc").glob("[0-9]*"):
+        with contextlib.suppress(OSError):
+            found[int(folder.name)] = int((folder / "stat").read_text().rpartition(")")[2].split()[1])
+    return found
+
+
+def descendants(ancestor):
+    parent_of, found = parents(), {ancestor}
+    while True:
+        children = {pid for pid, parent in parent_of.items() if parent in found} - found
+        if not children:
+            return found - {ancestor}
+        found |= children
+
+
+def reap():
+    """Whether there are children left; takes the status of those that have ended."""
+    with contextlib.suppress(ChildProcessError):
+        while os.waitpid(-1, os.WNOHANG)[0]:
+            pass
+        return True
+    return False
+
+
+def end_descendants():
+    end = time.monotonic() + PATIENCE
+    number = signal.SIGTERM
+    told = set()
+    while reap():
+        for pid in descendants(os.getpid()) - told:
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(pid, number)
+                told.add(pid)
+        if number == signal.SIGTERM and time.monotonic() > end:
+            number, told = signal.SIGKILL, set()
+        time.sleep(0.02)
+
+
+def keep(caller, seconds, command):
+    """In the keeper: runs the command, and ends what is left. `caller` is a pipe that closes with the caller."""
+    os.setsid()
+    LIBC.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+    ended, tell = os.pipe()
+    os.set_blocking(tell, False)
+    signal.set_wakeup_fd(tell)
+    signal.signal(signal.SIGCHLD, lambda *_: None)
+    keeper = os.getpid()
+    child = os.fork()
+    if child == 0:
+        LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL, 0, 0, 0)
+        if os.getppid() != keeper:
+            os._exit(1)
+        signal.set_wakeup_fd(-1)
+        signal.signal(signal.SIGCHLD, signal.SIG_DFL)
+        os.close(caller)
+        try:
+            os.execvp(command[0], command)
+        except OSError as error:
+            print(f"{command[0]}: {error.strerror}", file=sys.stderr)
+            os._exit(127)
+
+    selector = selectors.DefaultSelector()
+    selector.register(caller, selectors.EVENT_READ)
+    selector.register(ended, selectors.EVENT_READ)
+    end, status = time.monotonic() + seconds, None
+    while status is None:
+        ready = [key.fd for key, _ in selector.select(max(0, end - time.monotonic()))]
+        if ended in ready:
+            os.read(ended, 4096)
+        with contextlib.suppress(ChildProcessError):
+            while status is None and (result := os.waitpid(-1, os.WNOHANG))[0]:
+                if result[0] == child:
+                    status = os.waitstatus_to_exitcode(result[1])
+        if status is None and caller in ready:
+            status = 1
+        elif status is None and time.monotonic() >= end:
+            print(f"stopped after {seconds} seconds", file=sys.stderr)
+            status = TIMED_OUT
+    end_descendants()
+    return status if status >= 0 else 128 - status
+
+
+def main():
+    seconds, command = float(sys.argv[1]), sys.argv[2:]
+    ours, keepers = os.pipe()
+    keeper = os.fork()
+    if keeper == 0:
+        os.close(keepers)
+        os._exit(keep(ours, seconds, command))
+    os.close(ours)
+
+    def stop(*_):
+        nonlocal keepers
+        if keepers is not None:
+            os.close(keepers)
+            keepers = None
+
+    for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
+        signal.signal(number, stop)
+    return os.waitstatus_to_exitcode(os.waitpid(keeper, 0)[1])
+
+
+if __name__ == "__main__":
+    sys.exit(main())

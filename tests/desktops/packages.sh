@@ -1,0 +1,13 @@
+# Sourced by tests/desktops/run: the packages of each desktop that suffice for a session on an X server without a screen.
+# The names are those of Debian 12 and 13.
+
+desktops=(xfce plasma)
+
+# What all of them need besides, the tests of the program included.
+session_packages=(xvfb xdotool x11-utils x11-xserver-utils imagemagick python3 dbus-daemon dbus-x11 at-spi2-core
+    xdg-desktop-portal libgl1-mesa-dri)
+
+xfce_packages=(xfce4-session xfwm4 xfdesktop4 xfce4-panel xfce4-settings xfconf xdg-desktop-portal-gtk
+    adwaita-icon-theme gnome-themes-extra)
+
+plasma_packages=(plasma-desktop plasma-workspace kwin-x11 xdg-desktop-portal-kde breeze libkf5config-bin qdbus-qt5)

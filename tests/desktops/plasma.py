@@ -1,0 +1,51 @@
+"""KDE Plasma."""
+
+import os
+import signal
+
+from desktop import wait_until
+from session import Session
+
+
+class Plasma(Session):
+    NAME = "KDE"
+    COMMAND = ("startplasma-x11",)
+    MANAGER = "kwin_x11"
+    AUTOSTARTED = ("org.kde.plasmashell.desktop", "at-spi-dbus-bus.desktop")
+
+    def prepare(self):
+        # A session that the system's own manager would start is not ours to end.
+        (self.config / "startkderc").write_text("[General]\nsystemdBoot=false\n")
+        # Charts in a compositor without a graphics card would keep a processor busy: tests switch it on.
+        (self.config / "kwinrc").write_text("[Compositing]\nEnabled=false\n\n[Desktops]\nNumber=2\nRows=1\n")
+        (self.config / "kscreenlockerrc").write_text("[Daemon]\nAutolock=false\nLockOnResume=false\n")
+        (self.config / "ksmserverrc").write_text("[General]\nconfirmLogout=false\n")
+        (self.config / "ksplashrc").write_text("[KSplash]\nEngine=none\nTheme=None\n")
+        (self.config / "kwalletrc").write_text("[Wallet]\nEnabled=false\nFirst Use=false\n")
+
+    def ask(self, service, path, method, *arguments):
+        return self.run("qdbus", service, path, method, *arguments).strip()
+
+    def ask_to_log_out(self):
+        self.ask("org.kde.ksmserver", "/KSMServer", "org.kde.KSMServerInterface.logout", 0, 0, 0)
+
+    def set_wallpaper(self, path):
+        self.run("plasma-apply-wallpaperimage", path)
+
+    def set_dark(self, dark):
+        self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight")
+
+    def set_compositing(self, on):
+        def is_on():
+            return self.ask("org.kde.KWin", "/Compositor", "org.kde.kwin.Compositing.active") == "true"
+
+        self.ask("org.kde.KWin", "/Compositor", f"org.kde.kwin.Compositing.{'resume' if on else 'suspend'}")
+        wait_until(lambda: is_on() == on, "the compositor")
+
+    def restart_desktop(self):
+        for pid in self.processes("plasmashell"):
+            os.kill(pid, signal.SIGKILL)
+        wait_until(lambda: not self.processes("plasmashell"), "the end of the desktop")
+        self.launch("plasmashell", "--no-respawn")
+        wait_until(self.desktop_window, "the desktop's window")
+        self.await_wallpaper()

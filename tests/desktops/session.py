@@ -1,0 +1,178 @@
+"""A real desktop: an X server and what a login starts, with a home of its own and a picture as wallpaper."""
+
+import os
+import pathlib
+import signal
+import subprocess
+
+import wallpaper
+from desktop import SCREEN, TIMEOUT, Desktop, wait_until
+
+LOGGED_IN = "org.example.session-is-there.desktop"
+"""An autostart entry that keeps the session's environment for us: desktops start these last."""
+
+
+class Session(Desktop):
+    """What all desktops share. A derived class names its commands and knows its settings. What is asked of it (`set_…`)
+    is done as a user's own settings program does it, and has happened when the call returns."""
+
+    NAME = ""
+    """As XDG_CURRENT_DESKTOP says it."""
+    COMMAND = ()
+    """What a login screen starts."""
+    VARIABLES = {}
+    MANAGER = ""
+    """The process of the window manager, and the command that replaces it."""
+    BARE = ((640, 560), (1240, 500), (900, 90))
+    """Places of the screen that show the wallpaper alone: no icon, no panel, and no window of the tests."""
+
+    def __init__(self):
+        self._session = None
+        super().__init__()
+
+    # Login and logout.
+
+    def _open_manager(self):
+        home = pathlib.Path(self._folder)
+        passed = ("PATH", "TMPDIR", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS")
+        self._bare_environment = {name: os.environ[name] for name in passed if name in os.environ}
+        self._bare_environment.update(
+            {name: self.environment[name] for name in ("HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "LC_ALL", "DISPLAY")},
+            XDG_CURRENT_DESKTOP=self.NAME, XDG_SESSION_TYPE="x11", XDG_SESSION_CLASS="user",
+            # Nothing of this machine's: no login manager, no power, no disks.
+            DBUS_SYSTEM_BUS_ADDRESS="unix:path=/nonexistent", LIBGL_ALWAYS_SOFTWARE="1", QT_QUICK_BACKEND="software",
+            **self.VARIABLES)
+        self.environment = self._bare_environment
+        self.picture_file = home / "wallpaper.png"
+        wallpaper.write(self.picture_file)
+        self._said = home / "environment"
+        teller = home / "tell-environment"
+        teller.write_text(f"#!/bin/sh\nenv -0 >'{self._said}.new' && mv '{self._said}.new' '{self._said}'\n")
+        teller.chmod(0o700)
+        # Plasma reads folders of a user who has none only at its next login.
+        for folder in ("Desktop", ".local/share"):
+            (home / folder).mkdir(parents=True)
+        self.config = home / "config"
+        autostart = self.config / "autostart"
+        autostart.mkdir(parents=True)
+        (autostart / LOGGED_IN).write_text(f"[Desktop Entry]\nType=Application\nName=Tests\nExec={teller}\n")
+        for entry in pathlib.Path("/etc/xdg/autostart").glob("*.desktop"):
+            if entry.name not in self.AUTOSTARTED:
+                (autostart / entry.name).write_text("[Desktop Entry]\nType=Application\nName=None\nHidden=true\n")
+        self.prepare()
+        self.log_in()
+
+    AUTOSTARTED = ()
+    """What is started of the machine's autostart entries: those of the desktop. There may be any others."""
+
+    def prepare(self):
+        """Writes settings before the first login."""
+
+    def log_in(self):
+        self._said.unlink(missing_ok=True)
+        self.environment = self._bare_environment
+        folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
+        folder.mkdir(exist_ok=True)
+        with open(folder / f"{type(self).__name__}.log", "ab") as log:
+            self._session = subprocess.Popen(["dbus-run-session", "--", *self.COMMAND], env=self.environment,
+                                             stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=self._folder)
+
+        def told():
+            if self._session.poll() is not None:
+                raise RuntimeError(f"{self.COMMAND[0]} ended with {self._session.returncode}")
+            return self._said.exists()
+
+        wait_until(told, "the programs that the session starts")
+        lines = self._said.read_bytes().decode().split("\0")
+        self.environment = dict(line.split("=", 1) for line in lines if "=" in line)
+        self.environment.pop("DESKTOP_AUTOSTART_ID", None)
+        wait_until(self.has_manager, "the window manager")
+        wait_until(self.desktop_window, "the window of the desktop")
+        wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
+        self.set_wallpaper(self.picture_file)
+        self.await_wallpaper()
+
+    def ask_to_log_out(self):
+        raise NotImplementedError
+
+    def log_out(self):
+        """As the button in the menu does it; what runs in the session is told by the session."""
+        self.ask_to_log_out()
+        self._session.wait(TIMEOUT)
+
+    def close(self):
+        if self._session and self._session.poll() is None:
+            self._session.send_signal(signal.SIGTERM)
+            self._session.wait(TIMEOUT)
+        super().close()
+
+    # What is seen.
+
+    def clients(self):
+        """All windows, the lowest first."""
+        said = self.output("xprop", "-root", "_NET_CLIENT_LIST_STACKING").partition("#")[2]
+        return [int(number, 16) for number in said.split(",") if number.strip()]
+
+    def windows_of_type(self, name):
+        return [window for window in self.clients()
+                if f"_NET_WM_WINDOW_TYPE_{name}" in self.output("xprop", "-id", str(window), "_NET_WM_WINDOW_TYPE")
+                and "IsViewable" in self.output("xwininfo", "-id", str(window))]
+
+    def desktop_window(self):
+        """That of the desktop itself, which shows the wallpaper."""
+        return next((window for window in self.windows_of_type("DESKTOP") if self.size(window) == SCREEN), None)
+
+    def await_wallpaper(self):
+        wait_until(self.shows_wallpaper, "the picture on the desktop")
+
+    def shows_wallpaper(self):
+        picture = self.picture()
+        return all(wallpaper.is_near(picture.pixel(*place), wallpaper.color_at(*place)) for place in self.BARE)
+
+    def pixel(self, x, y):
+        return self.picture().pixel(x, y)
+
+    def run(self, *arguments):
+        """A command within the session, which has to succeed."""
+        return self.output(*(str(argument) for argument in arguments), check=True)
+
+    # Programs of the desktop.
+
+    def processes(self, name):
+        """Of the session, by the name of their executable."""
+        found = []
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if (os.path.basename(os.readlink(folder / "exe")).split()[0] == name
+                        and f"XDG_CONFIG_HOME={self.config}".encode() in (folder / "environ").read_bytes().split(b"\0")):
+                    found.append(int(folder.name))
+            except OSError:
+                pass
+        return found
+
+    def launch(self, *arguments):
+        """A program within the session; it ends with the session."""
+        return self._start([str(argument) for argument in arguments])
+
+    def restart_manager(self):
+        """Replaces the window manager by another of its kind, as users do when it hangs."""
+        before = set(self.processes(self.MANAGER))
+        self.launch(self.MANAGER, "--replace")
+        wait_until(lambda: not before & set(self.processes(self.MANAGER)), "the end of the first window manager")
+        wait_until(self.has_manager, "the second window manager")
+        self.await_manager()
+
+    def restart_desktop(self):
+        """Ends the program that shows the wallpaper, and starts it again."""
+        raise NotImplementedError
+
+    # Settings.
+
+    def set_wallpaper(self, path):
+        raise NotImplementedError
+
+    def set_dark(self, dark):
+        raise NotImplementedError
+
+    def set_compositing(self, on):
+        raise NotImplementedError

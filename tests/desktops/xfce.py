@@ -1,0 +1,45 @@
+"""XFCE."""
+
+import os
+import signal
+
+from desktop import wait_until
+from session import Session
+
+BACKDROP = "/backdrop/screen0/monitorscreen/workspace0"
+
+
+class Xfce(Session):
+    NAME = "XFCE"
+    COMMAND = ("xfce4-session",)
+    MANAGER = "xfwm4"
+    AUTOSTARTED = ("xfsettingsd.desktop", "at-spi-dbus-bus.desktop")
+    LIGHT, DARK = "Adwaita", "Adwaita-dark"
+
+    def query(self, channel, name, *change):
+        return self.run("xfconf-query", "-c", channel, "-p", name, *change).strip()
+
+    def set_value(self, channel, name, kind, value):
+        self.query(channel, name, "-n", "-t", kind, "-s", value)
+
+    def ask_to_log_out(self):
+        self.run("xfce4-session-logout", "--logout", "--fast")
+
+    def set_wallpaper(self, path):
+        self.set_value("xfce4-desktop", f"{BACKDROP}/image-style", "int", 5)
+        self.set_value("xfce4-desktop", f"{BACKDROP}/last-image", "string", path)
+
+    def set_dark(self, dark):
+        self.set_value("xsettings", "/Net/ThemeName", "string", self.DARK if dark else self.LIGHT)
+
+    def set_compositing(self, on):
+        self.set_value("xfwm4", "/general/use_compositing", "bool", "true" if on else "false")
+
+    def restart_desktop(self):
+        for pid in self.processes("xfdesktop"):
+            os.kill(pid, signal.SIGKILL)
+        wait_until(lambda: not self.desktop_window(), "the end of the desktop's window")
+        if not self.processes("xfdesktop"):  # the session starts those that have crashed
+            self.launch("xfdesktop")
+        wait_until(self.desktop_window, "the desktop's window")
+        self.await_wallpaper()
