@@ -20,7 +20,7 @@ PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 TIMED_OUT = 124
 LIBC = ctypes.CDLL(None, use_errno=True)
-PATIENCE = 3
+PATIENCE = 1
 """Seconds that processes have to end by themselves."""
 
 

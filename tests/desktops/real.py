@@ -3,6 +3,8 @@
 import atexit
 import os
 
+import wallpaper
+from desktop import wait_until
 from plasma import Plasma
 from replicants import AUTOSTART, ReplicantsTest
 from xfce import Xfce
@@ -10,6 +12,8 @@ from xfce import Xfce
 DESKTOPS = {"xfce": Xfce, "plasma": Plasma}
 DESKTOP = DESKTOPS[os.environ["QEL_DESKTOP"]]
 SHARED = []
+GROUND = (16, 21, 29)
+"""Of the charts of the first start."""
 
 
 def shared():
@@ -34,3 +38,27 @@ class RealTest(ReplicantsTest):
 
     def picture_name(self):
         return f"{os.environ['QEL_DESKTOP']}.{self.id()}"
+
+    # What is seen.
+
+    def shows_wallpaper(self, left, top, width, height):
+        """Whether the wallpaper alone is there: nothing that was torn off, drawn or left behind."""
+        picture = self.desktop.picture()
+        return all(wallpaper.is_near(picture.pixel(x, y), wallpaper.color_at(x, y))
+                   for y in range(top, top + height, 4) for x in range(left, left + width, 4))
+
+    def shows_chart(self, left, top, width, height):
+        """Whether a whole chart is there: its ground up to each edge, and the wallpaper around it."""
+        picture = self.desktop.picture()
+        edges = [(x, y) for x in range(left + 12, left + width - 12, 12) for y in (top + 2, top + height - 3)]
+        around = [(x, y) for x in range(left, left + width, 12) for y in (top - 3, top + height + 2)]
+        around += [(x, y) for y in range(top, top + height, 12) for x in (left - 3, left + width + 2)]
+        return (picture.crop(left, top, width, height).count(GROUND) > width * height / 3
+                and sum(picture.pixel(*place) == GROUND for place in edges) > len(edges) / 2
+                and all(wallpaper.is_near(picture.pixel(*place), wallpaper.color_at(*place)) for place in around))
+
+    def await_chart(self, *frame):
+        wait_until(lambda: self.shows_chart(*frame), f"a chart at {frame}")
+
+    def await_wallpaper(self, *frame):
+        wait_until(lambda: self.shows_wallpaper(*frame), f"the wallpaper at {frame}")

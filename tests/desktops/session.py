@@ -176,3 +176,7 @@ class Session(Desktop):
 
     def set_compositing(self, on):
         raise NotImplementedError
+
+    def files(self):
+        """What lies on the desktop, as the user sees it: files and notes."""
+        return sorted((pathlib.Path(self._folder) / "Desktop").iterdir())
