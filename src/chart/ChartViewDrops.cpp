@@ -150,12 +150,13 @@ void ChartView::ColorSource(int32 source, rgb_color color)
     }
 }
 
+// The slots without a source have colours too, and the background may have one of these.
 int32 ChartView::SourceInPicture(BPoint where) const
 {
     PictureLock lock(fBitmap.get());
     const rgb_color shown =
         PixelColor(PixelRows(fBitmap.get()).At(static_cast<int32>(where.x), static_cast<int32>(where.y)));
-    for (int32 i = 0; i < kMaxSources; i++) {
+    for (int32 i = 0; i < CountValueProviders(); i++) {
         if (shown == ChartColor(i))
             return i;
     }

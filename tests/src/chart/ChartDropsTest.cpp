@@ -286,6 +286,17 @@ TEST_F(ChartDropsTest, NoTwoThingsGetTheSameColour)
     EXPECT_TRUE(Settings().HasSameData(before));
 }
 
+TEST_F(ChartDropsTest, ABackgroundInTheColourOfASlotWithoutASourceIsTheBackground)
+{
+    AddShownSources(2);
+    const rgb_color unused = chart->ChartColor(2);
+    chart->SetBackgroundColor(unused);
+    test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 1));
+    EXPECT_EQ(chart->ChartColor(2), unused);
+    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(Shown(150, 1), Word({1, 2, 250, 255}));
+}
+
 TEST_F(ChartDropsTest, AColourOnALockedBackgroundUnlocksIt)
 {
     AddShownSources(1);
