@@ -425,6 +425,11 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
 (Wegen Ihres Rechners mit 16 Prozessoren zum Beispiel ;)</translation>
     </message>
     <message>
+        <location filename="../src/chart/ChartViewHolder.cpp"/>
+        <source>Click here to add a chart.</source>
+        <translation>Hier klicken für ein neues Diagramm.</translation>
+    </message>
+    <message>
         <location filename="../src/chart/ChartViewMouse.cpp"/>
         <source>Distribute position</source>
         <translation>Platz auf alle übertragen</translation>

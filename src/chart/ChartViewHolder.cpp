@@ -2,6 +2,7 @@
 
 #include "kits/application/Looper.h"
 #include "kits/application/Message.h"
+#include "kits/interface/InterfaceDefs.h"
 #include "kits/interface/PopUpMenu.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartRanges.h"
@@ -12,11 +13,23 @@
 #include "src/support/Tr.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr int32 kFirstCharts = 3;
 constexpr BRect kDefaultFrame{0, 0, 100, 100};
+constexpr float kHintMargin = 4;
+constexpr const char* kHint = TrLater("Click here to add a chart.");
+
+/// Grey: weaker than the panel's text, and still read easily on a light panel and on a dark one.
+rgb_color HintColor()
+{
+    const rgb_color text = ui_color(B_PANEL_TEXT_COLOR);
+    const rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
+    const auto mix = [](uint8 one, uint8 other) { return static_cast<uint8>((2 * one + other) / 3); };
+    return make_color(mix(text.red, panel.red), mix(text.green, panel.green), mix(text.blue, panel.blue));
+}
 
 } // namespace
 
@@ -177,17 +190,19 @@ void ChartViewHolder::Relay(const BMessage& message)
 
 void ChartViewHolder::MouseDown(BPoint where)
 {
-    OfferChart(where, false);
+    OfferChart(where);
 }
 
 void ChartViewHolder::ContextMenuRequested(BPoint where)
 {
-    OfferChart(where, true);
+    OfferChart(where);
 }
 
-void ChartViewHolder::OfferChart(BPoint where, bool openAnyway)
+void ChartViewHolder::OfferChart(BPoint where)
 {
-    if (fMenu->Go(ConvertToScreen(where), false, openAnyway, false) != fAddItem || CountCharts() >= kMaxCharts)
+    // A menu that shows only while the button is down is gone before most people have seen it.
+    constexpr bool kStaysOpen = true;
+    if (fMenu->Go(ConvertToScreen(where), false, kStaysOpen, false) != fAddItem || CountCharts() >= kMaxCharts)
         return;
     AddChartView(new ChartView());
     Rerender();
@@ -203,6 +218,30 @@ void ChartViewHolder::UpdateFocus()
 
 void ChartViewHolder::Draw(BRect)
 {
-    SetHighColor(IsFocus() ? ui_color(B_KEYBOARD_NAVIGATION_COLOR) : B_TRANSPARENT_COLOR);
-    StrokeRect(Bounds());
+    SetLowColor(B_TRANSPARENT_COLOR);
+    FillRect(Bounds(), B_SOLID_LOW);
+    if (fCharts.empty())
+        DrawHint();
+    if (IsFocus()) {
+        SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
+        StrokeRect(Bounds());
+    }
+}
+
+void ChartViewHolder::DrawHint()
+{
+    const char* const hint = Tr(kHint);
+    font_height height;
+    GetFontHeight(&height);
+    const BRect bounds = Bounds();
+    const BPoint place(std::floor(std::max((bounds.Width() - StringWidth(hint)) / 2, kHintMargin)),
+                       std::floor((bounds.Height() + height.ascent - height.descent) / 2));
+    SetHighColor(HintColor());
+    SetLowColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    DrawString(hint, place);
+}
+
+std::string ChartViewHolder::AccessibleValue() const
+{
+    return fCharts.empty() ? Tr(kHint) : BView::AccessibleValue();
 }

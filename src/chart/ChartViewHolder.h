@@ -3,6 +3,7 @@
 #include "kits/interface/View.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 class BMenuItem;
@@ -15,9 +16,9 @@ inline constexpr int32 kMaxCharts = 1000;
 
 /// Owns the charts of the main window and lays them out from top to bottom in equal bands over its whole width.
 ///
-/// It archives and restores them, passes one chart's wish on to its siblings (MSG_DISTRIBUTE), and offers "Add new
-/// chart" where there is no chart. Everything runs in the window's thread, except that charts may be added and removed
-/// by whoever holds the interface lock.
+/// It archives and restores them and passes one chart's wish on to its siblings (MSG_DISTRIBUTE). Where there is no
+/// chart a click with any button opens a menu that offers "Add new chart". Everything runs in the window's thread,
+/// except that charts may be added and removed by whoever holds the interface lock.
 class ChartViewHolder : public BView {
 public:
     /// A holder with three charts of all defaults.
@@ -59,7 +60,10 @@ public:
     void AllDetached() override;
     /// Without charts it takes the keyboard's focus, for its menu.
     void ContextMenuRequested(BPoint where) override;
+    /// Without charts: one grey line that tells how to add one.
     void Draw(BRect update) override;
+    /// The same line; else the charts.
+    std::string AccessibleValue() const override;
     void FrameResized(float width, float height) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -67,7 +71,8 @@ public:
 
 private:
     void Initialise();
-    void OfferChart(BPoint where, bool openAnyway);
+    void DrawHint();
+    void OfferChart(BPoint where);
     void Relay(const BMessage& message);
     void UpdateFocus();
 

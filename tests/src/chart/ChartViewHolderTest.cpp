@@ -1,6 +1,7 @@
 #include "src/chart/ChartViewHolder.h"
 
 #include "kits/application/MainThread.h"
+#include "kits/interface/theme/Theme.h"
 
 #include "src/chart/ChartSteps.h"
 #include "src/support/MessageCodes.h"
@@ -12,7 +13,9 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -250,6 +253,68 @@ protected:
 
     ChartViewHolder* holder = nullptr;
 };
+
+namespace {
+
+/// As the eye weighs it, 0 to 1.
+double Luminance(uint32 pixel)
+{
+    const auto part = [](uint32 value) {
+        const double share = (value & 0xFF) / 255.0;
+        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(pixel >> 16) + 0.7152 * part(pixel >> 8) + 0.0722 * part(pixel);
+}
+
+double Contrast(double one, double other)
+{
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+double PanelLuminance()
+{
+    return Luminance(PixelWord(ui_color(B_PANEL_BACKGROUND_COLOR)));
+}
+
+/// Of the line to the panel that shows through the view: 1 for nothing at all, 21 for black on white.
+double ContrastOfHint(const ChartViewHolder* holder)
+{
+    double most = 1;
+    for (const uint32 pixel : test::PixelsOf(holder)) {
+        if (pixel >> 24 == 0xFF)
+            most = std::max(most, Contrast(Luminance(pixel), PanelLuminance()));
+    }
+    return most;
+}
+
+} // namespace
+
+TEST_F(EmptyHolderTest, AGreyLineThatTellsWhatToDoIsReadOnALightAndOnADarkDesktop)
+{
+    EXPECT_EQ(holder->AccessibleValue(), "Click here to add a chart.");
+    kits::Theme::Start();
+    for (const bool isDark : {false, true}) {
+        kits::Theme::SetDesktopIsDark(isDark);
+        test::Turn();
+        const double text = Luminance(PixelWord(ui_color(B_PANEL_TEXT_COLOR)));
+        EXPECT_GT(ContrastOfHint(holder), 4.5) << isDark;
+        EXPECT_LT(ContrastOfHint(holder), 0.8 * Contrast(text, PanelLuminance())) << isDark;
+    }
+    kits::Theme::SetDesktopIsDark(false);
+    kits::Theme::Stop();
+}
+
+TEST_F(EmptyHolderTest, TheLineGoesWithTheFirstChart)
+{
+    holder->AddChartView(new ChartView());
+    holder->Rerender();
+    const std::unique_ptr<ChartView> added(holder->ChartAt(0));
+    EXPECT_NE(holder->AccessibleValue(), "Click here to add a chart.");
+    holder->RemoveChartView(added.get());
+    test::Turn();
+    EXPECT_EQ(holder->AccessibleValue(), "Click here to add a chart.");
+    EXPECT_GT(ContrastOfHint(holder), 4.5);
+}
 
 TEST_F(EmptyHolderTest, AMenuThatIsDismissedAddsNothing)
 {
