@@ -5,6 +5,8 @@
 
 #include <vector>
 
+class BMessage;
+class BMessenger;
 class BWindow;
 
 /// The screen that a window is on. A light object made where it is needed and thrown away; with the interface lock
@@ -27,11 +29,19 @@ public:
     /// never waits. The first call in a process starts that, so it gives (51, 102, 152), as it does for good where
     /// the desktop can't be asked.
     rgb_color DesktopColor() const;
+    /// Has the desktop looked at anew and returns at once. Within 100 ms the target gets the message, with the colour
+    /// that the desktop shows now as "RGBColor" (B_RGB_COLOR_TYPE); with DesktopColor() if the desktop takes longer.
+    /// Main thread.
+    void AskDesktopColor(const BMessage& message, const BMessenger& target);
     /// Has the desktop painted in this colour, in place of a picture too; returns at once. DesktopColor() gives it from
     /// here on, also where the desktop can't be painted. Before the first time everything that changes is kept, on the
     /// disk too: RestoreDesktop() puts it back. While another program of the user has painted, nothing is.
     /// @param permanent  whether the settings of a desktop environment may be changed, which outlive the session
     void SetDesktopColor(rgb_color color, bool permanent = true);
+    /// Sets the desktop's colour for good, in place of a picture too, as the desktop's own settings do; returns at
+    /// once. What SetDesktopColor() has kept is forgotten: the user wants this colour instead. Without a desktop
+    /// environment it is the root window's, until the session ends.
+    void ChangeDesktopColor(rgb_color color);
     /// Puts the desktop back as it was before the first SetDesktopColor(), with its picture and all its settings, but
     /// for what others have set meanwhile; returns at once. At the start of a program: puts back what a program that
     /// was killed had painted, and costs nothing if there is none.

@@ -1,5 +1,7 @@
 #include "src/pages/ChartColorTab.h"
 
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/Button.h"
 #include "kits/interface/CheckBox.h"
@@ -11,6 +13,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
+#include "src/support/ColorMessage.h"
 #include "src/support/ColorPreView.h"
 #include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
@@ -105,7 +108,7 @@ void ChartColorTab::MakeAATargetField()
 void ChartColorTab::AllAttached()
 {
     ChartPage::AllAttached();
-    // From here on it is known by the time that it is picked.
+    // The first look at the desktop takes longest.
     BScreen(Window()).DesktopColor();
     for (BControl* control : std::initializer_list<BControl*>{fColors, fPick, fTest, fTransparent, fAASlider})
         control->SetTarget(this);
@@ -115,7 +118,10 @@ void ChartColorTab::AllAttached()
 
 void ChartColorTab::MessageReceived(BMessage* message)
 {
-    if (Chart() == nullptr || !HandleChartMessage(message->what))
+    rgb_color color;
+    if (message->what == MSG_DESKTOP_COLOR && FindColorField(*message, &color))
+        TakeColor(color);
+    else if (Chart() == nullptr || !HandleChartMessage(message->what))
         ChartPage::MessageReceived(message);
 }
 
@@ -276,9 +282,14 @@ void ChartColorTab::AAValueChanged()
 
 void ChartColorTab::PickDesktop()
 {
-    fColors->SetValue(BScreen(Window()).DesktopColor());
-    PostToPage(this, MSG_COLOR_CHANGED);
+    BScreen(Window()).AskDesktopColor(BMessage(MSG_DESKTOP_COLOR), BMessenger(this));
     CountPick();
+}
+
+void ChartColorTab::TakeColor(rgb_color color)
+{
+    fColors->SetValue(color);
+    PostToPage(this, MSG_COLOR_CHANGED);
 }
 
 /// A joke for those who cannot stop.

@@ -43,6 +43,7 @@ private:
     void LabelAASlider();
     void ShowInPreview(rgb_color color);
     void PickDesktop();
+    void TakeColor(rgb_color color);
     void CountPick();
     void TestOnDesktop();
 

@@ -19,10 +19,14 @@ void MakeColorMessage(BMessage* message, rgb_color color)
 
 bool FindColorMessage(const BMessage& message, rgb_color* color)
 {
+    return message.what == B_PASTE && FindColorField(message, color);
+}
+
+bool FindColorField(const BMessage& message, rgb_color* color)
+{
     const void* data = nullptr;
     ssize_t size = 0;
-    if (message.what != B_PASTE || message.FindData(kField, B_RGB_COLOR_TYPE, &data, &size) != B_OK ||
-        size != sizeof(rgb_color))
+    if (message.FindData(kField, B_RGB_COLOR_TYPE, &data, &size) != B_OK || size != sizeof(rgb_color))
         return false;
     std::memcpy(color, data, sizeof(rgb_color));
     return true;

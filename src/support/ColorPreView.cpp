@@ -1,6 +1,7 @@
 #include "src/support/ColorPreView.h"
 
 #include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/ColorControl.h"
 #include "kits/interface/MenuItem.h"
@@ -88,7 +89,7 @@ void ColorPreView::DragColor()
 void ColorPreView::OpenMenu(BPoint screenPoint, bool openAnyway)
 {
     if (fMenu.Go(screenPoint, false, openAnyway) == fPickItem)
-        TakeColor(BScreen(Window()).DesktopColor());
+        BScreen(Window()).AskDesktopColor(BMessage(MSG_DESKTOP_COLOR), BMessenger(this));
 }
 
 bool ColorPreView::CopyRequested(BMessage* message)
@@ -106,7 +107,8 @@ bool ColorPreView::PasteRequested(BPoint* where)
 void ColorPreView::MessageReceived(BMessage* message)
 {
     rgb_color color;
-    if (message->WasDropped() && FindColorMessage(*message, &color))
+    const bool isAnswer = message->what == MSG_DESKTOP_COLOR && FindColorField(*message, &color);
+    if (isAnswer || (message->WasDropped() && FindColorMessage(*message, &color)))
         TakeColor(color);
     else
         BBox::MessageReceived(message);

@@ -85,6 +85,8 @@ enum : uint32 {
     MSG_PASTE,         ///< chart's menu: from the clipboard
     MSG_PASTE_COLOR,   ///< chart's menu: from the clipboard onto the source whose item "source" is
 
+    MSG_DESKTOP_COLOR, ///< the desktop to who asked for its colour: "RGBColor"
+
     // Charts on the desktop. Programs of different versions speak these too.
     MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, perhaps "Where" (point, left top)
     MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed

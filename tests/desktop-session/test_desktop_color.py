@@ -3,7 +3,7 @@
 import signal
 
 from desktop import wait_until
-from prefs import DESKTOP_COLOR, RAMPS, TEST_ON_DESKTOP, PrefsTest
+from prefs import DESKTOP_COLOR, PICK_DESKTOP, RAMPS, SWATCH, TEST_ON_DESKTOP, PrefsTest
 
 BARE = (1270, 790)
 """A place of the screen that no window covers."""
@@ -28,6 +28,17 @@ class DesktopColor(PrefsTest):
         self.click((5 + 200, RAMPS["red"]))
         self.click(TEST_ON_DESKTOP)
         wait_until(lambda: self.bare() != (32, 64, 96), "the picked colour on the desktop")
+
+    def test_is_picked_as_it_is_now(self):
+        self.open_prefs()
+        self.show("Colors")
+        # The second setter tells nobody, and leaves the name of the first one's picture.
+        self.paint("#204060")
+        for color in ("#806040", "#408060"):
+            self.desktop.output("xsetroot", "-solid", color)
+            self.click(PICK_DESKTOP)
+            expected = tuple(bytes.fromhex(color[1:]))
+            wait_until(lambda: self.page().pixel(*SWATCH) == expected, f"{color} in the swatch")
 
     def test_is_followed_by_a_locked_chart(self):
         self.open_prefs()

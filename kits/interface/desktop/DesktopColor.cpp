@@ -1,14 +1,20 @@
 #include "kits/interface/desktop/DesktopColor.h"
 
 #include "kits/application/MainThread.h"
-#include "kits/interface/desktop/DesktopWatch.h"
 
 #include <QApplication>
+#include <QTimer>
 #include <QWidget>
+
+#include <memory>
+#include <utility>
 
 namespace kits::DesktopColor {
 
 namespace {
+
+/// Who asks gets the last known colour when the desktop takes longer; milliseconds.
+constexpr int kLongestAnswer = 100;
 
 /// Not destroyed by itself: a process that calls exit() somewhere leaves its thread as it is.
 DesktopWatch* sWatch = nullptr;
@@ -19,6 +25,13 @@ bool HasDesktop(const QString& platform)
     return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));
 }
 
+/// A desktop has nothing below it that could shine through.
+rgb_color Opaque(rgb_color color)
+{
+    color.alpha = 255;
+    return color;
+}
+
 /// Windows that stand on the desktop may be filled with its colour.
 void RepaintWindows()
 {
@@ -26,12 +39,18 @@ void RepaintWindows()
         window->update();
 }
 
+DesktopWatch::Maker& TestMaker()
+{
+    static DesktopWatch::Maker maker;
+    return maker;
+}
+
 DesktopWatch& Watch()
 {
     if (sWatch == nullptr) {
         const QString platform = QGuiApplication::platformName();
-        DesktopWatch::Maker make;
-        if (HasDesktop(platform))
+        DesktopWatch::Maker make = TestMaker();
+        if (make == nullptr && HasDesktop(platform))
             make = [name = platform.toStdString()] { return MakeDesktopBackend(name); };
         sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
     }
@@ -45,17 +64,36 @@ rgb_color Get()
     return Watch().Get();
 }
 
+void Ask(std::function<void(rgb_color)> answer)
+{
+    const auto question = std::make_shared<std::function<void(rgb_color)>>(std::move(answer));
+    const auto settle = [question](rgb_color color) {
+        if (const auto waiting = std::exchange(*question, nullptr))
+            waiting(color);
+    };
+    Watch().Ask([settle](rgb_color color) { RunOnMainThread([settle, color] { settle(color); }); });
+    QTimer::singleShot(kLongestAnswer, qApp, [settle] { settle(sWatch != nullptr ? sWatch->Get() : kUnknown); });
+}
+
 void Set(rgb_color color, bool permanent)
 {
-    // A desktop has nothing below it that could shine through.
-    color.alpha = 255;
-    Watch().Set(color, permanent);
+    Watch().Set(Opaque(color), permanent);
+}
+
+void Change(rgb_color color)
+{
+    Watch().Change(Opaque(color));
 }
 
 void Restore()
 {
     if (sWatch != nullptr || DesktopKept::Exists())
         Watch().Restore();
+}
+
+void SetMaker(DesktopWatch::Maker make)
+{
+    TestMaker() = std::move(make);
 }
 
 void Forget()

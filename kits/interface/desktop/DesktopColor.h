@@ -1,6 +1,9 @@
 #pragma once
 
+#include "kits/interface/desktop/DesktopWatch.h"
 #include "kits/support/Color.h"
+
+#include <functional>
 
 namespace kits {
 
@@ -13,10 +16,16 @@ inline constexpr rgb_color kUnknown{51, 102, 152, 255};
 
 /// The last known one; kept true from the first call on.
 rgb_color Get();
+/// Calls with the colour that is there now; see BScreen::AskDesktopColor. On the main thread, from its event loop.
+void Ask(std::function<void(rgb_color)> answer);
 /// Paints the desktop; see BScreen::SetDesktopColor.
 void Set(rgb_color color, bool permanent);
+/// Sets it for good; see BScreen::ChangeDesktopColor.
+void Change(rgb_color color);
 /// Puts the desktop back; see BScreen::RestoreDesktop.
 void Restore();
+/// Has this make the desktop, in place of what the toolkit draws on; before the first call of all. For tests.
+void SetMaker(DesktopWatch::Maker make);
 /// Forgets everything, after waiting for what is under way. Main thread.
 void Forget();
 

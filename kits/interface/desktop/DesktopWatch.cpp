@@ -25,7 +25,8 @@ DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> 
     , fWake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
     , fColor(unknown)
 {
-    if (fMake == nullptr)
+    fIsBlind = fMake == nullptr;
+    if (fIsBlind)
         return;
     fThread = spawn_thread(ThreadEntry, "Desktop colour", B_LOW_PRIORITY, this);
     resume_thread(fThread);
@@ -87,6 +88,35 @@ void DesktopWatch::Restore()
     Give(Order::kRestore);
 }
 
+void DesktopWatch::Change(rgb_color color)
+{
+    rgb_color before;
+    {
+        const std::lock_guard lock(fLock);
+        before = fColor;
+        fBefore.reset();
+        fColor = color;
+        fOrdered = color;
+    }
+    SayIfChanged(before);
+    Give(Order::kChange);
+}
+
+void DesktopWatch::Ask(Answer answer)
+{
+    rgb_color color;
+    {
+        const std::lock_guard lock(fLock);
+        color = fColor;
+        if (!fIsBlind)
+            fAnswers.push_back(std::exchange(answer, nullptr));
+    }
+    if (answer)
+        answer(color);
+    else
+        Give(Order::kLook);
+}
+
 void DesktopWatch::Give(Order order)
 {
     {
@@ -107,8 +137,15 @@ int32 DesktopWatch::ThreadEntry(void* self)
 void DesktopWatch::Run()
 {
     fBackend = fMake();
-    if (fBackend == nullptr)
+    if (fBackend == nullptr) {
+        std::unique_lock lock(fLock);
+        fIsBlind = true;
+        const std::vector<Answer> answers = std::exchange(fAnswers, {});
+        const rgb_color color = fColor;
+        lock.unlock();
+        AnswerAll(answers, color);
         return;
+    }
     PutBackLeft();
     Look();
     while (Obey()) {
@@ -124,10 +161,13 @@ bool DesktopWatch::Obey()
 {
     std::unique_lock lock(fLock);
     const Order order = std::exchange(fOrder, Order::kNone);
+    // Only those who asked before the desktop is looked at.
+    const std::vector<Answer> answers = std::exchange(fAnswers, {});
     const rgb_color color = fOrdered;
     const bool permanent = fPermanent;
     const bool ending = fEnding;
     lock.unlock();
+    std::optional<rgb_color> seen;
     switch (order) {
     case Order::kPaint:
         Paint(color, permanent);
@@ -135,13 +175,28 @@ bool DesktopWatch::Obey()
     case Order::kRestore:
         PutBack();
         break;
+    case Order::kChange:
+        ChangeForGood(color);
+        break;
     case Order::kLook:
-        Look();
+        seen = HearNews();
         break;
     case Order::kNone:
         break;
     }
+    if (!answers.empty()) {
+        lock.lock();
+        const rgb_color known = fColor;
+        lock.unlock();
+        AnswerAll(answers, seen.value_or(known));
+    }
     return !ending;
+}
+
+void DesktopWatch::AnswerAll(const std::vector<Answer>& answers, rgb_color color)
+{
+    for (const Answer& answer : answers)
+        answer(color);
 }
 
 void DesktopWatch::Paint(rgb_color color, bool permanent)
@@ -150,6 +205,17 @@ void DesktopWatch::Paint(rgb_color color, bool permanent)
         return;
     if (fPainted || Keep())
         fBackend->Paint(color, *fPainted);
+}
+
+void DesktopWatch::ChangeForGood(rgb_color color)
+{
+    // Put back later, what a killed program left would undo what the user wants now.
+    PutBackLeft();
+    if (!fBackend->Change(color, fPainted ? &*fPainted : nullptr))
+        return;
+    if (fPainted)
+        fKept.Remove();
+    fPainted.reset();
 }
 
 bool DesktopWatch::Keep()
@@ -200,11 +266,11 @@ bool DesktopWatch::PutBackLeft()
     return false;
 }
 
-void DesktopWatch::HearNews()
+std::optional<rgb_color> DesktopWatch::HearNews()
 {
     if (fPainted) {
         if (fBackend->IsPainted())
-            return;
+            return std::nullopt;
         // Somebody else has set the desktop: there is nothing of ours to put back any more.
         fBackend->Restore(*fPainted);
         fKept.Remove();
@@ -212,10 +278,10 @@ void DesktopWatch::HearNews()
         const std::lock_guard lock(fLock);
         fBefore.reset();
     }
-    Look();
+    return Look();
 }
 
-void DesktopWatch::Look()
+std::optional<rgb_color> DesktopWatch::Look()
 {
     const std::optional<rgb_color> color = fBackend->Read();
     rgb_color before;
@@ -228,6 +294,7 @@ void DesktopWatch::Look()
             (fBefore ? *fBefore : fColor) = *color;
     }
     SayIfChanged(before);
+    return color;
 }
 
 void DesktopWatch::SayIfChanged(rgb_color before)

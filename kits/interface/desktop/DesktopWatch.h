@@ -21,6 +21,7 @@ namespace kits {
 class DesktopWatch {
 public:
     using Maker = std::function<std::unique_ptr<DesktopBackend>()>;
+    using Answer = std::function<void(rgb_color)>;
 
     /// Starts the thread, if there is something to make.
     /// @param make     called on the thread; null, or null from it, when there is no desktop to read or paint
@@ -39,21 +40,33 @@ public:
     void Set(rgb_color color, bool permanent);
     /// Get() gives what it did before the first Set, and the desktop is put back.
     void Restore();
+    /// Sets the desktop's colour for good: Get() gives it, and a Restore goes back no further than to here.
+    void Change(rgb_color color);
+
+    /// Has the desktop looked at anew, after everything that was ordered before, and gives the colour that is there
+    /// now.
+    /// @param answer  called once: on the thread, which may be busy for seconds; at once where there is no desktop.
+    ///                Never when the watch is destroyed before.
+    void Ask(Answer answer);
 
 private:
-    enum class Order { kNone, kPaint, kRestore, kLook };
+    enum class Order { kNone, kPaint, kRestore, kChange, kLook };
 
     static int32 ThreadEntry(void* self);
     void Run();
     /// Does what was ordered last. False when that was all.
     bool Obey();
     void Paint(rgb_color color, bool permanent);
+    void ChangeForGood(rgb_color color);
     bool Keep();
     void PutBack();
     /// @return whether nothing is left to put back
     bool PutBackLeft();
-    void HearNews();
-    void Look();
+    /// Looks at the desktop, unless it shows what is painted.
+    /// @return what it shows
+    std::optional<rgb_color> HearNews();
+    std::optional<rgb_color> Look();
+    static void AnswerAll(const std::vector<Answer>& answers, rgb_color color);
     void Give(Order order);
     void WaitForNews();
     void SayIfChanged(rgb_color before);
@@ -68,6 +81,8 @@ private:
     std::optional<rgb_color> fBefore; ///< while a colour of ours is set
     Order fOrder = Order::kNone;      ///< the newest that the thread has not yet seen
     bool fEnding = false;
+    bool fIsBlind = false; ///< there is no desktop
+    std::vector<Answer> fAnswers;
     rgb_color fOrdered{};
     bool fPermanent = true;
     bool fNeedsLooking = false;

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace kits {
@@ -30,25 +31,37 @@ public:
     bool HasTrueColor() const { return fBytes != 0; }
 
     uint32 PixelOf(rgb_color color) const;
-    rgb_color ColorOf(uint32 pixel) const;
 
     /// The average over a pixmap; nothing if it is gone or its pixels are no colours.
     std::optional<rgb_color> AverageOf(xcb_pixmap_t pixmap) const;
 
-    /// What can be seen of the root window itself.
-    struct Visible {
+    /// The background of the root window, as some of its rows show it.
+    struct Background {
         rgb_color average;
-        bool isPlain; ///< all pixels are the same
-        uint32 pixel; ///< one of them
+        bool isPlain;   ///< all pixels are the same
+        uint32 pixel;   ///< one of them
+        bool isPicture; ///< it is the picture that was asked about
     };
-    /// Read off some of its rows; nothing if windows cover all of them.
-    std::optional<Visible> VisibleRoot() const;
+    /// Reads what the root window has, also where windows cover it; a server that cannot show that gives what no window
+    /// covers. Nothing if all of it is covered then.
+    /// @param picture  the pixmap that it may have; XCB_NONE for none
+    std::optional<Background> ReadBackground(xcb_pixmap_t picture) const;
 
     const xcb_screen_t* Screen() const { return fScreen; }
 
 private:
     struct Sum;
+    class Probe;
     class Scratch;
+    /// Pixels of some rows, nothing where they are not known.
+    using Rows = std::vector<std::optional<uint32>>;
+
+    uint16 RowCount() const;
+    int16_t RowAt(int row) const;
+    Rows RowsOf(xcb_drawable_t window, const Probe* probe) const;
+    Rows BackgroundRows() const;
+    /// Whether a picture that repeats all over the root window has these rows.
+    bool HasRows(xcb_pixmap_t picture, const Rows& rows) const;
 
     XReply<xcb_get_image_reply_t> Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const;
     uint32 PixelAt(const uint8* bytes) const;

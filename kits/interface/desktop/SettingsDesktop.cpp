@@ -87,6 +87,24 @@ bool SettingsDesktop::Restore(const BMessage& kept)
     return true;
 }
 
+bool SettingsDesktop::Change(rgb_color color, const BMessage*)
+{
+    fPainted.reset();
+    const std::optional<Settings> settings = Current();
+    if (!settings)
+        return false;
+    bool isDone = false;
+    for (const Setting& setting : *settings) {
+        if (setting.kind == Kind::kRead)
+            continue;
+        const bool isColor = setting.kind == Kind::kColor;
+        if (!Set(setting.key, isColor ? FormatColor(color) : PlainStyle(setting.key)))
+            return false;
+        isDone = true;
+    }
+    return isDone;
+}
+
 bool SettingsDesktop::HasPlainStyles(const Settings& settings) const
 {
     return std::all_of(settings.begin(), settings.end(), [this](const Setting& setting) {

@@ -33,6 +33,7 @@ public:
     std::optional<BMessage> Keep() final;
     bool Paint(rgb_color color, const BMessage& kept) final;
     bool Restore(const BMessage& kept) final;
+    bool Change(rgb_color color, const BMessage* kept) final;
     bool IsPainted() const final;
     bool OutlivesSession() const final { return true; }
     bool TakeNews() final;

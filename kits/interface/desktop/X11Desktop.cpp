@@ -11,6 +11,7 @@ constexpr const char* kId = "Id";
 constexpr const char* kPicture = "Picture";
 constexpr const char* kOwned = "Owned";
 constexpr const char* kOther = "OtherPicture";
+constexpr const char* kIsPicture = "IsPicture";
 constexpr const char* kColor = "Color";
 
 xcb_atom_t AtomOf(xcb_connection_t* connection, const char* name)
@@ -96,32 +97,35 @@ xcb_pixmap_t X11Desktop::NamedPicture() const
 
 std::optional<rgb_color> X11Desktop::Read()
 {
-    const xcb_pixmap_t pixmap = NamedPicture();
-    fIsNamed = pixmap != XCB_NONE;
+    const xcb_pixmap_t picture = NamedPicture();
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(picture);
+    fIsNamed = picture != XCB_NONE && (!background || background->isPicture);
     if (fIsNamed)
-        return fPicture.AverageOf(pixmap);
-    const std::optional<RootPicture::Visible> visible = fPicture.VisibleRoot();
-    return visible ? std::optional(visible->average) : std::nullopt;
+        return fPicture.AverageOf(picture);
+    return background ? std::optional(background->average) : std::nullopt;
 }
 
 std::optional<BMessage> X11Desktop::Keep()
 {
-    BMessage kept;
+    const xcb_pixmap_t picture = NamedPicture();
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(picture);
+    const bool isPicture = picture != XCB_NONE && (!background || background->isPicture);
     uint32 pixel = 0;
-    if (const xcb_pixmap_t pixmap = NamedPicture(); pixmap != XCB_NONE) {
-        if (const auto average = fPicture.AverageOf(pixmap))
+    if (isPicture) {
+        if (const auto average = fPicture.AverageOf(picture))
             pixel = fPicture.PixelOf(*average);
     } else {
-        const std::optional<RootPicture::Visible> visible = fPicture.VisibleRoot();
-        if (!visible || !visible->isPlain)
+        if (!background || !background->isPlain)
             return std::nullopt;
-        pixel = visible->pixel;
+        pixel = background->pixel;
     }
+    BMessage kept;
     std::random_device random;
     kept.AddInt64(kId, static_cast<int64>(static_cast<uint64>(random()) << 32 | random()));
     kept.AddInt32(kPicture, static_cast<int32>(PropertyOf(fAtoms.picture)));
     kept.AddInt32(kOwned, static_cast<int32>(PropertyOf(fAtoms.owned)));
     kept.AddInt32(kOther, static_cast<int32>(PropertyOf(fAtoms.otherPicture)));
+    kept.AddBool(kIsPicture, isPicture);
     kept.AddInt32(kColor, static_cast<int32>(pixel));
     return kept;
 }
@@ -194,8 +198,7 @@ bool X11Desktop::Paint(rgb_color color, const BMessage& kept)
     xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, 32, 3, mark);
     SetBackground(XCB_CW_BACK_PIXMAP, pixmap);
     SetNames(pixmap, pixmap, XCB_NONE);
-    if (before != XCB_NONE)
-        xcb_kill_client(fConnection.get(), before);
+    Free(before);
     fPainted = pixmap;
     return true;
 }
@@ -212,20 +215,59 @@ bool X11Desktop::Restore(const BMessage& kept)
     xcb_delete_property(fConnection.get(), fRoot, fAtoms.paint);
     if (PropertyOf(fAtoms.picture) != mark->pixmap)
         return true;
+    const bool isShown = Shows(mark->pixmap);
     const xcb_pixmap_t ours = PropertyOf(fAtoms.owned) == mark->pixmap ? mark->pixmap : XCB_NONE;
     SetNames(Kept(kept, kPicture), Kept(kept, kOwned), Kept(kept, kOther));
-    if (const xcb_pixmap_t picture = NamedPicture(); picture != XCB_NONE)
+    bool wasPicture = true;
+    kept.FindBool(kIsPicture, &wasPicture);
+    const xcb_pixmap_t picture = wasPicture ? NamedPicture() : static_cast<xcb_pixmap_t>(XCB_NONE);
+    if (isShown && picture != XCB_NONE)
         SetBackground(XCB_CW_BACK_PIXMAP, picture);
-    else
+    else if (isShown)
         SetBackground(XCB_CW_BACK_PIXEL, Kept(kept, kColor));
-    if (ours != XCB_NONE)
-        xcb_kill_client(fConnection.get(), ours);
+    Free(ours);
     return true;
+}
+
+bool X11Desktop::Change(rgb_color color, const BMessage* kept)
+{
+    const xcb_pixmap_t pixmap = MakePixmap(fPicture.PixelOf(color));
+    if (pixmap == XCB_NONE)
+        return false;
+    const ServerGrab grab(fConnection.get());
+    const xcb_pixmap_t named = PropertyOf(fAtoms.picture);
+    // What is painted for a while is ours; below it waits the picture that it was painted over.
+    const bool isOurs = kept != nullptr && named == fPainted;
+    const xcb_pixmap_t before = isOurs ? Kept(*kept, kPicture) : named;
+    const xcb_pixmap_t owned = isOurs ? Kept(*kept, kOwned) : PropertyOf(fAtoms.owned);
+    xcb_delete_property(fConnection.get(), fRoot, fAtoms.paint);
+    SetBackground(XCB_CW_BACK_PIXMAP, pixmap);
+    SetNames(pixmap, pixmap, XCB_NONE);
+    if (isOurs)
+        Free(fPainted);
+    // By custom, a picture under both names is left to be freed by whoever sets the next one.
+    if (before == owned)
+        Free(owned);
+    fPainted = XCB_NONE;
+    return true;
+}
+
+void X11Desktop::Free(xcb_pixmap_t pixmap)
+{
+    // XCB_NONE would mean all clients that have left something behind.
+    if (pixmap != XCB_NONE)
+        xcb_kill_client(fConnection.get(), pixmap);
+}
+
+bool X11Desktop::Shows(xcb_pixmap_t pixmap) const
+{
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(pixmap);
+    return !background || background->isPicture;
 }
 
 bool X11Desktop::IsPainted() const
 {
-    return PropertyOf(fAtoms.picture) == fPainted;
+    return PropertyOf(fAtoms.picture) == fPainted && Shows(fPainted);
 }
 
 std::vector<int> X11Desktop::Descriptors() const

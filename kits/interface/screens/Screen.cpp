@@ -1,8 +1,11 @@
 #include "kits/interface/Screen.h"
 
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/screens/ScreenList.h"
+#include "kits/support/TypeConstants.h"
 
 BScreen::BScreen()
     : BScreen(nullptr)
@@ -32,9 +35,22 @@ rgb_color BScreen::DesktopColor() const
     return kits::DesktopColor::Get();
 }
 
+void BScreen::AskDesktopColor(const BMessage& message, const BMessenger& target)
+{
+    kits::DesktopColor::Ask([answer = message, target](rgb_color color) mutable {
+        answer.AddData("RGBColor", B_RGB_COLOR_TYPE, &color, sizeof(color));
+        target.SendMessage(&answer);
+    });
+}
+
 void BScreen::SetDesktopColor(rgb_color color, bool permanent)
 {
     kits::DesktopColor::Set(color, permanent);
+}
+
+void BScreen::ChangeDesktopColor(rgb_color color)
+{
+    kits::DesktopColor::Change(color);
 }
 
 void BScreen::RestoreDesktop()

@@ -3,6 +3,7 @@
 #include "tests/kits/kernel/Await.h"
 #include "tests/support/TempFolder.h"
 
+#include <future>
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
 
@@ -24,6 +25,8 @@ struct FakeDesktop {
     bool isOurs = false;
     bool tellsNothing = false;
     bool refusesToRestore = false;
+    std::optional<bool> wasPaintedAtChange;
+    std::function<void()> beforeRead;
     int paints = 0;
     int restores = 0;
     std::function<void()> beforePaint;
@@ -42,10 +45,15 @@ struct FakeDesktop {
     /// As another program does.
     void SetFromOutside(rgb_color value)
     {
+        SetSilently(value);
+        eventfd_write(news.Get(), 1);
+    }
+    /// As a program does that tells nobody.
+    void SetSilently(rgb_color value)
+    {
         const std::lock_guard guard(lock);
         color = value;
         isOurs = false;
-        eventfd_write(news.Get(), 1);
     }
 };
 
@@ -57,7 +65,12 @@ public:
     }
 
     const char* Name() const override { return "fake"; }
-    std::optional<rgb_color> Read() override { return fDesktop.Color(); }
+    std::optional<rgb_color> Read() override
+    {
+        if (fDesktop.beforeRead)
+            fDesktop.beforeRead();
+        return fDesktop.Color();
+    }
     std::optional<BMessage> Keep() override
     {
         const std::lock_guard guard(fDesktop.lock);
@@ -89,6 +102,14 @@ public:
         if (fDesktop.isOurs)
             fDesktop.color = make_color(value, value, value);
         fDesktop.isOurs = false;
+        return true;
+    }
+    bool Change(rgb_color color, const BMessage* kept) override
+    {
+        const std::lock_guard guard(fDesktop.lock);
+        fDesktop.color = color;
+        fDesktop.isOurs = false;
+        fDesktop.wasPaintedAtChange = kept != nullptr;
         return true;
     }
     bool IsPainted() const override
@@ -131,6 +152,12 @@ protected:
     bool AwaitFile(bool there)
     {
         return Await([&] { return folder.Has(kFile) == there; });
+    }
+    static rgb_color AskAndAwait(DesktopWatch& watch)
+    {
+        std::promise<rgb_color> answer;
+        watch.Ask([&](rgb_color color) { answer.set_value(color); });
+        return answer.get_future().get();
     }
     /// The file that a program leaves which is killed while the desktop is red.
     void LeaveAsKilled(const char* backend = "fake", bool outlivesSession = true)
@@ -374,6 +401,97 @@ TEST_F(DesktopWatchTest, LooksNowAndThenAtADesktopThatTellsNothing)
         desktop.color = kBlue;
     }
     EXPECT_TRUE(Await([&] { return watch->Get() == kBlue; }));
+}
+
+/// What is there when it is asked, whatever was heard of it.
+TEST_F(DesktopWatchTest, AnswersWithTheColourThatIsThereNow)
+{
+    const auto watch = MakeReadyWatch();
+    for (const rgb_color color : {kRed, kBlue}) {
+        desktop.SetSilently(color);
+        EXPECT_EQ(AskAndAwait(*watch), color);
+        EXPECT_EQ(watch->Get(), color);
+    }
+}
+
+TEST_F(DesktopWatchTest, LooksAgainForWhoAsksWhileItLooks)
+{
+    std::mutex looking;
+    desktop.beforeRead = [&] { const std::lock_guard wait(looking); };
+    const auto watch = MakeReadyWatch();
+    looking.lock();
+    std::promise<rgb_color> first;
+    watch->Ask([&](rgb_color color) { first.set_value(color); });
+    desktop.SetSilently(kRed);
+    std::promise<rgb_color> second;
+    watch->Ask([&](rgb_color color) { second.set_value(color); });
+    looking.unlock();
+    first.get_future().wait();
+    EXPECT_EQ(second.get_future().get(), kRed);
+}
+
+TEST_F(DesktopWatchTest, AnswersWithWhatItPaints)
+{
+    const auto watch = MakeReadyWatch();
+    watch->Set(kRed, true);
+    EXPECT_EQ(AskAndAwait(*watch), kRed);
+    // Somebody has painted over it, and told nobody.
+    desktop.SetSilently(kBlue);
+    EXPECT_EQ(AskAndAwait(*watch), kBlue);
+    EXPECT_TRUE(AwaitFile(false));
+}
+
+TEST_F(DesktopWatchTest, AnswersWithoutADesktop)
+{
+    DesktopWatch none(nullptr, kUnknown);
+    EXPECT_EQ(AskAndAwait(none), kUnknown);
+    none.Set(kRed, true);
+    EXPECT_EQ(AskAndAwait(none), kRed);
+    // The second may come when the thread has ended, the first before.
+    DesktopWatch nothingMade([] { return std::unique_ptr<DesktopBackend>(); }, kUnknown);
+    EXPECT_EQ(AskAndAwait(nothingMade), kUnknown);
+    EXPECT_EQ(AskAndAwait(nothingMade), kUnknown);
+}
+
+TEST_F(DesktopWatchTest, ChangesTheDesktopForGood)
+{
+    auto watch = MakeReadyWatch();
+    watch->Change(kRed);
+    EXPECT_EQ(watch->Get(), kRed);
+    EXPECT_TRUE(AwaitColor(kRed));
+    EXPECT_FALSE(desktop.wasPaintedAtChange.value_or(true));
+    EXPECT_FALSE(folder.Has(kFile));
+    watch->Restore();
+    watch.reset();
+    EXPECT_EQ(desktop.Color(), kRed);
+    EXPECT_EQ(desktop.paints, 0);
+}
+
+TEST_F(DesktopWatchTest, PutsBackNothingFromBeforeAChange)
+{
+    auto watch = MakeReadyWatch();
+    watch->Set(kBlue, true);
+    ASSERT_TRUE(AwaitColor(kBlue));
+    watch->Change(kRed);
+    EXPECT_TRUE(AwaitColor(kRed));
+    EXPECT_TRUE(AwaitFile(false));
+    EXPECT_TRUE(desktop.wasPaintedAtChange.value_or(false));
+    // What is painted from here on is put back to here.
+    watch->Set(kBlue, true);
+    ASSERT_TRUE(AwaitColor(kBlue));
+    watch->Restore();
+    EXPECT_EQ(watch->Get(), kRed);
+    EXPECT_TRUE(AwaitColor(make_color(kRed.red, kRed.red, kRed.red)));
+}
+
+TEST_F(DesktopWatchTest, AChangeComesAfterWhatAKilledProgramLeft)
+{
+    LeaveAsKilled();
+    auto watch = MakeWatch();
+    watch->Change(kBlue);
+    watch.reset();
+    EXPECT_EQ(desktop.Color(), kBlue);
+    EXPECT_FALSE(folder.Has(kFile));
 }
 
 TEST_F(DesktopWatchTest, WorksWithoutASettingsFolder)

@@ -34,11 +34,24 @@ public:
     /// A picture that is one colour above and another below.
     xcb_pixmap_t MakePicture(rgb_color above, rgb_color below) const
     {
+        return MakePicture(above, below, Width(), Height());
+    }
+    xcb_pixmap_t MakePicture(rgb_color above, rgb_color below, uint16 width, uint16 height) const
+    {
         const xcb_pixmap_t pixmap = xcb_generate_id(fConnection.get());
-        xcb_create_pixmap(fConnection.get(), fPicture.Screen()->root_depth, pixmap, fRoot, Width(), Height());
-        Fill(pixmap, above, {0, 0, Width(), static_cast<uint16_t>(Height() / 2)});
-        Fill(pixmap, below, {0, static_cast<int16_t>(Height() / 2), Width(), static_cast<uint16_t>(Height() / 2)});
+        xcb_create_pixmap(fConnection.get(), fPicture.Screen()->root_depth, pixmap, fRoot, width, height);
+        Fill(pixmap, above, {0, 0, width, static_cast<uint16_t>(height / 2)});
+        Fill(pixmap, below, {0, static_cast<int16_t>(height / 2), width, static_cast<uint16_t>(height / 2)});
         return pixmap;
+    }
+    /// What it has made stays when it ends, until somebody frees it.
+    void RetainAll() const { xcb_set_close_down_mode(fConnection.get(), XCB_CLOSE_DOWN_RETAIN_PERMANENT); }
+    std::vector<xcb_window_t> Windows() const
+    {
+        const XReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(fConnection.get(), xcb_query_tree(fConnection.get(), fRoot), nullptr));
+        const xcb_window_t* windows = xcb_query_tree_children(tree.get());
+        return {windows, windows + xcb_query_tree_children_length(tree.get())};
     }
     void Fill(xcb_drawable_t drawable, rgb_color color, xcb_rectangle_t where) const
     {
@@ -93,9 +106,9 @@ public:
     {
         const auto request = xcb_get_image(fConnection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, fRoot, x, y, 1, 1, UINT32_MAX);
         const XReply<xcb_get_image_reply_t> image(xcb_get_image_reply(fConnection.get(), request, nullptr));
-        uint32 pixel = 0;
+        uint32 pixel = 0; // of 24 bits, as Xvfb was told
         std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof(pixel));
-        return fPicture.ColorOf(pixel);
+        return make_color(static_cast<uint8>(pixel >> 16), static_cast<uint8>(pixel >> 8), static_cast<uint8>(pixel));
     }
     rgb_color Above() const { return PixelAt(20, 30); }
     rgb_color Below() const { return PixelAt(20, static_cast<int16>(Height() - 30)); }
@@ -154,6 +167,13 @@ protected:
         EXPECT_TRUE(desktop->Paint(color, *kept));
         return *kept;
     }
+    /// By a program that has ended.
+    static xcb_pixmap_t LeavePicture()
+    {
+        const Setter setter;
+        setter.RetainAll();
+        return setter.SetPicture(kRed, kGreen);
+    }
     bool AwaitNews()
     {
         return Await([&] { return desktop->TakeNews(); });
@@ -177,8 +197,81 @@ TEST_F(X11DesktopTest, WindowsAreNotPartOfIt)
     other->Cover({100, 0, static_cast<uint16_t>(other->Width() - 150), other->Height()});
     EXPECT_EQ(desktop->Read(), kRed);
     other->Cover({0, 0, other->Width(), other->Height()});
-    EXPECT_EQ(desktop->Read(), std::nullopt);
-    EXPECT_FALSE(desktop->Keep().has_value());
+    EXPECT_EQ(desktop->Read(), kRed);
+    const std::optional<BMessage> kept = desktop->Keep();
+    ASSERT_TRUE(kept.has_value());
+    other->SetBackground(kBlue);
+    EXPECT_EQ(desktop->Read(), kBlue);
+}
+
+TEST_F(X11DesktopTest, LookingShowsNothing)
+{
+    other->SetBackground(kRed);
+    other->Cover({0, 0, static_cast<uint16_t>(other->Width() / 2), other->Height()});
+    const std::vector<xcb_window_t> before = other->Windows();
+    desktop->Read();
+    EXPECT_TRUE(Await([&] { return other->Windows() == before; }));
+}
+
+/// A program that sets a background and names nothing leaves the name of the picture before.
+TEST_F(X11DesktopTest, ANameCountsOnlyWhileItsPictureIsShown)
+{
+    other->SetPicture(kRed, kGreen);
+    EXPECT_NE(desktop->Read(), kBlue);
+    EXPECT_FALSE(desktop->NeedsLooking());
+    other->SetBackground(kBlue);
+    EXPECT_EQ(desktop->Read(), kBlue);
+    EXPECT_TRUE(desktop->NeedsLooking());
+    const BMessage kept = PaintOver(kGreen);
+    EXPECT_TRUE(desktop->Restore(kept));
+    EXPECT_EQ(other->Above(), kBlue);
+    EXPECT_EQ(desktop->Read(), kBlue);
+}
+
+TEST_F(X11DesktopTest, ASmallPictureRepeats)
+{
+    const xcb_pixmap_t tile = other->MakePicture(kRed, kGreen, 7, 6);
+    other->SetBackground(tile);
+    other->Name("_XROOTPMAP_ID", tile);
+    EXPECT_EQ(desktop->Read(), make_color(100, 95, 14));
+    EXPECT_FALSE(desktop->NeedsLooking());
+}
+
+TEST_F(X11DesktopTest, WhatIsSetOverOurPaintWithoutANameStays)
+{
+    const BMessage kept = PaintOver(kBlue);
+    EXPECT_TRUE(desktop->IsPainted());
+    other->SetBackground(kGreen);
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(kept));
+    EXPECT_EQ(other->Above(), kGreen);
+    EXPECT_EQ(other->Named("_XROOTPMAP_ID"), XCB_NONE);
+}
+
+TEST_F(X11DesktopTest, AChangeForGoodFreesThePictureBefore)
+{
+    const xcb_pixmap_t picture = LeavePicture();
+    EXPECT_TRUE(desktop->Change(kBlue, nullptr));
+    EXPECT_EQ(other->Above(), kBlue);
+    EXPECT_FALSE(other->IsAlive(picture));
+    EXPECT_EQ(other->Named("_XROOTPMAP_ID"), other->Named("ESETROOT_PMAP_ID"));
+    EXPECT_EQ(desktop->Read(), kBlue);
+    // It is not ours to put back.
+    desktop = X11Desktop::Connect();
+    EXPECT_EQ(other->Above(), kBlue);
+}
+
+TEST_F(X11DesktopTest, AChangeForGoodFreesWhatWasPaintedAndWhatIsBelow)
+{
+    const xcb_pixmap_t picture = LeavePicture();
+    const BMessage kept = PaintOver(kBlue);
+    const xcb_pixmap_t painted = other->Named("_XROOTPMAP_ID");
+    EXPECT_TRUE(desktop->Change(kGreen, &kept));
+    EXPECT_FALSE(other->IsAlive(picture));
+    EXPECT_FALSE(other->IsAlive(painted));
+    EXPECT_EQ(other->Above(), kGreen);
+    EXPECT_TRUE(desktop->Restore(kept));
+    EXPECT_EQ(other->Above(), kGreen);
 }
 
 TEST_F(X11DesktopTest, ReadsTheAverageOfAPicture)
@@ -198,7 +291,9 @@ TEST_F(X11DesktopTest, ReadsAPictureBehindWindows)
 TEST_F(X11DesktopTest, AnyOfItsNamesIsEnough)
 {
     for (const char* name : {"_XROOTPMAP_ID", "ESETROOT_PMAP_ID", "_XSETROOT_ID"}) {
-        other->Name(name, other->MakePicture(kRed, kRed));
+        const xcb_pixmap_t picture = other->MakePicture(kRed, kRed);
+        other->SetBackground(picture);
+        other->Name(name, picture);
         EXPECT_TRUE(AwaitNews()) << name;
         EXPECT_EQ(desktop->Read(), kRed) << name;
         other->Unname(name);
