@@ -4,6 +4,7 @@
 #include "kits/application/MessagePrivate.h"
 #include "kits/interface/Shelf.h"
 #include "kits/interface/Window.h"
+#include "kits/interface/dragging/DragCourse.h"
 #include "kits/interface/dragging/DragShape.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
@@ -32,10 +33,8 @@ std::unique_ptr<Request> sQueued;
 std::unique_ptr<Request> sCurrent;
 /// What is dragged over our windows.
 std::unique_ptr<BMessage> sOver;
-/// What is being dragged out of this process was given up.
-bool sCanceled = false;
-/// Where it was let go.
-std::optional<BPoint> sReleased;
+/// The course of that drag, as long as the toolkit carries it out.
+std::optional<DragCourse> sCourse;
 
 std::function<void(const Request&)>& Runner()
 {
@@ -106,11 +105,11 @@ private:
     QPointer<QWindow> fWindow;
 };
 
-/// Tells what an archive was dragged from that it was dropped on the desktop.
-void TellOfDesktop(const Request& request)
+/// Tells the view that an archive was dragged from that it was dropped on the desktop.
+void TellOfDesktop(const Request& request, BPoint where)
 {
     BMessage message(B_DROPPED_ON_DESKTOP);
-    message.AddPoint("where", *sReleased);
+    message.AddPoint("where", where);
     message.AddPoint("offset", request.offset);
     request.replyTo.SendMessage(&message);
 }
@@ -121,19 +120,18 @@ void RunDrag(const Request& request)
     drag->setMimeData(DropMessage::Encode(request.message).release());
     drag->setPixmap(PictureOf(request));
     drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
-    sCanceled = false;
-    sReleased.reset();
+    sCourse.emplace(request.message.what == B_ARCHIVED_OBJECT);
     const NestedLoop loop([] {
-        sCanceled = true;
+        sCourse->GiveUp();
         QDrag::cancel();
     });
     const KeyboardHold keyboard;
     const DragShape shape(drag->pixmap());
-    const bool taken = drag->exec(Qt::CopyAction) != Qt::IgnoreAction;
-    // The toolkit answers the same for a drop on the desktop, for Escape and for a click.
-    const bool isDrop = !taken && !sCanceled && sReleased.has_value();
-    if (isDrop && request.message.what == B_ARCHIVED_OBJECT && DesktopLayer::IsDesktopAt(*sReleased))
-        TellOfDesktop(request);
+    drag->exec(Qt::CopyAction);
+    const std::optional<BPoint> dropOnDesktop = sCourse->DropOnDesktop();
+    sCourse.reset();
+    if (dropOnDesktop.has_value())
+        TellOfDesktop(request, *dropOnDesktop);
 }
 
 void Start()
@@ -209,13 +207,14 @@ bool IsUnderWay()
 
 void NoteEscape()
 {
-    sCanceled = true;
+    if (sCourse.has_value())
+        sCourse->GiveUp();
 }
 
 void NoteRelease(BPoint where)
 {
-    if (!sReleased.has_value())
-        sReleased = where;
+    if (sCourse.has_value() && sCourse->Release(where, sCourse->IsForDesktop() && DesktopLayer::IsDesktopAt(where)))
+        QDrag::cancel();
 }
 
 bool Entered(const QDropEvent& event)

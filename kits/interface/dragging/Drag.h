@@ -37,7 +37,8 @@ void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_p
 bool IsUnderWay();
 /// The user pressed Escape: what ends now is no drop.
 void NoteEscape();
-/// The user let go at this place of the screen. The toolkit may say so a good while later.
+/// The user released a button at this place of the screen, possibly a good while ago. Called before the toolkit handles
+/// the release: an archive that is released over the desktop is not offered to the desktop's own program.
 void NoteRelease(BPoint where);
 
 /// Drags over a window's widget; a dragged archive is only for shelves, and not for those of the process that it comes

@@ -78,6 +78,19 @@ WindowImpl* WindowOf(const QObject* receiver)
     return nullptr;
 }
 
+/// Tells views of a move or a press in a window.
+void WatchWindow(const QObject* receiver, QEvent::Type type)
+{
+    // Over an open menu the pointer is in none of our views.
+    WindowImpl* const impl = QApplication::activePopupWidget() == nullptr ? WindowOf(receiver) : nullptr;
+    BWindow* const window = impl != nullptr ? impl->fWindow : nullptr;
+    // The view may have come below a pointer that rests.
+    const bool isMove = type == QEvent::MouseMove;
+    const bool isPress = type == QEvent::MouseButtonPress && window != nullptr;
+    if (isMove || (isPress && window->FindView(window->ConvertFromScreen(sWhere)) != sInside))
+        Moved(window, sWhere, nullptr);
+}
+
 } // namespace
 
 BPoint Where()
@@ -121,11 +134,8 @@ void Watch(QObject* receiver, QEvent* event)
         if (event->type() == QEvent::MouseButtonRelease && Drag::IsUnderWay())
             Drag::NoteRelease(sWhere);
         // A widget gets a copy of what its window got.
-        if (event->type() == QEvent::MouseMove && receiver->isWindowType() && !Drag::IsUnderWay()) {
-            // Over an open menu the pointer is in none of our views.
-            WindowImpl* const window = QApplication::activePopupWidget() == nullptr ? WindowOf(receiver) : nullptr;
-            Moved(window != nullptr ? window->fWindow : nullptr, sWhere, nullptr);
-        }
+        if (receiver->isWindowType() && !Drag::IsUnderWay())
+            WatchWindow(receiver, event->type());
         break;
     }
     case QEvent::Leave:

@@ -181,6 +181,17 @@ TEST_F(Dragger, DragsTheArchiveOfItsTarget)
     EXPECT_FALSE(dragged->rect.IsValid());
 }
 
+TEST_F(Dragger, DragsFromBelowAPointerThatHasNotMovedSinceTheLastDrag)
+{
+    for (int i = 0; i < 2; i++) {
+        test::Press(dragger, BPoint(3, 4));
+        // Fast: the first move is beyond the handle.
+        test::MoveTo(dragger, BPoint(30, 30));
+        EXPECT_NE(test::TakeDrag(), nullptr);
+        test::Release(dragger, BPoint(30, 30));
+    }
+}
+
 TEST_F(Dragger, DragsNothingOnAClickNorWithoutTheButton)
 {
     test::Click(dragger, BPoint(3, 4));

@@ -92,10 +92,14 @@ protected:
 
 TEST_F(Pointer, ClicksAreCounted)
 {
+    test::MoveTo(outer, BPoint(5, 6));
+    Take();
     test::Press(outer, BPoint(5, 6));
     EXPECT_EQ(Take(), "a down 5,6 b1 c1; ");
     test::Release(outer, BPoint(5, 7));
     EXPECT_EQ(Take(), "a up 5,7; ");
+    test::MoveTo(inner, BPoint(1, 1));
+    Take();
     test::Click(inner, BPoint(1, 1), B_SECONDARY_MOUSE_BUTTON);
     EXPECT_EQ(Take(), "b down 1,1 b2 c1; b up 1,1; ");
     test::Click(inner, BPoint(1, 1), B_SECONDARY_MOUSE_BUTTON);
@@ -153,6 +157,20 @@ TEST_F(Pointer, TransitsFollowThePlaceWithAButtonToo)
     test::Release(outer, BPoint(150, 10));
     // The release goes where the press went.
     EXPECT_EQ(Take(), "a up 150,10; ");
+}
+
+TEST_F(Pointer, APressEntersAViewThatCameBelowAPointerAtRest)
+{
+    test::Press(inner, BPoint(5, 5));
+    EXPECT_EQ(Take(), "b entered 5,5; b down 5,5 b1 c1; ");
+    test::MoveTo(inner, BPoint(70, 50));
+    EXPECT_EQ(Take(), "b exited 70,50; a entered 90,70; ");
+    test::Release(inner, BPoint(70, 50));
+    EXPECT_EQ(Take(), "b up 70,50; ");
+    // It knows already that the pointer is in the view.
+    test::Press(outer, BPoint(90, 70));
+    EXPECT_EQ(Take(), "a down 90,70 b1 c1; ");
+    test::Release(outer, BPoint(90, 70));
 }
 
 TEST_F(Pointer, AViewThatGoesIsForgotten)

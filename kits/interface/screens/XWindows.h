@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+#include <xcb/xcb.h>
+
+class QPoint;
+
+/// What the X server knows of windows. Every function but SetProperty waits for the server's answer; a window that is
+/// gone has no properties and no children. Main thread, with the toolkit's connection.
+namespace kits::XWindows {
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <class Reply> using Answer = std::unique_ptr<Reply, Free>;
+
+/// The root window of the first screen.
+xcb_window_t Root(xcb_connection_t* server);
+
+/// The atoms of these names, in their order.
+std::vector<xcb_atom_t> Atoms(xcb_connection_t* server, std::initializer_list<const char*> names);
+
+void SetProperty(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                 const std::vector<uint32_t>& values);
+/// The values of a property of 32-bit words, at most 4096; empty if there is none.
+std::vector<uint32_t> Property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property);
+/// The same of many windows, in one turn to the server and back.
+std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const std::vector<xcb_window_t>& windows,
+                                              xcb_atom_t property);
+/// A property of bytes, at most 256; "" if there is none.
+std::string Text(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property);
+bool Holds(const std::vector<uint32_t>& values, uint32_t value);
+
+/// The child that shows at a place of the root window and takes input there, NONE if none does.
+xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place);
+
+} // namespace kits::XWindows
