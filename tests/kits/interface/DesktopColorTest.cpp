@@ -112,6 +112,7 @@ TEST_F(DesktopColorTest, TheScreenAnswersWithAMessage)
     auto* window = new BWindow(BRect(50, 50, 149, 149), "asker", B_TITLED_WINDOW, 0);
     auto* asker = new Asker;
     window->AddChild(asker);
+    test::Show(window);
     BMessage question('mine');
     question.AddInt32("Number", 7);
     BScreen().AskDesktopColor(question, BMessenger(asker));
