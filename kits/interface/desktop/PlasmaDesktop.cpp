@@ -1,9 +1,13 @@
 #include "kits/interface/desktop/PlasmaDesktop.h"
 
+#include "kits/interface/desktop/IniFile.h"
+#include "kits/interface/desktop/KdeSettings.h"
+#include "kits/interface/desktop/PlasmaWallpaper.h"
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Threads.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <sstream>
@@ -17,27 +21,57 @@ namespace {
 constexpr const char* kFile = "plasma-org.kde.plasma.desktop-appletsrc";
 constexpr const char* kPlainPlugin = "org.kde.color";
 constexpr const char* kPicturePlugin = "org.kde.image";
+constexpr const char* kSlidesPlugin = "org.kde.slideshow";
 
 constexpr const char* kColor = "Color";
 constexpr const char* kPlugin = "Plugin";
 constexpr const char* kImage = "Image";
+constexpr const char* kSlide = "Slide";
+constexpr const char* kScreen = "Screen";
 
-/// A line for each setting of each desktop: its number, the setting and the value.
-constexpr const char* kReadScript = "var all = desktops();"
+/// The shell writes what it was told at once, as a rule.
+constexpr bigtime_t kLongestWrite = 2000000;
+
+/// A line for each setting of each desktop: its number, the setting and the value. That of the main monitor has the
+/// monitor's size.
+constexpr const char* kReadScript = "function line(d, name, value) { print(d.id + ' ' + name + ' ' + value + '\\n'); }"
+                                    "function of(d, plugin, key) {"
+                                    " d.currentConfigGroup = ['Wallpaper', plugin, 'General'];"
+                                    " return String(d.readConfig(key, '')).replace(/\\n/g, ' ');"
+                                    "}"
+                                    "var shown = desktopForScreen(0);"
+                                    "var all = desktops();"
                                     "for (var i = 0; i < all.length; i++) {"
                                     " var d = all[i];"
-                                    " d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];"
-                                    " print(d.id + ' Color ' + d.readConfig('Color', '') + '\\n');"
-                                    " print(d.id + ' Plugin ' + d.wallpaperPlugin + '\\n');"
-                                    " d.currentConfigGroup = ['Wallpaper', 'org.kde.image', 'General'];"
-                                    " print(d.id + ' Image ' + d.readConfig('Image', '') + '\\n');"
+                                    " line(d, 'Color', of(d, 'org.kde.color', 'Color'));"
+                                    " line(d, 'Plugin', d.wallpaperPlugin);"
+                                    " line(d, 'Image', of(d, 'org.kde.image', 'Image'));"
+                                    " line(d, 'Slide', of(d, 'org.kde.slideshow', 'Image'));"
+                                    " if (shown && d.id == shown.id) {"
+                                    "  var screen = screenGeometry(0);"
+                                    "  line(d, 'Screen', Math.round(screen.width) + 'x' + Math.round(screen.height));"
+                                    " }"
                                     "}";
+
+std::optional<std::string> Ask(const std::vector<std::string>& question)
+{
+    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
+    arguments.insert(arguments.end(), question.begin(), question.end());
+    return Tool::Run(arguments);
+}
 
 std::optional<std::string> Evaluate(const std::string& script)
 {
-    return Tool::Run({"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000",
-                      "--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript",
-                      "string:" + script});
+    return Ask(
+        {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
+}
+
+/// Known for sure: a bus that does not answer may have one.
+bool IsShellGone()
+{
+    const std::optional<std::string> answer = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                   "org.freedesktop.DBus.NameHasOwner", "string:org.kde.plasmashell"});
+    return answer && answer->find("false") != answer->npos;
 }
 
 std::string Quoted(const std::string& text)
@@ -62,6 +96,107 @@ bool IsColor(const std::string& key)
     return key == DesktopOf(key) + "/" + kColor;
 }
 
+bool IsNumber(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+/// Where a setting stands in the file.
+struct Place {
+    std::vector<std::string> groups;
+    std::string key;
+
+    std::string Group() const
+    {
+        std::string joined;
+        for (const std::string& group : groups)
+            joined += (joined.empty() ? "" : "][") + group;
+        return joined;
+    }
+};
+
+Place PlaceOf(const std::string& desktop, const std::string& name)
+{
+    if (name == kPlugin)
+        return {{"Containments", desktop}, "wallpaperplugin"};
+    const std::string plugin = name == kColor ? kPlainPlugin : name == kImage ? kPicturePlugin : kSlidesPlugin;
+    return {{"Containments", desktop, "Wallpaper", plugin, "General"}, name == kColor ? kColor : kImage};
+}
+
+Place PlaceOf(const std::string& key)
+{
+    return PlaceOf(DesktopOf(key), key.substr(key.find('/') + 1));
+}
+
+IniFile ReadFile()
+{
+    BPath path;
+    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) != B_OK)
+        return {};
+    return IniFile::Read(std::string(path.Path()) + "/" + kFile);
+}
+
+std::optional<std::string> InFile(const std::string& key)
+{
+    const Place place = PlaceOf(key);
+    return ReadFile().Value(place.Group(), place.key);
+}
+
+SettingsDesktop::Setting Make(const std::string& desktop, const std::string& name, const std::string& value)
+{
+    using Kind = SettingsDesktop::Kind;
+    const Kind kind = name == kColor ? Kind::kColor : name == kPlugin ? Kind::kStyle : Kind::kRead;
+    return {desktop + "/" + name, kind, value.empty() ? std::nullopt : std::optional(value), !value.empty()};
+}
+
+/// What a shell would read when it starts. Panels stand there too, with a form other than a desktop's.
+std::optional<SettingsDesktop::Settings> Stored()
+{
+    SettingsDesktop::Settings settings;
+    const IniFile file = ReadFile();
+    for (const auto& [group, values] : file.Groups()) {
+        const std::string start = "Containments][";
+        const std::string desktop = group.rfind(start, 0) == 0 ? group.substr(start.size()) : "";
+        const auto form = values.find("formfactor");
+        if (!IsNumber(desktop) || form == values.end() || form->second != "0" || values.count("wallpaperplugin") == 0)
+            continue;
+        for (const char* name : {kColor, kPlugin, kImage, kSlide}) {
+            const Place place = PlaceOf(desktop, name);
+            settings.push_back(Make(desktop, name, file.Value(place.Group(), place.key).value_or("")));
+        }
+    }
+    return settings.empty() ? std::nullopt : std::optional(settings);
+}
+
+/// @param value  nothing: takes the setting away
+bool WriteFile(const std::string& key, const std::optional<std::string>& value)
+{
+    const Place place = PlaceOf(key);
+    for (const char* tool : {"kwriteconfig6", "kwriteconfig5"}) {
+        if (!Tool::Exists(tool))
+            continue;
+        std::vector<std::string> arguments = {tool, "--file", kFile};
+        for (const std::string& group : place.groups)
+            arguments.insert(arguments.end(), {"--group", group});
+        arguments.insert(arguments.end(), {"--key", place.key});
+        if (value)
+            arguments.push_back(*value);
+        else
+            arguments.emplace_back("--delete");
+        return Tool::Run(arguments).has_value() && InFile(key) == value;
+    }
+    return false;
+}
+
+bool AwaitInFile(const std::string& key, const std::string& value)
+{
+    for (const bigtime_t until = system_time() + kLongestWrite; InFile(key) != value; snooze(10000)) {
+        if (system_time() > until)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 PlasmaDesktop::PlasmaDesktop()
@@ -76,7 +211,7 @@ std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
 {
     const std::optional<std::string> printed = Evaluate(kReadScript);
     if (!printed)
-        return std::nullopt;
+        return IsShellGone() ? Stored() : std::nullopt;
     Settings settings;
     std::istringstream lines(*printed);
     for (std::string line; std::getline(lines, line);) {
@@ -84,42 +219,45 @@ std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
         std::string desktop;
         std::string name;
         std::string value;
-        if (!(words >> desktop >> name) || desktop.find_first_not_of("0123456789") != desktop.npos)
+        if (!(words >> desktop >> name) || !IsNumber(desktop))
             continue;
         std::getline(words >> std::ws, value);
-        const Kind kind = name == kColor ? Kind::kColor : name == kPlugin ? Kind::kStyle : Kind::kRead;
-        settings.push_back(
-            {desktop + "/" + name, kind, value.empty() ? std::nullopt : std::optional(value), !value.empty()});
+        settings.push_back(Make(desktop, name, value));
     }
     return settings;
 }
 
 bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
 {
+    // A plug-in that is only chosen stays in the shell's memory, until its end at worst: an entry is written at once.
     // Written before the plug-in is chosen, a colour is there when the plug-in looks.
     const std::string change = IsColor(key) ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];"
                                               " d.writeConfig('Color', " +
-                                                  Quoted(value) + "); d.reloadConfig();"
-                                            : "d.wallpaperPlugin = " + Quoted(value) + ";";
-    return Evaluate("var all = desktops();"
-                    "for (var i = 0; i < all.length; i++) {"
-                    " var d = all[i];"
-                    " if (d.id == " +
-                    DesktopOf(key) + ") { " + change + " } }")
-        .has_value();
+                                                  Quoted(value) + "); d.reloadConfig(); print(d.readConfig('Color'));"
+                                            : "d.wallpaperPlugin = " + Quoted(value) +
+                                                  "; d.currentConfigGroup = [];"
+                                                  " d.writeConfig('wallpaperplugin', " +
+                                                  Quoted(value) + "); print(d.wallpaperPlugin);";
+    const std::optional<std::string> printed = Evaluate("var all = desktops();"
+                                                        "for (var i = 0; i < all.length; i++) {"
+                                                        " var d = all[i];"
+                                                        " if (d.id == " +
+                                                        DesktopOf(key) + ") { " + change + " } }");
+    if (!printed)
+        return IsShellGone() && WriteFile(key, value);
+    return printed->find(value) != printed->npos;
 }
 
-/// A script of the shell cannot take an entry away. Where there is no tool for it either, the colour stays, which
-/// nothing shows once the plug-in is another.
+/// A script of the shell cannot take an entry away: that is done in its file, once it has written there what it has.
+/// Its memory keeps the colour, which nothing shows once the plug-in is another, and does not write it again.
 bool PlasmaDesktop::Unset(const std::string& key)
 {
-    for (const char* tool : {"kwriteconfig6", "kwriteconfig5"}) {
-        if (!Tool::Exists(tool))
-            continue;
-        return Tool::Run({tool, "--file", kFile, "--group", "Containments", "--group", DesktopOf(key), "--group",
-                          "Wallpaper", "--group", kPlainPlugin, "--group", "General", "--key", kColor, "--delete"})
-            .has_value();
-    }
+    const std::optional<Settings> now = Current();
+    const std::string* value = now ? Find(*now, key) : nullptr;
+    if (value != nullptr)
+        AwaitInFile(key, *value);
+    WriteFile(key, std::nullopt);
+    // Without the tool for it the entry stays.
     return true;
 }
 
@@ -145,21 +283,30 @@ std::optional<rgb_color> PlasmaDesktop::ParseColor(const std::string& value) con
     return ParseHexColor(value);
 }
 
-/// That of the first desktop.
+/// That of the main monitor; while no shell runs, of the first desktop.
 std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
 {
     if (settings.empty())
         return std::nullopt;
-    const std::string desktop = DesktopOf(settings.front().key) + "/";
-    const std::string* plugin = Find(settings, desktop + kPlugin);
-    const std::string* value = nullptr;
-    if (plugin != nullptr && *plugin == kPlainPlugin) {
-        value = Find(settings, desktop + kColor);
-        return value != nullptr ? ParseColor(*value) : std::nullopt;
+    PlasmaWallpaper::Size screen;
+    std::string desktop = DesktopOf(settings.front().key);
+    for (const Setting& setting : settings) {
+        if (setting.value && setting.key == DesktopOf(setting.key) + "/" + kScreen &&
+            std::sscanf(setting.value->c_str(), "%5dx%5d", &screen.width, &screen.height) == 2)
+            desktop = DesktopOf(setting.key);
     }
-    if (plugin != nullptr && *plugin == kPicturePlugin)
-        value = Find(settings, desktop + kImage);
-    return value != nullptr ? AverageOfFile(*value) : std::nullopt;
+    const auto text = [&](const char* name) {
+        const std::string* value = Find(settings, desktop + "/" + name);
+        return value != nullptr ? *value : std::string();
+    };
+    const std::string plugin = text(kPlugin);
+    if (plugin == kPlainPlugin)
+        return ParseColor(text(kColor).empty() ? PlasmaWallpaper::DefaultColor() : text(kColor));
+    if (plugin != kPicturePlugin && plugin != kSlidesPlugin)
+        return std::nullopt;
+    const std::optional<std::string> picture = PlasmaWallpaper::PictureOf(
+        text(plugin == kPicturePlugin ? kImage : kSlide), screen, KdeSettings::IsDark().value_or(false));
+    return picture ? AverageOfFile(*picture) : std::nullopt;
 }
 
 std::vector<int> PlasmaDesktop::Descriptors() const

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kits {
+
+/// What KDE's settings files say: the user's own first, then those of the chosen look, then the system's. Any thread;
+/// reads files only.
+namespace KdeSettings {
+
+/// @param file   in the settings folders: "kdeglobals", ...
+/// @param group  as IniFile takes it
+/// @return the first that is there and not empty
+std::optional<std::string> Value(const std::string& file, const std::string& group, const std::string& key);
+
+/// A file or folder of programs' data: the user's own first, then the system's.
+/// @param name  relative to the data folders
+/// @return the path; nothing if there is none
+std::optional<std::string> DataFile(const std::string& name);
+
+/// Whether windows are dark; nothing when the files do not say.
+std::optional<bool> IsDark();
+
+/// The files that IsDark() depends on, those that are not there too.
+std::vector<std::string> FilesOfIsDark();
+
+/// The value of a colour, "r,g,b": whether it is a dark one; nothing if it is no colour.
+std::optional<bool> IsDarkColor(const std::string& value);
+
+} // namespace KdeSettings
+
+} // namespace kits
