@@ -923,8 +923,8 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/support/ColorPreView.cpp"/>
-        <source>Drag the color onto a curve, a caption or the background of a chart, or copy it with Ctrl+C</source>
-        <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder mit Strg+C kopieren</translation>
+        <source>Drag the color onto a curve, a caption or the background of a chart, or onto the desktop, which keeps it. Ctrl+C copies it.</source>
+        <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder auf die Arbeitsfläche, die sie behält. Strg+C kopiert sie.</translation>
     </message>
     <message>
         <location filename="../kits/interface/alerts/AlertWidget.cpp"/>

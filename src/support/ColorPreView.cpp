@@ -23,7 +23,9 @@ ColorPreView::ColorPreView(BRect frame, BColorControl* control)
 {
     fMenu.AddItem(fPickItem);
     SetAccessibleName(Tr("Color"));
-    SetToolTip(Tr("Drag the color onto a curve, a caption or the background of a chart, or copy it with Ctrl+C"));
+    SetToolTip(
+        Tr("Drag the color onto a curve, a caption or the background of a chart, or onto the desktop, which keeps "
+           "it. Ctrl+C copies it."));
 }
 
 ColorPreView::~ColorPreView() = default;

@@ -19,8 +19,8 @@ public:
 
     void AttachedToWindow() override;
     void Draw(BRect update) override;
-    /// The primary button drags the colour at once; the others open the menu, the secondary one for as long as it is
-    /// held.
+    /// The primary button drags the colour at once; dropped on the desktop, it becomes the desktop's for good. The
+    /// others open the menu, the secondary one for as long as it is held.
     void MouseDown(BPoint where) override;
     void ContextMenuRequested(BPoint where) override;
     /// By keyboard what a drag of the swatch and a drop on it do.

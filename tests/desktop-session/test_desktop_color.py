@@ -48,6 +48,45 @@ class DesktopColor(PrefsTest):
         self.paint("#605040")
         wait_until(lambda: right() == (96, 80, 64), "the next colour")
 
+    def drop_swatch(self):
+        """Onto the bare desktop."""
+        self.take_hold(self.on_screen(self.prefs, *SWATCH))
+        self.let_go(BARE)
+
+    def test_is_that_of_a_swatch_dropped_on_it_for_good(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.click((5 + 200, RAMPS["red"]))
+        color = wait_until(lambda: max(self.page().pixel(*SWATCH)) and self.page().pixel(*SWATCH), "a colour")
+        self.drop_swatch()
+        wait_until(lambda: self.bare() == color, "the dropped colour on the desktop")
+        self.cancel()
+        self.quit()
+        self.assertEqual(self.bare(), color)
+        self.assertFalse((self.config / "kits-desktop.kept").exists())
+        self.program = self.start()
+        self.program.window()
+        self.assertEqual(self.bare(), color)
+
+    def test_is_put_back_no_further_than_to_a_dropped_swatch(self):
+        self.start_test()
+        self.drop_swatch()
+        dropped = self.bare()
+        wait_until(lambda: not (self.config / "kits-desktop.kept").exists(), "nothing to put back")
+        self.click((5 + 100, RAMPS["green"]))
+        wait_until(lambda: self.bare() != dropped, "the next colour to be tried")
+        self.click(TEST_ON_DESKTOP)
+        wait_until(lambda: self.bare() == dropped, "the dropped colour")
+
+    def test_is_not_changed_by_a_swatch_that_is_given_up(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.take_hold(self.on_screen(self.prefs, *SWATCH), BARE)
+        self.desktop.key("Escape")
+        self.desktop.xdotool("mouseup", 1)
+        self.settle()
+        self.assertEqual(self.bare(), (32, 64, 96))
+
     def test_is_put_back_when_the_box_is_off(self):
         self.start_test()
         self.click(TEST_ON_DESKTOP)

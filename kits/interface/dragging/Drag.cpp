@@ -4,6 +4,7 @@
 #include "kits/application/MessagePrivate.h"
 #include "kits/interface/Shelf.h"
 #include "kits/interface/Window.h"
+#include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/dragging/DragCourse.h"
 #include "kits/interface/dragging/DragShape.h"
 #include "kits/interface/dragging/DropMessage.h"
@@ -105,9 +106,20 @@ private:
     QPointer<QWindow> fWindow;
 };
 
-/// Tells the view that an archive was dragged from that it was dropped on the desktop.
-void TellOfDesktop(const Request& request, BPoint where)
+/// The desktop takes archives, which become charts there, and colours.
+bool IsForDesktop(const BMessage& message)
 {
+    return message.what == B_ARCHIVED_OBJECT || DropMessage::ColorOf(message).has_value();
+}
+
+/// Does what a drop on the desktop means: it takes a colour for good, and the view that an archive was dragged from is
+/// told of it.
+void DropOnDesktop(const Request& request, BPoint where)
+{
+    if (const std::optional<rgb_color> color = DropMessage::ColorOf(request.message)) {
+        DesktopColor::Change(*color);
+        return;
+    }
     BMessage message(B_DROPPED_ON_DESKTOP);
     message.AddPoint("where", where);
     message.AddPoint("offset", request.offset);
@@ -120,7 +132,7 @@ void RunDrag(const Request& request)
     drag->setMimeData(DropMessage::Encode(request.message).release());
     drag->setPixmap(PictureOf(request));
     drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
-    sCourse.emplace(request.message.what == B_ARCHIVED_OBJECT);
+    sCourse.emplace(IsForDesktop(request.message));
     const NestedLoop loop([] {
         sCourse->GiveUp();
         QDrag::cancel();
@@ -131,7 +143,7 @@ void RunDrag(const Request& request)
     const std::optional<BPoint> dropOnDesktop = sCourse->DropOnDesktop();
     sCourse.reset();
     if (dropOnDesktop.has_value())
-        TellOfDesktop(request, *dropOnDesktop);
+        DropOnDesktop(request, *dropOnDesktop);
 }
 
 void Start()

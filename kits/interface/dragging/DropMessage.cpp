@@ -1,6 +1,5 @@
 #include "kits/interface/dragging/DropMessage.h"
 
-#include "kits/support/Color.h"
 #include "kits/support/TypeConstants.h"
 
 #include <QColor>
@@ -70,6 +69,12 @@ std::unique_ptr<QMimeData> Encode(const BMessage& message)
     if (message.FindData(kTextField, B_MIME_TYPE, &text, &length) == B_OK && length > 0)
         data->setText(QString::fromUtf8(static_cast<const char*>(text), static_cast<qsizetype>(length)));
     return data;
+}
+
+std::optional<rgb_color> ColorOf(const BMessage& message)
+{
+    rgb_color color;
+    return message.what == B_PASTE && FindColor(message, &color) ? std::optional(color) : std::nullopt;
 }
 
 bool CanDecode(const QMimeData& data)

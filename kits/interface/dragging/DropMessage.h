@@ -1,10 +1,12 @@
 #pragma once
 
 #include "kits/application/Message.h"
+#include "kits/support/Color.h"
 
 #include <QMimeData>
 
 #include <memory>
+#include <optional>
 
 namespace kits {
 
@@ -18,6 +20,8 @@ inline constexpr qsizetype kMaxText = 1024 * 1024;
 
 /// The message itself, its colour ("RGBColor") as a colour and as "#rrggbb", and its text ("text/plain") as text.
 std::unique_ptr<QMimeData> Encode(const BMessage& message);
+/// The colour that a message carries: a B_PASTE with "RGBColor".
+std::optional<rgb_color> ColorOf(const BMessage& message);
 /// Whether Decode may make something of it; cheap.
 bool CanDecode(const QMimeData& data);
 /// A message that was dragged with Encode; a colour as B_PASTE with "RGBColor"; a text as B_MIME_DATA with "text/plain"
