@@ -19,8 +19,10 @@ status_t InitInterface(int& argc, char** argv);
 /// all 32-bit words, a pixel as alpha<<24 | red<<16 | green<<8 | blue, the colours multiplied by alpha. After
 /// InitInterface, before the first window.
 ///
-/// @param name  the entry's file without ".desktop"
-void SetDesktopEntry(const char* name);
+/// @param name         the entry's file without ".desktop"
+/// @param programName  names the program in the system's task bars and to assistive technology: the class of its
+///                     windows in an X server, by which they are grouped. Programs with the same name are one there.
+void SetDesktopEntry(const char* name, const char* programName);
 
 /// Has InitInterface take an X server where there is one, also where the session speaks something else first: only
 /// there can windows choose their place and belong to the desktop. What the user asked for goes before. Before

@@ -67,7 +67,7 @@ int RunWithWindows(char** argv, const CommandLine& line)
         std::fprintf(stderr, "qel: %s\n", kits::InterfaceError());
         return 1;
     }
-    kits::SetDesktopEntry(kDesktopEntry);
+    kits::SetDesktopEntry(kDesktopEntry, kProgramName);
     const int status = line.action == CommandLine::Action::kSnapshot ? RunSnapshot(line) : RunSession();
     kits::ExitInterface();
     return status;

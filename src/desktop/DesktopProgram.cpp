@@ -59,7 +59,7 @@ int RunDesktopProgram(int argc, char** argv)
         std::fprintf(stderr, "qel-desktop: %s\n", kits::InterfaceError());
         return 1;
     }
-    kits::SetDesktopEntry(kDesktopEntry);
+    kits::SetDesktopEntry(kDesktopEntry, kProgramName);
     const int status = Run();
     kits::ExitInterface();
     return status;

@@ -11,6 +11,10 @@ inline constexpr const char* kDesktopSignature = "application/x-vnd.kvt-Qel-Desk
 /// Stamped into the user's store at exit; a store with another version is asked about at the next start.
 inline constexpr const char* kVersion = "0.3.0";
 
+/// The name of the program to the user, in no language. Both programs are this one: the host's windows belong to the
+/// same entry of the menu.
+inline constexpr const char* kProgramName = "Qel";
+
 /// The name of the program's desktop entry, without ".desktop": the maker's home, backwards.
 inline constexpr const char* kDesktopEntry = "org.example.qel";
 

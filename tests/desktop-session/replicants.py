@@ -92,8 +92,9 @@ class ReplicantsTest(ChartsTest):
     def picture_at_pointer(self):
         """Whether something is dragged along: a window without a frame that the toolkit names after the program."""
         tree = self.desktop.output("xwininfo", "-root", "-tree")
-        named = re.findall(r'^ {5}(0x[0-9a-f]+) "qel(?:-desktop)?": [^\n]* [0-9]{2}', tree, re.MULTILINE)
-        return any("IsViewable" in self.desktop.output("xwininfo", "-id", window) for window in named)
+        named = re.findall(r'^ {5}(0x[0-9a-f]+) "Qel": [^\n]* [0-9]{2}', tree, re.MULTILINE)
+        told = [self.desktop.output("xwininfo", "-id", window) for window in named]
+        return any("IsViewable" in window and "Override Redirect State: yes" in window for window in told)
 
     def begin_drag(self, start, end):
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)

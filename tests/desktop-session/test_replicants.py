@@ -196,6 +196,12 @@ class OnDesktop(ReplicantsTest):
         self.choose_from_handle("Down", "Return")
         self.program.window("^About Qel$")
 
+    def test_is_of_the_same_class_as_the_window(self):
+        """Panels know the windows of a program by their class, the second of these names, and the menu entry knows it."""
+        names = [self.desktop.output("xprop", "-id", str(window), "WM_CLASS").partition("= ")[2].strip()
+                 for window in (self.window, self.chart)]
+        self.assertEqual(names, ['"qel", "Qel"', '"qel-desktop", "Qel"'])
+
     def test_never_gets_the_focus_and_stays_below(self):
         self.desktop.focus(self.window)
         self.desktop.xdotool("windowmove", self.window, 500, 400)

@@ -112,9 +112,11 @@ status_t InitInterface(int& argc, char** argv)
     return B_OK;
 }
 
-void SetDesktopEntry(const char* name)
+void SetDesktopEntry(const char* name, const char* programName)
 {
     QGuiApplication::setDesktopFileName(QString::fromUtf8(name));
+    // The toolkit takes it for the windows' class.
+    QCoreApplication::setApplicationName(QString::fromUtf8(programName));
     size_t size = 0;
     const void* const bytes = BApplication::AppResources()->LoadResource(B_RAW_TYPE, "Icon", &size);
     // No picture file: to read one the toolkit loads every plugin it has for picture files, and asks each.

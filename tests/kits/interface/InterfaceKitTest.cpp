@@ -13,7 +13,7 @@
 
 TEST(InterfaceKit, WindowsHaveTheNameOfTheDesktopEntryAndTheLinkedIcon)
 {
-    kits::SetDesktopEntry("org.example.without-icon");
+    kits::SetDesktopEntry("org.example.without-icon", "Without");
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.example.without-icon");
     EXPECT_TRUE(QGuiApplication::windowIcon().isNull());
 
@@ -26,8 +26,9 @@ TEST(InterfaceKit, WindowsHaveTheNameOfTheDesktopEntryAndTheLinkedIcon)
     }();
     static const kits::LinkedResource sIcon(B_RAW_TYPE, "Icon", sWords.data(), sWords.size() * sizeof(uint32));
 
-    kits::SetDesktopEntry("org.example.test");
+    kits::SetDesktopEntry("org.example.test", "Test");
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.example.test");
+    EXPECT_EQ(QCoreApplication::applicationName(), "Test");
     ASSERT_EQ(QGuiApplication::windowIcon().availableSizes(), QList<QSize>{QSize(5, 7)});
     EXPECT_EQ(QGuiApplication::windowIcon().pixmap(5, 7).toImage().pixelColor(2, 2), QColor(1, 2, 3));
 }
