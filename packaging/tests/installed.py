@@ -171,6 +171,14 @@ def try_pictures(place, desktop):
     check(False, f"its picture is not that of the build; both are kept in {kept}")
 
 
+def try_wallpaper(place, desktop):
+    """Has the program that the others start for wallpapers read a picture."""
+    icon = place.inside(place.folder / "usr/share/icons/hicolor/48x48/apps/org.example.qel.png")
+    place.finish(place.start(desktop, [place.inside(place.folder / "usr/libexec/qel/average-picture"), icon]),
+                 "the reader of wallpapers")
+    say("it reads wallpapers")
+
+
 def try_desktop(place, desktop, window):
     """Tears a chart off: the program finds the one that shows it, which will come up with the session."""
 
@@ -219,6 +227,7 @@ def try_all(place):
     desktop = Desktop()
     try:
         try_pictures(place, desktop)
+        try_wallpaper(place, desktop)
         try_entry(place, desktop)
     finally:
         desktop.close()

@@ -1,5 +1,6 @@
 #include "kits/interface/desktop/DesktopWatch.h"
 
+#include "kits/interface/desktop/PictureFile.h"
 #include "kits/kernel/Clock.h"
 
 #include <poll.h>
@@ -23,6 +24,7 @@ DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> 
     : fMake(std::move(make))
     , fChanged(std::move(changed))
     , fWake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , fEnd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
     , fColor(unknown)
 {
     fIsBlind = fMake == nullptr;
@@ -38,6 +40,7 @@ DesktopWatch::~DesktopWatch()
         const std::lock_guard lock(fLock);
         fEnding = true;
     }
+    eventfd_write(fEnd.Get(), 1);
     eventfd_write(fWake.Get(), 1);
     wait_for_thread(fThread, nullptr);
 }
@@ -136,6 +139,7 @@ int32 DesktopWatch::ThreadEntry(void* self)
 
 void DesktopWatch::Run()
 {
+    const PictureStop stop(fEnd.Get());
     fBackend = fMake();
     if (fBackend == nullptr) {
         std::unique_lock lock(fLock);

@@ -28,7 +28,8 @@ public:
     /// @param unknown  the colour while nothing is known
     /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
     DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
-    /// Waits until what is under way is done. What is still painted then is put back at the next start.
+    /// Waits until what is under way is done, but for a picture, which is given up. What is still painted then is put
+    /// back at the next start.
     ~DesktopWatch();
     DesktopWatch(const DesktopWatch&) = delete;
     DesktopWatch& operator=(const DesktopWatch&) = delete;
@@ -74,6 +75,7 @@ private:
     const Maker fMake;
     const std::function<void()> fChanged;
     FileDescriptor fWake; ///< an eventfd
+    FileDescriptor fEnd;  ///< an eventfd, readable from the destructor's beginning
     thread_id fThread = -1;
 
     std::mutex fLock; ///< guards what follows; never held over a wait

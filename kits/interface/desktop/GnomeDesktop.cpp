@@ -1,5 +1,7 @@
 #include "kits/interface/desktop/GnomeDesktop.h"
 
+#include "kits/interface/desktop/PictureFile.h"
+
 #include <cstdio>
 #include <map>
 #include <sstream>
@@ -22,6 +24,9 @@ constexpr const char* kScheme = "color-scheme";
 
 constexpr const char* kSolid = "'solid'";
 constexpr const char* kNone = "'none'";
+
+/// Where no colour is set.
+constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 std::string Trimmed(const std::string& text)
 {
@@ -113,14 +118,16 @@ std::optional<rgb_color> GnomeDesktop::Shown(const Settings& settings) const
         const std::string* value = Find(settings, key);
         return value != nullptr ? *value : std::string();
     };
-    if (text(kOptions) != kNone) {
-        const bool isDark = text(kScheme) == "'prefer-dark'" && !Unquoted(text(kDarkPicture)).empty();
-        if (const auto average = AverageOfFile(Unquoted(text(isDark ? kDarkPicture : kPicture))))
-            return average;
-    }
     const std::optional<rgb_color> color = ParseColor(text(kColor));
     const std::optional<rgb_color> other = ParseColor(text(kOtherColor));
-    return color && other && text(kShading) != kSolid ? Between(*color, *other) : color;
+    const std::optional<rgb_color> plain = color && other && text(kShading) != kSolid ? Between(*color, *other) : color;
+    if (text(kOptions) != kNone) {
+        const bool isDark = text(kScheme) == "'prefer-dark'" && !Unquoted(text(kDarkPicture)).empty();
+        if (const auto average =
+                AverageOfFile(Unquoted(text(isDark ? kDarkPicture : kPicture)), plain.value_or(kBlack)))
+            return average;
+    }
+    return plain;
 }
 
 std::vector<int> GnomeDesktop::Descriptors() const

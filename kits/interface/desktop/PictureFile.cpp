@@ -1,62 +1,216 @@
-#include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/interface/desktop/PictureFile.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QImageReader>
-#include <QUrl>
+#include "kits/interface/desktop/Tool.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <deque>
+#include <filesystem>
+#include <mutex>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kits {
 
 namespace {
 
-/// Pictures are read at this size, which most formats do far faster than whole.
-constexpr QSize kSmall(64, 64);
+constexpr const char* kProgram = "average-picture";
+/// As the processor time it allows itself is shorter, this is for slow disks and busy machines.
+constexpr bigtime_t kLongest = 15000000;
+/// A folder with more files is no picture in several sizes.
+constexpr size_t kMostFiles = 64;
+constexpr size_t kMostKept = 8;
 
-QString PathOf(const std::string& location)
+thread_local int sStop = -1;
+
+/// Parts from 0 to 65535, the colours multiplied by the opacity.
+struct Average {
+    unsigned red = 0;
+    unsigned green = 0;
+    unsigned blue = 0;
+    unsigned alpha = 0;
+};
+
+/// The state of files: another one when their contents may be others.
+using State = std::string;
+
+/// What was read before, of the newest to the oldest; and who reads.
+struct Memory {
+    std::mutex mutex;
+    std::string program;
+    std::deque<std::pair<State, std::optional<Average>>> answers;
+
+    static Memory& Get()
+    {
+        // Never destroyed: threads may still ask while the process ends.
+        static Memory& memory = *new Memory;
+        return memory;
+    }
+};
+
+/// The byte that "%41" stands for at a place of the text; nothing if no coded byte stands there.
+std::optional<char> CodedAt(std::string_view text, size_t place)
 {
-    const QString text = QString::fromStdString(location);
-    return text.startsWith(QStringLiteral("file:")) ? QUrl(text).toLocalFile() : text;
+    unsigned value = 0;
+    const char* const end = text.data() + place + 3;
+    if (place + 2 >= text.size() || text[place] != '%' || std::from_chars(end - 2, end, value, 16).ptr != end)
+        return std::nullopt;
+    return static_cast<char>(value);
 }
 
-QString FirstPictureOf(const QString& folder)
+std::string PathOf(const std::string& location)
 {
-    for (const QString& place : {folder + QStringLiteral("/contents/images"), folder}) {
-        for (const QFileInfo& file : QDir(place).entryInfoList(QDir::Files, QDir::Name)) {
-            if (!QImageReader::imageFormat(file.filePath()).isEmpty())
-                return file.filePath();
-        }
+    constexpr std::string_view kScheme = "file:";
+    if (!location.starts_with(kScheme))
+        return location;
+    std::string_view text = std::string_view(location).substr(kScheme.size());
+    // "file://host/path", where the host is this one.
+    if (text.starts_with("//"))
+        text.remove_prefix(std::min(text.find('/', 2), text.size()));
+    std::string path;
+    for (size_t i = 0; i < text.size(); i++) {
+        const std::optional<char> coded = CodedAt(text, i);
+        path += coded.value_or(text[i]);
+        i += coded ? 2 : 0;
+    }
+    return path;
+}
+
+/// The regular files of a folder in the order of their names.
+std::vector<std::string> FilesOf(const std::string& folder)
+{
+    std::vector<std::string> files;
+    std::error_code error;
+    for (auto entry = std::filesystem::directory_iterator(folder, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code none;
+        if (entry->is_regular_file(none))
+            files.push_back(entry->path().string());
+    }
+    std::sort(files.begin(), files.end());
+    files.resize(std::min(files.size(), kMostFiles));
+    return files;
+}
+
+/// The files that may be the picture, in the order in which they are tried.
+std::vector<std::string> FilesAt(const std::string& path)
+{
+    std::error_code error;
+    if (!std::filesystem::is_directory(path, error))
+        return {path};
+    std::vector<std::string> files = FilesOf(path + "/contents/images");
+    for (std::string& file : FilesOf(path))
+        files.push_back(std::move(file));
+    return files;
+}
+
+/// Takes out what is no regular file.
+State StateOf(std::vector<std::string>* files)
+{
+    State state;
+    std::erase_if(*files, [&](const std::string& file) {
+        struct stat status;
+        if (stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+            return true;
+        char numbers[128];
+        std::snprintf(numbers, sizeof(numbers), "/%ju/%ju/%jd/%jd.%09ld/", uintmax_t{status.st_dev},
+                      uintmax_t{status.st_ino}, intmax_t{status.st_size}, intmax_t{status.st_mtim.tv_sec},
+                      status.st_mtim.tv_nsec);
+        state += file + numbers;
+        return false;
+    });
+    return state;
+}
+
+std::string FindProgram()
+{
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    for (const std::filesystem::path& place : {folder / KITS_PROGRAMS_FOLDER, folder}) {
+        if (access((place / kProgram).c_str(), X_OK) == 0)
+            return (place / kProgram).string();
     }
     return {};
 }
 
+std::optional<Average> Parse(const std::string& printed)
+{
+    Average average;
+    const bool isWhole =
+        std::sscanf(printed.c_str(), "%u %u %u %u", &average.red, &average.green, &average.blue, &average.alpha) == 4;
+    const unsigned most = std::max({average.red, average.green, average.blue, average.alpha});
+    return isWhole && most <= 65535 ? std::optional(average) : std::nullopt;
+}
+
+std::optional<Average> AverageOfFiles(std::vector<std::string> files)
+{
+    const State state = StateOf(&files);
+    if (files.empty())
+        return std::nullopt;
+    Memory& memory = Memory::Get();
+    std::string program;
+    {
+        const std::lock_guard lock(memory.mutex);
+        const auto kept = std::find_if(memory.answers.begin(), memory.answers.end(),
+                                       [&](const auto& answer) { return answer.first == state; });
+        if (kept != memory.answers.end())
+            return kept->second;
+        program = memory.program;
+    }
+    if (program.empty())
+        program = FindProgram();
+    if (program.empty())
+        return std::nullopt;
+    std::vector<std::string> arguments = {program};
+    arguments.insert(arguments.end(), files.begin(), files.end());
+    std::string printed;
+    const Tool::Ending ending = Tool::Run(arguments, kLongest, sStop, &printed);
+    // Next time the machine may have less to do.
+    if (ending == Tool::Ending::kGivenUp)
+        return std::nullopt;
+    const std::optional<Average> average = ending == Tool::Ending::kGood ? Parse(printed) : std::nullopt;
+    const std::lock_guard lock(memory.mutex);
+    memory.answers.emplace_front(state, average);
+    memory.answers.resize(std::min(memory.answers.size(), kMostKept));
+    return average;
+}
+
 } // namespace
 
-std::optional<rgb_color> AverageOfFile(const std::string& location)
+std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind)
 {
-    QString path = PathOf(location);
-    if (QFileInfo(path).isDir())
-        path = FirstPictureOf(path);
-    if (!QFileInfo(path).isFile())
+    const std::optional<Average> average = AverageOfFiles(FilesAt(PathOf(location)));
+    if (!average)
         return std::nullopt;
-    QImageReader reader(path);
-    reader.setScaledSize(kSmall);
-    const QImage image = reader.read().convertToFormat(QImage::Format_RGB32);
-    if (image.isNull())
-        return std::nullopt;
-    uint64 red = 0;
-    uint64 green = 0;
-    uint64 blue = 0;
-    const auto count = static_cast<uint64>(image.width()) * static_cast<uint64>(image.height());
-    for (int y = 0; y < image.height(); y++) {
-        const QRgb* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); x++) {
-            red += static_cast<uint64>(qRed(line[x]));
-            green += static_cast<uint64>(qGreen(line[x]));
-            blue += static_cast<uint64>(qBlue(line[x]));
-        }
-    }
-    const auto part = [&](uint64 sum) { return static_cast<uint8>((sum + count / 2) / count); };
-    return make_color(part(red), part(green), part(blue));
+    const auto part = [&](unsigned own, uint8 below) {
+        const unsigned shining = below * 257 * (65535 - average->alpha) / 65535;
+        return static_cast<uint8>(std::min((own + shining + 128) / 257, 255u));
+    };
+    return make_color(part(average->red, behind.red), part(average->green, behind.green),
+                      part(average->blue, behind.blue));
+}
+
+PictureStop::PictureStop(int descriptor)
+    : fOuter(std::exchange(sStop, descriptor))
+{
+}
+
+PictureStop::~PictureStop()
+{
+    sStop = fOuter;
+}
+
+void SetPictureReader(const std::string& program)
+{
+    Memory& memory = Memory::Get();
+    const std::lock_guard lock(memory.mutex);
+    memory.program = program;
+    memory.answers.clear();
 }
 
 } // namespace kits

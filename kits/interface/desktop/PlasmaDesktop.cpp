@@ -2,6 +2,7 @@
 
 #include "kits/interface/desktop/IniFile.h"
 #include "kits/interface/desktop/KdeSettings.h"
+#include "kits/interface/desktop/PictureFile.h"
 #include "kits/interface/desktop/PlasmaWallpaper.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
@@ -28,6 +29,9 @@ constexpr const char* kPlugin = "Plugin";
 constexpr const char* kImage = "Image";
 constexpr const char* kSlide = "Slide";
 constexpr const char* kScreen = "Screen";
+
+/// What the shell shows behind a transparent picture, unless somebody chose another colour.
+constexpr rgb_color kBehind = make_color(0, 0, 0);
 
 /// The shell writes what it was told at once, as a rule.
 constexpr bigtime_t kLongestWrite = 2000000;
@@ -306,7 +310,7 @@ std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
         return std::nullopt;
     const std::optional<std::string> picture = PlasmaWallpaper::PictureOf(
         text(plugin == kPicturePlugin ? kImage : kSlide), screen, KdeSettings::IsDark().value_or(false));
-    return picture ? AverageOfFile(*picture) : std::nullopt;
+    return picture ? AverageOfFile(*picture, kBehind) : std::nullopt;
 }
 
 std::vector<int> PlasmaDesktop::Descriptors() const

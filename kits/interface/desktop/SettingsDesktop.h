@@ -74,8 +74,4 @@ std::optional<rgb_color> ParseHexColor(const std::string& text);
 /// The colour halfway between two.
 rgb_color Between(rgb_color first, rgb_color second);
 
-/// The average colour of a picture file; nothing when it is no picture that can be read.
-/// @param location  a path or a "file:" address; of a folder, the first picture in it or in its contents/images
-std::optional<rgb_color> AverageOfFile(const std::string& location);
-
 } // namespace kits

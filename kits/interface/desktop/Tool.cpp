@@ -25,6 +25,8 @@ constexpr size_t kMost = 1024 * 1024;
 
 std::string Find(const std::string& program)
 {
+    if (program.find('/') != std::string::npos)
+        return access(program.c_str(), X_OK) == 0 ? program : std::string();
     const char* path = getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin");
     for (std::string folder; std::getline(folders, folder, ':');) {
@@ -103,22 +105,33 @@ bool Tool::Exists(const std::string& program)
 
 std::optional<std::string> Tool::Run(const std::vector<std::string>& arguments)
 {
-    Tool tool(arguments);
-    const bigtime_t until = system_time() + kLongest;
-    while (tool.ReadSome()) {
-        if (tool.fPrinted.size() > kMost || !tool.WaitForOutput(until))
-            return std::nullopt;
-    }
-    if (tool.fProcess < 0 || !tool.Bury(false))
-        return std::nullopt;
-    return std::move(tool.fPrinted);
+    std::string printed;
+    return Run(arguments, kLongest, -1, &printed) == Ending::kGood ? std::optional(std::move(printed)) : std::nullopt;
 }
 
-bool Tool::WaitForOutput(bigtime_t until) const
+Tool::Ending Tool::Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed)
+{
+    Tool tool(arguments);
+    if (tool.fProcess < 0)
+        return Ending::kGivenUp;
+    const bigtime_t until = system_time() + longest;
+    while (tool.ReadSome()) {
+        if (tool.fPrinted.size() > kMost)
+            return Ending::kFailed;
+        if (!tool.WaitForOutput(until, stop))
+            return Ending::kGivenUp;
+    }
+    if (!tool.Bury(false))
+        return Ending::kFailed;
+    *printed = std::move(tool.fPrinted);
+    return Ending::kGood;
+}
+
+bool Tool::WaitForOutput(bigtime_t until, int stop) const
 {
     const bigtime_t left = until - system_time();
-    pollfd file{fOutput.Get(), POLLIN, 0};
-    return left > 0 && poll(&file, 1, static_cast<int>(left / 1000 + 1)) > 0;
+    pollfd files[] = {{fOutput.Get(), POLLIN, 0}, {stop, POLLIN, 0}};
+    return left > 0 && poll(files, 2, static_cast<int>(left / 1000 + 1)) > 0 && files[1].revents == 0;
 }
 
 bool Tool::ReadSome()

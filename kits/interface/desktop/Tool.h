@@ -14,8 +14,15 @@ namespace kits {
 /// and nothing to read itself. It ends with the thread that started it, at the latest.
 class Tool {
 public:
+    /// How a run of a tool ended.
+    enum class Ending {
+        kGood,   ///< by itself, with the status 0
+        kFailed, ///< by itself with another status, by a signal, or stopped because it printed too much
+        kGivenUp ///< stopped at the end of its time or on demand, or it could not be started
+    };
+
     /// Starts it.
-    /// @param arguments  the first is the program, looked for in $PATH
+    /// @param arguments  the first is the program: a path, or a name that is looked for in $PATH
     explicit Tool(const std::vector<std::string>& arguments);
     /// Ends it.
     ~Tool();
@@ -25,6 +32,11 @@ public:
     /// Runs one to its end, five seconds at most.
     /// @return what it printed; nothing if there is no such program, it failed, or it took too long
     static std::optional<std::string> Run(const std::vector<std::string>& arguments);
+    /// Runs one to its end.
+    /// @param longest  after so many microseconds it is stopped
+    /// @param stop     a descriptor: when it becomes readable the tool is stopped at once; -1 for none
+    /// @param printed  gets what it printed if it ended well
+    static Ending Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed);
     /// Whether there is such a program in $PATH.
     static bool Exists(const std::string& program);
 
@@ -36,7 +48,8 @@ public:
 private:
     /// @return false at the end of what it prints
     bool ReadSome();
-    bool WaitForOutput(bigtime_t until) const;
+    /// @return false at the given moment, or when `stop` can be read
+    bool WaitForOutput(bigtime_t until, int stop) const;
     /// Waits until it is gone.
     /// @return whether it has ended well
     bool Bury(bool kill);

@@ -1,5 +1,7 @@
 #include "kits/interface/desktop/XfceDesktop.h"
 
+#include "kits/interface/desktop/PictureFile.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <set>
@@ -22,6 +24,9 @@ constexpr const char* kImage = "/last-image";
 
 /// One colour, no picture.
 constexpr const char* kPlain = "0";
+
+/// Where no colour is set.
+constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 bool EndsWith(const std::string& text, const std::string& end)
 {
@@ -142,14 +147,15 @@ std::optional<rgb_color> XfceDesktop::Shown(const Settings& settings) const
         const std::string* value = Find(settings, workspace + leaf);
         return value != nullptr ? *value : std::string();
     };
-    if (text(kImageStyle) != kPlain) {
-        if (const auto average = AverageOfFile(text(kImage)))
-            return average;
-    }
     const std::optional<rgb_color> color = ParseColor(text(kColor));
     const std::optional<rgb_color> other = ParseColor(text(kOtherColor));
     const bool isGradient = text(kColorStyle) == "1" || text(kColorStyle) == "2";
-    return color && other && isGradient ? Between(*color, *other) : color;
+    const std::optional<rgb_color> plain = color && other && isGradient ? Between(*color, *other) : color;
+    if (text(kImageStyle) != kPlain) {
+        if (const auto average = AverageOfFile(text(kImage), plain.value_or(kBlack)))
+            return average;
+    }
+    return plain;
 }
 
 std::vector<int> XfceDesktop::Descriptors() const

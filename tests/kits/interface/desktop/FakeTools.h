@@ -3,6 +3,7 @@
 #include "kits/application/Message.h"
 #include "kits/interface/desktop/DesktopBackend.h"
 #include "tests/kits/kernel/Await.h"
+#include "tests/support/PictureReader.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -59,6 +60,7 @@ protected:
     }
 
     TempFolder folder{TempFolder::Place::kMemory};
+    BuiltPictureReader reader;
 
 private:
     std::string fPath;

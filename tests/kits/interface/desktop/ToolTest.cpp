@@ -3,6 +3,7 @@
 #include "tests/kits/interface/desktop/FakeTools.h"
 
 #include <csignal>
+#include <sys/eventfd.h>
 
 namespace kits {
 namespace {
@@ -31,6 +32,24 @@ TEST_F(ToolTest, StopsOneThatNeverStopsPrinting)
 {
     PutTool("chatter", "exec yes");
     EXPECT_EQ(Tool::Run({"chatter"}), std::nullopt);
+}
+
+TEST_F(ToolTest, TellsHowItEnded)
+{
+    std::string printed = "before";
+    const auto run = [&](const char* script, bigtime_t longest = 60000000, int stop = -1) {
+        PutTool("tool", script);
+        return Tool::Run({folder.Path("bin/tool")}, longest, stop, &printed);
+    };
+    EXPECT_EQ(run("exit 3"), Tool::Ending::kFailed);
+    EXPECT_EQ(run("kill -SEGV $$"), Tool::Ending::kFailed);
+    EXPECT_EQ(run("exec sleep 1000", 100000), Tool::Ending::kGivenUp);
+    const FileDescriptor stop(eventfd(1, EFD_CLOEXEC | EFD_NONBLOCK));
+    EXPECT_EQ(run("exec sleep 1000", 60000000, stop.Get()), Tool::Ending::kGivenUp);
+    EXPECT_EQ(Tool::Run({folder.Path("bin/none")}, 60000000, -1, &printed), Tool::Ending::kGivenUp);
+    EXPECT_EQ(printed, "before");
+    EXPECT_EQ(run("echo line"), Tool::Ending::kGood);
+    EXPECT_EQ(printed, "line\n");
 }
 
 TEST_F(ToolTest, GivesLinesAsTheyCome)

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "kits/support/Color.h"
+
+#include <optional>
+#include <string>
+
+namespace kits {
+
+/// The average colour of a picture file. The file is read by a program of ours, `average-picture`, which runs for one
+/// picture and ends: libraries that read pictures load plugins, deliver events of the toolkit, and may crash, hang or
+/// need any memory when a file is broken. That program is limited in all of these (kits/pictures/), and is stopped
+/// after fifteen seconds. It is looked for in the folder of the installation that is for such programs, then beside the
+/// running one.
+///
+/// The last few answers are kept, so the program runs again only for another file or when the file has changed. Any
+/// thread; waits, so not the main thread.
+///
+/// @param location  a path or a "file:" address; of a folder, the first picture in its contents/images or in it
+/// @param behind    what shows through a transparent picture
+/// @return nothing when it is no picture that can be read within the limits
+std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind);
+
+/// For as long as one lives, its thread gives up the picture that it reads when a descriptor becomes readable. For a
+/// thread that somebody may wait for.
+class PictureStop {
+public:
+    /// @param descriptor  not owned, and never read
+    explicit PictureStop(int descriptor);
+    ~PictureStop();
+    PictureStop(const PictureStop&) = delete;
+    PictureStop& operator=(const PictureStop&) = delete;
+
+private:
+    const int fOuter;
+};
+
+/// The program that reads pictures, for tests, whose programs lie elsewhere: its path, and an empty one to have it
+/// looked for again. Forgets the answers that were kept.
+void SetPictureReader(const std::string& program);
+
+} // namespace kits

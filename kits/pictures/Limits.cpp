@@ -1,0 +1,37 @@
+#include "kits/pictures/Limits.h"
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+
+namespace kits {
+
+namespace {
+
+constexpr rlim_t kMostMemory = rlim_t{1024} * 1024 * 1024;
+constexpr rlim_t kMostSeconds = 5;
+
+void Limit(__rlimit_resource resource, rlim_t value)
+{
+    rlimit limit;
+    // Whoever started us may have set a lower one.
+    if (getrlimit(resource, &limit) != 0)
+        return;
+    limit.rlim_max = std::min(limit.rlim_max, value);
+    limit.rlim_cur = std::min(limit.rlim_cur, limit.rlim_max);
+    setrlimit(resource, &limit);
+}
+
+} // namespace
+
+void LimitProcess()
+{
+    Limit(RLIMIT_AS, kMostMemory);
+    Limit(RLIMIT_CPU, kMostSeconds);
+    Limit(RLIMIT_CORE, 0);
+    // Handlers of cores look at this instead.
+    prctl(PR_SET_DUMPABLE, 0);
+}
+
+} // namespace kits

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace kits {
+
+/// Bounds what this process can do from here on, whatever a broken or hostile file makes a library do: 1 GiB of address
+/// space, five seconds of processor time, no core left. At a limit an allocation fails, or the process ends. Call it
+/// before anything else.
+void LimitProcess();
+
+} // namespace kits
