@@ -32,6 +32,7 @@ def library():
             ("XSetSelectionOwner", ctypes.c_int, [display, XID, XID, ctypes.c_ulong]),
             ("XGetSelectionOwner", XID, [display, XID]),
             ("XSync", ctypes.c_int, [display, ctypes.c_int]),
+            ("XGetSelectionOwner", XID, [display, XID]),
             ("XFree", ctypes.c_int, [ctypes.c_void_p])):
         function = getattr(x, name)
         function.restype, function.argtypes = result, arguments
@@ -85,6 +86,10 @@ class Client:
                       message_type=self._atom(request))
         event.data[: len(data)] = data
         X.XSendEvent(self._display, root, 0, REDIRECT_AND_NOTIFY, ctypes.byref(event))
+
+    def owner(self, selection):
+        """The window that owns a selection, 0 when none does."""
+        return X.XGetSelectionOwner(self._display, X.XInternAtom(self._display, selection.encode(), 0))
 
     def close_window(self, window):
         """Asks for it, as a pager does."""

@@ -42,6 +42,13 @@ class Plasma(Session):
         self.ask("org.kde.KWin", "/Compositor", f"org.kde.kwin.Compositing.{'resume' if on else 'suspend'}")
         wait_until(lambda: is_on() == on, "the compositor")
 
+    def left_on_desktop(self):
+        notes = self.run("grep", "-c", "^plugin=", self.config / "plasma-org.kde.plasma.desktop-appletsrc")
+        return [*super().left_on_desktop(), notes]
+
+    def show_desktop_keys(self):
+        return ["super+d"]
+
     def restart_desktop(self):
         for pid in self.processes("plasmashell"):
             os.kill(pid, signal.SIGKILL)

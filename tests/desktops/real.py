@@ -62,3 +62,17 @@ class RealTest(ReplicantsTest):
 
     def await_wallpaper(self, *frame):
         wait_until(lambda: self.shows_wallpaper(*frame), f"the wallpaper at {frame}")
+
+    # One chart on the desktop.
+
+    def put_chart(self, left, top):
+        """Tears one off, so that its left top corner lies there."""
+        self.drag_out(left + 4, top + 4)
+        self.chart = self.replicant()
+        self.await_place(left, top)
+
+    def frame(self):
+        return self.desktop.geometry(self.chart)
+
+    def await_place(self, left, top):
+        wait_until(lambda: self.frame()[:2] == (left, top), f"the place {left}, {top}")

@@ -7,6 +7,7 @@ import subprocess
 
 import wallpaper
 from desktop import SCREEN, TIMEOUT, Desktop, wait_until
+from xclient import Client
 
 LOGGED_IN = "org.example.session-is-there.desktop"
 """An autostart entry that keeps the session's environment for us: desktops start these last."""
@@ -177,6 +178,13 @@ class Session(Desktop):
     def set_compositing(self, on):
         raise NotImplementedError
 
-    def files(self):
-        """What lies on the desktop, as the user sees it: files and notes."""
+    def left_on_desktop(self):
+        """Files, notes and the like."""
         return sorted((pathlib.Path(self._folder) / "Desktop").iterdir())
+
+    def show_desktop_keys(self):
+        raise NotImplementedError
+
+    def has_compositor(self):
+        with Client(self.environment["DISPLAY"]) as client:
+            return client.owner("_NET_WM_CM_S0") != 0
