@@ -32,7 +32,6 @@ def library():
             ("XSetSelectionOwner", ctypes.c_int, [display, XID, XID, ctypes.c_ulong]),
             ("XGetSelectionOwner", XID, [display, XID]),
             ("XSync", ctypes.c_int, [display, ctypes.c_int]),
-            ("XGetSelectionOwner", XID, [display, XID]),
             ("XFree", ctypes.c_int, [ctypes.c_void_p])):
         function = getattr(x, name)
         function.restype, function.argtypes = result, arguments
@@ -89,7 +88,7 @@ class Client:
 
     def owner(self, selection):
         """The window that owns a selection, 0 when none does."""
-        return X.XGetSelectionOwner(self._display, X.XInternAtom(self._display, selection.encode(), 0))
+        return X.XGetSelectionOwner(self._display, self._atom(selection))
 
     def close_window(self, window):
         """Asks for it, as a pager does."""
@@ -98,7 +97,7 @@ class Client:
     def await_manager(self, timeout):
         """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
         handles everything in order: it has the press behind it when it answers what is asked now."""
-        window = self.make_window()
+        windows = []
         count = ctypes.c_int(0)
         end = time.monotonic() + timeout
         asked = -math.inf
@@ -106,8 +105,12 @@ class Client:
             now = time.monotonic()
             if now > end:
                 raise AssertionError(f"waited {timeout} s in vain for an answer of the window manager")
-            if now > asked + 1:  # one that starts may lose what it is told
-                self._ask(b"_NET_REQUEST_FRAME_EXTENTS", window)
+            # One that starts may lose what it is told, and takes windows that were there before for others' business.
+            if now > asked + 1:
+                windows.append(self.make_window())
+                self._ask(b"_NET_REQUEST_FRAME_EXTENTS", windows[-1])
                 asked = now
             time.sleep(0.002)
-            X.XFree(X.XListProperties(self._display, window, ctypes.byref(count)))
+            for window in windows:
+                if count.value == 0:
+                    X.XFree(X.XListProperties(self._display, window, ctypes.byref(count)))

@@ -146,14 +146,12 @@ class OnDesktop(RealTest):
         self.addCleanup(self.desktop.set_compositing, False)
         for on in (True, False):
             self.desktop.set_compositing(on)
-            wait_until(lambda: self.desktop.has_compositor() == on, "the compositor")
             self.await_chart(*self.frame())
         self.assert_still_there()
 
     def test_is_moved_while_there_is_a_compositor(self):
         self.addCleanup(self.desktop.set_compositing, False)
         self.desktop.set_compositing(True)
-        wait_until(self.desktop.has_compositor, "the compositor")
         self.assert_still_there()
 
     def test_stays_in_front_when_the_desktop_starts_anew(self):

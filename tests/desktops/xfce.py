@@ -16,14 +16,6 @@ class Xfce(Session):
     AUTOSTARTED = ("xfsettingsd.desktop", "at-spi-dbus-bus.desktop")
     LIGHT, DARK = "Adwaita", "Adwaita-dark"
 
-    def prepare(self):
-        folder = self.config / "xfce4/xfconf/xfce-perchannel-xml"
-        folder.mkdir(parents=True)
-        # As those of Plasma: tests switch the compositor on.
-        (folder / "xfwm4.xml").write_text('<channel name="xfwm4" version="1.0"><property name="general" type="empty">'
-                                          '<property name="use_compositing" type="bool" value="false"/>'
-                                          "</property></channel>")
-
     def query(self, channel, name, *change):
         return self.run("xfconf-query", "-c", channel, "-p", name, *change).strip()
 
@@ -42,6 +34,7 @@ class Xfce(Session):
 
     def set_compositing(self, on):
         self.set_value("xfwm4", "/general/use_compositing", "bool", "true" if on else "false")
+        wait_until(lambda: self.has_compositor() == on, "the compositor")
 
     def show_desktop_keys(self):
         return ["ctrl+alt+d"]
