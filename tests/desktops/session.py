@@ -24,7 +24,7 @@ class Session(Desktop):
     VARIABLES = {}
     MANAGER = ""
     """The process of the window manager, and the command that replaces it."""
-    BARE = ((640, 560), (1240, 500), (900, 90))
+    BARE = ((260, 700), (1240, 520), (1250, 60))
     """Places of the screen that show the wallpaper alone: no icon, no panel, and no window of the tests."""
 
     def __init__(self):
