@@ -23,8 +23,8 @@ def shared():
     return SHARED[0]
 
 
-class RealTest(ReplicantsTest):
-    """The program on the shared session, in the left top corner of the screen."""
+class OnRealDesktop:
+    """What a test adds to one of those that work on any desktop: the shared session, and what is seen on it."""
 
     @classmethod
     def setUpClass(cls):
@@ -63,7 +63,9 @@ class RealTest(ReplicantsTest):
     def await_wallpaper(self, *frame):
         wait_until(lambda: self.shows_wallpaper(*frame), f"the wallpaper at {frame}")
 
-    # One chart on the desktop.
+
+class RealTest(OnRealDesktop, ReplicantsTest):
+    """The program in the left top corner of the screen, and one chart at most torn off."""
 
     def put_chart(self, left, top):
         """Tears one off, so that its left top corner lies there."""

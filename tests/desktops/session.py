@@ -69,7 +69,8 @@ class Session(Desktop):
     def prepare(self):
         """Writes settings before the first login."""
 
-    def log_in(self):
+    def log_in(self, await_wallpaper=True):
+        is_first = self._session is None
         self._said.unlink(missing_ok=True)
         self.environment = self._bare_environment
         folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
@@ -92,8 +93,10 @@ class Session(Desktop):
         wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
         # Charts in a compositor without a graphics card keep a processor busy: tests switch it on.
         self.set_compositing(False)
-        self.set_wallpaper(self.picture_file)
-        self.await_wallpaper()
+        if is_first:
+            self.set_wallpaper(self.picture_file)
+        if await_wallpaper:
+            self.await_wallpaper()
 
     def ask_to_log_out(self):
         raise NotImplementedError

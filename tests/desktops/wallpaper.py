@@ -10,10 +10,10 @@ SPREAD = 48
 """From the average to the colour of an edge: red grows from left to right, green from top to bottom, blue falls."""
 
 
-def color_at(x, y):
+def color_at(x, y, average=AVERAGE):
     across = (2 * x / (SCREEN[0] - 1) - 1) * SPREAD
     down = (2 * y / (SCREEN[1] - 1) - 1) * SPREAD
-    red, green, blue = AVERAGE
+    red, green, blue = average
     return round(red + across), round(green + down), round(blue - across)
 
 
@@ -21,12 +21,12 @@ def is_near(color, other, tolerance=3):
     return all(abs(a - b) <= tolerance for a, b in zip(color, other))
 
 
-def write(path):
+def write(path, average=AVERAGE):
     """As PNG, in the size of the screen."""
     def chunk(name, data):
         return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
 
     width, height = SCREEN
-    rows = b"".join(b"\0" + b"".join(bytes(color_at(x, y)) for x in range(width)) for y in range(height))
+    rows = b"".join(b"\0" + b"".join(bytes(color_at(x, y, average)) for x in range(width)) for y in range(height))
     path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
                      + chunk(b"IDAT", zlib.compress(rows, 1)) + chunk(b"IEND", b""))

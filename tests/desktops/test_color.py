@@ -1,0 +1,105 @@
+"""The colour of a real desktop: picked from its wallpaper, tried out, and put back."""
+
+import signal
+
+import wallpaper
+from desktop import wait_until
+from prefs import DESKTOP_COLOR, PICK_DESKTOP, RAMPS, SWATCH, TEST_ON_DESKTOP, PrefsTest
+from real import OnRealDesktop
+
+GROUND = (540, 60)
+"""Of the first chart, where neither words nor samples are."""
+
+
+class Color(OnRealDesktop, PrefsTest):
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.desktop.set_wallpaper, self.desktop.picture_file)
+
+    def ground(self):
+        return self.chart(0).pixel(*GROUND)
+
+    def swatch(self):
+        return self.page().pixel(*SWATCH)
+
+    def is_average(self, color):
+        return wallpaper.is_near(color, wallpaper.AVERAGE, 4)
+
+    def bare(self):
+        """The colours of the desktop, at several places."""
+        picture = self.desktop.picture()
+        return [picture.pixel(*place) for place in self.desktop.BARE]
+
+    def start_test(self):
+        """The desktop in a colour of the page, which is none that the wallpaper has."""
+        self.open_prefs()
+        self.show("Colors")
+        self.click((205, RAMPS["red"]))
+        self.click(TEST_ON_DESKTOP)
+        picked = self.swatch()
+        self.assertGreater(picked[0], 200)
+        wait_until(lambda: set(self.bare()) == {picked}, f"the desktop in the colour {picked}")
+
+    def test_is_the_average_of_the_wallpaper(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.click(PICK_DESKTOP)
+        wait_until(lambda: self.is_average(self.swatch()), "the average of the wallpaper on the page")
+        self.quit()
+
+    def test_is_followed_by_a_locked_chart(self):
+        self.open_prefs()
+        self.click(DESKTOP_COLOR)
+        wait_until(lambda: self.is_average(self.ground()), "a chart in the average of the wallpaper")
+        other = self.desktop.picture_file.with_name("other.png")
+        wallpaper.write(other, average=(160, 110, 80))
+        self.desktop.set_wallpaper(other)
+        wait_until(lambda: wallpaper.is_near(self.ground(), (160, 110, 80), 4), "a chart in the average of the next one")
+        self.quit()
+
+    def test_is_put_back_when_the_box_is_off(self):
+        self.start_test()
+        self.click(TEST_ON_DESKTOP)
+        self.desktop.await_wallpaper()
+        # What the desktop keeps for its next start, too.
+        self.desktop.restart_desktop()
+        self.desktop.await_wallpaper()
+
+    def test_is_put_back_by_cancel(self):
+        self.start_test()
+        self.cancel()
+        self.desktop.await_wallpaper()
+
+    def test_is_put_back_by_the_end(self):
+        self.start_test()
+        self.quit()
+        self.desktop.await_wallpaper()
+
+    def test_is_put_back_at_the_next_start_after_a_kill(self):
+        self.start_test()
+        picked = self.bare()
+        self.program.signal(signal.SIGKILL)
+        self.program.wait()
+        self.assertEqual(self.bare(), picked)
+        self.program = self.start()
+        self.desktop.await_wallpaper()
+
+    def test_is_put_back_after_a_kill_and_a_logout(self):
+        self.start_test()
+        self.program.signal(signal.SIGKILL)
+        self.program.wait()
+        self.desktop.log_out()
+        self.desktop.log_in(await_wallpaper=False)
+        self.program = self.start()
+        self.desktop.await_wallpaper()
+
+    def test_is_left_alone_when_the_user_has_chosen_another_wallpaper_meanwhile(self):
+        self.start_test()
+        other = self.desktop.picture_file.with_name("other.png")
+        wallpaper.write(other, average=(160, 110, 80))
+        self.desktop.set_wallpaper(other)
+        shown = lambda: all(wallpaper.is_near(color, wallpaper.color_at(*place, (160, 110, 80)))  # noqa: E731
+                            for place, color in zip(self.desktop.BARE, self.bare()))
+        wait_until(shown, "the other wallpaper")
+        self.quit()
+        self.assertTrue(shown())
