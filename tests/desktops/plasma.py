@@ -31,6 +31,9 @@ class Plasma(Session):
     def set_wallpaper(self, path):
         self.run("plasma-apply-wallpaperimage", path)
 
+    def forget_wallpaper(self):
+        (self.config / "plasma-org.kde.plasma.desktop-appletsrc").unlink()
+
     def set_dark(self, dark):
         self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight")
 

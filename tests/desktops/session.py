@@ -62,6 +62,8 @@ class Session(Desktop):
                 (autostart / entry.name).write_text("[Desktop Entry]\nType=Application\nName=None\nHidden=true\n")
         self.prepare()
         self.log_in()
+        self.set_wallpaper(self.picture_file)
+        self.await_wallpaper()
 
     AUTOSTARTED = ()
     """What is started of the machine's autostart entries: those of the desktop. There may be any others."""
@@ -69,8 +71,7 @@ class Session(Desktop):
     def prepare(self):
         """Writes settings before the first login."""
 
-    def log_in(self, await_wallpaper=True):
-        is_first = self._session is None
+    def log_in(self):
         self._said.unlink(missing_ok=True)
         self.environment = self._bare_environment
         folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
@@ -93,10 +94,6 @@ class Session(Desktop):
         wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
         # Charts in a compositor without a graphics card keep a processor busy: tests switch it on.
         self.set_compositing(False)
-        if is_first:
-            self.set_wallpaper(self.picture_file)
-        if await_wallpaper:
-            self.await_wallpaper()
 
     def ask_to_log_out(self):
         raise NotImplementedError
@@ -177,8 +174,16 @@ class Session(Desktop):
     def set_wallpaper(self, path):
         raise NotImplementedError
 
+    def forget_wallpaper(self):
+        """Between sessions: as for a user who has never chosen one."""
+        raise NotImplementedError
+
     def set_dark(self, dark):
         raise NotImplementedError
+
+    SCALES_LIVE = False
+    """Whether it tells running programs of another scale; then it has `set_scale`, of everything by a whole factor, and
+    `set_font_scale`, by the resolution of fonts."""
 
     def set_compositing(self, on):
         raise NotImplementedError

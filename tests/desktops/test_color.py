@@ -89,7 +89,7 @@ class Color(OnRealDesktop, PrefsTest):
         self.program.signal(signal.SIGKILL)
         self.program.wait()
         self.desktop.log_out()
-        self.desktop.log_in(await_wallpaper=False)
+        self.desktop.log_in()
         self.program = self.start()
         self.desktop.await_wallpaper()
 
@@ -103,3 +103,50 @@ class Color(OnRealDesktop, PrefsTest):
         wait_until(shown, "the other wallpaper")
         self.quit()
         self.assertTrue(shown())
+
+
+class DefaultWallpaper(OnRealDesktop, PrefsTest):
+    """The desktop of a user who has never chosen a wallpaper."""
+
+    BESIDE = (1232, 80, 40, 600)
+    """Beside the windows of the tests."""
+
+    def arrange(self):
+        self.desktop.log_out()
+        self.desktop.forget_wallpaper()
+        self.addCleanup(self.desktop.set_wallpaper, self.desktop.picture_file)
+        self.desktop.log_in()
+        wait_until(lambda: len(self.desktop.picture().crop(*self.BESIDE).colors()) > 50, "a picture on the desktop")
+        self.whole = self.desktop.picture()
+        self.wallpaper = self.whole.crop(*self.BESIDE)
+
+    def test_is_averaged(self):
+        data = self.whole.crop(0, 60, 1280, 680).data
+        seen = tuple(sum(data[color::3]) / (len(data) / 3) for color in range(3))
+        self.open_prefs()
+        self.show("Colors")
+        self.click(PICK_DESKTOP)
+        # Scaled to the screen it may lose its edges.
+        wait_until(lambda: wallpaper.is_near(self.page().pixel(*SWATCH), seen, 12), f"the average of the wallpaper, {seen}")
+        self.quit()
+
+    def try_color(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.click(TEST_ON_DESKTOP)
+        wait_until(lambda: len(self.desktop.picture().crop(*self.BESIDE).colors()) == 1, "the colour on the desktop")
+
+    def await_default(self):
+        wait_until(lambda: self.desktop.picture().crop(*self.BESIDE) == self.wallpaper, "the wallpaper as before")
+
+    def test_comes_back_after_a_test_and_stays_for_the_next_login(self):
+        self.try_color()
+        self.click(TEST_ON_DESKTOP)
+        self.await_default()
+        self.cancel()
+        self.try_color()
+        self.quit()
+        self.await_default()
+        self.desktop.log_out()
+        self.desktop.log_in()
+        self.await_default()

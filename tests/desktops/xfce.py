@@ -29,8 +29,20 @@ class Xfce(Session):
         self.set_value("xfce4-desktop", f"{BACKDROP}/image-style", "int", 5)
         self.set_value("xfce4-desktop", f"{BACKDROP}/last-image", "string", path)
 
+    def forget_wallpaper(self):
+        (self.config / "xfce4/xfconf/xfce-perchannel-xml/xfce4-desktop.xml").unlink()
+
     def set_dark(self, dark):
         self.set_value("xsettings", "/Net/ThemeName", "string", self.DARK if dark else self.LIGHT)
+
+    SCALES_LIVE = True
+
+    def set_scale(self, scale):
+        self.set_value("xsettings", "/Gdk/WindowScalingFactor", "int", scale)
+        self.set_font_scale(1)
+
+    def set_font_scale(self, scale):
+        self.set_value("xsettings", "/Xft/DPI", "int", round(96 * scale))
 
     def set_compositing(self, on):
         self.set_value("xfwm4", "/general/use_compositing", "bool", "true" if on else "false")
