@@ -41,8 +41,11 @@ class Plasma(Session):
         self.ask("org.kde.KWin", "/Compositor", f"org.kde.kwin.Compositing.{'resume' if on else 'suspend'}")
         wait_until(lambda: self.has_compositor() == on, "the compositor")
         if on:  # without a graphics card it draws at first only what changes
-            self.ask("org.kde.KWin", "/KWin", "org.kde.KWin.reconfigure")
-            self.await_wallpaper()
+            def is_drawn():
+                self.ask("org.kde.KWin", "/KWin", "org.kde.KWin.reconfigure")
+                return self.shows_wallpaper()
+
+            wait_until(is_drawn, "a compositor that has drawn everything")
 
     def left_on_desktop(self):
         notes = self.run("grep", "-c", "^plugin=", self.config / "plasma-org.kde.plasma.desktop-appletsrc")
