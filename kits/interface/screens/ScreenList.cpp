@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kits::ScreenList {
 
@@ -18,6 +19,19 @@ PixelRect FromQt(const QRect& rect)
 {
     return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
 }
+
+void WatchOne(QScreen* screen)
+{
+    QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Read);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Read);
+}
+
+int64 Area(const PixelRect& rect)
+{
+    return rect.IsEmpty() ? 0 : static_cast<int64>(rect.Width()) * rect.Height();
+}
+
+} // namespace
 
 void Read()
 {
@@ -38,19 +52,6 @@ void Read()
     message.SetNewestWins(true);
     be_app_messenger.SendMessage(&message);
 }
-
-void WatchOne(QScreen* screen)
-{
-    QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Read);
-    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Read);
-}
-
-int64 Area(const PixelRect& rect)
-{
-    return rect.IsEmpty() ? 0 : static_cast<int64>(rect.Width()) * rect.Height();
-}
-
-} // namespace
 
 const std::vector<Screen>& All()
 {
@@ -89,6 +90,40 @@ BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens)
     const int32 top = room.top + std::max(0, (room.Height() - pixels.Height()) / 2);
     BRect moved = rect;
     moved.OffsetTo(static_cast<float>(left), static_cast<float>(top));
+    return moved;
+}
+
+PixelRect PutInReach(const PixelRect& content, int32 titleHeight)
+{
+    return PutInReach(content, titleHeight, sScreens);
+}
+
+PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens)
+{
+    // What the hand takes hold of: as high as the title, and so much of its width.
+    constexpr int32 kLeastHeight = 8;
+    constexpr int32 kLeastWidth = 64;
+    const int32 width = std::min(kLeastWidth, content.Width());
+    const PixelRect hold{content.left, content.top - titleHeight, content.right,
+                         content.top - titleHeight + std::max(titleHeight, kLeastHeight)};
+    const Screen* nearest = nullptr;
+    int64 least = 0;
+    PixelRect moved = content;
+    for (const Screen& screen : screens) {
+        const PixelRect& room = screen.available;
+        const PixelRect seen = Intersection(hold, room);
+        if (seen.Height() >= hold.Height() && seen.Width() >= width)
+            return content;
+        const int32 left = std::max(std::min(content.left, room.right - content.Width()), room.left);
+        const int32 top = std::max(std::min(content.top, room.bottom - content.Height()), room.top + titleHeight);
+        const int64 distance =
+            std::abs(static_cast<int64>(left) - content.left) + std::abs(static_cast<int64>(top) - content.top);
+        if (nearest == nullptr || distance < least) {
+            nearest = &screen;
+            least = distance;
+            moved = {left, top, left + content.Width(), top + content.Height()};
+        }
+    }
     return moved;
 }
 

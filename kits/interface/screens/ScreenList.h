@@ -25,6 +25,15 @@ BRect PutOnScreen(const BRect& rect);
 /// The same among given screens. Pure.
 BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens);
 
+/// The rectangle of a window's content, moved onto a screen when its title above it, or the upper edge of one without,
+/// lies where the hand cannot reach it.
+/// @param titleHeight  of what the window manager has put above the content
+PixelRect PutInReach(const PixelRect& content, int32 titleHeight);
+/// The same among given screens. Pure.
+PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens);
+
+/// Asks the toolkit, and tells the application (B_SCREEN_CHANGED) if something is not as it was.
+void Read();
 /// Asks the toolkit now and whenever something changes, which the application is then told (B_SCREEN_CHANGED).
 void Watch();
 /// No screens any more.

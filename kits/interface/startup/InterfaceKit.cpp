@@ -14,6 +14,7 @@
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/interface/startup/SessionBus.h"
 #include "kits/interface/theme/Theme.h"
+#include "kits/interface/windows/ScaleWatch.h"
 #include "kits/kernel/StartMemory.h"
 #include "kits/storage/Resources.h"
 #include "kits/support/TypeConstants.h"
@@ -104,6 +105,7 @@ status_t InitInterface(int& argc, char** argv)
     sApplication->SetLoop(sLoop);
     EventLoop::SetCurrent(sLoop);
     ScreenList::Watch();
+    ScaleWatch::Start();
     EnableViewAccess();
     TextCache::Enable();
     UserFonts::Read();

@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QPointer>
 
+#include <cmath>
 #include <cstring>
 
 namespace kits {
@@ -93,12 +94,14 @@ void ViewPane::paintEvent(QPaintEvent* event)
     const Surface& surface = fImpl->fSurface;
     const PixelRect frame = fImpl->PixelFrame();
     QPainter painter(this);
+    // The scale may have changed since it was drawn: drawing at the new one comes next.
+    const bool isOfThisScale = surface.Exists() && std::abs(surface.Grid().Scale() - devicePixelRatioF()) < 1e-3;
     // Drawing into a view that was resized since comes next, with the new size.
-    if (!surface.Exists() || surface.Width() != frame.Width() || surface.Height() != frame.Height()) {
+    if (!isOfThisScale || surface.Width() != frame.Width() || surface.Height() != frame.Height()) {
         const rgb_color color = fImpl->fViewColor;
         if (color != B_TRANSPARENT_COLOR)
             painter.fillRect(event->rect(), QColor(color.red, color.green, color.blue));
-        if (!surface.Exists())
+        if (!isOfThisScale)
             return;
     }
     // What changed is often one column of pixels: the toolkit's way to it is much longer than the copy.

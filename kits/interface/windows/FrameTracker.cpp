@@ -28,17 +28,40 @@ PixelRect FrameTracker::Content() const
     return WithSize(place, size.Width(), size.Height());
 }
 
+PixelRect FrameTracker::Wanted() const
+{
+    return fElsewhere ? WithPlace(fFrame, fActual.left, fActual.top) : fFrame;
+}
+
 bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)
 {
+    // A window that only gets another size stays where it is seen.
+    fElsewhere = fElsewhere && frame.left == fFrame.left && frame.top == fFrame.top;
     fFrame = frame;
     fSettled = frame;
     fChanged = now;
     if (fZoomed)
         return false;
+    fRescaling = false;
     fPending = fPending || !SameSize(frame, fActual);
     // A tiling window manager may have changed its mind: it is asked all the same.
-    fActual = WithPlace(fActual, frame.left, frame.top);
+    if (!fElsewhere)
+        fActual = WithPlace(fActual, frame.left, frame.top);
     return true;
+}
+
+void FrameTracker::Rescale(int32 left, int32 top, bigtime_t now)
+{
+    fRescaled = now;
+    fElsewhere = true;
+    fActual = WithPlace(fActual, left, top);
+    if (fZoomed)
+        return;
+    // If it is granted at once nothing is reported: in logical pixels nothing has changed.
+    fActual = WithSize(fActual, fFrame.Width(), fFrame.Height());
+    fPending = true;
+    fRescaling = true;
+    fTiled = false;
 }
 
 void FrameTracker::NoteUsers(const PixelRect& frame, bigtime_t now)
@@ -71,7 +94,11 @@ bool FrameTracker::ReportPlace(int32 left, int32 top, bigtime_t now)
 {
     const PixelRect content = Content();
     const PixelRect frame = fFrame;
+    const bool moved = fActual.left != left || fActual.top != top;
     fActual = WithPlace(fActual, left, top);
+    if (fElsewhere && (!moved || IsZoomed() || now - fRescaled <= kGrace))
+        return content != Content();
+    fElsewhere = false;
     if (!IsZoomed() && (fFrame.left != left || fFrame.top != top))
         NoteUsers(WithPlace(fFrame, left, top), now);
     return content != Content() || frame != fFrame;
@@ -90,6 +117,7 @@ bool FrameTracker::SetZoomed(bool zoomed, bigtime_t now)
         return false;
     }
     fTiled = false;
+    fRescaling = false;
     fPending = !SameSize(fActual, fFrame);
     fSettled = fFrame;
     fChanged = now;
@@ -99,6 +127,7 @@ bool FrameTracker::SetZoomed(bool zoomed, bigtime_t now)
 void FrameTracker::Show()
 {
     fPending = !fZoomed;
+    fRescaling = false;
 }
 
 bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
@@ -108,7 +137,7 @@ bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
     fPending = false;
     if (SameSize(fActual, fFrame))
         return false;
-    if (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight) {
+    if (!fRescaling && (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight)) {
         // It asked for more than the screen has: what it got is what it has.
         fFrame = WithSize(fFrame, fActual.Width(), fActual.Height());
     } else {

@@ -28,6 +28,12 @@ public:
     PixelRect Content() const;
     bool IsZoomed() const { return fZoomed || fTiled; }
     bool IsPending() const { return fPending; }
+    /// The frame that the system's window is to get: that of Frame(), but at the place that Rescale chose as long as
+    /// nobody moves it.
+    PixelRect Wanted() const;
+
+    /// Whether it shows at a place that Rescale chose.
+    bool IsElsewhere() const { return fElsewhere; }
 
     /// Windows do not know their place here: the toolkit counts from the content's own corner. Frame() keeps the place
     /// that was asked for.
@@ -36,13 +42,17 @@ public:
     bool Ask(const PixelRect& frame, bigtime_t now);
     /// The system's window is about to be shown with Frame(): what the window manager makes of that is its doing.
     void Show();
+    /// The scale of the screen changed: the system's window is about to get the size of Frame() anew, its content's
+    /// corner here. What the window manager makes of that is no wish of the user's: Frame() stays, also when it gives
+    /// another size, and so does its place until the window moves after the grace.
+    void Rescale(int32 left, int32 top, bigtime_t now);
     /// The window manager reports a size, or a place. @return whether Frame() or Content() changed
     bool ReportSize(int32 width, int32 height, bigtime_t now);
     bool ReportPlace(int32 left, int32 top, bigtime_t now);
     /// It became maximised or full screen, or ceased to be so. @return whether the system's window is to get Frame()
     /// now
     bool SetZoomed(bool zoomed, bigtime_t now);
-    /// To be called kGrace after Ask, Show and SetZoomed(false). @param limit  what the screen has room for
+    /// To be called kGrace after Ask, Show, Rescale and SetZoomed(false). @param limit  what the screen has room for
     /// @return whether Content() changed
     bool GraceOver(int32 limitWidth, int32 limitHeight);
 
@@ -57,6 +67,9 @@ private:
     bool fZoomed = false;
     bool fTiled = false;
     bool fPlaceless = false;
+    bool fRescaling = false; ///< what is pending was asked for by Rescale
+    bool fElsewhere = false; ///< Rescale chose the place, nobody has moved it since
+    bigtime_t fRescaled = 0; ///< when
 };
 
 } // namespace kits

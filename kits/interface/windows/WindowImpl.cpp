@@ -6,8 +6,12 @@
 #include "kits/interface/input/Pointer.h"
 #include "kits/interface/screens/ScreenList.h"
 #include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/windows/ScaleWatch.h"
 #include "kits/interface/windows/WindowPane.h"
 #include "kits/kernel/Clock.h"
+
+#include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -52,7 +56,8 @@ WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
     , fSelf(std::make_shared<WindowImpl*>(this))
 {
     fTracker.SetZoomed(fSettings.zoom != Zoom::kNone, system_time());
-    fScale = fPane->devicePixelRatioF();
+    fScale = ScaleWatch::ScaleOf(*fPane);
+    fScreen = fPane->screen();
     ApplyLimits();
     ResizeWidget();
     Windows().push_back(this);
@@ -207,7 +212,7 @@ void WindowImpl::ApplyLimits()
 
 void WindowImpl::ResizeWidget()
 {
-    const PixelRect frame = fTracker.Frame();
+    const PixelRect frame = fTracker.Wanted();
     if (fSettings.flags & B_NOT_RESIZABLE)
         ApplyLimits();
     fPane->setGeometry(frame.left, frame.top, frame.Width(), frame.Height());
@@ -300,6 +305,8 @@ void WindowImpl::StateReported(bool minimized, Zoom zoom)
     if (!minimized) {
         fSettings.zoom = zoom;
         if (fTracker.SetZoomed(zoom != Zoom::kNone, system_time())) {
+            if (fTracker.IsElsewhere())
+                PutInReach();
             ResizeWidget();
             StartGrace();
         }
@@ -333,11 +340,41 @@ void WindowImpl::ActivationReported(bool active)
 
 void WindowImpl::CheckScale()
 {
-    const double scale = fPane->devicePixelRatioF();
+    const double scale = ScaleWatch::ScaleOf(*fPane);
+    const bool isSameScreen = fScreen == fPane->screen();
+    fScreen = fPane->screen();
     if (scale == fScale)
         return;
     fScale = scale;
     ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
+    // On its way to another screen a window stays as large as it is under the hand that moves it.
+    const QWindow* const window = fPane->windowHandle();
+    if (isSameScreen && window != nullptr && window->handle() != nullptr)
+        Rescale();
+}
+
+void WindowImpl::PutInReach()
+{
+    const QWindow* const window = fPane->windowHandle();
+    const PixelRect place =
+        ScreenList::PutInReach(fTracker.Frame(), window != nullptr ? window->frameMargins().top() : 0);
+    fTracker.Rescale(place.left, place.top, system_time());
+}
+
+void WindowImpl::Rescale()
+{
+    PutInReach();
+    LayOut();
+    // What it shows is there before it is painted.
+    UpdateQueue::DrawWindow(*this);
+    ApplyLimits();
+    if (fSettings.zoom != Zoom::kNone) {
+        ScaleWatch::KeepSystemSize(*fPane);
+        return;
+    }
+    StartGrace();
+    const PixelRect frame = fTracker.Wanted();
+    ScaleWatch::SetGeometry(*fPane, QRect(frame.left, frame.top, frame.Width(), frame.Height()));
 }
 
 } // namespace kits

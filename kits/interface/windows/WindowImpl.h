@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+class QScreen;
 class QWindow;
 
 namespace kits {
@@ -77,6 +78,8 @@ public:
     void StateReported(bool minimized, Zoom zoom);
     void ExposeReported();
     void ActivationReported(bool active);
+    /// To be called when the scale of the window may have become another one: has everything drawn and shown anew, at
+    /// the same logical size and place.
     void CheckScale();
 
     BWindow* const fWindow;
@@ -97,8 +100,11 @@ private:
     void StartGrace();
     void ResizeWidget();
     void PostFrameMessage(uint32 what);
+    void PutInReach();
+    void Rescale();
 
     double fScale = 1;
+    const QScreen* fScreen = nullptr; ///< the one that has the scale; never followed
     int32 fLaidOutWidth;
     int32 fLaidOutHeight;
     Timer fGrace;

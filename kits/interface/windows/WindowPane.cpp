@@ -178,7 +178,6 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
         switch (event->type()) {
         case QEvent::Resize: {
             const QSize size = static_cast<QResizeEvent*>(event)->size();
-            fImpl->CheckScale();
             fImpl->SizeReported(size.width(), size.height());
             break;
         }
@@ -191,7 +190,6 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
             break;
         }
         case QEvent::Expose:
-            fImpl->CheckScale();
             fImpl->ExposeReported();
             break;
         default:
