@@ -113,6 +113,11 @@ DisplayCheck::Surroundings DisplayCheck::Real()
     return real;
 }
 
+xcb_connection_t* DisplayCheck::Connection()
+{
+    return sKept.get();
+}
+
 void DisplayCheck::Done()
 {
     sKept.reset();

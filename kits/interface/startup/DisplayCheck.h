@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+struct xcb_connection_t;
+
 namespace kits {
 
 /// Looks whether there is a display before the toolkit does, which aborts without one.
@@ -25,6 +27,8 @@ public:
     /// The real ones. The connection to an X server that answered stays open until Done: a server without other clients
     /// would start anew when the only one leaves, and the toolkit could come just then.
     static Surroundings Real();
+    /// The connection that stays open; null when there is none.
+    static xcb_connection_t* Connection();
     /// The toolkit is connected.
     static void Done();
 };

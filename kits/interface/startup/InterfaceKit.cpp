@@ -13,6 +13,7 @@
 #include "kits/interface/startup/FontsAhead.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/interface/startup/SessionBus.h"
+#include "kits/interface/startup/SettingsAhead.h"
 #include "kits/interface/theme/Theme.h"
 #include "kits/interface/windows/ScaleWatch.h"
 #include "kits/kernel/StartMemory.h"
@@ -76,7 +77,9 @@ void MakeApplication(int& argc, char** argv)
     {
         const SessionBus bus;
         const FontsAhead fonts;
+        SettingsAhead settings;
         sApplication = new KitsApplication(argc, argv);
+        settings.Finish();
     }
     // The programs that this one starts choose for themselves.
     if (isForX11)
@@ -155,6 +158,7 @@ void ExitInterface()
     TextCache::Disable();
     UserFonts::Forget();
     ScreenList::Forget();
+    XSettingsWatch::Stop();
     EventLoop::SetCurrent(nullptr);
     sApplication->SetLoop(nullptr);
     delete std::exchange(sLoop, nullptr);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+
+namespace kits {
+
+class XSettings;
+
+/// The scale that a desktop asks for in its settings. The toolkit takes it from the resolution of the fonts alone
+/// ("Xft/DPI"); desktops of GTK have a whole factor for windows beside it ("Gdk/WindowScalingFactor"), and not all of
+/// them multiply the resolution by it. Main thread.
+namespace DesktopScale {
+
+/// Above that nothing useful could be shown, and the pictures of windows would take all memory.
+inline constexpr double kMost = 8;
+
+/// The scale that programs of GTK have with these settings, from 1 to kMost: the resolution of the fonts over 96, times
+/// the factor. "Gdk/UnscaledDPI" is the resolution where "Xft/DPI" has the factor in it already. Pure.
+/// @param otherwise  without a resolution
+double Of(const XSettings& settings, double otherwise);
+/// The scale that the toolkit takes from the same settings. Pure.
+double OfToolkit(const XSettings& settings, double otherwise);
+
+/// Gives the toolkit the scale when it would not find it by itself; from then on always. Not when the user has told
+/// the toolkit a scale by its own variables.
+void Apply(const XSettings& settings);
+/// From here on the toolkit does not hear of changes.
+void ToolkitIsDeaf();
+/// No screens any more.
+void Forget();
+
+} // namespace DesktopScale
+
+} // namespace kits

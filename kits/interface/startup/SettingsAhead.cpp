@@ -1,0 +1,40 @@
+#include "kits/interface/startup/SettingsAhead.h"
+
+#include "kits/interface/startup/DisplayCheck.h"
+
+#include <system_error>
+#include <utility>
+
+namespace kits {
+
+SettingsAhead::SettingsAhead()
+{
+    xcb_connection_t* const server = DisplayCheck::Connection();
+    if (server == nullptr)
+        return;
+    const auto read = [this, server] {
+        fSource = FindXSettings(server);
+        fSettings = ReadXSettings(server, fSource);
+    };
+    try {
+        fReader = std::thread(read);
+    } catch (const std::system_error&) {
+        // No thread to be had.
+        read();
+    }
+}
+
+SettingsAhead::~SettingsAhead()
+{
+    if (fReader.joinable())
+        fReader.join();
+}
+
+void SettingsAhead::Finish()
+{
+    if (fReader.joinable())
+        fReader.join();
+    XSettingsWatch::Start(fSource, std::move(fSettings));
+}
+
+} // namespace kits

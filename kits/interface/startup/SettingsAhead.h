@@ -1,0 +1,28 @@
+#pragma once
+
+#include "kits/interface/screens/XSettings.h"
+
+#include <thread>
+
+namespace kits {
+
+/// Reads the desktop's settings while the toolkit starts, in a thread of its own and over the connection that
+/// DisplayCheck has opened: the first windows are made with them, and nobody waits for the X server's answers.
+class SettingsAhead {
+public:
+    /// Begins, where there is a connection.
+    SettingsAhead();
+    ~SettingsAhead();
+    SettingsAhead(const SettingsAhead&) = delete;
+    SettingsAhead& operator=(const SettingsAhead&) = delete;
+
+    /// Waits for the answers and follows the settings from here on. The toolkit has to be there.
+    void Finish();
+
+private:
+    XSettingsSource fSource;
+    XSettings fSettings;
+    std::thread fReader;
+};
+
+} // namespace kits
