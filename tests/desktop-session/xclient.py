@@ -94,6 +94,11 @@ class Client:
         """Asks for it, as a pager does."""
         self._ask(b"_NET_CLOSE_WINDOW", window, 0, 2)
 
+    def set_maximised(self, window, maximised):
+        """As its button does."""
+        self._ask(b"_NET_WM_STATE", window, int(maximised), self._atom(b"_NET_WM_STATE_MAXIMIZED_VERT"),
+                  self._atom(b"_NET_WM_STATE_MAXIMIZED_HORZ"), 2)
+
     def await_manager(self, timeout):
         """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
         handles everything in order: it has the press behind it when it answers what is asked now."""

@@ -45,14 +45,20 @@ std::optional<double> Dots(const XSettings& settings, const char* name)
     return static_cast<double>(*parts / kParts);
 }
 
-/// The toolkit has this for its own environment variables, and shows it to nobody who links it in the usual way.
+/// The toolkit has these for its own environment variables, and shows them to nobody who links it in the usual way.
+/// Without them nothing happens.
 void SetFactor(QScreen* screen, double factor)
 {
-    using Function = void (*)(QScreen*, double);
+    using SetFunction = void (*)(QScreen*, double);
+    using ForgetFunction = void (*)();
     static const auto set =
-        reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, "_ZN15QHighDpiScaling15setScreenFactorEP7QScreend"));
-    if (set != nullptr)
-        set(screen, factor);
+        reinterpret_cast<SetFunction>(dlsym(RTLD_DEFAULT, "_ZN15QHighDpiScaling15setScreenFactorEP7QScreend"));
+    static const auto forgetLargest = reinterpret_cast<ForgetFunction>(
+        dlsym(RTLD_DEFAULT, "_ZN22QGuiApplicationPrivate27resetCachedDevicePixelRatioEv"));
+    if (set == nullptr || forgetLargest == nullptr)
+        return;
+    set(screen, factor);
+    forgetLargest();
 }
 
 } // namespace
@@ -84,9 +90,8 @@ void Apply(const XSettings& settings)
         if (scale == OfToolkit(settings, *sFirst) && !sIsDeaf)
             return;
         sIsOurs = true;
-        QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp, [](QScreen* screen) {
-            SetFactor(screen, sScale);
-        });
+        QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp,
+                         [](QScreen* screen) { SetFactor(screen, sScale); });
     } else if (scale == sScale) {
         return;
     }

@@ -1,5 +1,7 @@
 #include "kits/interface/windows/FrameTracker.h"
 
+#include <cstdlib>
+
 namespace kits {
 
 namespace {
@@ -14,9 +16,9 @@ PixelRect WithPlace(PixelRect rect, int32 left, int32 top)
     return {left, top, left + rect.Width(), top + rect.Height()};
 }
 
-bool SameSize(const PixelRect& a, const PixelRect& b)
+bool SameSize(const PixelRect& a, const PixelRect& b, int32 slack = 0)
 {
-    return a.Width() == b.Width() && a.Height() == b.Height();
+    return std::abs(a.Width() - b.Width()) <= slack && std::abs(a.Height() - b.Height()) <= slack;
 }
 
 } // namespace
@@ -50,6 +52,11 @@ bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)
     return true;
 }
 
+bool FrameTracker::HasWantedSize() const
+{
+    return SameSize(fActual, fFrame, fSlack);
+}
+
 void FrameTracker::Rescale(int32 left, int32 top, bigtime_t now)
 {
     fRescaled = now;
@@ -78,13 +85,13 @@ bool FrameTracker::ReportSize(int32 width, int32 height, bigtime_t now)
     const PixelRect frame = fFrame;
     fActual = WithSize(fActual, width, height);
     if (fPending) {
-        if (SameSize(fActual, fFrame)) {
+        if (HasWantedSize()) {
             fPending = false;
             fTiled = false;
         }
     } else if (fTiled) {
-        fTiled = !SameSize(fActual, fFrame);
-    } else if (!fZoomed && !SameSize(fActual, fFrame)) {
+        fTiled = !HasWantedSize();
+    } else if (!fZoomed && !HasWantedSize()) {
         NoteUsers(WithSize(fFrame, width, height), now);
     }
     return content != Content() || frame != fFrame;
@@ -135,7 +142,7 @@ bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
     if (!fPending)
         return false;
     fPending = false;
-    if (SameSize(fActual, fFrame))
+    if (HasWantedSize())
         return false;
     if (!fRescaling && (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight)) {
         // It asked for more than the screen has: what it got is what it has.

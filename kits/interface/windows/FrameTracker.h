@@ -42,6 +42,9 @@ public:
     bool Ask(const PixelRect& frame, bigtime_t now);
     /// The system's window is about to be shown with Frame(): what the window manager makes of that is its doing.
     void Show();
+    /// From here on sizes that differ by so much are the same: at a broken scale the window manager may not be able to
+    /// give every logical size.
+    void SetSlack(int32 slack) { fSlack = slack; }
     /// The scale of the screen changed: the system's window is about to get the size of Frame() anew, its content's
     /// corner here. What the window manager makes of that is no wish of the user's: Frame() stays, also when it gives
     /// another size, and so does its place until the window moves after the grace.
@@ -57,6 +60,7 @@ public:
     bool GraceOver(int32 limitWidth, int32 limitHeight);
 
 private:
+    bool HasWantedSize() const;
     void NoteUsers(const PixelRect& frame, bigtime_t now);
 
     PixelRect fFrame;
@@ -66,6 +70,7 @@ private:
     bool fPending = false;
     bool fZoomed = false;
     bool fTiled = false;
+    int32 fSlack = 0;
     bool fPlaceless = false;
     bool fRescaling = false; ///< what is pending was asked for by Rescale
     bool fElsewhere = false; ///< Rescale chose the place, nobody has moved it since

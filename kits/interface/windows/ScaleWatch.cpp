@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QBackingStore>
 #include <QMoveEvent>
+#include <QPixmapCache>
 #include <QPointer>
 #include <QResizeEvent>
 #include <QScreen>
@@ -61,6 +62,10 @@ void Follow()
 {
     sIsDue = false;
     ScreenList::Read();
+    const bool isNew = std::exchange(sScale, MainScale()) != MainScale();
+    // The styles draw the parts of controls once, and look for them without regard to the scale.
+    if (isNew)
+        QPixmapCache::clear();
     // A hook may close windows.
     std::vector<QPointer<WindowPane>> panes;
     for (const WindowImpl* window : WindowImpl::All())
@@ -69,7 +74,7 @@ void Follow()
         if (pane != nullptr && pane->Impl() != nullptr)
             pane->Impl()->CheckScale();
     }
-    if (std::exchange(sScale, MainScale()) != MainScale())
+    if (isNew)
         RescaleToolkitsOwn();
 }
 
@@ -78,7 +83,6 @@ void WatchOne(QScreen* screen)
     QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, qGuiApp, Changed);
     QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Changed);
 }
-
 
 } // namespace
 

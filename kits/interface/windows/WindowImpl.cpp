@@ -26,6 +26,12 @@ std::vector<WindowImpl*>& Windows()
     return windows;
 }
 
+/// The toolkit asks for sizes in whole steps of a logical pixel, which at a broken scale are not whole screen pixels.
+int32 SlackAt(double scale)
+{
+    return scale == std::floor(scale) ? 0 : 1;
+}
+
 } // namespace
 
 const std::vector<WindowImpl*>& WindowImpl::All()
@@ -58,6 +64,7 @@ WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
     fTracker.SetZoomed(fSettings.zoom != Zoom::kNone, system_time());
     fScale = ScaleWatch::ScaleOf(*fPane);
     fScreen = fPane->screen();
+    fTracker.SetSlack(SlackAt(fScale));
     ApplyLimits();
     ResizeWidget();
     Windows().push_back(this);
@@ -346,6 +353,7 @@ void WindowImpl::CheckScale()
     if (scale == fScale)
         return;
     fScale = scale;
+    fTracker.SetSlack(SlackAt(scale));
     ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
     // On its way to another screen a window stays as large as it is under the hand that moves it.
     const QWindow* const window = fPane->windowHandle();

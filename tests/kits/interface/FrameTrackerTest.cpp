@@ -157,3 +157,95 @@ TEST(FrameTracker, WherePlacesAreUnknownTheContentIsAtTheOrigin)
     tracker.ReportSize(100, 100, kLong + 1);
     EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, 100, 100}));
 }
+
+TEST(FrameTracker, AChangeOfScaleIsNoWishOfTheUsers)
+{
+    FrameTracker tracker(kStart);
+    tracker.Rescale(50, 60, kLong);
+    EXPECT_TRUE(tracker.IsPending());
+    // The pixels that it had before, in logical ones of the new scale.
+    EXPECT_FALSE(tracker.ReportSize(150, 75, kLong + 1));
+    EXPECT_TRUE(HasSize(tracker.Content(), 300, 150));
+    tracker.ReportPlace(25, 30, kLong + 1);
+    tracker.ReportPlace(50, 60, kLong + 2);
+    tracker.ReportSize(300, 150, kLong + 2);
+    EXPECT_FALSE(tracker.IsPending());
+    EXPECT_EQ(tracker.Frame(), kStart);
+    EXPECT_EQ(tracker.Content(), kStart);
+    // Afterwards the user's hand counts again.
+    tracker.ReportSize(310, 160, 2 * kLong);
+    tracker.ReportPlace(70, 80, 2 * kLong);
+    EXPECT_EQ(tracker.Frame(), (PixelRect{70, 80, 380, 240}));
+}
+
+TEST(FrameTracker, AChangeOfScaleThatIsGrantedAtOnceIsNotReported)
+{
+    FrameTracker tracker(kStart);
+    tracker.Rescale(50, 60, kLong);
+    EXPECT_FALSE(tracker.GraceOver(1920, 1080));
+    EXPECT_FALSE(tracker.IsZoomed());
+    EXPECT_EQ(tracker.Content(), kStart);
+}
+
+TEST(FrameTracker, ASizeThatAScaleHasNoRoomForComesBackAtTheNext)
+{
+    FrameTracker tracker(kStart);
+    tracker.Rescale(50, 60, kLong);
+    tracker.ReportSize(200, 100, kLong + 1);
+    EXPECT_TRUE(tracker.GraceOver(200, 100));
+    EXPECT_TRUE(HasSize(tracker.Content(), 200, 100));
+    EXPECT_EQ(tracker.Frame(), kStart);
+    tracker.Rescale(50, 60, 2 * kLong);
+    tracker.ReportSize(300, 150, 2 * kLong + 1);
+    EXPECT_FALSE(tracker.IsZoomed());
+    EXPECT_EQ(tracker.Content(), kStart);
+}
+
+TEST(FrameTracker, APlaceThatAScaleForcesUponAWindowIsLeftForItsOwnAgain)
+{
+    FrameTracker tracker(kStart);
+    tracker.Rescale(10, 20, kLong);
+    tracker.ReportPlace(12, 22, kLong + 1); // as the window manager likes it
+    tracker.ReportPlace(12, 22, 3 * kLong);
+    EXPECT_EQ(tracker.Frame(), kStart);
+    EXPECT_EQ(tracker.Wanted(), (PixelRect{12, 22, 312, 172}));
+    // The program resizes it, for another tab: it stays where it is seen.
+    EXPECT_TRUE(tracker.Ask({50, 60, 150, 160}, 4 * kLong));
+    EXPECT_EQ(tracker.Wanted(), (PixelRect{12, 22, 112, 122}));
+    EXPECT_EQ(tracker.Frame(), (PixelRect{50, 60, 150, 160}));
+    // Whoever moves it there wants it there.
+    tracker.ReportPlace(15, 25, 5 * kLong);
+    EXPECT_EQ(tracker.Wanted(), tracker.Frame());
+    EXPECT_EQ(tracker.Frame(), (PixelRect{15, 25, 115, 125}));
+    tracker.Rescale(1, 2, 6 * kLong);
+    tracker.Ask({30, 40, 130, 140}, 6 * kLong + 1);
+    EXPECT_EQ(tracker.Wanted(), (PixelRect{30, 40, 130, 140}));
+}
+
+TEST(FrameTracker, AMaximisedWindowStaysSoAtAnotherScale)
+{
+    FrameTracker tracker(kStart);
+    tracker.SetZoomed(true, kLong);
+    tracker.ReportSize(1920, 1080, kLong + 1);
+    tracker.Rescale(50, 60, 2 * kLong);
+    EXPECT_FALSE(tracker.IsPending());
+    tracker.ReportSize(960, 540, 2 * kLong + 1);
+    tracker.ReportPlace(0, 0, 2 * kLong + 1);
+    EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, 960, 540}));
+    EXPECT_EQ(tracker.Frame(), kStart);
+}
+
+TEST(FrameTracker, NearlyTheAskedSizeIsThatSizeAtABrokenScale)
+{
+    FrameTracker tracker(kStart);
+    tracker.SetSlack(1);
+    tracker.Show();
+    tracker.ReportSize(299, 150, kLong);
+    EXPECT_FALSE(tracker.IsPending());
+    tracker.ReportSize(299, 149, 2 * kLong);
+    EXPECT_EQ(tracker.Frame(), kStart);
+    EXPECT_TRUE(HasSize(tracker.Content(), 299, 149));
+    EXPECT_FALSE(tracker.IsZoomed());
+    tracker.ReportSize(280, 149, 3 * kLong);
+    EXPECT_TRUE(HasSize(tracker.Frame(), 280, 149));
+}
