@@ -234,14 +234,16 @@ std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
 bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
 {
     // A plug-in that is only chosen stays in the shell's memory, until its end at worst: an entry is written at once.
+    // An entry that the shell takes to be there already is not written at all, so it is another one before.
     // Written before the plug-in is chosen, a colour is there when the plug-in looks.
-    const std::string change = IsColor(key) ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];"
-                                              " d.writeConfig('Color', " +
-                                                  Quoted(value) + "); d.reloadConfig(); print(d.readConfig('Color'));"
-                                            : "d.wallpaperPlugin = " + Quoted(value) +
-                                                  "; d.currentConfigGroup = [];"
-                                                  " d.writeConfig('wallpaperplugin', " +
-                                                  Quoted(value) + "); print(d.wallpaperPlugin);";
+    const auto write = [&value](const std::string& entry) {
+        return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
+               ");";
+    };
+    const std::string change = IsColor(key) ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];" +
+                                                  write(kColor) + " d.reloadConfig(); print(d.readConfig('Color'));"
+                                            : "d.wallpaperPlugin = " + Quoted(value) + "; d.currentConfigGroup = [];" +
+                                                  write("wallpaperplugin") + " print(d.wallpaperPlugin);";
     const std::optional<std::string> printed = Evaluate("var all = desktops();"
                                                         "for (var i = 0; i < all.length; i++) {"
                                                         " var d = all[i];"
