@@ -24,7 +24,7 @@ class PortalTest(ChartsTest):
         self.addCleanup(bus.stdout.close)
         self.addCleanup(bus.wait)
         self.addCleanup(bus.terminate)
-        self.environment = {"DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip()}
+        self.environment = dict(self.environment, DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
 
     def open_portal(self, scheme):
         program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
@@ -74,6 +74,25 @@ class Light(PortalTest):
 
     def test_becomes_dark_while_the_program_runs(self):
         self.assertEqual(self.portal.stdout.readline(), "asked\n")
+        self.await_light()
+        self.say(1)
+        self.await_dark()
+
+
+class DarkPlasma(PortalTest):
+    """The toolkit takes Plasma's colours at its start, and keeps them."""
+
+    environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
+    scheme = 1
+
+    def arrange(self):
+        (self.config / "kdeglobals").write_text(
+            "[Colors:Window]\nBackgroundNormal=42,46,50\n[Colors:View]\nBackgroundNormal=27,30,32\n")
+        super().arrange()
+
+    def test_becomes_light_and_dark_while_the_program_runs(self):
+        self.await_dark()
+        self.say(2)
         self.await_light()
         self.say(1)
         self.await_dark()

@@ -1,6 +1,7 @@
 #include "kits/interface/desktop/KdeSettings.h"
 
 #include "kits/interface/desktop/IniFile.h"
+#include "kits/interface/desktop/SettingsDesktop.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 
@@ -88,7 +89,7 @@ std::optional<bool> IsDarkColor(const std::string& value)
         if (part < 0 || part > 255)
             return std::nullopt;
     }
-    return (red * 11 + green * 16 + blue * 5) / 32 < 128;
+    return kits::IsDarkColor(make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue)));
 }
 
 std::optional<bool> IsDark()

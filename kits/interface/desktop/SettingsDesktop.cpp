@@ -169,6 +169,11 @@ std::optional<rgb_color> ParseHexColor(const std::string& text)
     return std::nullopt;
 }
 
+bool IsDarkColor(rgb_color color)
+{
+    return (color.red * 11 + color.green * 16 + color.blue * 5) / 32 < 128;
+}
+
 rgb_color Between(rgb_color first, rgb_color second)
 {
     const auto half = [](uint8 a, uint8 b) { return static_cast<uint8>((a + b + 1) / 2); };

@@ -74,4 +74,7 @@ std::optional<rgb_color> ParseHexColor(const std::string& text);
 /// The colour halfway between two.
 rgb_color Between(rgb_color first, rgb_color second);
 
+/// Whether light text reads better on it than dark.
+bool IsDarkColor(rgb_color color);
+
 } // namespace kits

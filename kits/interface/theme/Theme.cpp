@@ -1,5 +1,9 @@
 #include "kits/interface/theme/Theme.h"
 
+#include "kits/interface/screens/XSettings.h"
+#include "kits/interface/theme/DarkSigns.h"
+#include "kits/interface/theme/DesktopColors.h"
+#include "kits/interface/theme/Palettes.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/storage/FindDirectory.h"
@@ -9,12 +13,13 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPointer>
 #include <QTimer>
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -23,7 +28,6 @@ namespace kits::Theme {
 
 namespace {
 
-constexpr QColor kPanel(216, 216, 216);
 /// After the start's windows are drawn.
 constexpr int kAskLater = 300;
 /// Several settings change together.
@@ -32,54 +36,14 @@ constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kPortalSettings = "org.freedesktop.portal.Settings";
 
 bool sRuns = false;
-bool sDesktopIsDark = false;
+DarkSigns sSigns;
+/// What the signs say; nothing: the toolkit's own colours decide.
+std::optional<bool> sIsDark;
 bool sApplying = false;
 
 bool IsDarkColor(const QColor& color)
 {
     return qGray(color.rgb()) < 128;
-}
-
-/// The roles that make up panels and controls; the rest stays the user's.
-QPalette LightSet()
-{
-    QPalette set;
-    const auto put = [&set](QPalette::ColorRole role, const QColor& color) { set.setColor(role, color); };
-    put(QPalette::Window, kPanel);
-    put(QPalette::Button, QColor(232, 232, 232));
-    put(QPalette::Midlight, QColor(228, 228, 228));
-    put(QPalette::Mid, QColor(176, 176, 176));
-    put(QPalette::Dark, QColor(148, 148, 148));
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        set.setColor(QPalette::Disabled, role, QColor(128, 128, 128));
-    return set;
-}
-
-QPalette DarkSet()
-{
-    const QColor text(230, 230, 230);
-    const QColor dim(138, 138, 138);
-    QPalette set(QColor(76, 76, 76), QColor(54, 54, 54));
-    const auto put = [&set](QPalette::ColorRole role, const QColor& color) { set.setColor(role, color); };
-    for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-        put(role, text);
-        set.setColor(QPalette::Disabled, role, dim);
-    }
-    put(QPalette::Base, QColor(28, 28, 28));
-    put(QPalette::AlternateBase, QColor(38, 38, 38));
-    put(QPalette::ToolTipBase, QColor(70, 70, 70));
-    put(QPalette::PlaceholderText, dim);
-    put(QPalette::Light, QColor(104, 104, 104));
-    put(QPalette::Midlight, QColor(88, 88, 88));
-    put(QPalette::Mid, QColor(36, 36, 36));
-    put(QPalette::Dark, QColor(28, 28, 28));
-    put(QPalette::Shadow, QColor(12, 12, 12));
-    put(QPalette::Highlight, QColor(53, 132, 228));
-    put(QPalette::HighlightedText, Qt::white);
-    put(QPalette::Link, QColor(98, 160, 234));
-    put(QPalette::BrightText, Qt::white);
-    return set;
 }
 
 void TellViews()
@@ -91,18 +55,20 @@ void TellViews()
 void Apply()
 {
     sApplying = true;
-    // Without ours: what the toolkit took from the desktop.
+    // Without ours: what the toolkit took from the desktop, at its start in some cases.
     QGuiApplication::setPalette(QPalette());
-    if (!IsDarkColor(QGuiApplication::palette().color(QPalette::Base)))
-        QGuiApplication::setPalette(sDesktopIsDark ? DarkSet() : LightSet());
+    const bool toolkitIsDark = IsDarkColor(QGuiApplication::palette().color(QPalette::Base));
+    const bool dark = sIsDark.value_or(toolkitIsDark);
+    if (dark != toolkitIsDark)
+        QGuiApplication::setPalette(dark ? Palettes::Dark() : Palettes::Light());
+    else if (!dark)
+        QGuiApplication::setPalette(Palettes::LightPanels());
     sApplying = false;
     TellViews();
 }
 
-bool GtkIsDark()
+bool GtkFilesAreDark()
 {
-    if (const char* theme = std::getenv("GTK_THEME"); theme != nullptr && *theme != '\0')
-        return ThemeNameIsDark(theme);
     BPath settings;
     if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) != B_OK)
         return false;
@@ -113,6 +79,75 @@ bool GtkIsDark()
             return true;
     }
     return false;
+}
+
+/// Takes in the signs that can be had without waiting; the portal's is as it was told last.
+void ReadSigns()
+{
+    const char* environment = std::getenv("GTK_THEME");
+    sSigns.environment = environment != nullptr ? environment : "";
+    sSigns.fileIsDark = GtkFilesAreDark();
+    sSigns.desktop = DesktopColors::AreDark();
+    const XSettings& settings = XSettingsWatch::Current();
+    sSigns.themeName = settings.Text("Net/ThemeName");
+    sSigns.prefersDark = settings.Integer("Gtk/ApplicationPreferDarkTheme").value_or(0) != 0;
+}
+
+void Judge()
+{
+    if (sRuns)
+        SetDesktopIsDark(sSigns.IsDark());
+}
+
+/// A timer that calls once, a moment after it was started last.
+QTimer* MakeSoon(void (*call)())
+{
+    auto* soon = new QTimer(qApp);
+    soon->setSingleShot(true);
+    soon->setInterval(kAskAgain);
+    QObject::connect(soon, &QTimer::timeout, qApp, call);
+    return soon;
+}
+
+void ReadAndJudge()
+{
+    ReadSigns();
+    Judge();
+}
+
+/// Reads the desktop's own settings again whenever they change.
+void FollowFiles()
+{
+    const std::vector<std::string> names = DesktopColors::Files();
+    if (!sRuns || names.empty())
+        return;
+    static QPointer<QFileSystemWatcher> watcher;
+    if (watcher != nullptr)
+        return;
+    watcher = new QFileSystemWatcher(qApp);
+    // A file that is replaced has to be watched anew, which its folder tells.
+    const auto watch = [names] {
+        QStringList paths;
+        for (const std::string& name : names) {
+            const QFileInfo file(QString::fromStdString(name));
+            for (const QString& path : {file.path(), file.filePath()}) {
+                if (QFileInfo::exists(path))
+                    paths << path;
+            }
+        }
+        if (!paths.isEmpty())
+            watcher->addPaths(paths);
+    };
+    QTimer* soon = MakeSoon(ReadAndJudge);
+    const auto changed = [watch, soon] {
+        watch();
+        soon->start();
+    };
+    QObject::connect(watcher, &QFileSystemWatcher::fileChanged, qApp, changed);
+    QObject::connect(watcher, &QFileSystemWatcher::directoryChanged, qApp, changed);
+    watch();
+    // What has changed since the start.
+    ReadAndJudge();
 }
 
 /// Asks the portal, if it runs; it is not started for this.
@@ -129,14 +164,13 @@ void AskPortal()
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, qApp, [](QDBusPendingCallWatcher* watcher) {
         watcher->deleteLater();
         const QDBusMessage reply = watcher->reply();
-        if (!sRuns || reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-            return;
-        QVariant value = reply.arguments().first();
+        QVariant value;
+        if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+            value = reply.arguments().first();
         while (value.canConvert<QDBusVariant>())
             value = value.value<QDBusVariant>().variant();
-        // 1 prefers dark, 2 light; of one without an opinion others may know.
-        const uint scheme = value.toUInt();
-        SetDesktopIsDark(scheme == 1 || (scheme != 2 && GtkIsDark()));
+        sSigns.portal = value.toUInt();
+        Judge();
     });
 }
 
@@ -147,10 +181,7 @@ void FollowPortal()
         return;
     static QPointer<QTimer> soon;
     if (soon == nullptr) {
-        soon = new QTimer(qApp);
-        soon->setSingleShot(true);
-        soon->setInterval(kAskAgain);
-        QObject::connect(soon, &QTimer::timeout, qApp, AskPortal);
+        soon = MakeSoon(AskPortal);
         // Of no certain sender: to look for that would wait for an answer, and this only leads to a question.
         QDBusConnection::sessionBus().connect(QString(), QString::fromLatin1(kPortalPath),
                                               QString::fromLatin1(kPortalSettings), QStringLiteral("SettingChanged"),
@@ -164,9 +195,13 @@ void FollowPortal()
 void Start()
 {
     sRuns = true;
-    sDesktopIsDark = GtkIsDark();
+    sSigns = {};
+    ReadSigns();
+    sIsDark = sSigns.IsDark();
     Apply();
+    XSettingsWatch::CallOnChange(ReadAndJudge);
     QTimer::singleShot(kAskLater, qApp, FollowPortal);
+    QTimer::singleShot(kAskLater, qApp, FollowFiles);
 }
 
 void Stop()
@@ -189,38 +224,12 @@ bool IsDark()
     return IsDarkColor(QGuiApplication::palette().color(QPalette::Window));
 }
 
-void SetDesktopIsDark(bool dark)
+void SetDesktopIsDark(std::optional<bool> dark)
 {
-    if (dark == sDesktopIsDark)
+    if (dark == sIsDark)
         return;
-    sDesktopIsDark = dark;
+    sIsDark = dark;
     Apply();
-}
-
-bool ThemeNameIsDark(const std::string& name)
-{
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
-    return lower.ends_with(":dark") || lower.ends_with("-dark");
-}
-
-bool SettingsAreDark(const std::string& ini)
-{
-    bool dark = false;
-    std::istringstream lines(ini);
-    for (std::string line; std::getline(lines, line);) {
-        std::erase_if(line, [](unsigned char c) { return std::isspace(c) || c == '"'; });
-        const size_t sign = line.find('=');
-        if (sign == std::string::npos)
-            continue;
-        const std::string key = line.substr(0, sign);
-        const std::string value = line.substr(sign + 1);
-        if (key == "gtk-application-prefer-dark-theme")
-            dark = dark || value == "1" || value == "true" || value == "yes";
-        else if (key == "gtk-theme-name")
-            dark = dark || ThemeNameIsDark(value);
-    }
-    return dark;
 }
 
 } // namespace kits::Theme

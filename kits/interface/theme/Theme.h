@@ -1,15 +1,19 @@
 #pragma once
 
-#include <string>
+#include <optional>
 
 namespace kits {
 
 /// The colours that controls, menus and windows have.
 ///
-/// On a light desktop they are the user's, on the platform's grey panels. On a dark one they are the user's where the
-/// toolkit knows them, else a dark set of ours. Whether the desktop is dark the toolkit knows of some desktops; of the
-/// others GTK_THEME and GTK's settings file tell at the start, and the desktop portal a moment later, when it says that
-/// a setting changed, and whenever the program comes to the front. Main thread.
+/// On a light desktop they are the user's, on the platform's grey panels; on a dark one they are the user's where the
+/// toolkit knows them, else a dark set of ours. A toolkit that has taken a desktop's colours at its start does not know
+/// that they have changed: then they are ours, light or dark.
+///
+/// How dark the desktop is its signs tell (DarkSigns). At the start they are read from what is at hand: the
+/// environment, the settings that the X server passes on, and files. The desktop portal is asked a moment later, when
+/// it says that a setting changed, and whenever the program comes to the front; the others are read again when they
+/// change. Main thread.
 namespace Theme {
 
 /// After the toolkit's application object is made; asks nothing that takes time.
@@ -22,13 +26,8 @@ void Watch(int eventType);
 /// Whether the panels are dark.
 bool IsDark();
 
-/// What GTK's settings say, from the text of its settings.ini.
-bool SettingsAreDark(const std::string& ini);
-/// What the environment variable GTK_THEME says; empty: nothing.
-bool ThemeNameIsDark(const std::string& name);
-
-/// As if the desktop had said so.
-void SetDesktopIsDark(bool dark);
+/// As if the desktop had said so; nothing: as if there were no sign.
+void SetDesktopIsDark(std::optional<bool> dark);
 
 } // namespace Theme
 

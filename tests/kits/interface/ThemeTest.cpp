@@ -97,17 +97,3 @@ TEST_F(Theme, IsFollowedByWindowsThatAreOpen)
     EXPECT_EQ(second->ViewColor(), make_color(1, 2, 3));
     window->Quit();
 }
-
-TEST_F(Theme, IsReadFromTheSettingsOfTheDesktop)
-{
-    EXPECT_FALSE(kits::Theme::SettingsAreDark(""));
-    EXPECT_TRUE(kits::Theme::SettingsAreDark("[Settings]\ngtk-application-prefer-dark-theme=1\n"));
-    EXPECT_TRUE(kits::Theme::SettingsAreDark("[Settings]\n gtk-application-prefer-dark-theme = true\r\n"));
-    EXPECT_FALSE(
-        kits::Theme::SettingsAreDark("[Settings]\ngtk-application-prefer-dark-theme=0\ngtk-theme-name=Some\n"));
-    EXPECT_TRUE(kits::Theme::SettingsAreDark("gtk-theme-name=\"Some-Dark\""));
-    EXPECT_FALSE(kits::Theme::SettingsAreDark("=\n==\n\xff\xfe gtk-theme-name\ngtk-font-name=Dark 10"));
-    EXPECT_TRUE(kits::Theme::ThemeNameIsDark("Some:dark"));
-    EXPECT_FALSE(kits::Theme::ThemeNameIsDark("Darkness"));
-    EXPECT_FALSE(kits::Theme::ThemeNameIsDark(""));
-}

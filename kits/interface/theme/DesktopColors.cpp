@@ -1,0 +1,57 @@
+#include "kits/interface/theme/DesktopColors.h"
+
+#include "kits/interface/desktop/IniFile.h"
+#include "kits/interface/desktop/KdeSettings.h"
+#include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/storage/FindDirectory.h"
+#include "kits/storage/Path.h"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace kits::DesktopColors {
+
+namespace {
+
+bool IsSessionOf(const std::string& desktop)
+{
+    const char* names = std::getenv("XDG_CURRENT_DESKTOP");
+    std::istringstream list(names != nullptr ? names : "");
+    for (std::string name; std::getline(list, name, ':');) {
+        if (name == desktop)
+            return true;
+    }
+    return false;
+}
+
+std::string LxqtFile()
+{
+    BPath settings;
+    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) == B_OK
+               ? std::string(settings.Path()) + "/lxqt/lxqt.conf"
+               : "";
+}
+
+} // namespace
+
+std::optional<bool> AreDark()
+{
+    if (IsSessionOf("KDE"))
+        return KdeSettings::IsDark();
+    if (!IsSessionOf("LXQt"))
+        return std::nullopt;
+    const std::string value = IniFile::Read(LxqtFile()).Value("Palette", "window_color").value_or("");
+    const std::optional<rgb_color> color = ParseHexColor(value);
+    return color ? std::optional(IsDarkColor(*color)) : std::nullopt;
+}
+
+std::vector<std::string> Files()
+{
+    if (IsSessionOf("KDE"))
+        return KdeSettings::FilesOfIsDark();
+    if (IsSessionOf("LXQt") && !LxqtFile().empty())
+        return {LxqtFile()};
+    return {};
+}
+
+} // namespace kits::DesktopColors
