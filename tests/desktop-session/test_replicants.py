@@ -212,8 +212,10 @@ class OnDesktop(ReplicantsTest):
         self.assertEqual(self.desktop.output("xdotool", "getactivewindow").strip(), str(self.window))
         state = self.desktop.output("xprop", "-id", str(self.chart), "_NET_WM_STATE", "_NET_WM_DESKTOP",
                                     "_NET_WM_WINDOW_TYPE")
-        for word in ("BELOW", "SKIP_TASKBAR", "SKIP_PAGER", "4294967295", "TYPE_NORMAL"):
+        for word in ("BELOW", "SKIP_TASKBAR", "SKIP_PAGER", "4294967295"):
             self.assertIn(word, state)
+        # A click would raise the desktop's own window over it.
+        self.assertNotIn("TYPE_DESKTOP", state)
 
 
 class Session(ReplicantsTest):

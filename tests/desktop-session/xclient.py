@@ -99,6 +99,12 @@ class Client:
         self._ask(b"_NET_WM_STATE", window, int(maximised), self._atom(b"_NET_WM_STATE_MAXIMIZED_VERT"),
                   self._atom(b"_NET_WM_STATE_MAXIMIZED_HORZ"), 2)
 
+    def show_desktop(self, shown):
+        """Asks for the desktop alone, as a button in the panel does, or for the windows again."""
+        root = X.XDefaultRootWindow(self._display)
+        self._ask(b"_NET_SHOWING_DESKTOP", root, int(shown))
+        X.XSync(self._display, 0)
+
     def await_manager(self, timeout):
         """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
         handles everything in order: it has the press behind it when it answers what is asked now."""

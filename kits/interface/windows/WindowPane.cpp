@@ -5,6 +5,7 @@
 #include "kits/interface/dragging/Drag.h"
 #include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/DesktopLayer.h"
+#include "kits/interface/windows/StayShown.h"
 #include "kits/interface/windows/WindowImpl.h"
 
 #include <QCloseEvent>
@@ -133,6 +134,7 @@ void WindowPane::WatchWindow()
         fImpl->fTracker.SetPlaceless();
     if (IsOfDesktop()) {
         DesktopLayer::MarkAsDesktopWindow(*fWatched);
+        StayShown::Keep(*fWatched);
         DesktopLayer::WatchCompositor(RepaintDesktopWindows);
     }
     if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
@@ -160,8 +162,10 @@ void WindowPane::Activate()
 // Of the system's window alone: the widget would be made anew.
 void WindowPane::AcceptFocus(bool accept)
 {
-    if (fWatched != nullptr && !IsWaylandHere())
+    if (fWatched != nullptr && !IsWaylandHere()) {
         fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
+        StayShown::LookAgain();
+    }
 }
 
 bool WindowPane::event(QEvent* event)

@@ -1,0 +1,24 @@
+#include "kits/interface/windows/StayShown.h"
+
+#include <QWindow>
+#include <gtest/gtest.h>
+
+using kits::StayShown::Way;
+using kits::StayShown::WayFor;
+
+TEST(StayShown, KnowsWindowManagersByTheirNames)
+{
+    for (const char* name : {"KWin", "Metacity (Marco)", "Metacity", "GNOME Shell", "Mutter (Muffin)", "Mutter(Gala)"})
+        EXPECT_EQ(WayFor(name), Way::kTransient) << name;
+    EXPECT_EQ(WayFor("Openbox"), Way::kSplash);
+    for (const char* name : {"Xfwm4", "i3", "Some other manager", ""})
+        EXPECT_EQ(WayFor(name), Way::kNone) << name;
+}
+
+TEST(StayShown, DoesNothingWithoutAnXServer)
+{
+    QWindow window;
+    kits::StayShown::Keep(window);
+    kits::StayShown::LookAgain();
+    EXPECT_EQ(window.handle(), nullptr);
+}
