@@ -14,7 +14,7 @@ enum : uint32 {
     B_READY_TO_RUN = '_RTR',    ///< to the application: the launch messages have been handled
     B_ARGV_RECEIVED = '_ARG',   ///< to the application: "argv" strings, "cwd" string
     B_REFS_RECEIVED = '_RRC',   ///< to the application: files to open
-    B_SILENT_RELAUNCH = 'AREL', ///< to a running application that was started a second time
+    B_SILENT_RELAUNCH = 'AREL', ///< to an application that was started a second time; comes before its Run() too
     B_PULSE = '_PUL',           ///< to a looper, at its pulse rate
     B_REPLY = 'RPLY',           ///< an answer without a code of its own
     B_NO_REPLY = 'NONE',        ///< the answer to a message that was deleted unanswered

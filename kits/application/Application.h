@@ -32,8 +32,10 @@ public:
     /// @param error     when not null, gets what InitCheck returns
     /// @param presence  a kSingle that runs already gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`: this
     ///                  process should then end, as if all were well, unless OtherDisplay() says that the user sees
-    ///                  nothing of that here. One that does not answer for five seconds gives `B_TIMED_OUT`. Where
-    ///                  other processes cannot be reached (no folder that is safe) it is hidden all the same.
+    ///                  nothing of that here. While the other one asks its user something before its Run(), the
+    ///                  constructor waits, and takes its place when it ends there. One that does not answer for five
+    ///                  seconds gives `B_TIMED_OUT`. Where other processes cannot be reached (no folder that is safe)
+    ///                  it is hidden all the same.
     explicit BApplication(const char* mimeType, status_t* error = nullptr,
                           kits::Presence presence = kits::Presence::kHidden);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
@@ -85,8 +87,9 @@ public:
 private:
     void HandleArguments(const BMessage& message);
     status_t MakePresent(kits::Presence presence);
-    /// That the user wants it again. `B_OK` if there is none, `B_BAD_HANDLER` if it is about to end.
-    status_t TellRunning();
+    /// That the user wants it again, or only asks it how far it is.
+    /// @return `B_OK` if there is none, `B_BAD_HANDLER` if it is about to end, `B_BUSY` if it does not run yet
+    status_t TellRunning(bool onlyAsks);
     void EndPresence();
 
     const std::string fSignature;

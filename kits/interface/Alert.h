@@ -56,6 +56,10 @@ public:
     /// @param invoker  owned from here; null tells nobody
     status_t Go(BInvoker* invoker);
 
+    /// Brings the alert that was opened last and is not answered to the front, on the workspace that the user sees.
+    /// Without one nothing happens. Main thread.
+    static void ActivateOpen();
+
     /// Closing the alert answers it with 0.
     bool QuitRequested() override;
 

@@ -30,7 +30,8 @@ enum window_look : int32 {
     B_BORDERED_WINDOW_LOOK = 1,
     B_TITLED_WINDOW_LOOK = 2,
     B_DOCUMENT_WINDOW_LOOK = 3,
-    B_MODAL_WINDOW_LOOK = 4, ///< a dialogue's
+    /// A border without a title bar, or at least without buttons in it; that of a dialog where the feel is modal.
+    B_MODAL_WINDOW_LOOK = 4,
     B_FLOATING_WINDOW_LOOK = 5
 };
 
@@ -145,6 +146,10 @@ public:
     /// In BRect widths; a minimum above its maximum moves the maximum up. The window is resized into the new limits.
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const;
+
+    /// B_CURRENT_WORKSPACE moves a window that was shown to the workspace that the user sees, as far as the window
+    /// manager allows. For one that was not shown, and for B_ALL_WORKSPACES, it counts when it is shown first.
+    void SetWorkspaces(uint32 workspaces);
 
     void SetTitle(const char* title);
     const char* Title() const;

@@ -18,6 +18,7 @@
 
 namespace {
 
+constexpr const char* kTitle = "Qel";
 constexpr BRect kDefaultChartFrame(0, 0, 300, 150);
 constexpr BRect kDefaultFrame(0, 0, 300, 200);
 
@@ -42,7 +43,7 @@ std::unique_ptr<BMenuItem> FileItem(const char* label, uint32 what, char shortcu
 } // namespace
 
 MainWindow::MainWindow(BRect frame, SmartWindow** ownerSlot)
-    : SmartWindow(frame, "Qel", nullptr, ownerSlot, 0)
+    : SmartWindow(frame, kTitle, nullptr, ownerSlot, 0)
 {
     Initialise();
     AddChartTab(new ChartViewHolder(BRect(0, 0, 100, 100)), kDefaultChartFrame);
@@ -50,7 +51,7 @@ MainWindow::MainWindow(BRect frame, SmartWindow** ownerSlot)
 }
 
 MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
-    : SmartWindow(archive, nullptr, ownerSlot)
+    : SmartWindow(archive, kTitle, nullptr, ownerSlot)
 {
     const BRect frame = FindFrame(*archive, "WindowFrame", kDefaultFrame);
     ResizeTo(frame.Width(), frame.Height());

@@ -6,6 +6,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
+#include "kits/interface/Alert.h"
 #include "kits/interface/Screen.h"
 #include "kits/kernel/Clock.h"
 #include "kits/support/TypeConstants.h"
@@ -139,9 +140,11 @@ void QelApp::MessageReceived(BMessage* message)
 void QelApp::BringToFront()
 {
     if (fMainWindow != nullptr) {
+        fMainWindow->SetWorkspaces(B_CURRENT_WORKSPACE);
         fMainWindow->Minimize(false);
         fMainWindow->Activate(true);
     }
+    BAlert::ActivateOpen();
 }
 
 void QelApp::OpenPrefsWindow()
@@ -150,11 +153,12 @@ void QelApp::OpenPrefsWindow()
         fPrefsWindow->Activate(true);
         return;
     }
+    const char* const title = Tr("Global preferences");
     PrefsWindow* window = nullptr;
     if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK) {
-        window = new PrefsWindow(&fPrefsWindowArchive, nullptr, &fPrefsWindow);
+        window = new PrefsWindow(&fPrefsWindowArchive, title, nullptr, &fPrefsWindow);
     } else {
-        window = new PrefsWindow(kFirstPrefsFrame, Tr("Global preferences"), nullptr, &fPrefsWindow);
+        window = new PrefsWindow(kFirstPrefsFrame, title, nullptr, &fPrefsWindow);
     }
     fPrefsWindow = window;
     window->AddPrefsTab(new SysinfoTab(fSampler.get()));

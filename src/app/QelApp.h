@@ -21,7 +21,8 @@ class Sysinfo;
 ///   change the sampler; without their field or with a useless value they are ignored.
 /// - `MSG_LAUNCHED_BY_REPLICANT`, before `ReadyToRun`: the window starts minimised.
 /// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more, see ConnectionRequest.h.
-/// - `B_SILENT_RELAUNCH`, from a second start of the program: the main window comes to the front.
+/// - `B_SILENT_RELAUNCH`, from a second start of the program: the main window comes to the current workspace and to
+///   the front, and an alert in front of that; the latter also while there is no window yet.
 /// - `MSG_OPEN_GLOBAL_PREFS`: opens the sampler's preferences, or brings them to the front.
 /// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
 class QelApp : public BApplication {

@@ -12,7 +12,7 @@ SmartWindow::SmartWindow(BRect frame, const char* title, BHandler* target, Smart
 {
 }
 
-SmartWindow::SmartWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot)
+SmartWindow::SmartWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot)
     : BWindow(archive)
     , fTarget(target)
     , fOwnerSlot(ownerSlot)
@@ -21,6 +21,7 @@ SmartWindow::SmartWindow(BMessage* archive, BHandler* target, SmartWindow** owne
     if (archive->FindInt32("sw:flags", &flags) == B_OK) {
         fFlags = static_cast<uint32>(flags);
     }
+    SetTitle(title);
 }
 
 SmartWindow::~SmartWindow()

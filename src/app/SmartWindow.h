@@ -22,7 +22,8 @@ public:
     SmartWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot, uint32 flags);
 
     /// A window as it was archived; the flags come from "sw:flags", 0 when that is absent.
-    SmartWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot);
+    /// @param title  in the language of this session; the archived one may be in another
+    SmartWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot);
 
     /// Stores null through the owner slot.
     ~SmartWindow() override;

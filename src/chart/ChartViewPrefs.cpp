@@ -16,11 +16,12 @@ void ChartView::OpenPrefs()
         fPrefsWindow->Activate();
         return;
     }
+    const char* const title = Tr("Chart preferences");
     PrefsWindow* window = nullptr;
     if (fPrefsWindowArchive.IsEmpty())
-        window = new PrefsWindow(BRect(50, 50, 490, 330), Tr("Chart preferences"), this, &fPrefsWindow);
+        window = new PrefsWindow(BRect(50, 50, 490, 330), title, this, &fPrefsWindow);
     else
-        window = new PrefsWindow(&fPrefsWindowArchive, this, &fPrefsWindow);
+        window = new PrefsWindow(&fPrefsWindowArchive, title, this, &fPrefsWindow);
     fPrefsWindow = window;
     window->AddPrefsTab(new ChartGeneralTab(this));
     window->AddPrefsTab(new ChartColorTab(this));

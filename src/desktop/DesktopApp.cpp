@@ -252,6 +252,12 @@ void DesktopApp::Save()
 
 bool DesktopApp::QuitRequested()
 {
+    bool isShortcut = false;
+    if (CurrentMessage() != nullptr && CurrentMessage()->FindBool("shortcut", &isShortcut) == B_OK && isShortcut) {
+        // Who presses Ctrl+Q means the program as a whole; its charts on the desktop stay.
+        BMessenger(signature).SendMessage(B_QUIT_REQUESTED);
+        return false;
+    }
     // Another chart came while the last one went.
     if (fIsEnding && !IsEmpty()) {
         fIsEnding = false;

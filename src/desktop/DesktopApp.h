@@ -40,7 +40,8 @@ public:
     /// Ends when there is nothing to show.
     void ReadyToRun() override;
     void MessageReceived(BMessage* message) override;
-    /// Keeps everything, then ends.
+    /// Keeps everything, then ends. When the key for it was pressed the application is asked to quit instead, and the
+    /// charts stay: a window of this program does not look like one of another program's.
     bool QuitRequested() override;
 
     /// Takes a window off the desktop, for good.

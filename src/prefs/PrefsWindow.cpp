@@ -17,8 +17,8 @@ PrefsWindow::PrefsWindow(BRect frame, const char* title, BHandler* target, Smart
     initialise();
 }
 
-PrefsWindow::PrefsWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot)
-    : SmartWindow(archive, target, ownerSlot)
+PrefsWindow::PrefsWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot)
+    : SmartWindow(archive, title, target, ownerSlot)
 {
     initialise();
 }

@@ -18,8 +18,8 @@ public:
     /// @param target     gets MSG_WINDOW_CLOSED; null for the application
     /// @param ownerSlot  the owner's pointer to the window, or null
     PrefsWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot);
-    /// A window as it was archived.
-    PrefsWindow(BMessage* archive, BHandler* target, SmartWindow** ownerSlot);
+    /// A window as it was archived, but for its title.
+    PrefsWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot);
 
     /// Adds a page behind the others; it belongs to the window. The first one is selected.
     void AddPrefsTab(PrefsTab* page);

@@ -70,6 +70,13 @@ class Signal(EndTest):
     test_in_an_alert = EndTest.check_alert
 
 
+class Key(EndTest):
+    def end(self):
+        self.desktop.key("ctrl+q")
+
+    test_in_an_alert = EndTest.check_alert
+
+
 class Closing(EndTest):
     def end(self):
         """As a task bar does, whatever has keyboard and pointer."""

@@ -31,13 +31,27 @@ class SecondStart(ProcessesTest, ChartsTest):
         self.assertEqual(self.run_beside(), (0, "", ""))
         wait_until(lambda: self.desktop.output("xdotool", "getactivewindow").strip() == str(self.window),
                    "the window to be the active one")
-        self.assertEqual(self.shown(), [self.window])
+        # The window manager may show and hide it on its way.
+        wait_until(lambda: self.shown() == [self.window] and self.picture(), "a window that stays")
         self.await_change()
 
     def test_brings_back_what_was_minimised(self):
         self.desktop.xdotool("windowminimize", self.window)
         wait_until(lambda: not self.shown(), "the window to go")
         self.assert_brings_the_first_to_the_front()
+
+    def test_brings_what_is_on_another_workspace(self):
+        for state in ("shown", "minimised"):
+            with self.subTest(state):
+                if state == "minimised":
+                    self.desktop.xdotool("windowminimize", self.window)
+                here = self.desktop.xdotool("get_desktop").strip()
+                there = "1" if here == "0" else "0"
+                self.desktop.xdotool("set_desktop", there)
+                self.addCleanup(self.desktop.xdotool, "set_desktop", here)
+                wait_until(lambda: not self.shown(), "a workspace without the window")
+                self.assert_brings_the_first_to_the_front()
+                self.assertEqual(self.desktop.xdotool("get_desktop").strip(), there)
 
     def test_brings_forward_what_is_behind_another_program(self):
         other = subprocess.Popen(["xmessage", "-title", "another program", "in front"], env=self.desktop.environment)

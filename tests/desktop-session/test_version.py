@@ -1,6 +1,7 @@
 """What becomes of settings that another version of the program left."""
 
 import signal
+import time
 
 from desktop import DesktopTest, wait_until
 
@@ -72,6 +73,45 @@ class VersionTest(DesktopTest):
         self.quit()
         self.assertIn(b"0.3.0", self.stored())
         self.assertIn(b"All CPUs", self.stored())
+
+    def test_the_quit_key_ends_the_question_and_writes_nothing(self):
+        self.start_with("0.2.9")
+        self.desktop.key("ctrl+q", window=self.window)
+        self.assert_ends_well(self.program)
+        self.assertEqual(self.stored(), self.before)
+
+    def start_again_elsewhere(self):
+        """From another workspace; waits until the question is there."""
+        self.desktop.xdotool("set_desktop", 1)
+        self.addCleanup(self.desktop.xdotool, "set_desktop", 0)
+        wait_until(lambda: self.window not in self.desktop.windows(QUESTION), "a workspace without the question")
+        second = self.start()
+        wait_until(lambda: self.window in self.desktop.windows(QUESTION), "the question on this workspace")
+        wait_until(lambda: self.desktop.output("xdotool", "getactivewindow").strip() == str(self.window), "its focus")
+        self.assertEqual(len(self.desktop.windows(QUESTION)), 1)
+        self.assertIsNone(second.process.poll())
+        return second
+
+    def test_a_second_start_raises_the_question_and_ends_when_it_is_answered(self):
+        self.start_with("0.2.9")
+        second = self.start_again_elsewhere()
+        # Longer than a program may take to answer.
+        begun = time.monotonic()
+        wait_until(lambda: time.monotonic() > begun + 6, "six seconds")
+        self.desktop.key("Return", window=self.window)
+        self.await_main_window()
+        self.assert_ends_well(second)
+        self.quit()
+
+    def test_a_second_start_opens_its_window_when_the_first_ends_at_the_question(self):
+        self.start_with("0.2.9")
+        second = self.start_again_elsewhere()
+        (self.config / STORE).write_bytes(store_of("0.3.0"))
+        self.desktop.key("ctrl+q", window=self.window)
+        self.assert_ends_well(self.program)
+        self.program = second
+        self.await_main_window()
+        self.quit()
 
     def test_nothing_is_asked_about_this_version(self):
         self.start_with("0.3.0")

@@ -158,7 +158,9 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, si
             ++looper->countWaiting;
             fWeight += weight;
             isQuitHeldBack = !looper->isStarted && message->what == B_QUIT_REQUESTED;
-            std::deque<Parcel>& queue = looper->isStarted ? fQueue : looper->held;
+            // Who starts the program again while it asks something before it runs is answered at once.
+            const bool isHeld = !looper->isStarted && message->what != B_SILENT_RELAUNCH;
+            std::deque<Parcel>& queue = isHeld ? looper->held : fQueue;
             const uint32 code = message->what;
             queue.push_back({target, handler.looper, std::move(message), weight});
             if (newestWins)

@@ -49,10 +49,13 @@ constexpr FieldRange kRows[] = {
     {"which", B_INT32_TYPE, 0, 2},
     {"minimize", B_BOOL_TYPE, 0, 1},
     {"active", B_BOOL_TYPE, 0, 1},
+    {"shortcut", B_BOOL_TYPE, 0, 1},
     // Between programs.
     {"argv", B_STRING_TYPE, 0, kLongestText},
     {"team", B_INT32_TYPE, 0, kMostNumber},
     {"signature", B_STRING_TYPE, 0, kLongestName},
+    {"only_asks", B_BOOL_TYPE, 0, 1},
+    {"is_ready", B_BOOL_TYPE, 0, 1},
 };
 
 } // namespace

@@ -25,6 +25,11 @@ constexpr bigtime_t kLongestWaitForLaunch = 30000000;
 constexpr bigtime_t kLongestWaitForOthers = 1000000;
 constexpr bigtime_t kLongestWaitForAnswer = 5000000;
 constexpr bigtime_t kPauseForTheEnd = 20000;
+constexpr bigtime_t kPauseForTheUser = 100000;
+
+// Of B_SILENT_RELAUNCH and of the answer.
+constexpr const char* kOnlyAsks = "only_asks";
+constexpr const char* kIsReady = "is_ready";
 
 constexpr const char* kDisplayVariables[] = {"WAYLAND_DISPLAY", "DISPLAY"};
 
@@ -96,33 +101,40 @@ status_t BApplication::MakePresent(kits::Presence presence)
     kits::TeamFolder folder;
     kits::LaunchLock lock;
     if (presence == kits::Presence::kSingle && folder.Open() == B_OK) {
-        const bigtime_t end = system_time() + kLongestWaitForLaunch;
+        bigtime_t end = system_time() + kLongestWaitForLaunch;
         status_t status;
+        bool isTold = false;
         do {
             // Whoever has started this program has the lock for it.
             if (!grant.isLaunched)
                 lock.Take(folder, fSignature, kLongestWaitForLaunch);
-            status = TellRunning();
+            status = TellRunning(isTold);
             if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
                 return status;
-            if (status == B_BAD_HANDLER) {
-                // It ends, and wants the lock for that.
+            // It ends and wants the lock for that, or its user thinks about an answer and may end it.
+            if (status != B_OK)
                 lock = kits::LaunchLock();
+            if (status == B_BAD_HANDLER) {
                 snooze(kPauseForTheEnd);
+            } else if (status == B_BUSY) {
+                isTold = true;
+                snooze(kPauseForTheUser);
+                end = system_time() + kLongestWaitForLaunch;
             }
-        } while (status == B_BAD_HANDLER && system_time() < end);
+        } while (status != B_OK && system_time() < end);
     }
     fPresence = presence;
     kits::TeamPort::Get().SetSignature(fSignature);
     return B_OK;
 }
 
-status_t BApplication::TellRunning()
+status_t BApplication::TellRunning(bool onlyAsks)
 {
     const BMessenger running(fSignature.c_str());
     if (!running.IsValid())
         return B_OK;
-    const BMessage again(B_SILENT_RELAUNCH);
+    BMessage again(B_SILENT_RELAUNCH);
+    again.AddBool(kOnlyAsks, onlyAsks);
     BMessage reply;
     const status_t status = running.SendMessage(&again, &reply, kLongestWaitForAnswer, kLongestWaitForAnswer);
     if (status == B_TIMED_OUT || status == B_WOULD_BLOCK)
@@ -130,7 +142,9 @@ status_t BApplication::TellRunning()
     if (status != B_OK)
         return B_BAD_HANDLER;
     fOtherDisplay = OtherDisplayIn(reply);
-    return B_ALREADY_RUNNING;
+    bool isReady = true;
+    reply.FindBool(kIsReady, &isReady);
+    return isReady || !fOtherDisplay.empty() ? B_ALREADY_RUNNING : B_BUSY;
 }
 
 void BApplication::EndPresence()
@@ -254,9 +268,13 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
         HandleArguments(*message);
         break;
     case B_SILENT_RELAUNCH: {
-        BLooper::DispatchMessage(message, handler);
+        bool onlyAsks = false;
+        message->FindBool(kOnlyAsks, &onlyAsks);
+        if (!onlyAsks)
+            BLooper::DispatchMessage(message, handler);
         BMessage reply(B_REPLY);
         AddDisplays(&reply);
+        reply.AddBool(kIsReady, fIsReady);
         message->SendReply(&reply);
         break;
     }

@@ -7,6 +7,7 @@
 #include "kits/interface/alerts/AlertWidget.h"
 #include "kits/interface/controls/Content.h"
 #include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/windows/WindowImpl.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -185,6 +186,20 @@ void BAlert::Answer(int32 index)
     }
     // The button that was pressed is still at work: what destroys it comes as a message.
     PostMessage(B_QUIT_REQUESTED);
+}
+
+void BAlert::ActivateOpen()
+{
+    BAlert* open = nullptr;
+    for (kits::WindowImpl* window : kits::WindowImpl::All()) {
+        auto* const alert = dynamic_cast<BAlert*>(window->fWindow);
+        if (alert != nullptr && !alert->IsHidden() && !alert->fIsAnswered)
+            open = alert;
+    }
+    if (open == nullptr)
+        return;
+    open->SetWorkspaces(B_CURRENT_WORKSPACE);
+    open->Activate();
 }
 
 bool BAlert::QuitRequested()

@@ -3,6 +3,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/interface/controls/Content.h"
 #include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/windows/WindowKeys.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -97,4 +98,5 @@ void BFilePanel::Show(const char* name, BWindow* above, std::function<void(const
             call(files.first().toStdString());
     });
     widget->show();
+    kits::WindowKeys::Watch(*widget);
 }

@@ -124,6 +124,42 @@ void ShowOnAllWorkspaces(const QWindow& window)
     SetProperty(server, static_cast<xcb_window_t>(window.winId()), atoms[0], XCB_ATOM_CARDINAL, {kAllWorkspaces});
 }
 
+void ShowBorderOnly(const QWindow& window)
+{
+    xcb_connection_t* const server = XServer();
+    if (server == nullptr)
+        return;
+    constexpr uint32_t kFunctionsAndDecorations = 3;
+    constexpr uint32_t kMove = 4;
+    constexpr uint32_t kBorder = 2;
+    const std::vector<xcb_atom_t> atoms = Atoms(server, {"_MOTIF_WM_HINTS"});
+    SetProperty(server, static_cast<xcb_window_t>(window.winId()), atoms[0], atoms[0],
+                {kFunctionsAndDecorations, kMove, kBorder, 0, 0});
+}
+
+void MoveToCurrentWorkspace(const QWindow& window)
+{
+    xcb_connection_t* const server = XServer();
+    if (server == nullptr)
+        return;
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_DESKTOP", "_NET_CURRENT_DESKTOP"});
+    const std::vector<uint32_t> its = Property(server, id, atoms[0]);
+    const std::vector<uint32_t> current = Property(server, Root(server), atoms[1]);
+    if (its.empty() || current.empty() || its[0] == kAllWorkspaces || its[0] == current[0])
+        return;
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = id;
+    request.type = atoms[0];
+    request.data.data32[0] = current[0];
+    request.data.data32[1] = 1; // an application asks, not a task bar
+    xcb_send_event(server, 0, Root(server), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&request));
+    xcb_flush(server);
+}
+
 bool IsDesktopAt(BPoint where)
 {
     xcb_connection_t* const server = XServer();

@@ -21,6 +21,13 @@ void MarkAsDesktopWindow(const QWindow& window);
 /// Has a window that is not yet shown on all workspaces.
 void ShowOnAllWorkspaces(const QWindow& window);
 
+/// Asks for a border without a title bar around a window that is not yet shown. Where a window manager shows a title
+/// bar all the same there are no buttons in it.
+void ShowBorderOnly(const QWindow& window);
+/// Moves a window that is or was shown from another workspace to the one that the user sees. One on all workspaces
+/// stays there. Asks the server.
+void MoveToCurrentWorkspace(const QWindow& window);
+
 /// Whether what lies topmost at a place of the screen is the bare desktop, or a window that belongs to it. Asks the
 /// server.
 bool IsDesktopAt(BPoint where);

@@ -288,6 +288,13 @@ void BWindow::GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, 
     *maxHeight = settings.maxHeight;
 }
 
+void BWindow::SetWorkspaces(uint32 workspaces)
+{
+    fImpl->fSettings.workspaces = workspaces;
+    if (workspaces == B_CURRENT_WORKSPACE)
+        fImpl->InMain([impl = fImpl.get()] { impl->fPane->MoveToCurrentWorkspace(); });
+}
+
 void BWindow::SetTitle(const char* title)
 {
     fImpl->fSettings.title = title != nullptr ? title : "";

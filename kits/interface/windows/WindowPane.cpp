@@ -7,6 +7,7 @@
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/StayShown.h"
 #include "kits/interface/windows/WindowImpl.h"
+#include "kits/interface/windows/WindowKeys.h"
 
 #include <QCloseEvent>
 #include <QDropEvent>
@@ -53,6 +54,9 @@ Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
     case B_BORDERED_WINDOW_LOOK:
         return flags | Qt::FramelessWindowHint;
     case B_MODAL_WINDOW_LOOK:
+        // No buttons. One that shuts out the others is a dialog, and can be closed as dialogs can.
+        if (settings.feel != B_MODAL_APP_WINDOW_FEEL)
+            return flags | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
         flags |= Qt::Dialog;
         break;
     case B_FLOATING_WINDOW_LOOK:
@@ -137,6 +141,8 @@ void WindowPane::WatchWindow()
         StayShown::Keep(*fWatched);
         DesktopLayer::WatchCompositor(RepaintDesktopWindows);
     }
+    if (fImpl->fSettings.look == B_MODAL_WINDOW_LOOK && fImpl->fSettings.feel != B_MODAL_APP_WINDOW_FEEL)
+        DesktopLayer::ShowBorderOnly(*fWatched);
     if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
         DesktopLayer::ShowOnAllWorkspaces(*fWatched);
     connect(fWatched, &QWindow::screenChanged, this, [this] {
@@ -168,6 +174,12 @@ void WindowPane::AcceptFocus(bool accept)
     }
 }
 
+void WindowPane::MoveToCurrentWorkspace()
+{
+    if (fWatched != nullptr)
+        DesktopLayer::MoveToCurrentWorkspace(*fWatched);
+}
+
 bool WindowPane::event(QEvent* event)
 {
     if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
@@ -193,6 +205,10 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
             fImpl->PlaceReported(place.x(), place.y());
             break;
         }
+        case QEvent::KeyPress:
+            if (WindowKeys::Handle(*static_cast<QKeyEvent*>(event), *this))
+                return true;
+            break;
         case QEvent::Expose:
             fImpl->ExposeReported();
             break;

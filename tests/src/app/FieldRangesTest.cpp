@@ -299,7 +299,7 @@ TEST_F(FieldRangesTest, WindowsStayInRangeWhateverTheyAreGiven)
         ExpectInRange(settings, "a main window");
         slot->Lock();
         slot->Quit();
-        slot = new PrefsWindow(&hostile, nullptr, &slot);
+        slot = new PrefsWindow(&hostile, "Test", nullptr, &slot);
         settings.MakeEmpty();
         EXPECT_EQ(slot->Archive(&settings, false), B_OK);
         ExpectInRange(settings, "a preferences window");

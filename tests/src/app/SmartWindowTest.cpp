@@ -94,9 +94,9 @@ TEST_F(SmartWindowTest, ComesBackFromItsArchive)
     Destroy(window);
 
     SmartWindow* slot = nullptr;
-    slot = new SmartWindow(&archive, nullptr, &slot);
+    slot = new SmartWindow(&archive, "Heute", nullptr, &slot);
     EXPECT_EQ(slot->Frame(), kFrame);
-    EXPECT_STREQ(slot->Title(), "A window");
+    EXPECT_STREQ(slot->Title(), "Heute");
     BMessage again;
     slot->Archive(&again, false);
     int32 flags = 0;
@@ -118,7 +118,7 @@ TEST_F(SmartWindowTest, HasNoFlagsWithoutThemInItsArchive)
     archive.RemoveName("sw:flags");
     KeeperLooper* looper = new KeeperLooper;
     looper->Run();
-    auto* window = new SmartWindow(&archive, &looper->fKeeper, nullptr);
+    auto* window = new SmartWindow(&archive, "", &looper->fKeeper, nullptr);
     window->AddChild(new BView(BRect(0, 0, 9, 9), "child", B_FOLLOW_NONE, 0));
     Run({[&](QelApp&) {
         EXPECT_TRUE(window->QuitRequested());

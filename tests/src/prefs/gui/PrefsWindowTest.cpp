@@ -203,10 +203,10 @@ TEST_F(PrefsWindowTest, ComesBackWhereItWas)
     PressButton("Cancel");
     BMessage archive;
     ASSERT_EQ(fOwner->last.FindMessage("Archive", &archive), B_OK);
-    auto* again = new PrefsWindow(&archive, fOwner, &fSlot);
+    auto* again = new PrefsWindow(&archive, "Test", fOwner, &fSlot);
     fSlot = again;
     EXPECT_EQ(again->Frame(), BRect(120, 130, 620, 530));
-    EXPECT_STREQ(again->Title(), "Test preferences");
+    EXPECT_STREQ(again->Title(), "Test");
     EXPECT_EQ(again->CountChildren(), 2);
 }
 
