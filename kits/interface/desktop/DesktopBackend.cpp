@@ -20,6 +20,10 @@ std::unique_ptr<SettingsDesktop> MakeSettingsDesktop()
     for (std::string name; std::getline(list, name, ':');) {
         if (name == "GNOME")
             return std::make_unique<GnomeDesktop>();
+        if (name == "X-Cinnamon")
+            return std::make_unique<GnomeDesktop>(GnomeDesktop::kCinnamon);
+        if (name == "MATE")
+            return std::make_unique<GnomeDesktop>(GnomeDesktop::kMate);
         if (name == "XFCE")
             return std::make_unique<XfceDesktop>();
         if (name == "KDE")

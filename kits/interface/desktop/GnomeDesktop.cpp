@@ -10,20 +10,14 @@ namespace kits {
 
 namespace {
 
-constexpr const char* kSchema = "org.gnome.desktop.background";
-constexpr const char* kPath = "/org/gnome/desktop/background/";
 constexpr const char* kInterface = "org.gnome.desktop.interface";
 
 constexpr const char* kColor = "primary-color";
 constexpr const char* kOtherColor = "secondary-color";
 constexpr const char* kShading = "color-shading-type";
-constexpr const char* kOptions = "picture-options";
-constexpr const char* kPicture = "picture-uri";
-constexpr const char* kDarkPicture = "picture-uri-dark";
 constexpr const char* kScheme = "color-scheme";
 
 constexpr const char* kSolid = "'solid'";
-constexpr const char* kNone = "'none'";
 
 /// Where no colour is set.
 constexpr rgb_color kBlack = make_color(0, 0, 0);
@@ -35,14 +29,14 @@ std::string Trimmed(const std::string& text)
 }
 
 /// Lines of a schema, a key and a value each.
-std::map<std::string, std::string> ValuesOf(const std::string& listed)
+std::map<std::string, std::string> ValuesOf(const std::string& listed, const std::string& schema)
 {
     std::map<std::string, std::string> values;
     std::istringstream lines(listed);
     for (std::string line; std::getline(lines, line);) {
         const size_t key = line.find(' ');
         const size_t value = key == std::string::npos ? key : line.find(' ', key + 1);
-        if (value != std::string::npos && line.compare(0, key, kSchema) == 0)
+        if (value != std::string::npos && line.compare(0, key, schema) == 0)
             values[line.substr(key + 1, value - key - 1)] = line.substr(value + 1);
     }
     return values;
@@ -50,54 +44,81 @@ std::map<std::string, std::string> ValuesOf(const std::string& listed)
 
 } // namespace
 
-GnomeDesktop::GnomeDesktop()
-    : fMonitor({"gsettings", "monitor", kSchema})
-    , fSchemeMonitor({"gsettings", "monitor", kInterface, kScheme})
+const GnomeDesktop::Family GnomeDesktop::kGnome{"gnome",
+                                                "org.gnome.desktop.background",
+                                                "/org/gnome/desktop/background/",
+                                                "picture-uri",
+                                                "picture-uri-dark",
+                                                "picture-options",
+                                                "'none'"};
+const GnomeDesktop::Family GnomeDesktop::kCinnamon{"cinnamon",
+                                                   "org.cinnamon.desktop.background",
+                                                   "/org/cinnamon/desktop/background/",
+                                                   "picture-uri",
+                                                   nullptr,
+                                                   "picture-options",
+                                                   "'none'"};
+// Its options know no picture-less one.
+const GnomeDesktop::Family GnomeDesktop::kMate{
+    "mate", "org.mate.background", "/org/mate/desktop/background/", "picture-filename", nullptr, "picture-filename",
+    "''"};
+
+GnomeDesktop::GnomeDesktop(const Family& family)
+    : fFamily(family)
+    , fMonitor({"gsettings", "monitor", family.schema})
 {
+    if (fFamily.darkPicture != nullptr)
+        fSchemeMonitor.emplace(std::vector<std::string>{"gsettings", "monitor", kInterface, kScheme});
 }
 
 std::optional<SettingsDesktop::Settings> GnomeDesktop::Current() const
 {
-    const std::optional<std::string> listed = Tool::Run({"gsettings", "list-recursively", kSchema});
+    using Part = SettingsDesktop::Kind;
+    const std::optional<std::string> listed = Tool::Run({"gsettings", "list-recursively", fFamily.schema});
     if (!listed)
         return std::nullopt;
-    const std::map<std::string, std::string> values = ValuesOf(*listed);
+    const std::map<std::string, std::string> values = ValuesOf(*listed, fFamily.schema);
     const bool canTell = Tool::Exists("dconf");
+    std::vector<std::pair<std::string, Part>> parts = {{kColor, Part::kColor},
+                                                       {kShading, Part::kStyle},
+                                                       {fFamily.pictureStyle, Part::kStyle},
+                                                       {kOtherColor, Part::kRead}};
+    for (const char* picture : {fFamily.picture, fFamily.darkPicture}) {
+        if (picture != nullptr && picture != std::string(fFamily.pictureStyle))
+            parts.emplace_back(picture, Part::kRead);
+    }
     Settings settings;
-    for (const auto& [key, kind] : {std::pair(kColor, Kind::kColor),
-                                    {kShading, Kind::kStyle},
-                                    {kOptions, Kind::kStyle},
-                                    {kOtherColor, Kind::kRead},
-                                    {kPicture, Kind::kRead},
-                                    {kDarkPicture, Kind::kRead}}) {
+    for (const auto& [key, part] : parts) {
         const auto value = values.find(key);
         if (value == values.end())
             continue;
         bool isSet = true;
-        if (canTell && kind != Kind::kRead) {
-            const std::optional<std::string> own = Tool::Run({"dconf", "read", std::string(kPath) + key});
+        if (canTell && part != Part::kRead) {
+            const std::optional<std::string> own = Tool::Run({"dconf", "read", fFamily.path + key});
             isSet = !own || !Trimmed(*own).empty();
         }
-        settings.push_back({key, kind, value->second, isSet});
+        settings.push_back({key, part, value->second, isSet});
     }
+    if (fFamily.darkPicture == nullptr)
+        return settings;
     if (const std::optional<std::string> scheme = Tool::Run({"gsettings", "get", kInterface, kScheme}))
-        settings.push_back({kScheme, Kind::kRead, Trimmed(*scheme), true});
+        settings.push_back({kScheme, Part::kRead, Trimmed(*scheme), true});
     return settings;
 }
 
 bool GnomeDesktop::Set(const std::string& key, const std::string& value)
 {
-    return Tool::Run({"gsettings", "set", kSchema, key, value}).has_value();
+    return Tool::Run({"gsettings", "set", fFamily.schema, key, value}).has_value();
 }
 
 bool GnomeDesktop::Unset(const std::string& key)
 {
-    return Tool::Run({"gsettings", "reset", kSchema, key}).has_value();
+    return Tool::Run({"gsettings", "reset", fFamily.schema, key}).has_value();
 }
 
 std::string GnomeDesktop::PlainStyle(const std::string& key) const
 {
-    return key == kShading ? kSolid : kNone;
+    return key == kShading ? kSolid : fFamily.noPicture;
 }
 
 std::string GnomeDesktop::FormatColor(rgb_color color) const
@@ -115,16 +136,16 @@ std::optional<rgb_color> GnomeDesktop::ParseColor(const std::string& value) cons
 std::optional<rgb_color> GnomeDesktop::Shown(const Settings& settings) const
 {
     const auto text = [&](const char* key) {
-        const std::string* value = Find(settings, key);
+        const std::string* value = key != nullptr ? Find(settings, key) : nullptr;
         return value != nullptr ? *value : std::string();
     };
     const std::optional<rgb_color> color = ParseColor(text(kColor));
     const std::optional<rgb_color> other = ParseColor(text(kOtherColor));
     const std::optional<rgb_color> plain = color && other && text(kShading) != kSolid ? Between(*color, *other) : color;
-    if (text(kOptions) != kNone) {
-        const bool isDark = text(kScheme) == "'prefer-dark'" && !Unquoted(text(kDarkPicture)).empty();
+    if (text(fFamily.pictureStyle) != fFamily.noPicture) {
+        const bool isDark = text(kScheme) == "'prefer-dark'" && !Unquoted(text(fFamily.darkPicture)).empty();
         if (const auto average =
-                AverageOfFile(Unquoted(text(isDark ? kDarkPicture : kPicture)), plain.value_or(kBlack)))
+                AverageOfFile(Unquoted(text(isDark ? fFamily.darkPicture : fFamily.picture)), plain.value_or(kBlack)))
             return average;
     }
     return plain;
@@ -133,8 +154,8 @@ std::optional<rgb_color> GnomeDesktop::Shown(const Settings& settings) const
 std::vector<int> GnomeDesktop::Descriptors() const
 {
     std::vector<int> descriptors;
-    for (const Tool* tool : {&fMonitor, &fSchemeMonitor}) {
-        if (tool->Descriptor() >= 0)
+    for (const Tool* tool : {&fMonitor, fSchemeMonitor ? &*fSchemeMonitor : nullptr}) {
+        if (tool != nullptr && tool->Descriptor() >= 0)
             descriptors.push_back(tool->Descriptor());
     }
     return descriptors;
@@ -143,14 +164,16 @@ std::vector<int> GnomeDesktop::Descriptors() const
 std::vector<std::string> GnomeDesktop::TakeChanges()
 {
     std::vector<std::string> changes = fMonitor.TakeLines();
-    for (std::string& line : fSchemeMonitor.TakeLines())
-        changes.push_back(std::move(line));
+    if (fSchemeMonitor) {
+        for (std::string& line : fSchemeMonitor->TakeLines())
+            changes.push_back(std::move(line));
+    }
     return changes;
 }
 
 bool GnomeDesktop::MayBeStyle(const std::string& change) const
 {
-    return change.rfind(kShading, 0) == 0 || change.rfind(kOptions, 0) == 0;
+    return change.rfind(kShading, 0) == 0 || change.rfind(fFamily.pictureStyle, 0) == 0;
 }
 
 } // namespace kits

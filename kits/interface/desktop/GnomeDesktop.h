@@ -4,13 +4,25 @@
 
 namespace kits {
 
-/// The background of GNOME, by its tools: gsettings, and dconf to tell what is set from what is a default. Without
-/// dconf everything counts as set.
+/// The background of GNOME and of the desktops that came from it, by its tools: gsettings, and dconf to tell what is
+/// set from what is a default. Without dconf everything counts as set.
 class GnomeDesktop : public SettingsDesktop {
 public:
-    GnomeDesktop();
+    /// What the settings of one of these desktops are called. Values are as gsettings prints them.
+    struct Family {
+        const char* name;
+        const char* schema;
+        const char* path; ///< of the schema, in dconf
+        const char* picture;
+        const char* darkPicture;  ///< null: there is none for dark windows
+        const char* pictureStyle; ///< what is set so that no picture is shown ...
+        const char* noPicture;    ///< ... to this
+    };
+    static const Family kGnome, kCinnamon, kMate;
 
-    const char* Name() const override { return "gnome"; }
+    explicit GnomeDesktop(const Family& family = kGnome);
+
+    const char* Name() const override { return fFamily.name; }
     std::vector<int> Descriptors() const override;
 
 protected:
@@ -25,8 +37,9 @@ protected:
     bool MayBeStyle(const std::string& change) const override;
 
 private:
+    const Family& fFamily;
     Tool fMonitor;
-    Tool fSchemeMonitor; ///< light and dark have pictures of their own
+    std::optional<Tool> fSchemeMonitor; ///< light and dark have pictures of their own
 };
 
 } // namespace kits

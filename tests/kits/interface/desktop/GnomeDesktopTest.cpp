@@ -221,5 +221,80 @@ TEST(SettingsTexts, OfColoursAreReadWhole)
         EXPECT_EQ(ParseHexColor(wrong), std::nullopt) << wrong;
 }
 
+/// Desktops that came from GNOME: a setting that shows a picture, and what it is without one.
+struct Descendant {
+    const GnomeDesktop::Family& family;
+    std::string picture;
+    std::string style;
+    std::string noPicture;
+    bool isAddress;
+};
+
+class DescendantsTest : public FakeToolsTest, public testing::WithParamInterface<Descendant> {
+protected:
+    void SetUp() override
+    {
+        FakeToolsTest::SetUp();
+        PutTool("gsettings", kSettingsTool);
+        PutTool("dconf", "key=${2##*/}\nif [ -e \"$FAKE/set-$key\" ]; then cat \"$FAKE/\"*.background/$key; fi\n");
+        std::filesystem::create_directory(folder.Path(GetParam().family.schema));
+        folder.Put(GetParam().family.schema + std::string(".news"), "");
+        Default("primary-color", "'#5891BC'");
+        Default("secondary-color", "'#3C8F25'");
+        Default("color-shading-type", "'vertical-gradient'");
+        Default("picture-options", "'zoom'");
+        Default(GetParam().picture, "'" + std::string(GetParam().isAddress ? "file://" : "") +
+                                        PutPicture("wall paper.ppm", kRed, kRed) + "'");
+    }
+    void Default(const std::string& key, const std::string& value)
+    {
+        folder.Put("defaults-" + key, value + "\n");
+        folder.Put(GetParam().family.schema + ("/" + key), value + "\n");
+    }
+    std::string Value(const std::string& key)
+    {
+        const std::string text = folder.Get(GetParam().family.schema + ("/" + key));
+        return text.substr(0, text.find('\n'));
+    }
+};
+
+TEST_P(DescendantsTest, IsReadPaintedAndPutBack)
+{
+    GnomeDesktop desktop(GetParam().family);
+    EXPECT_EQ(desktop.Name(), std::string(GetParam().family.name));
+    EXPECT_EQ(desktop.Read(), kRed);
+    const std::string before = Value(GetParam().style);
+    const std::optional<BMessage> kept = desktop.Keep();
+    ASSERT_TRUE(kept.has_value());
+    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_EQ(Value("primary-color"), "'#0304fa'");
+    EXPECT_EQ(Value("color-shading-type"), "'solid'");
+    EXPECT_EQ(Value(GetParam().style), GetParam().noPicture);
+    EXPECT_EQ(desktop.Read(), kBlue);
+    EXPECT_TRUE(desktop.IsPainted());
+    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(Value(GetParam().style), before);
+    EXPECT_EQ(Value("primary-color"), "'#5891BC'");
+    EXPECT_EQ(Value("color-shading-type"), "'vertical-gradient'");
+    EXPECT_FALSE(folder.Has("set-primary-color"));
+    EXPECT_EQ(desktop.Read(), kRed);
+}
+
+TEST_P(DescendantsTest, HearsOfChangesAndIsChangedForGood)
+{
+    GnomeDesktop desktop(GetParam().family);
+    EXPECT_EQ(desktop.Descriptors().size(), 1u);
+    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
+    EXPECT_TRUE(AwaitNews(desktop));
+    EXPECT_EQ(desktop.Read(), kBlue);
+    EXPECT_TRUE(folder.Has("set-primary-color"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Gnome, DescendantsTest,
+    testing::Values(Descendant{GnomeDesktop::kCinnamon, "picture-uri", "picture-options", "'none'", true},
+                    Descendant{GnomeDesktop::kMate, "picture-filename", "picture-filename", "''", false}),
+    [](const auto& test) { return std::string(test.param.family.name); });
+
 } // namespace
 } // namespace kits
