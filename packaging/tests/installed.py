@@ -174,8 +174,8 @@ def try_pictures(place, desktop):
 def try_wallpaper(place, desktop):
     """Has the program that the others start for wallpapers read a picture."""
     icon = place.inside(place.folder / "usr/share/icons/hicolor/48x48/apps/org.example.qel.png")
-    place.finish(place.start(desktop, [place.inside(place.folder / "usr/libexec/qel/average-picture"), icon]),
-                 "the reader of wallpapers")
+    reader = place.inside(place.folder / "usr/libexec/qel/average-picture")
+    place.finish(place.start(desktop, ["sh", "-c", f"{reader} {icon} >/dev/null"]), "the reader of wallpapers")
     say("it reads wallpapers")
 
 
@@ -183,7 +183,7 @@ def try_desktop(place, desktop, window):
     """Tears a chart off: the program finds the one that shows it, which will come up with the session."""
 
     def shown():
-        return desktop.output("xdotool", "search", "--onlyvisible", "--class", "^qel-desktop$").split()
+        return desktop.output("xdotool", "search", "--onlyvisible", "--classname", "^qel-desktop$").split()
 
     left, top = desktop.geometry(window)[:2]
     desktop.drag((left + HANDLE[0], top + HANDLE[1]), (900, 300))
