@@ -78,10 +78,10 @@ class ScaleTest(ChartsTest):
 
 
     def await_settled(self):
-        """What the window manager does in the half second after a change is not the user's doing, and nothing tells its
+        """What the window manager does in the two seconds after a change is not the user's doing, and nothing tells their
         end."""
         changed = time.monotonic()
-        wait_until(lambda: time.monotonic() > changed + 0.7, "the window to be settled")
+        wait_until(lambda: time.monotonic() > changed + 2.5, "the window to be settled")
 
 
 class Windows(ScaleTest):

@@ -1,6 +1,7 @@
 #include "kits/interface/windows/FrameTracker.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace kits {
 
@@ -85,7 +86,8 @@ bool FrameTracker::ReportSize(int32 width, int32 height, bigtime_t now)
     const PixelRect frame = fFrame;
     fActual = WithSize(fActual, width, height);
     if (fPending) {
-        if (HasWantedSize()) {
+        // Of a scale that changes older sizes are reported before and after the wanted one.
+        if (!fRescaling && HasWantedSize()) {
             fPending = false;
             fTiled = false;
         }
@@ -103,7 +105,7 @@ bool FrameTracker::ReportPlace(int32 left, int32 top, bigtime_t now)
     const PixelRect frame = fFrame;
     const bool moved = fActual.left != left || fActual.top != top;
     fActual = WithPlace(fActual, left, top);
-    if (fElsewhere && (!moved || IsZoomed() || now - fRescaled <= kGrace))
+    if (fElsewhere && (!moved || IsZoomed() || now - fRescaled <= kScaleGrace))
         return content != Content();
     fElsewhere = false;
     if (!IsZoomed() && (fFrame.left != left || fFrame.top != top))
@@ -141,10 +143,11 @@ bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
 {
     if (!fPending)
         return false;
+    const bool wasRescaling = std::exchange(fRescaling, false);
     fPending = false;
     if (HasWantedSize())
         return false;
-    if (!fRescaling && (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight)) {
+    if (!wasRescaling && (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight)) {
         // It asked for more than the screen has: what it got is what it has.
         fFrame = WithSize(fFrame, fActual.Width(), fActual.Height());
     } else {

@@ -14,6 +14,9 @@ class FrameTracker {
 public:
     /// How long a request may stay unanswered, in microseconds.
     static constexpr bigtime_t kGrace = 500000;
+    /// How long after a change of scale nothing that is reported counts as the user's: the window manager, panels and
+    /// themes follow it, too, and move and resize windows meanwhile.
+    static constexpr bigtime_t kScaleGrace = 2000000;
 
     explicit FrameTracker(const PixelRect& frame)
         : fFrame(frame)
@@ -38,6 +41,7 @@ public:
     /// Windows do not know their place here: the toolkit counts from the content's own corner. Frame() keeps the place
     /// that was asked for.
     void SetPlaceless() { fPlaceless = true; }
+    bool IsPlaceless() const { return fPlaceless; }
     /// The program asks for a frame. @return whether the system's window is to be changed now
     bool Ask(const PixelRect& frame, bigtime_t now);
     /// The system's window is about to be shown with Frame(): what the window manager makes of that is its doing.
@@ -47,7 +51,7 @@ public:
     void SetSlack(int32 slack) { fSlack = slack; }
     /// The scale of the screen changed: the system's window is about to get the size of Frame() anew, its content's
     /// corner here. What the window manager makes of that is no wish of the user's: Frame() stays, also when it gives
-    /// another size, and so does its place until the window moves after the grace.
+    /// another size, and so does its place until the window moves after kScaleGrace.
     void Rescale(int32 left, int32 top, bigtime_t now);
     /// The window manager reports a size, or a place. @return whether Frame() or Content() changed
     bool ReportSize(int32 width, int32 height, bigtime_t now);
@@ -55,7 +59,8 @@ public:
     /// It became maximised or full screen, or ceased to be so. @return whether the system's window is to get Frame()
     /// now
     bool SetZoomed(bool zoomed, bigtime_t now);
-    /// To be called kGrace after Ask, Show, Rescale and SetZoomed(false). @param limit  what the screen has room for
+    /// To be called kGrace after Ask, Show and SetZoomed(false), and kScaleGrace after Rescale.
+    /// @param limit  what the screen has room for
     /// @return whether Content() changed
     bool GraceOver(int32 limitWidth, int32 limitHeight);
 

@@ -73,6 +73,8 @@ void Follow()
     for (const QPointer<WindowPane>& pane : panes) {
         if (pane != nullptr && pane->Impl() != nullptr)
             pane->Impl()->CheckScale();
+        if (pane != nullptr && pane->Impl() != nullptr)
+            pane->Impl()->CheckPlace();
     }
     if (isNew)
         RescaleToolkitsOwn();
@@ -82,6 +84,7 @@ void WatchOne(QScreen* screen)
 {
     QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, qGuiApp, Changed);
     QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Changed);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Changed);
 }
 
 } // namespace

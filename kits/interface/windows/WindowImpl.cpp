@@ -355,9 +355,11 @@ void WindowImpl::CheckScale()
     fScale = scale;
     fTracker.SetSlack(SlackAt(scale));
     ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
-    // On its way to another screen a window stays as large as it is under the hand that moves it.
     const QWindow* const window = fPane->windowHandle();
-    if (isSameScreen && window != nullptr && window->handle() != nullptr)
+    const bool hasWindow = window != nullptr && window->handle() != nullptr;
+    // On its way to another screen a window stays as large as it is under the hand that moves it; where windows know no
+    // place the system scales them.
+    if (isSameScreen && hasWindow && !fTracker.IsPlaceless())
         Rescale();
 }
 
@@ -367,6 +369,18 @@ void WindowImpl::PutInReach()
     const PixelRect place =
         ScreenList::PutInReach(fTracker.Frame(), window != nullptr ? window->frameMargins().top() : 0);
     fTracker.Rescale(place.left, place.top, system_time());
+}
+
+void WindowImpl::CheckPlace()
+{
+    const PixelRect wanted = fTracker.Wanted();
+    if (wanted == fTracker.Frame() || fTracker.IsZoomed() || fHideCount > 0)
+        return;
+    PutInReach();
+    if (fTracker.Wanted() == wanted)
+        return;
+    fGrace.Start(FrameTracker::kScaleGrace, false);
+    ResizeWidget();
 }
 
 void WindowImpl::Rescale()
@@ -380,7 +394,7 @@ void WindowImpl::Rescale()
         ScaleWatch::KeepSystemSize(*fPane);
         return;
     }
-    StartGrace();
+    fGrace.Start(FrameTracker::kScaleGrace, false);
     const PixelRect frame = fTracker.Wanted();
     ScaleWatch::SetGeometry(*fPane, QRect(frame.left, frame.top, frame.Width(), frame.Height()));
 }

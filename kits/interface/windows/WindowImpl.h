@@ -81,6 +81,8 @@ public:
     /// To be called when the scale of the window may have become another one: has everything drawn and shown anew, at
     /// the same logical size and place.
     void CheckScale();
+    /// To be called when the screens may have room elsewhere: a window that a change of scale has moved goes back.
+    void CheckPlace();
 
     BWindow* const fWindow;
     Settings fSettings;

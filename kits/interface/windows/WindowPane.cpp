@@ -5,6 +5,7 @@
 #include "kits/interface/dragging/Drag.h"
 #include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/DesktopLayer.h"
+#include "kits/interface/windows/ScaleWatch.h"
 #include "kits/interface/windows/StayShown.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowKeys.h"
@@ -187,10 +188,21 @@ bool WindowPane::event(QEvent* event)
     return QWidget::event(event);
 }
 
+bool WindowPane::IsOfItsScale(QEvent::Type report)
+{
+    if (report != QEvent::Resize && report != QEvent::Move && report != QEvent::Expose)
+        return true;
+    if (ScaleWatch::ScaleOf(*this) == fImpl->Scale())
+        return true;
+    // The toolkit computes with a new scale that the window has not followed yet: it still has its old pixels.
+    ScaleWatch::Changed();
+    return report == QEvent::Expose;
+}
+
 bool WindowPane::eventFilter(QObject* watched, QEvent* event)
 {
     // The system's own reports. What the widget itself is told comes at once when it is resized, confirmed or not.
-    if (fImpl != nullptr && watched == fWatched) {
+    if (fImpl != nullptr && watched == fWatched && IsOfItsScale(event->type())) {
         switch (event->type()) {
         case QEvent::Resize: {
             const QSize size = static_cast<QResizeEvent*>(event)->size();

@@ -43,6 +43,7 @@ protected:
 
 private:
     bool IsOfDesktop() const;
+    bool IsOfItsScale(QEvent::Type report);
     void AcceptFocus(bool accept);
 
     WindowImpl* fImpl;

@@ -163,12 +163,14 @@ TEST(FrameTracker, AChangeOfScaleIsNoWishOfTheUsers)
     FrameTracker tracker(kStart);
     tracker.Rescale(50, 60, kLong);
     EXPECT_TRUE(tracker.IsPending());
-    // The pixels that it had before, in logical ones of the new scale.
-    EXPECT_FALSE(tracker.ReportSize(150, 75, kLong + 1));
+    // One of before that comes late, and the pixels of before in logical ones of the new scale.
+    EXPECT_FALSE(tracker.ReportSize(300, 150, kLong + 1));
+    EXPECT_FALSE(tracker.ReportSize(150, 75, kLong + 2));
     EXPECT_TRUE(HasSize(tracker.Content(), 300, 150));
-    tracker.ReportPlace(25, 30, kLong + 1);
-    tracker.ReportPlace(50, 60, kLong + 2);
-    tracker.ReportSize(300, 150, kLong + 2);
+    tracker.ReportPlace(25, 30, kLong + 2);
+    tracker.ReportPlace(50, 60, kLong + 3);
+    tracker.ReportSize(300, 150, kLong + 3);
+    EXPECT_FALSE(tracker.GraceOver(1920, 1080));
     EXPECT_FALSE(tracker.IsPending());
     EXPECT_EQ(tracker.Frame(), kStart);
     EXPECT_EQ(tracker.Content(), kStart);
@@ -197,6 +199,7 @@ TEST(FrameTracker, ASizeThatAScaleHasNoRoomForComesBackAtTheNext)
     EXPECT_EQ(tracker.Frame(), kStart);
     tracker.Rescale(50, 60, 2 * kLong);
     tracker.ReportSize(300, 150, 2 * kLong + 1);
+    EXPECT_FALSE(tracker.GraceOver(400, 200));
     EXPECT_FALSE(tracker.IsZoomed());
     EXPECT_EQ(tracker.Content(), kStart);
 }
