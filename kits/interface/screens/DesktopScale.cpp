@@ -1,7 +1,6 @@
 #include "kits/interface/screens/DesktopScale.h"
 
 #include "kits/interface/screens/XSettings.h"
-#include "kits/interface/windows/ScaleWatch.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -98,7 +97,6 @@ void Apply(const XSettings& settings)
     sScale = scale;
     for (QScreen* const screen : QGuiApplication::screens())
         SetFactor(screen, scale);
-    ScaleWatch::Changed();
 }
 
 void ToolkitIsDeaf()

@@ -22,7 +22,7 @@ double Of(const XSettings& settings, double otherwise);
 double OfToolkit(const XSettings& settings, double otherwise);
 
 /// Gives the toolkit the scale when it would not find it by itself; from then on always. Not when the user has told
-/// the toolkit a scale by its own variables.
+/// the toolkit a scale by its own variables. The windows do not follow by themselves, see ScaleWatch.
 void Apply(const XSettings& settings);
 /// From here on the toolkit does not hear of changes.
 void ToolkitIsDeaf();

@@ -2,6 +2,7 @@
 
 #include "kits/interface/screens/DesktopScale.h"
 #include "kits/interface/screens/XServer.h"
+#include "kits/interface/windows/ScaleWatch.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
@@ -201,8 +202,17 @@ private:
     void Read()
     {
         fSettings = ReadXSettings(fServer, fSource);
-        // Before the toolkit takes the new resolution from them: two changes of scale would be seen.
-        DesktopScale::Apply(fSettings);
+        // The toolkit would paint at any scale, as soon as it has read them, too.
+        if (DesktopScale::OfToolkit(fSettings, 1) > DesktopScale::kMost)
+            DesktopScale::Apply(fSettings);
+        // Otherwise the scale and what is painted with it change between two events.
+        QMetaObject::invokeMethod(
+            qGuiApp,
+            [] {
+                DesktopScale::Apply(XSettingsWatch::Current());
+                ScaleWatch::Follow();
+            },
+            Qt::QueuedConnection);
         for (const std::function<void()>& changed : fChanged)
             QMetaObject::invokeMethod(qGuiApp, changed, Qt::QueuedConnection);
     }

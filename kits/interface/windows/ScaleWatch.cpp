@@ -58,6 +58,23 @@ void RescaleToolkitsOwn()
     }
 }
 
+void WatchOne(QScreen* screen)
+{
+    QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, qGuiApp, Changed);
+    QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Changed);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Changed);
+}
+
+} // namespace
+
+void Start()
+{
+    sScale = MainScale();
+    for (QScreen* screen : QGuiApplication::screens())
+        WatchOne(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp, WatchOne);
+}
+
 void Follow()
 {
     sIsDue = false;
@@ -78,23 +95,6 @@ void Follow()
     }
     if (isNew)
         RescaleToolkitsOwn();
-}
-
-void WatchOne(QScreen* screen)
-{
-    QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, qGuiApp, Changed);
-    QObject::connect(screen, &QScreen::geometryChanged, qGuiApp, Changed);
-    QObject::connect(screen, &QScreen::availableGeometryChanged, qGuiApp, Changed);
-}
-
-} // namespace
-
-void Start()
-{
-    sScale = MainScale();
-    for (QScreen* screen : QGuiApplication::screens())
-        WatchOne(screen);
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp, WatchOne);
 }
 
 void Changed()

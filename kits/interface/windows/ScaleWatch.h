@@ -13,7 +13,9 @@ namespace ScaleWatch {
 /// From here on every window follows: those of the kit by WindowImpl::CheckScale, and the toolkit's own (menus, tool
 /// tips, dialogs) the same way. As long as the toolkit's application object.
 void Start();
-/// Has the windows follow in the next turn. For whoever has changed a scale in a way that the toolkit does not report.
+/// Has the windows follow now: those whose scale is not what it was. With the interface lock held.
+void Follow();
+/// Has them follow in the next turn.
 void Changed();
 
 /// Screen pixels per logical pixel where the widget is.

@@ -30,6 +30,7 @@ kits::XSettings Scaled(uint8 factor)
 void SetScale(uint8 factor)
 {
     kits::DesktopScale::Apply(Scaled(factor));
+    kits::ScaleWatch::Follow();
     test::Turn();
 }
 
