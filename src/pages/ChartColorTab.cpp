@@ -325,7 +325,11 @@ void ChartColorTab::GetState()
     if (fTarget != kNone) {
         fColors->SetValue(fNoTargetColor);
         fTarget = kNone;
-        PostToPage(this, MSG_COLOR_CHANGED);
+        // A page that does not show gets no messages, and finds its target as it should be when it is shown.
+        if (Looper() != nullptr)
+            PostToPage(this, MSG_COLOR_CHANGED);
+        else
+            ColorChanged();
     }
     fAASlider->SetEnabled(false);
     fTransparent->SetValue(Chart()->IsTransparent());

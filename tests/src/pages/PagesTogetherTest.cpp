@@ -4,7 +4,9 @@
 #include "src/pages/ChartGeneralTab.h"
 #include "src/pages/ChartSourcesTab.h"
 #include "src/pages/SysinfoTab.h"
+#include "src/support/ColorPreView.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/SmartColorControl.h"
 #include "tests/src/pages/PageTest.h"
 
 #include <gtest/gtest.h>
@@ -228,4 +230,36 @@ TEST_F(PagesTogetherTest, AChartThatIsDeletedWithItsWindowOpenIsNotTouched)
     chart = nullptr;
     test::Turn();
     EXPECT_EQ(prefs, nullptr);
+}
+
+TEST_F(PagesTogetherTest, AfterARevertOfAnotherPageTheSwatchHasTheColorOfNoTarget)
+{
+    test::CatchDrags();
+    ShowAll();
+    auto* preview = FindNth<ColorPreView>(fColors);
+    auto* target = Find<BMenuField>(fColors, "Target:");
+    for (const uint32 code : {MSG_PREFS_REVERT, MSG_PREFS_REVERT_ALL}) {
+        chart->SetBackgroundColor({200, 10, 20, 255});
+        TabView()->Select(1);
+        test::Turn();
+        Choose(Item(target, "Background"));
+        ASSERT_EQ(preview->ViewColor().red, 200);
+        TabView()->Select(0);
+        test::Turn();
+        Post(code);
+        TabView()->Select(1);
+        test::Turn();
+        EXPECT_STREQ(Marked(target->Menu()), "< none >");
+        const rgb_color shown = FindNth<SmartColorControl>(fColors)->ValueAsColor();
+        EXPECT_EQ(shown.red, 0);
+        EXPECT_EQ(preview->ViewColor().red, 0);
+        test::Press(preview, BPoint(10, 10));
+        const auto drag = test::TakeDrag();
+        test::Release(preview, BPoint(10, 10));
+        ASSERT_NE(drag, nullptr);
+        const void* data = nullptr;
+        ssize_t size = 0;
+        ASSERT_EQ(drag->message.FindData("RGBColor", B_RGB_COLOR_TYPE, &data, &size), B_OK);
+        EXPECT_EQ(static_cast<const rgb_color*>(data)->red, 0);
+    }
 }
