@@ -20,8 +20,9 @@ enum list_view_type { B_SINGLE_SELECTION_LIST = 0, B_MULTIPLE_SELECTION_LIST };
 ///
 /// By mouse: a press selects, a double click chooses, and pulling a row calls InitiateDrag. By keyboard: the arrow
 /// keys, page keys, Home and End move, typing letters goes to the next row that begins with them, Enter chooses.
-/// Choosing sends the message of the list, a change of the selection by the user the selection message; to copies of
-/// both "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row are added. A list
+/// Choosing sends the message of the list, a change of the selection by the user the selection message; in an outline
+/// list a selected row counts as long as it shows, so closing the row above it is such a change. To copies of both
+/// "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row are added. A list
 /// without a target when it is attached takes its window.
 ///
 /// The list owns its items. Rows are numbered from 0; of an outline list, these methods see only the rows that are not

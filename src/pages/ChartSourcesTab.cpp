@@ -28,11 +28,13 @@ ChartSourcesTab::ChartSourcesTab(ChartView* chart)
     fList->SetAccessibleName(Tr("Sources"));
     fList->SetToolTip(Tr("Drag a source or a group onto a chart, or copy it with Ctrl+C"));
     fList->SetInvocationMessage(new BMessage(MSG_ADD_SOURCES));
+    fList->SetSelectionMessage(new BMessage(MSG_SOURCE_SELECTED));
     fFilter->SetMessage(new BMessage(MSG_ADD_SOURCES));
     fFilter->SetModificationMessage(new BMessage(MSG_FILTER_SOURCES));
     AddChild(fScrollView);
     AddChild(fFilter);
     AddChild(fAdd);
+    EnableAdd();
 }
 
 void ChartSourcesTab::AllAttached()
@@ -52,10 +54,19 @@ void ChartSourcesTab::MessageReceived(BMessage* message)
         break;
     case MSG_FILTER_SOURCES:
         fList->SetFilter(fFilter->Text());
+        EnableAdd();
+        break;
+    case MSG_SOURCE_SELECTED:
+        EnableAdd();
         break;
     default:
         ChartPage::MessageReceived(message);
     }
+}
+
+void ChartSourcesTab::EnableAdd()
+{
+    fAdd->SetEnabled(fList->CurrentSelection() >= 0);
 }
 
 void ChartSourcesTab::AddSelected()

@@ -8,8 +8,8 @@ class BTextControl;
 class SourceListView;
 
 /// The page "Sources" of a chart: the list of all sources. They are dragged from it onto charts; Enter, a double click
-/// or the button adds the selected one, or a group, to this page's chart. The field below narrows the list as one
-/// types.
+/// or the button adds the selected one, or a group, to this page's chart; without a selection the button is disabled.
+/// The field below narrows the list while the user types.
 class ChartSourcesTab : public ChartPage {
 public:
     explicit ChartSourcesTab(ChartView* chart);
@@ -23,6 +23,7 @@ public:
 
 private:
     void AddSelected();
+    void EnableAdd();
 
     // Children of this view.
     SourceListView* fList;

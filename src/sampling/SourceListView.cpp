@@ -8,28 +8,9 @@
 
 #include <algorithm>
 #include <memory>
-#include <sstream>
+#include <utility>
 
 namespace {
-
-std::string LowerCase(std::string text)
-{
-    // Of plain letters; others are found as they are written.
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-bool HasAllWords(const std::string& name, const std::string& filter)
-{
-    const std::string text = LowerCase(name);
-    std::istringstream words(filter);
-    for (std::string word; words >> word;) {
-        if (text.find(word) == std::string::npos)
-            return false;
-    }
-    return true;
-}
 
 void AddSource(BMessage* message, const SourceListItem& item)
 {
@@ -53,43 +34,74 @@ SourceListView::SourceListView()
     system_info info = {};
     get_system_info(&info);
     fProcessors = std::clamp<int32>(info.cpu_count, 0, kits::kMaxProcessors);
-    Fill("");
+    Fill();
 }
 
 void SourceListView::SetFilter(const char* text)
 {
-    std::string filter = LowerCase(text);
+    SourceFilter filter(text);
     if (filter == fFilter)
         return;
+    if (fFilter.IsEmpty())
+        KeepState();
     fFilter = std::move(filter);
     MakeEmpty();
-    Fill(fFilter);
-    if (!fFilter.empty())
-        SelectFirstSource();
+    Fill();
+    if (fFilter.IsEmpty())
+        RestoreState();
+    else
+        SelectBestSource();
+    ScrollToSelection();
 }
 
-void SourceListView::SelectFirstSource()
+void SourceListView::KeepState()
 {
-    for (int32 i = 0; auto* item = dynamic_cast<SourceListItem*>(ItemAt(i)); i++) {
-        if (item->Target() != VP_NONE) {
-            Select(i);
-            return;
-        }
+    const BListItem* selected = ItemAt(CurrentSelection());
+    fSelectedRow = FullListIndexOf(selected);
+    fCollapsedRows.clear();
+    for (int32 i = 0; i < FullListCountItems(); i++) {
+        if (!IsExpanded(i))
+            fCollapsedRows.push_back(i);
     }
 }
 
-void SourceListView::Fill(const std::string& filter)
+void SourceListView::RestoreState()
+{
+    for (const int32 row : fCollapsedRows)
+        Collapse(FullListItemAt(row));
+    Select(IndexOf(FullListItemAt(fSelectedRow)));
+}
+
+void SourceListView::SelectBestSource()
+{
+    int32 best = -1;
+    std::pair<int, bool> bestFit;
+    for (int32 i = 0; auto* item = dynamic_cast<SourceListItem*>(ItemAt(i)); i++) {
+        if (item->Target() == VP_NONE)
+            continue;
+        const BListItem* group = Superitem(item);
+        const std::pair<int, bool> fit(fFilter.FitOf(item->Text(), group != nullptr ? group->Text() : ""),
+                                       (item->Flags() & VP_EXP_AVERAGE) == 0);
+        if (best < 0 || fit > bestFit) {
+            best = i;
+            bestFit = fit;
+        }
+    }
+    Select(best);
+}
+
+void SourceListView::Fill()
 {
     for (const SourceKey& key : MachineSources()) {
         auto item = std::make_unique<SourceListItem>(key.target, key.flags);
-        if (HasAllWords(item->Text(), filter))
+        if (fFilter.FitOf(item->Text()) != SourceFilter::kNone)
             AddItem(item.release());
     }
     for (const ProcessorGroup& group : ProcessorGroups())
-        AddGroup(group, filter);
+        AddGroup(group);
 }
 
-void SourceListView::AddGroup(const ProcessorGroup& group, const std::string& filter)
+void SourceListView::AddGroup(const ProcessorGroup& group)
 {
     auto header = std::make_unique<SourceListItem>(VP_NONE, 0);
     header->SetText(Tr(group.name));
@@ -97,7 +109,7 @@ void SourceListView::AddGroup(const ProcessorGroup& group, const std::string& fi
     for (int32 processor = fProcessors - 1; processor >= 0; processor--) {
         for (const SourceKey& key : group.Sources(processor)) {
             auto item = std::make_unique<SourceListItem>(key.target, key.flags);
-            if (!HasAllWords(item->Text(), filter))
+            if (fFilter.FitOf(item->Text(), Tr(group.name)) == SourceFilter::kNone)
                 continue;
             if (superitem == nullptr) {
                 superitem = header.release();

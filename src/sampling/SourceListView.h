@@ -1,9 +1,10 @@
 #pragma once
 
 #include "kits/interface/OutlineListView.h"
+#include "src/sampling/SourceFilter.h"
 #include "src/sampling/SourceTable.h"
 
-#include <string>
+#include <vector>
 
 class BMessage;
 
@@ -26,8 +27,9 @@ public:
     /// As many processors as the machine has at this moment.
     SourceListView();
 
-    /// Shows only the sources whose names have all the words of the text, upper and lower case alike, and the groups
-    /// that have any, and selects the first source; an empty text shows all.
+    /// Shows only the sources that fit the text (see SourceFilter), and the groups that have any, all open. It selects
+    /// the source that fits best, a plain one rather than its smoothed form, then the first. An empty text shows all
+    /// again, with the groups that were open and the row that was selected before something was typed.
     void SetFilter(const char* text);
 
     /// Adds what a drag of this row carries to the message, and sets its code.
@@ -39,10 +41,15 @@ public:
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
 
 private:
-    void Fill(const std::string& filter);
-    void SelectFirstSource();
-    void AddGroup(const ProcessorGroup& group, const std::string& filter);
+    void Fill();
+    void AddGroup(const ProcessorGroup& group);
+    void SelectBestSource();
+    void KeepState();
+    void RestoreState();
 
     int32 fProcessors;
-    std::string fFilter;
+    SourceFilter fFilter;
+    // Of the whole list while a part of it is shown: full numbers of rows.
+    int32 fSelectedRow = -1;
+    std::vector<int32> fCollapsedRows;
 };

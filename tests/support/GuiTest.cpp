@@ -160,6 +160,9 @@ void Key(BWindow* window, char key, uint32 modifiers)
     case B_ESCAPE:
         code = Qt::Key_Escape;
         break;
+    case B_BACKSPACE:
+        code = Qt::Key_Backspace;
+        break;
     case B_LEFT_ARROW:
         code = Qt::Key_Left;
         break;

@@ -220,8 +220,13 @@ void BListView::UserSelected(const std::vector<BListItem*>& items)
 
 void BListView::RowOpened(BListItem* item, bool open)
 {
+    const bool hadSelection = CurrentSelection() >= 0;
     item->fExpanded = open;
     fModel->Changed();
+    if (hadSelection == (CurrentSelection() >= 0))
+        return;
+    Send(fSelectionMessage.get());
+    SelectionChanged();
 }
 
 bool BListView::IsOutline() const

@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -123,6 +124,19 @@ void ListWidget::selectionChanged(const QItemSelection& selected, const QItemSel
             items.push_back(item);
     }
     fOwner->UserSelected(items);
+}
+
+bool ListWidget::event(QEvent* event)
+{
+    const bool result = QTreeView::event(event);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    if (event->type() == QEvent::Paint && hasFocus()) {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    return result;
 }
 
 void ListWidget::mousePressEvent(QMouseEvent* event)

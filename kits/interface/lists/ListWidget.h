@@ -63,6 +63,8 @@ public:
     void ScrollTo(int32 shown);
 
 protected:
+    /// Draws the frame, if there is one, in the colour of the selection while the list has the focus.
+    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -1,6 +1,8 @@
 #include "kits/interface/ListView.h"
+#include "kits/interface/ScrollView.h"
 #include "tests/kits/interface/WidgetTest.h"
 
+#include <QImage>
 #include <QTreeView>
 
 #include <memory>
@@ -273,4 +275,28 @@ TEST_F(ListViewTest, AnItemThatWasRemovedIsNotTouchedByAClickBeforeTheScreenFoll
     test::Turn();
     EXPECT_EQ(fList->CountItems(), 3);
     EXPECT_EQ(AccessibleName(fList), "list");
+}
+
+TEST_F(ListViewTest, ItsFrameShowsThatItHasTheFocus)
+{
+    auto* framed = new List(BRect(0, 0, 99, 99), "framed");
+    auto* scroll = new BScrollView("", framed, B_FOLLOW_NONE, 0, false, true, B_FANCY_BORDER);
+    scroll->MoveTo(200, 0);
+    fPage->AddChild(scroll);
+    fList->MakeFocus(true);
+    test::Turn();
+    const auto isRing = [framed] {
+        QWidget* widget = FocusOf(framed);
+        const QImage picture = widget->grab().toImage();
+        const QColor ring = widget->palette().color(QPalette::Highlight);
+        return picture.pixelColor(0, picture.height() / 2) == ring &&
+               picture.pixelColor(picture.width() / 2, 0) == ring;
+    };
+    EXPECT_FALSE(isRing());
+    framed->MakeFocus(true);
+    test::Turn();
+    EXPECT_TRUE(isRing());
+    fList->MakeFocus(true);
+    test::Turn();
+    EXPECT_FALSE(isRing());
 }

@@ -162,3 +162,24 @@ TEST_F(OutlineListViewTest, ThousandsOfRowsShow)
     fList->ScrollToSelection();
     EXPECT_LT(fList->ItemFrame(2054).top, 200);
 }
+
+TEST_F(OutlineListViewTest, ClosingTheGroupOfTheSelectedRowChangesTheSelection)
+{
+    fList->SetSelectionMessage(new BMessage(2));
+    fList->Select(2);
+    test::Turn();
+    fWindow->heard.clear();
+    Tree()->collapse(Tree()->model()->index(1, 0));
+    test::Turn();
+    EXPECT_EQ(fList->CurrentSelection(), -1);
+    ASSERT_EQ(fWindow->heard.size(), 1u);
+    EXPECT_EQ(fWindow->heard[0].what, 2u);
+    EXPECT_FALSE(fWindow->heard[0].HasInt32("index"));
+    Tree()->collapse(Tree()->model()->index(2, 0));
+    test::Turn();
+    EXPECT_EQ(fWindow->heard.size(), 1u) << "of another group nothing changes";
+    Tree()->expand(Tree()->model()->index(1, 0));
+    test::Turn();
+    EXPECT_EQ(fList->CurrentSelection(), 2);
+    EXPECT_EQ(fWindow->heard.size(), 2u);
+}

@@ -173,6 +173,68 @@ TEST_F(ChartSourcesTabTest, TypingNarrowsTheListAndEnterAddsWhatIsLeft)
     EXPECT_EQ(Sources(), (std::vector<vptarget_t>{VP_USED_MEMORY}));
 }
 
+TEST_F(ChartSourcesTabTest, EnterAddsThePlainFormOfAProcessor)
+{
+    ShowPage();
+    fFilter->MakeFocus(true);
+    test::Turn();
+    for (char key : {'c', 'p', 'u', ' ', '1'})
+        test::Key(prefs, key);
+    test::Turn();
+    test::Key(prefs, B_ENTER);
+    test::Turn();
+    ASSERT_EQ(Sources(), (std::vector<vptarget_t>{VP_FIRST_CPU}));
+    EXPECT_EQ(chart->ValueProviderAt(0)->Flags(), 0);
+}
+
+TEST_F(ChartSourcesTabTest, WithoutASelectionNothingCanBeAdded)
+{
+    ShowPage();
+    EXPECT_FALSE(fAdd->IsEnabled());
+    fList->MakeFocus(true);
+    test::Turn();
+    test::Key(prefs, B_DOWN_ARROW);
+    test::Turn();
+    EXPECT_GE(fList->CurrentSelection(), 0);
+    EXPECT_TRUE(fAdd->IsEnabled());
+
+    fFilter->MakeFocus(true);
+    test::Turn();
+    for (char key : {'x', 'x', 'x'})
+        test::Key(prefs, key);
+    test::Turn();
+    EXPECT_EQ(fList->CountItems(), 0);
+    EXPECT_FALSE(fAdd->IsEnabled());
+    for (int i = 0; i < 3; i++)
+        test::Key(prefs, B_BACKSPACE);
+    test::Turn();
+    EXPECT_GE(fList->CurrentSelection(), 0) << "what was selected before";
+    EXPECT_TRUE(fAdd->IsEnabled());
+}
+
+TEST_F(ChartSourcesTabTest, ASelectedSourceInAGroupThatIsClosedCannotBeAdded)
+{
+    ShowPage();
+    Select(VP_FIRST_CPU, 0);
+    fList->MakeFocus(true);
+    test::Turn();
+    // To its group, which closes with the next one. It takes the selection with it.
+    test::Key(prefs, B_LEFT_ARROW);
+    test::Turn();
+    EXPECT_TRUE(fAdd->IsEnabled());
+    Select(VP_FIRST_CPU, 0);
+    test::Turn();
+    const BListItem* group = fList->Superitem(fList->ItemAt(fList->CurrentSelection()));
+    const BRect row = fList->ItemFrame(fList->IndexOf(group));
+    // On its mark.
+    const BPoint mark(row.left + 10, (row.top + row.bottom) / 2);
+    test::Press(fList, mark);
+    test::Release(fList, mark);
+    test::Turn();
+    ASSERT_FALSE(group->IsExpanded());
+    EXPECT_EQ(fAdd->IsEnabled(), fList->CurrentSelection() >= 0);
+}
+
 TEST_F(ChartSourcesTabTest, AChartThatIsGoneIsNotTouched)
 {
     AddSources(*chart, 1);

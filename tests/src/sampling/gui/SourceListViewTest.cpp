@@ -180,13 +180,49 @@ TEST(SourceListView, TheFilterKeepsWhatHasAllItsWords)
     EXPECT_EQ(list.FullListCountItems(), 24 + 16);
 }
 
-TEST(SourceListView, TheFilterSelectsTheFirstSource)
+TEST(SourceListView, TheFilterFindsTheNamesOfGroups)
 {
     SourceListView list;
+    list.SetFilter("CPU idles");
+    EXPECT_EQ(RowsUnder(list, nullptr), (std::vector<Row>{{0, 0}, {0, 0}})) << "the average idles too";
+    EXPECT_EQ(RowsUnder(list, FindRow(list, "CPU idles")).size(), 4u);
+    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(1, 0));
+    list.SetFilter("idles 2");
+    EXPECT_EQ(RowsUnder(list, FindRow(list, "CPU idles")), (std::vector<Row>{{3, 2}, {3, 0}}));
+}
+
+TEST(SourceListView, TheFilterSelectsThePlainFormOfTheSourceThatFitsBest)
+{
+    SourceListView list;
+    list.SetFilter("cpu 2");
+    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(4, 0));
     list.SetFilter("idle average");
-    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(2050, 2));
+    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(2050, 1));
     list.SetFilter("cpu 1 idle exp");
     EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(1, 2));
+}
+
+TEST(SourceListView, AnEmptyFilterBringsBackWhatWasOpenAndSelected)
+{
+    SourceListView list;
+    list.Collapse(FindRow(list, "CPUs"));
+    list.Collapse(FindRow(list, "CPU idles"));
+    list.Select(list.IndexOf(FindRow(list, "CPU 1 average")));
+    const int32 rows = list.CountItems();
+    list.SetFilter("m");
+    list.SetFilter("memory");
+    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(2052, 0));
+    list.SetFilter(" ");
+    EXPECT_EQ(list.CountItems(), rows);
+    EXPECT_EQ(RowOf(list.ItemAt(list.CurrentSelection())), Row(2, 1));
+    EXPECT_FALSE(list.IsExpanded(list.FullListIndexOf(FindRow(list, "CPUs"))));
+    EXPECT_TRUE(list.IsExpanded(list.FullListIndexOf(FindRow(list, "CPU averages"))));
+    EXPECT_FALSE(list.IsExpanded(list.FullListIndexOf(FindRow(list, "CPU idles"))));
+
+    list.DeselectAll();
+    list.SetFilter("memory");
+    list.SetFilter("");
+    EXPECT_EQ(list.CurrentSelection(), -1);
 }
 
 TEST(SourceListView, AFilteredGroupCarriesWhatIsLeft)
