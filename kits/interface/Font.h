@@ -125,6 +125,21 @@ int32 count_font_families();
 status_t get_font_family(int32 index, font_family* family);
 /// 0 for an unknown family.
 int32 count_font_styles(const font_family family);
+/// Styles of normal width come first, then the narrower and the wider ones; among them the thinner before the bolder,
+/// and the upright before the slanted.
 /// @param face  when not null, gets the faces that the style has
 /// @return B_NAME_NOT_FOUND for an unknown family, B_BAD_INDEX beyond its last style, B_BAD_VALUE for null
 status_t get_font_style(const font_family family, int32 index, font_style* style, uint16* face = nullptr);
+
+namespace kits {
+
+/// The style of a family that is nearest to upright letters of normal weight and width.
+/// @return B_NAME_NOT_FOUND for an unknown family, B_BAD_VALUE for null
+status_t GetRegularStyle(const font_family family, font_style* style);
+
+/// The family and the style among those listed above in which a font is shown: the font's own where this machine has
+/// them, else those that stand for them. A font without a style is shown in one that its family has.
+/// @return B_NAME_NOT_FOUND, and nothing is set, if this machine has no fonts
+status_t GetListedStyle(const BFont& font, font_family* family, font_style* style);
+
+} // namespace kits

@@ -3,6 +3,7 @@
 #include "kits/interface/ListView.h"
 #include "kits/interface/MenuField.h"
 #include "kits/interface/MenuItem.h"
+#include "kits/interface/NumberControl.h"
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/ScrollView.h"
 #include "kits/interface/Slider.h"
@@ -23,7 +24,7 @@ namespace {
 
 constexpr BRect kSomewhere(0, 0, 5, 5);
 constexpr float kGap = 5;
-constexpr float kSampleHeight = 48;
+constexpr float kSmallestSample = 48;
 /// Of the page's width, for the families; the styles have the rest.
 constexpr float kFamiliesPart = 0.58f;
 
@@ -96,6 +97,9 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
     fSize->SetLimitLabels(std::to_string(static_cast<int32>(kMinFontSize)).c_str(),
                           std::to_string(static_cast<int32>(kMaxFontSize)).c_str());
     AddChild(fSize);
+    fSizeNumber = new BNumberControl(kSomewhere, Tr("Size"), new BMessage(MSG_FONT_SIZE_NUMBER),
+                                     static_cast<int32>(kMinFontSize), static_cast<int32>(kMaxFontSize));
+    AddChild(fSizeNumber);
     fSample = new FontSample(kSomewhere);
     AddChild(fSample);
     FillFamilies();
@@ -103,11 +107,16 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
 
 void ChartFontsTab::AllAttached()
 {
+    fIsShownAgain = true;
     ChartPage::AllAttached();
+    fIsShownAgain = false;
+    // What a revert did while it did not show may have made the sample taller.
+    MinimumSizeChanged();
     SetTargetForItemsRecursive(fTargetField->Menu(), this);
     fFamilies->SetTarget(this);
     fStyles->SetTarget(this);
     fSize->SetTarget(this);
+    fSizeNumber->SetTarget(this);
 }
 
 void ChartFontsTab::MessageReceived(BMessage* message)
@@ -129,7 +138,10 @@ void ChartFontsTab::MessageReceived(BMessage* message)
         StyleChosen();
         break;
     case MSG_FONT_SIZE:
-        SizeChosen();
+        SizeChosen(fSize->Value());
+        break;
+    case MSG_FONT_SIZE_NUMBER:
+        SizeChosen(fSizeNumber->Value());
         break;
     default:
         ChartPage::MessageReceived(message);
@@ -146,12 +158,10 @@ void ChartFontsTab::FillFamilies()
     }
 }
 
-void ChartFontsTab::FillStyles()
+void ChartFontsTab::FillStyles(const font_family family)
 {
     fStyles->MakeEmpty();
-    font_family family;
     font_style style;
-    fFont.GetFamilyAndStyle(&family, &style);
     const int32 count = count_font_styles(family);
     for (int32 i = 0; i < count; i++) {
         if (get_font_style(family, i, &style) == B_OK)
@@ -163,15 +173,19 @@ void ChartFontsTab::FillStyles()
 void ChartFontsTab::ShowFont(const BFont& font)
 {
     fFont.Apply(font, fFont.Mask());
-    font_family family;
-    font_style style;
-    fFont.GetFamilyAndStyle(&family, &style);
+    font_family family = "";
+    font_style style = "";
+    kits::GetListedStyle(fFont, &family, &style);
     SelectText(fFamilies, family);
-    FillStyles();
+    FillStyles(family);
     SelectText(fStyles, style);
-    fSize->SetValue(static_cast<int32>(std::lround(fFont.Size())));
-    LabelSize();
-    fSample->SetSample(fFont);
+    ShowSize();
+    ShowSample();
+}
+
+const FFont& ChartFontsTab::FontOf(Target target) const
+{
+    return target == kTitle ? Chart()->TitleFont() : Chart()->ValueFont();
 }
 
 void ChartFontsTab::ChooseTarget(Target target)
@@ -179,55 +193,79 @@ void ChartFontsTab::ChooseTarget(Target target)
     if (Chart() == nullptr)
         return;
     fTarget = target;
-    if (fTarget == kValue)
-        ShowFont(Chart()->ValueFont());
-    else if (fTarget == kTitle)
-        ShowFont(Chart()->TitleFont());
+    if (fTarget == kNone)
+        return;
+    fLastTarget = fTarget;
+    ShowFont(FontOf(fTarget));
 }
 
 void ChartFontsTab::FamilyChosen()
 {
-    const char* family = SelectedText(fFamilies);
-    if (family == nullptr)
+    const char* selected = SelectedText(fFamilies);
+    if (selected == nullptr)
         return;
+    font_family family = "";
     font_style style = "";
-    get_font_style(std::string(family).c_str(), 0, &style);
-    fFont.SetFamilyAndStyle(family, style);
-    FillStyles();
-    SelectText(fStyles, style);
+    const char* before = SelectedText(fStyles);
+    const std::string styleBefore = before != nullptr ? before : "";
+    std::strncpy(family, selected, B_FONT_FAMILY_LENGTH);
+    FillStyles(family);
+    SelectText(fStyles, styleBefore.c_str());
+    if (fStyles->CurrentSelection() < 0) {
+        kits::GetRegularStyle(family, &style);
+        SelectText(fStyles, style);
+    }
+    const char* chosen = SelectedText(fStyles);
+    fFont.SetFamilyAndStyle(family, chosen != nullptr ? chosen : "");
     FontChanged();
 }
 
 void ChartFontsTab::StyleChosen()
 {
-    font_family family;
-    font_style style;
-    fFont.GetFamilyAndStyle(&family, &style);
-    const char* chosen = SelectedText(fStyles);
-    if (chosen == nullptr)
+    // The default font may have a family that is shown as another one.
+    const char* family = SelectedText(fFamilies);
+    const char* style = SelectedText(fStyles);
+    if (family == nullptr || style == nullptr)
         return;
-    fFont.SetFamilyAndStyle(family, chosen);
+    fFont.SetFamilyAndStyle(family, style);
     FontChanged();
 }
 
-void ChartFontsTab::SizeChosen()
+void ChartFontsTab::SizeChosen(int32 size)
 {
-    fFont.SetSize(static_cast<float>(fSize->Value()));
-    LabelSize();
+    fFont.SetSize(static_cast<float>(size));
+    ShowSize();
     FontChanged();
 }
 
-void ChartFontsTab::LabelSize()
+void ChartFontsTab::ShowSize()
 {
+    const auto size = static_cast<int32>(std::lround(fFont.Size()));
+    fSize->SetValue(size);
+    fSizeNumber->SetValue(size);
     fSize->SetLabel(kits::Filled(Tr("Size %1"), {std::to_string(fSize->Value())}).c_str());
+}
+
+void ChartFontsTab::ShowSample()
+{
+    fSample->SetSample(fFont);
+    if (std::abs(SampleHeight() - fSample->Bounds().Height()) < 0.5f)
+        return;
+    MinimumSizeChanged();
+    Rerender();
+}
+
+float ChartFontsTab::SampleHeight() const
+{
+    return std::max(kSmallestSample, fSample->HeightForSample());
 }
 
 void ChartFontsTab::FontChanged()
 {
-    fSample->SetSample(fFont);
+    ShowSample();
     if (Chart() == nullptr || fTarget == kNone)
         return;
-    FFont font(fTarget == kValue ? Chart()->ValueFont() : Chart()->TitleFont());
+    FFont font(FontOf(fTarget));
     fFont.UpdateTo(static_cast<BFont*>(&font), FFont::kAll);
     if (fTarget == kValue)
         Chart()->SetValueFont(&font);
@@ -239,7 +277,10 @@ void ChartFontsTab::GetState()
 {
     fTargetField->Menu()->ItemAt(0)->SetMarked(true);
     fTarget = kNone;
-    ShowFont(fFont);
+    if (Chart() != nullptr && !fIsShownAgain)
+        ShowFont(FontOf(fLastTarget));
+    else
+        ShowFont(fFont);
 }
 
 void ChartFontsTab::Rerender()
@@ -248,10 +289,14 @@ void ChartFontsTab::Rerender()
     const float width = Bounds().Width() - 2 * kGap;
     const float sliderHeight = fSize->Bounds().Height();
     const float fieldHeight = fTargetField->Bounds().Height();
-    const float sampleTop = Bounds().bottom - kGap - kSampleHeight;
+    const float sampleHeight = SampleHeight();
+    const float numberWidth = fSizeNumber->Bounds().Width();
+    const float numberHeight = fSizeNumber->Bounds().Height();
+    const float sampleTop = Bounds().bottom - kGap - sampleHeight;
     const float sliderTop = sampleTop - kGap - sliderHeight;
     const float listTop = kGap + fieldHeight + kGap;
-    const float listHeight = sliderTop - kGap - listTop;
+    // A window that is to grow for a larger sample may still be too small.
+    const float listHeight = std::max(sliderTop - kGap - listTop, 0.0f);
     const float familiesWidth = std::floor(width * kFamiliesPart);
 
     fTargetField->MoveTo(kGap, kGap);
@@ -262,16 +307,18 @@ void ChartFontsTab::Rerender()
     fStylesScroll->MoveTo(kGap + familiesWidth + kGap, listTop);
     fStylesScroll->ResizeTo(width - familiesWidth - kGap, listHeight);
     fSize->MoveTo(kGap, sliderTop);
-    fSize->ResizeTo(width, sliderHeight);
+    fSize->ResizeTo(width - numberWidth - 1 - kBesideLabel, sliderHeight);
+    fSizeNumber->MoveTo(kGap + width - numberWidth, sliderTop + std::round((sliderHeight - numberHeight) / 2));
     fSample->MoveTo(kGap, sampleTop);
-    fSample->ResizeTo(width, kSampleHeight);
+    fSample->ResizeTo(width, sampleHeight);
 }
 
 void ChartFontsTab::GetMinimumSize(float* width, float* height)
 {
     const BPoint target = PreferredSizeOf(fTargetField);
     const BPoint slider = PreferredSizeOf(fSize);
+    const BPoint number = PreferredSizeOf(fSizeNumber);
     constexpr float kListAtLeast = 56;
-    *width = std::max(slider.x, target.x / kFamiliesPart) + 2 * kGap;
-    *height = target.y + slider.y + kSampleHeight + kListAtLeast + 5 * kGap;
+    *width = std::max(slider.x + number.x + 1 + kBesideLabel, target.x / kFamiliesPart) + 2 * kGap;
+    *height = target.y + std::max(slider.y, number.y) + SampleHeight() + kListAtLeast + 5 * kGap;
 }

@@ -5,6 +5,7 @@
 
 class BListView;
 class BMenuField;
+class BNumberControl;
 class BScrollView;
 class BSlider;
 class FontSample;
@@ -12,7 +13,9 @@ class FontSample;
 /// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions.
 /// With a target chosen every change goes to that caption at once; without one the fonts are only looked at.
 ///
-/// Only family, style and size are chosen here: the rest of a caption's font stays as it is. In a drag of several pages
+/// Another family keeps the style if it has it, else it begins with its regular one. Only family, style and size are
+/// chosen here: the rest of a caption's font stays as it is. The sample is as tall as the size requires, and the window
+/// grows with it. In a drag of several pages
 /// the two fonts take the place of those that another page has put into the message.
 class ChartFontsTab : public ChartPage {
 public:
@@ -21,7 +24,8 @@ public:
     void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
-    /// Back to no target, with the font that was chosen last.
+    /// Back to no target. After a revert the page shows the font of the caption that was the target last, at first that
+    /// of the value; when it is only shown again, the font that was chosen last.
     void GetState() override;
     void GetMinimumSize(float* width, float* height) override;
 
@@ -30,13 +34,16 @@ private:
 
     void ChooseTarget(Target target);
     void FillFamilies();
-    void FillStyles();
+    void FillStyles(const font_family family);
     void ShowFont(const BFont& font);
     void FamilyChosen();
     void StyleChosen();
-    void SizeChosen();
+    void SizeChosen(int32 size);
     void FontChanged();
-    void LabelSize();
+    void ShowSize();
+    void ShowSample();
+    const FFont& FontOf(Target target) const;
+    float SampleHeight() const;
 
     // Children of this view, and of those.
     BMenuField* fTargetField = nullptr;
@@ -45,8 +52,11 @@ private:
     BListView* fStyles = nullptr;
     BScrollView* fStylesScroll = nullptr;
     BSlider* fSize = nullptr;
+    BNumberControl* fSizeNumber = nullptr;
     FontSample* fSample = nullptr;
 
     FFont fFont;
     Target fTarget = kNone;
+    Target fLastTarget = kValue;
+    bool fIsShownAgain = false;
 };

@@ -27,6 +27,13 @@ void FontSample::SetSample(const FFont& font)
     Invalidate();
 }
 
+float FontSample::HeightForSample() const
+{
+    font_height height;
+    fFont.GetHeight(&height);
+    return std::ceil(height.ascent + height.descent) + 2 * kMargin;
+}
+
 void FontSample::Draw(BRect)
 {
     font_height height;

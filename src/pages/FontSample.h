@@ -11,6 +11,8 @@ public:
 
     /// The font that is shown and dragged; its mask goes with it.
     void SetSample(const FFont& font);
+    /// What the view has to be high so that nothing of the text is cut off, in pixels as bottom minus top.
+    float HeightForSample() const;
 
     void Draw(BRect update) override;
     void MouseDown(BPoint where) override;

@@ -2,6 +2,7 @@
 
 #include "kits/interface/TabView.h"
 #include "src/prefs/PrefsLayout.h"
+#include "src/prefs/PrefsWindow.h"
 
 PrefsTab::PrefsTab(const char* name)
     : BView(BRect(0, 0, 100, 100), name, B_FOLLOW_ALL, B_WILL_DRAW | B_FRAME_EVENTS)
@@ -27,6 +28,12 @@ void PrefsTab::FrameResized(float, float)
 void PrefsTab::Rerender()
 {
     fNeedsRerender = false;
+}
+
+void PrefsTab::MinimumSizeChanged()
+{
+    if (auto* window = dynamic_cast<PrefsWindow*>(Window()))
+        window->HoldPages();
 }
 
 bool PrefsTab::CopyRequested(BMessage* message)

@@ -40,6 +40,10 @@ public:
     /// The tab view that shows the page; not owned. It has to be set before the page is shown.
     void SetOwner(BTabView* owner) { fOwner = owner; }
 
+protected:
+    /// To be called when GetMinimumSize() gives another size: the window grows if it is too small.
+    void MinimumSizeChanged();
+
 private:
     BTabView* fOwner = nullptr;
     bool fNeedsRerender = true;

@@ -107,12 +107,19 @@ void PrefsWindow::MessageReceived(BMessage* message)
 
 void PrefsWindow::Show()
 {
-    RaiseMinimumSize();
+    if (fOwnersWidth < 0) {
+        float ignored = 0;
+        GetSizeLimits(&fOwnersWidth, &ignored, &fOwnersHeight, &ignored);
+        HoldPages();
+    }
     SmartWindow::Show();
 }
 
-void PrefsWindow::RaiseMinimumSize()
+void PrefsWindow::HoldPages()
 {
+    // The pages are measured when the window is shown.
+    if (fOwnersWidth < 0)
+        return;
     float pageWidth = fButtons->MinimumWidth() - 2 * kPageMargin;
     float pageHeight = 0;
     ForEachPage([&](PrefsTab* page) {
@@ -126,14 +133,16 @@ void PrefsWindow::RaiseMinimumSize()
     float rowHeight = 0;
     fButtons->GetPreferredSize(&ignored, &rowHeight);
 
-    float minWidth = 0;
     float maxWidth = 0;
-    float minHeight = 0;
     float maxHeight = 0;
-    GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
-    minWidth = std::max(minWidth, std::ceil(pageWidth + 2 * kPageMargin));
-    minHeight = std::max(minHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
+    GetSizeLimits(&ignored, &maxWidth, &ignored, &maxHeight);
+    const float minWidth = std::max(fOwnersWidth, std::ceil(pageWidth + 2 * kPageMargin));
+    const float minHeight =
+        std::max(fOwnersHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
     SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
+    const BRect bounds = Bounds();
+    if (bounds.Width() < minWidth || bounds.Height() < minHeight)
+        ResizeTo(std::max(bounds.Width(), minWidth), std::max(bounds.Height(), minHeight));
 }
 
 void PrefsWindow::Quit()

@@ -29,7 +29,11 @@ public:
     /// Fills the controls of all pages.
     void GetState();
 
-    /// The first time the window's smallest size, as set by its owner, is raised to what the pages need with this font.
+    /// Raises the window's smallest size, as its owner set it before it was shown, to what the pages need with this
+    /// font, and makes the window as large as that. A page calls it when it needs more or less than before.
+    void HoldPages();
+
+    /// Calls HoldPages() the first time.
     void Show() override;
     void Quit() override;
     void FrameResized(float width, float height) override;
@@ -39,9 +43,12 @@ private:
     void initialise();
     void ForEachPage(const std::function<void(PrefsTab*)>& action);
     void LayOut(float width, float height);
-    void RaiseMinimumSize();
 
     // Children of the window.
     DDTabView* fTabView = nullptr;
     PrefsButtonView* fButtons = nullptr;
+
+    // Smallest size by the owner's wish; negative before the window is shown.
+    float fOwnersWidth = -1;
+    float fOwnersHeight = -1;
 };

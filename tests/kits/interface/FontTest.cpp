@@ -2,11 +2,13 @@
 
 #include "kits/interface/drawing/TextCache.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
+#include <vector>
 
 TEST(Font, StartsAsTheUsersPlainFont)
 {
@@ -212,4 +214,96 @@ TEST(FontList, NamesWhatTheMachineHas)
     font_family unknown = "No Such Family";
     EXPECT_EQ(count_font_styles(unknown), 0);
     EXPECT_EQ(get_font_style(unknown, 0, &style), B_NAME_NOT_FOUND);
+}
+
+namespace {
+
+std::vector<std::string> StylesOf(const font_family family)
+{
+    std::vector<std::string> styles;
+    font_style style;
+    for (int32 i = 0; get_font_style(family, i, &style) == B_OK; i++)
+        styles.emplace_back(style);
+    return styles;
+}
+
+std::string RegularStyleOf(const font_family family)
+{
+    font_style style = "";
+    EXPECT_EQ(kits::GetRegularStyle(family, &style), B_OK);
+    return style;
+}
+
+/// Family and style in which a font is shown.
+std::string ListedAs(const char* family, const char* style, uint16 face = B_REGULAR_FACE)
+{
+    BFont font;
+    font.SetFamilyAndStyle(family, style);
+    font.SetFace(face);
+    font_family listedFamily = "";
+    font_style listedStyle = "";
+    EXPECT_EQ(kits::GetListedStyle(font, &listedFamily, &listedStyle), B_OK);
+    return std::string(listedFamily) + "/" + listedStyle;
+}
+
+constexpr font_family kDejaVu = "DejaVu Sans";
+
+} // namespace
+
+TEST(FontList, StylesStandInASensibleOrder)
+{
+    std::vector<std::string> styles = StylesOf(kDejaVu);
+    if (styles.empty())
+        GTEST_SKIP() << "the family is not installed";
+    // More of them may be installed.
+    const std::vector<std::string> known = {"Book", "Oblique", "Bold", "Bold Oblique"};
+    std::erase_if(styles,
+                  [&](const auto& style) { return std::find(known.begin(), known.end(), style) == known.end(); });
+    std::vector<std::string> expected = known;
+    std::erase_if(expected,
+                  [&](const auto& style) { return std::find(styles.begin(), styles.end(), style) == styles.end(); });
+    EXPECT_EQ(styles, expected);
+    const std::vector<std::string> all = StylesOf(kDejaVu);
+    bool isCondensed = false;
+    for (const std::string& style : all) {
+        EXPECT_LE(isCondensed, style.starts_with("Condensed")) << style << " stands behind narrower ones";
+        isCondensed = style.starts_with("Condensed");
+    }
+}
+
+TEST(FontList, TheRegularStyle)
+{
+    const int32 count = count_font_families();
+    for (int32 i = 0; i < count; i++) {
+        font_family family;
+        ASSERT_EQ(get_font_family(i, &family), B_OK);
+        const std::vector<std::string> styles = StylesOf(family);
+        const std::string regular = RegularStyleOf(family);
+        EXPECT_NE(std::find(styles.begin(), styles.end(), regular), styles.end()) << family;
+        for (const char* plain : {"Regular", "Book", "Normal", "Roman"}) {
+            if (std::find(styles.begin(), styles.end(), plain) != styles.end()) {
+                EXPECT_EQ(regular, plain) << family;
+                break;
+            }
+        }
+    }
+    font_style style;
+    EXPECT_EQ(kits::GetRegularStyle("No Such Family", &style), B_NAME_NOT_FOUND);
+    EXPECT_EQ(kits::GetRegularStyle(kDejaVu, nullptr), B_BAD_VALUE);
+}
+
+TEST(FontList, EveryFontIsShownInAListedOne)
+{
+    if (StylesOf(kDejaVu).empty())
+        GTEST_SKIP() << "the family is not installed";
+    EXPECT_EQ(ListedAs(kDejaVu, "Bold"), "DejaVu Sans/Bold");
+    EXPECT_EQ(ListedAs(kDejaVu, ""), "DejaVu Sans/Book");
+    EXPECT_EQ(ListedAs(kDejaVu, "", B_BOLD_FACE), "DejaVu Sans/Bold");
+    EXPECT_EQ(ListedAs(kDejaVu, "No Such Style"), "DejaVu Sans/Book");
+    font_family first;
+    ASSERT_EQ(get_font_family(0, &first), B_OK);
+    EXPECT_EQ(ListedAs(first, ""), std::string(first) + "/" + RegularStyleOf(first));
+    // One that is not here is shown in some that is.
+    const std::string other = ListedAs("No Such Family", "");
+    EXPECT_GT(other.size(), 1u);
 }

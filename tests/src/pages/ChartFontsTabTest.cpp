@@ -1,6 +1,7 @@
 #include "src/pages/ChartFontsTab.h"
 
 #include "kits/interface/ListView.h"
+#include "kits/interface/NumberControl.h"
 #include "kits/interface/ScrollView.h"
 #include "kits/support/TypeConstants.h"
 #include "src/pages/ChartGeneralTab.h"
@@ -38,6 +39,7 @@ protected:
         fFamilies = dynamic_cast<BListView*>(FindNth<BScrollView>(fPage, 0)->Target());
         fStyles = dynamic_cast<BListView*>(FindNth<BScrollView>(fPage, 1)->Target());
         fSize = FindNth<BSlider>(fPage);
+        fNumber = FindNth<BNumberControl>(fPage);
         fSample = FindNth<FontSample>(fPage);
     }
 
@@ -48,6 +50,28 @@ protected:
         BMessage message(*list->SelectionMessage());
         list->BInvoker::Invoke(&message);
         test::Turn();
+    }
+
+    static int32 RowOf(const BListView* list, const std::string& text)
+    {
+        for (int32 i = 0; const BListItem* item = list->ItemAt(i); i++) {
+            if (item->Text() == text)
+                return i;
+        }
+        return -1;
+    }
+
+    static std::string Selected(const BListView* list)
+    {
+        const BListItem* item = list->ItemAt(list->CurrentSelection());
+        return item != nullptr ? item->Text() : "none";
+    }
+
+    /// True if the selected row lies inside of its list.
+    static bool SelectionShows(const BListView* list)
+    {
+        const BRect row = list->ItemFrame(list->CurrentSelection());
+        return row.IsValid() && row.top >= 0 && row.bottom <= list->Bounds().bottom + 1;
     }
 
     static std::string FamilyOf(const BFont& font)
@@ -70,6 +94,7 @@ protected:
     BListView* fFamilies = nullptr;
     BListView* fStyles = nullptr;
     BSlider* fSize = nullptr;
+    BNumberControl* fNumber = nullptr;
     FontSample* fSample = nullptr;
 };
 
@@ -120,7 +145,7 @@ TEST_F(ChartFontsTabTest, WithATargetEveryChoiceAppliesAtOnce)
     Pick(fFamilies, fFamilies->CountItems() - 1);
     EXPECT_EQ(FamilyOf(chart->TitleFont()), fFamilies->ItemAt(fFamilies->CountItems() - 1)->Text());
     ASSERT_GT(fStyles->CountItems(), 0);
-    EXPECT_EQ(StyleOf(chart->TitleFont()), fStyles->ItemAt(0)->Text());
+    EXPECT_EQ(StyleOf(chart->TitleFont()), Selected(fStyles));
     Pick(fStyles, fStyles->CountItems() - 1);
     EXPECT_EQ(StyleOf(chart->TitleFont()), fStyles->ItemAt(fStyles->CountItems() - 1)->Text());
 
@@ -158,6 +183,137 @@ TEST_F(ChartFontsTabTest, RevertPutsBothFontsBack)
     EXPECT_STREQ(Marked(fTarget->Menu()), "< none >");
     Use(fSize, 60);
     EXPECT_TRUE(ChartSettings().HasSameData(before));
+}
+
+TEST_F(ChartFontsTabTest, AfterARevertThePageShowsTheFontOfTheChart)
+{
+    FFont font(chart->TitleFont());
+    font.SetSize(21);
+    chart->SetTitleFont(&font);
+    ShowPage();
+    const std::string family = Selected(fFamilies);
+    const std::string style = Selected(fStyles);
+    for (const uint32 code : {MSG_PREFS_REVERT, MSG_PREFS_REVERT_ALL}) {
+        Choose(Item(fTarget, "Title"));
+        Pick(fFamilies, fFamilies->CurrentSelection() == 0 ? 1 : 0);
+        Use(fSize, 60);
+        Post(code);
+        EXPECT_EQ(fSize->Value(), 21) << "of the caption that was changed";
+        EXPECT_EQ(fNumber->Value(), 21);
+        EXPECT_EQ(Selected(fFamilies), family);
+        EXPECT_EQ(Selected(fStyles), style);
+        EXPECT_EQ(fSample->AccessibleValue().substr(fSample->AccessibleValue().rfind(' ') + 1), "21");
+    }
+    // What was only looked at is gone as well.
+    Choose(Item(fTarget, "Value"));
+    Choose(Item(fTarget, "< none >"));
+    Use(fSize, 77);
+    Post(MSG_PREFS_REVERT);
+    EXPECT_EQ(fSize->Value(), 15);
+}
+
+TEST_F(ChartFontsTabTest, WhenItIsShownAgainItShowsWhatWasChosenLast)
+{
+    ShowPage();
+    AddPage(new ChartGeneralTab(chart));
+    Use(fSize, 77);
+    TabView()->Select(1);
+    test::Turn();
+    TabView()->Select(0);
+    test::Turn();
+    EXPECT_EQ(fSize->Value(), 77);
+    TabView()->Select(1);
+    test::Turn();
+    Post(MSG_PREFS_REVERT);
+    TabView()->Select(0);
+    test::Turn();
+    EXPECT_EQ(fSize->Value(), 15) << "after a revert of another page too";
+}
+
+TEST_F(ChartFontsTabTest, AnotherFamilyKeepsTheStyleIfItHasIt)
+{
+    ShowPage();
+    const int32 sans = RowOf(fFamilies, "DejaVu Sans");
+    const int32 mono = RowOf(fFamilies, "DejaVu Sans Mono");
+    const int32 serif = RowOf(fFamilies, "DejaVu Serif");
+    if (sans < 0 || mono < 0 || serif < 0)
+        GTEST_SKIP() << "the families are not installed";
+    Choose(Item(fTarget, "Title"));
+    Pick(fFamilies, sans);
+    EXPECT_EQ(StyleOf(chart->TitleFont()), "Book") << "from the default font, which has no style";
+    Pick(fStyles, RowOf(fStyles, "Bold"));
+    Pick(fFamilies, mono);
+    EXPECT_EQ(FamilyOf(chart->TitleFont()), "DejaVu Sans Mono");
+    EXPECT_EQ(StyleOf(chart->TitleFont()), "Bold");
+    EXPECT_EQ(Selected(fStyles), "Bold");
+    // One of them has no oblique letters.
+    const int32 oblique = RowOf(fStyles, "Bold Oblique");
+    if (oblique >= 0) {
+        Pick(fStyles, oblique);
+        Pick(fFamilies, serif);
+        EXPECT_EQ(StyleOf(chart->TitleFont()), RowOf(fStyles, "Bold Oblique") >= 0 ? "Bold Oblique" : "Book");
+    }
+}
+
+TEST_F(ChartFontsTabTest, TheFontOfTheChartIsSelectedAndShows)
+{
+    font_family family;
+    ASSERT_EQ(get_font_family(count_font_families() - 1, &family), B_OK);
+    font_style style;
+    ASSERT_EQ(get_font_style(family, count_font_styles(family) - 1, &style), B_OK);
+    FFont font(chart->TitleFont());
+    font.SetFamilyAndStyle(family, style);
+    chart->SetTitleFont(&font);
+    ShowPage();
+    // The default font has no style, and perhaps a family that stands for another one.
+    for (const char* target : {"Value", "Title", "Value"}) {
+        Choose(Item(fTarget, target));
+        ASSERT_GE(fFamilies->CurrentSelection(), 0) << target;
+        ASSERT_GE(fStyles->CurrentSelection(), 0) << target;
+        EXPECT_TRUE(SelectionShows(fFamilies)) << target;
+        EXPECT_TRUE(SelectionShows(fStyles)) << target;
+    }
+    Choose(Item(fTarget, "Title"));
+    EXPECT_EQ(Selected(fFamilies), family);
+    EXPECT_EQ(Selected(fStyles), style);
+}
+
+TEST_F(ChartFontsTabTest, TheSizeIsANumberToo)
+{
+    ShowPage();
+    Choose(Item(fTarget, "Title"));
+    EXPECT_EQ(fNumber->Value(), fSize->Value());
+    Use(fSize, 22);
+    EXPECT_EQ(fNumber->Value(), 22);
+    Use(fNumber, 37);
+    EXPECT_EQ(fSize->Value(), 37);
+    EXPECT_STREQ(fSize->Label(), "Size 37");
+    EXPECT_EQ(chart->TitleFont().Size(), 37);
+}
+
+TEST_F(ChartFontsTabTest, TheSampleIsAsTallAsTheSizeRequires)
+{
+    ShowPage();
+    const BRect before = prefs->Bounds();
+    for (const int32 size : {15, 60, 200, 100}) {
+        Use(fSize, size);
+        test::Turn();
+        font_height height;
+        FFont font(chart->ValueFont());
+        font.SetSize(static_cast<float>(size));
+        font.GetHeight(&height);
+        EXPECT_GE(fSample->Bounds().Height() + 1, height.ascent + height.descent) << size;
+        EXPECT_LE(fSample->Frame().bottom, fPage->Bounds().bottom) << size;
+        EXPECT_LE(fSize->Frame().bottom, fSample->Frame().top) << size;
+        EXPECT_GT(fFamilies->Parent()->Bounds().Height(), 40) << size;
+    }
+    EXPECT_GT(prefs->Bounds().Height(), before.Height()) << "the window has grown";
+    EXPECT_EQ(prefs->Bounds().Width(), before.Width());
+    float minimum = 0;
+    float ignored = 0;
+    Use(fSize, 15);
+    prefs->GetSizeLimits(&ignored, &ignored, &minimum, &ignored);
+    EXPECT_EQ(minimum, before.Height()) << "and may be made as small as before";
 }
 
 TEST_F(ChartFontsTabTest, ADragOfThePageCarriesBothFonts)
@@ -239,6 +395,8 @@ TEST_F(ChartFontsTabTest, NothingOverlapsAtItsMinimumSize)
     EXPECT_GT(fFamilies->Parent()->Bounds().Height(), 40);
     EXPECT_LE(fFamilies->Parent()->Frame().right, fStyles->Parent()->Frame().left);
     EXPECT_LE(fFamilies->Parent()->Frame().bottom, fSize->Frame().top);
+    EXPECT_LE(fSize->Frame().right, fNumber->Frame().left);
+    EXPECT_LE(fNumber->Frame().right, fPage->Bounds().right);
     EXPECT_LE(fSize->Frame().bottom, fSample->Frame().top);
     EXPECT_LE(fSample->Frame().bottom, fPage->Bounds().bottom);
 }

@@ -1,0 +1,74 @@
+#include "kits/interface/NumberControl.h"
+
+#include "kits/application/Message.h"
+#include "kits/interface/controls/Content.h"
+
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace {
+
+class NumberWidget : public QSpinBox {
+public:
+    NumberWidget() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    /// Scrolling past it changes nothing.
+    void wheelEvent(QWheelEvent* event) override
+    {
+        if (hasFocus())
+            QSpinBox::wheelEvent(event);
+        else
+            event->ignore();
+    }
+};
+
+} // namespace
+
+BNumberControl::BNumberControl(BRect frame, const char* name, BMessage* message, int32 minValue, int32 maxValue,
+                               uint32 resizingMode, uint32 flags)
+    : BControl(frame, "", "", message, resizingMode, flags)
+    , fMinValue(std::min(minValue, maxValue))
+    , fMaxValue(std::max(minValue, maxValue))
+{
+    SetAccessibleName(name);
+    StoreValue(fMinValue);
+}
+
+BNumberControl::~BNumberControl() = default;
+
+void BNumberControl::AttachedToWindow()
+{
+    BControl::AttachedToWindow();
+    TakePreferredHeight();
+    GrowToPreferred();
+}
+
+void BNumberControl::SetValue(int32 value)
+{
+    BControl::SetValue(std::clamp(value, fMinValue, fMaxValue));
+}
+
+QWidget* BNumberControl::MakeWidget()
+{
+    auto* field = new NumberWidget;
+    QObject::connect(field, &QSpinBox::valueChanged, fContent.get(), [this](int value) {
+        StoreValue(value);
+        Invoke();
+    });
+    return field;
+}
+
+void BNumberControl::UpdateWidget()
+{
+    BControl::UpdateWidget();
+    auto* field = fContent->As<QSpinBox>();
+    const QSignalBlocker silent(field);
+    field->setRange(fMinValue, fMaxValue);
+    // The text is left alone while the user types the same number, a leading zero for example.
+    if (field->value() != Value())
+        field->setValue(Value());
+}
