@@ -654,7 +654,7 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     <message>
         <location filename="../src/pages/ChartGeneralTab.cpp"/>
         <source>BgColor = Desktop</source>
-        <translation>Grund wie Arbeitsfläche</translation>
+        <translation>Grund = Arbeitsfläche</translation>
     </message>
     <message>
         <location filename="../src/pages/ChartGeneralTab.cpp"/>

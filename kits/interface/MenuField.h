@@ -43,6 +43,8 @@ public:
     /// The room that the button needs for every choice. It prefers more: below that, choices are set in narrower
     /// letters, and below this they are cut. Main thread.
     float NarrowestMenuWidth();
+    /// The divider for which the label is set in its narrowest letters; with a closer one it is shortened. Main thread.
+    float NarrowestLabelWidth();
 
 private:
     friend class BMenu;

@@ -31,6 +31,8 @@ public:
     /// shortened when it does not fit. Until it is set, the label takes what it needs.
     virtual void SetDivider(float position);
     float Divider() const;
+    /// The divider for which the label is set in its narrowest letters; with a closer one it is shortened. Main thread.
+    float NarrowestLabelWidth();
 
 protected:
     QWidget* MakeWidget() override;

@@ -99,6 +99,10 @@ public:
     virtual void ResizeToPreferred();
     /// Takes or gives up the keyboard focus. The plain view invalidates itself so that Draw can show IsFocus().
     virtual void MakeFocus(bool focus = true);
+    /// Has the Tab key visit this view right before another child of its parent; else it visits children in the order
+    /// in which they were attached. Where the two overlap, the other one is in front. Main thread, once both are
+    /// attached; nothing happens otherwise.
+    void PrecedeInTabOrder(BView* next);
     void MessageReceived(BMessage* message) override;
 
     // The tree.

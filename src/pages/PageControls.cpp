@@ -8,12 +8,9 @@
 
 namespace {
 
-/// Between a label and its field where the page is as small as it can be; pixels.
-constexpr float kSmallestBesideLabel = 4;
-
 float WidthOfBoth(float label, float rest, float part)
 {
-    return std::max((label + kSmallestBesideLabel) * part, rest / (1 - 1 / part));
+    return std::max(label * part, rest / (1 - 1 / part));
 }
 
 } // namespace
@@ -33,12 +30,12 @@ BPoint PreferredSizeOf(BView* control)
 
 float FieldWidth(BMenuField* field, float part)
 {
-    return WidthOfBoth(field->StringWidth(field->Label()), field->NarrowestMenuWidth(), part);
+    return WidthOfBoth(field->NarrowestLabelWidth(), field->NarrowestMenuWidth(), part);
 }
 
 float FieldWidth(BTextControl* field, float part)
 {
-    return WidthOfBoth(field->StringWidth(field->Label()), PreferredSizeOf(field).x - field->Divider(), part);
+    return WidthOfBoth(field->NarrowestLabelWidth(), PreferredSizeOf(field).x - field->Divider(), part);
 }
 
 std::string PercentLabel(const char* name, float position)

@@ -15,6 +15,13 @@ PrefsButtonView::PrefsButtonView(BRect frame)
     SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
 }
 
+void PrefsButtonView::AllAttached()
+{
+    // They stand the other way round than they were made.
+    fRevertAll->PrecedeInTabOrder(fCancel);
+    fRevert->PrecedeInTabOrder(fCancel);
+}
+
 BButton* PrefsButtonView::MakeButton(const char* label, uint32 code)
 {
     auto* button =

@@ -12,6 +12,7 @@ public:
 
     /// Lays the buttons out for the present bounds. In a row that is too narrow they overlap.
     void Rerender();
+    void AllAttached() override;
     void FrameResized(float width, float height) override;
 
     /// The height depends on the font; the width is a token one.

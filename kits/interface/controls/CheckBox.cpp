@@ -6,13 +6,22 @@
 #include <QCheckBox>
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include <algorithm>
 
 namespace {
 
-/// One whose letters are narrowed when it is made narrower than it asks for.
+/// One whose letters are narrowed when it is made narrower than it asks for, and whose mark is as tall as they are:
+/// styles draw it in one size.
 class NarrowingBox : public QCheckBox {
 public:
-    QSize sizeHint() const override { return kits::NarrowText::Natural(this, text(), QCheckBox::sizeHint()); }
+    QSize sizeHint() const override
+    {
+        const QSize size = kits::NarrowText::Natural(this, text(), QCheckBox::sizeHint());
+        return {size.width() + Growth(), std::max(size.height(), Mark().height())};
+    }
     int NarrowestWidth() const
     {
         return Around() + kits::NarrowText::WidthOf(this, text(), kits::NarrowText::kNarrowest);
@@ -26,7 +35,48 @@ protected:
         Fit();
     }
 
+    void paintEvent(QPaintEvent* event) override
+    {
+        if (Growth() == 0) {
+            QCheckBox::paintEvent(event);
+            return;
+        }
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        const QRect label = style()->subElementRect(QStyle::SE_CheckBoxContents, &option, this);
+        const QRect shown = layoutDirection() == Qt::RightToLeft ? label.adjusted(0, 0, -Growth(), 0)
+                                                                 : label.adjusted(Growth(), 0, 0, 0);
+        const QRect mark(QPoint(0, (height() - Mark().height()) / 2), Mark());
+        option.rect = QStyle::visualRect(layoutDirection(), rect(), mark);
+        painter.drawPrimitive(QStyle::PE_IndicatorCheckBox, option);
+        option.rect = shown;
+        painter.drawControl(QStyle::CE_CheckBoxLabel, option);
+        if (option.state.testFlag(QStyle::State_HasFocus)) {
+            QStyleOptionFocusRect focus;
+            focus.QStyleOption::operator=(option);
+            painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+        }
+    }
+
+    bool hitButton(const QPoint& place) const override
+    {
+        return Growth() == 0 ? QCheckBox::hitButton(place) : rect().contains(place);
+    }
+
 private:
+    QSize StylesMark() const
+    {
+        return {style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
+                style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this)};
+    }
+    QSize Mark() const
+    {
+        const int letters = fontMetrics().ascent();
+        return StylesMark().expandedTo(QSize(letters, letters));
+    }
+    /// How much wider the mark is than the style's.
+    int Growth() const { return Mark().width() - StylesMark().width(); }
     int Around() const { return sizeHint().width() - kits::NarrowText::WidthOf(this, text(), QFont::Unstretched); }
 };
 

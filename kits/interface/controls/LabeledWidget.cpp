@@ -1,5 +1,7 @@
 #include "kits/interface/controls/LabeledWidget.h"
 
+#include "kits/interface/controls/NarrowText.h"
+
 #include <QEvent>
 #include <QLabel>
 
@@ -52,6 +54,11 @@ int LabeledWidget::LabelWidth() const
     return fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + 1 + kGap;
 }
 
+int LabeledWidget::NarrowestLabelWidth() const
+{
+    return fLabel.isEmpty() ? 0 : NarrowText::WidthOf(this, fLabel, NarrowText::kNarrowest) + 1 + kSmallestGap;
+}
+
 QSize LabeledWidget::sizeHint() const
 {
     const QSize field = fField->sizeHint();
@@ -67,7 +74,8 @@ void LabeledWidget::LayOut()
     fField->setGeometry(divider, (this->height() - height) / 2, width() - divider, height);
     const int room = std::max(0, divider - kSmallestGap);
     fText->setGeometry(0, 0, room, this->height());
-    fText->setText(fontMetrics().elidedText(fLabel, Qt::ElideRight, room));
+    NarrowText::Fit(fText, fLabel, room);
+    fText->setText(fText->fontMetrics().elidedText(fLabel, Qt::ElideRight, room));
 }
 
 void LabeledWidget::resizeEvent(QResizeEvent* event)

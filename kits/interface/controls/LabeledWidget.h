@@ -8,7 +8,8 @@ class QLabel;
 namespace kits {
 
 /// A text with a field on its right that fills the rest: what text controls and menu fields are made of. The field is
-/// centred on the height, has the focus, and is called by the text.
+/// centred on the height, has the focus, and is called by the text. A text that lacks room is set in narrower letters,
+/// and shortened where these do not fit either.
 class LabeledWidget : public QWidget {
 public:
     /// @param field  owned from here
@@ -20,6 +21,8 @@ public:
     void SetDivider(float divider);
     /// Where the field begins now.
     int Divider() const;
+    /// The divider below which the label is shortened.
+    int NarrowestLabelWidth() const;
 
     QSize sizeHint() const override;
 

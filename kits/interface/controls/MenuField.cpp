@@ -162,6 +162,12 @@ float BMenuField::NarrowestMenuWidth()
     return static_cast<float>(button->NarrowestWidth());
 }
 
+float BMenuField::NarrowestLabelWidth()
+{
+    EnsureWidget()->ensurePolished();
+    return static_cast<float>(fContent->As<kits::LabeledWidget>()->NarrowestLabelWidth());
+}
+
 QWidget* BMenuField::EnsureWidget()
 {
     if (fContent == nullptr && kits::IsMainThread()) {

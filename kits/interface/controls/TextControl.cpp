@@ -50,6 +50,12 @@ float BTextControl::Divider() const
     return static_cast<float>(fContent->As<kits::LabeledWidget>()->Divider());
 }
 
+float BTextControl::NarrowestLabelWidth()
+{
+    EnsureWidget()->ensurePolished();
+    return static_cast<float>(fContent->As<kits::LabeledWidget>()->NarrowestLabelWidth());
+}
+
 void BTextControl::UserEdited(std::string text)
 {
     fText = std::move(text);

@@ -2,6 +2,7 @@
 
 #include "kits/interface/screens/XSettings.h"
 #include "kits/interface/theme/DarkSigns.h"
+#include "kits/interface/theme/DarkStyle.h"
 #include "kits/interface/theme/DesktopColors.h"
 #include "kits/interface/theme/Palettes.h"
 #include "kits/interface/views/ViewImpl.h"
@@ -59,6 +60,8 @@ void Apply()
     QGuiApplication::setPalette(QPalette());
     const bool toolkitIsDark = IsDarkColor(QGuiApplication::palette().color(QPalette::Base));
     const bool dark = sIsDark.value_or(toolkitIsDark);
+    if (dark)
+        DarkStyle::Install();
     if (dark != toolkitIsDark)
         QGuiApplication::setPalette(dark ? Palettes::Dark() : Palettes::Light());
     else if (!dark)

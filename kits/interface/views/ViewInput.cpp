@@ -28,6 +28,14 @@ void BView::MakeFocus(bool focus)
         fImpl->fPane->clearFocus();
 }
 
+void BView::PrecedeInTabOrder(BView* next)
+{
+    if (!kits::IsMainThread() || fImpl->fPane == nullptr || next->fImpl->fPane == nullptr || next->Parent() != Parent())
+        return;
+    // Windows walk the children of widgets, which stand as they are stacked.
+    fImpl->fPane->stackUnder(next->fImpl->fPane);
+}
+
 void BView::DragMessage(BMessage* message, BRect rect, BHandler* replyTo)
 {
     if (message != nullptr)

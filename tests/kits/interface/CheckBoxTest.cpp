@@ -2,6 +2,8 @@
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QCheckBox>
+#include <QFont>
+#include <QImage>
 
 class CheckBoxTest : public WidgetTest {
 protected:
@@ -35,6 +37,46 @@ TEST_F(CheckBoxTest, WhatTheProgramSetsIsSilent)
     fBox->SetValue(B_CONTROL_OFF);
     EXPECT_FALSE(IsChecked());
     EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(CheckBoxTest, ItsMarkIsAsTallAsItsLetters)
+{
+    QWidget* widget = FocusOf(fBox);
+    const QSize small = widget->sizeHint();
+    QFont large = widget->font();
+    large.setPixelSize(40);
+    widget->setFont(large);
+    float width = 0;
+    float height = 0;
+    fBox->GetPreferredSize(&width, &height);
+    fBox->ResizeTo(width, height);
+    test::Turn();
+    const int letters = widget->fontMetrics().ascent();
+    EXPECT_GT(letters, small.height());
+    EXPECT_GE(widget->sizeHint().width(), letters + widget->fontMetrics().horizontalAdvance("Draw Border"));
+
+    // The mark reaches as far as anything is drawn left of the text.
+    const QImage picture = widget->grab().toImage();
+    const QColor panel = widget->palette().color(QPalette::Window);
+    const auto isDrawn = [&](int x) {
+        for (int y = 0; y < picture.height(); y++) {
+            if (picture.pixelColor(x, y) != panel)
+                return true;
+        }
+        return false;
+    };
+    int side = 0;
+    while (isDrawn(side))
+        side++;
+    EXPECT_NEAR(side, letters, 1);
+    int text = side;
+    while (!isDrawn(text))
+        text++;
+    EXPECT_GE(text - side, 2) << "between it and the text";
+
+    test::Click(fBox, BPoint(static_cast<float>(letters - 3), height / 2));
+    EXPECT_EQ(fBox->Value(), B_CONTROL_ON);
+    EXPECT_NE(widget->grab().toImage(), picture);
 }
 
 TEST_F(CheckBoxTest, AnyOtherNumberIsOn)

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -118,4 +120,24 @@ TEST_F(PrefsButtonViewTest, FollowsItsSize)
     fRow->ResizeBy(50, 0);
     test::Turn();
     EXPECT_GT(Button("Cancel")->Frame().left, before);
+}
+
+TEST_F(PrefsButtonViewTest, TabVisitsThemFromLeftToRight)
+{
+    test::Show(fWindow);
+    fRow->Rerender();
+    Button("Revert all")->MakeFocus(true);
+    test::Turn();
+    std::vector<std::string> visited;
+    for (int i = 0; i < 3; i++) {
+        for (const char* label : {"Revert all", "Revert", "Cancel"}) {
+            if (Button(label)->IsFocus())
+                visited.emplace_back(label);
+        }
+        test::Key(fWindow, B_TAB);
+        test::Turn();
+    }
+    EXPECT_EQ(visited, (std::vector<std::string>{"Revert all", "Revert", "Cancel"}));
+    EXPECT_LT(Button("Revert all")->Frame().right, Button("Revert")->Frame().left);
+    EXPECT_LT(Button("Revert")->Frame().right, Button("Cancel")->Frame().left);
 }
