@@ -1,6 +1,7 @@
 #include "src/prefs/PrefsWindow.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Screen.h"
 #include "src/prefs/DDTabView.h"
 #include "src/prefs/PrefsButtonView.h"
 #include "src/prefs/PrefsLayout.h"
@@ -10,6 +11,13 @@
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+/// What stays free at the edge of the screen for the outline that a window manager draws; pixels.
+constexpr float kOutline = 8;
+
+} // namespace
 
 PrefsWindow::PrefsWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot)
     : SmartWindow(frame, title, target, ownerSlot, 0)
@@ -140,9 +148,16 @@ void PrefsWindow::HoldPages()
     const float minHeight =
         std::max(fOwnersHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
     SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
-    const BRect bounds = Bounds();
-    if (bounds.Width() < minWidth || bounds.Height() < minHeight)
-        ResizeTo(std::max(bounds.Width(), minWidth), std::max(bounds.Height(), minHeight));
+    BRect frame = Frame();
+    if (frame.Width() >= minWidth && frame.Height() >= minHeight)
+        return;
+    frame.right = std::max(frame.right, frame.left + minWidth);
+    frame.bottom = std::max(frame.bottom, frame.top + minHeight);
+    const BRect screen = BScreen(this).Frame();
+    const float left = std::max(screen.left, std::min(frame.left, screen.right - kOutline - frame.Width()));
+    const float top = std::max(screen.top, std::min(frame.top, screen.bottom - kOutline - frame.Height()));
+    MoveTo(left, top);
+    ResizeTo(frame.Width(), frame.Height());
 }
 
 void PrefsWindow::Quit()

@@ -3,6 +3,7 @@
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 
 class MenuFieldTest : public WidgetTest {
@@ -118,4 +119,24 @@ TEST_F(MenuFieldTest, NarrowsItsLettersWhereAChoiceHasNoRoom)
     float now = 0;
     fField->GetPreferredSize(&now, nullptr);
     EXPECT_EQ(now, preferred);
+}
+
+TEST_F(MenuFieldTest, NarrowsTheLettersOfItsLabelBeforeItShortensIt)
+{
+    const auto label = [this] { return kits::ViewWidget(fField)->findChild<QLabel*>(); };
+    const auto width = [&] { return label()->fontMetrics().horizontalAdvance(label()->text()); };
+    fField->SetDivider(150);
+    test::Turn();
+    const int natural = width();
+    fField->SetDivider(fField->NarrowestLabelWidth());
+    test::Turn();
+    EXPECT_EQ(label()->text(), QLatin1String("Target:"));
+    EXPECT_LT(width(), natural);
+    EXPECT_LE(width(), label()->width());
+    fField->SetDivider(fField->NarrowestLabelWidth() / 2);
+    test::Turn();
+    EXPECT_NE(label()->text(), QLatin1String("Target:"));
+    fField->SetDivider(150);
+    test::Turn();
+    EXPECT_EQ(width(), natural) << "they are widened again";
 }

@@ -1,6 +1,7 @@
 #include "src/prefs/PrefsWindow.h"
 
 #include "kits/interface/Button.h"
+#include "kits/interface/Screen.h"
 #include "src/prefs/DDTabView.h"
 #include "src/prefs/PrefsButtonView.h"
 #include "tests/src/prefs/gui/NotingPage.h"
@@ -226,6 +227,34 @@ TEST_F(PrefsWindowTest, ItsMinimumGrowsToWhatThePagesNeed)
     TabView()->Select(1);
     EXPECT_GE(fSecond->Bounds().Width(), 600);
     EXPECT_GE(fSecond->Bounds().Height(), 500);
+}
+
+TEST_F(PrefsWindowTest, WhenItGrowsItStaysOnTheScreen)
+{
+    const BRect screen = BScreen(fWindow).Frame();
+    fSecond->minimumSize = BPoint(600, 300);
+    fWindow->MoveTo(screen.right - 200, screen.top + 100);
+    AddPages();
+    test::Turn();
+    EXPECT_GE(fWindow->Bounds().Width(), 610);
+    EXPECT_LE(fWindow->Frame().right, screen.right);
+    EXPECT_EQ(fWindow->Frame().top, screen.top + 100) << "there is room";
+
+    // A page that needs more later, and less again.
+    fSecond->minimumSize = BPoint(600, 450);
+    fWindow->MoveTo(screen.left + 20, screen.bottom - 400);
+    test::Turn();
+    const float before = fWindow->Bounds().Height();
+    fWindow->HoldPages();
+    test::Turn();
+    EXPECT_GT(fWindow->Bounds().Height(), before);
+    EXPECT_LE(fWindow->Frame().bottom, screen.bottom);
+    EXPECT_EQ(fWindow->Frame().left, screen.left + 20);
+    const BRect grown = fWindow->Frame();
+    fSecond->minimumSize = BPoint(100, 100);
+    fWindow->HoldPages();
+    test::Turn();
+    EXPECT_EQ(fWindow->Frame(), grown) << "only the limit is lower";
 }
 
 TEST_F(PrefsWindowTest, ItsMinimumStaysWhereThePagesHaveRoom)
