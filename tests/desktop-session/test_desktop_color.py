@@ -4,6 +4,7 @@ import signal
 
 from desktop import wait_until
 from prefs import DESKTOP_COLOR, PICK_DESKTOP, RAMPS, SWATCH, TEST_ON_DESKTOP, PrefsTest
+from replicants import ReplicantsTest
 
 BARE = (1270, 790)
 """A place of the screen that no window covers."""
@@ -108,3 +109,22 @@ class DesktopColor(PrefsTest):
         self.assertEqual(self.bare(), picked)
         self.program = self.start()
         wait_until(lambda: self.bare() == (32, 64, 96), "the desktop as before")
+
+
+class OnDesktop(ReplicantsTest, PrefsTest):
+    def test_a_chart_takes_a_swatch_itself(self):
+        self.drag_out(104, 664)
+        chart = self.replicant()
+        wait_until(lambda: self.desktop.geometry(chart)[:2] == (100, 660), "the place of the chart")
+        place = self.on_screen(chart, 500, 60)  # no curve comes there for long
+        self.open_prefs()
+        self.show("Colors")
+        self.click((5 + 200, RAMPS["red"]))
+        color = wait_until(lambda: max(self.page().pixel(*SWATCH)) and self.page().pixel(*SWATCH), "a colour")
+        bare = self.desktop.picture().pixel(*BARE)
+        self.assertNotEqual(bare, color)
+        self.take_hold(self.on_screen(self.prefs, *SWATCH))
+        self.let_go(place)
+        wait_until(lambda: self.desktop.picture().pixel(*place) == color, "the colour on the chart")
+        self.settle()
+        self.assertEqual(self.desktop.picture().pixel(*BARE), bare)

@@ -106,10 +106,11 @@ private:
     QPointer<QWindow> fWindow;
 };
 
-/// The desktop takes archives, which become charts there, and colours.
-bool IsForDesktop(const BMessage& message)
+DragCourse::Taker TakerOf(const BMessage& message)
 {
-    return message.what == B_ARCHIVED_OBJECT || DropMessage::ColorOf(message).has_value();
+    if (message.what == B_ARCHIVED_OBJECT)
+        return DragCourse::Taker::kDesktop;
+    return DropMessage::ColorOf(message).has_value() ? DragCourse::Taker::kBareDesktop : DragCourse::Taker::kPrograms;
 }
 
 /// Does what a drop on the desktop means: it takes a colour for good, and the view that an archive was dragged from is
@@ -132,7 +133,7 @@ void RunDrag(const Request& request)
     drag->setMimeData(DropMessage::Encode(request.message).release());
     drag->setPixmap(PictureOf(request));
     drag->setHotSpot(QPoint(ToPixel(request.offset.x), ToPixel(request.offset.y)));
-    sCourse.emplace(IsForDesktop(request.message));
+    sCourse.emplace(TakerOf(request.message));
     const NestedLoop loop([] {
         sCourse->GiveUp();
         QDrag::cancel();
@@ -225,7 +226,10 @@ void NoteEscape()
 
 void NoteRelease(BPoint where)
 {
-    if (sCourse.has_value() && sCourse->Release(where, sCourse->IsForDesktop() && DesktopLayer::IsDesktopAt(where)))
+    using DesktopLayer::Ground;
+    if (!sCourse.has_value())
+        return;
+    if (sCourse->Release(where, sCourse->IsForDesktop() ? DesktopLayer::GroundAt(where) : Ground::kProgram))
         QDrag::cancel();
 }
 

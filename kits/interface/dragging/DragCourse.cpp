@@ -2,8 +2,8 @@
 
 namespace kits {
 
-DragCourse::DragCourse(bool isForDesktop)
-    : fIsForDesktop(isForDesktop)
+DragCourse::DragCourse(Taker taker)
+    : fTaker(taker)
 {
 }
 
@@ -12,15 +12,16 @@ void DragCourse::GiveUp()
     fIsOver = true;
 }
 
-bool DragCourse::Release(BPoint where, bool isOnDesktop)
+bool DragCourse::Release(BPoint where, DesktopLayer::Ground ground)
 {
     if (fIsOver)
         return false;
     fIsOver = true;
-    if (!fIsForDesktop || !isOnDesktop)
-        return false;
-    fDropOnDesktop = where;
-    return true;
+    const bool isBare = ground == DesktopLayer::Ground::kDesktop;
+    const bool isDesktop = isBare || ground == DesktopLayer::Ground::kDesktopWindow;
+    if ((fTaker == Taker::kBareDesktop && isBare) || (fTaker == Taker::kDesktop && isDesktop))
+        fDropOnDesktop = where;
+    return fDropOnDesktop.has_value();
 }
 
 } // namespace kits

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/interface/windows/DesktopLayer.h"
 #include "kits/support/Point.h"
 
 #include <optional>
@@ -14,26 +15,32 @@ namespace kits {
 /// desktop itself is to take ends with the release over the desktop, before any program is offered the drop.
 class DragCourse {
 public:
-    /// @param isForDesktop  the desktop takes what is dragged; otherwise it is like any other program
-    explicit DragCourse(bool isForDesktop);
+    /// Whether the desktop takes what is dragged, instead of a program that draws it.
+    enum class Taker {
+        kPrograms,    ///< no: it is for programs, as text is
+        kBareDesktop, ///< where nothing lies on it: charts there take a colour themselves
+        kDesktop      ///< everywhere, on charts too: an archive becomes a chart
+    };
 
-    bool IsForDesktop() const { return fIsForDesktop; }
+    explicit DragCourse(Taker taker);
+
+    bool IsForDesktop() const { return fTaker != Taker::kPrograms; }
 
     /// Escape was pressed, or the program ended the drag. Too late after the release.
     void GiveUp();
 
     /// A button was released; the first release ends the drag.
-    /// @param where        on the screen
-    /// @param isOnDesktop  the desktop is topmost at that place: the root window, or a window of the desktop
+    /// @param where   on the screen
+    /// @param ground  what shows topmost at that place
     /// @return true if this is a drop on the desktop: the caller cancels the toolkit's drag before the toolkit sees the
     ///         release
-    bool Release(BPoint where, bool isOnDesktop);
+    bool Release(BPoint where, DesktopLayer::Ground ground);
 
     /// The place of the drop on the desktop, on the screen. Empty if the drag ended otherwise.
     std::optional<BPoint> DropOnDesktop() const { return fDropOnDesktop; }
 
 private:
-    bool fIsForDesktop;
+    Taker fTaker;
     bool fIsOver = false;
     std::optional<BPoint> fDropOnDesktop;
 };

@@ -160,10 +160,10 @@ void MoveToCurrentWorkspace(const QWindow& window)
     xcb_flush(server);
 }
 
-bool IsDesktopAt(BPoint where)
+Ground GroundAt(BPoint where)
 {
     xcb_connection_t* const server = XServer();
-    return server != nullptr && DesktopPlace::IsDesktop(server, where);
+    return server != nullptr ? DesktopPlace::GroundAt(server, where) : Ground::kProgram;
 }
 
 bool HasCompositor()

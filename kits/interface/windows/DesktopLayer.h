@@ -12,6 +12,13 @@ namespace kits {
 /// other systems nothing happens and the answers are no. Main thread.
 namespace DesktopLayer {
 
+/// What shows topmost at a place of the screen.
+enum class Ground {
+    kProgram,      ///< a window of a program, or nobody can tell
+    kDesktop,      ///< the bare desktop
+    kDesktopWindow ///< a window of ours that belongs to the desktop
+};
+
 /// Whether this program is a client of an X server.
 bool IsThere();
 
@@ -28,9 +35,8 @@ void ShowBorderOnly(const QWindow& window);
 /// stays there. Asks the server.
 void MoveToCurrentWorkspace(const QWindow& window);
 
-/// Whether what lies topmost at a place of the screen is the bare desktop, or a window that belongs to it. Asks the
-/// server.
-bool IsDesktopAt(BPoint where);
+/// Asks the server.
+Ground GroundAt(BPoint where);
 
 /// Whether transparent windows show what lies below them. Known from the first call on, which asks the server.
 bool HasCompositor();

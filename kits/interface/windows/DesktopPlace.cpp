@@ -15,6 +15,7 @@ namespace kits::DesktopPlace {
 namespace {
 
 using namespace XWindows;
+using DesktopLayer::Ground;
 
 /// Windows within windows; a frame, what it holds, and what that holds.
 constexpr int kDeepest = 16;
@@ -114,26 +115,30 @@ std::vector<xcb_window_t> WithChildrenAt(xcb_connection_t* server, xcb_window_t 
 
 } // namespace
 
-bool IsDesktop(xcb_connection_t* server, BPoint where)
+Ground GroundAt(xcb_connection_t* server, BPoint where)
 {
     const Place place(where);
     const xcb_window_t top = TopAt(server, place.point);
     if (top == XCB_NONE)
-        return true;
+        return Ground::kDesktop;
     const std::vector<xcb_atom_t> atoms =
         Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP", kMark, "_NET_WM_STATE",
                        "_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_FULLSCREEN"});
     bool isInTaskBar = true;
     for (const xcb_window_t window : WithChildrenAt(server, top, place.point)) {
-        if (Holds(Property(server, window, atoms[0]), atoms[1]) || !Property(server, window, atoms[2]).empty())
-            return true;
+        if (!Property(server, window, atoms[2]).empty())
+            return Ground::kDesktopWindow;
+        if (Holds(Property(server, window, atoms[0]), atoms[1]))
+            return Ground::kDesktop;
         const std::vector<uint32_t> states = Property(server, window, atoms[3]);
         if ((Holds(states, atoms[4]) || Holds(states, atoms[5])) && !Holds(states, atoms[6]))
             isInTaskBar = false;
     }
     const std::vector<TopWindow> windows = TopWindowsAt(server, place.point);
-    return !windows.empty() && windows.back().id == top && windows.back().frame.contains(place.screen) &&
-           (!windows.back().isManaged || !isInTaskBar);
+    const bool isLowest = !windows.empty() && windows.back().id == top;
+    return isLowest && windows.back().frame.contains(place.screen) && (!windows.back().isManaged || !isInTaskBar)
+               ? Ground::kDesktop
+               : Ground::kProgram;
 }
 
 } // namespace kits::DesktopPlace

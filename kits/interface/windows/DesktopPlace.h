@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/support/Point.h"
+#include "kits/interface/windows/DesktopLayer.h"
 
 #include <xcb/xcb.h>
 
@@ -10,10 +10,9 @@ namespace kits::DesktopPlace {
 /// The property that marks our own windows on the desktop, whose type is a normal one.
 inline constexpr const char* kMark = "_KITS_DESKTOP_WINDOW";
 
-/// Whether the desktop is topmost at a place of the screen: the root window; a window whose type is "desktop", or that
-/// carries our mark; or a window without a type that covers the screen below all others, and that no task bar shows,
-/// as some programs draw the desktop. Windows that only take input, as window managers have them at the edges of
-/// screens, are looked through.
-bool IsDesktop(xcb_connection_t* server, BPoint where);
+/// What shows topmost at a place of the screen. The desktop is the root window; a window whose type is "desktop"; or a
+/// window without a type that covers the screen below all others, and that no task bar shows, as some programs draw the
+/// desktop. Windows that only take input, as window managers have them at the edges of screens, are looked through.
+DesktopLayer::Ground GroundAt(xcb_connection_t* server, BPoint where);
 
 } // namespace kits::DesktopPlace

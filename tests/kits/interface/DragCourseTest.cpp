@@ -6,8 +6,9 @@ namespace {
 
 using kits::DragCourse;
 
-constexpr bool kOnDesktop = true;
-constexpr bool kElsewhere = false;
+using Taker = DragCourse::Taker;
+using Ground = kits::DesktopLayer::Ground;
+
 const BPoint kPlace(700, 500);
 
 } // namespace
@@ -16,58 +17,80 @@ TEST(DragCourse, AnArchiveReleasedOverTheDesktopIsADropThere)
 {
     // The same for the root window, for a desktop that would accept the drop and for one that would refuse it: none of
     // them is offered it.
-    DragCourse course(true);
-    EXPECT_TRUE(course.Release(kPlace, kOnDesktop));
+    DragCourse course(Taker::kDesktop);
+    EXPECT_TRUE(course.Release(kPlace, Ground::kDesktop));
     ASSERT_TRUE(course.DropOnDesktop().has_value());
     EXPECT_EQ(*course.DropOnDesktop(), kPlace);
 }
 
 TEST(DragCourse, AnArchiveReleasedOverAnotherWindowIsLeftToTheToolkit)
 {
-    DragCourse course(true);
-    EXPECT_FALSE(course.Release(kPlace, kElsewhere));
+    DragCourse course(Taker::kDesktop);
+    EXPECT_FALSE(course.Release(kPlace, Ground::kProgram));
     EXPECT_FALSE(course.DropOnDesktop().has_value());
 }
 
 TEST(DragCourse, WhatIsForOtherProgramsIsLeftToTheToolkitOverTheDesktopToo)
 {
-    DragCourse course(false);
+    DragCourse course(Taker::kPrograms);
     EXPECT_FALSE(course.IsForDesktop());
-    EXPECT_FALSE(course.Release(kPlace, kOnDesktop));
+    EXPECT_FALSE(course.Release(kPlace, Ground::kDesktop));
     EXPECT_FALSE(course.DropOnDesktop().has_value());
+}
+
+TEST(DragCourse, ChartsOnTheDesktopLieInNoArchivesWay)
+{
+    DragCourse course(Taker::kDesktop);
+    EXPECT_TRUE(course.Release(kPlace, Ground::kDesktopWindow));
+    EXPECT_TRUE(course.DropOnDesktop().has_value());
+}
+
+TEST(DragCourse, ChartsOnTheDesktopTakeAColourThemselves)
+{
+    DragCourse onChart(Taker::kBareDesktop);
+    EXPECT_TRUE(onChart.IsForDesktop());
+    EXPECT_FALSE(onChart.Release(kPlace, Ground::kDesktopWindow));
+    EXPECT_FALSE(onChart.DropOnDesktop().has_value());
+
+    DragCourse onDesktop(Taker::kBareDesktop);
+    EXPECT_TRUE(onDesktop.Release(kPlace, Ground::kDesktop));
+    EXPECT_TRUE(onDesktop.DropOnDesktop().has_value());
+
+    DragCourse onWindow(Taker::kBareDesktop);
+    EXPECT_FALSE(onWindow.Release(kPlace, Ground::kProgram));
 }
 
 TEST(DragCourse, EscapeBeforeTheReleaseIsNoDrop)
 {
-    DragCourse course(true);
+    DragCourse course(Taker::kDesktop);
     course.GiveUp();
-    EXPECT_FALSE(course.Release(kPlace, kOnDesktop));
+    EXPECT_FALSE(course.Release(kPlace, Ground::kDesktop));
     EXPECT_FALSE(course.DropOnDesktop().has_value());
 }
 
 TEST(DragCourse, EscapeAfterTheReleaseIsTooLate)
 {
-    DragCourse course(true);
-    EXPECT_TRUE(course.Release(kPlace, kOnDesktop));
+    DragCourse course(Taker::kDesktop);
+    EXPECT_TRUE(course.Release(kPlace, Ground::kDesktop));
     course.GiveUp();
     EXPECT_TRUE(course.DropOnDesktop().has_value());
 }
 
 TEST(DragCourse, OnlyTheFirstReleaseCounts)
 {
-    DragCourse onWindow(true);
-    EXPECT_FALSE(onWindow.Release(kPlace, kElsewhere));
-    EXPECT_FALSE(onWindow.Release(BPoint(1, 2), kOnDesktop));
+    DragCourse onWindow(Taker::kDesktop);
+    EXPECT_FALSE(onWindow.Release(kPlace, Ground::kProgram));
+    EXPECT_FALSE(onWindow.Release(BPoint(1, 2), Ground::kDesktop));
     EXPECT_FALSE(onWindow.DropOnDesktop().has_value());
 
-    DragCourse onDesktop(true);
-    EXPECT_TRUE(onDesktop.Release(kPlace, kOnDesktop));
-    EXPECT_FALSE(onDesktop.Release(BPoint(1, 2), kOnDesktop));
+    DragCourse onDesktop(Taker::kDesktop);
+    EXPECT_TRUE(onDesktop.Release(kPlace, Ground::kDesktop));
+    EXPECT_FALSE(onDesktop.Release(BPoint(1, 2), Ground::kDesktop));
     EXPECT_EQ(*onDesktop.DropOnDesktop(), kPlace);
 }
 
 TEST(DragCourse, ADragWithoutAReleaseIsNoDrop)
 {
-    const DragCourse course(true);
+    const DragCourse course(Taker::kDesktop);
     EXPECT_FALSE(course.DropOnDesktop().has_value());
 }

@@ -6,6 +6,8 @@
 
 namespace {
 
+using kits::DesktopLayer::Ground;
+
 class DesktopPlace : public testing::Test {
 protected:
     DesktopPlace()
@@ -21,7 +23,8 @@ protected:
             GTEST_SKIP() << "needs a display of its own";
     }
 
-    static bool IsDesktop(float x, float y) { return kits::DesktopPlace::IsDesktop(kits::XServer(), BPoint(x, y)); }
+    static Ground At(float x, float y) { return kits::DesktopPlace::GroundAt(kits::XServer(), BPoint(x, y)); }
+    static bool IsDesktop(float x, float y) { return At(x, y) == Ground::kDesktop; }
     xcb_window_t ShowDesktop(bool isManaged) const { return other->Show(other->Screen(), false, isManaged); }
     void SetState(xcb_window_t window, const char* state) const
     {
@@ -53,12 +56,13 @@ TEST_F(DesktopPlace, AWindowOfTheTypeDesktopIs)
     EXPECT_TRUE(IsDesktop(600, 500));
 }
 
-TEST_F(DesktopPlace, AWindowWithOurMarkIs)
+TEST_F(DesktopPlace, AWindowWithOurMarkBelongsToIt)
 {
     const xcb_window_t chart = other->Show(QRect(100, 100, 200, 100));
-    EXPECT_FALSE(IsDesktop(150, 150));
+    EXPECT_EQ(At(150, 150), Ground::kProgram);
     other->Set(chart, kits::DesktopPlace::kMark, XCB_ATOM_CARDINAL, {1});
-    EXPECT_TRUE(IsDesktop(150, 150));
+    EXPECT_EQ(At(150, 150), Ground::kDesktopWindow);
+    EXPECT_EQ(At(99, 150), Ground::kDesktop);
 }
 
 TEST_F(DesktopPlace, TheLowestWindowThatCoversTheScreenIsIfNoTaskBarShowsIt)
