@@ -1,5 +1,6 @@
 #include "kits/pictures/Limits.h"
 
+#include <malloc.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
@@ -30,6 +31,8 @@ void LimitProcess()
     Limit(RLIMIT_AS, kMostMemory);
     Limit(RLIMIT_CPU, kMostSeconds);
     Limit(RLIMIT_CORE, 0);
+    // A reader with a thread for each processor would reserve most of the address space for its allocations.
+    mallopt(M_ARENA_MAX, 1);
     // Handlers of cores look at this instead.
     prctl(PR_SET_DUMPABLE, 0);
 }

@@ -1,5 +1,7 @@
 #include "kits/interface/desktop/DesktopWatch.h"
 
+#include "kits/interface/desktop/PictureFile.h"
+#include "kits/kernel/Clock.h"
 #include "tests/kits/kernel/Await.h"
 #include "tests/support/TempFolder.h"
 
@@ -492,6 +494,22 @@ TEST_F(DesktopWatchTest, AChangeComesAfterWhatAKilledProgramLeft)
     watch.reset();
     EXPECT_EQ(desktop.Color(), kBlue);
     EXPECT_FALSE(folder.Has(kFile));
+}
+
+TEST_F(DesktopWatchTest, DoesNotWaitForAPictureAtItsEnd)
+{
+    folder.Put("picture", "1");
+    folder.Put("reader", "#!/bin/sh\n: >'" + folder.Path("started") + "'\nexec sleep 1000\n");
+    std::filesystem::permissions(folder.Path("reader"), std::filesystem::perms::owner_all);
+    SetPictureReader(folder.Path("reader"));
+    desktop.beforeRead = [this] { AverageOfFile(folder.Path("picture"), kGray); };
+    auto watch = MakeWatch();
+    EXPECT_TRUE(Await([this] { return folder.Has("started"); }));
+    const bigtime_t start = system_time();
+    watch.reset();
+    // The picture would have had fifteen seconds.
+    EXPECT_LT(system_time() - start, 14000000);
+    SetPictureReader("");
 }
 
 TEST_F(DesktopWatchTest, WorksWithoutASettingsFolder)
