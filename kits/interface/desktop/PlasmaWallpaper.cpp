@@ -11,9 +11,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <tuple>
 
 namespace kits::PlasmaWallpaper {
@@ -21,6 +21,10 @@ namespace kits::PlasmaWallpaper {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// Around the value of a setting's default.
+constexpr std::string_view kStart = "<default>";
+constexpr std::string_view kEnd = "</default>";
 
 constexpr const char* kFirstLook = "org.kde.breeze.desktop";
 constexpr const char* kFirstPackage = "Next";
@@ -108,10 +112,17 @@ std::string DefaultColor()
     std::ifstream file(*path);
     std::stringstream text;
     text << file.rdbuf();
-    std::smatch found;
     const std::string settings = text.str();
-    static const std::regex color("name=\"Color\"[^#]*<default>(#[0-9a-fA-F]{6})</default>");
-    return std::regex_search(settings, found, color) ? found[1].str() : std::string();
+    // Searched by hand: a compiler warns of the standard library's expressions when it builds for a sanitizer.
+    const size_t entry = settings.find("name=\"Color\"");
+    const size_t value = entry == std::string::npos ? entry : settings.find('#', entry);
+    if (value == std::string::npos || value < kStart.size())
+        return {};
+    const std::string color = settings.substr(value, 7);
+    const bool isColor = color.size() == 7 && color.find_first_not_of("0123456789abcdefABCDEF", 1) == color.npos;
+    const bool isDefault = settings.compare(value - kStart.size(), kStart.size(), kStart) == 0 &&
+                           settings.compare(value + color.size(), kEnd.size(), kEnd) == 0;
+    return isColor && isDefault ? color : std::string();
 }
 
 int BestOf(const std::vector<std::string>& names, Size screen)
