@@ -13,7 +13,7 @@ namespace kits {
 namespace {
 
 /// The environment that the session is said to be of; null for others.
-std::unique_ptr<SettingsDesktop> MakeSettingsDesktop()
+std::unique_ptr<SettingsDesktop> MakeSettingsDesktop(const std::string& screen)
 {
     const char* names = std::getenv("XDG_CURRENT_DESKTOP");
     std::istringstream list(names != nullptr ? names : "");
@@ -25,7 +25,7 @@ std::unique_ptr<SettingsDesktop> MakeSettingsDesktop()
         if (name == "MATE")
             return std::make_unique<GnomeDesktop>(GnomeDesktop::kMate);
         if (name == "XFCE")
-            return std::make_unique<XfceDesktop>();
+            return std::make_unique<XfceDesktop>(screen);
         if (name == "KDE")
             return std::make_unique<PlasmaDesktop>();
     }
@@ -34,9 +34,9 @@ std::unique_ptr<SettingsDesktop> MakeSettingsDesktop()
 
 } // namespace
 
-std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform)
+std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform, const std::string& screen)
 {
-    std::unique_ptr<SettingsDesktop> desktop = MakeSettingsDesktop();
+    std::unique_ptr<SettingsDesktop> desktop = MakeSettingsDesktop(screen);
     if (desktop != nullptr && desktop->IsThere())
         return desktop;
     return platform == "xcb" ? X11Desktop::Connect() : nullptr;

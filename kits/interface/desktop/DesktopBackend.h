@@ -48,6 +48,7 @@ public:
 
 /// The one for this session, null where there is none: then the colour is known to this process only.
 /// @param platform  what the toolkit draws on: "xcb", "wayland", ...
-std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform);
+/// @param screen    the main monitor, as the X server calls it
+std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform, const std::string& screen = "");
 
 } // namespace kits

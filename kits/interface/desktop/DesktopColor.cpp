@@ -3,6 +3,7 @@
 #include "kits/application/MainThread.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 #include <QWidget>
 
@@ -39,6 +40,12 @@ void RepaintWindows()
         window->update();
 }
 
+std::string MainScreen()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->name().toStdString() : "";
+}
+
 DesktopWatch::Maker& TestMaker()
 {
     static DesktopWatch::Maker maker;
@@ -51,7 +58,7 @@ DesktopWatch& Watch()
         const QString platform = QGuiApplication::platformName();
         DesktopWatch::Maker make = TestMaker();
         if (make == nullptr && HasDesktop(platform))
-            make = [name = platform.toStdString()] { return MakeDesktopBackend(name); };
+            make = [name = platform.toStdString(), screen = MainScreen()] { return MakeDesktopBackend(name, screen); };
         sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
     }
     return *sWatch;

@@ -58,6 +58,21 @@ std::unique_ptr<DesktopBackend> X11Desktop::Connect()
     return std::make_unique<X11Desktop>(std::move(connection));
 }
 
+int32 X11Desktop::CurrentWorkspace()
+{
+    const XConnection connection(xcb_connect(nullptr, nullptr));
+    xcb_connection_t* server = connection.get();
+    if (xcb_connection_has_error(server) != 0)
+        return 0;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    const auto request =
+        xcb_get_property(server, 0, root, AtomOf(server, "_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 0, 1);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(server, request, nullptr));
+    if (reply == nullptr || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(uint32))
+        return 0;
+    return static_cast<int32>(*static_cast<const uint32*>(xcb_get_property_value(reply.get())));
+}
+
 X11Desktop::X11Desktop(XConnection connection)
     : fConnection(std::move(connection))
     , fPicture(fConnection.get())

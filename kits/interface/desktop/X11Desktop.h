@@ -17,6 +17,8 @@ class X11Desktop : public DesktopBackend {
 public:
     /// Null when there is no such server, or it has no true colours.
     static std::unique_ptr<DesktopBackend> Connect();
+    /// The workspace that the window manager shows, from 0 on; 0 when it does not tell. Asks the server at $DISPLAY.
+    static int32 CurrentWorkspace();
     explicit X11Desktop(XConnection connection);
 
     const char* Name() const override { return "x11"; }

@@ -1,9 +1,12 @@
 #include "kits/interface/desktop/XfceDesktop.h"
 
+#include "kits/interface/desktop/X11Desktop.h"
+
 #include "kits/interface/desktop/PictureFile.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -15,6 +18,10 @@ constexpr const char* kTool = "xfconf-query";
 constexpr const char* kChannel = "xfce4-desktop";
 constexpr const char* kBackdrop = "/backdrop/";
 constexpr const char* kWorkspace = "/workspace";
+
+/// All workspaces show the background of one; else each has its own.
+constexpr const char* kSingleMode = "/backdrop/single-workspace-mode";
+constexpr const char* kSingleNumber = "/backdrop/single-workspace-number";
 
 constexpr const char* kColor = "/rgba1";
 constexpr const char* kOtherColor = "/rgba2";
@@ -41,13 +48,13 @@ std::string WorkspaceOf(const std::string& key)
     return end == std::string::npos ? "" : key.substr(0, end);
 }
 
-/// As it is printed: one line, or a heading and a line for each item.
-std::string ValueOf(const std::string& printed, bool isColor)
+/// Of a list as it is printed: a heading, and a line for each item.
+std::string ItemsOf(const std::string& printed)
 {
     std::istringstream lines(printed);
     std::string value;
     for (std::string line; std::getline(lines, line);) {
-        const bool isHeading = line.empty() || (isColor && line.find_first_not_of("0123456789.eE+-") != line.npos);
+        const bool isHeading = line.empty() || line.find_first_not_of("0123456789.eE+-") != line.npos;
         if (!isHeading)
             value += (value.empty() ? "" : " ") + line;
     }
@@ -56,22 +63,25 @@ std::string ValueOf(const std::string& printed, bool isColor)
 
 } // namespace
 
-XfceDesktop::XfceDesktop()
-    : fMonitor({kTool, "-c", kChannel, "-m"})
+XfceDesktop::XfceDesktop(std::string screen)
+    : fScreen(std::move(screen))
+    , fMonitor({kTool, "-c", kChannel, "-m"})
 {
 }
 
 std::optional<SettingsDesktop::Settings> XfceDesktop::Current() const
 {
-    const std::optional<std::string> listed = Tool::Run({kTool, "-c", kChannel, "-l"});
+    const std::optional<std::string> listed = Tool::Run({kTool, "-c", kChannel, "-l", "-v"});
     if (!listed)
         return std::nullopt;
-    std::set<std::string> keys;
+    std::map<std::string, std::string> values;
     std::set<std::string> workspaces;
     std::istringstream lines(*listed);
     for (std::string line; std::getline(lines, line);) {
-        keys.insert(line);
-        if (const std::string workspace = WorkspaceOf(line); !workspace.empty())
+        const std::string key = line.substr(0, line.find(' '));
+        const size_t value = line.find_first_not_of(' ', key.size());
+        values[key] = value != std::string::npos ? line.substr(value) : "";
+        if (const std::string workspace = WorkspaceOf(key); !workspace.empty())
             workspaces.insert(workspace);
     }
     Settings settings;
@@ -82,15 +92,23 @@ std::optional<SettingsDesktop::Settings> XfceDesktop::Current() const
                                      {kImage, Kind::kRead}}) {
         for (const std::string& workspace : workspaces) {
             const std::string key = workspace + leaf;
+            const auto found = values.find(key);
             std::optional<std::string> value;
-            if (keys.count(key) != 0) {
+            if (found != values.end())
+                value = found->second;
+            // A list has its items on lines of their own, which only a question for it alone shows.
+            if (value && (leaf == kColor || leaf == kOtherColor)) {
                 const std::optional<std::string> printed = Tool::Run({kTool, "-c", kChannel, "-p", key});
                 if (!printed)
                     return std::nullopt;
-                value = ValueOf(*printed, leaf == kColor || leaf == kOtherColor);
+                value = ItemsOf(*printed);
             }
             settings.push_back({key, kind, value, value.has_value()});
         }
+    }
+    for (const char* key : {kSingleMode, kSingleNumber}) {
+        if (values.count(key) != 0)
+            settings.push_back({key, Kind::kRead, values[key], true});
     }
     return settings;
 }
@@ -137,12 +155,38 @@ std::optional<rgb_color> XfceDesktop::ParseColor(const std::string& value) const
     return make_color(static_cast<uint8>(parts[0]), static_cast<uint8>(parts[1]), static_cast<uint8>(parts[2]));
 }
 
-/// That of the first monitor and workspace.
+std::string XfceDesktop::ShownWorkspace(const Settings& settings) const
+{
+    const std::string* mode = Find(settings, kSingleMode);
+    const std::string* single = Find(settings, kSingleNumber);
+    const bool isSingle = mode == nullptr || *mode == "true";
+    const std::string number = !isSingle           ? std::to_string(X11Desktop::CurrentWorkspace())
+                               : single != nullptr ? *single
+                                                   : "0";
+    const std::string monitor = "/monitor" + fScreen + "/";
+    std::string best = WorkspaceOf(settings.front().key);
+    int bestRank = -1;
+    for (const Setting& setting : settings) {
+        const std::string workspace = WorkspaceOf(setting.key);
+        if (workspace.empty())
+            continue;
+        // Monitors that were there once have settings too.
+        const int rank =
+            (workspace.find(monitor) != workspace.npos ? 2 : 0) + (EndsWith(workspace, kWorkspace + number) ? 1 : 0);
+        if (rank > bestRank) {
+            best = workspace;
+            bestRank = rank;
+        }
+    }
+    return best;
+}
+
+/// That of the main monitor and the workspace that is shown.
 std::optional<rgb_color> XfceDesktop::Shown(const Settings& settings) const
 {
     if (settings.empty())
         return std::nullopt;
-    const std::string workspace = WorkspaceOf(settings.front().key);
+    const std::string workspace = ShownWorkspace(settings);
     const auto text = [&](const char* leaf) {
         const std::string* value = Find(settings, workspace + leaf);
         return value != nullptr ? *value : std::string();

@@ -7,7 +7,8 @@ namespace kits {
 /// The background of XFCE, by xfconf-query: each monitor and workspace has settings of its own, and all are painted.
 class XfceDesktop : public SettingsDesktop {
 public:
-    XfceDesktop();
+    /// @param screen  the main monitor, as the X server calls it
+    explicit XfceDesktop(std::string screen = "");
 
     const char* Name() const override { return "xfce"; }
     std::vector<int> Descriptors() const override;
@@ -24,6 +25,9 @@ protected:
     bool MayBeStyle(const std::string& change) const override;
 
 private:
+    std::string ShownWorkspace(const Settings& settings) const;
+
+    const std::string fScreen;
     Tool fMonitor;
 };
 

@@ -116,6 +116,8 @@ TEST_F(DesktopChoiceTest, IsThatOfTheSessionIfItAnswers)
     EXPECT_EQ(Choice("ubuntu:GNOME"), "gnome");
     EXPECT_EQ(Choice("XFCE"), "xfce");
     EXPECT_EQ(Choice("KDE"), "plasma");
+    EXPECT_EQ(Choice("MATE"), "mate");
+    EXPECT_EQ(Choice("X-Cinnamon"), "cinnamon");
     EXPECT_EQ(Choice("Other"), "none");
     EXPECT_EQ(Choice(""), "none");
     for (const char* tool : {"gsettings", "xfconf-query", "dbus-send"})

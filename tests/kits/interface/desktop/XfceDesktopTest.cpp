@@ -15,7 +15,14 @@ constexpr const char* kQueryTool = R"sh(
 [ "$1 $2" = "-c xfce4-desktop" ] || exit 1
 shift 2
 case $1 in
--l) cd "$FAKE/properties" && find . -type f | sed 's/^\.//' | sort; exit ;;
+-l)
+    [ "$2" = -v ] || exit 1
+    cd "$FAKE/properties" && find . -type f | sed 's/^\.//' | sort | while read -r key; do
+        value=$(cat ".$key")
+        case $value in "Value is an array"*) value='<<UNSUPPORTED>>' ;; esac
+        printf '%-70s  %s\n' "$key" "$value"
+    done
+    exit ;;
 -m) echo 'Start monitoring channel "xfce4-desktop":'; exec tail -n +1 -f "$FAKE/news" ;;
 -p) property=$2; file=$FAKE/properties$2; shift 2 ;;
 esac
@@ -81,6 +88,34 @@ TEST_F(XfceDesktopTest, ReadsTheFirstWorkspace)
     Property(kFirst + std::string("/color-style"), "1\n");
     Property(kFirst + std::string("/rgba2"), "Value is an array with 4 items:\n\n0.3\n0\n1\n1\n");
     EXPECT_EQ(XfceDesktop().Read(), make_color(52, 26, 166));
+}
+
+TEST_F(XfceDesktopTest, ReadsTheMainMonitorsWorkspaceThatIsShown)
+{
+    const std::string monitor = "/backdrop/screen0/monitorHDMI-2";
+    for (const int number : {1, 3}) {
+        const std::string workspace = monitor + "/workspace" + std::to_string(number);
+        Property(workspace + "/image-style", "0\n");
+        Property(workspace + "/rgba1",
+                 "Value is an array with 4 items:\n\n0\n0\n" + std::string(number == 1 ? "1" : "0.2") + "\n1\n");
+    }
+    EXPECT_EQ(XfceDesktop().Read(), kRed);
+    EXPECT_EQ(XfceDesktop("DP-1").Read(), kRed);
+    // That has none for the first workspace.
+    EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 255));
+    Property("/backdrop/single-workspace-number", "3\n");
+    EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 51));
+    EXPECT_EQ(XfceDesktop("Gone").Read(), make_color(0, 0, 51));
+}
+
+TEST_F(XfceDesktopTest, AFewCallsAreEnough)
+{
+    for (int workspace = 4; workspace < 20; workspace++)
+        Property("/backdrop/screen0/monitorDP-1/workspace" + std::to_string(workspace) + "/image-style", "5\n");
+    const XfceDesktop desktop;
+    TakeCalls();
+    EXPECT_TRUE(desktop.IsThere());
+    EXPECT_LE(TakeCalls().size(), 3u);
 }
 
 TEST_F(XfceDesktopTest, PaintsEveryMonitorAndWorkspaceAndPutsEverythingBack)

@@ -69,6 +69,12 @@ public:
                             &pixmap);
         Sync();
     }
+    void SetNumber(const char* property, uint32 value) const
+    {
+        xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, Atom(property), XCB_ATOM_CARDINAL, 32, 1,
+                            &value);
+        Sync();
+    }
     void Unname(const char* property) const
     {
         xcb_delete_property(fConnection.get(), fRoot, Atom(property));
@@ -428,6 +434,14 @@ TEST_F(X11DesktopTest, AKilledProgramLeavesItPaintedAndTheNextPutsItBack)
     EXPECT_EQ(other->Above(), kRed);
     EXPECT_EQ(other->Below(), kGreen);
     EXPECT_EQ(other->Named("_XROOTPMAP_ID"), picture);
+}
+
+TEST_F(X11DesktopTest, KnowsTheWorkspaceThatIsShown)
+{
+    EXPECT_EQ(X11Desktop::CurrentWorkspace(), 0);
+    other->SetNumber("_NET_CURRENT_DESKTOP", 3);
+    EXPECT_EQ(X11Desktop::CurrentWorkspace(), 3);
+    other->Unname("_NET_CURRENT_DESKTOP");
 }
 
 TEST_F(X11DesktopTest, TheWatchFollowsOtherPrograms)
