@@ -147,8 +147,9 @@ void PrefsWindow::HoldPages()
     const float minWidth = std::max(fOwnersWidth, std::ceil(pageWidth + 2 * kPageMargin));
     const float minHeight =
         std::max(fOwnersHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
-    SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
+    // The limits may make the window larger where it stands.
     BRect frame = Frame();
+    SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);
     if (frame.Width() >= minWidth && frame.Height() >= minHeight)
         return;
     frame.right = std::max(frame.right, frame.left + minWidth);
