@@ -212,6 +212,21 @@ class Windows(ScaleTest):
             self.manager.set_scale(1)
             wait_until(lambda: self.desktop.geometry(self.window) == (left, top, width, height), "the window back")
 
+    def test_a_window_comes_from_below_a_panel_and_goes_back_when_that_is_gone(self):
+        with Client(self.desktop.environment["DISPLAY"]) as client:
+            panel = str(client.make_window())
+            client.sync()
+            for name, kind, value in (("_NET_WM_WINDOW_TYPE", "32a", "_NET_WM_WINDOW_TYPE_DOCK"),
+                                      ("_NET_WM_STRUT", "32c", "0, 0, 150, 0")):
+                self.desktop.output("xprop", "-id", panel, "-f", name, kind, "-set", name, value, check=True)
+            self.desktop.xdotool("windowmap", panel)
+            wait_until(lambda: " 0, 150," in self.desktop.output("xprop", "-root", "_NET_WORKAREA"), "the panel")
+            self.manager.set_scale(2)
+            wait_until(lambda: self.desktop.size(self.window) == (2 * SIZE[0], 2 * SIZE[1])
+                       and self.desktop.geometry(self.window)[1] > 150, "the window below the panel")
+        self.await_geometry(self.window, (*PLACE, *SIZE), 2)
+        self.set_scale(1)
+
     def test_the_logical_size_is_saved(self):
         self.set_scale(2)
         self.settle()

@@ -63,6 +63,10 @@ class Client:
         """One that is never shown."""
         return X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
 
+    def sync(self):
+        """Until the server has done everything."""
+        X.XSync(self._display, 0)
+
     def set_bytes(self, window, name, data):
         """A property of bytes whose type has its name."""
         X.XChangeProperty(self._display, window, self._atom(name), self._atom(name), 8, 0, data, len(data))
