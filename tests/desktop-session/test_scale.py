@@ -196,6 +196,22 @@ class Windows(ScaleTest):
         self.set_scale(1)
         self.assertEqual((self.still().width, self.still().height), (before.width, before.height))
 
+    def test_a_minimised_window_follows(self):
+        before = self.pause()
+        for way in ((2,), (1,), (1.5, 2, 1), (2, 1)):
+            self.desktop.xdotool("windowminimize", self.window)
+            wait_until(lambda: self.window not in self.shown(), "the window to go")
+            for scale in way:
+                self.set_scale(scale)
+            self.desktop.xdotool("windowmap", self.window)
+            wait_until(lambda: self.window in self.shown(), "the window to come")
+            picture = self.still()
+            self.await_geometry(self.window, (*PLACE, *SIZE), way[-1])
+            if way[-1] == 1:
+                self.assert_same(picture, before)
+            self.assertEqual(picture.pixel(picture.width - 2, picture.height - 2),
+                             before.pixel(SIZE[0] - 2, SIZE[1] - 2))
+
     def test_a_window_that_would_be_out_of_reach_comes_and_goes_back(self):
         self.desktop.xdotool("windowmove", self.window, 800, 480)
         wait_until(lambda: self.desktop.geometry(self.window)[0] >= 800, "the window on the right")

@@ -30,12 +30,14 @@ double MainScale()
     return screen != nullptr ? screen->devicePixelRatio() : sScale;
 }
 
-/// What is made at the first scale other than 1 is not made as large as it has to be: the toolkit compares logical
-/// sizes. All of a window that comes to a screen is painted, with everything that depends on it taken anew.
+/// The toolkit compares logical sizes: at the first scale other than 1 it would keep its picture, which has another
+/// size in pixels. One of no use is made anew before it is painted on, and not written to until then, also when the
+/// window is minimised. All of a window that comes to a screen is painted, with everything that depends on it taken
+/// anew.
 void PaintAnew(QWidget& widget)
 {
     if (QBackingStore* const store = widget.backingStore())
-        store->resize(store->size());
+        store->resize(QSize(1, 1));
     QWindow& window = *widget.windowHandle();
     emit window.screenChanged(window.screen());
 }
