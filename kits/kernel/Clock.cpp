@@ -132,6 +132,18 @@ status_t SetBootMomentFile(const char* path, bool mayWrite)
     return status != B_OK ? status : B_ENTRY_NOT_FOUND;
 }
 
+bigtime_t MomentOfBoot()
+{
+    KeptMoment& kept = Kept();
+    ClockSource& source = Source();
+    if (!kept.isKnown.load(std::memory_order_acquire)) {
+        std::lock_guard lock(kept.mutex);
+        if (!kept.isKnown && SettleMoment(kept, source) == B_NO_INIT)
+            return MeasureMoment(source);
+    }
+    return kept.moment;
+}
+
 bool ClockIsPlausible()
 {
     return IsPlausible(real_time_clock_usecs());
@@ -146,12 +158,5 @@ bigtime_t system_time()
 
 bigtime_t real_time_clock_usecs()
 {
-    kits::KeptMoment& kept = kits::Kept();
-    kits::ClockSource& source = kits::Source();
-    if (!kept.isKnown.load(std::memory_order_acquire)) {
-        std::lock_guard lock(kept.mutex);
-        if (!kept.isKnown && kits::SettleMoment(kept, source) == B_NO_INIT)
-            return source.WallTime();
-    }
-    return kept.moment + source.SystemTime();
+    return kits::MomentOfBoot() + system_time();
 }

@@ -9,13 +9,18 @@
 /// Microseconds since the machine was started, time asleep included. Never goes back.
 [[nodiscard]] bigtime_t system_time();
 
-/// Microseconds since 1970. Minus `system_time()` it is one constant, the moment of boot, for the whole boot and
-/// for every process that keeps it in the same file (kits::SetBootMomentFile): whatever is done to the wall clock,
-/// a boot keeps its moment. So it tells boots apart; it does not tell the time of day after the clock was set.
-/// While the wall clock is not plausible it is the wall clock itself.
+/// Microseconds since 1970: `system_time()` after the moment of boot, which stays the same for the whole boot
+/// (kits::MomentOfBoot) whatever is done to the wall clock. So it does not tell the time of day after the clock was
+/// set. While the wall clock is not plausible it is the wall clock itself.
 [[nodiscard]] bigtime_t real_time_clock_usecs();
 
 namespace kits {
+
+/// The moment at which this boot began, microseconds since 1970: one constant for the whole boot and for every process
+/// that keeps it in the same file (SetBootMomentFile). It tells boots apart. Ask for it instead of subtracting one
+/// clock from the other: time passes between two readings. While the wall clock is not plausible it is measured by each
+/// call.
+[[nodiscard]] bigtime_t MomentOfBoot();
 
 /// Where the clocks come from. Tests put one of their own in place of the machine's.
 /// Called from any thread that asks for a time.

@@ -266,8 +266,7 @@ status_t QelApp::StoreArrangement()
 void QelApp::UpdateUptimes()
 {
     if (kits::ClockIsPlausible()) {
-        const bigtime_t now = system_time();
-        fUptimes.Update(now, real_time_clock_usecs() - now);
+        fUptimes.Update(system_time(), kits::MomentOfBoot());
     }
 }
 
@@ -278,8 +277,7 @@ void QelApp::SaveUptimes()
     }
     UpdateUptimes();
     prefs_common->SetData("Uptimes", B_RAW_TYPE, fUptimes.Data(), UptimeTable::kSize);
-    const bigtime_t now = system_time();
     UptimeTotals totals = UptimeTotals::From(*prefs_common);
-    totals.Count(now, real_time_clock_usecs() - now);
+    totals.Count(system_time(), kits::MomentOfBoot());
     totals.StoreIn(prefs_common);
 }

@@ -83,7 +83,7 @@ std::string ChartView::ValuesAsCsv()
     std::vector<std::string> names;
     for (const auto& provider : fProviders)
         names.push_back(ValueProvider::Name(provider->Target(), provider->Flags()));
-    return ::ValuesAsCsv(fHistory, names, real_time_clock_usecs() - system_time());
+    return ::ValuesAsCsv(fHistory, names, kits::MomentOfBoot());
 }
 
 // In a thread, for a disk may take its time.

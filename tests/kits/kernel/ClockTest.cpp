@@ -93,6 +93,41 @@ TEST_F(ClockTest, TheMomentOfBootIsOneWhateverIsDoneToTheWallClock)
     }
 }
 
+TEST_F(ClockTest, TheMomentOfBootIsTheKeptOneHoweverLongItTakesToAsk)
+{
+    /// Time passes with every reading.
+    class BusyClock : public TestClock {
+    public:
+        using TestClock::TestClock;
+        bigtime_t SystemTime() override
+        {
+            Advance(90000);
+            return systemTime;
+        }
+    };
+    BusyClock busy(k2025);
+    EXPECT_EQ(kits::SetBootMomentFile(path.c_str()), B_OK);
+    kits::BootMoment kept;
+    ASSERT_EQ(kits::LoadBootMoment(path, &kept), B_OK);
+    for (int i = 0; i < 100; ++i)
+        ASSERT_EQ(kits::MomentOfBoot(), kept.moment);
+    const bigtime_t now = real_time_clock_usecs();
+    EXPECT_EQ(now, kept.moment + busy.systemTime);
+}
+
+TEST_F(ClockTest, TheMomentOfBootIsMeasuredWhileTheClockIsPlainlyWrong)
+{
+    clock.wallTime = 1000 * kSecond;
+    clock.Restart();
+    EXPECT_EQ(kits::MomentOfBoot(), 999 * kSecond);
+    clock.wallTime += 5 * kSecond;
+    EXPECT_EQ(kits::MomentOfBoot(), 1004 * kSecond);
+    clock.wallTime = k2025;
+    EXPECT_EQ(kits::MomentOfBoot(), k2025 - kSecond);
+    clock.wallTime = k2025 + 5 * kSecond;
+    EXPECT_EQ(kits::MomentOfBoot(), k2025 - kSecond) << "and from then on one";
+}
+
 TEST_F(ClockTest, TheMomentOfBootIsKeptForLaterStarts)
 {
     EXPECT_EQ(kits::SetBootMomentFile(path.c_str()), B_OK);
