@@ -32,10 +32,10 @@ public:
     /// @param error     when not null, gets what InitCheck returns
     /// @param presence  a kSingle that runs already gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`: this
     ///                  process should then end, as if all were well, unless OtherDisplay() says that the user sees
-    ///                  nothing of that here. While the other one asks its user something before its Run(), the
-    ///                  constructor waits, and takes its place when it ends there. One that does not answer for five
-    ///                  seconds gives `B_TIMED_OUT`. Where other processes cannot be reached (no folder that is safe)
-    ///                  it is hidden all the same.
+    ///                  nothing of that here. One that ends is waited for, half a minute at most. While the other one
+    ///                  asks its user something before its Run(), the constructor waits, and takes its place when it
+    ///                  ends there. One that neither answers for five seconds nor ends gives `B_TIMED_OUT`. Where other
+    ///                  processes cannot be reached (no folder that is safe) it is hidden all the same.
     explicit BApplication(const char* mimeType, status_t* error = nullptr,
                           kits::Presence presence = kits::Presence::kHidden);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
@@ -61,6 +61,11 @@ public:
     /// Asks every other looper that runs by its QuitRequested(), and quits it; the first that refuses ends this, and
     /// it is refused.
     bool QuitRequested() override;
+
+    /// Asked when another start of a kSingle application has found this one. If true, the other one waits for the end
+    /// of this process and goes on then; it is not told that it runs already, and this one gets no B_SILENT_RELAUNCH.
+    /// @return here, whether a signal or message that asks it to quit waits to be handled
+    virtual bool IsAboutToEnd() const;
 
     /// The launch messages have been handled.
     virtual void ReadyToRun();

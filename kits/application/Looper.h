@@ -80,9 +80,14 @@ public:
     /// @param handler  one of this looper's
     void DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler);
 
+protected:
+    /// Whether a request to quit waits: in the queue, or for the outermost loop. Main thread, lock held.
+    bool IsQuitRequestWaiting() const;
+
 private:
     friend class BHandler;
 
     std::vector<BHandler*> fHandlers;
     std::vector<std::unique_ptr<BMessage>*> fCurrent; ///< the messages in dispatch, the innermost last
+    int32 fCountHeldBack = 0;                         ///< requests to quit that wait for the outermost loop
 };

@@ -60,5 +60,7 @@ void TakeTurn(const std::function<bool()>& stop);
 void InstallQuitSignals();
 /// Whether one of them came since the last call.
 bool TakeQuitSignal();
+/// Whether TakeQuitSignal() would be true.
+bool IsQuitSignalWaiting();
 
 } // namespace kits

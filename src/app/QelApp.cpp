@@ -196,6 +196,11 @@ void QelApp::AboutRequested()
     fAboutWindow->Show();
 }
 
+bool QelApp::IsAboutToEnd() const
+{
+    return (fSampler != nullptr && fMainWindow == nullptr) || BApplication::IsAboutToEnd();
+}
+
 bool QelApp::QuitRequested()
 {
     // A window that has just closed itself has sent its archive, which may wait behind this request, and behind further

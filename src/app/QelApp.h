@@ -46,6 +46,8 @@ public:
     void Pulse() override;
     /// Shows the about window, or brings it to the front.
     void AboutRequested() override;
+    /// Also once the main window has closed: the request to quit is on its way then.
+    bool IsAboutToEnd() const override;
     /// Cleans up; never refuses, but lets what was sent before be handled first.
     bool QuitRequested() override;
 

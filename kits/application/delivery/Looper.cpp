@@ -83,10 +83,13 @@ void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
     if (message->what == B_QUIT_REQUESTED && handler == this && !kits::IsOutermost()) {
         // What quits destroys; so it is asked only when nothing stands on what it destroys. A std::function copies.
         const auto kept = std::make_shared<std::unique_ptr<BMessage>>(std::move(message));
+        ++fCountHeldBack;
         kits::RunAtOutermostLoop([kept, token = Token()] {
             BLooper* looper = PostOffice::Get().LooperAt(token);
-            if (looper != nullptr && PostOffice::Get().IsOpen(token))
-                looper->DeliverNow(std::move(*kept), looper);
+            if (looper == nullptr || !PostOffice::Get().IsOpen(token))
+                return;
+            --looper->fCountHeldBack;
+            looper->DeliverNow(std::move(*kept), looper);
         });
         return;
     }
@@ -94,6 +97,11 @@ void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
     fCurrent.push_back(&message);
     DispatchMessage(message.get(), handler);
     fCurrent.pop_back();
+}
+
+bool BLooper::IsQuitRequestWaiting() const
+{
+    return fCountHeldBack > 0 || PostOffice::Get().HasWaiting(Token(), B_QUIT_REQUESTED);
 }
 
 BMessage* BLooper::CurrentMessage() const

@@ -214,6 +214,14 @@ int32 PostOffice::CountWaiting(token_t looper) const
     return found == fLoopers.end() ? 0 : found->second.countWaiting;
 }
 
+bool PostOffice::HasWaiting(token_t looper, uint32 what) const
+{
+    std::lock_guard lock(fMutex);
+    return std::any_of(fQueue.begin(), fQueue.end(), [looper, what](const Parcel& parcel) {
+        return parcel.handler == looper && parcel.message != nullptr && parcel.message->what == what;
+    });
+}
+
 BHandler* PostOffice::HandlerAt(token_t token, BLooper** looper) const
 {
     std::lock_guard lock(fMutex);

@@ -64,6 +64,8 @@ public:
     bool IsOpen(token_t looper) const;
     /// How many messages wait for a looper.
     int32 CountWaiting(token_t looper) const;
+    /// Whether a message with this code waits for the looper itself.
+    bool HasWaiting(token_t looper, uint32 what) const;
 
     // Main thread, or with the interface lock held, as long as which what is returned exists.
 

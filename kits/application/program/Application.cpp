@@ -22,8 +22,9 @@ BMessenger be_app_messenger;
 namespace {
 
 constexpr bigtime_t kLongestWaitForLaunch = 30000000;
-constexpr bigtime_t kLongestWaitForOthers = 1000000;
 constexpr bigtime_t kLongestWaitForAnswer = 5000000;
+/// Of one that ends, for another start to give up the lock: that may have to wait for its answer first.
+constexpr bigtime_t kLongestWaitForOthers = kLongestWaitForAnswer;
 constexpr bigtime_t kPauseForTheEnd = 20000;
 constexpr bigtime_t kPauseForTheUser = 100000;
 
@@ -122,6 +123,8 @@ status_t BApplication::MakePresent(kits::Presence presence)
                 end = system_time() + kLongestWaitForLaunch;
             }
         } while (status != B_OK && system_time() < end);
+        if (status != B_OK)
+            return B_TIMED_OUT;
     }
     fPresence = presence;
     kits::TeamPort::Get().SetSignature(fSignature);
@@ -139,7 +142,8 @@ status_t BApplication::TellRunning(bool onlyAsks)
     const status_t status = running.SendMessage(&again, &reply, kLongestWaitForAnswer, kLongestWaitForAnswer);
     if (status == B_TIMED_OUT || status == B_WOULD_BLOCK)
         return B_TIMED_OUT;
-    if (status != B_OK)
+    // One that ends answers nothing of its own.
+    if (status != B_OK || reply.what != B_REPLY)
         return B_BAD_HANDLER;
     fOtherDisplay = OtherDisplayIn(reply);
     bool isReady = true;
@@ -223,6 +227,11 @@ bool BApplication::QuitRequested()
     return true;
 }
 
+bool BApplication::IsAboutToEnd() const
+{
+    return kits::IsQuitSignalWaiting() || IsQuitRequestWaiting();
+}
+
 void BApplication::ReadyToRun() {}
 
 void BApplication::AboutRequested() {}
@@ -268,6 +277,9 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
         HandleArguments(*message);
         break;
     case B_SILENT_RELAUNCH: {
+        // Unanswered, it tells the other one to wait for the end of this process.
+        if (IsAboutToEnd())
+            break;
         bool onlyAsks = false;
         message->FindBool(kOnlyAsks, &onlyAsks);
         if (!onlyAsks)

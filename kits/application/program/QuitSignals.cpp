@@ -35,6 +35,11 @@ void InstallQuitSignals()
     }
 }
 
+bool IsQuitSignalWaiting()
+{
+    return sHasCome;
+}
+
 bool TakeQuitSignal()
 {
     return sHasCome.exchange(false);

@@ -107,6 +107,38 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
     }
 }
 
+TEST_F(LaunchTest, OfASingleApplicationStartsWhenTheOneBeforeIsAskedToQuitAndHasNotNoticed)
+{
+    // What comes meanwhile waits until it looks again.
+    BMessage nap('nap!');
+    nap.AddInt64("time", 700000);
+    for (const bool bySignal : {true, false}) {
+        const std::string signature = kSignature + std::string(bySignal ? "-s" : "-m");
+        Partner before(signature, "single");
+        const BMessenger ending = before.Application();
+        Ask(ending, nap);
+        if (bySignal)
+            before.Signal(SIGTERM);
+        else
+            ASSERT_EQ(ending.SendMessage(B_QUIT_REQUESTED), B_OK);
+        Partner next(signature, "single");
+        EXPECT_EQ(LogOf(next.Application()), "ready ");
+        EXPECT_EQ(before.Await(), 0);
+    }
+}
+
+TEST_F(LaunchTest, OfASingleApplicationStartsWhenTheOneBeforeTakesLongToQuit)
+{
+    Partner first(kSignature, "single");
+    BMessage slow('slow');
+    slow.AddInt64("time", 700000);
+    Ask(first.Application(), slow);
+    first.Signal(SIGTERM);
+    Partner next(kSignature, "single");
+    EXPECT_EQ(LogOf(next.Application()), "ready ");
+    EXPECT_EQ(first.Await(), 0);
+}
+
 TEST_F(LaunchTest, OfASingleApplicationTellsWhenTheUserSeesNothingOfTheFirst)
 {
     const auto startOn = [](const char* wayland, const char* display) {

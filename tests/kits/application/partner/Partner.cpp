@@ -26,6 +26,12 @@ public:
 
     void ReadyToRun() override { fLog += "ready "; }
 
+    bool QuitRequested() override
+    {
+        Hang(fLongEnd);
+        return BApplication::QuitRequested();
+    }
+
     void MessageReceived(BMessage* message) override
     {
         switch (message->what) {
@@ -50,9 +56,21 @@ public:
         case 'hang': {
             int64 time = 0;
             message->FindInt64("time", &time);
-            std::this_thread::sleep_for(std::chrono::microseconds(time));
+            Hang(time);
             break;
         }
+        case 'nap!': {
+            // Is known to have begun when the answer comes.
+            int64 time = 0;
+            message->FindInt64("time", &time);
+            message->SendReply('repl');
+            Hang(time);
+            break;
+        }
+        case 'slow':
+            message->FindInt64("time", &fLongEnd);
+            message->SendReply('repl');
+            break;
         case 'keep':
             message->FindMessenger("messenger", &fMessenger);
             message->SendReply('repl');
@@ -136,7 +154,10 @@ private:
         Partner* const fOwner;
     };
 
+    static void Hang(bigtime_t time) { std::this_thread::sleep_for(std::chrono::microseconds(time)); }
+
     std::string fLog;
+    bigtime_t fLongEnd = 0; ///< it takes so long to quit
     int32 fCountTicks = 0;
     int32 fNumber = -1;
     BMessenger fMessenger;
