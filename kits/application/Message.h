@@ -216,7 +216,8 @@ public:
     status_t ReplaceMessage(const char* name, int32 index, const BMessage* value);
     status_t ReplaceFlat(const char* name, const BFlattenable* object) { return ReplaceFlat(name, 0, object); }
     status_t ReplaceFlat(const char* name, int32 index, const BFlattenable* object);
-    /// The sizes are held to the same rules as by AddData.
+    /// Only a type whose size is known holds the value to that (`B_BAD_VALUE`). If any other field of values of one size
+    /// gets one of another size, that is the size of its only value then, or its values may differ from now on.
     status_t ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes)
     {
         return ReplaceData(name, type, 0, data, numBytes);

@@ -221,8 +221,12 @@ status_t BMessage::ReplaceBytes(const char* name, type_code type, int32 index, c
     const status_t status = FindField(name, type, index, &found);
     if (status != B_OK)
         return status;
-    if (found->IsFixedSize() && found->ItemSize() != size)
+    const bool isOtherSize = found->IsFixedSize() && found->ItemSize() != size;
+    if (isOtherSize && kits::FixedSizeOf(found->Type()) != 0)
         return B_BAD_VALUE;
-    FieldOf(name)->Replace(index, data, size);
+    if (isOtherSize)
+        FieldOf(name)->ReplaceByOtherSize(index, data, size);
+    else
+        FieldOf(name)->Replace(index, data, size);
     return B_OK;
 }

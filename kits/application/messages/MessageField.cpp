@@ -133,6 +133,20 @@ void BMessage::Field::Replace(int32 index, const void* data, size_t size)
     }
 }
 
+void BMessage::Field::ReplaceByOtherSize(int32 index, const void* data, size_t size)
+{
+    const bool isOnly = fCount == 1;
+    if (!isOnly) {
+        std::vector<size_t>& ends = NeedMore().ends;
+        for (uint32 i = 1; i <= fCount; ++i)
+            ends.push_back(fItemSize * i);
+    }
+    fFixedSize = false;
+    Replace(index, data, size);
+    fFixedSize = isOnly;
+    fItemSize = isOnly ? size : 0;
+}
+
 void BMessage::Field::Remove(int32 index)
 {
     if (fType == B_MESSAGE_TYPE) {

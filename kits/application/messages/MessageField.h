@@ -45,6 +45,9 @@ public:
     void Add(const void* data, size_t size);
     void AddMessage(BMessage message);
     void Replace(int32 index, const void* data, size_t size);
+    /// Of a field of fixed size, and not of that: the size of the only value becomes the field's, else the field is one
+    /// of different sizes from now on.
+    void ReplaceByOtherSize(int32 index, const void* data, size_t size);
     void Remove(int32 index);
 
     /// The same name, type and values.

@@ -250,6 +250,61 @@ TEST(Message, TakesNamesUpToTheirLongestLength)
     EXPECT_EQ(message.CountNames(B_ANY_TYPE), 1);
 }
 
+namespace {
+
+std::string DataIn(const BMessage& message, const char* name, int32 index)
+{
+    const void* data = nullptr;
+    ssize_t size = 0;
+    EXPECT_EQ(message.FindData(name, B_RAW_TYPE, index, &data, &size), B_OK);
+    return {static_cast<const char*>(data), static_cast<size_t>(size)};
+}
+
+/// As it comes back from its bytes.
+BMessage Reread(const BMessage& message)
+{
+    std::string flat(static_cast<size_t>(message.FlattenedSize()), '\0');
+    EXPECT_EQ(message.Flatten(flat.data(), static_cast<ssize_t>(flat.size())), B_OK);
+    BMessage again;
+    EXPECT_EQ(again.Unflatten(flat.data(), static_cast<ssize_t>(flat.size())), B_OK);
+    return again;
+}
+
+} // namespace
+
+TEST(Message, ReplacesDataWhateverItsLength)
+{
+    BMessage message;
+    EXPECT_EQ(message.AddData("one", B_RAW_TYPE, "abc", 3), B_OK);
+    for (const std::string value : {"", "a", "abcdefgh", "xyz"}) {
+        EXPECT_EQ(message.ReplaceData("one", B_RAW_TYPE, value.data(), static_cast<ssize_t>(value.size())), B_OK);
+        EXPECT_EQ(DataIn(message, "one", 0), value);
+        BMessage fresh;
+        fresh.AddData("one", B_RAW_TYPE, value.data(), static_cast<ssize_t>(value.size()));
+        EXPECT_EQ(Reread(message).FlattenedSize(), fresh.FlattenedSize()) << "as if it had never been another";
+    }
+    EXPECT_EQ(message.AddData("one", B_RAW_TYPE, "123", 3), B_OK) << "the size is that of the only value";
+    EXPECT_EQ(message.AddData("one", B_RAW_TYPE, "1234", 4), B_BAD_VALUE);
+
+    for (const int32 index : {0, 1, 2}) {
+        BMessage many;
+        for (const char* value : {"aa", "bb", "cc"})
+            EXPECT_EQ(many.AddData("many", B_RAW_TYPE, value, 2), B_OK);
+        EXPECT_EQ(many.ReplaceData("many", B_RAW_TYPE, index, "longer", 6), B_OK);
+        EXPECT_EQ(many.AddData("many", B_RAW_TYPE, "d", 1), B_OK);
+        for (const BMessage& either : {many, Reread(many)}) {
+            EXPECT_EQ(DataIn(either, "many", 0), index == 0 ? "longer" : "aa");
+            EXPECT_EQ(DataIn(either, "many", 1), index == 1 ? "longer" : "bb");
+            EXPECT_EQ(DataIn(either, "many", 2), index == 2 ? "longer" : "cc");
+            EXPECT_EQ(DataIn(either, "many", 3), "d");
+        }
+    }
+
+    EXPECT_EQ(message.AddInt32("number", 7), B_OK);
+    EXPECT_EQ(message.ReplaceData("number", B_INT32_TYPE, "12", 2), B_BAD_VALUE) << "its type has a size";
+    EXPECT_EQ(message.ReplaceData("number", B_INT32_TYPE, "12345", 5), B_BAD_VALUE);
+}
+
 TEST(Message, HoldsDataOfFixedSizeToTheFirstOne)
 {
     BMessage message;
@@ -257,7 +312,6 @@ TEST(Message, HoldsDataOfFixedSizeToTheFirstOne)
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "de", 2), B_BAD_VALUE);
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "de", 2, false), B_BAD_VALUE);
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "def", 3), B_OK);
-    EXPECT_EQ(message.ReplaceData("fixed", B_RAW_TYPE, "gh", 2), B_BAD_VALUE);
     EXPECT_EQ(message.ReplaceData("fixed", B_RAW_TYPE, 1, "ghi", 3), B_OK);
 
     EXPECT_EQ(message.AddData("any", B_RAW_TYPE, "abc", 3, false), B_OK);
