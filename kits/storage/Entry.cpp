@@ -142,6 +142,12 @@ bool BEntry::Exists() const
     return fStatus == B_OK && lstat(Join(fRef).c_str(), &info) == 0;
 }
 
+bool BEntry::IsSymLink() const
+{
+    struct stat info;
+    return fStatus == B_OK && lstat(Join(fRef).c_str(), &info) == 0 && S_ISLNK(info.st_mode);
+}
+
 status_t BEntry::GetRef(entry_ref* ref) const
 {
     if (ref == nullptr) {

@@ -42,6 +42,9 @@ public:
     /// Whether the name is taken at this moment, by a link that leads nowhere too.
     bool Exists() const;
 
+    /// Whether the name is that of a link at this moment, wherever it leads.
+    bool IsSymLink() const;
+
     status_t GetRef(entry_ref* ref) const;
     status_t GetPath(BPath* path) const;
     /// @param buffer  receives the name, at most B_FILE_NAME_LENGTH bytes with its zero

@@ -96,7 +96,8 @@ status_t find_directory(directory_which which, BPath* path, bool createIt)
     } else if (which == B_USER_RUNTIME_DIRECTORY) {
         status = FindRuntime(path, createIt);
     }
-    if (status != B_OK) {
+    const bool couldNotBeMade = which == B_COMMON_SETTINGS_DIRECTORY && createIt;
+    if (status != B_OK && !couldNotBeMade) {
         path->Unset();
     }
     return status;

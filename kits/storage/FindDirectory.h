@@ -14,7 +14,7 @@ enum directory_which : int32 {
 };
 
 /// Finds a folder of the user's. Variables that are unset, empty or hold a relative path count as missing.
-/// @param path      set to the folder; unset on failure
+/// @param path      set to the folder, also to one of settings that could not be made; unset on other failures
 /// @param createIt  make the folder, and those above it, when missing (mode 0700)
 /// @return B_ENTRY_NOT_FOUND when there is no home or, without createIt, no such folder; B_BAD_VALUE for another
 ///         directory; else why the folder could not be made or may not be used

@@ -8,6 +8,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 Preferences* prefs_common = nullptr;
 Preferences* prefs_user = nullptr;
@@ -37,15 +38,17 @@ Preferences::~Preferences() = default;
 void Preferences::initialise(const char* name, bool common)
 {
     fCommon = common;
-    fInitStatus = B_NO_INIT;
-    const std::string file = std::string(LeafOf(name != nullptr ? name : "")) + (common ? ".common" : ".user");
-
+    fRef.name = std::string(LeafOf(name != nullptr ? name : "")) + (common ? ".common" : ".user");
     BPath path;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, !fReadOnly) != B_OK) {
+    fInitStatus = find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, !fReadOnly);
+    if (path.InitCheck() == B_OK) {
+        fRef.directory = path.Path();
+    }
+    if (fInitStatus != B_OK) {
         return;
     }
     const BDirectory directory(path.Path());
-    const BEntry entry(&directory, file.c_str());
+    const BEntry entry(&directory, fRef.name.c_str());
     entry_ref ref;
     fInitStatus = entry.GetRef(&ref);
     if (fInitStatus == B_OK) {
@@ -67,59 +70,97 @@ status_t Preferences::GetRef(entry_ref* ref) const
     return B_OK;
 }
 
+std::vector<StoreNote> Preferences::TakeNotes()
+{
+    return std::exchange(fNotes, {});
+}
+
+void Preferences::KeepOld(const char* version)
+{
+    if (fFile != nullptr) {
+        fFile->KeepOld(version);
+    }
+}
+
+bool Preferences::Claim(const char* name, type_code type)
+{
+    type_code found = type;
+    if (GetInfo(name, &found) != B_OK) {
+        return false;
+    }
+    if (found != type) {
+        RemoveName(name);
+    }
+    return found == type;
+}
+
+status_t Preferences::TakeSetError()
+{
+    return std::exchange(fSetError, B_OK);
+}
+
+status_t Preferences::Noted(status_t status)
+{
+    if (fSetError == B_OK) {
+        fSetError = status;
+    }
+    return status;
+}
+
 status_t Preferences::SetBool(const char* name, bool value)
 {
-    return HasBool(name) ? ReplaceBool(name, value) : AddBool(name, value);
+    return Noted(HasBool(name) ? ReplaceBool(name, value) : AddBool(name, value));
 }
 
 status_t Preferences::SetFloat(const char* name, float value)
 {
-    return HasFloat(name) ? ReplaceFloat(name, value) : AddFloat(name, value);
+    return Noted(HasFloat(name) ? ReplaceFloat(name, value) : AddFloat(name, value));
 }
 
 status_t Preferences::SetInt8(const char* name, int8 value)
 {
-    return HasInt8(name) ? ReplaceInt8(name, value) : AddInt8(name, value);
+    return Noted(HasInt8(name) ? ReplaceInt8(name, value) : AddInt8(name, value));
 }
 
 status_t Preferences::SetInt16(const char* name, int16 value)
 {
-    return HasInt16(name) ? ReplaceInt16(name, value) : AddInt16(name, value);
+    return Noted(HasInt16(name) ? ReplaceInt16(name, value) : AddInt16(name, value));
 }
 
 status_t Preferences::SetInt32(const char* name, int32 value)
 {
-    return HasInt32(name) ? ReplaceInt32(name, value) : AddInt32(name, value);
+    return Noted(HasInt32(name) ? ReplaceInt32(name, value) : AddInt32(name, value));
 }
 
 status_t Preferences::SetInt64(const char* name, int64 value)
 {
-    return HasInt64(name) ? ReplaceInt64(name, value) : AddInt64(name, value);
+    return Noted(HasInt64(name) ? ReplaceInt64(name, value) : AddInt64(name, value));
 }
 
 status_t Preferences::SetString(const char* name, const char* value)
 {
-    return HasString(name) ? ReplaceString(name, value) : AddString(name, value);
+    return Noted(HasString(name) ? ReplaceString(name, value) : AddString(name, value));
 }
 
 status_t Preferences::SetRect(const char* name, BRect value)
 {
-    return HasRect(name) ? ReplaceRect(name, value) : AddRect(name, value);
+    return Noted(HasRect(name) ? ReplaceRect(name, value) : AddRect(name, value));
 }
 
 status_t Preferences::SetPoint(const char* name, BPoint value)
 {
-    return HasPoint(name) ? ReplacePoint(name, value) : AddPoint(name, value);
+    return Noted(HasPoint(name) ? ReplacePoint(name, value) : AddPoint(name, value));
 }
 
 status_t Preferences::SetMessage(const char* name, const BMessage* value)
 {
-    return HasMessage(name) ? ReplaceMessage(name, value) : AddMessage(name, value);
+    return Noted(HasMessage(name) ? ReplaceMessage(name, value) : AddMessage(name, value));
 }
 
 status_t Preferences::SetData(const char* name, type_code type, const void* data, ssize_t numBytes)
 {
-    return HasData(name, type) ? ReplaceData(name, type, data, numBytes) : AddData(name, type, data, numBytes, true, 1);
+    return Noted(HasData(name, type) ? ReplaceData(name, type, data, numBytes)
+                                     : AddData(name, type, data, numBytes, true, 1));
 }
 
 status_t Preferences::Sync()
@@ -158,5 +199,12 @@ status_t Preferences::LoadFrom(BFile* file)
 
 status_t Preferences::Revert()
 {
-    return fInitStatus == B_OK ? fFile->Load(this, !fReadOnly) : B_NO_INIT;
+    if (fInitStatus != B_OK) {
+        return B_NO_INIT;
+    }
+    StoreFile::Found found;
+    const status_t status = fFile->Load(this, !fReadOnly, &found);
+    fUnreadStatus = found.unread;
+    fNotes.insert(fNotes.end(), found.notes.begin(), found.notes.end());
+    return status;
 }

@@ -5,7 +5,11 @@
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
 
+#include "src/prefs/StoreNote.h"
+
 #include <memory>
+#include <string>
+#include <vector>
 
 class BFile;
 class StoreFile;
@@ -34,14 +38,32 @@ public:
     Preferences& operator=(const Preferences& other) = delete;
     ~Preferences() override;
 
-    /// B_OK when the store has a file, which need not exist; else why not, B_NO_INIT when there is no folder for it.
+    /// B_OK when the store has a file, which need not exist; else why not: what finding or making the folder gave.
     status_t InitCheck() const { return fInitStatus; }
     /// Where the file lies; B_NO_INIT when the store has none.
     status_t GetRef(entry_ref* ref) const;
+    /// The same also when the store has no file: where it would lie. Without any folder that is empty.
+    const entry_ref& Place() const { return fRef; }
     bool IsCommon() const { return fCommon; }
 
-    /// Each of these replaces the first value of the field, or adds the field. A field of the same name with another
-    /// type stays, and the message's own error comes back.
+    /// Why the file could not be read when it was looked at last, as it was left where it is: another process has it
+    /// locked, it may not be read, the disk fails. B_OK when it was read, was kept aside, or is not there. The next
+    /// Sync() keeps it aside before it writes.
+    status_t UnreadStatus() const { return fUnreadStatus; }
+    /// What could not be read since the last call, and what became of it.
+    std::vector<StoreNote> TakeNotes();
+    /// Has the next Sync() keep the store's file as it is now beside the new one: named after its version, or numbered
+    /// when that is not 1 to 20 of 0-9, a-z and dots.
+    void KeepOld(const char* version);
+
+    /// For the owner of a key, when it reads that: removes a field of another type. Nobody can read it, and as long as
+    /// it is there, whatever the owner sets fails. It comes from a damaged file or another version. Keys that have no
+    /// owner here stay as they are.
+    /// @return whether there is such a field now
+    bool Claim(const char* name, type_code type);
+
+    /// Each of these replaces the first value of the field, whatever its length, or adds the field. A field of the same
+    /// name with another type stays, and the message's own error comes back.
     status_t SetBool(const char* name, bool value);
     status_t SetFloat(const char* name, float value);
     status_t SetInt8(const char* name, int8 value);
@@ -53,6 +75,9 @@ public:
     status_t SetPoint(const char* name, BPoint value);
     status_t SetMessage(const char* name, const BMessage* value);
     status_t SetData(const char* name, type_code type, const void* data, ssize_t numBytes);
+
+    /// The first error of those above since the last call; B_OK when all have succeeded.
+    status_t TakeSetError();
 
     /// The operations below need a file, else they return B_NO_INIT. Each tries six times to lock the file, 0.1 seconds
     /// apart, and then gives up with B_BUSY and everything as it was.
@@ -70,11 +95,15 @@ public:
 
 private:
     void initialise(const char* name, bool common);
+    status_t Noted(status_t status);
 
     entry_ref fRef;
-    status_t fInitStatus;
+    status_t fInitStatus = B_NO_INIT;
+    status_t fUnreadStatus = B_OK;
+    status_t fSetError = B_OK;
     bool fCommon;
     bool fReadOnly;
+    std::vector<StoreNote> fNotes;
     std::shared_ptr<StoreFile> fFile; ///< what this store and its copies know of the file
 };
 

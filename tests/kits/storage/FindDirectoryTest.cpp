@@ -62,6 +62,7 @@ TEST(FindDirectory, TellsWhyAFolderCannotBeMade)
     FailingDisk disk(0, EROFS);
     const WithDisk with(disk);
     EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_READ_ONLY_DEVICE);
+    EXPECT_EQ(path.Path(), folder.Path("settings")) << "and which one that is";
 }
 
 TEST(FindDirectory, TakesTheRuntimeFolderWhenItIsClosedToOthers)

@@ -194,7 +194,9 @@ TEST_F(PreferencesTest, WithoutASettingsFolderItWorksInMemory)
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("HOME");
     Preferences store(kName, false);
-    EXPECT_EQ(store.InitCheck(), B_NO_INIT);
+    EXPECT_EQ(store.InitCheck(), B_ENTRY_NOT_FOUND) << "the reason, for whoever tells of it";
+    EXPECT_EQ(store.Place().directory, "");
+    EXPECT_EQ(store.Place().name, kFile);
     EXPECT_EQ(store.SetInt32("Number", 5), B_OK);
     EXPECT_EQ(store.Sync(), static_cast<status_t>(0x8000000D));
     EXPECT_EQ(store.Revert(), B_NO_INIT);
@@ -205,6 +207,63 @@ TEST_F(PreferencesTest, WithoutASettingsFolderItWorksInMemory)
     int32 value = 0;
     EXPECT_EQ(store.FindInt32("Number", &value), B_OK);
     EXPECT_EQ(value, 5);
+}
+
+TEST_F(PreferencesTest, KeepsWhyTheFolderCouldNotBeMadeAndWhichOne)
+{
+    fFolder.Put("file", "");
+    setenv("XDG_CONFIG_HOME", fFolder.Path("file").c_str(), 1);
+    Preferences store(kName, false);
+    EXPECT_EQ(store.InitCheck(), B_FILE_EXISTS);
+    EXPECT_EQ(store.Place().directory, fFolder.Path("file"));
+    EXPECT_EQ(store.Sync(), B_NO_INIT);
+}
+
+TEST_F(PreferencesTest, SettingReplacesDataWhateverItsLength)
+{
+    for (const size_t length : {0, 40, 160, 200}) {
+        Preferences store(kName, false);
+        const std::string old(length, 'o');
+        ASSERT_EQ(store.AddData("Data", B_RAW_TYPE, old.data(), static_cast<ssize_t>(length)), B_OK);
+        ASSERT_EQ(store.Sync(), B_OK);
+        Preferences again(kName, false);
+        const std::string next(160, 'n');
+        EXPECT_EQ(again.SetData("Data", B_RAW_TYPE, next.data(), 160), B_OK);
+        ASSERT_EQ(again.Sync(), B_OK);
+        const Preferences last(kName, false);
+        const void* data = nullptr;
+        ssize_t size = 0;
+        ASSERT_EQ(last.FindData("Data", B_RAW_TYPE, &data, &size), B_OK);
+        EXPECT_EQ(std::string(static_cast<const char*>(data), static_cast<size_t>(size)), next);
+        fFolder.Clear();
+    }
+}
+
+TEST_F(PreferencesTest, TheOwnerOfAKeyRemovesAnotherType)
+{
+    Preferences store(kName, false);
+    store.SetString("Mine", "text");
+    store.SetString("Nobody's", "text");
+    store.SetInt32("Right", 1);
+    EXPECT_EQ(store.SetInt32("Mine", 2), B_BAD_TYPE);
+    EXPECT_TRUE(store.Claim("Right", B_INT32_TYPE));
+    EXPECT_FALSE(store.Claim("Missing", B_INT32_TYPE));
+    EXPECT_FALSE(store.Claim("Mine", B_INT32_TYPE));
+    EXPECT_FALSE(store.HasString("Mine"));
+    EXPECT_EQ(store.SetInt32("Mine", 2), B_OK);
+    EXPECT_TRUE(store.HasString("Nobody's"));
+    EXPECT_TRUE(store.HasInt32("Right"));
+}
+
+TEST_F(PreferencesTest, RemembersThatAValueCouldNotBeSet)
+{
+    Preferences store(kName, false);
+    EXPECT_EQ(store.TakeSetError(), B_OK);
+    store.SetString("field", "text");
+    store.SetInt32("field", 1);
+    store.SetInt32("another", 1);
+    EXPECT_EQ(store.TakeSetError(), B_BAD_TYPE);
+    EXPECT_EQ(store.TakeSetError(), B_OK);
 }
 
 TEST_F(PreferencesTest, ANameTooLongForAFileIsAnErrorAndNothingElse)

@@ -87,9 +87,9 @@ TEST_F(StoreDamageTest, ABrokenFileIsKeptAndTold)
     fFolder.Put(kFile, "broken");
     testing::internal::CaptureStderr();
     Preferences store(kName, false);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "qel: the settings in " + fFolder.Path(kFile) +
-                                                          " could not be read (Invalid value); they are kept as " +
-                                                          kKept + "\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings in " + fFolder.Path(kFile) +
+                  " could not be read (Damaged, or no settings); they are kept as " + kKept + "\n");
     EXPECT_TRUE(store.IsEmpty());
     EXPECT_EQ(fFolder.Names(), std::set<std::string>{kKept});
     EXPECT_EQ(fFolder.Get(kKept), "broken");
@@ -159,11 +159,107 @@ TEST_F(StoreDamageTest, ALinkIsReadAndThenReplacedByAFile)
     EXPECT_EQ(fFolder.Names(), (std::set<std::string>{"elsewhere", kFile}));
     EXPECT_EQ(fFolder.Get("elsewhere"), old);
     EXPECT_EQ(NumberAtStart(), 2);
+}
 
-    fFolder.Clear();
+TEST_F(StoreDamageTest, ALinkThatLeadsNowhereIsKept)
+{
+    const auto leadsNowhere = [this](const std::string& name) {
+        std::error_code error;
+        return std::filesystem::read_symlink(fFolder.Path(name), error) == "nowhere";
+    };
     std::filesystem::create_symlink("nowhere", fFolder.Path(kFile));
+    testing::internal::CaptureStderr();
+    Preferences store(kName, false);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings in " + fFolder.Path(kFile) +
+                  " could not be read (A link that leads nowhere); they are kept as " + kKept + "\n");
+    EXPECT_EQ(store.UnreadStatus(), B_OK);
+    EXPECT_TRUE(leadsNowhere(kKept));
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>{kKept});
+
+    // Made while the program runs.
+    std::filesystem::create_symlink("nowhere", fFolder.Path(kFile));
+    Fill(store, 1);
+    testing::internal::CaptureStderr();
     EXPECT_EQ(store.Sync(), B_OK);
-    EXPECT_EQ(fFolder.Names(), std::set<std::string>{kFile});
+    testing::internal::GetCapturedStderr();
+    const std::string second = std::string(kKept) + "-2";
+    EXPECT_TRUE(leadsNowhere(second));
+    EXPECT_EQ(fFolder.Names(), (std::set<std::string>{kFile, kKept, second}));
+    EXPECT_EQ(NumberAtStart(), 1);
+}
+
+TEST_F(StoreDamageTest, TheLineSaysThatTheBackupIsUsed)
+{
+    const std::string old = BytesOf(1);
+    PutBoth("broken", old);
+    testing::internal::CaptureStderr();
+    Preferences store(kName, false);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings in " + fFolder.Path(kFile) +
+                  " could not be read (Damaged, or no settings); they are kept as " + kKept +
+                  "; those saved before them are used\n");
+    const std::vector<StoreNote> notes = store.TakeNotes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_TRUE(notes[0].usedBackup);
+    EXPECT_EQ(notes[0].kept, kKept);
+    EXPECT_TRUE(store.TakeNotes().empty());
+}
+
+TEST_F(StoreDamageTest, AFolderInThePlaceOfTheBackupIsNotBlamedOnTheStore)
+{
+    const std::string whole = BytesOf(1);
+    fFolder.Put(kFile, whole);
+    std::filesystem::create_directories(fFolder.Path(kBackup) + "/inside");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(NumberAtStart(), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "qel: the backup " + fFolder.Path(kBackup) +
+                                                          " could not be read (Is a folder); it is kept as " + kKept +
+                                                          "\n");
+    EXPECT_TRUE(fFolder.Has(std::string(kKept) + "/inside"));
+}
+
+TEST_F(StoreDamageTest, WhatCannotBeRenamedIsToldToo)
+{
+    /// Renames nothing.
+    class Stubborn : public kits::FailingDevice {
+    public:
+        int Before(kits::FileAction& action) override { return action.call == kits::FileCall::kRename ? EROFS : 0; }
+    };
+    fFolder.Put(kFile, "broken");
+    Stubborn disk;
+    const WithDisk with(disk);
+    testing::internal::CaptureStderr();
+    Preferences store(kName, false);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "qel: the settings in " + fFolder.Path(kFile) +
+                                                          " could not be read (Damaged, or no settings); renaming the "
+                                                          "file failed (Only reading is possible there)\n");
+    const std::vector<StoreNote> notes = store.TakeNotes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(notes[0].notKept, B_READ_ONLY_DEVICE);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(store.Sync(), B_READ_ONLY_DEVICE);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(fFolder.Get(kFile), "broken");
+}
+
+TEST_F(StoreDamageTest, AReadOnlyStoreNotesWhatItCouldNotRead)
+{
+    const std::string old = BytesOf(1);
+    PutBoth("broken", old);
+    std::vector<StoreNote> notes = Preferences(kName, false, true).TakeNotes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_TRUE(notes[0].usedBackup);
+    EXPECT_EQ(LineOf(notes[0]), "qel: the settings in " + fFolder.Path(kFile) +
+                                    " could not be read (Damaged, or no settings); those saved before them are used");
+    fFolder.Clear();
+    fFolder.Put(kFile, "broken");
+    notes = Preferences(kName, false, true).TakeNotes();
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(LineOf(notes[0]),
+              "qel: the settings in " + fFolder.Path(kFile) + " could not be read (Damaged, or no settings)");
+    fFolder.Clear();
+    EXPECT_TRUE(Preferences(kName, false, true).TakeNotes().empty()) << "there is nothing to be read";
 }
 
 TEST_F(StoreDamageTest, BytesBehindTheMessageDoNotMatter)

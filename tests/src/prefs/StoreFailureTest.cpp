@@ -198,3 +198,66 @@ TEST_F(StoreFailureTest, AStoreThatCouldNotBeReadIsKeptWhenAnotherTakesItsPlace)
     EXPECT_EQ(store.Sync(), B_OK);
     EXPECT_EQ(fFolder.Names().size(), 2u) << "only once";
 }
+
+TEST_F(StoreFailureTest, AFileThatMayBeWholeStaysWhereItIsUntilItIsReplaced)
+{
+    /// Opens nothing of this name.
+    class Closed : public kits::FailingDevice {
+    public:
+        explicit Closed(std::string path)
+            : fPath(std::move(path))
+        {
+        }
+        int Before(kits::FileAction& action) override
+        {
+            return action.call == kits::FileCall::kOpen && fPath == action.path ? EACCES : 0;
+        }
+
+    private:
+        std::string fPath;
+    };
+    const std::string old = BytesOf(1);
+    for (const char* const name : {kFile, kBackup}) {
+        fFolder.Clear();
+        fFolder.Put(name, old);
+        Closed disk(fFolder.Path(name));
+        testing::internal::CaptureStderr();
+        {
+            const WithDisk with(disk);
+            Preferences store(kName, false);
+            EXPECT_EQ(store.UnreadStatus(), B_PERMISSION_DENIED);
+            EXPECT_TRUE(store.TakeNotes().empty());
+            EXPECT_EQ(fFolder.Names(), std::set<std::string>{name});
+            Fill(store, 2);
+            EXPECT_EQ(store.Sync(), B_OK);
+        }
+        const std::string line = testing::internal::GetCapturedStderr();
+        EXPECT_NE(line.find("(Permission denied); they are kept as " + std::string(kKept)), std::string::npos) << line;
+        EXPECT_EQ(fFolder.Names(), (std::set<std::string>{kFile, kKept}));
+        EXPECT_EQ(fFolder.Get(kKept), old);
+        EXPECT_EQ(NumberAtStart(), 2);
+
+        fFolder.Clear();
+        fFolder.Put(name, old);
+        Preferences store(kName, false);
+        EXPECT_EQ(store.UnreadStatus(), B_OK) << "it can be read again";
+        EXPECT_EQ(NumberOf(store), 1);
+    }
+}
+
+TEST_F(StoreFailureTest, AnotherAttemptReadsIt)
+{
+    const std::string old = BytesOf(1);
+    fFolder.Put(kFile, old);
+    FailingDisk disk(1, EACCES);
+    kits::SetFailingDevice(&disk);
+    Preferences store(kName, false);
+    kits::SetFailingDevice(nullptr);
+    ASSERT_EQ(store.UnreadStatus(), B_PERMISSION_DENIED);
+    EXPECT_EQ(store.Revert(), B_OK);
+    EXPECT_EQ(store.UnreadStatus(), B_OK);
+    EXPECT_EQ(NumberOf(store), 1);
+    Fill(store, 2);
+    EXPECT_EQ(store.Sync(), B_OK);
+    EXPECT_EQ(fFolder.Names(), std::set<std::string>{kFile});
+}
