@@ -802,6 +802,93 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <translation>Alles zurücksetzen</translation>
     </message>
     <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>Reason: %1</source>
+        <translation>Grund: %1</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>The settings cannot be read now.</source>
+        <translation>Die Einstellungen sind gerade nicht lesbar.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>With the defaults, these settings are kept under another name as soon as something is saved.</source>
+        <translation>Mit den Vorgaben bleiben diese Einstellungen unter einem anderen Namen erhalten, sobald etwas gespeichert wird.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>Try again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>The settings could not be saved.</source>
+        <translation>Die Einstellungen konnten nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>Saving is tried again as long as the program runs.</source>
+        <translation>Das Speichern wird weiter versucht, solange das Programm läuft.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>Damaged, or no settings</source>
+        <translation>Beschädigt oder keine Einstellungen</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>Locked by another program</source>
+        <translation>Von einem anderen Programm gesperrt</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>A link that leads nowhere</source>
+        <translation>Ein Verweis ins Leere</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>none: neither XDG_CONFIG_HOME nor HOME is set</source>
+        <translation>keiner: weder XDG_CONFIG_HOME noch HOME ist gesetzt</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>Folder: %1
+File: %2</source>
+        <translation>Ordner: %1
+Datei: %2</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>The backup of the settings could not be read.</source>
+        <translation>Die Sicherung der Einstellungen konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>The settings could not be read.</source>
+        <translation>Die Einstellungen konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>The file is kept as %1.</source>
+        <translation>Die Datei bleibt als %1 erhalten.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>It could not be kept under another name: %1.</source>
+        <translation>Sie konnte nicht umbenannt werden: %1.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>The settings saved before it are used instead.</source>
+        <translation>Stattdessen gelten die zuvor gespeicherten Einstellungen.</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreNote.cpp"/>
+        <source>The defaults are used instead.</source>
+        <translation>Stattdessen gelten die Vorgaben.</translation>
+    </message>
+    <message>
         <location filename="../src/sampling/SourceName.cpp"/>
         <source>CPU %1</source>
         <translation>CPU %1</translation>

@@ -20,6 +20,7 @@ Autosave::Autosave(QelApp& app)
 
 void Autosave::Look()
 {
+    fAlarm.Look(fWriter, {prefs_common, prefs_user});
     if (kits::EventLoop::CountChanges() != fSaved || !HasWrittenAll()) {
         Save();
     }

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "kits/application/Timer.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/prefs/StoreWriter.h"
 
 class QelApp;
@@ -21,15 +22,17 @@ public:
 
     /// @param app  whose windows and sampler are stored; outlives this object
     explicit Autosave(QelApp& app);
-    /// Waits until all that was handed over is on disk.
+    /// Waits until all that was handed over is on disk, or could not be written.
     ~Autosave() = default;
 
     Autosave(const Autosave&) = delete;
     Autosave& operator=(const Autosave&) = delete;
 
-    /// What it does every four seconds: Save(), unless nothing can have changed since the last one and that is on the
-    /// disk.
+    /// What it does every four seconds: tells the user when saving has begun to fail (SaveAlarm), then Save(), unless
+    /// nothing can have changed since the last one and that is on the disk.
     void Look();
+    /// Looks no more. What was handed over is still written.
+    void Stop() { fTimer.Stop(); }
     /// Has what changed written, now.
     void Save();
     /// Whether all that was saved is on the disk.
@@ -38,6 +41,7 @@ public:
 private:
     QelApp& fApp;
     StoreWriter fWriter;
+    SaveAlarm fAlarm;
     std::optional<uint64> fSaved; ///< the count of changes when all was saved; nothing before, and when that failed
     kits::Timer fTimer;
 };

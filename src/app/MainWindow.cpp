@@ -123,12 +123,17 @@ status_t MainWindow::Archive(BMessage* into, bool /*deep*/) const
         return status;
     }
     BMessage charts;
-    fChartTab->View()->Archive(&charts, true);
-    into->AddMessage("ChartViewHolder", &charts);
-    into->AddRect("WindowFrameWithCharts", fChartTab->ChartFrame());
-    into->AddRect("WindowFrame", fChartTab->OtherFrame());
-    into->AddInt32("Selection", fTabView->Selection());
-    return B_OK;
+    status_t status = fChartTab->View()->Archive(&charts, true);
+    if (status == B_OK) {
+        status = into->AddMessage("ChartViewHolder", &charts);
+    }
+    if (status == B_OK) {
+        status = into->AddRect("WindowFrameWithCharts", fChartTab->ChartFrame());
+    }
+    if (status == B_OK) {
+        status = into->AddRect("WindowFrame", fChartTab->OtherFrame());
+    }
+    return status == B_OK ? into->AddInt32("Selection", fTabView->Selection()) : status;
 }
 
 void MainWindow::FrameResized(float width, float height)

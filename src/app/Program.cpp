@@ -14,6 +14,7 @@
 #include "src/app/Startup.h"
 #include "src/app/Stores.h"
 #include "src/app/TellCommand.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/support/MachineCheck.h"
 #include "src/support/Qel.h"
 #include "src/support/SecondStart.h"
@@ -37,14 +38,13 @@ int RunSession()
         return EndSecondStart(*app, "qel");
     }
     Stores stores(Stores::Mode::kSession);
-    if (!AskAboutVersion(prefs_user)) {
+    if (!AskAboutUnreadStores(stores.All()) || !AskAboutVersion(prefs_user)) {
         return 0;
     }
     LoadDefaults(prefs_user);
     app->Run();
     app.reset();
-    stores.Save();
-    return 0;
+    return stores.Save() == B_OK ? 0 : 1;
 }
 
 int RunSnapshot(const CommandLine& line)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
@@ -17,6 +18,7 @@
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/Preferences.h"
 #include "src/prefs/PrefsWindow.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
@@ -29,6 +31,19 @@ constexpr bigtime_t kPulse = 600'000'000;
 constexpr int16 kHistory = 10;
 constexpr BRect kFirstFrame(50, 50, 400, 200);
 constexpr BRect kFirstPrefsFrame(50, 50, 450, 290);
+
+/// Archives a window; what could not be archived leaves the archive from before.
+void Archive(const SmartWindow& window, BMessage* archive)
+{
+    BMessage fresh;
+    const status_t status = window.Archive(&fresh, false);
+    if (status == B_OK) {
+        *archive = std::move(fresh);
+    }
+    if (prefs_user != nullptr) {
+        prefs_user->NoteError(status);
+    }
+}
 
 void EnterFolderOfExecutable()
 {
@@ -52,6 +67,7 @@ QelApp::QelApp(Mode mode)
 
 QelApp::~QelApp()
 {
+    fAutosave.reset();
     if (prefs_user == nullptr) {
         return;
     }
@@ -70,12 +86,14 @@ void QelApp::ReadyToRun()
 
     const void* table = nullptr;
     ssize_t size = 0;
-    if (prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK) {
+    if (prefs_common->Claim("Uptimes", B_RAW_TYPE) &&
+        prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK) {
         fUptimes.SetTo(table, static_cast<size_t>(size));
     }
 
     OpenMainWindow();
     bool open = false;
+    prefs_user->Claim("CWOpen", B_BOOL_TYPE);
     if (fShowMainWindow && prefs_user->FindBool("CWOpen", 0, &open) == B_OK && open) {
         PostMessage(MSG_CW_OPEN);
     }
@@ -84,12 +102,14 @@ void QelApp::ReadyToRun()
         fAutosave = std::make_unique<Autosave>(*this);
         // Had the colour page painted it when the program was killed, it still is.
         BScreen().RestoreDesktop();
+        TellAboutKeptFiles({prefs_common, prefs_user});
     }
 }
 
 void QelApp::OpenMainWindow()
 {
-    if (prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK) {
+    if (prefs_user->Claim("MainWindow", B_MESSAGE_TYPE) &&
+        prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK) {
         fMainWindow = new MainWindow(&fMainWindowArchive, &fMainWindow);
     } else {
         fMainWindow = new MainWindow(kFirstFrame, &fMainWindow);
@@ -155,6 +175,7 @@ void QelApp::OpenPrefsWindow()
     }
     const char* const title = Tr("Global preferences");
     PrefsWindow* window = nullptr;
+    prefs_user->Claim("GlobalPrefsWindow", B_MESSAGE_TYPE);
     if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK) {
         window = new PrefsWindow(&fPrefsWindowArchive, title, nullptr, &fPrefsWindow);
     } else {
@@ -220,7 +241,11 @@ bool QelApp::QuitRequested()
 
 void QelApp::CleanUp()
 {
-    fAutosave.reset();
+    // What is being written may take long on a slow disk, and as long as the application is not quit, others find it.
+    if (fAutosave) {
+        fAutosave->Stop();
+        prefs_user->ForgetErrors();
+    }
     application_sampler = nullptr;
     fSampler.reset();
     Close(fPrefsWindow, &fPrefsWindowArchive);
@@ -233,39 +258,32 @@ void QelApp::CleanUp()
 void QelApp::Close(SmartWindow* window, BMessage* archive)
 {
     if (window != nullptr && window->Lock()) {
-        archive->MakeEmpty();
-        window->Archive(archive, false);
+        Archive(*window, archive);
         window->Quit();
     }
 }
 
 status_t QelApp::StoreArrangement()
 {
-    status_t result = B_OK;
-    auto note = [&result](status_t status) {
-        if (status != B_OK) {
-            result = status;
-        }
-    };
-    auto store = [&note](const char* name, const SmartWindow* window, BMessage& archive) {
+    prefs_user->ForgetErrors();
+    auto store = [](const char* name, const SmartWindow* window, BMessage& archive) {
         if (window != nullptr) {
-            archive.MakeEmpty();
-            note(window->Archive(&archive, false));
+            Archive(*window, &archive);
         }
         if (!archive.IsEmpty()) {
-            note(prefs_user->SetMessage(name, &archive));
+            prefs_user->SetMessage(name, &archive);
         }
     };
     store("MainWindow", fMainWindow, fMainWindowArchive);
     store("GlobalPrefsWindow", fPrefsWindow, fPrefsWindowArchive);
     if (fSampler) {
         BMessage settings;
-        note(fSampler->SavePrefsTo(&settings));
-        note(prefs_user->SetMessage("Sysinfo", &settings));
+        prefs_user->NoteError(fSampler->SavePrefsTo(&settings));
+        prefs_user->SetMessage("Sysinfo", &settings);
     }
     // What is stored now is of this version, whatever it was loaded from.
-    note(prefs_user->SetString("Version", kVersion));
-    return result;
+    prefs_user->SetString("Version", kVersion);
+    return prefs_user->Error();
 }
 
 void QelApp::UpdateUptimes()
@@ -281,8 +299,9 @@ void QelApp::SaveUptimes()
         return;
     }
     UpdateUptimes();
+    prefs_common->ForgetErrors();
     prefs_common->SetData("Uptimes", B_RAW_TYPE, fUptimes.Data(), UptimeTable::kSize);
-    UptimeTotals totals = UptimeTotals::From(*prefs_common);
+    UptimeTotals totals = UptimeTotals::TakeFrom(prefs_common);
     totals.Count(system_time(), kits::MomentOfBoot());
     totals.StoreIn(prefs_common);
 }

@@ -70,7 +70,7 @@ public:
     SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
 
     /// Puts what the windows and the sampler would store at the end into the user's store; does not write that.
-    /// @return the error of the last of them that could not be put there
+    /// @return the error of the first of them that could not be put there
     status_t StoreArrangement();
 
 private:

@@ -1,6 +1,7 @@
 #include "src/app/Startup.h"
 
 #include <cstring>
+#include <string>
 
 #include "kits/application/Application.h"
 #include "kits/interface/Alert.h"
@@ -31,14 +32,18 @@ bool IsOfAnotherVersion(const Preferences& store)
 
 bool AskAboutVersion(Preferences* store)
 {
+    store->Claim("Version", B_STRING_TYPE);
     if (!IsOfAnotherVersion(*store)) {
         return true;
     }
+    std::string version;
+    store->FindString("Version", &version);
     // The alert deletes itself.
     auto* alert = new BAlert("Qel", Tr(kQuestion), Tr("Quit"), Tr("Use defaults"), Tr("Load"), B_WIDTH_FROM_LABEL,
                              B_OFFSET_SPACING, B_STOP_ALERT);
     switch (alert->Go()) {
     case 1:
+        store->KeepOld(version.c_str());
         store->MakeEmpty();
         return true;
     case 2:

@@ -8,7 +8,8 @@ class Preferences;
 bool IsOfAnotherVersion(const Preferences& store);
 
 /// Asks what to do with a user's store of another version, in an alert: load it all the same, empty it (so that it
-/// takes the defaults), or quit. Asks nothing when the version is this one's.
+/// takes the defaults; the file of the old one is kept under its version when the store is written), or quit. Asks
+/// nothing when the version is this one's.
 /// @return false to quit: nothing is to be written then
 bool AskAboutVersion(Preferences* store);
 

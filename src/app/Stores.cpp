@@ -7,6 +7,7 @@
 #include "kits/kernel/Errors.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/support/Qel.h"
 
 namespace {
@@ -18,14 +19,11 @@ void KeepBootMoment(bool mayWrite)
         const std::string leaf = BPath(signature).Leaf();
         path.Append((leaf + ".boot").c_str());
         // Where it cannot be kept, what was measured holds for this run.
-        kits::SetBootMomentFile(path.Path(), mayWrite);
-    }
-}
-
-void Save(Preferences& store, const char* what)
-{
-    if (const status_t status = store.Sync(); status != B_OK) {
-        std::fprintf(stderr, "qel: the %s could not be saved: %s\n", what, kits::StatusText(status));
+        const status_t status = kits::SetBootMomentFile(path.Path(), mayWrite);
+        if (mayWrite && status != B_OK && status != B_NO_INIT) {
+            std::fprintf(stderr, "qel: the moment of boot could not be kept in %s: %s\n", path.Path(),
+                         kits::StatusText(status));
+        }
     }
 }
 
@@ -38,6 +36,9 @@ Stores::Stores(Mode mode)
     prefs_common = fCommon.get();
     prefs_user = fUser.get();
     KeepBootMoment(mode == Mode::kSession);
+    if (mode == Mode::kReadOnly) {
+        PrintWhatCouldNotBeRead(All());
+    }
 }
 
 Stores::~Stores()
@@ -46,9 +47,9 @@ Stores::~Stores()
     prefs_user = nullptr;
 }
 
-void Stores::Save()
+status_t Stores::Save()
 {
     fUser->SetString("Version", kVersion);
-    ::Save(*fCommon, "uptimes");
-    ::Save(*fUser, "settings");
+    const status_t status = SaveAtEnd(*fCommon, "qel");
+    return FirstError(SaveAtEnd(*fUser, "qel"), status);
 }

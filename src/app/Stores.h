@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "src/prefs/Preferences.h"
 
@@ -10,7 +11,7 @@ class Stores {
 public:
     enum class Mode {
         kSession,  ///< as told by the files, written back with `Save()`
-        kReadOnly, ///< nothing is ever written
+        kReadOnly, ///< nothing is ever written, and what cannot be read is told of on stderr
     };
 
     explicit Stores(Mode mode);
@@ -22,7 +23,11 @@ public:
 
     /// Stamps the user's store with this version and writes the common store, then the user's. A failure is said on
     /// stderr, one line each; the old files are then still there.
-    void Save();
+    /// @return B_OK when everything is on the disk
+    status_t Save();
+
+    /// Both, the common one first.
+    std::vector<Preferences*> All() const { return {fCommon.get(), fUser.get()}; }
 
 private:
     std::unique_ptr<Preferences> fCommon;

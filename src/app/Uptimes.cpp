@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "kits/application/Message.h"
+#include "kits/support/TypeConstants.h"
 #include "src/prefs/Preferences.h"
 #include "src/support/FieldRanges.h"
 
@@ -64,6 +65,15 @@ UptimeTotals UptimeTotals::From(const BMessage& store)
     totals.lastBoot = FindTime(store, "USLastBoot");
     totals.lastUptime = FindTime(store, "USLastUptime");
     return totals;
+}
+
+UptimeTotals UptimeTotals::TakeFrom(Preferences* store)
+{
+    store->Claim("BootCount", B_INT32_TYPE);
+    for (const char* name : {"UptimeSum", "USLastBoot", "USLastUptime"}) {
+        store->Claim(name, B_INT64_TYPE);
+    }
+    return From(*store);
 }
 
 void UptimeTotals::StoreIn(Preferences* store) const

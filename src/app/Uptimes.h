@@ -57,6 +57,8 @@ struct UptimeTotals {
     bigtime_t lastUptime = 0; ///< "USLastUptime": time since boot at the last save, microseconds
 
     static UptimeTotals From(const BMessage& store);
+    /// The same; removes what has another type, so that StoreIn() succeeds.
+    static UptimeTotals TakeFrom(Preferences* store);
     void StoreIn(Preferences* store) const;
 
     /// Counts the time since the last save; the first save of a boot counts that boot and all of its uptime. What

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "kits/application/Invoker.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
+#include "kits/support/TypeConstants.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantClasses.h"
@@ -42,7 +44,10 @@ std::unique_ptr<BView> ViewOf(BMessage archive, const BRect& frame, std::string*
 DesktopApp::DesktopApp(status_t* status)
     : BApplication(kDesktopSignature, status, kits::Presence::kSingle)
     , fStore(kDesktopSignature, false, InitCheck() != B_OK)
-    , fAutosave([this] { Save(); })
+    , fAutosave([this] {
+        fAlarm.Look(fWriter, {&fStore});
+        Save();
+    })
     , fSaveSoon([this] { Save(); })
 {
 }
@@ -52,6 +57,8 @@ DesktopApp::~DesktopApp() = default;
 void DesktopApp::Restore()
 {
     BMessage saved;
+    fStore.Claim("Version", B_STRING_TYPE);
+    fStore.Claim("Replicant", B_MESSAGE_TYPE);
     for (int32 i = 0; fStore.FindMessage("Replicant", i, &saved) == B_OK; i++)
         RestoreOne(&saved);
 }
@@ -133,10 +140,12 @@ void DesktopApp::ReadyToRun()
     // What a killed program left painted.
     BScreen().RestoreDesktop();
     UpdateAutostart();
-    if (IsEmpty())
-        PostMessage(B_QUIT_REQUESTED);
-    else
+    const BMessenger alert =
+        TellAboutKeptFiles({&fStore}, std::make_unique<BInvoker>(new BMessage(MSG_KEPT_FILES_TOLD), this));
+    if (!IsEmpty())
         Save();
+    else if (!alert.IsValid())
+        PostMessage(B_QUIT_REQUESTED);
     fAutosave.Start(kSavePeriod);
 }
 
@@ -155,6 +164,10 @@ void DesktopApp::MessageReceived(BMessage* message)
         message->SendReply(&reply);
         break;
     }
+    case MSG_KEPT_FILES_TOLD:
+        if (IsEmpty())
+            PostMessage(B_QUIT_REQUESTED);
+        break;
     case MSG_ACTIVATE_REPLICANTS:
         if (!fWindows.empty())
             fWindows.front()->Activate();
@@ -232,19 +245,23 @@ void DesktopApp::Changed()
 status_t DesktopApp::Drain()
 {
     FinishAutostart();
-    return fWriter.Drain();
+    const status_t status = FirstError(FirstError(fStore.InitCheck(), fWriter.Drain()), fStore.Error());
+    if (status != B_OK)
+        PrintSaveError(fStore, status, "qel-desktop");
+    return status;
 }
 
 void DesktopApp::Save()
 {
+    fStore.ForgetErrors();
     fStore.RemoveName("Replicant");
     for (const ReplicantWindow* window : fWindows) {
         BMessage saved;
         window->SaveTo(&saved);
-        fStore.AddMessage("Replicant", &saved);
+        fStore.NoteError(fStore.AddMessage("Replicant", &saved));
     }
     for (const BMessage& saved : fForeign)
-        fStore.AddMessage("Replicant", &saved);
+        fStore.NoteError(fStore.AddMessage("Replicant", &saved));
     fStore.SetString("Version", kVersion);
     fBytes = fStore.FlattenedSize();
     fWriter.Write(fStore);

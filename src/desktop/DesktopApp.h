@@ -8,6 +8,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/Timer.h"
 #include "src/prefs/Preferences.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/prefs/StoreWriter.h"
 #include "src/sampling/ThreadMagic.h"
 
@@ -37,7 +38,7 @@ public:
     /// Shows what the store holds; before Run().
     void Restore();
 
-    /// Ends when there is nothing to show.
+    /// Ends when there is nothing to show, and nothing to be told of the store.
     void ReadyToRun() override;
     void MessageReceived(BMessage* message) override;
     /// Keeps everything, then ends. When the key for it was pressed the application is asked to quit instead, and the
@@ -56,8 +57,10 @@ public:
     void Changed();
     /// Puts what is shown into the store, and has it written when it changed.
     void Save();
-    /// Waits until everything is written.
+    /// Waits until everything is written. A failure is said on stderr, in one line.
     status_t Drain();
+
+    Preferences* Store() { return &fStore; }
 
 private:
     bool Add(BMessage* request, std::string* why);
@@ -72,6 +75,7 @@ private:
     std::vector<ReplicantWindow*> fWindows; // each deletes itself
     std::vector<BMessage> fForeign;         // what a newer version may have stored; kept as it is
     StoreWriter fWriter;
+    SaveAlarm fAlarm;
     ssize_t fBytes = 0;                              // of what is stored, about
     std::unique_ptr<FireAndForgetThread> fAutostart; // at work on the entry, or done
     kits::Timer fAutosave;

@@ -7,6 +7,7 @@
 #include "kits/interface/InterfaceKit.h"
 #include "kits/kernel/Errors.h"
 #include "src/desktop/DesktopApp.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/support/MachineCheck.h"
 #include "src/support/Qel.h"
 #include "src/support/SecondStart.h"
@@ -29,12 +30,11 @@ int Run()
     auto app = std::make_unique<DesktopApp>(&status);
     if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
         return EndSecondStart(*app, "qel-desktop");
+    if (!AskAboutUnreadStores({app->Store()}))
+        return 0;
     app->Restore();
     app->Run();
-    status = app->Drain();
-    if (status != B_OK)
-        std::fprintf(stderr, "qel-desktop: the charts could not be saved: %s\n", kits::StatusText(status));
-    return status == B_OK ? 0 : 1;
+    return app->Drain() == B_OK ? 0 : 1;
 }
 
 } // namespace

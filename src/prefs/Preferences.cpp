@@ -94,73 +94,68 @@ bool Preferences::Claim(const char* name, type_code type)
     return found == type;
 }
 
-status_t Preferences::TakeSetError()
+status_t Preferences::NoteError(status_t status)
 {
-    return std::exchange(fSetError, B_OK);
-}
-
-status_t Preferences::Noted(status_t status)
-{
-    if (fSetError == B_OK) {
-        fSetError = status;
+    if (fError == B_OK) {
+        fError = status;
     }
     return status;
 }
 
 status_t Preferences::SetBool(const char* name, bool value)
 {
-    return Noted(HasBool(name) ? ReplaceBool(name, value) : AddBool(name, value));
+    return NoteError(HasBool(name) ? ReplaceBool(name, value) : AddBool(name, value));
 }
 
 status_t Preferences::SetFloat(const char* name, float value)
 {
-    return Noted(HasFloat(name) ? ReplaceFloat(name, value) : AddFloat(name, value));
+    return NoteError(HasFloat(name) ? ReplaceFloat(name, value) : AddFloat(name, value));
 }
 
 status_t Preferences::SetInt8(const char* name, int8 value)
 {
-    return Noted(HasInt8(name) ? ReplaceInt8(name, value) : AddInt8(name, value));
+    return NoteError(HasInt8(name) ? ReplaceInt8(name, value) : AddInt8(name, value));
 }
 
 status_t Preferences::SetInt16(const char* name, int16 value)
 {
-    return Noted(HasInt16(name) ? ReplaceInt16(name, value) : AddInt16(name, value));
+    return NoteError(HasInt16(name) ? ReplaceInt16(name, value) : AddInt16(name, value));
 }
 
 status_t Preferences::SetInt32(const char* name, int32 value)
 {
-    return Noted(HasInt32(name) ? ReplaceInt32(name, value) : AddInt32(name, value));
+    return NoteError(HasInt32(name) ? ReplaceInt32(name, value) : AddInt32(name, value));
 }
 
 status_t Preferences::SetInt64(const char* name, int64 value)
 {
-    return Noted(HasInt64(name) ? ReplaceInt64(name, value) : AddInt64(name, value));
+    return NoteError(HasInt64(name) ? ReplaceInt64(name, value) : AddInt64(name, value));
 }
 
 status_t Preferences::SetString(const char* name, const char* value)
 {
-    return Noted(HasString(name) ? ReplaceString(name, value) : AddString(name, value));
+    return NoteError(HasString(name) ? ReplaceString(name, value) : AddString(name, value));
 }
 
 status_t Preferences::SetRect(const char* name, BRect value)
 {
-    return Noted(HasRect(name) ? ReplaceRect(name, value) : AddRect(name, value));
+    return NoteError(HasRect(name) ? ReplaceRect(name, value) : AddRect(name, value));
 }
 
 status_t Preferences::SetPoint(const char* name, BPoint value)
 {
-    return Noted(HasPoint(name) ? ReplacePoint(name, value) : AddPoint(name, value));
+    return NoteError(HasPoint(name) ? ReplacePoint(name, value) : AddPoint(name, value));
 }
 
 status_t Preferences::SetMessage(const char* name, const BMessage* value)
 {
-    return Noted(HasMessage(name) ? ReplaceMessage(name, value) : AddMessage(name, value));
+    return NoteError(HasMessage(name) ? ReplaceMessage(name, value) : AddMessage(name, value));
 }
 
 status_t Preferences::SetData(const char* name, type_code type, const void* data, ssize_t numBytes)
 {
-    return Noted(HasData(name, type) ? ReplaceData(name, type, data, numBytes)
-                                     : AddData(name, type, data, numBytes, true, 1));
+    return NoteError(HasData(name, type) ? ReplaceData(name, type, data, numBytes)
+                                         : AddData(name, type, data, numBytes, true, 1));
 }
 
 status_t Preferences::Sync()

@@ -76,8 +76,13 @@ public:
     status_t SetMessage(const char* name, const BMessage* value);
     status_t SetData(const char* name, type_code type, const void* data, ssize_t numBytes);
 
-    /// The first error of those above since the last call; B_OK when all have succeeded.
-    status_t TakeSetError();
+    /// The first error of those above since ForgetErrors(), or of NoteError(); B_OK when all have succeeded.
+    status_t Error() const { return fError; }
+    /// Something that belongs into the store could not be made or put there; B_OK changes nothing.
+    /// @return the status
+    status_t NoteError(status_t status);
+    /// Everything is about to be put into the store anew.
+    void ForgetErrors() { fError = B_OK; }
 
     /// The operations below need a file, else they return B_NO_INIT. Each tries six times to lock the file, 0.1 seconds
     /// apart, and then gives up with B_BUSY and everything as it was.
@@ -95,12 +100,11 @@ public:
 
 private:
     void initialise(const char* name, bool common);
-    status_t Noted(status_t status);
 
     entry_ref fRef;
     status_t fInitStatus = B_NO_INIT;
     status_t fUnreadStatus = B_OK;
-    status_t fSetError = B_OK;
+    status_t fError = B_OK;
     bool fCommon;
     bool fReadOnly;
     std::vector<StoreNote> fNotes;

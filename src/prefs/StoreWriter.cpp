@@ -85,6 +85,28 @@ bool StoreWriter::HasWrittenAll() const
                        [](const Slot& slot) { return slot.waiting == nullptr && slot.written != nullptr; });
 }
 
+bool StoreWriter::HasWritten(const Preferences& store) const
+{
+    const std::lock_guard lock(fLock);
+    const Slot* slot = SlotOf(store);
+    return slot != nullptr && slot->waiting == nullptr && slot->written != nullptr;
+}
+
+status_t StoreWriter::ResultOf(const Preferences& store) const
+{
+    const std::lock_guard lock(fLock);
+    const Slot* slot = SlotOf(store);
+    return slot != nullptr ? slot->result : B_OK;
+}
+
+/// With the lock held.
+const StoreWriter::Slot* StoreWriter::SlotOf(const Preferences& store) const
+{
+    const auto slot =
+        std::find_if(fSlots.begin(), fSlots.end(), [&](const Slot& one) { return one.ref == store.Place(); });
+    return slot != fSlots.end() ? &*slot : nullptr;
+}
+
 status_t StoreWriter::Drain()
 {
     wait_for_thread(fWorker, nullptr);

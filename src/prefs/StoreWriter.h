@@ -35,6 +35,10 @@ public:
 
     /// Whether the last copy handed over of each store is on the disk.
     bool HasWrittenAll() const;
+    /// Whether a copy of this store was handed over, and the last one is on the disk.
+    bool HasWritten(const Preferences& store) const;
+    /// What the last write of this store that is over came to; B_OK when there was none.
+    status_t ResultOf(const Preferences& store) const;
 
     /// Waits until everything handed over was written or has failed. Copies for which no thread could be made are
     /// written by the calling thread. The worker is gone when it returns.
@@ -51,6 +55,7 @@ private:
         status_t result = B_OK; ///< of the last write
     };
 
+    const Slot* SlotOf(const Preferences& store) const;
     static int32 WorkerEntry(void* self);
     void WriteWaiting();
     status_t StartWorker();

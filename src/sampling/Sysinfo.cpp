@@ -41,7 +41,8 @@ Sysinfo::Sysinfo(int16 nodesToKeep)
     fSumActive.resize(static_cast<size_t>(fInfo.cpu_count));
 
     BMessage settings;
-    if (prefs_user != nullptr && prefs_user->FindMessage("Sysinfo", &settings) == B_OK)
+    if (prefs_user != nullptr && prefs_user->Claim("Sysinfo", B_MESSAGE_TYPE) &&
+        prefs_user->FindMessage("Sysinfo", &settings) == B_OK)
         LoadPrefsFrom(&settings);
     if (fThread == nullptr)
         LaunchThread();

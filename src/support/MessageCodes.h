@@ -83,9 +83,11 @@ enum : uint32 {
 
     MSG_SERVER_UNREACHABLE, ///< a replicant's thread to the replicant: there is no connection
 
-    MSG_COPY_SETTINGS, ///< chart's menu: onto the clipboard
-    MSG_PASTE,         ///< chart's menu: from the clipboard
-    MSG_PASTE_COLOR,   ///< chart's menu: from the clipboard onto the source whose item "source" is
+    MSG_COPY_SETTINGS,   ///< chart's menu: onto the clipboard
+    MSG_PASTE,           ///< chart's menu: from the clipboard
+    MSG_KEPT_FILES_TOLD, ///< alert about the store to the program of charts on the desktop: it has been answered
+
+    MSG_PASTE_COLOR, ///< chart's menu: from the clipboard onto the source whose item "source" is
 
     MSG_DESKTOP_COLOR, ///< the desktop to who asked for its colour: "RGBColor"
 

@@ -51,6 +51,27 @@ QString NameOf(alert_type type)
     }
 }
 
+/// The text with places at which a word may be broken that is wider than a line, such as a path: a label breaks lines
+/// between words alone.
+QString Breakable(const QString& text, const QFontMetrics& metrics, int most)
+{
+    constexpr QChar kBreak(0x200B);
+    QString result;
+    QString part; // of a word, since the last place for a break
+    for (const QChar letter : text) {
+        const bool isStart = !letter.isLowSurrogate() && !letter.isMark();
+        if (!letter.isSpace() && isStart && metrics.horizontalAdvance(part + letter) > most) {
+            const auto slash = part.lastIndexOf(u'/');
+            const auto length = slash > 0 ? part.size() - slash - 1 : 0;
+            result.insert(result.size() - length, kBreak);
+            part = part.right(length);
+        }
+        part = letter.isSpace() ? QString() : part + letter;
+        result += letter;
+    }
+    return result;
+}
+
 /// As wide as the longest line, if that can be read well and fits on the screen.
 void FitText(QLabel* label)
 {
@@ -61,6 +82,7 @@ void FitText(QLabel* label)
     const int most = std::min(room, kLettersPerLine * metrics.averageCharWidth());
     if (widest <= most)
         return;
+    label->setText(Breakable(label->text(), metrics, most));
     label->setWordWrap(true);
     label->setFixedWidth(most);
     label->setFixedHeight(label->heightForWidth(most));

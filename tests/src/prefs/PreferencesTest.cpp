@@ -258,12 +258,16 @@ TEST_F(PreferencesTest, TheOwnerOfAKeyRemovesAnotherType)
 TEST_F(PreferencesTest, RemembersThatAValueCouldNotBeSet)
 {
     Preferences store(kName, false);
-    EXPECT_EQ(store.TakeSetError(), B_OK);
+    EXPECT_EQ(store.Error(), B_OK);
     store.SetString("field", "text");
     store.SetInt32("field", 1);
     store.SetInt32("another", 1);
-    EXPECT_EQ(store.TakeSetError(), B_BAD_TYPE);
-    EXPECT_EQ(store.TakeSetError(), B_OK);
+    EXPECT_EQ(store.Error(), B_BAD_TYPE);
+    store.ForgetErrors();
+    EXPECT_EQ(store.Error(), B_OK);
+    EXPECT_EQ(store.NoteError(B_OK), B_OK);
+    EXPECT_EQ(store.NoteError(B_ERROR), B_ERROR);
+    EXPECT_EQ(store.Error(), B_ERROR);
 }
 
 TEST_F(PreferencesTest, ANameTooLongForAFileIsAnErrorAndNothingElse)

@@ -1,0 +1,136 @@
+#include "src/prefs/StoreAlerts.h"
+
+#include <cstdio>
+#include <string>
+
+#include "kits/interface/Alert.h"
+#include "src/prefs/StoreWriter.h"
+#include "src/support/Tr.h"
+
+namespace {
+
+using kits::Filled;
+
+std::string ReasonText(status_t status)
+{
+    return Filled(Tr("Reason: %1"), {Tr(StoreReason(status))});
+}
+
+/// Where a store lies and what is wrong with it, behind what an alert says before.
+void Append(std::string& text, const Preferences& store, status_t status)
+{
+    text += "\n\n" + PlaceText(store.Place().directory, store.Place().name) + "\n" + ReasonText(status);
+}
+
+std::vector<Preferences*> UnreadOf(const std::vector<Preferences*>& stores)
+{
+    std::vector<Preferences*> unread;
+    for (Preferences* store : stores) {
+        if (store->UnreadStatus() != B_OK) {
+            unread.push_back(store);
+        }
+    }
+    return unread;
+}
+
+} // namespace
+
+bool AskAboutUnreadStores(const std::vector<Preferences*>& stores)
+{
+    for (std::vector<Preferences*> unread = UnreadOf(stores); !unread.empty(); unread = UnreadOf(stores)) {
+        std::string text = Tr("The settings cannot be read now.");
+        for (const Preferences* store : unread) {
+            Append(text, *store, store->UnreadStatus());
+        }
+        text += "\n\n";
+        text += Tr("With the defaults, these settings are kept under another name as soon as something is saved.");
+        // The alert deletes itself.
+        auto* alert = new BAlert(Tr("Qel alert"), text.c_str(), Tr("Quit"), Tr("Use defaults"), Tr("Try again"),
+                                 B_WIDTH_FROM_LABEL, B_OFFSET_SPACING, B_WARNING_ALERT);
+        switch (alert->Go()) {
+        case 1:
+            return true;
+        case 2:
+            for (Preferences* store : unread) {
+                store->Revert();
+            }
+            break;
+        default:
+            return false;
+        }
+    }
+    return true;
+}
+
+BMessenger TellAboutKeptFiles(const std::vector<Preferences*>& stores, std::unique_ptr<BInvoker> answered)
+{
+    std::string text;
+    for (Preferences* store : stores) {
+        for (const StoreNote& note : store->TakeNotes()) {
+            text += (text.empty() ? "" : "\n\n") + AlertTextOf(note);
+        }
+    }
+    if (text.empty()) {
+        return {};
+    }
+    auto* alert =
+        new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    BMessenger shown(alert);
+    alert->Go(answered.release());
+    return shown;
+}
+
+void PrintWhatCouldNotBeRead(const std::vector<Preferences*>& stores)
+{
+    for (Preferences* store : stores) {
+        for (const StoreNote& note : store->TakeNotes()) {
+            std::fprintf(stderr, "%s\n", LineOf(note).c_str());
+        }
+    }
+}
+
+void PrintSaveError(const Preferences& store, status_t status, const char* program)
+{
+    const entry_ref& place = store.Place();
+    const std::string path = place.directory.empty() ? place.name : place.directory + "/" + place.name;
+    const char* const reason = place.directory.empty()
+                                   ? "there is no settings folder: neither XDG_CONFIG_HOME nor HOME "
+                                     "is set"
+                                   : StoreReason(SaveError(store, status));
+    std::fprintf(stderr, "%s: the settings could not be saved in %s: %s\n", program, path.c_str(), reason);
+}
+
+status_t SaveAtEnd(Preferences& store, const char* program)
+{
+    const status_t status = FirstError(store.Sync(), store.Error());
+    if (status != B_OK) {
+        PrintSaveError(store, status, program);
+    }
+    return status;
+}
+
+void SaveAlarm::Look(const StoreWriter& writer, const std::vector<const Preferences*>& stores)
+{
+    std::string failures;
+    bool isAllSaved = true;
+    for (const Preferences* store : stores) {
+        const status_t status = FirstError(FirstError(store->InitCheck(), writer.ResultOf(*store)), store->Error());
+        if (status != B_OK) {
+            Append(failures, *store, status);
+        }
+        isAllSaved = isAllSaved && writer.HasWritten(*store);
+    }
+    if (failures.empty() && isAllSaved) {
+        fHasTold = false;
+    }
+    if (failures.empty() || fHasTold || fAlert.IsValid()) {
+        return;
+    }
+    fHasTold = true;
+    const std::string text = Tr("The settings could not be saved.") + failures + "\n\n" +
+                             Tr("Saving is tried again as long as the program runs.");
+    auto* alert =
+        new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    fAlert = BMessenger(alert);
+    alert->Go(nullptr);
+}
