@@ -870,13 +870,13 @@ Datei: %2</translation>
     </message>
     <message>
         <location filename="../src/prefs/StoreNote.cpp"/>
-        <source>The file is kept as %1.</source>
-        <translation>Die Datei bleibt als %1 erhalten.</translation>
+        <source>What was found there is kept as %1.</source>
+        <translation>Was dort lag, bleibt als %1 erhalten.</translation>
     </message>
     <message>
         <location filename="../src/prefs/StoreNote.cpp"/>
         <source>It could not be kept under another name: %1.</source>
-        <translation>Sie konnte nicht umbenannt werden: %1.</translation>
+        <translation>Es konnte nicht umbenannt werden: %1.</translation>
     </message>
     <message>
         <location filename="../src/prefs/StoreNote.cpp"/>

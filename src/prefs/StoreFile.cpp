@@ -193,7 +193,8 @@ void StoreFile::PutAway(status_t mainStatus, status_t backupStatus, bool backupI
         backup.Remove();
     } else if (backup.Exists()) {
         StoreNote note = NoteOf(fBackupRef, backupStatus);
-        note.isBackup = !isMissing;
+        // No store of this program is a folder or a link that leads nowhere.
+        note.isBackup = !isMissing || backupStatus == B_IS_A_DIRECTORY || backupStatus == kLeadsNowhere;
         if (!KeepAside(fBackupRef, note, found)) {
             fUnread = backupStatus;
         }

@@ -59,7 +59,7 @@ std::string AlertTextOf(const StoreNote& note)
     text += "\n\n" + PlaceText(note.folder, note.file) + "\n" +
             Filled(Tr("Reason: %1"), {Tr(StoreReason(note.reason))}) + "\n\n";
     if (!note.kept.empty()) {
-        text += Filled(Tr("The file is kept as %1."), {note.kept});
+        text += Filled(Tr("What was found there is kept as %1."), {note.kept});
     } else if (note.notKept != B_OK) {
         text += Filled(Tr("It could not be kept under another name: %1."), {Tr(StoreReason(note.notKept))});
     }

@@ -55,13 +55,13 @@ protected:
     void Await(std::function<bool()> condition) { fAwaited = std::move(condition); }
 
     /// What `main` does after the run.
-    void Finish()
+    /// @return the error of saving
+    status_t Finish()
     {
         fApp.reset();
-        if (fMode == QelApp::Mode::kSession && fStores) {
-            fStores->Save();
-        }
+        const status_t status = fMode == QelApp::Mode::kSession && fStores ? fStores->Save() : B_OK;
         fStores.reset();
+        return status;
     }
 
     TempFolder fConfig;

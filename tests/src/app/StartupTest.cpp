@@ -4,6 +4,9 @@
 #include "src/prefs/Preferences.h"
 #include "tests/src/app/AppTest.h"
 
+#include <QApplication>
+#include <QPushButton>
+#include <QTimer>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -15,6 +18,20 @@ protected:
     {
         AppTest::SetUp();
         Make();
+    }
+
+    static constexpr const char* kStore = "x-vnd.kvt-Qel.user";
+
+    /// Of the question that comes.
+    static void PressSecondButton()
+    {
+        QTimer::singleShot(1, qApp, [] {
+            QWidget* alert = QApplication::activeModalWidget();
+            if (alert == nullptr)
+                PressSecondButton();
+            else
+                alert->findChildren<QPushButton*>().at(1)->click();
+        });
     }
 };
 
@@ -37,6 +54,31 @@ TEST_F(StartupTest, AsksNothingAboutThisVersion)
     prefs_user->SetString("Version", "0.3.0");
     EXPECT_TRUE(AskAboutVersion(prefs_user));
     EXPECT_TRUE(prefs_user->HasString("Version"));
+}
+
+TEST_F(StartupTest, TheDefaultsLeaveTheStoreOfTheOtherVersionBesideTheNewOne)
+{
+    prefs_user->SetString("Version", "0.2.9");
+    ASSERT_EQ(prefs_user->Sync(), B_OK);
+    const std::string old = fConfig.Get(kStore);
+    Finish();
+    fConfig.Put(kStore, old);
+    Make();
+    ASSERT_TRUE(IsOfAnotherVersion(*prefs_user));
+    PressSecondButton();
+    EXPECT_TRUE(AskAboutVersion(prefs_user));
+    EXPECT_TRUE(prefs_user->IsEmpty());
+    EXPECT_EQ(fConfig.Get(kStore), old) << "nothing is written before there is something to write";
+    ASSERT_EQ(prefs_user->Sync(), B_OK);
+    EXPECT_EQ(fConfig.Get(std::string(kStore) + ".0.2.9"), old);
+    EXPECT_NE(fConfig.Get(kStore), old);
+}
+
+TEST_F(StartupTest, AVersionThatIsNoTextIsNone)
+{
+    prefs_user->SetInt32("Version", 2);
+    EXPECT_TRUE(AskAboutVersion(prefs_user));
+    EXPECT_EQ(prefs_user->SetString("Version", "0.3.0"), B_OK) << "it does not keep the next one out";
 }
 
 TEST_F(StartupTest, LeavesAFilledStoreAlone)
