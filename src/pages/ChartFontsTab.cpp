@@ -311,6 +311,9 @@ void ChartFontsTab::Rerender()
     fSizeNumber->MoveTo(kGap + width - numberWidth, sliderTop + std::round((sliderHeight - numberHeight) / 2));
     fSample->MoveTo(kGap, sampleTop);
     fSample->ResizeTo(width, sampleHeight);
+    // A taller sample leaves the lists less room.
+    fFamilies->ScrollToSelection();
+    fStyles->ScrollToSelection();
 }
 
 void ChartFontsTab::GetMinimumSize(float* width, float* height)

@@ -294,18 +294,22 @@ TEST_F(ChartFontsTabTest, TheSizeIsANumberToo)
 TEST_F(ChartFontsTabTest, TheSampleIsAsTallAsTheSizeRequires)
 {
     ShowPage();
+    Choose(Item(fTarget, "Title"));
+    Pick(fFamilies, fFamilies->CountItems() - 3);
     const BRect before = prefs->Bounds();
     for (const int32 size : {15, 60, 200, 100}) {
         Use(fSize, size);
         test::Turn();
         font_height height;
-        FFont font(chart->ValueFont());
-        font.SetSize(static_cast<float>(size));
+        FFont font(chart->TitleFont());
+        EXPECT_EQ(font.Size(), size);
         font.GetHeight(&height);
         EXPECT_GE(fSample->Bounds().Height() + 1, height.ascent + height.descent) << size;
         EXPECT_LE(fSample->Frame().bottom, fPage->Bounds().bottom) << size;
         EXPECT_LE(fSize->Frame().bottom, fSample->Frame().top) << size;
         EXPECT_GT(fFamilies->Parent()->Bounds().Height(), 40) << size;
+        EXPECT_TRUE(SelectionShows(fFamilies)) << size;
+        EXPECT_TRUE(SelectionShows(fStyles)) << size;
     }
     EXPECT_GT(prefs->Bounds().Height(), before.Height()) << "the window has grown";
     EXPECT_EQ(prefs->Bounds().Width(), before.Width());
