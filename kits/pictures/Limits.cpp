@@ -13,7 +13,7 @@ namespace {
 constexpr rlim_t kMostMemory = rlim_t{1024} * 1024 * 1024;
 constexpr rlim_t kMostSeconds = 5;
 
-void Limit(__rlimit_resource resource, rlim_t value)
+template <class Resource> void Limit(Resource resource, rlim_t value)
 {
     rlimit limit;
     // Whoever started us may have set a lower one.
