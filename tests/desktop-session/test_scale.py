@@ -208,7 +208,9 @@ class Windows(ScaleTest):
             picture = self.still()
             self.await_geometry(self.window, (*PLACE, *SIZE), way[-1])
             if way[-1] == 1:
-                self.assert_same(picture, before)
+                # But for the chart at the bottom, which may get the mark of the focus now.
+                above = (0, 0, SIZE[0], MIDDLES[1][1])
+                self.assert_same(picture.crop(*above), before.crop(*above))
             self.assertEqual(picture.pixel(picture.width - 2, picture.height - 2),
                              before.pixel(SIZE[0] - 2, SIZE[1] - 2))
 
