@@ -5,7 +5,7 @@ desktops=(xfce plasma)
 
 # What all of them need besides, the tests of the program included.
 session_packages=(xvfb xdotool x11-utils x11-xserver-utils imagemagick python3 dbus-daemon dbus-x11 at-spi2-core
-    xdg-desktop-portal libgl1-mesa-dri)
+    xdg-desktop-portal libgl1-mesa-dri python3-gi gir1.2-gtk-3.0)
 
 xfce_packages=(xfce4-session xfwm4 xfdesktop4 xfce4-panel xfce4-settings xfconf xdg-desktop-portal-gtk
     adwaita-icon-theme gnome-themes-extra)
