@@ -97,7 +97,8 @@ std::vector<TopWindow> TopWindowsAt(xcb_connection_t* server, QPoint place)
 xcb_window_t TopAt(xcb_connection_t* server, QPoint place)
 {
     const xcb_window_t top = ChildAt(server, Root(server), place);
-    if (top == XCB_NONE || !IsInputOnly(server, top))
+    // A compositor may have the server forget that what is dragged lets the pointer through.
+    if (top == XCB_NONE || (!IsInputOnly(server, top) && !IsTransparentForInput(top)))
         return top;
     const std::vector<TopWindow> windows = TopWindowsAt(server, place);
     return windows.empty() ? static_cast<xcb_window_t>(XCB_NONE) : windows.front().id;
