@@ -2,7 +2,6 @@
 
 import os
 import signal
-import time
 
 from desktop import wait_until
 from session import Session
@@ -38,24 +37,11 @@ class Plasma(Session):
     def set_dark(self, dark):
         self.run("plasma-apply-colorscheme", "BreezeDark" if dark else "BreezeLight")
 
-    def set_compositing(self, on):
+    REDRAW = ("qdbus", "org.kde.KWin", "/KWin", "org.kde.KWin.reconfigure")
+
+    def switch_compositing(self, on):
         self.ask("org.kde.KWin", "/Compositor", f"org.kde.kwin.Compositing.{'resume' if on else 'suspend'}")
         wait_until(lambda: self.has_compositor() == on, "the compositor")
-        if on:
-            self._await_drawing()
-
-    def _await_drawing(self):
-        """Without a graphics card the compositor may draw only what changes, until it is told to begin anew."""
-        asked = time.monotonic()
-
-        def is_drawn():
-            nonlocal asked
-            if time.monotonic() > asked + 3:
-                asked = time.monotonic()
-                self.ask("org.kde.KWin", "/KWin", "org.kde.KWin.reconfigure")
-            return self.shows_wallpaper()
-
-        wait_until(is_drawn, "a compositor that has drawn everything")
 
     def left_on_desktop(self):
         notes = self.run("grep", "-c", "^plugin=", self.config / "plasma-org.kde.plasma.desktop-appletsrc")

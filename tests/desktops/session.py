@@ -4,6 +4,7 @@ import os
 import pathlib
 import signal
 import subprocess
+import time
 
 import wallpaper
 from desktop import SCREEN, TIMEOUT, Desktop, wait_until
@@ -22,6 +23,8 @@ class Session(Desktop):
     COMMAND = ()
     """What a login screen starts."""
     VARIABLES = {}
+    AUTOSTARTED = ()
+    """The machine's autostart entries that belong to the desktop. The others are switched off."""
     MANAGER = ""
     """The process of the window manager, and the command that replaces it."""
     BARE = ((260, 700), (1240, 520), (1250, 60))
@@ -46,6 +49,10 @@ class Session(Desktop):
         self.environment = self._bare_environment
         self.picture_file = home / "wallpaper.png"
         wallpaper.write(self.picture_file)
+        failures = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
+        failures.mkdir(exist_ok=True)
+        self._log = failures / f"{type(self).__name__}.log"
+        self._log.write_bytes(b"")
         self._said = home / "environment"
         teller = home / "tell-environment"
         teller.write_text(f"#!/bin/sh\nenv -0 >'{self._said}.new' && mv '{self._said}.new' '{self._said}'\n")
@@ -65,18 +72,13 @@ class Session(Desktop):
         self.set_wallpaper(self.picture_file)
         self.await_wallpaper()
 
-    AUTOSTARTED = ()
-    """What is started of the machine's autostart entries: those of the desktop. There may be any others."""
-
     def prepare(self):
         """Writes settings before the first login."""
 
     def log_in(self):
         self._said.unlink(missing_ok=True)
         self.environment = self._bare_environment
-        folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
-        folder.mkdir(exist_ok=True)
-        with open(folder / f"{type(self).__name__}.log", "ab") as log:
+        with open(self._log, "ab") as log:
             self._session = subprocess.Popen(["dbus-run-session", "--", *self.COMMAND], env=self.environment,
                                              stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=self._folder)
 
@@ -93,7 +95,7 @@ class Session(Desktop):
         wait_until(self.desktop_window, "the window of the desktop")
         wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
         # Charts in a compositor without a graphics card keep a processor busy: tests switch it on.
-        self.set_compositing(False)
+        self.switch_compositing(False)
 
     def ask_to_log_out(self):
         raise NotImplementedError
@@ -185,16 +187,38 @@ class Session(Desktop):
     """Whether it tells running programs of another scale; then it has `set_scale`, of everything by a whole factor, and
     `set_font_scale`, by the resolution of fonts."""
 
+    REDRAW = ("xrefresh",)
+    """What makes a compositor that has just begun draw the whole screen."""
+
+    def switch_compositing(self, on):
+        raise NotImplementedError
+
     def set_compositing(self, on):
+        """Without a graphics card a change of the compositor may leave parts of the screen undrawn, for long."""
+        self.switch_compositing(on)
+        tried = time.monotonic()
+        remedy = self.REDRAW if on else ("xrefresh",)
+        self.run("xrefresh")
+
+        def is_drawn():
+            nonlocal tried
+            if time.monotonic() > tried + 3:
+                tried = time.monotonic()
+                self.run(*remedy)
+            return self.shows_wallpaper()
+
+        wait_until(is_drawn, "a screen that is drawn anew")
+
+    def has_compositor(self):
+        with Client(self.environment["DISPLAY"]) as client:
+            return client.owner(b"_NET_WM_CM_S0") != 0
+
+    # Habits.
+
+    def show_desktop_keys(self):
+        """What shows the desktop, and hides it again."""
         raise NotImplementedError
 
     def left_on_desktop(self):
         """Files, notes and the like."""
         return sorted((pathlib.Path(self._folder) / "Desktop").iterdir())
-
-    def show_desktop_keys(self):
-        raise NotImplementedError
-
-    def has_compositor(self):
-        with Client(self.environment["DISPLAY"]) as client:
-            return client.owner(b"_NET_WM_CM_S0") != 0

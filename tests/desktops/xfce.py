@@ -44,7 +44,7 @@ class Xfce(Session):
     def set_font_scale(self, scale):
         self.set_value("xsettings", "/Xft/DPI", "int", round(96 * scale))
 
-    def set_compositing(self, on):
+    def switch_compositing(self, on):
         self.set_value("xfwm4", "/general/use_compositing", "bool", "true" if on else "false")
         wait_until(lambda: self.has_compositor() == on, "the compositor")
 
