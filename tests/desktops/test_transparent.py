@@ -13,6 +13,7 @@ class Transparent(RealTest):
     def arrange(self):
         maker = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "long", "store_of_charts")
         subprocess.run([maker, "3", "200000", self.config / STORE, "transparent"], check=True)
+        self.desktop.set_compositing(False)
         self.addCleanup(self.desktop.set_compositing, False)
 
     def setUp(self):
