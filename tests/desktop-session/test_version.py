@@ -73,6 +73,7 @@ class VersionTest(DesktopTest):
         self.quit()
         self.assertIn(b"0.3.0", self.stored())
         self.assertIn(b"All CPUs", self.stored())
+        self.assertEqual((self.config / f"{STORE}.0.3.1").read_bytes(), self.before)
 
     def test_the_quit_key_ends_the_question_and_writes_nothing(self):
         self.start_with("0.2.9")
