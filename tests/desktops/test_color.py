@@ -57,6 +57,24 @@ class Color(OnRealDesktop, PrefsTest):
         wait_until(lambda: wallpaper.is_near(self.ground(), (160, 110, 80), 4), "a chart in the average of the next one")
         self.quit()
 
+    def test_is_that_of_a_swatch_dropped_on_it_for_good(self):
+        files = self.desktop.left_on_desktop()
+        self.open_prefs()
+        self.show("Colors")
+        self.click((205, RAMPS["red"]))
+        color = self.swatch()
+        self.assertGreater(color[0], 200)
+        self.take_hold(self.on_screen(self.prefs, *SWATCH))
+        self.let_go(self.desktop.BARE[0])
+        wait_until(lambda: set(self.bare()) == {color}, f"the desktop in the colour {color}")
+        self.assertEqual(self.desktop.left_on_desktop(), files)
+        self.cancel()
+        self.quit()
+        self.assertEqual(set(self.bare()), {color})
+        self.desktop.log_out()
+        self.desktop.log_in()
+        wait_until(lambda: set(self.bare()) == {color}, "the same colour after the next login")
+
     def test_is_put_back_when_the_box_is_off(self):
         self.start_test()
         self.click(TEST_ON_DESKTOP)
