@@ -154,3 +154,17 @@ TEST(Entry, Removes)
     EXPECT_EQ(entry.Remove(), B_ENTRY_NOT_FOUND);
     EXPECT_EQ(BEntry().Remove(), B_NO_INIT);
 }
+
+TEST(Entry, KnowsLinksWhereverTheyLead)
+{
+    const TempFolder folder;
+    folder.Put("file", "");
+    std::filesystem::create_symlink("file", folder.Path("link"));
+    std::filesystem::create_symlink("nowhere", folder.Path("dangling"));
+    std::filesystem::create_directory_symlink(".", folder.Path("folder"));
+    for (const char* const name : {"link", "dangling", "folder"})
+        EXPECT_TRUE(BEntry(folder.Path(name).c_str()).IsSymLink()) << name;
+    for (const char* const name : {"file", "nowhere"})
+        EXPECT_FALSE(BEntry(folder.Path(name).c_str()).IsSymLink()) << name;
+    EXPECT_FALSE(BEntry().IsSymLink());
+}

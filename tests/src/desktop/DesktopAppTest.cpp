@@ -9,6 +9,7 @@
 #include "src/support/FieldRanges.h"
 #include "src/support/Qel.h"
 
+#include <QApplication>
 #include <cmath>
 #include <limits>
 
@@ -350,4 +351,34 @@ TEST_F(DesktopAppTest, TheKeyboardGoesFromChartToChart)
         },
         {Request(Archive()), Request(Archive(), BPoint(300, 300)), Request(Archive(), BPoint(500, 300))});
     EXPECT_EQ(activated, "012020");
+}
+
+TEST_F(DesktopAppTest, AStoreThatWasKeptIsToldOfBeforeThereIsNothingMoreToDo)
+{
+    fConfig.Put(kStore, "broken");
+    testing::internal::CaptureStderr();
+    bool isAsked = false;
+    Run([&](DesktopApp& app) {
+        EXPECT_EQ(app.CountReplicants(), 0U);
+        isAsked = QApplication::activeModalWidget() != nullptr;
+    });
+    EXPECT_TRUE(isAsked);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("kept as " + kStore + ".kept"), std::string::npos);
+    EXPECT_EQ(fConfig.Get(kStore + ".kept"), "broken");
+}
+
+TEST_F(DesktopAppTest, KeysOfAnotherTypeDoNotKeepChartsFromBeingSaved)
+{
+    {
+        Preferences store(kDesktopSignature, false);
+        store.SetInt32("Version", 1);
+        store.SetString("Replicant", "none");
+        store.SetString("Nobody's", "stays");
+        ASSERT_EQ(store.Sync(), B_OK);
+    }
+    EXPECT_EQ(Shown({Request(Archive())}), 1U);
+    const Preferences store(kDesktopSignature, false, true);
+    EXPECT_TRUE(store.HasString("Version"));
+    EXPECT_TRUE(store.HasMessage("Replicant"));
+    EXPECT_TRUE(store.HasString("Nobody's"));
 }
