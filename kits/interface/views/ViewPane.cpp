@@ -127,6 +127,12 @@ void ViewPane::paintEvent(QPaintEvent* event)
     painter.setCompositionMode(surface.IsOpaque() ? QPainter::CompositionMode_Source
                                                   : QPainter::CompositionMode_SourceOver);
     const PixelGrid& grid = surface.Grid();
+    // On Wayland a window may have its new scale before it has a picture of that scale to paint on.
+    if (std::abs(painter.deviceTransform().m11() - grid.Scale()) > 1e-3) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QRectF(0, 0, surface.Width(), surface.Height()), image);
+        return;
+    }
     if (!grid.IsUnit()) {
         // In the screen's own pixels, so that nothing is stretched or smoothed.
         const QTransform device = painter.deviceTransform();
