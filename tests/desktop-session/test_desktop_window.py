@@ -6,6 +6,7 @@ import subprocess
 from desktop import SCREEN, wait_until
 from drops import DropsTest
 from replicants import ReplicantsTest
+from xclient import Client
 
 COLOR = (0x30, 0x50, 0x70)
 
@@ -105,6 +106,35 @@ class AcceptingOthers(DesktopWindowTest, DropsTest):
 
 class Refusing(DesktopWindowTest):
     KIND = ("refuse", "typed")
+
+    def cursor(self):
+        with Client(self.desktop.environment["DISPLAY"]) as client:
+            return client.cursor()
+
+    def await_cursor(self, holds, what):
+        def look():
+            self.desktop.xdotool("mousemove_relative", "--", 1, 0, "mousemove_relative", "--", -1, 0)
+            cursor = self.cursor()
+            return cursor if holds(cursor) else None
+
+        return wait_until(look, what)
+
+    def test_is_shown_to_take_what_is_dragged_over_it(self):
+        self.begin_drag(self.handle(), (300, 200))
+        self.settle()
+        forbidden = self.cursor()
+        self.desktop.xdotool("mousemove", 704, 304)
+        copy = self.await_cursor(lambda cursor: cursor != forbidden, "another pointer over the desktop")
+        self.desktop.xdotool("mousemove", 300, 210)
+        self.await_cursor(lambda cursor: cursor == forbidden, "the first pointer over the window again")
+        self.desktop.xdotool("mousemove", 704, 304)
+        self.await_cursor(lambda cursor: cursor == copy, "the other one again")
+        self.end_drag()
+        self.await_place(700, 300)
+        self.begin_drag(self.handle(self.replicant()), (634, 534))
+        self.await_cursor(lambda cursor: cursor not in (forbidden, copy), "that of a move")
+        self.end_drag()
+        self.await_place(630, 530)
 
     def test_is_where_a_chart_is_dropped_and_moved(self):
         self.drag_out(704, 304)

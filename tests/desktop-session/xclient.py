@@ -10,6 +10,12 @@ STRUCTURE_NOTIFY = 1 << 17
 REDIRECT_AND_NOTIFY = 1 << 20 | 1 << 19
 
 
+class CursorImage(ctypes.Structure):
+    _fields_ = [("place", ctypes.c_short * 2), ("width", ctypes.c_ushort), ("height", ctypes.c_ushort),
+                ("hot_spot", ctypes.c_ushort * 2), ("serial", ctypes.c_ulong),
+                ("pixels", ctypes.POINTER(ctypes.c_ulong)), ("name", XID), ("name_text", ctypes.c_char_p)]
+
+
 class Event(ctypes.Structure):
     _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
                 ("display", ctypes.c_void_p), ("window", XID), ("message_type", XID), ("format", ctypes.c_int),
@@ -102,6 +108,18 @@ class Client:
         """As its button does."""
         self._ask(b"_NET_WM_STATE", window, int(maximised), self._atom(b"_NET_WM_STATE_MAXIMIZED_VERT"),
                   self._atom(b"_NET_WM_STATE_MAXIMIZED_HORZ"), 2)
+
+    def cursor(self):
+        """The picture of the pointer: its width and its pixels."""
+        fixes = ctypes.CDLL("libXfixes.so.3")
+        fixes.XFixesGetCursorImage.restype = ctypes.POINTER(CursorImage)
+        fixes.XFixesGetCursorImage.argtypes = [ctypes.c_void_p]
+        image = fixes.XFixesGetCursorImage(self._display)
+        try:
+            width, height = image.contents.width, image.contents.height
+            return width, tuple(image.contents.pixels[: width * height])
+        finally:
+            X.XFree(image)
 
     def show_desktop(self, shown):
         """Asks for the desktop alone, as a button in the panel does, or for the windows again."""

@@ -6,6 +6,7 @@
 #include "kits/interface/Window.h"
 #include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/dragging/DragCourse.h"
+#include "kits/interface/dragging/DragCursor.h"
 #include "kits/interface/dragging/DragShape.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
@@ -36,6 +37,7 @@ std::unique_ptr<Request> sCurrent;
 std::unique_ptr<BMessage> sOver;
 /// The course of that drag, as long as the toolkit carries it out.
 std::optional<DragCourse> sCourse;
+DragCursor* sCursor = nullptr;
 
 std::function<void(const Request&)>& Runner()
 {
@@ -140,7 +142,10 @@ void RunDrag(const Request& request)
     });
     const KeyboardHold keyboard;
     const DragShape shape(drag->pixmap());
+    DragCursor cursor(TakerOf(request.message), request.isFromDesktop);
+    sCursor = &cursor;
     drag->exec(Qt::CopyAction);
+    sCursor = nullptr;
     const std::optional<BPoint> dropOnDesktop = sCourse->DropOnDesktop();
     sCourse.reset();
     if (dropOnDesktop.has_value())
@@ -209,6 +214,8 @@ void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_p
     }
     request->bitmap = std::move(bitmap);
     request->offset = offset;
+    const BWindow* const window = view.Window();
+    request->isFromDesktop = window != nullptr && WindowImpl::Of(window).fSettings.feel == B_DESKTOP_WINDOW_FEEL;
     sQueued = std::move(request);
     RunAtOutermostLoop(Start);
 }
@@ -222,6 +229,12 @@ void NoteEscape()
 {
     if (sCourse.has_value())
         sCourse->GiveUp();
+}
+
+void NoteMove(BPoint where)
+{
+    if (sCursor != nullptr)
+        sCursor->Moved(where);
 }
 
 void NoteRelease(BPoint where)

@@ -28,6 +28,7 @@ struct Request {
     BRect rect;                      ///< the outline, on the screen; not valid when there is a picture
     std::unique_ptr<BBitmap> bitmap; ///< the picture, or null
     BPoint offset;                   ///< where the pointer is in the outline or picture
+    bool isFromDesktop = false;      ///< dragged from a window that belongs to the desktop
 };
 
 /// Has the message dragged when the outermost event loop is reached, if a button is still down then. Any thread.
@@ -37,6 +38,8 @@ void Queue(const BView& view, const BMessage& message, BRect rect, std::unique_p
 bool IsUnderWay();
 /// The user pressed Escape: what ends now is no drop.
 void NoteEscape();
+/// The pointer is at this place of the screen.
+void NoteMove(BPoint where);
 /// The user released a button at this place of the screen, possibly a good while ago. Called before the toolkit handles
 /// the release: an archive that is released over the desktop is not offered to the desktop's own program.
 void NoteRelease(BPoint where);

@@ -2,6 +2,13 @@
 
 namespace kits {
 
+bool DragCourse::IsTaken(Taker taker, DesktopLayer::Ground ground)
+{
+    const bool isBare = ground == DesktopLayer::Ground::kDesktop;
+    const bool isDesktop = isBare || ground == DesktopLayer::Ground::kDesktopWindow;
+    return (taker == Taker::kBareDesktop && isBare) || (taker == Taker::kDesktop && isDesktop);
+}
+
 DragCourse::DragCourse(Taker taker)
     : fTaker(taker)
 {
@@ -17,9 +24,7 @@ bool DragCourse::Release(BPoint where, DesktopLayer::Ground ground)
     if (fIsOver)
         return false;
     fIsOver = true;
-    const bool isBare = ground == DesktopLayer::Ground::kDesktop;
-    const bool isDesktop = isBare || ground == DesktopLayer::Ground::kDesktopWindow;
-    if ((fTaker == Taker::kBareDesktop && isBare) || (fTaker == Taker::kDesktop && isDesktop))
+    if (IsTaken(fTaker, ground))
         fDropOnDesktop = where;
     return fDropOnDesktop.has_value();
 }

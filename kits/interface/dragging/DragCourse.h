@@ -22,6 +22,9 @@ public:
         kDesktop      ///< everywhere, on charts too: an archive becomes a chart
     };
 
+    /// Whether the desktop takes a drop there.
+    static bool IsTaken(Taker taker, DesktopLayer::Ground ground);
+
     explicit DragCourse(Taker taker);
 
     bool IsForDesktop() const { return fTaker != Taker::kPrograms; }

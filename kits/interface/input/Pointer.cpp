@@ -133,6 +133,8 @@ void Watch(QObject* receiver, QEvent* event)
         sModifiers = KeyInput::ModifiersOf(mouse.modifiers());
         if (event->type() == QEvent::MouseButtonRelease && Drag::IsUnderWay())
             Drag::NoteRelease(sWhere);
+        else if (event->type() == QEvent::MouseMove && Drag::IsUnderWay())
+            Drag::NoteMove(sWhere);
         // A widget gets a copy of what its window got.
         if (receiver->isWindowType() && !Drag::IsUnderWay())
             WatchWindow(receiver, event->type());

@@ -116,23 +116,29 @@ std::vector<xcb_window_t> WithChildrenAt(xcb_connection_t* server, xcb_window_t 
 
 } // namespace
 
+Ground GroundOf(xcb_connection_t* server, xcb_window_t window)
+{
+    const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP", kMark});
+    if (!Property(server, window, atoms[2]).empty())
+        return Ground::kDesktopWindow;
+    return Holds(Property(server, window, atoms[0]), atoms[1]) ? Ground::kDesktop : Ground::kProgram;
+}
+
 Ground GroundAt(xcb_connection_t* server, BPoint where)
 {
     const Place place(where);
     const xcb_window_t top = TopAt(server, place.point);
     if (top == XCB_NONE)
         return Ground::kDesktop;
-    const std::vector<xcb_atom_t> atoms =
-        Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP", kMark, "_NET_WM_STATE",
-                       "_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_FULLSCREEN"});
+    const std::vector<xcb_atom_t> atoms = Atoms(
+        server, {"_NET_WM_STATE", "_NET_WM_STATE_BELOW", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_FULLSCREEN"});
     bool isInTaskBar = true;
     for (const xcb_window_t window : WithChildrenAt(server, top, place.point)) {
-        if (!Property(server, window, atoms[2]).empty())
-            return Ground::kDesktopWindow;
-        if (Holds(Property(server, window, atoms[0]), atoms[1]))
-            return Ground::kDesktop;
-        const std::vector<uint32_t> states = Property(server, window, atoms[3]);
-        if ((Holds(states, atoms[4]) || Holds(states, atoms[5])) && !Holds(states, atoms[6]))
+        const Ground ground = GroundOf(server, window);
+        if (ground != Ground::kProgram)
+            return ground;
+        const std::vector<uint32_t> states = Property(server, window, atoms[0]);
+        if ((Holds(states, atoms[1]) || Holds(states, atoms[2])) && !Holds(states, atoms[3]))
             isInTaskBar = false;
     }
     const std::vector<TopWindow> windows = TopWindowsAt(server, place.point);

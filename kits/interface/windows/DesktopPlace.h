@@ -15,4 +15,7 @@ inline constexpr const char* kMark = "_KITS_DESKTOP_WINDOW";
 /// desktop. Windows that only take input, as window managers have them at the edges of screens, are looked through.
 DesktopLayer::Ground GroundAt(xcb_connection_t* server, BPoint where);
 
+/// What a window says of itself: by its type or by our mark. A program where it says nothing.
+DesktopLayer::Ground GroundOf(xcb_connection_t* server, xcb_window_t window);
+
 } // namespace kits::DesktopPlace

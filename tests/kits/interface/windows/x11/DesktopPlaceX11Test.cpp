@@ -63,6 +63,9 @@ TEST_F(DesktopPlace, AWindowWithOurMarkBelongsToIt)
     other->Set(chart, kits::DesktopPlace::kMark, XCB_ATOM_CARDINAL, {1});
     EXPECT_EQ(At(150, 150), Ground::kDesktopWindow);
     EXPECT_EQ(At(99, 150), Ground::kDesktop);
+    EXPECT_EQ(kits::DesktopPlace::GroundOf(kits::XServer(), chart), Ground::kDesktopWindow);
+    other->Destroy(chart);
+    EXPECT_EQ(kits::DesktopPlace::GroundOf(kits::XServer(), chart), Ground::kProgram);
 }
 
 TEST_F(DesktopPlace, TheLowestWindowThatCoversTheScreenIsIfNoTaskBarShowsIt)
