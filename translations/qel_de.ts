@@ -392,6 +392,21 @@ Qel kann nicht gestartet oder nicht erreicht werden!</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>The chart could not be put on the desktop: qel-desktop does not start.</source>
+        <translation>Das Diagramm konnte nicht auf den Schreibtisch gelegt werden: qel-desktop startet nicht.</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>The chart could not be put on the desktop: qel-desktop does not answer, and many charts wait for it.</source>
+        <translation>Das Diagramm konnte nicht auf den Schreibtisch gelegt werden: qel-desktop antwortet nicht, und viele Diagramme warten darauf.</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
+        <source>The chart could not be put on the desktop: there are too many charts there.</source>
+        <translation>Das Diagramm konnte nicht auf den Schreibtisch gelegt werden: Dort sind zu viele Diagramme.</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewDesktop.cpp"/>
         <source>Drag this to move the chart, or back into the window</source>
         <translation>Ziehen verschiebt das Diagramm oder bringt es ins Fenster zurück</translation>
     </message>
@@ -409,11 +424,6 @@ Qel kann nicht gestartet oder nicht erreicht werden!</translation>
         <location filename="../src/chart/ChartViewDesktop.cpp"/>
         <source>Qel alert</source>
         <translation>Hinweis von Qel</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewDesktop.cpp"/>
-        <source>The chart could not be put on the desktop: qel-desktop does not start.</source>
-        <translation>Das Diagramm konnte nicht auf den Schreibtisch gelegt werden: qel-desktop startet nicht.</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartViewDrops.cpp"/>

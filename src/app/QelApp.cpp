@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "kits/application/AppDeath.h"
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
 #include "kits/interface/Alert.h"
@@ -14,6 +15,7 @@
 #include "src/app/AboutFiles.h"
 #include "src/app/AboutWindow.h"
 #include "src/app/Autosave.h"
+#include "src/app/DesktopKeeper.h"
 #include "src/app/MainWindow.h"
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/Preferences.h"
@@ -100,6 +102,7 @@ void QelApp::ReadyToRun()
     SaveUptimes();
     if (fMode == Mode::kSession) {
         fAutosave = std::make_unique<Autosave>(*this);
+        fDesktopKeeper = std::make_unique<DesktopKeeper>();
         // Had the colour page painted it when the program was killed, it still is.
         BScreen().RestoreDesktop();
         TellAboutKeptFiles({prefs_common, prefs_user});
@@ -140,6 +143,11 @@ void QelApp::MessageReceived(BMessage* message)
         break;
     case B_SILENT_RELAUNCH:
         BringToFront();
+        break;
+    case B_SOME_APP_DIED:
+        if (fDesktopKeeper) {
+            fDesktopKeeper->AppDied(*message);
+        }
         break;
     case MSG_CONNECT:
     case MSG_DISCONNECT:
@@ -241,6 +249,7 @@ bool QelApp::QuitRequested()
 
 void QelApp::CleanUp()
 {
+    fDesktopKeeper.reset();
     // What is being written may take long on a slow disk, and as long as the application is not quit, others find it.
     if (fAutosave) {
         fAutosave->Stop();

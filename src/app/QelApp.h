@@ -8,6 +8,7 @@
 
 class AboutWindow;
 class Autosave;
+class DesktopKeeper;
 class SmartWindow;
 class Sysinfo;
 
@@ -23,6 +24,7 @@ class Sysinfo;
 /// - `MSG_CONNECT`, `MSG_DISCONNECT` ("Messenger"): the messenger gets samples, or no more, see ConnectionRequest.h.
 /// - `B_SILENT_RELAUNCH`, from a second start of the program: the main window comes to the current workspace and to
 ///   the front, and an alert in front of that; the latter also while there is no window yet.
+/// - `B_SOME_APP_DIED`: when it was the program that shows charts on the desktop, that is started again.
 /// - `MSG_OPEN_GLOBAL_PREFS`: opens the sampler's preferences, or brings them to the front.
 /// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
 class QelApp : public BApplication {
@@ -91,4 +93,5 @@ private:
     BMessage fMainWindowArchive;
     bool fShowMainWindow = true;
     std::unique_ptr<Autosave> fAutosave;
+    std::unique_ptr<DesktopKeeper> fDesktopKeeper; // of a session that runs
 };

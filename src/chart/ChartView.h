@@ -353,7 +353,9 @@ private:
     bool DesktopMessageReceived(BMessage* message);
     void DroppedOnDesktop(const BMessage& message);
     void ShowOnDesktop(const BPoint* leftTop);
-    static void TellNotOnDesktop();
+    DesktopSender& Sender();
+    void StartDesktop();
+    static void TellNotOnDesktop(const char* why);
 
     ChartCaption fValueCaption;
     ChartCaption fTitleCaption;

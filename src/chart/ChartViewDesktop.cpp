@@ -15,6 +15,10 @@
 namespace {
 
 constexpr const char* kWindowTip = TrLater("Drag this onto the desktop to keep the chart there");
+constexpr const char* kNoStart = TrLater("The chart could not be put on the desktop: qel-desktop does not start.");
+constexpr const char* kNoAnswer =
+    TrLater("The chart could not be put on the desktop: qel-desktop does not answer, and many charts wait for it.");
+constexpr const char* kTooMany = TrLater("The chart could not be put on the desktop: there are too many charts there.");
 constexpr const char* kDesktopTip = TrLater("Drag this to move the chart, or back into the window");
 
 } // namespace
@@ -35,6 +39,19 @@ void ChartView::MakeDraggerMenu()
     fDragger->SetAccessibleName(Tr("Handle"));
 }
 
+DesktopSender& ChartView::Sender()
+{
+    if (fDesktopSender == nullptr)
+        fDesktopSender = std::make_unique<DesktopSender>();
+    return *fDesktopSender;
+}
+
+void ChartView::StartDesktop()
+{
+    if (Sender().Send(BMessage(MSG_ACTIVATE_REPLICANTS), BMessenger(this)) != B_OK)
+        beep();
+}
+
 void ChartView::ShowOnDesktop(const BPoint* leftTop)
 {
     BMessage request(MSG_SHOW_ON_DESKTOP);
@@ -44,12 +61,10 @@ void ChartView::ShowOnDesktop(const BPoint* leftTop)
         status = request.AddMessage("Archive", &archive);
     if (status == B_OK && leftTop != nullptr)
         status = request.AddPoint("Where", *leftTop);
-    if (fDesktopSender == nullptr)
-        fDesktopSender = std::make_unique<DesktopSender>();
     if (status == B_OK)
-        status = fDesktopSender->Send(request, BMessenger(this));
+        status = Sender().Send(request, BMessenger(this));
     if (status != B_OK)
-        TellNotOnDesktop();
+        TellNotOnDesktop(Tr(status == B_WOULD_BLOCK ? kNoAnswer : kNoStart));
 }
 
 void ChartView::DroppedOnDesktop(const BMessage& message)
@@ -62,11 +77,9 @@ void ChartView::DroppedOnDesktop(const BMessage& message)
     ShowOnDesktop(&leftTop);
 }
 
-void ChartView::TellNotOnDesktop()
+void ChartView::TellNotOnDesktop(const char* why)
 {
-    auto* alert =
-        new BAlert(Tr("Qel alert"), Tr("The chart could not be put on the desktop: qel-desktop does not start."),
-                   Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    auto* alert = new BAlert(Tr("Qel alert"), why, Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     alert->Go(nullptr);
 }
 
@@ -89,13 +102,19 @@ bool ChartView::DesktopMessageReceived(BMessage* message)
     case MSG_GO_TO_DESKTOP: {
         const BMessenger host(kDesktopSignature);
         if (!host.IsValid() || host.SendMessage(MSG_ACTIVATE_REPLICANTS) != B_OK)
-            beep();
+            StartDesktop();
         return true;
     }
-    case MSG_NOT_ON_DESKTOP:
-        if (!fReplicant)
-            TellNotOnDesktop();
+    case MSG_NOTHING_ON_DESKTOP:
+        beep();
         return true;
+    case MSG_NOT_ON_DESKTOP: {
+        bool isRefused = false;
+        message->FindBool("Refused", &isRefused);
+        if (!fReplicant)
+            TellNotOnDesktop(Tr(isRefused ? kTooMany : kNoStart));
+        return true;
+    }
     default:
         return false;
     }

@@ -1,21 +1,29 @@
 #include "src/chart/DesktopSender.h"
 
 #include "kits/application/Roster.h"
+#include "kits/kernel/Threads.h"
+#include "kits/support/Identity.h"
+#include "src/chart/DesktopCharts.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 
 namespace {
 
 constexpr size_t kMostJobs = 32;
-constexpr bigtime_t kPatience = 5'000'000;
-constexpr int kTries = 3;
+constexpr int kMostTries = 4;
+constexpr bigtime_t kPause = 100'000;
 
-/// Whether the running program took it.
-bool HandOver(const BMessage& request)
+/// Waits for the answer of the running program, as long as that takes.
+/// @return `B_BAD_HANDLER` if there is none, or if it ended and left the request undone
+status_t HandOver(const BMessage& request, uint32* answer)
 {
     const BMessenger host(kDesktopSignature);
+    if (!host.IsValid())
+        return B_BAD_HANDLER;
     BMessage reply;
-    return host.IsValid() && host.SendMessage(&request, &reply, kPatience, kPatience) == B_OK && reply.what == 0;
+    const status_t status = host.SendMessage(&request, &reply, B_INFINITE_TIMEOUT, B_INFINITE_TIMEOUT);
+    *answer = reply.what;
+    return status == B_OK && reply.what == B_NO_REPLY ? B_BAD_HANDLER : status;
 }
 
 } // namespace
@@ -26,6 +34,7 @@ status_t DesktopSender::Send(const BMessage& request, const BMessenger& teller)
     if (fJobs.size() >= kMostJobs)
         return B_WOULD_BLOCK;
     auto job = std::make_unique<Job>(Job{request, teller, nullptr});
+    job->request.AddString("Request", kits::NewIdentity());
     auto work = std::make_unique<OneParamFunctionObject<Job*>>(Deliver, job.get());
     job->thread = FireAndForgetThread::Launch(std::move(work), "Chart to the desktop", B_NORMAL_PRIORITY);
     if (job->thread == nullptr)
@@ -36,15 +45,29 @@ status_t DesktopSender::Send(const BMessage& request, const BMessenger& teller)
 
 void DesktopSender::Deliver(Job* job)
 {
-    // It may end, with the last chart on it, while it is being asked.
-    for (int i = 0; i < kTries; i++) {
-        if (HandOver(job->request))
+    const bool onlyActivates = job->request.what == MSG_ACTIVATE_REPLICANTS;
+    BMessage failure(onlyActivates ? MSG_NOTHING_ON_DESKTOP : MSG_NOT_ON_DESKTOP);
+    for (int i = 0; i < kMostTries;) {
+        uint32 answer = 0;
+        const status_t status = HandOver(job->request, &answer);
+        if (status == B_OK && answer == 0)
             return;
-        const status_t status = be_roster->Launch(kDesktopSignature, &job->request);
-        if (status == B_OK)
-            return;
-        if (status != B_ALREADY_RUNNING)
+        if (status == B_OK) {
+            failure.AddBool("Refused", true);
+            break;
+        }
+        if (status == B_WOULD_BLOCK) {
+            snooze(kPause);
+            continue;
+        }
+        // A start brings the request with it, and whether it was heeded is asked in the next turn: the program may end,
+        // with the last chart on it or by a signal, before it has come to that.
+        i++;
+        if (onlyActivates && !HasDesktopCharts())
+            break;
+        const status_t launched = be_roster->Launch(kDesktopSignature, &job->request);
+        if (launched != B_OK && launched != B_ALREADY_RUNNING && launched != B_TIMED_OUT)
             break;
     }
-    job->teller.SendMessage(MSG_NOT_ON_DESKTOP);
+    job->teller.SendMessage(&failure);
 }

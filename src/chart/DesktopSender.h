@@ -17,8 +17,13 @@ public:
     DesktopSender(const DesktopSender&) = delete;
     DesktopSender& operator=(const DesktopSender&) = delete;
 
-    /// @param request  MSG_SHOW_ON_DESKTOP
-    /// @param teller   gets MSG_NOT_ON_DESKTOP when that failed
+    /// The request gets an identity ("Request"), so that it is performed once however often it has to be sent: a
+    /// program that is held up is waited for as long as that takes, and one that ends before it has answered is started
+    /// again with the same request.
+    /// @param request  MSG_SHOW_ON_DESKTOP; or MSG_ACTIVATE_REPLICANTS, which starts the program only if it has charts
+    /// @param teller   gets MSG_NOTHING_ON_DESKTOP when there was none to be activated; for the other gets
+    /// MSG_NOT_ON_DESKTOP when the program cannot be started, or, with "Refused" (bool), when it
+    ///                 did not take the chart
     /// @return B_OK when it will be tried; B_WOULD_BLOCK while many are under way; or why no thread could be made
     status_t Send(const BMessage& request, const BMessenger& teller);
 

@@ -61,6 +61,10 @@ void DesktopApp::Restore()
     fStore.Claim("Replicant", B_MESSAGE_TYPE);
     for (int32 i = 0; fStore.FindMessage("Replicant", i, &saved) == B_OK; i++)
         RestoreOne(&saved);
+    fStore.Claim("Request", B_STRING_TYPE);
+    const char* identity = nullptr;
+    for (int32 i = 0; fStore.FindString("Request", i, &identity) == B_OK; i++)
+        fDone.Add(identity);
 }
 
 void DesktopApp::RestoreOne(BMessage* saved)
@@ -135,6 +139,24 @@ bool DesktopApp::Add(BMessage* request, std::string* why)
     return true;
 }
 
+bool DesktopApp::Perform(BMessage* request)
+{
+    const char* identity = "";
+    const bool isNamed = FindInRange(*request, "Request", &identity);
+    if (isNamed && fDone.Has(identity))
+        return true;
+    std::string why;
+    const bool shown = Add(request, &why);
+    if (shown && isNamed)
+        fDone.Add(identity);
+    if (!shown && !fHasTold) {
+        // One line, however many come.
+        std::fprintf(stderr, "qel-desktop: what was dropped is ignored: %s\n", why.c_str());
+        fHasTold = true;
+    }
+    return shown;
+}
+
 void DesktopApp::ReadyToRun()
 {
     // What a killed program left painted.
@@ -153,14 +175,7 @@ void DesktopApp::MessageReceived(BMessage* message)
 {
     switch (message->what) {
     case MSG_SHOW_ON_DESKTOP: {
-        std::string why;
-        const bool shown = Add(message, &why);
-        if (!shown && !fHasTold) {
-            // One line, however many come.
-            std::fprintf(stderr, "qel-desktop: what was dropped is ignored: %s\n", why.c_str());
-            fHasTold = true;
-        }
-        BMessage reply(shown ? 0 : kRefused);
+        BMessage reply(Perform(message) ? 0 : kRefused);
         message->SendReply(&reply);
         break;
     }
@@ -168,10 +183,13 @@ void DesktopApp::MessageReceived(BMessage* message)
         if (IsEmpty())
             PostMessage(B_QUIT_REQUESTED);
         break;
-    case MSG_ACTIVATE_REPLICANTS:
+    case MSG_ACTIVATE_REPLICANTS: {
         if (!fWindows.empty())
             fWindows.front()->Activate();
+        BMessage reply(fWindows.empty() ? kRefused : 0);
+        message->SendReply(&reply);
         break;
+    }
     case B_SCREEN_CHANGED:
         for (ReplicantWindow* window : fWindows)
             window->Arrange();
@@ -262,6 +280,9 @@ void DesktopApp::Save()
     }
     for (const BMessage& saved : fForeign)
         fStore.NoteError(fStore.AddMessage("Replicant", &saved));
+    fStore.RemoveName("Request");
+    for (const std::string& identity : fDone.All())
+        fStore.NoteError(fStore.AddString("Request", identity));
     fStore.SetString("Version", kVersion);
     fBytes = fStore.FlattenedSize();
     fWriter.Write(fStore);

@@ -7,6 +7,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/application/Timer.h"
+#include "kits/support/Identity.h"
 #include "src/prefs/Preferences.h"
 #include "src/prefs/StoreAlerts.h"
 #include "src/prefs/StoreWriter.h"
@@ -23,13 +24,17 @@ class ReplicantWindow;
 ///
 /// Message: MSG_SHOW_ON_DESKTOP ("Archive" message, perhaps "Where" point, the left top corner on the screen): shows
 /// another one. The reply's code is 0; 0xffffffff when that is none of a view that may stand on the desktop, or there
-/// are too many. It comes from other programs and may be anything.
+/// are too many. It comes from other programs and may be anything. One with an identity ("Request", string) that was
+/// performed already, by this process or by one before it, is answered and not performed again: who gets no answer may
+/// send it as often as need be. The last kMostRequests of them are stored with the charts.
 class DesktopApp : public BApplication {
 public:
     /// More are not shown.
     static constexpr size_t kMost = 512;
     /// Nor when all of them together would be larger than this, in bytes: what is stored is one message.
     static constexpr ssize_t kMostBytes = 8 * 1024 * 1024;
+
+    static constexpr size_t kMostRequests = 256;
 
     /// @param status  as BApplication's: B_ALREADY_RUNNING when there is one in this session
     explicit DesktopApp(status_t* status);
@@ -64,6 +69,7 @@ public:
 
 private:
     bool Add(BMessage* request, std::string* why);
+    bool Perform(BMessage* request);
     void Show(std::unique_ptr<BView> view, BRect frame, const BMessage* places);
     void RestoreOne(BMessage* saved);
     void UpdateAutostart();
@@ -73,6 +79,7 @@ private:
 
     Preferences fStore;
     std::vector<ReplicantWindow*> fWindows; // each deletes itself
+    kits::Identities fDone{kMostRequests};  // what was asked for and is shown, or was
     std::vector<BMessage> fForeign;         // what a newer version may have stored; kept as it is
     StoreWriter fWriter;
     SaveAlarm fAlarm;

@@ -1,6 +1,7 @@
 #include "src/support/FieldRanges.h"
 
 #include "kits/kernel/SystemInfo.h"
+#include "kits/support/Identity.h"
 #include "src/chart/ChartCaption.h"
 #include "src/chart/ChartHistory.h"
 #include "src/chart/ChartView.h"
@@ -98,6 +99,8 @@ constexpr kits::FieldRange kRanges[] = {
     {"Archive", B_MESSAGE_TYPE, 0, 1},
     {"Place", B_MESSAGE_TYPE, 0, 8},
     {"Screens", B_STRING_TYPE, 0, 1024},
+    {"Request", B_STRING_TYPE, 1, kits::Identities::kLongest},
+    {"Refused", B_BOOL_TYPE, 0, 1},
     {"Frame", B_RECT_TYPE, 0, kits::kFarthestPlace},
     {"Where", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},
     {"By", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},

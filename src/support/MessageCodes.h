@@ -92,13 +92,15 @@ enum : uint32 {
     MSG_DESKTOP_COLOR, ///< the desktop to who asked for its colour: "RGBColor"
 
     // Charts on the desktop. Programs of different versions speak these too.
-    MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, perhaps "Where" (point, left top)
-    MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed
+    MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, perhaps "Where" (point, left top),
+                                      ///< and "Request" (string), by which a repeated one is known
+    MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed, perhaps "Refused" (bool)
     MSG_COPY_TO_DESKTOP,              ///< menus to their chart
     MSG_REMOVE_REPLICANT,             ///< handle's menu to a chart on the desktop, and on to its window
     MSG_GO_TO_DESKTOP,                ///< chart's menu: the keyboard goes to the charts on the desktop
     MSG_ACTIVATE_REPLICANTS,          ///< chart to qel-desktop: the first one gets the keyboard
     MSG_NEXT_REPLICANT,               ///< chart on the desktop to its window: the next one does, or with "Back" (bool)
                                       ///< the one before
-    MSG_MOVE_REPLICANT                ///< chart on the desktop to its window: "By" point
+    MSG_MOVE_REPLICANT,               ///< chart on the desktop to its window: "By" point
+    MSG_NOTHING_ON_DESKTOP            ///< chart to itself: no charts are there that could get the keyboard
 };

@@ -1,5 +1,6 @@
 #include "kits/application/Roster.h"
 
+#include "kits/application/AppDeath.h"
 #include "kits/application/Application.h"
 #include "kits/application/MainThread.h"
 #include "kits/application/MessagePrivate.h"
@@ -187,6 +188,7 @@ status_t BRoster::StartWatching(BMessenger target, uint32 events) const
 {
     static_assert(static_cast<uint32>(B_REQUEST_LAUNCHED) == kits::kTeamLaunched);
     static_assert(static_cast<uint32>(B_REQUEST_QUIT) == kits::kTeamQuit);
+    static_assert(B_REQUEST_DIED == kits::kTeamDied);
     return TeamPort::Get().StartWatching(kits::MessageAccess::AddressOf(target), events);
 }
 

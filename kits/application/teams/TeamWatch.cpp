@@ -1,5 +1,6 @@
 #include "kits/application/teams/TeamWatch.h"
 
+#include "kits/application/AppDeath.h"
 #include "kits/application/AppDefs.h"
 #include "kits/application/Message.h"
 #include "kits/application/delivery/Delivery.h"
@@ -99,12 +100,31 @@ void TeamWatch::Handle(const pollfd* polls, const TeamFolder& folder)
             inotify_add_watch(fNotifier.Get(), folder.PathOf(".").c_str(), IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM);
         fIsWatching = true;
     } else if (polls->revents != 0) {
-        char buffer[4096];
-        while (read(fNotifier.Get(), buffer, sizeof(buffer)) > 0)
-            isNew = true;
+        isNew = ReadNotices() || isNew;
     }
     if (isNew)
         Look(folder);
+}
+
+bool TeamWatch::ReadNotices()
+{
+    bool areThere = false;
+    alignas(inotify_event) char buffer[4096];
+    for (;;) {
+        const ssize_t size = fNotifier.IsOpen() ? read(fNotifier.Get(), buffer, sizeof(buffer)) : -1;
+        if (size <= 0)
+            return areThere;
+        areThere = true;
+        const inotify_event* notice = nullptr;
+        for (ssize_t place = 0; place < size; place += static_cast<ssize_t>(sizeof(*notice) + notice->len)) {
+            notice = reinterpret_cast<const inotify_event*>(buffer + place);
+            TeamFolder::Entry entry;
+            if ((notice->mask & IN_MOVED_TO) == 0 || notice->len == 0 || !TeamFolder::ParseName(notice->name, &entry))
+                continue;
+            if (const auto found = fTeams.find(entry.team); found != fTeams.end())
+                found->second.hasLeft = entry.signature.empty();
+        }
+    }
 }
 
 void TeamWatch::Look(const TeamFolder& folder)
@@ -133,6 +153,8 @@ void TeamWatch::NoteClosed(team_address team)
     const auto found = fTeams.find(team);
     if (found == fTeams.end())
         return;
+    // Who takes leave does so before its connections end.
+    ReadNotices();
     const Team state = found->second;
     fTeams.erase(found);
     {
@@ -143,6 +165,8 @@ void TeamWatch::NoteClosed(team_address team)
     fLookAt = Clock::now() + kPauseBeforeLook;
     if (!state.isHung)
         Tell(kTeamQuit, team, state.signature);
+    if (fNotifier.IsOpen() && !state.hasLeft)
+        Tell(kTeamDied, team, state.signature);
 }
 
 void TeamWatch::NoteHung(team_address team, bool isHung)
@@ -204,7 +228,7 @@ void TeamWatch::Tell(uint32 event, team_address team, const std::string& signatu
 void TeamWatch::Tell(const std::vector<Watcher>& watchers, uint32 event, team_address team,
                      const std::string& signature)
 {
-    BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : B_SOME_APP_LAUNCHED);
+    BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : event == kTeamDied ? B_SOME_APP_DIED : B_SOME_APP_LAUNCHED);
     message.AddInt32("team", TeamIdOf(team));
     message.AddString("signature", signature);
     for (const Watcher& watcher : watchers) {

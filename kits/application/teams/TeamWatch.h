@@ -15,7 +15,7 @@
 namespace kits {
 
 /// Events that can be watched, see BRoster::StartWatching.
-enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2 };
+enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2, kTeamDied = 4 };
 
 /// Tells watchers which applications come and go: whose socket appears in the folder, whose connection ends, and who
 /// does not answer. One that hangs counts as gone, and as launched when it answers again. Who begins to watch says
@@ -63,9 +63,12 @@ private:
     struct Team {
         std::string signature;
         bool isHung = false;
+        bool hasLeft = false; ///< it has taken its name out of the folder, as every program does that ends in order
     };
 
     bool HasWatchers();
+    /// What the folder tells. False if that is nothing.
+    bool ReadNotices();
     bool HasNewWatchers();
     void ForgetTeams();
     void Look(const TeamFolder& folder);

@@ -15,6 +15,7 @@
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
+#include "kits/support/Identity.h"
 
 #include <QDrag>
 #include <QDropEvent>
@@ -187,9 +188,16 @@ bool PutOnShelf(BShelf& shelf, BMessage* archive, BPoint where)
     BMessenger source;
     archive->FindMessenger(kSourceField, &source);
     archive->RemoveName(kSourceField);
+    std::string drag;
+    archive->FindString(kDragField, &drag);
+    archive->RemoveName(kDragField);
     const DispatchScope scope;
-    if (!shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where)))
+    // Of one that came already only the source has to hear again.
+    constexpr size_t kMostTaken = 64;
+    static Identities sTaken(kMostTaken);
+    if (!sTaken.Has(drag) && !shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where)))
         return false;
+    sTaken.Add(drag);
     source.SendMessage(B_REPLICANT_TAKEN);
     return true;
 }

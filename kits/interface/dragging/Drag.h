@@ -21,6 +21,9 @@ namespace Drag {
 /// Of a dragged archive: the messenger of what it stands for.
 inline constexpr const char* kSourceField = "kits:source";
 
+/// Of a dragged archive: which drag it is (string), so that one drop is performed once however often it comes.
+inline constexpr const char* kDragField = "kits:drag";
+
 /// What is dragged.
 struct Request {
     BMessage message;

@@ -5,6 +5,7 @@
 #include "kits/interface/Window.h"
 #include "kits/interface/dragging/Drag.h"
 #include "kits/interface/views/ViewPrivate.h"
+#include "kits/support/Identity.h"
 
 #include <QImage>
 #include <QWidget>
@@ -160,6 +161,7 @@ void BDragger::StartDrag(BPoint where)
         return;
     // For the shelf that takes it.
     archive.AddMessenger(kits::Drag::kSourceField, BMessenger(fTarget));
+    archive.AddString(kits::Drag::kDragField, kits::NewIdentity());
     const BPoint offset = fTarget->ConvertFromScreen(ConvertToScreen(where));
     std::unique_ptr<BBitmap> picture = PictureOf(*fTarget, kits::ViewWidget(this));
     if (picture != nullptr)

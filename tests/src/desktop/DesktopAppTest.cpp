@@ -97,6 +97,43 @@ TEST_F(DesktopAppTest, LeavesTheDesktopWhenAShelfHasTakenIt)
     EXPECT_EQ(Shown({}), 0U);
 }
 
+TEST_F(DesktopAppTest, PerformsARequestOnceHoweverOftenItComes)
+{
+    BMessage request = Request(Archive());
+    request.AddString("Request", "this one");
+    BMessage other = Request(Archive());
+    other.AddString("Request", "another one");
+    const BMessage nameless = Request(Archive());
+    EXPECT_EQ(Shown({request, request, other, request}), 2U);
+    // So does the one that comes after it.
+    EXPECT_EQ(Shown({request, other}), 2U);
+    EXPECT_EQ(Shown({nameless, nameless}), 4U);
+}
+
+TEST_F(DesktopAppTest, RemembersTheNewestRequests)
+{
+    BMessage first = Request(Archive(20, 20));
+    first.AddString("Request", "first");
+    std::vector<BMessage> requests{first};
+    for (size_t i = 0; i < DesktopApp::kMostRequests; i++) {
+        // What is not performed is not remembered either.
+        BMessage refused(MSG_SHOW_ON_DESKTOP);
+        refused.AddString("Request", std::to_string(i));
+        requests.push_back(refused);
+    }
+    EXPECT_EQ(Shown(requests), 1U);
+    EXPECT_EQ(Shown({first}), 1U);
+    requests.clear();
+    for (size_t i = 0; i < DesktopApp::kMostRequests; i++) {
+        requests.push_back(Request(Archive(20, 20)));
+        requests.back().AddString("Request", std::to_string(i));
+    }
+    const size_t all = 1 + DesktopApp::kMostRequests;
+    EXPECT_EQ(Shown(requests), all);
+    EXPECT_EQ(Shown({requests.back()}), all);
+    EXPECT_EQ(Shown({first}), all + 1);
+}
+
 TEST_F(DesktopAppTest, IgnoresWhatIsNoChart)
 {
     BMessage foreign = Archive();

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+namespace kits {
+
+/// A name that nothing else has: 128 random bits as 32 hexadecimal digits. Any thread.
+std::string NewIdentity();
+
+/// The identities of what was done, so that a request that comes again is not done again. As many as it was made for,
+/// the newest; the oldest ones are forgotten. Not shared between threads.
+class Identities {
+public:
+    /// A longer identity is not remembered, nor is an empty one.
+    static constexpr std::size_t kLongest = 64;
+
+    explicit Identities(std::size_t most)
+        : fMost(most)
+    {
+    }
+
+    bool Has(const std::string& identity) const;
+    /// Remembers it as the newest one.
+    void Add(const std::string& identity);
+    /// The oldest first.
+    const std::deque<std::string>& All() const { return fAll; }
+
+private:
+    std::size_t fMost;
+    std::deque<std::string> fAll;
+};
+
+} // namespace kits

@@ -1,0 +1,10 @@
+#include "src/chart/DesktopCharts.h"
+
+#include "src/prefs/Preferences.h"
+#include "src/support/Qel.h"
+
+bool HasDesktopCharts()
+{
+    const Preferences store(kDesktopSignature, false, true);
+    return store.GetInfo("Replicant", nullptr) == B_OK;
+}
