@@ -59,6 +59,9 @@ protected:
     /// When the chart has been laid out and drawn: the button stays down, and a thread follows the pointer.
     void TakeTitle(QelApp& app)
     {
+        // A window that was asked to close may have gone before the application quits.
+        if (app.Window() == nullptr || app.Sampler() == nullptr)
+            return;
         ChartView* const chart = FirstChart(app);
         const BRect title = chart->TitleRect();
         const BPoint onTitle(title.left + 3, (title.top + title.bottom) / 2);
