@@ -2,7 +2,8 @@
 
     guard.py SECONDS COMMAND [ARGUMENT...]
 
-Ends with the status of the command, or with 124 when it takes longer than SECONDS. Desktops start daemons that leave
+Ends with the status of the command, or with 124 when it takes longer than SECONDS. Temporary files of the command lie in a
+folder of their own, which goes with it. Desktops start daemons that leave
 their process group and their parent. So a keeper stands in between, which inherits orphans from the kernel; it ends all
 of them when the command has ended, when the time is over, or when this process has, even by SIGKILL.
 """
@@ -12,8 +13,10 @@ import ctypes
 import os
 import pathlib
 import selectors
+import shutil
 import signal
 import sys
+import tempfile
 import time
 
 PR_SET_PDEATHSIG = 1
@@ -68,6 +71,8 @@ def end_descendants():
 def keep(caller, seconds, command):
     """In the keeper: runs the command, and ends what is left. `caller` is a pipe that closes with the caller."""
     os.setsid()
+    folder = tempfile.mkdtemp(prefix="qel-tests-")
+    os.environ["TMPDIR"] = folder
     LIBC.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
     ended, tell = os.pipe()
     os.set_blocking(tell, False)
@@ -106,6 +111,7 @@ def keep(caller, seconds, command):
             print(f"stopped after {seconds} seconds", file=sys.stderr)
             status = TIMED_OUT
     end_descendants()
+    shutil.rmtree(folder, ignore_errors=True)
     return status if status >= 0 else 128 - status
 
 

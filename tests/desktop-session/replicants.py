@@ -121,8 +121,8 @@ class ReplicantsTest(ChartsTest):
         end = self.on_screen(self.window, x, y)
         self.begin_drag(self.handle(window), end)
         # The host tells the program one place after another, and not before that has answered for the one before. So
-        # the first of these may still be passed over; the second is not.
-        for aside in (1, 0):
+        # the first of these may still be passed over; the others are not.
+        for aside in (1, 0) * 2:
             self.desktop.xdotool("mousemove", end[0] + aside, end[1])
             for _ in range(2):
                 before = self.desktop.picture(window)

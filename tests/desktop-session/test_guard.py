@@ -40,6 +40,13 @@ class Guard(unittest.TestCase):
         self.assertEqual(process.wait(TIMEOUT), 3)
         self.assertFalse(self.is_running(self.daemon()))
 
+    def test_removes_temporary_files(self):
+        process = self.start('echo "$TMPDIR" >"$1.folder"; touch "$TMPDIR/file"; while [ ! -s "$1" ]; do sleep 0.01; done')
+        self.assertEqual(process.wait(TIMEOUT), 0)
+        folder = self.told.with_name("pid.folder").read_text().strip()
+        self.assertIn("qel-tests-", folder)
+        self.assertFalse(os.path.exists(folder))
+
     def test_ends_what_takes_too_long(self):
         process = self.start("sleep 1000", seconds=1)
         self.assertEqual(process.wait(TIMEOUT), 124)

@@ -1,7 +1,7 @@
 # Sourced by tests/desktops/run: the packages of each desktop that suffice for a session on an X server without a screen.
 # The names are those of Debian 12 and 13.
 
-desktops=(xfce plasma)
+desktops=(xfce plasma lxqt mate)
 
 # What all of them need besides, the tests of the program included.
 session_packages=(xvfb xdotool x11-utils x11-xserver-utils imagemagick python3 dbus-daemon dbus-x11 at-spi2-core
@@ -11,3 +11,8 @@ xfce_packages=(xfce4-session xfwm4 xfdesktop4 xfce4-panel xfce4-settings xfconf 
     adwaita-icon-theme gnome-themes-extra)
 
 plasma_packages=(plasma-desktop plasma-workspace kwin-x11 xdg-desktop-portal-kde breeze libkf5config-bin qdbus-qt5)
+
+lxqt_packages=(lxqt-session lxqt-panel lxqt-config pcmanfm-qt openbox xcompmgr)
+
+mate_packages=(mate-session-manager mate-panel caja marco mate-settings-daemon dconf-gsettings-backend libglib2.0-bin
+    gnome-themes-extra)

@@ -1,8 +1,5 @@
 """KDE Plasma."""
 
-import os
-import signal
-
 from desktop import wait_until
 from session import Session
 
@@ -10,6 +7,7 @@ from session import Session
 class Plasma(Session):
     NAME = "KDE"
     COMMAND = ("startplasma-x11",)
+    DESKTOP = ("plasmashell", "--no-respawn")
     MANAGER = "kwin_x11"
     AUTOSTARTED = ("org.kde.plasmashell.desktop", "at-spi-dbus-bus.desktop")
 
@@ -29,7 +27,8 @@ class Plasma(Session):
         self.ask("org.kde.ksmserver", "/KSMServer", "org.kde.KSMServerInterface.logout", 0, 0, 0)
 
     def set_wallpaper(self, path):
-        self.run("plasma-apply-wallpaperimage", path)
+        # A desktop that has just started does not listen yet.
+        wait_until(lambda: self.run("plasma-apply-wallpaperimage", path), "the desktop to take the picture")
 
     def forget_wallpaper(self):
         (self.config / "plasma-org.kde.plasma.desktop-appletsrc").unlink()
@@ -49,11 +48,3 @@ class Plasma(Session):
 
     def show_desktop_keys(self):
         return ["super+d"]
-
-    def restart_desktop(self):
-        for pid in self.processes("plasmashell"):
-            os.kill(pid, signal.SIGKILL)
-        wait_until(lambda: not self.processes("plasmashell"), "the end of the desktop")
-        self.launch("plasmashell", "--no-respawn")
-        wait_until(self.desktop_window, "the desktop's window")
-        self.await_wallpaper()

@@ -5,11 +5,13 @@ import os
 
 import wallpaper
 from desktop import wait_until
+from lxqt import Lxqt
+from mate import Mate
 from plasma import Plasma
 from replicants import AUTOSTART, ReplicantsTest
 from xfce import Xfce
 
-DESKTOPS = {"xfce": Xfce, "plasma": Plasma}
+DESKTOPS = {"xfce": Xfce, "plasma": Plasma, "lxqt": Lxqt, "mate": Mate}
 DESKTOP = DESKTOPS[os.environ["QEL_DESKTOP"]]
 SHARED = []
 GROUND = (16, 21, 29)

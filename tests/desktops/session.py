@@ -26,7 +26,9 @@ class Session(Desktop):
     AUTOSTARTED = ()
     """The machine's autostart entries that belong to the desktop. The others are switched off."""
     MANAGER = ""
-    """The process of the window manager, and the command that replaces it."""
+    """The process of the window manager, which replaces another one when it is told so."""
+    DESKTOP = ()
+    """What shows the wallpaper."""
     BARE = ((260, 700), (1240, 520), (1250, 60))
     """Places of the screen that show the wallpaper alone: no icon, no panel, and no window of the tests."""
 
@@ -169,7 +171,15 @@ class Session(Desktop):
 
     def restart_desktop(self):
         """Ends the program that shows the wallpaper, and starts it again."""
-        raise NotImplementedError
+        before = self.processes(self.DESKTOP[0])
+        for pid in before:
+            os.kill(pid, signal.SIGKILL)
+        wait_until(lambda: not set(before) & set(self.processes(self.DESKTOP[0])), "the end of the desktop")
+        wait_until(lambda: not self.desktop_window(), "the end of the desktop's window")
+        if not self.processes(self.DESKTOP[0]):  # some sessions start what has crashed
+            self.launch(*self.DESKTOP)
+        wait_until(self.desktop_window, "the desktop's window")
+        self.await_wallpaper()
 
     # Settings.
 
@@ -181,6 +191,7 @@ class Session(Desktop):
         raise NotImplementedError
 
     def set_dark(self, dark):
+        """None when this desktop's programs are not dark or light together."""
         raise NotImplementedError
 
     SCALES_LIVE = False

@@ -1,8 +1,5 @@
 """XFCE."""
 
-import os
-import signal
-
 from desktop import wait_until
 from session import Session
 
@@ -12,6 +9,7 @@ BACKDROP = "/backdrop/screen0/monitorscreen/workspace0"
 class Xfce(Session):
     NAME = "XFCE"
     COMMAND = ("xfce4-session",)
+    DESKTOP = ("xfdesktop",)
     MANAGER = "xfwm4"
     AUTOSTARTED = ("xfsettingsd.desktop", "at-spi-dbus-bus.desktop")
     LIGHT, DARK = "Adwaita", "Adwaita-dark"
@@ -50,12 +48,3 @@ class Xfce(Session):
 
     def show_desktop_keys(self):
         return ["ctrl+alt+d"]
-
-    def restart_desktop(self):
-        for pid in self.processes("xfdesktop"):
-            os.kill(pid, signal.SIGKILL)
-        wait_until(lambda: not self.desktop_window(), "the end of the desktop's window")
-        if not self.processes("xfdesktop"):  # the session starts those that have crashed
-            self.launch("xfdesktop")
-        wait_until(self.desktop_window, "the desktop's window")
-        self.await_wallpaper()

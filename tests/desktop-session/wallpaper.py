@@ -1,9 +1,9 @@
-"""The picture that the desktops show: a gradient, so that every place has a colour of its own and the average is known."""
+"""The picture that desktops show: a gradient, so that every place has a colour of its own and the average is known."""
 
 import struct
 import zlib
 
-from desktop import SCREEN
+from screen import SCREEN
 
 AVERAGE = (100, 130, 160)
 SPREAD = 48
@@ -27,6 +27,12 @@ def write(path, average=AVERAGE):
         return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
 
     width, height = SCREEN
-    rows = b"".join(b"\0" + b"".join(bytes(color_at(x, y, average)) for x in range(width)) for y in range(height))
+    reds, _, blues = zip(*(color_at(x, 0, average) for x in range(width)))
+    row = bytearray(1 + 3 * width)
+    row[1::3], row[3::3] = bytes(reds), bytes(blues)
+    rows = bytearray()
+    for y in range(height):
+        row[2::3] = bytes([color_at(0, y, average)[1]]) * width
+        rows += row
     path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
                      + chunk(b"IDAT", zlib.compress(rows, 1)) + chunk(b"IEND", b""))

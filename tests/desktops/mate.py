@@ -1,0 +1,50 @@
+"""MATE."""
+
+from desktop import wait_until
+from session import Session
+
+
+class Mate(Session):
+    NAME = "MATE"
+    COMMAND = ("mate-session",)
+    MANAGER = "marco"
+    AUTOSTARTED = ("mate-settings-daemon.desktop", "at-spi-dbus-bus.desktop")
+    DESKTOP = ("caja", "--force-desktop", "--no-default-window")
+    SCALES_LIVE = True
+
+    def prepare(self):
+        # The administrator gets no desktop unless it is asked for.
+        (self.config / "autostart/caja.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName=Caja\nExec={' '.join(self.DESKTOP)}\n"
+            "X-MATE-Autostart-Phase=Desktop\nX-MATE-Autostart-Notify=true\nX-MATE-AutoRestart=true\n"
+            "X-MATE-Provides=filemanager\n")
+
+    def set_value(self, schema, key, value):
+        self.run("gsettings", "set", f"org.mate.{schema}", key, value)
+
+    def ask_to_log_out(self):
+        self.run("mate-session-save", "--force-logout")
+
+    def set_wallpaper(self, path):
+        self.set_value("background", "picture-options", "stretched")
+        self.set_value("background", "picture-filename", path)
+
+    def forget_wallpaper(self):
+        (self.config / "dconf/user").unlink()
+
+    def set_dark(self, dark):
+        self.set_value("interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
+
+    def set_scale(self, scale):
+        self.set_value("interface", "window-scaling-factor", scale)
+        self.set_font_scale(1)
+
+    def set_font_scale(self, scale):
+        self.set_value("font-rendering", "dpi", 96 * scale)
+
+    def switch_compositing(self, on):
+        self.set_value("Marco.general", "compositing-manager", "true" if on else "false")
+        wait_until(lambda: self.has_compositor() == on, "the compositor")
+
+    def show_desktop_keys(self):
+        return ["ctrl+alt+d"]
