@@ -1,5 +1,6 @@
 """What tests of charts on the desktop share."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -47,11 +48,15 @@ class ReplicantsTest(ChartsTest):
         wait_until(lambda: not self.hosts(), "the end of the host")
 
     def end_all(self):
-        self.end_host()
-        # Charts on the desktop may have started one.
-        for pid in self.applications():
-            os.kill(pid, signal.SIGKILL)
-        wait_until(lambda: not self.applications(), "the end of the application")
+        """Together: each of the two programs starts the other one when it misses it."""
+        def are_gone():
+            running = self.hosts() + self.applications()
+            for pid in running:
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(pid, signal.SIGKILL)
+            return not running
+
+        wait_until(are_gone, "the end of the application and the host")
 
     def start_host(self):
         """As the session does when the user logs in."""

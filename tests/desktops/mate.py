@@ -22,6 +22,11 @@ class Mate(Session):
     def set_value(self, schema, key, value):
         self.run("gsettings", "set", f"org.mate.{schema}", key, value)
 
+    def log_in(self):
+        super().log_in()
+        # Its own guess is that of the screen's size in millimetres, which this one does not have.
+        self.set_font_scale(1)
+
     def ask_to_log_out(self):
         self.run("mate-session-save", "--force-logout")
 
