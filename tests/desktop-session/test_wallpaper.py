@@ -20,10 +20,11 @@ TOOL = """#!/bin/sh
 # Stands for the tool of XFCE's settings: one workspace, whose picture a file names.
 workspace=/backdrop/screen0/monitorscreen/workspace0
 case "$*" in
-"-c xfce4-desktop -l") echo $workspace/image-style; echo $workspace/last-image ;;
+"-c xfce4-desktop -l -v")
+    echo "$workspace/image-style  5"
+    echo "$workspace/last-image  $(cat "$QEL_TEST_WALLPAPER/picture")"
+    ;;
 "-c xfce4-desktop -m") exec tail -n +1 -f "$QEL_TEST_WALLPAPER/news" ;;
-"-c xfce4-desktop -p $workspace/image-style") echo 5 ;;
-"-c xfce4-desktop -p $workspace/last-image") cat "$QEL_TEST_WALLPAPER/picture" ;;
 *) exit 1 ;;
 esac
 """
