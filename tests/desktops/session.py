@@ -192,7 +192,7 @@ class Session(Desktop):
         raise NotImplementedError
 
     def set_dark(self, dark):
-        """None when this desktop's programs are not dark or light together."""
+        """Only where a desktop has light and dark for all programs."""
         raise NotImplementedError
 
     SCALES_LIVE = False
