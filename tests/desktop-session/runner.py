@@ -1,8 +1,12 @@
 """Runs tests of the real programs, as unittest does. A test fails too when a sanitizer reports one of these meanwhile.
 
     runner.py FOLDER [TEST...]      all tests of the folder when none is named; QEL_PROGRAM names the program
+    runner.py -jN FOLDER            all tests of the folder, N modules at a time; each prints its results when it ends
 """
 
+import concurrent.futures
+import pathlib
+import subprocess
 import sys
 import time
 import unittest
@@ -40,7 +44,28 @@ def await_end():
     wait_until(lambda: not REPORTS.writers(), "the end of all programs")
 
 
+def run_module(folder, module):
+    run = subprocess.run([sys.executable, __file__, folder, module], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                         stderr=subprocess.STDOUT, text=True, errors="replace", check=False)
+    print(f"{module}\n{run.stdout}", flush=True)
+    return run.returncode == 0
+
+
+def run_side_by_side(jobs, folder):
+    """Modules share no desktop, and wait for most of their time."""
+    # Those that take long should not be the last ones: the size of a module is a fair guess.
+    files = sorted(pathlib.Path(folder).glob("test_*.py"), key=lambda file: file.stat().st_size, reverse=True)
+    modules = [file.stem for file in files]
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        succeeded = list(pool.map(lambda module: run_module(folder, module), modules))
+    failed = [module for module, success in zip(modules, succeeded) if not success]
+    print(f"{len(modules)} modules, failed: {', '.join(failed) or 'none'}")
+    return 1 if failed or not modules else 0
+
+
 def main():
+    if sys.argv[1].startswith("-j"):
+        return run_side_by_side(int(sys.argv[1][2:]), sys.argv[2])
     folder, *names = sys.argv[1:]
     sys.path.insert(0, folder)
     loader = unittest.defaultTestLoader
