@@ -200,6 +200,7 @@ thread_id BApplication::Run()
     fLaunchMessages.clear();
     DeliverNow(std::make_unique<BMessage>(B_READY_TO_RUN), this);
     fIsReady = true;
+    kits::KeepQuitSignals();
     BLooper::Run();
     kits::EventLoop::Current().Run();
     return Thread();

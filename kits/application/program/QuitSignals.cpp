@@ -3,14 +3,48 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 
+#include <algorithm>
 #include <atomic>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <system_error>
+
+#include <ucontext.h>
+#include <unistd.h>
 
 namespace kits {
 
 namespace {
 
 std::atomic<bool> sHasCome = false;
+
+constexpr int kQuitSignals[] = {SIGTERM, SIGINT, SIGHUP};
+
+// Of a signal handler, which can use no string.
+int sFolder = -1;
+char sName[kLongestNameToLeave + 1];
+char sLeft[kLongestNameToLeave + 1];
+
+/// Installed so that the signal has its default action again, and is not blocked.
+void Leave(int number)
+{
+    renameat(sFolder, sName, sFolder, sLeft);
+    raise(number);
+}
+
+// None of those that the C library, the toolkit or a debugger uses.
+const int kShieldSignal = SIGRTMIN + 7;
+
+/// Blocks the signals to quit in the thread that handles this: it goes on with the mask that is changed here.
+void Shield(int, siginfo_t*, void* context)
+{
+    for (const int number : kQuitSignals)
+        sigaddset(&static_cast<ucontext_t*>(context)->uc_sigmask, number);
+}
 
 void NoteSignal(int)
 {
@@ -22,9 +56,25 @@ void NoteSignal(int)
 
 } // namespace
 
+void LeaveAtQuitSignal(int folder, const std::string& name, const std::string& left)
+{
+    sFolder = folder;
+    std::fill(std::copy_n(name.c_str(), std::min(name.size(), kLongestNameToLeave), sName), std::end(sName), '\0');
+    std::fill(std::copy_n(left.c_str(), std::min(left.size(), kLongestNameToLeave), sLeft), std::end(sLeft), '\0');
+    for (const int number : kQuitSignals) {
+        struct sigaction before;
+        struct sigaction action = {};
+        action.sa_handler = Leave;
+        action.sa_flags = SA_RESETHAND | SA_NODEFER;
+        sigemptyset(&action.sa_mask);
+        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_DFL)
+            sigaction(number, &action, nullptr);
+    }
+}
+
 void InstallQuitSignals()
 {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int number : kQuitSignals) {
         struct sigaction before;
         struct sigaction action = {};
         action.sa_handler = NoteSignal;
@@ -32,6 +82,25 @@ void InstallQuitSignals()
         sigemptyset(&action.sa_mask);
         if (sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
             sigaction(number, &action, nullptr);
+    }
+}
+
+void KeepQuitSignals()
+{
+    struct sigaction before;
+    struct sigaction action = {};
+    action.sa_sigaction = Shield;
+    action.sa_flags = SA_RESTART | SA_SIGINFO;
+    sigfillset(&action.sa_mask);
+    if (sigaction(kShieldSignal, nullptr, &before) != 0 || before.sa_handler == SIG_IGN ||
+        sigaction(kShieldSignal, &action, nullptr) != 0)
+        return;
+    std::error_code error;
+    for (std::filesystem::directory_iterator task("/proc/self/task", error), end; !error && task != end;
+         task.increment(error)) {
+        const pid_t thread = std::atoi(task->path().filename().c_str());
+        if (thread != gettid())
+            tgkill(getpid(), thread, kShieldSignal);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "kits/application/teams/TeamPort.h"
 
 #include "kits/application/MainThread.h"
+#include "kits/application/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
@@ -113,6 +114,8 @@ status_t TeamPort::SetSignature(const std::string& signature)
     if (fState != State::kOpen)
         return B_NO_INIT;
     const std::string name = TeamFolder::MakeName({signature, ThisTeam()});
+    if (!signature.empty())
+        LeaveAtQuitSignal(fFolder.Descriptor(), name, TeamFolder::MakeName({"", ThisTeam()}));
     if (renameat(fFolder.Descriptor(), fSocketName.c_str(), fFolder.Descriptor(), name.c_str()) != 0)
         return StatusFromErrno(errno);
     fSocketName = name;

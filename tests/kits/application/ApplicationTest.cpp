@@ -13,7 +13,9 @@
 #include <csignal>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 using kits::InterfaceLock;
 using test::RecordingLooper;
@@ -248,6 +250,34 @@ TEST(Application, QuitsOnSignals)
         // What is written at the end is written.
         kill(getpid(), number);
     }
+}
+
+TEST(Application, TakesSignalsToQuitWithItsMainThreadAlone)
+{
+    TestApplication app;
+    app.quitAnswers = {true};
+    std::atomic<bool> isOver = false;
+    // As the toolkit makes them.
+    std::thread other([&isOver] {
+        EXPECT_TRUE(test::Await([] {
+            sigset_t blocked;
+            pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+            return sigismember(&blocked, SIGTERM) == 1 && sigismember(&blocked, SIGINT) == 1 &&
+                   sigismember(&blocked, SIGHUP) == 1;
+        }));
+        isOver = true;
+    });
+    app.atReady = [&app, &isOver] {
+        app.atPulse = [&app, &isOver] {
+            app.SetPulseRate(0);
+            EXPECT_TRUE(test::Await([&isOver] { return isOver.load(); }));
+            kill(getpid(), SIGTERM);
+        };
+        app.SetPulseRate(1000);
+    };
+    app.Run();
+    other.join();
+    EXPECT_EQ(app.log, "ready pulse quit? ");
 }
 
 TEST(Application, ClosesMenusAndAlertsBeforeItIsAskedToQuit)

@@ -25,7 +25,7 @@ std::string PartnerProgram();
 /// Another process with an application object, see partner/Partner.cpp. Killed at the end if it has not ended by then.
 class Partner {
 public:
-    /// @param mode     hidden, listed or single; the second argument of other programs
+    /// @param mode     hidden, listed, single or starting; the second argument of other programs
     /// @param program  takes the signature of its application as its first argument
     explicit Partner(const std::string& signature = kPartnerSignature, const std::string& mode = "listed",
                      const std::string& program = PartnerProgram());

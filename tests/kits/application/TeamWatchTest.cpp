@@ -1,12 +1,15 @@
 #include "kits/application/teams/TeamWatch.h"
 
+#include "kits/application/AppDeath.h"
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/Roster.h"
 #include "tests/kits/application/TeamFixture.h"
 
 #include <csignal>
+#include <cstring>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 using test::Partner;
@@ -172,4 +175,32 @@ TEST_F(TeamWatchTest, SaysNothingOfWhatCannotBeReachedAndHasNotEnded)
     StartWatching(fOther);
     Look();
     EXPECT_TRUE(fWatcher.events.empty()) << "it was there from the beginning";
+}
+
+TEST_F(TeamWatchTest, TellsADeathFromAnEndByASignalToQuit)
+{
+    StartWatching(fWatcher, B_REQUEST_DIED);
+    Look();
+    for (const char* mode : {"starting", "listed"}) {
+        for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGKILL}) {
+            SCOPED_TRACE(mode + std::string(" ") + strsignal(number));
+            fWatcher.events.clear();
+            fFirst.emplace(test::kPartnerSignature, mode);
+            const kits::team_address team = kits::MessageAccess::AddressOf(fFirst->Application()).team;
+            const pid_t process = fFirst->Process();
+            if (mode == std::string("listed")) {
+                EXPECT_EQ(Ask(fFirst->Application(), 'log?').what, uint32('repl')) << "it runs";
+            }
+            StartWatching(fOther);
+            Look();
+            fFirst->Signal(number);
+            const int expected = mode == std::string("starting") || number == SIGKILL ? -number : 0;
+            EXPECT_EQ(fFirst->Await(), expected);
+            fWatch.NoteClosed(team);
+            EXPECT_TRUE(test::RunUntil([this] { return fLooper->CountMessages() == 0; }));
+            const std::vector<Event> death = {{B_SOME_APP_DIED, process}};
+            EXPECT_EQ(fWatcher.events, number == SIGKILL ? death : std::vector<Event>());
+            fWatch.Remove(fOther.Address());
+        }
+    }
 }

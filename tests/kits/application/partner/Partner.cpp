@@ -1,6 +1,8 @@
 // An application for the tests about teams: does what the messages that it gets say.
 //
-//   kits_partner [SIGNATURE [hidden|listed|single]]
+//   kits_partner [SIGNATURE [hidden|listed|single|starting]]
+//
+// A starting one is listed and does not run: it waits for a signal.
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -172,8 +174,10 @@ int main(int argc, char** argv)
     const std::string mode = argc > 2 ? argv[2] : "single";
     Partner partner(argc > 1 ? argv[1] : "application/x-vnd.test-kits_partner",
                     mode == "hidden"   ? kits::Presence::kHidden
-                    : mode == "listed" ? kits::Presence::kListed
-                                       : kits::Presence::kSingle);
+                    : mode == "single" ? kits::Presence::kSingle
+                                       : kits::Presence::kListed);
+    while (mode == "starting")
+        pause();
     if (partner.InitCheck() == B_ALREADY_RUNNING)
         return partner.OtherDisplay().empty() ? 0 : 4;
     return partner.Run() < 0 ? 1 : 0;
