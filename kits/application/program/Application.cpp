@@ -193,6 +193,8 @@ thread_id BApplication::Run()
         return B_ALREADY_RUNNING;
     fHasRun = true;
     kits::InstallQuitSignals();
+    // Once more below: getting ready makes threads, and shows windows before its end.
+    kits::KeepQuitSignals();
 
     for (size_t i = 0; i < fLaunchMessages.size(); ++i)
         DeliverNow(std::move(fLaunchMessages[i]), this);
