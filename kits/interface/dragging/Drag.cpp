@@ -15,6 +15,7 @@
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
+#include "kits/kernel/Clock.h"
 #include "kits/support/Identity.h"
 
 #include <QDrag>
@@ -36,6 +37,11 @@ std::unique_ptr<Request> sQueued;
 std::unique_ptr<Request> sCurrent;
 /// What is dragged over our windows.
 std::unique_ptr<BMessage> sOver;
+/// How often a source is asked while the pointer is over one window, and how long one that is asked again may have
+/// taken to answer, in microseconds: all wait for it meanwhile.
+constexpr int kMostFetches = 8;
+constexpr bigtime_t kQuickFetch = 100000;
+int sFetchesLeft = 0;
 /// The course of that drag, as long as the toolkit carries it out.
 std::optional<DragCourse> sCourse;
 DragCursor* sCursor = nullptr;
@@ -202,6 +208,24 @@ bool PutOnShelf(BShelf& shelf, BMessage* archive, BPoint where)
     return true;
 }
 
+/// Fetches from its source what is dragged over our windows. The source may not be ready for that at the first place.
+void Fetch(const QDropEvent& event)
+{
+    if (sCurrent != nullptr && event.source() == Source()) {
+        sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
+        return;
+    }
+    const bigtime_t begun = system_time();
+    sOver = event.mimeData() != nullptr ? DropMessage::Decode(*event.mimeData()) : nullptr;
+    const bool isQuick = system_time() - begun < kQuickFetch;
+    sFetchesLeft = isQuick ? sFetchesLeft - 1 : 0;
+}
+
+bool MayFetchAgain(const QDropEvent& event)
+{
+    return sFetchesLeft > 0 && event.mimeData() != nullptr && DropMessage::CanDecode(*event.mimeData());
+}
+
 BPoint ScreenPoint(const WindowImpl& window, const QDropEvent& event)
 {
     const QPoint point = window.fPane->mapToGlobal(event.position().toPoint());
@@ -256,15 +280,16 @@ void NoteRelease(BPoint where)
 
 bool Entered(const QDropEvent& event)
 {
-    if (sCurrent != nullptr && event.source() == Source())
-        sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
-    else
-        sOver = event.mimeData() != nullptr ? DropMessage::Decode(*event.mimeData()) : nullptr;
-    return sOver != nullptr;
+    sFetchesLeft = kMostFetches;
+    Fetch(event);
+    // The toolkit asks nothing further of a window that refuses here, until the pointer comes again.
+    return sOver != nullptr || MayFetchAgain(event);
 }
 
 bool Over(WindowImpl& window, const QDropEvent& event)
 {
+    if (sOver == nullptr && MayFetchAgain(event))
+        Fetch(event);
     if (sOver == nullptr)
         return false;
     const BPoint where = ScreenPoint(window, event);

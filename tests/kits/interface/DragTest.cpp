@@ -111,6 +111,29 @@ protected:
     Target* target;
 };
 
+/// Offers text, and is not ready with it for the first few times that it is asked.
+class LateText : public QMimeData {
+public:
+    explicit LateText(int notReady)
+        : fNotReady(notReady)
+    {
+    }
+
+    QStringList formats() const override { return {QStringLiteral("text/plain")}; }
+    bool hasFormat(const QString& format) const override { return formats().contains(format); }
+    int CountAsked() const { return fAsked; }
+
+protected:
+    QVariant retrieveData(const QString&, QMetaType) const override
+    {
+        return ++fAsked > fNotReady ? QVariant(QStringLiteral("late")) : QVariant();
+    }
+
+private:
+    const int fNotReady;
+    mutable int fAsked = 0;
+};
+
 } // namespace
 
 TEST(DropMessage, AMessageComesThroughWhole)
@@ -186,6 +209,29 @@ TEST(DropMessage, BrokenAndForeignDataAreNone)
     QMimeData huge;
     huge.setText(QString(DropMessage::kMaxText + 1, 'x'));
     EXPECT_EQ(DropMessage::Decode(huge), nullptr);
+}
+
+TEST_F(Drag, ASourceThatIsNotReadyAtFirstIsAskedAgain)
+{
+    const LateText text(1);
+    EXPECT_TRUE(DropForeign(text, QPoint(30, 40)));
+    EXPECT_GT(text.CountAsked(), 1);
+}
+
+TEST_F(Drag, ASourceThatIsNeverReadyIsAskedAFewTimes)
+{
+    const LateText text(1000000);
+    QDragEnterEvent enter(QPoint(30, 40), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Top(), &enter);
+    int asked = 0;
+    for (int x = 0; x < 100; x++) {
+        if (x == 20)
+            asked = text.CountAsked();
+        QDragMoveEvent move(QPoint(x, 40), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Top(), &move);
+        EXPECT_FALSE(move.isAccepted());
+    }
+    EXPECT_EQ(text.CountAsked(), asked);
 }
 
 TEST_F(Drag, StartsFromTheLoopIfAButtonIsStillDown)
