@@ -36,7 +36,8 @@ TEST(IniFileTest, TakesAnyFile)
     EXPECT_TRUE(IniFile::Read(folder.Path()).Groups().empty());
     folder.Put("large", "[g]\nkey=value\n" + std::string(1024 * 1024, '\n'));
     EXPECT_TRUE(IniFile::Read(folder.Path("large")).Groups().empty());
-    folder.Put("bytes", std::string("[g]\0]\nk\xff=\xfe\n", 13));
+    using namespace std::string_literals;
+    folder.Put("bytes", "[g]\0]\nk\xff=\xfe\n"s);
     EXPECT_EQ(IniFile::Read(folder.Path("bytes")).Groups().size(), 1u);
     folder.Put("good", "[g]\nkey=value");
     EXPECT_EQ(IniFile::Read(folder.Path("good")).Value("g", "key"), "value");
