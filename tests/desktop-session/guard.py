@@ -72,6 +72,7 @@ def keep(caller, seconds, command):
     """In the keeper: runs the command, and ends what is left. `caller` is a pipe that closes with the caller."""
     os.setsid()
     folder = tempfile.mkdtemp(prefix="qel-tests-")
+    os.chmod(folder, 0o711)  # a compositor may run as another user, in a folder of its own
     os.environ["TMPDIR"] = folder
     LIBC.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
     ended, tell = os.pipe()
