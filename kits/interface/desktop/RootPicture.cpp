@@ -30,9 +30,9 @@ struct RootPicture::Sum {
         {
         }
         void Add(uint32 pixel) { sum += (pixel & mask) >> shift; }
-        uint8 Average(uint64 count) const
+        uint8 Average(uint64 pixels) const
         {
-            const uint64 most = count * (mask >> shift);
+            const uint64 most = pixels * (mask >> shift);
             return static_cast<uint8>((sum * 255 + most / 2) / most);
         }
 
