@@ -154,7 +154,7 @@ void TeamWatch::NoteClosed(team_address team)
     if (found == fTeams.end())
         return;
     // Who takes leave does so before its connections end.
-    ReadNotices();
+    const bool isNew = ReadNotices();
     const Team state = found->second;
     fTeams.erase(found);
     {
@@ -162,7 +162,8 @@ void TeamWatch::NoteClosed(team_address team)
         for (Watcher& watcher : fWatchers)
             watcher.present.erase(team);
     }
-    fLookAt = Clock::now() + kPauseBeforeLook;
+    // What the notices tell of other teams is not read again.
+    fLookAt = isNew ? Clock::now() : Clock::now() + kPauseBeforeLook;
     if (!state.isHung)
         Tell(kTeamQuit, team, state.signature);
     if (fNotifier.IsOpen() && !state.hasLeft)
