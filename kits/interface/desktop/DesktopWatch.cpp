@@ -63,45 +63,48 @@ rgb_color DesktopWatch::Get()
 
 void DesktopWatch::Set(rgb_color color, bool permanent)
 {
-    rgb_color before;
+    bool isChanged = false;
     {
         const std::lock_guard lock(fLock);
-        before = fColor;
+        const rgb_color before = fColor;
         if (!fBefore)
             fBefore = fColor;
         fColor = color;
         fOrdered = color;
         fPermanent = permanent;
+        isChanged = fColor != before;
     }
-    SayIfChanged(before);
+    SayIf(isChanged);
     Give(Order::kPaint);
 }
 
 void DesktopWatch::Restore()
 {
-    rgb_color before;
+    bool isChanged = false;
     {
         const std::lock_guard lock(fLock);
-        before = fColor;
+        const rgb_color before = fColor;
         if (fBefore)
             fColor = *fBefore;
         fBefore.reset();
+        isChanged = fColor != before;
     }
-    SayIfChanged(before);
+    SayIf(isChanged);
     Give(Order::kRestore);
 }
 
 void DesktopWatch::Change(rgb_color color)
 {
-    rgb_color before;
+    bool isChanged = false;
     {
         const std::lock_guard lock(fLock);
-        before = fColor;
+        const rgb_color before = fColor;
         fBefore.reset();
         fColor = color;
         fOrdered = color;
+        isChanged = fColor != before;
     }
-    SayIfChanged(before);
+    SayIf(isChanged);
     Give(Order::kChange);
 }
 
@@ -288,26 +291,23 @@ std::optional<rgb_color> DesktopWatch::HearNews()
 std::optional<rgb_color> DesktopWatch::Look()
 {
     const std::optional<rgb_color> color = fBackend->Read();
-    rgb_color before;
-    {
-        const std::lock_guard lock(fLock);
-        before = fColor;
-        fNeedsLooking = fBackend->NeedsLooking();
-        fLooked = system_time();
-        if (color)
-            (fBefore ? *fBefore : fColor) = *color;
-    }
-    SayIfChanged(before);
-    return color;
-}
-
-void DesktopWatch::SayIfChanged(rgb_color before)
-{
     bool isChanged = false;
     {
         const std::lock_guard lock(fLock);
+        const rgb_color before = fColor;
+        fNeedsLooking = fBackend->NeedsLooking();
+        fLooked = system_time();
+        // Our own paint that is to go in a moment is not what the desktop has.
+        if (color && fOrder != Order::kRestore)
+            (fBefore ? *fBefore : fColor) = *color;
         isChanged = fColor != before;
     }
+    SayIf(isChanged);
+    return color;
+}
+
+void DesktopWatch::SayIf(bool isChanged)
+{
     if (isChanged && fChanged)
         fChanged();
 }

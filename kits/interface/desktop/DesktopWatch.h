@@ -70,7 +70,8 @@ private:
     static void AnswerAll(const std::vector<Answer>& answers, rgb_color color);
     void Give(Order order);
     void WaitForNews();
-    void SayIfChanged(rgb_color before);
+    /// The colour was found to be another under the lock, which alone tells whose change it was.
+    void SayIf(bool isChanged);
 
     const Maker fMake;
     const std::function<void()> fChanged;
