@@ -79,7 +79,8 @@ public:
         if (!fDesktop.canBeKept)
             return std::nullopt;
         BMessage kept;
-        kept.AddInt32("Red", fDesktop.color.red);
+        const rgb_color color = fDesktop.color;
+        kept.AddInt32("Color", color.red << 16 | color.green << 8 | color.blue);
         return kept;
     }
     bool Paint(rgb_color color, const BMessage&) override
@@ -98,11 +99,11 @@ public:
         if (fDesktop.refusesToRestore)
             return false;
         fDesktop.restores++;
-        int32 red = 0;
-        kept.FindInt32("Red", &red);
-        const auto value = static_cast<uint8>(red);
+        int32 color = 0;
+        kept.FindInt32("Color", &color);
         if (fDesktop.isOurs)
-            fDesktop.color = make_color(value, value, value);
+            fDesktop.color =
+                make_color(static_cast<uint8>(color >> 16), static_cast<uint8>(color >> 8), static_cast<uint8>(color));
         fDesktop.isOurs = false;
         return true;
     }
