@@ -79,8 +79,7 @@ public:
         if (!fDesktop.canBeKept)
             return std::nullopt;
         BMessage kept;
-        const rgb_color color = fDesktop.color;
-        kept.AddInt32("Color", color.red << 16 | color.green << 8 | color.blue);
+        kept.AddInt32("Red", fDesktop.color.red);
         return kept;
     }
     bool Paint(rgb_color color, const BMessage&) override
@@ -99,11 +98,11 @@ public:
         if (fDesktop.refusesToRestore)
             return false;
         fDesktop.restores++;
-        int32 color = 0;
-        kept.FindInt32("Color", &color);
+        int32 red = 0;
+        kept.FindInt32("Red", &red);
+        const auto value = static_cast<uint8>(red);
         if (fDesktop.isOurs)
-            fDesktop.color =
-                make_color(static_cast<uint8>(color >> 16), static_cast<uint8>(color >> 8), static_cast<uint8>(color));
+            fDesktop.color = make_color(value, value, value);
         fDesktop.isOurs = false;
         return true;
     }
