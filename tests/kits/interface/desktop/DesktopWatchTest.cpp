@@ -191,10 +191,12 @@ TEST_F(DesktopWatchTest, ReadsTheColourAndFollowsIt)
 TEST_F(DesktopWatchTest, SaysWhenTheColourIsAnother)
 {
     std::atomic<int> said = 0;
+    // The stand-in for a desktop keeps and puts back one part of a colour.
+    const rgb_color other = make_color(90, 90, 90);
     DesktopWatch watch([this] { return std::make_unique<FakeBackend>(desktop); }, kGray, [&] { said++; });
-    desktop.SetFromOutside(kBlue);
+    desktop.SetFromOutside(other);
     EXPECT_TRUE(Await([&] { return said == 1; }));
-    EXPECT_EQ(watch.Get(), kBlue);
+    EXPECT_EQ(watch.Get(), other);
     watch.Set(kRed, true);
     EXPECT_EQ(said, 2);
     watch.Set(kRed, true);
