@@ -297,8 +297,7 @@ std::optional<rgb_color> DesktopWatch::Look()
         const rgb_color before = fColor;
         fNeedsLooking = fBackend->NeedsLooking();
         fLooked = system_time();
-        // Our own paint that is to go in a moment is not what the desktop has.
-        if (color && fOrder != Order::kRestore)
+        if (color)
             (fBefore ? *fBefore : fColor) = *color;
         isChanged = fColor != before;
     }
