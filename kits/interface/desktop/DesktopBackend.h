@@ -33,7 +33,7 @@ public:
     /// Sets the colour for good, as the desktop's own settings do: it counts as somebody else's from then on.
     /// @param kept  what Keep gave, while the desktop is painted, else null; nothing of it will be put back any more
     virtual bool Change(rgb_color color, const BMessage* kept) = 0;
-    /// Whether what was painted is still what is set.
+    /// True if the desktop still has the colour that was painted.
     virtual bool IsPainted() const = 0;
     /// Whether what is painted would be there after the session too.
     virtual bool OutlivesSession() const = 0;

@@ -63,7 +63,7 @@ private:
     void PutBack();
     /// @return whether nothing is left to put back
     bool PutBackLeft();
-    /// Looks at the desktop, unless it shows what is painted.
+    /// Reads the desktop, unless it shows our own paint.
     /// @return what it shows
     std::optional<rgb_color> HearNews();
     std::optional<rgb_color> Look();

@@ -110,7 +110,7 @@ std::vector<std::string> FilesAt(const std::string& path)
     return files;
 }
 
-/// Takes out what is no regular file.
+/// Removes everything but regular files.
 State StateOf(std::vector<std::string>* files)
 {
     State state;

@@ -33,7 +33,7 @@ constexpr const char* kScreen = "Screen";
 /// What the shell shows behind a transparent picture, unless somebody chose another colour.
 constexpr rgb_color kBehind = make_color(0, 0, 0);
 
-/// The shell writes what it was told at once, as a rule.
+/// The shell usually writes a new setting at once.
 constexpr bigtime_t kLongestWrite = 2000000;
 
 /// A line for each setting of each desktop: its number, the setting and the value. That of the main monitor has the
