@@ -1,5 +1,6 @@
 #include "kits/kernel/BootMoment.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/FileDescriptor.h"
 
@@ -20,7 +21,6 @@ namespace {
 
 constexpr std::string_view kBootLine = "boot ";
 constexpr std::string_view kMomentLine = "\nmoment ";
-constexpr size_t kLargestFile = 512;
 /// No machine starts twice within it.
 constexpr bigtime_t kShortestBoot = 1000000;
 /// How far the clocks of two starts may lie apart that begin at the same moment.
@@ -108,7 +108,7 @@ status_t LoadBootMoment(const std::string& path, BootMoment* boot)
     FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file.IsOpen())
         return StatusFromErrno(errno);
-    char text[kLargestFile];
+    char text[bounds::kMostBootFile];
     const ssize_t size = pread(file.Get(), text, sizeof(text), 0);
     if (size < 0)
         return StatusFromErrno(errno);

@@ -1,5 +1,7 @@
 #include "kits/pictures/Average.h"
 
+#include "kits/kernel/Bounds.h"
+
 #include <QFile>
 #include <QImageReader>
 #include <QRgba64>
@@ -15,9 +17,6 @@ namespace kits {
 namespace {
 
 constexpr qint64 kMegabyte = 1024 * 1024;
-constexpr qint64 kMostFileBytes = 256 * kMegabyte;
-constexpr int kMostMegabytes = 512;
-constexpr qint64 kMostPixels = 1000000000;
 /// From here on a picture is read smaller.
 constexpr qint64 kManyBytes = 256 * kMegabyte;
 /// The longer side of what is drawn or read smaller.
@@ -37,7 +36,7 @@ int OpenRegular(const char* path)
     const int file = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0)
         return -1;
-    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kMostFileBytes)
+    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= bounds::kMostPictureFile)
         return file;
     close(file);
     return -1;
@@ -64,7 +63,7 @@ bool ChooseSize(QImageReader& reader)
     if (!size.isValid())
         return true;
     const qint64 pixels = qint64{size.width()} * size.height();
-    if (pixels > kMostPixels)
+    if (pixels > bounds::kMostPixels)
         return false;
     if (CanBeReadSmaller(reader.imageFormat()) && pixels * qint64{sizeof(QRgb)} > kManyBytes)
         reader.setScaledSize(small);
@@ -117,7 +116,7 @@ std::optional<Average> AverageOf(const char* path)
         close(descriptor);
         return std::nullopt;
     }
-    QImageReader::setAllocationLimit(kMostMegabytes);
+    QImageReader::setAllocationLimit(bounds::kMostPicture);
     QImageReader reader(&file);
     return ChooseSize(reader) ? AverageOf(reader.read()) : std::nullopt;
 }

@@ -1,5 +1,7 @@
 #include "kits/pictures/Limits.h"
 
+#include "kits/kernel/Bounds.h"
+
 #include <malloc.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -9,9 +11,6 @@
 namespace kits {
 
 namespace {
-
-constexpr rlim_t kMostMemory = rlim_t{1024} * 1024 * 1024;
-constexpr rlim_t kMostSeconds = 5;
 
 template <class Resource> void Limit(Resource resource, rlim_t value)
 {
@@ -28,8 +27,8 @@ template <class Resource> void Limit(Resource resource, rlim_t value)
 
 void LimitProcess()
 {
-    Limit(RLIMIT_AS, kMostMemory);
-    Limit(RLIMIT_CPU, kMostSeconds);
+    Limit(RLIMIT_AS, bounds::kMostPictureMemory);
+    Limit(RLIMIT_CPU, bounds::kMostPictureSeconds);
     Limit(RLIMIT_CORE, 0);
     // A reader with a thread for each processor would reserve most of the address space for its allocations.
     mallopt(M_ARENA_MAX, 1);

@@ -1,5 +1,6 @@
 #include "kits/storage/Attributes.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/storage/FileCallsPrivate.h"
 
 #include <cerrno>
@@ -43,7 +44,7 @@ public:
     {
         const std::lock_guard lock(fLock);
         std::vector<uint8>& value = fValues[{key, name}];
-        if (fTotal - value.size() + bytes.size() > kMaxTotal) {
+        if (fTotal - value.size() + bytes.size() > bounds::kMostAttributes) {
             return B_DEVICE_FULL;
         }
         fTotal += bytes.size() - value.size();
@@ -65,7 +66,6 @@ public:
 
 private:
     /// Files that are gone leave their values here, so there is an end to it.
-    static constexpr size_t kMaxTotal = 4 << 20;
 
     std::mutex fLock;
     std::map<std::pair<FileKey, std::string>, std::vector<uint8>> fValues;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/kernel/Bounds.h"
 #include "kits/support/SupportDefs.h"
 
 #include <vector>
@@ -9,7 +10,7 @@
 namespace kits {
 
 /// Most bytes of one attribute, its type not counted.
-inline constexpr size_t kMaxAttributeSize = 65536 - sizeof(type_code);
+inline constexpr size_t kMaxAttributeSize = bounds::kMostAttribute - sizeof(type_code);
 
 struct Attribute {
     type_code type = 0;

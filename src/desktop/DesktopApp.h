@@ -7,6 +7,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/application/Timer.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/Identity.h"
 #include "src/prefs/Preferences.h"
 #include "src/prefs/StoreAlerts.h"
@@ -30,11 +31,11 @@ class ReplicantWindow;
 class DesktopApp : public BApplication {
 public:
     /// More are not shown.
-    static constexpr size_t kMost = 512;
+    static constexpr size_t kMost = kits::bounds::kMostReplicants;
     /// Nor when all of them together would be larger than this, in bytes: what is stored is one message.
-    static constexpr ssize_t kMostBytes = 8 * 1024 * 1024;
+    static constexpr ssize_t kMostBytes = kits::bounds::kMostArchives;
 
-    static constexpr size_t kMostRequests = 256;
+    static constexpr size_t kMostRequests = kits::bounds::kMostRequests;
 
     /// @param status  as BApplication's: B_ALREADY_RUNNING when there is one in this session
     explicit DesktopApp(status_t* status);

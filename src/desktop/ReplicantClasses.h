@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kits/kernel/Bounds.h"
+
 #include <memory>
 #include <string>
 
@@ -9,7 +11,7 @@ class BView;
 /// The views that may stand on the desktop, by the names in their archives. An archive may come from any program.
 
 /// An archive is not longer than this, in bytes.
-inline constexpr long kLongestArchive = 256 * 1024;
+inline constexpr long kLongestArchive = kits::bounds::kMostArchive;
 
 /// Makes the view of an archive.
 /// @param archive  "add_on" is the application's signature, "class" that of the view; its "_frame" is replaced

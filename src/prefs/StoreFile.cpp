@@ -1,6 +1,7 @@
 #include "src/prefs/StoreFile.h"
 
 #include "kits/application/Message.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Threads.h"
 #include "kits/storage/Directory.h"
 #include "kits/storage/File.h"
@@ -14,7 +15,7 @@ constexpr int kLockAttempts = 6;
 constexpr bigtime_t kLockPause = 100000;
 
 /// The numbers tried for a name under which a file is kept.
-constexpr int kMaxKept = 10000;
+constexpr int kMaxKept = kits::bounds::kMostKeptFiles;
 
 constexpr size_t kLongestVersion = 20;
 constexpr const char* kVersionCharacters = "0123456789abcdefghijklmnopqrstuvwxyz.";

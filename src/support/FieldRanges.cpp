@@ -1,5 +1,6 @@
 #include "src/support/FieldRanges.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/support/Identity.h"
 #include "src/chart/ChartCaption.h"
@@ -95,7 +96,7 @@ constexpr kits::FieldRange kRanges[] = {
     {"USLastBoot", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
     {"USLastUptime", B_INT64_TYPE, 0, kLongestUptime, Outside::kHeld},
     // Charts on the desktop.
-    {"Replicant", B_MESSAGE_TYPE, 0, 512},
+    {"Replicant", B_MESSAGE_TYPE, 0, kits::bounds::kMostReplicants},
     {"Archive", B_MESSAGE_TYPE, 0, 1},
     {"Place", B_MESSAGE_TYPE, 0, 8},
     {"Screens", B_STRING_TYPE, 0, 1024},

@@ -14,9 +14,9 @@ void CheckMessage(std::string_view content)
     const std::optional<kits::MessageFrame> frame = kits::ReadMessageFrame(content, &flat);
     if (!frame.has_value())
         return;
-    Expect(!frame->targets.empty() && frame->targets.size() <= kits::kMaxFrameTargets);
+    Expect(!frame->targets.empty() && frame->targets.size() <= kits::bounds::kMostTargets);
     Expect(flat.size() <= content.size() && flat.data() + flat.size() == content.data() + content.size());
-    Expect(frame->targets.size() == 1 || flat.size() <= kits::kMaxSharedMessageSize);
+    Expect(frame->targets.size() == 1 || flat.size() <= kits::bounds::kMostShared);
     // Written again it says the same.
     const std::string again = kits::MessageFrameHead(*frame, flat.size()) + std::string(flat);
     kits::FrameReader reader;

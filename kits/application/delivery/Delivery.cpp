@@ -39,6 +39,8 @@ status_t DeliverCopy(const Address& target, const BMessage& message, const Addre
     const status_t status = WriteMessage(message, flat.get(), false);
     if (status != B_OK)
         return status;
+    if (!FitsFrame(1, flat->size()))
+        return B_BAD_VALUE;
     MessageFrame frame = FrameFor(message, {target.token});
     frame.replyTo = replyTo;
     frame.sourceWaits = sourceWaits;
@@ -57,9 +59,9 @@ void DeliverToAll(const std::vector<Address>& targets, const BMessage& message)
     if (others.empty())
         return;
     const auto flat = std::make_shared<std::string>();
-    if (WriteMessage(message, flat.get(), false) != B_OK)
+    if (WriteMessage(message, flat.get(), false) != B_OK || !FitsFrame(1, flat->size()))
         return;
-    const size_t most = flat->size() <= kMaxSharedMessageSize ? kMaxFrameTargets : 1;
+    const size_t most = flat->size() <= bounds::kMostShared ? bounds::kMostTargets : 1;
     for (const auto& [team, tokens] : others) {
         for (size_t begin = 0; begin < tokens.size(); begin += most) {
             const auto first = tokens.begin() + static_cast<ptrdiff_t>(begin);

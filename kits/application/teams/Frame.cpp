@@ -11,6 +11,7 @@ static_assert(std::endian::native == std::endian::little, "numbers travel as the
 
 constexpr std::string_view kMagic = "kits";
 constexpr size_t kLengthSize = 4;
+constexpr size_t kMessageHead = 1 + 8 + 8 + 4; // flags, address for answers, number of targets
 constexpr uint8 kNewestWins = 1;
 constexpr uint8 kSourceWaits = 2;
 
@@ -65,6 +66,13 @@ std::string MessageFrameHead(const MessageFrame& frame, size_t messageSize)
     return FrameOf(FrameKind::kMessage, content, messageSize);
 }
 
+bool FitsFrame(size_t countTargets, size_t messageSize)
+{
+    const size_t head = 1 + kMessageHead + countTargets * sizeof(token_t);
+    return countTargets > 0 && countTargets <= bounds::kMostTargets &&
+           (countTargets == 1 || messageSize <= bounds::kMostShared) && messageSize <= bounds::kMostFrame - head;
+}
+
 std::optional<team_address> ReadHello(std::string_view content)
 {
     uint32 version;
@@ -92,14 +100,14 @@ std::optional<MessageFrame> ReadMessageFrame(std::string_view content, std::stri
     uint32 count;
     if (!Take(&content, &flags) || (flags & ~(kNewestWins | kSourceWaits)) != 0 ||
         !Take(&content, &frame.replyTo.team) || !Take(&content, &frame.replyTo.token) || !Take(&content, &count) ||
-        count == 0 || count > kMaxFrameTargets || content.size() < count * sizeof(token_t))
+        count == 0 || count > bounds::kMostTargets || content.size() < count * sizeof(token_t))
         return {};
     frame.newestWins = (flags & kNewestWins) != 0;
     frame.sourceWaits = (flags & kSourceWaits) != 0;
     frame.targets.resize(count);
     for (token_t& target : frame.targets)
         Take(&content, &target);
-    if (count > 1 && content.size() > kMaxSharedMessageSize)
+    if (count > 1 && content.size() > bounds::kMostShared)
         return {};
     *message = content;
     return frame;

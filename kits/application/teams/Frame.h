@@ -2,6 +2,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Token.h"
+#include "kits/kernel/Bounds.h"
 
 #include <optional>
 #include <string>
@@ -27,11 +28,6 @@ enum class FrameKind : uint8 {
 };
 
 inline constexpr uint32 kProtocolVersion = 1;
-/// The most handlers that one frame names, and the longest message that it may bring to more than one: every one gets
-/// its own copy.
-inline constexpr size_t kMaxFrameTargets = 1024;
-inline constexpr size_t kMaxSharedMessageSize = 64 * 1024;
-inline constexpr size_t kMaxFrameSize = BMessage::kMaxFlattenedSize + 8 * kMaxFrameTargets + 64;
 
 /// A message on its way to handlers of one team:
 ///     uint8 flags, uint64 and int64 address for answers, uint32 number of targets, int64 each target's token, and
@@ -46,8 +42,12 @@ struct MessageFrame {
 /// The frames without what follows them.
 std::string HelloFrame(team_address sender);
 std::string NumberFrame(FrameKind kind, uint64 number);
-/// All of the frame up to the flattened message, which has this size.
+/// All of the frame up to the flattened message, which has this size. Together they may be longer than a frame can be,
+/// see FitsFrame.
 std::string MessageFrameHead(const MessageFrame& frame, size_t messageSize);
+
+/// Whether a frame for so many handlers can hold a flattened message of this size.
+bool FitsFrame(size_t countTargets, size_t messageSize);
 
 /// What a frame holds, with `kind` read already. None of these believes anything; empty for what is not exactly right.
 std::optional<team_address> ReadHello(std::string_view content);
@@ -60,7 +60,7 @@ class FrameReader {
 public:
     enum class Result { kNone, kFrame, kBroken };
 
-    /// Frames that are longer are broken: kMaxFrameSize at most, less as long as the other side is a stranger.
+    /// Frames that are longer are broken: bounds::kMostFrame at most, less as long as the other side is a stranger.
     void SetLimit(size_t limit) { fLimit = limit; }
     /// Takes what has come.
     void Add(std::string_view bytes);
@@ -70,7 +70,7 @@ public:
 private:
     std::string fBytes;
     size_t fPlace = 0; ///< of the next frame
-    size_t fLimit = kMaxFrameSize;
+    size_t fLimit = bounds::kMostFrame;
 };
 
 } // namespace kits

@@ -243,7 +243,7 @@ bool Visitors::HandleFrame(Visitor* visitor, FrameKind kind, std::string_view co
                 other.isGone = other.isReplaced = true;
         }
         visitor->team = *team;
-        visitor->reader.SetLimit(kMaxFrameSize);
+        visitor->reader.SetLimit(bounds::kMostFrame);
         fHasKnown = true;
         fHooks.onHeard(*team);
         return true;

@@ -3,6 +3,7 @@
 #include "kits/interface/screens/DesktopScale.h"
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/windows/ScaleWatch.h"
+#include "kits/kernel/Bounds.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
@@ -135,11 +136,11 @@ XSettingsSource FindXSettings(xcb_connection_t* server)
 
 XSettings ReadXSettings(xcb_connection_t* server, const XSettingsSource& source)
 {
-    constexpr uint32 kMostWords = 65536;
     if (source.owner == XCB_NONE)
         return {};
     const Answer<xcb_get_property_reply_t> answer(xcb_get_property_reply(
-        server, xcb_get_property(server, 0, source.owner, source.property, source.property, 0, kMostWords), nullptr));
+        server, xcb_get_property(server, 0, source.owner, source.property, source.property, 0, bounds::kMostSettings),
+        nullptr));
     if (answer == nullptr || answer->format != 8)
         return {};
     const auto* const bytes = static_cast<const uint8*>(xcb_get_property_value(answer.get()));

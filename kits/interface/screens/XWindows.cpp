@@ -1,5 +1,7 @@
 #include "kits/interface/screens/XWindows.h"
 
+#include "kits/kernel/Bounds.h"
+
 #include <QPoint>
 
 #include <algorithm>
@@ -8,9 +10,6 @@
 namespace kits::XWindows {
 
 namespace {
-
-constexpr uint32_t kMostValues = 4096;
-constexpr uint32_t kMostWordsOfText = 64;
 
 xcb_get_property_cookie_t Ask(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, uint32_t words)
 {
@@ -56,7 +55,7 @@ void SetProperty(xcb_connection_t* server, xcb_window_t window, xcb_atom_t prope
 
 std::vector<uint32_t> Property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property)
 {
-    return Values(server, Ask(server, window, property, kMostValues));
+    return Values(server, Ask(server, window, property, bounds::kMostPropertyValues));
 }
 
 std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const std::vector<xcb_window_t>& windows,
@@ -64,7 +63,7 @@ std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const st
 {
     std::vector<xcb_get_property_cookie_t> asked;
     for (const xcb_window_t window : windows)
-        asked.push_back(Ask(server, window, property, kMostValues));
+        asked.push_back(Ask(server, window, property, bounds::kMostPropertyValues));
     std::vector<std::vector<uint32_t>> values;
     for (const xcb_get_property_cookie_t cookie : asked)
         values.push_back(Values(server, cookie));
@@ -74,7 +73,7 @@ std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const st
 std::string Text(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property)
 {
     const Answer<xcb_get_property_reply_t> answer(
-        xcb_get_property_reply(server, Ask(server, window, property, kMostWordsOfText), nullptr));
+        xcb_get_property_reply(server, Ask(server, window, property, bounds::kMostPropertyText), nullptr));
     if (answer == nullptr || answer->format != 8)
         return "";
     return {static_cast<const char*>(xcb_get_property_value(answer.get())),

@@ -80,8 +80,8 @@ TEST(Frame, IsRefusedUnlessItIsExactlyRight)
         return kits::ReadMessageFrame(changed + std::string(16 * 1024, '\1'), &rest).has_value();
     };
     EXPECT_TRUE(withCount(1));
-    EXPECT_TRUE(withCount(kits::kMaxFrameTargets));
-    for (const uint32 count : {0u, static_cast<uint32>(kits::kMaxFrameTargets) + 1, 0x20000000u, 0xFFFFFFFFu})
+    EXPECT_TRUE(withCount(kits::bounds::kMostTargets));
+    for (const uint32 count : {0u, static_cast<uint32>(kits::bounds::kMostTargets) + 1, 0x20000000u, 0xFFFFFFFFu})
         EXPECT_FALSE(withCount(count)) << count;
 }
 
@@ -90,7 +90,7 @@ TEST(Frame, GivesLongMessagesToOneHandlerOnly)
     kits::MessageFrame one = Sample(), two = Sample();
     one.targets = {1};
     two.targets = {1, 2};
-    const std::string flat(kits::kMaxSharedMessageSize, 'x');
+    const std::string flat(kits::bounds::kMostShared, 'x');
     std::string_view message;
     const auto read = [&message](const kits::MessageFrame& frame, const std::string& bytes) {
         return kits::ReadMessageFrame(
@@ -100,6 +100,32 @@ TEST(Frame, GivesLongMessagesToOneHandlerOnly)
     EXPECT_TRUE(read(two, flat));
     EXPECT_FALSE(read(two, flat + "x"));
     EXPECT_TRUE(read(one, flat + "x"));
+}
+
+TEST(Frame, HoldsAMebibyteWithAllThatBelongsToIt)
+{
+    kits::MessageFrame frame = Sample();
+    for (const size_t count : {size_t(1), size_t(2), kits::bounds::kMostTargets}) {
+        frame.targets.assign(count, 1);
+        const size_t head = kits::MessageFrameHead(frame, 0).size() - 4;
+        const size_t most = count == 1 ? kits::bounds::kMostFrame - head : kits::bounds::kMostShared;
+        EXPECT_TRUE(kits::FitsFrame(count, most)) << count;
+        EXPECT_FALSE(kits::FitsFrame(count, most + 1)) << count;
+        FrameReader reader;
+        reader.Add(kits::MessageFrameHead(frame, most) + std::string(most, 'x'));
+        FrameKind kind{};
+        std::string_view content;
+        EXPECT_EQ(reader.Next(&kind, &content), Result::kFrame);
+    }
+    EXPECT_FALSE(kits::FitsFrame(0, 10));
+    EXPECT_FALSE(kits::FitsFrame(kits::bounds::kMostTargets + 1, 10));
+    FrameReader reader;
+    frame.targets = {1};
+    const size_t tooLong = kits::bounds::kMostFrame - (kits::MessageFrameHead(frame, 0).size() - 4) + 1;
+    reader.Add(kits::MessageFrameHead(frame, tooLong));
+    FrameKind kind{};
+    std::string_view content;
+    EXPECT_EQ(reader.Next(&kind, &content), Result::kBroken);
 }
 
 TEST(FrameReader, CutsAStreamIntoFramesHoweverItComes)

@@ -81,10 +81,10 @@ TEST_F(SendQueueTest, SendsInOrder)
     EXPECT_EQ(Add({1}, 1, "a"), B_OK);
     EXPECT_EQ(Add({2, 3}, 1, ""), B_OK);
     fQueue.AddControl(kits::NumberFrame(FrameKind::kPing, 1));
-    EXPECT_EQ(Add({1}, 2, std::string(3000000, 'x')), B_OK);
+    EXPECT_EQ(Add({1}, 2, std::string(1000000, 'x')), B_OK);
     EXPECT_EQ(Add({1}, 3, "b"), B_OK);
-    EXPECT_GT(fQueue.Size(), 3000000u);
-    EXPECT_EQ(Received(), "control 1:a 2,3: control 1:3000000 1:b ");
+    EXPECT_GT(fQueue.Size(), 1000000u);
+    EXPECT_EQ(Received(), "control 1:a 2,3: control 1:1000000 1:b ");
 }
 
 TEST_F(SendQueueTest, LetsTheNewestReplaceWhatWaitsForTheSame)
@@ -132,7 +132,7 @@ TEST_F(SendQueueTest, SendsWhatWasBegunToItsEnd)
 
 TEST_F(SendQueueTest, TakesNoMoreThanItsCapacity)
 {
-    const std::string big(1024 * 1024, 'x');
+    const std::string big(1000 * 1024, 'x');
     while (Add({1}, 1, big) == B_OK) {
     }
     EXPECT_LE(fQueue.Size(), SendQueue::kCapacity + big.size());
@@ -141,10 +141,8 @@ TEST_F(SendQueueTest, TakesNoMoreThanItsCapacity)
     EXPECT_EQ(Add({1}, 2, big, true), B_WOULD_BLOCK);
     EXPECT_EQ(fQueue.CountFrames(), count);
     Received();
-    // One may be longer than all the rest.
-    EXPECT_EQ(Add({1}, 1, std::string(6 * 1024 * 1024, 'y')), B_OK);
-    EXPECT_EQ(Add({1}, 1, "z"), B_WOULD_BLOCK);
-    EXPECT_EQ(Received(), "1:6291456 ");
+    EXPECT_EQ(Add({1}, 1, "z"), B_OK);
+    EXPECT_EQ(Received(), "1:z ");
 }
 
 TEST_F(SendQueueTest, TellsWhenTheConnectionIsBroken)

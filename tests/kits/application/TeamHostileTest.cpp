@@ -127,7 +127,7 @@ TEST_F(TeamHostileTest, ShowsStrangersTheDoor)
 TEST_F(TeamHostileTest, EndsTheConnectionOfWhoBreaksTheRules)
 {
     std::string huge(4, '\0');
-    const uint32 length = static_cast<uint32>(kits::kMaxFrameSize) + 1;
+    const uint32 length = static_cast<uint32>(kits::bounds::kMostFrame) + 1;
     memcpy(huge.data(), &length, 4);
     std::string flat;
     kits::WriteMessage(BMessage('tick'), &flat, false);
@@ -267,7 +267,7 @@ TEST_F(TeamHostileTest, HoldsBackWhoSendsMoreThanIsTaken)
         for (int32 i = 0; i < kCount; ++i)
             Send(socket, TickTo(&handler, i));
         for (int32 i = 0; i < kCountBig; ++i)
-            Send(socket, TickTo(&handler, kCount + i, 1024 * 1024));
+            Send(socket, TickTo(&handler, kCount + i, kits::bounds::kMostFrame - 1024));
     });
     // As far as it comes without us.
     EXPECT_TRUE(test::Await([this] { return fLooper->CountMessages() == BLooper::kQueueCapacity; }));

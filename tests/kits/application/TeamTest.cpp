@@ -4,6 +4,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/Roster.h"
+#include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/Frame.h"
 #include "kits/application/teams/TeamPort.h"
 #include "kits/kernel/Errors.h"
@@ -108,12 +109,19 @@ TEST_F(TeamTest, CarriesAMessageAsLongAsMayBe)
 {
     const Partner partner;
     BMessage message('echo');
-    message.AddString("text", std::string(BMessage::kMaxFlattenedSize - 200, 'x'));
+    message.AddString("text", "");
+    std::string flat;
+    ASSERT_EQ(kits::WriteMessage(message, &flat, false), B_OK);
+    // Kind, flags, address for answers, number of handlers and one handler; a long text takes four bytes for its size.
+    const size_t most = kits::bounds::kMostFrame - (1 + 1 + 16 + 4 + 8) - flat.size() - 4;
+    message.ReplaceString("text", std::string(most, 'x'));
     BMessage reply = Ask(partner.Application(), message);
     reply.what = 'echo';
     EXPECT_TRUE(reply.HasSameData(message));
-    message.ReplaceString("text", std::string(BMessage::kMaxFlattenedSize, 'x'));
+    message.ReplaceString("text", std::string(most + 1, 'x'));
     EXPECT_EQ(partner.Application().SendMessage(&message), B_BAD_VALUE);
+    // Nothing of it was sent: the connection is as it was.
+    EXPECT_EQ(Ask(partner.Application(), 'echo').what, uint32('repl'));
 }
 
 TEST_F(TeamTest, AnswersAThreadAndAHandler)

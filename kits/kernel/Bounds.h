@@ -1,0 +1,148 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+/// Every limit of what others can make these programs hold or do: other processes of the user, files, pictures, the
+/// display, the clipboard and what is dropped. There is no other place for such a limit; classes may give a row a name
+/// of their own. None is ever reached by what our own programs do.
+///
+/// Sizes are in bytes and count capacity: what is allocated, not how much of it is filled. A process is one process id
+/// together with the moment of its start, whatever names it uses. Behind each row stands what happens at the limit:
+///
+///     wait     nothing more is read or taken from this process until there is room again; nothing is lost
+///     newest   the newest takes the place of the one before
+///     refuse   this one is not taken, and its sender gets an error
+///     ignore   this one is not taken, and the rest goes on
+///     close    the connection ends, and its other end is sent the reason (CloseReason)
+namespace kits::bounds {
+
+inline constexpr size_t kKiB = 1024;
+inline constexpr size_t kMiB = 1024 * kKiB;
+
+// What one connection between two processes holds.
+
+/// Of a frame, with all that belongs to it. Sender: refuse. Receiver: close.
+inline constexpr size_t kMostFrame = kMiB;
+/// Of a frame before the hello. close
+inline constexpr size_t kMostFrameOfAStranger = 64;
+/// Handlers that a frame names. Sender: it makes several frames. Receiver: close.
+inline constexpr size_t kMostTargets = 1024;
+/// Of a message for more than one handler: every one gets its own copy. As the row above.
+inline constexpr size_t kMostShared = 64 * kKiB;
+/// Fields, and values, of a message that comes in a frame: each takes more memory than bytes in the frame. close
+inline constexpr int32_t kMostFieldsFromOutside = 4096;
+inline constexpr int32_t kMostValuesFromOutside = 64 * 1024;
+/// Until the hello. close
+inline constexpr auto kTimeToSayHello = std::chrono::seconds(1);
+/// From the first byte of a frame to its last, while it is being read. close
+inline constexpr auto kTimeForAFrame = std::chrono::seconds(5);
+/// Frames that are handled before other connections have their turn. wait
+inline constexpr int kMostFramesAtOnce = 256;
+/// Pings that wait for the main loop. newest
+inline constexpr int kMostPings = 1;
+/// What the sender has not read of the answers on its own connection (pongs, and who is gone). close
+inline constexpr size_t kMostAnswers = 64 * kKiB;
+/// How long the queue of what is to be sent may refuse messages. close
+inline constexpr auto kLongestFull = std::chrono::seconds(2);
+/// Handlers known to be gone at the other end. ignore: the other end is asked again for each further one
+inline constexpr size_t kMostGone = 4096;
+
+// What one process holds, in all of its connections.
+
+/// Connections to us: one, and those that have not said hello. refuse: closed at once, so that others get through
+inline constexpr size_t kMostConnectionsOfAProcess = 8;
+/// Connections to it. refuse
+inline constexpr size_t kMostLinksOfAProcess = 1;
+/// Of what has come and is not yet a whole message. wait
+inline constexpr size_t kMostIncompleteOfAProcess = kMostFrame + 256 * kKiB;
+/// Of what is to be sent to it. refuse (`B_WOULD_BLOCK`), and close after kLongestFull
+inline constexpr size_t kMostUnsentOfAProcess = 4 * kMiB;
+/// Messages that wait for the main thread or are being handled there. wait
+inline constexpr size_t kMostUnhandledOfAProcess = 32;
+/// Of these messages. wait
+inline constexpr size_t kMostUnhandledBytesOfAProcess = 4 * kMiB;
+/// Receivers of a stream. refuse
+inline constexpr int32_t kMostReceiversOfAProcess = 1024;
+
+// What all processes hold together. A process that has less than its share gets that in any case, whatever the others
+// have; only what is above the shares is limited by these.
+
+/// Connections to us. wait: nobody is let in
+inline constexpr size_t kMostConnections = 128;
+/// Of these, before the hello. wait: nobody is let in
+inline constexpr size_t kMostStrangers = 64;
+/// Connections from us. refuse (`B_NO_MORE_FDS`)
+inline constexpr size_t kMostLinks = 64;
+/// As those of a process.
+inline constexpr size_t kMostIncomplete = 4 * kMiB;
+inline constexpr size_t kMostUnsent = 6 * kMiB;
+inline constexpr size_t kMostUnhandled = 1024;
+inline constexpr size_t kMostUnhandledBytes = 6 * kMiB;
+inline constexpr size_t kShareOfBytes = 16 * kKiB;
+inline constexpr size_t kShareOfMessages = 2;
+inline constexpr size_t kMostReceivers = 8192;
+/// Messages that wait for one looper, from this process and others. refuse (`B_WOULD_BLOCK`), from others: wait
+inline constexpr int32_t kMostQueued = 4096;
+/// Teams that were given up and are not tried again until they are heard of. The oldest one is tried again.
+inline constexpr size_t kMostGivenUp = 256;
+
+/// File descriptors that connections leave free, for the display, stores and pictures. As kMostConnections and
+/// kMostLinks.
+inline constexpr int kReservedDescriptors = 64;
+/// How long nobody is let in after descriptors have run out.
+inline constexpr auto kPauseWithoutDescriptors = std::chrono::seconds(1);
+
+/// Names that are read in the folder of all teams, and sockets among them. ignore
+inline constexpr size_t kMostNamesOfTeams = 16 * 1024;
+inline constexpr size_t kMostTeams = 1024;
+
+/// How long quitting waits for another start of the same program to give up its lock. Then it goes on without it.
+inline constexpr int64_t kLongestWaitToQuit = 1'000'000;
+
+// Flattened messages, wherever they come from. refuse
+
+inline constexpr size_t kMostFlattened = 16 * kMiB;
+inline constexpr int32_t kMostDepth = 16;
+inline constexpr int32_t kMostFields = 64 * 1024;
+inline constexpr int32_t kMostValues = 256 * 1024;
+inline constexpr size_t kLongestFieldName = 255;
+
+// Views that other programs hand over. refuse
+
+/// Of an archive, flattened.
+inline constexpr long kMostArchive = 256 * kKiB;
+/// Of all archives of a program's views.
+inline constexpr long kMostArchives = 8 * kMiB;
+inline constexpr size_t kMostReplicants = 512;
+/// Requests that are remembered, so that none is performed twice. The oldest is forgotten.
+inline constexpr size_t kMostRequests = 256;
+
+// Files.
+
+/// Of an attribute, and of all attributes that no file system keeps for us. refuse
+inline constexpr size_t kMostAttribute = 64 * kKiB;
+inline constexpr size_t kMostAttributes = 4 * kMiB;
+/// The file with the moment of boot. It is measured anew.
+inline constexpr size_t kMostBootFile = 512;
+/// Files that are kept because they could not be read, of one name. refuse
+inline constexpr int kMostKeptFiles = 10000;
+
+// Pictures, in the process that reads them. refuse
+
+inline constexpr int64_t kMostPictureFile = 256 * kMiB;
+inline constexpr int64_t kMostPixels = 1'000'000'000;
+/// In MiB, of one picture.
+inline constexpr int kMostPicture = 512;
+/// Of the whole process: address space and seconds of processor time.
+inline constexpr int64_t kMostPictureMemory = 1024 * kMiB;
+inline constexpr int64_t kMostPictureSeconds = 5;
+
+// What is read from the display, in words of 32 bits. ignore: the rest is not read
+
+inline constexpr uint32_t kMostSettings = 64 * 1024;
+inline constexpr uint32_t kMostPropertyValues = 4096;
+inline constexpr uint32_t kMostPropertyText = 64;
+
+} // namespace kits::bounds
