@@ -858,8 +858,8 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/prefs/StoreNote.cpp"/>
-        <source>none: neither XDG_CONFIG_HOME nor HOME is set</source>
-        <translation>keiner: weder XDG_CONFIG_HOME noch HOME ist gesetzt</translation>
+        <source>none: XDG_CONFIG_HOME is not set, and there is no home folder</source>
+        <translation>keiner: XDG_CONFIG_HOME ist nicht gesetzt, und es gibt keinen Home-Ordner</translation>
     </message>
     <message>
         <location filename="../src/prefs/StoreNote.cpp"/>

@@ -35,7 +35,7 @@ public:
     ///                  nothing of that here. One that ends is waited for, half a minute at most. While the other one
     ///                  asks its user something before its Run(), the constructor waits, and takes its place when it
     ///                  ends there. One that neither answers for five seconds nor ends gives `B_TIMED_OUT`. Where other
-    ///                  processes cannot be reached (no folder that is safe) it is hidden all the same.
+    ///                  processes cannot be reached (see BRoster::FindObstacle) it is hidden all the same.
     explicit BApplication(const char* mimeType, status_t* error = nullptr,
                           kits::Presence presence = kits::Presence::kHidden);
     /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no

@@ -17,6 +17,12 @@ struct app_info {
 // What can be watched, see BRoster::StartWatching.
 enum : uint32 { B_REQUEST_LAUNCHED = 1, B_REQUEST_QUIT = 2 };
 
+/// Why the applications of a user cannot find or start each other from here.
+struct app_obstacle {
+    std::string text; ///< names the file that is wrong: "/run/user/1000/kits is a link"; empty if there is no obstacle
+    bool isToStartsOnly = false; ///< they find each other, but none can start another
+};
+
 /// Finds, starts and watches applications, and opens files. Applications are found by their signature, in all processes
 /// of the user whose application object lets itself be found (see BApplication), this one too. Any thread.
 class BRoster {
@@ -56,6 +62,11 @@ public:
     status_t StartWatching(BMessenger target, uint32 events = B_REQUEST_LAUNCHED | B_REQUEST_QUIT) const;
     /// @return `B_BAD_VALUE` if it does not watch
     status_t StopWatching(BMessenger target) const;
+
+    /// @param signature  of an application with kits::Presence::kSingle; null to ask only whether applications find
+    /// each
+    ///                   other
+    app_obstacle FindObstacle(const char* signature = nullptr) const;
 };
 
 /// Always there.

@@ -56,8 +56,10 @@ status_t CheckClosed(const char* path)
 status_t FindSettings(BPath* path, bool createIt)
 {
     *path = FromEnvironment("XDG_CONFIG_HOME");
-    if (path->InitCheck() != B_OK) {
-        *path = FromEnvironment("HOME", ".config");
+    // Nobody lives in a home that is not there: it is not for a program to make one.
+    const BPath home = FromEnvironment("HOME");
+    if (path->InitCheck() != B_OK && home.InitCheck() == B_OK && IsFolder(home.Path())) {
+        path->SetTo(home.Path(), ".config");
     }
     if (path->InitCheck() != B_OK) {
         return B_ENTRY_NOT_FOUND;

@@ -5,7 +5,8 @@
 class BPath;
 
 enum directory_which : int32 {
-    /// Where programs keep their settings: $XDG_CONFIG_HOME, else .config in the home folder.
+    /// Where programs keep their settings: $XDG_CONFIG_HOME, else .config in the home folder. A home folder that is
+    /// not there is never made, a folder that XDG_CONFIG_HOME names is.
     B_COMMON_SETTINGS_DIRECTORY = 2010,
     /// For sockets and lock files of this session, readable by the user alone: $XDG_RUNTIME_DIR, else a folder of the
     /// user's own under /tmp. Neither is taken unless it is a real folder that belongs to the user and is closed to

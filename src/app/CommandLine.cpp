@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "src/sampling/Sysinfo.h"
+#include "src/support/OneLine.h"
 
 namespace {
 
@@ -76,12 +77,7 @@ private:
 
 std::string Quoted(std::string_view text)
 {
-    // The error is one line whatever was typed.
-    std::string quoted = "'";
-    for (char c : text) {
-        quoted += static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c;
-    }
-    return quoted + "'";
+    return "'" + OneLine(std::string(text)) + "'";
 }
 
 bigtime_t Microseconds(double seconds)

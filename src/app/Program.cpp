@@ -1,8 +1,6 @@
 #include "src/app/Program.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -16,19 +14,12 @@
 #include "src/app/TellCommand.h"
 #include "src/prefs/StoreAlerts.h"
 #include "src/support/MachineCheck.h"
+#include "src/support/PrintText.h"
 #include "src/support/Qel.h"
+#include "src/support/ReachCheck.h"
 #include "src/support/SecondStart.h"
 
 namespace {
-
-int Print(const char* text)
-{
-    if (std::fputs(text, stdout) != EOF && std::fflush(stdout) != EOF) {
-        return 0;
-    }
-    std::fprintf(stderr, "qel: cannot write: %s\n", std::strerror(errno));
-    return 1;
-}
 
 int RunSession()
 {
@@ -37,6 +28,7 @@ int RunSession()
         // When it has come to the front, that is all that this start was for.
         return EndSecondStart(*app, "qel");
     }
+    CanReachOthers("qel", signature);
     Stores stores(Stores::Mode::kSession);
     if (!AskAboutUnreadStores(stores.All()) || !AskAboutVersion(prefs_user)) {
         return 0;
@@ -84,9 +76,9 @@ int RunProgram(int argc, char** argv)
     }
     switch (line.action) {
     case CommandLine::Action::kHelp:
-        return Print(HelpText());
+        return PrintText("qel", HelpText());
     case CommandLine::Action::kVersion:
-        return Print(("qel " + std::string(kVersion) + "\n").c_str());
+        return PrintText("qel", ("qel " + std::string(kVersion) + "\n").c_str());
     case CommandLine::Action::kRead:
         return HasMachineToRead("qel") ? RunReadCommand(line) : 1;
     case CommandLine::Action::kTell:

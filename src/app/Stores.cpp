@@ -8,23 +8,26 @@
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 #include "src/prefs/StoreAlerts.h"
+#include "src/support/OneLine.h"
 #include "src/support/Qel.h"
 
 namespace {
 
-void KeepBootMoment(bool mayWrite)
+/// Where the moment of boot cannot be kept, what was measured holds for this run.
+/// @return the line that says so, empty if it is kept or need not be
+std::string KeepBootMoment(bool mayWrite)
 {
     BPath path;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, mayWrite) == B_OK) {
-        const std::string leaf = BPath(signature).Leaf();
-        path.Append((leaf + ".boot").c_str());
-        // Where it cannot be kept, what was measured holds for this run.
-        const status_t status = kits::SetBootMomentFile(path.Path(), mayWrite);
-        if (mayWrite && status != B_OK && status != B_NO_INIT) {
-            std::fprintf(stderr, "qel: the moment of boot could not be kept in %s: %s\n", path.Path(),
-                         kits::StatusText(status));
-        }
+    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, mayWrite) != B_OK) {
+        return "";
     }
+    const std::string leaf = BPath(signature).Leaf();
+    path.Append((leaf + ".boot").c_str());
+    const status_t status = kits::SetBootMomentFile(path.Path(), mayWrite);
+    if (!mayWrite || status == B_OK || status == B_NO_INIT) {
+        return "";
+    }
+    return "qel: the moment of boot could not be kept in " + OneLine(path.Path()) + ": " + kits::StatusText(status);
 }
 
 } // namespace
@@ -35,7 +38,7 @@ Stores::Stores(Mode mode)
 {
     prefs_common = fCommon.get();
     prefs_user = fUser.get();
-    KeepBootMoment(mode == Mode::kSession);
+    fBootMomentError = KeepBootMoment(mode == Mode::kSession);
     if (mode == Mode::kReadOnly) {
         PrintWhatCouldNotBeRead(All());
     }
@@ -50,6 +53,10 @@ Stores::~Stores()
 status_t Stores::Save()
 {
     fUser->SetString("Version", kVersion);
-    const status_t status = SaveAtEnd(*fCommon, "qel");
-    return FirstError(SaveAtEnd(*fUser, "qel"), status);
+    const status_t status = SaveAtEnd({fCommon.get(), fUser.get()}, "qel");
+    // Else it is one of the settings, and the line about them is enough.
+    if (status == B_OK && !fBootMomentError.empty()) {
+        std::fprintf(stderr, "%s\n", fBootMomentError.c_str());
+    }
+    return status;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "src/prefs/Preferences.h"
@@ -22,7 +23,8 @@ public:
     Stores& operator=(const Stores&) = delete;
 
     /// Stamps the user's store with this version and writes the common store, then the user's. A failure is said on
-    /// stderr, one line each; the old files are then still there.
+    /// stderr (SaveAtEnd); the old files are then still there. So is a moment of boot that could not be kept, if that
+    /// was all that failed.
     /// @return B_OK when everything is on the disk
     status_t Save();
 
@@ -32,4 +34,5 @@ public:
 private:
     std::unique_ptr<Preferences> fCommon;
     std::unique_ptr<Preferences> fUser;
+    std::string fBootMomentError; ///< a line for stderr; empty for none
 };

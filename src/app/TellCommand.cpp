@@ -12,6 +12,7 @@
 #include "src/app/CommandLine.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "src/support/ReachCheck.h"
 
 namespace {
 
@@ -56,6 +57,9 @@ int RunTellCommand(const CommandLine& line)
     BApplication self(kOwnSignature);
     const BMessenger application(signature);
     if (!application.IsValid()) {
+        if (!CanReachOthers("qel", nullptr)) {
+            return 1;
+        }
         std::fprintf(stderr, "qel: the program is not running\n");
         return 1;
     }

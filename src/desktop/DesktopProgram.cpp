@@ -3,13 +3,17 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string>
 
 #include "kits/interface/InterfaceKit.h"
 #include "kits/kernel/Errors.h"
 #include "src/desktop/DesktopApp.h"
 #include "src/prefs/StoreAlerts.h"
 #include "src/support/MachineCheck.h"
+#include "src/support/OneLine.h"
+#include "src/support/PrintText.h"
 #include "src/support/Qel.h"
+#include "src/support/ReachCheck.h"
 #include "src/support/SecondStart.h"
 
 namespace {
@@ -30,6 +34,7 @@ int Run()
     auto app = std::make_unique<DesktopApp>(&status);
     if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
         return EndSecondStart(*app, "qel-desktop");
+    CanReachOthers("qel-desktop", kDesktopSignature);
     if (!AskAboutUnreadStores({app->Store()}))
         return 0;
     app->Restore();
@@ -43,10 +48,10 @@ int RunDesktopProgram(int argc, char** argv)
 {
     if (argc > 1) {
         if (argc == 2 && std::strcmp(argv[1], "--help") == 0)
-            return std::fputs(kHelp, stdout) == EOF ? 1 : 0;
+            return PrintText("qel-desktop", kHelp);
         if (argc == 2 && std::strcmp(argv[1], "--version") == 0)
-            return std::printf("qel-desktop %s\n", kVersion) < 0 ? 1 : 0;
-        std::fprintf(stderr, "qel-desktop: unknown option %s (see --help)\n", argv[1]);
+            return PrintText("qel-desktop", ("qel-desktop " + std::string(kVersion) + "\n").c_str());
+        std::fprintf(stderr, "qel-desktop: unknown option '%s' (see --help)\n", OneLine(argv[1]).c_str());
         return 2;
     }
     // The list of sources names the processors of this machine.

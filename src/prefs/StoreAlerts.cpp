@@ -1,10 +1,13 @@
 #include "src/prefs/StoreAlerts.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 #include "kits/interface/Alert.h"
 #include "src/prefs/StoreWriter.h"
+#include "src/support/OneLine.h"
 #include "src/support/Tr.h"
 
 namespace {
@@ -20,6 +23,19 @@ std::string ReasonText(status_t status)
 void Append(std::string& text, const Preferences& store, status_t status)
 {
     text += "\n\n" + PlaceText(store.Place().directory, store.Place().name) + "\n" + ReasonText(status);
+}
+
+/// @param where  a file or a folder; empty if there is no settings folder
+void PrintSaveError(const std::string& where, status_t status, const char* program)
+{
+    if (where.empty()) {
+        std::fprintf(stderr,
+                     "%s: the settings could not be saved: XDG_CONFIG_HOME is not set, and there is no home folder\n",
+                     program);
+    } else {
+        std::fprintf(stderr, "%s: the settings could not be saved in %s: %s\n", program, OneLine(where).c_str(),
+                     StoreReason(status));
+    }
 }
 
 std::vector<Preferences*> UnreadOf(const std::vector<Preferences*>& stores)
@@ -92,21 +108,31 @@ void PrintWhatCouldNotBeRead(const std::vector<Preferences*>& stores)
 void PrintSaveError(const Preferences& store, status_t status, const char* program)
 {
     const entry_ref& place = store.Place();
-    const std::string path = place.directory.empty() ? place.name : place.directory + "/" + place.name;
-    const char* const reason = place.directory.empty()
-                                   ? "there is no settings folder: neither XDG_CONFIG_HOME nor HOME "
-                                     "is set"
-                                   : StoreReason(SaveError(store, status));
-    std::fprintf(stderr, "%s: the settings could not be saved in %s: %s\n", program, path.c_str(), reason);
+    PrintSaveError(place.directory.empty() ? "" : place.directory + "/" + place.name, SaveError(store, status),
+                   program);
 }
 
-status_t SaveAtEnd(Preferences& store, const char* program)
+status_t SaveAtEnd(const std::vector<Preferences*>& stores, const char* program)
 {
-    const status_t status = FirstError(store.Sync(), store.Error());
-    if (status != B_OK) {
-        PrintSaveError(store, status, program);
+    std::vector<status_t> statuses;
+    status_t first = B_OK;
+    for (Preferences* store : stores) {
+        statuses.push_back(SaveError(*store, FirstError(store->Sync(), store->Error())));
+        first = FirstError(first, statuses.back());
     }
-    return status;
+    if (first == B_OK) {
+        return B_OK;
+    }
+    if (std::count(statuses.begin(), statuses.end(), first) == std::ssize(statuses) && stores.size() > 1) {
+        PrintSaveError(stores.front()->Place().directory, first, program);
+        return first;
+    }
+    for (size_t i = 0; i < stores.size(); ++i) {
+        if (statuses[i] != B_OK) {
+            PrintSaveError(*stores[i], statuses[i], program);
+        }
+    }
+    return first;
 }
 
 void SaveAlarm::Look(const StoreWriter& writer, const std::vector<const Preferences*>& stores)

@@ -37,12 +37,13 @@ inline status_t SaveError(const Preferences& store, status_t status)
     return status == B_NO_INIT ? FirstError(store.InitCheck(), status) : status;
 }
 
-/// Syncs a store at the end. Says on stderr when that failed, or when something could not be put into it; the file from
-/// before is still there then.
+/// Syncs stores at the end, in this order. Says on stderr when that failed, or when something could not be put into
+/// one; the file from before is still there then. It is one line, which names the folder, if all failed for one reason,
+/// else one for each file.
 /// @param program  its name, for the line
-/// @return the error
-status_t SaveAtEnd(Preferences& store, const char* program);
-/// The line that it says.
+/// @return the first error
+status_t SaveAtEnd(const std::vector<Preferences*>& stores, const char* program);
+/// The line for one file.
 void PrintSaveError(const Preferences& store, status_t status, const char* program);
 
 /// Tells the user when stores cannot be saved while the program runs: one alert at the first failure, and another only

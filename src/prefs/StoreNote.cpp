@@ -48,7 +48,8 @@ std::string LineOf(const StoreNote& note)
 
 std::string PlaceText(const std::string& folder, const std::string& file)
 {
-    const std::string where = folder.empty() ? Tr("none: neither XDG_CONFIG_HOME nor HOME is set") : folder;
+    const std::string where =
+        folder.empty() ? Tr("none: XDG_CONFIG_HOME is not set, and there is no home folder") : folder;
     return Filled(Tr("Folder: %1\nFile: %2"), {where, file});
 }
 

@@ -225,7 +225,7 @@ class Program:
 
     def __init__(self, desktop, config, *arguments, **environment):
         self.desktop = desktop
-        env = dict(desktop.environment, XDG_CONFIG_HOME=str(config), **environment)
+        env = {**desktop.environment, "XDG_CONFIG_HOME": str(config), **environment}
         # Not a pipe: programs that it starts have it too, and may live on.
         self._said = tempfile.TemporaryFile("w+")
         self.process = subprocess.Popen([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,

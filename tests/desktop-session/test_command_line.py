@@ -14,6 +14,10 @@ from desktop import TIMEOUT, wait_until
 ENVIRONMENT = {key: value for key, value in os.environ.items()
                if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KITS_ROOT")}
 MACHINES = pathlib.Path(__file__).resolve().parent.parent / "data/machines"
+PROGRAM = os.environ["QEL_PROGRAM"]
+HOST = str(pathlib.Path(PROGRAM).with_name("qel-desktop"))
+PRINTING = [(PROGRAM, "--read"), *((program, option) for program in (PROGRAM, HOST)
+                                   for option in ("--help", "--version"))]
 PNG = b"\x89PNG\r\n"
 
 
@@ -24,9 +28,10 @@ class CommandLineTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         self.config = self.folder / "config"
 
-    def run_program(self, *arguments, **environment):
-        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder), **environment)
-        return subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, cwd=self.folder, text=True,
+    def run_program(self, *arguments, program=PROGRAM, **environment):
+        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder))
+        env.update(environment)
+        return subprocess.run([program, *arguments], env=env, cwd=self.folder, text=True,
                               capture_output=True, timeout=TIMEOUT)
 
     def assert_fails(self, result, status):
@@ -128,16 +133,13 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual(memory["twelve-tebibytes"], ("6291456.0 MB", "6291456.0 MB"))
 
     def test_a_recorded_machine_that_is_missing(self):
-        host = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("qel-desktop")
         for root in (self.folder / "nowhere", self.folder, self.folder / "two\nlines"):
             for arguments in ([], ["--read"], ["--snapshot", "a.png"]):
                 with self.subTest((root, arguments)):
                     result = self.run_program(*arguments, KITS_ROOT=str(root))
                     self.assert_fails(result, 1)
                     self.assertIn("KITS_ROOT", result.stderr)
-        environment = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder),
-                           KITS_ROOT=str(self.folder / "nowhere"))
-        result = subprocess.run([host], env=environment, text=True, capture_output=True, timeout=TIMEOUT)
+        result = self.run_program(program=HOST, KITS_ROOT=str(self.folder / "nowhere"))
         self.assertEqual(result.returncode, 1)
         self.assertRegex(result.stderr, r"\Aqel-desktop: [^\n]*KITS_ROOT[^\n]+\n\Z")
         self.assertEqual(self.run_program("--help", KITS_ROOT="/nowhere").returncode, 0, "it reads no machine")
@@ -179,21 +181,33 @@ class CommandLineTest(unittest.TestCase):
         reader.wait(TIMEOUT)
         program.wait(TIMEOUT)
 
+    def test_host_help_and_version(self):
+        result = self.run_program("--help", program=HOST)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertIn("--version", result.stdout)
+        result = self.run_program("--version", program=HOST)
+        self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "qel-desktop 0.3.0\n", ""))
+        for arguments in (["--bogus"], ["--help", "more"], ["two\nlines"]):
+            with self.subTest(arguments):
+                result = self.run_program(*arguments, program=HOST)
+                self.assertEqual((result.returncode, result.stdout), (2, ""))
+                self.assertRegex(result.stderr, r"\Aqel-desktop: [^\n]+\n\Z")
+
     def test_output_to_a_full_disk(self):
-        for option in ("--read", "--help", "--version"):
-            with self.subTest(option), open("/dev/full", "w") as full:
-                result = subprocess.run([os.environ["QEL_PROGRAM"], option], env=ENVIRONMENT, stdout=full,
-                                        stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
+        for program, option in PRINTING:
+            with self.subTest((program, option)), open("/dev/full", "w") as full:
+                result = subprocess.run([program, option], env=ENVIRONMENT, stdout=full, stderr=subprocess.PIPE,
+                                        text=True, timeout=TIMEOUT)
                 self.assertEqual(result.returncode, 1)
-                self.assertRegex(result.stderr, r"\Aqel: [^\n]+\n\Z")
+                self.assertRegex(result.stderr, r"\Aqel(-desktop)?: [^\n]*No space left on device\n\Z")
 
     def test_output_to_nowhere(self):
-        for option in ("--read", "--version"):
-            with self.subTest(option):
-                result = subprocess.run(["sh", "-c", 'exec "$0" "$1" >&-', os.environ["QEL_PROGRAM"], option],
+        for program, option in PRINTING:
+            with self.subTest((program, option)):
+                result = subprocess.run(["sh", "-c", 'exec "$0" "$1" >&-', program, option],
                                         env=ENVIRONMENT, stderr=subprocess.PIPE, text=True, timeout=TIMEOUT)
                 self.assertEqual(result.returncode, 1)
-                self.assertRegex(result.stderr, r"\Aqel: [^\n]*Bad file descriptor\n\Z")
+                self.assertRegex(result.stderr, r"\Aqel(-desktop)?: [^\n]*Bad file descriptor\n\Z")
 
     def test_read_ends_on_a_signal(self):
         program = subprocess.Popen([os.environ["QEL_PROGRAM"], "--read", "--json", "--samples", "100000", "--interval",

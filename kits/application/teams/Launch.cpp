@@ -67,6 +67,17 @@ std::unique_ptr<BMessage> ReadSealed(int descriptor)
     return message->Unflatten(flat.data(), info.st_size) == B_OK ? std::move(message) : nullptr;
 }
 
+std::string LockName(const std::string& signature)
+{
+    return signature.substr(signature.rfind('/') + 1) + ".lock";
+}
+
+FileDescriptor OpenLock(const TeamFolder& folder, const std::string& signature)
+{
+    return FileDescriptor(openat(folder.Descriptor(), LockName(signature).c_str(),
+                                 O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+}
+
 bool IsPipe(int descriptor)
 {
     struct stat info;
@@ -75,10 +86,19 @@ bool IsPipe(int descriptor)
 
 } // namespace
 
+std::string LaunchLock::ObstacleTo(const TeamFolder& folder, const std::string& signature)
+{
+    if (OpenLock(folder, signature).IsOpen())
+        return {};
+    const int error = errno;
+    return folder.Path() + "/" + LockName(signature) +
+           (error == ELOOP ? " is a link"
+                           : std::string(" cannot be opened (") + StatusText(StatusFromErrno(error)) + ")");
+}
+
 status_t LaunchLock::Take(const TeamFolder& folder, const std::string& signature, bigtime_t timeout)
 {
-    const std::string name = signature.substr(signature.rfind('/') + 1) + ".lock";
-    FileDescriptor file(openat(folder.Descriptor(), name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    FileDescriptor file = OpenLock(folder, signature);
     if (!file.IsOpen())
         return StatusFromErrno(errno);
     const bigtime_t end = system_time() + timeout;

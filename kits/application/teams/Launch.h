@@ -14,6 +14,10 @@ namespace kits {
 /// from before it looks for another one until it can be found. A lock on a file of the folder; ends with the process.
 class LaunchLock {
 public:
+    /// Why there is no lock to be taken for a signature, for a user: "FILE cannot be opened (Permission denied)". Empty
+    /// if there is one, whoever has it.
+    static std::string ObstacleTo(const TeamFolder& folder, const std::string& signature);
+
     /// Waits for it as long as that may take. A wait: the thread can be killed in it.
     /// @return `B_TIMED_OUT`, or what the system said
     status_t Take(const TeamFolder& folder, const std::string& signature, bigtime_t timeout);

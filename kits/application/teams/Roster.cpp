@@ -196,3 +196,10 @@ status_t BRoster::StopWatching(BMessenger target) const
 {
     return TeamPort::Get().StopWatching(kits::MessageAccess::AddressOf(target));
 }
+
+app_obstacle BRoster::FindObstacle(const char* signature) const
+{
+    app_obstacle obstacle;
+    obstacle.text = TeamPort::Get().Obstacle(signature != nullptr ? signature : "", &obstacle.isToStartsOnly);
+    return obstacle;
+}

@@ -22,23 +22,51 @@ constexpr size_t kLongestSignature = 64; // with the rest it has to fit the addr
 constexpr size_t kCountDigits = 16;
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
+/// Why a folder is not safe, as the end of a sentence; null if it is.
+const char* FaultOf(const struct stat& info)
+{
+    if (S_ISLNK(info.st_mode))
+        return "is a link";
+    if (!S_ISDIR(info.st_mode))
+        return "is not a folder";
+    if (info.st_uid != geteuid())
+        return "belongs to another user";
+    return (info.st_mode & 077) != 0 ? "is open to other users" : nullptr;
+}
+
 bool BelongsToTheUserAlone(int descriptor)
 {
     struct stat info;
-    return fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid() &&
-           (info.st_mode & 077) == 0;
+    return fstat(descriptor, &info) == 0 && FaultOf(info) == nullptr;
+}
+
+std::string Because(const char* text, status_t status)
+{
+    return std::string(text) + " (" + StatusText(status) + ")";
 }
 
 /// Makes the folder if there is none.
-status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result)
+/// @param fault  gets on failure what is wrong, as the end of a sentence
+status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result, std::string* fault)
 {
-    if (mkdirat(parent, name.c_str(), 0700) != 0 && errno != EEXIST)
-        return StatusFromErrno(errno);
-    FileDescriptor folder(openat(parent, name.c_str(), kOpenFolder));
-    if (!folder.IsOpen())
-        return errno == ELOOP || errno == ENOTDIR ? B_PERMISSION_DENIED : StatusFromErrno(errno);
-    if (!BelongsToTheUserAlone(folder.Get()))
+    if (mkdirat(parent, name.c_str(), 0700) != 0 && errno != EEXIST) {
+        const status_t status = StatusFromErrno(errno);
+        *fault = Because("cannot be made", status);
+        return status;
+    }
+    // Looked at by its name first: a link, or the folder of another user, cannot be opened.
+    struct stat info;
+    if (fstatat(parent, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && FaultOf(info) != nullptr) {
+        *fault = FaultOf(info);
         return B_PERMISSION_DENIED;
+    }
+    FileDescriptor folder(openat(parent, name.c_str(), kOpenFolder));
+    if (!folder.IsOpen() || !BelongsToTheUserAlone(folder.Get())) {
+        const status_t status =
+            folder.IsOpen() || errno == ELOOP || errno == ENOTDIR ? B_PERMISSION_DENIED : StatusFromErrno(errno);
+        *fault = Because("cannot be opened", status);
+        return status;
+    }
     *result = std::move(folder);
     return B_OK;
 }
@@ -53,15 +81,22 @@ bool IsNameOfSignature(std::string_view text)
 
 } // namespace
 
-status_t TeamFolder::Open()
+status_t TeamFolder::Open(std::string* obstacle)
 {
+    std::string fault;
     const char* runtime = getenv("XDG_RUNTIME_DIR");
-    if (runtime != nullptr && runtime[0] == '/') {
-        const FileDescriptor parent(open(runtime, kOpenFolder));
-        if (parent.IsOpen() && BelongsToTheUserAlone(parent.Get()))
-            return OpenSafely(parent.Get(), "kits", &fDescriptor);
+    const FileDescriptor parent(runtime != nullptr && runtime[0] == '/' ? open(runtime, kOpenFolder) : -1);
+    status_t status;
+    if (parent.IsOpen() && BelongsToTheUserAlone(parent.Get())) {
+        fPath = std::string(runtime) + "/kits";
+        status = OpenSafely(parent.Get(), "kits", &fDescriptor, &fault);
+    } else {
+        fPath = "/tmp/kits-" + std::to_string(geteuid());
+        status = OpenSafely(AT_FDCWD, fPath, &fDescriptor, &fault);
     }
-    return OpenSafely(AT_FDCWD, "/tmp/kits-" + std::to_string(geteuid()), &fDescriptor);
+    if (status != B_OK && obstacle != nullptr)
+        *obstacle = fPath + " " + fault;
+    return status;
 }
 
 std::string TeamFolder::PathOf(const std::string& name) const

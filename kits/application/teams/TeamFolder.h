@@ -23,10 +23,13 @@ public:
         team_address team = 0;
     };
 
+    /// @param obstacle  when not null, gets on failure what is wrong, for a user: "/run/user/1000/kits is a link"
     /// @return `B_OK`, `B_PERMISSION_DENIED` if what is there is not safe, or what making or opening it gave
-    status_t Open();
+    status_t Open(std::string* obstacle = nullptr);
     bool IsOpen() const { return fDescriptor.IsOpen(); }
     int Descriptor() const { return fDescriptor.Get(); }
+    /// Where it was when it was opened, for a user to read. To reach a file in it there is PathOf.
+    const std::string& Path() const { return fPath; }
     /// A path to a file in it that fits the address of a socket, however long the folder's own is.
     std::string PathOf(const std::string& name) const;
 
@@ -48,6 +51,7 @@ private:
     std::vector<std::string> Names() const;
 
     FileDescriptor fDescriptor;
+    std::string fPath;
 };
 
 } // namespace kits

@@ -3,6 +3,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
+#include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
 
@@ -76,18 +77,27 @@ void TeamPort::ClearWake()
 status_t TeamPort::Open()
 {
     std::lock_guard lock(fMutex);
+    std::string ignored;
+    return OpenLocked(&ignored);
+}
+
+/// With the mutex held.
+status_t TeamPort::OpenLocked(std::string* obstacle)
+{
     if (fState == State::kOpen)
         return B_OK;
     if (fState == State::kClosing)
         return B_NO_INIT;
-    status_t status = fFolder.IsOpen() ? B_OK : fFolder.Open();
+    status_t status = fFolder.IsOpen() ? B_OK : fFolder.Open(obstacle);
     if (status != B_OK)
         return status;
     const TeamFolder::Entry entry{"", ThisTeam()};
     FileDescriptor listener;
     status = Listen(fFolder, entry, &listener);
-    if (status != B_OK)
+    if (status != B_OK) {
+        *obstacle = fFolder.Path() + " takes no socket (" + StatusText(status) + ")";
         return status;
+    }
     fSocketName = TeamFolder::MakeName(entry);
     fFolder.List(); // removes what dead teams have left
     fVisitors.SetListener(std::move(listener));
@@ -101,6 +111,15 @@ status_t TeamPort::Open()
     fThread = std::thread([this] { Run(); });
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return B_OK;
+}
+
+std::string TeamPort::Obstacle(const std::string& signature, bool* isLock)
+{
+    std::lock_guard lock(fMutex);
+    std::string obstacle;
+    const status_t status = OpenLocked(&obstacle);
+    *isLock = status == B_OK;
+    return status == B_OK && !signature.empty() ? LaunchLock::ObstacleTo(fFolder, signature) : obstacle;
 }
 
 status_t TeamPort::SetSignature(const std::string& signature)

@@ -23,6 +23,12 @@ public:
     /// Opens it; nothing if it is open.
     /// @return why not, if not: TeamFolder::Open or the system. Then it is tried again by the next call.
     status_t Open();
+    /// Why this team and others cannot reach each other, for a user: "/run/user/1000/kits is a link". Opens it; empty
+    /// if that goes well.
+    /// @param signature  of an application that is to be started once only: then also what is wrong with the lock for
+    ///                   that; empty for none
+    /// @param isLock     gets whether it is that lock: teams reach each other all the same
+    std::string Obstacle(const std::string& signature, bool* isLock);
     /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
     status_t SetSignature(const std::string& signature);
     /// Ends all connections and removes the socket; waits for what is under way. It may be opened again.
@@ -45,6 +51,7 @@ public:
 private:
     TeamPort();
 
+    status_t OpenLocked(std::string* obstacle);
     void Run();
     void Wake();
     void ClearWake();

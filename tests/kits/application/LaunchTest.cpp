@@ -51,6 +51,28 @@ TEST(Launch, KnowsTheProgramOfASignature)
         EXPECT_EQ(kits::ProgramOfSignature(signature), "");
 }
 
+TEST(Launch, SaysWhyThereIsNoLock)
+{
+    const test::RuntimeFolder runtime;
+    kits::TeamFolder folder;
+    ASSERT_EQ(folder.Open(), B_OK);
+    EXPECT_EQ(kits::LaunchLock::ObstacleTo(folder, kSignature), "");
+    const std::string file = runtime.Path() + "/kits/" + std::string(kSignature).substr(12) + ".lock";
+    ASSERT_TRUE(std::filesystem::remove(file));
+    std::filesystem::create_symlink("elsewhere", file);
+    EXPECT_EQ(kits::LaunchLock::ObstacleTo(folder, kSignature), file + " is a link");
+    EXPECT_FALSE(std::filesystem::exists(runtime.Path() + "/kits/elsewhere"));
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    EXPECT_EQ(kits::LaunchLock::ObstacleTo(folder, kSignature), file + " cannot be opened (Is a folder)");
+}
+
+TEST_F(LaunchTest, FindsNoObstacle)
+{
+    const app_obstacle obstacle = be_roster->FindObstacle(kSignature);
+    EXPECT_EQ(obstacle.text, "");
+}
+
 TEST_F(LaunchTest, StartsAnApplicationWithAMessage)
 {
     const BMessage message('lnch');

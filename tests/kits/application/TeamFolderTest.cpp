@@ -73,6 +73,33 @@ TEST_F(TeamFolderTest, IsNotUsedIfSomethingElseIsInItsPlace)
     EXPECT_EQ(fFolder.Open(), B_OK);
 }
 
+TEST_F(TeamFolderTest, SaysWhatIsWrongWithWhatIsInItsPlace)
+{
+    const std::string path = fRuntime.Path() + "/kits";
+    const auto obstacle = [&] {
+        std::string text = "as before";
+        EXPECT_NE(TeamFolder().Open(&text), B_OK);
+        std::filesystem::remove(path);
+        return text;
+    };
+    std::filesystem::create_symlink("nowhere", path);
+    EXPECT_EQ(obstacle(), path + " is a link");
+    Touch(path);
+    EXPECT_EQ(obstacle(), path + " is not a folder");
+    std::filesystem::create_directory(path);
+    chmod(path.c_str(), 0750);
+    EXPECT_EQ(obstacle(), path + " is open to other users");
+    if (geteuid() == 0) {
+        std::filesystem::create_directory(path);
+        ASSERT_EQ(chown(path.c_str(), 12345, 12345), 0);
+        EXPECT_EQ(obstacle(), path + " belongs to another user");
+    }
+    std::string text;
+    EXPECT_EQ(fFolder.Open(&text), B_OK);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(fFolder.Path(), path);
+}
+
 TEST_F(TeamFolderTest, LiesElsewhereIfTheRuntimeFolderIsNotSafe)
 {
     const std::string other = "/tmp/kits-" + std::to_string(geteuid());

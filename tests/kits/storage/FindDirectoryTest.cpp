@@ -46,6 +46,14 @@ TEST(FindDirectory, WithoutAHomeThereIsNone)
         setenv("HOME", home, 1);
         EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_ENTRY_NOT_FOUND);
     }
+    const TempFolder folder;
+    folder.Put("file", "");
+    for (const char* const name : {"nobody", "nobody/at/home", "file"}) {
+        setenv("HOME", folder.Path(name).c_str(), 1);
+        EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_ENTRY_NOT_FOUND);
+        EXPECT_EQ(path.InitCheck(), B_NO_INIT);
+    }
+    EXPECT_EQ(folder.Names(), std::set<std::string>{"file"}) << "no home is made";
     unsetenv("HOME");
     EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, true), B_ENTRY_NOT_FOUND);
     EXPECT_EQ(path.InitCheck(), B_NO_INIT);

@@ -103,11 +103,40 @@ TEST_F(StoresTest, AnEndThatCannotSaveSaysSo)
     std::filesystem::remove_all(fConfig.Path());
     testing::internal::CaptureStderr();
     EXPECT_NE(Finish(), B_OK);
-    const std::string lines = testing::internal::GetCapturedStderr();
-    for (const char* const file : {kCommon, kUser})
-        EXPECT_NE(lines.find("qel: the settings could not be saved in " + fConfig.Path(file) + ": Not found\n"),
-                  std::string::npos)
-            << lines;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings could not be saved in " + fConfig.Path() + ": Not found\n");
+}
+
+TEST_F(StoresTest, AMomentOfBootThatCannotBeKeptIsSaidUnlessItIsOneOfMany)
+{
+    const std::string boot = "x-vnd.kvt-Qel.boot";
+    const auto endIn = [&](const std::string& folder) {
+        setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+        testing::internal::CaptureStderr();
+        {
+            Stores stores(Stores::Mode::kSession);
+            stores.Save();
+        }
+        return testing::internal::GetCapturedStderr();
+    };
+    const std::string taken = fConfig.Path("taken");
+    std::filesystem::create_directories(taken + "/" + boot + "/full");
+    const std::string line = endIn(taken);
+    EXPECT_TRUE(line.starts_with("qel: the moment of boot could not be kept in " + taken + "/" + boot + ": ")) << line;
+    EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
+    const std::string none = endIn("/proc/nowhere");
+    EXPECT_TRUE(none.starts_with("qel: the settings could not be saved in /proc/nowhere: ")) << none;
+    EXPECT_EQ(none.find('\n'), none.size() - 1) << none;
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", fConfig.Path("nobody").c_str(), 1);
+    testing::internal::CaptureStderr();
+    {
+        Stores stores(Stores::Mode::kSession);
+        stores.Save();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings could not be saved: XDG_CONFIG_HOME is not set, and there is no home folder\n");
+    EXPECT_FALSE(fConfig.Has("nobody")) << "nobody's home is made";
 }
 
 TEST_F(StoresTest, WithoutWindowsWhatCannotBeReadIsSaidOnStderr)

@@ -222,7 +222,7 @@ TEST_F(StoreAlertsTest, AStoreWithoutAFolderIsTold)
     SaveAlarm alarm;
     alarm.Look(writer, {&store});
     ASSERT_NE(AlertOf(alarm.Alert()), nullptr);
-    EXPECT_TRUE(Has(AlertOf(alarm.Alert())->Text(), "neither XDG_CONFIG_HOME nor HOME"));
+    EXPECT_TRUE(Has(AlertOf(alarm.Alert())->Text(), "XDG_CONFIG_HOME is not set, and there is no home folder"));
     Close(alarm.Alert());
 }
 
@@ -231,10 +231,10 @@ TEST_F(StoreAlertsTest, TheEndNamesFileAndReason)
     SwitchedDisk disk;
     const WithDisk with(disk);
     Preferences store(kName, false);
-    EXPECT_EQ(SaveAtEnd(store, "qel"), B_OK);
+    EXPECT_EQ(SaveAtEnd({&store}, "qel"), B_OK);
     disk.fIsFull = true;
     testing::internal::CaptureStderr();
-    EXPECT_EQ(SaveAtEnd(store, "qel"), B_DEVICE_FULL);
+    EXPECT_EQ(SaveAtEnd({&store}, "qel"), B_DEVICE_FULL);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "qel: the settings could not be saved in " + fFolder.Path(kFile) + ": No space left\n");
 
@@ -242,7 +242,7 @@ TEST_F(StoreAlertsTest, TheEndNamesFileAndReason)
     store.SetString("Number", "text");
     store.SetInt32("Number", 1);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(SaveAtEnd(store, "qel"), B_BAD_TYPE) << "a value is missing in what was saved";
+    EXPECT_EQ(SaveAtEnd({&store}, "qel"), B_BAD_TYPE) << "a value is missing in what was saved";
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(Preferences(kName, false).CountNames(B_ANY_TYPE), 1);
 
@@ -250,10 +250,31 @@ TEST_F(StoreAlertsTest, TheEndNamesFileAndReason)
     setenv("XDG_CONFIG_HOME", fFolder.Path("file").c_str(), 1);
     Preferences nowhere(kName, false);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(SaveAtEnd(nowhere, "qel"), B_NO_INIT);
+    EXPECT_EQ(SaveAtEnd({&nowhere}, "qel"), B_FILE_EXISTS);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "qel: the settings could not be saved in " + fFolder.Path("file") + "/" + kFile + ": File exists\n")
         << "the reason of the folder";
+}
+
+TEST_F(StoreAlertsTest, TheEndSaysOnceWhatAllStoresSuffer)
+{
+    SwitchedDisk disk;
+    const WithDisk with(disk);
+    Preferences common(kName, true), user(kName, false);
+    user.SetString("Number", "text");
+    disk.fIsFull = true;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(SaveAtEnd({&common, &user}, "qel"), B_DEVICE_FULL);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "qel: the settings could not be saved in " + fFolder.Path() + ": No space left\n");
+    // One that is right, and one of another reason.
+    disk.fIsFull = false;
+    user.SetInt32("Number", 1);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(SaveAtEnd({&common, &user}, "qel"), B_BAD_TYPE);
+    const std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(line.starts_with("qel: the settings could not be saved in " + fFolder.Path(kFile) + ": ")) << line;
+    EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
 }
 
 TEST_F(StoreAlertsTest, LongPathsFit)

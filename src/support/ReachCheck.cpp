@@ -1,0 +1,18 @@
+#include "src/support/ReachCheck.h"
+
+#include <cstdio>
+
+#include "kits/application/Roster.h"
+#include "src/support/OneLine.h"
+
+bool CanReachOthers(const char* program, const char* signature)
+{
+    const app_obstacle obstacle = be_roster->FindObstacle(signature);
+    if (obstacle.text.empty())
+        return true;
+    std::fprintf(stderr, "%s: %s, so %s\n", program, OneLine(obstacle.text).c_str(),
+                 obstacle.isToStartsOnly ? "no other program can start this one, and two starts at once may both run"
+                                         : "charts on the desktop show nothing, and commands like qel --quit find no "
+                                           "running program");
+    return obstacle.isToStartsOnly;
+}
