@@ -70,9 +70,11 @@ std::string Read(const BEntry& entry)
     return file.Read(text.data(), text.size()) == size ? text : "";
 }
 
-status_t WriteNew(const BEntry& entry, const std::string& text)
+/// @param entry  what has its name goes first, whatever it is: a killed program may have left it
+status_t WriteNew(BEntry* entry, const std::string& text)
 {
-    BFile file(&entry, B_READ_WRITE | B_CREATE_FILE | B_ERASE_FILE);
+    entry->Remove();
+    BFile file(entry, B_READ_WRITE | B_CREATE_FILE | B_FAIL_IF_EXISTS);
     status_t status = file.InitCheck();
     if (status == B_OK) {
         const ssize_t written = file.Write(text.data(), text.size());
@@ -95,17 +97,30 @@ std::string Autostart::EntryFor(const std::string& program)
            "X-GNOME-Autostart-enabled=true\n";
 }
 
+std::string Autostart::Place()
+{
+    BPath path;
+    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) != B_OK)
+        return "";
+    path.Append(kFolder);
+    path.Append(kFile);
+    return path.Path();
+}
+
 status_t Autostart::Enable(const std::string& program)
 {
     BDirectory folder;
     status_t status = OpenFolder(true, &folder);
     if (status != B_OK)
         return status;
-    if (("\n" + Read(BEntry(&folder, kFile))).find("\n" + ExecLine(program)) != std::string::npos)
+    const BEntry before(&folder, kFile);
+    if (("\n" + Read(before)).find("\n" + ExecLine(program)) != std::string::npos)
         return B_OK;
+    if (before.IsSymLink())
+        return B_NOT_ALLOWED;
     const std::string newName = std::string(kFile) + ".new";
     BEntry entry(&folder, newName.c_str());
-    status = WriteNew(entry, EntryFor(program));
+    status = WriteNew(&entry, EntryFor(program));
     if (status == B_OK)
         status = entry.Rename(kFile, true);
     else
@@ -119,6 +134,8 @@ status_t Autostart::Disable()
     if (OpenFolder(false, &folder) != B_OK)
         return B_OK;
     BEntry entry(&folder, kFile);
+    if (entry.IsSymLink())
+        return B_NOT_ALLOWED;
     const status_t status = entry.Remove();
     if (status == B_ENTRY_NOT_FOUND)
         return B_OK;

@@ -13,6 +13,7 @@
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/OneLine.h"
 #include "src/support/Qel.h"
 
 namespace {
@@ -52,7 +53,10 @@ DesktopApp::DesktopApp(status_t* status)
 {
 }
 
-DesktopApp::~DesktopApp() = default;
+DesktopApp::~DesktopApp()
+{
+    FinishAutostart();
+}
 
 void DesktopApp::Restore()
 {
@@ -231,8 +235,12 @@ void DesktopApp::UpdateAutostart()
     // One at a time, so that the last one counts. Waiting for the disk is nothing for the main thread, but for the
     // rare one that is still at work.
     FinishAutostart();
-    fAutostart = FireAndForgetThread::Launch(std::make_unique<OneParamFunctionObject<bool>>(WriteAutostart, !IsEmpty()),
-                                             "Autostart entry", B_NORMAL_PRIORITY);
+    fAutostartJob.enable = !IsEmpty();
+    fAutostart = FireAndForgetThread::Launch(
+        std::make_unique<OneParamFunctionObject<AutostartJob*>>(WriteAutostart, &fAutostartJob), "Autostart entry",
+        B_NORMAL_PRIORITY);
+    if (fAutostart == nullptr)
+        fAutostartJob.status = B_NO_MORE_THREADS;
 }
 
 void DesktopApp::FinishAutostart()
@@ -241,16 +249,24 @@ void DesktopApp::FinishAutostart()
         fAutostart->Join();
 }
 
-void DesktopApp::WriteAutostart(bool enable)
+void DesktopApp::WriteAutostart(AutostartJob* job)
 {
     app_info info;
-    status_t status = B_OK;
-    if (!enable)
-        status = Autostart::Disable();
-    else if (status = be_app->GetAppInfo(&info); status == B_OK)
-        status = Autostart::Enable(info.ref.directory + "/" + info.ref.name);
-    if (status != B_OK)
-        std::fprintf(stderr, "qel-desktop: cannot change the autostart entry: %s\n", kits::StatusText(status));
+    if (!job->enable)
+        job->status = Autostart::Disable();
+    else if (job->status = be_app->GetAppInfo(&info); job->status == B_OK)
+        job->status = Autostart::Enable(info.ref.directory + "/" + info.ref.name);
+}
+
+void DesktopApp::PrintAutostartError() const
+{
+    const status_t status = fAutostartJob.status;
+    const bool wasToBeWritten = fAutostartJob.enable;
+    std::fprintf(stderr, "qel-desktop: the autostart entry %s could not be %s (%s), so %s\n",
+                 OneLine(Autostart::Place()).c_str(), wasToBeWritten ? "written" : "removed",
+                 status == B_NOT_ALLOWED ? "It is a link" : kits::StatusText(status),
+                 wasToBeWritten ? "the charts on the desktop will not come back with the next session"
+                                : "the next session will start this program with nothing to show");
 }
 
 void DesktopApp::Changed()
@@ -266,6 +282,8 @@ status_t DesktopApp::Drain()
     const status_t status = FirstError(FirstError(fStore.InitCheck(), fWriter.Drain()), fStore.Error());
     if (status != B_OK)
         PrintSaveError(fStore, status, "qel-desktop");
+    else if (fAutostartJob.status != B_OK)
+        PrintAutostartError(); // else there is nothing for the next session to show, and one line is enough
     return status;
 }
 

@@ -63,7 +63,9 @@ public:
     void Changed();
     /// Puts what is shown into the store, and has it written when it changed.
     void Save();
-    /// Waits until everything is written. A failure is said on stderr, in one line.
+    /// Waits until everything is written. A failure is said on stderr, in one line; that of the autostart entry only if
+    /// the charts could be saved.
+    /// @return why the charts could not be saved
     status_t Drain();
 
     Preferences* Store() { return &fStore; }
@@ -75,8 +77,14 @@ private:
     void RestoreOne(BMessage* saved);
     void UpdateAutostart();
     void FinishAutostart();
-    static void WriteAutostart(bool enable);
     bool IsEmpty() const { return fWindows.empty() && fForeign.empty(); }
+
+    struct AutostartJob {
+        bool enable = false;
+        status_t status = B_OK;
+    };
+    static void WriteAutostart(AutostartJob* job);
+    void PrintAutostartError() const;
 
     Preferences fStore;
     std::vector<ReplicantWindow*> fWindows; // each deletes itself
@@ -85,6 +93,7 @@ private:
     StoreWriter fWriter;
     SaveAlarm fAlarm;
     ssize_t fBytes = 0;                              // of what is stored, about
+    AutostartJob fAutostartJob;                      // the last one; the thread's while that is at work
     std::unique_ptr<FireAndForgetThread> fAutostart; // at work on the entry, or done
     kits::Timer fAutosave;
     kits::Timer fSaveSoon;

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace {
@@ -78,6 +79,50 @@ TEST_F(AutostartTest, KeepsTheOldEntryOnAFullDisk)
         EXPECT_EQ(fConfig.Get(kName), Autostart::EntryFor("/bin/old"));
     }
     EXPECT_EQ(Autostart::Enable("/bin/new"), B_OK);
+}
+
+TEST_F(AutostartTest, IsNeverWrittenThroughALink)
+{
+    ASSERT_EQ(Autostart::Enable("/bin/qel-desktop"), B_OK);
+    fConfig.Put("mine", "mine");
+    for (const char* const target : {"mine", "nowhere"}) {
+        for (const std::string& name : {kName, kName + ".new"}) {
+            std::filesystem::remove(fConfig.Path(name));
+            std::filesystem::create_symlink(fConfig.Path(target), fConfig.Path(name));
+            const bool isEntry = name == kName;
+            EXPECT_EQ(Autostart::Enable("/bin/qel-desktop"), isEntry ? B_NOT_ALLOWED : B_OK) << target;
+            EXPECT_EQ(std::filesystem::is_symlink(fConfig.Path(kName)), isEntry) << target;
+            if (isEntry) {
+                EXPECT_EQ(Autostart::Disable(), B_NOT_ALLOWED);
+                EXPECT_TRUE(std::filesystem::is_symlink(fConfig.Path(kName))) << "it is the user's";
+                std::filesystem::remove(fConfig.Path(kName));
+            }
+            EXPECT_EQ(fConfig.Get("mine"), "mine");
+            EXPECT_FALSE(fConfig.Has("nowhere"));
+        }
+    }
+}
+
+TEST_F(AutostartTest, MayBeALinkToAnEntryThatIsRight)
+{
+    std::filesystem::create_directory(fConfig.Path("autostart"));
+    fConfig.Put("mine", Autostart::EntryFor("/bin/qel-desktop"));
+    std::filesystem::create_symlink("../mine", fConfig.Path(kName));
+    EXPECT_EQ(Autostart::Enable("/bin/qel-desktop"), B_OK);
+    EXPECT_EQ(Autostart::Enable("/usr/bin/qel-desktop"), B_NOT_ALLOWED);
+    EXPECT_EQ(fConfig.Get("mine"), Autostart::EntryFor("/bin/qel-desktop"));
+}
+
+TEST_F(AutostartTest, FollowsALinkInPlaceOfItsFolder)
+{
+    std::filesystem::create_directory(fConfig.Path("elsewhere"));
+    std::filesystem::create_directory_symlink("elsewhere", fConfig.Path("autostart"));
+    EXPECT_EQ(Autostart::Enable("/bin/qel-desktop"), B_OK);
+    EXPECT_TRUE(fConfig.Has(std::string("elsewhere/") + Autostart::kFile));
+    EXPECT_EQ(Autostart::Disable(), B_OK);
+    std::filesystem::remove(fConfig.Path("elsewhere"));
+    EXPECT_NE(Autostart::Enable("/bin/qel-desktop"), B_OK) << "a link that leads nowhere";
+    EXPECT_FALSE(fConfig.Has("elsewhere"));
 }
 
 TEST_F(AutostartTest, NeedsASettingsFolder)
