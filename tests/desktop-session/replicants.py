@@ -43,9 +43,19 @@ class ReplicantsTest(ChartsTest):
         return wait_until(self.hosts, "the host")[0]
 
     def end_host(self, number=signal.SIGKILL):
-        for pid in self.hosts():
-            os.kill(pid, number)
-        wait_until(lambda: not self.hosts(), "the end of the host")
+        """Also one that comes meanwhile: the application starts a killed one again, and what it has started may wait
+        for the end of another one to take its place."""
+        told = set()
+
+        def is_gone():
+            running = self.hosts()
+            for pid in set(running) - told:
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(pid, number)
+                told.add(pid)
+            return not running
+
+        wait_until(is_gone, "the end of the host")
 
     def end_all(self):
         """Together: each of the two programs starts the other one when it misses it."""
