@@ -1,16 +1,22 @@
 """Nothing that tests have started outlives them."""
 
+import contextlib
 import os
 import pathlib
+import select
 import signal
 import subprocess
 import sys
 import tempfile
 import unittest
 
+sys.path.append(str(pathlib.Path(__file__).parents[1] / "support"))
+from guard import descendants
 from desktop import TIMEOUT, wait_until
 
-GUARD = pathlib.Path(__file__).with_name("guard.py")
+PROGRAMS = pathlib.Path(os.environ["QEL_TEST_PROGRAMS"])
+TESTS = pathlib.Path(__file__).parents[1]
+GUARD = TESTS / "support" / "guard.py"
 DAEMON = "(trap '' TERM HUP; setsid sh -c 'trap \"\" TERM; echo $$ >\"$1\"; while :; do sleep 1; done' - \"$1\" &);"
 """Leaves its parent, its process group and its session, and does not listen."""
 
@@ -62,8 +68,61 @@ class Guard(unittest.TestCase):
                 self.assertNotEqual(process.wait(TIMEOUT), 0)
                 self.assertFalse(self.is_running(daemon))
 
+    def test_ends_everything_when_the_command_is_killed(self):
+        process = self.start("echo $$ >\"$1.command\"; exec sleep 1000")
+        daemon = self.daemon()
+        told = self.told.with_name("pid.command")
+        os.kill(int(wait_until(lambda: told.exists() and told.read_text(), "the command")), signal.SIGKILL)
+        self.assertNotEqual(process.wait(TIMEOUT), 0)
+        self.assertFalse(self.is_running(daemon))
+
     def test_ends_everything_when_it_is_killed(self):
         process = self.start("sleep 1000")
         daemon = self.daemon()
         process.kill()
         wait_until(lambda: not self.is_running(daemon), "the end of the daemon")
+
+
+class Users(unittest.TestCase):
+    """Scripts that start servers and programs, killed in the middle of that."""
+
+    def assert_nothing_outlives(self, *command, expected):
+        """@param expected  names of the processes that have to be there before it is killed"""
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        started = {}
+
+        def has_all():
+            for pid in descendants(process.pid) - started.keys():
+                with contextlib.suppress(ProcessLookupError):
+                    started[pid] = os.pidfd_open(pid)
+                    self.addCleanup(os.close, started[pid])
+            running = [pid for pid, descriptor in started.items() if not has_ended(descriptor)]
+            return set(expected) <= {name_of(pid) for pid in running}
+
+        wait_until(has_all, f"{expected} of {command[0]}")
+        process.kill()
+        wait_until(lambda: all(map(has_ended, started.values())), "the end of all that it had started")
+
+    def test_a_display_for_a_test(self):
+        self.assert_nothing_outlives(TESTS / "support" / "with-display", "-wm", "sleep", "1000",
+                                     expected=("Xvfb", "openbox", "sleep"))
+
+    def test_the_long_runs(self):
+        program = os.environ["QEL_PROGRAM"]
+        for script in ("quitting", "restarting"):
+            with self.subTest(script):
+                self.assert_nothing_outlives(TESTS / "long" / script, "--program", program, "--store-maker",
+                                             PROGRAMS / "long" / "store_of_charts", expected=("Xvfb", "qel"))
+
+
+def has_ended(descriptor):
+    return bool(select.select([descriptor], [], [], 0)[0])
+
+
+def name_of(pid):
+    with contextlib.suppress(OSError):
+        return pathlib.Path(f"/proc/{pid}/comm").read_text().strip()
+    return ""

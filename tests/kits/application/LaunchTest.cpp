@@ -219,7 +219,8 @@ TEST_F(LaunchTest, CanBeKilledWhileItWaits)
 {
     // A program that neither ends nor can be found.
     const std::string folder = fRuntime.Path();
-    std::ofstream(folder + "/sleeper") << "#!/bin/sh\necho $$ > " + folder + "/pid\nexec sleep 100\n";
+    std::ofstream(folder + "/sleeper") << "#!/bin/sh\necho $$ > " + folder +
+                                              "/pid\nexec tail -f /dev/null --pid=${TEST_PROCESS% *}\n";
     chmod((folder + "/sleeper").c_str(), 0700);
     const std::string path = getenv("PATH");
     setenv("PATH", (folder + ":" + path).c_str(), 1);

@@ -5,6 +5,7 @@
 #include "kits/storage/File.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/kits/application/Loop.h"
+#include "tests/support/BoundProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +24,7 @@ class RosterTest : public testing::Test {
 protected:
     RosterTest()
     {
+        test::NameTest();
         char name[] = "/tmp/kits-roster-XXXXXX";
         fFolder = mkdtemp(name);
         WriteOpener("#!/bin/sh\nfor text in \"$@\"; do echo \"$text\"; done > \"" + fFolder + "/new\"\nmv \"" +
@@ -124,8 +126,8 @@ TEST_F(RosterTest, SaysWhenNothingCanBeOpened)
 
 TEST_F(RosterTest, StartsProgramsThatItDoesNotWaitFor)
 {
-    WriteOpener("#!/bin/sh\nwhile [ ! -e \"" + fFolder + "/go\" ]; do sleep 0.01; done\n: > \"" + fFolder +
-                "/done\"\n");
+    WriteOpener("#!/bin/sh\nwhile [ ! -e \"" + fFolder +
+                "/go\" ]; do kill -0 ${TEST_PROCESS% *} || exit; sleep 0.01; done\n: > \"" + fFolder + "/done\"\n");
     EXPECT_EQ(kits::StartDetached({fFolder + "/xdg-open"}), B_OK);
     EXPECT_FALSE(std::filesystem::exists(fFolder + "/done"));
     std::ofstream(fFolder + "/go") << "x";

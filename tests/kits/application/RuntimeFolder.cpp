@@ -1,6 +1,7 @@
 #include "tests/kits/application/RuntimeFolder.h"
 
 #include "kits/application/teams/TeamPort.h"
+#include "tests/support/BoundProcess.h"
 
 #include <sys/stat.h>
 
@@ -13,6 +14,7 @@ RuntimeFolder::RuntimeFolder(const std::string& leaf)
     : fWasSet(getenv("XDG_RUNTIME_DIR") != nullptr)
 {
     kits::TeamPort::Get().Close();
+    NameTest();
     fBefore = fWasSet ? getenv("XDG_RUNTIME_DIR") : "";
     char name[] = "/tmp/kits-runtime-XXXXXX";
     fRoot = fPath = mkdtemp(name);

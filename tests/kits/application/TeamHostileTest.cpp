@@ -9,6 +9,7 @@
 #include "kits/kernel/Errors.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/kits/application/TeamFixture.h"
+#include "tests/support/BoundProcess.h"
 
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -303,7 +304,7 @@ TEST_F(TeamHostileTest, LetsNobodyElseIn)
     const std::string path = fRuntime.Path() + "/kits/" + name;
     // Somebody else comes through the door; 0 if the door was shut on them, 1 if they could not even knock.
     const auto knock = [&path] {
-        const pid_t child = fork();
+        const pid_t child = test::ForkBound();
         if (child == 0) {
             sockaddr_un address = {};
             address.sun_family = AF_UNIX;

@@ -1,6 +1,7 @@
 #include "kits/kernel/BootMoment.h"
 
 #include "kits/kernel/Errors.h"
+#include "tests/support/BoundProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -90,7 +91,7 @@ TEST_F(BootMomentTest, ADiskThatIsFullAtAnyByteLeavesTheOldOne)
     ASSERT_EQ(kits::KeepBootMoment(path, &old), B_OK);
     const size_t size = kits::FormatBootMoment({"boot-1", 2000000000}).size();
     for (size_t room = 0; room <= size; ++room) {
-        const pid_t writer = fork();
+        const pid_t writer = test::ForkBound();
         if (writer == 0) {
             signal(SIGXFSZ, SIG_IGN);
             const rlimit limit{room, room};
@@ -114,7 +115,7 @@ TEST_F(BootMomentTest, ManyProcessesAtOnceGetOneMoment)
     ASSERT_EQ(pipe(results), 0);
     constexpr int kProcesses = 8;
     for (int i = 0; i < kProcesses; ++i) {
-        if (fork() == 0) {
+        if (test::ForkBound() == 0) {
             kits::BootMoment boot{"boot-1", 1000 + i};
             const bool isKept = kits::KeepBootMoment(path, &boot) == B_OK;
             const ssize_t written = write(results[1], &boot.moment, sizeof(boot.moment));
@@ -139,7 +140,7 @@ TEST_F(BootMomentTest, IsWholeWhereverTheWriterIsKilled)
     kits::BootMoment boot{"boot-0", 1};
     ASSERT_EQ(kits::KeepBootMoment(path, &boot), B_OK);
     for (int run = 0; run < 100; ++run) {
-        const pid_t writer = fork();
+        const pid_t writer = test::ForkBound();
         if (writer == 0) {
             for (bigtime_t i = 0;; ++i) {
                 kits::BootMoment next{"boot-" + std::to_string(i), i};

@@ -1,4 +1,5 @@
 #include "kits/kernel/StandardStreams.h"
+#include "tests/support/BoundProcess.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -12,7 +13,7 @@ namespace {
 /// What a process without these streams finds: 0, or the number of the check that failed.
 int WithoutStreams(std::initializer_list<int> closed)
 {
-    const pid_t child = fork();
+    const pid_t child = test::ForkBound();
     if (child == 0) {
         for (int stream : closed)
             close(stream);
@@ -43,7 +44,7 @@ TEST(StandardStreams, TakeThePlacesThatWouldGoToFiles)
 
 TEST(StandardStreams, AreLeftAloneWhereTheyAre)
 {
-    const pid_t child = fork();
+    const pid_t child = test::ForkBound();
     if (child == 0) {
         int ends[2];
         if (pipe(ends) != 0 || dup2(ends[0], STDIN_FILENO) == -1 || dup2(ends[1], STDOUT_FILENO) == -1)

@@ -3,6 +3,7 @@
 #include "kits/storage/Entry.h"
 #include "kits/storage/File.h"
 #include "kits/support/TypeConstants.h"
+#include "tests/support/BoundProcess.h"
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
@@ -96,7 +97,7 @@ TEST(Node, AnotherProcessHoldsTheLockToItsEnd)
     int release[2];
     ASSERT_EQ(pipe(locked), 0);
     ASSERT_EQ(pipe(release), 0);
-    const pid_t child = fork();
+    const pid_t child = test::ForkBound();
     if (child == 0) {
         BNode node(folder.Path("file").c_str());
         const char status = node.Lock() == B_OK ? 'y' : 'n';

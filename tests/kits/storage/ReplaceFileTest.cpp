@@ -1,5 +1,6 @@
 #include "kits/storage/ReplaceFile.h"
 
+#include "tests/support/BoundProcess.h"
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
@@ -124,7 +125,7 @@ TEST(ReplaceFile, KilledAtAnyCallTheFileIsOldOrNew)
     bool isDone = false;
     for (int call = 0; !isDone; call++) {
         folder.Put("f", "old");
-        const pid_t child = fork();
+        const pid_t child = test::ForkBound();
         ASSERT_GE(child, 0);
         if (child == 0) {
             KillingDisk disk = KillingDisk::AtCall(call);

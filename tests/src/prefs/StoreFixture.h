@@ -1,6 +1,7 @@
 #pragma once
 
 #include "src/prefs/Preferences.h"
+#include "tests/support/BoundProcess.h"
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"
 
@@ -68,7 +69,7 @@ protected:
     /// @return whether that was killed; it may fail in no other way
     template <class Body> static bool RunsUntilKilled(Body body)
     {
-        const pid_t child = fork();
+        const pid_t child = test::ForkBound();
         if (child == 0) {
             body();
             _exit(0);

@@ -1,5 +1,6 @@
 #include "kits/storage/File.h"
 #include "tests/src/prefs/StoreFixture.h"
+#include "tests/support/BoundProcess.h"
 
 #include <algorithm>
 #include <chrono>
@@ -94,7 +95,7 @@ public:
     {
         EXPECT_EQ(pipe(fReached), 0);
         EXPECT_EQ(pipe(fGoOn), 0);
-        fProcess = fork();
+        fProcess = test::ForkBound();
         if (fProcess == 0) {
             PausingDisk disk(pauseAt, fReached[1], fGoOn[0]);
             _exit(body(disk) ? 0 : 1);
@@ -397,7 +398,7 @@ TEST_F(StoreSharingTest, ManyWritersAndLoadersAtOnce)
     ASSERT_EQ(first.Sync(), B_OK);
     pid_t processes[4];
     for (int process = 0; process < 4; ++process) {
-        processes[process] = fork();
+        processes[process] = test::ForkBound();
         if (processes[process] != 0) {
             continue;
         }

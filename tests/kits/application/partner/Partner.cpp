@@ -9,6 +9,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/kernel/Errors.h"
 #include "kits/support/TypeConstants.h"
+#include "tests/support/BoundProcess.h"
 
 #include <unistd.h>
 
@@ -171,6 +172,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    test::EndWithTest();
     const std::string mode = argc > 2 ? argv[2] : "single";
     Partner partner(argc > 1 ? argv[1] : "application/x-vnd.test-kits_partner",
                     mode == "hidden"   ? kits::Presence::kHidden

@@ -7,6 +7,7 @@
 #include "src/support/Qel.h"
 #include "tests/kits/application/RuntimeFolder.h"
 #include "tests/src/chart/ChartTestKit.h"
+#include "tests/support/BoundProcess.h"
 #include "tests/support/TempFolder.h"
 
 #include <QApplication>
@@ -46,7 +47,7 @@ protected:
     /// From now on the application can be started: a sampler without windows.
     void InstallServer()
     {
-        setenv("TEST_PROCESS", std::to_string(getpid()).c_str(), 1);
+        test::NameTest();
         // Whoever waits for what the test says does not wait for one that is left over.
         folder.Put("qel", "#!/bin/sh\nexec " SAMPLING_SERVER " " + std::string(signature) + " 10000 >/dev/null 2>&1\n");
         chmod(folder.Path("qel").c_str(), 0700);

@@ -10,6 +10,7 @@
 #include "kits/application/Timer.h"
 #include "tests/src/connection/SampleTaker.h"
 #include "tests/src/connection/partner/PartnerTricks.h"
+#include "tests/support/BoundProcess.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -93,6 +94,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    test::EndWithTest();
     Client client(argc > 1 ? argv[1] : "application/x-vnd.test-sampling_client", argc > 2 ? atoi(argv[2]) : 1);
     return client.Run() < 0 ? 1 : 0;
 }

@@ -7,6 +7,7 @@
 #include "kits/application/teams/TeamFolder.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
+#include "tests/support/BoundProcess.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -32,6 +33,7 @@ void Tell(std::string_view content)
 
 int main()
 {
+    test::EndWithTest();
     kits::TeamFolder folder;
     kits::FileDescriptor listener;
     if (folder.Open() != B_OK || kits::Listen(folder, {"", kits::ThisTeam()}, &listener) != B_OK)

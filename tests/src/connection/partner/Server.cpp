@@ -2,8 +2,7 @@
 //
 //   sampling_server SIGNATURE [DELAY]      microseconds between two samples
 //
-// It ends when the process in $TEST_PROCESS is gone: a test may know nothing of it, if who began to start it was ended
-// before it could be found.
+// It ends with its test, which may know nothing of it, if who began to start it was ended before it could be found.
 //
 // Also answers 'info' with how many receivers are registered ("receivers"), how often it was told that none is left
 // ("alone"), how it was launched ("launched", "early") and how often the about window was asked for ("abouts"), and
@@ -11,26 +10,16 @@
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
-#include "kits/application/Timer.h"
 #include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/connection/partner/PartnerTricks.h"
+#include "tests/support/BoundProcess.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <memory>
-#include <unistd.h>
 
 namespace {
-
-constexpr bigtime_t kLookInterval = 200000;
-
-bool IsTestOver()
-{
-    const char* const process = std::getenv("TEST_PROCESS");
-    return process != nullptr && kill(atoi(process), 0) != 0;
-}
 
 class Server : public BApplication {
 public:
@@ -44,7 +33,6 @@ public:
     {
         fSampler = std::make_unique<Sysinfo>(10);
         fSampler->SetSamplingDelay(fDelay);
-        fLook.Start(kLookInterval);
     }
 
     void AboutRequested() override { ++fCountAbouts; }
@@ -109,18 +97,13 @@ private:
     bool fLaunchedEarly = false;
     bool fDenies = false;
     test::Flapping fFlapping;
-    kits::Timer fLook{[] {
-        if (IsTestOver())
-            _exit(0);
-    }};
 };
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (IsTestOver())
-        return 0;
+    test::EndWithTest();
     Server server(argc > 1 ? argv[1] : "application/x-vnd.test-sampling_server", argc > 2 ? atoll(argv[2]) : 10000);
     if (server.InitCheck() == B_ALREADY_RUNNING)
         return 0;

@@ -2,6 +2,7 @@
 
 #include "kits/interface/desktop/DesktopWatch.h"
 #include "tests/kits/kernel/Await.h"
+#include "tests/support/BoundProcess.h"
 #include "tests/support/TempFolder.h"
 
 #include <csignal>
@@ -416,7 +417,7 @@ TEST_F(X11DesktopTest, WhatAnotherServerKeptIsDroppedHere)
 TEST_F(X11DesktopTest, AKilledProgramLeavesItPaintedAndTheNextPutsItBack)
 {
     const xcb_pixmap_t picture = other->SetPicture(kRed, kGreen);
-    const pid_t child = fork();
+    const pid_t child = test::ForkBound();
     if (child == 0) {
         DesktopWatch watch(X11Desktop::Connect, make_color(1, 1, 1));
         watch.Set(kBlue, true);

@@ -6,6 +6,9 @@ Ends with the status of the command, or with 124 when it takes longer than SECON
 folder of their own, which goes with it. Desktops start daemons that leave
 their process group and their parent. So a keeper stands in between, which inherits orphans from the kernel; it ends all
 of them when the command has ended, when the time is over, or when this process has, even by SIGKILL.
+
+A script that starts processes calls guarded() first, which runs it anew under a guard. Test programs in C++, which can
+also be killed without a guard above them, have tests/support/BoundProcess.h.
 """
 
 import contextlib
@@ -23,6 +26,8 @@ PR_SET_PDEATHSIG = 1
 PR_SET_CHILD_SUBREAPER = 36
 TIMED_OUT = 124
 LIBC = ctypes.CDLL(None, use_errno=True)
+KEEPER = "TEST_KEEPER"
+"""The variable of the environment that tells a command who keeps it."""
 PATIENCE = 1
 """Seconds that processes have to end by themselves."""
 
@@ -88,6 +93,7 @@ def keep(caller, seconds, command):
         signal.set_wakeup_fd(-1)
         signal.signal(signal.SIGCHLD, signal.SIG_DFL)
         os.close(caller)
+        os.environ[KEEPER] = str(keeper)
         try:
             os.execvp(command[0], command)
         except OSError as error:
@@ -114,6 +120,13 @@ def keep(caller, seconds, command):
     end_descendants()
     shutil.rmtree(folder, ignore_errors=True)
     return status if status >= 0 else 128 - status
+
+
+def guarded(seconds):
+    """Goes on in a process under a guard, unless this one is kept already."""
+    if os.environ.get(KEEPER) != str(os.getppid()):
+        sys.stdout.flush()
+        os.execv(sys.executable, [sys.executable, __file__, str(seconds), sys.executable, *sys.argv])
 
 
 def main():
