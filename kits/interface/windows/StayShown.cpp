@@ -2,6 +2,7 @@
 
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/screens/XWindows.h"
+#include "kits/interface/windows/OwnDesktop.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
@@ -10,7 +11,7 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <iterator>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <utility>
@@ -22,10 +23,13 @@ namespace {
 
 using namespace XWindows;
 
-constexpr std::pair<std::string_view, Way> kManagers[] = {{"KWin", Way::kTransient},        {"Marco", Way::kTransient},
-                                                          {"Metacity", Way::kTransient},    {"Mutter", Way::kTransient},
-                                                          {"GNOME Shell", Way::kTransient}, {"Muffin", Way::kTransient},
-                                                          {"Openbox", Way::kSplash}};
+constexpr std::pair<std::string_view, Way> kManagers[] = {
+    {"KWin", Way::kTransient},         {"Marco", Way::kTransientForAny},       {"Metacity", Way::kTransientForAny},
+    {"Mutter", Way::kTransientForAny}, {"GNOME Shell", Way::kTransientForAny}, {"Muffin", Way::kTransientForAny},
+    {"Openbox", Way::kSplash}};
+
+/// Until then the window of a desktop that starts, or starts anew, is there.
+constexpr std::chrono::seconds kDesktopStarts{3};
 
 /// A window that stays shown.
 struct Kept {
@@ -53,6 +57,11 @@ public:
         fHints = atoms[7];
         fLook.setSingleShot(true);
         connect(&fLook, &QTimer::timeout, this, [this] { Look(); });
+        fMiss.setSingleShot(true);
+        connect(&fMiss, &QTimer::timeout, this, [this] {
+            fOwn = MakeOwnDesktop(fServer);
+            xcb_flush(fServer);
+        });
         qGuiApp->installNativeEventFilter(this);
     }
 
@@ -102,7 +111,19 @@ private:
             return;
         if (!fWay.has_value())
             fWay = AskWay();
-        SetParent(ids, *fWay == Way::kTransient ? DesktopAmong(clients) : static_cast<xcb_window_t>(XCB_NONE));
+        const bool isTransient = *fWay == Way::kTransient || *fWay == Way::kTransientForAny;
+        const xcb_window_t desktop = isTransient ? DesktopAmong(clients) : static_cast<xcb_window_t>(XCB_NONE);
+        const bool needsOwn = desktop == XCB_NONE && *fWay == Way::kTransientForAny;
+        // Until the window manager has taken ours, nothing can be transient for it.
+        const bool hasOwn = needsOwn && Holds(clients, fOwn);
+        SetParent(ids, hasOwn ? fOwn : desktop);
+        if (!needsOwn) {
+            fMiss.stop();
+            if (fOwn != XCB_NONE)
+                xcb_destroy_window(fServer, fOwn);
+            fOwn = XCB_NONE;
+        } else if (fOwn == XCB_NONE && !fMiss.isActive())
+            fMiss.start(kDesktopStarts);
         SetSplash(kept, ids, *fWay == Way::kSplash);
         xcb_flush(fServer);
     }
@@ -113,13 +134,15 @@ private:
         return manager.empty() ? Way::kNone : WayFor(Text(fServer, manager.front(), fName));
     }
 
+    /// That of another program, NONE without one.
     xcb_window_t DesktopAmong(const std::vector<xcb_window_t>& clients) const
     {
         const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fType);
-        const auto found = std::find_if(types.begin(), types.end(),
-                                        [this](const std::vector<uint32_t>& one) { return Holds(one, fDesktop); });
-        return found != types.end() ? clients[static_cast<size_t>(std::distance(types.begin(), found))]
-                                    : static_cast<xcb_window_t>(XCB_NONE);
+        for (size_t i = 0; i < clients.size(); i++) {
+            if (Holds(types[i], fDesktop) && clients[i] != fOwn)
+                return clients[i];
+        }
+        return XCB_NONE;
     }
 
     void SetParent(const std::vector<xcb_window_t>& windows, xcb_window_t parent) const
@@ -165,6 +188,8 @@ private:
     std::vector<Kept> fKept;
     std::optional<Way> fWay; ///< of this window manager; empty until it is asked
     QTimer fLook;
+    QTimer fMiss;                 ///< from when no program has a desktop's window until ours is made
+    xcb_window_t fOwn = XCB_NONE; ///< while no other program has one and the window manager needs it
 };
 
 /// As long-lived as the toolkit's application object; null before the first window.

@@ -18,9 +18,10 @@ namespace StayShown {
 
 /// How a window manager is told.
 enum class Way {
-    kNone,      ///< it leaves such windows by itself, or nothing is known of it
-    kTransient, ///< it leaves what is transient for the window of the desktop
-    kSplash     ///< it leaves windows of the type "splash", and treats them as others otherwise
+    kNone,            ///< it leaves such windows by itself, or nothing is known of it
+    kTransient,       ///< it leaves what is transient for the window of the desktop
+    kTransientForAny, ///< the same; where no program has such a window one of ours will do, which shows nothing
+    kSplash           ///< it leaves windows of the type "splash", and treats them as others otherwise
 };
 
 /// @param manager  as the window manager names itself

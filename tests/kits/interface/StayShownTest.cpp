@@ -8,8 +8,9 @@ using kits::StayShown::WayFor;
 
 TEST(StayShown, KnowsWindowManagersByTheirNames)
 {
-    for (const char* name : {"KWin", "Metacity (Marco)", "Metacity", "GNOME Shell", "Mutter (Muffin)", "Mutter(Gala)"})
-        EXPECT_EQ(WayFor(name), Way::kTransient) << name;
+    EXPECT_EQ(WayFor("KWin"), Way::kTransient);
+    for (const char* name : {"Metacity (Marco)", "Metacity", "GNOME Shell", "Mutter (Muffin)", "Mutter(Gala)"})
+        EXPECT_EQ(WayFor(name), Way::kTransientForAny) << name;
     EXPECT_EQ(WayFor("Openbox"), Way::kSplash);
     for (const char* name : {"Xfwm4", "i3", "Some other manager", ""})
         EXPECT_EQ(WayFor(name), Way::kNone) << name;

@@ -68,6 +68,16 @@ public:
                             static_cast<uint32_t>(values.size()), values.data());
         Sync();
     }
+    /// The children of the root window, in the order of stacking.
+    std::vector<xcb_window_t> Windows() const
+    {
+        const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> reply(
+            xcb_query_tree_reply(fServer.get(), xcb_query_tree(fServer.get(), fRoot), nullptr), std::free);
+        if (reply == nullptr)
+            return {};
+        const xcb_window_t* const children = xcb_query_tree_children(reply.get());
+        return {children, children + xcb_query_tree_children_length(reply.get())};
+    }
     void SetText(xcb_window_t window, const char* property, const std::string& text) const
     {
         xcb_change_property(fServer.get(), XCB_PROP_MODE_REPLACE, window, Atom(property), Atom("UTF8_STRING"), 8,

@@ -4,6 +4,8 @@
 
 #include <QRasterWindow>
 
+#include <algorithm>
+
 namespace {
 
 using Words = std::vector<uint32_t>;
@@ -47,6 +49,16 @@ protected:
         const xcb_window_t desktop = other->Show(other->Screen());
         other->Set(desktop, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {other->Atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
         return desktop;
+    }
+    /// A window of the type "desktop" that is not among those given; NONE without one.
+    xcb_window_t DesktopBut(const Words& known) const
+    {
+        for (const xcb_window_t one : other->Windows()) {
+            if (other->Get(one, "_NET_WM_WINDOW_TYPE") == Words{other->Atom("_NET_WM_WINDOW_TYPE_DESKTOP")} &&
+                std::find(known.begin(), known.end(), one) == known.end())
+                return one;
+        }
+        return XCB_NONE;
     }
     bool AwaitParent(const Words& parent) const
     {
@@ -119,4 +131,43 @@ TEST_F(StayShown, AgainWhenItIsShownAgain)
     EXPECT_TRUE(AwaitParent({}));
     SetClients({desktop, Id()});
     EXPECT_TRUE(AwaitParent({desktop}));
+}
+
+TEST_F(StayShown, AsTransientForAWindowOfOursWhereNoProgramDrawsTheDesktop)
+{
+    Manage("GNOME Shell");
+    SetClients({Id()});
+    xcb_window_t own = XCB_NONE;
+    ASSERT_TRUE(test::WaitFor([&] { return (own = DesktopBut({})) != XCB_NONE; }));
+    EXPECT_TRUE(other->Get(Id(), "WM_TRANSIENT_FOR").empty()) << "the window manager does not know that window yet";
+    SetClients({Id(), own});
+    EXPECT_TRUE(AwaitParent({own}));
+    // It wants no focus.
+    EXPECT_EQ(other->Get(own, "WM_HINTS")[1], 0U);
+
+    const xcb_window_t desktop = MakeDesktop();
+    SetClients({own, Id(), desktop});
+    EXPECT_TRUE(AwaitParent({desktop}));
+    EXPECT_TRUE(test::WaitFor([&] { return DesktopBut({desktop}) == XCB_NONE; }));
+
+    SetClients({Id()});
+    other->Destroy(desktop);
+    ASSERT_TRUE(test::WaitFor([&] { return (own = DesktopBut({})) != XCB_NONE; }));
+    SetClients({Id(), own});
+    EXPECT_TRUE(AwaitParent({own}));
+    Manage("Xfwm4");
+    EXPECT_TRUE(AwaitParent({}));
+    EXPECT_TRUE(test::WaitFor([&] { return DesktopBut({}) == XCB_NONE; }));
+}
+
+TEST_F(StayShown, WithoutAWindowOfOursWhereThatWouldCoverTheScreen)
+{
+    const xcb_window_t desktop = MakeDesktop();
+    Manage("KWin");
+    SetClients({Id(), desktop});
+    EXPECT_TRUE(AwaitParent({desktop}));
+    SetClients({Id()});
+    other->Destroy(desktop);
+    EXPECT_TRUE(AwaitParent({}));
+    EXPECT_EQ(DesktopBut({}), static_cast<xcb_window_t>(XCB_NONE));
 }
