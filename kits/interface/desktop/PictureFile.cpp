@@ -1,5 +1,6 @@
 #include "kits/interface/desktop/PictureFile.h"
 
+#include "kits/interface/desktop/Slideshow.h"
 #include "kits/interface/desktop/Tool.h"
 
 #include <sys/stat.h>
@@ -9,8 +10,10 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <deque>
 #include <filesystem>
+#include <fstream>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -26,6 +29,7 @@ constexpr bigtime_t kLongest = 15000000;
 /// A folder with more files is no picture in several sizes.
 constexpr size_t kMostFiles = 64;
 constexpr size_t kMostKept = 8;
+constexpr size_t kMostOfSlideshow = 1 << 20;
 
 thread_local int sStop = -1;
 
@@ -98,9 +102,26 @@ std::vector<std::string> FilesOf(const std::string& folder)
     return files;
 }
 
-/// The files that may be the picture, in the order in which they are tried.
-std::vector<std::string> FilesAt(const std::string& path)
+/// The path of the picture that a slideshow shows now; of any other file its own.
+std::string PictureOf(const std::string& path)
 {
+    std::error_code error;
+    if (!path.ends_with(".xml") || !std::filesystem::is_regular_file(path, error))
+        return path;
+    std::ifstream file(path, std::ios::binary);
+    std::string text(kMostOfSlideshow, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<size_t>(file.gcount()));
+    const time_t now = std::time(nullptr);
+    tm local{};
+    localtime_r(&now, &local);
+    return SlideAt(text, int64{now} + local.tm_gmtoff);
+}
+
+/// The files that may be the picture, in the order in which they are tried.
+std::vector<std::string> FilesAt(const std::string& location)
+{
+    const std::string path = PictureOf(location);
     std::error_code error;
     if (!std::filesystem::is_directory(path, error))
         return {path};

@@ -16,7 +16,8 @@ namespace kits {
 /// The last few answers are kept, so the program runs again only for another file or when the file has changed. Any
 /// thread; waits, so not the main thread.
 ///
-/// @param location  a path or a "file:" address; of a folder, the first picture in its contents/images or in it
+/// @param location  a path or a "file:" address; of a folder, the first picture in its contents/images or in it; of a
+///                  slideshow (.xml), the picture that it shows now
 /// @param behind    what shows through a transparent picture
 /// @return nothing when it is no picture that can be read within the limits
 std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind);

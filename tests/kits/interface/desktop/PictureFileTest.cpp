@@ -47,6 +47,16 @@ bool IsSupported(const char* format)
     return QImageReader::supportedImageFormats().contains(format);
 }
 
+TEST_F(PictureFileTest, OfASlideshowIsThatOfItsPicture)
+{
+    const std::string picture = PutPicture("picture.ppm", kHalves[0], kHalves[0]);
+    folder.Put("show.xml",
+               "<background><static><duration>5</duration><file>" + picture + "</file></static></background>");
+    EXPECT_EQ(Average("show.xml"), kHalves[0]);
+    folder.Put("show.xml", "<background/>");
+    EXPECT_EQ(Average("show.xml"), std::nullopt);
+}
+
 TEST_F(PictureFileTest, EveryFormatIsReadThatTheToolkitReads)
 {
     const std::pair<const char*, const char*> files[] = {
