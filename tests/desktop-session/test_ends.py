@@ -70,6 +70,15 @@ class Signal(EndTest):
     test_in_an_alert = EndTest.check_alert
 
 
+class OfOthers(ChartsTest):
+    def test_a_connection_whose_other_end_is_gone_ends_nothing(self):
+        # Libraries of the toolkit write to some without asking for an error in place of the signal.
+        for _ in range(3):
+            self.program.signal(signal.SIGPIPE)
+            self.await_change()
+        self.quit()
+
+
 class Key(EndTest):
     def end(self):
         self.desktop.key("ctrl+q")

@@ -13,6 +13,7 @@
 #include "kits/interface/startup/FontsAhead.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/interface/startup/SessionBus.h"
+#include "kits/interface/startup/SessionEnd.h"
 #include "kits/interface/startup/SettingsAhead.h"
 #include "kits/interface/theme/Theme.h"
 #include "kits/interface/windows/ScaleWatch.h"
@@ -101,6 +102,7 @@ status_t InitInterface(int& argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     MakeApplication(argc, argv);
     DisplayCheck::Done();
+    SessionEnd::Watch();
     Theme::Start();
     UseWantedLanguage();
     TranslateToolkit();
