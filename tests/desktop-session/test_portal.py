@@ -1,6 +1,7 @@
 """A dark desktop, as its portal tells of it."""
 
 import os
+import pathlib
 import shutil
 import subprocess
 import unittest
@@ -39,6 +40,21 @@ class PortalTest(ChartsTest):
     def arrange(self):
         self.open_bus()
         self.open_portal(self.scheme)
+
+    def offer_portal(self):
+        """One that runs once somebody asks for it; it says so by a file, and never ends by itself."""
+        folder = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"], "dbus-1/services")
+        folder.mkdir(parents=True)
+        self.addCleanup(shutil.rmtree, folder.parent)
+        program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
+        self.ran = self.config / "portal-ran"
+        starter = self.config / "start-portal"
+        # Its stdin stays open: it is that of a program that waits for the end of the bus.
+        starter.write_text(f"#!/bin/sh\necho $$ >'{self.ran}'\ntail -f /dev/null --pid=$PPID | "
+                           f"exec '{program}' {self.scheme}\n")
+        starter.chmod(0o700)
+        (folder / "org.freedesktop.portal.Desktop.service").write_text(
+            f"[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec={starter}\n")
 
     def say(self, scheme):
         self.portal.stdin.write(str(scheme))
@@ -96,3 +112,34 @@ class DarkPlasma(PortalTest):
         self.await_light()
         self.say(1)
         self.await_dark()
+
+
+class OfferedOnGnome(PortalTest):
+    """Where nothing else says how dark the desktop is, it is started for that."""
+
+    environment = {"XDG_CURRENT_DESKTOP": "GNOME"}
+    scheme = 1
+
+    def arrange(self):
+        self.offer_portal()
+        self.open_bus()
+
+    def test_is_started_and_followed(self):
+        self.await_dark()
+        self.assertTrue(self.ran.exists())
+        self.quit()
+
+
+class Offered(PortalTest):
+    scheme = 1
+
+    def arrange(self):
+        self.offer_portal()
+        self.open_bus()
+
+    def test_is_not_started_elsewhere(self):
+        self.await_light()
+        self.desktop.focus(self.window)
+        self.settle()
+        self.assertFalse(self.ran.exists())
+        self.quit()

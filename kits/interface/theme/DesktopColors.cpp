@@ -3,26 +3,15 @@
 #include "kits/interface/desktop/IniFile.h"
 #include "kits/interface/desktop/KdeSettings.h"
 #include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/interface/theme/SessionName.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 
-#include <cstdlib>
-#include <sstream>
+#include <string>
 
 namespace kits::DesktopColors {
 
 namespace {
-
-bool IsSessionOf(const std::string& desktop)
-{
-    const char* names = std::getenv("XDG_CURRENT_DESKTOP");
-    std::istringstream list(names != nullptr ? names : "");
-    for (std::string name; std::getline(list, name, ':');) {
-        if (name == desktop)
-            return true;
-    }
-    return false;
-}
 
 std::string LxqtFile()
 {

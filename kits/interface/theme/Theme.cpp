@@ -5,6 +5,7 @@
 #include "kits/interface/theme/DarkStyle.h"
 #include "kits/interface/theme/DesktopColors.h"
 #include "kits/interface/theme/Palettes.h"
+#include "kits/interface/theme/SessionName.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/storage/FindDirectory.h"
@@ -153,7 +154,8 @@ void FollowFiles()
     ReadAndJudge();
 }
 
-/// Asks the portal, if it runs; it is not started for this.
+/// Asks the portal, if it runs. It is started for this on GNOME alone, where it is the only one that knows, and where
+/// programs of the desktop start it as well.
 void AskPortal()
 {
     if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
@@ -161,7 +163,7 @@ void AskPortal()
     QDBusMessage question = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), QString::fromLatin1(kPortalPath),
         QString::fromLatin1(kPortalSettings), QStringLiteral("Read"));
-    question.setAutoStartService(false);
+    question.setAutoStartService(IsSessionOf("GNOME"));
     question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
     auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), qApp);
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, qApp, [](QDBusPendingCallWatcher* watcher) {

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace kits {
+
+/// Whether the session is of this desktop: $XDG_CURRENT_DESKTOP is a list of such names.
+bool IsSessionOf(const std::string& desktop);
+
+} // namespace kits
