@@ -29,6 +29,8 @@ class Session(Desktop):
     """The process of the window manager, which replaces another one when it is told so."""
     DESKTOP = ()
     """What shows the wallpaper."""
+    HAS_RUBBER_BAND = True
+    """Whether its icons can be chosen by drawing around them."""
     BARE = ((260, 700), (1240, 520), (1250, 60))
     """Places of the screen that show the wallpaper alone: no icon, no panel, and no window of the tests."""
 
@@ -95,10 +97,14 @@ class Session(Desktop):
         self.environment = dict(line.split("=", 1) for line in lines if "=" in line)
         self.environment.pop("DESKTOP_AUTOSTART_ID", None)
         wait_until(self.has_manager, "the window manager")
-        wait_until(self.desktop_window, "the window of the desktop")
-        wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
+        self.await_desktop()
         # Charts in a compositor without a graphics card keep a processor busy: tests switch it on.
         self.switch_compositing(False)
+
+    def await_desktop(self):
+        """After a login, until everything is shown."""
+        wait_until(self.desktop_window, "the window of the desktop")
+        wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
 
     def ask_to_log_out(self):
         raise NotImplementedError
@@ -198,6 +204,9 @@ class Session(Desktop):
     SCALES_LIVE = False
     """Whether it tells running programs of another scale; then it has `set_scale`, of everything by a whole factor, and
     `set_font_scale`, by the resolution of fonts."""
+
+    ALWAYS_COMPOSITES = False
+    """Whether its compositor can't be switched off; then what is asked to switch it does nothing."""
 
     REDRAW = ("xrefresh",)
     """What makes a compositor that has just begun draw the whole screen."""

@@ -9,6 +9,7 @@ from real import RealTest
 class Logout(RealTest):
     def test_charts_are_where_they_were_after_the_next_login(self):
         self.put_chart(690, 300)
+        self.await_chart(*self.frame())
         self.resize(self.chart, 400, 90)
         self.drag_out(304, 544)
         self.replicant(2)

@@ -1,7 +1,9 @@
 """Charts on a real desktop: torn off, moved, resized, dropped back and removed, and what the desktop does around them."""
 
+import unittest
+
 from desktop import wait_until
-from real import RealTest
+from real import DESKTOP, RealTest
 
 PLACE = (690, 300)
 ELSEWHERE = (300, 540)
@@ -96,6 +98,7 @@ class OnDesktop(RealTest):
             self.await_wallpaper(BARE[0] - 8, BARE[1] - 8, 16, 16)
         self.assert_still_there()
 
+    @unittest.skipUnless(DESKTOP.HAS_RUBBER_BAND, "this desktop has no icons")
     def test_stays_when_a_rubber_band_is_drawn_around_it(self):
         left, top, width, height = self.frame()
         start, end = (left - 20, top - 60), (left + width + 6, top + height + 60)
@@ -142,6 +145,7 @@ class OnDesktop(RealTest):
         wait_until(lambda: not self.shows_wallpaper(*window), "the window")
         self.assert_still_there()
 
+    @unittest.skipIf(DESKTOP.ALWAYS_COMPOSITES, "this desktop's compositor is always on")
     def test_stays_when_a_compositor_comes_and_goes(self):
         self.addCleanup(self.desktop.set_compositing, False)
         for on in (True, False):
@@ -149,6 +153,7 @@ class OnDesktop(RealTest):
             self.await_chart(*self.frame())
         self.assert_still_there()
 
+    @unittest.skipIf(DESKTOP.ALWAYS_COMPOSITES, "this desktop's compositor is always on")
     def test_is_moved_while_there_is_a_compositor(self):
         self.addCleanup(self.desktop.set_compositing, False)
         self.desktop.set_compositing(True)

@@ -20,6 +20,7 @@ class Scale(RealTest):
         super().setUp()
         self.desktop.resize(self.window, *SIZE)
         self.put_chart(440, 200)
+        self.await_chart(*self.frame())
         self.resize(self.chart, 160, 90)
         # Window managers move frames, and contents lie within.
         self.left, self.top = self.desktop.geometry(self.window)[:2]
