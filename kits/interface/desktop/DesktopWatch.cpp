@@ -261,11 +261,12 @@ bool DesktopWatch::PutBackLeft()
     std::string name;
     bool outlives = true;
     BMessage state;
-    left->FindString(kBackend, &name);
+    const bool isNamed = left->FindString(kBackend, &name) == B_OK;
     left->FindBool(kOutlives, &outlives);
     left->FindMessage(kState, &state);
-    // What the settings of another desktop were waits for a session of that desktop.
-    if (name == fBackend->Name() ? fBackend->Restore(state) : !outlives) {
+    // What the settings of another desktop were waits for a session of that desktop. No program of ours has written a
+    // file that names none, and it would wait for ever.
+    if (!isNamed || (name == fBackend->Name() ? fBackend->Restore(state) : !outlives)) {
         fKept.Remove();
         return true;
     }

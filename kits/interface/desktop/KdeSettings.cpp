@@ -83,7 +83,7 @@ std::optional<bool> IsDarkColor(const std::string& value)
     int red = 0;
     int green = 0;
     int blue = 0;
-    if (std::sscanf(value.c_str(), "%d,%d,%d", &red, &green, &blue) != 3)
+    if (std::sscanf(value.c_str(), "%4d,%4d,%4d", &red, &green, &blue) != 3)
         return std::nullopt;
     for (const int part : {red, green, blue}) {
         if (part < 0 || part > 255)

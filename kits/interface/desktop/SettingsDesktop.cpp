@@ -1,7 +1,10 @@
 #include "kits/interface/desktop/SettingsDesktop.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstdio>
+#include <set>
 
 namespace kits {
 
@@ -53,7 +56,7 @@ bool SettingsDesktop::Paint(rgb_color color, const BMessage& kept)
 
 bool SettingsDesktop::IsOurs(const Setting& setting) const
 {
-    if (!setting.value)
+    if (!setting.value || setting.kind == Kind::kRead)
         return false;
     if (setting.kind == Kind::kStyle)
         return *setting.value == PlainStyle(setting.key);
@@ -68,6 +71,8 @@ bool SettingsDesktop::Restore(const BMessage& kept)
         return false;
     int32 count = 0;
     kept.GetInfo(kKey, nullptr, &count);
+    // Each is put back once: a setting may take seconds, and a damaged file may name it thousands of times.
+    std::set<std::string> done;
     // Styles first, so that the picture comes back at once.
     for (int32 i = count - 1; i >= 0; i--) {
         std::string key;
@@ -78,7 +83,7 @@ bool SettingsDesktop::Restore(const BMessage& kept)
             continue;
         const auto now = std::find_if(settings->begin(), settings->end(),
                                       [&](const Setting& setting) { return setting.key == key; });
-        if (now == settings->end() || !IsOurs(*now))
+        if (now == settings->end() || !IsOurs(*now) || !done.insert(key).second)
             continue;
         if (!(isSet ? Set(key, value) : Unset(key)))
             return false;
@@ -150,22 +155,24 @@ std::string Unquoted(const std::string& value)
 
 std::optional<rgb_color> ParseHexColor(const std::string& text)
 {
+    if ((text.size() == 7 || text.size() == 13) && text.front() == '#') {
+        const size_t digits = text.size() / 3;
+        std::array<unsigned, 3> parts{};
+        for (size_t i = 0; i < parts.size(); i++) {
+            const char* const end = text.data() + 1 + (i + 1) * digits;
+            if (std::from_chars(end - digits, end, parts[i], 16).ptr != end)
+                return std::nullopt;
+            parts[i] >>= (digits - 2) * 4;
+        }
+        return make_color(static_cast<uint8>(parts[0]), static_cast<uint8>(parts[1]), static_cast<uint8>(parts[2]));
+    }
     unsigned red = 0;
     unsigned green = 0;
     unsigned blue = 0;
     int used = 0;
-    const auto fits = [&](int count) { return count == 3 && static_cast<size_t>(used) == text.size(); };
-    const auto make = [&](int shift) {
-        return make_color(static_cast<uint8>(red >> shift), static_cast<uint8>(green >> shift),
-                          static_cast<uint8>(blue >> shift));
-    };
-    if (text.size() == 7 && fits(std::sscanf(text.c_str(), "#%2x%2x%2x%n", &red, &green, &blue, &used)))
-        return make(0);
-    if (text.size() == 13 && fits(std::sscanf(text.c_str(), "#%4x%4x%4x%n", &red, &green, &blue, &used)))
-        return make(8);
-    if (fits(std::sscanf(text.c_str(), "rgb(%3u,%3u,%3u)%n", &red, &green, &blue, &used)) && red < 256 && green < 256 &&
-        blue < 256)
-        return make(0);
+    if (std::sscanf(text.c_str(), "rgb(%3u,%3u,%3u)%n", &red, &green, &blue, &used) == 3 &&
+        static_cast<size_t>(used) == text.size() && red < 256 && green < 256 && blue < 256)
+        return make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue));
     return std::nullopt;
 }
 

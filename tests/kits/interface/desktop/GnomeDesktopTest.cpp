@@ -217,7 +217,9 @@ TEST(SettingsTexts, AreTakenOutOfTheirQuotes)
 TEST(SettingsTexts, OfColoursAreReadWhole)
 {
     EXPECT_EQ(ParseHexColor("#C80a14"), make_color(200, 10, 20));
-    for (const char* wrong : {"", "#", "#12345", "#1234567", "#12345g", "rgb(1,2)", "rgb(256,0,0)", "rgb(1,2,3) "})
+    EXPECT_EQ(ParseHexColor("#C8000aff14ff"), make_color(200, 10, 20));
+    for (const char* wrong : {"", "#", "#12345", "#1234567", "#12345g", "# 1 2 3", "#-1+2-3", "#0x0x0x",
+                              "#123456789abg", "rgb(1,2)", "rgb(256,0,0)", "rgb(1,2,3) "})
         EXPECT_EQ(ParseHexColor(wrong), std::nullopt) << wrong;
 }
 

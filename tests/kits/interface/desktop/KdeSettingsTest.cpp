@@ -55,6 +55,7 @@ TEST_F(KdeSettingsTest, ADarkColourIsOneBelowTheMiddle)
     EXPECT_EQ(KdeSettings::IsDarkColor("128,128,128"), false);
     EXPECT_EQ(KdeSettings::IsDarkColor("0,0,255,255"), true);
     EXPECT_EQ(KdeSettings::IsDarkColor("300,0,0"), std::nullopt);
+    EXPECT_EQ(KdeSettings::IsDarkColor("4294967296,0,0"), std::nullopt);
     EXPECT_EQ(KdeSettings::IsDarkColor("-1,0,0"), std::nullopt);
     EXPECT_EQ(KdeSettings::IsDarkColor("#202020"), std::nullopt);
 }

@@ -155,6 +155,30 @@ TEST_F(XfceDesktopTest, AnotherProcessPutsItBackToo)
     EXPECT_EQ(All(), before);
 }
 
+TEST_F(XfceDesktopTest, ADamagedFileSetsWhatWasPaintedOnceAndNothingElse)
+{
+    const std::map<std::string, std::string> before = All();
+    std::optional<BMessage> kept;
+    {
+        XfceDesktop killed;
+        kept = killed.Keep();
+        killed.Paint(kBlue, *kept);
+    }
+    for (const char* key : {"/last-image", "/image-style", "/image-style"}) {
+        kept->AddString("Key", kFirst + std::string(key));
+        kept->AddBool("Kind", false);
+        kept->AddBool("IsSet", true);
+        kept->AddString("Value", "7");
+    }
+    folder.Put("news", "");
+    EXPECT_TRUE(XfceDesktop().Restore(*kept));
+    EXPECT_EQ(Printed(kFirst + std::string("/last-image")), before.at(kFirst + std::string("/last-image")));
+    const std::string news = folder.Get("news");
+    const std::string style = kFirst + std::string("/image-style\n");
+    EXPECT_NE(news.find(style), std::string::npos) << news;
+    EXPECT_EQ(news.find(style), news.rfind(style)) << news;
+}
+
 TEST_F(XfceDesktopTest, WhatTheUserChoseMeanwhileStays)
 {
     XfceDesktop desktop;
