@@ -1,7 +1,13 @@
 #include "kits/interface/desktop/IniFile.h"
 
-#include <fstream>
+#include "kits/kernel/FileDescriptor.h"
+
+#include <cctype>
+#include <fcntl.h>
 #include <sstream>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace kits {
 
@@ -29,9 +35,45 @@ std::string Unescaped(const std::string& text)
     return plain;
 }
 
+int HexDigit(char digit)
+{
+    return digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
+}
+
+/// @param high  the first half of a pair that has not got its second one; 0 for none
+void AppendUnit(std::string& text, unsigned unit, unsigned& high)
+{
+    if (unit >= 0xd800 && unit < 0xdc00) {
+        high = unit;
+        return;
+    }
+    const bool isSecond = unit >= 0xdc00 && unit < 0xe000;
+    if (isSecond && high == 0)
+        return;
+    const unsigned sign = isSecond ? 0x10000 + ((high - 0xd800) << 10) + (unit - 0xdc00) : unit;
+    high = 0;
+    const auto append = [&text](unsigned byte) { text += static_cast<char>(byte); };
+    const auto follow = [&](int shift) { append(0x80 | (sign >> shift & 0x3f)); };
+    if (sign < 0x80) {
+        append(sign);
+    } else if (sign < 0x800) {
+        append(0xc0 | sign >> 6);
+        follow(0);
+    } else if (sign < 0x10000) {
+        append(0xe0 | sign >> 12);
+        follow(6);
+        follow(0);
+    } else {
+        append(0xf0 | sign >> 18);
+        follow(12);
+        follow(6);
+        follow(0);
+    }
+}
+
 } // namespace
 
-IniFile::IniFile(const std::string& text)
+IniFile::IniFile(const std::string& text, Values values)
 {
     std::istringstream lines(text);
     std::string group;
@@ -48,17 +90,36 @@ IniFile::IniFile(const std::string& text)
         // "Key[$i]" is a key that users may not change.
         if (const size_t options = key.find("[$"); options != std::string::npos)
             key.erase(options);
-        fGroups[group][key] = Unescaped(Trimmed(line.substr(sign + 1)));
+        const std::string value = Trimmed(line.substr(sign + 1));
+        fGroups[group][key] = values == Values::kUnescaped ? Unescaped(value) : value;
     }
 }
 
-IniFile IniFile::Read(const std::string& path)
+IniFile IniFile::Read(const std::string& path, Values values)
 {
-    std::ifstream file(path, std::ios::binary);
+    const std::optional<std::string> text = TextOf(path);
+    return text ? IniFile(*text, values) : IniFile();
+}
+
+std::optional<std::string> IniFile::TextOf(const std::string& path)
+{
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat about;
+    if (!file.IsOpen() || fstat(file.Get(), &about) != 0 || !S_ISREG(about.st_mode))
+        return std::nullopt;
     std::string text(kMost + 1, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<size_t>(file.gcount()));
-    return text.size() > kMost ? IniFile() : IniFile(text);
+    size_t length = 0;
+    for (ssize_t size; length < text.size(); length += static_cast<size_t>(size)) {
+        size = read(file.Get(), text.data() + length, text.size() - length);
+        if (size < 0)
+            return std::nullopt;
+        if (size == 0)
+            break;
+    }
+    if (length > kMost)
+        return std::nullopt;
+    text.resize(length);
+    return text;
 }
 
 std::optional<std::string> IniFile::Value(const std::string& group, const std::string& key) const
@@ -68,6 +129,33 @@ std::optional<std::string> IniFile::Value(const std::string& group, const std::s
         return std::nullopt;
     const auto value = found->second.find(key);
     return value != found->second.end() ? std::optional(value->second) : std::nullopt;
+}
+
+std::string UnescapedByQt(const std::string& written)
+{
+    std::string plain;
+    unsigned high = 0;
+    for (size_t i = 0; i < written.size(); i++) {
+        if (written[i] == '"')
+            continue;
+        if (written[i] != '\\' || i + 1 == written.size()) {
+            plain += written[i];
+            continue;
+        }
+        const char next = written[++i];
+        if (next == 'x') {
+            unsigned unit = 0;
+            for (; i + 1 < written.size() && std::isxdigit(static_cast<unsigned char>(written[i + 1])) != 0; i++)
+                unit = (unit * 16 + static_cast<unsigned>(HexDigit(written[i + 1]))) & 0xffff;
+            AppendUnit(plain, unit, high);
+            continue;
+        }
+        constexpr std::string_view kNames = "abfnrtv0";
+        constexpr std::string_view kMeanings("\a\b\f\n\r\t\v\0", kNames.size());
+        const size_t name = kNames.find(next);
+        plain += name != kNames.npos ? kMeanings[name] : next;
+    }
+    return plain;
 }
 
 } // namespace kits

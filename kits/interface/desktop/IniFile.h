@@ -12,10 +12,19 @@ public:
     using Group = std::map<std::string, std::string>;
 
     IniFile() = default;
+    /// How values are taken.
+    enum class Values {
+        kUnescaped, ///< without the escapes of KDE's files
+        kAsWritten
+    };
+
     /// Of a text. Lines that are no settings are passed over; a key that comes again replaces the one before.
-    explicit IniFile(const std::string& text);
-    /// Of a file; empty if it cannot be read or has more than a megabyte.
-    static IniFile Read(const std::string& path);
+    explicit IniFile(const std::string& text, Values values = Values::kUnescaped);
+    /// Of a file; empty if it has no text, see TextOf.
+    static IniFile Read(const std::string& path, Values values = Values::kUnescaped);
+    /// The text of a file; nothing if it cannot be read, is no regular file, or has more than a megabyte. Never waits
+    /// for another program, as a pipe in place of the file would have it.
+    static std::optional<std::string> TextOf(const std::string& path);
 
     /// @param group  without the outer brackets: "General", or "Containments][1" for a group in a group
     std::optional<std::string> Value(const std::string& group, const std::string& key) const;
@@ -24,5 +33,8 @@ public:
 private:
     std::map<std::string, Group> fGroups;
 };
+
+/// The text, in UTF-8, that Qt's settings files mean by a value as it is written there: without quotes and escapes.
+std::string UnescapedByQt(const std::string& written);
 
 } // namespace kits
