@@ -73,6 +73,15 @@ int32 X11Desktop::CurrentWorkspace()
     return static_cast<int32>(*static_cast<const uint32*>(xcb_get_property_value(reply.get())));
 }
 
+std::optional<std::pair<int, int>> X11Desktop::Size()
+{
+    const XConnection connection(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return std::nullopt;
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data;
+    return std::pair(screen->width_in_pixels, screen->height_in_pixels);
+}
+
 X11Desktop::X11Desktop(XConnection connection)
     : fConnection(std::move(connection))
     , fPicture(fConnection.get())

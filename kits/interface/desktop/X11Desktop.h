@@ -3,6 +3,8 @@
 #include "kits/interface/desktop/DesktopBackend.h"
 #include "kits/interface/desktop/RootPicture.h"
 
+#include <utility>
+
 namespace kits {
 
 /// The root window of the X server at $DISPLAY. Its picture is a pixmap whose number stands in properties of the root
@@ -19,6 +21,8 @@ public:
     static std::unique_ptr<DesktopBackend> Connect();
     /// The workspace that the window manager shows, from 0 on; 0 when it does not tell. Asks the server at $DISPLAY.
     static int32 CurrentWorkspace();
+    /// Width and height of all monitors together, in pixels. Asks the server at $DISPLAY; nothing without one.
+    static std::optional<std::pair<int, int>> Size();
     explicit X11Desktop(XConnection connection);
 
     const char* Name() const override { return "x11"; }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kits/support/Color.h"
+
+#include <string>
+#include <vector>
+
+namespace kits {
+
+/// Picture files of one colour, for desktops that take a picture only. They lie in a folder of ours among the user's
+/// settings, each under the name of its colour. Any thread; waits for the disk.
+namespace PlainPicture {
+
+/// Writes one.
+/// @param width, height  in pixels, from 1 to 32767
+/// @return its path; "" if it could not be written
+std::string Put(rgb_color color, int width, int height);
+
+/// The path without the end that names the kind of picture. Programs that look for a picture under such a name try
+/// the ends of all kinds that they can read.
+std::string WithoutKind(const std::string& path);
+
+/// Whether the path is that of such a picture, also of one that is there no more.
+bool IsOne(const std::string& path);
+
+/// Removes all of them but these.
+void RemoveOthers(const std::vector<std::string>& used);
+
+} // namespace PlainPicture
+
+} // namespace kits
