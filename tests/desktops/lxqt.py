@@ -1,6 +1,9 @@
 """LXQt, with openbox as window manager."""
 
-from desktop import wait_until
+import pathlib
+import shutil
+
+from desktop import TIMEOUT, wait_until
 from session import Session
 
 
@@ -17,13 +20,36 @@ class Lxqt(Session):
         (folder / "session.conf").write_text("[General]\nwindow_manager=openbox\nleave_confirmation=false\n")
 
     def ask_to_log_out(self):
-        self.run("dbus-send", "--session", "--dest=org.lxqt.session", "/LXQtSession", "org.lxqt.session.logout")
+        self.run("dbus-send", "--session", "--type=method_call", "--dest=org.lxqt.session", "/LXQtSession",
+                 "org.lxqt.session.logout")
+
+    TELLS_OF_ITS_END = False
+
+    def log_out(self):
+        """Then the login screen ends the X server, which is all that other programs hear, and starts another one."""
+        super().log_out()
+        self.server.terminate()
+        self.server.wait(TIMEOUT)
+        self.environment = self._bare_environment
+        self._open_server()
 
     def set_wallpaper(self, path):
         self.run("pcmanfm-qt", "--profile=lxqt", f"--set-wallpaper={path}", "--wallpaper-mode=stretch")
 
     def forget_wallpaper(self):
-        (self.config / "pcmanfm-qt/lxqt/settings.conf").unlink()
+        # The wallpaper of the system is that of users who have no such folder.
+        shutil.rmtree(self.config / "pcmanfm-qt")
+
+    def set_dark(self, dark):
+        """What its settings program does when a palette is loaded, the last of which is the one that it begins with."""
+        if dark:
+            palette = pathlib.Path("/usr/share/lxqt/palettes/Dark").read_text()
+        else:
+            palette = "[Palette]\nbase_color=#ffffff\nwindow_color=#efefef\nwindow_text_color=#000000\n"
+        settings = self.config / "lxqt/lxqt.conf"
+        written = settings.with_suffix(".new")
+        written.write_text(f"[General]\n__userfile__=true\n\n{palette}")
+        written.replace(settings)
 
     def switch_compositing(self, on):
         """The window manager has none: users start one beside it."""

@@ -109,6 +109,9 @@ class Session(Desktop):
     def ask_to_log_out(self):
         raise NotImplementedError
 
+    TELLS_OF_ITS_END = True
+    """Whether programs are asked to quit when the session ends. Else they lose the screen, without a word before."""
+
     def log_out(self):
         """As the button in the menu does it; what runs in the session is told by the session."""
         self.ask_to_log_out()
