@@ -3,6 +3,7 @@
 #include "kits/interface/View.h"
 
 #include <memory>
+#include <string>
 
 class BPopUpMenu;
 
@@ -23,6 +24,10 @@ public:
     ~BDragger() override;
 
     BView* Target() const { return fTarget; }
+
+    /// A name that nothing else has (kits::NewIdentity()), for as long as the target exists, over sessions too: by it a
+    /// shelf knows what it has taken. Without one every drag has a name of its own.
+    void SetIdentity(const std::string& identity) { fIdentity = identity; }
 
     /// The menu that the other buttons open; its items have targets. Null: none.
     void SetPopUp(std::unique_ptr<BPopUpMenu> menu);
@@ -45,6 +50,7 @@ private:
     rgb_color MarkColor() const;
 
     BView* fTarget;
+    std::string fIdentity;
     std::unique_ptr<BPopUpMenu> fPopUp;
     BPoint fPressedAt;
     bool fPressed = false;

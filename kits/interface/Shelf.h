@@ -3,6 +3,8 @@
 #include "kits/application/Messenger.h"
 #include "kits/support/Point.h"
 
+#include <string>
+
 class BMessage;
 class BView;
 
@@ -22,9 +24,16 @@ public:
     /// Whether the archive would be taken. Asked again and again while it is dragged over the view; it comes from
     /// another program and may be anything.
     virtual bool CanAddReplicant(const BMessage* archive) const = 0;
-    /// The archive was dropped. True makes something of it: then what it was dragged from is told (B_REPLICANT_TAKEN).
-    /// @param where  in the view
-    virtual bool AddReplicant(BMessage* archive, BPoint where) = 0;
+    /// The archive was dropped, and what it was dragged from stays where it is until it gets B_REPLICANT_TAKEN. The
+    /// shelf sends that, to the source, once it has made sure that it keeps what it has taken: whatever is killed in
+    /// between, nothing is lost then.
+    /// @param where     in the view
+    /// @param identity  of what the archive was dragged from, see BDragger. The same one can be dropped again before
+    /// its
+    ///                  source has heard that it was taken
+    /// @return true if it was taken, now or before
+    virtual bool AddReplicant(BMessage* archive, BPoint where, const std::string& identity,
+                              const BMessenger& source) = 0;
 
     BView* View() const { return fView; }
 

@@ -1,11 +1,13 @@
 #include "src/app/DesktopKeeper.h"
 
 #include "kits/application/AppDeath.h"
+#include "kits/application/AppDefs.h"
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
+#include "src/app/Autosave.h"
 #include "src/chart/DesktopCharts.h"
 #include "src/support/Qel.h"
 
@@ -16,10 +18,19 @@ namespace {
 constexpr bigtime_t kMinute = 60'000'000;
 constexpr bigtime_t kPause = 50'000;
 constexpr int kMostPauses = 100;
+constexpr bigtime_t kLookInterval = 50'000;
+
+bool IsOfTheDesktop(const BMessage& notice)
+{
+    const char* name = nullptr;
+    return notice.FindString("signature", &name) == B_OK && std::string(name) == kDesktopSignature;
+}
 
 } // namespace
 
-DesktopKeeper::DesktopKeeper()
+DesktopKeeper::DesktopKeeper(Autosave& autosave)
+    : fAutosave(autosave)
+    , fTellSoon([this] { TellWhenStored(); })
 {
     Launch(false);
 }
@@ -32,10 +43,52 @@ DesktopKeeper::~DesktopKeeper()
 
 void DesktopKeeper::AppDied(const BMessage& notice)
 {
-    const char* name = nullptr;
-    if (notice.FindString("signature", &name) == B_OK && std::string(name) == kDesktopSignature && MayRestart()) {
+    if (IsOfTheDesktop(notice) && MayRestart()) {
         Launch(true);
     }
+}
+
+void DesktopKeeper::AppLaunched(const BMessage& notice)
+{
+    if (IsOfTheDesktop(notice)) {
+        Taken(BMessage());
+    }
+}
+
+void DesktopKeeper::Taken(const BMessage& notice)
+{
+    const char* identity = nullptr;
+    constexpr int32 kMostTaken = ChartShelf::kMostTaken;
+    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; ++i) {
+        fTaken.Add(identity);
+    }
+    BMessenger source;
+    if (notice.FindMessenger("Messenger", &source) == B_OK && fSources.size() < ChartShelf::kMostTaken) {
+        fSources.push_back(source);
+    }
+    if (fTaken.All().empty() && fSources.empty()) {
+        return;
+    }
+    fAutosave.Save();
+    fTellSoon.Start(kLookInterval);
+}
+
+void DesktopKeeper::TellWhenStored()
+{
+    if (!fAutosave.HasWrittenAll()) {
+        return;
+    }
+    fTellSoon.Stop();
+    for (const BMessenger& source : fSources) {
+        source.SendMessage(B_REPLICANT_TAKEN);
+    }
+    fSources.clear();
+    const BMessenger desktop(kDesktopSignature);
+    BMessage taken(B_REPLICANT_TAKEN);
+    for (const std::string& identity : fTaken.All()) {
+        taken.AddString("Identity", identity);
+    }
+    desktop.SendMessage(&taken);
 }
 
 bool DesktopKeeper::MayRestart()
@@ -61,7 +114,9 @@ void DesktopKeeper::Launch(bool again)
 void DesktopKeeper::Start(bool again)
 {
     if (!again) {
-        be_roster->StartWatching(be_app_messenger, B_REQUEST_DIED);
+        be_roster->StartWatching(be_app_messenger, B_REQUEST_DIED | B_REQUEST_LAUNCHED);
+        // One that has come just before is not told of.
+        be_app_messenger.SendMessage(B_REPLICANT_TAKEN);
     }
     // Its connections end before the process is gone. One that stays has only given up a connection.
     for (int i = 0; again && i < kMostPauses && be_roster->IsRunning(kDesktopSignature); ++i) {

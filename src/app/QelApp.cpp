@@ -102,7 +102,7 @@ void QelApp::ReadyToRun()
     SaveUptimes();
     if (fMode == Mode::kSession) {
         fAutosave = std::make_unique<Autosave>(*this);
-        fDesktopKeeper = std::make_unique<DesktopKeeper>();
+        fDesktopKeeper = std::make_unique<DesktopKeeper>(*fAutosave);
         // Had the colour page painted it when the program was killed, it still is.
         BScreen().RestoreDesktop();
         TellAboutKeptFiles({prefs_common, prefs_user});
@@ -147,6 +147,16 @@ void QelApp::MessageReceived(BMessage* message)
     case B_SOME_APP_DIED:
         if (fDesktopKeeper) {
             fDesktopKeeper->AppDied(*message);
+        }
+        break;
+    case B_SOME_APP_LAUNCHED:
+        if (fDesktopKeeper) {
+            fDesktopKeeper->AppLaunched(*message);
+        }
+        break;
+    case B_REPLICANT_TAKEN:
+        if (fDesktopKeeper) {
+            fDesktopKeeper->Taken(*message);
         }
         break;
     case MSG_CONNECT:

@@ -25,6 +25,8 @@ class Sysinfo;
 /// - `B_SILENT_RELAUNCH`, from a second start of the program: the main window comes to the current workspace and to
 ///   the front, and an alert in front of that; the latter also while there is no window yet.
 /// - `B_SOME_APP_DIED`: when it was the program that shows charts on the desktop, that is started again.
+/// - `B_SOME_APP_LAUNCHED`, `B_REPLICANT_TAKEN`: that program is told which of its charts the window has, see
+///   DesktopKeeper.
 /// - `MSG_OPEN_GLOBAL_PREFS`: opens the sampler's preferences, or brings them to the front.
 /// - `MSG_WINDOW_CLOSED`: keeps the window's archive; the main window's also quits the application.
 class QelApp : public BApplication {

@@ -49,6 +49,7 @@ ChartViewHolder::ChartViewHolder(BMessage* archive)
     FindInRange(*archive, "Rect", &size);
     ResizeTo(size.Width(), size.Height());
     Initialise();
+    fShelf->LoadFrom(*archive);
     LoadPrefsFrom(archive);
     UpdateFocus();
 }
@@ -80,6 +81,7 @@ status_t ChartViewHolder::Archive(BMessage* into, bool) const
         if (chart->Archive(&archive, false) != B_OK || into->AddMessage("Chart", &archive) != B_OK)
             break;
     }
+    fShelf->SaveTo(into);
     return B_OK;
 }
 

@@ -30,8 +30,8 @@ public:
     /// Deletes the charts.
     ~ChartViewHolder() override;
 
-    /// Writes "Rect" and one "Chart" per chart, in place of those that are there. Always B_OK: a chart that cannot be
-    /// archived ends the list.
+    /// Writes "Rect", one "Chart" per chart and what the shelf saves, in place of those that are there. Always B_OK: a
+    /// chart that cannot be archived ends the list.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
     /// Appends the charts of what Archive() wrote to those that are there.

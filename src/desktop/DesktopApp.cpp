@@ -7,6 +7,7 @@
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
 #include "kits/support/TypeConstants.h"
+#include "src/chart/ChartShelf.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantClasses.h"
@@ -102,7 +103,10 @@ void DesktopApp::Show(std::unique_ptr<BView> view, BRect frame, const BMessage* 
         places.LoadFrom(*saved);
     else
         places.Wish(ArrangementOf(kits::ScreenFrames()), frame);
-    auto* window = new ReplicantWindow(this, frame, std::move(view), std::move(places));
+    const char* identity = nullptr;
+    const bool isKnown = saved != nullptr && FindInRange(*saved, "Identity", &identity);
+    auto* window =
+        new ReplicantWindow(this, frame, std::move(view), std::move(places), isKnown ? identity : kits::NewIdentity());
     fWindows.push_back(window);
     window->Show();
 }
@@ -183,6 +187,9 @@ void DesktopApp::MessageReceived(BMessage* message)
         message->SendReply(&reply);
         break;
     }
+    case B_REPLICANT_TAKEN:
+        RemoveTaken(*message);
+        break;
     case MSG_KEPT_FILES_TOLD:
         if (IsEmpty())
             PostMessage(B_QUIT_REQUESTED);
@@ -218,6 +225,19 @@ void DesktopApp::Remove(ReplicantWindow* window)
         UpdateAutostart();
         fIsEnding = true;
         PostMessage(B_QUIT_REQUESTED);
+    }
+}
+
+void DesktopApp::RemoveTaken(const BMessage& notice)
+{
+    const char* identity = nullptr;
+    constexpr int32 kMostTaken = ChartShelf::kMostTaken;
+    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; i++) {
+        const auto place = std::find_if(fWindows.begin(), fWindows.end(), [identity](const ReplicantWindow* window) {
+            return window->Identity() == identity;
+        });
+        if (place != fWindows.end())
+            Remove(*place);
     }
 }
 

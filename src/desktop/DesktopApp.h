@@ -28,6 +28,9 @@ class ReplicantWindow;
 /// are too many. It comes from other programs and may be anything. One with an identity ("Request", string) that was
 /// performed already, by this process or by one before it, is answered and not performed again: who gets no answer may
 /// send it as often as need be. The last kMostRequests of them are stored with the charts.
+///
+/// Message: B_REPLICANT_TAKEN (any number of "Identity", strings): takes those that have one of them off the desktop.
+/// The application sends it when it has stored what it has taken, and again whenever one of the two has started.
 class DesktopApp : public BApplication {
 public:
     /// More are not shown.
@@ -73,6 +76,7 @@ public:
 private:
     bool Add(BMessage* request, std::string* why);
     bool Perform(BMessage* request);
+    void RemoveTaken(const BMessage& notice);
     void Show(std::unique_ptr<BView> view, BRect frame, const BMessage* places);
     void RestoreOne(BMessage* saved);
     void UpdateAutostart();

@@ -2,6 +2,7 @@
 
 #include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Dragger.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
 #include "kits/kernel/Clock.h"
@@ -18,12 +19,14 @@ constexpr float kLargestSide = 16383;
 
 } // namespace
 
-ReplicantWindow::ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places)
+ReplicantWindow::ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places,
+                                 std::string identity)
     : BWindow(frame, Tr("Qel chart"), B_NO_BORDER_WINDOW_LOOK, B_DESKTOP_WINDOW_FEEL, B_NOT_CLOSABLE | B_NOT_ZOOMABLE,
               B_ALL_WORKSPACES)
     , fOwner(owner)
     , fView(view.get())
     , fPlaces(std::move(places))
+    , fIdentity(std::move(identity))
     , fApplied(frame)
     , fAppliedAt(system_time())
 {
@@ -32,6 +35,8 @@ ReplicantWindow::ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr
     fView->MoveTo(0, 0);
     fView->ResizeTo(frame.Width(), frame.Height());
     AddChild(view.release());
+    if (auto* const dragger = dynamic_cast<BDragger*>(FindView("_dragger_")))
+        dragger->SetIdentity(fIdentity);
 }
 
 void ReplicantWindow::SaveTo(BMessage* into) const
@@ -39,6 +44,7 @@ void ReplicantWindow::SaveTo(BMessage* into) const
     BMessage archive;
     if (fView->Archive(&archive, false) == B_OK)
         into->AddMessage("Archive", &archive);
+    into->AddString("Identity", fIdentity);
     fPlaces.SaveTo(into);
 }
 

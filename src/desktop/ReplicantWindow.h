@@ -4,6 +4,7 @@
 #include "src/desktop/Placement.h"
 
 #include <memory>
+#include <string>
 
 class DesktopApp;
 
@@ -19,9 +20,12 @@ public:
     /// @param owner   is told when it is to go, and when it changed; outlives it
     /// @param frame   as it is shown first
     /// @param places  where the user wished it
-    ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places);
+    /// @param identity  by which another program knows what it has taken
+    ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places, std::string identity);
 
-    /// As "Archive" (the view's) and what the places save.
+    const std::string& Identity() const { return fIdentity; }
+
+    /// As "Archive" (the view's), "Identity" and what the places save.
     void SaveTo(BMessage* into) const;
 
     /// Goes where the user wished it on these screens, or into reach.
@@ -40,6 +44,7 @@ private:
     DesktopApp* fOwner;
     BView* fView; // a child
     Places fPlaces;
+    const std::string fIdentity;
     BRect fApplied;           // where this object last put it
     bigtime_t fAppliedAt = 0; // and when
 };

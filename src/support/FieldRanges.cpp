@@ -101,6 +101,8 @@ constexpr kits::FieldRange kRanges[] = {
     {"Place", B_MESSAGE_TYPE, 0, 8},
     {"Screens", B_STRING_TYPE, 0, 1024},
     {"Request", B_STRING_TYPE, 1, kits::Identities::kLongest},
+    {"Identity", B_STRING_TYPE, 1, kits::Identities::kLongest},
+    {"Taken", B_STRING_TYPE, 1, kits::Identities::kLongest},
     {"Refused", B_BOOL_TYPE, 0, 1},
     {"Frame", B_RECT_TYPE, 0, kits::kFarthestPlace},
     {"Where", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},

@@ -133,6 +133,11 @@ class ReplicantsTest(ChartsTest):
 
     def drag_back(self, x, y, window):
         """A chart on the desktop onto a place of the program's window."""
+        self.carry_back(x, y, window)
+        self.end_drag()
+
+    def carry_back(self, x, y, window):
+        """The same until it has only to be dropped."""
         end = self.on_screen(self.window, x, y)
         self.begin_drag(self.handle(window), end)
         # The host tells the program one place after another, and not before that has answered for the one before. So
@@ -143,7 +148,6 @@ class ReplicantsTest(ChartsTest):
                 before = self.desktop.picture(window)
                 wait_until(lambda: self.desktop.picture(window) != before, "a chart on the desktop that scrolls")
             self.settle()
-        self.end_drag()
 
     def resize(self, window, width, height, expected=None):
         """Pulls a chart on the desktop by its corner until it has the size."""

@@ -194,18 +194,11 @@ bool PutOnShelf(BShelf& shelf, BMessage* archive, BPoint where)
     BMessenger source;
     archive->FindMessenger(kSourceField, &source);
     archive->RemoveName(kSourceField);
-    std::string drag;
-    archive->FindString(kDragField, &drag);
+    std::string identity;
+    archive->FindString(kDragField, &identity);
     archive->RemoveName(kDragField);
     const DispatchScope scope;
-    // Of one that came already only the source has to hear again.
-    constexpr size_t kMostTaken = 64;
-    static Identities sTaken(kMostTaken);
-    if (!sTaken.Has(drag) && !shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where)))
-        return false;
-    sTaken.Add(drag);
-    source.SendMessage(B_REPLICANT_TAKEN);
-    return true;
+    return shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where), identity, source);
 }
 
 /// Fetches from its source what is dragged over our windows. The source may not be ready for that at the first place.

@@ -21,7 +21,7 @@ namespace Drag {
 /// Of a dragged archive: the messenger of what it stands for.
 inline constexpr const char* kSourceField = "kits:source";
 
-/// Of a dragged archive: which drag it is (string), so that one drop is performed once however often it comes.
+/// Of a dragged archive: the identity of what it stands for (string), so that it is taken once however often it comes.
 inline constexpr const char* kDragField = "kits:drag";
 
 /// What is dragged.

@@ -161,7 +161,7 @@ void BDragger::StartDrag(BPoint where)
         return;
     // For the shelf that takes it.
     archive.AddMessenger(kits::Drag::kSourceField, BMessenger(fTarget));
-    archive.AddString(kits::Drag::kDragField, kits::NewIdentity());
+    archive.AddString(kits::Drag::kDragField, fIdentity.empty() ? kits::NewIdentity() : fIdentity);
     const BPoint offset = fTarget->ConvertFromScreen(ConvertToScreen(where));
     std::unique_ptr<BBitmap> picture = PictureOf(*fTarget, kits::ViewWidget(this));
     if (picture != nullptr)

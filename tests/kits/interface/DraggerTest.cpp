@@ -36,16 +36,20 @@ public:
     {
     }
     bool CanAddReplicant(const BMessage* archive) const override { return archive->HasInt32("number"); }
-    bool AddReplicant(BMessage* archive, BPoint at) override
+    bool AddReplicant(BMessage* archive, BPoint at, const std::string& named, const BMessenger& from) override
     {
         taken.push_back(*archive);
         where = at;
+        identity = named;
+        source = from;
         int32 number = 0;
         return archive->FindInt32("number", &number) == B_OK && number > 0;
     }
 
     std::vector<BMessage> taken;
     BPoint where;
+    std::string identity;
+    BMessenger source;
 };
 
 class Dragger : public testing::Test {
@@ -192,6 +196,25 @@ TEST_F(Dragger, DragsFromBelowAPointerThatHasNotMovedSinceTheLastDrag)
     }
 }
 
+TEST_F(Dragger, EveryDragHasTheNameOfTheDraggerElseOneOfItsOwn)
+{
+    const auto drag = [this] {
+        test::Press(dragger, BPoint(3, 4));
+        test::MoveTo(dragger, BPoint(30, 30));
+        const std::unique_ptr<test::Dragged> dragged = test::TakeDrag();
+        test::Release(dragger, BPoint(30, 30));
+        std::string name;
+        EXPECT_TRUE(dragged != nullptr && dragged->message.FindString(kits::Drag::kDragField, &name) == B_OK);
+        return name;
+    };
+    const std::string first = drag();
+    EXPECT_NE(first, "");
+    EXPECT_NE(first, drag());
+    dragger->SetIdentity("this one");
+    EXPECT_EQ(drag(), "this one");
+    EXPECT_EQ(drag(), "this one");
+}
+
 TEST_F(Dragger, DragsNothingOnAClickNorWithoutTheButton)
 {
     test::Click(dragger, BPoint(3, 4));
@@ -221,6 +244,7 @@ TEST_F(Dragger, WhatItDragsIsForShelvesOnly)
     BMessage archive(B_ARCHIVED_OBJECT);
     archive.AddInt32("number", 1);
     archive.AddMessenger(kits::Drag::kSourceField, BMessenger(target));
+    archive.AddString(kits::Drag::kDragField, "this one");
     EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
     {
         Shelf shelf(target);
@@ -228,16 +252,18 @@ TEST_F(Dragger, WhatItDragsIsForShelvesOnly)
         ASSERT_EQ(shelf.taken.size(), 1U);
         EXPECT_EQ(shelf.where, BPoint(20, 30));
         EXPECT_FALSE(shelf.taken[0].HasMessenger(kits::Drag::kSourceField));
-        EXPECT_EQ(target->received, std::vector<uint32>{B_REPLICANT_TAKEN});
+        EXPECT_FALSE(shelf.taken[0].HasString(kits::Drag::kDragField));
+        EXPECT_EQ(shelf.identity, "this one");
+        EXPECT_EQ(shelf.source, BMessenger(target));
+        EXPECT_EQ(target->received.size(), 0U) << "the shelf may have to store it first";
         // Beside the view of the shelf, and what it doesn't want.
         EXPECT_FALSE(DropForeign(archive, QPoint(180, 90)));
         EXPECT_FALSE(DropForeign(BMessage(B_ARCHIVED_OBJECT), QPoint(30, 40)));
         // What it could not make anything of stays where it was.
         archive.ReplaceInt32("number", 0);
         EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
-        EXPECT_EQ(target->received.size(), 1U);
+        EXPECT_EQ(shelf.taken.size(), 2U);
     }
     archive.ReplaceInt32("number", 1);
     EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
-    EXPECT_EQ(target->received.size(), 1U);
 }

@@ -3,6 +3,7 @@
 #include "kits/application/MessagePrivate.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
+#include "kits/interface/views/ViewPrivate.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"
@@ -10,6 +11,9 @@
 #include "src/support/Qel.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+#include <QWindow>
 #include <cmath>
 #include <limits>
 
@@ -95,6 +99,56 @@ TEST_F(DesktopAppTest, LeavesTheDesktopWhenAShelfHasTakenIt)
     Run([](DesktopApp& app) { app.ReplicantAt(0)->PostMessage(B_REPLICANT_TAKEN, app.ReplicantAt(0)->ChildAt(0)); },
         {Request(Archive())}, kItself);
     EXPECT_EQ(Shown({}), 0U);
+}
+
+TEST_F(DesktopAppTest, WhatTheApplicationHasTakenGoesOverSessionsToo)
+{
+    std::vector<std::string> identities;
+    Run(
+        [&](DesktopApp& app) {
+            for (size_t i = 0; i < app.CountReplicants(); i++)
+                identities.push_back(app.ReplicantAt(i)->Identity());
+        },
+        {Request(Archive()), Request(Archive(), BPoint(300, 300)), Request(Archive(), BPoint(500, 300))});
+    ASSERT_EQ(identities.size(), 3U);
+    EXPECT_TRUE(identities[0] != identities[1] && identities[1] != identities[2] && identities[2] != identities[0]);
+    Run(
+        [&](DesktopApp& app) {
+            BMessage taken(B_REPLICANT_TAKEN);
+            for (const std::string& identity : {std::string("unknown"), identities[2], std::string(), identities[0]})
+                taken.AddString("Identity", identity);
+            app.PostMessage(&taken);
+        },
+        {}, [](DesktopApp& app) { return app.CountReplicants() == 1; });
+    Run([&](DesktopApp& app) {
+        ASSERT_EQ(app.CountReplicants(), 1U);
+        EXPECT_EQ(app.ReplicantAt(0)->Identity(), identities[1]);
+        EXPECT_EQ(app.ReplicantAt(0)->Frame().LeftTop(), BPoint(300, 300));
+    });
+}
+
+TEST_F(DesktopAppTest, WhoDropsOneDoesNotChooseItsIdentity)
+{
+    BMessage request = Request(Archive());
+    request.AddString("Identity", "chosen");
+    Run([](DesktopApp& app) { EXPECT_NE(app.ReplicantAt(0)->Identity(), "chosen"); }, {request});
+}
+
+TEST_F(DesktopAppTest, TheKeyThatQuitsLeavesTheChartsWhereTheyAre)
+{
+    int turns = 0;
+    Run(
+        [](DesktopApp& app) {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Q, Qt::ControlModifier);
+            QCoreApplication::sendEvent(kits::WindowWidget(app.ReplicantAt(0))->windowHandle(), &press);
+        },
+        {Request(Archive())},
+        [&turns](DesktopApp& app) {
+            EXPECT_EQ(app.CountReplicants(), 1U);
+            return ++turns == 10;
+        });
+    EXPECT_EQ(turns, 10) << "it goes on until it is ended";
+    EXPECT_EQ(Shown({}), 1U);
 }
 
 TEST_F(DesktopAppTest, PerformsARequestOnceHoweverOftenItComes)
