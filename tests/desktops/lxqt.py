@@ -40,6 +40,12 @@ class Lxqt(Session):
         # The wallpaper of the system is that of users who have no such folder.
         shutil.rmtree(self.config / "pcmanfm-qt")
 
+    def choose_plain(self, color):
+        settings = self.config / "pcmanfm-qt/lxqt/settings.conf"
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text(f"[Desktop]\nWallpaper={self.picture_file}\nWallpaperMode=none\n"
+                            f"BgColor=#{bytes(color).hex()}\n")
+
     def set_dark(self, dark):
         """What its settings program does when a palette is loaded, the last of which is the one that it begins with."""
         if dark:

@@ -200,6 +200,11 @@ class Session(Desktop):
         """Between sessions: as for a user who has never chosen one."""
         raise NotImplementedError
 
+    def choose_plain(self, color):
+        """Between sessions: as for a user who has chosen a colour in place of a picture. Only where that is no setting
+        that other programs can change."""
+        raise NotImplementedError
+
     def set_dark(self, dark):
         """Only where a desktop has light and dark for all programs."""
         raise NotImplementedError

@@ -1,29 +1,21 @@
 """The colour of a real desktop: picked from its wallpaper, tried out, and put back."""
 
 import signal
+import unittest
 
 import wallpaper
 from desktop import wait_until
 from prefs import DESKTOP_COLOR, PICK_DESKTOP, RAMPS, SWATCH, TEST_ON_DESKTOP, PrefsTest
-from real import OnRealDesktop
+from real import DESKTOP, OnRealDesktop
+from session import Session
 
 GROUND = (540, 60)
 """Of the first chart, where neither words nor samples are."""
 
 
-class Color(OnRealDesktop, PrefsTest):
-    def setUp(self):
-        super().setUp()
-        self.addCleanup(self.desktop.set_wallpaper, self.desktop.picture_file)
-
-    def ground(self):
-        return self.chart(0).pixel(*GROUND)
-
+class ColorTest(OnRealDesktop, PrefsTest):
     def swatch(self):
         return self.page().pixel(*SWATCH)
-
-    def is_average(self, color):
-        return wallpaper.is_near(color, wallpaper.AVERAGE, 4)
 
     def bare(self):
         """The colours of the desktop, at several places."""
@@ -38,7 +30,28 @@ class Color(OnRealDesktop, PrefsTest):
         self.click(TEST_ON_DESKTOP)
         picked = self.swatch()
         self.assertGreater(picked[0], 200)
-        wait_until(lambda: set(self.bare()) == {picked}, f"the desktop in the colour {picked}")
+        self.await_plain(picked)
+        return picked
+
+    def await_plain(self, color):
+        wait_until(lambda: set(self.bare()) == {color}, f"the desktop in the colour {color}")
+
+    def drop_swatch(self):
+        """On the desktop."""
+        self.take_hold(self.on_screen(self.prefs, *SWATCH))
+        self.let_go(self.desktop.BARE[0])
+
+
+class Color(ColorTest):
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.desktop.set_wallpaper, self.desktop.picture_file)
+
+    def ground(self):
+        return self.chart(0).pixel(*GROUND)
+
+    def is_average(self, color):
+        return wallpaper.is_near(color, wallpaper.AVERAGE, 4)
 
     def test_is_the_average_of_the_wallpaper(self):
         self.open_prefs()
@@ -64,9 +77,8 @@ class Color(OnRealDesktop, PrefsTest):
         self.click((205, RAMPS["red"]))
         color = self.swatch()
         self.assertGreater(color[0], 200)
-        self.take_hold(self.on_screen(self.prefs, *SWATCH))
-        self.let_go(self.desktop.BARE[0])
-        wait_until(lambda: set(self.bare()) == {color}, f"the desktop in the colour {color}")
+        self.drop_swatch()
+        self.await_plain(color)
         self.assertEqual(self.desktop.left_on_desktop(), files)
         self.cancel()
         self.quit()
@@ -172,3 +184,52 @@ class DefaultWallpaper(OnRealDesktop, PrefsTest):
         self.desktop.log_out()
         self.desktop.log_in()
         self.await_default()
+
+
+@unittest.skipIf(DESKTOP.choose_plain is Session.choose_plain, "its plain colour is a setting like those of pictures")
+class PlainColor(ColorTest):
+    """The desktop of a user who has chosen a plain colour in place of a wallpaper."""
+
+    COLOR = (48, 80, 112)
+
+    def arrange(self):
+        self.desktop.log_out()
+        self.desktop.choose_plain(self.COLOR)
+        self.addCleanup(self.forget)
+        self.desktop.log_in()
+        self.await_plain(self.COLOR)
+
+    def forget(self):
+        self.desktop.log_out()
+        self.desktop.forget_wallpaper()
+        self.desktop.log_in()
+        self.desktop.set_wallpaper(self.desktop.picture_file)
+        self.desktop.await_wallpaper()
+
+    def test_is_picked_and_comes_back_after_a_test(self):
+        self.open_prefs()
+        self.show("Colors")
+        self.click(PICK_DESKTOP)
+        wait_until(lambda: self.swatch() == self.COLOR, "the desktop's colour on the page")
+        self.cancel()
+        self.start_test()
+        self.click(TEST_ON_DESKTOP)
+        self.await_plain(self.COLOR)
+
+    def test_is_put_back_at_the_next_start_after_a_kill(self):
+        picked = self.start_test()
+        self.program.signal(signal.SIGKILL)
+        self.program.wait()
+        self.assertEqual(set(self.bare()), {picked})
+        self.program = self.start()
+        self.await_plain(self.COLOR)
+
+    def test_another_one_dropped_on_it_lasts_as_long_as_the_session(self):
+        picked = self.start_test()
+        self.drop_swatch()
+        self.cancel()
+        self.quit()
+        self.assertEqual(set(self.bare()), {picked})
+        self.desktop.log_out()
+        self.desktop.log_in()
+        self.await_plain(self.COLOR)
