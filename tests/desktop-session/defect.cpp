@@ -3,6 +3,7 @@
 #include <climits>
 #include <cstdlib>
 #include <string>
+#include <thread>
 
 int main(int argc, char** argv)
 {
@@ -15,6 +16,11 @@ int main(int argc, char** argv)
     if (kind == "leak") {
         number = nullptr;
         return 0;
+    }
+    if (kind == "race") {
+        std::thread other([number] { *number = 1; });
+        *number = 2;
+        other.join();
     }
     delete number;
     return kind == "freed" ? *number : 0;
