@@ -22,6 +22,13 @@ class Event(ctypes.Structure):
                 ("data", ctypes.c_long * 5), ("room", ctypes.c_long * 24)]
 
 
+class Image(ctypes.Structure):
+    """The beginning of the library's."""
+    _fields_ = [("width", ctypes.c_int), ("height", ctypes.c_int), ("offset", ctypes.c_int), ("format", ctypes.c_int),
+                ("data", ctypes.c_void_p), ("order", ctypes.c_int * 4), ("depth", ctypes.c_int),
+                ("bytes_per_line", ctypes.c_int)]
+
+
 def library():
     x = ctypes.CDLL("libX11.so.6")
     display = ctypes.c_void_p
@@ -37,6 +44,11 @@ def library():
                                                ctypes.c_int]),
             ("XSetSelectionOwner", ctypes.c_int, [display, XID, XID, ctypes.c_ulong]),
             ("XGetSelectionOwner", XID, [display, XID]),
+            ("XGetGeometry", ctypes.c_int, [display, XID, ctypes.POINTER(XID)] + [ctypes.POINTER(ctypes.c_int)] * 6),
+            ("XGetImage", ctypes.POINTER(Image), [display, XID] + [ctypes.c_int] * 2 + [ctypes.c_uint] * 2
+             + [ctypes.c_ulong, ctypes.c_int]),
+            ("XDestroyImage", ctypes.c_int, [ctypes.POINTER(Image)]),
+            ("XSetErrorHandler", ctypes.c_void_p, [ctypes.c_void_p]),
             ("XSync", ctypes.c_int, [display, ctypes.c_int]),
             ("XFree", ctypes.c_int, [ctypes.c_void_p])):
         function = getattr(x, name)
@@ -45,6 +57,8 @@ def library():
 
 
 X = library()
+IGNORE = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda *_: 0)
+"""An error, which would end this process."""
 
 
 class Client:
@@ -99,6 +113,19 @@ class Client:
     def owner(self, selection):
         """The window that owns a selection, 0 when none does."""
         return X.XGetSelectionOwner(self._display, self._atom(selection))
+
+    def content(self, window):
+        """The pixels of a window, as the server has them. All of it has to be on the screen."""
+        X.XSetErrorHandler(IGNORE)
+        numbers = [ctypes.c_int() for _ in range(6)]
+        X.XGetGeometry(self._display, window, ctypes.byref(XID()), *map(ctypes.byref, numbers))
+        image = X.XGetImage(self._display, window, 0, 0, numbers[2].value, numbers[3].value, ~0, 2)
+        if not image:
+            raise RuntimeError("no picture of the window")
+        try:
+            return ctypes.string_at(image.contents.data, image.contents.bytes_per_line * image.contents.height)
+        finally:
+            X.XDestroyImage(image)
 
     def close_window(self, window):
         """Asks for it, as a pager does."""

@@ -1,0 +1,100 @@
+"""What tests of hostile programs share: attacks, and what is seen of the programs meanwhile."""
+
+import contextlib
+import os
+import pathlib
+import subprocess
+import threading
+import time
+
+from desktop import TIMEOUT, wait_until
+from xclient import Client
+
+PROGRAM = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "hostile", "hostile")
+APPLICATION = "application/x-vnd.kvt-Qel"
+DESKTOP = "application/x-vnd.kvt-Qel-Desktop"
+IS_LONG = "QEL_LONG" in os.environ
+MIB = 1 << 20
+
+
+class Attack:
+    """A program that goes on until `stop`."""
+
+    def __init__(self, environment, name, signature, *numbers):
+        self.process = subprocess.Popen([PROGRAM, name, signature, *map(str, numbers)], env=environment, text=True,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        if self.process.stdout.readline() != "ready\n":
+            raise AssertionError(f"{name} does not begin, status {self.process.wait(TIMEOUT)}")
+
+    def stop(self):
+        """What it says at its end, empty the second time."""
+        if self.process.stdin.closed:
+            return ""
+        said, _ = self.process.communicate(timeout=TIMEOUT)
+        return said.strip()
+
+
+def memory(pid):
+    """Bytes of a process that are in memory, and those of them that are its own."""
+    values = {}
+    for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:]:
+        name, value = line.split()[:2]
+        values[name] = int(value) * 1024
+    return values["Rss:"], values["Private_Dirty:"]
+
+
+def descriptors(pid):
+    return len(os.listdir(f"/proc/{pid}/fd"))
+
+
+class Watch:
+    """Looks at a process and its window ten times a second, until closed."""
+
+    def __init__(self, display, pid, window):
+        self.pid, self._display, self._window = pid, display, window
+        self.before = self._measure()
+        self.most = list(self.before)
+        self.pictures = 0
+        self.longest_without = 0
+        self._is_over = threading.Event()
+        self._thread = threading.Thread(target=self._run)
+        self._thread.start()
+
+    def _measure(self):
+        return (*memory(self.pid), descriptors(self.pid))
+
+    def _run(self):
+        with Client(self._display) as client:
+            last, since = None, time.monotonic()
+            while not self._is_over.wait(0.1):
+                try:
+                    picture = client.content(self._window)
+                    measured = self._measure()
+                except (OSError, RuntimeError):
+                    return  # it has ended, which others are to say
+                now = time.monotonic()
+                self.longest_without = max(self.longest_without, now - since)
+                if picture != last:
+                    self.pictures += 1
+                    last, since = picture, now
+                self.most = [max(pair) for pair in zip(self.most, measured)]
+
+    def growth(self):
+        """Of memory, of the process's own memory, and of the number of its descriptors: the most that was seen."""
+        return [most - before for most, before in zip(self.most, self.before)]
+
+    def await_before(self):
+        """Until it has no more descriptors and hardly more memory than at the beginning."""
+        seen = []
+
+        def is_back():
+            seen[:] = self._measure()
+            return seen[1] <= self.before[1] + 2 * MIB and seen[2] == self.before[2]
+
+        with contextlib.suppress(AssertionError):
+            wait_until(is_back, "")
+        return seen[1] - self.before[1], seen[2] - self.before[2]
+
+    def close(self):
+        self._is_over.set()
+        self._thread.join(TIMEOUT)

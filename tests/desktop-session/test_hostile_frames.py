@@ -1,0 +1,121 @@
+"""Frames that no program of ours would send, made of real ones by changing them at random, to both programs.
+
+    QEL_FRAMES=NUMBER   how many each program has to read; tests/long/run wants ten million
+    QEL_SEED=NUMBER     the first of the seeds, one for each start of the program
+"""
+
+import contextlib
+import os
+import pathlib
+import re
+import select
+import subprocess
+import time
+import unittest
+
+from charts import STORE
+from desktop import SLOWNESS, TIMEOUT, wait_until
+from hostile import APPLICATION, DESKTOP, MIB, PROGRAM, Attack, memory
+from replicants import HOST_STORE, ReplicantsTest
+
+FRAMES = int(os.environ.get("QEL_FRAMES", 5000))
+SEED = int(os.environ.get("QEL_SEED", 1))
+FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data/frames"
+IS_TOLD = FRAMES > 10_000
+FRAMES_PER_START = 500_000
+"""Charts are deleted meanwhile, and more and more windows are open."""
+SILENCE = 120
+"""Seconds without a frame that is read, after which a program is stuck."""
+
+
+class HostileFrames(ReplicantsTest):
+    """Three charts in the window, and three on the desktop where those are attacked."""
+
+    def arrange(self):
+        maker = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "long", "store_of_charts")
+        subprocess.run([maker, "3", "200000", self.config / STORE, "desktop", self.config / HOST_STORE], check=True)
+
+    def open(self):
+        """Not before a test knows which of the two it needs."""
+
+    def begin_application(self):
+        self.arrange()
+        (self.config / HOST_STORE).unlink()
+        super().open()
+        return self.program.process
+
+    def begin_host(self):
+        self.arrange()
+        process = self.start_host()
+        self.replicant(3)
+        return process
+
+    def report(self, text):
+        if IS_TOLD:
+            print(f"\n    {time.strftime('%H:%M:%S')} {text}", end="", flush=True)
+
+    def attack(self, begin, signature, recorded):
+        """Until enough frames have been read. Some ask the program to end, which it does: then it is begun anew."""
+        read, turn = 0, 0
+        while read < FRAMES:
+            process = begin()
+            wanted = min(FRAMES - read, FRAMES_PER_START)
+            sent = self.send(process, signature, recorded, wanted, SEED + turn)
+            if sent >= wanted:
+                self.ask(signature)
+                process.terminate()
+            self.assertEqual(process.wait(TIMEOUT), 0, f"seed {SEED + turn}")
+            read, turn = read + sent, turn + 1
+            self.report(f"{read} frames in all; ended after {sent} of {wanted}")
+            self.end_all()
+
+    def ask(self, signature):
+        result = subprocess.run([PROGRAM, "question", signature], env=self.desktop.environment, text=True,
+                                stdin=subprocess.DEVNULL, capture_output=True, timeout=TIMEOUT)
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def own_time(self, honest):
+        """The longest that an answer took, without the time that both programs waited for a processor."""
+        said = honest.stop().split()
+        return int(said[6]) / 1000 if len(said) > 6 else 0
+
+    def send(self, process, signature, recorded, count, seed):
+        if IS_TOLD:
+            honest = Attack(self.desktop.environment, "honest", signature)
+            begun = time.monotonic()
+            wait_until(lambda: time.monotonic() > begun + 10, "ten seconds")
+            self.report(f"at rest: answers within {self.own_time(honest):.1f} ms")
+            honest = Attack(self.desktop.environment, "honest", signature)
+        before = memory(process.pid)[1]
+        sender = subprocess.Popen([PROGRAM, "mutations", signature, FOLDER / recorded, str(count), str(seed)],
+                                  env=self.desktop.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        read, heard, grown, told = 0, time.monotonic(), 0, time.monotonic()
+        try:
+            while sender.poll() is None and process.poll() is None:
+                ready, _, _ = select.select([sender.stdout], [], [], 1)
+                found = re.match(r"([0-9]+) frames", sender.stdout.readline()) if ready else None
+                if found and int(found.group(1)) > read:
+                    read, heard = int(found.group(1)), time.monotonic()
+                    with contextlib.suppress(OSError, KeyError):
+                        grown = memory(process.pid)[1] - before
+                    if heard > told + 30:
+                        told = heard
+                        self.report(f"seed {seed}: {read} frames, memory {grown / MIB:+.1f} MiB")
+                self.assertLess(time.monotonic() - heard, SILENCE * SLOWNESS, f"stuck after {read} frames, seed {seed}")
+        finally:
+            rest, _ = sender.communicate()
+            for number in re.findall(r"([0-9]+) frames", rest):
+                read = max(read, int(number))
+            if IS_TOLD:
+                self.report(f"answers within {self.own_time(honest):.1f} ms")
+        return read
+
+    def test_application(self):
+        self.attack(self.begin_application, APPLICATION, "to-application")
+
+    def test_host(self):
+        self.attack(self.begin_host, DESKTOP, "to-host")
+
+
+if __name__ == "__main__":
+    unittest.main()

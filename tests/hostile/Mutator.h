@@ -1,0 +1,45 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/application/teams/Frame.h"
+
+#include <random>
+#include <string>
+#include <vector>
+
+/// Makes frames that no program of ours would send of some that one did send. The same seed makes the same frames.
+class Mutator {
+public:
+    struct Made {
+        std::string bytes; ///< with the length before it
+        bool isGood;       ///< it may be believed in part; else the connection ends with it
+    };
+
+    /// @param recorded  frames with their lengths, as they came on a connection
+    /// @param self      the address to ask for answers at, now and then
+    Mutator(std::string_view recorded, kits::Address self, uint32 seed);
+
+    Made Next();
+
+private:
+    struct Recorded {
+        kits::MessageFrame frame;
+        BMessage message;
+    };
+
+    int Below(int end) { return static_cast<int>(fRandom() % static_cast<unsigned>(end)); }
+    bool OneIn(int count) { return Below(count) == 0; }
+    uint32 Code();
+    /// A number that somebody may have forgotten, of so many bytes.
+    std::string Value(size_t size);
+    void ChangeFields(BMessage* message, int depth);
+    void AddField(BMessage* message, const char* name, type_code type);
+    void ChangeFrame(kits::MessageFrame* frame);
+    void ChangeBytes(std::string* bytes);
+    std::string MessageFrame();
+
+    std::mt19937 fRandom;
+    const kits::Address fSelf;
+    std::vector<Recorded> fRecorded;
+    std::vector<std::string> fNames; ///< of fields
+};
