@@ -1,12 +1,12 @@
 #include "kits/application/Message.h"
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/messages/MessageFormat.h"
-#include "kits/application/teams/Crc32.h"
 #include "kits/interface/InterfaceKit.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/support/MessageCodes.h"
+#include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <memory>
@@ -15,14 +15,6 @@
 // Archives, dropped settings and commands as they come from files, drags and other programs.
 
 namespace {
-
-std::string FourByteInteger(uint32 value)
-{
-    std::string bytes = "\x1A";
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes += static_cast<char>(value >> shift & 0xFF);
-    return bytes;
-}
 
 void CheckChart(const ChartView& chart)
 {
@@ -76,9 +68,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)
         return 0;
-    const std::string fields(TextOf(data + 1, size - 1));
-    const std::string flat = "\xD9\xD9\xF7\x83" + FourByteInteger(static_cast<uint32>(fields.size()) + 5) + fields +
-                             FourByteInteger(kits::Crc32(fields));
+    const std::string flat = FlatMessage(std::string(TextOf(data + 1, size - 1)));
     BMessage message;
     // Written by someone else: without addresses.
     if (kits::ReadMessage(flat, &message) != B_OK)

@@ -1,7 +1,7 @@
 #include "kits/application/Message.h"
-#include "kits/application/teams/Crc32.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
+#include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <string>
@@ -57,14 +57,6 @@ void Read(const std::string& flat)
     Expect(second.HasSameData(message));
 }
 
-std::string FourByteInteger(uint32 value)
-{
-    std::string bytes = "\x1A";
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes += static_cast<char>(value >> shift & 0xFF);
-    return bytes;
-}
-
 } // namespace
 
 // The bytes as they are, and as the map of a message whose size and checksum are right.
@@ -72,7 +64,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string bytes(TextOf(data, size));
     Read(bytes);
-    Read("\xD9\xD9\xF7\x83" + FourByteInteger(static_cast<uint32>(size) + 5) + bytes +
-         FourByteInteger(kits::Crc32(bytes)));
+    Read(FlatMessage(bytes));
     return 0;
 }

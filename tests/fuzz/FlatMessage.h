@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "kits/application/teams/Crc32.h"
+#include "kits/kernel/Types.h"
+
+/// A flattened message around a map of fields: mutations of the map stay behind a length and a sum that are right.
+inline std::string FlatMessage(const std::string& fields)
+{
+    const auto integer = [](uint32 value) {
+        std::string bytes = "\x1A";
+        for (int shift = 24; shift >= 0; shift -= 8)
+            bytes += static_cast<char>(value >> shift & 0xFF);
+        return bytes;
+    };
+    return "\xD9\xD9\xF7\x83" + integer(static_cast<uint32>(fields.size()) + 5) + fields + integer(kits::Crc32(fields));
+}
