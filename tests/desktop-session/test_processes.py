@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import random
+import re
 import signal
 import socket
 import struct
@@ -215,7 +216,9 @@ class Planted(ProcessesTest):
                 program.window()
                 self.assert_one_line(self.run_beside("--set-delay", "1", XDG_RUNTIME_DIR=folder), 1)
                 program.signal(signal.SIGTERM)
-                self.assert_ends_well(program)
+                status, errors = program.wait()
+                self.assertEqual(status, 0)
+                self.assertRegex(errors, rf"\Aqel: {re.escape(folder)}/kits is [^\n]+\n\Z")
                 after = os.stat(runtime / "kits", follow_symlinks=False)
                 self.assertEqual((after.st_ino, after.st_mode), (before.st_ino, before.st_mode))
                 self.assertEqual(list(elsewhere.iterdir()), [])
