@@ -80,11 +80,15 @@ std::string OwnFolder()
 /// The user's own comes first.
 std::vector<std::string> SettingsFolders()
 {
-    std::vector<std::string> folders = {OwnFolder()};
+    std::vector<std::string> folders;
+    if (const std::string own = OwnFolder(); !own.empty())
+        folders.push_back(own);
     const char* names = std::getenv("XDG_CONFIG_DIRS");
     std::istringstream list(names != nullptr && *names != '\0' ? names : "/etc/xdg");
-    for (std::string name; std::getline(list, name, ':');)
-        folders.push_back(name);
+    for (std::string name; std::getline(list, name, ':');) {
+        if (!name.empty() && name.front() == '/')
+            folders.push_back(name);
+    }
     return folders;
 }
 
@@ -297,9 +301,13 @@ bool PcmanfmDesktop::Restore(const BMessage& kept)
 
 bool PcmanfmDesktop::PutPictureBack(const State& before, const State& now)
 {
-    // A picture that is gone it would not take; without one it shows the background's colour.
-    if (!Exists(before.picture))
+    // A picture that is gone it would not take. It shows the background's colour where its own is gone, and so it does
+    // at the next login.
+    if (!Exists(before.picture)) {
+        std::error_code error;
+        std::filesystem::remove(now.picture, error);
         return SetPicture(kNowhere, now.OtherMode());
+    }
     return SetPicture(before.picture, "") && AwaitPicture(before.picture);
 }
 
@@ -308,7 +316,7 @@ bool PcmanfmDesktop::WriteBack(const State& before)
     if (!WritePicture(before.written))
         return false;
     // It may have read the file just before.
-    return RulerOfDesktop() != Ruler::kItself || PutPictureBack(before, before);
+    return RulerOfDesktop() != Ruler::kItself || !Exists(before.picture) || PutPictureBack(before, before);
 }
 
 bool PcmanfmDesktop::Change(rgb_color color, const BMessage*)

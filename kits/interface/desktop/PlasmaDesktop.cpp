@@ -10,10 +10,7 @@
 #include "kits/storage/Path.h"
 
 #include <cstdio>
-#include <cstring>
 #include <sstream>
-#include <sys/inotify.h>
-#include <unistd.h>
 
 namespace kits {
 
@@ -132,12 +129,16 @@ Place PlaceOf(const std::string& key)
     return PlaceOf(DesktopOf(key), key.substr(key.find('/') + 1));
 }
 
-IniFile ReadFile()
+/// "" where there is no settings folder.
+std::string FilePath()
 {
     BPath path;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) != B_OK)
-        return {};
-    return IniFile::Read(std::string(path.Path()) + "/" + kFile);
+    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? std::string(path.Path()) + "/" + kFile : "";
+}
+
+IniFile ReadFile()
+{
+    return IniFile::Read(FilePath());
 }
 
 std::optional<std::string> InFile(const std::string& key)
@@ -204,11 +205,8 @@ bool AwaitInFile(const std::string& key, const std::string& value)
 } // namespace
 
 PlasmaDesktop::PlasmaDesktop()
-    : fFolder(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    : fFile(FilePath())
 {
-    BPath path;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK)
-        inotify_add_watch(fFolder.Get(), path.Path(), IN_CLOSE_WRITE | IN_MOVED_TO);
 }
 
 std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
@@ -317,24 +315,12 @@ std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
 
 std::vector<int> PlasmaDesktop::Descriptors() const
 {
-    return {fFolder.Get()};
+    return {fFile.Descriptor()};
 }
 
 std::vector<std::string> PlasmaDesktop::TakeChanges()
 {
-    std::vector<std::string> changes;
-    alignas(inotify_event) char bytes[4096];
-    for (ssize_t size; (size = read(fFolder.Get(), bytes, sizeof(bytes))) > 0;) {
-        for (ssize_t at = 0; at < size;) {
-            inotify_event event;
-            std::memcpy(&event, bytes + at, sizeof(event));
-            const char* name = bytes + at + sizeof(event);
-            if (event.len > 0 && std::strcmp(name, kFile) == 0)
-                changes.emplace_back(name);
-            at += static_cast<ssize_t>(sizeof(event) + event.len);
-        }
-    }
-    return changes;
+    return fFile.TakeNews() ? std::vector<std::string>{kFile} : std::vector<std::string>();
 }
 
 } // namespace kits

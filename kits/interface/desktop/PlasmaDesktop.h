@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kits/interface/desktop/FileWatch.h"
 #include "kits/interface/desktop/SettingsDesktop.h"
 
 namespace kits {
@@ -28,7 +29,7 @@ protected:
     bool MayBeStyle(const std::string&) const override { return true; }
 
 private:
-    FileDescriptor fFolder; ///< tells of files that changed in the settings folder
+    FileWatch fFile;
 };
 
 } // namespace kits

@@ -259,6 +259,9 @@ TEST_F(PcmanfmDesktopTest, AWallpaperThatIsGoneMeanwhileLeavesThePlainColour)
     std::filesystem::remove(picture);
     EXPECT_TRUE(desktop.Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
+    // At the next login, too, though its settings name the picture that was painted.
+    EXPECT_FALSE(HasPictures());
+    EXPECT_EQ(desktop.Read(), kGrey);
 }
 
 /// At the end of a session it may go first, and at a login come last.
