@@ -41,6 +41,10 @@ constexpr bigtime_t kLongestWrite = 2000000;
 /// Where the X server is not that of the desktop.
 constexpr std::pair kUsualSize(3840, 2160);
 
+/// Of the modes, two in which a picture of one colour fills the screen.
+constexpr const char* kOneMode = "tile";
+constexpr const char* kAnotherMode = "zoom";
+
 /// A path that leads nowhere, for a window that is to show no picture.
 constexpr const char* kNowhere = "/nonexistent";
 
@@ -164,6 +168,17 @@ bool PcmanfmDesktop::State::IsPlain() const
     return mode == "none" || mode == "color";
 }
 
+bool PcmanfmDesktop::State::Is(const State& before, bool notesMode) const
+{
+    const bool isNoted = notesMode && (mode == kOneMode || mode == kAnotherMode);
+    return picture == before.picture && color == before.color && (mode == before.mode || isNoted);
+}
+
+std::string PcmanfmDesktop::State::OtherMode() const
+{
+    return mode == kOneMode ? kAnotherMode : kOneMode;
+}
+
 rgb_color PcmanfmDesktop::State::Background() const
 {
     return ParseHexColor(UnescapedByQt(color)).value_or(kBlack);
@@ -256,15 +271,25 @@ PcmanfmDesktop::State PcmanfmDesktop::StateOf(const BMessage& kept)
     return state;
 }
 
-bool PcmanfmDesktop::Show(rgb_color color, bool inSettings, const State& state)
+bool PcmanfmDesktop::ShowInSettings(rgb_color color)
 {
     const std::string file = PutPicture(color);
-    if (file.empty())
+    if (file.empty() || !SetPicture(file, "") || !AwaitPicture(file))
         return false;
-    if (inSettings ? !SetPicture(file, "") || !AwaitPicture(file)
-                   : !SetPicture(PlainPicture::WithoutKind(file), state.OtherMode()))
+    fInWindow.clear();
+    RemoveUnused();
+    return true;
+}
+
+bool PcmanfmDesktop::ShowInWindow(rgb_color color)
+{
+    const std::string file = PutPicture(color);
+    const std::optional<State> now = Current();
+    if (file.empty() || !now || !SetPicture(PlainPicture::WithoutKind(file), now->OtherMode()))
         return false;
-    fInWindow = inSettings ? "" : file;
+    const std::optional<State> then = Current();
+    fNotesMode = then && then->mode == now->OtherMode();
+    fInWindow = file;
     RemoveUnused();
     return true;
 }
@@ -272,7 +297,7 @@ bool PcmanfmDesktop::Show(rgb_color color, bool inSettings, const State& state)
 bool PcmanfmDesktop::Paint(rgb_color color, const BMessage& kept)
 {
     fPaintedOver = StateOf(kept);
-    return Show(color, fPaintedOver->hasPicture, *fPaintedOver);
+    return fPaintedOver->hasPicture ? ShowInSettings(color) : ShowInWindow(color);
 }
 
 bool PcmanfmDesktop::Restore(const BMessage& kept)
@@ -286,9 +311,13 @@ bool PcmanfmDesktop::Restore(const BMessage& kept)
     if (before.hasPicture) {
         if (PlainPicture::IsOne(now->picture) && now->picture != before.picture)
             isDone = ruler == Ruler::kItself ? PutPictureBack(before, *now) : WriteBack(before);
-    } else if (ruler == Ruler::kItself && *now == before) {
-        isDone = fChanged && fChanged->first == *now ? Show(fChanged->second, false, *now)
-                                                     : SetPicture(kNowhere, before.OtherMode());
+    } else if (ruler == Ruler::kItself && now->Is(before, !fPaintedOver || fNotesMode)) {
+        if (now->mode != before.mode)
+            isDone = SetPicture(kNowhere, before.mode);
+        else if (fChanged && fChanged->first == *now)
+            isDone = ShowInWindow(fChanged->second);
+        else
+            isDone = SetPicture(kNowhere, before.OtherMode());
     }
     if (!isDone)
         return false;
@@ -322,12 +351,16 @@ bool PcmanfmDesktop::WriteBack(const State& before)
 bool PcmanfmDesktop::Change(rgb_color color, const BMessage*)
 {
     const std::optional<State> now = Current();
-    if (!now || RulerOfDesktop() != Ruler::kItself || !Show(color, !now->IsPlain(), *now))
+    if (!now || RulerOfDesktop() != Ruler::kItself || !(now->IsPlain() ? ShowInWindow(color) : ShowInSettings(color)))
         return false;
     fPaintedOver.reset();
     fChanged.reset();
-    if (now->IsPlain())
+    if (now->IsPlain()) {
+        // Where the mode is noted, the picture can be.
+        if (fNotesMode)
+            return ShowInSettings(color);
         fChanged.emplace(*now, color);
+    }
     RemoveUnused();
     return true;
 }
@@ -338,7 +371,7 @@ bool PcmanfmDesktop::IsPainted() const
     if (!fPaintedOver || !now)
         return false;
     return fPaintedOver->hasPicture ? PlainPicture::IsOne(now->picture) && now->mode == fPaintedOver->mode
-                                    : *now == *fPaintedOver;
+                                    : now->Is(*fPaintedOver, fNotesMode);
 }
 
 std::vector<int> PcmanfmDesktop::Descriptors() const

@@ -15,6 +15,8 @@ namespace kits {
 ///   they are: its window takes a path that leads nowhere without noting it, and finds a file with an end added. Such
 ///   a colour, set for good, lasts until the session ends.
 ///
+/// A mode for the window is not noted in the settings by the versions that are known; one that notes it is served too.
+///
 /// While it does not run, as at a login and at the session's end, the file is read, and written in its place.
 class PcmanfmDesktop : public DesktopBackend {
 public:
@@ -52,7 +54,9 @@ private:
         /// Only the background's colour is shown.
         bool IsPlain() const;
         /// Another mode than that of the settings, which is the only one that counts for the window alone.
-        std::string OtherMode() const { return mode == "tile" ? "zoom" : "tile"; }
+        std::string OtherMode() const;
+        /// True if these are the settings of before, but for a mode that may have been noted for the window.
+        bool Is(const State& before, bool notesMode) const;
         rgb_color Background() const;
     };
 
@@ -60,8 +64,9 @@ private:
     static State StateOf(const BMessage& kept);
     /// The picture of a slide show that is shown now, as far as it can be told.
     static std::string Slide(const State& state);
-    /// @param inSettings  as the wallpaper; else for the window alone
-    bool Show(rgb_color color, bool inSettings, const State& state);
+    /// As the wallpaper.
+    bool ShowInSettings(rgb_color color);
+    bool ShowInWindow(rgb_color color);
     static bool PutPictureBack(const State& before, const State& now);
     static bool WriteBack(const State& before);
     /// Removes the picture files that nobody needs any more.
@@ -71,6 +76,7 @@ private:
     FileWatch fSlides;
     std::optional<State> fPaintedOver;
     std::string fInWindow;                               ///< the picture file that is shown for the window alone
+    bool fNotesMode = false;                             ///< it has noted the mode for the window in its settings
     std::optional<std::pair<State, rgb_color>> fChanged; ///< a colour set for good that is in no settings
 };
 

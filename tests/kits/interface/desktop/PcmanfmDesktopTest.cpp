@@ -35,6 +35,7 @@ if [ -n "$path" ] && [ -e "$path" ] && [ "$path" != "$(cat memory/picture)" ]; t
 fi
 if [ -n "$mode" ] && [ "$mode" != "$(cat memory/mode)" ]; then
     printf %s "$mode" >window/mode
+    [ ! -e notes ] || printf %s "$mode" >memory/mode
     changed=1
 fi
 [ -n "$changed" ] || exit 0
@@ -353,6 +354,27 @@ TEST_F(PcmanfmDesktopTest, AColourForGoodOverAPlainOneLastsUntilTheSessionEnds)
     EXPECT_EQ(desktop.Read(), kBlue);
     PutFile("WallpaperMode=none\nBgColor=#c80a14\n");
     EXPECT_EQ(desktop.Read(), kRed);
+}
+
+/// Other versions may.
+TEST_F(PcmanfmDesktopTest, AModeThatIsNotedIsPutBack)
+{
+    folder.Put("notes", "");
+    Begin(picture, "none");
+    PcmanfmDesktop desktop;
+    const std::optional<BMessage> kept = desktop.Keep();
+    EXPECT_TRUE(desktop.Paint(kRed, *kept));
+    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_EQ(Shown(), kBlue);
+    EXPECT_TRUE(desktop.IsPainted());
+    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(Shown(), kGrey);
+    EXPECT_TRUE(FileHas("\nWallpaper=" + picture + "\nWallpaperMode=none\n"));
+    EXPECT_FALSE(HasPictures());
+    // What is set for good stays in the settings then.
+    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
+    EXPECT_EQ(Shown(), kBlue);
+    EXPECT_EQ(PcmanfmDesktop().Read(), kBlue);
 }
 
 TEST_F(PcmanfmDesktopTest, ASlideShowThatCouldNotBeBroughtBackIsNotPaintedOver)
