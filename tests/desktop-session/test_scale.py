@@ -342,6 +342,19 @@ class GtkDesktops(ScaleTest):
             self.await_change()
             self.await_geometry(self.window, (*PLACE, *SIZE), 1.5)
 
+    def test_the_variables_of_a_login_to_mate_are_not(self):
+        """Its daemon gives all programs the scale of the login in variables, and tells changes in the settings alone."""
+        settings = {"Gdk/WindowScalingFactor": 1, "Gdk/UnscaledDPI": 96 * 1024, "Xft/DPI": 96 * 1024}
+        self.manager.set(settings)
+        self.settle()
+        self.quit()
+        self.program = self.start(XDG_CURRENT_DESKTOP="MATE", QT_SCALE_FACTOR="2", QT_FONT_DPI="120", **self.environment)
+        self.window = self.program.window()
+        self.await_geometry(self.window, (*PLACE, *SIZE), 1)
+        self.set_and_await(2, {"Gdk/WindowScalingFactor": 2, "Xft/DPI": 192 * 1024})
+        self.set_and_await(1.5, {"Gdk/WindowScalingFactor": 1, "Gdk/UnscaledDPI": 144 * 1024, "Xft/DPI": 144 * 1024})
+        self.set_and_await(1, settings)
+
     def test_a_daemon_that_is_started_anew_is_heard(self):
         self.manager.close()
         self.manager = SettingsManager(self.desktop.environment["DISPLAY"], self.settings)

@@ -1,5 +1,7 @@
 """MATE."""
 
+import pathlib
+
 from desktop import wait_until
 from session import Session
 
@@ -18,6 +20,19 @@ class Mate(Session):
             f"[Desktop Entry]\nType=Application\nName=Caja\nExec={' '.join(self.DESKTOP)}\n"
             "X-MATE-Autostart-Phase=Desktop\nX-MATE-Autostart-Notify=true\nX-MATE-AutoRestart=true\n"
             "X-MATE-Provides=filemanager\n")
+        # Debian's panel never registers with the session, which would wait half a minute for it at every login.
+        applications = pathlib.Path(self._folder) / ".local/share/applications"
+        applications.mkdir()
+        (applications / "mate-panel.desktop").write_text(
+            "[Desktop Entry]\nType=Application\nName=Panel\nExec=mate-panel\n"
+            "X-MATE-Autostart-Phase=Application\nX-MATE-Provides=panel\n")
+        # For another scale the settings daemon ends all panels of the user by their name, those of other sessions too.
+        tools = pathlib.Path(self._folder) / "bin"
+        tools.mkdir()
+        restart = tools / "killall"
+        restart.write_text('#!/bin/sh\nexec "$1" --replace\n')
+        restart.chmod(0o700)
+        self._bare_environment["PATH"] = f"{tools}:{self._bare_environment['PATH']}"
 
     def set_value(self, schema, key, value):
         self.run("gsettings", "set", f"org.mate.{schema}", key, value)

@@ -67,8 +67,7 @@ class Session(Desktop):
         self.config = home / "config"
         autostart = self.config / "autostart"
         autostart.mkdir(parents=True)
-        (autostart / LOGGED_IN).write_text(f"[Desktop Entry]\nType=Application\nName=Tests\nExec={teller}\n"
-                                           "X-MATE-Autostart-Phase=Initialization\n")
+        (autostart / LOGGED_IN).write_text(f"[Desktop Entry]\nType=Application\nName=Tests\nExec={teller}\n")
         for entry in pathlib.Path("/etc/xdg/autostart").glob("*.desktop"):
             if entry.name not in self.AUTOSTARTED:
                 (autostart / entry.name).write_text("[Desktop Entry]\nType=Application\nName=None\nHidden=true\n")

@@ -8,7 +8,6 @@ from charts import RECORDED
 
 SIZE = (400, 300)
 """Of the window's content, in logical pixels: it leaves room for the chart beside it, at scale 2 as well."""
-WAY = (2, 1.5, 1, 2, 1)
 
 
 @unittest.skipUnless(DESKTOP.SCALES_LIVE, "this desktop's programs have to start anew for another scale")
@@ -51,8 +50,8 @@ class Scale(RealTest):
         self.await_chart(*self.frame())
         self.await_change()
 
-    def follow(self, change):
-        for scale in WAY:
+    def follow(self, change, way):
+        for scale in way:
             with self.subTest(scale):
                 change(scale)
                 self.await_scale(scale)
@@ -65,10 +64,14 @@ class Scale(RealTest):
         self.await_wallpaper(left, top + height + 4, width, 60)
 
     def test_of_fonts_is_followed(self):
-        self.follow(self.desktop.set_font_scale)
+        self.follow(self.desktop.set_font_scale, (2, 1.5, 1, 2, 1))
         self.quit()
 
-    def test_of_windows_is_followed_and_the_logical_size_kept(self):
+    def test_of_windows_is_followed(self):
+        self.follow(self.desktop.set_scale, (2, 1, 2, 1))
+        self.quit()
+
+    def test_of_windows_leaves_the_logical_size_for_the_next_start(self):
         self.desktop.set_scale(2)
         self.await_scale(2)
         self.assert_well_drawn(2)

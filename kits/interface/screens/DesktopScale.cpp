@@ -19,6 +19,8 @@ constexpr int32 kParts = 1024; ///< of a dot per inch, as resolutions are told
 
 /// The toolkit's own scale before this one had a say.
 std::optional<double> sFirst;
+/// The user has told the toolkit a scale by its own variables.
+bool sIsChosenByUser = false;
 bool sIsOurs = false;
 bool sIsDeaf = false;
 double sScale = 1;
@@ -80,10 +82,14 @@ double OfToolkit(const XSettings& settings, double otherwise)
 void Apply(const XSettings& settings)
 {
     const QScreen* const main = QGuiApplication::primaryScreen();
-    if (main == nullptr || IsChosenByUser())
+    if (main == nullptr)
         return;
-    if (!sFirst.has_value())
+    if (!sFirst.has_value()) {
         sFirst = main->devicePixelRatio();
+        sIsChosenByUser = IsChosenByUser();
+    }
+    if (sIsChosenByUser)
+        return;
     const double scale = Of(settings, *sFirst);
     if (!sIsOurs) {
         if (scale == OfToolkit(settings, *sFirst) && !sIsDeaf)
@@ -107,6 +113,7 @@ void ToolkitIsDeaf()
 void Forget()
 {
     sFirst.reset();
+    sIsChosenByUser = false;
     sIsOurs = false;
     sIsDeaf = false;
     sScale = 1;

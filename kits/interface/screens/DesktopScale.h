@@ -21,8 +21,9 @@ double Of(const XSettings& settings, double otherwise);
 /// The scale that the toolkit takes from the same settings. Pure.
 double OfToolkit(const XSettings& settings, double otherwise);
 
-/// Gives the toolkit the scale when it would not find it by itself; from then on always. Not when the user has told
-/// the toolkit a scale by its own variables. The windows do not follow by themselves, see ScaleWatch.
+/// Gives the toolkit the scale when it would not find it by itself; from then on always. Does nothing if the first call
+/// finds one of the toolkit's own variables for scales in the environment: that is the user's wish. The windows do not
+/// follow by themselves, see ScaleWatch.
 void Apply(const XSettings& settings);
 /// From here on the toolkit does not hear of changes.
 void ToolkitIsDeaf();

@@ -11,6 +11,7 @@
 #include "kits/interface/screens/ScreenList.h"
 #include "kits/interface/startup/DisplayCheck.h"
 #include "kits/interface/startup/FontsAhead.h"
+#include "kits/interface/startup/LoginScale.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/interface/startup/SessionBus.h"
 #include "kits/interface/startup/SessionEnd.h"
@@ -30,6 +31,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -79,6 +81,9 @@ void MakeApplication(int& argc, char** argv)
         const SessionBus bus;
         const FontsAhead fonts;
         SettingsAhead settings;
+        std::optional<LoginScale> scale;
+        if (LoginScale::IsInEnvironment())
+            scale.emplace(settings.Settings());
         sApplication = new KitsApplication(argc, argv);
         settings.Finish();
     }

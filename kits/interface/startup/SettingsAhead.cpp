@@ -30,10 +30,16 @@ SettingsAhead::~SettingsAhead()
         fReader.join();
 }
 
-void SettingsAhead::Finish()
+const XSettings& SettingsAhead::Settings()
 {
     if (fReader.joinable())
         fReader.join();
+    return fSettings;
+}
+
+void SettingsAhead::Finish()
+{
+    Settings();
     XSettingsWatch::Start(fSource, std::move(fSettings));
 }
 

@@ -16,6 +16,8 @@ public:
     SettingsAhead(const SettingsAhead&) = delete;
     SettingsAhead& operator=(const SettingsAhead&) = delete;
 
+    /// Waits for the answers.
+    const XSettings& Settings();
     /// Waits for the answers and follows the settings from here on. The toolkit has to be there.
     void Finish();
 

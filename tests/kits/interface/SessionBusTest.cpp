@@ -1,5 +1,7 @@
 #include "kits/interface/startup/SessionBus.h"
 
+#include "tests/support/Environment.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -15,26 +17,12 @@ class SessionBus : public testing::Test {
 protected:
     SessionBus()
     {
-        for (Variable& variable : fVariables) {
-            const char* value = std::getenv(variable.name);
-            variable.isSet = value != nullptr;
-            variable.value = value != nullptr ? value : "";
-        }
         std::filesystem::create_directory(folder);
         unsetenv("DBUS_SESSION_BUS_ADDRESS");
         setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
         setenv("PATH", folder.c_str(), 1);
     }
-    ~SessionBus() override
-    {
-        for (const Variable& variable : fVariables) {
-            if (variable.isSet)
-                setenv(variable.name, variable.value.c_str(), 1);
-            else
-                unsetenv(variable.name);
-        }
-        std::filesystem::remove_all(folder);
-    }
+    ~SessionBus() override { std::filesystem::remove_all(folder); }
     /// A file that may be executed.
     void Make(const std::string& name)
     {
@@ -46,13 +34,7 @@ protected:
         std::filesystem::temp_directory_path() / ("session-bus-" + std::to_string(getpid()));
 
 private:
-    struct Variable {
-        const char* name;
-        bool isSet;
-        std::string value;
-    };
-    Variable fVariables[3] = {
-        {"DBUS_SESSION_BUS_ADDRESS", false, ""}, {"XDG_RUNTIME_DIR", false, ""}, {"PATH", false, ""}};
+    const EnvironmentGuard fGuard{"DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "PATH"};
 };
 
 } // namespace
