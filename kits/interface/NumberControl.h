@@ -5,14 +5,14 @@
 /// A field for a whole number of a range, without a visible label: SetAccessibleName() gives it its name.
 ///
 /// The user types the number, or changes it with the up and down keys, the two arrows beside it, or the wheel while the
-/// field has the focus. Each number of the range sends the message; what is typed meanwhile and is none sends nothing,
-/// and becomes the last number when the field is left. The value is the number; what the program sets is held to the
+/// field has the focus. Each new number sends the message. Text that is no number of the range sends nothing; when the
+/// focus leaves the field, the last number replaces such text. The value is the number, and SetValue() holds it to the
 /// range.
 ///
 /// On being attached it takes the height that its font asks for, and grows to the width of the longest number.
 class BNumberControl : public BControl {
 public:
-    /// @param name  what it is called by assistive technology
+    /// @param name  the view's name, which assistive technology reads if there is no SetAccessibleName()
     /// @param minValue, maxValue  the ends of the range, both reachable; the value starts at `minValue`. A range the
     ///                            wrong way round is taken the other way
     BNumberControl(BRect frame, const char* name, BMessage* message, int32 minValue, int32 maxValue,

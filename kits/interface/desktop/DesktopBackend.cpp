@@ -19,7 +19,7 @@ template <class Desktop> std::unique_ptr<DesktopBackend> IfThere(std::unique_ptr
     return desktop->IsThere() ? std::move(desktop) : nullptr;
 }
 
-/// The environment that the session is said to be of; null for others, and when it does not answer.
+/// The desktop environment that the session names; null for an unknown one, and for one that does not answer.
 std::unique_ptr<DesktopBackend> MakeSettingsDesktop(const std::string& screen)
 {
     const char* names = std::getenv("XDG_CURRENT_DESKTOP");

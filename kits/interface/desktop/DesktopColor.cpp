@@ -14,13 +14,13 @@ namespace kits::DesktopColor {
 
 namespace {
 
-/// Who asks gets the last known colour when the desktop takes longer; milliseconds.
+/// If the desktop takes longer, the answer is the last known colour; milliseconds.
 constexpr int kLongestAnswer = 100;
 
 /// Not destroyed by itself: a process that calls exit() somewhere leaves its thread as it is.
 DesktopWatch* sWatch = nullptr;
 
-/// Whether the toolkit draws on a desktop at all.
+/// True if the toolkit draws on a desktop.
 bool HasDesktop(const QString& platform)
 {
     return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));

@@ -11,10 +11,10 @@ namespace kits {
 /// before the first call. With the interface lock held.
 namespace DesktopColor {
 
-/// While nobody has said what it is.
+/// The colour until the desktop has been read.
 inline constexpr rgb_color kUnknown{51, 102, 152, 255};
 
-/// The last known one; kept true from the first call on.
+/// The last known colour, kept up to date from the first call on.
 rgb_color Get();
 /// Calls with the colour that is there now; see BScreen::AskDesktopColor. On the main thread, from its event loop.
 void Ask(std::function<void(rgb_color)> answer);
@@ -24,9 +24,9 @@ void Set(rgb_color color, bool permanent);
 void Change(rgb_color color);
 /// Puts the desktop back; see BScreen::RestoreDesktop.
 void Restore();
-/// Has this make the desktop, in place of what the toolkit draws on; before the first call of all. For tests.
+/// Sets the function that makes the desktop, for tests; before any other call.
 void SetMaker(DesktopWatch::Maker make);
-/// Forgets everything, after waiting for what is under way. Main thread.
+/// Ends the thread, see ~DesktopWatch, and forgets everything. Main thread.
 void Forget();
 
 } // namespace DesktopColor

@@ -8,23 +8,24 @@
 
 namespace kits {
 
-/// The file that keeps how the desktop was before a program of ours painted it: there as long as it is painted, so that
-/// after a program was killed the next one can put it back. One for all programs of the user; the one that has painted
-/// holds its lock. Without a settings folder nothing is kept on the disk.
+/// The file with the desktop's settings from before a program of ours painted it. It exists as long as the desktop is
+/// painted, so that the next program can put the desktop back after a kill. All programs of the user share one file,
+/// and the one that has painted holds its lock. Without a settings folder there is no file.
 class DesktopKept {
 public:
-    /// Whether there is one, of a running program or of one that was killed. Any thread, no lock.
+    /// True if the file exists, of a running program or of a killed one. Any thread; takes no lock.
     static bool Exists();
 
-    /// Writes it and holds its lock. When it returns B_OK it is on the disk.
-    /// @return B_BUSY when another program has painted the desktop; else why it could not be written
+    /// Writes the file and holds its lock.
+    /// @return B_OK when it is on the disk; B_BUSY if another program has painted the desktop; else why it could not be
+    ///         written
     status_t Save(const BMessage& kept);
-    /// What a killed program left. Holds the lock when there is something; what is no whole message is removed, for it
-    /// was never acted upon. Nothing too while another program has painted.
+    /// The settings that a killed program left; then this holds the lock. Nothing while another program has painted.
+    /// Removes a file that is no whole message: its program was killed before it painted.
     std::optional<BMessage> LoadLeft();
-    /// Removes it and gives the lock up.
+    /// Removes the file and releases the lock.
     void Remove();
-    /// Gives the lock up and leaves the file.
+    /// Releases the lock and leaves the file.
     void Release() { fFile.Unset(); }
 
 private:

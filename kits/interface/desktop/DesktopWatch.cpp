@@ -11,7 +11,7 @@ namespace kits {
 
 namespace {
 
-/// How often a desktop that tells nothing is looked at while somebody asks.
+/// How often a desktop without notifications is read while callers ask for its colour.
 constexpr bigtime_t kLookAgain = 2000000;
 
 constexpr const char* kBackend = "Desktop";
@@ -156,7 +156,7 @@ void DesktopWatch::Run()
     PutBackLeft();
     Look();
     while (Obey()) {
-        // Asking for the colour may have brought more of them.
+        // Reading the colour may have taken in more news.
         while (fBackend->TakeNews())
             HearNews();
         WaitForNews();
@@ -168,7 +168,7 @@ bool DesktopWatch::Obey()
 {
     std::unique_lock lock(fLock);
     const Order order = std::exchange(fOrder, Order::kNone);
-    // Only those who asked before the desktop is looked at.
+    // Only the questions from before the desktop is read.
     const std::vector<Answer> answers = std::exchange(fAnswers, {});
     const rgb_color color = fOrdered;
     const bool permanent = fPermanent;
@@ -216,7 +216,7 @@ void DesktopWatch::Paint(rgb_color color, bool permanent)
 
 void DesktopWatch::ChangeForGood(rgb_color color)
 {
-    // Put back later, what a killed program left would undo what the user wants now.
+    // If a killed program's settings were put back later, they would undo this change.
     PutBackLeft();
     if (!fBackend->Change(color, fPainted ? &*fPainted : nullptr))
         return;
@@ -227,7 +227,7 @@ void DesktopWatch::ChangeForGood(rgb_color color)
 
 bool DesktopWatch::Keep()
 {
-    // What cannot be put back yet must not be written over.
+    // Settings that cannot be put back yet must not be overwritten.
     if (!PutBackLeft())
         return false;
     std::optional<BMessage> state = fBackend->Keep();
@@ -264,8 +264,8 @@ bool DesktopWatch::PutBackLeft()
     const bool isNamed = left->FindString(kBackend, &name) == B_OK;
     left->FindBool(kOutlives, &outlives);
     left->FindMessage(kState, &state);
-    // What the settings of another desktop were waits for a session of that desktop. No program of ours has written a
-    // file that names none, and it would wait for ever.
+    // Settings of another desktop wait for a session of that desktop. A file that names no desktop is not ours, and would
+    // wait for ever.
     if (!isNamed || (name == fBackend->Name() ? fBackend->Restore(state) : !outlives)) {
         fKept.Remove();
         return true;

@@ -10,12 +10,12 @@
 
 namespace kits {
 
-/// What this process knows of the desktop's colour, and the thread that keeps it true and paints the desktop. Asking
-/// and setting never wait: the thread is the one that talks to the X server and runs the desktop's tools. Of several
-/// colours that are set in a row the newest is painted.
+/// The desktop's colour as this process knows it, and the thread that keeps it up to date and paints the desktop. No
+/// call waits: only the thread talks to the X server and runs the desktop's tools. Of several colours that are set in a
+/// row it paints the newest.
 ///
-/// Before the desktop is painted for the first time everything that will change is kept (DesktopKept); Restore puts it
-/// back. What a killed program left painted is put back before anything else.
+/// Before it paints the desktop for the first time it saves every setting that will change (DesktopKept); Restore puts
+/// the settings back. If a killed program has left the desktop painted, the thread puts that back first.
 ///
 /// Any thread, but made and destroyed by the main thread.
 class DesktopWatch {
@@ -23,31 +23,30 @@ public:
     using Maker = std::function<std::unique_ptr<DesktopBackend>()>;
     using Answer = std::function<void(rgb_color)>;
 
-    /// Starts the thread, if there is something to make.
-    /// @param make     called on the thread; null, or null from it, when there is no desktop to read or paint
-    /// @param unknown  the colour while nothing is known
+    /// Starts the thread, unless `make` is null.
+    /// @param make     makes the desktop, on the thread; null, or returns null, if there is none to read or paint
+    /// @param unknown  the colour until the desktop has been read
     /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
     DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
-    /// Waits until what is under way is done, but for a picture, which is given up. What is still painted then is put
-    /// back at the next start.
+    /// Waits until the thread has finished its current step; if that is reading a picture, the thread gives it up. A
+    /// desktop that is still painted then is put back at the next start.
     ~DesktopWatch();
     DesktopWatch(const DesktopWatch&) = delete;
     DesktopWatch& operator=(const DesktopWatch&) = delete;
 
-    /// The last known one.
+    /// The last known colour.
     rgb_color Get();
-    /// What Get() gives from here on, and has the desktop painted.
-    /// @param permanent  whether it may be painted by what outlives the session; else it is known here only
+    /// Sets the colour that Get() returns from here on, and has the desktop painted.
+    /// @param permanent  false: only this process knows the colour if the desktop's paint would outlive the session
     void Set(rgb_color color, bool permanent);
-    /// Get() gives what it did before the first Set, and the desktop is put back.
+    /// Has the desktop put back; Get() returns the colour from before the first Set.
     void Restore();
-    /// Sets the desktop's colour for good: Get() gives it, and a Restore goes back no further than to here.
+    /// Sets the desktop's colour for good: Get() returns it, and later calls of Restore go back to it.
     void Change(rgb_color color);
 
-    /// Has the desktop looked at anew, after everything that was ordered before, and gives the colour that is there
-    /// now.
+    /// Reads the desktop anew, after all orders before this one, and answers with its colour.
     /// @param answer  called once: on the thread, which may be busy for seconds; at once where there is no desktop.
-    ///                Never when the watch is destroyed before.
+    ///                Never called if the watch is destroyed first.
     void Ask(Answer answer);
 
 private:
@@ -55,7 +54,7 @@ private:
 
     static int32 ThreadEntry(void* self);
     void Run();
-    /// Does what was ordered last. False when that was all.
+    /// Obeys the newest order. @return false if there was none
     bool Obey();
     void Paint(rgb_color color, bool permanent);
     void ChangeForGood(rgb_color color);
@@ -64,13 +63,13 @@ private:
     /// @return whether nothing is left to put back
     bool PutBackLeft();
     /// Reads the desktop, unless it shows our own paint.
-    /// @return what it shows
+    /// @return the colour that it shows
     std::optional<rgb_color> HearNews();
     std::optional<rgb_color> Look();
     static void AnswerAll(const std::vector<Answer>& answers, rgb_color color);
     void Give(Order order);
     void WaitForNews();
-    /// The colour was found to be another under the lock, which alone tells whose change it was.
+    /// Calls fChanged if `isChanged`, which the caller has found out under the lock. Called without the lock.
     void SayIf(bool isChanged);
 
     const Maker fMake;
@@ -93,7 +92,7 @@ private:
 
     // The thread's own.
     std::unique_ptr<DesktopBackend> fBackend;
-    std::optional<BMessage> fPainted; ///< what was kept, while the desktop is painted
+    std::optional<BMessage> fPainted; ///< the settings to put back, while the desktop is painted
     DesktopKept fKept;
 };
 

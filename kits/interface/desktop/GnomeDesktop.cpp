@@ -58,7 +58,7 @@ const GnomeDesktop::Family GnomeDesktop::kCinnamon{"cinnamon",
                                                    nullptr,
                                                    "picture-options",
                                                    "'none'"};
-// Its options know no picture-less one.
+// Its options have none without a picture, so the picture's name is emptied.
 const GnomeDesktop::Family GnomeDesktop::kMate{
     "mate", "org.mate.background", "/org/mate/desktop/background/", "picture-filename", nullptr, "picture-filename",
     "''"};

@@ -4,19 +4,19 @@
 
 namespace kits {
 
-/// The background of GNOME and of the desktops that came from it, by its tools: gsettings, and dconf to tell what is
-/// set from what is a default. Without dconf everything counts as set.
+/// The background of GNOME and of the desktops that came from it. Their tools read and write it: gsettings the values,
+/// and dconf tells which of them the user has set. Without dconf every value counts as set.
 class GnomeDesktop : public SettingsDesktop {
 public:
-    /// What the settings of one of these desktops are called. Values are as gsettings prints them.
+    /// The names of the settings of one of these desktops. Values are as gsettings prints them.
     struct Family {
         const char* name;
         const char* schema;
         const char* path; ///< of the schema, in dconf
         const char* picture;
-        const char* darkPicture;  ///< null: there is none for dark windows
-        const char* pictureStyle; ///< what is set so that no picture is shown ...
-        const char* noPicture;    ///< ... to this
+        const char* darkPicture;  ///< null if dark windows have no picture of their own
+        const char* pictureStyle; ///< with the value noPicture, this setting hides the picture
+        const char* noPicture;
     };
     static const Family kGnome, kCinnamon, kMate;
 

@@ -24,7 +24,7 @@ namespace kits {
 namespace {
 
 constexpr const char* kProgram = "average-picture";
-/// As the processor time it allows itself is shorter, this is for slow disks and busy machines.
+/// For slow disks and busy machines: the program limits its processor time to less.
 constexpr bigtime_t kLongest = 15000000;
 /// A folder with more files is no picture in several sizes.
 constexpr size_t kMostFiles = 64;
@@ -44,7 +44,7 @@ struct Average {
 /// The state of files: another one when their contents may be others.
 using State = std::string;
 
-/// What was read before, of the newest to the oldest; and who reads.
+/// The last answers, newest first, and the program that reads.
 struct Memory {
     std::mutex mutex;
     std::string program;

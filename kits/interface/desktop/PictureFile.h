@@ -18,12 +18,12 @@ namespace kits {
 ///
 /// @param location  a path or a "file:" address; of a folder, the first picture in its contents/images or in it; of a
 ///                  slideshow (.xml), the picture that it shows now
-/// @param behind    what shows through a transparent picture
-/// @return nothing when it is no picture that can be read within the limits
+/// @param behind    the colour that shows through a transparent picture
+/// @return nothing if it is no picture, or cannot be read within the limits
 std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind);
 
-/// For as long as one lives, its thread gives up the picture that it reads when a descriptor becomes readable. For a
-/// thread that somebody may wait for.
+/// While one exists, its thread gives up reading a picture as soon as a descriptor becomes readable. For threads that
+/// others wait for.
 class PictureStop {
 public:
     /// @param descriptor  not owned, and never read
@@ -36,8 +36,8 @@ private:
     const int fOuter;
 };
 
-/// The program that reads pictures, for tests, whose programs lie elsewhere: its path, and an empty one to have it
-/// looked for again. Forgets the answers that were kept.
+/// Sets the path of the program that reads pictures, for tests, whose programs lie elsewhere; an empty path means the
+/// usual place. Forgets the kept answers.
 void SetPictureReader(const std::string& program);
 
 } // namespace kits

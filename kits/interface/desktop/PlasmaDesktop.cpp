@@ -27,7 +27,7 @@ constexpr const char* kImage = "Image";
 constexpr const char* kSlide = "Slide";
 constexpr const char* kScreen = "Screen";
 
-/// What the shell shows behind a transparent picture, unless somebody chose another colour.
+/// The shell's default colour behind a transparent picture.
 constexpr rgb_color kBehind = make_color(0, 0, 0);
 
 /// The shell usually writes a new setting at once.
@@ -67,7 +67,7 @@ std::optional<std::string> Evaluate(const std::string& script)
         {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
 }
 
-/// Known for sure: a bus that does not answer may have one.
+/// True only if the bus says so: a bus that does not answer may have a shell.
 bool IsShellGone()
 {
     const std::optional<std::string> answer = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -154,7 +154,7 @@ SettingsDesktop::Setting Make(const std::string& desktop, const std::string& nam
     return {desktop + "/" + name, kind, value.empty() ? std::nullopt : std::optional(value), !value.empty()};
 }
 
-/// What a shell would read when it starts. Panels stand there too, with a form other than a desktop's.
+/// The settings that a shell would read when it starts. The file also has panels, which have another form factor.
 std::optional<SettingsDesktop::Settings> Stored()
 {
     SettingsDesktop::Settings settings;
@@ -231,9 +231,9 @@ std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
 
 bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
 {
-    // A plug-in that is only chosen stays in the shell's memory, until its end at worst: an entry is written at once.
-    // An entry that the shell takes to be there already is not written at all, so it is another one before.
-    // Written before the plug-in is chosen, a colour is there when the plug-in looks.
+    // The shell may keep the choice of a plug-in in memory until it ends, but it writes entries at once. It does not
+    // write an entry whose value it believes to be in the file, so the script sets another value first. The colour
+    // comes before the plug-in, which reads it when it is chosen.
     const auto write = [&value](const std::string& entry) {
         return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
                ");";
@@ -252,8 +252,9 @@ bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
     return printed->find(value) != printed->npos;
 }
 
-/// A script of the shell cannot take an entry away: that is done in its file, once it has written there what it has.
-/// Its memory keeps the colour, which nothing shows once the plug-in is another, and does not write it again.
+/// A script of the shell cannot remove an entry, so this removes it from the shell's file once the shell has written
+/// that. The shell keeps the colour in memory, where nothing shows it once another plug-in is chosen, and does not
+/// write it again.
 bool PlasmaDesktop::Unset(const std::string& key)
 {
     const std::optional<Settings> now = Current();

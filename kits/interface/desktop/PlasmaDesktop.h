@@ -5,11 +5,11 @@
 
 namespace kits {
 
-/// The background of KDE's desktop shell, by scripts that the shell runs for us when asked by dbus-send. Each monitor
-/// and activity has settings of its own, and all are painted; the colour is that of the main monitor now.
+/// The background of KDE's desktop shell, by scripts that the shell runs when dbus-send asks it to. Each monitor and
+/// activity has settings of its own. Painting changes all of them; the colour is that of the main monitor now.
 ///
-/// The shell keeps its settings in memory and on the disk. What is set is set in both, and read back. While no shell
-/// runs, as at a login and at its end, the file is all there is: it is read, and written by KDE's tool for that.
+/// The shell keeps its settings in memory and in a file. Set() changes both, and reads them back. While no shell runs,
+/// as at a login and at its end, this class reads the file, and KDE's own tool writes it.
 class PlasmaDesktop : public SettingsDesktop {
 public:
     PlasmaDesktop();

@@ -8,9 +8,9 @@ namespace kits {
 
 namespace {
 
-/// Bytes that are asked for at once, about.
+/// The approximate number of bytes of one request.
 constexpr uint32 kStrip = 1024 * 1024;
-/// Rows that are looked at to tell what the root window shows.
+/// The number of rows that are read to recognise the background.
 constexpr uint16 kRows = 32;
 
 uint32 Scaled(uint8 value, uint32 mask)
@@ -124,12 +124,12 @@ public:
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
 
-    /// Takes a row as far as the window has it.
+    /// Copies the part of a row that the window has.
     void Copy(xcb_drawable_t window, int16_t y, int row) const
     {
         xcb_copy_area(fConnection, window, fPixmap, fContext, 0, y, 0, static_cast<int16_t>(row), Width(), 1);
     }
-    /// Takes a row of a picture that repeats all over the root window.
+    /// Copies a row of a picture that repeats all over the root window.
     void Tile(xcb_pixmap_t picture, int16_t y, int row) const
     {
         const uint32 values[] = {XCB_FILL_STYLE_TILED, picture, 0, static_cast<uint32>(row - y)};
@@ -212,7 +212,7 @@ uint32 RootPicture::LineBytes(uint16 width) const
     return (width * fBytes * 8 + fPad - 1) / fPad * fPad / 8;
 }
 
-/// Null, or an image that has all the bytes that it should have.
+/// @return an image with all its bytes, or null
 XReply<xcb_get_image_reply_t> RootPicture::Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const
 {
     const auto request = xcb_get_image(fConnection, XCB_IMAGE_FORMAT_Z_PIXMAP, from, 0, static_cast<int16_t>(y), width,
@@ -260,7 +260,7 @@ int16_t RootPicture::RowAt(int row) const
 /// @param window  the root window; or the probe's, moved from row to row
 RootPicture::Rows RootPicture::RowsOf(xcb_drawable_t window, const Probe* probe) const
 {
-    // What the window does not have keeps what the pixmap was filled with: that differs between the two.
+    // Pixels that the window does not have keep the colour that filled the pixmap, which differs between the two.
     const Scratch dark(*this, 0);
     const Scratch light(*this, fRed | fGreen | fBlue);
     for (int row = 0; row < RowCount(); row++) {

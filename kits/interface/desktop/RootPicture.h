@@ -21,18 +21,18 @@ struct XFree {
 /// A reply of the X server.
 template <typename Reply> using XReply = std::unique_ptr<Reply, XFree>;
 
-/// Pixels of an X server's root window and of pixmaps that are made for it, as colours. Waits for the server.
+/// Reads pixels of an X server's root window, and of pixmaps that are made for it, as colours. Waits for the server.
 class RootPicture {
 public:
     /// @param connection  must outlive this
     explicit RootPicture(xcb_connection_t* connection);
 
-    /// Whether colours can be told from pixels: the root window's are red, green and blue, 16 or 32 bits each.
+    /// True if pixels can be read as colours: the root window's have red, green and blue parts, in 16 or 32 bits.
     bool HasTrueColor() const { return fBytes != 0; }
 
     uint32 PixelOf(rgb_color color) const;
 
-    /// The average over a pixmap; nothing if it is gone or its pixels are no colours.
+    /// The average colour of a pixmap; nothing if the pixmap is gone or has no true colours.
     std::optional<rgb_color> AverageOf(xcb_pixmap_t pixmap) const;
 
     /// The background of the root window, as some of its rows show it.
@@ -40,11 +40,11 @@ public:
         rgb_color average;
         bool isPlain;   ///< all pixels are the same
         uint32 pixel;   ///< one of them
-        bool isPicture; ///< it is the picture that was asked about
+        bool isPicture; ///< the root window shows the caller's picture
     };
-    /// Reads what the root window has, also where windows cover it; a server that cannot show that gives what no window
-    /// covers. Nothing if all of it is covered then.
-    /// @param picture  the pixmap that it may have; XCB_NONE for none
+    /// Reads the background of the root window, also where windows cover it. On a server that cannot do that it reads
+    /// the uncovered parts, and returns nothing if windows cover everything.
+    /// @param picture  the pixmap to compare with; XCB_NONE for none
     std::optional<Background> ReadBackground(xcb_pixmap_t picture) const;
 
     const xcb_screen_t* Screen() const { return fScreen; }
@@ -53,14 +53,14 @@ private:
     struct Sum;
     class Probe;
     class Scratch;
-    /// Pixels of some rows, nothing where they are not known.
+    /// Pixels of some rows, with gaps for unknown ones.
     using Rows = std::vector<std::optional<uint32>>;
 
     uint16 RowCount() const;
     int16_t RowAt(int row) const;
     Rows RowsOf(xcb_drawable_t window, const Probe* probe) const;
     Rows BackgroundRows() const;
-    /// Whether a picture that repeats all over the root window has these rows.
+    /// True if a picture that repeats all over the root window has these rows.
     bool HasRows(xcb_pixmap_t picture, const Rows& rows) const;
 
     XReply<xcb_get_image_reply_t> Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const;

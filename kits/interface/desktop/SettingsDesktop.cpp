@@ -60,7 +60,7 @@ bool SettingsDesktop::IsOurs(const Setting& setting) const
         return false;
     if (setting.kind == Kind::kStyle)
         return *setting.value == PlainStyle(setting.key);
-    // What another process has painted is not known: any colour may be it.
+    // The colour that another process has painted is unknown, so any colour may be it.
     return !fPainted || ParseColor(*setting.value) == fPainted;
 }
 
@@ -126,7 +126,7 @@ bool SettingsDesktop::IsPainted() const
 bool SettingsDesktop::TakeNews()
 {
     const std::vector<std::string> changes = TakeChanges();
-    // While it is painted, colours come and go by our own doing.
+    // While the desktop is painted we change the colours ourselves.
     return std::any_of(changes.begin(), changes.end(),
                        [this](const std::string& change) { return !fPainted || MayBeStyle(change); });
 }

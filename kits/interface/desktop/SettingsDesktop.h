@@ -9,23 +9,24 @@
 
 namespace kits {
 
-/// A desktop environment, which draws the background as its settings say. What all have in common: to paint, *styles*
-/// are set to what means a plain colour, and *colours* to that colour; each setting that is touched is kept before.
+/// A desktop environment, which draws the background as its settings say. To paint, this class keeps every setting that
+/// it is going to change, then sets the *styles* to the values that mean a plain colour, and the *colours* to that
+/// colour.
 ///
-/// A setting is put back if it still has what was painted. A style that somebody else has set means that the desktop is
-/// not ours any more.
+/// It puts a setting back if the setting still has the painted value. A style that somebody else has set means that the
+/// desktop is not ours any more.
 class SettingsDesktop : public DesktopBackend {
 public:
     enum class Kind {
-        kRead, ///< only looked at, to tell the colour
+        kRead, ///< never changed, but needed for the colour
         kStyle,
         kColor
     };
     struct Setting {
         std::string key;
         Kind kind;
-        std::optional<std::string> value; ///< as the tool takes it; what holds, also when it is not set
-        bool isSet = false;               ///< by somebody; else it follows the defaults
+        std::optional<std::string> value; ///< in the tool's form; the default if it is not set
+        bool isSet = false;               ///< false: it follows the defaults
     };
     using Settings = std::vector<Setting>;
 
@@ -38,24 +39,24 @@ public:
     bool OutlivesSession() const final { return true; }
     bool TakeNews() final;
 
-    /// Whether the environment answers at all.
+    /// True if the environment answers.
     bool IsThere() const { return Current().has_value(); }
 
 protected:
-    /// All settings that matter, those that are not set too; colours first. Nothing when they can't be read.
+    /// All settings that matter, also unset ones; colours first. Nothing if they cannot be read.
     virtual std::optional<Settings> Current() const = 0;
     virtual bool Set(const std::string& key, const std::string& value) = 0;
     virtual bool Unset(const std::string& key) = 0;
-    /// What a style is set to.
+    /// The value of a style that means a plain colour.
     virtual std::string PlainStyle(const std::string& key) const = 0;
     virtual std::string FormatColor(rgb_color color) const = 0;
     virtual std::optional<rgb_color> ParseColor(const std::string& value) const = 0;
     /// The colour that the settings show.
     virtual std::optional<rgb_color> Shown(const Settings& settings) const = 0;
 
-    /// Takes in what has changed since, as texts that name settings.
+    /// The changes since the last call, as texts that name settings.
     virtual std::vector<std::string> TakeChanges() = 0;
-    /// Whether a text names a style, or may.
+    /// True if such a text names a style, or may name one.
     virtual bool MayBeStyle(const std::string& change) const = 0;
 
     static const std::string* Find(const Settings& settings, const std::string& key);
@@ -67,14 +68,14 @@ private:
     std::optional<rgb_color> fPainted; ///< by this object
 };
 
-/// "'text'" or "\"text\"" as settings are printed: the text.
+/// The text between the quotes of "'text'" or "\"text\"", the two forms in which tools print settings.
 std::string Unquoted(const std::string& value);
 /// Of "#rrggbb", "#rrrrggggbbbb" and "rgb(r,g,b)".
 std::optional<rgb_color> ParseHexColor(const std::string& text);
 /// The colour halfway between two.
 rgb_color Between(rgb_color first, rgb_color second);
 
-/// Whether light text reads better on it than dark.
+/// True if light text reads better on the colour than dark text.
 bool IsDarkColor(rgb_color color);
 
 } // namespace kits

@@ -20,7 +20,7 @@ namespace kits {
 namespace {
 
 constexpr bigtime_t kLongest = 5000000;
-/// What a tool may print; more is no setting.
+/// The longest output of a tool; more is no setting.
 constexpr size_t kMost = 1024 * 1024;
 
 std::string Find(const std::string& program)
@@ -46,7 +46,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
     return pointers;
 }
 
-/// Ours, but for the locale: what is printed has to be the same everywhere.
+/// The environment of this process with the plain locale, so that the output is the same everywhere.
 std::vector<std::string> Environment()
 {
     std::vector<std::string> variables;
@@ -161,7 +161,7 @@ std::vector<std::string> Tool::TakeLines()
     size_t start = 0;
     for (size_t end; (end = fPrinted.find('\n', start)) != std::string::npos; start = end + 1)
         lines.push_back(fPrinted.substr(start, end - start));
-    // A line without an end is none.
+    // The rest of an unfinished line stays.
     fPrinted.erase(0, fPrinted.size() - start > kMost ? std::string::npos : start);
     return lines;
 }
@@ -170,7 +170,7 @@ bool Tool::Bury(bool kill)
 {
     if (fProcess < 0)
         return false;
-    // One that has closed its output and goes on is not waited for.
+    // A tool that has closed its output and goes on is not waited for.
     for (const bigtime_t until = system_time() + kLongest; !kill; snooze(1000)) {
         int status = 0;
         const pid_t gone = waitpid(fProcess, &status, WNOHANG);

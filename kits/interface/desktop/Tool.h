@@ -10,8 +10,8 @@
 
 namespace kits {
 
-/// A program of the desktop's that runs under this process, in the plain locale, with what it prints read from a pipe,
-/// and nothing to read itself. It ends with the thread that started it, at the latest.
+/// A program of the desktop that runs as a child of this process, in the plain locale, with no input. Its output is
+/// read from a pipe. It ends with the thread that started it, at the latest.
 class Tool {
 public:
     /// How a run of a tool ended.
@@ -21,28 +21,28 @@ public:
         kGivenUp ///< stopped at the end of its time or on demand, or it could not be started
     };
 
-    /// Starts it.
-    /// @param arguments  the first is the program: a path, or a name that is looked for in $PATH
+    /// Starts the program.
+    /// @param arguments  the first is the program: a path, or a name to look up in $PATH
     explicit Tool(const std::vector<std::string>& arguments);
-    /// Ends it.
+    /// Ends the program.
     ~Tool();
     Tool(const Tool&) = delete;
     Tool& operator=(const Tool&) = delete;
 
     /// Runs one to its end, five seconds at most.
-    /// @return what it printed; nothing if there is no such program, it failed, or it took too long
+    /// @return its output; nothing if there is no such program, it failed, or it took too long
     static std::optional<std::string> Run(const std::vector<std::string>& arguments);
     /// Runs one to its end.
     /// @param longest  after so many microseconds it is stopped
     /// @param stop     a descriptor: when it becomes readable the tool is stopped at once; -1 for none
-    /// @param printed  gets what it printed if it ended well
+    /// @param printed  receives its output if it ended well
     static Ending Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed);
-    /// Whether there is such a program in $PATH.
+    /// True if $PATH has such a program.
     static bool Exists(const std::string& program);
 
     /// Readable when it has printed something or has ended; -1 from then on.
     int Descriptor() const { return fOutput.Get(); }
-    /// What it has printed since the last call, whole lines only, without their ends. Doesn't wait.
+    /// Its output since the last call: whole lines, without their ends. Doesn't wait.
     std::vector<std::string> TakeLines();
 
 private:

@@ -21,7 +21,7 @@ xcb_atom_t AtomOf(xcb_connection_t* connection, const char* name)
     return reply != nullptr ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
 }
 
-/// What is done until it goes is one step to all other programs.
+/// Other programs see all changes that are made while it exists as one step.
 class ServerGrab {
 public:
     explicit ServerGrab(xcb_connection_t* connection)
@@ -168,7 +168,8 @@ std::optional<X11Desktop::PaintMark> X11Desktop::Mark() const
 /// A pixmap of one pixel, which a background repeats. It stays when this process ends.
 xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
 {
-    // Whoever sets another background frees this one by ending the client that made it: not the one that we need.
+    // A program that sets the next background frees this pixmap by ending the client that made it. So a connection of
+    // its own makes it.
     const XConnection painter(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(painter.get()) != 0)
         return XCB_NONE;
@@ -260,7 +261,7 @@ bool X11Desktop::Change(rgb_color color, const BMessage* kept)
         return false;
     const ServerGrab grab(fConnection.get());
     const xcb_pixmap_t named = PropertyOf(fAtoms.picture);
-    // What is painted for a while is ours; below it waits the picture that it was painted over.
+    // A pixmap that we painted for a while is ours, and the user's picture waits below it.
     const bool isOurs = kept != nullptr && named == fPainted;
     const xcb_pixmap_t before = isOurs ? Kept(*kept, kPicture) : named;
     const xcb_pixmap_t owned = isOurs ? Kept(*kept, kOwned) : PropertyOf(fAtoms.owned);
@@ -269,7 +270,7 @@ bool X11Desktop::Change(rgb_color color, const BMessage* kept)
     SetNames(pixmap, pixmap, XCB_NONE);
     if (isOurs)
         Free(fPainted);
-    // By custom, a picture under both names is left to be freed by whoever sets the next one.
+    // By custom, the program that sets the next picture frees one that both names tell.
     if (before == owned)
         Free(owned);
     fPainted = XCB_NONE;
@@ -296,7 +297,7 @@ bool X11Desktop::IsPainted() const
 
 std::vector<int> X11Desktop::Descriptors() const
 {
-    // A server that is gone would be readable for good.
+    // The connection to a server that is gone stays readable.
     if (xcb_connection_has_error(fConnection.get()) != 0)
         return {};
     return {xcb_get_file_descriptor(fConnection.get())};

@@ -7,14 +7,13 @@
 
 namespace kits {
 
-/// The root window of the X server at $DISPLAY. Its picture is a pixmap whose number stands in properties of the root
-/// window, by a custom that all programs share which set or show it; they are told when it changes. A program that sets
-/// a background without that custom leaves the property of the picture before, so the property only counts while the
-/// root window shows that picture. A background that nobody names can be put back only if it is one colour.
+/// The root window of the X server at $DISPLAY. Its picture is a pixmap. By custom, a program that sets the picture
+/// writes the pixmap's number into properties of the root window, and programs that show the picture watch these
+/// properties. A program without that custom leaves the number of the picture before, so the property only counts while
+/// the root window shows that picture. A background that no property names can be put back only if it is one colour.
 ///
-/// To paint, the root window gets a pixmap of ours, which outlives the process. The one before is left alone: it stays
-/// alive, and is what the root window has again after Restore. Change frees it, as every program does that sets a
-/// background for good.
+/// Paint gives the root window a pixmap of ours, which outlives the process. The pixmap before stays alive, and Restore
+/// gives it back to the root window. Change frees that pixmap, as every program does that sets a background for good.
 class X11Desktop : public DesktopBackend {
 public:
     /// Null when there is no such server, or it has no true colours.
@@ -41,11 +40,11 @@ public:
 private:
     struct Atoms {
         xcb_atom_t picture;      ///< the picture's pixmap
-        xcb_atom_t owned;        ///< the same, to be freed by who sets another one
-        xcb_atom_t otherPicture; ///< what some programs use in place of these
-        xcb_atom_t paint;        ///< which pixmap is ours, and what we keep it was painted over
+        xcb_atom_t owned;        ///< the same pixmap, for the next program that sets a picture to free
+        xcb_atom_t otherPicture; ///< some programs use this one instead of `picture`
+        xcb_atom_t paint;        ///< a PaintMark: our pixmap, and the id of the kept background that it covers
     };
-    /// What the property `paint` holds.
+    /// The contents of the property `paint`.
     struct PaintMark {
         uint64 id;
         xcb_pixmap_t pixmap;

@@ -4,10 +4,10 @@
 
 namespace kits {
 
-/// The background of XFCE, by xfconf-query: each monitor and workspace has settings of its own, and all are painted.
+/// The background of XFCE, by xfconf-query. Each monitor and workspace has settings of its own; painting changes all.
 class XfceDesktop : public SettingsDesktop {
 public:
-    /// @param screen  the main monitor, as the X server calls it
+    /// @param screen  the X server's name of the main monitor
     explicit XfceDesktop(std::string screen = "");
 
     const char* Name() const override { return "xfce"; }

@@ -11,12 +11,12 @@ class XSettings;
 /// them multiply the resolution by it. Main thread.
 namespace DesktopScale {
 
-/// Above that nothing useful could be shown, and the pictures of windows would take all memory.
+/// Larger scales could show nothing useful, and the pictures of windows would take all memory.
 inline constexpr double kMost = 8;
 
 /// The scale that programs of GTK have with these settings, from 1 to kMost: the resolution of the fonts over 96, times
 /// the factor. "Gdk/UnscaledDPI" is the resolution where "Xft/DPI" has the factor in it already. Pure.
-/// @param otherwise  without a resolution
+/// @param otherwise  the scale if the settings have no resolution
 double Of(const XSettings& settings, double otherwise);
 /// The scale that the toolkit takes from the same settings. Pure.
 double OfToolkit(const XSettings& settings, double otherwise);
@@ -25,9 +25,9 @@ double OfToolkit(const XSettings& settings, double otherwise);
 /// finds one of the toolkit's own variables for scales in the environment: that is the user's wish. The windows do not
 /// follow by themselves, see ScaleWatch.
 void Apply(const XSettings& settings);
-/// From here on the toolkit does not hear of changes.
+/// Tells that the toolkit does not follow changes from here on.
 void ToolkitIsDeaf();
-/// No screens any more.
+/// Returns to the state before the first call, for the toolkit's end.
 void Forget();
 
 } // namespace DesktopScale

@@ -12,15 +12,15 @@ struct xcb_connection_t;
 
 namespace kits {
 
-/// The settings that a desktop tells all programs through the X server (XSETTINGS): its theme, the resolution of its
-/// fonts, the scale of its windows. A plain value.
+/// The settings that a desktop publishes to all programs through the X server (XSETTINGS): its theme, the resolution of
+/// its fonts, the scale of its windows. A plain value.
 class XSettings {
 public:
     XSettings() = default;
-    /// Reads what the desktop's settings daemon has written; what is broken ends it. Colours are left out.
+    /// Parses the bytes of the desktop's settings daemon up to the first error. Leaves colours out.
     explicit XSettings(std::span<const uint8> bytes);
 
-    /// A setting by its name, such as "Xft/DPI". Nothing when there is none, or one of another type.
+    /// A setting by its name, such as "Xft/DPI". Nothing if there is none or it has another type.
     std::optional<int32> Integer(const std::string& name) const;
     /// For example of "Net/ThemeName".
     std::optional<std::string> Text(const std::string& name) const;
@@ -30,12 +30,12 @@ private:
     std::map<std::string, std::string> fTexts;
 };
 
-/// Where a display has its settings.
+/// The place of a display's settings: atoms, and a window.
 struct XSettingsSource {
-    uint32 selection = 0; ///< whose owner has them
-    uint32 property = 0;  ///< in which the owner has them
-    uint32 manager = 0;   ///< announces a new owner
-    uint32 owner = 0;     ///< 0: nobody tells settings
+    uint32 selection = 0; ///< its owner publishes the settings
+    uint32 property = 0;  ///< of the owner; contains the settings
+    uint32 manager = 0;   ///< the message that announces a new owner
+    uint32 owner = 0;     ///< the owner's window; 0: there are no settings
 };
 
 /// Asks the server, three times. Any thread that has the connection to itself.
@@ -48,7 +48,7 @@ namespace XSettingsWatch {
 /// @param settings  as read from the source before
 void Start(const XSettingsSource& source, XSettings settings);
 void Stop();
-/// What the desktop says now; nothing where there is no X server or no daemon.
+/// The newest settings; none where there is no X server or no daemon.
 const XSettings& Current();
 /// The function is called in a turn of its own after each change, until Stop.
 void CallOnChange(std::function<void()> changed);

@@ -7,10 +7,10 @@
 namespace kits {
 
 /// Reads the desktop's settings while the toolkit starts, in a thread of its own and over the connection that
-/// DisplayCheck has opened: the first windows are made with them, and nobody waits for the X server's answers.
+/// DisplayCheck has opened. So the first windows have them, and the start does not wait for the X server's answers.
 class SettingsAhead {
 public:
-    /// Begins, where there is a connection.
+    /// Starts the thread if there is a connection.
     SettingsAhead();
     ~SettingsAhead();
     SettingsAhead(const SettingsAhead&) = delete;
