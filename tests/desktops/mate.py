@@ -38,9 +38,10 @@ class Mate(Session):
         self.run("gsettings", "set", f"org.mate.{schema}", key, value)
 
     def log_in(self):
+        # Its own guess comes from the screen's size in millimetres, which this one does not have.
+        self.environment = self._bare_environment
+        self.run("dbus-run-session", "gsettings", "set", "org.mate.font-rendering", "dpi", 96)
         super().log_in()
-        # Its own guess is that of the screen's size in millimetres, which this one does not have.
-        self.set_font_scale(1)
 
     def ask_to_log_out(self):
         self.run("mate-session-save", "--force-logout")
@@ -56,7 +57,11 @@ class Mate(Session):
         self.set_value("interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
 
     def set_scale(self, scale):
-        self.set_value("interface", "window-scaling-factor", scale)
+        before = int(self.run("gsettings", "get", "org.mate.interface", "window-scaling-factor"))
+        if max(before, 1) != scale:  # 0 is that of the screen
+            # The settings daemon starts the window manager and the panel anew.
+            with self.new_manager():
+                self.set_value("interface", "window-scaling-factor", scale)
         self.set_font_scale(1)
 
     def set_font_scale(self, scale):

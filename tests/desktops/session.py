@@ -1,5 +1,6 @@
 """A real desktop: an X server and what a login starts, with a home of its own and a picture as wallpaper."""
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -172,8 +173,14 @@ class Session(Desktop):
 
     def restart_manager(self):
         """Replaces the window manager by another of its kind, as users do when it hangs."""
+        with self.new_manager():
+            self.launch(self.MANAGER, "--replace")
+
+    @contextlib.contextmanager
+    def new_manager(self):
+        """Around what replaces the window manager: ends when the new one has taken all windows."""
         before = set(self.processes(self.MANAGER))
-        self.launch(self.MANAGER, "--replace")
+        yield
         wait_until(lambda: not before & set(self.processes(self.MANAGER)), "the end of the first window manager")
         wait_until(self.has_manager, "the second window manager")
         self.await_manager()
