@@ -177,3 +177,36 @@ class ReplicantsTest(ChartsTest):
         self.drag_out(690, 640)
         self.replicant()
         self.assertEqual(self.places()[0][:2], (686, 636))
+
+
+class OneReplicantTest(ReplicantsTest):
+    """One chart on the desktop, which a test puts there."""
+
+    def put_chart(self, left, top):
+        """Tears one off, so that its left top corner lies there."""
+        self.drag_out(left + 4, top + 4)
+        self.chart = self.replicant()
+        self.await_place(left, top)
+
+    def frame(self):
+        return self.desktop.geometry(self.chart)
+
+    def await_place(self, left, top):
+        wait_until(lambda: self.frame()[:2] == (left, top), f"the place {left}, {top}")
+
+    def seen(self, window=None):
+        """Where it is on the screen: nothing else may cover it."""
+        return self.desktop.picture().crop(*self.desktop.geometry(window or self.chart))
+
+    def await_scrolling(self, window=None):
+        before = self.seen(window)
+        wait_until(lambda: self.seen(window) != before, "a chart on the desktop that scrolls")
+
+    def host_windows(self):
+        return self.desktop.windows(".*", self.host())
+
+    def choose_from_handle(self, *keys):
+        shown = set(self.host_windows())
+        self.desktop.xdotool("mousemove", *self.handle(self.chart), "click", 3)
+        wait_until(lambda: set(self.host_windows()) - shown, "the pop-up")
+        self.desktop.key(*keys)

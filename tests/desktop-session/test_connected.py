@@ -7,20 +7,19 @@ import signal
 import time
 
 from desktop import wait_until
-from replicants import ReplicantsTest
+from replicants import OneReplicantTest
 from sanitizers import REPORTS
 
 PROGRAM = pathlib.Path(os.environ["QEL_PROGRAM"])
 
 
-class ConnectedTest(ReplicantsTest):
+class ConnectedTest(OneReplicantTest):
     """The program, with one of its charts on the desktop."""
 
     def setUp(self):
         super().setUp()
         self.addCleanup(self.end_programs)
-        self.drag_out(690, 300)
-        self.chart = self.replicant()
+        self.put_chart(686, 296)
         self.await_scrolling()
 
     # The application, also one that was started by a chart.
@@ -49,20 +48,13 @@ class ConnectedTest(ReplicantsTest):
 
     # The chart on the desktop.
 
-    def chart_picture(self, window=None):
-        return self.desktop.picture().crop(*self.desktop.geometry(window or self.chart))
-
-    def await_scrolling(self, window=None):
-        before = self.chart_picture(window)
-        wait_until(lambda: self.chart_picture(window) != before, "a chart on the desktop that scrolls")
-
     def await_standstill(self):
         """Nothing tells that no sample comes any more: for so long as ten of them take, the picture is the same."""
-        since, last = time.monotonic(), self.chart_picture()
+        since, last = time.monotonic(), self.seen()
 
         def is_still():
             nonlocal since, last
-            now = self.chart_picture()
+            now = self.seen()
             if now != last:
                 since, last = time.monotonic(), now
             return time.monotonic() - since > 2

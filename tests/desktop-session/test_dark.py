@@ -1,28 +1,11 @@
 """A dark desktop, as its settings tell of it: the settings daemon's, or the desktop's own files."""
 
 from charts import ChartsTest
-from desktop import wait_until
+from panels import KDE_DARK, KDE_LIGHT, Panels
 from xsettings import SettingsManager
 
-PANEL = (2, 380)
-"""Beside the charts of the main window."""
-LIGHT = (216, 216, 216)
-KDE_LIGHT = "[Colors:Window]\nBackgroundNormal=239,240,241\n[Colors:View]\nBackgroundNormal=255,255,255\n"
-KDE_DARK = "[Colors:Window]\nBackgroundNormal=42,46,50\n[Colors:View]\nBackgroundNormal=27,30,32\n"
 
-
-class ThemeTest(ChartsTest):
-    def panel(self):
-        return self.picture().pixel(*PANEL)
-
-    def await_dark(self):
-        wait_until(lambda: max(self.panel()) < 100, "dark panels")
-
-    def await_light(self):
-        wait_until(lambda: self.panel() == LIGHT, "light panels")
-
-
-class Daemon(ThemeTest):
+class Daemon(Panels, ChartsTest):
     """XFCE, MATE and Cinnamon tell the theme's name through the X server."""
 
     def arrange(self):
@@ -50,7 +33,7 @@ class Daemon(ThemeTest):
         self.await_light()
 
 
-class Plasma(ThemeTest):
+class Plasma(Panels, ChartsTest):
     """Plasma keeps its colours in a file, which is replaced. No portal runs."""
 
     environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}

@@ -7,15 +7,11 @@ import subprocess
 import unittest
 
 from charts import ChartsTest
-from desktop import wait_until
-
-PANEL = (2, 380)
-"""Beside the charts of the main window."""
-LIGHT = (216, 216, 216)
+from panels import KDE_DARK, Panels
 
 
 @unittest.skipUnless(shutil.which("dbus-daemon"), "there is no dbus-daemon")
-class PortalTest(ChartsTest):
+class PortalTest(Panels, ChartsTest):
     """The program on a bus of its own, with a portal that says `scheme`."""
 
     def open_bus(self):
@@ -60,15 +56,6 @@ class PortalTest(ChartsTest):
         self.portal.stdin.write(str(scheme))
         self.portal.stdin.flush()
 
-    def panel(self):
-        return self.picture().pixel(*PANEL)
-
-    def await_dark(self):
-        wait_until(lambda: max(self.panel()) < 100, "dark panels")
-
-    def await_light(self):
-        wait_until(lambda: self.panel() == LIGHT, "light panels")
-
 
 class Dark(PortalTest):
     scheme = 1
@@ -102,8 +89,7 @@ class DarkPlasma(PortalTest):
     scheme = 1
 
     def arrange(self):
-        (self.config / "kdeglobals").write_text(
-            "[Colors:Window]\nBackgroundNormal=42,46,50\n[Colors:View]\nBackgroundNormal=27,30,32\n")
+        (self.config / "kdeglobals").write_text(KDE_DARK)
         super().arrange()
 
     def test_becomes_light_and_dark_while_the_program_runs(self):

@@ -4,7 +4,7 @@ import signal
 import time
 
 from desktop import TIMEOUT, wait_until
-from replicants import AUTOSTART, HOST_STORE, ReplicantsTest
+from replicants import AUTOSTART, HOST_STORE, OneReplicantTest, ReplicantsTest
 
 
 class DragOut(ReplicantsTest):
@@ -68,26 +68,12 @@ class Copy(ReplicantsTest):
         self.assertGreaterEqual(below, top + height)
 
 
-class OnDesktop(ReplicantsTest):
+class OnDesktop(OneReplicantTest):
     """One chart on the desktop, at (600, 560)."""
 
     def setUp(self):
         super().setUp()
-        self.drag_out(604, 564)
-        self.chart = self.replicant()
-        self.await_place(600, 560)
-
-    def await_place(self, left, top):
-        wait_until(lambda: self.desktop.geometry(self.chart)[:2] == (left, top), f"the place {left}, {top}")
-
-    def choose_from_handle(self, *keys):
-        shown = set(self.host_windows())
-        self.desktop.xdotool("mousemove", *self.handle(self.chart), "click", 3)
-        wait_until(lambda: set(self.host_windows()) - shown, "the pop-up")
-        self.desktop.key(*keys)
-
-    def host_windows(self):
-        return self.desktop.windows(".*", self.host())
+        self.put_chart(600, 560)
 
     def active(self):
         return self.desktop.output("xdotool", "getactivewindow").strip()
@@ -100,13 +86,6 @@ class OnDesktop(ReplicantsTest):
         wait_until(lambda: set(self.shown()) - shown, "the pop-up")
         self.desktop.key("g")
         wait_until(lambda: self.active() == str(self.chart), "the focus")
-
-    def picture_of_chart(self):
-        return self.desktop.picture(self.chart)
-
-    def await_scrolling(self):
-        before = self.picture_of_chart()
-        wait_until(lambda: self.picture_of_chart() != before, "a chart on the desktop that scrolls")
 
     def stored_places(self):
         store = self.config / HOST_STORE

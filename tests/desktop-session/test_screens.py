@@ -4,14 +4,14 @@ import signal
 import time
 
 from desktop import SCREEN, Desktop, wait_until
-from replicants import HOST_STORE, ReplicantsTest
+from replicants import HOST_STORE, OneReplicantTest
 
 HALF = SCREEN[0] // 2
 PLACE = (900, 500)
 """Of a chart, on the second screen."""
 
 
-class Screens(ReplicantsTest):
+class Screens(OneReplicantTest):
     """The screen as two, side by side. Programs hear of it when the size of the whole changes."""
 
     def setUp(self):
@@ -25,9 +25,7 @@ class Screens(ReplicantsTest):
         self.plug_in()
         super().setUp()
         self.resize_window()
-        self.drag_out(PLACE[0] + 4, PLACE[1] + 4)
-        self.chart = self.replicant()
-        self.await_place(*PLACE)
+        self.put_chart(*PLACE)
 
     def xrandr(self, *arguments):
         self.desktop.output("xrandr", *(str(argument) for argument in arguments), check=True)
@@ -42,9 +40,6 @@ class Screens(ReplicantsTest):
 
     def resize_window(self):
         self.desktop.resize(self.window, 400, 400)
-
-    def await_place(self, left, top):
-        wait_until(lambda: self.desktop.geometry(self.chart)[:2] == (left, top), f"the place {left}, {top}")
 
     def await_first_screen(self):
         def is_there():

@@ -1,16 +1,14 @@
 """Charts on the desktop while the window manager shows the desktop, which hides all windows."""
 
 from desktop import wait_until
-from replicants import ReplicantsTest
+from replicants import OneReplicantTest
 from xclient import Client
 
 
-class ShowDesktop(ReplicantsTest):
+class ShowDesktop(OneReplicantTest):
     def setUp(self):
         super().setUp()
-        self.drag_out(604, 564)
-        self.chart = self.replicant()
-        self.await_place(600, 560)
+        self.put_chart(600, 560)
         self.addCleanup(self.show_desktop, False)
 
     def show_desktop(self, shown):
@@ -20,17 +18,9 @@ class ShowDesktop(ReplicantsTest):
                    "what the window manager shows")
         self.desktop.await_manager()
 
-    def await_place(self, left, top):
-        wait_until(lambda: self.desktop.geometry(self.chart)[:2] == (left, top), f"the place {left}, {top}")
-
-    def await_scrolling(self):
-        def seen():
-            self.assertEqual(self.replicants(), [self.chart])
-            left, top, width, height = self.desktop.geometry(self.chart)
-            return self.desktop.picture().crop(left, top, width, height)
-
-        before = seen()
-        wait_until(lambda: seen() != before, "a chart on the desktop that scrolls")
+    def seen(self, window=None):
+        self.assertEqual(self.replicants(), [self.chart])
+        return super().seen(window)
 
     def test_leaves_them_where_they_are(self):
         self.show_desktop(True)

@@ -1,12 +1,10 @@
 """GNOME Shell, in an X11 session."""
 
 import pathlib
-import shlex
-import subprocess
 import unittest
 
-from desktop import TIMEOUT, wait_until
-from session import Session
+from desktop import wait_until
+from gsettings import GsettingsSession
 
 SYSTEM_BUS = """<busconfig>
   <type>system</type>
@@ -29,8 +27,9 @@ SETTINGS = (("org.gnome.mutter", "dynamic-workspaces", "false"),
             ("org.gnome.shell", "welcome-dialog-last-shown-version", "'999'"))
 
 
-class Gnome(Session):
+class Gnome(GsettingsSession):
     NAME = "GNOME"
+    SCHEMAS = "org.gnome.desktop"
     COMMAND = ("/usr/libexec/gnome-session-binary", "--builtin", "--disable-acceleration-check", "--session=tests")
     MANAGER = "gnome-shell"
     AUTOSTARTED = ("org.gnome.SettingsDaemon.XSettings.desktop", "at-spi-dbus-bus.desktop")
@@ -60,15 +59,6 @@ class Gnome(Session):
             super().log_in()
         except RuntimeError as error:
             raise unittest.SkipTest(f"GNOME Shell does not start here: {error}; {self._log}") from error
-
-    def run_between(self, *commands):
-        """Commands of gsettings while no session runs."""
-        lines = "".join(shlex.join(("gsettings", *command)) + "\n" for command in commands)
-        subprocess.run(["dbus-run-session", "--", "sh", "-e"], env=self._bare_environment, input=lines, text=True,
-                       check=True, capture_output=True, timeout=TIMEOUT)
-
-    def set_value(self, schema, key, value):
-        self.run("gsettings", "set", f"org.gnome.desktop.{schema}", key, value)
 
     def await_desktop(self):
         # The shell begins with its overview, where users choose a program.

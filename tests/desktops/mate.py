@@ -3,11 +3,12 @@
 import pathlib
 
 from desktop import wait_until
-from session import Session
+from gsettings import GsettingsSession
 
 
-class Mate(Session):
+class Mate(GsettingsSession):
     NAME = "MATE"
+    SCHEMAS = "org.mate"
     COMMAND = ("mate-session",)
     MANAGER = "marco"
     AUTOSTARTED = ("mate-settings-daemon.desktop", "at-spi-dbus-bus.desktop")
@@ -34,13 +35,9 @@ class Mate(Session):
         restart.chmod(0o700)
         self._bare_environment["PATH"] = f"{tools}:{self._bare_environment['PATH']}"
 
-    def set_value(self, schema, key, value):
-        self.run("gsettings", "set", f"org.mate.{schema}", key, value)
-
     def log_in(self):
         # Its own guess comes from the screen's size in millimetres, which this one does not have.
-        self.environment = self._bare_environment
-        self.run("dbus-run-session", "gsettings", "set", "org.mate.font-rendering", "dpi", 96)
+        self.run_between(("set", "org.mate.font-rendering", "dpi", "96"))
         super().log_in()
 
     def ask_to_log_out(self):
@@ -57,7 +54,7 @@ class Mate(Session):
         self.set_value("interface", "gtk-theme", "Adwaita-dark" if dark else "Adwaita")
 
     def set_scale(self, scale):
-        before = int(self.run("gsettings", "get", "org.mate.interface", "window-scaling-factor"))
+        before = int(self.value("interface", "window-scaling-factor"))
         if max(before, 1) != scale:  # 0 is that of the screen
             # The settings daemon starts the window manager and the panel anew.
             with self.new_manager():

@@ -9,7 +9,7 @@ from gnome import Gnome
 from lxqt import Lxqt
 from mate import Mate
 from plasma import Plasma
-from replicants import AUTOSTART, ReplicantsTest
+from replicants import AUTOSTART, OneReplicantTest
 from xfce import Xfce
 
 DESKTOPS = {"xfce": Xfce, "plasma": Plasma, "lxqt": Lxqt, "mate": Mate, "gnome": Gnome}
@@ -67,17 +67,5 @@ class OnRealDesktop:
         wait_until(lambda: self.shows_wallpaper(*frame), f"the wallpaper at {frame}")
 
 
-class RealTest(OnRealDesktop, ReplicantsTest):
+class RealTest(OnRealDesktop, OneReplicantTest):
     """The program in the left top corner of the screen, and one chart at most torn off."""
-
-    def put_chart(self, left, top):
-        """Tears one off, so that its left top corner lies there."""
-        self.drag_out(left + 4, top + 4)
-        self.chart = self.replicant()
-        self.await_place(left, top)
-
-    def frame(self):
-        return self.desktop.geometry(self.chart)
-
-    def await_place(self, left, top):
-        wait_until(lambda: self.frame()[:2] == (left, top), f"the place {left}, {top}")

@@ -42,15 +42,6 @@ class OnDesktop(RealTest):
         self.put_chart(*PLACE)
         self.await_chart(*self.frame())
 
-    def choose_from_handle(self, *keys):
-        shown = set(self.host_windows())
-        self.desktop.xdotool("mousemove", *self.handle(self.chart), "click", 3)
-        wait_until(lambda: set(self.host_windows()) - shown, "the pop-up")
-        self.desktop.key(*keys)
-
-    def host_windows(self):
-        return self.desktop.windows(".*", self.host())
-
     def behind_window(self):
         """Where the desktop's icons are not."""
         left, top, width, height = self.desktop.geometry(self.window)

@@ -2,25 +2,15 @@
 
 import unittest
 
-from desktop import wait_until
+from panels import Panels
 from real import DESKTOP, RealTest
 from session import Session
-from test_portal import LIGHT, PANEL
 
 
 @unittest.skipIf(DESKTOP.set_dark is Session.set_dark, "this desktop has no light and dark for all programs")
-class Theme(RealTest):
+class Theme(Panels, RealTest):
     def arrange(self):
         self.addCleanup(self.desktop.set_dark, False)
-
-    def panel(self):
-        return self.picture().pixel(*PANEL)
-
-    def await_dark(self):
-        wait_until(lambda: max(self.panel()) < 100, "dark panels")
-
-    def await_light(self):
-        wait_until(lambda: self.panel() == LIGHT, "light panels")
 
     def test_is_followed_while_the_program_runs(self):
         self.await_light()

@@ -33,10 +33,6 @@ class Transparent(RealTest):
 
         wait_until(is_average, "the chart in the average of the wallpaper")
 
-    def await_scrolling(self):
-        before = self.desktop.picture(self.chart)
-        wait_until(lambda: self.desktop.picture(self.chart) != before, "a chart on the desktop that scrolls")
-
     @unittest.skipIf(DESKTOP.ALWAYS_COMPOSITES, "this desktop's compositor is always on")
     def test_a_chart_is_in_the_average_or_shows_what_lies_below(self):
         self.await_average()
