@@ -1,6 +1,8 @@
-"""GNOME Shell, in an X11 session."""
+"""GNOME Shell, in an X11 session: bare, and with icons on the desktop."""
 
+import os
 import pathlib
+import signal
 import unittest
 
 from desktop import wait_until
@@ -116,3 +118,24 @@ class Gnome(GsettingsSession):
 
     def show_desktop_keys(self):
         return ["super+d"]
+
+
+class GnomeIcons(Gnome):
+    """With the extension that shows icons on the desktop: a program of its own, which the extension starts again."""
+
+    EXTENSIONS = ("ding@rastersoft.com",)
+    HAS_RUBBER_BAND = True
+
+    def await_desktop(self):
+        super().await_desktop()
+        wait_until(self.desktop_window, "the window of the desktop")
+
+    def restart_desktop(self):
+        before = self.desktop_process()
+        os.kill(before, signal.SIGKILL)
+        wait_until(lambda: self.desktop_process() not in (None, before), "the desktop's second process")
+        self.await_wallpaper()
+
+    def desktop_process(self):
+        window = self.desktop_window()
+        return int(self.output("xdotool", "getwindowpid", str(window), check=True)) if window else None

@@ -1,7 +1,7 @@
 # Sourced by tests/desktops/run: the packages of each desktop that suffice for a session on an X server without a screen.
 # The names are those of Debian 12 and 13.
 
-desktops=(xfce plasma lxqt mate gnome)
+desktops=(xfce plasma lxqt mate gnome gnome-icons)
 
 # What all of them need besides, the tests of the program included.
 session_packages=(xvfb xdotool x11-utils x11-xserver-utils imagemagick python3 dbus-daemon dbus-x11 at-spi2-core
@@ -20,3 +20,5 @@ mate_packages=(mate-session-manager mate-panel caja marco mate-settings-daemon d
 # The last one has the wallpaper of who has never chosen one.
 gnome_packages=(gnome-session-bin gnome-session-common gnome-shell gnome-settings-daemon xdg-desktop-portal-gtk
     dconf-gsettings-backend libglib2.0-bin adwaita-icon-theme gnome-themes-extra desktop-base)
+
+gnome_icons_packages=("${gnome_packages[@]}" gnome-shell-extension-desktop-icons-ng)

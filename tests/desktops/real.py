@@ -5,14 +5,14 @@ import os
 
 import wallpaper
 from desktop import wait_until
-from gnome import Gnome
+from gnome import Gnome, GnomeIcons
 from lxqt import Lxqt
 from mate import Mate
 from plasma import Plasma
 from replicants import AUTOSTART, OneReplicantTest
 from xfce import Xfce
 
-DESKTOPS = {"xfce": Xfce, "plasma": Plasma, "lxqt": Lxqt, "mate": Mate, "gnome": Gnome}
+DESKTOPS = {"xfce": Xfce, "plasma": Plasma, "lxqt": Lxqt, "mate": Mate, "gnome": Gnome, "gnome-icons": GnomeIcons}
 DESKTOP = DESKTOPS[os.environ["QEL_DESKTOP"]]
 SHARED = []
 GROUND = (16, 21, 29)
