@@ -127,6 +127,17 @@ PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vec
     return moved;
 }
 
+PixelRect PutWithin(const PixelRect& content, int32 titleHeight, const PixelRect& room)
+{
+    const auto start = [](int32 wanted, int32 extent, int32 first, int32 last) {
+        return extent > last - first ? first + (last - first - extent) / 2
+                                     : std::max(std::min(wanted, last - extent), first);
+    };
+    const int32 left = start(content.left, content.Width(), room.left, room.right);
+    const int32 top = start(content.top, content.Height(), room.top + titleHeight, room.bottom);
+    return {left, top, left + content.Width(), top + content.Height()};
+}
+
 void Watch()
 {
     Read();

@@ -32,6 +32,10 @@ PixelRect PutInReach(const PixelRect& content, int32 titleHeight);
 /// The same among given screens. Pure.
 PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens);
 
+/// The rectangle of a window's content, moved so that it lies within a room with its title above it; with its middle in
+/// the room's where that is too small. Pure.
+PixelRect PutWithin(const PixelRect& content, int32 titleHeight, const PixelRect& room);
+
 /// Asks the toolkit, and tells the application (B_SCREEN_CHANGED) if something is not as it was.
 void Read();
 /// Asks the toolkit now and whenever something changes, which the application is then told (B_SCREEN_CHANGED).

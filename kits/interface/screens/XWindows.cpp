@@ -95,4 +95,12 @@ xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place
     return answer != nullptr ? answer->child : static_cast<xcb_window_t>(XCB_NONE);
 }
 
+bool IsButtonDown(xcb_connection_t* server)
+{
+    const Answer<xcb_query_pointer_reply_t> answer(
+        xcb_query_pointer_reply(server, xcb_query_pointer(server, Root(server)), nullptr));
+    constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    return answer != nullptr && (answer->mask & kButtons) != 0;
+}
+
 } // namespace kits::XWindows

@@ -39,4 +39,7 @@ bool Holds(const std::vector<uint32_t>& values, uint32_t value);
 /// The child that shows at a place of the root window and takes input there, NONE if none does.
 xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place);
 
+/// Whether a button of the pointer is held, wherever it is.
+bool IsButtonDown(xcb_connection_t* server);
+
 } // namespace kits::XWindows

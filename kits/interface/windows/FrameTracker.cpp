@@ -72,6 +72,20 @@ void FrameTracker::Rescale(int32 left, int32 top, bigtime_t now)
     fTiled = false;
 }
 
+void FrameTracker::HoldSize()
+{
+    if (fZoomed)
+        return;
+    fPending = true;
+    fRescaling = true;
+}
+
+void FrameTracker::Release()
+{
+    fPending = false;
+    fRescaling = false;
+}
+
 void FrameTracker::NoteUsers(const PixelRect& frame, bigtime_t now)
 {
     if (now - fChanged > kGrace)

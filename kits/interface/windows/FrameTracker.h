@@ -53,6 +53,14 @@ public:
     /// corner here. What the window manager makes of that is no wish of the user's: Frame() stays, also when it gives
     /// another size, and so does its place until the window moves after kScaleGrace.
     void Rescale(int32 left, int32 top, bigtime_t now);
+    /// It came to a screen of another scale, where it still covers as many pixels of the screen as before: Frame()
+    /// keeps its size, which is no longer that of what is reported, until the next Ask, Show or Release. Its place is
+    /// the user's.
+    void HoldSize();
+    /// What is reported counts again.
+    void Release();
+    /// Whether the system's window has the size of Frame() now.
+    bool HasWantedSize() const;
     /// The window manager reports a size, or a place. @return whether Frame() or Content() changed
     bool ReportSize(int32 width, int32 height, bigtime_t now);
     bool ReportPlace(int32 left, int32 top, bigtime_t now);
@@ -65,7 +73,6 @@ public:
     bool GraceOver(int32 limitWidth, int32 limitHeight);
 
 private:
-    bool HasWantedSize() const;
     void NoteUsers(const PixelRect& frame, bigtime_t now);
 
     PixelRect fFrame;

@@ -1,6 +1,8 @@
 #include "kits/interface/windows/ScaleWatch.h"
 
 #include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/screens/XServer.h"
+#include "kits/interface/screens/XWindows.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
 
@@ -104,6 +106,18 @@ void Changed()
     // Reports of the system come outside of any event, and so without the interface lock.
     if (!std::exchange(sIsDue, true))
         QMetaObject::invokeMethod(qGuiApp, Follow, Qt::QueuedConnection);
+}
+
+PixelRect ScreenOf(const QWidget& widget)
+{
+    const QRect room = widget.screen()->availableGeometry();
+    return {room.left(), room.top(), room.left() + room.width(), room.top() + room.height()};
+}
+
+bool IsButtonDown()
+{
+    xcb_connection_t* const server = XServer();
+    return server != nullptr ? XWindows::IsButtonDown(server) : QGuiApplication::mouseButtons() != Qt::NoButton;
 }
 
 double ScaleOf(const QWidget& widget)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kits/interface/drawing/PixelGrid.h"
+
 class QRect;
 class QWidget;
 
@@ -18,6 +20,10 @@ void Follow();
 /// Has them follow in the next turn.
 void Changed();
 
+/// The screen, in logical pixels and without panels, that has the middle of a top-level widget.
+PixelRect ScreenOf(const QWidget& widget);
+/// Whether the user holds a button of the pointer anywhere, over a frame of the window manager's too. Asks the system.
+bool IsButtonDown();
 /// Screen pixels per logical pixel where the widget is.
 double ScaleOf(const QWidget& widget);
 /// Gives the system's window of a top-level widget this place and size in logical pixels, and has all of it painted.

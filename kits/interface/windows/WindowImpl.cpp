@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace kits {
 
@@ -25,6 +26,9 @@ std::vector<WindowImpl*>& Windows()
     static std::vector<WindowImpl*> windows;
     return windows;
 }
+
+/// A window that is not moved for so long, by no button, has arrived.
+constexpr bigtime_t kArrival = 150000;
 
 /// The toolkit asks for sizes in whole steps of a logical pixel, which at a broken scale are not whole screen pixels.
 int32 SlackAt(double scale)
@@ -47,12 +51,15 @@ WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
     , fLaidOutWidth(fTracker.Frame().Width())
     , fLaidOutHeight(fTracker.Frame().Height())
     , fGrace([this] {
+        if (fArrival.IsRunning())
+            return;
         const PixelRect room = ScreenList::Nearest(fTracker.Frame()).available;
         if (fTracker.GraceOver(room.Width(), room.Height())) {
             LayOut();
             PostFrameMessage(B_WINDOW_RESIZED);
         }
     })
+    , fArrival([this] { Arrive(); })
     , fPulse([this] {
         ForEachView([](BView* view) {
             if (view->Flags() & B_PULSE_NEEDED)
@@ -255,6 +262,7 @@ void WindowImpl::HideWidget()
 {
     fPane->hide();
     fGrace.Stop();
+    fArrival.Stop();
     UpdatePulse();
 }
 
@@ -291,6 +299,14 @@ void WindowImpl::PostFrameMessage(uint32 what)
 
 void WindowImpl::SizeReported(int32 width, int32 height)
 {
+    const auto differs = [this](int32 extent, float held) {
+        return std::abs(static_cast<float>(extent * fScale) - held) > 2 * static_cast<float>(fScale);
+    };
+    // A hand that resizes it across the screens gives it the size that it is to have.
+    if (fArrival.IsRunning() && (differs(width, fHeldWidth) || differs(height, fHeldHeight))) {
+        fArrival.Stop();
+        fTracker.Release();
+    }
     if (!fTracker.ReportSize(width, height, system_time()))
         return;
     LayOut();
@@ -301,6 +317,7 @@ void WindowImpl::SizeReported(int32 width, int32 height)
 
 void WindowImpl::PlaceReported(int32 left, int32 top)
 {
+    fRests = false;
     if (fTracker.ReportPlace(left, top, system_time()))
         PostFrameMessage(B_WINDOW_MOVED);
 }
@@ -352,15 +369,46 @@ void WindowImpl::CheckScale()
     fScreen = fPane->screen();
     if (scale == fScale)
         return;
-    fScale = scale;
+    const double before = std::exchange(fScale, scale);
     fTracker.SetSlack(SlackAt(scale));
     ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
     const QWindow* const window = fPane->windowHandle();
     const bool hasWindow = window != nullptr && window->handle() != nullptr;
-    // On its way to another screen a window stays as large as it is under the hand that moves it; where windows know no
-    // place the system scales them.
-    if (isSameScreen && hasWindow && !fTracker.IsPlaceless())
+    // Where windows know no place the system scales them.
+    if (!hasWindow || fTracker.IsPlaceless())
+        return;
+    if (isSameScreen) {
         Rescale();
+        return;
+    }
+    // On its way to another screen a window stays as large as it is under the hand that moves it. Larger or smaller it
+    // might belong to the screen before again, and so on.
+    if (!fArrival.IsRunning()) {
+        fHeldWidth = static_cast<float>(fTracker.Content().Width() * before);
+        fHeldHeight = static_cast<float>(fTracker.Content().Height() * before);
+    }
+    fTracker.HoldSize();
+    fRests = false;
+    fArrival.Start(kArrival);
+}
+
+void WindowImpl::Arrive()
+{
+    if (!std::exchange(fRests, true) || ScaleWatch::IsButtonDown())
+        return;
+    fArrival.Stop();
+    if (fTracker.IsZoomed() || fTracker.HasWantedSize()) {
+        fTracker.Show();
+        StartGrace();
+        return;
+    }
+    PixelRect place = fTracker.Frame();
+    const QWindow* const window = fPane->windowHandle();
+    place = ScreenList::PutWithin(place, window != nullptr ? window->frameMargins().top() : 0,
+                                  ScaleWatch::ScreenOf(*fPane));
+    fTracker.Ask(place, system_time());
+    PaintRescaled();
+    PostFrameMessage(B_WINDOW_MOVED);
 }
 
 void WindowImpl::PutInReach()
@@ -386,6 +434,11 @@ void WindowImpl::CheckPlace()
 void WindowImpl::Rescale()
 {
     PutInReach();
+    PaintRescaled();
+}
+
+void WindowImpl::PaintRescaled()
+{
     LayOut();
     // What it shows is there before it is painted.
     UpdateQueue::DrawWindow(*this);

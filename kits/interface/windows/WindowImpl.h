@@ -104,12 +104,18 @@ private:
     void PostFrameMessage(uint32 what);
     void PutInReach();
     void Rescale();
+    void Arrive();
+    void PaintRescaled();
 
     double fScale = 1;
     const QScreen* fScreen = nullptr; ///< the one that has the scale; never followed
     int32 fLaidOutWidth;
     int32 fLaidOutHeight;
     Timer fGrace;
+    Timer fArrival;       ///< looks, from when it came to a screen of another scale, whether it stays there
+    bool fRests = false;  ///< it has not been moved since the last look
+    float fHeldWidth = 0; ///< what it covers meanwhile, in screen pixels
+    float fHeldHeight = 0;
     Timer fPulse;
     /// Expires when the window goes.
     std::shared_ptr<WindowImpl*> fSelf;

@@ -252,3 +252,40 @@ TEST(FrameTracker, NearlyTheAskedSizeIsThatSizeAtABrokenScale)
     tracker.ReportSize(280, 149, 3 * kLong);
     EXPECT_TRUE(HasSize(tracker.Frame(), 280, 149));
 }
+
+TEST(FrameTracker, ASizeThatIsHeldOnTheWayToAnotherScreenIsNotThatOfTheReports)
+{
+    FrameTracker tracker(kStart);
+    tracker.HoldSize();
+    // As many pixels of the screen as before are half as many logical ones there. The place is where the hand put it.
+    tracker.ReportSize(150, 75, kLong);
+    tracker.ReportPlace(700, 80, kLong);
+    EXPECT_FALSE(tracker.HasWantedSize());
+    EXPECT_EQ(tracker.Frame(), (PixelRect{700, 80, 1000, 230}));
+    EXPECT_EQ(tracker.Content(), tracker.Frame());
+    tracker.Ask(tracker.Frame(), 2 * kLong);
+    tracker.ReportSize(300, 150, 2 * kLong);
+    EXPECT_FALSE(tracker.IsPending());
+    tracker.ReportSize(310, 160, 3 * kLong);
+    EXPECT_TRUE(HasSize(tracker.Frame(), 310, 160));
+}
+
+TEST(FrameTracker, AReleasedSizeCountsAgain)
+{
+    FrameTracker tracker(kStart);
+    tracker.HoldSize();
+    tracker.ReportSize(150, 75, kLong);
+    tracker.Release();
+    EXPECT_TRUE(tracker.ReportSize(200, 80, 2 * kLong));
+    EXPECT_TRUE(HasSize(tracker.Frame(), 200, 80));
+}
+
+TEST(FrameTracker, AMaximisedWindowHoldsNoSize)
+{
+    FrameTracker tracker(kStart);
+    tracker.SetZoomed(true, kLong);
+    tracker.HoldSize();
+    tracker.ReportSize(1000, 800, kLong);
+    EXPECT_TRUE(HasSize(tracker.Content(), 1000, 800));
+    EXPECT_EQ(tracker.Frame(), kStart);
+}

@@ -4,6 +4,7 @@
 
 using kits::PixelRect;
 using kits::ScreenList::PutInReach;
+using kits::ScreenList::PutWithin;
 using kits::ScreenList::Screen;
 
 namespace {
@@ -41,4 +42,14 @@ TEST(ScreenList, AWindowWithoutATitleIsHeldByItsUpperEdge)
     EXPECT_EQ(PutInReach({100, 0, 400, 200}, 0, kScreens), (PixelRect{100, 0, 400, 200}));
     EXPECT_EQ(PutInReach({100, 755, 400, 955}, 0, kScreens), (PixelRect{100, 560, 400, 760}));
     EXPECT_EQ(PutInReach({100, 755, 130, 785}, 0, {}), (PixelRect{100, 755, 130, 785}));
+}
+
+TEST(ScreenList, AWindowIsPutWithinARoom)
+{
+    constexpr PixelRect kRoom{1000, 100, 1600, 600};
+    EXPECT_EQ(PutWithin({1100, 200, 1400, 400}, 20, kRoom), (PixelRect{1100, 200, 1400, 400}));
+    EXPECT_EQ(PutWithin({900, 50, 1200, 250}, 20, kRoom), (PixelRect{1000, 120, 1300, 320}));
+    EXPECT_EQ(PutWithin({1500, 550, 1800, 750}, 20, kRoom), (PixelRect{1300, 400, 1600, 600}));
+    // What is larger has its middle there.
+    EXPECT_EQ(PutWithin({900, 50, 1700, 650}, 20, kRoom), (PixelRect{900, 60, 1700, 660}));
 }
