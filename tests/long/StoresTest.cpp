@@ -1,5 +1,6 @@
 #include "tests/long/LongTest.h"
 #include "tests/src/prefs/StoreFixture.h"
+#include "tests/support/BoundProcess.h"
 
 #include <chrono>
 #include <cstdio>
@@ -65,7 +66,7 @@ protected:
     {
         int pipes[2];
         EXPECT_EQ(pipe(pipes), 0);
-        const pid_t child = fork();
+        const pid_t child = test::ForkBound();
         if (child == 0)
             WriteForEver(number, pipes[1]);
         close(pipes[1]);
