@@ -10,6 +10,7 @@
 
 // A desktop portal on the session's bus that knows one setting: how dark the desktop is. It is what stands on the
 // command line, then each digit that comes on stdin. Says "ready" once it can be asked, "asked" whenever it was.
+// What follows on the command line are other names that it has on the bus.
 
 namespace {
 
@@ -64,6 +65,10 @@ int main(int argc, char** argv)
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.registerVirtualObject(kPath, &portal) || !bus.registerService("org.freedesktop.portal.Desktop"))
         return 1;
+    for (int i = 2; i < argc; i++) {
+        if (!bus.registerService(argv[i]))
+            return 1;
+    }
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [&portal] {
         char digit = 0;

@@ -6,6 +6,7 @@ import time
 from charts import TITLE, ChartsTest
 from desktop import Desktop, wait_until
 from drops import DropsTest, head, sources
+from test_portal import PortalTest
 from xclient import Client
 
 
@@ -77,6 +78,22 @@ class OfOthers(ChartsTest):
             self.program.signal(signal.SIGPIPE)
             self.await_change()
         self.quit()
+
+
+class SessionOfLxqt(PortalTest):
+    scheme = 1
+    names = ("org.lxqt.session",)
+    environment = {"XDG_CURRENT_DESKTOP": "LXQt"}
+
+    def test_that_leaves_the_bus_ends_the_program(self):
+        # When the portal has been asked, the program listens on the bus.
+        self.await_dark()
+        self.popup()
+        self.choose("a")
+        self.await_change()
+        self.portal.terminate()
+        self.assert_ends_well(self.program)
+        self.assertEqual(self.stored().count(b"ChartType"), 4)
 
 
 class Key(EndTest):

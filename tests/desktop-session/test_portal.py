@@ -12,7 +12,9 @@ from panels import KDE_DARK, Panels
 
 @unittest.skipUnless(shutil.which("dbus-daemon"), "there is no dbus-daemon")
 class PortalTest(Panels, ChartsTest):
-    """The program on a bus of its own, with a portal that says `scheme`."""
+    """The program on a bus of its own, with a portal that says `scheme` and has more `names`."""
+
+    names = ()
 
     def open_bus(self):
         bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], text=True,
@@ -25,7 +27,7 @@ class PortalTest(Panels, ChartsTest):
 
     def open_portal(self, scheme):
         program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
-        self.portal = subprocess.Popen([program, str(scheme)], env=dict(self.desktop.environment, **self.environment),
+        self.portal = subprocess.Popen([program, str(scheme), *self.names], env=dict(self.desktop.environment, **self.environment),
                                        text=True, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         for pipe in (self.portal.stdin, self.portal.stdout):
             self.addCleanup(pipe.close)

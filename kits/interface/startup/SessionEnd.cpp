@@ -1,6 +1,14 @@
 #include "kits/interface/startup/SessionEnd.h"
 
+#include "kits/interface/theme/SessionName.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QTimer>
+
 #include <csignal>
+#include <cstdlib>
 #include <dlfcn.h>
 
 namespace kits::SessionEnd {
@@ -8,6 +16,9 @@ namespace kits::SessionEnd {
 namespace {
 
 using Handler = void (*)(void* connection);
+
+/// After the start's windows are drawn, and before the desktop's portal is asked.
+constexpr int kLater = 200;
 
 /// The library goes on when this returns, and calls it again for everything that fails afterwards.
 void Quit(void*)
@@ -18,11 +29,20 @@ void Quit(void*)
     isTold = true;
 }
 
+void WatchLxqt()
+{
+    auto* watcher = new QDBusServiceWatcher(QStringLiteral("org.lxqt.session"), QDBusConnection::sessionBus(),
+                                            QDBusServiceWatcher::WatchForUnregistration, QCoreApplication::instance());
+    QObject::connect(watcher, &QDBusServiceWatcher::serviceUnregistered, watcher, [] { Quit(nullptr); });
+}
+
 } // namespace
 
 void Watch()
 {
     std::signal(SIGPIPE, SIG_IGN);
+    if (IsSessionOf("LXQt") && std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
+        QTimer::singleShot(kLater, QCoreApplication::instance(), WatchLxqt);
     // Only where the toolkit has loaded it; it stays loaded.
     void* const library = dlopen("libICE.so.6", RTLD_NOLOAD | RTLD_LAZY);
     if (library == nullptr)
