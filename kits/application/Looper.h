@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kits/application/Handler.h"
-#include "kits/kernel/Bounds.h"
 
 #include <memory>
 #include <vector>
@@ -18,7 +17,7 @@
 /// works on a looper, its handlers or its window from another thread locks it first.
 class BLooper : public BHandler {
 public:
-    static constexpr int32 kQueueCapacity = kits::bounds::kMostQueued;
+    static constexpr int32 kQueueCapacity = 4096;
 
     /// @param name  copied; may be null
     explicit BLooper(const char* name = nullptr);

@@ -47,7 +47,7 @@ void RunOutermostActions();
 void RunMainThreadActions();
 /// Whether actions wait that could be run now.
 bool HasActionsToRun();
-/// Runs all actions until there are none. For the end of the application.
+/// Runs the actions that are there now, and none that these cause in turn. For the end of the application.
 void RunLeftOverActions();
 
 /// Waits until EventLoop::WakeDescriptor() can be read or the moment (of system_time) has come, with the interface lock

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kits/application/AppDefs.h"
-#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Threads.h"
 
 #include <memory>
@@ -42,11 +41,11 @@ class BMessage {
 public:
     /// The limits of what can be flattened, and of what is read. A message beyond them lives on in memory, but cannot
     /// be flattened (`B_BAD_VALUE`): what is written can always be read.
-    static constexpr size_t kMaxFlattenedSize = kits::bounds::kMostFlattened;
-    static constexpr int32 kMaxDepth = kits::bounds::kMostDepth; ///< messages in messages; one without any has depth 1
-    static constexpr int32 kMaxFields = kits::bounds::kMostFields;            ///< with those of all messages in it
-    static constexpr int32 kMaxValues = kits::bounds::kMostValues;            ///< likewise
-    static constexpr size_t kMaxNameLength = kits::bounds::kLongestFieldName; ///< bytes
+    static constexpr size_t kMaxFlattenedSize = 16 * 1024 * 1024;
+    static constexpr int32 kMaxDepth = 16;          ///< messages in messages; one without any has depth 1
+    static constexpr int32 kMaxFields = 64 * 1024;  ///< with those of all messages in it
+    static constexpr int32 kMaxValues = 256 * 1024; ///< likewise
+    static constexpr size_t kMaxNameLength = 255;   ///< bytes
 
     /// What the message is about.
     uint32 what = 0;

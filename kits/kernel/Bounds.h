@@ -21,7 +21,8 @@ namespace kits::bounds {
 inline constexpr size_t kKiB = 1024;
 inline constexpr size_t kMiB = 1024 * kKiB;
 
-// What one connection between two processes holds.
+// What one connection between two processes holds. Besides, of the pings that wait for the main loop only the newest is
+// kept. newest
 
 /// Of a frame, with all that belongs to it. Sender: refuse. Receiver: close.
 inline constexpr size_t kMostFrame = kMiB;
@@ -33,15 +34,14 @@ inline constexpr size_t kMostTargets = 1024;
 inline constexpr size_t kMostShared = 64 * kKiB;
 /// Fields, and values, of a message that comes in a frame: each takes more memory than bytes in the frame. close
 inline constexpr int32_t kMostFieldsFromOutside = 4096;
-inline constexpr int32_t kMostValuesFromOutside = 64 * 1024;
+inline constexpr int32_t kMostValuesFromOutside = 16 * 1024;
 /// Until the hello. close
 inline constexpr auto kTimeToSayHello = std::chrono::seconds(1);
 /// From the first byte of a frame to its last, while it is being read. close
 inline constexpr auto kTimeForAFrame = std::chrono::seconds(5);
-/// Frames that are handled before other connections have their turn. wait
-inline constexpr int kMostFramesAtOnce = 256;
-/// Pings that wait for the main loop. newest
-inline constexpr int kMostPings = 1;
+/// What is read before other connections have their turn: of small frames, and of one that is longer. wait
+inline constexpr size_t kMostReadAtOnce = 16 * kKiB;
+inline constexpr size_t kMostReadOfAFrame = 64 * kKiB;
 /// What the sender has not read of the answers on its own connection (pongs, and who is gone). close
 inline constexpr size_t kMostAnswers = 64 * kKiB;
 /// How long the queue of what is to be sent may refuse messages. close
@@ -60,8 +60,8 @@ inline constexpr size_t kMostIncompleteOfAProcess = kMostFrame + 256 * kKiB;
 /// Of what is to be sent to it. refuse (`B_WOULD_BLOCK`), and close after kLongestFull
 inline constexpr size_t kMostUnsentOfAProcess = 4 * kMiB;
 /// Messages that wait for the main thread or are being handled there. wait
-inline constexpr size_t kMostUnhandledOfAProcess = 32;
-/// Of these messages. wait
+inline constexpr size_t kMostUnhandledOfAProcess = 64;
+/// Of these messages, and of one that waits for these. wait; close for a single message that takes more
 inline constexpr size_t kMostUnhandledBytesOfAProcess = 4 * kMiB;
 /// Receivers of a stream. refuse
 inline constexpr int32_t kMostReceiversOfAProcess = 1024;
@@ -88,8 +88,8 @@ inline constexpr int32_t kMostQueued = 4096;
 /// Teams that were given up and are not tried again until they are heard of. The oldest one is tried again.
 inline constexpr size_t kMostGivenUp = 256;
 
-/// File descriptors that connections leave free, for the display, stores and pictures. As kMostConnections and
-/// kMostLinks.
+/// File descriptors that connections leave free, for the display, stores and pictures; of a process that may have few,
+/// a quarter. As kMostConnections and kMostLinks.
 inline constexpr int kReservedDescriptors = 64;
 /// How long nobody is let in after descriptors have run out.
 inline constexpr auto kPauseWithoutDescriptors = std::chrono::seconds(1);

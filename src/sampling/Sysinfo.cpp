@@ -3,6 +3,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/EventLoop.h"
 #include "kits/application/Message.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "src/prefs/Preferences.h"
 #include "src/sampling/SampleRecords.h"
@@ -196,6 +197,10 @@ std::vector<BMessenger>& Sysinfo::ListFor(const BMessenger& messenger)
 {
     return messenger.IsTargetLocal() ? fLocalMessengers : fRemoteMessengers;
 }
+
+// As in Message.cpp.
+static_assert(Sysinfo::kMostReceiversOfATeam == kits::bounds::kMostReceiversOfAProcess &&
+              Sysinfo::kMostReceivers == kits::bounds::kMostReceivers);
 
 status_t Sysinfo::AddMessenger(const BMessenger& messenger)
 {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kits/application/Messenger.h"
-#include "kits/kernel/Bounds.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/kernel/Types.h"
 #include "kits/support/List.h"
@@ -44,8 +43,8 @@ public:
     static constexpr int16 kMaxNodesToKeep = kMaxHistory;
 
     /// How many receivers are taken from one process (what one frame to it can name), and in all from others.
-    static constexpr int32 kMostReceiversOfATeam = kits::bounds::kMostReceiversOfAProcess;
-    static constexpr size_t kMostReceivers = kits::bounds::kMostReceivers;
+    static constexpr int32 kMostReceiversOfATeam = 1024;
+    static constexpr size_t kMostReceivers = 8192;
 
     /// A running sampler. Settings in the user's store ("Sysinfo" of prefs_user) go before the argument.
     /// @param nodesToKeep  length of the history, at least 1; with 1 no sample is ever sent, for there is

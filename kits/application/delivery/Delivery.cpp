@@ -36,7 +36,7 @@ status_t DeliverCopy(const Address& target, const BMessage& message, const Addre
     if (target.team == ThisTeam())
         return DeliverHere(target.token, message, replyTo, sourceWaits);
     const auto flat = std::make_shared<std::string>();
-    const status_t status = WriteMessage(message, flat.get(), false);
+    const status_t status = WriteMessage(message, flat.get(), false, kFrameLimits);
     if (status != B_OK)
         return status;
     if (!FitsFrame(1, flat->size()))
@@ -59,7 +59,7 @@ void DeliverToAll(const std::vector<Address>& targets, const BMessage& message)
     if (others.empty())
         return;
     const auto flat = std::make_shared<std::string>();
-    if (WriteMessage(message, flat.get(), false) != B_OK || !FitsFrame(1, flat->size()))
+    if (WriteMessage(message, flat.get(), false, kFrameLimits) != B_OK || !FitsFrame(1, flat->size()))
         return;
     const size_t most = flat->size() <= bounds::kMostShared ? bounds::kMostTargets : 1;
     for (const auto& [team, tokens] : others) {

@@ -5,11 +5,14 @@
 #include "kits/application/Message.h"
 #include "kits/application/delivery/Delivery.h"
 #include "kits/application/delivery/PostOffice.h"
+#include "kits/kernel/Bounds.h"
 
 #include <algorithm>
 
 using kits::InterfaceLock;
 using kits::PostOffice;
+
+static_assert(BLooper::kQueueCapacity == kits::bounds::kMostQueued); // as in Message.cpp
 
 BLooper::BLooper(const char* name)
     : BHandler(name)
@@ -82,14 +85,19 @@ void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
 {
     if (message->what == B_QUIT_REQUESTED && handler == this && !kits::IsOutermost()) {
         // What quits destroys; so it is asked only when nothing stands on what it destroys. A std::function copies.
-        const auto kept = std::make_shared<std::unique_ptr<BMessage>>(std::move(message));
+        struct Kept {
+            std::unique_ptr<BMessage> message;
+            std::unique_ptr<kits::PeerWork> work;
+        };
+        const auto kept = std::make_shared<Kept>(Kept{nullptr, PostOffice::Get().TakeWork(*message)});
+        kept->message = std::move(message);
         ++fCountHeldBack;
         kits::RunAtOutermostLoop([kept, token = Token()] {
             BLooper* looper = PostOffice::Get().LooperAt(token);
             if (looper == nullptr || !PostOffice::Get().IsOpen(token))
                 return;
             --looper->fCountHeldBack;
-            looper->DeliverNow(std::move(*kept), looper);
+            looper->DeliverNow(std::move(kept->message), looper);
         });
         return;
     }

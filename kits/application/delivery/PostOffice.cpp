@@ -6,6 +6,7 @@
 #include "kits/application/delivery/ReplyWait.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kits {
 
@@ -39,13 +40,24 @@ token_t PostOffice::AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address t
 
 void PostOffice::FailReplyWaits(team_address team)
 {
+    FailReplyWaitsIf([team](team_address asked) { return asked == team; });
+}
+
+void PostOffice::FailReplyWaitsOfOthers()
+{
+    FailReplyWaitsIf([](team_address asked) { return asked != ThisTeam(); });
+}
+
+template <class Matches> void PostOffice::FailReplyWaitsIf(const Matches& matches)
+{
     std::vector<std::shared_ptr<ReplyWait>> failed;
     {
         std::lock_guard lock(fMutex);
         std::erase_if(fReplyWaits, [&](const auto& entry) {
-            if (entry.second.team == team)
+            const bool isFailed = matches(entry.second.team);
+            if (isFailed)
                 failed.push_back(entry.second.wait);
-            return entry.second.team == team;
+            return isFailed;
         });
     }
     for (const std::shared_ptr<ReplyWait>& wait : failed)
@@ -66,7 +78,7 @@ token_t PostOffice::Application() const
 
 void PostOffice::Remove(token_t token)
 {
-    Messages dropped;
+    std::vector<Dropped> dropped;
     std::lock_guard lock(fMutex);
     if (fReplyWaits.erase(token) > 0)
         return;
@@ -111,7 +123,7 @@ void PostOffice::Start(token_t looper)
 
 bool PostOffice::Close(token_t looper)
 {
-    Messages dropped;
+    std::vector<Dropped> dropped;
     std::lock_guard lock(fMutex);
     const auto found = fLoopers.find(looper);
     if (found == fLoopers.end() || found->second.isClosed)
@@ -121,7 +133,7 @@ bool PostOffice::Close(token_t looper)
     return true;
 }
 
-status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight)
+status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, std::unique_ptr<PeerWork>* work)
 {
     std::shared_ptr<ReplyWait> wait;
     std::unique_ptr<BMessage> replaced;
@@ -146,23 +158,26 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, si
                 for (const auto& [code, waiting] : handler.newest) {
                     if (code == message->what) {
                         replaced = std::exchange(waiting->message, std::move(message));
-                        fWeight = fWeight - waiting->weight + weight;
-                        waiting->weight = weight;
+                        // What is given back is so by the caller, without the mutex.
+                        if (work != nullptr)
+                            std::swap(waiting->work, *work);
                         return B_OK;
                     }
                 }
             }
-            if (looper->countWaiting >= BLooper::kQueueCapacity ||
-                (weight > 0 && fWeight > 0 && fWeight + weight > kForeignCapacity))
+            // A quit of our own, as a signal asks for it, has its place whatever others send.
+            const bool isOwnQuit = work == nullptr && message->what == B_QUIT_REQUESTED;
+            if (looper->countWaiting >= BLooper::kQueueCapacity && !isOwnQuit)
                 return B_WOULD_BLOCK;
             ++looper->countWaiting;
-            fWeight += weight;
             isQuitHeldBack = !looper->isStarted && message->what == B_QUIT_REQUESTED;
             // Who starts the program again while it asks something before it runs is answered at once.
             const bool isHeld = !looper->isStarted && message->what != B_SILENT_RELAUNCH;
             std::deque<Parcel>& queue = isHeld ? looper->held : fQueue;
             const uint32 code = message->what;
-            queue.push_back({target, handler.looper, std::move(message), weight});
+            queue.push_back({target, handler.looper, std::move(message)});
+            if (work != nullptr)
+                queue.back().work = std::move(*work);
             if (newestWins)
                 handler.newest.emplace_back(code, &queue.back());
         }
@@ -281,14 +296,25 @@ bool PostOffice::DispatchNext(uint64 end)
         if (!TakeNext(end, &parcel, &isDeliverable))
             return false;
         if (!isDeliverable)
-            parcel.message = nullptr;
+            parcel = Parcel();
     }
     // The main thread holds the interface lock, so neither goes away between being found and being called.
     BLooper* looper;
     BHandler* handler = HandlerAt(parcel.handler, &looper);
-    if (handler != nullptr)
-        looper->DeliverNow(std::move(parcel.message), handler);
+    if (handler == nullptr)
+        return true;
+    // Nested loops dispatch within this.
+    Parcel* const outer = std::exchange(fInDispatch, &parcel);
+    const BMessage* const outerMessage = std::exchange(fMessageInDispatch, parcel.message.get());
+    looper->DeliverNow(std::move(parcel.message), handler);
+    fInDispatch = outer;
+    fMessageInDispatch = outerMessage;
     return true;
+}
+
+std::unique_ptr<PeerWork> PostOffice::TakeWork(const BMessage& message)
+{
+    return &message == fMessageInDispatch ? std::move(fInDispatch->work) : nullptr;
 }
 
 bool PostOffice::TakeNext(uint64 end, Parcel* taken, bool* isDeliverable)
@@ -316,7 +342,6 @@ PostOffice::LooperState* PostOffice::OpenLooperOf(const HandlerState& handler)
 
 void PostOffice::Forget(Parcel* parcel)
 {
-    fWeight -= parcel->weight;
     const auto looper = fLoopers.find(parcel->looper);
     if (looper != fLoopers.end())
         --looper->second.countWaiting;
@@ -325,14 +350,14 @@ void PostOffice::Forget(Parcel* parcel)
         std::erase_if(handler->second.newest, [parcel](const auto& entry) { return entry.second == parcel; });
 }
 
-template <class Matches> void PostOffice::Drop(const Matches& matches, Messages* dropped)
+template <class Matches> void PostOffice::Drop(const Matches& matches, std::vector<Dropped>* dropped)
 {
     const auto dropFrom = [&](std::deque<Parcel>& queue) {
         for (Parcel& parcel : queue) {
             if (parcel.message == nullptr || !matches(parcel))
                 continue;
             Forget(&parcel);
-            dropped->push_back(std::move(parcel.message));
+            dropped->push_back({std::move(parcel.message), std::move(parcel.work)});
         }
     };
     dropFrom(fQueue);

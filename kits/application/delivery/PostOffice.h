@@ -2,6 +2,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Token.h"
+#include "kits/application/teams/PeerAccounts.h"
 
 #include <deque>
 #include <map>
@@ -25,8 +26,6 @@ class ReplyWait;
 /// senders) after it is released. Any thread, but where it says more.
 class PostOffice {
 public:
-    static constexpr size_t kForeignCapacity = 32 * 1024 * 1024;
-
     static PostOffice& Get();
 
     token_t AddHandler(BHandler* handler);
@@ -37,6 +36,8 @@ public:
     token_t AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team);
     /// Ends all waits for answers of a team with `B_BAD_HANDLER`.
     void FailReplyWaits(team_address team);
+    /// The same, of all teams but this one.
+    void FailReplyWaitsOfOthers();
     /// The looper that messages for kApplicationToken go to; 0 for none.
     void SetApplication(token_t looper);
     token_t Application() const;
@@ -51,9 +52,10 @@ public:
     bool Close(token_t looper);
 
     /// Queues a message, or gives it to whoever waits for it. It is taken over with `B_OK` only.
-    /// @param weight  bytes, of a message from another team: of those wait kForeignCapacity at most, or one
+    /// @param work  of a message from another team, else null: kept until the message has been handled. With `B_OK` it
+    ///              is taken over, or exchanged for that of a message that this one replaces
     /// @return `B_BAD_HANDLER` if the target or its looper is gone, `B_WOULD_BLOCK` if the queue is full
-    status_t Post(token_t target, std::unique_ptr<BMessage>& message, size_t weight = 0);
+    status_t Post(token_t target, std::unique_ptr<BMessage>& message, std::unique_ptr<PeerWork>* work = nullptr);
 
     /// Whether there is such a handler, also one without a looper.
     bool Exists(token_t handler) const;
@@ -82,16 +84,19 @@ public:
     uint64 NextNumber() const;
     /// Dispatches the first message that waits. False if there is none with a number below `end`.
     bool DispatchNext(uint64 end);
+    /// The work of the message that is being dispatched, for who will handle that only later; null if there is none, or
+    /// another message is meant.
+    std::unique_ptr<PeerWork> TakeWork(const BMessage& message);
     bool HasMessages() const;
     /// Whether messages wait, and all of them are marked "newest wins".
     bool HasOnlyStreams() const;
 
 private:
     struct Parcel {
-        token_t handler;
-        token_t looper;
+        token_t handler = 0;
+        token_t looper = 0;
         std::unique_ptr<BMessage> message; ///< null once it was dropped
-        size_t weight = 0;                 ///< see Post
+        std::unique_ptr<PeerWork> work{};  ///< see Post
     };
     struct HandlerState {
         BHandler* handler;
@@ -110,15 +115,19 @@ private:
         std::shared_ptr<ReplyWait> wait;
         team_address team;
     };
-    using Messages = std::vector<std::unique_ptr<BMessage>>;
+    struct Dropped {
+        std::unique_ptr<BMessage> message;
+        std::unique_ptr<PeerWork> work;
+    };
 
     PostOffice() = default;
     token_t Resolve(token_t token) const { return token == kApplicationToken ? fApplication : token; }
     LooperState* OpenLooperOf(const HandlerState& handler);
     bool TakeNext(uint64 end, Parcel* taken, bool* isDeliverable);
     void Forget(Parcel* parcel);
+    template <class Matches> void FailReplyWaitsIf(const Matches& matches);
     /// Moves the messages for this handler or looper out of the queues.
-    template <class Matches> void Drop(const Matches& matches, Messages* dropped);
+    template <class Matches> void Drop(const Matches& matches, std::vector<Dropped>* dropped);
 
     mutable std::mutex fMutex;
     token_t fLastToken = kApplicationToken;
@@ -127,8 +136,10 @@ private:
     std::map<token_t, LooperState> fLoopers;
     std::unordered_map<token_t, WaitState> fReplyWaits;
     std::deque<Parcel> fQueue;
+    /// What is in dispatch, and whose; of the main thread alone.
+    Parcel* fInDispatch = nullptr;
+    const BMessage* fMessageInDispatch = nullptr;
     uint64 fFirstNumber = 0; ///< of the first in the queue
-    size_t fWeight = 0;      ///< of all messages that wait
 };
 
 } // namespace kits

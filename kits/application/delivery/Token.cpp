@@ -1,7 +1,10 @@
 #include "kits/application/Token.h"
 
+#include "kits/application/teams/TeamSocket.h"
+
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <string>
 
@@ -53,9 +56,18 @@ team_id TeamIdOf(team_address team)
     return static_cast<team_id>(team >> 32);
 }
 
+team_address TeamOfProcess(team_id process)
+{
+    const ProcessState state = StateOf(std::to_string(process));
+    return state.state != 0 ? AddressOfProcess(static_cast<uint64>(process), state.startTicks) : 0;
+}
+
 bool IsTeamAlive(team_address team)
 {
     const ProcessState state = StateOf(std::to_string(team >> 32));
+    // Without a file descriptor or memory for reading its state, one that is there counts as alive.
+    if (state.state == 0)
+        return TeamIdOf(team) > 0 && kill(TeamIdOf(team), 0) == 0;
     return state.state != 0 && state.state != 'Z' && state.state != 'X' &&
            AddressOfProcess(team >> 32, state.startTicks) == team;
 }

@@ -100,6 +100,33 @@ DispatchScope::~DispatchScope()
     --sCountDispatches;
 }
 
+namespace {
+
+/// False if there is none.
+bool RunOutermostAction()
+{
+    const std::function<void()> action = ActionQueues::Get().Take(&ActionQueues::outermost);
+    if (action == nullptr)
+        return false;
+    EventLoop::NoteEvent();
+    const ChangeScope scope;
+    action();
+    return true;
+}
+
+void RunMainThreadActions(size_t count)
+{
+    for (; count > 0; --count) {
+        const std::function<void()> action = ActionQueues::Get().Take(&ActionQueues::soon);
+        if (action == nullptr)
+            return;
+        const DispatchScope scope;
+        action();
+    }
+}
+
+} // namespace
+
 void RunOutermostActions()
 {
     ActionQueues& queues = ActionQueues::Get();
@@ -107,26 +134,13 @@ void RunOutermostActions()
         NestedLoop::CancelAll();
         return;
     }
-    while (IsOutermost()) {
-        const std::function<void()> action = queues.Take(&ActionQueues::outermost);
-        if (action == nullptr)
-            return;
-        EventLoop::NoteEvent();
-        const ChangeScope scope;
-        action();
+    while (IsOutermost() && RunOutermostAction()) {
     }
 }
 
 void RunMainThreadActions()
 {
-    ActionQueues& queues = ActionQueues::Get();
-    for (size_t count = queues.Count(&ActionQueues::soon); count > 0; --count) {
-        const std::function<void()> action = queues.Take(&ActionQueues::soon);
-        if (action == nullptr)
-            return;
-        const DispatchScope scope;
-        action();
-    }
+    RunMainThreadActions(ActionQueues::Get().Count(&ActionQueues::soon));
 }
 
 bool HasActionsToRun()
@@ -137,10 +151,11 @@ bool HasActionsToRun()
 
 void RunLeftOverActions()
 {
-    while (HasActionsToRun()) {
-        RunOutermostActions();
-        RunMainThreadActions();
-    }
+    ActionQueues& queues = ActionQueues::Get();
+    const size_t countSoon = queues.Count(&ActionQueues::soon);
+    for (size_t count = queues.Count(&ActionQueues::outermost); count > 0 && IsOutermost(); --count)
+        RunOutermostAction();
+    RunMainThreadActions(countSoon);
 }
 
 NestedLoop::NestedLoop(std::function<void()> cancel)

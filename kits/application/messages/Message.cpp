@@ -2,6 +2,7 @@
 
 #include "kits/application/MessagePrivate.h"
 #include "kits/application/messages/MessageField.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 
 #include <algorithm>
@@ -9,6 +10,21 @@
 #include <utility>
 
 using kits::MessageDelivery;
+
+size_t kits::MemoryOf(const BMessage& message)
+{
+    const std::vector<MessageAccess::Field>& fields = MessageAccess::FieldsOf(message);
+    size_t memory = sizeof(BMessage) + sizeof(MessageDelivery) + fields.capacity() * sizeof(MessageAccess::Field);
+    for (const MessageAccess::Field& field : fields)
+        memory += field.Memory();
+    return memory;
+}
+
+// The numbers stand in that header once more so that a new row of the table does not have everything compiled anew.
+namespace bounds = kits::bounds;
+static_assert(BMessage::kMaxFlattenedSize == bounds::kMostFlattened && BMessage::kMaxDepth == bounds::kMostDepth &&
+              BMessage::kMaxFields == bounds::kMostFields && BMessage::kMaxValues == bounds::kMostValues &&
+              BMessage::kMaxNameLength == bounds::kLongestFieldName);
 
 BMessage::BMessage() = default;
 

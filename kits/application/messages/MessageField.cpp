@@ -1,5 +1,6 @@
 #include "kits/application/messages/MessageField.h"
 
+#include "kits/application/MessagePrivate.h"
 #include "kits/application/Token.h"
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
@@ -71,6 +72,19 @@ BMessage::Field::Field(const Field& other)
     , fItemSize(other.fItemSize)
     , fFixedSize(other.fFixedSize)
 {
+}
+
+size_t BMessage::Field::Memory() const
+{
+    size_t memory = fName.capacity() + fBytes.capacity();
+    if (fMore != nullptr) {
+        memory += sizeof(More) + fMore->ends.capacity() * sizeof(size_t);
+        // Elements that are not there yet take as much.
+        memory += (fMore->messages.capacity() - fMore->messages.size()) * sizeof(BMessage);
+        for (const BMessage& message : fMore->messages)
+            memory += kits::MemoryOf(message);
+    }
+    return memory;
 }
 
 size_t BMessage::Field::EndOf(int32 index) const

@@ -13,6 +13,9 @@ size_t FixedSizeOf(type_code type);
 /// Whether a field may have this name.
 bool IsFieldName(const char* name);
 
+/// The memory that a message takes, itself and all that it holds; in bytes, and a little more than it is.
+size_t MemoryOf(const BMessage& message);
+
 /// Whether values of this type are addresses, which mean nothing to another process.
 bool IsAddressType(type_code type);
 
@@ -40,6 +43,9 @@ public:
     /// A value of a field of messages. The index is in range.
     const BMessage& MessageAt(int32 index) const { return fMore->messages[static_cast<size_t>(index)]; }
     BMessage& MessageAt(int32 index) { return fMore->messages[static_cast<size_t>(index)]; }
+
+    /// The memory that it has beyond itself; in bytes, and a little more than it is.
+    size_t Memory() const;
 
     void Reserve(size_t count);
     void Add(const void* data, size_t size);

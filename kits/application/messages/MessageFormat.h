@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kits/application/Message.h"
+#include "kits/kernel/Bounds.h"
 
 #include <string>
 #include <string_view>
@@ -36,16 +37,29 @@ namespace kits {
 /// What is read first to learn how long a message is.
 inline constexpr size_t kMessageHeadSize = 9;
 
+/// How much a flattened message may hold.
+struct MessageLimits {
+    size_t size;
+    int32 fields;
+    int32 values;
+};
+/// Those of BMessage.
+inline constexpr MessageLimits kMessageLimits{BMessage::kMaxFlattenedSize, BMessage::kMaxFields, BMessage::kMaxValues};
+/// Those of a message that goes from one process to another.
+inline constexpr MessageLimits kFrameLimits{bounds::kMostFrame, bounds::kMostFieldsFromOutside,
+                                            bounds::kMostValuesFromOutside};
+
 /// Flattens a message.
 /// @param withChecksum  false for bytes that never leave the machine's memory
-/// @return `B_BAD_VALUE` beyond the limits of BMessage
-status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum = true);
+/// @return `B_BAD_VALUE` beyond the limits
+status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum = true,
+                      const MessageLimits& limits = kMessageLimits);
 
 /// The number of bytes of the whole message that begins so; `B_BAD_VALUE` if none does.
 /// @param head  the first bytes, kMessageHeadSize of them or, if the message is shorter, all
 ssize_t SizeOfMessage(std::string_view head);
 
 /// Unflattens a message; with an error it is as it was.
-status_t ReadMessage(std::string_view flat, BMessage* message);
+status_t ReadMessage(std::string_view flat, BMessage* message, const MessageLimits& limits = kMessageLimits);
 
 } // namespace kits

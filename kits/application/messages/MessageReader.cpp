@@ -21,8 +21,9 @@ using Field = MessageAccess::Field;
 /// believed only as far as there are bytes for them.
 class MessageReader {
 public:
-    explicit MessageReader(std::string_view bytes)
-        : fSize(static_cast<qint64>(bytes.size()))
+    MessageReader(std::string_view bytes, const MessageLimits& limits)
+        : fLimits(limits)
+        , fSize(static_cast<qint64>(bytes.size()))
         , fReader(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())))
     {
     }
@@ -46,6 +47,7 @@ private:
     template <class T> bool ReadValueOf(Field* field);
     template <class T> bool ReadArrayOf(Field* field, quint64 length);
 
+    const MessageLimits fLimits;
     const qint64 fSize;
     QCborStreamReader fReader;
     std::string fScratch;
@@ -98,10 +100,10 @@ bool MessageReader::Read(BMessage* message, int32 depth)
 bool MessageReader::ReadFields(BMessage* message, int32 depth)
 {
     quint64 length;
-    if (!Enter(QCborStreamReader::Map, &length) || length > BMessage::kMaxFields)
+    if (!Enter(QCborStreamReader::Map, &length) || length > static_cast<quint64>(fLimits.fields))
         return false;
     for (quint64 i = 0; i < length; ++i) {
-        if (++fCountFields > BMessage::kMaxFields || !ReadField(message, depth))
+        if (++fCountFields > fLimits.fields || !ReadField(message, depth))
             return false;
     }
     const std::vector<Field>& fields = MessageAccess::FieldsOf(*message);
@@ -129,7 +131,7 @@ bool MessageReader::ReadField(BMessage* message, int32 depth)
         if (!fixedSize && (!ReadName(kVariableMark) || --count == 0))
             return false;
     }
-    if (count > static_cast<quint64>(BMessage::kMaxValues - fCountValues))
+    if (count > static_cast<quint64>(fLimits.values - fCountValues))
         return false;
     fCountValues += static_cast<int32>(count);
 
@@ -293,9 +295,9 @@ ssize_t SizeOfMessage(std::string_view head)
     return size <= BMessage::kMaxFlattenedSize ? static_cast<ssize_t>(size) : B_BAD_VALUE;
 }
 
-status_t ReadMessage(std::string_view flat, BMessage* message)
+status_t ReadMessage(std::string_view flat, BMessage* message, const MessageLimits& limits)
 {
-    if (SizeOfMessage(flat) != static_cast<ssize_t>(flat.size()))
+    if (SizeOfMessage(flat) != static_cast<ssize_t>(flat.size()) || flat.size() > limits.size)
         return B_BAD_VALUE;
     std::string_view map = flat.substr(kMessageHeadSize);
     if (flat[3] == kArrayOfThree) {
@@ -307,7 +309,7 @@ status_t ReadMessage(std::string_view flat, BMessage* message)
             return B_BAD_VALUE;
     }
     BMessage read;
-    MessageReader reader(map);
+    MessageReader reader(map, limits);
     if (!reader.Read(&read, 1) || !reader.IsAtEnd())
         return B_BAD_VALUE;
     message->what = read.what;

@@ -23,8 +23,9 @@ template <class T> T ValueIn(std::string_view bytes)
 
 class MessageWriter {
 public:
-    explicit MessageWriter(std::string* bytes)
-        : fWriter(bytes)
+    MessageWriter(std::string* bytes, const MessageLimits& limits)
+        : fLimits(limits)
+        , fWriter(bytes)
     {
     }
 
@@ -39,6 +40,7 @@ private:
     void WriteValue(type_code type, std::string_view value);
     template <class T> void WriteArray(std::string_view value);
 
+    const MessageLimits fLimits;
     CborWriter fWriter;
     int32 fCountFields = 0;
     int32 fCountValues = 0;
@@ -52,7 +54,7 @@ bool MessageWriter::Measure(const BMessage& message, int32 depth)
         if (IsAddressType(field.Type()))
             continue;
         fCountValues += field.Count();
-        if (++fCountFields > BMessage::kMaxFields || fCountValues > BMessage::kMaxValues)
+        if (++fCountFields > fLimits.fields || fCountValues > fLimits.values)
             return false;
         for (int32 i = 0; field.Type() == B_MESSAGE_TYPE && i < field.Count(); ++i) {
             if (!Measure(field.MessageAt(i), depth + 1))
@@ -171,12 +173,12 @@ void PutFourByteInteger(char* place, uint32 value)
 
 } // namespace
 
-status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum)
+status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum, const MessageLimits& limits)
 {
     // Enough for most.
     constexpr size_t kFirstCapacity = 2048;
     std::string bytes;
-    MessageWriter writer(&bytes);
+    MessageWriter writer(&bytes, limits);
     if (!writer.Measure(message, 1))
         return B_BAD_VALUE;
     bytes.reserve(kFirstCapacity);
@@ -184,7 +186,7 @@ status_t WriteMessage(const BMessage& message, std::string* flat, bool withCheck
     bytes.resize(kMessageHeadSize);
     writer.Write(message);
     const size_t size = bytes.size() - kMessageHeadSize + (withChecksum ? kChecksumSize : 0);
-    if (kMessageHeadSize + size > BMessage::kMaxFlattenedSize)
+    if (kMessageHeadSize + size > limits.size)
         return B_BAD_VALUE;
     PutFourByteInteger(&bytes[kMessageHeadSize - kChecksumSize], static_cast<uint32>(size));
     if (withChecksum) {

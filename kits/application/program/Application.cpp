@@ -8,6 +8,7 @@
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamPort.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
 #include "kits/storage/Resources.h"
@@ -24,7 +25,7 @@ namespace {
 constexpr bigtime_t kLongestWaitForLaunch = 30000000;
 constexpr bigtime_t kLongestWaitForAnswer = 5000000;
 /// Of one that ends, for another start to give up the lock: that may have to wait for its answer first.
-constexpr bigtime_t kLongestWaitForOthers = kLongestWaitForAnswer;
+constexpr bigtime_t kLongestWaitForOthers = kits::bounds::kLongestWaitToQuit;
 constexpr bigtime_t kPauseForTheEnd = 20000;
 constexpr bigtime_t kPauseForTheUser = 100000;
 
@@ -169,6 +170,8 @@ BApplication::~BApplication()
     PostOffice::Get().Close(Token());
     if (be_app == this) {
         EndPresence();
+        // First of all, else others could go on making work for what is done below.
+        const kits::TeamPort::Shutter shutter;
         kits::RunLeftOverActions();
         for (const kits::token_t token : PostOffice::Get().RunningLoopers()) {
             BLooper* looper = PostOffice::Get().LooperAt(token);
@@ -178,7 +181,6 @@ BApplication::~BApplication()
         }
         kits::RunLeftOverActions();
         kits::TakeQuitSignal(); // was meant for this one
-        kits::TeamPort::Get().Close();
         PostOffice::Get().SetApplication(0);
         be_app = nullptr;
     }

@@ -115,33 +115,49 @@ std::optional<MessageFrame> ReadMessageFrame(std::string_view content, std::stri
 
 void FrameReader::Add(std::string_view bytes)
 {
-    fBytes.erase(0, fPlace);
-    fPlace = 0;
+    fBytes.erase(fBytes.begin(), fBytes.begin() + static_cast<ptrdiff_t>(fPlace));
+    fPlace = fLastPlace = 0;
+    // Exactly: what it takes is counted.
+    if (fBytes.size() + bytes.size() > fBytes.capacity())
+        fBytes.reserve(fBytes.size() + bytes.size());
+    fBytes.insert(fBytes.end(), bytes.begin(), bytes.end());
+}
+
+void FrameReader::Trim()
+{
     // What one long frame took is not kept for all the short ones after it.
-    constexpr size_t kKept = 256 * 1024;
-    if (fBytes.empty() && fBytes.capacity() > kKept)
-        fBytes.shrink_to_fit();
-    fBytes.append(bytes);
+    constexpr size_t kKept = 4096;
+    if (fBytes.capacity() <= kKept || Waiting() > fBytes.capacity() / 2)
+        return;
+    std::vector<char> rest;
+    rest.reserve(Waiting());
+    rest.assign(fBytes.begin() + static_cast<ptrdiff_t>(fPlace), fBytes.end());
+    fBytes.swap(rest);
+    fPlace = fLastPlace = 0;
+}
+
+size_t FrameReader::Missing() const
+{
+    std::string_view rest(fBytes.data() + fPlace, Waiting());
+    uint32 length;
+    return Take(&rest, &length) && length <= fLimit && length > rest.size() ? length - rest.size() : 0;
 }
 
 FrameReader::Result FrameReader::Next(FrameKind* kind, std::string_view* content)
 {
-    std::string_view rest = std::string_view(fBytes).substr(fPlace);
+    std::string_view rest(fBytes.data() + fPlace, Waiting());
     uint32 length;
     if (!Take(&rest, &length))
         return Result::kNone;
     if (length == 0 || length > fLimit)
         return Result::kBroken;
-    if (rest.size() < length) {
-        // One piece for a long frame, instead of one after the other; but never for more than has been announced by as
-        // much as is there already.
-        if (rest.size() > length / 4)
-            fBytes.reserve(fPlace + kLengthSize + length);
+    if (rest.size() < length)
         return Result::kNone;
-    }
     *content = rest.substr(0, length);
     Take(content, kind);
+    fLastPlace = fPlace;
     fPlace += kLengthSize + length;
+    ++fCountFrames;
     return Result::kFrame;
 }
 

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdint>
-#include <utility>
 
 namespace kits {
 
@@ -21,7 +20,7 @@ bool ReadShift::MainWaits()
     fIsMainWaiting = true;
     if (fIsMains)
         SetTimer(std::chrono::nanoseconds(0));
-    return !std::exchange(fIsMains, true);
+    return !fIsMains.exchange(true);
 }
 
 void ReadShift::MainWorks()

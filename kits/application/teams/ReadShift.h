@@ -2,6 +2,7 @@
 
 #include "kits/kernel/FileDescriptor.h"
 
+#include <atomic>
 #include <chrono>
 
 namespace kits {
@@ -17,7 +18,7 @@ public:
 
     ReadShift();
 
-    /// At first it is not.
+    /// At first it is not. Any thread.
     bool IsMains() const { return fIsMains; }
 
     /// The main thread waits in its loop: it has the shift.
@@ -36,8 +37,8 @@ private:
     void SetTimer(std::chrono::nanoseconds time);
 
     const FileDescriptor fTimer;
-    bool fIsMains = false;
-    bool fIsMainWaiting = false; ///< as long as it has the shift
+    std::atomic<bool> fIsMains = false; ///< any thread may read it
+    bool fIsMainWaiting = false;        ///< as long as it has the shift
 };
 
 } // namespace kits

@@ -9,33 +9,51 @@
 
 namespace kits {
 
-size_t SendQueue::Waiting::Size() const
+namespace {
+
+/// Of a shared text, beyond its characters.
+constexpr size_t kSizeOfShared = sizeof(std::string) + 32;
+/// A text with more room than this for what it will never hold is copied before it waits.
+constexpr size_t kMostWasted = 256;
+
+} // namespace
+
+size_t SendQueue::Waiting::Capacity() const
 {
-    return head.size() + frame.targets.size() * sizeof(token_t) + (message != nullptr ? message->size() : 0);
+    return sizeof(Waiting) + head.capacity() + frame.targets.capacity() * sizeof(token_t) +
+           (message != nullptr ? kSizeOfShared + message->capacity() : 0);
 }
 
-void SendQueue::AddControl(std::string frame)
+status_t SendQueue::AddControl(std::string frame)
 {
-    Waiting& waiting = fWaiting.emplace_back();
+    Waiting waiting;
     waiting.head = std::move(frame);
-    fSize += waiting.Size();
+    const size_t capacity = fCapacity + waiting.Capacity();
+    if (!fClaim.Resize(capacity))
+        return B_WOULD_BLOCK;
+    fCapacity = capacity;
+    fWaiting.push_back(std::move(waiting));
+    return B_OK;
 }
 
 status_t SendQueue::AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message)
 {
     // One that somebody waits for an answer to is not lost without one.
     Waiting* place = frame.newestWins && !frame.sourceWaits ? Supersede(frame, code) : nullptr;
-    if (place != nullptr) {
-        fSize = fSize - place->Size();
-    } else {
-        if (!fWaiting.empty() && fSize + message->size() > kCapacity)
-            return B_WOULD_BLOCK;
-        place = &fWaiting.emplace_back();
-    }
-    place->frame = std::move(frame);
-    place->code = code;
-    place->message = std::move(message);
-    fSize += place->Size();
+    Waiting waiting;
+    waiting.frame = std::move(frame);
+    waiting.code = code;
+    if (!fWaiting.empty() && message->capacity() > message->size() + kMostWasted)
+        message = std::make_shared<const std::string>(*message);
+    waiting.message = std::move(message);
+    const size_t capacity = fCapacity - (place != nullptr ? place->Capacity() : 0) + waiting.Capacity();
+    if (!fClaim.Resize(capacity))
+        return B_WOULD_BLOCK;
+    fCapacity = capacity;
+    if (place != nullptr)
+        *place = std::move(waiting);
+    else
+        fWaiting.push_back(std::move(waiting));
     return B_OK;
 }
 
@@ -55,26 +73,36 @@ SendQueue::Waiting* SendQueue::Supersede(const MessageFrame& frame, uint32 code)
     for (Waiting& waiting : fWaiting) {
         if (!isReplaced(waiting))
             continue;
-        fSize -= waiting.Size();
         std::erase_if(waiting.frame.targets, [&targets](token_t target) {
             return std::binary_search(targets.begin(), targets.end(), target);
         });
-        fSize += waiting.frame.targets.empty() ? 0 : waiting.Size();
     }
-    std::erase_if(fWaiting,
-                  [&](const Waiting& waiting) { return isReplaced(waiting) && waiting.frame.targets.empty(); });
+    std::erase_if(fWaiting, [&](const Waiting& waiting) {
+        const bool isErased = isReplaced(waiting) && waiting.frame.targets.empty();
+        fCapacity -= isErased ? waiting.Capacity() : 0;
+        return isErased;
+    });
+    fClaim.Resize(fCapacity);
     return nullptr;
 }
 
 bool SendQueue::Flush(int socket)
 {
+    const bool isSound = Send(socket);
+    fClaim.Resize(fCapacity);
+    return isSound;
+}
+
+bool SendQueue::Send(int socket)
+{
     while (!fWaiting.empty()) {
         Waiting& first = fWaiting.front();
-        const size_t before = first.Size();
         if (first.head.empty()) {
+            const size_t before = first.Capacity();
             first.head = MessageFrameHead(first.frame, first.message->size());
-            first.frame.targets.clear();
-            fSize += first.Size() - before;
+            first.frame.targets = {};
+            // A few bytes more than the targets took, for which there may be no room; they are gone with the frame.
+            fCapacity = fCapacity - before + first.Capacity();
         }
         iovec parts[2] = {{first.head.data(), first.head.size()}, {nullptr, 0}};
         if (first.message != nullptr)
@@ -96,7 +124,7 @@ bool SendQueue::Flush(int socket)
         first.sent += static_cast<size_t>(sent);
         if (first.sent < whole)
             continue;
-        fSize -= first.Size();
+        fCapacity -= first.Capacity();
         fWaiting.pop_front();
     }
     return true;

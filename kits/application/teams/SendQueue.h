@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kits/application/teams/Frame.h"
+#include "kits/application/teams/PeerAccounts.h"
 
 #include <deque>
 #include <memory>
@@ -13,21 +14,25 @@ namespace kits {
 /// One thread at a time.
 class SendQueue {
 public:
-    /// How many bytes may wait; one frame may, however long it is.
-    static constexpr size_t kCapacity = 4 * 1024 * 1024;
+    /// @param claim  of nothing, on the account of who is sent to: all that waits is claimed there
+    explicit SendQueue(PeerClaim claim)
+        : fClaim(std::move(claim))
+    {
+    }
 
     /// @param frame  ready to be sent
-    void AddControl(std::string frame);
+    /// @return `B_WOULD_BLOCK` if there is no room for it
+    status_t AddControl(std::string frame);
     /// @param code     of the message
     /// @param message  flattened; shared by all teams that it goes to
-    /// @return `B_WOULD_BLOCK` if the queue is full
+    /// @return `B_WOULD_BLOCK` if there is no room for it
     status_t AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message);
 
     /// Sends as much as the socket takes now. False, with errno, if the connection is broken.
     bool Flush(int socket);
     bool IsEmpty() const { return fWaiting.empty(); }
-    /// The bytes that wait.
-    size_t Size() const { return fSize; }
+    /// The memory of what waits, in bytes, used or not.
+    size_t Capacity() const { return fCapacity; }
     size_t CountFrames() const { return fWaiting.size(); }
 
 private:
@@ -38,15 +43,17 @@ private:
         std::string head;                           ///< empty as long as the targets may still change
         size_t sent = 0;                            ///< of head and message
 
-        size_t Size() const;
+        size_t Capacity() const;
     };
 
     /// Takes these targets out of older messages that the new one replaces.
     /// @return the place of one that is replaced whole, or null
     Waiting* Supersede(const MessageFrame& frame, uint32 code);
+    bool Send(int socket);
 
     std::deque<Waiting> fWaiting;
-    size_t fSize = 0;
+    size_t fCapacity = 0;
+    PeerClaim fClaim; ///< of that
 };
 
 } // namespace kits

@@ -1,5 +1,6 @@
 #include "kits/application/teams/TeamFolder.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Errors.h"
 
 #include <dirent.h>
@@ -110,7 +111,8 @@ std::vector<std::string> TeamFolder::Names() const
     DIR* folder = opendir(PathOf(".").c_str());
     if (folder == nullptr)
         return names;
-    while (const dirent* entry = readdir(folder))
+    const dirent* entry;
+    for (size_t count = 0; count < bounds::kMostNamesOfTeams && (entry = readdir(folder)) != nullptr; ++count)
         names.emplace_back(entry->d_name);
     closedir(folder);
     return names;
@@ -121,7 +123,7 @@ std::vector<TeamFolder::Entry> TeamFolder::List() const
     std::vector<Entry> entries;
     for (const std::string& name : Names()) {
         Entry entry;
-        if (!ParseName(name, &entry))
+        if (entries.size() >= bounds::kMostTeams || !ParseName(name, &entry))
             continue;
         if (IsTeamAlive(entry.team))
             entries.push_back(entry);

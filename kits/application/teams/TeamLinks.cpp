@@ -14,8 +14,6 @@ namespace {
 
 // Of what may come back on a connection; all of it is short.
 constexpr size_t kMostOfAnAnswer = 64;
-// Handlers that are known to be gone: a team that names more is asked again for each.
-constexpr size_t kMostGone = 64 * 1024;
 
 } // namespace
 
@@ -40,9 +38,13 @@ TeamLinks::Link* TeamLinks::LinkTo(team_address team, status_t* status)
         *status = B_OK;
         return found->second.get();
     }
-    if (fFolder == nullptr || fGivenUp.contains(team))
+    if (fFolder == nullptr || std::find(fGivenUp.begin(), fGivenUp.end(), team) != fGivenUp.end())
         return nullptr;
-    auto link = std::make_unique<Link>();
+    auto link = std::make_unique<Link>(fAccounts, team);
+    if (!link->claim.Resize(1)) {
+        *status = B_NO_MORE_FDS;
+        return nullptr;
+    }
     *status = Connect(*fFolder, team, &link->socket);
     if (*status != B_OK)
         return nullptr;
@@ -57,7 +59,7 @@ void TeamLinks::Flush(Link* link)
 {
     if (!link->queue.Flush(link->socket.Get()))
         link->isBroken = true;
-    if (link->queue.Size() < SendQueue::kCapacity / 2)
+    if (link->queue.Capacity() < bounds::kMostUnsentOfAProcess / 2)
         link->fullSince = Clock::time_point::max();
 }
 
@@ -73,8 +75,9 @@ status_t TeamLinks::Send(team_address team, MessageFrame frame, uint32 code, std
         return B_BAD_HANDLER;
     const bool wasEmpty = link->queue.IsEmpty();
     status = link->queue.AddMessage(std::move(frame), code, std::move(message));
-    if (status == B_WOULD_BLOCK && link->fullSince == Clock::time_point::max()) {
-        link->fullSince = Clock::now();
+    // One that has taken all so far is not to blame if others leave no room for it.
+    if (status == B_WOULD_BLOCK && !wasEmpty && link->fullSince == Clock::time_point::max()) {
+        link->fullSince = fHooks.now();
         fHooks.wake();
     }
     if (wasEmpty) {
@@ -93,12 +96,20 @@ bool TeamLinks::IsReachable(const Address& address)
     return link != nullptr ? !link->goneHandlers.contains(address.token) : status == B_WOULD_BLOCK;
 }
 
+void TeamLinks::GiveUp(team_address team)
+{
+    if (fGivenUp.size() >= bounds::kMostGivenUp)
+        fGivenUp.erase(fGivenUp.begin());
+    fGivenUp.push_back(team);
+    fHasGivenUp = true;
+}
+
 void TeamLinks::Forgive(team_address team)
 {
     if (!fHasGivenUp)
         return;
     std::lock_guard lock(fMutex);
-    fGivenUp.erase(team);
+    std::erase(fGivenUp, team);
     fHasGivenUp = !fGivenUp.empty();
 }
 
@@ -122,7 +133,7 @@ TeamLinks::Clock::time_point TeamLinks::Deadline()
             return Clock::time_point::min();
         deadline = std::min(deadline, link->nextPing);
         if (link->fullSince != Clock::time_point::max())
-            deadline = std::min(deadline, link->fullSince + kLongestFull);
+            deadline = std::min(deadline, link->fullSince + bounds::kLongestFull);
     }
     return deadline;
 }
@@ -133,7 +144,7 @@ void TeamLinks::Handle(const pollfd* polls, size_t count)
     std::vector<std::pair<team_address, bool>> hung;
     {
         std::lock_guard lock(fMutex);
-        const Clock::time_point now = Clock::now();
+        const Clock::time_point now = fHooks.now();
         for (size_t i = 0; i < count && i < fPolled.size(); ++i) {
             const auto found = fLinks.find(fPolled[i]);
             if (found == fLinks.end())
@@ -149,16 +160,16 @@ void TeamLinks::Handle(const pollfd* polls, size_t count)
             link->isHung = link->isHung && !hasAnswered;
         }
         for (auto& [team, link] : fLinks) {
-            if (link->fullSince != Clock::time_point::max() && now >= link->fullSince + kLongestFull) {
+            if (link->fullSince != Clock::time_point::max() && now >= link->fullSince + bounds::kLongestFull) {
                 link->isBroken = true;
-                fGivenUp.insert(team);
-                fHasGivenUp = true;
+                GiveUp(team);
             }
             if (now < link->nextPing)
                 continue;
             link->nextPing = now + kPingInterval;
             if (link->countUnanswered < 2) {
                 ++link->countUnanswered;
+                // One for which there is no room is one that is not answered.
                 link->queue.AddControl(NumberFrame(FrameKind::kPing, ++link->lastPing));
                 Flush(link.get());
             } else if (!link->isHung) {
@@ -203,10 +214,11 @@ void TeamLinks::Read(Link* link, bool* hasAnswered)
 bool TeamLinks::HandleFrame(Link* link, FrameKind kind, std::string_view content, bool* hasAnswered)
 {
     const std::optional<uint64> number = ReadNumber(content);
+    // With kClosed it ends, as with what is not expected.
     if (!number || (kind != FrameKind::kPong && kind != FrameKind::kGone))
         return false;
     if (kind == FrameKind::kGone) {
-        if (link->goneHandlers.size() < kMostGone)
+        if (link->goneHandlers.size() < bounds::kMostGone)
             link->goneHandlers.insert(static_cast<token_t>(*number));
     } else if (*number == link->lastPing) {
         link->countUnanswered = 0;
@@ -224,7 +236,7 @@ void TeamLinks::SetWatched(team_address team, bool isWatched)
         return;
     const bool wasWatched = link->nextPing != Clock::time_point::max();
     if (isWatched && !wasWatched)
-        link->nextPing = Clock::now();
+        link->nextPing = fHooks.now();
     if (!isWatched)
         link->nextPing = Clock::time_point::max();
 }

@@ -25,8 +25,6 @@ public:
     using Clock = std::chrono::steady_clock;
 
     static constexpr auto kPingInterval = std::chrono::seconds(1);
-    /// A team whose queue has refused messages for so long is given up.
-    static constexpr auto kLongestFull = std::chrono::seconds(2);
 
     struct Hooks {
         /// The thread of the port has something to do. Any thread, with the links' mutex held.
@@ -35,10 +33,12 @@ public:
         std::function<void(team_address)> onClosed;
         /// A team that is watched has not answered two pings, or does so again.
         std::function<void(team_address, bool isHung)> onHung;
+        std::function<Clock::time_point()> now = Clock::now;
     };
 
-    explicit TeamLinks(Hooks hooks)
-        : fHooks(std::move(hooks))
+    TeamLinks(PeerAccounts* accounts, Hooks hooks)
+        : fAccounts(accounts)
+        , fHooks(std::move(hooks))
     {
     }
 
@@ -66,6 +66,13 @@ public:
 
 private:
     struct Link {
+        Link(PeerAccounts* accounts, team_address team)
+            : claim(accounts, team, Resource::kLinks)
+            , queue(PeerClaim(accounts, team, Resource::kUnsent))
+        {
+        }
+
+        PeerClaim claim;
         FileDescriptor socket;
         SendQueue queue;
         FrameReader reader;
@@ -83,11 +90,14 @@ private:
     void Read(Link* link, bool* hasAnswered);
     bool HandleFrame(Link* link, FrameKind kind, std::string_view content, bool* hasAnswered);
 
+    void GiveUp(team_address team);
+
+    PeerAccounts* const fAccounts;
     const Hooks fHooks;
     std::mutex fMutex; ///< guards what follows; a leaf but for the wake hook
     const TeamFolder* fFolder = nullptr;
     std::map<team_address, std::unique_ptr<Link>> fLinks;
-    std::unordered_set<team_address> fGivenUp;
+    std::vector<team_address> fGivenUp;    ///< the oldest first
     std::atomic<bool> fHasGivenUp = false; ///< spares the mutex for every message that comes
     std::vector<team_address> fPolled;     ///< by the place in what AppendPolls has added
 };

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <malloc.h>
 #include <pthread.h>
 
 namespace kits {
@@ -43,18 +44,19 @@ TeamPort& TeamPort::Get()
 
 TeamPort::TeamPort()
     : fWakeDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
-    , fLinks({[this] { Wake(); },
-              [this](team_address team) {
-                  PostOffice::Get().FailReplyWaits(team);
-                  fWatch.NoteClosed(team);
-              },
-              [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
-    , fVisitors({[this] { Wake(); }, [this](team_address team) { fLinks.Forgive(team); },
-                 [](uint64 visitor, uint64 number) {
-                     // The answer is to say that the main loop comes by.
-                     RunOnMainThread([visitor, number] { TeamPort::Get().fVisitors.AnswerPing(visitor, number); });
-                 },
-                 [this](team_address team) { fWatch.NoteClosed(team); }})
+    , fAccounts([this] { fVisitors.NoteRoom(); })
+    , fLinks(&fAccounts, {[this] { Wake(); },
+                          [this](team_address team) {
+                              PostOffice::Get().FailReplyWaits(team);
+                              fWatch.NoteClosed(team);
+                          },
+                          [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
+    , fVisitors(&fAccounts, {[this] { Wake(); }, [this](team_address team) { fLinks.Forgive(team); },
+                             [] {
+                                 // The answer is to say that the main loop comes by.
+                                 RunOnMainThread([] { TeamPort::Get().fVisitors.AnswerPings(); });
+                             },
+                             [this](team_address team) { fWatch.NoteClosed(team); }})
     , fWatch({[this] { Wake(); }, [this](team_address team, bool isWatched) { fLinks.SetWatched(team, isWatched); },
               [this](team_address team) {
                   return fLinks.IsReachable({team, kApplicationToken});
@@ -86,7 +88,7 @@ status_t TeamPort::OpenLocked(std::string* obstacle)
 {
     if (fState == State::kOpen)
         return B_OK;
-    if (fState == State::kClosing)
+    if (fState != State::kClosed)
         return B_NO_INIT;
     status_t status = fFolder.IsOpen() ? B_OK : fFolder.Open(obstacle);
     if (status != B_OK)
@@ -141,13 +143,16 @@ status_t TeamPort::SetSignature(const std::string& signature)
     return B_OK;
 }
 
-void TeamPort::Close()
+void TeamPort::CloseAs(State state)
 {
     std::thread thread;
     {
         std::lock_guard lock(fMutex);
-        if (fState != State::kOpen)
+        if (fState != State::kOpen) {
+            if (fState == State::kClosed)
+                fState = state;
             return;
+        }
         // Nobody finds it from now on.
         unlinkat(fFolder.Descriptor(), fSocketName.c_str(), 0);
         fState = State::kClosing;
@@ -158,9 +163,19 @@ void TeamPort::Close()
     fWatch.Clear();
     fVisitors.Clear();
     fLinks.SetFolder(nullptr);
+    {
+        std::lock_guard lock(fMutex);
+        fFolder = TeamFolder();
+        fState = state;
+    }
+    PostOffice::Get().FailReplyWaitsOfOthers();
+}
+
+void TeamPort::EndShut()
+{
     std::lock_guard lock(fMutex);
-    fFolder = TeamFolder();
-    fState = State::kClosed;
+    if (fState == State::kShut)
+        fState = State::kClosed;
 }
 
 status_t TeamPort::Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> flat)
@@ -233,6 +248,23 @@ void TeamPort::Run()
         fVisitors.Handle(&polls[firstVisitor]);
         fLinks.Handle(polls.data() + firstLink, polls.size() - firstLink);
         fWatch.Handle(&polls[1], fFolder);
+        GiveBackMemory();
+    }
+}
+
+void TeamPort::GiveBackMemory()
+{
+    constexpr size_t kMuch = bounds::kMiB;
+    constexpr size_t kLittle = 64 * bounds::kKiB;
+    size_t held = 0;
+    for (const Resource resource : {Resource::kIncomplete, Resource::kUnsent, Resource::kUnhandledBytes})
+        held += fAccounts.UsedByAll(resource);
+    if (held > kMuch) {
+        fHasHeldMuch = true;
+    } else if (held < kLittle && fHasHeldMuch) {
+        fHasHeldMuch = false;
+        // The allocator keeps what was given back below what is still in use.
+        malloc_trim(0);
     }
 }
 

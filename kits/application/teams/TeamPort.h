@@ -31,8 +31,19 @@ public:
     std::string Obstacle(const std::string& signature, bool* isLock);
     /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
     status_t SetSignature(const std::string& signature);
-    /// Ends all connections and removes the socket; waits for what is under way. It may be opened again.
-    void Close();
+    /// Ends all connections and removes the socket; waits for what is under way, and ends all waits for answers of
+    /// other teams. It may be opened again.
+    void Close() { CloseAs(State::kClosed); }
+
+    /// Closes the port, and keeps it closed while this is there: whatever is still done then reaches nobody else, and
+    /// nobody else can make more of it.
+    class Shutter {
+    public:
+        Shutter() { Get().CloseAs(State::kShut); }
+        ~Shutter() { Get().EndShut(); }
+        Shutter(const Shutter&) = delete;
+        Shutter& operator=(const Shutter&) = delete;
+    };
 
     /// Sends a message to handlers of another team.
     /// @param flat  as WriteMessage gives it
@@ -49,14 +60,21 @@ public:
     status_t StopWatching(const Address& watcher);
 
 private:
+    enum class State { kClosed, kOpen, kClosing, kShut };
+
     TeamPort();
 
     status_t OpenLocked(std::string* obstacle);
+    void CloseAs(State state);
+    void EndShut();
     void Run();
+    /// After others have made this process hold much, and it has gone again: gives the memory back to the system.
+    void GiveBackMemory();
     void Wake();
     void ClearWake();
 
     const FileDescriptor fWakeDescriptor;
+    PeerAccounts fAccounts;
     TeamLinks fLinks;
     Visitors fVisitors;
     TeamWatch fWatch;
@@ -65,7 +83,8 @@ private:
     TeamFolder fFolder;
     std::string fSocketName;
     std::thread fThread;
-    enum class State { kClosed, kOpen, kClosing } fState = State::kClosed;
+    bool fHasHeldMuch = false; ///< of the thread
+    State fState = State::kClosed;
 };
 
 } // namespace kits

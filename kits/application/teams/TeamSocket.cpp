@@ -1,11 +1,14 @@
 #include "kits/application/teams/TeamSocket.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Errors.h"
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -32,7 +35,24 @@ sockaddr_un SocketAddress(const TeamFolder& folder, const std::string& name)
     return address;
 }
 
+/// Whether a descriptor that was just made is not one of the reserve: the system gives the lowest one that is free, so
+/// all below it are taken.
+bool IsFree(int descriptor)
+{
+    rlimit limit;
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return true;
+    const rlim_t reserve = std::min<rlim_t>(bounds::kReservedDescriptors, limit.rlim_cur / 4);
+    return static_cast<rlim_t>(descriptor) < limit.rlim_cur - reserve;
+}
+
 } // namespace
+
+bool HasDescriptorForConnection()
+{
+    const FileDescriptor probe = MakeSocket();
+    return probe.IsOpen() && IsFree(probe.Get());
+}
 
 status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDescriptor* socket)
 {
@@ -57,12 +77,18 @@ status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDe
 
 status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* socket)
 {
+    // The process id alone is not enough: one process could have a name for every moment that it may have been started
+    // at. And nobody is looked for who cannot be there.
+    if (TeamOfProcess(TeamIdOf(team)) != team)
+        return B_BAD_HANDLER;
     const std::string name = folder.NameOf(team);
     if (name.empty())
         return B_BAD_HANDLER;
     FileDescriptor made = MakeSocket();
     if (!made.IsOpen())
         return StatusFromErrno(errno);
+    if (!IsFree(made.Get()))
+        return B_NO_MORE_FDS;
     const sockaddr_un address = SocketAddress(folder, name);
     if (connect(made.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
         return errno == EAGAIN ? B_WOULD_BLOCK : B_BAD_HANDLER;

@@ -14,8 +14,15 @@ status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDe
 
 /// Connects to a team, and makes sure that it is that team of this user.
 /// @return `B_BAD_HANDLER` if it is not there, `B_WOULD_BLOCK` if it has too many who wait for it,
-///         `B_PERMISSION_DENIED` if another one has taken its place, or what the system said
+///         `B_PERMISSION_DENIED` if another one has taken its place, `B_NO_MORE_FDS` if none is left for connections,
+///         or what the system said
 status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* socket);
+
+/// Whether connections may take one more file descriptor: enough are left for all else (bounds::kReservedDescriptors).
+bool HasDescriptorForConnection();
+
+/// The address of a process that exists, as a zombie too; 0 if there is none.
+team_address TeamOfProcess(team_id process);
 
 /// The process at the other end. False unless it is of this user.
 bool IsOfThisUser(int socket, pid_t* process);

@@ -158,6 +158,32 @@ TEST(NestedLoop, PutsTheDepthOfTheLockBack)
     EXPECT_EQ(lock.Depth(), 0);
 }
 
+TEST(LeftOverActions, RunOnceAndNotThoseThatTheyCause)
+{
+    const kits::InterfaceLocker locker;
+    int countSoon = 0, countOutermost = 0;
+    std::function<void()> soon = [&] {
+        ++countSoon;
+        kits::RunOnMainThread(soon);
+    };
+    std::function<void()> outermost = [&] {
+        ++countOutermost;
+        kits::RunAtOutermostLoop(outermost);
+        kits::RunOnMainThread([&countSoon] { ++countSoon; });
+    };
+    kits::RunOnMainThread(soon);
+    kits::RunAtOutermostLoop(outermost);
+    kits::RunLeftOverActions();
+    EXPECT_EQ(countSoon, 1);
+    EXPECT_EQ(countOutermost, 1);
+    EXPECT_TRUE(kits::HasActionsToRun());
+    // They cause nothing more now, but for what waits already.
+    soon = outermost = [] {};
+    for (int rounds = 0; rounds < 3; ++rounds)
+        kits::RunLeftOverActions();
+    EXPECT_FALSE(kits::HasActionsToRun());
+}
+
 TEST(NestedLoop, MayCancelWithoutACallback)
 {
     const NestedLoop nested(nullptr);

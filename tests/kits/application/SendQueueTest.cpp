@@ -10,6 +10,7 @@
 using kits::FileDescriptor;
 using kits::FrameKind;
 using kits::MessageFrame;
+using kits::Resource;
 using kits::SendQueue;
 
 namespace {
@@ -63,12 +64,15 @@ protected:
                 log += " ";
             }
         } while (!fQueue.IsEmpty());
-        EXPECT_EQ(fQueue.Size(), 0u);
+        EXPECT_EQ(fQueue.Capacity(), 0u);
+        EXPECT_EQ(fAccounts.UsedByAll(Resource::kUnsent), 0u);
         return log;
     }
 
+    static constexpr kits::team_address kPeer = 77;
     FileDescriptor fNear, fFar;
-    SendQueue fQueue;
+    kits::PeerAccounts fAccounts{[] {}};
+    SendQueue fQueue{kits::PeerClaim(&fAccounts, kPeer, Resource::kUnsent)};
     kits::FrameReader fReader;
 };
 
@@ -83,7 +87,8 @@ TEST_F(SendQueueTest, SendsInOrder)
     fQueue.AddControl(kits::NumberFrame(FrameKind::kPing, 1));
     EXPECT_EQ(Add({1}, 2, std::string(1000000, 'x')), B_OK);
     EXPECT_EQ(Add({1}, 3, "b"), B_OK);
-    EXPECT_GT(fQueue.Size(), 1000000u);
+    EXPECT_GT(fQueue.Capacity(), 1000000u);
+    EXPECT_EQ(fAccounts.Used(kPeer, Resource::kUnsent), fQueue.Capacity());
     EXPECT_EQ(Received(), "control 1:a 2,3: control 1:1000000 1:b ");
 }
 
@@ -97,7 +102,7 @@ TEST_F(SendQueueTest, LetsTheNewestReplaceWhatWaitsForTheSame)
     for (int i = 0; i < 10000; ++i)
         Add({1, 2}, 7, "newest", true);
     EXPECT_EQ(fQueue.CountFrames(), 3u);
-    EXPECT_LT(fQueue.Size(), 200u);
+    EXPECT_LT(fQueue.Capacity(), 1000u);
     EXPECT_EQ(Received(), "1,2:newest 1:other code 1:plain ");
 }
 
@@ -130,19 +135,54 @@ TEST_F(SendQueueTest, SendsWhatWasBegunToItsEnd)
     EXPECT_EQ(Received(), "1:1000000 1:third ");
 }
 
-TEST_F(SendQueueTest, TakesNoMoreThanItsCapacity)
+TEST_F(SendQueueTest, TakesNoMoreThanThereIsRoomFor)
 {
     const std::string big(1000 * 1024, 'x');
     while (Add({1}, 1, big) == B_OK) {
     }
-    EXPECT_LE(fQueue.Size(), SendQueue::kCapacity + big.size());
+    EXPECT_LE(fQueue.Capacity(), kits::bounds::kMostUnsentOfAProcess);
+    EXPECT_GT(fQueue.Capacity() + big.size() + 1024, kits::bounds::kMostUnsentOfAProcess);
     EXPECT_EQ(Add({1}, 1, big), B_WOULD_BLOCK);
     const size_t count = fQueue.CountFrames();
     EXPECT_EQ(Add({1}, 2, big, true), B_WOULD_BLOCK);
     EXPECT_EQ(fQueue.CountFrames(), count);
+    // What is shorter has room until that is used up, too.
+    while (Add({1}, 3, "small") == B_OK) {
+    }
+    while (fQueue.AddControl(kits::NumberFrame(FrameKind::kPing, 1)) == B_OK) {
+    }
+    EXPECT_LE(fQueue.Capacity(), kits::bounds::kMostUnsentOfAProcess);
     Received();
     EXPECT_EQ(Add({1}, 1, "z"), B_OK);
     EXPECT_EQ(Received(), "1:z ");
+}
+
+TEST_F(SendQueueTest, CountsTheMemoryOfSmallMessages)
+{
+    // Flattening reserves as much for the smallest message.
+    std::string small("small");
+    small.reserve(2048);
+    const auto message = std::make_shared<const std::string>(std::move(small));
+    size_t count = 0;
+    MessageFrame frame;
+    for (frame.targets = {1}; fQueue.AddMessage(frame, 1, message) == B_OK; ++count) {
+    }
+    // Neither a multiple of what is counted, nor fewer than there could be.
+    EXPECT_LE(count, kits::bounds::kMostUnsentOfAProcess / (sizeof(MessageFrame) + sizeof(std::string)));
+    EXPECT_GT(count, kits::bounds::kMostUnsentOfAProcess / 512);
+    EXPECT_EQ(fQueue.AddMessage(frame, 1, message), B_WOULD_BLOCK);
+}
+
+TEST_F(SendQueueTest, GivesWhatOthersHaveClaimedToNobody)
+{
+    kits::PeerClaim other(&fAccounts, kPeer, Resource::kUnsent);
+    ASSERT_TRUE(other.Resize(kits::bounds::kMostUnsentOfAProcess - 1000));
+    EXPECT_EQ(Add({1}, 1, std::string(1000, 'x')), B_WOULD_BLOCK);
+    EXPECT_TRUE(fQueue.IsEmpty());
+    EXPECT_EQ(Add({1}, 1, "short"), B_OK);
+    other.Resize(0);
+    EXPECT_EQ(Add({1}, 1, std::string(1000, 'x')), B_OK);
+    EXPECT_EQ(Received(), "1:short 1:1000 ");
 }
 
 TEST_F(SendQueueTest, TellsWhenTheConnectionIsBroken)

@@ -191,10 +191,14 @@ TEST_F(TeamFolderTest, DoesNotConnectToWhoeverTookTheNameOfAnother)
     kits::FileDescriptor listener, connection;
     EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam(), &connection), B_BAD_HANDLER);
     // Named as the process that has started this one.
-    const kits::team_address parent = static_cast<kits::team_address>(getppid()) << 32;
+    const kits::team_address parent = kits::TeamOfProcess(getppid());
     ASSERT_EQ(kits::Listen(fFolder, {"", parent}, &listener), B_OK);
     EXPECT_EQ(kits::Connect(fFolder, parent, &connection), B_PERMISSION_DENIED);
     EXPECT_FALSE(connection.IsOpen());
+    // Named as this process if it had been started at another moment: there is no such process.
+    kits::FileDescriptor second;
+    ASSERT_EQ(kits::Listen(fFolder, {"", kits::ThisTeam() + 1}, &second), B_OK);
+    EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam() + 1, &connection), B_BAD_HANDLER);
     // A socket that nobody listens to any more.
     listener.Close();
     EXPECT_EQ(kits::Connect(fFolder, parent, &connection), B_BAD_HANDLER);

@@ -142,6 +142,36 @@ TEST_F(TeamTest, AnswersAThreadAndAHandler)
     EXPECT_EQ(fLooper->codes[0], uint32('repl'));
 }
 
+TEST_F(TeamTest, ReachesNobodyWhileItsPortIsShut)
+{
+    const Partner partner;
+    const BMessenger application = partner.Application();
+    std::atomic<status_t> status = B_OK;
+    std::atomic<bool> isAsking = false;
+    KitThread thread([&] {
+        BMessage hang('hang'), reply;
+        hang.AddInt64("time", 1000000000);
+        isAsking = true;
+        status = application.SendMessage(&hang, &reply);
+    });
+    EXPECT_TRUE(test::Await([&isAsking] { return isAsking.load(); }));
+    EXPECT_TRUE(test::AwaitState(thread.Id(), B_THREAD_RECEIVING));
+    {
+        const kits::TeamPort::Shutter shutter;
+        thread.Join();
+        EXPECT_EQ(status, B_BAD_HANDLER);
+        EXPECT_FALSE(application.IsValid());
+        EXPECT_EQ(application.SendMessage('echo'), B_NO_INIT);
+        EXPECT_EQ(be_roster->TeamFor(test::kPartnerSignature), B_NAME_NOT_FOUND);
+        EXPECT_EQ(kits::TeamPort::Get().Open(), B_NO_INIT);
+        kits::TeamPort::Get().Close();
+        EXPECT_EQ(kits::TeamPort::Get().Open(), B_NO_INIT);
+    }
+    EXPECT_EQ(kits::TeamPort::Get().Open(), B_OK);
+    const Partner second("application/x-vnd.test-second");
+    EXPECT_EQ(Ask(second.Application(), 'echo').what, uint32('repl'));
+}
+
 TEST_F(TeamTest, IsToldThatThereIsNoAnswer)
 {
     Partner partner;

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "kits/application/Token.h"
+#include "kits/kernel/Bounds.h"
+
+#include <array>
+#include <functional>
+#include <mutex>
+#include <unordered_map>
+
+namespace kits {
+
+/// What other processes can make this one hold. The rows are those of Bounds.h.
+enum class Resource : uint8 {
+    kConnections,   ///< to us
+    kLinks,         ///< from us
+    kIncomplete,    ///< bytes of what has come and is not yet a whole message
+    kUnsent,        ///< bytes of what is to be sent
+    kUnhandled,     ///< messages that wait for the main thread or are being handled there
+    kUnhandledBytes ///< of those messages
+};
+inline constexpr size_t kCountResources = 6;
+
+/// Keeps the accounts of what each other process has claimed of this one, and of what all have together, and lets
+/// nobody claim more than the limits allow. Only counts: who claims says what it is for, and holds a PeerClaim for as
+/// long as it is there. Any thread.
+class PeerAccounts {
+public:
+    /// The limits of one resource.
+    struct Row {
+        size_t ofAProcess;
+        size_t inAll;
+        size_t share; ///< what a process gets even when the others have all
+    };
+    using Table = std::array<Row, kCountResources>;
+    /// That of Bounds.h, by Resource.
+    static const Table kTable;
+
+    /// @param onRoom  something was given back since somebody found no room. Any thread, which may hold any mutex: no
+    ///                claim may be made or given back in it
+    explicit PeerAccounts(std::function<void()> onRoom, const Table& table = kTable)
+        : fOnRoom(std::move(onRoom))
+        , fTable(table)
+    {
+    }
+
+    /// How much more a process may claim now.
+    size_t Room(team_address process, Resource resource) const;
+    /// Whether a process may claim so much more now. If not, the next one to give something back calls `onRoom`.
+    bool HasRoom(team_address process, Resource resource, size_t amount);
+    size_t Used(team_address process, Resource resource) const;
+    size_t UsedByAll(Resource resource) const;
+    /// The processes that have claimed anything.
+    size_t CountProcesses() const;
+
+private:
+    friend class PeerClaim;
+
+    using Amounts = std::array<size_t, kCountResources>;
+
+    static size_t At(Resource resource) { return static_cast<size_t>(resource); }
+    /// With the mutex held.
+    size_t RoomFor(size_t used, Resource resource) const;
+    bool Change(team_address process, Resource resource, size_t before, size_t after);
+
+    const std::function<void()> fOnRoom;
+    const Table fTable;
+    mutable std::mutex fMutex; ///< guards what follows; a leaf
+    std::unordered_map<team_address, Amounts> fUsed;
+    Amounts fUsedByAll = {};
+    bool fIsSomebodyWaiting = false;
+};
+
+/// What one process has claimed of one resource, for one thing; given back when this goes. One thread at a time.
+class PeerClaim {
+public:
+    /// Of nothing.
+    PeerClaim() = default;
+    PeerClaim(PeerAccounts* accounts, team_address process, Resource resource)
+        : fAccounts(accounts)
+        , fProcess(process)
+        , fResource(resource)
+    {
+    }
+    PeerClaim(PeerClaim&& other) noexcept { Swap(&other); }
+    PeerClaim& operator=(PeerClaim&& other) noexcept;
+    ~PeerClaim() { Resize(0); }
+
+    /// Claims so much in all from now on. Less is always possible.
+    /// @return false if there is no room for it: then it is as it was, and the next one to give something back calls
+    ///         `onRoom`
+    bool Resize(size_t amount);
+    [[nodiscard]] size_t Amount() const { return fAmount; }
+
+private:
+    void Swap(PeerClaim* other) noexcept;
+
+    PeerAccounts* fAccounts = nullptr;
+    team_address fProcess = 0;
+    size_t fAmount = 0;
+    Resource fResource = Resource::kConnections;
+};
+
+/// One message of another process that the main thread has not handled.
+struct PeerWork {
+    PeerClaim message;
+    PeerClaim bytes;
+};
+
+} // namespace kits
