@@ -27,8 +27,9 @@ class PortalTest(Panels, ChartsTest):
 
     def open_portal(self, scheme):
         program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
-        self.portal = subprocess.Popen([program, str(scheme), *self.names], env=dict(self.desktop.environment, **self.environment),
-                                       text=True, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        environment = dict(self.desktop.environment, **self.environment)
+        self.portal = subprocess.Popen([program, str(scheme), *self.names], env=environment, text=True,
+                                       stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         for pipe in (self.portal.stdin, self.portal.stdout):
             self.addCleanup(pipe.close)
         self.addCleanup(self.portal.wait)
