@@ -60,7 +60,10 @@ class OnDesktop(RealTest):
         self.await_wallpaper(*frame)
 
     def test_is_moved_by_its_handle(self):
+        self.desktop.focus(self.window)
         self.assert_still_there()
+        # The window manager still knows which window has the keyboard.
+        self.assertEqual(self.desktop.output("xdotool", "getactivewindow").strip(), str(self.window))
 
     def test_is_resized_by_its_corner(self):
         left, top, width, height = self.frame()

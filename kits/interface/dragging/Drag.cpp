@@ -11,6 +11,7 @@
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/drawing/PixelGrid.h"
 #include "kits/interface/input/Pointer.h"
+#include "kits/interface/screens/XServer.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
@@ -24,7 +25,9 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QWindow>
 
+#include <memory>
 #include <optional>
 
 namespace kits::Drag {
@@ -95,12 +98,18 @@ public:
     {
         if (QGuiApplication::focusWindow() != nullptr)
             return;
+        QWindow* from = nullptr;
         for (WindowImpl* window : WindowImpl::All()) {
             if (window->CanShow() &&
                 window->fWindow->Bounds().Contains(window->fWindow->ConvertFromScreen(Pointer::Where())))
-                fWindow = window->fPane->windowHandle();
+                from = window->fPane->windowHandle();
         }
-        if (fWindow != nullptr && !fWindow->setKeyboardGrabEnabled(true))
+        if (from == nullptr)
+            return;
+        if (XServer() != nullptr)
+            from = MakeEar();
+        fWindow = from;
+        if (!from->setKeyboardGrabEnabled(true))
             fWindow = nullptr;
     }
     ~KeyboardHold()
@@ -112,6 +121,19 @@ public:
     KeyboardHold& operator=(const KeyboardHold&) = delete;
 
 private:
+    /// KWin takes a window of its own that holds the keyboard for the active one, and afterwards none: this one is
+    /// unknown to window managers. It has to be shown to get the keyboard, so it lies beside the screen.
+    QWindow* MakeEar()
+    {
+        fEar = std::make_unique<QWindow>();
+        fEar->setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowTransparentForInput |
+                       Qt::WindowDoesNotAcceptFocus);
+        fEar->setGeometry(-1, -1, 1, 1);
+        fEar->show();
+        return fEar.get();
+    }
+
+    std::unique_ptr<QWindow> fEar;
     QPointer<QWindow> fWindow;
 };
 
