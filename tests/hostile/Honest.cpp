@@ -18,18 +18,18 @@ namespace {
 
 constexpr bigtime_t kPatience = 60000000;
 
-/// For how long the threads of these two programs that take part have waited for a processor, in microseconds: what
-/// else runs on the machine is not what is measured.
-bigtime_t TimeInTheQueue(team_id other)
+/// What the main thread of a process has done, in microseconds.
+struct Times {
+    bigtime_t worked = 0;
+    bigtime_t queued = 0; ///< waited for a processor
+};
+
+Times TimesOf(const std::string& process)
 {
-    bigtime_t sum = 0;
-    for (const std::string& process : {std::string("self"), std::to_string(other)}) {
-        long long run = 0;
-        long long waited = 0;
-        if (std::ifstream("/proc/" + process + "/schedstat") >> run >> waited)
-            sum += waited / 1000;
-    }
-    return sum;
+    long long worked = 0;
+    long long queued = 0;
+    std::ifstream("/proc/" + process + "/schedstat") >> worked >> queued;
+    return {worked / 1000, queued / 1000};
 }
 
 } // namespace
@@ -38,14 +38,16 @@ int AskHonestly(const char* signature, bool once)
 {
     const BApplication self("application/x-vnd.test-honest", nullptr, kits::Presence::kHidden);
     const BMessenger application(signature);
-    const team_id team = application.Team();
+    const std::string other = std::to_string(application.Team());
     bigtime_t longest = 0;
-    bigtime_t longestOfItsOwn = 0;
+    bigtime_t longestOfItsOwn = 0; // without what the machine does for others
+    bigtime_t longestWork = 0;
     int countAnswers = 0;
     int countFailures = 0;
     pollfd end{STDIN_FILENO, POLLIN, 0};
     do {
-        const bigtime_t queued = TimeInTheQueue(team);
+        const Times before = TimesOf(other);
+        const bigtime_t queuedBefore = TimesOf("self").queued;
         const bigtime_t begun = system_time();
         const BMessage question('who?');
         BMessage answer;
@@ -53,7 +55,10 @@ int AskHonestly(const char* signature, bool once)
             ++countAnswers;
             const bigtime_t time = system_time() - begun;
             longest = std::max(longest, time);
-            longestOfItsOwn = std::max(longestOfItsOwn, time - (TimeInTheQueue(team) - queued));
+            const Times after = TimesOf(other);
+            const bigtime_t queued = after.queued - before.queued + TimesOf("self").queued - queuedBefore;
+            longestOfItsOwn = std::max(longestOfItsOwn, time - queued);
+            longestWork = std::max(longestWork, after.worked - before.worked);
         } else {
             ++countFailures;
         }
@@ -62,7 +67,8 @@ int AskHonestly(const char* signature, bool once)
             std::fflush(stdout);
         }
     } while (!once && poll(&end, 1, 20) == 0);
-    std::printf("%d answers %d failures %lld longest %lld own\n", countAnswers, countFailures,
-                static_cast<long long>(longest), static_cast<long long>(longestOfItsOwn));
+    std::printf("%d answers %d failures %lld longest %lld own %lld work\n", countAnswers, countFailures,
+                static_cast<long long>(longest), static_cast<long long>(longestOfItsOwn),
+                static_cast<long long>(longestWork));
     return countFailures == 0 && countAnswers > 0 ? 0 : 1;
 }
