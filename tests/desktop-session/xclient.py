@@ -38,6 +38,9 @@ def library():
             ("XDefaultRootWindow", XID, [display]),
             ("XInternAtom", XID, [display, ctypes.c_char_p, ctypes.c_int]),
             ("XCreateSimpleWindow", XID, [display, XID] + [ctypes.c_int] * 2 + [ctypes.c_uint] * 3 + [XID] * 2),
+            ("XMapWindow", ctypes.c_int, [display, XID]),
+            ("XMoveWindow", ctypes.c_int, [display, XID] + [ctypes.c_int] * 2),
+            ("XReparentWindow", ctypes.c_int, [display, XID, XID] + [ctypes.c_int] * 2),
             ("XSendEvent", ctypes.c_int, [display, XID, ctypes.c_int, ctypes.c_long, ctypes.POINTER(Event)]),
             ("XListProperties", ctypes.c_void_p, [display, XID, ctypes.POINTER(ctypes.c_int)]),
             ("XChangeProperty", ctypes.c_int, [display, XID, XID, XID, ctypes.c_int, ctypes.c_int, ctypes.c_char_p,
@@ -82,6 +85,24 @@ class Client:
     def make_window(self):
         """One that is never shown."""
         return X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
+
+    # What a window manager does.
+
+    def make_frame(self, left, top, width, height):
+        """One that is shown, for another window."""
+        frame = X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), left, top, width, height, 0, 0,
+                                      0)
+        X.XMapWindow(self._display, frame)
+        return frame
+
+    def put_into(self, frame, window, left, top):
+        """Puts a window into a frame, at this place within; None: into the root window again."""
+        X.XReparentWindow(self._display, window, frame or X.XDefaultRootWindow(self._display), left, top)
+        X.XSync(self._display, 0)
+
+    def move(self, window, left, top):
+        X.XMoveWindow(self._display, window, left, top)
+        X.XSync(self._display, 0)
 
     def sync(self):
         """Until the server has done everything."""

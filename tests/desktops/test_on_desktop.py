@@ -159,5 +159,7 @@ class OnDesktop(RealTest):
         self.assert_still_there()
 
     def test_stays_when_the_window_manager_starts_anew(self):
+        window = self.desktop.geometry(self.window)
         self.desktop.restart_manager()
+        wait_until(lambda: self.desktop.geometry(self.window) == window, f"the window at {window}")
         self.assert_still_there()

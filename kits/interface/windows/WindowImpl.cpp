@@ -320,6 +320,44 @@ void WindowImpl::PlaceReported(int32 left, int32 top)
     fRests = false;
     if (fTracker.ReportPlace(left, top, system_time()))
         PostFrameMessage(B_WINDOW_MOVED);
+    // The widget does not know its new place yet, and would ignore a request for the old one.
+    if (fBefore) {
+        const auto check = [pane = fPane] {
+            if (pane->Impl() != nullptr)
+                pane->Impl()->CheckPutBack();
+        };
+        QMetaObject::invokeMethod(fPane, check, Qt::QueuedConnection);
+    }
+}
+
+void WindowImpl::PutBack(int32 left, int32 top)
+{
+    fBefore = {left, top, system_time(), 2};
+    CheckPutBack();
+}
+
+void WindowImpl::CheckPutBack()
+{
+    if (!fBefore || fTracker.IsZoomed() || fHideCount > 0)
+        return;
+    if (fBefore->tries == 0 || system_time() - fBefore->since > FrameTracker::kScaleGrace) {
+        fBefore.reset();
+        return;
+    }
+    const PixelRect content = fTracker.Content();
+    const int32 left = fBefore->left;
+    const int32 top = fBefore->top;
+    if (content.left == left && content.top == top)
+        return;
+    fBefore->tries--;
+    if (fTracker.IsElsewhere()) {
+        fTracker.Rescale(left, top, system_time());
+        fGrace.Start(FrameTracker::kScaleGrace, false);
+        ResizeWidget();
+        return;
+    }
+    const PixelRect frame = fTracker.Frame();
+    AskFrame({left, top, left + frame.Width(), top + frame.Height()});
 }
 
 void WindowImpl::StateReported(bool minimized, Zoom zoom)

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -75,6 +76,9 @@ public:
 
     void SizeReported(int32 width, int32 height);
     void PlaceReported(int32 left, int32 top);
+    /// Another window manager has taken the window, which had its content here before. Asks for this place if the new
+    /// one reports another within a moment.
+    void PutBack(int32 left, int32 top);
     void StateReported(bool minimized, Zoom zoom);
     void ExposeReported();
     void ActivationReported(bool active);
@@ -106,7 +110,16 @@ private:
     void Rescale();
     void Arrive();
     void PaintRescaled();
+    void CheckPutBack();
 
+    /// The place that PutBack was given.
+    struct Before {
+        int32 left;
+        int32 top;
+        bigtime_t since; ///< when
+        int tries;       ///< requests left: a window manager may refuse the place
+    };
+    std::optional<Before> fBefore;
     double fScale = 1;
     const QScreen* fScreen = nullptr; ///< the one that has the scale; never followed
     int32 fLaidOutWidth;

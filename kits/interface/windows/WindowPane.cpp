@@ -5,6 +5,7 @@
 #include "kits/interface/dragging/Drag.h"
 #include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/DesktopLayer.h"
+#include "kits/interface/windows/ManagerChange.h"
 #include "kits/interface/windows/ScaleWatch.h"
 #include "kits/interface/windows/StayShown.h"
 #include "kits/interface/windows/WindowImpl.h"
@@ -141,7 +142,8 @@ void WindowPane::WatchWindow()
         DesktopLayer::MarkAsDesktopWindow(*fWatched);
         StayShown::Keep(*fWatched);
         DesktopLayer::WatchCompositor(RepaintDesktopWindows);
-    }
+    } else
+        ManagerChange::Watch(*this);
     if (fImpl->fSettings.look == B_MODAL_WINDOW_LOOK && fImpl->fSettings.feel != B_MODAL_APP_WINDOW_FEEL)
         DesktopLayer::ShowBorderOnly(*fWatched);
     if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
@@ -173,6 +175,12 @@ void WindowPane::AcceptFocus(bool accept)
         fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
         StayShown::LookAgain();
     }
+}
+
+void WindowPane::PutBack(int left, int top)
+{
+    if (fImpl != nullptr)
+        fImpl->PutBack(left, top);
 }
 
 void WindowPane::MoveToCurrentWorkspace()
