@@ -321,6 +321,7 @@ private:
     BPoint PlaceOn(const ChartCaption& caption) const;
     int32 SourceMeantBy(const BMessage& message) const;
     void PasteColor(const BMessage& message);
+    void TakePastedColor(const BMessage& message, const BMessage& pasted);
 
     BPoint DropPlace(BMessage* message) const;
     void TextDropped(BMessage* message);

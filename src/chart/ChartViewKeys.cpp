@@ -1,4 +1,5 @@
 #include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
 #include "kits/interface/Clipboard.h"
 #include "kits/interface/Window.h"
 #include "src/chart/ChartLocks.h"
@@ -163,12 +164,23 @@ bool ChartView::PasteRequested(BPoint* where)
     return true;
 }
 
+// The menu may change until the colour comes: what the message means is looked up then.
 void ChartView::PasteColor(const BMessage& message)
 {
+    const auto take = [chart = BMessenger(this), message](BMessage& pasted) {
+        auto* const view = dynamic_cast<ChartView*>(chart.Target(nullptr));
+        if (view != nullptr)
+            view->TakePastedColor(message, pasted);
+    };
+    if (SourceMeantBy(message) == -1 || !kits::FetchClipboard(take))
+        beep();
+}
+
+void ChartView::TakePastedColor(const BMessage& message, const BMessage& pasted)
+{
     const int32 source = SourceMeantBy(message);
-    const std::unique_ptr<BMessage> pasted = source != -1 ? kits::ClipboardMessage() : nullptr;
     rgb_color color;
-    if (pasted != nullptr && FindColorMessage(*pasted, &color))
+    if (source != -1 && FindColorMessage(pasted, &color))
         ColorSource(source, color);
     else
         beep();

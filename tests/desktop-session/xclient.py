@@ -64,6 +64,41 @@ IGNORE = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda
 """An error, which would end this process."""
 
 
+class Bells:
+    """The beeps of a display from here on."""
+
+    EVENT_SIZE = 192
+    CORE_KEYBOARD = 0x100
+    NOTIFY, MASK = 8, 1 << 8
+
+    def __init__(self, display):
+        for name, result in (("XkbQueryExtension", ctypes.c_int), ("XkbSelectEvents", ctypes.c_int),
+                             ("XPending", ctypes.c_int), ("XNextEvent", ctypes.c_int)):
+            getattr(X, name).restype = result
+        self._display = ctypes.c_void_p(X.XOpenDisplay(display.encode()))
+        numbers = [ctypes.c_int() for _ in range(5)]
+        numbers[3].value = 1
+        if not X.XkbQueryExtension(self._display, *(ctypes.byref(number) for number in numbers)):
+            raise RuntimeError("the X server has no keyboard extension")
+        self._code = numbers[1].value
+        X.XkbSelectEvents(self._display, self.CORE_KEYBOARD, self.MASK, self.MASK)
+        X.XSync(self._display, 0)
+        self._count = 0
+
+    def close(self):
+        X.XCloseDisplay(self._display)
+
+    def count(self):
+        event = ctypes.create_string_buffer(self.EVENT_SIZE)
+        while X.XPending(self._display):
+            X.XNextEvent(self._display, event)
+            kind = ctypes.c_int.from_buffer(event).value
+            # Behind the type: serial, whether it was sent, display, time, and which of the extension's events it is.
+            which = ctypes.c_int.from_buffer(event, 40).value
+            self._count += kind == self._code and which == self.NOTIFY
+        return self._count
+
+
 class Client:
     def __init__(self, display):
         self._display = X.XOpenDisplay(display.encode())

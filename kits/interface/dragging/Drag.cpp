@@ -12,11 +12,11 @@
 #include "kits/interface/drawing/PixelGrid.h"
 #include "kits/interface/input/Pointer.h"
 #include "kits/interface/screens/XServer.h"
+#include "kits/interface/selections/ForeignOffer.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/WindowImpl.h"
 #include "kits/interface/windows/WindowPane.h"
-#include "kits/kernel/Clock.h"
 #include "kits/support/Identity.h"
 
 #include <QDrag>
@@ -38,13 +38,16 @@ namespace {
 std::unique_ptr<Request> sQueued;
 /// What is being dragged out of this process.
 std::unique_ptr<Request> sCurrent;
-/// What is dragged over our windows.
+/// What is dragged over our windows; null as long as it is not known.
 std::unique_ptr<BMessage> sOver;
-/// How often a source is asked while the pointer is over one window, and how long one that is asked again may have
-/// taken to answer, in microseconds: all wait for it meanwhile.
-constexpr int kMostFetches = 8;
-constexpr bigtime_t kQuickFetch = 100000;
-int sFetchesLeft = 0;
+/// Where it is, as it was reported last.
+struct Place {
+    const WindowImpl* window = nullptr; ///< only to be compared
+    BPoint where;
+};
+Place sPlace;
+/// What another program drags over our windows.
+QPointer<ForeignOffer> sForeign;
 /// The course of that drag, as long as the toolkit carries it out.
 std::optional<DragCourse> sCourse;
 DragCursor* sCursor = nullptr;
@@ -223,22 +226,37 @@ bool PutOnShelf(BShelf& shelf, BMessage* archive, BPoint where)
     return shelf.AddReplicant(archive, shelf.View()->ConvertFromScreen(where), identity, source);
 }
 
-/// Fetches from its source what is dragged over our windows. The source may not be ready for that at the first place.
-void Fetch(const QDropEvent& event)
+bool IsOurs(const QDropEvent& event)
 {
-    if (sCurrent != nullptr && event.source() == Source()) {
+    return sCurrent != nullptr && event.source() == Source();
+}
+
+/// What another program drags has come: the view under the pointer is told as if the pointer came now.
+void ForeignIsHere()
+{
+    if (sForeign == nullptr || sOver != nullptr)
+        return;
+    sOver = std::make_unique<BMessage>(*sForeign->Message());
+    for (const WindowImpl* window : WindowImpl::All()) {
+        if (window == sPlace.window)
+            Pointer::Moved(window->fWindow, sPlace.where, sOver.get());
+    }
+}
+
+/// Finds out what is dragged over our windows, or has it fetched.
+void Look(const QDropEvent& event)
+{
+    if (IsOurs(event)) {
         sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
         return;
     }
-    const bigtime_t begun = system_time();
-    sOver = event.mimeData() != nullptr ? DropMessage::Decode(*event.mimeData()) : nullptr;
-    const bool isQuick = system_time() - begun < kQuickFetch;
-    sFetchesLeft = isQuick ? sFetchesLeft - 1 : 0;
-}
-
-bool MayFetchAgain(const QDropEvent& event)
-{
-    return sFetchesLeft > 0 && event.mimeData() != nullptr && DropMessage::CanDecode(*event.mimeData());
+    // The toolkit's event has it as a constant; it is ours.
+    sForeign = const_cast<ForeignOffer*>(dynamic_cast<const ForeignOffer*>(event.mimeData()));
+    if (sForeign == nullptr)
+        return;
+    sForeign->CallWhenHere(ForeignIsHere);
+    if (sForeign->Want() == ForeignOffer::State::kHere)
+        ForeignIsHere();
 }
 
 BPoint ScreenPoint(const WindowImpl& window, const QDropEvent& event)
@@ -295,20 +313,24 @@ void NoteRelease(BPoint where)
 
 bool Entered(const QDropEvent& event)
 {
-    sFetchesLeft = kMostFetches;
-    Fetch(event);
+    sOver = nullptr;
+    sPlace = {};
+    Look(event);
     // The toolkit asks nothing further of a window that refuses here, until the pointer comes again.
-    return sOver != nullptr || MayFetchAgain(event);
+    return sOver != nullptr || (sForeign != nullptr && sForeign->MayCome());
 }
 
 bool Over(WindowImpl& window, const QDropEvent& event)
 {
-    if (sOver == nullptr && MayFetchAgain(event))
-        Fetch(event);
-    if (sOver == nullptr)
-        return false;
     const BPoint where = ScreenPoint(window, event);
+    sPlace = {&window, where};
+    if (sOver == nullptr)
+        Look(event);
     BWindow* const target = window.fWindow;
+    if (sOver == nullptr)
+        // Not known yet: a view may take it.
+        return sForeign != nullptr && sForeign->IsComing() &&
+               target->FindView(target->ConvertFromScreen(where)) != nullptr;
     Pointer::Moved(target, where, sOver.get());
     const BView* const view = target->FindView(target->ConvertFromScreen(where));
     if (sOver->what == B_ARCHIVED_OBJECT)
@@ -320,10 +342,14 @@ void Left()
 {
     Pointer::Moved(nullptr, Pointer::Where(), sOver.get());
     sOver = nullptr;
+    sPlace = {};
+    if (sForeign != nullptr)
+        sForeign->Unwant();
 }
 
 bool Dropped(WindowImpl& window, const QDropEvent& event)
 {
+    sPlace = {};
     const std::unique_ptr<BMessage> message = std::move(sOver);
     const BPoint where = ScreenPoint(window, event);
     BView* const view = window.fWindow->FindView(window.fWindow->ConvertFromScreen(where));
@@ -333,7 +359,7 @@ bool Dropped(WindowImpl& window, const QDropEvent& event)
         BShelf* const shelf = ShelfFor(view, *message);
         return shelf != nullptr && PutOnShelf(*shelf, message.get(), where);
     }
-    const bool ours = sCurrent != nullptr && event.source() == Source();
+    const bool ours = IsOurs(event);
     MessageAccess::SetDropped(*message, where, ours ? sCurrent->offset : BPoint());
     BMessenger(view).SendMessage(message.get(), ours ? sCurrent->replyTo : BMessenger());
     return true;

@@ -1,9 +1,11 @@
 #include "kits/interface/dragging/DropMessage.h"
 
+#include "kits/interface/selections/Selections.h"
 #include "kits/support/TypeConstants.h"
 
 #include <QColor>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -24,26 +26,28 @@ bool FindColor(const BMessage& message, rgb_color* color)
     return true;
 }
 
-QColor ColorIn(const QMimeData& data)
+constexpr const char* kColorFormat = "application/x-color";
+
+/// As programs send it: red, green, blue and alpha as numbers of 16 bits.
+std::unique_ptr<BMessage> ColorMessage(const std::string& bytes)
 {
-    const auto color = qvariant_cast<QColor>(data.colorData());
-    if (color.isValid())
-        return color;
-    // As programs send it: red, green, blue and alpha as numbers of 16 bits.
-    const QByteArray bytes = data.data(QStringLiteral("application/x-color"));
     std::array<uint16, 4> numbers{};
     if (bytes.size() != sizeof(numbers))
-        return {};
-    std::memcpy(numbers.data(), bytes.constData(), sizeof(numbers));
-    return {numbers[0] >> 8, numbers[1] >> 8, numbers[2] >> 8};
+        return nullptr;
+    std::memcpy(numbers.data(), bytes.data(), sizeof(numbers));
+    const rgb_color color = make_color(static_cast<uint8>(numbers[0] >> 8), static_cast<uint8>(numbers[1] >> 8),
+                                       static_cast<uint8>(numbers[2] >> 8));
+    auto message = std::make_unique<BMessage>(B_PASTE);
+    message->AddData(kColorField, B_RGB_COLOR_TYPE, &color, sizeof(color), true, 1);
+    return message;
 }
 
-std::unique_ptr<BMessage> ColorMessage(const QColor& color)
+std::unique_ptr<BMessage> TextMessage(const std::string& text)
 {
-    auto message = std::make_unique<BMessage>(B_PASTE);
-    const rgb_color value = make_color(static_cast<uint8>(color.red()), static_cast<uint8>(color.green()),
-                                       static_cast<uint8>(color.blue()));
-    message->AddData(kColorField, B_RGB_COLOR_TYPE, &value, sizeof(value), true, 1);
+    if (text.empty() || text.size() > kMaxText)
+        return nullptr;
+    auto message = std::make_unique<BMessage>(B_MIME_DATA);
+    message->AddData(kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()), false, 1);
     return message;
 }
 
@@ -77,33 +81,54 @@ std::optional<rgb_color> ColorOf(const BMessage& message)
     return message.what == B_PASTE && FindColor(message, &color) ? std::optional(color) : std::nullopt;
 }
 
-bool CanDecode(const QMimeData& data)
+std::vector<SelectionForm> Forms()
 {
-    return data.hasFormat(QString::fromLatin1(kFormat)) || data.hasColor() ||
-           data.hasFormat(QString::fromLatin1(kTextField));
+    std::vector<SelectionForm> forms{{kFormat, kMaxMessage}, {kColorFormat, kMaxColor}};
+    for (SelectionForm& form : Selections::TextForms())
+        forms.push_back(std::move(form));
+    return forms;
+}
+
+bool CanDecode(const QStringList& formats)
+{
+    const std::vector<SelectionForm> forms = Forms();
+    return std::any_of(forms.begin(), forms.end(), [&formats](const SelectionForm& form) {
+        return formats.contains(QString::fromStdString(form.name));
+    });
+}
+
+std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& bytes)
+{
+    if (form == kFormat) {
+        auto message = std::make_unique<BMessage>();
+        const bool isWhole = message->Unflatten(bytes.data(), static_cast<ssize_t>(bytes.size())) == B_OK;
+        return isWhole ? std::move(message) : nullptr;
+    }
+    return form == kColorFormat ? ColorMessage(bytes) : TextMessage(Selections::TextOf(bytes));
+}
+
+std::string BytesOf(const QMimeData& data, const std::string& form)
+{
+    if (form == kColorFormat) {
+        // The toolkit gives its own colours in no other way.
+        const auto color = qvariant_cast<QColor>(data.colorData());
+        if (color.isValid()) {
+            const QRgba64 parts = color.rgba64();
+            const std::array<uint16, 4> numbers{parts.red(), parts.green(), parts.blue(), parts.alpha()};
+            return {reinterpret_cast<const char*>(numbers.data()), sizeof(numbers)};
+        }
+    }
+    return data.data(QString::fromStdString(form)).toStdString();
 }
 
 std::unique_ptr<BMessage> Decode(const QMimeData& data)
 {
-    const QString format = QString::fromLatin1(kFormat);
-    if (data.hasFormat(format)) {
-        const QByteArray bytes = data.data(format);
-        auto message = std::make_unique<BMessage>();
-        if (message->Unflatten(bytes.constData(), static_cast<ssize_t>(bytes.size())) == B_OK)
+    for (const SelectionForm& form : Forms()) {
+        if (!data.hasFormat(QString::fromStdString(form.name)))
+            continue;
+        std::unique_ptr<BMessage> message = Decode(form.name, BytesOf(data, form.name));
+        if (message != nullptr)
             return message;
-    }
-    if (data.hasColor()) {
-        const QColor color = ColorIn(data);
-        if (color.isValid())
-            return ColorMessage(color);
-    }
-    if (data.hasFormat(QString::fromLatin1(kTextField))) {
-        const QByteArray text = data.text().toUtf8();
-        if (!text.isEmpty() && text.size() <= kMaxText) {
-            auto message = std::make_unique<BMessage>(B_MIME_DATA);
-            message->AddData(kTextField, B_MIME_TYPE, text.constData(), static_cast<ssize_t>(text.size()), false, 1);
-            return message;
-        }
     }
     return nullptr;
 }

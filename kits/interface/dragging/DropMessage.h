@@ -7,25 +7,37 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace kits {
+
+struct SelectionForm;
 
 /// What a dragged message is to other programs, and what theirs are to us.
 namespace DropMessage {
 
 /// A flattened message.
 inline constexpr const char* kFormat = "application/x-kits-message";
-/// Longer texts are not taken.
-inline constexpr qsizetype kMaxText = 1024 * 1024;
+/// Longer ones are not taken, in bytes.
+inline constexpr size_t kMaxMessage = 16 * 1024 * 1024;
+inline constexpr size_t kMaxText = 1024 * 1024;
+inline constexpr size_t kMaxColor = 64;
 
 /// The message itself, its colour ("RGBColor") as a colour and as "#rrggbb", and its text ("text/plain") as text.
 std::unique_ptr<QMimeData> Encode(const BMessage& message);
 /// The colour that a message carries: a B_PASTE with "RGBColor".
 std::optional<rgb_color> ColorOf(const BMessage& message);
-/// Whether Decode may make something of it; cheap.
-bool CanDecode(const QMimeData& data);
-/// A message that was dragged with Encode; a colour as B_PASTE with "RGBColor"; a text as B_MIME_DATA with "text/plain"
-/// of B_MIME_TYPE. Null for anything else, broken data included.
+/// The forms that Decode understands, the preferred one first.
+std::vector<SelectionForm> Forms();
+/// True if one of these formats of the toolkit's is such a form.
+bool CanDecode(const QStringList& formats);
+/// From one of the forms: a message that was dragged with Encode; a colour as B_PASTE with "RGBColor"; a text as
+/// B_MIME_DATA with "text/plain" of B_MIME_TYPE. Null for anything else, broken data included.
+std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& bytes);
+/// Data that are at hand, in one of these forms; empty if they have not this form.
+std::string BytesOf(const QMimeData& data, const std::string& form);
+/// From data that are at hand: from the first of the forms that can be decoded. Null if there is none.
 std::unique_ptr<BMessage> Decode(const QMimeData& data);
 
 } // namespace DropMessage

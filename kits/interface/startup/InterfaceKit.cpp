@@ -9,6 +9,8 @@
 #include "kits/interface/drawing/TextCache.h"
 #include "kits/interface/drawing/UserFonts.h"
 #include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/selections/ForeignDrag.h"
+#include "kits/interface/selections/Selections.h"
 #include "kits/interface/startup/DisplayCheck.h"
 #include "kits/interface/startup/FontsAhead.h"
 #include "kits/interface/startup/LoginScale.h"
@@ -119,6 +121,7 @@ status_t InitInterface(int& argc, char** argv)
     EnableViewAccess();
     TextCache::Enable();
     UserFonts::Read();
+    ForeignDrag::Start();
     sWhenQuiet = new Timer(GiveBackStartMemory);
     sWhenQuiet->Start(kQuiet, false);
     return B_OK;
@@ -158,6 +161,8 @@ void ExitInterface()
     if (sApplication == nullptr)
         return;
     delete std::exchange(sWhenQuiet, nullptr);
+    ForeignDrag::Stop();
+    Selections::Stop();
     // Widgets of windows that went last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     DesktopColor::Forget();

@@ -4,11 +4,14 @@
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/drawing/UpdateQueue.h"
 #include "kits/interface/input/Pointer.h"
+#include "kits/interface/selections/ForeignDrag.h"
+#include "kits/interface/selections/TextPaste.h"
 #include "kits/interface/theme/Theme.h"
 #include "kits/kernel/Clock.h"
 
 #include <QAbstractEventDispatcher>
 #include <QEventLoop>
+#include <QWindow>
 
 #include <algorithm>
 #include <optional>
@@ -139,6 +142,9 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
         scope.emplace();
     if (event->spontaneous() || receiver->isWindowType())
         Pointer::Watch(receiver, event);
+    if (receiver->isWindowType() ? ForeignDrag::Deliver(*static_cast<QWindow*>(receiver), *event)
+                                 : TextPaste::Handle(*receiver, *event))
+        return true;
     return QApplication::notify(receiver, event);
 }
 

@@ -12,6 +12,7 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace {
@@ -88,7 +89,8 @@ protected:
         window->Quit();
         test::Turn();
     }
-    QWidget* Top() { return kits::WindowWidget(window); }
+    /// Gets what the system reports.
+    QWindow* Top() { return kits::WindowWidget(window)->windowHandle(); }
 
     /// Drags foreign data over the window and drops it there.
     bool DropForeign(const QMimeData& data, QPoint where)
@@ -145,7 +147,7 @@ TEST(DropMessage, AMessageComesThroughWhole)
     EXPECT_TRUE(data->hasFormat(DropMessage::kFormat));
     EXPECT_FALSE(data->hasText());
     EXPECT_FALSE(data->hasColor());
-    ASSERT_TRUE(DropMessage::CanDecode(*data));
+    ASSERT_TRUE(DropMessage::CanDecode(data->formats()));
     const std::unique_ptr<BMessage> back = DropMessage::Decode(*data);
     ASSERT_NE(back, nullptr);
     EXPECT_TRUE(back->HasSameData(message));
@@ -198,7 +200,7 @@ TEST(DropMessage, BrokenAndForeignDataAreNone)
 
     QMimeData picture;
     picture.setData("image/png", QByteArray(10, 'x'));
-    EXPECT_FALSE(DropMessage::CanDecode(picture));
+    EXPECT_FALSE(DropMessage::CanDecode(picture.formats()));
     EXPECT_EQ(DropMessage::Decode(picture), nullptr);
     QMimeData empty;
     empty.setText("");
@@ -207,7 +209,7 @@ TEST(DropMessage, BrokenAndForeignDataAreNone)
     notAColor.setData("application/x-color", QByteArray("no colour at all"));
     EXPECT_EQ(DropMessage::Decode(notAColor), nullptr);
     QMimeData huge;
-    huge.setText(QString(DropMessage::kMaxText + 1, 'x'));
+    huge.setText(QString(static_cast<qsizetype>(DropMessage::kMaxText) + 1, 'x'));
     EXPECT_EQ(DropMessage::Decode(huge), nullptr);
 }
 

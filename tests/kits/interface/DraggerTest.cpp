@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDropEvent>
+#include <QWindow>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -92,7 +93,7 @@ protected:
 
     bool DropForeign(const BMessage& message, QPoint where)
     {
-        QWidget* const top = kits::WindowWidget(window);
+        QWindow* const top = kits::WindowWidget(window)->windowHandle();
         const std::unique_ptr<QMimeData> data = kits::DropMessage::Encode(message);
         QDragEnterEvent enter(where, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(top, &enter);

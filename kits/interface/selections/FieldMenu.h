@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+class QLineEdit;
+class QPoint;
+
+namespace kits {
+
+/// The menu of a text field, with the toolkit's items and in its words. The toolkit's own fetches the text on the
+/// clipboard before it opens, only to know whether there is one; here "Paste" can be chosen if somebody owns the
+/// clipboard. Main thread.
+namespace FieldMenu {
+
+/// Opens the menu of a field that can be changed, and returns. It goes when it is closed, or with the field.
+/// @param paste  called for "Paste", while the field exists
+void Open(QLineEdit& field, const QPoint& where, const std::function<void()>& paste);
+
+} // namespace FieldMenu
+
+} // namespace kits

@@ -1,0 +1,118 @@
+#include "kits/interface/selections/ForeignOffer.h"
+
+#include "kits/interface/dragging/DropMessage.h"
+#include "kits/interface/selections/Selections.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+/// How often a program is asked while the pointer is over one window. It may not be ready for that at the first place.
+constexpr int kMostAsked = 8;
+
+} // namespace
+
+ForeignOffer::ForeignOffer(QStringList formats, MakeSource make)
+    : fFormats(std::move(formats))
+    , fMake(std::move(make))
+{
+}
+
+ForeignOffer::~ForeignOffer()
+{
+    Selections::Cancel(fFetch);
+}
+
+bool ForeignOffer::MayAsk() const
+{
+    return fMessage == nullptr && !fIsLate && fAsked < kMostAsked && DropMessage::CanDecode(fFormats);
+}
+
+bool ForeignOffer::MayCome() const
+{
+    return fMessage != nullptr || fIsFetching || MayAsk();
+}
+
+bool ForeignOffer::MayAskForText() const
+{
+    const std::vector<SelectionForm> forms = Selections::TextForms();
+    return !fWasAskedForText && std::any_of(forms.begin(), forms.end(), [this](const SelectionForm& form) {
+        return fFormats.contains(QString::fromStdString(form.name));
+    });
+}
+
+ForeignOffer::State ForeignOffer::Want()
+{
+    fIsWanted = true;
+    if (!fIsFetching && MayAsk()) {
+        fAsked++;
+        Fetch(DropMessage::Forms(), [this](const SelectionForm& form, const std::string& data) {
+            fMessage = DropMessage::Decode(form.name, data);
+            return fMessage != nullptr;
+        });
+    }
+    if (fMessage != nullptr)
+        return State::kHere;
+    return fIsFetching ? State::kComing : State::kNot;
+}
+
+void ForeignOffer::Unwant()
+{
+    // A drop that waits needs it.
+    if (fReady != nullptr)
+        return;
+    fIsWanted = false;
+    if (!std::exchange(fIsFetching, false))
+        return;
+    Selections::Cancel(std::exchange(fFetch, 0));
+}
+
+bool ForeignOffer::IsReadyForDrop() const
+{
+    return !fIsFetching && !(fIsWanted ? MayAsk() : MayAskForText());
+}
+
+void ForeignOffer::FetchForDrop(std::function<void()> ready)
+{
+    fReady = std::move(ready);
+    if (fIsWanted) {
+        // One more try; what is under way goes on.
+        Want();
+        fAsked = kMostAsked;
+    } else if (!fIsFetching && MayAskForText()) {
+        fWasAskedForText = true;
+        Fetch(Selections::TextForms(), [this](const SelectionForm&, const std::string& data) {
+            setText(QString::fromStdString(Selections::TextOf(data)));
+            return true;
+        });
+    }
+    if (!fIsFetching && fReady)
+        std::exchange(fReady, nullptr)();
+}
+
+void ForeignOffer::Fetch(std::vector<SelectionForm> forms, SelectionFetch::Use use)
+{
+    std::unique_ptr<SelectionSource> source = fMake();
+    if (source == nullptr)
+        return;
+    fIsFetching = true;
+    const uint64_t fetch = Selections::Fetch(std::move(source), std::move(forms), std::move(use),
+                                             [this](SelectionFetch::State state) { Ended(state); });
+    fFetch = fIsFetching ? fetch : 0;
+}
+
+void ForeignOffer::Ended(SelectionFetch::State state)
+{
+    fIsFetching = false;
+    fIsLate = fIsLate || state == SelectionFetch::State::kLate;
+    if (fMessage != nullptr && fHere)
+        fHere();
+    // One that is not ready yet is asked again with the next place that the pointer comes to, not in between.
+    if (fReady)
+        std::exchange(fReady, nullptr)();
+}
+
+} // namespace kits

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace kits {
+
+/// Reads a pipe to its end as data come, without waiting. Main thread. Destroying it ends it, also in its own call.
+class PipeReader {
+public:
+    /// @param descriptor  owned from here
+    /// @param limit       more bytes are an error
+    /// @param ended       called once, in a turn of the event loop: all that came, or null after an error
+    PipeReader(int descriptor, size_t limit, std::function<void(std::optional<std::string>)> ended);
+    ~PipeReader();
+    PipeReader(const PipeReader&) = delete;
+    PipeReader& operator=(const PipeReader&) = delete;
+
+private:
+    void Read();
+    void End(bool isWhole);
+
+    const int fDescriptor;
+    const size_t fLimit;
+    std::function<void(std::optional<std::string>)> fEnded;
+    std::string fBytes;
+    QSocketNotifier* fNotifier;
+};
+
+} // namespace kits

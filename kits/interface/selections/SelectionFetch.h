@@ -1,0 +1,82 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kits {
+
+/// A form in which data are offered, by the name that programs have agreed on.
+struct SelectionForm {
+    std::string name;
+    size_t limit = 0; ///< longer data are refused, in bytes
+};
+
+/// Where data come from that another program owns: the clipboard, the primary selection, a drag. Every question returns
+/// at once and is answered at most once, in this call or later, on the main thread with the interface lock held. One
+/// question at a time. Destroying it takes the question back: no answer comes any more.
+class SelectionSource {
+public:
+    /// Null if the owner does not say: every form is worth a try.
+    using Offers = std::optional<std::vector<std::string>>;
+    /// Null if the owner refuses, sends too much or sends something else.
+    using Data = std::optional<std::string>;
+
+    virtual ~SelectionSource() = default;
+
+    virtual void AskOffers(std::function<void(Offers)> answer) = 0;
+    /// Texts are answered in UTF-8, whatever the form.
+    virtual void Ask(const SelectionForm& form, std::function<void(Data)> answer) = 0;
+};
+
+/// Fetches what another program owns, in the first of the wanted forms that can be used. It waits for nothing: it goes
+/// on with each answer of the source, and is over when something was used, when nothing is left to ask for, or when its
+/// owner gives it up because the time is over. Answers after that, second answers, and answers to earlier questions
+/// change nothing.
+///
+/// Main thread. Asks no clock and no display, so that every order of events can be tried.
+class SelectionFetch {
+public:
+    enum class State {
+        kNew,
+        kAsking,
+        kTaken,   ///< the data were used
+        kNothing, ///< the owner has nothing that can be used
+        kLate     ///< given up
+    };
+    /// True if the data can be used, which they then are.
+    using Use = std::function<bool(const SelectionForm& form, const std::string& data)>;
+
+    /// @param wanted  the preferred one first
+    /// @param ended   called once with the state at the end. It must not destroy this
+    SelectionFetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionForm> wanted, Use use,
+                   std::function<void(State)> ended);
+    SelectionFetch(const SelectionFetch&) = delete;
+    SelectionFetch& operator=(const SelectionFetch&) = delete;
+
+    void Start();
+    /// Nothing happens when it is over already.
+    void GiveUp();
+    State Current() const { return fState; }
+
+private:
+    void TakeOffers(const SelectionSource::Offers& offers);
+    void AskNext();
+    void TakeData(uint64 question, const SelectionSource::Data& data);
+    void End(State state);
+
+    std::unique_ptr<SelectionSource> fSource;
+    std::vector<SelectionForm> fWanted;
+    Use fUse;
+    std::function<void(State)> fEnded;
+    State fState = State::kNew;
+    size_t fNext = 0;
+    uint64 fQuestion = 0;
+};
+
+} // namespace kits

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "kits/interface/selections/SelectionFetch.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+struct xcb_client_message_event_t;
+
+namespace kits {
+
+/// Selections of other programs on the X server, asked for over the toolkit's connection by a window of our own. The
+/// toolkit's own questions wait for up to five seconds each; these wait for nobody but the server. Main thread.
+namespace XSelections {
+
+enum class Name { kClipboard, kPrimary, kDrag };
+
+/// What is known of a drag of another program over our windows.
+struct Drag {
+    uint32 source = 0;         ///< its window
+    uint32 time = 0;           ///< of the server, which the source wants to hear in questions
+    bool hasMoreForms = false; ///< the source's window has the list of its forms
+    std::vector<uint32> forms; ///< atoms
+};
+
+/// True if the display is an X server.
+bool IsHere();
+/// False if nobody owns it. Asks the server.
+bool HasOwner(Name name);
+/// Null if nobody owns it.
+std::unique_ptr<SelectionSource> SourceOf(Name name);
+std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
+
+/// Before the toolkit's application object goes.
+void Stop();
+
+} // namespace XSelections
+
+} // namespace kits

@@ -1,0 +1,288 @@
+"""What other programs own or drag, given well or badly, pasted and dropped on charts, swatches and text fields."""
+
+import os
+import signal
+import subprocess
+import time
+
+from desktop import wait_until
+from drops import MESSAGE, sources
+from prefs import FIRST_SOURCE, SWATCH, TITLE_FIELD, PrefsTest, values
+from xclient import Bells
+
+TEXT = "UTF8_STRING"
+COLOR = "application/x-color"
+WORDS = b"Words of another program"
+NEW = bytes.fromhex("ff00ff")
+COLOR_BYTES = b"\xff\xff\x00\x00\xff\xff\xff\xff"
+BAD = ("silent", "late", "trickle", "flood", "dies", "refuses", "other")
+WAITING = ("silent", "late", "trickle")
+"""That leave one waiting."""
+CHART = (500, 100)
+
+
+class SelectionsTest(PrefsTest):
+    def setUp(self):
+        super().setUp()
+        self.bells = Bells(self.desktop.environment["DISPLAY"])
+        self.addCleanup(self.bells.close)
+
+    def own(self, behaviour, form=TEXT, data=WORDS, selection="CLIPBOARD", place=()):
+        """Starts a program that owns a selection, or drags over a place of the main window."""
+        content = self.config / "owned"
+        content.write_bytes(data)
+        told = self.config / "told"
+        program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "selection_owner")
+        where = [self.window, *self.on_screen(self.window, *place)] if place else []
+        with told.open("wb") as output:
+            self.owner = subprocess.Popen([program, behaviour, form, str(content), selection, *map(str, where)],
+                                          env=self.desktop.environment, stdin=subprocess.PIPE, stdout=output)
+        owner = self.owner
+        self.addCleanup(lambda: (owner.kill(), owner.wait(), owner.stdin.close()))
+        self.told = lambda: told.read_text().splitlines()
+        wait_until(lambda: "ready" in self.told(), "the owner of the selection")
+
+    def await_asked(self, form):
+        wait_until(lambda: f"asked {form}" in self.told(), f"a question for {form}")
+
+    def await_beep(self, before):
+        wait_until(lambda: self.bells.count() > before, "a beep")
+
+    def ground(self):
+        return self.chart(0).count(NEW)
+
+    def title(self):
+        """Those of all charts, when the program has ended."""
+        return values(self.quit(), "Title")
+
+
+class Charts(SelectionsTest):
+    def paste(self):
+        self.desktop.click(self.window, *CHART)
+        self.desktop.key("ctrl+v", window=self.window)
+
+    def test_take_the_color_of_a_good_owner(self):
+        for behaviour in ("good", "pieces", "twice"):
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES)
+                self.paste()
+                wait_until(lambda: self.ground() > 1000, "the new ground")
+                self.assertEqual(self.bells.count(), 0)
+                self.own("good", COLOR, b"\x10\x10\x15\x15\x1d\x1d\xff\xff")
+                self.paste()
+                wait_until(lambda: self.ground() == 0, "the old ground")
+
+    def test_take_a_color_from_their_menu(self):
+        self.own("good", COLOR, COLOR_BYTES)
+        self.popup()
+        self.desktop.key("Escape")
+        self.popup()
+        self.desktop.key("ctrl+v")
+        wait_until(lambda: self.ground() > 1000, "the new ground")
+
+    def test_take_a_message_in_many_pieces(self):
+        self.own("pieces", MESSAGE, sources(2))
+        self.paste()
+        self.await_asked(MESSAGE)
+        wait_until(lambda: self.picture(), "a picture")
+        self.settle()
+        before = len(values(self.quit(), "Target"))
+        self.assertGreater(before, 0)
+
+    def test_go_on_and_beep_whatever_the_owner_does(self):
+        before = None
+        for behaviour in BAD:
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES)
+                beeps = self.bells.count()
+                self.paste()
+                self.await_asked("TARGETS")
+                if behaviour in WAITING and beeps == self.bells.count():
+                    # Asked and not answered: the columns go on.
+                    self.await_change()
+                self.await_beep(beeps)
+                self.settle()
+                self.assertEqual(self.bells.count(), beeps + 1)
+                self.assertEqual(self.ground(), 0)
+        self.assertIsNone(before)
+
+    def test_have_no_use_for_what_comes_too_late(self):
+        self.own("late", COLOR, COLOR_BYTES)
+        self.paste()
+        self.await_beep(0)
+        begun = time.monotonic()
+        wait_until(lambda: time.monotonic() > begun + 4, "the late answer")
+        self.settle()
+        self.assertEqual(self.ground(), 0)
+        self.assertEqual(self.bells.count(), 1)
+
+    def test_may_go_while_a_paste_is_under_way(self):
+        self.own("silent", COLOR, COLOR_BYTES)
+        self.paste()
+        self.await_asked("TARGETS")
+        self.popup(500, 100)
+        self.desktop.key("d")
+        self.await_beep(0)
+        self.settle()
+        self.quit()
+
+    def test_quit_in_the_middle_of_a_paste(self):
+        for behaviour in WAITING:
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES)
+                self.paste()
+                self.await_asked("TARGETS")
+                self.program.signal(signal.SIGTERM)
+                self.assert_ends_well(self.program)
+                self.open()
+
+
+class Drops(SelectionsTest):
+    def drop(self):
+        wait_until(lambda: any(line.startswith("over") for line in self.told()), "an answer to the drag")
+        self.owner.stdin.write(b"drop\n")
+        self.owner.stdin.flush()
+
+    def await_end(self):
+        return wait_until(lambda: [line for line in self.told() if line.startswith("dropped")], "the end of the drop")
+
+    def test_are_taken_from_a_good_source(self):
+        for behaviour in ("good", "pieces"):
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES, "XdndSelection", CHART)
+                self.drop()
+                self.assertEqual(self.await_end(), ["dropped 1"])
+                wait_until(lambda: self.ground() > 1000, "the new ground")
+                self.own("good", COLOR, b"\x10\x10\x15\x15\x1d\x1d\xff\xff", "XdndSelection", CHART)
+                self.drop()
+                wait_until(lambda: self.ground() == 0, "the old ground")
+
+    def test_end_without_effect_whatever_the_source_does(self):
+        for behaviour in BAD:
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES, "XdndSelection", CHART)
+                self.await_asked(COLOR)
+                if behaviour == "dies":
+                    self.settle()
+                    continue
+                beeps = self.bells.count()
+                self.drop()
+                self.await_change()
+                if behaviour in WAITING:
+                    # The button is released within the second.
+                    self.await_beep(beeps)
+                self.settle()
+                self.assertEqual(self.ground(), 0)
+                self.assertNotIn("dropped 1", self.told())
+
+    def test_do_not_keep_the_program_from_quitting(self):
+        self.own("silent", COLOR, COLOR_BYTES, "XdndSelection", CHART)
+        self.await_asked(COLOR)
+        self.drop()
+        self.quit()
+
+
+class Fields(SelectionsTest):
+    """The title of a chart, in its preferences."""
+
+    def open_field(self):
+        self.open_prefs()
+        self.click(TITLE_FIELD)
+        self.desktop.key("ctrl+a", window=self.prefs)
+
+    def await_title(self):
+        wait_until(lambda: self.picture().crop(100, 52, 200, 20).count(bytes.fromhex("f2f5f9")) > 0, "the new title")
+        self.close_prefs()
+        self.assertEqual(self.title()[0], WORDS.decode())
+
+    def test_take_a_text_by_key(self):
+        for keys in ("ctrl+v", "shift+Insert"):
+            with self.subTest(keys):
+                self.own("good")
+                self.open_field()
+                self.desktop.key(keys)
+                self.await_title()
+                self.open()
+
+    def test_take_the_primary_selection_by_key_and_by_button(self):
+        self.own("pieces", selection="PRIMARY")
+        for use in (lambda: self.desktop.key("ctrl+shift+Insert"), lambda: self.click(TITLE_FIELD, button=2)):
+            self.open_field()
+            self.desktop.key("BackSpace")
+            # The keys above have made this program the owner.
+            self.own("pieces", selection="PRIMARY")
+            use()
+            self.await_title()
+            self.open()
+
+    def test_take_a_text_from_their_menu(self):
+        self.own("good")
+        self.open_field()
+        shown = len(self.shown())
+        self.click(TITLE_FIELD, button=3)
+        wait_until(lambda: len(self.shown()) > shown, "the menu")
+        self.desktop.key("p")
+        self.await_title()
+
+    def test_take_a_dropped_text(self):
+        self.open_field()
+        self.desktop.key("BackSpace")
+        main, self.window = self.window, self.prefs
+        self.own("good", selection="XdndSelection", place=TITLE_FIELD)
+        Drops.drop(self)
+        self.assertEqual(Drops.await_end(self), ["dropped 1"])
+        self.window = main
+        self.await_title()
+
+    def test_take_a_dropped_text_of_a_silent_source_for_none(self):
+        self.open_prefs()
+        main, self.window = self.window, self.prefs
+        self.own("silent", selection="XdndSelection", place=TITLE_FIELD)
+        Drops.drop(self)
+        self.await_beep(0)
+        Drops.await_end(self)
+        self.window = main
+        self.await_change()
+        self.quit()
+
+    def test_go_on_and_beep_whatever_the_owner_does(self):
+        self.open_field()
+        self.desktop.key("Right")
+        for behaviour in BAD:
+            with self.subTest(behaviour):
+                self.own(behaviour)
+                beeps = self.bells.count()
+                self.desktop.key("ctrl+v")
+                self.await_asked("TARGETS")
+                # What is typed meanwhile is not lost.
+                self.desktop.key("x")
+                self.await_change()
+                self.await_beep(beeps)
+        self.close_prefs()
+        self.assertTrue(self.title()[0].endswith("x" * len(BAD)))
+
+    def test_open_their_menu_whatever_the_owner_does(self):
+        self.own("silent")
+        self.open_field()
+        shown = len(self.shown())
+        self.click(TITLE_FIELD, button=3)
+        wait_until(lambda: len(self.shown()) > shown, "the menu")
+        self.assertEqual([line for line in self.told() if line.startswith("asked")], [])
+
+    def test_may_go_while_a_paste_is_under_way(self):
+        self.own("silent")
+        self.open_field()
+        self.desktop.key("ctrl+v")
+        self.await_asked("TARGETS")
+        self.close_prefs()
+        self.await_beep(0)
+        self.settle()
+        self.quit()
+
+
+class Numbers(SelectionsTest):
+    def test_of_the_sampler_take_a_text(self):
+        self.open_global()
+        self.own("good", data=b"300000")
+        self.desktop.key("Tab")
+        self.addCleanup(lambda: None)
