@@ -19,12 +19,12 @@
 ///   selection_owner BEHAVIOUR FORM FILE SELECTION
 ///   selection_owner BEHAVIOUR FORM FILE XdndSelection WINDOW X Y
 /// owns CLIPBOARD or PRIMARY, or drags over a window, at a place of the screen, and offers the file's content in this
-/// form. A line on stdin drops it. Told on stdout: "ready"; "asked FORM" for each question; "over 1" or "over 0" for what
-/// the window says to the drag, and "dropped 1" or "dropped 0" for the end of the drop.
+/// form. A line on stdin drops it. Told on stdout: "ready"; "asked FORM" for each question; "over 1" or "over 0" for
+/// what the window says to the drag, and "dropped 1" or "dropped 0" for the end of the drop.
 ///
-/// Behaviours: good; pieces (of 1000 bytes); silent; late (three seconds); trickle (a piece of one byte again and again,
-/// for ever); flood (pieces of 64 KiB for ever); dies (when it is asked for the data); refuses; other (another type);
-/// twice (a second answer, with other data).
+/// Behaviours: good; pieces (of 1000 bytes); silent; late (three seconds); trickle (a piece of one byte again and
+/// again, for ever); flood (pieces of 64 KiB for ever); dies (when it is asked for the data); refuses; other (another
+/// type); twice (the same answer again and again).
 
 namespace {
 
@@ -209,16 +209,15 @@ private:
             xcb_change_window_attributes(fServer, request.requestor, XCB_CW_EVENT_MASK, &mask);
             fStream = {request.requestor, request.property, 0, Clock::now(), false, false};
             const uint32_t least = 1;
-            xcb_change_property(fServer, XCB_PROP_MODE_REPLACE, request.requestor, request.property, fIncremental, 32, 1,
-                                &least);
+            xcb_change_property(fServer, XCB_PROP_MODE_REPLACE, request.requestor, request.property, fIncremental, 32,
+                                1, &least);
             Notify(request, true);
         } else {
             Write(request.requestor, request.property, fBehaviour == "other" ? Atom("INTEGER") : fForm, fData);
             Notify(request, true);
-            if (fBehaviour == "twice") {
-                Write(request.requestor, request.property, fForm, "the second answer");
-                Notify(request, true);
-            }
+            // Again and again.
+            if (fBehaviour == "twice")
+                fRequests.push_back({request, Clock::now() + std::chrono::milliseconds(100)});
         }
     }
 

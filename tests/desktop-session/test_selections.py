@@ -7,7 +7,7 @@ import time
 
 from desktop import wait_until
 from drops import MESSAGE, sources
-from prefs import FIRST_SOURCE, SWATCH, TITLE_FIELD, PrefsTest, values
+from prefs import SWATCH, TARGET, TITLE_FIELD, PrefsTest, values
 from xclient import Bells
 
 TEXT = "UTF8_STRING"
@@ -19,6 +19,10 @@ BAD = ("silent", "late", "trickle", "flood", "dies", "refuses", "other")
 WAITING = ("silent", "late", "trickle")
 """That leave one waiting."""
 CHART = (500, 100)
+SOURCE = 2051
+"""What drops.sources() has."""
+RED = (298, 41)
+"""The field for the red part of a colour."""
 
 
 class SelectionsTest(PrefsTest):
@@ -75,22 +79,20 @@ class Charts(SelectionsTest):
     def test_take_a_color_from_their_menu(self):
         self.own("good", COLOR, COLOR_BYTES)
         self.popup()
-        self.desktop.key("Escape")
-        self.popup()
-        self.desktop.key("ctrl+v")
+        self.choose("t")
         wait_until(lambda: self.ground() > 1000, "the new ground")
 
     def test_take_a_message_in_many_pieces(self):
-        self.own("pieces", MESSAGE, sources(2))
+        before = values(self.quit(), "Target").count(SOURCE)
+        self.open()
+        self.own("pieces", MESSAGE, sources(40))
         self.paste()
-        self.await_asked(MESSAGE)
-        wait_until(lambda: self.picture(), "a picture")
-        self.settle()
-        before = len(values(self.quit(), "Target"))
-        self.assertGreater(before, 0)
+        alert = self.program.window("^Qel alert$")
+        self.desktop.key("Return", window=alert)
+        wait_until(lambda: self.shown() == [self.window], "the alert to close")
+        self.assertGreater(values(self.quit(), "Target").count(SOURCE), before)
 
     def test_go_on_and_beep_whatever_the_owner_does(self):
-        before = None
         for behaviour in BAD:
             with self.subTest(behaviour):
                 self.own(behaviour, COLOR, COLOR_BYTES)
@@ -104,7 +106,6 @@ class Charts(SelectionsTest):
                 self.settle()
                 self.assertEqual(self.bells.count(), beeps + 1)
                 self.assertEqual(self.ground(), 0)
-        self.assertIsNone(before)
 
     def test_have_no_use_for_what_comes_too_late(self):
         self.own("late", COLOR, COLOR_BYTES)
@@ -190,8 +191,16 @@ class Fields(SelectionsTest):
         self.click(TITLE_FIELD)
         self.desktop.key("ctrl+a", window=self.prefs)
 
+    def letters(self, left, width):
+        """Pixels of the first chart's title, from there on."""
+        return self.picture().crop(left, 52, width, 20).count(bytes.fromhex("f2f5f9"))
+
+    def clear_field(self):
+        self.desktop.key("BackSpace", window=self.prefs)
+        wait_until(lambda: not self.letters(8, 200), "no title")
+
     def await_title(self):
-        wait_until(lambda: self.picture().crop(100, 52, 200, 20).count(bytes.fromhex("f2f5f9")) > 0, "the new title")
+        wait_until(lambda: self.letters(100, 200), "the new title")
         self.close_prefs()
         self.assertEqual(self.title()[0], WORDS.decode())
 
@@ -205,11 +214,10 @@ class Fields(SelectionsTest):
                 self.open()
 
     def test_take_the_primary_selection_by_key_and_by_button(self):
-        self.own("pieces", selection="PRIMARY")
         for use in (lambda: self.desktop.key("ctrl+shift+Insert"), lambda: self.click(TITLE_FIELD, button=2)):
             self.open_field()
-            self.desktop.key("BackSpace")
-            # The keys above have made this program the owner.
+            # What is chosen in the field is the primary selection.
+            self.clear_field()
             self.own("pieces", selection="PRIMARY")
             use()
             self.await_title()
@@ -226,7 +234,7 @@ class Fields(SelectionsTest):
 
     def test_take_a_dropped_text(self):
         self.open_field()
-        self.desktop.key("BackSpace")
+        self.clear_field()
         main, self.window = self.window, self.prefs
         self.own("good", selection="XdndSelection", place=TITLE_FIELD)
         Drops.drop(self)
@@ -280,9 +288,68 @@ class Fields(SelectionsTest):
         self.quit()
 
 
-class Numbers(SelectionsTest):
-    def test_of_the_sampler_take_a_text(self):
-        self.open_global()
-        self.own("good", data=b"300000")
-        self.desktop.key("Tab")
-        self.addCleanup(lambda: None)
+class Swatches(SelectionsTest):
+    """That of the background, in the preferences of the first chart, and the numbers beside it."""
+
+    def setUp(self):
+        super().setUp()
+        self.open_prefs()
+        self.show("Colors")
+        self.choose_of(TARGET, 2)
+
+    def test_take_a_color_by_key(self):
+        self.own("good", COLOR, COLOR_BYTES)
+        self.click(SWATCH)
+        self.desktop.key("ctrl+v", window=self.prefs)
+        wait_until(lambda: self.ground() > 1000, "the new ground")
+
+    def test_take_a_dropped_color(self):
+        main, self.window = self.window, self.prefs
+        self.own("pieces", COLOR, COLOR_BYTES, "XdndSelection", SWATCH)
+        Drops.drop(self)
+        self.window = main
+        wait_until(lambda: self.ground() > 1000, "the new ground")
+
+    def test_go_on_and_beep_whatever_the_owner_does(self):
+        for behaviour in BAD:
+            with self.subTest(behaviour):
+                self.own(behaviour, COLOR, COLOR_BYTES)
+                beeps = self.bells.count()
+                self.click(SWATCH)
+                self.desktop.key("ctrl+v", window=self.prefs)
+                self.await_asked("TARGETS")
+                self.await_change()
+                self.await_beep(beeps)
+                self.assertEqual(self.ground(), 0)
+
+    def test_have_numbers_that_take_a_text(self):
+        before = self.chart(0)
+        ground = before.pixel(400, 60)
+        self.assertNotEqual(ground[0], 90)
+        for use in ("key", "button"):
+            self.own("good", data=b"90", selection="CLIPBOARD" if use == "key" else "PRIMARY")
+            self.click(RED)
+            self.desktop.key("ctrl+a", window=self.prefs)
+            if use == "key":
+                self.desktop.key("ctrl+v", "Tab")
+                red = 90
+            else:
+                # What is chosen is the primary selection: nothing may be.
+                self.desktop.key("BackSpace", "1")
+                wait_until(lambda: self.chart(0).pixel(400, 60)[0] == 1, "the ground as typed")
+                self.own("good", data=b"2", selection="PRIMARY")
+                self.click((288, RED[1]), button=2)
+                self.await_asked(TEXT)
+                self.desktop.key("Tab")
+                red = 21
+            wait_until(lambda: self.chart(0).pixel(400, 60)[0] == red, "the new ground")
+
+    def test_have_numbers_with_a_menu(self):
+        self.own("silent")
+        shown = len(self.shown())
+        self.click(RED, button=3)
+        wait_until(lambda: len(self.shown()) > shown, "the menu")
+        self.assertEqual([line for line in self.told() if line.startswith("asked")], [])
+        self.desktop.key("s")  # a step up
+        wait_until(lambda: len(self.shown()) == shown, "the menu to close")
+        self.assertEqual(self.bells.count(), 0)

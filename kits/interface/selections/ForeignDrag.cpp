@@ -23,6 +23,21 @@ std::unique_ptr<XDragWatch> sWatch;
 /// What is over our windows; null when nothing is.
 std::shared_ptr<ForeignOffer> sOffer;
 
+/// Tells one drag from another.
+struct Identity {
+    const void* data = nullptr; ///< only to be compared
+    uint64_t number = 0;
+    bool operator==(const Identity&) const = default;
+};
+Identity sIdentity;
+/// False while a window is told that a drag has left it that is still the current one.
+bool sLeaves = true;
+
+Identity IdentityOf(const QMimeData& data)
+{
+    return {&data, sWatch != nullptr ? sWatch->Current().number : 0};
+}
+
 bool IsOfOffer(const QDropEvent& event)
 {
     return dynamic_cast<const ForeignOffer*>(event.mimeData()) != nullptr;
@@ -62,6 +77,17 @@ template <class Event> void DeliverAs(QWindow& window, Event& event)
     }
 }
 
+void Enter(QWindow& window, const QDropEvent& event)
+{
+    sLeaves = false;
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&window, &leave);
+    sLeaves = true;
+    QDragEnterEvent enter(event.position().toPoint(), event.possibleActions(), sOffer.get(), event.buttons(),
+                          event.modifiers());
+    QCoreApplication::sendEvent(&window, &enter);
+}
+
 /// A drop that the toolkit has forgotten when its data come.
 struct HeldDrop {
     QPointer<QWindow> window;
@@ -96,8 +122,8 @@ bool HoldBack(QWindow& window, QDropEvent& event)
 {
     if (sOffer->IsReadyForDrop())
         return false;
-    const auto held = std::make_shared<HeldDrop>(HeldDrop{&window, event.position(), event.possibleActions(),
-                                                          event.buttons(), event.modifiers(), sOffer});
+    const auto held = std::make_shared<HeldDrop>(
+        HeldDrop{&window, event.position(), event.possibleActions(), event.buttons(), event.modifiers(), sOffer});
     // What is at hand comes in this call.
     const auto isHere = std::make_shared<bool>(false);
     const auto isHeld = std::make_shared<bool>(false);
@@ -136,8 +162,8 @@ bool Deliver(QWindow& window, QEvent& event)
         break;
     case QEvent::DragLeave:
         // After it has been delivered.
-        RunOnMainThread([left = sOffer] {
-            if (sOffer == left)
+        RunOnMainThread([left = sLeaves ? sOffer : nullptr] {
+            if (left != nullptr && sOffer == left)
                 sOffer.reset();
         });
         return false;
@@ -147,8 +173,15 @@ bool Deliver(QWindow& window, QEvent& event)
     auto& drop = static_cast<QDropEvent&>(event);
     if (drop.source() != nullptr || drop.mimeData() == nullptr || IsOfOffer(drop))
         return false;
-    if (event.type() == QEvent::DragEnter || sOffer == nullptr)
+    const Identity identity = IdentityOf(*drop.mimeData());
+    const bool isNew = sOffer == nullptr || identity != sIdentity;
+    if (isNew || event.type() == QEvent::DragEnter) {
+        sIdentity = identity;
         sOffer = MakeOffer(*drop.mimeData());
+    }
+    // One that died over the window has not left it, and the toolkit takes the next one for the same.
+    if (isNew && event.type() == QEvent::DragMove)
+        Enter(window, drop);
     if (event.type() == QEvent::DragEnter) {
         DeliverAs(window, static_cast<QDragEnterEvent&>(event));
     } else if (event.type() == QEvent::DragMove) {

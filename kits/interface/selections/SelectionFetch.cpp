@@ -46,8 +46,7 @@ void SelectionFetch::AskNext()
         return;
     }
     const uint64 question = ++fQuestion;
-    fSource->Ask(fWanted[fNext++],
-                 [this, question](const SelectionSource::Data& data) { TakeData(question, data); });
+    fSource->Ask(fWanted[fNext++], [this, question](const SelectionSource::Data& data) { TakeData(question, data); });
 }
 
 void SelectionFetch::TakeData(uint64 question, const SelectionSource::Data& data)

@@ -72,7 +72,8 @@ bool UseKey(QLineEdit& field, const QKeyEvent& key)
 bool UseButton(QLineEdit& field, const QMouseEvent& mouse)
 {
     // The press has moved the cursor.
-    if (mouse.button() != Qt::MiddleButton || !Selections::HasPrimary() || Selections::AtHand(Name::kPrimary) != nullptr)
+    if (mouse.button() != Qt::MiddleButton || !Selections::HasPrimary() ||
+        Selections::AtHand(Name::kPrimary) != nullptr)
         return false;
     field.deselect();
     Paste(field, Name::kPrimary);

@@ -103,8 +103,8 @@ std::optional<Offer> OfferIn(const QMimeData& data)
         return std::nullopt;
     const char* const kind = typeid(*static_cast<const Polymorphic*>(offer)).name();
     const auto functions = WordsAt<kMostSlots>(reinterpret_cast<const void*>((*table)[0]));
-    if (!functions.has_value() || !IsOf(kind, {"N15QtWaylandClient17QWaylandDataOfferE",
-                                           "N15QtWaylandClient31QWaylandPrimarySelectionOfferV1E"}))
+    if (!functions.has_value() ||
+        !IsOf(kind, {"N15QtWaylandClient17QWaylandDataOfferE", "N15QtWaylandClient31QWaylandPrimarySelectionOfferV1E"}))
         return std::nullopt;
     return Offer{offer, reinterpret_cast<StartReceiving>((*functions)[*sSlot])};
 }

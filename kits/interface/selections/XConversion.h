@@ -38,10 +38,10 @@ public:
     };
 
     enum class State {
-        kAsked,   ///< nothing has come
-        kPieces,  ///< the data come piece by piece
-        kDone,    ///< Type() and Bytes() are the answer
-        kRefused  ///< no answer, or one that is too long
+        kAsked,  ///< nothing has come
+        kPieces, ///< the data come piece by piece
+        kDone,   ///< Type() and Bytes() are the answer
+        kRefused ///< no answer, or one that is too long
     };
 
     /// Pieces that an answer may come in; each costs a question to the server.

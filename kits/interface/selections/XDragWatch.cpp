@@ -66,7 +66,7 @@ bool XDragWatch::Handle(const xcb_client_message_event_t& message)
     const uint32_t* const data = message.data.data32;
     if (message.type == fAtoms[kEnter]) {
         RefuseHeld();
-        fDrag = {data[0], XCB_CURRENT_TIME, (data[1] & 1) != 0, {data[2], data[3], data[4]}};
+        fDrag = {fDrag.number + 1, data[0], XCB_CURRENT_TIME, (data[1] & 1) != 0, {data[2], data[3], data[4]}};
     } else if (data[0] == fDrag.source && message.type == fAtoms[kPosition]) {
         fDrag.time = data[3];
     } else if (data[0] == fDrag.source && message.type == fAtoms[kLeave]) {
@@ -140,8 +140,8 @@ void XDragWatch::RefuseHeld()
 void XDragWatch::Send(xcb_window_t window, const xcb_client_message_event_t& message)
 {
     // The window may be gone: the toolkit would report the error.
-    const xcb_void_cookie_t cookie = xcb_send_event_checked(fServer, 0, window, XCB_EVENT_MASK_NO_EVENT,
-                                                            reinterpret_cast<const char*>(&message));
+    const xcb_void_cookie_t cookie =
+        xcb_send_event_checked(fServer, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
     xcb_discard_reply(fServer, cookie.sequence);
     xcb_flush(fServer);
 }

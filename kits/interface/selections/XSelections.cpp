@@ -74,8 +74,8 @@ public:
         xcb_delete_property(fServer, fWindow, property);
         xcb_convert_selection(fServer, fWindow, selection, target, property, time);
         xcb_flush(fServer);
-        fOpen.emplace(fAsked, Open{XConversion({selection, target, property}, fIncremental, limit, *this),
-                                   std::move(answered)});
+        fOpen.emplace(
+            fAsked, Open{XConversion({selection, target, property}, fIncremental, limit, *this), std::move(answered)});
         return fAsked;
     }
     void TakeBack(uint64 question) { fOpen.erase(question); }
@@ -210,10 +210,9 @@ public:
             answer(NamesOf(*fForms));
             return;
         }
-        fQuestion = TheAsker().Ask(fSelection, TheAsker().Targets(), fTime, kMostForms * sizeof(xcb_atom_t),
-                                   [answer = std::move(answer)](const XConversion& conversion) {
-                                       answer(OffersIn(conversion));
-                                   });
+        fQuestion = TheAsker().Ask(
+            fSelection, TheAsker().Targets(), fTime, kMostForms * sizeof(xcb_atom_t),
+            [answer = std::move(answer)](const XConversion& conversion) { answer(OffersIn(conversion)); });
     }
 
     void Ask(const SelectionForm& form, std::function<void(Data)> answer) override
@@ -263,8 +262,12 @@ private:
         return std::nullopt;
     }
 
-    static constexpr const char* kForms[] = {"application/x-kits-message", "application/x-color", "UTF8_STRING",
-                                             "text/plain;charset=utf-8",   "text/plain",          "STRING",
+    static constexpr const char* kForms[] = {"application/x-kits-message",
+                                             "application/x-color",
+                                             "UTF8_STRING",
+                                             "text/plain;charset=utf-8",
+                                             "text/plain",
+                                             "STRING",
                                              "text/uri-list"};
 
     const xcb_atom_t fSelection;
@@ -283,8 +286,8 @@ bool IsHere()
 bool HasOwner(Name name)
 {
     xcb_connection_t* const server = XServer();
-    const Answer<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        server, xcb_get_selection_owner(server, TheAsker().Selection(name)), nullptr));
+    const Answer<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, TheAsker().Selection(name)), nullptr));
     return owner != nullptr && owner->owner != XCB_NONE;
 }
 

@@ -18,6 +18,7 @@ enum class Name { kClipboard, kPrimary, kDrag };
 
 /// What is known of a drag of another program over our windows.
 struct Drag {
+    uint64_t number = 0;       ///< of this drag over this window, never the same again
     uint32 source = 0;         ///< its window
     uint32 time = 0;           ///< of the server, which the source wants to hear in questions
     bool hasMoreForms = false; ///< the source's window has the list of its forms

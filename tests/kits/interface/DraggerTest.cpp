@@ -10,8 +10,8 @@
 
 #include <QCoreApplication>
 #include <QDropEvent>
-#include <QWindow>
 #include <QWidget>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace {
