@@ -19,6 +19,8 @@ PANEL = (216, 216, 216)
 CHARTS = 100_000
 """Pixels that they cover at least."""
 MENU = (255, 255, 255)
+COLOR = (255, 0, 255)
+OTHER_COLOR = (128, 128, 0)
 
 
 def ctrl(key):
@@ -165,6 +167,70 @@ class OnSway(WaylandTest):
         self.press(lambda: len(self.desktop.windows()) == 2, "the chart beside the window", ("c",))
         self.focus("Qel")
         self.quit(program)
+
+    # What another program owns.
+
+    def own(self, color):
+        """Starts a program that has a colour on the clipboard."""
+        file = self.desktop.folder / "color"
+        file.write_bytes(b"".join(bytes([part, part]) for part in (*color, 255)))
+        with file.open("rb") as content:
+            owner = subprocess.Popen(["wl-copy", "--foreground", "--type", "application/x-color"], stdin=content,
+                                     env=self.desktop.environment)
+        self.addCleanup(self.end, owner)
+        self.addCleanup(owner.send_signal, signal.SIGCONT)
+
+        def given():
+            return subprocess.run(["wl-paste", "--type", "application/x-color"], env=self.desktop.environment,
+                                  capture_output=True, timeout=TIMEOUT).stdout
+
+        wait_until(lambda: given() == file.read_bytes(), "the clipboard")
+        return owner
+
+    def paste(self):
+        """By the menu of a chart."""
+        self.open_menu()
+        self.press(lambda: not self.shows_menu(), "the menu to close", ("t",))
+
+    def await_change(self):
+        before = self.desktop.picture()
+        wait_until(lambda: self.desktop.picture() != before, "charts that scroll")
+
+    def test_pastes_what_another_program_owns(self):
+        program = self.start()
+        self.await_focus("Qel")
+        self.await_charts()
+        self.own(COLOR)
+        self.paste()
+        wait_until(lambda: self.count(COLOR) > CHARTS // 4, "a chart in the colour")
+        self.quit(program)
+
+    def test_goes_on_when_the_owner_does_not_answer(self):
+        program = self.start()
+        self.await_focus("Qel")
+        self.await_charts()
+        owner = self.own(COLOR)
+        owner.send_signal(signal.SIGSTOP)
+        self.paste()
+        begun = time.monotonic()
+        self.await_change()
+        wait_until(lambda: time.monotonic() > begun + 3, "the end of the paste")
+        # Its answer comes too late.
+        owner.send_signal(signal.SIGCONT)
+        self.own(OTHER_COLOR)
+        self.paste()
+        wait_until(lambda: self.count(OTHER_COLOR) > CHARTS // 4, "a chart in the other colour")
+        self.assertEqual(self.count(COLOR), 0)
+        self.quit(program)
+
+    def test_quits_in_the_middle_of_a_paste(self):
+        program = self.start()
+        self.await_focus("Qel")
+        self.await_charts()
+        self.own(COLOR).send_signal(signal.SIGSTOP)
+        self.paste()
+        program.send_signal(signal.SIGTERM)
+        self.assert_ends_well(program)
 
 
 if __name__ == "__main__":

@@ -1,6 +1,7 @@
 #include "kits/interface/dragging/DropMessage.h"
 
 #include "kits/interface/selections/Selections.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 
 #include <QColor>
@@ -44,7 +45,7 @@ std::unique_ptr<BMessage> ColorMessage(const std::string& bytes)
 
 std::unique_ptr<BMessage> TextMessage(const std::string& text)
 {
-    if (text.empty() || text.size() > kMaxText)
+    if (text.empty() || text.size() > bounds::kMostForeignText)
         return nullptr;
     auto message = std::make_unique<BMessage>(B_MIME_DATA);
     message->AddData(kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()), false, 1);
@@ -83,7 +84,7 @@ std::optional<rgb_color> ColorOf(const BMessage& message)
 
 std::vector<SelectionForm> Forms()
 {
-    std::vector<SelectionForm> forms{{kFormat, kMaxMessage}, {kColorFormat, kMaxColor}};
+    std::vector<SelectionForm> forms{{kFormat, bounds::kMostFlattened}, {kColorFormat, bounds::kMostForeignColor}};
     for (SelectionForm& form : Selections::TextForms())
         forms.push_back(std::move(form));
     return forms;

@@ -19,10 +19,6 @@ namespace DropMessage {
 
 /// A flattened message.
 inline constexpr const char* kFormat = "application/x-kits-message";
-/// Longer ones are not taken, in bytes.
-inline constexpr size_t kMaxMessage = 16 * 1024 * 1024;
-inline constexpr size_t kMaxText = 1024 * 1024;
-inline constexpr size_t kMaxColor = 64;
 
 /// The message itself, its colour ("RGBColor") as a colour and as "#rrggbb", and its text ("text/plain") as text.
 std::unique_ptr<QMimeData> Encode(const BMessage& message);

@@ -2,18 +2,12 @@
 
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/selections/Selections.h"
+#include "kits/kernel/Bounds.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace kits {
-
-namespace {
-
-/// How often a program is asked while the pointer is over one window. It may not be ready for that at the first place.
-constexpr int kMostAsked = 8;
-
-} // namespace
 
 ForeignOffer::ForeignOffer(QStringList formats, MakeSource make)
     : fFormats(std::move(formats))
@@ -28,7 +22,7 @@ ForeignOffer::~ForeignOffer()
 
 bool ForeignOffer::MayAsk() const
 {
-    return fMessage == nullptr && !fIsLate && fAsked < kMostAsked && DropMessage::CanDecode(fFormats);
+    return fMessage == nullptr && !fIsLate && fAsked < bounds::kMostAskedOfADrag && DropMessage::CanDecode(fFormats);
 }
 
 bool ForeignOffer::MayCome() const
@@ -81,7 +75,7 @@ void ForeignOffer::FetchForDrop(std::function<void()> ready)
     if (fIsWanted) {
         // One more try; what is under way goes on.
         Want();
-        fAsked = kMostAsked;
+        fAsked = bounds::kMostAskedOfADrag;
     } else if (!fIsFetching && MayAskForText()) {
         fWasAskedForText = true;
         Fetch(Selections::TextForms(), [this](const SelectionForm&, const std::string& data) {

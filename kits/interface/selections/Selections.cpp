@@ -2,16 +2,17 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/application/Timer.h"
-#include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/selections/ToolkitSource.h"
 #include "kits/interface/selections/WaylandSource.h"
 #include "kits/interface/selections/XSelections.h"
+#include "kits/kernel/Bounds.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QStringDecoder>
 
+#include <chrono>
 #include <map>
 
 namespace kits::Selections {
@@ -82,7 +83,7 @@ std::unique_ptr<SelectionSource> SourceOf(const QMimeData& dragged)
 uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionForm> wanted, SelectionFetch::Use use,
                std::function<void(SelectionFetch::State)> ended)
 {
-    if (sRunning.size() >= kMostFetches) {
+    if (sRunning.size() >= bounds::kMostFetches) {
         ended(SelectionFetch::State::kNothing);
         return 0;
     }
@@ -102,7 +103,7 @@ uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionFor
         });
     SelectionFetch* const fetch = running.fetch.get();
     running.deadline = std::make_unique<Timer>([fetch] { fetch->GiveUp(); });
-    running.deadline->Start(std::chrono::microseconds(kLongestFetch).count(), false);
+    running.deadline->Start(std::chrono::microseconds(bounds::kLongestFetch).count(), false);
     fetch->Start();
     return sRunning.contains(number) ? number : 0;
 }
@@ -119,7 +120,7 @@ void Cancel(uint64_t fetch)
 
 std::vector<SelectionForm> TextForms()
 {
-    constexpr size_t kMost = DropMessage::kMaxText;
+    constexpr size_t kMost = bounds::kMostForeignText;
     return {{"UTF8_STRING", kMost}, {"text/plain;charset=utf-8", kMost}, {"text/plain", kMost}, {"STRING", kMost}};
 }
 

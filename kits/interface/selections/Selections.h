@@ -2,7 +2,6 @@
 
 #include "kits/interface/selections/SelectionFetch.h"
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,11 +18,6 @@ namespace Selections {
 
 enum class Name { kClipboard, kPrimary };
 
-/// For all forms and all answers together.
-inline constexpr auto kLongestFetch = std::chrono::seconds(1);
-/// Fetches under way; a further one fails.
-inline constexpr size_t kMostFetches = 4;
-
 /// The toolkit's data if it has them without asking anybody: this program owns them, or the platform keeps them here.
 /// Null otherwise, and if nobody owns any.
 const QMimeData* AtHand(Name name);
@@ -36,7 +30,7 @@ bool HasPrimary();
 /// What another program drags, by the toolkit's way to it.
 std::unique_ptr<SelectionSource> SourceOf(const QMimeData& dragged);
 
-/// Fetches in the first of the wanted forms that can be used, within kLongestFetch.
+/// Fetches in the first of the wanted forms that can be used, within bounds::kLongestFetch.
 /// @param ended  called once, possibly in this call; refers to others by token
 /// @return a number to give it up with, 0 if it is over already
 uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionForm> wanted, SelectionFetch::Use use,

@@ -1,5 +1,7 @@
 #include "kits/interface/selections/XConversion.h"
 
+#include "kits/kernel/Bounds.h"
+
 #include <utility>
 
 namespace kits {
@@ -38,7 +40,7 @@ void XConversion::Changed(uint32 property)
     if (fState != State::kPieces || property != fQuestion.property)
         return;
     const Piece piece = fPort.Take(property, fLimit - fBytes.size());
-    if (!piece.isWhole || ++fPieces > kMostPieces) {
+    if (!piece.isWhole || ++fPieces > bounds::kMostPieces) {
         Refuse();
         return;
     }

@@ -44,9 +44,6 @@ public:
         kRefused ///< no answer, or one that is too long
     };
 
-    /// Pieces that an answer may come in; each costs a question to the server.
-    static constexpr int kMostPieces = 8192;
-
     /// @param incremental  the type that announces pieces
     /// @param port         not owned
     XConversion(const Question& question, uint32 incremental, size_t limit, Port& port);

@@ -4,6 +4,7 @@
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/screens/XWindows.h"
 #include "kits/interface/selections/XConversion.h"
+#include "kits/kernel/Bounds.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>
@@ -23,8 +24,6 @@ namespace {
 
 using XWindows::Answer;
 
-/// An owner that lists more offers more than anybody reads.
-constexpr size_t kMostForms = 1024;
 /// A late answer to an old question is not taken for one to a new question until so many have been asked in between.
 constexpr uint32 kProperties = 32;
 
@@ -211,7 +210,7 @@ public:
             return;
         }
         fQuestion = TheAsker().Ask(
-            fSelection, TheAsker().Targets(), fTime, kMostForms * sizeof(xcb_atom_t),
+            fSelection, TheAsker().Targets(), fTime, bounds::kMostForms * sizeof(xcb_atom_t),
             [answer = std::move(answer)](const XConversion& conversion) { answer(OffersIn(conversion)); });
     }
 

@@ -3,6 +3,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/views/ViewPrivate.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 
@@ -209,7 +210,7 @@ TEST(DropMessage, BrokenAndForeignDataAreNone)
     notAColor.setData("application/x-color", QByteArray("no colour at all"));
     EXPECT_EQ(DropMessage::Decode(notAColor), nullptr);
     QMimeData huge;
-    huge.setText(QString(static_cast<qsizetype>(DropMessage::kMaxText) + 1, 'x'));
+    huge.setText(QString(static_cast<qsizetype>(kits::bounds::kMostForeignText) + 1, 'x'));
     EXPECT_EQ(DropMessage::Decode(huge), nullptr);
 }
 

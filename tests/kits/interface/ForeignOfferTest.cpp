@@ -1,6 +1,6 @@
 #include "kits/interface/selections/ForeignOffer.h"
 
-#include "kits/interface/selections/Selections.h"
+#include "kits/kernel/Bounds.h"
 #include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
@@ -168,7 +168,7 @@ TEST_F(ForeignOfferTest, OnlyAFewAreFetchedAtOnce)
 {
     std::vector<std::unique_ptr<ForeignOffer>> others;
     std::function<void(SelectionSource::Data)> answer;
-    for (size_t i = 0; i < kits::Selections::kMostFetches; i++) {
+    for (size_t i = 0; i < kits::bounds::kMostFetches; i++) {
         others.push_back(std::make_unique<ForeignOffer>(QStringList{QStringLiteral("text/plain")},
                                                         [&answer] { return std::make_unique<FakeSource>(answer); }));
         EXPECT_EQ(others.back()->Want(), State::kComing);

@@ -1,5 +1,7 @@
 #include "kits/interface/selections/XConversion.h"
 
+#include "kits/kernel/Bounds.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -130,7 +132,7 @@ TEST_F(XConversionTest, RefusesPiecesThatNeverEndOrChangeTheirType)
 {
     Write("size", kIncremental);
     Answer();
-    for (int i = 0; i <= XConversion::kMostPieces; i++) {
+    for (int i = 0; i <= kits::bounds::kMostPieces; i++) {
         EXPECT_EQ(fConversion.Current(), State::kPieces);
         fConversion.Changed(kProperty);
     }
