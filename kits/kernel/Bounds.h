@@ -123,6 +123,8 @@ inline constexpr size_t kMostRequests = 256;
 
 /// For all forms of it and all answers together, of a paste or a drop. Then it is given up, with a beep.
 inline constexpr auto kLongestFetch = std::chrono::seconds(1);
+/// How long the program that keeps the clipboard may take to take it over from one that ends. Then it is given up.
+inline constexpr auto kLongestHandover = std::chrono::seconds(1);
 /// Of it in one form: messages as above, texts, colours. ignore: the next form is tried
 inline constexpr size_t kMostForeignText = kMiB;
 inline constexpr size_t kMostForeignColor = 64;

@@ -8,7 +8,7 @@ import time
 from desktop import wait_until
 from drops import MESSAGE, sources
 from prefs import SWATCH, TARGET, TITLE_FIELD, PrefsTest, values
-from xclient import Bells
+from xclient import Bells, Client
 
 TEXT = "UTF8_STRING"
 COLOR = "application/x-color"
@@ -136,6 +136,28 @@ class Charts(SelectionsTest):
                 self.program.signal(signal.SIGTERM)
                 self.assert_ends_well(self.program)
                 self.open()
+
+
+class Keepers(SelectionsTest):
+    """The program that keeps the clipboard of those that have ended."""
+
+    def copy(self):
+        self.desktop.click(self.window, *CHART)
+        self.desktop.key("ctrl+c", window=self.window)
+        with Client(self.desktop.environment["DISPLAY"]) as client:
+            wait_until(lambda: client.owner(b"CLIPBOARD"), "the clipboard of the program")
+
+    def test_are_not_waited_for_by_a_program_that_ends(self):
+        self.own("silent", selection="CLIPBOARD_MANAGER")
+        self.copy()
+        self.quit()
+        self.assertEqual([line for line in self.told() if line.startswith("asked")], ["asked SAVE_TARGETS"])
+
+    def test_may_refuse_to_keep_it(self):
+        self.own("refuses", selection="CLIPBOARD_MANAGER")
+        self.copy()
+        self.quit()
+        self.assertIn("asked SAVE_TARGETS", self.told())
 
 
 class Drops(SelectionsTest):

@@ -135,6 +135,7 @@ std::string TextOf(const std::string& data)
 void Stop()
 {
     sRunning.clear();
+    XSelections::HandOver();
     XSelections::Stop();
 }
 

@@ -43,7 +43,8 @@ std::vector<SelectionForm> TextForms();
 /// A text of such a form; what is no UTF-8 is taken for Latin-1.
 std::string TextOf(const std::string& data);
 
-/// Gives up all fetches.
+/// Gives up all fetches, and leaves what this program owns to the one that keeps it, if there is one. That may run the
+/// event loop once more.
 void Stop();
 
 } // namespace Selections

@@ -1,6 +1,8 @@
 #include "kits/interface/selections/XSelections.h"
 
+#include "kits/application/EventLoop.h"
 #include "kits/application/MainThread.h"
+#include "kits/application/Timer.h"
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/screens/XWindows.h"
 #include "kits/interface/selections/XConversion.h"
@@ -8,11 +10,13 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QString>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <map>
 #include <optional>
@@ -184,6 +188,14 @@ Asker& TheAsker()
     return *sAsker;
 }
 
+bool HasOwner(xcb_atom_t selection)
+{
+    xcb_connection_t* const server = TheAsker().Server();
+    const Answer<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, selection), nullptr));
+    return owner != nullptr && owner->owner != XCB_NONE;
+}
+
 bool IsText(const std::string& form)
 {
     return form == "STRING" || form == "UTF8_STRING" || form.starts_with("text/");
@@ -284,10 +296,7 @@ bool IsHere()
 
 bool HasOwner(Name name)
 {
-    xcb_connection_t* const server = XServer();
-    const Answer<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, TheAsker().Selection(name)), nullptr));
-    return owner != nullptr && owner->owner != XCB_NONE;
+    return HasOwner(TheAsker().Selection(name));
 }
 
 std::unique_ptr<SelectionSource> SourceOf(Name name)
@@ -303,6 +312,26 @@ std::unique_ptr<SelectionSource> SourceOf(const Drag& drag)
     if (drag.hasMoreForms)
         forms = XWindows::Property(TheAsker().Server(), drag.source, TheAsker().TypeList());
     return std::make_unique<Source>(Name::kDrag, drag.time, std::move(forms));
+}
+
+void HandOver()
+{
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    if (!IsHere() || (!clipboard.ownsClipboard() && !clipboard.ownsSelection()))
+        return;
+    const xcb_atom_t keeper = TheAsker().AtomOf("CLIPBOARD_MANAGER");
+    if (!HasOwner(keeper))
+        return;
+    const uint64 question = TheAsker().Ask(keeper, TheAsker().AtomOf("SAVE_TARGETS"), XCB_CURRENT_TIME, 0,
+                                           [](const XConversion&) { EventLoop::Current().Quit(); });
+    Timer deadline([] { EventLoop::Current().Quit(); });
+    deadline.Start(std::chrono::microseconds(bounds::kLongestHandover).count(), false);
+    EventLoop::Current().Run();
+    TheAsker().TakeBack(question);
+    if (clipboard.ownsClipboard())
+        clipboard.clear(QClipboard::Clipboard);
+    if (clipboard.ownsSelection())
+        clipboard.clear(QClipboard::Selection);
 }
 
 void Stop()

@@ -33,6 +33,11 @@ bool HasOwner(Name name);
 std::unique_ptr<SelectionSource> SourceOf(Name name);
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
 
+/// Has the program that keeps the clipboard of those that have ended take over what this one owns, and gives up what it
+/// does not take. The toolkit would do the same at its end, and wait for that program for five seconds; this runs the
+/// event loop for up to bounds::kLongestHandover.
+void HandOver();
+
 /// Before the toolkit's application object goes.
 void Stop();
 
