@@ -119,24 +119,6 @@ inline constexpr size_t kMostReplicants = 512;
 /// Requests that are remembered, so that none is performed twice. The oldest is forgotten.
 inline constexpr size_t kMostRequests = 256;
 
-// What other programs own or drag: the clipboard, the primary selection, drags.
-
-/// For all forms of it and all answers together, of a paste or a drop. Then it is given up, with a beep.
-inline constexpr auto kLongestFetch = std::chrono::seconds(1);
-/// How long the program that keeps the clipboard may take to take it over from one that ends. Then it is given up.
-inline constexpr auto kLongestHandover = std::chrono::seconds(1);
-/// Of it in one form: messages as above, texts, colours. ignore: the next form is tried
-inline constexpr size_t kMostForeignText = kMiB;
-inline constexpr size_t kMostForeignColor = 64;
-/// Forms that are read of what an owner says it has. As an owner that does not say: all are tried.
-inline constexpr size_t kMostForms = 1024;
-/// Pieces that an answer comes in. ignore: the next form is tried
-inline constexpr int kMostPieces = 8192;
-/// Fetches under way. refuse, with a beep
-inline constexpr size_t kMostFetches = 4;
-/// How often a program is asked for what it drags, while it is over one window.
-inline constexpr int kMostAskedOfADrag = 8;
-
 // Files.
 
 /// Of an attribute, and of all attributes that no file system keeps for us. refuse
