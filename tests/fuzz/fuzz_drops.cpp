@@ -58,7 +58,6 @@ void CheckMessage(const BMessage& message)
     }
     // Dragged on it is the same.
     const std::unique_ptr<QMimeData> encoded = kits::DropMessage::Encode(message);
-    Expect(kits::DropMessage::CanDecode(*encoded));
     const std::unique_ptr<BMessage> again = kits::DropMessage::Decode(*encoded);
     Expect(again != nullptr && Flat(*again) == Flat(message));
 }
@@ -72,7 +71,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const std::unique_ptr<BMessage> message = kits::DropMessage::Decode(mime);
     if (message == nullptr)
         return 0;
-    Expect(kits::DropMessage::CanDecode(mime));
     CheckMessage(*message);
     return 0;
 }
