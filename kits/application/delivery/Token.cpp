@@ -1,11 +1,13 @@
 #include "kits/application/Token.h"
 
 #include "kits/application/teams/TeamSocket.h"
+#include "kits/kernel/FileDescriptor.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <fstream>
+#include <cstdlib>
 #include <string>
 
 namespace kits {
@@ -20,8 +22,11 @@ struct ProcessState {
 /// All zero if there is no such process.
 ProcessState StateOf(const std::string& process)
 {
-    std::ifstream file("/proc/" + process + "/stat");
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    // A stream would throw when the process ends between being opened and being read.
+    const FileDescriptor file(open(("/proc/" + process + "/stat").c_str(), O_RDONLY | O_CLOEXEC));
+    char buffer[4096];
+    const ssize_t size = file.IsOpen() ? read(file.Get(), buffer, sizeof(buffer)) : 0;
+    const std::string text(buffer, size > 0 ? static_cast<size_t>(size) : 0);
     // The name, second of the values, may hold blanks and brackets; the moment is the 20th after it.
     size_t place = text.rfind(')');
     if (place == std::string::npos || place + 2 >= text.size())
