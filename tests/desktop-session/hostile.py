@@ -31,6 +31,8 @@ class Attack:
         if self.process.stdin.closed:
             return ""
         said, _ = self.process.communicate(timeout=TIMEOUT)
+        if self.process.returncode < 0:
+            raise AssertionError(f"{self.process.args[1]} ended with signal {-self.process.returncode}")
         return said.strip()
 
 

@@ -16,10 +16,13 @@ import unittest
 from charts import STORE
 from desktop import SLOWNESS, TIMEOUT, wait_until
 from hostile import APPLICATION, DESKTOP, IS_LONG, MIB, PROGRAM, Attack, Watch
+from owners import Owner
 from replicants import HOST_STORE, ReplicantsTest
 
 SECONDS = 30 if IS_LONG else 2
 CHARTS = 3
+CHART = (500, 100)
+"""A place in the window, on a chart."""
 MOST_GROWTH = 16 * MIB
 MOST_LEFT = 2 * MIB if IS_LONG else 4 * MIB
 MOST_DESCRIPTORS = 300
@@ -205,6 +208,25 @@ class Hostile(HostileTest):
 
     def test_silent_connections(self):
         self.attack("silence")
+
+    def test_clipboard_whose_owner_does_not_answer(self):
+        # Of the application alone: no key reaches charts on the desktop.
+        self.begin()
+        self.hold_out(self.targets[:1], self.silent_owner)
+
+    @contextlib.contextmanager
+    def silent_owner(self):
+        with Owner(self.desktop.environment, self.config, "silent", "application/x-color", b"") as owner:
+            self.desktop.click(self.window, *CHART)
+
+            def paste():
+                asked = len(owner.asked())
+                self.desktop.key("ctrl+v", window=self.window)
+                wait_until(lambda: len(owner.asked()) > asked, "a question to the owner of the clipboard")
+
+            yield paste
+            if IS_LONG:
+                print(f"\n    asked {len(owner.asked())} times", end="")
 
 
 @unittest.skipIf(SLOWNESS != 1, "a sanitizer needs all addresses")

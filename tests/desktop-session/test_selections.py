@@ -1,12 +1,11 @@
 """What other programs own or drag, given well or badly, pasted and dropped on charts, swatches and text fields."""
 
-import os
 import signal
-import subprocess
 import time
 
 from desktop import wait_until
 from drops import MESSAGE, sources
+from owners import Owner
 from prefs import SWATCH, TARGET, TITLE_FIELD, PrefsTest, values
 from xclient import Bells, Client
 
@@ -33,21 +32,12 @@ class SelectionsTest(PrefsTest):
 
     def own(self, behaviour, form=TEXT, data=WORDS, selection="CLIPBOARD", place=()):
         """Starts a program that owns a selection, or drags over a place of the main window."""
-        content = self.config / "owned"
-        content.write_bytes(data)
-        told = self.config / "told"
-        program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "selection_owner")
         where = [self.window, *self.on_screen(self.window, *place)] if place else []
-        with told.open("wb") as output:
-            self.owner = subprocess.Popen([program, behaviour, form, str(content), selection, *map(str, where)],
-                                          env=self.desktop.environment, stdin=subprocess.PIPE, stdout=output)
-        owner = self.owner
-        self.addCleanup(lambda: (owner.kill(), owner.wait(), owner.stdin.close()))
-        self.told = lambda: told.read_text().splitlines()
-        wait_until(lambda: "ready" in self.told(), "the owner of the selection")
+        self.owner = Owner(self.desktop.environment, self.config, behaviour, form, data, selection, where)
+        self.addCleanup(self.owner.close)
 
     def await_asked(self, form):
-        wait_until(lambda: f"asked {form}" in self.told(), f"a question for {form}")
+        wait_until(lambda: form in self.owner.asked(), f"a question for {form}")
 
     def await_beep(self, before):
         wait_until(lambda: self.bells.count() > before, "a beep")
@@ -151,23 +141,23 @@ class Keepers(SelectionsTest):
         self.own("silent", selection="CLIPBOARD_MANAGER")
         self.copy()
         self.quit()
-        self.assertEqual([line for line in self.told() if line.startswith("asked")], ["asked SAVE_TARGETS"])
+        self.assertEqual(self.owner.asked(), ["SAVE_TARGETS"])
 
     def test_may_refuse_to_keep_it(self):
         self.own("refuses", selection="CLIPBOARD_MANAGER")
         self.copy()
         self.quit()
-        self.assertIn("asked SAVE_TARGETS", self.told())
+        self.assertIn("SAVE_TARGETS", self.owner.asked())
 
 
 class Drops(SelectionsTest):
     def drop(self):
-        wait_until(lambda: any(line.startswith("over") for line in self.told()), "an answer to the drag")
-        self.owner.stdin.write(b"drop\n")
-        self.owner.stdin.flush()
+        wait_until(lambda: any(line.startswith("over") for line in self.owner.told()), "an answer to the drag")
+        self.owner.drop()
 
     def await_end(self):
-        return wait_until(lambda: [line for line in self.told() if line.startswith("dropped")], "the end of the drop")
+        return wait_until(lambda: [line for line in self.owner.told() if line.startswith("dropped")],
+                          "the end of the drop")
 
     def test_are_taken_from_a_good_source(self):
         for behaviour in ("good", "pieces"):
@@ -196,7 +186,7 @@ class Drops(SelectionsTest):
                     self.await_beep(beeps)
                 self.settle()
                 self.assertEqual(self.ground(), 0)
-                self.assertNotIn("dropped 1", self.told())
+                self.assertNotIn("dropped 1", self.owner.told())
 
     def test_do_not_keep_the_program_from_quitting(self):
         self.own("silent", COLOR, COLOR_BYTES, "XdndSelection", CHART)
@@ -297,7 +287,7 @@ class Fields(SelectionsTest):
         shown = len(self.shown())
         self.click(TITLE_FIELD, button=3)
         wait_until(lambda: len(self.shown()) > shown, "the menu")
-        self.assertEqual([line for line in self.told() if line.startswith("asked")], [])
+        self.assertEqual(self.owner.asked(), [])
 
     def test_may_go_while_a_paste_is_under_way(self):
         self.own("silent")
@@ -371,7 +361,7 @@ class Swatches(SelectionsTest):
         shown = len(self.shown())
         self.click(RED, button=3)
         wait_until(lambda: len(self.shown()) > shown, "the menu")
-        self.assertEqual([line for line in self.told() if line.startswith("asked")], [])
+        self.assertEqual(self.owner.asked(), [])
         self.desktop.key("s")  # a step up
         wait_until(lambda: len(self.shown()) == shown, "the menu to close")
         self.assertEqual(self.bells.count(), 0)
