@@ -129,6 +129,22 @@ inline constexpr size_t kMostBootFile = 512;
 /// Files that are kept because they could not be read, of one name. refuse
 inline constexpr int kMostKeptFiles = 10000;
 
+// What desktops and other programs keep in files and say through tools. ignore: as if there was none of it
+
+/// Of a settings file, and of what one of the desktop's tools prints.
+inline constexpr size_t kMostForeignSettings = kMiB;
+inline constexpr size_t kMostPrinted = kMiB;
+/// How long such a tool may take, in microseconds.
+inline constexpr int64_t kLongestTool = 5'000'000;
+/// Folders that a variable of the environment lists; those behind are not looked into.
+inline constexpr size_t kMostListedFolders = 64;
+/// Entries that are looked at in the folder of a wallpaper; those behind are not.
+inline constexpr size_t kMostWallpaperEntries = 4096;
+/// Of an entry that starts a program with the session; a longer one is replaced.
+inline constexpr size_t kMostAutostart = 64 * kKiB;
+/// Of what comes from outside in a line on stderr: the rest is left out.
+inline constexpr size_t kMostInALine = 1024;
+
 // Pictures, in the process that reads them. refuse
 
 inline constexpr int64_t kMostPictureFile = 256 * kMiB;
@@ -138,6 +154,11 @@ inline constexpr int kMostPicture = 512;
 /// Of the whole process: address space and seconds of processor time.
 inline constexpr int64_t kMostPictureMemory = 1024 * kMiB;
 inline constexpr int64_t kMostPictureSeconds = 5;
+/// How long the process may take by the clock, in microseconds.
+inline constexpr int64_t kLongestPicture = 15'000'000;
+/// Files of which one wallpaper may consist, and answers that are kept.
+inline constexpr size_t kMostPictureFiles = 64;
+inline constexpr size_t kMostPictureAnswers = 8;
 
 // What is read from the display, in words of 32 bits. ignore: the rest is not read
 

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,6 +28,9 @@ bool IsFolder(const char* path)
 /// Makes the folder and those above it.
 status_t MakeAll(const BPath& path)
 {
+    if (std::strlen(path.Path()) >= B_PATH_NAME_LENGTH) {
+        return B_NAME_TOO_LONG;
+    }
     if (IsFolder(path.Path())) {
         return B_OK;
     }

@@ -14,6 +14,7 @@
 #include "src/app/TellCommand.h"
 #include "src/prefs/StoreAlerts.h"
 #include "src/support/MachineCheck.h"
+#include "src/support/OneLine.h"
 #include "src/support/PrintText.h"
 #include "src/support/Qel.h"
 #include "src/support/ReachCheck.h"
@@ -56,7 +57,7 @@ int RunWithWindows(char** argv, const CommandLine& line)
     // The toolkit reads arguments of its own from what it is given; ours are none of them.
     int argc = 1;
     if (kits::InitInterface(argc, argv) != B_OK) {
-        std::fprintf(stderr, "qel: %s\n", kits::InterfaceError());
+        std::fprintf(stderr, "qel: %s\n", OneLine(kits::InterfaceError()).c_str());
         return 1;
     }
     kits::SetDesktopEntry(kDesktopEntry, kProgramName);

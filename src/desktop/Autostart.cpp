@@ -1,5 +1,6 @@
 #include "src/desktop/Autostart.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/storage/Directory.h"
 #include "kits/storage/Entry.h"
 #include "kits/storage/File.h"
@@ -10,7 +11,6 @@
 namespace {
 
 constexpr const char* kFolder = "autostart";
-constexpr off_t kLongest = 65536;
 
 /// As a value of an entry: a backslash begins an escape.
 std::string Escaped(const std::string& text)
@@ -64,7 +64,7 @@ std::string Read(const BEntry& entry)
 {
     BFile file(&entry, B_READ_ONLY);
     off_t size = 0;
-    if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK || size > kLongest)
+    if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK || size > static_cast<off_t>(kits::bounds::kMostAutostart))
         return "";
     std::string text(static_cast<size_t>(size), '\0');
     return file.Read(text.data(), text.size()) == size ? text : "";

@@ -61,7 +61,7 @@ int RunDesktopProgram(int argc, char** argv)
     kits::PreferX11();
     int count = 1;
     if (kits::InitInterface(count, argv) != B_OK) {
-        std::fprintf(stderr, "qel-desktop: %s\n", kits::InterfaceError());
+        std::fprintf(stderr, "qel-desktop: %s\n", OneLine(kits::InterfaceError()).c_str());
         return 1;
     }
     kits::SetDesktopEntry(kDesktopEntry, kProgramName);

@@ -66,6 +66,40 @@ class CommandLineTest(unittest.TestCase):
         self.assert_fails(self.run_program(DISPLAY=":4711"), 1)
         self.assert_nothing_written()
 
+    def test_with_a_platform_that_is_not_there(self):
+        for platform in ("bogus", "x" * 100_000, "two\nlines", "-1"):
+            with self.subTest(platform[:10]):
+                result = self.run_program(QT_QPA_PLATFORM=platform)
+                self.assert_fails(result, 1)
+                self.assertIn("QT_QPA_PLATFORM", result.stderr)
+                self.assertLess(len(result.stderr), 2000)
+        self.assert_nothing_written()
+
+    def test_absurd_values(self):
+        """Each is refused in one short line, whatever it holds."""
+        long = "9" * 100_000
+        for option in ("--set-delay", "--set-history", "--after", "--samples", "--interval"):
+            for value in ("nan", "-nan", "inf", "-inf", "1e999", "0x10", "", " 1", "1 ", long, b"\xff\xfe", "two\nlines"):
+                with self.subTest((option, value[:10])):
+                    others = {"--after": ["--snapshot", "a.png"], "--samples": ["--read"], "--interval": ["--read"]}
+                    result = self.run_bytes(*others.get(option, []), option, value)
+                    self.assertEqual((result.returncode, result.stdout), (2, b""))
+                    self.assertRegex(result.stderr, rb"\Aqel: [^\n]{1,2000}\n\Z")
+        for option in (long, b"\xff\xfe", "-" + long):
+            self.assertEqual(self.run_bytes(option).returncode, 2)
+        for name in ("KITS_ROOT", "DISPLAY"):
+            for value in ("/y" * 50_000, b"\xff\xfe/\x80", "two\nlines"):
+                with self.subTest((name, value[:10])):
+                    result = self.run_bytes(**{name: value})
+                    self.assertEqual(result.returncode, 1)
+                    self.assertRegex(result.stderr, rb"\Aqel: [^\n]{1,2000}\n\Z")
+        self.assert_nothing_written()
+
+    def run_bytes(self, *arguments, **environment):
+        env = dict(ENVIRONMENT, XDG_CONFIG_HOME=str(self.config), XDG_RUNTIME_DIR=str(self.folder))
+        env.update(environment)
+        return subprocess.run([PROGRAM, *arguments], env=env, cwd=self.folder, capture_output=True, timeout=TIMEOUT)
+
     def test_read_as_table(self):
         result = self.run_program("--read")
         self.assertEqual((result.returncode, result.stderr), (0, ""))

@@ -2,6 +2,7 @@
 #include "kits/interface/desktop/KdeSettings.h"
 #include "kits/interface/desktop/PlasmaWallpaper.h"
 #include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/interface/desktop/Slideshow.h"
 #include "kits/interface/screens/XSettings.h"
 #include "kits/interface/theme/DarkSigns.h"
 #include "tests/fuzz/Fuzz.h"
@@ -97,6 +98,14 @@ void CheckXSettings(std::string_view bytes)
     }
 }
 
+void CheckSlides(const std::string& text)
+{
+    for (const int64 when : {int64{0}, int64{1'700'000'000}, INT64_MAX, INT64_MIN}) {
+        const std::string picture = kits::SlideAt(text, when);
+        Expect(picture.empty() || picture.front() == '/');
+    }
+}
+
 } // namespace
 
 // The first byte says what the rest is.
@@ -105,7 +114,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (size < 1)
         return 0;
     const std::string_view rest = TextOf(data + 1, size - 1);
-    switch (data[0] % 4) {
+    switch (data[0] % 5) {
     case 0:
         CheckIni(std::string(rest));
         break;
@@ -115,8 +124,11 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     case 2:
         CheckNames(std::string(rest));
         break;
-    default:
+    case 3:
         CheckXSettings(rest);
+        break;
+    default:
+        CheckSlides(std::string(rest));
     }
     return 0;
 }

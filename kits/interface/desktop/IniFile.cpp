@@ -1,19 +1,15 @@
 #include "kits/interface/desktop/IniFile.h"
 
-#include "kits/kernel/FileDescriptor.h"
+#include "kits/kernel/Bounds.h"
+#include "kits/storage/ReadSmallFile.h"
 
 #include <cctype>
-#include <fcntl.h>
 #include <sstream>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kits {
 
 namespace {
-
-constexpr size_t kMost = 1024 * 1024;
 
 std::string Trimmed(const std::string& text)
 {
@@ -103,23 +99,7 @@ IniFile IniFile::Read(const std::string& path, Values values)
 
 std::optional<std::string> IniFile::TextOf(const std::string& path)
 {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat about;
-    if (!file.IsOpen() || fstat(file.Get(), &about) != 0 || !S_ISREG(about.st_mode))
-        return std::nullopt;
-    std::string text(kMost + 1, '\0');
-    size_t length = 0;
-    for (ssize_t size; length < text.size(); length += static_cast<size_t>(size)) {
-        size = read(file.Get(), text.data() + length, text.size() - length);
-        if (size < 0)
-            return std::nullopt;
-        if (size == 0)
-            break;
-    }
-    if (length > kMost)
-        return std::nullopt;
-    text.resize(length);
-    return text;
+    return ReadSmallFile(path, bounds::kMostForeignSettings);
 }
 
 std::optional<std::string> IniFile::Value(const std::string& group, const std::string& key) const

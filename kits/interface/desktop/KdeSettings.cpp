@@ -2,6 +2,7 @@
 
 #include "kits/interface/desktop/IniFile.h"
 #include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 
@@ -27,7 +28,8 @@ std::string Variable(const char* name, const char* otherwise)
 void AddFolders(std::vector<std::string>& folders, const std::string& list)
 {
     std::istringstream names(list);
-    for (std::string name; std::getline(names, name, ':');) {
+    size_t count = 0;
+    for (std::string name; count < bounds::kMostListedFolders && std::getline(names, name, ':'); ++count) {
         if (!name.empty() && name.front() == '/')
             folders.push_back(name);
     }

@@ -2,6 +2,8 @@
 
 #include "kits/interface/desktop/Slideshow.h"
 #include "kits/interface/desktop/Tool.h"
+#include "kits/kernel/Bounds.h"
+#include "kits/storage/ReadSmallFile.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,7 +15,6 @@
 #include <ctime>
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -24,12 +25,6 @@ namespace kits {
 namespace {
 
 constexpr const char* kProgram = "average-picture";
-/// For slow disks and busy machines: the program limits its processor time to less.
-constexpr bigtime_t kLongest = 15000000;
-/// A folder with more files is no picture in several sizes.
-constexpr size_t kMostFiles = 64;
-constexpr size_t kMostKept = 8;
-constexpr size_t kMostOfSlideshow = 1 << 20;
 
 thread_local int sStop = -1;
 
@@ -91,14 +86,16 @@ std::vector<std::string> FilesOf(const std::string& folder)
 {
     std::vector<std::string> files;
     std::error_code error;
+    size_t count = 0;
     for (auto entry = std::filesystem::directory_iterator(folder, error);
-         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+         !error && entry != std::filesystem::directory_iterator() && count < bounds::kMostWallpaperEntries;
+         entry.increment(error), ++count) {
         std::error_code none;
         if (entry->is_regular_file(none))
             files.push_back(entry->path().string());
     }
     std::sort(files.begin(), files.end());
-    files.resize(std::min(files.size(), kMostFiles));
+    files.resize(std::min(files.size(), bounds::kMostPictureFiles));
     return files;
 }
 
@@ -108,10 +105,7 @@ std::string PictureOf(const std::string& path)
     std::error_code error;
     if (!path.ends_with(".xml") || !std::filesystem::is_regular_file(path, error))
         return path;
-    std::ifstream file(path, std::ios::binary);
-    std::string text(kMostOfSlideshow, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<size_t>(file.gcount()));
+    const std::string text = ReadSmallFile(path, bounds::kMostForeignSettings).value_or("");
     const time_t now = std::time(nullptr);
     tm local{};
     localtime_r(&now, &local);
@@ -191,14 +185,14 @@ std::optional<Average> AverageOfFiles(std::vector<std::string> files)
     std::vector<std::string> arguments = {program};
     arguments.insert(arguments.end(), files.begin(), files.end());
     std::string printed;
-    const Tool::Ending ending = Tool::Run(arguments, kLongest, sStop, &printed);
+    const Tool::Ending ending = Tool::Run(arguments, bounds::kLongestPicture, sStop, &printed);
     // Next time the machine may have less to do.
     if (ending == Tool::Ending::kGivenUp)
         return std::nullopt;
     const std::optional<Average> average = ending == Tool::Ending::kGood ? Parse(printed) : std::nullopt;
     const std::lock_guard lock(memory.mutex);
     memory.answers.emplace_front(state, average);
-    memory.answers.resize(std::min(memory.answers.size(), kMostKept));
+    memory.answers.resize(std::min(memory.answers.size(), bounds::kMostPictureAnswers));
     return average;
 }
 

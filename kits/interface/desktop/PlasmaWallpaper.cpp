@@ -2,6 +2,8 @@
 
 #include "kits/interface/desktop/IniFile.h"
 #include "kits/interface/desktop/KdeSettings.h"
+#include "kits/kernel/Bounds.h"
+#include "kits/storage/ReadSmallFile.h"
 
 #include <QUrl>
 
@@ -10,9 +12,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string_view>
 #include <tuple>
 
@@ -65,7 +65,9 @@ std::optional<std::string> BestIn(const fs::path& folder, Size screen)
 {
     std::vector<std::string> names;
     std::error_code error;
-    for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
+    size_t count = 0;
+    for (fs::directory_iterator file(folder, error), end;
+         !error && file != end && count < bounds::kMostWallpaperEntries; file.increment(error), ++count) {
         std::error_code ignored;
         if (IsPictureName(file->path()) && file->is_regular_file(ignored))
             names.push_back(file->path().filename());
@@ -109,10 +111,7 @@ std::string DefaultColor()
     const auto path = KdeSettings::DataFile("plasma/wallpapers/org.kde.color/contents/config/main.xml");
     if (!path)
         return {};
-    std::ifstream file(*path);
-    std::stringstream text;
-    text << file.rdbuf();
-    const std::string settings = text.str();
+    const std::string settings = ReadSmallFile(*path, bounds::kMostForeignSettings).value_or("");
     // Searched by hand: a compiler warns of the standard library's expressions when it builds for a sanitizer.
     const size_t entry = settings.find("name=\"Color\"");
     const size_t value = entry == std::string::npos ? entry : settings.find('#', entry);

@@ -1,5 +1,6 @@
 #include "kits/interface/desktop/Tool.h"
 
+#include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
 
@@ -18,10 +19,6 @@
 namespace kits {
 
 namespace {
-
-constexpr bigtime_t kLongest = 5000000;
-/// The longest output of a tool; more is no setting.
-constexpr size_t kMost = 1024 * 1024;
 
 std::string Find(const std::string& program)
 {
@@ -106,7 +103,8 @@ bool Tool::Exists(const std::string& program)
 std::optional<std::string> Tool::Run(const std::vector<std::string>& arguments)
 {
     std::string printed;
-    return Run(arguments, kLongest, -1, &printed) == Ending::kGood ? std::optional(std::move(printed)) : std::nullopt;
+    return Run(arguments, bounds::kLongestTool, -1, &printed) == Ending::kGood ? std::optional(std::move(printed))
+                                                                               : std::nullopt;
 }
 
 Tool::Ending Tool::Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed)
@@ -116,7 +114,7 @@ Tool::Ending Tool::Run(const std::vector<std::string>& arguments, bigtime_t long
         return Ending::kGivenUp;
     const bigtime_t until = system_time() + longest;
     while (tool.ReadSome()) {
-        if (tool.fPrinted.size() > kMost)
+        if (tool.fPrinted.size() > bounds::kMostPrinted)
             return Ending::kFailed;
         if (!tool.WaitForOutput(until, stop))
             return Ending::kGivenUp;
@@ -147,7 +145,7 @@ bool Tool::ReadSome()
             return true;
         else if (size == 0 || errno != EINTR)
             break;
-        if (fPrinted.size() > kMost)
+        if (fPrinted.size() > bounds::kMostPrinted)
             return true;
     }
     fOutput.Close();
@@ -162,7 +160,7 @@ std::vector<std::string> Tool::TakeLines()
     for (size_t end; (end = fPrinted.find('\n', start)) != std::string::npos; start = end + 1)
         lines.push_back(fPrinted.substr(start, end - start));
     // The rest of an unfinished line stays.
-    fPrinted.erase(0, fPrinted.size() - start > kMost ? std::string::npos : start);
+    fPrinted.erase(0, fPrinted.size() - start > bounds::kMostPrinted ? std::string::npos : start);
     return lines;
 }
 
@@ -171,7 +169,7 @@ bool Tool::Bury(bool kill)
     if (fProcess < 0)
         return false;
     // A tool that has closed its output and goes on is not waited for.
-    for (const bigtime_t until = system_time() + kLongest; !kill; snooze(1000)) {
+    for (const bigtime_t until = system_time() + bounds::kLongestTool; !kill; snooze(1000)) {
         int status = 0;
         const pid_t gone = waitpid(fProcess, &status, WNOHANG);
         if (gone != 0 && !(gone < 0 && errno == EINTR)) {

@@ -1,7 +1,11 @@
 #include "kits/interface/startup/DisplayCheck.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QLibraryInfo>
+#include <QPluginLoader>
 
 #include <cstdlib>
 #include <cstring>
@@ -28,6 +32,27 @@ bool ConnectsTo(const std::string& path)
     const bool connected = connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
     close(descriptor);
     return connected;
+}
+
+/// Looks into the files of the plug-ins, and loads none.
+bool HasPlatform(const std::string& name)
+{
+    QStringList folders = QCoreApplication::libraryPaths();
+    for (QString& folder : folders)
+        folder += QStringLiteral("/platforms");
+    folders.append(qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH").split(QLatin1Char(':'), Qt::SkipEmptyParts));
+    for (const QString& folder : folders) {
+        for (const QString& file : QDir(folder).entryList({QStringLiteral("*.so")}, QDir::Files)) {
+            const QJsonObject about = QPluginLoader(folder + QLatin1Char('/') + file).metaData();
+            const QJsonArray keys =
+                about.value(QLatin1String("MetaData")).toObject().value(QLatin1String("Keys")).toArray();
+            for (const QJsonValue& key : keys) {
+                if (key.toString().compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0)
+                    return true;
+            }
+        }
+    }
+    return false;
 }
 
 struct Disconnect {
@@ -75,6 +100,7 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
     // Several may be asked for, the first that works being taken.
     std::string asked = AskedPlatform(arguments, surroundings);
     bool isAsked = false;
+    std::string unknown;
     while (!asked.empty()) {
         const size_t end = asked.find(';');
         std::string name = asked.substr(0, end);
@@ -83,9 +109,15 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
         if (name.empty())
             continue;
         isAsked = true;
-        if (name == "xcb" ? hasX() : name.rfind("wayland", 0) == 0 ? hasWayland() : true)
+        const bool isX = name == "xcb";
+        const bool isWayland = name.rfind("wayland", 0) == 0;
+        if (isX ? hasX() : isWayland ? hasWayland() : surroundings.hasPlatform(name))
             return "";
+        if (!isX && !isWayland)
+            unknown = name;
     }
+    if (!unknown.empty())
+        return "QT_QPA_PLATFORM names a platform that is not installed: \"" + unknown + "\"";
     if (!isAsked && (hasX() || hasWayland()))
         return "";
 
@@ -110,6 +142,7 @@ DisplayCheck::Surroundings DisplayCheck::Real()
         const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
         return !plugins.entryList({QStringLiteral("libqwayland*.so")}, QDir::Files).isEmpty();
     };
+    real.hasPlatform = HasPlatform;
     return real;
 }
 

@@ -19,6 +19,8 @@ public:
         std::function<bool(const std::string& socket)> reachesWayland;
         /// Whether the toolkit has the plug-in for Wayland.
         std::function<bool()> hasWaylandPlugin;
+        /// Whether the toolkit has a platform of this name, which is neither X11 nor Wayland.
+        std::function<bool(const std::string& name)> hasPlatform;
     };
 
     /// "" when windows can be shown, else one line that says why not.

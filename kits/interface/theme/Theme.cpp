@@ -8,8 +8,10 @@
 #include "kits/interface/theme/SessionName.h"
 #include "kits/interface/views/ViewImpl.h"
 #include "kits/interface/windows/WindowImpl.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
+#include "kits/storage/ReadSmallFile.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -23,8 +25,8 @@
 #include <QTimer>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include <optional>
+#include <string>
 
 namespace kits::Theme {
 
@@ -77,9 +79,9 @@ bool GtkFilesAreDark()
     if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) != B_OK)
         return false;
     for (const char* folder : {"/gtk-4.0", "/gtk-3.0"}) {
-        std::ifstream file(std::string(settings.Path()) + folder + "/settings.ini");
-        std::stringstream text;
-        if (file && text << file.rdbuf() && SettingsAreDark(text.str()))
+        const std::optional<std::string> text =
+            ReadSmallFile(std::string(settings.Path()) + folder + "/settings.ini", bounds::kMostForeignSettings);
+        if (text && SettingsAreDark(*text))
             return true;
     }
     return false;

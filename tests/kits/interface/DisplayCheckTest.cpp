@@ -24,6 +24,7 @@ struct Machine {
         surroundings.reachesX = [this](const std::string& display) { return display == xDisplay; };
         surroundings.reachesWayland = [this](const std::string& socket) { return socket == waylandSocket; };
         surroundings.hasWaylandPlugin = [this] { return plugin; };
+        surroundings.hasPlatform = kits::DisplayCheck::Real().hasPlatform;
         return kits::DisplayCheck::WhyNone(arguments, surroundings);
     }
 };
@@ -72,6 +73,16 @@ TEST(DisplayCheck, APlatformThatNeedsNoDisplayIsFine)
     EXPECT_EQ(machine.WhyNone({"program", "-platform", "offscreen"}), "");
     EXPECT_EQ(machine.WhyNone({"program", "--platform", "minimal"}), "");
     EXPECT_NE(machine.WhyNone({"program", "-platform"}), "");
+}
+
+TEST(DisplayCheck, APlatformThatIsNotInstalledIsSaid)
+{
+    Machine machine;
+    machine.variables["DISPLAY"] = machine.xDisplay = ":7";
+    machine.variables["QT_QPA_PLATFORM"] = "bogus:depth=3";
+    EXPECT_EQ(machine.WhyNone(), "QT_QPA_PLATFORM names a platform that is not installed: \"bogus\"");
+    machine.variables["QT_QPA_PLATFORM"] = "bogus;xcb";
+    EXPECT_EQ(machine.WhyNone(), "");
 }
 
 TEST(DisplayCheck, APlatformThatWasAskedForIsTheOneThatCounts)

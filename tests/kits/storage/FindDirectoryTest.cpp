@@ -73,6 +73,17 @@ TEST(FindDirectory, TellsWhyAFolderCannotBeMade)
     EXPECT_EQ(path.Path(), folder.Path("settings")) << "and which one that is";
 }
 
+TEST(FindDirectory, RefusesAPathThatTheSystemWouldRefuse)
+{
+    std::string path;
+    for (int i = 0; i < 50'000; ++i)
+        path += "/y";
+    setenv("XDG_CONFIG_HOME", path.c_str(), 1);
+    BPath found;
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &found, true), B_NAME_TOO_LONG);
+    EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &found), B_ENTRY_NOT_FOUND);
+}
+
 TEST(FindDirectory, TakesTheRuntimeFolderWhenItIsClosedToOthers)
 {
     const TempFolder folder;
