@@ -64,7 +64,8 @@ std::string Read(const BEntry& entry)
 {
     BFile file(&entry, B_READ_ONLY);
     off_t size = 0;
-    if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK || size > static_cast<off_t>(kits::bounds::kMostAutostart))
+    if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK ||
+        size > static_cast<off_t>(kits::bounds::kMostAutostart))
         return "";
     std::string text(static_cast<size_t>(size), '\0');
     return file.Read(text.data(), text.size()) == size ? text : "";

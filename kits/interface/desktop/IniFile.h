@@ -23,7 +23,8 @@ public:
     /// Of a file; empty if it has no text, see TextOf.
     static IniFile Read(const std::string& path, Values values = Values::kUnescaped);
     /// The text of a file; nothing if it cannot be read, is no regular file, or has more than
-    /// bounds::kMostForeignSettings bytes. Never waits for another program, as a pipe in place of the file would have it.
+    /// bounds::kMostForeignSettings bytes. Never waits for another program, as a pipe in place of the file would have
+    /// it.
     static std::optional<std::string> TextOf(const std::string& path);
 
     /// @param group  without the outer brackets: "General", or "Containments][1" for a group in a group

@@ -1,7 +1,7 @@
 #include "kits/interface/dragging/DropMessage.h"
 
 #include "kits/interface/selections/Selections.h"
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 
 #include <QColor>

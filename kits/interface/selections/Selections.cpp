@@ -5,7 +5,7 @@
 #include "kits/interface/selections/ToolkitSource.h"
 #include "kits/interface/selections/WaylandSource.h"
 #include "kits/interface/selections/XSelections.h"
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

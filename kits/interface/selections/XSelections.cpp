@@ -6,7 +6,7 @@
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/screens/XWindows.h"
 #include "kits/interface/selections/XConversion.h"
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>

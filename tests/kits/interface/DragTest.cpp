@@ -3,7 +3,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/views/ViewPrivate.h"
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 

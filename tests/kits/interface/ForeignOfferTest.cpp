@@ -1,6 +1,6 @@
 #include "kits/interface/selections/ForeignOffer.h"
 
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 #include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>

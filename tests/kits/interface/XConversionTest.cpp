@@ -1,6 +1,6 @@
 #include "kits/interface/selections/XConversion.h"
 
-#include "kits/kernel/ForeignBounds.h"
+#include "kits/kernel/Bounds.h"
 
 #include <gtest/gtest.h>
 
