@@ -115,6 +115,18 @@ class SettingsTest(DesktopTest):
         self.assertRegex(errors, r"\Aqel: the settings could not be saved in /proc/nowhere: [^\n]+\n\Z")
 
 
+class GtkSettingsTest(DesktopTest):
+    def test_nobody_is_waited_for_at_a_pipe(self):
+        for version in ("gtk-3.0", "gtk-4.0"):
+            folder = self.config / version
+            folder.mkdir()
+            os.mkfifo(folder / "settings.ini", 0o600)
+        started = self.start()
+        started.window()
+        started.signal(signal.SIGTERM)
+        self.assertEqual(started.wait(), (0, ""))
+
+
 class AutostartTest(ReplicantsTest):
     def test_a_link_is_left(self):
         mine = self.config / "mine"
