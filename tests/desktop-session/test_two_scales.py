@@ -25,6 +25,8 @@ class TwoScales(ReplicantsTest):
     def place(self):
         super().place()
         self.desktop.resize(self.window, *(self.LEFT * extent for extent in SIZE))
+        # A size that the program hears of together with another screen would count as given there.
+        self.settle()
 
     def handle(self, window=None):
         scale = self.scale_at(window or self.window)
