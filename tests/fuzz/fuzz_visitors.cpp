@@ -150,7 +150,9 @@ public:
     /// Everybody reads, and the main thread gets on with it: whoever has kept to the rules has had everything done.
     void Finish()
     {
-        for (int quiet = 0, turns = 0; quiet < 3; ++turns) {
+        // A read that completes no frame shows nowhere. The longest frame takes two, and the main thread reads in every
+        // second turn.
+        for (int quiet = 0, turns = 0; quiet < 8; ++turns) {
             Expect(turns < 4000); // there is no stall and no circle
             bool isMoving = false;
             for (const auto& peer : fPeers) {
