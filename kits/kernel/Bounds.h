@@ -183,5 +183,7 @@ inline constexpr int kMostPieces = 8192;
 inline constexpr size_t kMostFetches = 4;
 /// How often a program is asked for what it drags, while it is over one window.
 inline constexpr int kMostAskedOfADrag = 8;
+/// After how many microseconds without an answer it is asked again, at the next place that the pointer comes to.
+inline constexpr int64_t kAskDragAgain = 100000;
 
 } // namespace kits::bounds

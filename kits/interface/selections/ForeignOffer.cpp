@@ -3,6 +3,7 @@
 #include "kits/interface/dragging/DropMessage.h"
 #include "kits/interface/selections/Selections.h"
 #include "kits/kernel/Bounds.h"
+#include "kits/kernel/Clock.h"
 
 #include <algorithm>
 #include <utility>
@@ -41,8 +42,14 @@ bool ForeignOffer::MayAskForText() const
 ForeignOffer::State ForeignOffer::Want()
 {
     fIsWanted = true;
+    // A source that has just begun its drag may lose the first question.
+    if (fIsFetching && system_time() - fAskedAt > bounds::kAskDragAgain && MayAsk()) {
+        fIsFetching = false;
+        Selections::Cancel(std::exchange(fFetch, 0));
+    }
     if (!fIsFetching && MayAsk()) {
         fAsked++;
+        fAskedAt = system_time();
         Fetch(DropMessage::Forms(), [this](const SelectionForm& form, const std::string& data) {
             fMessage = DropMessage::Decode(form.name, data);
             return fMessage != nullptr;
@@ -101,7 +108,7 @@ void ForeignOffer::Fetch(std::vector<SelectionForm> forms, SelectionFetch::Use u
 void ForeignOffer::Ended(SelectionFetch::State state)
 {
     fIsFetching = false;
-    fIsLate = fIsLate || state == SelectionFetch::State::kLate;
+    fIsLate = fIsLate || (state == SelectionFetch::State::kLate && fReady != nullptr);
     if (fMessage != nullptr && fHere)
         fHere();
     // One that is not ready yet is asked again with the next place that the pointer comes to, not in between.

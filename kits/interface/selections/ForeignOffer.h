@@ -69,6 +69,7 @@ private:
     bool fWasAskedForText = false;
     bool fIsLate = false;
     int fAsked = 0;
+    int64_t fAskedAt = 0; ///< when it was asked last
 };
 
 } // namespace kits
