@@ -158,7 +158,7 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, st
                 for (const auto& [code, waiting] : handler.newest) {
                     if (code == message->what) {
                         replaced = std::exchange(waiting->message, std::move(message));
-                        // What is given back is so by the caller, without the mutex.
+                        // The caller releases the older claim, after the mutex.
                         if (work != nullptr)
                             std::swap(waiting->work, *work);
                         return B_OK;

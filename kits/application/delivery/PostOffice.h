@@ -136,7 +136,7 @@ private:
     std::map<token_t, LooperState> fLoopers;
     std::unordered_map<token_t, WaitState> fReplyWaits;
     std::deque<Parcel> fQueue;
-    /// What is in dispatch, and whose; of the main thread alone.
+    /// The message in dispatch and its parcel. Only the main thread uses them.
     Parcel* fInDispatch = nullptr;
     const BMessage* fMessageInDispatch = nullptr;
     uint64 fFirstNumber = 0; ///< of the first in the queue

@@ -170,7 +170,7 @@ BApplication::~BApplication()
     PostOffice::Get().Close(Token());
     if (be_app == this) {
         EndPresence();
-        // First of all, else others could go on making work for what is done below.
+        // The port closes first; otherwise other teams could queue work while the leftover actions run.
         const kits::TeamPort::Shutter shutter;
         kits::RunLeftOverActions();
         for (const kits::token_t token : PostOffice::Get().RunningLoopers()) {

@@ -32,7 +32,7 @@ enum class FrameKind : uint8 {
 enum class CloseReason : uint64 {
     kNoHello = 1,        ///< within the time for it
     kBadHello,           ///< not ours, or of another process than the one that is connected
-    kBadFrame,           ///< against the rules above, too long, or with what is no message
+    kBadFrame,           ///< breaks the rules above, is too long, or holds no valid message
     kSlowFrame,          ///< not whole within the time for it
     kTooManyConnections, ///< of that process
     kUnreadAnswers,      ///< more than are kept

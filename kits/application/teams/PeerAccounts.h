@@ -14,16 +14,15 @@ namespace kits {
 enum class Resource : uint8 {
     kConnections,   ///< to us
     kLinks,         ///< from us
-    kIncomplete,    ///< bytes of what has come and is not yet a whole message
-    kUnsent,        ///< bytes of what is to be sent
+    kIncomplete,    ///< bytes received of messages that are not complete yet
+    kUnsent,        ///< bytes that wait to be sent
     kUnhandled,     ///< messages that wait for the main thread or are being handled there
     kUnhandledBytes ///< of those messages
 };
 inline constexpr size_t kCountResources = 6;
 
-/// Keeps the accounts of what each other process has claimed of this one, and of what all have together, and lets
-/// nobody claim more than the limits allow. Only counts: who claims says what it is for, and holds a PeerClaim for as
-/// long as it is there. Any thread.
+/// Counts what each other process has claimed from this one, and what all have claimed together, and refuses claims
+/// beyond the limits. The claimant holds a PeerClaim for as long as it uses what it has claimed. Any thread.
 class PeerAccounts {
 public:
     /// The limits of one resource.

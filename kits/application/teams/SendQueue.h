@@ -14,7 +14,7 @@ namespace kits {
 /// One thread at a time.
 class SendQueue {
 public:
-    /// @param claim  of nothing, on the account of who is sent to: all that waits is claimed there
+    /// @param claim  an empty claim on the receiver's account; the queue charges it for everything that waits
     explicit SendQueue(PeerClaim claim)
         : fClaim(std::move(claim))
     {

@@ -47,7 +47,7 @@ std::string Because(const char* text, status_t status)
 }
 
 /// Makes the folder if there is none.
-/// @param fault  gets on failure what is wrong, as the end of a sentence
+/// @param fault  receives the reason for a failure, as the end of a sentence
 status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result, std::string* fault)
 {
     if (mkdirat(parent, name.c_str(), 0700) != 0 && errno != EEXIST) {

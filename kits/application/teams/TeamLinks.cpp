@@ -214,7 +214,7 @@ void TeamLinks::Read(Link* link, bool* hasAnswered)
 bool TeamLinks::HandleFrame(Link* link, FrameKind kind, std::string_view content, bool* hasAnswered)
 {
     const std::optional<uint64> number = ReadNumber(content);
-    // With kClosed it ends, as with what is not expected.
+    // kClosed ends the link, and so does any unexpected frame.
     if (!number || (kind != FrameKind::kPong && kind != FrameKind::kGone))
         return false;
     if (kind == FrameKind::kGone) {

@@ -263,7 +263,7 @@ void TeamPort::GiveBackMemory()
         fHasHeldMuch = true;
     } else if (held < kLittle && fHasHeldMuch) {
         fHasHeldMuch = false;
-        // The allocator keeps what was given back below what is still in use.
+        // The allocator keeps freed memory that lies below memory in use.
         malloc_trim(0);
     }
 }

@@ -23,11 +23,10 @@ public:
     /// Opens it; nothing if it is open.
     /// @return why not, if not: TeamFolder::Open or the system. Then it is tried again by the next call.
     status_t Open();
-    /// Why this team and others cannot reach each other, for a user: "/run/user/1000/kits is a link". Opens it; empty
-    /// if that goes well.
-    /// @param signature  of an application that is to be started once only: then also what is wrong with the lock for
-    ///                   that; empty for none
-    /// @param isLock     gets whether it is that lock: teams reach each other all the same
+    /// Opens the port and returns the reason if that fails, worded for a user: "/run/user/1000/kits is a link". Empty
+    /// on success.
+    /// @param signature  the signature of a single-launch application, to check its lock file, too; empty for none
+    /// @param isLock     set to true if only the lock file failed: teams can still reach each other
     std::string Obstacle(const std::string& signature, bool* isLock);
     /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
     status_t SetSignature(const std::string& signature);
@@ -35,8 +34,8 @@ public:
     /// other teams. It may be opened again.
     void Close() { CloseAs(State::kClosed); }
 
-    /// Closes the port, and keeps it closed while this is there: whatever is still done then reaches nobody else, and
-    /// nobody else can make more of it.
+    /// Closes the port and keeps it closed for as long as this object lives: nothing is sent to other teams, and they
+    /// can queue no work.
     class Shutter {
     public:
         Shutter() { Get().CloseAs(State::kShut); }
