@@ -23,8 +23,8 @@ public:
         team_address team = 0;
     };
 
-    /// @param obstacle  if not null, receives the reason for a failure, worded for a user: "/run/user/1000/kits is a
-    /// link"
+    /// @param obstacle  if not null, receives the reason for a failure, worded for a user:
+    ///                  "/run/user/1000/kits is a link"
     /// @return `B_OK`, `B_PERMISSION_DENIED` if what is there is not safe, or what making or opening it gave
     status_t Open(std::string* obstacle = nullptr);
     bool IsOpen() const { return fDescriptor.IsOpen(); }

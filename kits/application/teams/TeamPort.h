@@ -26,7 +26,7 @@ public:
     /// Opens the port and returns the reason if that fails, worded for a user: "/run/user/1000/kits is a link". Empty
     /// on success.
     /// @param signature  the signature of a single-launch application, to check its lock file, too; empty for none
-    /// @param isLock     set to true if only the lock file failed: teams can still reach each other
+    /// @param isLock     set to whether the port is open, so that a reason can only be about the lock file
     std::string Obstacle(const std::string& signature, bool* isLock);
     /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
     status_t SetSignature(const std::string& signature);
