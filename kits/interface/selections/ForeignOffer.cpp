@@ -13,6 +13,7 @@ namespace kits {
 ForeignOffer::ForeignOffer(QStringList formats, MakeSource make)
     : fFormats(std::move(formats))
     , fMake(std::move(make))
+    , fClock(system_time)
 {
 }
 
@@ -43,13 +44,13 @@ ForeignOffer::State ForeignOffer::Want()
 {
     fIsWanted = true;
     // A source that has just begun its drag may lose the first question.
-    if (fIsFetching && system_time() - fAskedAt > bounds::kAskDragAgain && MayAsk()) {
+    if (fIsFetching && fClock() - fAskedAt > bounds::kAskDragAgain && MayAsk()) {
         fIsFetching = false;
         Selections::Cancel(std::exchange(fFetch, 0));
     }
     if (!fIsFetching && MayAsk()) {
         fAsked++;
-        fAskedAt = system_time();
+        fAskedAt = fClock();
         Fetch(DropMessage::Forms(), [this](const SelectionForm& form, const std::string& data) {
             fMessage = DropMessage::Decode(form.name, data);
             return fMessage != nullptr;

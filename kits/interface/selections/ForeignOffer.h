@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace kits {
 
@@ -48,6 +49,8 @@ public:
     void FetchForDrop(std::function<void()> ready);
     /// True if the program has not answered in time.
     bool IsLate() const { return fIsLate; }
+    /// Replaces the clock, in microseconds, that decides when an unanswered question is asked again.
+    void SetClock(std::function<int64_t()> clock) { fClock = std::move(clock); }
 
     QStringList formats() const override { return fFormats; }
     bool hasFormat(const QString& format) const override { return fFormats.contains(format); }
@@ -70,6 +73,7 @@ private:
     bool fIsLate = false;
     int fAsked = 0;
     int64_t fAskedAt = 0; ///< when it was asked last
+    std::function<int64_t()> fClock;
 };
 
 } // namespace kits

@@ -43,6 +43,7 @@ protected:
             return std::make_unique<FakeSource>(fAnswer);
         });
         fOffer->CallWhenHere([this] { fHeard++; });
+        fOffer->SetClock([this] { return fNow; });
     }
     ~ForeignOfferTest() override
     {
@@ -59,6 +60,7 @@ protected:
     }
 
     std::function<void(SelectionSource::Data)> fAnswer;
+    int64_t fNow = 0;
     int fMade = 0;
     int fHeard = 0;
     int fReady = 0;
@@ -81,6 +83,32 @@ TEST_F(ForeignOfferTest, FetchesItsMessageWhenAViewWantsIt)
     ASSERT_NE(fOffer->Message(), nullptr);
     EXPECT_TRUE(fOffer->IsReadyForDrop());
     EXPECT_EQ(fMade, 1);
+}
+
+TEST_F(ForeignOfferTest, AsksAgainWhenTheFirstQuestionWasLost)
+{
+    fOffer->Want();
+    fNow = kits::bounds::kAskDragAgain;
+    fOffer->Want();
+    EXPECT_EQ(fMade, 1);
+    fNow++;
+    EXPECT_EQ(fOffer->Want(), State::kComing);
+    EXPECT_EQ(fMade, 2);
+    ASSERT_TRUE(fAnswer);
+    fAnswer("words");
+    EXPECT_EQ(fOffer->Want(), State::kHere);
+}
+
+TEST_F(ForeignOfferTest, LeavesTheLastQuestionUnderWay)
+{
+    for (int i = 0; i < 2 * kits::bounds::kMostAskedOfADrag; i++) {
+        fOffer->Want();
+        fNow += 2 * kits::bounds::kAskDragAgain;
+    }
+    EXPECT_EQ(fMade, kits::bounds::kMostAskedOfADrag);
+    ASSERT_TRUE(fAnswer);
+    fAnswer("words");
+    EXPECT_EQ(fOffer->Want(), State::kHere);
 }
 
 TEST_F(ForeignOfferTest, ADropWaitsForWhatIsUnderWay)
