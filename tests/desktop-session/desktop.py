@@ -27,6 +27,16 @@ for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
 TIMEOUT = float(os.environ.get("QEL_TEST_PATIENCE", 60)) * SLOWNESS
 
 
+def stop_process(pid):
+    """Returns when all its threads stand still: they may run on for a moment after the signal."""
+    os.kill(pid, signal.SIGSTOP)
+
+    def is_stopped(thread):
+        return (thread / "stat").read_text().rpartition(")")[2].split()[0] == "T"
+
+    wait_until(lambda: all(map(is_stopped, pathlib.Path(f"/proc/{pid}/task").iterdir())), "all threads to stop")
+
+
 def wait_until(condition, what, timeout=TIMEOUT):
     """Asks again and again until the answer is true, and returns it. What is asked about may go while it is looked at:
     a tool that finds it no more is no answer."""
@@ -253,6 +263,9 @@ class Program:
 
     def signal(self, number):
         self.process.send_signal(number)
+
+    def stop(self):
+        stop_process(self.pid)
 
     def close(self):
         if self.process.poll() is None:

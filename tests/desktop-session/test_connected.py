@@ -6,7 +6,7 @@ import random
 import signal
 import time
 
-from desktop import wait_until
+from desktop import stop_process, wait_until
 from replicants import OneReplicantTest
 from sanitizers import REPORTS
 
@@ -79,7 +79,7 @@ class Application(ConnectedTest):
             self.await_scrolling()
 
     def test_that_hangs_is_waited_for(self):
-        self.program.signal(signal.SIGSTOP)
+        self.program.stop()
         self.await_standstill()
         # The host goes on meanwhile: its chart can be moved.
         self.drag_out(690, 600, self.chart)
@@ -144,7 +144,7 @@ class Host(ConnectedTest):
         self.assertEqual(self.run_beside("--set-delay", "0.01"), (0, "", ""))
         self.await_scrolling()
         host = self.host()
-        os.kill(host, signal.SIGSTOP)
+        stop_process(host)
         self.addCleanup(lambda: [os.kill(pid, signal.SIGCONT) for pid in self.hosts()])
         # What fits into the socket has been sent when the window has scrolled for a while.
         for _ in range(20):

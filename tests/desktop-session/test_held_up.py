@@ -4,7 +4,7 @@ import os
 import signal
 import time
 
-from desktop import wait_until
+from desktop import stop_process, wait_until
 from replicants import HOST_STORE, ReplicantsTest
 
 
@@ -24,7 +24,7 @@ class HeldUp(ReplicantsTest):
 
     def stop(self):
         self.stopped = self.host()
-        os.kill(self.stopped, signal.SIGSTOP)
+        stop_process(self.stopped)
 
     def await_stored(self, count):
         store = self.config / HOST_STORE

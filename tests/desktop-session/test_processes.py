@@ -84,7 +84,7 @@ class SecondStart(ProcessesTest, ChartsTest):
         self.assertEqual(self.run_beside("--set-delay", "0.1", **there), (0, "", ""))
 
     def test_says_that_the_first_hangs(self):
-        self.program.signal(signal.SIGSTOP)
+        self.program.stop()
         self.assert_one_line(self.run_beside(), 1)
         self.program.signal(signal.SIGCONT)
         self.assert_brings_the_first_to_the_front()
@@ -134,7 +134,7 @@ class Telling(ProcessesTest):
     def test_one_that_hangs(self):
         program = self.start()
         program.window()
-        program.signal(signal.SIGSTOP)
+        program.stop()
         self.assert_one_line(self.run_beside("--set-delay", "1"), 1)
 
 

@@ -10,7 +10,7 @@ import time
 import unittest
 
 from compositor import SIZE, Sway, Weston, wait_until
-from desktop import TIMEOUT
+from desktop import TIMEOUT, stop_process
 
 PROGRAM = os.environ["QEL_PROGRAM"]
 BACKGROUND = (16, 21, 29)
@@ -210,7 +210,7 @@ class OnSway(WaylandTest):
         self.await_focus("Qel")
         self.await_charts()
         owner = self.own(COLOR)
-        owner.send_signal(signal.SIGSTOP)
+        stop_process(owner.pid)
         self.paste()
         begun = time.monotonic()
         self.await_change()
@@ -227,7 +227,7 @@ class OnSway(WaylandTest):
         program = self.start()
         self.await_focus("Qel")
         self.await_charts()
-        self.own(COLOR).send_signal(signal.SIGSTOP)
+        stop_process(self.own(COLOR).pid)
         self.paste()
         program.send_signal(signal.SIGTERM)
         self.assert_ends_well(program)

@@ -38,6 +38,11 @@ BMessenger Partner::Application() const
 void Partner::Signal(int number) const
 {
     kill(fProcess, number);
+    if (number != SIGSTOP)
+        return;
+    siginfo_t info;
+    while (waitid(P_PID, static_cast<id_t>(fProcess), &info, WSTOPPED | WEXITED | WNOWAIT) < 0 && errno == EINTR) {
+    }
 }
 
 int Partner::Await()

@@ -36,6 +36,7 @@ public:
     pid_t Process() const { return fProcess; }
     /// Its application. Waits until it can be found.
     BMessenger Application() const;
+    /// Returns when all threads stand still, if the signal is SIGSTOP.
     void Signal(int number) const;
     /// Waits for its end. @return what it returned, or minus the signal that ended it
     int Await();
