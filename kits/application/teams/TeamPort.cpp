@@ -22,6 +22,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// Blocks of this size or more get a mapping of their own, as the allocator does at first.
+constexpr int kOwnMapping = 128 * 1024;
+
 int PollTimeout(Clock::time_point deadline)
 {
     if (deadline == Clock::time_point::max())
@@ -63,6 +66,9 @@ TeamPort::TeamPort()
               }})
 {
     LoopGuest::Set(&fVisitors);
+    // The allocator puts larger and larger blocks among the small ones once such a block has been freed; from there a
+    // peer's frames do not go back to the system.
+    mallopt(M_MMAP_THRESHOLD, kOwnMapping);
 }
 
 void TeamPort::Wake()
