@@ -63,6 +63,8 @@ inline constexpr size_t kMostUnsentOfAProcess = 4 * kMiB;
 inline constexpr size_t kMostUnhandledOfAProcess = 64;
 /// Of these messages, and of one that waits for these. wait; close for a single message that takes more
 inline constexpr size_t kMostUnhandledBytesOfAProcess = 4 * kMiB;
+/// How long one turn of the main loop handles these messages, in microseconds. wait: for the next turn
+inline constexpr int64_t kLongestOfAProcess = 4'000;
 /// Receivers of a stream. refuse
 inline constexpr int32_t kMostReceiversOfAProcess = 1024;
 

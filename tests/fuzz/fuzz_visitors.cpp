@@ -87,7 +87,7 @@ public:
     {
         fVisitors.Clear();
         while (kits::PostOffice::Get().HasMessages())
-            kits::PostOffice::Get().DispatchNext(kits::PostOffice::Get().NextNumber());
+            kits::PostOffice::Get().DispatchNext(kits::PostOffice::Get().BeginTurn());
         for (const Resource resource : kResources)
             Expect(fAccounts.UsedByAll(resource) == 0);
         Expect(fAccounts.CountProcesses() == 0);
@@ -332,7 +332,7 @@ private:
     {
         kits::PostOffice& office = kits::PostOffice::Get();
         while (count-- > 0 && office.HasMessages())
-            office.DispatchNext(office.NextNumber());
+            office.DispatchNext(office.BeginTurn());
     }
 
     void AnswerPings()

@@ -267,8 +267,9 @@ std::vector<token_t> PostOffice::RunningLoopers() const
     return tokens;
 }
 
-uint64 PostOffice::NextNumber() const
+uint64 PostOffice::BeginTurn()
 {
+    fPeerTurns.Begin();
     std::lock_guard lock(fMutex);
     return fFirstNumber + fQueue.size();
 }
@@ -303,12 +304,17 @@ bool PostOffice::DispatchNext(uint64 end)
     BHandler* handler = HandlerAt(parcel.handler, &looper);
     if (handler == nullptr)
         return true;
+    const bool isFromOutside = parcel.work != nullptr;
+    const team_address process = isFromOutside ? parcel.work->message.Process() : 0;
+    const bigtime_t begun = isFromOutside ? system_time() : 0;
     // Nested loops dispatch within this.
     Parcel* const outer = std::exchange(fInDispatch, &parcel);
     const BMessage* const outerMessage = std::exchange(fMessageInDispatch, parcel.message.get());
     looper->DeliverNow(std::move(parcel.message), handler);
     fInDispatch = outer;
     fMessageInDispatch = outerMessage;
+    if (isFromOutside)
+        fPeerTurns.Add(process, system_time() - begun);
     return true;
 }
 
@@ -320,17 +326,28 @@ std::unique_ptr<PeerWork> PostOffice::TakeWork(const BMessage& message)
 bool PostOffice::TakeNext(uint64 end, Parcel* taken, bool* isDeliverable)
 {
     std::lock_guard lock(fMutex);
-    if (fQueue.empty() || fFirstNumber >= end)
-        return false;
-    *isDeliverable = false;
-    if (fQueue.front().message != nullptr) {
-        const auto handler = fHandlers.find(fQueue.front().handler);
-        *isDeliverable = handler != fHandlers.end() && handler->second.looper == fQueue.front().looper;
-        Forget(&fQueue.front());
+    const auto isSkipped = [this](const Parcel& parcel) {
+        return parcel.message == nullptr ||
+               (parcel.work != nullptr && fPeerTurns.Waits(parcel.work->message.Process()));
+    };
+    while (!fQueue.empty() && fFirstNumber < end && fQueue.front().message == nullptr) {
+        fQueue.pop_front();
+        ++fFirstNumber;
     }
-    *taken = std::move(fQueue.front());
-    fQueue.pop_front();
-    ++fFirstNumber;
+    const auto last =
+        fQueue.begin() + static_cast<ptrdiff_t>(std::min<uint64>(end - std::min(end, fFirstNumber), fQueue.size()));
+    const auto next = std::find_if_not(fQueue.begin(), last, isSkipped);
+    if (next == last)
+        return false;
+    const auto handler = fHandlers.find(next->handler);
+    *isDeliverable = handler != fHandlers.end() && handler->second.looper == next->looper;
+    Forget(&*next);
+    // What is left in the middle of the queue is as one that was dropped.
+    *taken = std::move(*next);
+    if (next == fQueue.begin()) {
+        fQueue.pop_front();
+        ++fFirstNumber;
+    }
     return true;
 }
 

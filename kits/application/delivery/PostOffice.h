@@ -2,6 +2,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Token.h"
+#include "kits/application/delivery/PeerTurns.h"
 #include "kits/application/teams/PeerAccounts.h"
 
 #include <deque>
@@ -80,9 +81,11 @@ public:
 
     // Main thread with the interface lock held.
 
-    /// The number that the next message will get; messages are numbered in the order of posting.
-    uint64 NextNumber() const;
-    /// Dispatches the first message that waits. False if there is none with a number below `end`.
+    /// A turn of the loop begins. Messages are numbered in the order of posting.
+    /// @return the number that the next one will get
+    uint64 BeginTurn();
+    /// Dispatches the first message that waits, but for those of a process that waits itself (PeerTurns). False if
+    /// there is none with a number below `end`.
     bool DispatchNext(uint64 end);
     /// The work of the message that is being dispatched, for who will handle that only later; null if there is none, or
     /// another message is meant.
@@ -139,6 +142,7 @@ private:
     /// The message in dispatch and its parcel. Only the main thread uses them.
     Parcel* fInDispatch = nullptr;
     const BMessage* fMessageInDispatch = nullptr;
+    PeerTurns fPeerTurns;    ///< of the main thread alone, too
     uint64 fFirstNumber = 0; ///< of the first in the queue
 };
 

@@ -48,7 +48,7 @@ void EndTurn(const std::function<bool()>& stop)
     if (TakeQuitSignal() && be_app != nullptr)
         be_app->PostMessage(B_QUIT_REQUESTED);
     PostOffice& office = PostOffice::Get();
-    const uint64 end = office.NextNumber();
+    const uint64 end = office.BeginTurn();
 
     RunOutermostActions();
     RunMainThreadActions();

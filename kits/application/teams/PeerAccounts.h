@@ -90,6 +90,7 @@ public:
     ///         `onRoom`
     bool Resize(size_t amount);
     [[nodiscard]] size_t Amount() const { return fAmount; }
+    [[nodiscard]] team_address Process() const { return fProcess; }
 
 private:
     void Swap(PeerClaim* other) noexcept;

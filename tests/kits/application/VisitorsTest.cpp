@@ -148,7 +148,7 @@ protected:
     static void HandleMessages(size_t count)
     {
         for (; count > 0; --count)
-            kits::PostOffice::Get().DispatchNext(kits::PostOffice::Get().NextNumber());
+            kits::PostOffice::Get().DispatchNext(kits::PostOffice::Get().BeginTurn());
     }
 
     const test::RuntimeFolder fRuntime;
