@@ -6,11 +6,15 @@
 #include "kits/kernel/Bounds.h"
 
 /// A text as part of a line on stderr: it stays one line, whatever a file's name holds, and no longer than
-/// bounds::kMostInALine bytes and three dots.
+/// bounds::kMostInALine bytes, whole characters of UTF-8, and three dots.
 inline std::string OneLine(std::string text)
 {
-    if (text.size() > kits::bounds::kMostInALine)
-        text.replace(kits::bounds::kMostInALine, std::string::npos, "...");
+    if (size_t size = kits::bounds::kMostInALine; text.size() > size) {
+        // A character has at most three bytes after its first.
+        for (int i = 0; i < 3 && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80; ++i)
+            --size;
+        text.replace(size, std::string::npos, "...");
+    }
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
     return text;

@@ -39,7 +39,8 @@ status_t SendQueue::AddControl(std::string frame)
 status_t SendQueue::AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message)
 {
     // One that somebody waits for an answer to is not lost without one.
-    Waiting* place = frame.newestWins && !frame.sourceWaits ? Supersede(frame, code) : nullptr;
+    const bool replaces = frame.newestWins && !frame.sourceWaits;
+    Waiting* place = replaces ? FindReplaceable(frame, code) : nullptr;
     Waiting waiting;
     waiting.frame = std::move(frame);
     waiting.code = code;
@@ -50,40 +51,48 @@ status_t SendQueue::AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<
     if (!fClaim.Resize(capacity))
         return B_WOULD_BLOCK;
     fCapacity = capacity;
-    if (place != nullptr)
+    if (place != nullptr) {
         *place = std::move(waiting);
-    else
-        fWaiting.push_back(std::move(waiting));
+        return B_OK;
+    }
+    // Not before there is room: the older ones are better than none.
+    if (replaces)
+        TakeOut(waiting.frame.targets, code);
+    fWaiting.push_back(std::move(waiting));
     return B_OK;
 }
 
-SendQueue::Waiting* SendQueue::Supersede(const MessageFrame& frame, uint32 code)
+bool SendQueue::IsReplaceable(const Waiting& waiting, uint32 code)
 {
-    const auto isReplaced = [&](const Waiting& waiting) {
-        return waiting.message != nullptr && waiting.head.empty() && waiting.frame.newestWins &&
-               !waiting.frame.sourceWaits && waiting.code == code;
-    };
+    return waiting.message != nullptr && waiting.head.empty() && waiting.frame.newestWins &&
+           !waiting.frame.sourceWaits && waiting.code == code;
+}
+
+SendQueue::Waiting* SendQueue::FindReplaceable(const MessageFrame& frame, uint32 code)
+{
     // Nearly always the same handlers get the next one.
-    for (Waiting& waiting : fWaiting) {
-        if (isReplaced(waiting) && waiting.frame.targets == frame.targets)
-            return &waiting;
-    }
-    std::vector<token_t> targets = frame.targets;
+    const auto found = std::find_if(fWaiting.begin(), fWaiting.end(), [&](const Waiting& waiting) {
+        return IsReplaceable(waiting, code) && waiting.frame.targets == frame.targets;
+    });
+    return found != fWaiting.end() ? &*found : nullptr;
+}
+
+void SendQueue::TakeOut(std::vector<token_t> targets, uint32 code)
+{
     std::sort(targets.begin(), targets.end());
     for (Waiting& waiting : fWaiting) {
-        if (!isReplaced(waiting))
+        if (!IsReplaceable(waiting, code))
             continue;
         std::erase_if(waiting.frame.targets, [&targets](token_t target) {
             return std::binary_search(targets.begin(), targets.end(), target);
         });
     }
     std::erase_if(fWaiting, [&](const Waiting& waiting) {
-        const bool isErased = isReplaced(waiting) && waiting.frame.targets.empty();
+        const bool isErased = IsReplaceable(waiting, code) && waiting.frame.targets.empty();
         fCapacity -= isErased ? waiting.Capacity() : 0;
         return isErased;
     });
     fClaim.Resize(fCapacity);
-    return nullptr;
 }
 
 bool SendQueue::Flush(int socket)

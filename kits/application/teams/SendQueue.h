@@ -46,9 +46,12 @@ private:
         size_t Capacity() const;
     };
 
-    /// Takes these targets out of older messages that the new one replaces.
-    /// @return the place of one that is replaced whole, or null
-    Waiting* Supersede(const MessageFrame& frame, uint32 code);
+    /// Whether this one waits for its targets only until there is a newer one with this code.
+    static bool IsReplaceable(const Waiting& waiting, uint32 code);
+    /// The one that goes to the same targets, or null.
+    Waiting* FindReplaceable(const MessageFrame& frame, uint32 code);
+    /// Takes these targets out of all of them.
+    void TakeOut(std::vector<token_t> targets, uint32 code);
     bool Send(int socket);
 
     std::deque<Waiting> fWaiting;

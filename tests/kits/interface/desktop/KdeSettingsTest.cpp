@@ -1,5 +1,6 @@
 #include "kits/interface/desktop/KdeSettings.h"
 
+#include "kits/kernel/Bounds.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,18 @@ TEST_F(KdeSettingsTest, TheUsersOwnComeFirst)
     EXPECT_EQ(look(), "look");
     folder.Put("own/kdeglobals", "[KDE]\nLook=own\n");
     EXPECT_EQ(look(), "own");
+}
+
+TEST_F(KdeSettingsTest, LooksIntoSoManyListedFolders)
+{
+    std::string list;
+    for (size_t i = 1; i < bounds::kMostListedFolders; ++i)
+        list += "/nowhere:";
+    folder.Put("system/kdeglobals", "[KDE]\nLook=system\n");
+    setenv("XDG_CONFIG_DIRS", (list + folder.Path("system")).c_str(), 1);
+    EXPECT_EQ(KdeSettings::Value("kdeglobals", "KDE", "Look"), "system");
+    setenv("XDG_CONFIG_DIRS", ("/nowhere:" + list + folder.Path("system")).c_str(), 1);
+    EXPECT_EQ(KdeSettings::Value("kdeglobals", "KDE", "Look"), std::nullopt);
 }
 
 TEST_F(KdeSettingsTest, AreDarkByTheirColoursOrTheirScheme)
