@@ -131,15 +131,33 @@ class Sway(Compositor):
 
     def windows(self):
         """Name and application of every window; that with the focus first."""
+        return [(node["name"], node["app_id"])
+                for node in sorted(self._nodes(), key=lambda node: (not node["focused"], node["name"] or "", node["app_id"]))]
+
+    def _nodes(self):
         tree = json.loads(subprocess.run(["swaymsg", "-r", "-t", "get_tree"], env=self.environment,
                                          capture_output=True, timeout=TIMEOUT, check=True).stdout)
         found = []
 
         def walk(node):
             if node.get("app_id"):
-                found.append((not node["focused"], node["name"], node["app_id"]))
+                found.append(node)
             for child in node["nodes"] + node["floating_nodes"]:
                 walk(child)
 
         walk(tree)
-        return [(name, app) for _, name, app in sorted(found)]
+        return found
+
+    def command(self, name, *words):
+        """To the window of this name."""
+        subprocess.run(["swaymsg", f'[title="^{name}$"] {" ".join(map(str, words))}'], env=self.environment,
+                       capture_output=True, timeout=TIMEOUT, check=True)
+
+    def corner(self, name):
+        """Left and top of what is in the frame of the window of this name."""
+        node = next(node for node in self._nodes() if node["name"] == name)
+        return tuple(node["rect"][side] + node["window_rect"][side] for side in ("x", "y"))
+
+    def place(self, name, x, y):
+        self.command(name, "move", "position", x, y)
+        wait_until(lambda: all(0 <= at - to < 40 for at, to in zip(self.corner(name), (x, y))), f"{name} at its place")
