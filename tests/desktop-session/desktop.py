@@ -195,12 +195,15 @@ class Desktop:
 
     def picture(self, window="root"):
         """What a window, or the screen, shows now."""
-        width, height = SCREEN if window == "root" else self.size(window)
-        result = subprocess.run(["import", "-silent", "-window", str(window), "-depth", "8", "rgb:-"],
-                                env=self.environment, capture_output=True, timeout=TIMEOUT, check=True)
-        if len(result.stdout) != 3 * width * height:
-            return self.picture(window)  # resized in between
-        return Picture(width, height, result.stdout)
+        end = time.monotonic() + TIMEOUT
+        while time.monotonic() < end:
+            width, height = SCREEN if window == "root" else self.size(window)
+            result = subprocess.run(["import", "-silent", "-window", str(window), "-depth", "8", "rgb:-"],
+                                    env=self.environment, capture_output=True, timeout=TIMEOUT, check=True)
+            if len(result.stdout) == 3 * width * height:
+                return Picture(width, height, result.stdout)
+            # It was resized in between, or reaches beyond the screen.
+        raise AssertionError(f"no whole picture of window {window}")
 
     # The pointer and the keyboard.
 
