@@ -74,7 +74,10 @@ class Client:
         self._control = self._make(self._globals["zwlr_data_control_manager_v1"], 1, None, self._globals["wl_seat"])
 
     def close(self):
+        """Nothing happens when it is closed already."""
         with self._lock:
+            if self._is_closed:
+                return
             self._is_closed = True
         os.write(self._wake[1], b"x")
         self._thread.join()
@@ -193,8 +196,9 @@ class Client:
         self.settle()
         return offer
 
-    def open_window(self, name, width, height, color):
-        return Window(self, name, width, height, color)
+    def open_window(self, name, width, height, color, hand):
+        """To drag from with the pointer of another client, which stays when this one goes."""
+        return Window(self, name, width, height, color, hand)
 
 
 class Offer:
@@ -253,8 +257,8 @@ class Offer:
 class Window:
     """A window of one colour, to drag from."""
 
-    def __init__(self, client, name, width, height, color):
-        self._client = client
+    def __init__(self, client, name, width, height, color, hand):
+        self._client, self._hand = client, hand
         self._serial = None
         self.is_under_pointer = False
         globals_of = client._globals
@@ -299,9 +303,9 @@ class Window:
     def drag(self, x, y, behaviour, data, *forms):
         """Begins to drag from this place of the screen, which is over the window."""
         client = self._client
-        client.move(x, y)
+        self._hand.move(x, y)
         wait_until(lambda: self.is_under_pointer, "the pointer over the window")
-        client.press()
+        self._hand.press()
         serial = wait_until(lambda: self._serial, "the press of the button")
         offer = Offer(client, behaviour, data)
         source = client._make(client._globals["wl_data_device_manager"], 0, events={

@@ -4,11 +4,9 @@ import json
 import os
 import pathlib
 import shutil
-import signal
 import subprocess
 import sys
 import tempfile
-import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "desktop-session"))
 

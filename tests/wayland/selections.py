@@ -34,9 +34,13 @@ class SelectionsTest(SwayTest):
     def setUp(self):
         super().setUp()
         self.witness = self.desktop.folder / "witness"
-        self.client = Client(self.desktop.environment["WAYLAND_DISPLAY"], SIZE)
-        self.addCleanup(self.client.close)
+        self.client = self.connect()
         self.open()
+
+    def connect(self):
+        client = Client(self.desktop.environment["WAYLAND_DISPLAY"], SIZE)
+        self.addCleanup(client.close)
+        return client
 
     def open(self):
         variables = dict(RECORDED, LD_PRELOAD=WITNESS, QEL_TEST_WITNESS=str(self.witness))
@@ -48,7 +52,8 @@ class SelectionsTest(SwayTest):
         self.desktop.place("Qel", *WINDOW_AT)
 
     def open_source(self):
-        self.source = self.client.open_window(SOURCE, 160, 100, SOURCE_COLOR)
+        self.dragger = self.connect()
+        self.source = self.dragger.open_window(SOURCE, 160, 100, SOURCE_COLOR, self.client)
         wait_until(lambda: SOURCE in self.names(), "the window to drag from")
         self.desktop.place(SOURCE, *SOURCE_AT)
         wait_until(lambda: self.count(SOURCE_COLOR) > 1000, "the colour to drag from")

@@ -7,7 +7,7 @@ import unittest
 from desktop import TIMEOUT, stop_process, wait_until
 from prefs import SWATCH, TABS
 from programs import ctrl
-from selections import BAD, CHART, COLOR, COLOR_FORM, GROUND, OLD_COLOR, WAITING, SelectionsTest, color_bytes
+from selections import BAD, CHART, COLOR, COLOR_FORM, GROUND, OLD_COLOR, SOURCE, WAITING, SelectionsTest, color_bytes
 
 
 class Charts(SelectionsTest):
@@ -89,6 +89,24 @@ class Charts(SelectionsTest):
         for behaviour in BAD:
             with self.subTest(behaviour):
                 self.assert_has_no_effect(behaviour, self.drop_color)
+        self.drop_color("good", COLOR)
+        self.await_color()
+        self.quit(self.program)
+
+    def test_go_on_when_the_source_ends(self):
+        for moment in ("over a chart", "after the drop"):
+            with self.subTest(moment):
+                self.open_source()
+                offer = self.drag("silent", color_bytes(COLOR), [COLOR_FORM], "Qel", CHART)
+                if moment == "after the drop":
+                    self.drop(offer)
+                self.dragger.close()
+                if moment == "over a chart":
+                    self.client.release()
+                wait_until(lambda: SOURCE not in self.names(), "the window to go")
+                self.settle()
+                self.assertLess(self.count(COLOR), GROUND)
+        self.open_source()
         self.drop_color("good", COLOR)
         self.await_color()
         self.quit(self.program)

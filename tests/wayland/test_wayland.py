@@ -4,7 +4,6 @@ import signal
 import unittest
 
 from compositor import Weston
-from desktop import wait_until
 from programs import BACKGROUND, MENU, PANEL, SwayTest, WaylandTest, ctrl
 
 
