@@ -14,6 +14,7 @@ WITNESS = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "wayland", "libwitness.s
 COLOR_FORM = "application/x-color"
 COLOR = (255, 0, 255)
 OLD_COLOR = (16, 21, 29)
+OTHER_COLOR = (128, 128, 0)
 GROUND = CHARTS // 4
 """Pixels that the ground of a chart has at least."""
 WAITING = ("late", "trickle")

@@ -7,7 +7,8 @@ import unittest
 from desktop import TIMEOUT, stop_process, wait_until
 from prefs import SWATCH, TABS
 from programs import ctrl
-from selections import BAD, CHART, COLOR, COLOR_FORM, GROUND, OLD_COLOR, SOURCE, WAITING, SelectionsTest, color_bytes
+from selections import (BAD, CHART, COLOR, COLOR_FORM, GROUND, OLD_COLOR, OTHER_COLOR, SOURCE, WAITING, SelectionsTest,
+                        color_bytes)
 
 
 class Charts(SelectionsTest):
@@ -91,6 +92,22 @@ class Charts(SelectionsTest):
                 self.assert_has_no_effect(behaviour, self.drop_color)
         self.drop_color("good", COLOR)
         self.await_color()
+        self.quit(self.program)
+
+    def test_take_a_drop_while_another_one_waits(self):
+        self.open_source()
+        self.drop_color("silent", OTHER_COLOR)
+        self.drop_color("good", COLOR)
+        self.await_color()
+        self.await_beep(0)
+        # The end of the wait comes while something else is over the chart.
+        self.drop_color("silent", OTHER_COLOR)
+        offer = self.drag("good", color_bytes(OLD_COLOR), [COLOR_FORM], "Qel", CHART)
+        self.await_beep(1)
+        self.settle()
+        self.drop(offer)
+        wait_until(lambda: self.count(COLOR) < GROUND, "the old ground")
+        self.assertLess(self.count(OTHER_COLOR), GROUND)
         self.quit(self.program)
 
     def test_go_on_when_the_source_ends(self):

@@ -77,19 +77,16 @@ template <class Event> void DeliverAs(QWindow& window, Event& event)
     }
 }
 
-void Enter(QWindow& window, const QDropEvent& event)
+void Leave(QWindow& window)
 {
     sLeaves = false;
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(&window, &leave);
     sLeaves = true;
-    QDragEnterEvent enter(event.position().toPoint(), event.possibleActions(), sOffer.get(), event.buttons(),
-                          event.modifiers());
-    QCoreApplication::sendEvent(&window, &enter);
 }
 
-/// A drop that the toolkit has forgotten when its data come.
-struct HeldDrop {
+/// One place of a drag over a window.
+struct Moment {
     QPointer<QWindow> window;
     QPointF place;
     Qt::DropActions actions;
@@ -97,40 +94,68 @@ struct HeldDrop {
     Qt::KeyboardModifiers modifiers;
     std::shared_ptr<ForeignOffer> offer;
 
-    void CarryOut() const
+    /// @return true if the drag was accepted
+    bool Enter() const
     {
-        if (offer->IsLate())
-            beep();
-        if (window == nullptr)
-            return;
-        // The drag has left the window since.
-        const QPoint point = place.toPoint();
-        QDragEnterEvent enter(point, actions, offer.get(), buttons, modifiers);
-        QCoreApplication::sendEvent(window, &enter);
-        QDragMoveEvent move(point, actions, offer.get(), buttons, modifiers);
-        move.setAccepted(enter.isAccepted());
+        QDragEnterEvent enter(place.toPoint(), actions, offer.get(), buttons, modifiers);
+        if (window != nullptr)
+            QCoreApplication::sendEvent(window, &enter);
+        return enter.isAccepted();
+    }
+
+    void Arrive() const
+    {
+        const bool isAccepted = Enter();
+        QDragMoveEvent move(place.toPoint(), actions, offer.get(), buttons, modifiers);
+        move.setAccepted(isAccepted);
         if (window != nullptr)
             QCoreApplication::sendEvent(window, &move);
-        QDropEvent drop(place, actions, offer.get(), buttons, modifiers);
-        if (window != nullptr)
-            QCoreApplication::sendEvent(window, &drop);
     }
 };
+/// The last one of what is over our windows.
+Moment sLast;
+
+Moment MomentOf(QWindow& window, const QDropEvent& event)
+{
+    return {&window, event.position(), event.possibleActions(), event.buttons(), event.modifiers(), sOffer};
+}
+
+void Forget()
+{
+    sLast = {};
+    sOffer.reset();
+}
+
+/// A drop that the toolkit has forgotten when its data come.
+void CarryOut(const Moment& held)
+{
+    if (held.offer->IsLate())
+        beep();
+    // The held drag has left the window since, and another one may be there, which goes on afterwards.
+    const Moment current = sLast;
+    if (current.window != nullptr)
+        Leave(*current.window);
+    held.Arrive();
+    QDropEvent drop(held.place, held.actions, held.offer.get(), held.buttons, held.modifiers);
+    if (held.window != nullptr)
+        QCoreApplication::sendEvent(held.window, &drop);
+    if (current.offer != nullptr && current.offer == sOffer)
+        current.Arrive();
+}
 
 /// @return true if it is held back
 bool HoldBack(QWindow& window, QDropEvent& event)
 {
     if (sOffer->IsReadyForDrop())
         return false;
-    const auto held = std::make_shared<HeldDrop>(
-        HeldDrop{&window, event.position(), event.possibleActions(), event.buttons(), event.modifiers(), sOffer});
+    const auto held = std::make_shared<Moment>(MomentOf(window, event));
     // What is at hand comes in this call.
     const auto isHere = std::make_shared<bool>(false);
     const auto isHeld = std::make_shared<bool>(false);
     held->offer->FetchForDrop([held, isHere, isHeld] {
         *isHere = true;
         if (*isHeld)
-            RunOnMainThread([held] { held->CarryOut(); });
+            RunOnMainThread([held] { CarryOut(*held); });
         // It holds the offer, which holds this.
     });
     *isHeld = !*isHere;
@@ -150,7 +175,7 @@ void Start()
 void Stop()
 {
     sWatch.reset();
-    sOffer.reset();
+    Forget();
 }
 
 bool Deliver(QWindow& window, QEvent& event)
@@ -161,10 +186,12 @@ bool Deliver(QWindow& window, QEvent& event)
     case QEvent::Drop:
         break;
     case QEvent::DragLeave:
+        if (sLeaves)
+            sLast = {};
         // After it has been delivered.
         RunOnMainThread([left = sLeaves ? sOffer : nullptr] {
             if (left != nullptr && sOffer == left)
-                sOffer.reset();
+                Forget();
         });
         return false;
     default:
@@ -179,18 +206,24 @@ bool Deliver(QWindow& window, QEvent& event)
         sIdentity = identity;
         sOffer = MakeOffer(*drop.mimeData());
     }
+    const Moment now = MomentOf(window, drop);
+    sLast = now;
     // One that died over the window has not left it, and the toolkit takes the next one for the same.
-    if (isNew && event.type() == QEvent::DragMove)
-        Enter(window, drop);
+    if (isNew && event.type() == QEvent::DragMove) {
+        Leave(window);
+        now.Enter();
+    }
     if (event.type() == QEvent::DragEnter) {
         DeliverAs(window, static_cast<QDragEnterEvent&>(event));
     } else if (event.type() == QEvent::DragMove) {
         DeliverAs(window, static_cast<QDragMoveEvent&>(event));
-    } else if (!HoldBack(window, drop)) {
-        if (sOffer->IsLate())
-            beep();
-        DeliverAs(window, drop);
-        sOffer.reset();
+    } else {
+        if (!HoldBack(window, drop)) {
+            if (sOffer->IsLate())
+                beep();
+            DeliverAs(window, drop);
+        }
+        Forget();
     }
     return true;
 }
