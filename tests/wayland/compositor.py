@@ -8,7 +8,7 @@ import subprocess
 import sys
 import tempfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "desktop-session"))
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "desktop-session"))
 
 from desktop import TIMEOUT, Picture, wait_until  # noqa: E402
 from sanitizers import REPORTS  # noqa: E402

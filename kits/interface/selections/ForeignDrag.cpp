@@ -13,6 +13,7 @@
 #include <QWindow>
 
 #include <memory>
+#include <set>
 #include <utility>
 
 namespace kits::ForeignDrag {
@@ -126,6 +127,9 @@ void Forget()
     sOffer.reset();
 }
 
+/// Drops that wait for their data.
+std::set<std::shared_ptr<Moment>> sHeld;
+
 /// A drop that the toolkit has forgotten when its data come.
 void CarryOut(const Moment& held)
 {
@@ -152,15 +156,23 @@ bool HoldBack(QWindow& window, QDropEvent& event)
     // What is at hand comes in this call.
     const auto isHere = std::make_shared<bool>(false);
     const auto isHeld = std::make_shared<bool>(false);
-    held->offer->FetchForDrop([held, isHere, isHeld] {
+    // The offer has this as long as data may come, so it must not be kept by it.
+    held->offer->FetchForDrop([drop = std::weak_ptr(held), isHere, isHeld] {
         *isHere = true;
         if (*isHeld)
-            RunOnMainThread([held] { CarryOut(*held); });
-        // It holds the offer, which holds this.
+            RunOnMainThread([drop] {
+                const std::shared_ptr<Moment> ready = drop.lock();
+                if (ready == nullptr)
+                    return;
+                sHeld.erase(ready);
+                CarryOut(*ready);
+            });
     });
     *isHeld = !*isHere;
-    if (*isHeld)
+    if (*isHeld) {
+        sHeld.insert(held);
         event.acceptProposedAction();
+    }
     return *isHeld;
 }
 
@@ -175,6 +187,7 @@ void Start()
 void Stop()
 {
     sWatch.reset();
+    sHeld.clear();
     Forget();
 }
 
