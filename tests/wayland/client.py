@@ -1,5 +1,5 @@
-"""A client of a compositor, by its protocol: moves the pointer, and owns what is pasted and dropped, well or badly. Only
-the standard library is used."""
+"""A client of a compositor, by its protocol: moves the pointer, owns what is pasted and dropped, and gives it well or
+badly. Only the standard library is used."""
 
 import array
 import contextlib

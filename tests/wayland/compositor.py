@@ -129,8 +129,8 @@ class Sway(Compositor):
 
     def windows(self):
         """Name and application of every window; that with the focus first."""
-        return [(node["name"], node["app_id"])
-                for node in sorted(self._nodes(), key=lambda node: (not node["focused"], node["name"] or "", node["app_id"]))]
+        found = [(not node["focused"], node["name"] or "", node["app_id"]) for node in self._nodes()]
+        return [(name, app) for _, name, app in sorted(found)]
 
     def _nodes(self):
         tree = json.loads(subprocess.run(["swaymsg", "-r", "-t", "get_tree"], env=self.environment,

@@ -46,8 +46,8 @@ class WaylandTest(unittest.TestCase):
         # A file: the host of desktop charts, which outlives the program, has it too.
         with open(self.said, "wb") as said:
             program = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                       stderr=said,
-                                       env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config), **variables))
+                                       stderr=said, env=dict(self.desktop.environment,
+                                                             XDG_CONFIG_HOME=str(self.config), **variables))
         self.addCleanup(self.end, program)
         return program
 
