@@ -100,7 +100,14 @@ class TwoScales(ReplicantsTest):
         self.addCleanup(self.desktop.xdotool, "mouseup", 1)
         for step in range(1, 21):
             self.desktop.xdotool("mousemove", corner[0] + 26 * step, corner[1])
-        wait_until(lambda: self.scale_at(self.window) == self.RIGHT, "the window on the other screen")
+        pointer = min(corner[0] + 26 * 20, SCREEN[0] - 1)
+
+        def edge():
+            left, _, width, _ = self.desktop.geometry(self.window)
+            return left + width
+
+        wait_until(lambda: abs(edge() - pointer) <= 8, "the edge under the pointer")
+        self.assertEqual(self.scale_at(self.window), self.RIGHT)
         size = self.desktop.size(self.window)
         self.desktop.xdotool("mouseup", 1)
         for _ in range(3):
