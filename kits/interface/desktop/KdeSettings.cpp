@@ -85,7 +85,11 @@ std::optional<bool> IsDarkColor(const std::string& value)
     int red = 0;
     int green = 0;
     int blue = 0;
-    if (std::sscanf(value.c_str(), "%4d,%4d,%4d", &red, &green, &blue) != 3)
+    int end = 0;
+    if (std::sscanf(value.c_str(), "%4d,%4d,%4d%n", &red, &green, &blue, &end) != 3)
+        return std::nullopt;
+    const char next = value.c_str()[end];
+    if (next != '\0' && next != ',')
         return std::nullopt;
     for (const int part : {red, green, blue}) {
         if (part < 0 || part > 255)

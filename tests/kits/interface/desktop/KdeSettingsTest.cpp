@@ -70,6 +70,8 @@ TEST_F(KdeSettingsTest, ADarkColourIsOneBelowTheMiddle)
     EXPECT_EQ(KdeSettings::IsDarkColor("300,0,0"), std::nullopt);
     EXPECT_EQ(KdeSettings::IsDarkColor("4294967296,0,0"), std::nullopt);
     EXPECT_EQ(KdeSettings::IsDarkColor("-1,0,0"), std::nullopt);
+    EXPECT_EQ(KdeSettings::IsDarkColor("3,2,02423241"), std::nullopt);
+    EXPECT_EQ(KdeSettings::IsDarkColor("3,2,1 and more"), std::nullopt);
     EXPECT_EQ(KdeSettings::IsDarkColor("#202020"), std::nullopt);
 }
 
