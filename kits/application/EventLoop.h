@@ -36,9 +36,9 @@ public:
     /// The moment (of `system_time`) of the next timer; B_INFINITE_TIMEOUT if none runs. Ask again after every RunDue.
     static bigtime_t Deadline();
     /// Does what is due: runs timers and actions, and dispatches the messages that wait now, one after the other in the
-    /// order of posting; those of another process only for a while (PeerTurns). What comes meanwhile and what is left
-    /// over waits for the next call (WakeDescriptor() stays readable then), so that input and painting have their turn.
-    /// Main thread, with the interface lock held.
+    /// order of posting. Messages of another process are dispatched for a limited time (PeerTurns). Skipped messages
+    /// and new ones wait for the next call, so that input and painting have their turn; WakeDescriptor() stays
+    /// readable. Main thread, with the interface lock held.
     static void RunDue();
     /// The same if nothing is due but messages of which only the newest counts (BMessage::SetNewestWins); else nothing,
     /// and WakeDescriptor() stays readable.

@@ -11,21 +11,21 @@ class BView;
 /// is dragged to other programs, and what they have put there comes back as what they would have dropped. All of this
 /// in the main thread.
 ///
-/// What another program owns comes when that program sends it; nothing waits for it. After a second it is not taken any
-/// more, and there is a beep instead, as there is if nothing comes that could be dropped on a view.
+/// Another program's data come when that program sends them; nothing waits for them. Data that come after a second, or
+/// that cannot be dropped on a view, are discarded with a beep.
 namespace kits {
 
 /// Puts on it what the view gives (BView::CopyRequested). False, and the clipboard is as before, when that is nothing.
 bool CopyFrom(BView* view);
 
-/// Drops what lies on it on the view, at the place that the view names then (BView::PasteRequested): the message is
-/// delivered by the event loop, unless the view is gone before it comes. False when the view takes nothing, or when it
-/// is known at once that nothing lies there that could be dropped on it.
+/// Drops the clipboard's content on the view, at the place that the view names then (BView::PasteRequested). The event
+/// loop delivers the message, unless the view is gone by then.
+/// @return false if the view takes nothing, or if we know at once that the clipboard holds nothing for it
 bool PasteOnto(BView* view);
 
-/// Fetches what lies on it. It may come from anywhere.
-/// @param taken  gets it, in this call or later, and refers to others by messenger. Not called if nothing comes
-/// @return false if it is known at once that nothing lies there that could be dropped on a view
+/// Fetches the clipboard's content, which any program may have put there.
+/// @param taken  gets the message, in this call or later, and refers to others by messenger. Not called if none comes
+/// @return false if we know at once that the clipboard holds nothing that could be dropped on a view
 bool FetchClipboard(std::function<void(BMessage&)> taken);
 
 } // namespace kits

@@ -131,9 +131,9 @@ inline constexpr size_t kMostBootFile = 512;
 /// Files that are kept because they could not be read, of one name. refuse
 inline constexpr int kMostKeptFiles = 10000;
 
-// What desktops and other programs keep in files and say through tools. ignore: as if there was none of it
+// Files and tools of desktops and other programs. ignore: as if they did not exist
 
-/// Of a settings file, and of what one of the desktop's tools prints.
+/// Of a settings file, and of the output of one of the desktop's tools.
 inline constexpr size_t kMostForeignSettings = kMiB;
 inline constexpr size_t kMostPrinted = kMiB;
 /// How long such a tool may take, in microseconds.
@@ -144,7 +144,7 @@ inline constexpr size_t kMostListedFolders = 64;
 inline constexpr size_t kMostWallpaperEntries = 4096;
 /// Of an entry that starts a program with the session; a longer one is replaced.
 inline constexpr size_t kMostAutostart = 64 * kKiB;
-/// Of what comes from outside in a line on stderr: the rest is left out.
+/// Of a foreign text in a line on stderr. The rest is left out.
 inline constexpr size_t kMostInALine = 1024;
 
 // Pictures, in the process that reads them. refuse
@@ -168,7 +168,7 @@ inline constexpr uint32_t kMostSettings = 64 * 1024;
 inline constexpr uint32_t kMostPropertyValues = 4096;
 inline constexpr uint32_t kMostPropertyText = 64;
 
-// What other programs own or drag: the clipboard, the primary selection, drags.
+// Other programs' data: the clipboard, the primary selection, drags.
 
 /// For all forms of it and all answers together, of a paste or a drop. Then it is given up, with a beep.
 inline constexpr auto kLongestFetch = std::chrono::seconds(1);
@@ -177,13 +177,13 @@ inline constexpr auto kLongestHandover = std::chrono::seconds(1);
 /// Of it in one form: messages as above, texts, colours. ignore: the next form is tried
 inline constexpr size_t kMostForeignText = kMiB;
 inline constexpr size_t kMostForeignColor = 64;
-/// Forms that are read of what an owner says it has. As an owner that does not say: all are tried.
+/// Forms in an owner's list. With more, the list is ignored and every form is tried.
 inline constexpr size_t kMostForms = 1024;
 /// Pieces that an answer comes in. ignore: the next form is tried
 inline constexpr int kMostPieces = 8192;
 /// Fetches under way. refuse, with a beep
 inline constexpr size_t kMostFetches = 4;
-/// How often a program is asked for what it drags, while it is over one window.
+/// How often a program is asked for its dragged data while the drag is over one window.
 inline constexpr int kMostAskedOfADrag = 8;
 /// After how many microseconds without an answer it is asked again, at the next place that the pointer comes to.
 inline constexpr int64_t kAskDragAgain = 100000;

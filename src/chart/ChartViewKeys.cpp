@@ -164,7 +164,7 @@ bool ChartView::PasteRequested(BPoint* where)
     return true;
 }
 
-// The menu may change until the colour comes: what the message means is looked up then.
+// The menu may change before the colour comes, so the source is looked up again then.
 void ChartView::PasteColor(const BMessage& message)
 {
     const auto take = [chart = BMessenger(this), message](BMessage& pasted) {

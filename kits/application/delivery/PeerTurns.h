@@ -9,9 +9,9 @@
 
 namespace kits {
 
-/// How long the main loop has handled the messages of each other process. One that has had its time in a turn waits for
-/// the next, and for some more turns if a message of it took longer. So events, timers and the messages of others come
-/// in between, whatever it sends. Main thread.
+/// Counts how long the main loop has handled messages of each other process. A process that has used up its time waits
+/// for the next turn, and for several turns after a message that took longer. Events, timers and the messages of other
+/// processes are handled in between. Main thread.
 class PeerTurns {
 public:
     /// A turn of the loop, perhaps of a nested one, begins.

@@ -342,7 +342,7 @@ bool PostOffice::TakeNext(uint64 end, Parcel* taken, bool* isDeliverable)
     const auto handler = fHandlers.find(next->handler);
     *isDeliverable = handler != fHandlers.end() && handler->second.looper == next->looper;
     Forget(&*next);
-    // What is left in the middle of the queue is as one that was dropped.
+    // In the middle of the queue this leaves an empty parcel, as dropping a message does.
     *taken = std::move(*next);
     if (next == fQueue.begin()) {
         fQueue.pop_front();

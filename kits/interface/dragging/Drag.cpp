@@ -38,15 +38,15 @@ namespace {
 std::unique_ptr<Request> sQueued;
 /// What is being dragged out of this process.
 std::unique_ptr<Request> sCurrent;
-/// What is dragged over our windows; null as long as it is not known.
+/// The message that is dragged over our windows; null until it is known.
 std::unique_ptr<BMessage> sOver;
-/// Where it is, as it was reported last.
+/// The place of the drag that was reported last.
 struct Place {
     const WindowImpl* window = nullptr; ///< only to be compared
     BPoint where;
 };
 Place sPlace;
-/// What another program drags over our windows.
+/// The offer of another program that drags over our windows.
 QPointer<ForeignOffer> sForeign;
 /// The course of that drag, as long as the toolkit carries it out.
 std::optional<DragCourse> sCourse;
@@ -231,7 +231,7 @@ bool IsOurs(const QDropEvent& event)
     return sCurrent != nullptr && event.source() == Source();
 }
 
-/// What another program drags has come: the view under the pointer is told as if the pointer came now.
+/// The other program's message has come. Tells the view under the pointer, as if the pointer entered it now.
 void ForeignIsHere()
 {
     if (sForeign == nullptr || sOver != nullptr)
@@ -243,14 +243,14 @@ void ForeignIsHere()
     }
 }
 
-/// Finds out what is dragged over our windows, or has it fetched.
+/// Sets the message that is dragged over our windows, or starts to fetch it.
 void Look(const QDropEvent& event)
 {
     if (IsOurs(event)) {
         sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
         return;
     }
-    // The toolkit's event has it as a constant; it is ours.
+    // The event's data are constant, but the object is ours.
     sForeign = const_cast<ForeignOffer*>(dynamic_cast<const ForeignOffer*>(event.mimeData()));
     if (sForeign == nullptr)
         return;
@@ -328,7 +328,7 @@ bool Over(WindowImpl& window, const QDropEvent& event)
         Look(event);
     BWindow* const target = window.fWindow;
     if (sOver == nullptr)
-        // Not known yet: a view may take it.
+        // A view may take it when it has come.
         return sForeign != nullptr && sForeign->IsComing() &&
                target->FindView(target->ConvertFromScreen(where)) != nullptr;
     Pointer::Moved(target, where, sOver.get());

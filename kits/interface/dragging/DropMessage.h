@@ -28,12 +28,12 @@ std::optional<rgb_color> ColorOf(const BMessage& message);
 std::vector<SelectionForm> Forms();
 /// True if one of these formats of the toolkit's is such a form.
 bool CanDecode(const QStringList& formats);
-/// From one of the forms: a message that was dragged with Encode; a colour as B_PASTE with "RGBColor"; a text as
-/// B_MIME_DATA with "text/plain" of B_MIME_TYPE. Null for anything else, broken data included.
+/// Makes a message of data in one of the forms: the message that Encode wrote; for a colour B_PASTE with "RGBColor";
+/// for a text B_MIME_DATA with "text/plain" of B_MIME_TYPE. Null for anything else, broken data included.
 std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& bytes);
-/// Data that are at hand, in one of these forms; empty if they have not this form.
+/// The bytes of data that this process holds, in one of these forms; empty if the data lack it.
 std::string BytesOf(const QMimeData& data, const std::string& form);
-/// From data that are at hand: from the first of the forms that can be decoded. Null if there is none.
+/// The same from data that this process holds, in the first form that can be decoded. Null if there is none.
 std::unique_ptr<BMessage> Decode(const QMimeData& data);
 
 } // namespace DropMessage

@@ -21,7 +21,7 @@ namespace kits::ForeignDrag {
 namespace {
 
 std::unique_ptr<XDragWatch> sWatch;
-/// What is over our windows; null when nothing is.
+/// The offer that is dragged over our windows; null when there is none.
 std::shared_ptr<ForeignOffer> sOffer;
 
 /// Tells one drag from another.
@@ -31,7 +31,7 @@ struct Identity {
     bool operator==(const Identity&) const = default;
 };
 Identity sIdentity;
-/// False while a window is told that a drag has left it that is still the current one.
+/// False while we tell a window that a drag has left, although the drag goes on.
 bool sLeaves = true;
 
 Identity IdentityOf(const QMimeData& data)
@@ -113,7 +113,7 @@ struct Moment {
             QCoreApplication::sendEvent(window, &move);
     }
 };
-/// The last one of what is over our windows.
+/// The last moment of the current drag.
 Moment sLast;
 
 Moment MomentOf(QWindow& window, const QDropEvent& event)
@@ -130,12 +130,12 @@ void Forget()
 /// Drops that wait for their data.
 std::set<std::shared_ptr<Moment>> sHeld;
 
-/// A drop that the toolkit has forgotten when its data come.
+/// Carries out a drop whose data have come. The toolkit has forgotten it by then.
 void CarryOut(const Moment& held)
 {
     if (held.offer->IsLate())
         beep();
-    // The held drag has left the window since, and another one may be there, which goes on afterwards.
+    // The drag of this drop is gone. Another one may be over the window; it goes on afterwards.
     const Moment current = sLast;
     if (current.window != nullptr)
         Leave(*current.window);
@@ -153,10 +153,10 @@ bool HoldBack(QWindow& window, QDropEvent& event)
     if (sOffer->IsReadyForDrop())
         return false;
     const auto held = std::make_shared<Moment>(MomentOf(window, event));
-    // What is at hand comes in this call.
+    // Data that this process holds come in this call.
     const auto isHere = std::make_shared<bool>(false);
     const auto isHeld = std::make_shared<bool>(false);
-    // The offer has this as long as data may come, so it must not be kept by it.
+    // The drop owns the offer, and the offer this function: a shared pointer here would keep both forever.
     held->offer->FetchForDrop([drop = std::weak_ptr(held), isHere, isHeld] {
         *isHere = true;
         if (*isHeld)
@@ -201,7 +201,7 @@ bool Deliver(QWindow& window, QEvent& event)
     case QEvent::DragLeave:
         if (sLeaves)
             sLast = {};
-        // After it has been delivered.
+        // Views still use the offer while they handle the leave.
         RunOnMainThread([left = sLeaves ? sOffer : nullptr] {
             if (left != nullptr && sOffer == left)
                 Forget();
@@ -221,7 +221,7 @@ bool Deliver(QWindow& window, QEvent& event)
     }
     const Moment now = MomentOf(window, drop);
     sLast = now;
-    // One that died over the window has not left it, and the toolkit takes the next one for the same.
+    // A source that died over the window sent no leave, and the toolkit takes the next drag for the same one.
     if (isNew && event.type() == QEvent::DragMove) {
         Leave(window);
         now.Enter();

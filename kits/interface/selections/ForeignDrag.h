@@ -5,19 +5,20 @@ class QWindow;
 
 namespace kits {
 
-/// Drags of other programs over our windows. Their data are fetched without waiting, see ForeignOffer. A drop whose
-/// data have not come is held back until they come or a second is over: on an X server the program that drags is told
-/// so long later what became of it; on Wayland, where the toolkit tells it at once, the drop is carried out later.
+/// Drags of other programs over our windows. A ForeignOffer fetches their data without waiting. A drop waits until its
+/// data have come or a second is over. On an X server the source gets our answer only then. On Wayland the toolkit
+/// answers at once, and we carry out the drop later.
 ///
 /// Main thread.
 namespace ForeignDrag {
 
-/// Sees what the X server tells of drags.
+/// Starts to watch the X server's messages about drags.
 void Start();
 void Stop();
 
-/// For every event of a window of the system's: has one of a foreign drag delivered in its form with a ForeignOffer.
-/// @return true if that was done, or is held back, and the event itself needs no delivery
+/// To be called for every event of a system window. Delivers an event of a foreign drag with a ForeignOffer in place of
+/// the toolkit's data, or holds a drop back.
+/// @return true if it did, so that the event itself needs no delivery
 bool Deliver(QWindow& window, QEvent& event);
 
 } // namespace ForeignDrag

@@ -63,7 +63,7 @@ ForeignOffer::State ForeignOffer::Want()
 
 void ForeignOffer::Unwant()
 {
-    // A drop that waits needs it.
+    // A waiting drop needs the data.
     if (fReady != nullptr)
         return;
     fIsWanted = false;
@@ -81,7 +81,7 @@ void ForeignOffer::FetchForDrop(std::function<void()> ready)
 {
     fReady = std::move(ready);
     if (fIsWanted) {
-        // One more try; what is under way goes on.
+        // The last try. A fetch under way continues.
         Want();
         fAsked = bounds::kMostAskedOfADrag;
     } else if (!fIsFetching && MayAskForText()) {
@@ -112,7 +112,7 @@ void ForeignOffer::Ended(SelectionFetch::State state)
     fIsLate = fIsLate || (state == SelectionFetch::State::kLate && fReady != nullptr);
     if (fMessage != nullptr && fHere)
         fHere();
-    // One that is not ready yet is asked again with the next place that the pointer comes to, not in between.
+    // A source that was not ready is asked again when the pointer moves.
     if (fReady)
         std::exchange(fReady, nullptr)();
 }

@@ -12,13 +12,13 @@
 
 namespace kits {
 
-/// What another program drags over our windows: knows at once in which forms it is offered, and holds of its data what
-/// has come so far. It takes the place of the toolkit's object in all events of the drag, so nobody waits for data by
-/// asking for them. Main thread, with the interface lock held.
+/// The data that another program drags over our windows. The offer knows their forms at once, and fetches the data
+/// themselves when a view wants them. It replaces the toolkit's object in all events of the drag, so reading data from
+/// it never waits. Main thread, with the interface lock held.
 class ForeignOffer : public QMimeData {
 public:
     enum class State {
-        kNot,    ///< nothing has come, nor will by itself
+        kNot,    ///< not there, and not being fetched
         kComing, ///< being fetched
         kHere
     };
@@ -29,23 +29,23 @@ public:
     ForeignOffer(QStringList formats, MakeSource make);
     ~ForeignOffer() override;
 
-    /// A view asks for the message in it: has it fetched, again if the program was not ready for that the first few
-    /// times, but not if it did not answer.
+    /// A view wants the message. Starts to fetch it, also again, up to bounds::kMostAskedOfADrag times: a program that
+    /// has just begun its drag may refuse, or lose the question.
     State Want();
-    /// No view asks any more: what is under way is given up, unless a drop waits for it.
+    /// No view wants the message any more. Gives up the fetch under way, unless a drop waits for it.
     void Unwant();
     /// Null until it has come.
     const BMessage* Message() const { return fMessage.get(); }
     bool IsComing() const { return fIsFetching; }
-    /// False if there is no use in asking any more.
+    /// False if the message can no longer come.
     bool MayCome() const;
     /// Called when the message has come.
     void CallWhenHere(std::function<void()> here) { fHere = std::move(here); }
 
-    /// True if a drop now finds all that it will find.
+    /// True if a drop need not wait: the data are here, or none will come.
     bool IsReadyForDrop() const;
-    /// Has fetched what a drop needs: the message if a view has asked for it, else the text.
-    /// @param ready  called once when it is there, or nothing will come; possibly in this call
+    /// Fetches the data for a drop: the message if a view wants it, else the text.
+    /// @param ready  called once, when they are here or none will come; possibly in this call
     void FetchForDrop(std::function<void()> ready);
     /// True if the program has not answered in time.
     bool IsLate() const { return fIsLate; }

@@ -20,7 +20,7 @@ PipeReader::PipeReader(int descriptor, size_t limit, std::function<void(std::opt
 
 PipeReader::~PipeReader()
 {
-    // It may be what is calling.
+    // The notifier may be calling us.
     fNotifier->setEnabled(false);
     fNotifier->disconnect();
     fNotifier->deleteLater();

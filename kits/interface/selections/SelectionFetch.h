@@ -17,9 +17,9 @@ struct SelectionForm {
     size_t limit = 0; ///< longer data are refused, in bytes
 };
 
-/// Where data come from that another program owns: the clipboard, the primary selection, a drag. Every question returns
-/// at once and is answered at most once, in this call or later, on the main thread with the interface lock held. One
-/// question at a time. Destroying it takes the question back: no answer comes any more.
+/// A source of data that another program owns: the clipboard, the primary selection, a drag. Every question returns at
+/// once. It is answered at most once, in this call or later, on the main thread with the interface lock held. One
+/// question at a time. Destroying the source takes the question back: no answer comes any more.
 class SelectionSource {
 public:
     /// Null if the owner does not say: every form is worth a try.
@@ -30,14 +30,13 @@ public:
     virtual ~SelectionSource() = default;
 
     virtual void AskOffers(std::function<void(Offers)> answer) = 0;
-    /// Texts are answered in UTF-8, whatever the form.
+    /// Answers texts in UTF-8, in every form.
     virtual void Ask(const SelectionForm& form, std::function<void(Data)> answer) = 0;
 };
 
-/// Fetches what another program owns, in the first of the wanted forms that can be used. It waits for nothing: it goes
-/// on with each answer of the source, and is over when something was used, when nothing is left to ask for, or when its
-/// owner gives it up because the time is over. Answers after that, second answers, and answers to earlier questions
-/// change nothing.
+/// Fetches another program's data in the first of the wanted forms that can be used. It never waits: each answer of the
+/// source takes it a step further. It ends when data were used, when no form is left to ask for, or when its owner
+/// gives it up because the time is over. Later answers, second answers and answers to earlier questions change nothing.
 ///
 /// Main thread. Asks no clock and no display, so that every order of events can be tried.
 class SelectionFetch {

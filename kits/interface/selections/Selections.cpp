@@ -28,6 +28,14 @@ struct Running {
 std::map<uint64_t, Running> sRunning;
 uint64_t sLast = 0;
 
+/// Ends a fetch. It may be on the stack, so it is destroyed later.
+void Retire(std::map<uint64_t, Running>::iterator over)
+{
+    over->second.deadline->Stop();
+    RunOnMainThread([gone = std::make_shared<Running>(std::move(over->second))] {});
+    sRunning.erase(over);
+}
+
 QClipboard::Mode ModeOf(Name name)
 {
     return name == Name::kPrimary ? QClipboard::Selection : QClipboard::Clipboard;
@@ -89,18 +97,14 @@ uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionFor
     }
     const uint64_t number = ++sLast;
     Running& running = sRunning[number];
-    running.fetch = std::make_unique<SelectionFetch>(
-        std::move(source), std::move(wanted), std::move(use),
-        [number, ended = std::move(ended)](SelectionFetch::State state) {
-            const auto over = sRunning.find(number);
-            if (over == sRunning.end())
-                return;
-            over->second.deadline->Stop();
-            // It is on the stack: it goes later.
-            RunOnMainThread([gone = std::make_shared<Running>(std::move(over->second))] {});
-            sRunning.erase(over);
-            ended(state);
-        });
+    running.fetch = std::make_unique<SelectionFetch>(std::move(source), std::move(wanted), std::move(use),
+                                                     [number, ended = std::move(ended)](SelectionFetch::State state) {
+                                                         const auto over = sRunning.find(number);
+                                                         if (over == sRunning.end())
+                                                             return;
+                                                         Retire(over);
+                                                         ended(state);
+                                                     });
     SelectionFetch* const fetch = running.fetch.get();
     running.deadline = std::make_unique<Timer>([fetch] { fetch->GiveUp(); });
     running.deadline->Start(std::chrono::microseconds(bounds::kLongestFetch).count(), false);
@@ -111,11 +115,8 @@ uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionFor
 void Cancel(uint64_t fetch)
 {
     const auto found = sRunning.find(fetch);
-    if (found == sRunning.end())
-        return;
-    found->second.deadline->Stop();
-    RunOnMainThread([gone = std::make_shared<Running>(std::move(found->second))] {});
-    sRunning.erase(found);
+    if (found != sRunning.end())
+        Retire(found);
 }
 
 std::vector<SelectionForm> TextForms()

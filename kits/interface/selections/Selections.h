@@ -12,22 +12,21 @@ class QMimeData;
 
 namespace kits {
 
-/// What other programs own: the clipboard, the primary selection, and what they drag. Nothing here waits. Main thread,
-/// with the interface lock held.
+/// Access to data of other programs: the clipboard, the primary selection, drags. Nothing here waits. Main thread, with
+/// the interface lock held.
 namespace Selections {
 
 enum class Name { kClipboard, kPrimary };
 
-/// The toolkit's data if it has them without asking anybody: this program owns them, or the platform keeps them here.
-/// Null otherwise, and if nobody owns any.
+/// The data if this process holds them: this program owns them, or the platform keeps them here. Else null.
 const QMimeData* AtHand(Name name);
-/// Null if this program owns it, or nobody.
+/// Null if this program owns the selection, or nobody does.
 std::unique_ptr<SelectionSource> SourceOf(Name name);
-/// True if there may be a text: it is known only of what is at hand.
+/// True if there may be a text. Only for data of this process is the answer certain.
 bool MayHaveText(Name name);
 /// True if there is a primary selection on this display.
 bool HasPrimary();
-/// What another program drags, by the toolkit's way to it.
+/// The source of dragged data, through the toolkit.
 std::unique_ptr<SelectionSource> SourceOf(const QMimeData& dragged);
 
 /// Fetches in the first of the wanted forms that can be used, within bounds::kLongestFetch.
@@ -40,10 +39,10 @@ void Cancel(uint64_t fetch);
 
 /// The forms of a text, the preferred one first.
 std::vector<SelectionForm> TextForms();
-/// A text of such a form; what is no UTF-8 is taken for Latin-1.
+/// Decodes a text of such a form, in UTF-8; bytes that are not UTF-8 are read as Latin-1.
 std::string TextOf(const std::string& data);
 
-/// Gives up all fetches, and leaves what this program owns to the one that keeps it, if there is one. That may run the
+/// Gives up all fetches, and hands this program's selections to the clipboard keeper, if there is one. May run the
 /// event loop once more.
 void Stop();
 

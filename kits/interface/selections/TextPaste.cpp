@@ -18,7 +18,7 @@ namespace {
 
 using Selections::Name;
 
-/// The field that gets what is typed into this object; null if there is none or it cannot be changed.
+/// The field that takes this object's typing; null if there is none or it cannot be changed.
 QLineEdit* FieldOf(QObject& object)
 {
     auto* field = qobject_cast<QLineEdit*>(&object);
@@ -64,7 +64,7 @@ bool UseKey(QLineEdit& field, const QKeyEvent& key)
 {
     if (!key.matches(QKeySequence::Paste))
         return false;
-    // As in all programs of X.
+    // X programs paste the primary selection with these keys.
     const bool isPrimary = key.key() == Qt::Key_Insert && key.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
     return PasteForeign(field, isPrimary ? Name::kPrimary : Name::kClipboard);
 }

@@ -5,16 +5,16 @@ class QObject;
 
 namespace kits {
 
-/// Pasting into text fields, those of numbers and of file dialogs among them: by keys, by the middle button, and from
-/// the menu of the field. The toolkit's own way waits for the program that owns the text, as its menu does to find out
-/// whether there is one; here the field goes on, and gets the text where its cursor stands when the text comes. After a
-/// second there is a beep instead. Text of this program is pasted by the toolkit.
+/// Pasting into text fields, including those of numbers and of file dialogs: by keys, by the middle button, and from
+/// the field's menu. The toolkit would wait for the program that owns the text, even to enable "Paste" in the menu.
+/// Here the field stays usable; the text goes in at the cursor when it comes, and after a second there is a beep
+/// instead. The toolkit still pastes this program's own text.
 ///
 /// Main thread.
 namespace TextPaste {
 
-/// For every event of an object that is no window of the system's.
-/// @return true if it asked a field to paste, or for its menu, and was used
+/// To be called for every event of an object other than a system window.
+/// @return true if the event asked a field to paste or to open its menu, and was handled here
 bool Handle(QObject& receiver, QEvent& event);
 
 } // namespace TextPaste

@@ -7,9 +7,8 @@
 
 namespace kits {
 
-/// What the toolkit hands out itself. Every answer comes in the call that asks: for platforms that keep all data in
-/// this process, and for a toolkit that WaylandSource does not know, which then waits for up to a second for each form.
-/// Main thread.
+/// Data through the toolkit's public calls, which answer at once where the platform keeps all data in this process.
+/// Under a toolkit that WaylandSource does not know, each form waits for up to a second. Main thread.
 class ToolkitSource : public SelectionSource {
 public:
     /// @param data  may go before this does

@@ -12,11 +12,11 @@ namespace kits {
 /// owner writes the data to a property of our window, as a whole or, if they are long, piece by piece, each after we
 /// have removed the one before. Atoms are the server's.
 ///
-/// Judges what is reported to it and asks for what comes next; the display is behind Port, so that every behaviour of
-/// an owner can be tried. Main thread.
+/// It judges each report and reads the next piece. The display is behind Port, so that tests can try every behaviour of
+/// an owner. Main thread.
 class XConversion {
 public:
-    /// What a property held.
+    /// The content of a property.
     struct Piece {
         uint32 type = 0; ///< 0: there was no such property
         bool isWhole = true;

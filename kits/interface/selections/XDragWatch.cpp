@@ -17,7 +17,7 @@ namespace {
 
 constexpr uint8_t kSentByClient = 0x80;
 
-/// What actions of the main thread refer to.
+/// For actions of the main thread, which may run after it is gone.
 XDragWatch* sWatch = nullptr;
 
 } // namespace

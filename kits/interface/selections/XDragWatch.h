@@ -12,15 +12,15 @@ namespace kits {
 
 class ForeignOffer;
 
-/// Sees the messages of other programs' drags before the toolkit does: what is needed to ask for their data, and the
-/// drop. The toolkit answers a drop as soon as it has delivered it, and after that the program that drags gives no data
-/// any more. So a drop whose data have not come is kept from the toolkit, and sent to the window again when they have
-/// come or the time is over. One drop is held at a time; a drag that begins meanwhile has it refused.
+/// Reads the messages of other programs' drags before the toolkit does. It learns from them how to ask for the data,
+/// and it delays drops. The toolkit answers a drop as soon as it has delivered it, and after that the source gives no
+/// data. So a drop whose data have not come is kept from the toolkit, and sent to the window again when they have come
+/// or the time is over. It holds one drop; a drag that begins meanwhile has that drop refused.
 ///
 /// Main thread. Needs an X server.
 class XDragWatch : public QAbstractNativeEventFilter {
 public:
-    /// @param offer  gives what is over our windows, null if nothing is
+    /// @param offer  returns the offer that is over our windows, or null
     explicit XDragWatch(std::function<ForeignOffer*()> offer);
     ~XDragWatch() override;
 

@@ -138,7 +138,7 @@ private:
     void NewValue(xcb_atom_t property)
     {
         const auto isOf = [property](const auto& open) { return open.second.conversion.Asked().property == property; };
-        // What comes too late is not kept.
+        // An answer that comes too late is removed.
         if (std::none_of(fOpen.begin(), fOpen.end(), isOf))
             xcb_delete_property(fServer, fWindow, property);
         else
@@ -247,7 +247,7 @@ private:
         return NamesOf(atoms);
     }
 
-    /// Of those that anybody here has asked for or may ask for; the names of the others are of no interest.
+    /// The names of those forms that we may ask for.
     static std::vector<std::string> NamesOf(const std::vector<xcb_atom_t>& atoms)
     {
         std::vector<std::string> names;

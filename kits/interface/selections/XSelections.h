@@ -16,7 +16,7 @@ namespace XSelections {
 
 enum class Name { kClipboard, kPrimary, kDrag };
 
-/// What is known of a drag of another program over our windows.
+/// A drag of another program over our windows, as far as we know it.
 struct Drag {
     uint64_t number = 0;       ///< of this drag over this window, never the same again
     uint32 source = 0;         ///< its window
@@ -33,9 +33,9 @@ bool HasOwner(Name name);
 std::unique_ptr<SelectionSource> SourceOf(Name name);
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
 
-/// Has the program that keeps the clipboard of those that have ended take over what this one owns, and gives up what it
-/// does not take. The toolkit would do the same at its end, and wait for that program for five seconds; this runs the
-/// event loop for up to bounds::kLongestHandover.
+/// Hands this program's selections to the clipboard keeper, which keeps them for programs that have ended, and gives up
+/// the rest. The toolkit would do the same at its end and wait for the keeper for five seconds; this runs the event
+/// loop for up to bounds::kLongestHandover.
 void HandOver();
 
 /// Before the toolkit's application object goes.
