@@ -6,6 +6,7 @@
 #include "kits/storage/File.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
+#include "kits/storage/ReadSmallFile.h"
 #include "src/support/Qel.h"
 
 namespace {
@@ -59,18 +60,6 @@ status_t OpenFolder(bool createIt, BDirectory* folder)
                                        : BDirectory(settings.PathName().c_str()).CreateDirectory(kFolder, folder);
 }
 
-/// What stands in the file now; empty without one.
-std::string Read(const BEntry& entry)
-{
-    BFile file(&entry, B_READ_ONLY);
-    off_t size = 0;
-    if (file.InitCheck() != B_OK || file.GetSize(&size) != B_OK ||
-        size > static_cast<off_t>(kits::bounds::kMostAutostart))
-        return "";
-    std::string text(static_cast<size_t>(size), '\0');
-    return file.Read(text.data(), text.size()) == size ? text : "";
-}
-
 /// @param entry  what has its name goes first, whatever it is: a killed program may have left it
 status_t WriteNew(BEntry* entry, const std::string& text)
 {
@@ -115,7 +104,8 @@ status_t Autostart::Enable(const std::string& program)
     if (status != B_OK)
         return status;
     const BEntry before(&folder, kFile);
-    if (("\n" + Read(before)).find("\n" + ExecLine(program)) != std::string::npos)
+    const std::string text = kits::ReadSmallFile(Place(), kits::bounds::kMostAutostart).value_or("");
+    if (("\n" + text).find("\n" + ExecLine(program)) != std::string::npos)
         return B_OK;
     if (before.IsSymLink())
         return B_NOT_ALLOWED;

@@ -1,8 +1,7 @@
 #include "kits/application/teams/TeamLinks.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
-#include "tests/fuzz/Fuzz.h"
-#include "tests/fuzz/Script.h"
+#include "tests/fuzz/ScriptRun.h"
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -164,20 +163,8 @@ private:
 
     void Read(size_t most)
     {
-        if (!fPartner.IsOpen())
-            return;
-        static char bytes[64 * 1024];
-        const ssize_t size = recv(fPartner.Get(), bytes, std::min(most, sizeof(bytes)), 0);
-        if (size <= 0)
-            return;
-        fHasRead = true;
-        fReader.Add({bytes, static_cast<size_t>(size)});
-        kits::FrameKind kind;
-        std::string_view content;
-        kits::FrameReader::Result result;
-        while ((result = fReader.Next(&kind, &content)) == kits::FrameReader::Result::kFrame)
-            Take(kind, content);
-        Expect(result == kits::FrameReader::Result::kNone);
+        const auto take = [this](kits::FrameKind kind, std::string_view content) { Take(kind, content); };
+        fHasRead = ReceiveFrames(fPartner, most, &fReader, take) || fHasRead;
     }
 
     void Take(kits::FrameKind kind, std::string_view content)
@@ -262,12 +249,6 @@ private:
     std::set<kits::token_t> fToldGone, fKnownGone;
 };
 
-int LowestFree()
-{
-    const kits::FileDescriptor probe(dup(STDERR_FILENO));
-    return probe.Get();
-}
-
 std::string sRuntime;
 
 } // namespace
@@ -289,16 +270,5 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    if (size > 512)
-        return 0;
-    const int before = LowestFree();
-    {
-        Script script(TextOf(data, size));
-        Run run;
-        while (!script.IsOver())
-            run.Step(&script);
-        run.Finish();
-    }
-    Expect(LowestFree() == before);
-    return 0;
+    return RunScript<Run>(data, size, 512);
 }

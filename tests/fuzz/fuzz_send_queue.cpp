@@ -1,8 +1,7 @@
 #include "kits/application/teams/SendQueue.h"
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/FileDescriptor.h"
-#include "tests/fuzz/Fuzz.h"
-#include "tests/fuzz/Script.h"
+#include "tests/fuzz/ScriptRun.h"
 
 #include <sys/socket.h>
 
@@ -98,18 +97,8 @@ public:
 
     void Read(size_t most)
     {
-        static char bytes[64 * 1024];
-        const ssize_t size = fTheirs.IsOpen() ? recv(fTheirs.Get(), bytes, std::min(most, sizeof(bytes)), 0) : 0;
-        if (size <= 0)
-            return;
-        fHasRead = true;
-        fReader.Add({bytes, static_cast<size_t>(size)});
-        kits::FrameKind kind;
-        std::string_view content;
-        kits::FrameReader::Result result;
-        while ((result = fReader.Next(&kind, &content)) == kits::FrameReader::Result::kFrame)
-            Take(kind, content);
-        Expect(result == kits::FrameReader::Result::kNone);
+        const auto take = [this](kits::FrameKind kind, std::string_view content) { Take(kind, content); };
+        fHasRead = ReceiveFrames(fTheirs, most, &fReader, take) || fHasRead;
     }
 
     void End() { fTheirs.Close(); }

@@ -3,8 +3,7 @@
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/Visitors.h"
-#include "tests/fuzz/Fuzz.h"
-#include "tests/fuzz/Script.h"
+#include "tests/fuzz/ScriptRun.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -362,12 +361,6 @@ private:
     bool fIsWoken = false;
 };
 
-int LowestFree()
-{
-    const kits::FileDescriptor probe(dup(STDERR_FILENO));
-    return probe.Get();
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -383,16 +376,5 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    if (size > 1024)
-        return 0;
-    const int before = LowestFree();
-    {
-        Script script(TextOf(data, size));
-        Run run;
-        while (!script.IsOver())
-            run.Step(&script);
-        run.Finish();
-    }
-    Expect(LowestFree() == before);
-    return 0;
+    return RunScript<Run>(data, size, 1024);
 }

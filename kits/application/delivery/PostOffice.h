@@ -84,8 +84,8 @@ public:
     /// A turn of the loop begins. Messages are numbered in the order of posting.
     /// @return the number that the next one will get
     uint64 BeginTurn();
-    /// Dispatches the first message that waits, but for those of a process that waits itself (PeerTurns). False if
-    /// there is none with a number below `end`.
+    /// Dispatches the oldest message with a number below `end`, skipping those of processes that have used up their
+    /// time (PeerTurns). @return false if there is none
     bool DispatchNext(uint64 end);
     /// The work of the message that is being dispatched, for who will handle that only later; null if there is none, or
     /// another message is meant.

@@ -2,6 +2,7 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/application/Timer.h"
+#include "kits/interface/screens/Wayland.h"
 #include "kits/interface/selections/ToolkitSource.h"
 #include "kits/interface/selections/WaylandSource.h"
 #include "kits/interface/selections/XSelections.h"
@@ -45,11 +46,6 @@ bool IsOurs(Name name)
 {
     const QClipboard& clipboard = *QGuiApplication::clipboard();
     return name == Name::kPrimary ? clipboard.ownsSelection() : clipboard.ownsClipboard();
-}
-
-bool IsWayland()
-{
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "kits/interface/windows/ScaleWatch.h"
 
 #include "kits/interface/screens/ScreenList.h"
+#include "kits/interface/screens/Wayland.h"
 #include "kits/interface/screens/XServer.h"
 #include "kits/interface/screens/XWindows.h"
 #include "kits/interface/windows/WindowImpl.h"
@@ -123,7 +124,7 @@ bool IsButtonDown()
 double ScaleOf(const QWidget& widget)
 {
     // Windows have scales of their own there. Elsewhere the toolkit may hear of its windows' scale later.
-    static const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    static const bool isWayland = IsWayland();
     const QScreen* const screen = widget.screen();
     return isWayland || screen == nullptr ? widget.devicePixelRatioF() : screen->devicePixelRatio();
 }

@@ -3,6 +3,7 @@
 #include "kits/application/MainThreadPrivate.h"
 #include "kits/interface/desktop/DesktopColor.h"
 #include "kits/interface/dragging/Drag.h"
+#include "kits/interface/screens/Wayland.h"
 #include "kits/interface/views/ViewPane.h"
 #include "kits/interface/windows/DesktopLayer.h"
 #include "kits/interface/windows/ManagerChange.h"
@@ -27,12 +28,6 @@ namespace kits {
 
 namespace {
 
-/// There windows neither know nor choose their place.
-bool IsWaylandHere()
-{
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
-
 /// What shines through them is another thing now.
 void RepaintDesktopWindows()
 {
@@ -45,7 +40,7 @@ void RepaintDesktopWindows()
 Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
 {
     Qt::WindowFlags flags = Qt::Window;
-    if (settings.feel == B_DESKTOP_WINDOW_FEEL && IsWaylandHere())
+    if (settings.feel == B_DESKTOP_WINDOW_FEEL && IsWayland())
         return flags | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint;
     if (settings.feel == B_DESKTOP_WINDOW_FEEL || settings.flags & B_AVOID_FOCUS)
         flags |= Qt::WindowDoesNotAcceptFocus;
@@ -136,7 +131,7 @@ void WindowPane::WatchWindow()
     create();
     fWatched = windowHandle();
     fWatched->installEventFilter(this);
-    if (IsWaylandHere())
+    if (IsWayland())
         fImpl->fTracker.SetPlaceless();
     if (IsOfDesktop()) {
         DesktopLayer::MarkAsDesktopWindow(*fWatched);
@@ -171,7 +166,7 @@ void WindowPane::Activate()
 // Of the system's window alone: the widget would be made anew.
 void WindowPane::AcceptFocus(bool accept)
 {
-    if (fWatched != nullptr && !IsWaylandHere()) {
+    if (fWatched != nullptr && !IsWayland()) {
         fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
         StayShown::LookAgain();
     }
@@ -219,7 +214,7 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
         }
         case QEvent::Move: {
             // Where windows can't know their place it says nothing.
-            if (IsWaylandHere())
+            if (IsWayland())
                 break;
             const QPoint place = static_cast<QMoveEvent*>(event)->pos();
             fImpl->PlaceReported(place.x(), place.y());
