@@ -73,11 +73,10 @@ bool DragCursor::IsOfDesktop(uint32_t window)
 
 bool DragCursor::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
-    constexpr uint8_t kSentByClient = 0x80;
     constexpr uint32_t kAccepted = 1;
     auto* event = static_cast<xcb_client_message_event_t*>(message);
     // A window that refuses must not be sent a drop, however soon the button is released over it.
-    if ((event->response_type & ~kSentByClient) != XCB_CLIENT_MESSAGE || event->type != fStatus ||
+    if ((event->response_type & ~XWindows::kSentByClient) != XCB_CLIENT_MESSAGE || event->type != fStatus ||
         !IsOfDesktop(event->data.data32[0]))
         return false;
     event->data.data32[1] |= kAccepted;

@@ -2,6 +2,7 @@
 
 #include "kits/interface/screens/DesktopScale.h"
 #include "kits/interface/screens/XServer.h"
+#include "kits/interface/screens/XWindows.h"
 #include "kits/interface/windows/ScaleWatch.h"
 #include "kits/kernel/Bounds.h"
 
@@ -165,8 +166,7 @@ public:
 
     bool nativeEventFilter(const QByteArray&, void* event, qintptr*) override
     {
-        constexpr uint8_t kSentByClient = 0x80;
-        switch (static_cast<const xcb_generic_event_t*>(event)->response_type & ~kSentByClient) {
+        switch (static_cast<const xcb_generic_event_t*>(event)->response_type & ~XWindows::kSentByClient) {
         case XCB_PROPERTY_NOTIFY: {
             const auto* const notice = static_cast<const xcb_property_notify_event_t*>(event);
             if (notice->window == fSource.owner && notice->atom == fSource.property)

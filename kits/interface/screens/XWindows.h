@@ -19,6 +19,9 @@ struct Free {
 };
 template <class Reply> using Answer = std::unique_ptr<Reply, Free>;
 
+/// The bit of an event's type that says that a client sent it.
+inline constexpr uint8_t kSentByClient = 0x80;
+
 /// The root window of the first screen.
 xcb_window_t Root(xcb_connection_t* server);
 

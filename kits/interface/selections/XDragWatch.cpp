@@ -15,8 +15,6 @@ namespace kits {
 
 namespace {
 
-constexpr uint8_t kSentByClient = 0x80;
-
 /// For actions of the main thread, which may run after it is gone.
 XDragWatch* sWatch = nullptr;
 
@@ -55,7 +53,7 @@ void XDragWatch::TakeAtoms()
 bool XDragWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     const auto& event = *static_cast<const xcb_client_message_event_t*>(message);
-    if ((event.response_type & ~kSentByClient) != XCB_CLIENT_MESSAGE || event.format != 32)
+    if ((event.response_type & ~XWindows::kSentByClient) != XCB_CLIENT_MESSAGE || event.format != 32)
         return false;
     TakeAtoms();
     return Handle(event);

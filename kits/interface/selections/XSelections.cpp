@@ -106,8 +106,7 @@ public:
 
     bool nativeEventFilter(const QByteArray&, void* event, qintptr*) override
     {
-        constexpr uint8_t kSentByClient = 0x80;
-        switch (static_cast<const xcb_generic_event_t*>(event)->response_type & ~kSentByClient) {
+        switch (static_cast<const xcb_generic_event_t*>(event)->response_type & ~XWindows::kSentByClient) {
         case XCB_SELECTION_NOTIFY: {
             const auto* const notice = static_cast<const xcb_selection_notify_event_t*>(event);
             if (notice->requestor != fWindow)

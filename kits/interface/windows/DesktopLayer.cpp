@@ -54,9 +54,8 @@ public:
             uint32_t owner;
             uint32_t selection;
         } notice;
-        constexpr uint8_t kSentByClient = 0x80;
         std::memcpy(&notice, event, sizeof(notice));
-        if (fEvent == 0 || (notice.type & ~kSentByClient) != fEvent || notice.selection != fSelection)
+        if (fEvent == 0 || (notice.type & ~XWindows::kSentByClient) != fEvent || notice.selection != fSelection)
             return false;
         fIsThere = notice.owner != XCB_NONE;
         if (fChanged)

@@ -36,9 +36,8 @@ public:
     /// The toolkit asks for these events of its windows.
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
-        constexpr uint8_t kSentByClient = 0x80;
         const auto* const event = static_cast<const xcb_reparent_notify_event_t*>(message);
-        if ((event->response_type & ~kSentByClient) != XCB_REPARENT_NOTIFY)
+        if ((event->response_type & ~XWindows::kSentByClient) != XCB_REPARENT_NOTIFY)
             return false;
         const auto watched = std::find_if(fWatched.begin(), fWatched.end(), [event](const Watched& one) {
             const QWindow* const window = one.pane != nullptr ? one.pane->windowHandle() : nullptr;

@@ -82,9 +82,8 @@ public:
     /// The toolkit asks for the root window's changes, for its own use.
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
-        constexpr uint8_t kSentByClient = 0x80;
         const auto* event = static_cast<const xcb_property_notify_event_t*>(message);
-        if ((event->response_type & ~kSentByClient) != XCB_PROPERTY_NOTIFY || event->window != fRoot ||
+        if ((event->response_type & ~XWindows::kSentByClient) != XCB_PROPERTY_NOTIFY || event->window != fRoot ||
             (event->atom != fClients && event->atom != fCheck))
             return false;
         if (event->atom == fCheck)
