@@ -1,20 +1,12 @@
 #pragma once
 
-#include "kits/support/Point.h"
-#include "kits/support/Rect.h"
-#include "kits/support/TypeConstants.h"
+#include "kits/application/Field.h"
 
 #include <cstddef>
 
 class BMessage;
 
 namespace kits {
-
-/// What becomes of a value outside its range.
-enum class Outside {
-    kLeftOut, ///< treated as absent, and so is what is not a number
-    kHeld     ///< the nearest value of the range is taken
-};
 
 /// The type and range of one field, both ends belonging to it.
 struct FieldRange {
@@ -26,9 +18,6 @@ struct FieldRange {
     double high;
     Outside outside = Outside::kLeftOut;
 };
-
-/// No screen reaches farther: a rectangle whose left or top lies beyond that is left out.
-inline constexpr float kFarthestPlace = 100'000;
 
 /// A table of what is read from archives and messages that may come from anywhere: from an older or newer version, a
 /// damaged file, another program. A field of another type is treated as absent everywhere. Does not own the rows, which

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/support/Flattenable.h"
+#include "kits/support/Point.h"
+#include "kits/support/Rect.h"
+#include "kits/support/TypeConstants.h"
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace kits {
+
+/// What becomes of a value outside its range.
+enum class Outside {
+    kLeftOut, ///< it counts as absent
+    kHeld     ///< the nearest value of the range is taken; for what is not a number, the lowest
+};
+
+/// No screen reaches farther: a rectangle whose left or top lies beyond that counts as absent. Pixels.
+inline constexpr float kFarthestPlace = 100'000;
+
+/// The length of the longest beginning of a UTF-8 text that has at most `limit` bytes and ends between two characters.
+size_t CutLength(std::string_view text, size_t limit);
+
+/// What every declared field has, whatever the type of its values. Immutable: any thread.
+class AnyField {
+public:
+    AnyField(const AnyField&) = delete;
+    AnyField& operator=(const AnyField&) = delete;
+
+    const char* Name() const { return fName; }
+    type_code Type() const { return fType; }
+    /// Both ends belong to the range. It is the range of a number, of both coordinates of a point, of a rectangle's
+    /// width and height, of a font's size; the number of bytes of a text, of bytes and of a record; 0 to 1 else.
+    double Low() const { return fLow; }
+    double High() const { return fHigh; }
+    /// How many values are taken: those with an index of at least that count as absent.
+    int32 Most() const { return fMost; }
+
+    /// All fields that are declared in what the program was linked from: the first, in no certain order, and the one
+    /// after this; null at the end.
+    static const AnyField* All();
+    const AnyField* Next() const { return fNext; }
+
+    /// False for what is not a number.
+    bool InRange(double value) const { return value >= fLow && value <= fHigh; }
+
+    /// The number of values that a message has of this field; of another type they count as absent.
+    int32 Count(const BMessage& from) const;
+    bool IsIn(const BMessage& from) const { return Count(from) > 0; }
+    void Remove(BMessage* from) const;
+
+    /// Adds to a message the value that Find() takes from another one. For who goes through all fields, as a test does,
+    /// and knows none of their types.
+    /// @return false if there is nothing to take
+    virtual bool Copy(const BMessage& from, BMessage* into, int32 index = 0) const = 0;
+
+protected:
+    /// @param name  stays the caller's, and has to stay
+    AnyField(const char* name, type_code type, double low, double high, Outside outside, int32 most);
+    ~AnyField() = default;
+
+    /// The bytes of a value, of a text without its zero; they belong to the message.
+    bool FindBytes(const BMessage& from, int32 index, std::string_view* bytes) const;
+
+    // Each brings a value into the range, if it is to be held. False: it counts as absent.
+
+    bool Take(BPoint* value) const;
+    bool Take(BRect* value) const;
+    /// Cuts it between two characters.
+    bool Take(std::string* value) const;
+    bool Take(std::string_view* value) const;
+    template <class T> bool Take(T* value) const
+    {
+        if constexpr (std::is_arithmetic_v<T>) {
+            const auto number = static_cast<double>(*value);
+            if (!InRange(number)) {
+                *value = static_cast<T>(number > fHigh ? fHigh : fLow);
+                return fOutside == Outside::kHeld;
+            }
+        }
+        return true;
+    }
+
+private:
+    const char* const fName;
+    const AnyField* const fNext;
+    const double fLow;
+    const double fHigh;
+    const type_code fType;
+    const int32 fMost;
+    const Outside fOutside;
+};
+
+/// The type under which values of a C++ type stand in a message, unless a field says otherwise.
+template <class T> inline constexpr type_code kTypeOf = B_RAW_TYPE;
+template <> inline constexpr type_code kTypeOf<bool> = B_BOOL_TYPE;
+template <> inline constexpr type_code kTypeOf<int16> = B_INT16_TYPE;
+template <> inline constexpr type_code kTypeOf<int32> = B_INT32_TYPE;
+template <> inline constexpr type_code kTypeOf<int64> = B_INT64_TYPE;
+template <> inline constexpr type_code kTypeOf<float> = B_FLOAT_TYPE;
+template <> inline constexpr type_code kTypeOf<BPoint> = B_POINT_TYPE;
+template <> inline constexpr type_code kTypeOf<BRect> = B_RECT_TYPE;
+template <> inline constexpr type_code kTypeOf<std::string> = B_STRING_TYPE;
+template <> inline constexpr type_code kTypeOf<void*> = B_POINTER_TYPE;
+template <> inline constexpr type_code kTypeOf<BMessage> = B_MESSAGE_TYPE;
+template <> inline constexpr type_code kTypeOf<BMessenger> = B_MESSENGER_TYPE;
+
+/// One key of an archive or of a message: its name, the type of its values, their range and the default. Each key is
+/// declared once, as a constant next to the class that owns the setting:
+///
+///     inline const kits::Field<int16> kSkipValueField("SkipValue", 0, 50);
+///
+/// and whoever reads or writes it does so through that constant. Messages may come from anywhere: an older or newer
+/// version, a damaged file, another program. Find() takes only what is there with this type and in the range, or can be
+/// held to it, so nobody has to check the value again.
+///
+/// T is one of
+///     bool, int16, int32, int64, float, BPoint, BRect
+///     std::string       a text
+///     std::string_view  bytes of any number; they stay the message's, and are valid until that is changed
+///     void*             an address within this process
+///     BMessage, BMessenger
+///     a class derived from BFlattenable; the range is that of its Size()
+///     any other trivially copyable type, as a record: its bytes
+/// @tparam kType  the type code, where it is not that of T
+template <class T, type_code kType = kTypeOf<T>> class Field final : public AnyField {
+    static constexpr bool kIsSwitch = std::is_same_v<T, bool>;
+    static constexpr bool kIsNumber = std::is_arithmetic_v<T> || std::is_same_v<T, BPoint> || std::is_same_v<T, BRect>;
+    static constexpr bool kIsText = std::is_same_v<T, std::string>;
+    static constexpr bool kIsBytes = std::is_same_v<T, std::string_view>;
+    static constexpr bool kIsFlat = std::is_base_of_v<BFlattenable, T>;
+    static constexpr bool kIsMessage = kType == B_MESSAGE_TYPE;
+    static constexpr bool kIsMessenger = kType == B_MESSENGER_TYPE;
+    static constexpr bool kIsAddress = kType == B_POINTER_TYPE;
+    static constexpr bool kIsRecord =
+        !(kIsNumber || kIsText || kIsBytes || kIsFlat || kIsMessage || kIsMessenger || kIsAddress);
+
+public:
+    /// A number, a point or a rectangle. What is held of a rectangle is its size.
+    Field(const char* name, double low, double high, T fallback = {}, Outside outside = Outside::kLeftOut,
+          int32 most = 1) requires(kIsNumber)
+        : AnyField(name, kType, low, high, outside, most)
+        , fFallback(fallback)
+    {
+    }
+
+    /// A text, bytes or a flattened object. Texts and bytes that are too long are cut where they are held.
+    Field(const char* name, double low, double high, Outside outside = Outside::kLeftOut,
+          int32 most = 1) requires(kIsText || kIsBytes || kIsFlat)
+        : AnyField(name, kType, low, high, outside, most)
+    {
+    }
+
+    /// A switch.
+    explicit Field(const char* name, bool fallback = false) requires(kIsSwitch)
+        : AnyField(name, kType, 0, 1, Outside::kLeftOut, 1)
+        , fFallback(fallback)
+    {
+    }
+
+    /// A message, a messenger, an address, or a record, which has exactly this size.
+    explicit Field(const char* name, int32 most = 1) requires(kIsMessage || kIsMessenger || kIsAddress || kIsRecord)
+        : AnyField(name, kType, kIsRecord ? sizeof(T) : 0, kIsRecord ? sizeof(T) : 1, Outside::kLeftOut, most)
+    {
+    }
+
+    /// Whether this value lies in the range, for setters.
+    bool Holds(const T& value) const requires(kIsNumber || kIsFlat)
+    {
+        if constexpr (kIsFlat)
+            return InRange(static_cast<double>(value.Size()));
+        else if constexpr (std::is_arithmetic_v<T>)
+            return InRange(static_cast<double>(value));
+        else {
+            T same = value;
+            return Take(&same);
+        }
+    }
+
+    /// Takes the value with this index. Without one `value` stays as it is, and the result is false.
+    bool Find(const BMessage& from, T* value, int32 index = 0) const
+    {
+        if constexpr (kIsMessage)
+            return index < Most() && from.FindMessage(Name(), index, value) == B_OK;
+        else if constexpr (kIsMessenger)
+            return index < Most() && from.FindMessenger(Name(), index, value) == B_OK;
+        else {
+            T found{};
+            if (index >= Most() || !Read(from, &found, index))
+                return false;
+            *value = std::move(found);
+            return true;
+        }
+    }
+
+    /// The value with this index, or the default; of what has none declared, an empty one.
+    T Get(const BMessage& from, int32 index = 0) const
+    {
+        T value{};
+        if constexpr (kIsNumber)
+            value = fFallback;
+        Find(from, &value, index);
+        return value;
+    }
+
+    /// Adds a value behind those that are there; returns what BMessage's Add calls do.
+    status_t Add(BMessage* into, const T& value) const
+    {
+        if constexpr (kIsMessage)
+            return into->AddMessage(Name(), &value);
+        else if constexpr (kIsMessenger)
+            return into->AddMessenger(Name(), value);
+        else if constexpr (kIsFlat)
+            return into->AddFlat(Name(), &value);
+        else {
+            const std::string_view bytes = BytesOf(value);
+            return into->AddData(Name(), kType, bytes.data(), static_cast<ssize_t>(bytes.size()));
+        }
+    }
+
+    /// Replaces the value with this index, whatever its length, or adds one if it is missing.
+    /// @return as Add: `B_BAD_TYPE` if the message has a field of this name and another type
+    status_t Set(BMessage* into, const T& value, int32 index = 0) const requires(!kIsFlat && !kIsMessenger)
+    {
+        if (!into->HasData(Name(), kType, index))
+            return Add(into, value);
+        if constexpr (kIsMessage)
+            return into->ReplaceMessage(Name(), index, &value);
+        else {
+            const std::string_view bytes = BytesOf(value);
+            return into->ReplaceData(Name(), kType, index, bytes.data(), static_cast<ssize_t>(bytes.size()));
+        }
+    }
+
+    bool Copy(const BMessage& from, BMessage* into, int32 index = 0) const override
+    {
+        T value{};
+        return Find(from, &value, index) && Add(into, value) == B_OK;
+    }
+
+private:
+    struct None {};
+
+    static std::string_view BytesOf(const T& value)
+    {
+        if constexpr (kIsText || kIsBytes)
+            return value;
+        else
+            return {reinterpret_cast<const char*>(&value), sizeof(value)};
+    }
+
+    bool Read(const BMessage& from, T* value, int32 index) const
+    {
+        if constexpr (kIsFlat)
+            return from.FindFlat(Name(), index, value) == B_OK && Holds(*value);
+        else {
+            std::string_view bytes;
+            if (!FindBytes(from, index, &bytes))
+                return false;
+            if constexpr (kIsText || kIsBytes)
+                *value = bytes;
+            else if constexpr (kIsSwitch)
+                *value = bytes.front() != 0;
+            else if (bytes.size() == sizeof(T))
+                std::memcpy(static_cast<void*>(value), bytes.data(), sizeof(T));
+            else
+                return false;
+            return Take(value);
+        }
+    }
+
+    [[no_unique_address]] const std::conditional_t<kIsNumber, T, None> fFallback{};
+};
+
+} // namespace kits
