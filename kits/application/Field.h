@@ -8,6 +8,7 @@
 #include "kits/support/TypeConstants.h"
 
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -23,6 +24,9 @@ enum class Outside {
 
 /// No screen reaches farther: a rectangle whose left or top lies beyond that counts as absent. Pixels.
 inline constexpr float kFarthestPlace = 100'000;
+
+/// For ranges that end only with the type of the value.
+inline constexpr int32 kMostNumber = std::numeric_limits<int32>::max();
 
 /// The length of the longest beginning of a UTF-8 text that has at most `limit` bytes and ends between two characters.
 size_t CutLength(std::string_view text, size_t limit);
