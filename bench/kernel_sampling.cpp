@@ -2,7 +2,7 @@
 #include "bench/kernel_machines.h"
 
 #include "kits/kernel/Clock.h"
-#include "kits/kernel/SystemReader.h"
+#include "kits/kernel/record/SystemReader.h"
 
 #include <vector>
 

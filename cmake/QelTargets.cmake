@@ -3,7 +3,8 @@
 # qel_library(NAME LINK target...): a static library of the .cpp files in the current folder and the folders in it.
 function(qel_library name)
     cmake_parse_arguments(ARG "" "" "LINK;LINK_PRIVATE" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*/*.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*/*.cpp
+        ${CMAKE_CURRENT_SOURCE_DIR}/*/*/*.cpp)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
@@ -11,12 +12,16 @@ endfunction()
 
 add_custom_target(headless_tests)
 
-# qel_test(NAME LINK target... [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the .cpp files in
-# the current folder; every test is run in a process of its own. GUI tests run without a screen; those that link
+# qel_test(NAME LINK target... [FOLDERS folder...] [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the
+# .cpp files in the current folder and in those named, which lie in it; every test is run in a process of its own. GUI tests run without a screen; those that link
 # nothing of it are labelled "headless", and the target headless_tests builds them.
 function(qel_test name)
-    cmake_parse_arguments(ARG "GUI" "" "LINK;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "GUI" "" "FOLDERS;LINK;ENVIRONMENT" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    foreach(folder ${ARG_FOLDERS})
+        file(GLOB found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+        list(APPEND sources ${found})
+    endforeach()
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINK})

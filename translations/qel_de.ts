@@ -842,59 +842,59 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <translation>Das Speichern wird weiter versucht, solange das Programm läuft.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>Damaged, or no settings</source>
         <translation>Beschädigt oder keine Einstellungen</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>Locked by another program</source>
         <translation>Von einem anderen Programm gesperrt</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>A link that leads nowhere</source>
         <translation>Ein Verweis ins Leere</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>none: XDG_CONFIG_HOME is not set, and there is no home folder</source>
         <translation>keiner: XDG_CONFIG_HOME ist nicht gesetzt, und es gibt keinen Home-Ordner</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>Folder: %1
 File: %2</source>
         <translation>Ordner: %1
 Datei: %2</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>The backup of the settings could not be read.</source>
         <translation>Die Sicherung der Einstellungen konnte nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>The settings could not be read.</source>
         <translation>Die Einstellungen konnten nicht gelesen werden.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>What was found there is kept as %1.</source>
         <translation>Was dort lag, bleibt als %1 erhalten.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>It could not be kept under another name: %1.</source>
         <translation>Es konnte nicht umbenannt werden: %1.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>The settings saved before it are used instead.</source>
         <translation>Stattdessen gelten die zuvor gespeicherten Einstellungen.</translation>
     </message>
     <message>
-        <location filename="../src/prefs/StoreNote.cpp"/>
+        <location filename="../src/prefs/store/StoreNote.cpp"/>
         <source>The defaults are used instead.</source>
         <translation>Stattdessen gelten die Vorgaben.</translation>
     </message>
@@ -1014,252 +1014,252 @@ Datei: %2</translation>
         <translation>Belegte Sockets</translation>
     </message>
     <message>
-        <location filename="../src/support/ColorPreView.cpp"/>
+        <location filename="../src/support/ui/ColorPreView.cpp"/>
         <source>Pick desktop color</source>
         <translation>Farbe der Arbeitsfläche nehmen</translation>
     </message>
     <message>
-        <location filename="../src/support/ColorPreView.cpp"/>
+        <location filename="../src/support/ui/ColorPreView.cpp"/>
         <source>Drag the color onto a curve, a caption or the background of a chart, or onto the desktop, which keeps it. Ctrl+C copies it.</source>
         <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder auf die Arbeitsfläche, die sie behält. Strg+C kopiert sie.</translation>
     </message>
     <message>
-        <location filename="../kits/interface/alerts/AlertWidget.cpp"/>
+        <location filename="../kits/interface/controls/AlertWidget.cpp"/>
         <source>Warning</source>
         <translation>Warnung</translation>
     </message>
     <message>
-        <location filename="../kits/interface/alerts/AlertWidget.cpp"/>
+        <location filename="../kits/interface/controls/AlertWidget.cpp"/>
         <source>Error</source>
         <translation>Fehler</translation>
     </message>
     <message>
-        <location filename="../kits/interface/alerts/AlertWidget.cpp"/>
+        <location filename="../kits/interface/controls/AlertWidget.cpp"/>
         <source>Information</source>
         <translation>Hinweis</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No error</source>
         <translation>Kein Fehler</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>General error</source>
         <translation>Allgemeiner Fehler</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Out of memory</source>
         <translation>Kein Speicher mehr frei</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Input or output error</source>
         <translation>Ein- oder Ausgabefehler</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Permission denied</source>
         <translation>Keine Berechtigung</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Index out of range</source>
         <translation>Index außerhalb des Bereichs</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Wrong type</source>
         <translation>Falscher Typ</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Invalid value</source>
         <translation>Ungültiger Wert</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Values do not fit together</source>
         <translation>Werte passen nicht zusammen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Name not found</source>
         <translation>Name nicht gefunden</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Name in use</source>
         <translation>Name schon vergeben</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Timed out</source>
         <translation>Zeit abgelaufen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Interrupted</source>
         <translation>Unterbrochen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Would have to wait</source>
         <translation>Müsste warten</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Cancelled</source>
         <translation>Abgebrochen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not initialised</source>
         <translation>Nicht eingerichtet</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Busy</source>
         <translation>Belegt</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not allowed</source>
         <translation>Nicht erlaubt</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No such thread</source>
         <translation>Diesen Thread gibt es nicht</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>The thread is not in a state for this</source>
         <translation>Der Thread ist dafür nicht im rechten Zustand</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No more threads available</source>
         <translation>Keine Threads mehr frei</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Invalid reply</source>
         <translation>Ungültige Antwort</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Replied to already</source>
         <translation>Schon beantwortet</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>A looper cannot wait for itself</source>
         <translation>Ein Looper kann nicht auf sich selbst warten</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No such handler</source>
         <translation>Diesen Empfänger gibt es nicht</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Already running</source>
         <translation>Läuft schon</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Launching failed</source>
         <translation>Start misslungen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>More than one program could be launched</source>
         <translation>Mehr als ein Programm käme infrage</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Unknown type of file</source>
         <translation>Unbekannte Art von Datei</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>The message was not understood</source>
         <translation>Die Nachricht wurde nicht verstanden</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Launching failed: the link leads nowhere</source>
         <translation>Start misslungen: die Verknüpfung führt ins Leere</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>File not usable</source>
         <translation>Datei nicht brauchbar</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>File not found</source>
         <translation>Datei nicht gefunden</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>File exists</source>
         <translation>Datei gibt es schon</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not found</source>
         <translation>Nicht gefunden</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Name too long</source>
         <translation>Name zu lang</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not a folder</source>
         <translation>Kein Ordner</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Folder not empty</source>
         <translation>Ordner nicht leer</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No space left</source>
         <translation>Kein Platz mehr frei</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Only reading is possible there</source>
         <translation>Dort kann nur gelesen werden</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Is a folder</source>
         <translation>Ist ein Ordner</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Too many open files</source>
         <translation>Zu viele offene Dateien</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not on the same file system</source>
         <translation>Nicht auf demselben Dateisystem</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Too many links</source>
         <translation>Zu viele Verknüpfungen</translation>
     </message>
     <message>
-        <location filename="../kits/kernel/Errors.cpp"/>
+        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Not supported</source>
         <translation>Nicht unterstützt</translation>
     </message>

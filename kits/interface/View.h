@@ -236,7 +236,7 @@ public:
 
 protected:
     /// For the kit's own controls. The view's widget was made (once in its life, in the main thread, before the first
-    /// AttachedToWindow). See kits/interface/views/ViewPrivate.h.
+    /// AttachedToWindow). See kits/interface/core/ViewPrivate.h.
     virtual void WidgetCreated(QWidget* widget);
     /// For the kit's own controls: the view colour changed, or the view was attached.
     virtual void ViewColorChanged() {}

@@ -6,7 +6,7 @@
 #include <string>
 
 /// The machine's figures at one moment, as one record of a fixed layout that also travels between processes.
-/// Little-endian, without gaps, 508 bytes. What each figure means is told in kits/kernel/SystemReader.h.
+/// Little-endian, without gaps, 508 bytes. What each figure means is told in kits/kernel/record/SystemReader.h.
 
 inline constexpr int32 B_MAX_CPU_COUNT = 8;
 

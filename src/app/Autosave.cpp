@@ -6,7 +6,7 @@
 #include "kits/application/EventLoop.h"
 #include "kits/kernel/Errors.h"
 #include "src/app/QelApp.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 
 Autosave::Autosave(QelApp& app)
     : fApp(app)

@@ -4,7 +4,7 @@
 
 #include "kits/application/Timer.h"
 #include "src/prefs/StoreAlerts.h"
-#include "src/prefs/StoreWriter.h"
+#include "src/prefs/store/StoreWriter.h"
 
 class QelApp;
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "kits/kernel/Errors.h"
-#include "src/app/SmartWindow.h"
+#include "src/support/ui/SmartWindow.h"
 
 SnapshotApp::SnapshotApp(std::string file, bigtime_t after)
     : QelApp(Mode::kPicture)

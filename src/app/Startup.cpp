@@ -10,7 +10,7 @@
 #include "kits/storage/Resources.h"
 #include "kits/support/TypeConstants.h"
 #include "src/app/Defaults.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 
 /// The two stores of the program for as long as it lives: makes `prefs_common` and `prefs_user` point to them, and
 /// keeps the moment of boot beside the common one. Main thread; needs an application object.

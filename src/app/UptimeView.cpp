@@ -6,7 +6,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/app/QelApp.h"
 #include "src/app/UptimeText.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/support/TypeConstants.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/FieldRanges.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include "kits/application/Message.h"
 #include "kits/interface/PopUpMenu.h"
-#include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/MenuTargets.h"
 
 ChartMenu::ChartMenu(bool replicant)
     : fMenu(std::make_unique<BPopUpMenu>(Tr("Chart"), false, false))

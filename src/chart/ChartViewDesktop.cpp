@@ -5,10 +5,10 @@
 #include "kits/interface/Window.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/DesktopSender.h"
-#include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/MenuTargets.h"
 
 // How a chart comes onto the desktop, and what its handle does.
 

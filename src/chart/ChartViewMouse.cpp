@@ -5,11 +5,11 @@
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartTip.h"
 #include "src/chart/ChartView.h"
-#include "src/sampling/MouseDownThread.h"
 #include "src/sampling/SourceName.h"
 #include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/MouseDownThread.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,3 @@
-#include "src/app/SmartWindow.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/ChartColorTab.h"
 #include "src/pages/ChartFontsTab.h"
@@ -7,6 +6,7 @@
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/PrefsWindow.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/SmartWindow.h"
 
 // A chart's preferences window.
 

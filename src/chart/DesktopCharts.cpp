@@ -1,6 +1,6 @@
 #include "src/chart/DesktopCharts.h"
 
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/Qel.h"
 
 bool HasDesktopCharts()

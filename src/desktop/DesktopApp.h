@@ -9,9 +9,9 @@
 #include "kits/application/Timer.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/support/Identity.h"
-#include "src/prefs/Preferences.h"
 #include "src/prefs/StoreAlerts.h"
-#include "src/prefs/StoreWriter.h"
+#include "src/prefs/store/Preferences.h"
+#include "src/prefs/store/StoreWriter.h"
 #include "src/sampling/ThreadMagic.h"
 
 class BView;

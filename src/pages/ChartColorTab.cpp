@@ -14,11 +14,11 @@
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
 #include "src/support/ColorMessage.h"
-#include "src/support/ColorPreView.h"
-#include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/SmartColorControl.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/ColorPreView.h"
+#include "src/support/ui/MenuTargets.h"
+#include "src/support/ui/SmartColorControl.h"
 
 #include <algorithm>
 

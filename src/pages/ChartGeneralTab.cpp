@@ -9,9 +9,9 @@
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
 #include "src/support/FieldRanges.h"
-#include "src/support/MenuTargets.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/MenuTargets.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include "kits/interface/TextControl.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
-#include "src/sampling/SourceListView.h"
+#include "src/sampling/list/SourceListView.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "src/app/SmartWindow.h"
+#include "src/support/ui/SmartWindow.h"
 
 #include <functional>
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "kits/interface/Alert.h"
-#include "src/prefs/StoreWriter.h"
+#include "src/prefs/store/StoreWriter.h"
 #include "src/support/OneLine.h"
 #include "src/support/Tr.h"
 

@@ -5,7 +5,7 @@
 
 #include "kits/application/Invoker.h"
 #include "kits/application/Messenger.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 
 class StoreWriter;
 

@@ -5,7 +5,7 @@
 #include "kits/application/Message.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/ThreadMagic.h"
 #include "src/support/MessageCodes.h"

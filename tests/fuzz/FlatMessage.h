@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "kits/application/teams/Crc32.h"
+#include "kits/application/messages/Crc32.h"
 #include "kits/kernel/Types.h"
 
 /// A flattened message around a map of fields: mutations of the map stay behind a length and a sum that are right.

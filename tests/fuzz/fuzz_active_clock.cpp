@@ -1,4 +1,4 @@
-#include "kits/kernel/ActiveClock.h"
+#include "kits/kernel/record/ActiveClock.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <cstring>

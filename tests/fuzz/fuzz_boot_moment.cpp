@@ -1,4 +1,4 @@
-#include "kits/kernel/BootMoment.h"
+#include "kits/kernel/clock/BootMoment.h"
 #include "tests/fuzz/Fuzz.h"
 
 // Only what the program writes is taken, and it comes out the same.

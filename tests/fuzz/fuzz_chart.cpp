@@ -1,6 +1,6 @@
 #include "kits/application/Message.h"
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/messages/MessageFormat.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/interface/InterfaceKit.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"

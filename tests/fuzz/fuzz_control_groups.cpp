@@ -1,4 +1,4 @@
-#include "kits/kernel/MachineTexts.h"
+#include "kits/kernel/record/MachineTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)

@@ -1,7 +1,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/messages/MessageFormat.h"
-#include "kits/interface/desktop/DesktopKept.h"
-#include "kits/interface/desktop/SettingsDesktop.h"
+#include "kits/interface/platform/desktops/DesktopKept.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
 #include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"
 

@@ -1,10 +1,10 @@
-#include "kits/interface/desktop/IniFile.h"
-#include "kits/interface/desktop/KdeSettings.h"
-#include "kits/interface/desktop/PlasmaWallpaper.h"
-#include "kits/interface/desktop/SettingsDesktop.h"
-#include "kits/interface/desktop/Slideshow.h"
-#include "kits/interface/screens/XSettings.h"
-#include "kits/interface/theme/DarkSigns.h"
+#include "kits/interface/platform/desktops/DarkSigns.h"
+#include "kits/interface/platform/desktops/IniFile.h"
+#include "kits/interface/platform/desktops/KdeSettings.h"
+#include "kits/interface/platform/desktops/PlasmaWallpaper.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
+#include "kits/interface/platform/desktops/Slideshow.h"
+#include "kits/interface/platform/x11/XSettings.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 #include "kits/application/Message.h"
-#include "kits/interface/dragging/DropMessage.h"
+#include "kits/interface/platform/selections/DropMessage.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"

@@ -1,4 +1,4 @@
-#include "kits/kernel/MachineTexts.h"
+#include "kits/kernel/record/MachineTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <vector>

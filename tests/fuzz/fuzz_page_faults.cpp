@@ -1,4 +1,4 @@
-#include "kits/kernel/MachineTexts.h"
+#include "kits/kernel/record/MachineTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
 // The first two bytes are where the line was last time; whatever they say, it is found if it is there.

@@ -1,5 +1,5 @@
-#include "kits/kernel/ProcStat.h"
-#include "kits/kernel/ProcText.h"
+#include "kits/kernel/record/ProcStat.h"
+#include "kits/kernel/record/ProcText.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <array>

@@ -1,5 +1,5 @@
-#include "kits/kernel/MachineTexts.h"
-#include "kits/kernel/ProcText.h"
+#include "kits/kernel/record/MachineTexts.h"
+#include "kits/kernel/record/ProcText.h"
 #include "tests/fuzz/Fuzz.h"
 
 // The parsers of one figure each: the load, sockets, semaphores, processors, limits and the user.

@@ -1,6 +1,6 @@
 #include "kits/application/Message.h"
 #include "kits/support/DataIO.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "tests/fuzz/Fuzz.h"
 #include "tests/support/Disks.h"
 #include "tests/support/TempFolder.h"

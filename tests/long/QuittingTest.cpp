@@ -5,7 +5,7 @@
 
 #include "kits/interface/TabView.h"
 #include "kits/kernel/Threads.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/ValueProvider.h"
 #include "src/support/MessageCodes.h"

@@ -1,5 +1,5 @@
 #include "tests/long/LongTest.h"
-#include "tests/src/prefs/StoreFixture.h"
+#include "tests/src/prefs/store/StoreFixture.h"
 #include "tests/support/BoundProcess.h"
 
 #include <chrono>

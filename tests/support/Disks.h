@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/storage/FileCalls.h"
+#include "kits/storage/files/FileCalls.h"
 
 #include <algorithm>
 #include <cerrno>

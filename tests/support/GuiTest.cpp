@@ -1,14 +1,14 @@
 #include "tests/support/GuiTest.h"
 
 #include "kits/application/EventLoop.h"
-#include "kits/application/MessagePrivate.h"
-#include "kits/interface/dragging/Drag.h"
-#include "kits/interface/drawing/UpdateQueue.h"
-#include "kits/interface/input/Pointer.h"
+#include "kits/application/messages/MessagePrivate.h"
+#include "kits/interface/core/Drag.h"
+#include "kits/interface/core/Pointer.h"
+#include "kits/interface/core/UpdateQueue.h"
+#include "kits/interface/core/ViewImpl.h"
+#include "kits/interface/core/ViewPrivate.h"
+#include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/startup/QtEventLoop.h"
-#include "kits/interface/views/ViewImpl.h"
-#include "kits/interface/views/ViewPrivate.h"
-#include "kits/interface/windows/WindowImpl.h"
 #include "kits/kernel/Clock.h"
 
 #include <QApplication>

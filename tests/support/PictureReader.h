@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/interface/desktop/PictureFile.h"
+#include "kits/interface/platform/desktops/PictureFile.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,9 +1,9 @@
 #include "kits/application/delivery/Delivery.h"
 
 #include "kits/application/Handler.h"
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessageFormat.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/TeamPort.h"
 
 #include <map>

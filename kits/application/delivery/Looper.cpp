@@ -1,9 +1,9 @@
 #include "kits/application/Looper.h"
 
 #include "kits/application/InterfaceLock.h"
-#include "kits/application/MainThreadPrivate.h"
 #include "kits/application/Message.h"
 #include "kits/application/delivery/Delivery.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/kernel/Bounds.h"
 

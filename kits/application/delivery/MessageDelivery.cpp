@@ -1,8 +1,8 @@
 // What BMessage knows of how it came, and how it is answered.
 
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/delivery/Delivery.h"
 #include "kits/application/messages/MessageField.h"
+#include "kits/application/messages/MessagePrivate.h"
 
 namespace kits {
 

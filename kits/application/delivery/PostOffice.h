@@ -2,8 +2,8 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Token.h"
+#include "kits/application/delivery/PeerAccounts.h"
 #include "kits/application/delivery/PeerTurns.h"
-#include "kits/application/teams/PeerAccounts.h"
 
 #include <deque>
 #include <map>

@@ -1,7 +1,7 @@
 #include "kits/application/Message.h"
 
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/messages/MessageField.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 

@@ -1,7 +1,7 @@
 #include "kits/application/messages/MessageField.h"
 
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/Token.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

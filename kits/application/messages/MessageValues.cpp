@@ -1,9 +1,9 @@
 // The typed calls of BMessage: each is one line about the one way that values of its type are kept.
 
 #include "kits/application/Message.h"
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/Messenger.h"
 #include "kits/application/messages/MessageField.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/support/Flattenable.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

@@ -1,9 +1,9 @@
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/messages/CborWriter.h"
+#include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageField.h"
 #include "kits/application/messages/MessageFormat.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/messages/MessageText.h"
-#include "kits/application/teams/Crc32.h"
 #include "kits/support/TypeConstants.h"
 
 #include <cstring>

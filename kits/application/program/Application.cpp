@@ -2,9 +2,9 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
-#include "kits/application/MainThreadPrivate.h"
 #include "kits/application/Message.h"
 #include "kits/application/Timer.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamPort.h"

@@ -1,5 +1,5 @@
 #include "kits/application/EventLoop.h"
-#include "kits/application/MainThreadPrivate.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 
 #include <cerrno>
 #include <csignal>

@@ -3,7 +3,7 @@
 #include "kits/application/AppDeath.h"
 #include "kits/application/Application.h"
 #include "kits/application/MainThread.h"
-#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/DetachedProcess.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamPort.h"

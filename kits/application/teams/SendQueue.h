@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kits/application/delivery/PeerAccounts.h"
 #include "kits/application/teams/Frame.h"
-#include "kits/application/teams/PeerAccounts.h"
 
 #include <deque>
 #include <memory>

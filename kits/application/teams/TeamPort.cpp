@@ -1,7 +1,7 @@
 #include "kits/application/teams/TeamPort.h"
 
 #include "kits/application/MainThread.h"
-#include "kits/application/MainThreadPrivate.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamSocket.h"

@@ -1,10 +1,10 @@
 #include "kits/application/teams/Visitors.h"
 
 #include "kits/application/MainThread.h"
-#include "kits/application/MessagePrivate.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessageField.h"
 #include "kits/application/messages/MessageFormat.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/TeamSocket.h"
 
 #include <sys/ioctl.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "kits/application/loops/LoopGuest.h"
+#include "kits/application/delivery/LoopGuest.h"
+#include "kits/application/delivery/PeerAccounts.h"
 #include "kits/application/teams/Frame.h"
-#include "kits/application/teams/PeerAccounts.h"
 #include "kits/application/teams/ReadShift.h"
 #include "kits/kernel/FileDescriptor.h"
 

@@ -1,8 +1,8 @@
 #include "kits/interface/Box.h"
 
 #include "kits/interface/controls/BoxWidget.h"
-#include "kits/interface/controls/Content.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
 
 BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, border_style border)
     : BView(frame, name, resizingMode, flags)

@@ -1,8 +1,8 @@
 #include "kits/interface/Button.h"
 
 #include "kits/interface/Window.h"
-#include "kits/interface/controls/Content.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
 
 #include <QPushButton>
 

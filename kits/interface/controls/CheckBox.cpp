@@ -1,7 +1,7 @@
 #include "kits/interface/CheckBox.h"
 
-#include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/NarrowText.h"
+#include "kits/interface/core/Content.h"
 
 #include <QCheckBox>
 #include <QResizeEvent>

@@ -1,7 +1,7 @@
 #include "kits/interface/ColorControl.h"
 
 #include "kits/interface/controls/ColorWidget.h"
-#include "kits/interface/controls/Content.h"
+#include "kits/interface/core/Content.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 
 #include "kits/application/Message.h"
 #include "kits/interface/Window.h"
-#include "kits/interface/controls/Content.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
 #include "kits/kernel/Clock.h"
 
 #include <QWidget>

@@ -1,11 +1,11 @@
 #include "kits/interface/MenuField.h"
 
 #include "kits/interface/Menu.h"
-#include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/LabeledWidget.h"
+#include "kits/interface/controls/MenuPart.h"
 #include "kits/interface/controls/NarrowText.h"
-#include "kits/interface/menus/MenuPart.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "kits/interface/NumberControl.h"
 
 #include "kits/application/Message.h"
-#include "kits/interface/controls/Content.h"
+#include "kits/interface/core/Content.h"
 
 #include <QSignalBlocker>
 #include <QSpinBox>

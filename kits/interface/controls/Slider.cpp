@@ -1,8 +1,8 @@
 #include "kits/interface/Slider.h"
 
 #include "kits/application/Message.h"
-#include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/SliderWidget.h"
+#include "kits/interface/core/Content.h"
 
 #include <QSignalBlocker>
 

@@ -1,8 +1,8 @@
 #include "kits/interface/TextControl.h"
 
 #include "kits/application/Message.h"
-#include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/LabeledWidget.h"
+#include "kits/interface/core/Content.h"
 
 #include <QLineEdit>
 #include <QSignalBlocker>

@@ -1,8 +1,8 @@
 #include "kits/interface/TextView.h"
 
-#include "kits/interface/controls/Content.h"
 #include "kits/interface/controls/TextWidget.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
 
 #include <QSignalBlocker>
 

@@ -1,12 +1,12 @@
 #include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/Application.h"
-#include "kits/application/MainThreadPrivate.h"
-#include "kits/interface/drawing/UpdateQueue.h"
-#include "kits/interface/input/Pointer.h"
-#include "kits/interface/selections/ForeignDrag.h"
-#include "kits/interface/selections/TextPaste.h"
-#include "kits/interface/theme/Theme.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
+#include "kits/interface/controls/TextPaste.h"
+#include "kits/interface/core/Pointer.h"
+#include "kits/interface/core/UpdateQueue.h"
+#include "kits/interface/platform/ForeignDrag.h"
+#include "kits/interface/startup/Theme.h"
 #include "kits/kernel/Clock.h"
 
 #include <QAbstractEventDispatcher>

@@ -2,7 +2,7 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/MainWait.h"
-#include "kits/interface/startup/DispatcherWait.h"
+#include "kits/interface/shortcuts/DispatcherWait.h"
 
 #include <QApplication>
 #include <QSocketNotifier>

@@ -1,6 +1,6 @@
 #include "kits/interface/startup/SettingsAhead.h"
 
-#include "kits/interface/startup/DisplayCheck.h"
+#include "kits/interface/platform/DisplayCheck.h"
 
 #include <system_error>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kits/interface/screens/XSettings.h"
+#include "kits/interface/platform/x11/XSettings.h"
 
 #include <thread>
 

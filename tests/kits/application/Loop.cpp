@@ -2,7 +2,7 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
-#include "kits/application/MainThreadPrivate.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/kernel/Errors.h"
 
 #include <chrono>

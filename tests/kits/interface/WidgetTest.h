@@ -3,7 +3,7 @@
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
 #include "kits/interface/Window.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/ViewPrivate.h"
 #include "tests/support/GuiTest.h"
 
 #include <QApplication>

@@ -1,11 +1,11 @@
 #include "kits/application/Messenger.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/TabView.h"
-#include "kits/interface/views/ViewPrivate.h"
-#include "src/app/SmartWindow.h"
+#include "kits/interface/core/ViewPrivate.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/ui/SmartWindow.h"
 #include "tests/src/app/AppTest.h"
 
 #include <QAccessible>

@@ -4,7 +4,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
 #include "kits/interface/Screen.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/app/AppTest.h"

@@ -1,10 +1,10 @@
 #include "src/app/Uptimes.h"
 
-#include "tests/kits/kernel/TestClock.h"
+#include "tests/kits/kernel/clock/TestClock.h"
 #include "tests/src/app/AppTest.h"
 
-#include "kits/kernel/BootMoment.h"
-#include "src/prefs/Preferences.h"
+#include "kits/kernel/clock/BootMoment.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/Qel.h"
 
 #include <chrono>

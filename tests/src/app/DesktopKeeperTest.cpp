@@ -2,7 +2,7 @@
 
 #include "kits/application/Looper.h"
 #include "kits/interface/Shelf.h"
-#include "kits/interface/views/ViewImpl.h"
+#include "kits/interface/core/ViewImpl.h"
 #include "src/chart/ChartView.h"
 #include "tests/src/app/AppTest.h"
 #include "tests/src/app/AppWindows.h"

@@ -1,7 +1,7 @@
 #include "tests/src/app/AppTest.h"
 #include "tests/src/app/AppWindows.h"
 
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"

@@ -5,7 +5,7 @@
 #include "kits/application/Roster.h"
 #include "kits/interface/TabView.h"
 #include "src/app/MainWindow.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"

@@ -1,4 +1,4 @@
-#include "src/app/SmartWindow.h"
+#include "src/support/ui/SmartWindow.h"
 
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"

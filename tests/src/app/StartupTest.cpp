@@ -1,7 +1,7 @@
 #include "src/app/Startup.h"
 
 #include "kits/support/TypeConstants.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "tests/src/app/AppTest.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 #include "tests/src/app/AppTest.h"
 
 #include "kits/support/TypeConstants.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 

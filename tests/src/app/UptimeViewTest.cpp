@@ -2,7 +2,7 @@
 
 #include "kits/kernel/Clock.h"
 #include "kits/support/TypeConstants.h"
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "tests/src/app/AppTest.h"
 
 #include <atomic>

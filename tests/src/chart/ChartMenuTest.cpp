@@ -1,8 +1,8 @@
 #include "src/chart/ChartMenu.h"
 
 #include "kits/interface/PopUpMenu.h"
-#include "src/app/SmartWindow.h"
 #include "src/chart/ChartViewHolder.h"
+#include "src/support/ui/SmartWindow.h"
 #include "tests/src/chart/ChartTestKit.h"
 
 namespace {

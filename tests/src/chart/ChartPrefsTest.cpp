@@ -1,5 +1,5 @@
-#include "src/app/SmartWindow.h"
 #include "src/chart/ChartViewHolder.h"
+#include "src/support/ui/SmartWindow.h"
 #include "tests/src/chart/ChartTestKit.h"
 
 #include <cmath>

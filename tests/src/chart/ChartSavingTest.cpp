@@ -1,5 +1,5 @@
 #include "kits/interface/PopUpMenu.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/ViewPrivate.h"
 #include "src/chart/ChartExport.h"
 #include "src/chart/ChartMenu.h"
 #include "tests/src/chart/ChartTestKit.h"

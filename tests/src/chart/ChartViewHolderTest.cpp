@@ -1,7 +1,7 @@
 #include "src/chart/ChartViewHolder.h"
 
 #include "kits/application/MainThread.h"
-#include "kits/interface/theme/Theme.h"
+#include "kits/interface/startup/Theme.h"
 
 #include "src/chart/ChartSteps.h"
 #include "src/support/MessageCodes.h"

@@ -1,4 +1,4 @@
-#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/TeamPort.h"
 #include "kits/support/TypeConstants.h"
 #include "src/sampling/Sysinfo.h"

@@ -1,6 +1,6 @@
 #include "src/desktop/Autostart.h"
 
-#include "kits/storage/FileCalls.h"
+#include "kits/storage/files/FileCalls.h"
 #include "tests/support/TempFolder.h"
 
 #include <cerrno>

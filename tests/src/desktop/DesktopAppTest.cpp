@@ -1,9 +1,9 @@
 #include "tests/src/desktop/DesktopAppTest.h"
 
-#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
-#include "kits/interface/views/ViewPrivate.h"
+#include "kits/interface/core/ViewPrivate.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"

@@ -1,13 +1,13 @@
 #include "kits/application/Language.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/TabView.h"
-#include "src/app/SmartWindow.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/sampling/SourceName.h"
 #include "src/sampling/SourceTable.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/SmartWindow.h"
 #include "tests/src/app/AppTest.h"
 
 #include <QAbstractButton>

@@ -2,9 +2,9 @@
 
 #include "kits/interface/Button.h"
 #include "kits/interface/Screen.h"
-#include "src/support/ColorPreView.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/SmartColorControl.h"
+#include "src/support/ui/ColorPreView.h"
+#include "src/support/ui/SmartColorControl.h"
 #include "tests/src/pages/PageTest.h"
 
 #include <gtest/gtest.h>

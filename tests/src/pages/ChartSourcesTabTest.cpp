@@ -3,7 +3,7 @@
 #include "kits/interface/Button.h"
 #include "kits/interface/ScrollView.h"
 #include "kits/interface/TextControl.h"
-#include "src/sampling/SourceListView.h"
+#include "src/sampling/list/SourceListView.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/pages/PageTest.h"
 

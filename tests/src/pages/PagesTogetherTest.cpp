@@ -4,9 +4,9 @@
 #include "src/pages/ChartGeneralTab.h"
 #include "src/pages/ChartSourcesTab.h"
 #include "src/pages/SysinfoTab.h"
-#include "src/support/ColorPreView.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/SmartColorControl.h"
+#include "src/support/ui/ColorPreView.h"
+#include "src/support/ui/SmartColorControl.h"
 #include "tests/src/pages/PageTest.h"
 
 #include <gtest/gtest.h>

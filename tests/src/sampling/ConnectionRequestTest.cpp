@@ -3,7 +3,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Looper.h"
 #include "kits/application/Message.h"
-#include "kits/application/MessagePrivate.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/kernel/Errors.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"

@@ -1,4 +1,4 @@
-#include "src/prefs/Preferences.h"
+#include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "tests/src/sampling/RecordedMachine.h"
 

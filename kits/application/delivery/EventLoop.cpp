@@ -1,0 +1,208 @@
+#include "kits/application/EventLoop.h"
+
+#include "kits/application/Application.h"
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/MainWait.h"
+#include "kits/application/delivery/LoopGuest.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
+#include "kits/application/delivery/PollEventLoop.h"
+#include "kits/application/delivery/PostOffice.h"
+#include "kits/application/delivery/TimerQueue.h"
+#include "kits/application/delivery/WakeSet.h"
+#include "kits/kernel/Clock.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <utility>
+
+namespace kits {
+
+namespace {
+
+EventLoop* sCurrent = nullptr;
+std::atomic<uint64> sCountUnlocked = 0;
+std::atomic<uint64> sCountElsewhere = 0;
+std::atomic<uint64> sCountChanges = 0;
+ChangeScope* sInnermostChange = nullptr; ///< of the main thread alone
+
+thread_local int32 sCountWakeOnce = 0;
+thread_local bool sWakeWanted = false;
+thread_local bool sIsTurnBeginning = false;
+
+/// Takes back all wakes, and has the guest read what can be read; the turn that begins sees what it posts.
+void BeginTurn()
+{
+    sIsTurnBeginning = true;
+    std::array<WakeSet::Number, 16> space;
+    for (const WakeSet::Number number : WakeSet::Clear(space))
+        LoopGuest::Get()->Read(number);
+    sIsTurnBeginning = false;
+}
+
+/// What is left of a turn once it has begun.
+void EndTurn(const std::function<bool()>& stop)
+{
+    if (TakeQuitSignal() && be_app != nullptr)
+        be_app->PostMessage(B_QUIT_REQUESTED);
+    PostOffice& office = PostOffice::Get();
+    const uint64 end = office.BeginTurn();
+
+    RunOutermostActions();
+    RunMainThreadActions();
+    TimerQueue::Get().RunDue(system_time());
+    while ((stop == nullptr || !stop()) && office.DispatchNext(end))
+        RunOutermostActions();
+    RunOutermostActions();
+
+    if (office.HasMessages() || HasActionsToRun())
+        EventLoop::Wake();
+}
+
+} // namespace
+
+EventLoop& EventLoop::Current()
+{
+    static PollEventLoop sPollLoop;
+    return sCurrent != nullptr ? *sCurrent : sPollLoop;
+}
+
+void EventLoop::SetCurrent(EventLoop* loop)
+{
+    sCurrent = loop;
+}
+
+int EventLoop::WakeDescriptor()
+{
+    return WakeSet::Descriptor();
+}
+
+void EventLoop::Wake()
+{
+    if (sIsTurnBeginning)
+        return;
+    if (sCountWakeOnce > 0)
+        sWakeWanted = true;
+    else
+        WakeSet::Wake();
+}
+
+WakeOnce::WakeOnce()
+{
+    ++sCountWakeOnce;
+}
+
+WakeOnce::~WakeOnce()
+{
+    if (--sCountWakeOnce == 0 && std::exchange(sWakeWanted, false))
+        EventLoop::Wake();
+}
+
+bigtime_t EventLoop::Deadline()
+{
+    return TimerQueue::Get().Deadline();
+}
+
+void EventLoop::RunDue()
+{
+    TakeTurn(nullptr);
+}
+
+void EventLoop::NoteEvent()
+{
+    if (!InterfaceLock::Get().IsHeld())
+        ++sCountUnlocked;
+}
+
+uint64 EventLoop::CountUnlockedEvents()
+{
+    return sCountUnlocked;
+}
+
+void EventLoop::NoteEventElsewhere()
+{
+    ++sCountElsewhere;
+}
+
+uint64 EventLoop::CountEventsElsewhere()
+{
+    return sCountElsewhere;
+}
+
+uint64 EventLoop::CountChanges()
+{
+    if (sInnermostChange != nullptr && sInnermostChange->IsInsideACounted())
+        NoteChange();
+    return sCountChanges;
+}
+
+void EventLoop::NoteUnchanged()
+{
+    if (sInnermostChange != nullptr)
+        sInnermostChange->fCounts = false;
+}
+
+bool EventLoop::RunIfOnlyStreams()
+{
+    BeginTurn();
+    if (!PostOffice::Get().HasOnlyStreams() || HasActionsToRun() || Deadline() <= system_time()) {
+        Wake();
+        return false;
+    }
+    EndTurn(nullptr);
+    return true;
+}
+
+void NoteChange()
+{
+    ++sCountChanges;
+}
+
+// Counted when it is over: whoever looked in a loop inside it has not seen what it did after that.
+ChangeScope::ChangeScope()
+    : fOuter(std::exchange(sInnermostChange, this))
+{
+}
+
+ChangeScope::~ChangeScope()
+{
+    sInnermostChange = fOuter;
+    if (fCounts)
+        NoteChange();
+}
+
+bool ChangeScope::IsInsideACounted() const
+{
+    for (const ChangeScope* scope = fOuter; scope != nullptr; scope = scope->fOuter) {
+        if (scope->fCounts)
+            return true;
+    }
+    return false;
+}
+
+void TakeTurn(const std::function<bool()>& stop)
+{
+    BeginTurn();
+    EndTurn(stop);
+}
+
+void WaitForWork(bigtime_t until)
+{
+    // A day at most: then the clock is asked again.
+    constexpr bigtime_t kLongest = 24 * 3600 * bigtime_t(1000000);
+    const bigtime_t left =
+        until == B_INFINITE_TIMEOUT ? kLongest : std::clamp(until - system_time(), bigtime_t(0), kLongest);
+    timespec timeout;
+    timeout.tv_sec = left / 1000000;
+    timeout.tv_nsec = left % 1000000 * 1000;
+
+    MainWait wait;
+    wait.Begin();
+    pollfd descriptor{WakeSet::Descriptor(), POLLIN, 0};
+    ppoll(&descriptor, 1, &timeout, nullptr);
+    wait.End();
+}
+
+} // namespace kits

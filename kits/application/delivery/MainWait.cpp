@@ -1,0 +1,46 @@
+#include "kits/application/MainWait.h"
+
+#include "kits/application/InterfaceLock.h"
+#include "kits/application/delivery/LoopGuest.h"
+
+#include <atomic>
+
+namespace kits {
+
+namespace {
+
+std::atomic<LoopGuest*> sGuest = nullptr;
+
+} // namespace
+
+void LoopGuest::Set(LoopGuest* guest)
+{
+    sGuest = guest;
+}
+
+LoopGuest* LoopGuest::Get()
+{
+    return sGuest;
+}
+
+void MainWait::Begin()
+{
+    End();
+    if (LoopGuest* guest = LoopGuest::Get())
+        guest->MainWaits();
+    fDepth = InterfaceLock::Get().ReleaseAll();
+    fIsUnderWay = true;
+}
+
+void MainWait::End()
+{
+    if (!fIsUnderWay)
+        return;
+    fIsUnderWay = false;
+    // First of all: taking the lock may be long.
+    if (LoopGuest* guest = LoopGuest::Get())
+        guest->MainWorks();
+    InterfaceLock::Get().Restore(fDepth);
+}
+
+} // namespace kits

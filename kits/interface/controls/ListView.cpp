@@ -1,0 +1,284 @@
+#include "kits/interface/ListView.h"
+
+#include "kits/application/MainThread.h"
+#include "kits/application/Message.h"
+#include "kits/interface/Window.h"
+#include "kits/interface/controls/ListModel.h"
+#include "kits/interface/controls/ListWidget.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
+#include "kits/kernel/Clock.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags)
+    , BInvoker(nullptr, static_cast<const BHandler*>(nullptr))
+    , fModel(std::make_unique<kits::ListModel>())
+    , fType(type)
+{
+}
+
+BListView::~BListView() = default;
+
+void BListView::AttachedToWindow()
+{
+    if (BInvoker::Messenger() == BMessenger())
+        SetTarget(Window());
+}
+
+bool BListView::AddItem(BListItem* item)
+{
+    return AddItem(item, fModel->CountFull());
+}
+
+bool BListView::AddItem(BListItem* item, int32 index)
+{
+    if (item == nullptr || item->fInList || !fModel->Insert(item, index))
+        return false;
+    item->fInList = true;
+    RowsChanged();
+    return true;
+}
+
+bool BListView::RemoveItem(BListItem* item)
+{
+    return item != nullptr && Take(fModel->FullIndexOf(item)) != nullptr;
+}
+
+BListItem* BListView::RemoveItem(int32 index)
+{
+    return Take(fModel->FullIndexOf(ItemAt(index)));
+}
+
+BListItem* BListView::Take(int32 full)
+{
+    std::unique_ptr<BListItem> item = fModel->Remove(full);
+    if (item == nullptr)
+        return nullptr;
+    item->fInList = false;
+    item->fSelected = false;
+    RowsChanged();
+    return item.release();
+}
+
+void BListView::MakeEmpty()
+{
+    fModel->MakeEmpty();
+    RowsChanged();
+}
+
+BListItem* BListView::ItemAt(int32 index) const
+{
+    const std::vector<BListItem*>& shown = fModel->Shown();
+    return index < 0 || index >= static_cast<int32>(shown.size()) ? nullptr : shown[static_cast<std::size_t>(index)];
+}
+
+int32 BListView::IndexOf(const BListItem* item) const
+{
+    return fModel->ShownIndexOf(item);
+}
+
+int32 BListView::IndexOf(BPoint where) const
+{
+    kits::ListWidget* widget = FreshWidget();
+    return widget == nullptr ? -1 : widget->ShownAt(QPoint(static_cast<int>(where.x), static_cast<int>(where.y)));
+}
+
+int32 BListView::CountItems() const
+{
+    return static_cast<int32>(fModel->Shown().size());
+}
+
+void BListView::Select(int32 index, bool extend)
+{
+    BListItem* item = ItemAt(index);
+    if (item == nullptr || !item->IsEnabled())
+        return;
+    if (!extend || fType == B_SINGLE_SELECTION_LIST) {
+        for (int32 i = 0; i < fModel->CountFull(); i++)
+            fModel->FullAt(i)->fSelected = false;
+    }
+    item->fSelected = true;
+    WidgetNeedsUpdate();
+    SelectionChanged();
+}
+
+void BListView::Deselect(int32 index)
+{
+    BListItem* item = ItemAt(index);
+    if (item == nullptr || !item->fSelected)
+        return;
+    item->fSelected = false;
+    WidgetNeedsUpdate();
+    SelectionChanged();
+}
+
+void BListView::DeselectAll()
+{
+    bool any = false;
+    for (int32 i = 0; i < fModel->CountFull(); i++) {
+        any = any || fModel->FullAt(i)->fSelected;
+        fModel->FullAt(i)->fSelected = false;
+    }
+    if (!any)
+        return;
+    WidgetNeedsUpdate();
+    SelectionChanged();
+}
+
+bool BListView::IsItemSelected(int32 index) const
+{
+    const BListItem* item = ItemAt(index);
+    return item != nullptr && item->IsSelected();
+}
+
+int32 BListView::CurrentSelection(int32 nth) const
+{
+    const std::vector<BListItem*>& shown = fModel->Shown();
+    for (std::size_t i = 0; i < shown.size(); i++) {
+        if (shown[i]->IsSelected() && nth-- == 0)
+            return static_cast<int32>(i);
+    }
+    return -1;
+}
+
+void BListView::ScrollToSelection()
+{
+    if (fContent == nullptr || CurrentSelection() < 0)
+        return;
+    kits::RunOnMain(this, [this] { FreshWidget()->ScrollTo(CurrentSelection()); });
+}
+
+BRect BListView::ItemFrame(int32 index) const
+{
+    kits::ListWidget* widget = FreshWidget();
+    const QRect rect = widget == nullptr || ItemAt(index) == nullptr ? QRect() : widget->ShownRect(index);
+    return rect.isValid() ? kits::FromQRect(rect) : BRect();
+}
+
+void BListView::InvalidateItem(int32 index)
+{
+    if (ItemAt(index) == nullptr)
+        return;
+    fModel->Changed();
+    RowsChanged();
+}
+
+void BListView::SetSelectionMessage(BMessage* message)
+{
+    fSelectionMessage.reset(message);
+}
+
+status_t BListView::Invoke(BMessage* message)
+{
+    return Send(message != nullptr ? message : Message());
+}
+
+status_t BListView::Send(const BMessage* message)
+{
+    if (message == nullptr)
+        return B_BAD_VALUE;
+    BMessage copy(*message);
+    copy.AddInt64("when", system_time());
+    copy.AddPointer("source", this);
+    int32 index = 0;
+    for (const BListItem* item : fModel->Shown()) {
+        if (item->IsSelected())
+            copy.AddInt32("index", index);
+        index++;
+    }
+    return BInvoker::Invoke(&copy);
+}
+
+void BListView::SelectionChanged() {}
+
+bool BListView::InitiateDrag(BPoint, int32, bool)
+{
+    return false;
+}
+
+void BListView::SetScrolling(bool horizontal, bool vertical, border_style border)
+{
+    fHorizontalBar = horizontal;
+    fVerticalBar = vertical;
+    fBorder = border;
+    WidgetNeedsUpdate();
+}
+
+void BListView::UserSelected(const std::vector<BListItem*>& items)
+{
+    for (int32 i = 0; i < fModel->CountFull(); i++)
+        fModel->FullAt(i)->fSelected = false;
+    for (BListItem* item : items)
+        item->fSelected = true;
+    Send(fSelectionMessage.get());
+    SelectionChanged();
+}
+
+void BListView::RowOpened(BListItem* item, bool open)
+{
+    const bool hadSelection = CurrentSelection() >= 0;
+    item->fExpanded = open;
+    fModel->Changed();
+    if (hadSelection == (CurrentSelection() >= 0))
+        return;
+    Send(fSelectionMessage.get());
+    SelectionChanged();
+}
+
+bool BListView::IsOutline() const
+{
+    return false;
+}
+
+void BListView::WidgetCreated(QWidget*)
+{
+    fContent = std::make_unique<kits::Content>();
+    fContent->SetWidget(new kits::ListWidget(this, IsOutline()));
+    UpdateWidget();
+    kits::FillView(this, fContent->As<>());
+}
+
+kits::ListWidget* BListView::FreshWidget() const
+{
+    if (fContent == nullptr || !kits::IsMainThread())
+        return nullptr;
+    auto* widget = fContent->As<kits::ListWidget>();
+    widget->RefreshRows();
+    return widget;
+}
+
+void BListView::UpdateWidget()
+{
+    auto* widget = fContent->As<kits::ListWidget>();
+    widget->setVerticalScrollBarPolicy(fVerticalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    widget->setHorizontalScrollBarPolicy(fHorizontalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    widget->setFrameStyle(fBorder == B_FANCY_BORDER   ? QFrame::StyledPanel | QFrame::Sunken
+                          : fBorder == B_PLAIN_BORDER ? QFrame::Box | QFrame::Plain
+                                                      : QFrame::NoFrame);
+    widget->RefreshRows();
+    widget->RefreshSelection();
+}
+
+void BListView::WidgetNeedsUpdate()
+{
+    if (fContent != nullptr)
+        kits::RunOnMain(this, [this] { UpdateWidget(); });
+}
+
+void BListView::RowsChanged()
+{
+    // Rows come in hundreds: they are shown together, in the next turn of the event loop.
+    if (fContent == nullptr || fUpdatePending)
+        return;
+    fUpdatePending = true;
+    kits::RunOnMain(this, [this] {
+        QTimer::singleShot(0, fContent.get(), [this] {
+            fUpdatePending = false;
+            UpdateWidget();
+        });
+    });
+}

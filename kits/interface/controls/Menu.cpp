@@ -1,0 +1,215 @@
+#include "kits/interface/Menu.h"
+
+#include "kits/application/Messenger.h"
+#include "kits/interface/MenuField.h"
+#include "kits/interface/controls/MenuPart.h"
+#include "kits/interface/core/ViewPrivate.h"
+
+#include <algorithm>
+#include <string_view>
+
+BMenu::BMenu(const char* name, menu_layout layout)
+    : BView(BRect(0, 0, 0, 0), name, B_FOLLOW_NONE, 0)
+    , fLayout(layout)
+{
+}
+
+BMenu::~BMenu()
+{
+    fPart.reset();
+    for (const auto& item : fItems)
+        item->fMenu = nullptr;
+}
+
+bool BMenu::AddItem(BMenuItem* item)
+{
+    return AddItem(item, CountItems());
+}
+
+bool BMenu::AddItem(BMenuItem* item, int32 index)
+{
+    if (item == nullptr || item->fMenu != nullptr || index < 0 || index > CountItems())
+        return false;
+    fItems.insert(fItems.begin() + index, std::unique_ptr<BMenuItem>(item));
+    item->fMenu = this;
+    if (item->IsMarked())
+        ItemMarked(item);
+    NeedsUpdate();
+    return true;
+}
+
+bool BMenu::AddItem(BMenu* submenu)
+{
+    return AddItem(submenu, CountItems());
+}
+
+bool BMenu::AddItem(BMenu* submenu, int32 index)
+{
+    if (submenu == nullptr || submenu->fSuperitem != nullptr || index < 0 || index > CountItems())
+        return false;
+    return AddItem(new BMenuItem(submenu), index);
+}
+
+bool BMenu::AddSeparatorItem()
+{
+    return AddItem(new BSeparatorItem);
+}
+
+bool BMenu::RemoveItem(BMenuItem* item)
+{
+    return RemoveItem(IndexOf(item)) != nullptr;
+}
+
+BMenuItem* BMenu::RemoveItem(int32 index)
+{
+    if (index < 0 || index >= CountItems())
+        return nullptr;
+    BMenuItem* item = fItems[static_cast<std::size_t>(index)].release();
+    fItems.erase(fItems.begin() + index);
+    item->fMenu = nullptr;
+    if (fPart != nullptr)
+        fPart->Forget(item);
+    NeedsUpdate();
+    return item;
+}
+
+bool BMenu::RemoveItem(BMenu* submenu)
+{
+    const std::unique_ptr<BMenuItem> item(RemoveItem(IndexOf(submenu)));
+    if (item == nullptr)
+        return false;
+    item->fSubmenu.release()->fSuperitem = nullptr;
+    return true;
+}
+
+BMenuItem* BMenu::ItemAt(int32 index) const
+{
+    return index < 0 || index >= CountItems() ? nullptr : fItems[static_cast<std::size_t>(index)].get();
+}
+
+BMenu* BMenu::SubmenuAt(int32 index) const
+{
+    const BMenuItem* item = ItemAt(index);
+    return item == nullptr ? nullptr : item->Submenu();
+}
+
+int32 BMenu::IndexOf(const BMenuItem* item) const
+{
+    const auto found = std::find_if(fItems.begin(), fItems.end(), [&](const auto& each) { return each.get() == item; });
+    return found == fItems.end() ? -1 : static_cast<int32>(found - fItems.begin());
+}
+
+int32 BMenu::IndexOf(const BMenu* submenu) const
+{
+    return submenu == nullptr || submenu->fSuperitem == nullptr ? -1 : IndexOf(submenu->fSuperitem);
+}
+
+BMenuItem* BMenu::FindItem(const char* label) const
+{
+    if (label == nullptr)
+        return nullptr;
+    for (const auto& item : fItems) {
+        if (std::string_view(item->Label()) == label && !item->IsSeparator())
+            return item.get();
+        BMenuItem* below = item->Submenu() == nullptr ? nullptr : item->Submenu()->FindItem(label);
+        if (below != nullptr)
+            return below;
+    }
+    return nullptr;
+}
+
+BMenuItem* BMenu::FindItem(uint32 command) const
+{
+    for (const auto& item : fItems) {
+        if (item->Message() != nullptr && item->Command() == command)
+            return item.get();
+        BMenuItem* below = item->Submenu() == nullptr ? nullptr : item->Submenu()->FindItem(command);
+        if (below != nullptr)
+            return below;
+    }
+    return nullptr;
+}
+
+BMenuItem* BMenu::FindMarked() const
+{
+    const auto found = std::find_if(fItems.begin(), fItems.end(), [](const auto& each) { return each->IsMarked(); });
+    return found == fItems.end() ? nullptr : found->get();
+}
+
+status_t BMenu::SetTargetForItems(BHandler* target)
+{
+    status_t result = B_OK;
+    for (const auto& item : fItems) {
+        const status_t status = item->SetTarget(target);
+        if (result == B_OK)
+            result = status;
+    }
+    return result;
+}
+
+status_t BMenu::SetTargetForItems(BMessenger target)
+{
+    status_t result = B_OK;
+    for (const auto& item : fItems) {
+        const status_t status = item->SetTarget(target);
+        if (result == B_OK)
+            result = status;
+    }
+    return result;
+}
+
+void BMenu::SetEnabled(bool enabled)
+{
+    fEnabled = enabled;
+    NeedsUpdate();
+    if (fSuperitem != nullptr)
+        fSuperitem->NeedsUpdate();
+}
+
+bool BMenu::IsEnabled() const
+{
+    return fEnabled && (fSuperitem == nullptr || fSuperitem->IsEnabled());
+}
+
+void BMenu::SetRadioMode(bool on)
+{
+    fRadioMode = on;
+    NeedsUpdate();
+}
+
+void BMenu::SetLabelFromMarked(bool on)
+{
+    fLabelFromMarked = on;
+    BMenuItem* marked = FindMarked();
+    if (on && marked != nullptr)
+        ItemMarked(marked);
+}
+
+BMenu* BMenu::Supermenu() const
+{
+    return fSuperitem == nullptr ? nullptr : fSuperitem->Menu();
+}
+
+void BMenu::NeedsUpdate()
+{
+    if (fPart != nullptr) {
+        kits::RunOnMain(this, [this] {
+            if (fPart != nullptr)
+                fPart->Update();
+        });
+    }
+    if (fField != nullptr)
+        fField->WidgetNeedsUpdate();
+}
+
+void BMenu::ItemMarked(BMenuItem* item)
+{
+    if (fRadioMode) {
+        for (const auto& other : fItems) {
+            if (other.get() != item)
+                other->fMarked = false;
+        }
+    }
+    if (fLabelFromMarked && fSuperitem != nullptr)
+        fSuperitem->SetLabel(item->Label());
+}

@@ -1,0 +1,172 @@
+#include "kits/interface/TabView.h"
+
+#include "kits/interface/controls/TabStrip.h"
+#include "kits/interface/core/Content.h"
+#include "kits/interface/core/ViewPrivate.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace {
+
+/// What a strip is taken to be high while it cannot be asked, because the tab view was made on another thread.
+constexpr float kLikelyHeight = 26;
+
+} // namespace
+
+BTabView::BTabView(BRect frame, const char* name, button_width width, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags)
+    , fContainer(new BView(BRect(0, 0, 0, 0), "container", B_FOLLOW_ALL_SIDES, B_WILL_DRAW))
+    , fTabWidth(width)
+{
+    AddChild(fContainer);
+    Strip();
+    LayOut();
+    SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
+    fContainer->SetViewUIColor(B_PANEL_BACKGROUND_COLOR);
+}
+
+BTabView::~BTabView()
+{
+    // The selected tab's view would else be deleted with the container.
+    fTabs.clear();
+}
+
+void BTabView::AttachedToWindow()
+{
+    LayOut();
+}
+
+void BTabView::MouseDown(BPoint where)
+{
+    if (fContent == nullptr)
+        return;
+    const QPoint point(static_cast<int>(where.x), static_cast<int>(where.y));
+    Select(Strip()->tabAt(point));
+}
+
+void BTabView::AddTab(BView* target, BTab* tab)
+{
+    if (tab == nullptr)
+        tab = new BTab;
+    if (tab->fOwner != nullptr)
+        return;
+    if (target != nullptr)
+        tab->SetView(target);
+    tab->fOwner = this;
+    fTabs.emplace_back(tab);
+    WidgetNeedsUpdate();
+}
+
+BTab* BTabView::RemoveTab(int32 index)
+{
+    BTab* tab = TabAt(index);
+    if (tab == nullptr)
+        return nullptr;
+    const bool wasSelected = index == fSelection;
+    if (wasSelected) {
+        fSelection = -1;
+        tab->Deselect();
+    } else if (index < fSelection) {
+        fSelection--;
+    }
+    fTabs[static_cast<std::size_t>(index)].release();
+    fTabs.erase(fTabs.begin() + index);
+    tab->fOwner = nullptr;
+    WidgetNeedsUpdate();
+    if (wasSelected)
+        Select(std::min(index, CountTabs() - 1));
+    return tab;
+}
+
+BTab* BTabView::TabAt(int32 index) const
+{
+    return index < 0 || index >= CountTabs() ? nullptr : fTabs[static_cast<std::size_t>(index)].get();
+}
+
+void BTabView::Select(int32 index)
+{
+    BTab* tab = TabAt(index);
+    if (tab == nullptr || index == fSelection)
+        return;
+    BTab* former = TabAt(fSelection);
+    if (former != nullptr)
+        former->Deselect();
+    fSelection = index;
+    WidgetNeedsUpdate();
+    tab->Select(this);
+}
+
+float BTabView::TabHeight() const
+{
+    return fContent == nullptr ? kLikelyHeight : static_cast<float>(fContent->As<kits::TabStrip>()->height());
+}
+
+void BTabView::GetPreferredSize(float* width, float* height)
+{
+    float pageWidth = 0;
+    float pageHeight = 0;
+    for (const auto& tab : fTabs) {
+        if (tab->View() == nullptr)
+            continue;
+        float w = 0;
+        float h = 0;
+        tab->View()->GetPreferredSize(&w, &h);
+        pageWidth = std::max(pageWidth, w);
+        pageHeight = std::max(pageHeight, h);
+    }
+    if (width != nullptr)
+        *width = pageWidth;
+    if (height != nullptr)
+        *height = pageHeight + TabHeight();
+}
+
+kits::TabStrip* BTabView::Strip()
+{
+    if (fContent == nullptr && kits::IsMainThread()) {
+        fContent = std::make_unique<kits::Content>();
+        auto* strip = new kits::TabStrip(this);
+        fContent->SetWidget(strip);
+        strip->resize(strip->width(), strip->Height());
+        QObject::connect(strip, &QTabBar::currentChanged, fContent.get(), [this](int index) { Select(index); });
+        UpdateWidget();
+    }
+    return fContent == nullptr ? nullptr : fContent->As<kits::TabStrip>();
+}
+
+void BTabView::PaintLabel()
+{
+    fContent->As<kits::TabStrip>()->PaintLabel();
+}
+
+void BTabView::WidgetCreated(QWidget* widget)
+{
+    Strip()->PutInto(widget);
+}
+
+void BTabView::ViewColorChanged()
+{
+    if (fContent != nullptr)
+        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+}
+
+void BTabView::UpdateWidget()
+{
+    auto* strip = fContent->As<kits::TabStrip>();
+    const QSignalBlocker silent(strip);
+    strip->Update();
+}
+
+void BTabView::WidgetNeedsUpdate()
+{
+    if (fContent != nullptr)
+        kits::RunOnMain(this, [this] { UpdateWidget(); });
+}
+
+void BTabView::LayOut()
+{
+    const BRect bounds = Bounds();
+    fContainer->MoveTo(0, TabHeight());
+    fContainer->ResizeTo(bounds.Width(), bounds.Height() - TabHeight());
+}

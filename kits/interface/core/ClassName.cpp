@@ -1,0 +1,17 @@
+#include "kits/interface/core/ClassName.h"
+
+#include <cstdlib>
+#include <cxxabi.h>
+#include <memory>
+
+namespace kits {
+
+std::string ClassNameOf(const std::type_info& type)
+{
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> name(abi::__cxa_demangle(type.name(), nullptr, nullptr, &status),
+                                                           &std::free);
+    return name != nullptr ? name.get() : type.name();
+}
+
+} // namespace kits

@@ -1,0 +1,32 @@
+#include "kits/interface/core/DragCourse.h"
+
+namespace kits {
+
+bool DragCourse::IsTaken(Taker taker, DesktopLayer::Ground ground)
+{
+    const bool isBare = ground == DesktopLayer::Ground::kDesktop;
+    const bool isDesktop = isBare || ground == DesktopLayer::Ground::kDesktopWindow;
+    return (taker == Taker::kBareDesktop && isBare) || (taker == Taker::kDesktop && isDesktop);
+}
+
+DragCourse::DragCourse(Taker taker)
+    : fTaker(taker)
+{
+}
+
+void DragCourse::GiveUp()
+{
+    fIsOver = true;
+}
+
+bool DragCourse::Release(BPoint where, DesktopLayer::Ground ground)
+{
+    if (fIsOver)
+        return false;
+    fIsOver = true;
+    if (IsTaken(fTaker, ground))
+        fDropOnDesktop = where;
+    return fDropOnDesktop.has_value();
+}
+
+} // namespace kits

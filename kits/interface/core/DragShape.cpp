@@ -1,0 +1,31 @@
+#include "kits/interface/core/DragShape.h"
+
+#include "kits/interface/platform/x11/DesktopLayer.h"
+
+#include <QBitmap>
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QPlatformSurfaceEvent>
+#include <QWindow>
+
+namespace kits {
+
+DragShape::DragShape(const QPixmap& picture)
+{
+    if (!DesktopLayer::IsThere() || !picture.hasAlphaChannel())
+        return;
+    fShape = QRegion(picture.mask());
+    qGuiApp->installEventFilter(this);
+}
+
+bool DragShape::eventFilter(QObject* watched, QEvent* event)
+{
+    // The toolkit makes that window when the drag begins, another one for another screen, and tells nobody which it is.
+    constexpr const char* kClass = "QShapedPixmapWindow";
+    if (event->type() == QEvent::PlatformSurface && watched->inherits(kClass) && watched->isWindowType() &&
+        static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
+        static_cast<QWindow*>(watched)->setMask(fShape);
+    return false;
+}
+
+} // namespace kits

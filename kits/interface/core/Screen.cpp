@@ -1,0 +1,67 @@
+#include "kits/interface/Screen.h"
+
+#include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
+#include "kits/interface/Window.h"
+#include "kits/interface/core/ScreenList.h"
+#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/support/TypeConstants.h"
+
+BScreen::BScreen()
+    : BScreen(nullptr)
+{
+}
+
+BScreen::BScreen(const BWindow* window)
+    : fValid(!kits::ScreenList::All().empty())
+{
+    const kits::ScreenList::Screen screen =
+        kits::ScreenList::Nearest(window != nullptr ? kits::ToPixels(window->Frame()) : kits::PixelRect{});
+    fFrame = kits::FromPixels(screen.frame);
+}
+
+bool BScreen::IsValid() const
+{
+    return fValid;
+}
+
+BRect BScreen::Frame() const
+{
+    return fFrame;
+}
+
+rgb_color BScreen::DesktopColor() const
+{
+    return kits::DesktopColor::Get();
+}
+
+void BScreen::AskDesktopColor(const BMessage& message, const BMessenger& target)
+{
+    kits::DesktopColor::Ask([answer = message, target](rgb_color color) mutable {
+        answer.AddData("RGBColor", B_RGB_COLOR_TYPE, &color, sizeof(color));
+        target.SendMessage(&answer);
+    });
+}
+
+void BScreen::SetDesktopColor(rgb_color color, bool permanent)
+{
+    kits::DesktopColor::Set(color, permanent);
+}
+
+void BScreen::ChangeDesktopColor(rgb_color color)
+{
+    kits::DesktopColor::Change(color);
+}
+
+void BScreen::RestoreDesktop()
+{
+    kits::DesktopColor::Restore();
+}
+
+std::vector<BRect> kits::ScreenFrames(bool withoutPanels)
+{
+    std::vector<BRect> frames;
+    for (const ScreenList::Screen& screen : ScreenList::All())
+        frames.push_back(FromPixels(withoutPanels ? screen.available : screen.frame));
+    return frames;
+}

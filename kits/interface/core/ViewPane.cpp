@@ -1,0 +1,214 @@
+#include "kits/interface/core/ViewPane.h"
+
+#include "kits/application/delivery/MainThreadPrivate.h"
+#include "kits/interface/Clipboard.h"
+#include "kits/interface/core/KeyInput.h"
+#include "kits/interface/core/Pointer.h"
+#include "kits/interface/core/ViewImpl.h"
+#include "kits/interface/startup/QtEventLoop.h"
+
+#include <QContextMenuEvent>
+#include <QImage>
+#include <QPaintEngine>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include <cmath>
+#include <cstring>
+
+namespace kits {
+
+namespace {
+
+/// The words of a rectangle to another picture of words, as they are. Both hold the rectangle.
+void CopyWords(const Surface& surface, const PixelRect& rect, uchar* bits, qsizetype bytesPerLine, QPoint offset)
+{
+    const auto stride = static_cast<size_t>(surface.DeviceWidth());
+    const uint32* from = surface.Words() + static_cast<size_t>(rect.top) * stride + rect.left;
+    uchar* to = bits + (rect.top + offset.y()) * bytesPerLine + (rect.left + offset.x()) * 4;
+    const auto length = static_cast<size_t>(rect.Width()) * sizeof(uint32);
+    for (int32 y = rect.top; y < rect.bottom; y++, from += stride, to += bytesPerLine)
+        std::memcpy(to, from, length);
+}
+
+/// The picture behind a painter when opaque words can be copied into it one for one; null otherwise.
+QImage* PictureBehind(const QPainter& painter)
+{
+    QPaintDevice* const device = painter.paintEngine()->paintDevice();
+    if (device == nullptr || device->devType() != QInternal::Image || device->devicePixelRatio() != 1 ||
+        painter.deviceTransform().type() > QTransform::TxTranslate)
+        return nullptr;
+    auto* const image = static_cast<QImage*>(device);
+    const QImage::Format format = image->format();
+    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied ? image : nullptr;
+}
+
+} // namespace
+
+void DeleteWidget(QWidget* widget)
+{
+    widget->hide();
+    if (KitsApplication::IsHandlingEvent())
+        widget->deleteLater();
+    else
+        delete widget;
+}
+
+ViewPane::ViewPane(ViewImpl& impl, QWidget* parent)
+    : QWidget(parent)
+    , fImpl(&impl)
+{
+    setObjectName(QString::fromUtf8(impl.fView->Name()));
+}
+
+void ViewPane::Release()
+{
+    fImpl = nullptr;
+    if (IsMainThread()) {
+        DeleteWidget(this);
+        return;
+    }
+    RunOnMainThread([widget = QPointer<QWidget>(this)] {
+        if (widget != nullptr)
+            DeleteWidget(widget);
+    });
+}
+
+void ViewPane::LeaveWindow()
+{
+    hide();
+    setParent(nullptr);
+}
+
+bool ViewPane::event(QEvent* event)
+{
+    // A view that is gone has no say in anything but the end of its widget.
+    if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
+        return true;
+    return QWidget::event(event);
+}
+
+void ViewPane::paintEvent(QPaintEvent* event)
+{
+    const Surface& surface = fImpl->fSurface;
+    const PixelRect frame = fImpl->PixelFrame();
+    QPainter painter(this);
+    // The scale may have changed since it was drawn: drawing at the new one comes next.
+    const bool isOfThisScale = surface.Exists() && std::abs(surface.Grid().Scale() - devicePixelRatioF()) < 1e-3;
+    // Drawing into a view that was resized since comes next, with the new size.
+    if (!isOfThisScale || surface.Width() != frame.Width() || surface.Height() != frame.Height()) {
+        const rgb_color color = fImpl->fViewColor;
+        if (color != B_TRANSPARENT_COLOR)
+            painter.fillRect(event->rect(), QColor(color.red, color.green, color.blue));
+        if (!isOfThisScale)
+            return;
+    }
+    // What changed is often one column of pixels: the toolkit's way to it is much longer than the copy.
+    if (QImage* const picture = surface.IsOpaque() && surface.Grid().IsUnit() ? PictureBehind(painter) : nullptr) {
+        const QTransform transform = painter.deviceTransform();
+        const QPoint offset(qRound(transform.dx()), qRound(transform.dy()));
+        const QRect room = picture->rect().translated(-offset);
+        const PixelRect common = Intersection({0, 0, surface.DeviceWidth(), surface.DeviceHeight()},
+                                              {room.left(), room.top(), room.right() + 1, room.bottom() + 1});
+        // The painter has made the picture's words its own; asking for writable ones may copy them.
+        auto* const bits = const_cast<uchar*>(picture->constBits());
+        for (const QRect& rect : event->region()) {
+            const PixelRect place =
+                Intersection({rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1}, common);
+            if (!place.IsEmpty())
+                CopyWords(surface, place, bits, picture->bytesPerLine(), offset);
+        }
+        return;
+    }
+    const QImage image(reinterpret_cast<const uchar*>(surface.Words()), surface.DeviceWidth(), surface.DeviceHeight(),
+                       surface.DeviceWidth() * 4,
+                       surface.IsOpaque() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    painter.setCompositionMode(surface.IsOpaque() ? QPainter::CompositionMode_Source
+                                                  : QPainter::CompositionMode_SourceOver);
+    const PixelGrid& grid = surface.Grid();
+    // On Wayland a window may have its new scale before it has a picture of that scale to paint on.
+    if (std::abs(painter.deviceTransform().m11() - grid.Scale()) > 1e-3) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(QRectF(0, 0, surface.Width(), surface.Height()), image);
+        return;
+    }
+    if (!grid.IsUnit()) {
+        // In the screen's own pixels, so that nothing is stretched or smoothed.
+        const QTransform device = painter.deviceTransform();
+        const QTransform wanted =
+            QTransform::fromTranslate(std::floor(device.dx() + 0.5), std::floor(device.dy() + 0.5));
+        painter.setWorldTransform(wanted * device.inverted());
+    }
+    for (const QRect& rect : event->region()) {
+        const PixelRect place =
+            Intersection(grid.ToDevice({rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1}),
+                         {0, 0, surface.DeviceWidth(), surface.DeviceHeight()});
+        if (!place.IsEmpty())
+            painter.drawImage(QPoint(place.left, place.top), image,
+                              QRect(place.left, place.top, place.Width(), place.Height()));
+    }
+}
+
+void ViewPane::mousePressEvent(QMouseEvent* event)
+{
+    Pointer::Press(*fImpl, *event);
+}
+
+void ViewPane::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    Pointer::Press(*fImpl, *event);
+}
+
+void ViewPane::mouseMoveEvent(QMouseEvent*)
+{
+    // Views are told by the pointer's place, see Pointer. Taken, so that it does not go to the parent.
+}
+
+void ViewPane::mouseReleaseEvent(QMouseEvent* event)
+{
+    Pointer::Release(*fImpl, *event);
+}
+
+void ViewPane::RequestMenu()
+{
+    const DispatchScope scope;
+    fImpl->fView->ContextMenuRequested(BPoint(static_cast<float>(width() / 2), static_cast<float>(height() / 2)));
+}
+
+bool ViewPane::UseClipboard(const QKeyEvent& event)
+{
+    const DispatchScope scope;
+    return (event.matches(QKeySequence::Copy) && CopyFrom(fImpl->fView)) ||
+           (event.matches(QKeySequence::Paste) && PasteOnto(fImpl->fView));
+}
+
+void ViewPane::keyPressEvent(QKeyEvent* event)
+{
+    // The toolkit makes a request for the menu of the menu key only.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        RequestMenu();
+        return;
+    }
+    if (!UseClipboard(*event) && !KeyInput::Deliver(*fImpl, *event))
+        event->ignore();
+}
+
+void ViewPane::focusInEvent(QFocusEvent*)
+{
+    fImpl->InvalidateAll();
+}
+
+void ViewPane::focusOutEvent(QFocusEvent*)
+{
+    fImpl->InvalidateAll();
+}
+
+void ViewPane::contextMenuEvent(QContextMenuEvent* event)
+{
+    // A click of the mouse comes as a press of its button.
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        RequestMenu();
+}
+
+} // namespace kits

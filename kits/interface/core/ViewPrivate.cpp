@@ -1,0 +1,124 @@
+#include "kits/interface/core/ViewPrivate.h"
+
+#include "kits/interface/core/Pointer.h"
+#include "kits/interface/core/ViewImpl.h"
+#include "kits/interface/core/ViewPane.h"
+#include "kits/interface/core/WindowImpl.h"
+#include "kits/interface/core/WindowPane.h"
+
+#include <QMouseEvent>
+#include <QResizeEvent>
+
+namespace kits {
+
+namespace {
+
+/// Keeps a widget as large as its parent.
+class Filler : public QObject {
+public:
+    Filler(QWidget* parent, QWidget* child)
+        : QObject(child)
+        , fChild(child)
+    {
+        parent->installEventFilter(this);
+        child->setGeometry(parent->rect());
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            fChild->setGeometry(QRect(QPoint(0, 0), static_cast<QResizeEvent*>(event)->size()));
+        return false;
+    }
+
+private:
+    QWidget* fChild; ///< our parent: it outlives us
+};
+
+} // namespace
+
+QWidget* ViewWidget(const BView* view)
+{
+    return view != nullptr ? ViewImpl::Of(view).fPane : nullptr;
+}
+
+BView* ViewOfWidget(const QWidget* widget)
+{
+    for (; widget != nullptr; widget = widget->parentWidget()) {
+        const auto* pane = dynamic_cast<const ViewPane*>(widget);
+        if (pane != nullptr && pane->Impl() != nullptr)
+            return pane->Impl()->fView;
+    }
+    return nullptr;
+}
+
+QWidget* WindowWidget(const BWindow* window)
+{
+    return WindowImpl::Of(window).fPane;
+}
+
+BWindow* WindowOfWidget(const QWidget* widget)
+{
+    const auto* pane = widget != nullptr ? dynamic_cast<const WindowPane*>(widget->window()) : nullptr;
+    return pane != nullptr && pane->Impl() != nullptr ? pane->Impl()->fWindow : nullptr;
+}
+
+void FillView(BView* view, QWidget* child)
+{
+    QWidget* const pane = ViewWidget(view);
+    child->setParent(pane);
+    new Filler(pane, child);
+    pane->setFocusProxy(child);
+    // Of what has parts, one takes the focus for all, and a policy set here would be that part's too.
+    const QWidget* focused = child;
+    while (focused->focusProxy() != nullptr)
+        focused = focused->focusProxy();
+    child->setFocusPolicy(view->Flags() & B_NAVIGABLE ? focused->focusPolicy() : Qt::NoFocus);
+    child->setAccessibleName(pane->accessibleName());
+    child->show();
+}
+
+void RunOnMain(BView* view, std::function<void()> function)
+{
+    if (IsMainThread()) {
+        function();
+        return;
+    }
+    RunOnMainThread([self = std::weak_ptr<ViewImpl*>(ViewImpl::Of(view).fSelf), run = std::move(function)] {
+        if (!self.expired())
+            run();
+    });
+}
+
+QRect ToQRect(const BRect& rect)
+{
+    const PixelRect pixels = ToPixels(rect);
+    return {pixels.left, pixels.top, pixels.Width(), pixels.Height()};
+}
+
+BRect FromQRect(const QRect& rect)
+{
+    return FromPixels({rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()});
+}
+
+BPoint FromQPoint(const QPoint& point)
+{
+    return {static_cast<float>(point.x()), static_cast<float>(point.y())};
+}
+
+void DeliverMouse(BView* view, const QMouseEvent& event)
+{
+    if (event.type() == QEvent::MouseButtonRelease)
+        Pointer::Release(ViewImpl::Of(view), event);
+    else
+        Pointer::Press(ViewImpl::Of(view), event);
+}
+
+void SetDefaultButton(BWindow* window, BView* button, std::function<void()> press)
+{
+    WindowImpl& impl = WindowImpl::Of(window);
+    impl.fDefaultButton = button;
+    impl.fPressDefault = button != nullptr ? std::move(press) : nullptr;
+}
+
+} // namespace kits

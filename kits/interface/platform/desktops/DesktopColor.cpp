@@ -1,0 +1,111 @@
+#include "kits/interface/platform/desktops/DesktopColor.h"
+
+#include "kits/application/MainThread.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+#include <utility>
+
+namespace kits::DesktopColor {
+
+namespace {
+
+/// If the desktop takes longer, the answer is the last known colour; milliseconds.
+constexpr int kLongestAnswer = 100;
+
+/// Not destroyed by itself: a process that calls exit() somewhere leaves its thread as it is.
+DesktopWatch* sWatch = nullptr;
+
+/// True if the toolkit draws on a desktop.
+bool HasDesktop(const QString& platform)
+{
+    return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));
+}
+
+/// A desktop has nothing below it that could shine through.
+rgb_color Opaque(rgb_color color)
+{
+    color.alpha = 255;
+    return color;
+}
+
+/// Windows that stand on the desktop may be filled with its colour.
+void RepaintWindows()
+{
+    for (QWidget* window : QApplication::topLevelWidgets())
+        window->update();
+}
+
+std::string MainScreen()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->name().toStdString() : "";
+}
+
+DesktopWatch::Maker& TestMaker()
+{
+    static DesktopWatch::Maker maker;
+    return maker;
+}
+
+DesktopWatch& Watch()
+{
+    if (sWatch == nullptr) {
+        const QString platform = QGuiApplication::platformName();
+        DesktopWatch::Maker make = TestMaker();
+        if (make == nullptr && HasDesktop(platform))
+            make = [name = platform.toStdString(), screen = MainScreen()] { return MakeDesktopBackend(name, screen); };
+        sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
+    }
+    return *sWatch;
+}
+
+} // namespace
+
+rgb_color Get()
+{
+    return Watch().Get();
+}
+
+void Ask(std::function<void(rgb_color)> answer)
+{
+    const auto question = std::make_shared<std::function<void(rgb_color)>>(std::move(answer));
+    const auto settle = [question](rgb_color color) {
+        if (const auto waiting = std::exchange(*question, nullptr))
+            waiting(color);
+    };
+    Watch().Ask([settle](rgb_color color) { RunOnMainThread([settle, color] { settle(color); }); });
+    QTimer::singleShot(kLongestAnswer, qApp, [settle] { settle(sWatch != nullptr ? sWatch->Get() : kUnknown); });
+}
+
+void Set(rgb_color color, bool permanent)
+{
+    Watch().Set(Opaque(color), permanent);
+}
+
+void Change(rgb_color color)
+{
+    Watch().Change(Opaque(color));
+}
+
+void Restore()
+{
+    if (sWatch != nullptr || DesktopKept::Exists())
+        Watch().Restore();
+}
+
+void SetMaker(DesktopWatch::Maker make)
+{
+    TestMaker() = std::move(make);
+}
+
+void Forget()
+{
+    delete std::exchange(sWatch, nullptr);
+}
+
+} // namespace kits::DesktopColor

@@ -1,0 +1,46 @@
+#include "kits/interface/platform/desktops/DesktopColors.h"
+
+#include "kits/interface/platform/desktops/IniFile.h"
+#include "kits/interface/platform/desktops/KdeSettings.h"
+#include "kits/interface/platform/desktops/SessionName.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
+#include "kits/storage/FindDirectory.h"
+#include "kits/storage/Path.h"
+
+#include <string>
+
+namespace kits::DesktopColors {
+
+namespace {
+
+std::string LxqtFile()
+{
+    BPath settings;
+    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) == B_OK
+               ? std::string(settings.Path()) + "/lxqt/lxqt.conf"
+               : "";
+}
+
+} // namespace
+
+std::optional<bool> AreDark()
+{
+    if (IsSessionOf("KDE"))
+        return KdeSettings::IsDark();
+    if (!IsSessionOf("LXQt"))
+        return std::nullopt;
+    const std::string value = IniFile::Read(LxqtFile()).Value("Palette", "window_color").value_or("");
+    const std::optional<rgb_color> color = ParseHexColor(value);
+    return color ? std::optional(IsDarkColor(*color)) : std::nullopt;
+}
+
+std::vector<std::string> Files()
+{
+    if (IsSessionOf("KDE"))
+        return KdeSettings::FilesOfIsDark();
+    if (IsSessionOf("LXQt") && !LxqtFile().empty())
+        return {LxqtFile()};
+    return {};
+}
+
+} // namespace kits::DesktopColors

@@ -1,0 +1,325 @@
+#include "kits/interface/platform/desktops/DesktopWatch.h"
+
+#include "kits/interface/platform/desktops/PictureFile.h"
+#include "kits/kernel/Clock.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace kits {
+
+namespace {
+
+/// How often a desktop without notifications is read while callers ask for its colour.
+constexpr bigtime_t kLookAgain = 2000000;
+
+constexpr const char* kBackend = "Desktop";
+constexpr const char* kOutlives = "OutlivesSession";
+constexpr const char* kState = "Kept";
+
+} // namespace
+
+DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed)
+    : fMake(std::move(make))
+    , fChanged(std::move(changed))
+    , fWake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , fEnd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+    , fColor(unknown)
+{
+    fIsBlind = fMake == nullptr;
+    if (fIsBlind)
+        return;
+    fThread = spawn_thread(ThreadEntry, "Desktop colour", B_LOW_PRIORITY, this);
+    resume_thread(fThread);
+}
+
+DesktopWatch::~DesktopWatch()
+{
+    {
+        const std::lock_guard lock(fLock);
+        fEnding = true;
+    }
+    eventfd_write(fEnd.Get(), 1);
+    eventfd_write(fWake.Get(), 1);
+    wait_for_thread(fThread, nullptr);
+}
+
+rgb_color DesktopWatch::Get()
+{
+    bool look = false;
+    rgb_color color;
+    {
+        const std::lock_guard lock(fLock);
+        color = fColor;
+        look = fNeedsLooking && fOrder == Order::kNone && !fBefore && system_time() - fLooked > kLookAgain;
+        if (look)
+            fLooked = system_time();
+    }
+    if (look)
+        Give(Order::kLook);
+    return color;
+}
+
+void DesktopWatch::Set(rgb_color color, bool permanent)
+{
+    bool isChanged = false;
+    {
+        const std::lock_guard lock(fLock);
+        const rgb_color before = fColor;
+        if (!fBefore)
+            fBefore = fColor;
+        fColor = color;
+        fOrdered = color;
+        fPermanent = permanent;
+        isChanged = fColor != before;
+    }
+    SayIf(isChanged);
+    Give(Order::kPaint);
+}
+
+void DesktopWatch::Restore()
+{
+    bool isChanged = false;
+    {
+        const std::lock_guard lock(fLock);
+        const rgb_color before = fColor;
+        if (fBefore)
+            fColor = *fBefore;
+        fBefore.reset();
+        isChanged = fColor != before;
+    }
+    SayIf(isChanged);
+    Give(Order::kRestore);
+}
+
+void DesktopWatch::Change(rgb_color color)
+{
+    bool isChanged = false;
+    {
+        const std::lock_guard lock(fLock);
+        const rgb_color before = fColor;
+        fBefore.reset();
+        fColor = color;
+        fOrdered = color;
+        isChanged = fColor != before;
+    }
+    SayIf(isChanged);
+    Give(Order::kChange);
+}
+
+void DesktopWatch::Ask(Answer answer)
+{
+    rgb_color color;
+    {
+        const std::lock_guard lock(fLock);
+        color = fColor;
+        if (!fIsBlind)
+            fAnswers.push_back(std::exchange(answer, nullptr));
+    }
+    if (answer)
+        answer(color);
+    else
+        Give(Order::kLook);
+}
+
+void DesktopWatch::Give(Order order)
+{
+    {
+        const std::lock_guard lock(fLock);
+        if (order == Order::kLook && fOrder != Order::kNone)
+            return;
+        fOrder = order;
+    }
+    eventfd_write(fWake.Get(), 1);
+}
+
+int32 DesktopWatch::ThreadEntry(void* self)
+{
+    static_cast<DesktopWatch*>(self)->Run();
+    return B_OK;
+}
+
+void DesktopWatch::Run()
+{
+    const PictureStop stop(fEnd.Get());
+    fBackend = fMake();
+    if (fBackend == nullptr) {
+        std::unique_lock lock(fLock);
+        fIsBlind = true;
+        const std::vector<Answer> answers = std::exchange(fAnswers, {});
+        const rgb_color color = fColor;
+        lock.unlock();
+        AnswerAll(answers, color);
+        return;
+    }
+    PutBackLeft();
+    Look();
+    while (Obey()) {
+        // Reading the colour may have taken in more news.
+        while (fBackend->TakeNews())
+            HearNews();
+        WaitForNews();
+    }
+    fBackend.reset();
+}
+
+bool DesktopWatch::Obey()
+{
+    std::unique_lock lock(fLock);
+    const Order order = std::exchange(fOrder, Order::kNone);
+    // Only the questions from before the desktop is read.
+    const std::vector<Answer> answers = std::exchange(fAnswers, {});
+    const rgb_color color = fOrdered;
+    const bool permanent = fPermanent;
+    const bool ending = fEnding;
+    lock.unlock();
+    std::optional<rgb_color> seen;
+    switch (order) {
+    case Order::kPaint:
+        Paint(color, permanent);
+        break;
+    case Order::kRestore:
+        PutBack();
+        break;
+    case Order::kChange:
+        ChangeForGood(color);
+        break;
+    case Order::kLook:
+        seen = HearNews();
+        break;
+    case Order::kNone:
+        break;
+    }
+    if (!answers.empty()) {
+        lock.lock();
+        const rgb_color known = fColor;
+        lock.unlock();
+        AnswerAll(answers, seen.value_or(known));
+    }
+    return !ending;
+}
+
+void DesktopWatch::AnswerAll(const std::vector<Answer>& answers, rgb_color color)
+{
+    for (const Answer& answer : answers)
+        answer(color);
+}
+
+void DesktopWatch::Paint(rgb_color color, bool permanent)
+{
+    if (!permanent && fBackend->OutlivesSession())
+        return;
+    if (fPainted || Keep())
+        fBackend->Paint(color, *fPainted);
+}
+
+void DesktopWatch::ChangeForGood(rgb_color color)
+{
+    // If a killed program's settings were put back later, they would undo this change.
+    PutBackLeft();
+    if (!fBackend->Change(color, fPainted ? &*fPainted : nullptr))
+        return;
+    if (fPainted)
+        fKept.Remove();
+    fPainted.reset();
+}
+
+bool DesktopWatch::Keep()
+{
+    // Settings that cannot be put back yet must not be overwritten.
+    if (!PutBackLeft())
+        return false;
+    std::optional<BMessage> state = fBackend->Keep();
+    if (!state)
+        return false;
+    BMessage kept;
+    kept.AddString(kBackend, fBackend->Name());
+    kept.AddBool(kOutlives, fBackend->OutlivesSession());
+    kept.AddMessage(kState, &*state);
+    if (fKept.Save(kept) != B_OK)
+        return false;
+    fPainted = std::move(state);
+    return true;
+}
+
+void DesktopWatch::PutBack()
+{
+    if (fPainted && fBackend->Restore(*fPainted)) {
+        fKept.Remove();
+        fPainted.reset();
+    }
+    PutBackLeft();
+    Look();
+}
+
+bool DesktopWatch::PutBackLeft()
+{
+    const std::optional<BMessage> left = fPainted ? std::nullopt : fKept.LoadLeft();
+    if (!left)
+        return true;
+    std::string name;
+    bool outlives = true;
+    BMessage state;
+    const bool isNamed = left->FindString(kBackend, &name) == B_OK;
+    left->FindBool(kOutlives, &outlives);
+    left->FindMessage(kState, &state);
+    // Settings of another desktop wait for a session of that desktop. A file that names no desktop is not ours, and would
+    // wait for ever.
+    if (!isNamed || (name == fBackend->Name() ? fBackend->Restore(state) : !outlives)) {
+        fKept.Remove();
+        return true;
+    }
+    fKept.Release();
+    return false;
+}
+
+std::optional<rgb_color> DesktopWatch::HearNews()
+{
+    if (fPainted) {
+        if (fBackend->IsPainted())
+            return std::nullopt;
+        // Somebody else has set the desktop: there is nothing of ours to put back any more.
+        fBackend->Restore(*fPainted);
+        fKept.Remove();
+        fPainted.reset();
+        const std::lock_guard lock(fLock);
+        fBefore.reset();
+    }
+    return Look();
+}
+
+std::optional<rgb_color> DesktopWatch::Look()
+{
+    const std::optional<rgb_color> color = fBackend->Read();
+    bool isChanged = false;
+    {
+        const std::lock_guard lock(fLock);
+        const rgb_color before = fColor;
+        fNeedsLooking = fBackend->NeedsLooking();
+        fLooked = system_time();
+        if (color)
+            (fBefore ? *fBefore : fColor) = *color;
+        isChanged = fColor != before;
+    }
+    SayIf(isChanged);
+    return color;
+}
+
+void DesktopWatch::SayIf(bool isChanged)
+{
+    if (isChanged && fChanged)
+        fChanged();
+}
+
+void DesktopWatch::WaitForNews()
+{
+    std::vector<pollfd> files = {{fWake.Get(), POLLIN, 0}};
+    for (const int descriptor : fBackend->Descriptors())
+        files.push_back({descriptor, POLLIN, 0});
+    poll(files.data(), files.size(), -1);
+    eventfd_t ignored;
+    eventfd_read(fWake.Get(), &ignored);
+}
+
+} // namespace kits

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "kits/interface/platform/desktops/DesktopBackend.h"
+#include "kits/interface/platform/desktops/DesktopKept.h"
+#include "kits/kernel/FileDescriptor.h"
+#include "kits/kernel/Threads.h"
+
+#include <functional>
+#include <mutex>
+
+namespace kits {
+
+/// The desktop's colour as this process knows it, and the thread that keeps it up to date and paints the desktop. No
+/// call waits: only the thread talks to the X server and runs the desktop's tools. Of several colours that are set in a
+/// row it paints the newest.
+///
+/// Before it paints the desktop for the first time it saves every setting that will change (DesktopKept); Restore puts
+/// the settings back. If a killed program has left the desktop painted, the thread puts that back first.
+///
+/// Any thread, but made and destroyed by the main thread.
+class DesktopWatch {
+public:
+    using Maker = std::function<std::unique_ptr<DesktopBackend>()>;
+    using Answer = std::function<void(rgb_color)>;
+
+    /// Starts the thread, unless `make` is null.
+    /// @param make     makes the desktop, on the thread; null, or returns null, if there is none to read or paint
+    /// @param unknown  the colour until the desktop has been read
+    /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
+    DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
+    /// Waits until the thread has finished its current step; if that is reading a picture, the thread gives it up. A
+    /// desktop that is still painted then is put back at the next start.
+    ~DesktopWatch();
+    DesktopWatch(const DesktopWatch&) = delete;
+    DesktopWatch& operator=(const DesktopWatch&) = delete;
+
+    /// The last known colour.
+    rgb_color Get();
+    /// Sets the colour that Get() returns from here on, and has the desktop painted.
+    /// @param permanent  false: only this process knows the colour if the desktop's paint would outlive the session
+    void Set(rgb_color color, bool permanent);
+    /// Has the desktop put back; Get() returns the colour from before the first Set.
+    void Restore();
+    /// Sets the desktop's colour for good: Get() returns it, and later calls of Restore go back to it.
+    void Change(rgb_color color);
+
+    /// Reads the desktop anew, after all orders before this one, and answers with its colour.
+    /// @param answer  called once: on the thread, which may be busy for seconds; at once where there is no desktop.
+    ///                Never called if the watch is destroyed first.
+    void Ask(Answer answer);
+
+private:
+    enum class Order { kNone, kPaint, kRestore, kChange, kLook };
+
+    static int32 ThreadEntry(void* self);
+    void Run();
+    /// Obeys the newest order. @return false if there was none
+    bool Obey();
+    void Paint(rgb_color color, bool permanent);
+    void ChangeForGood(rgb_color color);
+    bool Keep();
+    void PutBack();
+    /// @return whether nothing is left to put back
+    bool PutBackLeft();
+    /// Reads the desktop, unless it shows our own paint.
+    /// @return the colour that it shows
+    std::optional<rgb_color> HearNews();
+    std::optional<rgb_color> Look();
+    static void AnswerAll(const std::vector<Answer>& answers, rgb_color color);
+    void Give(Order order);
+    void WaitForNews();
+    /// Calls fChanged if `isChanged`, which the caller has found out under the lock. Called without the lock.
+    void SayIf(bool isChanged);
+
+    const Maker fMake;
+    const std::function<void()> fChanged;
+    FileDescriptor fWake; ///< an eventfd
+    FileDescriptor fEnd;  ///< an eventfd, readable from the destructor's beginning
+    thread_id fThread = -1;
+
+    std::mutex fLock; ///< guards what follows; never held over a wait
+    rgb_color fColor;
+    std::optional<rgb_color> fBefore; ///< while a colour of ours is set
+    Order fOrder = Order::kNone;      ///< the newest that the thread has not yet seen
+    bool fEnding = false;
+    bool fIsBlind = false; ///< there is no desktop
+    std::vector<Answer> fAnswers;
+    rgb_color fOrdered{};
+    bool fPermanent = true;
+    bool fNeedsLooking = false;
+    bigtime_t fLooked = 0;
+
+    // The thread's own.
+    std::unique_ptr<DesktopBackend> fBackend;
+    std::optional<BMessage> fPainted; ///< the settings to put back, while the desktop is painted
+    DesktopKept fKept;
+};
+
+} // namespace kits

@@ -1,0 +1,80 @@
+#include "kits/interface/platform/desktops/LoginScale.h"
+
+#include "kits/interface/platform/x11/XSettings.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace kits {
+
+namespace {
+
+constexpr const char* kFactor = "QT_SCALE_FACTOR";
+constexpr const char* kResolution = "QT_FONT_DPI";
+constexpr const char* kOfUser[] = {"QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI"};
+
+std::string ValueOf(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+bool IsSessionOfMate()
+{
+    std::istringstream names(ValueOf("XDG_CURRENT_DESKTOP"));
+    for (std::string name; std::getline(names, name, ':');) {
+        if (name == "MATE")
+            return true;
+    }
+    return false;
+}
+
+bool IsWhole(const std::string& number)
+{
+    return std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+char* EntryOf(std::string_view name)
+{
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; entry++) {
+        const std::string_view text(*entry);
+        if (text.size() > name.size() && text.substr(0, name.size()) == name && text[name.size()] == '=')
+            return *entry;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool LoginScale::IsInEnvironment()
+{
+    const std::string factor = ValueOf(kFactor);
+    return (!factor.empty() || !ValueOf(kResolution).empty()) && IsWhole(factor) && IsSessionOfMate() &&
+           std::all_of(std::begin(kOfUser), std::end(kOfUser), [](const char* name) { return ValueOf(name).empty(); });
+}
+
+LoginScale::LoginScale(const XSettings& settings)
+{
+    if (!IsInEnvironment() || !settings.Integer("Gdk/WindowScalingFactor") || !settings.Integer("Xft/DPI"))
+        return;
+    for (const char* name : {kFactor, kResolution}) {
+        if (char* const entry = EntryOf(name)) {
+            // Under another name, in place: to take entries out and in again moves the list, which threads of the
+            // toolkit may be reading.
+            *entry = '_';
+            fHidden.push_back(entry);
+        }
+    }
+}
+
+LoginScale::~LoginScale()
+{
+    for (char* const entry : fHidden)
+        *entry = 'Q';
+}
+
+} // namespace kits

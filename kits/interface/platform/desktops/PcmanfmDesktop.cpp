@@ -1,0 +1,398 @@
+#include "kits/interface/platform/desktops/PcmanfmDesktop.h"
+
+#include "kits/interface/platform/desktops/IniFile.h"
+#include "kits/interface/platform/desktops/PictureFile.h"
+#include "kits/interface/platform/desktops/PlainPicture.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
+#include "kits/interface/platform/desktops/Tool.h"
+#include "kits/interface/platform/desktops/X11Desktop.h"
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Threads.h"
+#include "kits/storage/FindDirectory.h"
+#include "kits/storage/Path.h"
+#include "kits/storage/ReplaceFile.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+namespace kits {
+
+namespace {
+
+constexpr const char* kService = "--dest=org.pcmanfm.PCManFM";
+constexpr const char* kObject = "/Application";
+constexpr const char* kFile = "/pcmanfm-qt/lxqt/settings.conf";
+constexpr const char* kCached = "/pcmanfm-qt/lxqt/wallpaper.cache.info";
+constexpr const char* kEntry = "/autostart/lxqt-desktop.desktop";
+
+constexpr const char* kGroup = "Desktop";
+constexpr const char* kPicture = "Wallpaper";
+constexpr const char* kMode = "WallpaperMode";
+constexpr const char* kColor = "BgColor";
+constexpr const char* kHasPicture = "HasPicture";
+
+/// Behind pictures, before another one was chosen.
+constexpr rgb_color kBlack = make_color(0, 0, 0);
+
+/// It writes a new wallpaper at once.
+constexpr bigtime_t kLongestWrite = 2000000;
+
+/// Where the X server is not that of the desktop.
+constexpr std::pair kUsualSize(3840, 2160);
+
+/// Of the modes, two in which a picture of one colour fills the screen.
+constexpr const char* kOneMode = "tile";
+constexpr const char* kAnotherMode = "zoom";
+
+/// A path that leads nowhere, for a window that is to show no picture.
+constexpr const char* kNowhere = "/nonexistent";
+
+std::optional<std::string> Ask(const std::vector<std::string>& question)
+{
+    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
+    arguments.insert(arguments.end(), question.begin(), question.end());
+    return Tool::Run(arguments);
+}
+
+bool SetPicture(const std::string& path, const std::string& mode)
+{
+    return Ask({kService, kObject, "org.pcmanfm.Application.setWallpaper", "string:" + path, "string:" + mode})
+        .has_value();
+}
+
+enum class Ruler { kItself, kNobody, kUnknown };
+
+/// Who draws the desktop: PCManFM-Qt may run as a file manager alone.
+Ruler RulerOfDesktop()
+{
+    const std::optional<std::string> draws = Ask({kService, kObject, "org.freedesktop.DBus.Properties.Get",
+                                                  "string:org.pcmanfm.Application", "string:desktopManagerEnabled"});
+    if (draws)
+        return draws->find("true") != draws->npos ? Ruler::kItself : Ruler::kUnknown;
+    const std::optional<std::string> runs = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                 "org.freedesktop.DBus.NameHasOwner", "string:org.pcmanfm.PCManFM"});
+    return runs && runs->find("false") != runs->npos ? Ruler::kNobody : Ruler::kUnknown;
+}
+
+std::string OwnFolder()
+{
+    BPath path;
+    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? path.Path() : "";
+}
+
+/// The user's own comes first.
+std::vector<std::string> SettingsFolders()
+{
+    std::vector<std::string> folders;
+    if (const std::string own = OwnFolder(); !own.empty())
+        folders.push_back(own);
+    const char* names = std::getenv("XDG_CONFIG_DIRS");
+    std::istringstream list(names != nullptr && *names != '\0' ? names : "/etc/xdg");
+    for (std::string name; std::getline(list, name, ':');) {
+        if (!name.empty() && name.front() == '/')
+            folders.push_back(name);
+    }
+    return folders;
+}
+
+std::string CachedSlide()
+{
+    const char* cache = std::getenv("XDG_CACHE_HOME");
+    const char* home = std::getenv("HOME");
+    if (cache != nullptr && *cache == '/')
+        return std::string(cache) + kCached;
+    return home != nullptr && *home == '/' ? std::string(home) + "/.cache" + kCached : "";
+}
+
+bool Exists(const std::string& path)
+{
+    std::error_code error;
+    return !path.empty() && std::filesystem::is_regular_file(path, error);
+}
+
+/// Whether the session starts it.
+bool IsAutostarted()
+{
+    for (const std::string& folder : SettingsFolders()) {
+        const std::optional<std::string> text = IniFile::TextOf(folder + kEntry);
+        if (text)
+            return IniFile(*text).Value("Desktop Entry", "Hidden") != "true";
+    }
+    return false;
+}
+
+bool AwaitPicture(const std::string& path)
+{
+    const std::string file = OwnFolder() + kFile;
+    const auto isThere = [&] {
+        const auto written = IniFile::Read(file, IniFile::Values::kAsWritten).Value(kGroup, kPicture);
+        return written && UnescapedByQt(*written) == path;
+    };
+    for (const bigtime_t until = system_time() + kLongestWrite; !isThere(); snooze(10000)) {
+        if (system_time() > until)
+            return false;
+    }
+    return true;
+}
+
+/// Puts the value into the user's file, in the place of the one that stands there.
+bool WritePicture(const std::string& written)
+{
+    const std::string path = OwnFolder() + kFile;
+    const std::optional<std::string> text = IniFile::TextOf(path);
+    if (!text)
+        return false;
+    std::istringstream lines(*text);
+    std::string changed;
+    bool isInGroup = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.empty() && line.front() == '[')
+            isInGroup = line.rfind("[" + std::string(kGroup) + "]", 0) == 0;
+        const bool isIt = isInGroup && line.rfind(std::string(kPicture) + "=", 0) == 0;
+        changed += (isIt ? std::string(kPicture) + "=" + written : line) + "\n";
+    }
+    return ReplaceFile(path.c_str(), changed.data(), changed.size()) == B_OK;
+}
+
+std::string PutPicture(rgb_color color)
+{
+    const auto [width, height] = X11Desktop::Size().value_or(kUsualSize);
+    return PlainPicture::Put(color, width, height);
+}
+
+} // namespace
+
+bool PcmanfmDesktop::State::IsPlain() const
+{
+    return mode == "none" || mode == "color";
+}
+
+bool PcmanfmDesktop::State::Is(const State& before, bool notesMode) const
+{
+    const bool isNoted = notesMode && (mode == kOneMode || mode == kAnotherMode);
+    return picture == before.picture && color == before.color && (mode == before.mode || isNoted);
+}
+
+std::string PcmanfmDesktop::State::OtherMode() const
+{
+    return mode == kOneMode ? kAnotherMode : kOneMode;
+}
+
+rgb_color PcmanfmDesktop::State::Background() const
+{
+    return ParseHexColor(UnescapedByQt(color)).value_or(kBlack);
+}
+
+PcmanfmDesktop::PcmanfmDesktop()
+    : fSettings(OwnFolder().empty() ? "" : OwnFolder() + kFile)
+    , fSlides(CachedSlide())
+{
+}
+
+bool PcmanfmDesktop::IsThere() const
+{
+    const Ruler ruler = RulerOfDesktop();
+    return Current().has_value() && (ruler == Ruler::kItself || (ruler == Ruler::kNobody && IsAutostarted()));
+}
+
+/// It takes the first file that there is, whole.
+std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
+{
+    for (const std::string& folder : SettingsFolders()) {
+        const std::optional<std::string> text = IniFile::TextOf(folder + kFile);
+        if (!text)
+            continue;
+        const IniFile file(*text, IniFile::Values::kAsWritten);
+        const auto value = [&file](const char* key) { return file.Value(kGroup, key).value_or(""); };
+        // A path ends at the first zero for everybody else.
+        const auto path = [&value](const char* key) {
+            const std::string plain = UnescapedByQt(value(key));
+            return plain.substr(0, plain.find('\0'));
+        };
+        State state;
+        state.written = value(kPicture);
+        state.picture = path(kPicture);
+        state.mode = value(kMode);
+        state.color = value(kColor);
+        if (std::atoi(value("SlideShowInterval").c_str()) > 0)
+            state.slides = path("WallpaperDirectory");
+        state.slide = path("LastSlide");
+        state.hasPicture = !state.IsPlain() && Exists(state.picture);
+        return state;
+    }
+    return std::nullopt;
+}
+
+std::string PcmanfmDesktop::Slide(const State& state)
+{
+    // Only stretched pictures are cached, and only then it is written at once which one is shown.
+    const std::string cached = IniFile::TextOf(CachedSlide()).value_or("");
+    const bool isSlide = cached.rfind(state.slides, 0) == 0 && Exists(cached);
+    return state.mode == "stretch" && isSlide ? cached : state.slide;
+}
+
+std::optional<rgb_color> PcmanfmDesktop::Read()
+{
+    const std::optional<State> state = Current();
+    if (!state)
+        return std::nullopt;
+    if (fChanged && fChanged->first == *state)
+        return fChanged->second;
+    if (state->IsPlain())
+        return state->Background();
+    if (!state->slides.empty())
+        return AverageOfFile(Slide(*state), state->Background());
+    return state->hasPicture ? AverageOfFile(state->picture, state->Background()) : state->Background();
+}
+
+std::optional<BMessage> PcmanfmDesktop::Keep()
+{
+    const std::optional<State> state = Current();
+    // A slide show that has no wallpaper beside it could not be brought back before its next picture.
+    if (!state || (!state->slides.empty() && !state->IsPlain() && !state->hasPicture))
+        return std::nullopt;
+    BMessage kept;
+    kept.AddString(kPicture, state->written);
+    kept.AddString(kMode, state->mode);
+    kept.AddString(kColor, state->color);
+    kept.AddBool(kHasPicture, state->hasPicture);
+    return kept;
+}
+
+PcmanfmDesktop::State PcmanfmDesktop::StateOf(const BMessage& kept)
+{
+    State state;
+    kept.FindString(kPicture, &state.written);
+    kept.FindString(kMode, &state.mode);
+    kept.FindString(kColor, &state.color);
+    kept.FindBool(kHasPicture, &state.hasPicture);
+    state.picture = UnescapedByQt(state.written);
+    return state;
+}
+
+bool PcmanfmDesktop::ShowInSettings(rgb_color color)
+{
+    const std::string file = PutPicture(color);
+    if (file.empty() || !SetPicture(file, "") || !AwaitPicture(file))
+        return false;
+    fInWindow.clear();
+    RemoveUnused();
+    return true;
+}
+
+bool PcmanfmDesktop::ShowInWindow(rgb_color color)
+{
+    const std::string file = PutPicture(color);
+    const std::optional<State> now = Current();
+    if (file.empty() || !now || !SetPicture(PlainPicture::WithoutKind(file), now->OtherMode()))
+        return false;
+    const std::optional<State> then = Current();
+    fNotesMode = then && then->mode == now->OtherMode();
+    fInWindow = file;
+    RemoveUnused();
+    return true;
+}
+
+bool PcmanfmDesktop::Paint(rgb_color color, const BMessage& kept)
+{
+    fPaintedOver = StateOf(kept);
+    return fPaintedOver->hasPicture ? ShowInSettings(color) : ShowInWindow(color);
+}
+
+bool PcmanfmDesktop::Restore(const BMessage& kept)
+{
+    const std::optional<State> now = Current();
+    const Ruler ruler = RulerOfDesktop();
+    if (!now || ruler == Ruler::kUnknown)
+        return false;
+    const State before = StateOf(kept);
+    bool isDone = true;
+    if (before.hasPicture) {
+        if (PlainPicture::IsOne(now->picture) && now->picture != before.picture)
+            isDone = ruler == Ruler::kItself ? PutPictureBack(before, *now) : WriteBack(before);
+    } else if (ruler == Ruler::kItself && now->Is(before, !fPaintedOver || fNotesMode)) {
+        if (now->mode != before.mode)
+            isDone = SetPicture(kNowhere, before.mode);
+        else if (fChanged && fChanged->first == *now)
+            isDone = ShowInWindow(fChanged->second);
+        else
+            isDone = SetPicture(kNowhere, before.OtherMode());
+    }
+    if (!isDone)
+        return false;
+    fPaintedOver.reset();
+    if (!fChanged)
+        fInWindow.clear();
+    RemoveUnused();
+    return true;
+}
+
+bool PcmanfmDesktop::PutPictureBack(const State& before, const State& now)
+{
+    // A picture that is gone it would not take. It shows the background's colour where its own is gone, and so it does
+    // at the next login.
+    if (!Exists(before.picture)) {
+        std::error_code error;
+        std::filesystem::remove(now.picture, error);
+        return SetPicture(kNowhere, now.OtherMode());
+    }
+    return SetPicture(before.picture, "") && AwaitPicture(before.picture);
+}
+
+bool PcmanfmDesktop::WriteBack(const State& before)
+{
+    if (!WritePicture(before.written))
+        return false;
+    // It may have read the file just before.
+    return RulerOfDesktop() != Ruler::kItself || !Exists(before.picture) || PutPictureBack(before, before);
+}
+
+bool PcmanfmDesktop::Change(rgb_color color, const BMessage*)
+{
+    const std::optional<State> now = Current();
+    if (!now || RulerOfDesktop() != Ruler::kItself || !(now->IsPlain() ? ShowInWindow(color) : ShowInSettings(color)))
+        return false;
+    fPaintedOver.reset();
+    fChanged.reset();
+    if (now->IsPlain()) {
+        // Where the mode is noted, the picture can be.
+        if (fNotesMode)
+            return ShowInSettings(color);
+        fChanged.emplace(*now, color);
+    }
+    RemoveUnused();
+    return true;
+}
+
+bool PcmanfmDesktop::IsPainted() const
+{
+    const std::optional<State> now = Current();
+    if (!fPaintedOver || !now)
+        return false;
+    return fPaintedOver->hasPicture ? PlainPicture::IsOne(now->picture) && now->mode == fPaintedOver->mode
+                                    : now->Is(*fPaintedOver, fNotesMode);
+}
+
+std::vector<int> PcmanfmDesktop::Descriptors() const
+{
+    return {fSettings.Descriptor(), fSlides.Descriptor()};
+}
+
+bool PcmanfmDesktop::TakeNews()
+{
+    const bool isOther = fSettings.TakeNews();
+    return fSlides.TakeNews() || isOther;
+}
+
+void PcmanfmDesktop::RemoveUnused() const
+{
+    std::vector<std::string> used = {fInWindow};
+    if (fPaintedOver)
+        used.push_back(fPaintedOver->picture);
+    if (const std::optional<State> now = Current())
+        used.push_back(now->picture);
+    PlainPicture::RemoveOthers(used);
+}
+
+} // namespace kits

@@ -1,0 +1,327 @@
+#include "kits/interface/platform/desktops/PlasmaDesktop.h"
+
+#include "kits/interface/platform/desktops/IniFile.h"
+#include "kits/interface/platform/desktops/KdeSettings.h"
+#include "kits/interface/platform/desktops/PictureFile.h"
+#include "kits/interface/platform/desktops/PlasmaWallpaper.h"
+#include "kits/kernel/Clock.h"
+#include "kits/kernel/Threads.h"
+#include "kits/storage/FindDirectory.h"
+#include "kits/storage/Path.h"
+
+#include <cstdio>
+#include <sstream>
+
+namespace kits {
+
+namespace {
+
+constexpr const char* kFile = "plasma-org.kde.plasma.desktop-appletsrc";
+constexpr const char* kPlainPlugin = "org.kde.color";
+constexpr const char* kPicturePlugin = "org.kde.image";
+constexpr const char* kSlidesPlugin = "org.kde.slideshow";
+
+constexpr const char* kColor = "Color";
+constexpr const char* kPlugin = "Plugin";
+constexpr const char* kImage = "Image";
+constexpr const char* kSlide = "Slide";
+constexpr const char* kScreen = "Screen";
+
+/// The shell's default colour behind a transparent picture.
+constexpr rgb_color kBehind = make_color(0, 0, 0);
+
+/// The shell usually writes a new setting at once.
+constexpr bigtime_t kLongestWrite = 2000000;
+
+/// A line for each setting of each desktop: its number, the setting and the value. That of the main monitor has the
+/// monitor's size.
+constexpr const char* kReadScript = "function line(d, name, value) { print(d.id + ' ' + name + ' ' + value + '\\n'); }"
+                                    "function of(d, plugin, key) {"
+                                    " d.currentConfigGroup = ['Wallpaper', plugin, 'General'];"
+                                    " return String(d.readConfig(key, '')).replace(/\\n/g, ' ');"
+                                    "}"
+                                    "var shown = desktopForScreen(0);"
+                                    "var all = desktops();"
+                                    "for (var i = 0; i < all.length; i++) {"
+                                    " var d = all[i];"
+                                    " line(d, 'Color', of(d, 'org.kde.color', 'Color'));"
+                                    " line(d, 'Plugin', d.wallpaperPlugin);"
+                                    " line(d, 'Image', of(d, 'org.kde.image', 'Image'));"
+                                    " line(d, 'Slide', of(d, 'org.kde.slideshow', 'Image'));"
+                                    " if (shown && d.id == shown.id) {"
+                                    "  var screen = screenGeometry(0);"
+                                    "  line(d, 'Screen', Math.round(screen.width) + 'x' + Math.round(screen.height));"
+                                    " }"
+                                    "}";
+
+std::optional<std::string> Ask(const std::vector<std::string>& question)
+{
+    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
+    arguments.insert(arguments.end(), question.begin(), question.end());
+    return Tool::Run(arguments);
+}
+
+std::optional<std::string> Evaluate(const std::string& script)
+{
+    return Ask(
+        {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
+}
+
+/// True only if the bus says so: a bus that does not answer may have a shell.
+bool IsShellGone()
+{
+    const std::optional<std::string> answer = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                   "org.freedesktop.DBus.NameHasOwner", "string:org.kde.plasmashell"});
+    return answer && answer->find("false") != answer->npos;
+}
+
+std::string Quoted(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char character : text) {
+        if (character == '\'' || character == '\\')
+            quoted += '\\';
+        if (character != '\n')
+            quoted += character;
+    }
+    return quoted + "'";
+}
+
+std::string DesktopOf(const std::string& key)
+{
+    return key.substr(0, key.find('/'));
+}
+
+bool IsColor(const std::string& key)
+{
+    return key == DesktopOf(key) + "/" + kColor;
+}
+
+bool IsNumber(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+/// Where a setting stands in the file.
+struct Place {
+    std::vector<std::string> groups;
+    std::string key;
+
+    std::string Group() const
+    {
+        std::string joined;
+        for (const std::string& group : groups)
+            joined += (joined.empty() ? "" : "][") + group;
+        return joined;
+    }
+};
+
+Place PlaceOf(const std::string& desktop, const std::string& name)
+{
+    if (name == kPlugin)
+        return {{"Containments", desktop}, "wallpaperplugin"};
+    const std::string plugin = name == kColor ? kPlainPlugin : name == kImage ? kPicturePlugin : kSlidesPlugin;
+    return {{"Containments", desktop, "Wallpaper", plugin, "General"}, name == kColor ? kColor : kImage};
+}
+
+Place PlaceOf(const std::string& key)
+{
+    return PlaceOf(DesktopOf(key), key.substr(key.find('/') + 1));
+}
+
+/// "" where there is no settings folder.
+std::string FilePath()
+{
+    BPath path;
+    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? std::string(path.Path()) + "/" + kFile : "";
+}
+
+IniFile ReadFile()
+{
+    return IniFile::Read(FilePath());
+}
+
+std::optional<std::string> InFile(const std::string& key)
+{
+    const Place place = PlaceOf(key);
+    return ReadFile().Value(place.Group(), place.key);
+}
+
+SettingsDesktop::Setting Make(const std::string& desktop, const std::string& name, const std::string& value)
+{
+    using Kind = SettingsDesktop::Kind;
+    const Kind kind = name == kColor ? Kind::kColor : name == kPlugin ? Kind::kStyle : Kind::kRead;
+    return {desktop + "/" + name, kind, value.empty() ? std::nullopt : std::optional(value), !value.empty()};
+}
+
+/// The settings that a shell would read when it starts. The file also has panels, which have another form factor.
+std::optional<SettingsDesktop::Settings> Stored()
+{
+    SettingsDesktop::Settings settings;
+    const IniFile file = ReadFile();
+    for (const auto& [group, values] : file.Groups()) {
+        const std::string start = "Containments][";
+        const std::string desktop = group.rfind(start, 0) == 0 ? group.substr(start.size()) : "";
+        const auto form = values.find("formfactor");
+        if (!IsNumber(desktop) || form == values.end() || form->second != "0" || values.count("wallpaperplugin") == 0)
+            continue;
+        for (const char* name : {kColor, kPlugin, kImage, kSlide}) {
+            const Place place = PlaceOf(desktop, name);
+            settings.push_back(Make(desktop, name, file.Value(place.Group(), place.key).value_or("")));
+        }
+    }
+    return settings.empty() ? std::nullopt : std::optional(settings);
+}
+
+/// @param value  nothing: takes the setting away
+bool WriteFile(const std::string& key, const std::optional<std::string>& value)
+{
+    const Place place = PlaceOf(key);
+    for (const char* tool : {"kwriteconfig6", "kwriteconfig5"}) {
+        if (!Tool::Exists(tool))
+            continue;
+        std::vector<std::string> arguments = {tool, "--file", kFile};
+        for (const std::string& group : place.groups)
+            arguments.insert(arguments.end(), {"--group", group});
+        arguments.insert(arguments.end(), {"--key", place.key});
+        if (value)
+            arguments.push_back(*value);
+        else
+            arguments.emplace_back("--delete");
+        return Tool::Run(arguments).has_value() && InFile(key) == value;
+    }
+    return false;
+}
+
+bool AwaitInFile(const std::string& key, const std::string& value)
+{
+    for (const bigtime_t until = system_time() + kLongestWrite; InFile(key) != value; snooze(10000)) {
+        if (system_time() > until)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+PlasmaDesktop::PlasmaDesktop()
+    : fFile(FilePath())
+{
+}
+
+std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
+{
+    const std::optional<std::string> printed = Evaluate(kReadScript);
+    if (!printed)
+        return IsShellGone() ? Stored() : std::nullopt;
+    Settings settings;
+    std::istringstream lines(*printed);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string desktop;
+        std::string name;
+        std::string value;
+        if (!(words >> desktop >> name) || !IsNumber(desktop))
+            continue;
+        std::getline(words >> std::ws, value);
+        settings.push_back(Make(desktop, name, value));
+    }
+    return settings;
+}
+
+bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
+{
+    // The shell may keep the choice of a plug-in in memory until it ends, but it writes entries at once. It does not
+    // write an entry whose value it believes to be in the file, so the script sets another value first. The colour
+    // comes before the plug-in, which reads it when it is chosen.
+    const auto write = [&value](const std::string& entry) {
+        return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
+               ");";
+    };
+    const std::string change = IsColor(key) ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];" +
+                                                  write(kColor) + " d.reloadConfig(); print(d.readConfig('Color'));"
+                                            : "d.wallpaperPlugin = " + Quoted(value) + "; d.currentConfigGroup = [];" +
+                                                  write("wallpaperplugin") + " print(d.wallpaperPlugin);";
+    const std::optional<std::string> printed = Evaluate("var all = desktops();"
+                                                        "for (var i = 0; i < all.length; i++) {"
+                                                        " var d = all[i];"
+                                                        " if (d.id == " +
+                                                        DesktopOf(key) + ") { " + change + " } }");
+    if (!printed)
+        return IsShellGone() && WriteFile(key, value);
+    return printed->find(value) != printed->npos;
+}
+
+/// A script of the shell cannot remove an entry, so this removes it from the shell's file once the shell has written
+/// that. The shell keeps the colour in memory, where nothing shows it once another plug-in is chosen, and does not
+/// write it again.
+bool PlasmaDesktop::Unset(const std::string& key)
+{
+    const std::optional<Settings> now = Current();
+    const std::string* value = now ? Find(*now, key) : nullptr;
+    if (value != nullptr)
+        AwaitInFile(key, *value);
+    WriteFile(key, std::nullopt);
+    // Without the tool for it the entry stays.
+    return true;
+}
+
+std::string PlasmaDesktop::PlainStyle(const std::string&) const
+{
+    return kPlainPlugin;
+}
+
+std::string PlasmaDesktop::FormatColor(rgb_color color) const
+{
+    char text[16];
+    std::snprintf(text, sizeof(text), "%u,%u,%u", color.red, color.green, color.blue);
+    return text;
+}
+
+std::optional<rgb_color> PlasmaDesktop::ParseColor(const std::string& value) const
+{
+    unsigned red = 0;
+    unsigned green = 0;
+    unsigned blue = 0;
+    if (std::sscanf(value.c_str(), "%3u,%3u,%3u", &red, &green, &blue) == 3 && red < 256 && green < 256 && blue < 256)
+        return make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue));
+    return ParseHexColor(value);
+}
+
+/// That of the main monitor; while no shell runs, of the first desktop.
+std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
+{
+    if (settings.empty())
+        return std::nullopt;
+    PlasmaWallpaper::Size screen;
+    std::string desktop = DesktopOf(settings.front().key);
+    for (const Setting& setting : settings) {
+        if (setting.value && setting.key == DesktopOf(setting.key) + "/" + kScreen &&
+            std::sscanf(setting.value->c_str(), "%5dx%5d", &screen.width, &screen.height) == 2)
+            desktop = DesktopOf(setting.key);
+    }
+    const auto text = [&](const char* name) {
+        const std::string* value = Find(settings, desktop + "/" + name);
+        return value != nullptr ? *value : std::string();
+    };
+    const std::string plugin = text(kPlugin);
+    if (plugin == kPlainPlugin)
+        return ParseColor(text(kColor).empty() ? PlasmaWallpaper::DefaultColor() : text(kColor));
+    if (plugin != kPicturePlugin && plugin != kSlidesPlugin)
+        return std::nullopt;
+    const std::optional<std::string> picture = PlasmaWallpaper::PictureOf(
+        text(plugin == kPicturePlugin ? kImage : kSlide), screen, KdeSettings::IsDark().value_or(false));
+    return picture ? AverageOfFile(*picture, kBehind) : std::nullopt;
+}
+
+std::vector<int> PlasmaDesktop::Descriptors() const
+{
+    return {fFile.Descriptor()};
+}
+
+std::vector<std::string> PlasmaDesktop::TakeChanges()
+{
+    return fFile.TakeNews() ? std::vector<std::string>{kFile} : std::vector<std::string>();
+}
+
+} // namespace kits

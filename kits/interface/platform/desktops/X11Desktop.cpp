@@ -1,0 +1,320 @@
+#include "kits/interface/platform/desktops/X11Desktop.h"
+
+#include <cstring>
+#include <random>
+
+namespace kits {
+
+namespace {
+
+constexpr const char* kId = "Id";
+constexpr const char* kPicture = "Picture";
+constexpr const char* kOwned = "Owned";
+constexpr const char* kOther = "OtherPicture";
+constexpr const char* kIsPicture = "IsPicture";
+constexpr const char* kColor = "Color";
+
+xcb_atom_t AtomOf(xcb_connection_t* connection, const char* name)
+{
+    const auto request = xcb_intern_atom(connection, 0, static_cast<uint16_t>(std::strlen(name)), name);
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, request, nullptr));
+    return reply != nullptr ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
+}
+
+/// Other programs see all changes that are made while it exists as one step.
+class ServerGrab {
+public:
+    explicit ServerGrab(xcb_connection_t* connection)
+        : fConnection(connection)
+    {
+        xcb_grab_server(fConnection);
+    }
+    ~ServerGrab()
+    {
+        xcb_ungrab_server(fConnection);
+        xcb_flush(fConnection);
+    }
+    ServerGrab(const ServerGrab&) = delete;
+    ServerGrab& operator=(const ServerGrab&) = delete;
+
+private:
+    xcb_connection_t* fConnection;
+};
+
+xcb_pixmap_t Kept(const BMessage& kept, const char* name)
+{
+    int32 pixmap = XCB_NONE;
+    kept.FindInt32(name, &pixmap);
+    return static_cast<xcb_pixmap_t>(pixmap);
+}
+
+} // namespace
+
+std::unique_ptr<DesktopBackend> X11Desktop::Connect()
+{
+    XConnection connection(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0 || !RootPicture(connection.get()).HasTrueColor())
+        return nullptr;
+    return std::make_unique<X11Desktop>(std::move(connection));
+}
+
+int32 X11Desktop::CurrentWorkspace()
+{
+    const XConnection connection(xcb_connect(nullptr, nullptr));
+    xcb_connection_t* server = connection.get();
+    if (xcb_connection_has_error(server) != 0)
+        return 0;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    const auto request =
+        xcb_get_property(server, 0, root, AtomOf(server, "_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 0, 1);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(server, request, nullptr));
+    if (reply == nullptr || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(uint32))
+        return 0;
+    return static_cast<int32>(*static_cast<const uint32*>(xcb_get_property_value(reply.get())));
+}
+
+std::optional<std::pair<int, int>> X11Desktop::Size()
+{
+    const XConnection connection(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return std::nullopt;
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data;
+    return std::pair(screen->width_in_pixels, screen->height_in_pixels);
+}
+
+X11Desktop::X11Desktop(XConnection connection)
+    : fConnection(std::move(connection))
+    , fPicture(fConnection.get())
+    , fRoot(fPicture.Screen()->root)
+{
+    xcb_connection_t* server = fConnection.get();
+    fAtoms = {AtomOf(server, "_XROOTPMAP_ID"), AtomOf(server, "ESETROOT_PMAP_ID"), AtomOf(server, "_XSETROOT_ID"),
+              AtomOf(server, "_KITS_DESKTOP_PAINT")};
+    const uint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(server, fRoot, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(server);
+}
+
+xcb_pixmap_t X11Desktop::PropertyOf(xcb_atom_t atom) const
+{
+    const auto request = xcb_get_property(fConnection.get(), 0, fRoot, atom, XCB_ATOM_PIXMAP, 0, 1);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(fConnection.get(), request, nullptr));
+    if (reply == nullptr || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(xcb_pixmap_t))
+        return XCB_NONE;
+    return *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()));
+}
+
+/// The pixmap that the root window has, if it was named and is still alive.
+xcb_pixmap_t X11Desktop::NamedPicture() const
+{
+    for (const xcb_atom_t atom : {fAtoms.picture, fAtoms.owned, fAtoms.otherPicture}) {
+        const xcb_pixmap_t pixmap = PropertyOf(atom);
+        if (pixmap == XCB_NONE)
+            continue;
+        const auto request = xcb_get_geometry(fConnection.get(), pixmap);
+        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(fConnection.get(), request, nullptr));
+        if (geometry != nullptr && geometry->depth == fPicture.Screen()->root_depth)
+            return pixmap;
+    }
+    return XCB_NONE;
+}
+
+std::optional<rgb_color> X11Desktop::Read()
+{
+    const xcb_pixmap_t picture = NamedPicture();
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(picture);
+    fIsNamed = picture != XCB_NONE && (!background || background->isPicture);
+    if (fIsNamed)
+        return fPicture.AverageOf(picture);
+    return background ? std::optional(background->average) : std::nullopt;
+}
+
+std::optional<BMessage> X11Desktop::Keep()
+{
+    const xcb_pixmap_t picture = NamedPicture();
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(picture);
+    const bool isPicture = picture != XCB_NONE && (!background || background->isPicture);
+    uint32 pixel = 0;
+    if (isPicture) {
+        if (const auto average = fPicture.AverageOf(picture))
+            pixel = fPicture.PixelOf(*average);
+    } else {
+        if (!background || !background->isPlain)
+            return std::nullopt;
+        pixel = background->pixel;
+    }
+    BMessage kept;
+    std::random_device random;
+    kept.AddInt64(kId, static_cast<int64>(static_cast<uint64>(random()) << 32 | random()));
+    kept.AddInt32(kPicture, static_cast<int32>(PropertyOf(fAtoms.picture)));
+    kept.AddInt32(kOwned, static_cast<int32>(PropertyOf(fAtoms.owned)));
+    kept.AddInt32(kOther, static_cast<int32>(PropertyOf(fAtoms.otherPicture)));
+    kept.AddBool(kIsPicture, isPicture);
+    kept.AddInt32(kColor, static_cast<int32>(pixel));
+    return kept;
+}
+
+std::optional<X11Desktop::PaintMark> X11Desktop::Mark() const
+{
+    const auto request = xcb_get_property(fConnection.get(), 0, fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, 0, 3);
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(fConnection.get(), request, nullptr));
+    if (reply == nullptr || reply->format != 32 ||
+        xcb_get_property_value_length(reply.get()) != 3 * static_cast<int>(sizeof(uint32)))
+        return std::nullopt;
+    const auto* values = static_cast<const uint32*>(xcb_get_property_value(reply.get()));
+    return PaintMark{static_cast<uint64>(values[0]) << 32 | values[1], values[2]};
+}
+
+/// A pixmap of one pixel, which a background repeats. It stays when this process ends.
+xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
+{
+    // A program that sets the next background frees this pixmap by ending the client that made it. So a connection of
+    // its own makes it.
+    const XConnection painter(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(painter.get()) != 0)
+        return XCB_NONE;
+    const xcb_pixmap_t pixmap = xcb_generate_id(painter.get());
+    const xcb_gcontext_t context = xcb_generate_id(painter.get());
+    xcb_set_close_down_mode(painter.get(), XCB_CLOSE_DOWN_RETAIN_PERMANENT);
+    xcb_create_pixmap(painter.get(), fPicture.Screen()->root_depth, pixmap, fRoot, 1, 1);
+    xcb_create_gc(painter.get(), context, pixmap, XCB_GC_FOREGROUND, &pixel);
+    const xcb_rectangle_t all{0, 0, 1, 1};
+    xcb_poly_fill_rectangle(painter.get(), pixmap, context, 1, &all);
+    xcb_free_gc(painter.get(), context);
+    // The pixmap has to be there before the other connection uses it.
+    const auto request = xcb_get_geometry(painter.get(), pixmap);
+    const XReply<xcb_get_geometry_reply_t> made(xcb_get_geometry_reply(painter.get(), request, nullptr));
+    return made != nullptr ? pixmap : static_cast<xcb_pixmap_t>(XCB_NONE);
+}
+
+void X11Desktop::SetName(xcb_atom_t atom, xcb_pixmap_t pixmap)
+{
+    if (pixmap == XCB_NONE)
+        xcb_delete_property(fConnection.get(), fRoot, atom);
+    else
+        xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, atom, XCB_ATOM_PIXMAP, 32, 1, &pixmap);
+}
+
+void X11Desktop::SetNames(xcb_pixmap_t picture, xcb_pixmap_t owned, xcb_pixmap_t otherPicture)
+{
+    SetName(fAtoms.otherPicture, otherPicture);
+    SetName(fAtoms.owned, owned);
+    SetName(fAtoms.picture, picture);
+}
+
+/// @param what  XCB_CW_BACK_PIXMAP or XCB_CW_BACK_PIXEL
+void X11Desktop::SetBackground(uint32 what, uint32 value)
+{
+    xcb_change_window_attributes(fConnection.get(), fRoot, what, &value);
+    xcb_clear_area(fConnection.get(), 0, fRoot, 0, 0, 0, 0);
+}
+
+bool X11Desktop::Paint(rgb_color color, const BMessage& kept)
+{
+    const xcb_pixmap_t pixmap = MakePixmap(fPicture.PixelOf(color));
+    if (pixmap == XCB_NONE)
+        return false;
+    int64 id = 0;
+    kept.FindInt64(kId, &id);
+    const uint64 bits = static_cast<uint64>(id);
+    const uint32 mark[] = {static_cast<uint32>(bits >> 32), static_cast<uint32>(bits), pixmap};
+    const ServerGrab grab(fConnection.get());
+    const xcb_pixmap_t before = fPainted != XCB_NONE && IsPainted() ? fPainted : static_cast<xcb_pixmap_t>(XCB_NONE);
+    xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, 32, 3, mark);
+    SetBackground(XCB_CW_BACK_PIXMAP, pixmap);
+    SetNames(pixmap, pixmap, XCB_NONE);
+    Free(before);
+    fPainted = pixmap;
+    return true;
+}
+
+bool X11Desktop::Restore(const BMessage& kept)
+{
+    const ServerGrab grab(fConnection.get());
+    fPainted = XCB_NONE;
+    int64 id = 0;
+    const std::optional<PaintMark> mark = Mark();
+    // Another server, or a picture that is not ours.
+    if (kept.FindInt64(kId, &id) != B_OK || !mark || mark->id != static_cast<uint64>(id))
+        return xcb_connection_has_error(fConnection.get()) == 0;
+    xcb_delete_property(fConnection.get(), fRoot, fAtoms.paint);
+    if (PropertyOf(fAtoms.picture) != mark->pixmap)
+        return true;
+    const bool isShown = Shows(mark->pixmap);
+    const xcb_pixmap_t ours = PropertyOf(fAtoms.owned) == mark->pixmap ? mark->pixmap : XCB_NONE;
+    SetNames(Kept(kept, kPicture), Kept(kept, kOwned), Kept(kept, kOther));
+    bool wasPicture = true;
+    kept.FindBool(kIsPicture, &wasPicture);
+    const xcb_pixmap_t picture = wasPicture ? NamedPicture() : static_cast<xcb_pixmap_t>(XCB_NONE);
+    if (isShown && picture != XCB_NONE)
+        SetBackground(XCB_CW_BACK_PIXMAP, picture);
+    else if (isShown)
+        SetBackground(XCB_CW_BACK_PIXEL, Kept(kept, kColor));
+    Free(ours);
+    return true;
+}
+
+bool X11Desktop::Change(rgb_color color, const BMessage* kept)
+{
+    const xcb_pixmap_t pixmap = MakePixmap(fPicture.PixelOf(color));
+    if (pixmap == XCB_NONE)
+        return false;
+    const ServerGrab grab(fConnection.get());
+    const xcb_pixmap_t named = PropertyOf(fAtoms.picture);
+    // A pixmap that we painted for a while is ours, and the user's picture waits below it.
+    const bool isOurs = kept != nullptr && named == fPainted;
+    const xcb_pixmap_t before = isOurs ? Kept(*kept, kPicture) : named;
+    const xcb_pixmap_t owned = isOurs ? Kept(*kept, kOwned) : PropertyOf(fAtoms.owned);
+    xcb_delete_property(fConnection.get(), fRoot, fAtoms.paint);
+    SetBackground(XCB_CW_BACK_PIXMAP, pixmap);
+    SetNames(pixmap, pixmap, XCB_NONE);
+    if (isOurs)
+        Free(fPainted);
+    // By custom, the program that sets the next picture frees one that both names tell.
+    if (before == owned)
+        Free(owned);
+    fPainted = XCB_NONE;
+    return true;
+}
+
+void X11Desktop::Free(xcb_pixmap_t pixmap)
+{
+    // XCB_NONE would mean all clients that have left something behind.
+    if (pixmap != XCB_NONE)
+        xcb_kill_client(fConnection.get(), pixmap);
+}
+
+bool X11Desktop::Shows(xcb_pixmap_t pixmap) const
+{
+    const std::optional<RootPicture::Background> background = fPicture.ReadBackground(pixmap);
+    return !background || background->isPicture;
+}
+
+bool X11Desktop::IsPainted() const
+{
+    return PropertyOf(fAtoms.picture) == fPainted && Shows(fPainted);
+}
+
+std::vector<int> X11Desktop::Descriptors() const
+{
+    // The connection to a server that is gone stays readable.
+    if (xcb_connection_has_error(fConnection.get()) != 0)
+        return {};
+    return {xcb_get_file_descriptor(fConnection.get())};
+}
+
+bool X11Desktop::TakeNews()
+{
+    bool isNews = false;
+    for (;;) {
+        const XReply<xcb_generic_event_t> event(xcb_poll_for_event(fConnection.get()));
+        if (event == nullptr)
+            return isNews;
+        if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
+            continue;
+        const xcb_atom_t atom = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->atom;
+        isNews = isNews || atom == fAtoms.picture || atom == fAtoms.owned || atom == fAtoms.otherPicture;
+    }
+}
+
+} // namespace kits

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "kits/application/Message.h"
+#include "kits/interface/platform/selections/SelectionFetch.h"
+
+#include <QMimeData>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace kits {
+
+/// The data that another program drags over our windows. The offer knows their forms at once, and fetches the data
+/// themselves when a view wants them. It replaces the toolkit's object in all events of the drag, so reading data from
+/// it never waits. Main thread, with the interface lock held.
+class ForeignOffer : public QMimeData {
+public:
+    enum class State {
+        kNot,    ///< not there, and not being fetched
+        kComing, ///< being fetched
+        kHere
+    };
+    using MakeSource = std::function<std::unique_ptr<SelectionSource>()>;
+
+    /// @param formats  the toolkit's names
+    /// @param make     gives a new source each time
+    ForeignOffer(QStringList formats, MakeSource make);
+    ~ForeignOffer() override;
+
+    /// A view wants the message. Starts to fetch it, also again, up to bounds::kMostAskedOfADrag times: a program that
+    /// has just begun its drag may refuse, or lose the question.
+    State Want();
+    /// No view wants the message any more. Gives up the fetch under way, unless a drop waits for it.
+    void Unwant();
+    /// Null until it has come.
+    const BMessage* Message() const { return fMessage.get(); }
+    bool IsComing() const { return fIsFetching; }
+    /// False if the message can no longer come.
+    bool MayCome() const;
+    /// Called when the message has come.
+    void CallWhenHere(std::function<void()> here) { fHere = std::move(here); }
+
+    /// True if a drop need not wait: the data are here, or none will come.
+    bool IsReadyForDrop() const;
+    /// Fetches the data for a drop: the message if a view wants it, else the text.
+    /// @param ready  called once, when they are here or none will come; possibly in this call
+    void FetchForDrop(std::function<void()> ready);
+    /// True if the program has not answered in time.
+    bool IsLate() const { return fIsLate; }
+    /// Replaces the clock, in microseconds, that decides when an unanswered question is asked again.
+    void SetClock(std::function<int64_t()> clock) { fClock = std::move(clock); }
+
+    QStringList formats() const override { return fFormats; }
+    bool hasFormat(const QString& format) const override { return fFormats.contains(format); }
+
+private:
+    bool MayAsk() const;
+    bool MayAskForText() const;
+    void Fetch(std::vector<SelectionForm> forms, SelectionFetch::Use use);
+    void Ended(SelectionFetch::State state);
+
+    const QStringList fFormats;
+    const MakeSource fMake;
+    std::unique_ptr<BMessage> fMessage;
+    std::function<void()> fHere;
+    std::function<void()> fReady;
+    uint64_t fFetch = 0;
+    bool fIsFetching = false;
+    bool fIsWanted = false;
+    bool fWasAskedForText = false;
+    bool fIsLate = false;
+    int fAsked = 0;
+    int64_t fAskedAt = 0; ///< when it was asked last
+    std::function<int64_t()> fClock;
+};
+
+} // namespace kits

@@ -1,0 +1,56 @@
+#include "kits/interface/platform/selections/PipeReader.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+namespace kits {
+
+PipeReader::PipeReader(int descriptor, size_t limit, std::function<void(std::optional<std::string>)> ended)
+    : fDescriptor(descriptor)
+    , fLimit(limit)
+    , fEnded(std::move(ended))
+    , fNotifier(new QSocketNotifier(descriptor, QSocketNotifier::Read))
+{
+    fcntl(fDescriptor, F_SETFL, O_NONBLOCK);
+    QObject::connect(fNotifier, &QSocketNotifier::activated, fNotifier, [this] { Read(); });
+}
+
+PipeReader::~PipeReader()
+{
+    // The notifier may be calling us.
+    fNotifier->setEnabled(false);
+    fNotifier->disconnect();
+    fNotifier->deleteLater();
+    close(fDescriptor);
+}
+
+void PipeReader::Read()
+{
+    // No more in one turn: the owner may write as fast as this reads.
+    std::array<char, 65536> bytes;
+    const ssize_t size = read(fDescriptor, bytes.data(), bytes.size());
+    if (size < 0) {
+        if (errno != EAGAIN && errno != EINTR)
+            End(false);
+        return;
+    }
+    if (static_cast<size_t>(size) > fLimit - fBytes.size()) {
+        End(false);
+        return;
+    }
+    fBytes.append(bytes.data(), static_cast<size_t>(size));
+    if (size == 0)
+        End(true);
+}
+
+void PipeReader::End(bool isWhole)
+{
+    fNotifier->setEnabled(false);
+    const auto ended = std::exchange(fEnded, nullptr);
+    ended(isWhole ? std::optional(std::move(fBytes)) : std::nullopt);
+}
+
+} // namespace kits

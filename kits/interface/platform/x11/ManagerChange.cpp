@@ -1,0 +1,86 @@
+#include "kits/interface/platform/x11/ManagerChange.h"
+
+#include "kits/interface/core/WindowPane.h"
+#include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XWindows.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QWindow>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace kits::ManagerChange {
+
+namespace {
+
+/// A window manager puts windows into frames of its own; when it ends they are children of the root window again.
+class Filter : public QObject, public QAbstractNativeEventFilter {
+public:
+    explicit Filter(xcb_connection_t* server)
+        : fRoot(XWindows::Root(server))
+    {
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    void Add(WindowPane& pane)
+    {
+        std::erase_if(fWatched, [](const Watched& watched) { return watched.pane == nullptr; });
+        fWatched.push_back({&pane, {}});
+    }
+
+    /// The toolkit asks for these events of its windows.
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
+    {
+        const auto* const event = static_cast<const xcb_reparent_notify_event_t*>(message);
+        if ((event->response_type & ~XWindows::kSentByClient) != XCB_REPARENT_NOTIFY)
+            return false;
+        const auto watched = std::find_if(fWatched.begin(), fWatched.end(), [event](const Watched& one) {
+            const QWindow* const window = one.pane != nullptr ? one.pane->windowHandle() : nullptr;
+            return window != nullptr && window->handle() != nullptr && window->winId() == event->window;
+        });
+        if (watched == fWatched.end())
+            return false;
+        WindowPane* const pane = watched->pane;
+        if (event->parent == fRoot) {
+            // The toolkit has not yet heard of another place. A hidden window goes back, too.
+            watched->place = pane->isVisible() ? std::optional(pane->geometry().topLeft()) : std::nullopt;
+        } else if (const std::optional<QPoint> place = std::exchange(watched->place, {})) {
+            // Not now: events of the system come without the interface lock.
+            QMetaObject::invokeMethod(
+                pane, [pane, place] { pane->PutBack(place->x(), place->y()); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    struct Watched {
+        QPointer<WindowPane> pane;
+        std::optional<QPoint> place; ///< of its content, while no window manager has it
+    };
+
+    const xcb_window_t fRoot;
+    std::vector<Watched> fWatched;
+};
+
+QPointer<Filter> sFilter;
+
+} // namespace
+
+void Watch(WindowPane& pane)
+{
+    xcb_connection_t* const server = XServer();
+    if (server == nullptr)
+        return;
+    if (sFilter == nullptr) {
+        sFilter = new Filter(server);
+        QObject::connect(qGuiApp, &QObject::destroyed, sFilter, [] { delete sFilter; });
+    }
+    sFilter->Add(pane);
+}
+
+} // namespace kits::ManagerChange

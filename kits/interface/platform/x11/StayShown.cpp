@@ -1,0 +1,226 @@
+#include "kits/interface/platform/x11/StayShown.h"
+
+#include "kits/interface/platform/x11/OwnDesktop.h"
+#include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XWindows.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kits::StayShown {
+
+namespace {
+
+using namespace XWindows;
+
+constexpr std::pair<std::string_view, Way> kManagers[] = {
+    {"KWin", Way::kTransient},         {"Marco", Way::kTransientForAny},       {"Metacity", Way::kTransientForAny},
+    {"Mutter", Way::kTransientForAny}, {"GNOME Shell", Way::kTransientForAny}, {"Muffin", Way::kTransientForAny},
+    {"Openbox", Way::kSplash}};
+
+/// Until then the window of a desktop that starts, or starts anew, is there.
+constexpr std::chrono::seconds kDesktopStarts{3};
+
+/// A window that stays shown.
+struct Kept {
+    QPointer<QWindow> window;
+    std::vector<uint32_t> types; ///< as the toolkit set them; empty until they were changed
+};
+
+class Keeper : public QObject, public QAbstractNativeEventFilter {
+public:
+    explicit Keeper(xcb_connection_t* server)
+        : fServer(server)
+        , fRoot(Root(server))
+    {
+        const std::vector<xcb_atom_t> atoms =
+            Atoms(server, {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE",
+                           "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_NORMAL",
+                           "_MOTIF_WM_HINTS"});
+        fClients = atoms[0];
+        fCheck = atoms[1];
+        fName = atoms[2];
+        fType = atoms[3];
+        fDesktop = atoms[4];
+        fSplash = atoms[5];
+        fNormal = atoms[6];
+        fHints = atoms[7];
+        fLook.setSingleShot(true);
+        connect(&fLook, &QTimer::timeout, this, [this] { Look(); });
+        fMiss.setSingleShot(true);
+        connect(&fMiss, &QTimer::timeout, this, [this] {
+            fOwn = MakeOwnDesktop(fServer);
+            xcb_flush(fServer);
+        });
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    void Add(QWindow& window)
+    {
+        std::erase_if(fKept, [](const Kept& kept) { return kept.window == nullptr; });
+        fKept.push_back({&window, {}});
+        LookSoon();
+    }
+
+    /// Once for all that has happened in this turn.
+    void LookSoon()
+    {
+        if (!fLook.isActive())
+            fLook.start(0);
+    }
+
+    /// The toolkit asks for the root window's changes, for its own use.
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
+    {
+        const auto* event = static_cast<const xcb_property_notify_event_t*>(message);
+        if ((event->response_type & ~XWindows::kSentByClient) != XCB_PROPERTY_NOTIFY || event->window != fRoot ||
+            (event->atom != fClients && event->atom != fCheck))
+            return false;
+        if (event->atom == fCheck)
+            fWay.reset();
+        LookSoon();
+        return false;
+    }
+
+private:
+    void Look()
+    {
+        const std::vector<xcb_window_t> clients = Property(fServer, fRoot, fClients);
+        std::vector<Kept*> kept;
+        std::vector<xcb_window_t> ids;
+        for (Kept& one : fKept) {
+            // The toolkit takes back what is set before the window is shown.
+            if (one.window == nullptr || one.window->handle() == nullptr ||
+                !Holds(clients, static_cast<xcb_window_t>(one.window->winId())))
+                continue;
+            kept.push_back(&one);
+            ids.push_back(static_cast<xcb_window_t>(one.window->winId()));
+        }
+        if (ids.empty())
+            return;
+        if (!fWay.has_value())
+            fWay = AskWay();
+        const bool isTransient = *fWay == Way::kTransient || *fWay == Way::kTransientForAny;
+        const xcb_window_t desktop = isTransient ? DesktopAmong(clients) : static_cast<xcb_window_t>(XCB_NONE);
+        const bool needsOwn = desktop == XCB_NONE && *fWay == Way::kTransientForAny;
+        // Until the window manager has taken ours, nothing can be transient for it.
+        const bool hasOwn = needsOwn && Holds(clients, fOwn);
+        SetParent(ids, hasOwn ? fOwn : desktop);
+        if (!needsOwn) {
+            fMiss.stop();
+            if (fOwn != XCB_NONE)
+                xcb_destroy_window(fServer, fOwn);
+            fOwn = XCB_NONE;
+        } else if (fOwn == XCB_NONE && !fMiss.isActive())
+            fMiss.start(kDesktopStarts);
+        SetSplash(kept, ids, *fWay == Way::kSplash);
+        xcb_flush(fServer);
+    }
+
+    Way AskWay() const
+    {
+        const std::vector<uint32_t> manager = Property(fServer, fRoot, fCheck);
+        return manager.empty() ? Way::kNone : WayFor(Text(fServer, manager.front(), fName));
+    }
+
+    /// That of another program, NONE without one.
+    xcb_window_t DesktopAmong(const std::vector<xcb_window_t>& clients) const
+    {
+        const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fType);
+        for (size_t i = 0; i < clients.size(); i++) {
+            if (Holds(types[i], fDesktop) && clients[i] != fOwn)
+                return clients[i];
+        }
+        return XCB_NONE;
+    }
+
+    void SetParent(const std::vector<xcb_window_t>& windows, xcb_window_t parent) const
+    {
+        const std::vector<uint32_t> wanted =
+            parent != XCB_NONE ? std::vector<uint32_t>{parent} : std::vector<uint32_t>{};
+        const std::vector<std::vector<uint32_t>> set = Properties(fServer, windows, XCB_ATOM_WM_TRANSIENT_FOR);
+        for (size_t i = 0; i < windows.size(); i++) {
+            if (set[i] == wanted)
+                continue;
+            if (wanted.empty())
+                xcb_delete_property(fServer, windows[i], XCB_ATOM_WM_TRANSIENT_FOR);
+            else
+                SetProperty(fServer, windows[i], XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, wanted);
+        }
+    }
+
+    void SetSplash(const std::vector<Kept*>& kept, const std::vector<xcb_window_t>& windows, bool isSplash) const
+    {
+        const std::vector<std::vector<uint32_t>> types = Properties(fServer, windows, fType);
+        for (size_t i = 0; i < windows.size(); i++) {
+            if (Holds(types[i], fSplash) == isSplash)
+                continue;
+            if (isSplash)
+                kept[i]->types = types[i];
+            SetProperty(fServer, windows[i], fType, XCB_ATOM_ATOM,
+                        isSplash ? std::vector<uint32_t>{fSplash, fNormal} : kept[i]->types);
+            // A type that changes is not looked at; with these it is.
+            SetProperty(fServer, windows[i], fHints, fHints, Property(fServer, windows[i], fHints));
+        }
+    }
+
+    xcb_connection_t* fServer;
+    xcb_window_t fRoot;
+    xcb_atom_t fClients;
+    xcb_atom_t fCheck;
+    xcb_atom_t fName;
+    xcb_atom_t fType;
+    xcb_atom_t fDesktop;
+    xcb_atom_t fSplash;
+    xcb_atom_t fNormal;
+    xcb_atom_t fHints;
+    std::vector<Kept> fKept;
+    std::optional<Way> fWay; ///< of this window manager; empty until it is asked
+    QTimer fLook;
+    QTimer fMiss;                 ///< from when no program has a desktop's window until ours is made
+    xcb_window_t fOwn = XCB_NONE; ///< while no other program has one and the window manager needs it
+};
+
+/// As long-lived as the toolkit's application object; null before the first window.
+QPointer<Keeper> sKeeper;
+
+} // namespace
+
+Way WayFor(std::string_view manager)
+{
+    for (const auto& [name, way] : kManagers) {
+        if (manager.find(name) != std::string_view::npos)
+            return way;
+    }
+    return Way::kNone;
+}
+
+void Keep(QWindow& window)
+{
+    xcb_connection_t* const server = XServer();
+    if (server == nullptr)
+        return;
+    if (sKeeper == nullptr) {
+        sKeeper = new Keeper(server);
+        QObject::connect(qGuiApp, &QObject::destroyed, sKeeper, [] { delete sKeeper; });
+    }
+    sKeeper->Add(window);
+}
+
+void LookAgain()
+{
+    if (sKeeper != nullptr)
+        sKeeper->LookSoon();
+}
+
+} // namespace kits::StayShown

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "kits/interface/platform/x11/XSelections.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <functional>
+#include <optional>
+#include <xcb/xcb.h>
+
+namespace kits {
+
+class ForeignOffer;
+
+/// Reads the messages of other programs' drags before the toolkit does. It learns from them how to ask for the data,
+/// and it delays drops. The toolkit answers a drop as soon as it has delivered it, and after that the source gives no
+/// data. So a drop whose data have not come is kept from the toolkit, and sent to the window again when they have come
+/// or the time is over. It holds one drop; a drag that begins meanwhile has that drop refused.
+///
+/// Main thread. Needs an X server.
+class XDragWatch : public QAbstractNativeEventFilter {
+public:
+    /// @param offer  returns the offer that is over our windows, or null
+    explicit XDragWatch(std::function<ForeignOffer*()> offer);
+    ~XDragWatch() override;
+
+    const XSelections::Drag& Current() const { return fDrag; }
+
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+
+private:
+    enum Atom { kEnter, kPosition, kDrop, kLeave, kFinished, kAtoms };
+
+    void TakeAtoms();
+    bool Handle(const xcb_client_message_event_t& message);
+    bool Hold(const xcb_client_message_event_t& drop);
+    void FetchForHeld();
+    void Release();
+    void RefuseHeld();
+    void Send(xcb_window_t window, const xcb_client_message_event_t& message);
+
+    xcb_connection_t* const fServer;
+    const std::function<ForeignOffer*()> fOffer;
+    xcb_intern_atom_cookie_t fAsked[kAtoms] = {};
+    xcb_atom_t fAtoms[kAtoms] = {};
+    XSelections::Drag fDrag;
+    std::optional<xcb_client_message_event_t> fHeld;
+    bool fIsReleasing = false;
+    uint64 fHolds = 0;
+};
+
+} // namespace kits

@@ -1,0 +1,242 @@
+#include "kits/interface/startup/Theme.h"
+
+#include "kits/interface/core/ViewImpl.h"
+#include "kits/interface/core/WindowImpl.h"
+#include "kits/interface/platform/desktops/DarkSigns.h"
+#include "kits/interface/platform/desktops/DesktopColors.h"
+#include "kits/interface/platform/desktops/SessionName.h"
+#include "kits/interface/platform/x11/XSettings.h"
+#include "kits/interface/startup/DarkStyle.h"
+#include "kits/interface/startup/Palettes.h"
+#include "kits/kernel/Bounds.h"
+#include "kits/storage/FindDirectory.h"
+#include "kits/storage/Path.h"
+#include "kits/storage/ReadSmallFile.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QPointer>
+#include <QTimer>
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace kits::Theme {
+
+namespace {
+
+/// After the start's windows are drawn.
+constexpr int kAskLater = 300;
+/// Several settings change together.
+constexpr int kAskAgain = 50;
+constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kPortalSettings = "org.freedesktop.portal.Settings";
+
+bool sRuns = false;
+DarkSigns sSigns;
+/// What the signs say; nothing: the toolkit's own colours decide.
+std::optional<bool> sIsDark;
+bool sApplying = false;
+
+bool IsDarkColor(const QColor& color)
+{
+    return qGray(color.rgb()) < 128;
+}
+
+void TellViews()
+{
+    for (WindowImpl* window : WindowImpl::All())
+        window->ForEachView([](BView* view) { ViewImpl::Of(view).ThemeChanged(); });
+}
+
+void Apply()
+{
+    sApplying = true;
+    // Without ours: what the toolkit took from the desktop, at its start in some cases.
+    QGuiApplication::setPalette(QPalette());
+    const bool toolkitIsDark = IsDarkColor(QGuiApplication::palette().color(QPalette::Base));
+    const bool dark = sIsDark.value_or(toolkitIsDark);
+    if (dark)
+        DarkStyle::Install();
+    if (dark != toolkitIsDark)
+        QGuiApplication::setPalette(dark ? Palettes::Dark() : Palettes::Light());
+    else if (!dark)
+        QGuiApplication::setPalette(Palettes::LightPanels());
+    sApplying = false;
+    TellViews();
+}
+
+bool GtkFilesAreDark()
+{
+    BPath settings;
+    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) != B_OK)
+        return false;
+    for (const char* folder : {"/gtk-4.0", "/gtk-3.0"}) {
+        const std::optional<std::string> text =
+            ReadSmallFile(std::string(settings.Path()) + folder + "/settings.ini", bounds::kMostForeignSettings);
+        if (text && SettingsAreDark(*text))
+            return true;
+    }
+    return false;
+}
+
+/// Takes in the signs that can be had without waiting; the portal's is as it was told last.
+void ReadSigns()
+{
+    const char* environment = std::getenv("GTK_THEME");
+    sSigns.environment = environment != nullptr ? environment : "";
+    sSigns.fileIsDark = GtkFilesAreDark();
+    sSigns.desktop = DesktopColors::AreDark();
+    const XSettings& settings = XSettingsWatch::Current();
+    sSigns.themeName = settings.Text("Net/ThemeName");
+    sSigns.prefersDark = settings.Integer("Gtk/ApplicationPreferDarkTheme").value_or(0) != 0;
+}
+
+void Judge()
+{
+    if (sRuns)
+        SetDesktopIsDark(sSigns.IsDark());
+}
+
+/// A timer that calls once, a moment after it was started last.
+QTimer* MakeSoon(void (*call)())
+{
+    auto* soon = new QTimer(qApp);
+    soon->setSingleShot(true);
+    soon->setInterval(kAskAgain);
+    QObject::connect(soon, &QTimer::timeout, qApp, call);
+    return soon;
+}
+
+void ReadAndJudge()
+{
+    ReadSigns();
+    Judge();
+}
+
+/// Reads the desktop's own settings again whenever they change.
+void FollowFiles()
+{
+    const std::vector<std::string> names = DesktopColors::Files();
+    if (!sRuns || names.empty())
+        return;
+    static QPointer<QFileSystemWatcher> watcher;
+    if (watcher != nullptr)
+        return;
+    watcher = new QFileSystemWatcher(qApp);
+    // A file that is replaced has to be watched anew, which its folder tells.
+    const auto watch = [names] {
+        QStringList paths;
+        for (const std::string& name : names) {
+            const QFileInfo file(QString::fromStdString(name));
+            for (const QString& path : {file.path(), file.filePath()}) {
+                if (QFileInfo::exists(path))
+                    paths << path;
+            }
+        }
+        if (!paths.isEmpty())
+            watcher->addPaths(paths);
+    };
+    QTimer* soon = MakeSoon(ReadAndJudge);
+    const auto changed = [watch, soon] {
+        watch();
+        soon->start();
+    };
+    QObject::connect(watcher, &QFileSystemWatcher::fileChanged, qApp, changed);
+    QObject::connect(watcher, &QFileSystemWatcher::directoryChanged, qApp, changed);
+    watch();
+    // What has changed since the start.
+    ReadAndJudge();
+}
+
+/// Asks the portal, if it runs. It is started for this on GNOME alone, where it is the only one that knows, and where
+/// programs of the desktop start it as well.
+void AskPortal()
+{
+    if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
+        return;
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Desktop"), QString::fromLatin1(kPortalPath),
+        QString::fromLatin1(kPortalSettings), QStringLiteral("Read"));
+    question.setAutoStartService(IsSessionOf("GNOME"));
+    question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+    auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), qApp);
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, qApp, [](QDBusPendingCallWatcher* watcher) {
+        watcher->deleteLater();
+        const QDBusMessage reply = watcher->reply();
+        QVariant value;
+        if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+            value = reply.arguments().first();
+        while (value.canConvert<QDBusVariant>())
+            value = value.value<QDBusVariant>().variant();
+        sSigns.portal = value.toUInt();
+        Judge();
+    });
+}
+
+/// Asks the portal, and whenever it says that a setting is another one.
+void FollowPortal()
+{
+    if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
+        return;
+    static QPointer<QTimer> soon;
+    if (soon == nullptr) {
+        soon = MakeSoon(AskPortal);
+        // Of no certain sender: to look for that would wait for an answer, and this only leads to a question.
+        QDBusConnection::sessionBus().connect(QString(), QString::fromLatin1(kPortalPath),
+                                              QString::fromLatin1(kPortalSettings), QStringLiteral("SettingChanged"),
+                                              soon, SLOT(start()));
+    }
+    AskPortal();
+}
+
+} // namespace
+
+void Start()
+{
+    sRuns = true;
+    sSigns = {};
+    ReadSigns();
+    sIsDark = sSigns.IsDark();
+    Apply();
+    XSettingsWatch::CallOnChange(ReadAndJudge);
+    QTimer::singleShot(kAskLater, qApp, FollowPortal);
+    QTimer::singleShot(kAskLater, qApp, FollowFiles);
+}
+
+void Stop()
+{
+    sRuns = false;
+}
+
+void Watch(int eventType)
+{
+    if (!sRuns || sApplying)
+        return;
+    if (eventType == QEvent::ApplicationPaletteChange)
+        Apply();
+    else if (eventType == QEvent::ApplicationActivate)
+        AskPortal();
+}
+
+bool IsDark()
+{
+    return IsDarkColor(QGuiApplication::palette().color(QPalette::Window));
+}
+
+void SetDesktopIsDark(std::optional<bool> dark)
+{
+    if (dark == sIsDark)
+        return;
+    sIsDark = dark;
+    Apply();
+}
+
+} // namespace kits::Theme

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kits/kernel/Types.h"
+#include "kits/kernel/record/ProcFile.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kits {
+
+/// How many there can be of each kind. At least 1 each.
+struct MachineLimits {
+    int64 teams = 1;
+    int64 threads = 1;
+    int64 sems = 1;
+    int64 ports = 1;
+};
+
+/// Reads what limits the processes, threads, semaphores and sockets of this user.
+class LimitReader {
+public:
+    /// @param root  of the machine, ends with a slash
+    explicit LimitReader(const std::string& root);
+
+    /// Finds the control groups of this process, which may have been moved, and opens what could not be opened.
+    /// Allocates only if they have changed.
+    void FindFiles();
+    /// Reads anew; a limit that cannot be read stays.
+    void Read(MachineLimits* limits);
+
+private:
+    void FindGroups();
+
+    /// A number that was there once is not lifted because it cannot be read just now.
+    struct Kept {
+        ProcFile file;
+        std::optional<uint64> number{};
+
+        std::optional<uint64> Read();
+    };
+
+    const std::string fRoot;
+    std::array<char, 4096> fBuffer; ///< of all files
+    Kept fPidMax;
+    Kept fThreadsMax;
+    ProcFile fFileMax;
+    ProcFile fSem;
+    ProcFile fProcessLimits;
+    ProcFile fStatus;
+    ProcFile fGroups;
+    std::string fLastGroups;        ///< the text of fGroups that fPidsMax was made from
+    std::vector<ProcFile> fPidsMax; ///< where the groups of this process may have it, the innermost first
+};
+
+} // namespace kits

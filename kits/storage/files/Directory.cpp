@@ -1,0 +1,92 @@
+#include "kits/storage/Directory.h"
+
+#include "kits/storage/Entry.h"
+#include "kits/storage/Path.h"
+#include "kits/storage/files/FileCallsPrivate.h"
+
+#include <fcntl.h>
+
+BDirectory::BDirectory(const char* path)
+{
+    SetTo(path);
+}
+
+BDirectory::BDirectory(const BEntry* entry)
+{
+    SetTo(entry);
+}
+
+BDirectory::~BDirectory()
+{
+    Unset();
+}
+
+status_t BDirectory::SetTo(const char* path)
+{
+    // The path may be this folder's own.
+    const BPath whole(path);
+    Unset();
+    if (whole.InitCheck() != B_OK) {
+        return fStatus = whole.InitCheck();
+    }
+    const int32 descriptor = kits::OpenFile(whole.Path(), O_RDONLY | O_DIRECTORY);
+    if (descriptor < 0) {
+        return fStatus = descriptor;
+    }
+    fDescriptor = descriptor;
+    fPath = whole.Path();
+    return fStatus = B_OK;
+}
+
+status_t BDirectory::SetTo(const BEntry* entry)
+{
+    BPath path;
+    const status_t status = entry != nullptr ? entry->GetPath(&path) : B_BAD_VALUE;
+    if (status != B_OK) {
+        Unset();
+        return fStatus = status;
+    }
+    return SetTo(path.Path());
+}
+
+void BDirectory::Unset()
+{
+    if (fDescriptor >= 0) {
+        kits::CloseFile(fDescriptor);
+    }
+    fDescriptor = -1;
+    fPath.clear();
+    fStatus = B_NO_INIT;
+}
+
+status_t BDirectory::GetEntry(BEntry* entry) const
+{
+    if (entry == nullptr) {
+        return B_BAD_VALUE;
+    }
+    return fStatus == B_OK ? entry->SetTo(fPath.c_str()) : fStatus;
+}
+
+bool BDirectory::Contains(const char* name) const
+{
+    return BEntry(this, name).Exists();
+}
+
+status_t BDirectory::CreateDirectory(const char* name, BDirectory* directory)
+{
+    const BEntry entry(this, name);
+    BPath path;
+    status_t status = entry.GetPath(&path);
+    if (status == B_OK) {
+        status = kits::MakeFolder(path.Path());
+    }
+    if (status == B_OK && directory != nullptr) {
+        status = directory->SetTo(path.Path());
+    }
+    return status;
+}
+
+status_t BDirectory::Sync()
+{
+    return fStatus == B_OK ? kits::SyncFolder(fDescriptor) : fStatus;
+}

@@ -1,0 +1,102 @@
+#include "kits/storage/ReplaceFile.h"
+
+#include "kits/storage/Entry.h"
+#include "kits/storage/files/FileCallsPrivate.h"
+
+#include <atomic>
+#include <cerrno>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kits {
+
+namespace {
+
+constexpr int kNamesTried = 100;
+
+status_t WriteInPlace(const char* path, const void* data, size_t size)
+{
+    const int32 file = OpenFile(path, O_WRONLY);
+    if (file < 0)
+        return file;
+    const char* bytes = static_cast<const char*>(data);
+    status_t status = B_OK;
+    while (status == B_OK && size > 0) {
+        // A pipe has no positions.
+        const ssize_t count = write(file, bytes, size);
+        if (count < 0 && errno != EINTR) {
+            status = StatusFromErrno(errno);
+        } else if (count > 0) {
+            bytes += count;
+            size -= static_cast<size_t>(count);
+        }
+    }
+    CloseFile(file);
+    return status;
+}
+
+/// The new bytes under another name in the same folder.
+status_t WriteBeside(const std::string& path, const struct stat* old, const void* data, size_t size)
+{
+    const int32 file = OpenFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    if (file < 0)
+        return file;
+    status_t status = B_OK;
+    if (old != nullptr && fchmod(file, old->st_mode & 07777) != 0)
+        status = StatusFromErrno(errno);
+    size_t written = 0;
+    if (status == B_OK)
+        status = WriteFileAt(file, 0, data, size, &written);
+    if (status == B_OK)
+        status = SyncFile(file);
+    CloseFile(file);
+    return status;
+}
+
+status_t SyncFolderAt(const std::string& path)
+{
+    const int32 folder = OpenFile(path.c_str(), O_RDONLY | O_DIRECTORY);
+    // A folder that may be written to but not read.
+    if (folder < 0)
+        return B_OK;
+    const status_t status = SyncFolder(folder);
+    CloseFile(folder);
+    return status;
+}
+
+} // namespace
+
+status_t ReplaceFile(const char* path, const void* data, size_t size)
+{
+    struct stat info {};
+    const bool exists = path != nullptr && stat(path, &info) == 0;
+    if (exists && S_ISDIR(info.st_mode))
+        return B_IS_A_DIRECTORY;
+    if (exists && !S_ISREG(info.st_mode))
+        return WriteInPlace(path, data, size);
+
+    entry_ref target;
+    status_t status = BEntry(path, true).GetRef(&target);
+    if (status != B_OK)
+        return status;
+    static std::atomic<unsigned> sNumber{0};
+    const std::string start = target.directory + "/.new-" + std::to_string(getpid()) + "-";
+    std::string beside;
+    // One that a killed process of the same number has left.
+    status = B_FILE_EXISTS;
+    for (int attempt = 0; status == B_FILE_EXISTS && attempt < kNamesTried; attempt++) {
+        beside = start + std::to_string(sNumber.fetch_add(1));
+        status = WriteBeside(beside, exists ? &info : nullptr, data, size);
+    }
+    if (status == B_OK)
+        status = RenameFile(beside.c_str(), (target.directory + "/" + target.name).c_str(), true);
+    if (status == B_OK)
+        return SyncFolderAt(target.directory);
+    if (status != B_FILE_EXISTS)
+        RemoveFile(beside.c_str());
+    return status;
+}
+
+} // namespace kits

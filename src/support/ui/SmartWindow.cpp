@@ -1,0 +1,78 @@
+#include "src/support/ui/SmartWindow.h"
+
+#include "kits/application/Application.h"
+#include "kits/application/Message.h"
+#include "src/support/MessageCodes.h"
+
+SmartWindow::SmartWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot, uint32 flags)
+    : BWindow(frame, title, B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS)
+    , fTarget(target)
+    , fOwnerSlot(ownerSlot)
+    , fFlags(flags)
+{
+}
+
+SmartWindow::SmartWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot)
+    : BWindow(archive)
+    , fTarget(target)
+    , fOwnerSlot(ownerSlot)
+{
+    int32 flags = 0;
+    if (archive->FindInt32("sw:flags", &flags) == B_OK) {
+        fFlags = static_cast<uint32>(flags);
+    }
+    SetTitle(title);
+}
+
+SmartWindow::~SmartWindow()
+{
+    ForgetOwner();
+}
+
+void SmartWindow::Quit()
+{
+    // The owner may go before a window that has to wait for a menu to close.
+    ForgetOwner();
+    BWindow::Quit();
+}
+
+void SmartWindow::ForgetOwner()
+{
+    if (fOwnerSlot != nullptr) {
+        *fOwnerSlot = nullptr;
+    }
+    fOwnerSlot = nullptr;
+}
+
+status_t SmartWindow::Archive(BMessage* into, bool deep) const
+{
+    status_t status = BWindow::Archive(into, deep);
+    if (status == B_OK) {
+        status = into->AddString("class", "SmartWindow");
+    }
+    if (status == B_OK) {
+        status = into->AddInt32("sw:flags", static_cast<int32>(fFlags));
+        into->RemoveName("_wspace");
+    }
+    return status;
+}
+
+bool SmartWindow::QuitRequested()
+{
+    BMessage message(MSG_WINDOW_CLOSED);
+    message.AddPointer("Window", this);
+    message.AddString("Name", Name());
+    message.AddPointer("Container", fOwnerSlot);
+    BMessage archive;
+    Archive(&archive, (fFlags & ~uint32{1}) != 0);
+    message.AddMessage("Archive", &archive);
+
+    if (fTarget == nullptr) {
+        if (be_app != nullptr) {
+            be_app->PostMessage(&message);
+        }
+    } else if (BLooper* looper = fTarget->Looper()) {
+        looper->PostMessage(&message, fTarget);
+    }
+    return true;
+}

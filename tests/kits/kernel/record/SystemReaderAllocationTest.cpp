@@ -1,0 +1,25 @@
+#include "kits/kernel/record/SystemReader.h"
+
+#include "tests/kits/kernel/AllocationCount.h"
+#include "tests/kits/kernel/RecordedMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+TEST(SystemReaderAllocationTest, AReadingAllocatesNothing)
+{
+    for (const char* root : {"/", "two-processors", "four-tebibytes"}) {
+        kits::SystemReader reader(*root == '/' ? root : MachineFolder(root).c_str());
+        system_info info;
+        std::vector<bigtime_t> active(kits::kMaxProcessors);
+        bigtime_t now = 0;
+        reader.Read(now, &info, active.data(), kits::kMaxProcessors);
+        const long long before = CountAllocations();
+        // Through all that is done once a second and once a minute.
+        for (int i = 0; i < 400; ++i)
+            reader.Read(now += 300000, &info, active.data(), kits::kMaxProcessors);
+        EXPECT_EQ(CountAllocations(), before) << root;
+    }
+    EXPECT_GT(CountAllocations(), 0) << "they are counted";
+}
