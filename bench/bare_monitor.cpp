@@ -1,11 +1,11 @@
-#include <xcb/xcb.h>
-
+// SPDX-License-Identifier: MIT
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/sem.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <xcb/xcb.h>
 
 #include <array>
 #include <chrono>
@@ -47,10 +47,9 @@ Reads Opened(const char* path, size_t size)
     const int processes = open("/proc", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     while (true) {
         std::this_thread::sleep_for(delay);
-        for (const Reads& one : files) {
+        for (const Reads& one : files)
             if (pread(one.file, buffer.data(), one.size, 0) < 0)
                 std::exit(1);
-        }
         struct stat status;
         seminfo semaphores;
         if (fstat(processes, &status) != 0 || semctl(0, 0, SEM_INFO, &semaphores) < 0 || eventfd_write(wake, 1) != 0)

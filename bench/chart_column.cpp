@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/ChartBench.h"
 #include "bench/Measure.h"
 

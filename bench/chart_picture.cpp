@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Measure.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/PixelRows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/kernel_machines.h"
 
 #include <dirent.h>

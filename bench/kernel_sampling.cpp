@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Measure.h"
 #include "bench/kernel_machines.h"
-
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/record/SystemReader.h"
 

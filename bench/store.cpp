@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/storage/File.h"
@@ -90,14 +91,13 @@ int main(int argc, char** argv)
     bool transparent = false;
     const char* desktop = nullptr;
     size_t used = 3;
-    for (; used < arguments.size(); used++) {
+    for (; used < arguments.size(); used++)
         if (arguments[used] == "transparent")
             transparent = true;
         else if (arguments[used] == "desktop" && used + 1 < arguments.size())
             desktop = arguments[++used].c_str();
         else
             break;
-    }
     if (used != arguments.size()) {
         std::fprintf(stderr, "usage: %s CHARTS DELAY FILE [transparent] [desktop FILE]\n", argv[0]);
         return 2;

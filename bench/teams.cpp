@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Measure.h"
 #include "bench/teams_partner.h"
-
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
@@ -10,13 +10,13 @@
 #include "src/support/MessageCodes.h"
 
 #include <poll.h>
+#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <spawn.h>
 #include <string>
 
 /// What it costs to send a sample to another process: how long until a handler there has it, beside the round trip of

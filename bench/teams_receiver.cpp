@@ -1,19 +1,19 @@
+// SPDX-License-Identifier: MIT
 // The other process of bench_teams: as many handlers as it is asked for, and an echo.
 //
 // On descriptor 3 whatever comes is sent back. On descriptor 4 it says when the last of its handlers has got a message:
 // the moment, eight bytes.
 
 #include "bench/teams_partner.h"
-
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 
+#include <unistd.h>
+
 #include <memory>
 #include <thread>
 #include <vector>
-
-#include <unistd.h>
 
 namespace {
 
@@ -64,10 +64,9 @@ void Echo()
 {
     std::vector<char> buffer(64 * 1024);
     ssize_t size;
-    while ((size = read(kEchoDescriptor, buffer.data(), buffer.size())) > 0) {
+    while ((size = read(kEchoDescriptor, buffer.data(), buffer.size())) > 0)
         if (write(kEchoDescriptor, buffer.data(), static_cast<size_t>(size)) != size)
             break;
-    }
     // Who measures has gone.
     _exit(0);
 }

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The language, the warnings, ccache and the sanitizers, for every target.
 
 set(CMAKE_CXX_STANDARD 20)

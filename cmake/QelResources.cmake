@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # qel_resource(TARGET NAME FILE): links a file into a program or a test program, as its resource NAME: a message that is
 # written as JSON (.json) or a translation (.ts) flattened and of type B_ANY_TYPE, a picture (.png) as its pixels and any
 # other as it is, of type B_RAW_TYPE. FILE is relative to the project's folder.

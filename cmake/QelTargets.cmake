@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # One line makes a kit, a part of the program or a test program. Every .cpp file of the folder belongs to it.
 
 # qel_library(NAME LINK target...): a static library of the .cpp files in the current folder and the folders in it.
@@ -26,7 +27,8 @@ function(qel_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINK})
     # What is tested is optimised; optimising the tests would take longer than running them, twice so under sanitizers.
-    target_compile_options(${name} PRIVATE -O0)
+    # The assertion macros are an if and an else themselves; they guard against being taken for the else of another.
+    target_compile_options(${name} PRIVATE -O0 -Wno-dangling-else)
     # A path in every command line would keep clones from sharing what the compiler's cache holds.
     foreach(source ${sources})
         file(READ ${source} text)

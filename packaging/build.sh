@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run, ./test and .ci/run, which stand in the project's folder: packages and the build.
 
 # What a build needs, the tests of the kits and the program included (one configuration serves both).

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A machine to take pictures of: its processors and its memory are busy in the same way each time."""
 
 import os

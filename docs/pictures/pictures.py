@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the program on a desktop of its own, as a user would, and takes pictures of it.
 
     docs/pictures/pictures.py BUILD FOLDER

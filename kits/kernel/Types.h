@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include <sys/types.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <sys/types.h>
 
 /// The integer types of the kits. All have the same size on every machine.
 

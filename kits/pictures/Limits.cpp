@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/pictures/Limits.h"
 
 #include "kits/kernel/Bounds.h"

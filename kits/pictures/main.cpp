@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/pictures/Average.h"
 #include "kits/pictures/Limits.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/Identity.h"
 
 #include <algorithm>

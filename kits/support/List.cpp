@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/List.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/Locker.h"
 
 BLocker::BLocker(const char* name)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Completion of qel for bash.
 
 _qel()

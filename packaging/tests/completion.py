@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Types into bash and zsh, and looks what the tab key makes of it.
 
     packaging/tests/completion.py TREE

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Tries the package where it is installed, on a desktop of its own.
 
     packaging/tests/installed.py root FOLDER PACKAGE.deb    a system that has just been made: installs it there, tries it,

@@ -1,9 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/AboutWindow.h"
-
-#include <algorithm>
-#include <cmath>
-#include <cstring>
-#include <string>
 
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
@@ -13,6 +9,11 @@
 #include "src/app/AboutFiles.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <string>
 
 namespace {
 
@@ -65,9 +66,8 @@ bool AboutWindow::QuitRequested()
 void AboutWindow::ClearOwnerSlot()
 {
     // The slot may hold the next about window already.
-    if (fOwnerSlot != nullptr && *fOwnerSlot == this) {
+    if (fOwnerSlot != nullptr && *fOwnerSlot == this)
         *fOwnerSlot = nullptr;
-    }
 }
 
 BRect AboutWindow::FrameOn(BRect screen)
@@ -154,9 +154,8 @@ BRect AboutView::DrawLine(const char* text, BPoint where, Line line)
     GetFontHeight(&height);
     DrawString(text, where);
     const BRect rect(where.x, where.y - height.ascent, where.x + StringWidth(text), where.y + height.descent);
-    if (IsFocus() && line == fChosen) {
+    if (IsFocus() && line == fChosen)
         StrokeRect(BRect(rect.left - 3, rect.top - 1, rect.right + 3, rect.bottom + 1));
-    }
     return rect;
 }
 
@@ -168,18 +167,15 @@ AboutView::Line AboutView::LineAt(BPoint where) const
 void AboutView::MouseDown(BPoint where)
 {
     int32 clicks = 1;
-    if (const BMessage* message = Window()->CurrentMessage()) {
+    if (const BMessage* message = Window()->CurrentMessage())
         message->FindInt32("clicks", &clicks);
-    }
     const Line line = LineAt(where);
-    if (line == Line::kNone) {
+    if (line == Line::kNone)
         return;
-    }
-    if (clicks >= 2) {
+    if (clicks >= 2)
         OpenLine(line);
-    } else {
+    else
         DragLine(line);
-    }
 }
 
 void AboutView::DragLine(Line line)
@@ -195,11 +191,10 @@ void AboutView::OpenLine(Line line)
     entry_ref ref;
     const status_t status =
         line == Line::kMail ? WriteMailFile(kMailFile, &ref) : WriteBookmarkFile(kBookmarkFile, &ref);
-    if (status == B_OK) {
+    if (status == B_OK)
         be_roster->Launch(&ref);
-    } else {
+    else
         beep();
-    }
 }
 
 void AboutView::KeyDown(const char* bytes, int32 count)

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Autosave.h"
-
-#include <algorithm>
-#include <iterator>
 
 #include "kits/application/EventLoop.h"
 #include "kits/kernel/Errors.h"
 #include "src/app/QelApp.h"
 #include "src/prefs/store/Preferences.h"
+
+#include <algorithm>
+#include <iterator>
 
 Autosave::Autosave(QelApp& app)
     : fApp(app)
@@ -21,9 +22,8 @@ Autosave::Autosave(QelApp& app)
 void Autosave::Look()
 {
     fAlarm.Look(fWriter, {prefs_common, prefs_user});
-    if (kits::EventLoop::CountChanges() != fSaved || !HasWrittenAll()) {
+    if (kits::EventLoop::CountChanges() != fSaved || !HasWrittenAll())
         Save();
-    }
 }
 
 void Autosave::Save()
@@ -31,7 +31,6 @@ void Autosave::Save()
     fSaved = kits::EventLoop::CountChanges();
     // A write that fails is tried again the next time, and at the end, which says so.
     const status_t statuses[] = {fApp.StoreArrangement(), fWriter.Write(*prefs_common), fWriter.Write(*prefs_user)};
-    if (std::any_of(std::begin(statuses), std::end(statuses), [](status_t status) { return status != B_OK; })) {
+    if (std::any_of(std::begin(statuses), std::end(statuses), [](status_t status) { return status != B_OK; }))
         fSaved.reset();
-    }
 }

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <optional>
 
 #include "kits/application/Timer.h"
 #include "src/prefs/StoreAlerts.h"
 #include "src/prefs/store/StoreWriter.h"
+
+#include <optional>
 
 class QelApp;
 

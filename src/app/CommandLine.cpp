@@ -1,4 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/CommandLine.h"
+
+#include "src/sampling/Sysinfo.h"
+#include "src/support/OneLine.h"
 
 #include <algorithm>
 #include <charconv>
@@ -8,9 +12,6 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
-
-#include "src/sampling/Sysinfo.h"
-#include "src/support/OneLine.h"
 
 namespace {
 
@@ -24,9 +25,8 @@ template <typename Number> std::optional<Number> ParseNumber(std::string_view te
 {
     Number value{};
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) {
+    if (error != std::errc() || end != text.data() + text.size())
         return std::nullopt;
-    }
     return value;
 }
 
@@ -41,9 +41,8 @@ public:
 
     bool Next()
     {
-        if (fIndex + 1 >= fCount) {
+        if (fIndex + 1 >= fCount)
             return false;
-        }
         fArgument = fValues[++fIndex];
         fInline.reset();
         if (size_t equals = fArgument.find('='); fArgument.starts_with("--") && equals != std::string_view::npos) {
@@ -58,12 +57,10 @@ public:
 
     std::optional<std::string_view> Value()
     {
-        if (fInline) {
+        if (fInline)
             return fInline;
-        }
-        if (fIndex + 1 >= fCount) {
+        if (fIndex + 1 >= fCount)
             return std::nullopt;
-        }
         return fValues[++fIndex];
     }
 
@@ -102,26 +99,22 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
                           : option == "--quit"    ? &line.quit
                                                   : nullptr;
     if (noValue != nullptr) {
-        if (arguments.HasInlineValue()) {
+        if (arguments.HasInlineValue())
             return std::string(option) + " takes no value";
-        }
         *noValue = true;
-        if (option == "--json") {
+        if (option == "--json")
             seen.readOption = option;
-        }
         seen.tell = seen.tell || line.quit;
         return {};
     }
     constexpr std::string_view kWithValue[] = {"--snapshot", "--after",     "--samples",
                                                "--interval", "--set-delay", "--set-history"};
-    if (std::find(std::begin(kWithValue), std::end(kWithValue), option) == std::end(kWithValue)) {
+    if (std::find(std::begin(kWithValue), std::end(kWithValue), option) == std::end(kWithValue))
         return (option.starts_with('-') ? "unknown option " : "unexpected argument ") + Quoted(option);
-    }
 
     const std::optional<std::string_view> value = arguments.Value();
-    if (!value || value->empty()) {
+    if (!value || value->empty())
         return std::string(option) + " needs a value";
-    }
     if (option == "--snapshot") {
         seen.snapshot = true;
         std::error_code error;
@@ -131,42 +124,37 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
     if (option == "--samples") {
         seen.readOption = option;
         const auto number = ParseNumber<int32>(*value);
-        if (!number || *number < 1 || *number > kMostSamples) {
+        if (!number || *number < 1 || *number > kMostSamples)
             return "--samples needs a whole number from 1 to 1000000000, not " + Quoted(*value);
-        }
         line.samples = *number;
         return {};
     }
     if (option == "--set-history") {
         seen.tell = true;
         const auto number = ParseNumber<int16>(*value);
-        if (!number || *number < 2 || *number > Sysinfo::kMaxNodesToKeep) {
+        if (!number || *number < 2 || *number > Sysinfo::kMaxNodesToKeep)
             return "--set-history needs a whole number from 2 to 200, not " + Quoted(*value);
-        }
         line.setHistory = *number;
         return {};
     }
     const auto seconds = ParseNumber<double>(*value);
     if (option == "--set-delay") {
         seen.tell = true;
-        if (!seconds || !(*seconds >= kShortestDelay && *seconds <= kLongestDelay)) {
+        if (!seconds || !(*seconds >= kShortestDelay && *seconds <= kLongestDelay))
             return "--set-delay needs seconds from 0.01 to 5, not " + Quoted(*value);
-        }
         line.setDelay = Microseconds(*seconds);
         return {};
     }
     if (option == "--after") {
         seen.snapshotOption = option;
-        if (!seconds || !(*seconds >= 0 && *seconds <= kLongestWait)) {
+        if (!seconds || !(*seconds >= 0 && *seconds <= kLongestWait))
             return "--after needs seconds from 0 to 86400, not " + Quoted(*value);
-        }
         line.snapshotAfter = Microseconds(*seconds);
         return {};
     }
     seen.readOption = option;
-    if (!seconds || !(*seconds >= kShortestInterval && *seconds <= kLongestWait)) {
+    if (!seconds || !(*seconds >= kShortestInterval && *seconds <= kLongestWait))
         return "--interval needs seconds from 0.001 to 86400, not " + Quoted(*value);
-    }
     line.interval = Microseconds(*seconds);
     return {};
 }
@@ -178,12 +166,10 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
     CommandLine line;
     Seen seen;
     Arguments arguments(argc, argv);
-    while (line.error.empty() && arguments.Next()) {
+    while (line.error.empty() && arguments.Next())
         line.error = ReadOption(arguments, line, seen);
-    }
-    if (!line.error.empty()) {
+    if (!line.error.empty())
         return line;
-    }
 
     if (seen.help) {
         line.action = CommandLine::Action::kHelp;

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-
 #include "kits/support/SupportDefs.h"
+
+#include <string>
 
 /// What the program was asked to do by its arguments.
 struct CommandLine {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Defaults.h"
 
 #include "kits/application/Message.h"
@@ -33,11 +34,9 @@ bool ShowsSingleProcessorsOnly(const BMessage& chart)
 {
     BMessage source;
     int32 index = 0;
-    for (; chart.FindMessage(kSources, index, &source) == B_OK; ++index) {
-        if (ProcessorOf(source) < 0) {
+    for (; chart.FindMessage(kSources, index, &source) == B_OK; ++index)
+        if (ProcessorOf(source) < 0)
             return false;
-        }
-    }
     return index > 0;
 }
 
@@ -54,28 +53,31 @@ void ShowAllProcessorsTogether(BMessage& chart)
 void LeaveMissingProcessorsOut(BMessage& chart, int32 cpuCount)
 {
     BMessage source;
-    for (int32 index = 0; chart.FindMessage(kSources, index, &source) == B_OK;) {
-        if (ProcessorOf(source) >= cpuCount) {
+    for (int32 index = 0; chart.FindMessage(kSources, index, &source) == B_OK;)
+        if (ProcessorOf(source) >= cpuCount)
             chart.RemoveData(kSources, index);
-        } else {
+        else
             ++index;
-        }
-    }
 }
 
 } // namespace
 
 void AdaptDefaultsToMachine(BMessage* defaults, int32 cpuCount)
 {
-    ForEach(*defaults, "MainWindow", [=](BMessage& window) {
-        ForEach(window, "ChartViewHolder", [=](BMessage& holder) {
-            ForEach(holder, "Chart", [=](BMessage& chart) {
-                if (cpuCount > kMostSingleProcessors && ShowsSingleProcessorsOnly(chart)) {
-                    ShowAllProcessorsTogether(chart);
-                } else {
-                    LeaveMissingProcessorsOut(chart, cpuCount);
-                }
-            });
+    ForEach(
+        *defaults, "MainWindow",
+        [=](BMessage& window) {
+            ForEach(
+                window, "ChartViewHolder",
+                [=](BMessage& holder) {
+                    ForEach(
+                        holder, "Chart",
+                        [=](BMessage& chart) {
+                            if (cpuCount > kMostSingleProcessors && ShowsSingleProcessorsOnly(chart))
+                                ShowAllProcessorsTogether(chart);
+                            else
+                                LeaveMissingProcessorsOut(chart, cpuCount);
+                        });
+                });
         });
-    });
 }

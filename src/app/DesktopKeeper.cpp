@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/DesktopKeeper.h"
 
 #include "kits/application/AppDeath.h"
@@ -43,63 +44,53 @@ DesktopKeeper::~DesktopKeeper()
 
 void DesktopKeeper::AppDied(const BMessage& notice)
 {
-    if (IsOfTheDesktop(notice) && MayRestart()) {
+    if (IsOfTheDesktop(notice) && MayRestart())
         Launch(true);
-    }
 }
 
 void DesktopKeeper::AppLaunched(const BMessage& notice)
 {
-    if (IsOfTheDesktop(notice)) {
+    if (IsOfTheDesktop(notice))
         Taken(BMessage());
-    }
 }
 
 void DesktopKeeper::Taken(const BMessage& notice)
 {
     const char* identity = nullptr;
     constexpr int32 kMostTaken = ChartShelf::kMostTaken;
-    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; ++i) {
+    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; ++i)
         fTaken.Add(identity);
-    }
     BMessenger source;
-    if (notice.FindMessenger("Messenger", &source) == B_OK && fSources.size() < ChartShelf::kMostTaken) {
+    if (notice.FindMessenger("Messenger", &source) == B_OK && fSources.size() < ChartShelf::kMostTaken)
         fSources.push_back(source);
-    }
-    if (fTaken.All().empty() && fSources.empty()) {
+    if (fTaken.All().empty() && fSources.empty())
         return;
-    }
     fAutosave.Save();
     fTellSoon.Start(kLookInterval);
 }
 
 void DesktopKeeper::TellWhenStored()
 {
-    if (!fAutosave.HasWrittenAll()) {
+    if (!fAutosave.HasWrittenAll())
         return;
-    }
     fTellSoon.Stop();
-    for (const BMessenger& source : fSources) {
+    for (const BMessenger& source : fSources)
         source.SendMessage(B_REPLICANT_TAKEN);
-    }
     fSources.clear();
     const BMessenger desktop(kDesktopSignature);
     BMessage taken(B_REPLICANT_TAKEN);
-    for (const std::string& identity : fTaken.All()) {
+    for (const std::string& identity : fTaken.All())
         taken.AddString("Identity", identity);
-    }
     desktop.SendMessage(&taken);
 }
 
 bool DesktopKeeper::MayRestart()
 {
     const bigtime_t now = system_time();
-    while (!fRestarts.empty() && fRestarts.front() + kMinute < now) {
+    while (!fRestarts.empty() && fRestarts.front() + kMinute < now)
         fRestarts.pop_front();
-    }
-    if (fRestarts.size() >= kMostRestarts) {
+    if (fRestarts.size() >= kMostRestarts)
         return false;
-    }
     fRestarts.push_back(now);
     return true;
 }
@@ -119,10 +110,8 @@ void DesktopKeeper::Start(bool again)
         be_app_messenger.SendMessage(B_REPLICANT_TAKEN);
     }
     // Its connections end before the process is gone. One that stays has only given up a connection.
-    for (int i = 0; again && i < kMostPauses && be_roster->IsRunning(kDesktopSignature); ++i) {
+    for (int i = 0; again && i < kMostPauses && be_roster->IsRunning(kDesktopSignature); ++i)
         snooze(kPause);
-    }
-    if (!be_roster->IsRunning(kDesktopSignature) && HasDesktopCharts()) {
+    if (!be_roster->IsRunning(kDesktopSignature) && HasDesktopCharts())
         be_roster->Launch(kDesktopSignature);
-    }
 }

@@ -1,8 +1,5 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <deque>
-#include <memory>
-#include <vector>
 
 #include "kits/application/Messenger.h"
 #include "kits/application/Timer.h"
@@ -10,6 +7,10 @@
 #include "kits/support/SupportDefs.h"
 #include "src/chart/ChartShelf.h"
 #include "src/sampling/ThreadMagic.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
 
 class Autosave;
 class BMessage;

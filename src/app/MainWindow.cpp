@@ -1,7 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/MainWindow.h"
-
-#include <algorithm>
-#include <memory>
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -16,6 +14,9 @@
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
+#include <algorithm>
+#include <memory>
+
 namespace {
 
 constexpr const char* kTitle = "Qel";
@@ -26,9 +27,8 @@ constexpr BRect kDefaultFrame(0, 0, 300, 200);
 BRect FindFrame(const BMessage& archive, const char* name, BRect whenAbsent)
 {
     BRect frame;
-    if (archive.FindRect(name, &frame) != B_OK || !frame.IsValid()) {
+    if (archive.FindRect(name, &frame) != B_OK || !frame.IsValid())
         return whenAbsent;
-    }
     auto held = [](float size) { return std::clamp(size, kMinWindowSide, kMaxWindowSide); };
     return BRect(0, 0, held(frame.Width()), held(frame.Height()));
 }
@@ -58,9 +58,8 @@ MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
     Initialise();
     LoadPrefsFrom(archive);
     int32 selection = 0;
-    if (FindInRange(*archive, "Selection", &selection) && selection < fTabView->CountTabs()) {
+    if (FindInRange(*archive, "Selection", &selection) && selection < fTabView->CountTabs())
         fTabView->Select(selection);
-    }
 }
 
 void MainWindow::Initialise()
@@ -100,11 +99,10 @@ void MainWindow::LoadPrefsFrom(BMessage* archive)
 {
     Lock();
     BMessage charts;
-    if (archive->FindMessage("ChartViewHolder", &charts) == B_OK) {
+    if (archive->FindMessage("ChartViewHolder", &charts) == B_OK)
         AddChartTab(new ChartViewHolder(&charts), FindFrame(*archive, "WindowFrameWithCharts", kDefaultChartFrame));
-    } else {
+    else
         AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kDefaultChartFrame);
-    }
     fTabView->Select(0);
     Unlock();
 }
@@ -119,29 +117,24 @@ void MainWindow::AddChartTab(ChartViewHolder* holder, BRect chartFrame)
 
 status_t MainWindow::Archive(BMessage* into, bool /*deep*/) const
 {
-    if (const status_t status = SmartWindow::Archive(into, false); status != B_OK) {
+    if (const status_t status = SmartWindow::Archive(into, false); status != B_OK)
         return status;
-    }
     BMessage charts;
     status_t status = fChartTab->View()->Archive(&charts, true);
-    if (status == B_OK) {
+    if (status == B_OK)
         status = into->AddMessage("ChartViewHolder", &charts);
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         status = into->AddRect("WindowFrameWithCharts", fChartTab->ChartFrame());
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         status = into->AddRect("WindowFrame", fChartTab->OtherFrame());
-    }
     return status == B_OK ? into->AddInt32("Selection", fTabView->Selection()) : status;
 }
 
 void MainWindow::FrameResized(float width, float height)
 {
-    if (fTabView->TabAt(fTabView->Selection()) == fChartTab) {
+    if (fTabView->TabAt(fTabView->Selection()) == fChartTab)
         fChartTab->SetChartFrame(Frame());
-    } else {
+    else
         fChartTab->SetOtherFrame(Frame());
-    }
     SmartWindow::FrameResized(width, height);
 }

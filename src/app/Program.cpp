@@ -1,8 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Program.h"
-
-#include <cstdio>
-#include <memory>
-#include <string>
 
 #include "kits/interface/InterfaceKit.h"
 #include "src/app/CommandLine.h"
@@ -20,6 +17,10 @@
 #include "src/support/ReachCheck.h"
 #include "src/support/SecondStart.h"
 
+#include <cstdio>
+#include <memory>
+#include <string>
+
 namespace {
 
 int RunSession()
@@ -31,9 +32,8 @@ int RunSession()
     }
     CanReachOthers("qel", signature);
     Stores stores(Stores::Mode::kSession);
-    if (!AskAboutUnreadStores(stores.All()) || !AskAboutVersion(prefs_user)) {
+    if (!AskAboutUnreadStores(stores.All()) || !AskAboutVersion(prefs_user))
         return 0;
-    }
     LoadDefaults(prefs_user);
     app->Run();
     app.reset();
@@ -51,9 +51,8 @@ int RunSnapshot(const CommandLine& line)
 
 int RunWithWindows(char** argv, const CommandLine& line)
 {
-    if (!HasMachineToRead("qel")) {
+    if (!HasMachineToRead("qel"))
         return 1;
-    }
     // The toolkit reads arguments of its own from what it is given; ours are none of them.
     int argc = 1;
     if (kits::InitInterface(argc, argv) != B_OK) {

@@ -1,9 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/QelApp.h"
-
-#include <algorithm>
-#include <filesystem>
-#include <system_error>
-#include <utility>
 
 #include "kits/application/AppDeath.h"
 #include "kits/application/Message.h"
@@ -27,6 +23,11 @@
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
 namespace {
 
 constexpr bigtime_t kPulse = 600'000'000;
@@ -39,12 +40,10 @@ void Archive(const SmartWindow& window, BMessage* archive)
 {
     BMessage fresh;
     const status_t status = window.Archive(&fresh, false);
-    if (status == B_OK) {
+    if (status == B_OK)
         *archive = std::move(fresh);
-    }
-    if (prefs_user != nullptr) {
+    if (prefs_user != nullptr)
         prefs_user->NoteError(status);
-    }
 }
 
 void EnterFolderOfExecutable()
@@ -70,15 +69,12 @@ QelApp::QelApp(Mode mode)
 QelApp::~QelApp()
 {
     fAutosave.reset();
-    if (prefs_user == nullptr) {
+    if (prefs_user == nullptr)
         return;
-    }
-    if (!fPrefsWindowArchive.IsEmpty()) {
+    if (!fPrefsWindowArchive.IsEmpty())
         prefs_user->SetMessage("GlobalPrefsWindow", &fPrefsWindowArchive);
-    }
-    if (!fMainWindowArchive.IsEmpty()) {
+    if (!fMainWindowArchive.IsEmpty())
         prefs_user->SetMessage("MainWindow", &fMainWindowArchive);
-    }
 }
 
 void QelApp::ReadyToRun()
@@ -89,16 +85,14 @@ void QelApp::ReadyToRun()
     const void* table = nullptr;
     ssize_t size = 0;
     if (prefs_common->Claim("Uptimes", B_RAW_TYPE) &&
-        prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK) {
+        prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK)
         fUptimes.SetTo(table, static_cast<size_t>(size));
-    }
 
     OpenMainWindow();
     bool open = false;
     prefs_user->Claim("CWOpen", B_BOOL_TYPE);
-    if (fShowMainWindow && prefs_user->FindBool("CWOpen", 0, &open) == B_OK && open) {
+    if (fShowMainWindow && prefs_user->FindBool("CWOpen", 0, &open) == B_OK && open)
         PostMessage(MSG_CW_OPEN);
-    }
     SaveUptimes();
     if (fMode == Mode::kSession) {
         fAutosave = std::make_unique<Autosave>(*this);
@@ -112,11 +106,10 @@ void QelApp::ReadyToRun()
 void QelApp::OpenMainWindow()
 {
     if (prefs_user->Claim("MainWindow", B_MESSAGE_TYPE) &&
-        prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK) {
+        prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK)
         fMainWindow = new MainWindow(&fMainWindowArchive, &fMainWindow);
-    } else {
+    else
         fMainWindow = new MainWindow(kFirstFrame, &fMainWindow);
-    }
     fMainWindow->Minimize(!fShowMainWindow);
     fMainWindow->Show();
 }
@@ -126,16 +119,14 @@ void QelApp::MessageReceived(BMessage* message)
     switch (message->what) {
     case MSG_SET_DELAY: {
         int64 delay = 0;
-        if (fSampler && message->FindInt64("Delay", &delay) == B_OK) {
+        if (fSampler && message->FindInt64("Delay", &delay) == B_OK)
             fSampler->SetSamplingDelay(Sysinfo::HoldDelay(delay));
-        }
         break;
     }
     case MSG_SET_NODES_TO_KEEP: {
         int16 nodes = 0;
-        if (fSampler && message->FindInt16("NodesToKeep", 0, &nodes) == B_OK && nodes >= 2) {
+        if (fSampler && message->FindInt16("NodesToKeep", 0, &nodes) == B_OK && nodes >= 2)
             fSampler->SetNodesToKeep(Sysinfo::HoldNodesToKeep(nodes));
-        }
         break;
     }
     case MSG_LAUNCHED_BY_REPLICANT:
@@ -145,19 +136,16 @@ void QelApp::MessageReceived(BMessage* message)
         BringToFront();
         break;
     case B_SOME_APP_DIED:
-        if (fDesktopKeeper) {
+        if (fDesktopKeeper)
             fDesktopKeeper->AppDied(*message);
-        }
         break;
     case B_SOME_APP_LAUNCHED:
-        if (fDesktopKeeper) {
+        if (fDesktopKeeper)
             fDesktopKeeper->AppLaunched(*message);
-        }
         break;
     case B_REPLICANT_TAKEN:
-        if (fDesktopKeeper) {
+        if (fDesktopKeeper)
             fDesktopKeeper->Taken(*message);
-        }
         break;
     case MSG_CONNECT:
     case MSG_DISCONNECT:
@@ -194,11 +182,10 @@ void QelApp::OpenPrefsWindow()
     const char* const title = Tr("Global preferences");
     PrefsWindow* window = nullptr;
     prefs_user->Claim("GlobalPrefsWindow", B_MESSAGE_TYPE);
-    if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK) {
+    if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK)
         window = new PrefsWindow(&fPrefsWindowArchive, title, nullptr, &fPrefsWindow);
-    } else {
+    else
         window = new PrefsWindow(kFirstPrefsFrame, title, nullptr, &fPrefsWindow);
-    }
     fPrefsWindow = window;
     window->AddPrefsTab(new SysinfoTab(fSampler.get()));
     window->SetSizeLimits(400, 100'000, 240, 100'000);
@@ -220,9 +207,8 @@ void QelApp::WindowClosed(BMessage* message)
 void QelApp::Pulse()
 {
     SaveUptimes();
-    if (fAutosave) {
+    if (fAutosave)
         fAutosave->Save();
-    }
 }
 
 void QelApp::AboutRequested()
@@ -249,9 +235,8 @@ bool QelApp::QuitRequested()
     if (!isLast && CountMessages() > 0) {
         BMessage again(B_QUIT_REQUESTED);
         again.AddBool("LastRequest", true);
-        if (PostMessage(&again) == B_OK) {
+        if (PostMessage(&again) == B_OK)
             return false;
-        }
     }
     CleanUp();
     return true;
@@ -269,9 +254,8 @@ void QelApp::CleanUp()
     fSampler.reset();
     Close(fPrefsWindow, &fPrefsWindowArchive);
     Close(fMainWindow, &fMainWindowArchive);
-    if (fMode == Mode::kSession) {
+    if (fMode == Mode::kSession)
         RemoveAboutFiles();
-    }
 }
 
 void QelApp::Close(SmartWindow* window, BMessage* archive)
@@ -286,12 +270,10 @@ status_t QelApp::StoreArrangement()
 {
     prefs_user->ForgetErrors();
     auto store = [](const char* name, const SmartWindow* window, BMessage& archive) {
-        if (window != nullptr) {
+        if (window != nullptr)
             Archive(*window, &archive);
-        }
-        if (!archive.IsEmpty()) {
+        if (!archive.IsEmpty())
             prefs_user->SetMessage(name, &archive);
-        }
     };
     store("MainWindow", fMainWindow, fMainWindowArchive);
     store("GlobalPrefsWindow", fPrefsWindow, fPrefsWindowArchive);
@@ -307,16 +289,14 @@ status_t QelApp::StoreArrangement()
 
 void QelApp::UpdateUptimes()
 {
-    if (kits::ClockIsPlausible()) {
+    if (kits::ClockIsPlausible())
         fUptimes.Update(system_time(), kits::MomentOfBoot());
-    }
 }
 
 void QelApp::SaveUptimes()
 {
-    if (!kits::ClockIsPlausible()) {
+    if (!kits::ClockIsPlausible())
         return;
-    }
     UpdateUptimes();
     prefs_common->ForgetErrors();
     prefs_common->SetData("Uptimes", B_RAW_TYPE, fUptimes.Data(), UptimeTable::kSize);

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <memory>
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
 #include "src/app/Uptimes.h"
+
+#include <memory>
 
 class AboutWindow;
 class Autosave;

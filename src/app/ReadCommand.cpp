@@ -1,12 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/ReadCommand.h"
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -17,6 +10,14 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -40,22 +41,19 @@ public:
             // A history of one has no deltas, and would never send a sample.
             fSampler->SetNodesToKeep(2);
         }
-        if (fInterval > 0) {
+        if (fInterval > 0)
             fSampler->SetSamplingDelay(fInterval);
-        }
-        for (const SourceKey& key : AllSources(fSampler->Info().cpu_count)) {
+        for (const SourceKey& key : AllSources(fSampler->Info().cpu_count))
             fSources.emplace_back(key.target, key.flags);
-        }
         fSampler->AddMessenger(BMessenger(this));
     }
 
     void MessageReceived(BMessage* message) override
     {
-        if (message->what != MSG_SYSINFO_SAMPLE) {
+        if (message->what != MSG_SYSINFO_SAMPLE)
             BApplication::MessageReceived(message);
-        } else if (fSamplesLeft > 0) {
+        else if (fSamplesLeft > 0)
             PrintSample();
-        }
     }
 
     bool QuitRequested() override
@@ -74,14 +72,12 @@ private:
         {
             Sysinfo::Autolock lock(fSampler.get());
             const SysinfoNode* node = fSampler->NewestNode();
-            if (node == nullptr) {
+            if (node == nullptr)
                 return;
-            }
             time = node->Time();
             readings.reserve(fSources.size());
-            for (ValueProvider& source : fSources) {
+            for (ValueProvider& source : fSources)
                 readings.push_back(Read(source, node));
-            }
         }
 
         const std::string text = fJson ? ReadingsAsJson(time, readings) : ReadingsAsTable(readings);
@@ -94,9 +90,8 @@ private:
         } else {
             --fSamplesLeft;
         }
-        if (fSamplesLeft == 0) {
+        if (fSamplesLeft == 0)
             PostMessage(B_QUIT_REQUESTED);
-        }
     }
 
     Reading Read(ValueProvider& source, const SysinfoNode* node)

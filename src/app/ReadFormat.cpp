@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/ReadFormat.h"
+
+#include "src/sampling/ValueProvider.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +9,6 @@
 #include <cmath>
 #include <cstdio>
 #include <string_view>
-
-#include "src/sampling/ValueProvider.h"
 
 namespace {
 
@@ -25,17 +26,14 @@ size_t SequenceLength(std::string_view text)
         {0xed, 0xed, 0x80, 0x9f, 3}, {0xee, 0xef, 0x80, 0xbf, 3}, {0xf0, 0xf0, 0x90, 0xbf, 4},
         {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
     };
-    if (byte(0) < 0x80) {
+    if (byte(0) < 0x80)
         return 1;
-    }
     for (const Form& form : kForms) {
-        if (byte(0) < form.first || byte(0) > form.last || text.size() < form.length) {
+        if (byte(0) < form.first || byte(0) > form.last || text.size() < form.length)
             continue;
-        }
         bool whole = byte(1) >= form.low && byte(1) <= form.high;
-        for (size_t i = 2; i < form.length; ++i) {
+        for (size_t i = 2; i < form.length; ++i)
             whole = whole && (byte(i) & 0xc0) == 0x80;
-        }
         return whole ? form.length : 0;
     }
     return 0;
@@ -79,7 +77,8 @@ void AddFraction(std::string& json, double fraction)
 /// How many columns the text takes on a terminal; names and captions hold no wide characters.
 size_t Columns(std::string_view text)
 {
-    return std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; });
+    return std::count_if(
+        text.begin(), text.end(), [](char c) { return (c & 0xc0) != 0x80; });
 }
 
 void AddLeft(std::string& row, std::string_view text, size_t width)

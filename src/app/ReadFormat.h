@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include "kits/support/SupportDefs.h"
 
 #include <string>
 #include <vector>
-
-#include "kits/support/SupportDefs.h"
 
 /// One source at one moment, as `--read` prints it.
 struct Reading {

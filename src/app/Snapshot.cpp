@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Snapshot.h"
+
+#include "kits/kernel/Errors.h"
+#include "src/support/ui/SmartWindow.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <utility>
-
-#include "kits/kernel/Errors.h"
-#include "src/support/ui/SmartWindow.h"
 
 SnapshotApp::SnapshotApp(std::string file, bigtime_t after)
     : QelApp(Mode::kPicture)
@@ -24,10 +25,9 @@ void SnapshotApp::ReadyToRun()
 void SnapshotApp::Save()
 {
     const status_t status = Window() != nullptr ? Window()->SavePicture(fFile.c_str()) : B_ERROR;
-    if (status == B_OK) {
+    if (status == B_OK)
         fExitStatus = 0;
-    } else {
+    else
         std::fprintf(stderr, "qel: cannot save the picture as %s: %s\n", fFile.c_str(), kits::StatusText(status));
-    }
     PostMessage(B_QUIT_REQUESTED);
 }

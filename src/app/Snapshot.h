@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <string>
 
 #include "kits/application/Timer.h"
 #include "src/app/QelApp.h"
+
+#include <string>
 
 /// The application of `--snapshot`: opens the window as ever, lets the charts run for a while, saves a picture of the
 /// window and quits. Nothing else is written.

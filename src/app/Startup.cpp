@@ -1,7 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Startup.h"
-
-#include <cstring>
-#include <string>
 
 #include "kits/application/Application.h"
 #include "kits/interface/Alert.h"
@@ -13,6 +11,9 @@
 #include "src/prefs/store/Preferences.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
+
+#include <cstring>
+#include <string>
 
 namespace {
 
@@ -33,9 +34,8 @@ bool IsOfAnotherVersion(const Preferences& store)
 bool AskAboutVersion(Preferences* store)
 {
     store->Claim("Version", B_STRING_TYPE);
-    if (!IsOfAnotherVersion(*store)) {
+    if (!IsOfAnotherVersion(*store))
         return true;
-    }
     std::string version;
     store->FindString("Version", &version);
     // The alert deletes itself.
@@ -55,21 +55,18 @@ bool AskAboutVersion(Preferences* store)
 
 void LoadDefaults(Preferences* store)
 {
-    if (store->CountNames(B_ANY_TYPE) != 0) {
+    if (store->CountNames(B_ANY_TYPE) != 0)
         return;
-    }
     size_t size = 0;
     const void* resource = BApplication::AppResources()->LoadResource(B_ANY_TYPE, "Defaults", &size);
     if (resource != nullptr) {
         store->Unflatten(static_cast<const char*>(resource), static_cast<ssize_t>(size));
         system_info info;
-        if (get_system_info(&info) == B_OK) {
+        if (get_system_info(&info) == B_OK)
             AdaptDefaultsToMachine(store, info.cpu_count);
-        }
         return;
     }
     BFile file("defaults", B_READ_ONLY);
-    if (file.InitCheck() == B_OK) {
+    if (file.InitCheck() == B_OK)
         store->LoadFrom(&file);
-    }
 }

@@ -1,7 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Stores.h"
-
-#include <cstdio>
-#include <string>
 
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Errors.h"
@@ -11,6 +9,9 @@
 #include "src/support/OneLine.h"
 #include "src/support/Qel.h"
 
+#include <cstdio>
+#include <string>
+
 namespace {
 
 /// Where the moment of boot cannot be kept, what was measured holds for this run.
@@ -18,15 +19,13 @@ namespace {
 std::string KeepBootMoment(bool mayWrite)
 {
     BPath path;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, mayWrite) != B_OK) {
+    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, mayWrite) != B_OK)
         return "";
-    }
     const std::string leaf = BPath(signature).Leaf();
     path.Append((leaf + ".boot").c_str());
     const status_t status = kits::SetBootMomentFile(path.Path(), mayWrite);
-    if (!mayWrite || status == B_OK || status == B_NO_INIT) {
+    if (!mayWrite || status == B_OK || status == B_NO_INIT)
         return "";
-    }
     return "qel: the moment of boot could not be kept in " + OneLine(path.Path()) + ": " + kits::StatusText(status);
 }
 
@@ -39,9 +38,8 @@ Stores::Stores(Mode mode)
     prefs_common = fCommon.get();
     prefs_user = fUser.get();
     fBootMomentError = KeepBootMoment(mode == Mode::kSession);
-    if (mode == Mode::kReadOnly) {
+    if (mode == Mode::kReadOnly)
         PrintWhatCouldNotBeRead(All());
-    }
 }
 
 Stores::~Stores()
@@ -55,8 +53,7 @@ status_t Stores::Save()
     fUser->SetString("Version", kVersion);
     const status_t status = SaveAtEnd({fCommon.get(), fUser.get()}, "qel");
     // Else it is one of the settings, and the line about them is enough.
-    if (status == B_OK && !fBootMomentError.empty()) {
+    if (status == B_OK && !fBootMomentError.empty())
         std::fprintf(stderr, "%s\n", fBootMomentError.c_str());
-    }
     return status;
 }

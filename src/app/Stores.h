@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include "src/prefs/store/Preferences.h"
 
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "src/prefs/store/Preferences.h"
 
 /// The two stores of the program for as long as it lives: makes `prefs_common` and `prefs_user` point to them, and
 /// keeps the moment of boot beside the common one. Main thread; needs an application object.

@@ -1,7 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/TellCommand.h"
-
-#include <cstdio>
-#include <vector>
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -14,6 +12,9 @@
 #include "src/support/Qel.h"
 #include "src/support/ReachCheck.h"
 
+#include <cstdio>
+#include <vector>
+
 namespace {
 
 constexpr const char* kOwnSignature = "application/x-vnd.kvt-Qel-command";
@@ -23,15 +24,12 @@ constexpr bigtime_t kPause = 50'000;
 std::vector<BMessage> MessagesFor(const CommandLine& line)
 {
     std::vector<BMessage> messages;
-    if (line.setDelay > 0) {
+    if (line.setDelay > 0)
         messages.emplace_back(MSG_SET_DELAY).AddInt64("Delay", line.setDelay);
-    }
-    if (line.setHistory > 0) {
+    if (line.setHistory > 0)
         messages.emplace_back(MSG_SET_NODES_TO_KEEP).AddInt16("NodesToKeep", line.setHistory);
-    }
-    if (line.quit) {
+    if (line.quit)
         messages.emplace_back(B_QUIT_REQUESTED);
-    }
     return messages;
 }
 
@@ -43,9 +41,8 @@ status_t Tell(const BMessenger& application, const BMessage& message)
         BMessage reply;
         const status_t status = application.SendMessage(&message, &reply, kLongestWait, kLongestWait);
         // Others stand before its door.
-        if (status != B_WOULD_BLOCK || system_time() > end) {
+        if (status != B_WOULD_BLOCK || system_time() > end)
             return status;
-        }
         snooze(kPause);
     }
 }
@@ -57,9 +54,8 @@ int RunTellCommand(const CommandLine& line)
     BApplication self(kOwnSignature);
     const BMessenger application(signature);
     if (!application.IsValid()) {
-        if (!CanReachOthers("qel", nullptr)) {
+        if (!CanReachOthers("qel", nullptr))
             return 1;
-        }
         std::fprintf(stderr, "qel: the program is not running\n");
         return 1;
     }

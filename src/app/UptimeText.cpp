@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/UptimeText.h"
+
 #include "src/support/Tr.h"
 
 #include <algorithm>
@@ -41,9 +43,8 @@ std::string TimeInterval(int32 seconds)
     for (const Unit& unit : kUnits) {
         const int32 count = seconds / unit.seconds;
         seconds %= unit.seconds;
-        if (count != 0) {
+        if (count != 0)
             text += kits::Filled(Tr(count == 1 ? unit.one : unit.many), {std::to_string(count)});
-        }
     }
     std::array<char, 48> rest{};
     std::snprintf(rest.data(), rest.size(), "%02d:%02d:%02d", seconds / 3600, seconds % 3600 / 60, seconds % 3600 % 60);

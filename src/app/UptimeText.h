@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-
 #include "src/app/Uptimes.h"
+
+#include <string>
 
 /// Writes a duration, for example "one month 2 days 01:02:03", and a terminating zero. Years are twelve months of
 /// four weeks each, so that no calendar is needed.

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/UptimeView.h"
-
-#include <ctime>
 
 #include "kits/interface/Window.h"
 #include "kits/kernel/Clock.h"
 #include "src/app/QelApp.h"
 #include "src/app/UptimeText.h"
 #include "src/prefs/store/Preferences.h"
+
+#include <ctime>
 
 namespace {
 
@@ -49,9 +50,8 @@ void UptimeView::FrameResized(float width, float height)
 void UptimeView::Refresh()
 {
     auto* app = dynamic_cast<QelApp*>(be_app);
-    if (app == nullptr || prefs_common == nullptr) {
+    if (app == nullptr || prefs_common == nullptr)
         return;
-    }
     const UptimeTotals totals = UptimeTotals::From(*prefs_common);
     UptimeFigures figures;
     figures.wallClock = std::time(nullptr);

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Uptimes.h"
-
-#include <algorithm>
-#include <cstring>
-#include <limits>
 
 #include "kits/application/Message.h"
 #include "kits/support/TypeConstants.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/support/FieldRanges.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
 
 namespace {
 
@@ -51,9 +52,8 @@ void UptimeTable::SetTo(const void* record, size_t size)
     std::memcpy(fEntries.data(), record, std::min(size, kSize));
     for (UptimeEntry& entry : fEntries) {
         auto sane = [](bigtime_t time) { return time >= 0 && time <= kLongestUptime; };
-        if (!sane(entry.uptime) || !sane(entry.bootTime)) {
+        if (!sane(entry.uptime) || !sane(entry.bootTime))
             entry = {};
-        }
     }
 }
 
@@ -70,9 +70,8 @@ UptimeTotals UptimeTotals::From(const BMessage& store)
 UptimeTotals UptimeTotals::TakeFrom(Preferences* store)
 {
     store->Claim("BootCount", B_INT32_TYPE);
-    for (const char* name : {"UptimeSum", "USLastBoot", "USLastUptime"}) {
+    for (const char* name : {"UptimeSum", "USLastBoot", "USLastUptime"})
         store->Claim(name, B_INT64_TYPE);
-    }
     return From(*store);
 }
 

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include "kits/support/SupportDefs.h"
 
 #include <array>
 #include <cstddef>
-
-#include "kits/support/SupportDefs.h"
 
 class BMessage;
 class Preferences;

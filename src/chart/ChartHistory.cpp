@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartHistory.h"
 
 #include <algorithm>

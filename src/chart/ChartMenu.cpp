@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartMenu.h"
 
 #include "kits/application/Message.h"
@@ -63,10 +64,9 @@ int32 ChartMenu::SourceOf(const void* item) const
 {
     for (int32 i = 0; i < fSources->CountItems(); i++) {
         const BMenu* source = fSources->SubmenuAt(i);
-        for (int32 j = 0; item != nullptr && j < source->CountItems(); j++) {
+        for (int32 j = 0; item != nullptr && j < source->CountItems(); j++)
             if (source->ItemAt(j) == item)
                 return i;
-        }
     }
     return -1;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartRanges.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartShelf.h"
 
 #include "kits/application/AppDefs.h"

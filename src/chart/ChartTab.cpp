@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartTab.h"
 
 #include "kits/interface/Window.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartView.h"
 
 #include "kits/interface/Dragger.h"

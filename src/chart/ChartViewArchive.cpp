@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Archivable.h"
 #include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
@@ -178,19 +179,17 @@ void ChartView::LoadSourcesFrom(const BMessage& from)
     if (!from.HasMessage("ValueProviders"))
         return;
     RemoveValueProvider(-1);
-    for (int32 i = 0; i < kMaxSources && from.FindMessage("ValueProviders", i, &archive) == B_OK; i++) {
+    for (int32 i = 0; i < kMaxSources && from.FindMessage("ValueProviders", i, &archive) == B_OK; i++)
         if (IsSourceArchive(archive, false))
             AddValueProvider(&archive, -1);
-    }
 }
 
 void ChartView::LoadColorsFrom(const BMessage& from)
 {
     rgb_color color;
-    for (int32 i = 0; i < kMaxSources; i++) {
+    for (int32 i = 0; i < kMaxSources; i++)
         if (FindColor(from, "ChartColor", i, &color))
             SetChartColor(color, i);
-    }
     if (FindColor(from, "BackgroundColor", 0, &color))
         SetBackgroundColor(color);
     if (FindColor(from, "ValueColor", 0, &color))

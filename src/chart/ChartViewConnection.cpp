@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Application.h"
 #include "kits/interface/Alert.h"
 #include "src/chart/ChartLocks.h"

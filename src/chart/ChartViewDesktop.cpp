@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/FieldRanges.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/Dragger.h"

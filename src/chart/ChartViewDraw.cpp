@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
 

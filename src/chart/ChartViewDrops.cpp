@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/interface/Alert.h"
 #include "kits/support/TypeConstants.h"
@@ -156,10 +157,9 @@ int32 ChartView::SourceInPicture(BPoint where) const
     PictureLock lock(fBitmap.get());
     const rgb_color shown =
         PixelColor(PixelRows(fBitmap.get()).At(static_cast<int32>(where.x), static_cast<int32>(where.y)));
-    for (int32 i = 0; i < CountValueProviders(); i++) {
+    for (int32 i = 0; i < CountValueProviders(); i++)
         if (shown == ChartColor(i))
             return i;
-    }
     return -1;
 }
 

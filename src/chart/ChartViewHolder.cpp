@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartViewHolder.h"
 
 #include "kits/application/Looper.h"
@@ -184,10 +185,9 @@ void ChartViewHolder::Relay(const BMessage& message)
     BMessage wish;
     if (message.FindPointer("CView", &sender) != B_OK || message.FindMessage("Msg", &wish) != B_OK)
         return;
-    for (ChartView* chart : fCharts) {
+    for (ChartView* chart : fCharts)
         if (chart != sender && chart->Looper() != nullptr)
             chart->Looper()->PostMessage(&wish, chart);
-    }
 }
 
 void ChartViewHolder::MouseDown(BPoint where)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 #include "kits/interface/Clipboard.h"
@@ -144,10 +145,9 @@ BPoint ChartView::PlaceOn(const ChartCaption& caption) const
     const ChartCaption& other = &caption == &fTitleCaption ? fValueCaption : fTitleCaption;
     const BRect& drawn = caption.drawn;
     const BPoint middle((drawn.left + drawn.right) / 2, (drawn.top + drawn.bottom) / 2);
-    for (const BPoint place : {middle, drawn.LeftTop(), drawn.RightTop(), drawn.LeftBottom(), drawn.RightBottom()}) {
+    for (const BPoint place : {middle, drawn.LeftTop(), drawn.RightTop(), drawn.LeftBottom(), drawn.RightBottom()})
         if (!IsOn(other, place))
             return place;
-    }
     return middle;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/interface/AccessiblePart.h"
 #include "kits/interface/Window.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartView.h"
 #include "src/pages/ChartColorTab.h"
 #include "src/pages/ChartFontsTab.h"

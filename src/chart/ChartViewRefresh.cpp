@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Screen.h"
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/MainThread.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/FilePanel.h"

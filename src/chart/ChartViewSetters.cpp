@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Dragger.h"
 #include "kits/interface/Screen.h"
 #include "src/chart/ChartLocks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/DesktopCharts.h"
 
 #include "src/prefs/store/Preferences.h"

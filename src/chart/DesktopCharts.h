@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Whether charts are stored that belong on the desktop, so that the program that shows them has something to do. Reads

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/DesktopSender.h"
 
 #include "kits/application/Roster.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/PixelRows.h"
 
 #include "kits/interface/Bitmap.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/Autostart.h"
 
 #include "kits/kernel/Bounds.h"
@@ -17,14 +18,13 @@ constexpr const char* kFolder = "autostart";
 std::string Escaped(const std::string& text)
 {
     std::string escaped;
-    for (const char c : text) {
+    for (const char c : text)
         if (c == '\\')
             escaped += "\\\\";
         else if (c == '\n')
             escaped += "\\n";
         else
             escaped += c;
-    }
     return escaped;
 }
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-
 #include "kits/kernel/Errors.h"
+
+#include <string>
 
 /// The entry that starts this program with the user's session, in the folder "autostart" of the settings folder. It is
 /// there while there is something to show. One that is right already is not touched, so that what the user's desktop

@@ -1,7 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/DesktopApp.h"
-
-#include <algorithm>
-#include <cstdio>
 
 #include "kits/application/Invoker.h"
 #include "kits/interface/Screen.h"
@@ -16,6 +14,9 @@
 #include "src/support/MessageCodes.h"
 #include "src/support/OneLine.h"
 #include "src/support/Qel.h"
+
+#include <algorithm>
+#include <cstdio>
 
 namespace {
 

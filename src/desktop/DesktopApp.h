@@ -1,8 +1,5 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -13,6 +10,10 @@
 #include "src/prefs/store/Preferences.h"
 #include "src/prefs/store/StoreWriter.h"
 #include "src/sampling/ThreadMagic.h"
+
+#include <memory>
+#include <string>
+#include <vector>
 
 class BView;
 class ReplicantWindow;

@@ -1,9 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/DesktopProgram.h"
-
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <string>
 
 #include "kits/interface/InterfaceKit.h"
 #include "kits/kernel/Errors.h"
@@ -15,6 +11,11 @@
 #include "src/support/Qel.h"
 #include "src/support/ReachCheck.h"
 #include "src/support/SecondStart.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string>
 
 namespace {
 

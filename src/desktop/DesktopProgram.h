@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// What main() of qel-desktop does: shows charts on the desktop until there are none, or the session ends.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/Placement.h"
 
 #include "kits/application/Message.h"

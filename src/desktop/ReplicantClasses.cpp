@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/ReplicantClasses.h"
 
 #include "kits/application/Archivable.h"
@@ -20,10 +21,9 @@ constexpr ReplicantClass kClasses[] = {
 
 const ReplicantClass* ClassOf(const BMessage& archive)
 {
-    for (const ReplicantClass& one : kClasses) {
+    for (const ReplicantClass& one : kClasses)
         if (validate_instantiation(&archive, one.name))
             return &one;
-    }
     return nullptr;
 }
 

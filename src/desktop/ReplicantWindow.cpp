@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/ReplicantWindow.h"
 
 #include "kits/application/FieldRanges.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/DesktopProgram.h"
 
 int main(int argc, char** argv)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartColorTab.h"
 
 #include "kits/application/Message.h"

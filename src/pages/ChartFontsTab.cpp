@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartFontsTab.h"
 
 #include "kits/interface/ListView.h"
@@ -163,10 +164,9 @@ void ChartFontsTab::FillStyles(const font_family family)
     fStyles->MakeEmpty();
     font_style style;
     const int32 count = count_font_styles(family);
-    for (int32 i = 0; i < count; i++) {
+    for (int32 i = 0; i < count; i++)
         if (get_font_style(family, i, &style) == B_OK)
             fStyles->AddItem(new BStringItem(style));
-    }
 }
 
 /// Takes over what can be chosen here of a font, and fills all controls from it.

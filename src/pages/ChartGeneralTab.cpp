@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartGeneralTab.h"
 
 #include "kits/interface/CheckBox.h"
@@ -274,9 +275,8 @@ void ChartGeneralTab::GetMinimumSize(float* width, float* height)
     }
     float rightWidth = std::max(FieldWidth(fMode, kDividerPart), FieldWidth(fTitle, kDividerPart));
     float rightHeight = 7 * kSmallestRowGap;
-    for (BView* view : std::initializer_list<BView*>{fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip}) {
+    for (BView* view : std::initializer_list<BView*>{fMode, fTitle, fPageSize, fRefreshSkip, fValueSkip})
         rightHeight += PreferredSizeOf(view).y;
-    }
     for (BSlider* slider : {fPageSize, fRefreshSkip, fValueSkip})
         rightWidth = std::max(rightWidth, PreferredSizeOf(slider).x);
     *width = std::max(leftWidth / (kRightColumn - kLeftColumn), rightWidth / kRightWidth);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartPage.h"
 
 #include "src/chart/ChartView.h"

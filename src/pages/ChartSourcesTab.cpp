@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartSourcesTab.h"
 
 #include "kits/interface/Button.h"

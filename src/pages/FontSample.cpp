@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/FontSample.h"
 
 #include "kits/application/Message.h"

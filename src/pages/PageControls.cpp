@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/PageControls.h"
 
 #include "kits/application/Looper.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/DDTab.h"
 
 DDTab::DDTab(BView* view)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/DDTabView.h"
 
 #include "kits/application/Message.h"

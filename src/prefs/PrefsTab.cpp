@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/PrefsTab.h"
 
 #include "kits/interface/TabView.h"

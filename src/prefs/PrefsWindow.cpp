@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/PrefsWindow.h"
 
 #include "kits/application/Message.h"
@@ -74,10 +75,9 @@ void PrefsWindow::AddPrefsTab(PrefsTab* page)
 
 void PrefsWindow::ForEachPage(const std::function<void(PrefsTab*)>& action)
 {
-    for (int32 index = 0; BTab* tab = fTabView->TabAt(index); index++) {
+    for (int32 index = 0; BTab* tab = fTabView->TabAt(index); index++)
         if (auto* page = dynamic_cast<PrefsTab*>(tab->View()))
             action(page);
-    }
 }
 
 void PrefsWindow::RevertAll()

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/StoreAlerts.h"
-
-#include <algorithm>
-#include <cstdio>
-#include <iterator>
-#include <string>
 
 #include "kits/interface/Alert.h"
 #include "src/prefs/store/StoreWriter.h"
 #include "src/support/OneLine.h"
 #include "src/support/Tr.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <string>
 
 namespace {
 
@@ -41,11 +42,9 @@ void PrintSaveError(const std::string& where, status_t status, const char* progr
 std::vector<Preferences*> UnreadOf(const std::vector<Preferences*>& stores)
 {
     std::vector<Preferences*> unread;
-    for (Preferences* store : stores) {
-        if (store->UnreadStatus() != B_OK) {
+    for (Preferences* store : stores)
+        if (store->UnreadStatus() != B_OK)
             unread.push_back(store);
-        }
-    }
     return unread;
 }
 
@@ -55,9 +54,8 @@ bool AskAboutUnreadStores(const std::vector<Preferences*>& stores)
 {
     for (std::vector<Preferences*> unread = UnreadOf(stores); !unread.empty(); unread = UnreadOf(stores)) {
         std::string text = Tr("The settings cannot be read now.");
-        for (const Preferences* store : unread) {
+        for (const Preferences* store : unread)
             Append(text, *store, store->UnreadStatus());
-        }
         text += "\n\n";
         text += Tr("With the defaults, these settings are kept under another name as soon as something is saved.");
         // The alert deletes itself.
@@ -67,9 +65,8 @@ bool AskAboutUnreadStores(const std::vector<Preferences*>& stores)
         case 1:
             return true;
         case 2:
-            for (Preferences* store : unread) {
+            for (Preferences* store : unread)
                 store->Revert();
-            }
             break;
         default:
             return false;
@@ -81,14 +78,11 @@ bool AskAboutUnreadStores(const std::vector<Preferences*>& stores)
 BMessenger TellAboutKeptFiles(const std::vector<Preferences*>& stores, std::unique_ptr<BInvoker> answered)
 {
     std::string text;
-    for (Preferences* store : stores) {
-        for (const StoreNote& note : store->TakeNotes()) {
+    for (Preferences* store : stores)
+        for (const StoreNote& note : store->TakeNotes())
             text += (text.empty() ? "" : "\n\n") + AlertTextOf(note);
-        }
-    }
-    if (text.empty()) {
+    if (text.empty())
         return {};
-    }
     auto* alert =
         new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     BMessenger shown(alert);
@@ -98,11 +92,9 @@ BMessenger TellAboutKeptFiles(const std::vector<Preferences*>& stores, std::uniq
 
 void PrintWhatCouldNotBeRead(const std::vector<Preferences*>& stores)
 {
-    for (Preferences* store : stores) {
-        for (const StoreNote& note : store->TakeNotes()) {
+    for (Preferences* store : stores)
+        for (const StoreNote& note : store->TakeNotes())
             std::fprintf(stderr, "%s\n", LineOf(note).c_str());
-        }
-    }
 }
 
 void PrintSaveError(const Preferences& store, status_t status, const char* program)
@@ -120,18 +112,15 @@ status_t SaveAtEnd(const std::vector<Preferences*>& stores, const char* program)
         statuses.push_back(SaveError(*store, FirstError(store->Sync(), store->Error())));
         first = FirstError(first, statuses.back());
     }
-    if (first == B_OK) {
+    if (first == B_OK)
         return B_OK;
-    }
     if (std::count(statuses.begin(), statuses.end(), first) == std::ssize(statuses) && stores.size() > 1) {
         PrintSaveError(stores.front()->Place().directory, first, program);
         return first;
     }
-    for (size_t i = 0; i < stores.size(); ++i) {
-        if (statuses[i] != B_OK) {
+    for (size_t i = 0; i < stores.size(); ++i)
+        if (statuses[i] != B_OK)
             PrintSaveError(*stores[i], statuses[i], program);
-        }
-    }
     return first;
 }
 
@@ -141,17 +130,14 @@ void SaveAlarm::Look(const StoreWriter& writer, const std::vector<const Preferen
     bool isAllSaved = true;
     for (const Preferences* store : stores) {
         const status_t status = FirstError(FirstError(store->InitCheck(), writer.ResultOf(*store)), store->Error());
-        if (status != B_OK) {
+        if (status != B_OK)
             Append(failures, *store, status);
-        }
         isAllSaved = isAllSaved && writer.HasWritten(*store);
     }
-    if (failures.empty() && isAllSaved) {
+    if (failures.empty() && isAllSaved)
         fHasTold = false;
-    }
-    if (failures.empty() || fHasTold || fAlert.IsValid()) {
+    if (failures.empty() || fHasTold || fAlert.IsValid())
         return;
-    }
     fHasTold = true;
     const std::string text = Tr("The settings could not be saved.") + failures + "\n\n" +
                              Tr("Saving is tried again as long as the program runs.");

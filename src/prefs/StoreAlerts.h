@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <memory>
-#include <vector>
 
 #include "kits/application/Invoker.h"
 #include "kits/application/Messenger.h"
 #include "src/prefs/store/Preferences.h"
+
+#include <memory>
+#include <vector>
 
 class StoreWriter;
 

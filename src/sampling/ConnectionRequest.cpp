@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ConnectionRequest.h"
 
 #include "kits/application/Message.h"

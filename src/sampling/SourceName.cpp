@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/SourceName.h"
 
 #include "src/support/Tr.h"

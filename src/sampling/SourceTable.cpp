@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/SourceTable.h"
+
 #include "src/support/Tr.h"
 
 std::span<const SourceKey> MachineSources()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/Sysinfo.h"
 
 #include "kits/application/Application.h"

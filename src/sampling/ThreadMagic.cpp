@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ThreadMagic.h"
 
 #include "kits/kernel/Errors.h"

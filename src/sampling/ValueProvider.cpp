@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ValueProvider.h"
 
 #include "kits/application/Message.h"
@@ -58,10 +59,9 @@ constexpr CountedTarget kCountedTargets[] = {
 
 const CountedTarget* FindCounted(vptarget_t target)
 {
-    for (const CountedTarget& counted : kCountedTargets) {
+    for (const CountedTarget& counted : kCountedTargets)
         if (target == counted.available || target == counted.used)
             return &counted;
-    }
     return nullptr;
 }
 
@@ -136,9 +136,8 @@ double ValueProvider::Value(const Sysinfo* sampler, const SysinfoNode* sample)
 
 double ValueProvider::Fraction(const Sysinfo* sampler, const SysinfoNode* sample) const
 {
-    if (const CountedTarget* counted = FindCounted(fTarget)) {
+    if (const CountedTarget* counted = FindCounted(fTarget))
         return static_cast<double>(counted->Count(fTarget, *sample)) / static_cast<double>(counted->maximum(*sample));
-    }
 
     const bool average = (fFlags & VP_AVERAGE) != 0;
     const bigtime_t elapsed = average ? sampler->SumElapsed() : sample->Elapsed();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ColorMessage.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/FieldRanges.h"
 
 #include "kits/kernel/Bounds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/FixedPoint.h"
 
 #include <charconv>

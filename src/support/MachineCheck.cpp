@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/MachineCheck.h"
-
-#include <cstdio>
-#include <string>
 
 #include "kits/kernel/SystemInfo.h"
 #include "src/support/OneLine.h"
+
+#include <cstdio>
+#include <string>
 
 bool HasMachineToRead(const char* program)
 {

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include "kits/kernel/Bounds.h"
 
 #include <algorithm>
 #include <string>
-
-#include "kits/kernel/Bounds.h"
 
 /// A text as part of a line on stderr: it stays one line, whatever a file's name holds, and no longer than
 /// bounds::kMostInALine bytes, whole characters of UTF-8, and three dots.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/PrintText.h"
 
 #include <cerrno>

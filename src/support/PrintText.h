@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Writes a text to stdout, to its end: on a full disk, or with stdout closed, one line on stderr says why it failed.

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ReachCheck.h"
-
-#include <cstdio>
 
 #include "kits/application/Roster.h"
 #include "src/support/OneLine.h"
+
+#include <cstdio>
 
 bool CanReachOthers(const char* program, const char* signature)
 {

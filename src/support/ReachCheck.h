@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Says on stderr, in one line, that qel and the charts on the desktop cannot find or start each other, why, and what

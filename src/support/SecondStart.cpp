@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/SecondStart.h"
 
-#include <cstdio>
-
 #include "kits/application/Application.h"
+
+#include <cstdio>
 
 int EndSecondStart(const BApplication& application, const char* program)
 {

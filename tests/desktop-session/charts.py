@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of charts share."""
 
 import pathlib

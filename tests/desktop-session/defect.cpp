@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program with a defect, as told, for a sanitizer to find.
 
 #include <climits>

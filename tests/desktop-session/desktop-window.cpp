@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -5,10 +6,11 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <xcb/xcb.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
-#include <xcb/xcb.h>
 
 /// The window of a desktop, for the tests on a desktop:
 ///   desktop_window accept|refuse typed|untyped

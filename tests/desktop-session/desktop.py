@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A desktop to try the program on: X server, window manager, pointer, keys and pictures.
 
 Nothing here sleeps for a fixed time: what is expected is awaited, with a bound. Only the standard library is used.

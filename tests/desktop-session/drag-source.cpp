@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 #include <QColor>
 #include <QDrag>
@@ -69,12 +70,11 @@ private:
     QMimeData* Data() const
     {
         auto* mimeData = new QMimeData;
-        for (const auto& [format, bytes] : fContent) {
+        for (const auto& [format, bytes] : fContent)
             if (format == QLatin1String("application/x-color"))
                 mimeData->setColorData(QColor(QString::fromLatin1(bytes)));
             else
                 mimeData->setData(format, bytes);
-        }
         return mimeData;
     }
 

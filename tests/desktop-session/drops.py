@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Another program to drag from."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of hostile programs share: attacks, and what is seen of the programs meanwhile."""
 
 import contextlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Other programs that own a selection, for tests of the desktop session."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of light and dark share."""
 
 from desktop import wait_until

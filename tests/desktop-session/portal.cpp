@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -5,8 +6,9 @@
 #include <QDBusVirtualObject>
 #include <QSocketNotifier>
 
-#include <cstdio>
 #include <unistd.h>
+
+#include <cstdio>
 
 // A desktop portal on the session's bus that knows one setting: how dark the desktop is. It is what stands on the
 // command line, then each digit that comes on stdin. Says "ready" once it can be asked, "asked" whenever it was.
@@ -65,10 +67,9 @@ int main(int argc, char** argv)
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.registerVirtualObject(kPath, &portal) || !bus.registerService("org.freedesktop.portal.Desktop"))
         return 1;
-    for (int i = 2; i < argc; i++) {
+    for (int i = 2; i < argc; i++)
         if (!bus.registerService(argv[i]))
             return 1;
-    }
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [&portal] {
         char digit = 0;

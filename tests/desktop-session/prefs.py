@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of the preferences windows share."""
 
 from charts import RECORDED, ChartsTest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs tests of the real programs, as unittest does. A test fails too when a sanitizer reports one of these meanwhile.
 
     runner.py FOLDER [TEST...]      all tests of the folder when none is named; QEL_PROGRAM names the program

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What sanitizers say of the programs, when these were built with one (the presets asan and tsan). It counts whoever has
 started a program: the variables that tell where to report to are inherited."""
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+#include <poll.h>
 #include <xcb/xcb.h>
 
 #include <algorithm>
@@ -10,7 +12,6 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <poll.h>
 #include <string>
 #include <vector>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Hands on charts: the pop-up menu, drags within the program, and ends in the middle of them."""
 
 from charts import TITLE, ChartsTest

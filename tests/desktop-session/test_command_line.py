@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the program does without a window, and what it says when it cannot open one."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts on the desktop and the application that feeds them: either of the two goes, hangs and comes back."""
 
 import os

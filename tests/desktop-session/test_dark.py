@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A dark desktop, as its settings tell of it: the settings daemon's, or the desktop's own files."""
 
 from charts import ChartsTest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The colour of the desktop: followed, tried out, and put back."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts on desktops that have a window of their own, which is offered whatever is dragged over it."""
 
 import os

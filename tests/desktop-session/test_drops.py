@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What other programs can have dropped on a chart."""
 
 from charts import RECORDED, TITLE

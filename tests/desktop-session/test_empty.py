@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A window without any chart."""
 
 from charts import ChartsTest

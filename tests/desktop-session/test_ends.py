@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Ends in the middle of something: by a signal, by closing the window, by the loss of the screen."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Nothing that tests have started outlives them."""
 
 import contextlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts that are dragged out while the program that shows them on the desktop is held up, or is killed."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The program that shows charts on the desktop is killed, or ends in order, and the application starts it again or not."""
 
 import os

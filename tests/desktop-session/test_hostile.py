@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Programs of the same user that do what no program should, while charts scroll in the window and on the desktop.
 
 Each attack goes on for some seconds here; tests/long/run has it go on for thirty against each of the two programs, and

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Frames that no program of ours would send, made of real ones by changing them at random, to both programs.
 
     QEL_FRAMES=NUMBER   how many each program has to read; tests/long/run wants ten million

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts by keyboard alone."""
 
 from charts import TITLE, ChartsTest

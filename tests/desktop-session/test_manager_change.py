@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Window managers that take over from another one and forget where windows were."""
 
 from charts import ChartsTest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A hundred charts in the window."""
 
 import os

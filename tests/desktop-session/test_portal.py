@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A dark desktop, as its portal tells of it."""
 
 import os

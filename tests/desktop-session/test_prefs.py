@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The preferences: everything is changed while it runs, and taken back."""
 
 import itertools

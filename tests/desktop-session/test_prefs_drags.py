@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What is dragged out of the preferences: sources, groups of them, pages, colours."""
 
 from desktop import wait_until

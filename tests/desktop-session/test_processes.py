@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """More than one start of the program, and what one can tell the other."""
 
 import contextlib

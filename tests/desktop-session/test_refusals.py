@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the two programs say when something of the user's cannot be used: one line each, and what will not work."""
 
 import contextlib

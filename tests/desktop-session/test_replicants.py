@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts that are dragged out of the window onto the desktop."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """That what a sanitizer finds is heard of."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The scale of the screen changes while the programs run, as a desktop's settings change it."""
 
 import pathlib

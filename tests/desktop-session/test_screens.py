@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts on the desktop, and a second screen that goes and comes back."""
 
 import signal

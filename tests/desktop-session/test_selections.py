@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What other programs own or drag, given well or badly, pasted and dropped on charts, swatches and text fields."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The two keys that work in every window, and the titles that windows have."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts on the desktop while the window manager shows the desktop, which hides all windows."""
 
 from desktop import wait_until

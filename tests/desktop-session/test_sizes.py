@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Every window fits on a small screen with large letters, in each language."""
 
 from charts import RECORDED

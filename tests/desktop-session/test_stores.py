@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the user is told of settings that cannot be read or saved, and what becomes of them."""
 
 import fcntl

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A chart that is moved from the desktop into the window is in one of the two places, whichever program is killed then."""
 
 import contextlib

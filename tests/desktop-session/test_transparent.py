@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A transparent chart on the desktop: what shines through it, and through what is dragged."""
 
 import ctypes

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Two screens of different scale, side by side: windows and charts that go from one to the other."""
 
 from charts import RECORDED

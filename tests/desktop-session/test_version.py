@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What becomes of settings that another version of the program left."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A desktop whose own settings name a picture: the charts take its average, and scroll on."""
 
 import os

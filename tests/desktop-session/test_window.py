@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The main window: its charts, its tabs, and what it remembers."""
 
 import signal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The picture that desktops show: a gradient, so that every place has a colour of its own and the average is known."""
 
 import struct

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What only a client of the X server can ask the window manager."""
 
 import ctypes

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The settings that a desktop tells all programs through the X server, as its settings daemon does."""
 
 import struct

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """GNOME Shell, in an X11 session: bare, and with icons on the desktop."""
 
 import os

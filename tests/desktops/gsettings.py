@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Desktops that keep their settings with gsettings."""
 
 import shlex

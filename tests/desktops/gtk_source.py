@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """A program of GTK to drag from, as users have them: a button that shows a colour, and a field whose words are chosen.
 
     gtk_source.py TITLE #RRGGBB WORDS

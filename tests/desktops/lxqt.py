@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """LXQt, with openbox as window manager."""
 
 import pathlib

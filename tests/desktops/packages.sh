@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by tests/desktops/run: the packages of each desktop that suffice for a session on an X server without a screen.
 # The names are those of Debian 12 and 13.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """KDE Plasma."""
 
 from desktop import wait_until

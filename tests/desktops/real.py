@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests on a real desktop share. The variable QEL_DESKTOP says which one; all tests of a run use the same session."""
 
 import atexit

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A real desktop: an X server and what a login starts, with a home of its own and a picture as wallpaper."""
 
 import contextlib

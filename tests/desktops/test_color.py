@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The colour of a real desktop: picked from its wallpaper, tried out, and put back."""
 
 import signal

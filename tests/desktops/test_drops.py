@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Colours and words that are dragged onto a chart from other programs of a real desktop."""
 
 import pathlib

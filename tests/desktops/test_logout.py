@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Logout and login: what was arranged is there again, and nothing of the session before is left."""
 
 import os

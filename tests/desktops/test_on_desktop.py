@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Charts on a real desktop: torn off, moved, resized, dropped back and removed, and what the desktop does around them."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Scale and resolution that change in the settings of a real desktop, where it tells running programs of it."""
 
 import unittest

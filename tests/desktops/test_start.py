@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The program on a real desktop."""
 
 from real import RealTest

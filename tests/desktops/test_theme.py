@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Light and dark, as the user chooses it in the settings of a real desktop."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A transparent chart on a real desktop: over the wallpaper, with a compositor and without."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """XFCE."""
 
 from desktop import wait_until

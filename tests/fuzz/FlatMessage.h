@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-
-#include <string>
 
 #include "kits/application/messages/Crc32.h"
 #include "kits/kernel/Types.h"
+
+#include <string>
 
 /// A flattened message around a map of fields: mutations of the map stay behind a length and a sum that are right.
 inline std::string FlatMessage(const std::string& fields)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/clock/BootMoment.h"
 #include "tests/fuzz/Fuzz.h"
 

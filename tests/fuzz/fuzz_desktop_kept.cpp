@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/interface/platform/desktops/DesktopKept.h"
@@ -53,10 +54,9 @@ protected:
     std::optional<Settings> Current() const override
     {
         Settings settings = Names();
-        for (Setting& setting : settings) {
+        for (Setting& setting : settings)
             if (const auto value = fValues.find(setting.key); value != fValues.end())
                 setting.value = value->second;
-        }
         return settings;
     }
     bool Set(const std::string& key, const std::string& value) override

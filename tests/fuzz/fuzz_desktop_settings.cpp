@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DarkSigns.h"
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/KdeSettings.h"
@@ -37,10 +38,9 @@ void CheckIni(const std::string& text)
     // A further setting at its end leaves all others as they are.
     const kits::IniFile more(text + "\n[a group of ours]\nkey= plain\\n\\s \n");
     Expect(more.Value("a group of ours", "key") == "plain\n ");
-    for (const auto& [group, values] : file.Groups()) {
+    for (const auto& [group, values] : file.Groups())
         if (group != "a group of ours")
             Expect(more.Groups().at(group) == values);
-    }
     kits::SettingsAreDark(text);
 }
 

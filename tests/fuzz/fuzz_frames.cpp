@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/Frame.h"

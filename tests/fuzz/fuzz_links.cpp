@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamLinks.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/MachineTexts.h"
 #include "tests/fuzz/Fuzz.h"
 

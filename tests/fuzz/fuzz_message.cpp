@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"

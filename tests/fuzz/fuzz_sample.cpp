@@ -1,11 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
+#include "kits/support/TypeConstants.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/SysinfoNode.h"
 #include "src/sampling/ValueProvider.h"
 #include "tests/fuzz/Fuzz.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <cmath>
 #include <cstring>

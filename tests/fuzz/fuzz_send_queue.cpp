@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/SendQueue.h"
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/FileDescriptor.h"
@@ -47,10 +48,9 @@ public:
         kits::MessageFrame frame;
         frame.newestWins = (flags & 1) != 0;
         frame.sourceWaits = (flags & 2) != 0;
-        for (int token = 1; token <= 4; ++token) {
+        for (int token = 1; token <= 4; ++token)
             if ((flags & (8 << token)) != 0)
                 frame.targets.push_back(token);
-        }
         if (frame.targets.empty())
             frame.targets.push_back(9);
         const uint32 code = flags >> 2 & 1;
@@ -66,18 +66,16 @@ public:
         Expect(status == B_OK || status == B_WOULD_BLOCK);
         if (status == B_WOULD_BLOCK) {
             // Its sender knows; what it would have replaced may be gone as well.
-            for (const kits::token_t target : targets) {
+            for (const kits::token_t target : targets)
                 if (isStream)
                     fNewest.erase({code, target});
-            }
             return;
         }
         if (!isStream)
             fPlain.push_back(number);
-        for (const kits::token_t target : targets) {
+        for (const kits::token_t target : targets)
             if (isStream)
                 fNewest[{code, target}] = number;
-        }
     }
 
     void AddControl()

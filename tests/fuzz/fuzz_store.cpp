@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/support/DataIO.h"
 #include "src/prefs/store/Preferences.h"
@@ -34,11 +35,9 @@ bool IsWhole(const std::string& bytes, BMessage* message)
 
 bool IsKept(const TempFolder& folder, const std::string& bytes)
 {
-    for (const std::string& name : folder.Names()) {
-        if (folder.Get(name) == bytes) {
+    for (const std::string& name : folder.Names())
+        if (folder.Get(name) == bytes)
             return true;
-        }
-    }
     return false;
 }
 
@@ -61,24 +60,21 @@ void CheckStart(const TempFolder& folder, const std::string& main, const std::st
     Preferences store(kName, false);
     const bool hasFailed = failAt < disk.Calls();
     if (!hasFailed) {
-        if (isMainWhole) {
+        if (isMainWhole)
             Expect(store.HasSameData(wholeMain));
-        } else if (isBackupWhole) {
+        else if (isBackupWhole)
             Expect(store.HasSameData(wholeBackup));
-        } else {
+        else
             Expect(store.IsEmpty());
-        }
     }
     store.SetInt32("Number", 1);
     Expect(store.Sync() == B_OK || store.FlattenedSize() < 0);
     Expect(!folder.Has(kBackup));
     // What was whole was read, and everything else is still there.
-    if (!isMainWhole && !main.empty()) {
+    if (!isMainWhole && !main.empty())
         Expect(IsKept(folder, main));
-    }
-    if (!isMainWhole && !isBackupWhole && !backup.empty()) {
+    if (!isMainWhole && !isBackupWhole && !backup.empty())
         Expect(IsKept(folder, backup));
-    }
 }
 
 } // namespace
@@ -86,9 +82,8 @@ void CheckStart(const TempFolder& folder, const std::string& main, const std::st
 // The first byte says which call fails, the next two how long the file is; then come the file and its backup.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    if (size < 3) {
+    if (size < 3)
         return 0;
-    }
     static const TempFolder sFolder(TempFolder::Place::kMemory);
     setenv("XDG_CONFIG_HOME", sFolder.Path().c_str(), 1);
     const std::string bytes(TextOf(data + 3, size - 3));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Looper.h"
 #include "kits/application/delivery/PostOffice.h"
@@ -218,10 +219,9 @@ private:
             return;
         // A newer connection of the same team takes the place of the one before.
         const bool isRight = team == kits::ThisTeam() && !peer->hasSaidHello;
-        for (const auto& other : fPeers) {
+        for (const auto& other : fPeers)
             if (isRight && other.get() != peer && other->hasSaidHello)
                 other->isRight = false;
-        }
         peer->isRight = peer->isRight && isRight;
         peer->hasSaidHello = true;
         Send(peer, kits::HelloFrame(team));
@@ -241,19 +241,17 @@ private:
         message.Flatten(flat.data(), static_cast<ssize_t>(flat.size()));
         kits::MessageFrame frame;
         frame.newestWins = (flags & 1) != 0;
-        for (size_t i = 0; i < kCountHandlers; ++i) {
+        for (size_t i = 0; i < kCountHandlers; ++i)
             if ((flags & (2U << i)) != 0)
                 frame.targets.push_back((*sHandlers)[i].Token());
-        }
         if ((flags & 0x10) != 0)
             frame.targets.insert(frame.targets.end(), flags >> 5, 1'000'000'000);
         if (frame.targets.empty())
             frame.targets.push_back(1'000'000'000);
         peer->isRight = peer->isRight && peer->hasSaidHello;
-        for (size_t i = 0; i < kCountHandlers; ++i) {
+        for (size_t i = 0; i < kCountHandlers; ++i)
             if (peer->isRight && !frame.newestWins && (flags & (2U << i)) != 0)
                 peer->sent[i].push_back(number);
-        }
         Send(peer, kits::MessageFrameHead(frame, flat.size()) + flat);
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Door.h"
 
 #include "kits/application/Message.h"
@@ -78,10 +79,9 @@ bool Door::Read(const FileDescriptor& socket, std::string* received)
 {
     char buffer[64 * 1024];
     ssize_t size;
-    while ((size = recv(socket.Get(), buffer, sizeof(buffer), MSG_DONTWAIT)) > 0) {
+    while ((size = recv(socket.Get(), buffer, sizeof(buffer), MSG_DONTWAIT)) > 0)
         if (received != nullptr)
             received->append(buffer, static_cast<size_t>(size));
-    }
     return size < 0 && (errno == EAGAIN || errno == EINTR);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Honest.h"
 
 #include "kits/application/Application.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Asks an application as every program does, fifty times a second, until stdin closes, and says at the end how long

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Attack.h"
 #include "tests/hostile/Honest.h"
 #include "tests/hostile/Mutations.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Mutations.h"
 
 #include "tests/hostile/Door.h"

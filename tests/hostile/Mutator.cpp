@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Mutator.h"
 
 #include "kits/application/AppDefs.h"
@@ -237,10 +238,9 @@ void Mutator::ChangeFrame(kits::MessageFrame* frame)
 {
     if (OneIn(3))
         frame->targets.front() = 1 + Below(OneIn(4) ? 100000 : kLikelyTokens);
-    if (OneIn(20)) {
+    if (OneIn(20))
         for (int count = 1 + Below(OneIn(10) ? 1100 : 5); count > 0; --count)
             frame->targets.push_back(Below(kLikelyTokens));
-    }
     if (OneIn(8))
         frame->newestWins = !frame->newestWins;
     frame->sourceWaits = OneIn(4);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/hostile/Record.h"
 
 #include "kits/application/Message.h"

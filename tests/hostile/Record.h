@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Stands in for an application and writes the frames that others send it to a file, until stdin closes: of every kind

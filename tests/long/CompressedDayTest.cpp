@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/kernel/Clock.h"
 #include "tests/long/LongTest.h"

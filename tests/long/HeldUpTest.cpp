@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
 #include "tests/long/LongTest.h"

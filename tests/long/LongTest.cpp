@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "tests/long/LongTest.h"
 
 #include "kits/application/Message.h"
 #include "tests/support/GuiTest.h"
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
-#include <malloc.h>
 
 namespace {
 

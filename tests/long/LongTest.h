@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/interface/Window.h"
@@ -6,6 +7,7 @@
 #include "src/sampling/Sysinfo.h"
 
 #include <gtest/gtest.h>
+
 #include <memory>
 
 /// What the long runs share: a sampler that reads this machine, and a window of charts that listen to it.

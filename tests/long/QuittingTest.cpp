@@ -1,8 +1,4 @@
-#include "tests/long/LongTest.h"
-#include "tests/src/app/AppTest.h"
-#include "tests/src/app/AppWindows.h"
-#include "tests/support/GuiTest.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TabView.h"
 #include "kits/kernel/Threads.h"
 #include "src/prefs/store/Preferences.h"
@@ -10,6 +6,10 @@
 #include "src/sampling/ValueProvider.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "tests/long/LongTest.h"
+#include "tests/src/app/AppTest.h"
+#include "tests/src/app/AppWindows.h"
+#include "tests/support/GuiTest.h"
 
 #include <chrono>
 #include <cstdio>

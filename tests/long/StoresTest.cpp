@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/long/LongTest.h"
 #include "tests/src/prefs/store/StoreFixture.h"
 #include "tests/support/BoundProcess.h"
@@ -35,10 +36,9 @@ protected:
     /// Of the broken files that were kept aside there would be thousands.
     void RemoveKept() const
     {
-        for (const std::string& name : fFolder.Names()) {
+        for (const std::string& name : fFolder.Names())
             if (name.starts_with(kKept))
                 std::filesystem::remove(fFolder.Path(name));
-        }
     }
 
     static void Write(int32 number)

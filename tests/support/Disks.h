@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/storage/files/FileCalls.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <limits>
-#include <unistd.h>
 
 /// Puts a disk in place for a scope.
 class WithDisk {
@@ -58,9 +60,8 @@ public:
 
     int Before(kits::FileAction& action) override
     {
-        if (action.call != kits::FileCall::kWrite) {
+        if (action.call != kits::FileCall::kWrite)
             return 0;
-        }
         if (fRoom == 0) {
             fFailed = true;
             return fError;
@@ -70,9 +71,8 @@ public:
     }
     void After(const kits::FileAction& action, int64 result) override
     {
-        if (action.call == kits::FileCall::kWrite && result > 0) {
+        if (action.call == kits::FileCall::kWrite && result > 0)
             fRoom -= static_cast<size_t>(result);
-        }
     }
     bool Failed() const { return fFailed; }
 
@@ -91,9 +91,8 @@ public:
     int Before(kits::FileAction& action) override
     {
         const bool isWrite = action.call == kits::FileCall::kWrite;
-        if (fCalls++ == fKillAt || (isWrite && fRoom == 0)) {
+        if (fCalls++ == fKillAt || (isWrite && fRoom == 0))
             kill(getpid(), SIGKILL);
-        }
         if (isWrite) {
             action.size = std::min(action.size, fRoom);
             fRoom -= action.size;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <cstdlib>
@@ -18,12 +19,11 @@ public:
     }
     ~EnvironmentGuard()
     {
-        for (const auto& [name, value] : fBefore) {
+        for (const auto& [name, value] : fBefore)
             if (value)
                 setenv(name.c_str(), value->c_str(), 1);
             else
                 unsetenv(name.c_str());
-        }
     }
     EnvironmentGuard(const EnvironmentGuard&) = delete;
     EnvironmentGuard& operator=(const EnvironmentGuard&) = delete;

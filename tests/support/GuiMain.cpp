@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/InterfaceKit.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {

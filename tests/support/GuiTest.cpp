@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/GuiTest.h"
 
 #include "kits/application/EventLoop.h"

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/interface/platform/desktops/PictureFile.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <unistd.h>
 
 /// Has pictures read by the program that was built, for as long as one lives: test programs lie in folders of their
 /// own, below that of the program.

@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -6,7 +9,6 @@
 #include <iterator>
 #include <set>
 #include <string>
-#include <unistd.h>
 
 /// A folder of the test's own, removed with everything in it when the test ends.
 class TempFolder {
@@ -19,9 +21,8 @@ public:
         const std::filesystem::path memory = "/dev/shm";
         const bool inMemory = place == Place::kMemory && access(memory.c_str(), W_OK) == 0;
         std::string name = ((inMemory ? memory : std::filesystem::temp_directory_path()) / "qel-test-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
+        if (mkdtemp(name.data()) == nullptr)
             std::abort();
-        }
         fPath = name;
     }
     ~TempFolder()
@@ -44,9 +45,8 @@ public:
     std::set<std::string> Names() const
     {
         std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(fPath)) {
+        for (const auto& entry : std::filesystem::directory_iterator(fPath))
             names.insert(entry.path().filename().string());
-        }
         return names;
     }
 
@@ -64,9 +64,8 @@ public:
     /// Removes what is in the folder.
     void Clear() const
     {
-        for (const auto& entry : std::filesystem::directory_iterator(fPath)) {
+        for (const auto& entry : std::filesystem::directory_iterator(fPath))
             std::filesystem::remove_all(entry.path());
-        }
     }
 
 private:

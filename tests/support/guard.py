@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs a command so that nothing it has started, by whatever detours, outlives it or the caller.
 
     guard.py SECONDS COMMAND [ARGUMENT...]

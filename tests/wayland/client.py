@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A client of a compositor, by its protocol: moves the pointer, owns what is pasted and dropped, and gives it well or
 badly. Only the standard library is used."""
 

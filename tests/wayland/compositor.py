@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Compositors without a screen to try the program in. Only the standard library is used."""
 
 import json

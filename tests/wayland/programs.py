@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests of the program on Wayland share."""
 
 import contextlib

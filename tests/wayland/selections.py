@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What tests share of what other programs own or drag on Wayland."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What other programs own or drag on Wayland, given well or badly, pasted and dropped on text fields."""
 
 import signal

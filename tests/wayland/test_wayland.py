@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The program and the host of desktop charts on Wayland."""
 
 import signal

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 #include <QBackingStore>
 
-#include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <cstdlib>
 
 /// Loaded before the toolkit (LD_PRELOAD): writes into the file that QEL_TEST_WITNESS names, in this order, a "!" for
 /// each beep of a program and a "." for each picture that it shows. On Wayland the toolkit has nobody to tell that it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/resources/JsonMessage.h"
 
 #include "kits/application/Message.h"
@@ -23,18 +24,16 @@ template <class T> std::optional<T> Integer(const QJsonValue& value)
     // Only numbers that were written as whole ones come back from a default of either kind.
     const qint64 number = value.toInteger(0);
     if (!value.isDouble() || number != value.toInteger(1) || number < std::numeric_limits<T>::min() ||
-        number > std::numeric_limits<T>::max()) {
+        number > std::numeric_limits<T>::max())
         return std::nullopt;
-    }
     return static_cast<T>(number);
 }
 
 std::optional<float> Float(const QJsonValue& value)
 {
     const double number = value.toDouble();
-    if (!value.isDouble() || std::abs(number) > std::numeric_limits<float>::max()) {
+    if (!value.isDouble() || std::abs(number) > std::numeric_limits<float>::max())
         return std::nullopt;
-    }
     return static_cast<float>(number);
 }
 
@@ -42,14 +41,12 @@ template <size_t kCount> std::optional<std::array<float, kCount>> Floats(const Q
 {
     const QJsonArray array = value.toArray();
     std::array<float, kCount> numbers;
-    if (array.size() != static_cast<qsizetype>(kCount)) {
+    if (array.size() != static_cast<qsizetype>(kCount))
         return std::nullopt;
-    }
     for (size_t index = 0; index < kCount; ++index) {
         const std::optional<float> number = Float(array[static_cast<qsizetype>(index)]);
-        if (!number) {
+        if (!number)
             return std::nullopt;
-        }
         numbers[index] = *number;
     }
     return numbers;
@@ -59,9 +56,8 @@ std::optional<rgb_color> Color(const QJsonValue& value)
 {
     const std::string text = value.toString().toStdString();
     if ((text.size() != 7 && text.size() != 9) || text[0] != '#' ||
-        text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos) {
+        text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos)
         return std::nullopt;
-    }
     const auto channel = [&](size_t position) {
         return static_cast<uint8>(std::stoi(text.substr(position, 2), nullptr, 16));
     };
@@ -100,12 +96,10 @@ bool Reader::Read(const QJsonObject& object, BMessage* message, const std::strin
         const std::string name = member.key().toStdString();
         const std::string inner = place.empty() ? name : place + " / " + name;
         const QJsonValue value = member.value();
-        if (name.starts_with("//")) {
+        if (name.starts_with("//"))
             continue;
-        }
-        if (name == "what" ? !ReadCode(value, message, inner) : !ReadField(name, value, message, inner)) {
+        if (name == "what" ? !ReadCode(value, message, inner) : !ReadField(name, value, message, inner))
             return false;
-        }
     }
     return true;
 }
@@ -113,39 +107,31 @@ bool Reader::Read(const QJsonObject& object, BMessage* message, const std::strin
 bool Reader::ReadCode(const QJsonValue& value, BMessage* message, const std::string& place)
 {
     const std::string code = value.toString().toStdString();
-    if (code.size() != 4) {
+    if (code.size() != 4)
         return Fail(place, "not four characters");
-    }
-    for (const char character : code) {
+    for (const char character : code)
         message->what = message->what << 8 | static_cast<uint8>(character);
-    }
     return true;
 }
 
 bool Reader::ReadField(const std::string& member, const QJsonValue& value, BMessage* message, const std::string& place)
 {
     const size_t colon = member.rfind(": ");
-    if (colon == std::string::npos || colon == 0) {
+    if (colon == std::string::npos || colon == 0)
         return Fail(place, "no type");
-    }
     const std::string name = member.substr(0, colon);
     std::string type = member.substr(colon + 2);
-    if (message->GetInfo(name.c_str(), nullptr) == B_OK) {
+    if (message->GetInfo(name.c_str(), nullptr) == B_OK)
         return Fail(place, "the field is there already");
-    }
-    if (!type.ends_with("[]")) {
+    if (!type.ends_with("[]"))
         return Add(message, name, type, value, place);
-    }
-    if (!value.isArray()) {
+    if (!value.isArray())
         return Fail(place, "not an array");
-    }
     type.resize(type.size() - 2);
     const QJsonArray array = value.toArray();
-    for (qsizetype index = 0; index < array.size(); ++index) {
-        if (!Add(message, name, type, array[index], place + "[" + std::to_string(index) + "]")) {
+    for (qsizetype index = 0; index < array.size(); ++index)
+        if (!Add(message, name, type, array[index], place + "[" + std::to_string(index) + "]"))
             return false;
-        }
-    }
     return true;
 }
 
@@ -157,9 +143,8 @@ bool Reader::Add(BMessage* message, const std::string& fieldName, const std::str
     // A name that is too long is the only thing that a message refuses here.
     const auto added = [&](status_t status) { return status == B_OK || Fail(place, kits::StatusText(status)); };
 
-    if (type == "bool") {
+    if (type == "bool")
         return value.isBool() ? added(message->AddBool(name, value.toBool())) : refuse();
-    }
     if (type == "int8") {
         const auto number = Integer<int8>(value);
         return number ? added(message->AddInt8(name, *number)) : refuse();
@@ -180,12 +165,10 @@ bool Reader::Add(BMessage* message, const std::string& fieldName, const std::str
         const auto number = Float(value);
         return number ? added(message->AddFloat(name, *number)) : refuse();
     }
-    if (type == "double") {
+    if (type == "double")
         return value.isDouble() ? added(message->AddDouble(name, value.toDouble())) : refuse();
-    }
-    if (type == "string") {
+    if (type == "string")
         return value.isString() ? added(message->AddString(name, value.toString().toStdString())) : refuse();
-    }
     if (type == "point") {
         const auto numbers = Floats<2>(value);
         return numbers ? added(message->AddPoint(name, BPoint((*numbers)[0], (*numbers)[1]))) : refuse();
@@ -198,9 +181,8 @@ bool Reader::Add(BMessage* message, const std::string& fieldName, const std::str
     }
     if (type == "color") {
         const auto color = Color(value);
-        if (!color) {
+        if (!color)
             return refuse();
-        }
         const uint8 bytes[] = {color->red, color->green, color->blue, color->alpha};
         return added(message->AddData(name, B_RAW_TYPE, bytes, sizeof bytes));
     }

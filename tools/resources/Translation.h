@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <string>
@@ -5,7 +6,7 @@
 
 class BMessage;
 
-/// Reads a translation as Qt Linguist writes it (.ts) into the message that kits/application/Language.h reads. Sentences
-/// that are unfinished or no longer used are left out.
+/// Reads a translation as Qt Linguist writes it (.ts) into the message that kits/application/Language.h reads.
+/// Sentences that are unfinished or no longer used are left out.
 /// @param error  says what is wrong and where when the result is false
 bool TranslationFromTs(std::string_view ts, BMessage* message, std::string* error);

@@ -1,12 +1,12 @@
+// SPDX-License-Identifier: MIT
 // Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
 // runs it; see qel_resource in cmake/QelResources.cmake. Without a name it writes the bytes themselves: a settings
 // file. A translation (.ts) becomes a message too, a picture (.png) its pixels.
 
+#include "kits/application/Message.h"
 #include "tools/resources/JsonMessage.h"
 #include "tools/resources/Picture.h"
 #include "tools/resources/Translation.h"
-
-#include "kits/application/Message.h"
 
 #include <cstdio>
 #include <fstream>
@@ -41,9 +41,8 @@ std::string Flatten(const std::string& text, bool isTranslation, std::string* by
 {
     BMessage message;
     std::string error;
-    if (!(isTranslation ? TranslationFromTs : MessageFromJson)(text, &message, &error)) {
+    if (!(isTranslation ? TranslationFromTs : MessageFromJson)(text, &message, &error))
         return error;
-    }
     const ssize_t size = message.FlattenedSize();
     bytes->assign(size > 0 ? static_cast<size_t>(size) : 0, '\0');
     return message.Flatten(bytes->data(), size) == B_OK ? std::string() : "too large or too deep";
@@ -53,26 +52,22 @@ std::string Flatten(const std::string& text, bool isTranslation, std::string* by
 
 int main(int argc, char** argv)
 {
-    if (argc != 3 && argc != 4) {
+    if (argc != 3 && argc != 4)
         return Fail("usage: resources NAME INPUT OUTPUT.cpp, or resources INPUT.json OUTPUT");
-    }
     const std::string input = argv[argc - 2];
     std::ifstream file(input, std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file) {
+    if (!file)
         return Fail(input + ": cannot be read");
-    }
     const bool isTranslation = input.ends_with(".ts");
     const bool isMessage = isTranslation || input.ends_with(".json");
     if (isMessage) {
         const std::string text = std::exchange(bytes, {});
-        if (const std::string error = Flatten(text, isTranslation, &bytes); !error.empty()) {
+        if (const std::string error = Flatten(text, isTranslation, &bytes); !error.empty())
             return Fail(input + ": " + error);
-        }
     }
-    if (input.ends_with(".png") && !PixelsOfPicture(std::exchange(bytes, {}), &bytes)) {
+    if (input.ends_with(".png") && !PixelsOfPicture(std::exchange(bytes, {}), &bytes))
         return Fail(input + ": no picture");
-    }
     const std::string name = argv[argc - 1];
     std::ofstream output(name, std::ios::binary | std::ios::trunc);
     output << (argc == 3 ? bytes : SourceOf(argv[1], isMessage ? "B_ANY_TYPE" : "B_RAW_TYPE", bytes));

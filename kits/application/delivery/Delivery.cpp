@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/Delivery.h"
 
 #include "kits/application/Handler.h"
@@ -50,12 +51,11 @@ status_t DeliverCopy(const Address& target, const BMessage& message, const Addre
 void DeliverToAll(const std::vector<Address>& targets, const BMessage& message)
 {
     std::map<team_address, std::vector<token_t>> others;
-    for (const Address& target : targets) {
+    for (const Address& target : targets)
         if (target.IsSet() && target.team == ThisTeam())
             DeliverHere(target.token, message, Address(), false);
         else if (target.IsSet())
             others[target.team].push_back(target.token);
-    }
     if (others.empty())
         return;
     const auto flat = std::make_shared<std::string>();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 
 #include "kits/application/Application.h"
@@ -175,10 +176,9 @@ ChangeScope::~ChangeScope()
 
 bool ChangeScope::IsInsideACounted() const
 {
-    for (const ChangeScope* scope = fOuter; scope != nullptr; scope = scope->fOuter) {
+    for (const ChangeScope* scope = fOuter; scope != nullptr; scope = scope->fOuter)
         if (scope->fCounts)
             return true;
-    }
     return false;
 }
 

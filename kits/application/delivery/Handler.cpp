@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Handler.h"
 
 #include "kits/application/InterfaceLock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/InterfaceLock.h"
 
 #include "kits/application/delivery/MainThreadPrivate.h"

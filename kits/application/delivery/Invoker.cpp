@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Invoker.h"
 
 #include "kits/application/Message.h"

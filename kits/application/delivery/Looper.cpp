@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Looper.h"
 
 #include "kits/application/InterfaceLock.h"
@@ -145,10 +146,9 @@ bool BLooper::RemoveHandler(BHandler* handler)
     if (handler == this || found == fHandlers.end())
         return false;
     fHandlers.erase(found);
-    for (BHandler* other : fHandlers) {
+    for (BHandler* other : fHandlers)
         if (other->fNextHandler == handler)
             other->fNextHandler = nullptr;
-    }
     handler->fLooper = nullptr;
     handler->fNextHandler = nullptr;
     PostOffice::Get().SetLooper(handler->Token(), 0);

@@ -1,7 +1,7 @@
-#include "kits/application/delivery/MainThreadPrivate.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
+#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/kernel/Threads.h"
 
 #include <deque>

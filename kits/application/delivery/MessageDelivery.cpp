@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What BMessage knows of how it came, and how it is answered.
 
 #include "kits/application/delivery/Delivery.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Messenger.h"
 
 #include "kits/application/InterfaceLock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/Token.h"
@@ -24,9 +25,11 @@ public:
 
     [[nodiscard]] bool Waits(team_address process) const
     {
-        return std::any_of(fEntries.begin(), fEntries.end(), [process](const Entry& entry) {
-            return entry.process == process && entry.time >= bounds::kLongestOfAProcess;
-        });
+        return std::any_of(
+            fEntries.begin(), fEntries.end(),
+            [process](const Entry& entry) {
+                return entry.process == process && entry.time >= bounds::kLongestOfAProcess;
+            });
     }
 
     /// A message of the process has been handled.

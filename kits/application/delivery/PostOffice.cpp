@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/PostOffice.h"
 
 #include "kits/application/EventLoop.h"
@@ -111,10 +112,9 @@ void PostOffice::Start(token_t looper)
             const auto handler = fHandlers.find(fQueue.back().handler);
             if (handler == fHandlers.end())
                 continue;
-            for (auto& [code, waiting] : handler->second.newest) {
+            for (auto& [code, waiting] : handler->second.newest)
                 if (waiting == &parcel)
                     waiting = &fQueue.back();
-            }
         }
         found->second.held.clear();
     }
@@ -260,10 +260,9 @@ std::vector<token_t> PostOffice::RunningLoopers() const
 {
     std::vector<token_t> tokens;
     std::lock_guard lock(fMutex);
-    for (const auto& [token, state] : fLoopers) {
+    for (const auto& [token, state] : fLoopers)
         if (state.isStarted && !state.isClosed)
             tokens.push_back(token);
-    }
     return tokens;
 }
 

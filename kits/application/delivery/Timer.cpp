@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Timer.h"
 
 #include "kits/application/EventLoop.h"
@@ -79,11 +80,10 @@ void TimerQueue::RunDue(bigtime_t now)
     while (true) {
         // Anything may have changed since the last call.
         Timer* next = nullptr;
-        for (Timer* timer : fTimers) {
+        for (Timer* timer : fTimers)
             if (timer->fDue <= now && timer->fRound < round && timer->fDestroyed == nullptr &&
                 (next == nullptr || timer->fDue < next->fDue))
                 next = timer;
-        }
         if (next == nullptr)
             return;
         next->fRound = round;

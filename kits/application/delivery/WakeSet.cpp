@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/WakeSet.h"
 
 #include "kits/kernel/StandardStreams.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Language.h"
 
 #include "kits/application/Message.h"
@@ -67,10 +68,9 @@ const Translation* Load(const std::string& language)
 std::vector<std::string> WantedLanguages()
 {
     std::string_view locale;
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
         if (locale.empty())
             locale = Variable(name);
-    }
     std::vector<std::string> languages;
     if (locale.empty() || locale == "C" || locale == "POSIX")
         return languages;

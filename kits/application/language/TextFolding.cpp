@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/TextFolding.h"
 
 #include <QString>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/CborWriter.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/Crc32.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/FieldRanges.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 
 #include "kits/application/messages/MessageField.h"
@@ -98,9 +99,9 @@ bool BMessage::HasSameData(const BMessage& other) const
 
 int32 BMessage::CountNames(type_code type) const
 {
-    return static_cast<int32>(std::count_if(fFields.begin(), fFields.end(), [type](const Field& field) {
-        return type == B_ANY_TYPE || field.Type() == type;
-    }));
+    return static_cast<int32>(std::count_if(
+        fFields.begin(), fFields.end(),
+        [type](const Field& field) { return type == B_ANY_TYPE || field.Type() == type; }));
 }
 
 bool BMessage::IsEmpty() const
@@ -170,10 +171,9 @@ BMessage::Field* BMessage::FieldOf(const char* name)
 
 const BMessage::Field* BMessage::FieldOf(const char* name) const
 {
-    for (const Field& field : fFields) {
+    for (const Field& field : fFields)
         if (field.Name() == name)
             return &field;
-    }
     return nullptr;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/MessageField.h"
 
 #include "kits/application/Token.h"
@@ -141,10 +142,9 @@ void BMessage::Field::Replace(int32 index, const void* data, size_t size)
     const size_t begin = static_cast<size_t>(old.data() - fBytes.data());
     const size_t oldSize = old.size();
     fBytes.replace(begin, oldSize, static_cast<const char*>(data), size);
-    if (!fFixedSize && fCount > 1) {
+    if (!fFixedSize && fCount > 1)
         for (size_t i = static_cast<size_t>(index); i < fCount; ++i)
             fMore->ends[i] = fMore->ends[i] - oldSize + size;
-    }
 }
 
 void BMessage::Field::ReplaceByOtherSize(int32 index, const void* data, size_t size)
@@ -180,9 +180,8 @@ bool BMessage::Field::HasSameData(const Field& other) const
 {
     if (fName != other.fName || fType != other.fType || fCount != other.fCount)
         return false;
-    for (int32 i = 0; i < Count(); ++i) {
+    for (int32 i = 0; i < Count(); ++i)
         if (fType == B_MESSAGE_TYPE ? !MessageAt(i).HasSameData(other.MessageAt(i)) : ItemAt(i) != other.ItemAt(i))
             return false;
-    }
     return true;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageField.h"
 #include "kits/application/messages/MessageFormat.h"
@@ -102,10 +103,9 @@ bool MessageReader::ReadFields(BMessage* message, int32 depth)
     quint64 length;
     if (!Enter(QCborStreamReader::Map, &length) || length > static_cast<quint64>(fLimits.fields))
         return false;
-    for (quint64 i = 0; i < length; ++i) {
+    for (quint64 i = 0; i < length; ++i)
         if (++fCountFields > fLimits.fields || !ReadField(message, depth))
             return false;
-    }
     const std::vector<Field>& fields = MessageAccess::FieldsOf(*message);
     std::vector<std::string_view> names(fields.size());
     std::transform(fields.begin(), fields.end(), names.begin(),
@@ -136,10 +136,9 @@ bool MessageReader::ReadField(BMessage* message, int32 depth)
     fCountValues += static_cast<int32>(count);
 
     if (IsAddressType(type)) {
-        for (uint64 address; count > 0; --count) {
+        for (uint64 address; count > 0; --count)
             if (!ReadInteger(&address))
                 return false;
-        }
         return Leave();
     }
 
@@ -268,10 +267,9 @@ template <class T> bool MessageReader::ReadArrayOf(Field* field, quint64 length)
     quint64 found;
     if (!Enter(QCborStreamReader::Array, &found) || found != length)
         return false;
-    for (quint64 i = 0; i < length; ++i) {
+    for (quint64 i = 0; i < length; ++i)
         if (!ReadNumber(&values[i]))
             return false;
-    }
     field->Add(values, sizeof(T) * length);
     return Leave();
 }

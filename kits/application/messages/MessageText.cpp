@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/MessageText.h"
 
 #include "kits/application/messages/MessageField.h"
@@ -11,7 +12,8 @@ namespace {
 
 bool IsPrintable(std::string_view text)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c <= 0x7E; });
+    return std::all_of(
+        text.begin(), text.end(), [](char c) { return c >= 0x20 && c <= 0x7E; });
 }
 
 } // namespace

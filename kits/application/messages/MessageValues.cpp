@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The typed calls of BMessage: each is one line about the one way that values of its type are kept.
 
 #include "kits/application/Message.h"

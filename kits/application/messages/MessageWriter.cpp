@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/CborWriter.h"
 #include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageField.h"
@@ -56,10 +57,9 @@ bool MessageWriter::Measure(const BMessage& message, int32 depth)
         fCountValues += field.Count();
         if (++fCountFields > fLimits.fields || fCountValues > fLimits.values)
             return false;
-        for (int32 i = 0; field.Type() == B_MESSAGE_TYPE && i < field.Count(); ++i) {
+        for (int32 i = 0; field.Type() == B_MESSAGE_TYPE && i < field.Count(); ++i)
             if (!Measure(field.MessageAt(i), depth + 1))
                 return false;
-        }
     }
     return true;
 }
@@ -74,10 +74,9 @@ void MessageWriter::Write(const BMessage& message)
     WriteCode(message.what);
     fWriter.AddText("fields");
     fWriter.StartMap(count);
-    for (const Field& field : MessageAccess::FieldsOf(message)) {
+    for (const Field& field : MessageAccess::FieldsOf(message))
         if (!IsAddressType(field.Type()))
             WriteField(field);
-    }
 }
 
 void MessageWriter::WriteText(std::string_view text)
@@ -105,12 +104,11 @@ void MessageWriter::WriteField(const Field& field)
     WriteCode(field.Type());
     if (isMarked)
         WriteText(kVariableMark);
-    for (int32 i = 0; i < field.Count(); ++i) {
+    for (int32 i = 0; i < field.Count(); ++i)
         if (field.Type() == B_MESSAGE_TYPE)
             Write(field.MessageAt(i));
         else
             WriteValue(field.Type(), field.ItemAt(i));
-    }
 }
 
 void MessageWriter::WriteValue(type_code type, std::string_view value)
@@ -155,12 +153,11 @@ void MessageWriter::WriteValue(type_code type, std::string_view value)
 template <class T> void MessageWriter::WriteArray(std::string_view value)
 {
     fWriter.StartArray(value.size() / sizeof(T));
-    for (; !value.empty(); value.remove_prefix(sizeof(T))) {
+    for (; !value.empty(); value.remove_prefix(sizeof(T)))
         if constexpr (std::is_integral_v<T>)
             fWriter.AddUnsigned(ValueIn<T>(value));
         else
             fWriter.AddFloat(ValueIn<T>(value));
-    }
 }
 
 /// An integer of CBOR in the four-byte form, whatever its value.

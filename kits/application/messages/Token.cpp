@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Token.h"
 
 #include "kits/application/teams/TeamSocket.h"

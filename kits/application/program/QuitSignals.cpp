@@ -1,20 +1,20 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
 
+#include <ucontext.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-
-#include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <iterator>
 #include <string>
 #include <system_error>
-
-#include <ucontext.h>
-#include <unistd.h>
 
 namespace kits {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/DetachedProcess.h"
 
 #include "kits/kernel/Errors.h"
@@ -49,10 +50,9 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts)
 std::vector<std::string> EnvironmentWith(const Inheritance& inheritance)
 {
     std::vector<std::string> variables;
-    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable)
         if (strncmp(*variable, kLaunchVariable, strlen(kLaunchVariable)) != 0)
             variables.emplace_back(*variable);
-    }
     if (!inheritance.variable.empty())
         variables.push_back(inheritance.variable + "=" + inheritance.value);
     return variables;

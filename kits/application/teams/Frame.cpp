@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/Frame.h"
 
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/Launch.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/ReadShift.h"
 
 #include <sys/timerfd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Roster.h"
 
 #include "kits/application/AppDeath.h"
@@ -122,10 +123,9 @@ status_t BRoster::GetRunningAppInfo(team_id team, app_info* info) const
         found.thread = kits::MainThreadId();
         found.signature = be_app != nullptr ? be_app->Signature() : "";
     } else {
-        for (const TeamFolder::Entry& entry : TeamPort::Get().List()) {
+        for (const TeamFolder::Entry& entry : TeamPort::Get().List())
             if (kits::TeamIdOf(entry.team) == team)
                 found.signature = entry.signature;
-        }
         if (found.signature.empty())
             return B_BAD_VALUE;
         process = std::to_string(team);

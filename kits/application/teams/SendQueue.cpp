@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/SendQueue.h"
 
 #include "kits/kernel/Errors.h"

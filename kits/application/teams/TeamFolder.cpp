@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamFolder.h"
 
 #include "kits/kernel/Bounds.h"
@@ -74,10 +75,13 @@ status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result,
 
 bool IsNameOfSignature(std::string_view text)
 {
-    return !text.empty() && text.size() <= kLongestSignature && std::all_of(text.begin(), text.end(), [](char c) {
-        return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
-               std::string_view(".-_+").find(c) != std::string::npos;
-    });
+    return !text.empty() && text.size() <= kLongestSignature &&
+           std::all_of(
+               text.begin(), text.end(),
+               [](char c) {
+                   return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+                          std::string_view(".-_+").find(c) != std::string::npos;
+               });
 }
 
 } // namespace
@@ -136,7 +140,8 @@ std::vector<TeamFolder::Entry> TeamFolder::List() const
 std::vector<TeamFolder::Entry> TeamFolder::Find(const std::string& signature) const
 {
     std::vector<Entry> entries = List();
-    std::erase_if(entries, [&signature](const Entry& entry) { return entry.signature != signature; });
+    std::erase_if(
+        entries, [&signature](const Entry& entry) { return entry.signature != signature; });
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         return (a.team & 0xFFFFFFFF) != (b.team & 0xFFFFFFFF) ? (a.team & 0xFFFFFFFF) < (b.team & 0xFFFFFFFF)
                                                               : a.team < b.team;

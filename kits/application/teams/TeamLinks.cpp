@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamLinks.h"
 
 #include "kits/application/teams/TeamSocket.h"
@@ -203,10 +204,9 @@ void TeamLinks::Read(Link* link, bool* hasAnswered)
     FrameKind kind;
     std::string_view content;
     FrameReader::Result result;
-    while ((result = link->reader.Next(&kind, &content)) == FrameReader::Result::kFrame) {
+    while ((result = link->reader.Next(&kind, &content)) == FrameReader::Result::kFrame)
         if (!HandleFrame(link, kind, content, hasAnswered))
             link->isBroken = true;
-    }
     if (result == FrameReader::Result::kBroken)
         link->isBroken = true;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamPort.h"
 
 #include "kits/application/MainThread.h"
@@ -7,14 +8,14 @@
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
 
+#include <malloc.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <malloc.h>
-#include <pthread.h>
 
 namespace kits {
 

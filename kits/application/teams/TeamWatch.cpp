@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamWatch.h"
 
 #include "kits/application/AppDeath.h"
@@ -31,10 +32,9 @@ void TeamWatch::Add(const Address& watcher, uint32 events, const std::vector<Tea
             return;
         }
         Watcher added{watcher, events};
-        for (const TeamFolder::Entry& entry : present) {
+        for (const TeamFolder::Entry& entry : present)
             if (entry.team != ThisTeam())
                 added.present[entry.team] = entry.signature;
-        }
         fWatchers.push_back(std::move(added));
     }
     fHooks.wake();
@@ -184,10 +184,9 @@ void TeamWatch::TellLaunched(team_address team, const std::string& signature)
     std::vector<Watcher> told;
     {
         std::lock_guard lock(fMutex);
-        for (Watcher& watcher : fWatchers) {
+        for (Watcher& watcher : fWatchers)
             if (!watcher.isNew && watcher.present.erase(team) == 0)
                 told.push_back(watcher);
-        }
     }
     Tell(told, kTeamLaunched, team, signature);
 }
@@ -232,10 +231,9 @@ void TeamWatch::Tell(const std::vector<Watcher>& watchers, uint32 event, team_ad
     BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : event == kTeamDied ? B_SOME_APP_DIED : B_SOME_APP_LAUNCHED);
     message.AddInt32("team", TeamIdOf(team));
     message.AddString("signature", signature);
-    for (const Watcher& watcher : watchers) {
+    for (const Watcher& watcher : watchers)
         if ((watcher.events & event) != 0 && DeliverCopy(watcher.address, message, Address(), false) == B_BAD_HANDLER)
             Remove(watcher.address);
-    }
 }
 
 } // namespace kits

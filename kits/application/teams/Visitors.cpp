@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/Visitors.h"
 
 #include "kits/application/MainThread.h"
@@ -132,10 +133,9 @@ void Visitors::Handle(const pollfd* polls)
         if (!fHasKnown)
             fShift.End();
     }
-    for (const Visitor& visitor : gone) {
+    for (const Visitor& visitor : gone)
         if (!visitor.IsStranger() && !visitor.isReplaced)
             fHooks.onGone(visitor.team);
-    }
 }
 
 void Visitors::MainWaits()
@@ -420,11 +420,10 @@ void Visitors::GoOnWhereThereIsRoom()
 {
     if (!fHasRoom.exchange(false))
         return;
-    for (Visitor& visitor : fVisitors) {
+    for (Visitor& visitor : fVisitors)
         if (!visitor.isGone && visitor.obstacle == Obstacle::kNoRoom &&
             fAccounts->HasRoom(visitor.process, visitor.missing, visitor.countMissing))
             GoOn(&visitor);
-    }
 }
 
 void Visitors::SetDeadline(Visitor* visitor)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Alert.h"
 
 #include "kits/application/Invoker.h"
@@ -23,10 +24,9 @@ constexpr uint32 kAlertFlags = B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZA
 std::vector<std::string> LabelsOf(std::initializer_list<const char*> labels)
 {
     std::vector<std::string> result;
-    for (const char* label : labels) {
+    for (const char* label : labels)
         if (label != nullptr && *label != '\0')
             result.emplace_back(label);
-    }
     return result;
 }
 

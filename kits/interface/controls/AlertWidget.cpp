@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/AlertWidget.h"
 
 #include "kits/application/Language.h"

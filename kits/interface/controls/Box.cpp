@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Box.h"
 
 #include "kits/interface/controls/BoxWidget.h"
@@ -61,5 +62,6 @@ void BBox::UpdateWidget()
 void BBox::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Button.h"
 
 #include "kits/interface/Window.h"

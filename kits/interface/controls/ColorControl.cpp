@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ColorControl.h"
 
 #include "kits/interface/controls/ColorWidget.h"

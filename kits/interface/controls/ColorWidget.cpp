@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/ColorWidget.h"
 
 #include "kits/application/Language.h"
@@ -130,7 +131,8 @@ ColorWidget::ColorWidget(std::function<void(rgb_color)> picked)
         number->setAccessibleName(ramp->accessibleName());
         auto* letter = new QLabel(QString(QLatin1Char(kNames[i][0])), this);
         letter->setAttribute(Qt::WA_TransparentForMouseEvents);
-        connect(ramp, &QSlider::valueChanged, this, [this, part](int value) { PartPicked(part, value); });
+        connect(
+            ramp, &QSlider::valueChanged, this, [this, part](int value) { PartPicked(part, value); });
         connect(number, &QSpinBox::valueChanged, this, [this, part](int value) { PartPicked(part, value); });
         fRamps[i] = ramp;
         fLetters[i] = letter;

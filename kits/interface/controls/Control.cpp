@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Control.h"
 
 #include "kits/application/Message.h"
@@ -117,5 +118,6 @@ void BControl::UpdateWidget()
 void BControl::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/FieldMenu.h"
 
 #include "kits/interface/platform/Selections.h"
@@ -32,7 +33,8 @@ void Add(QMenu& menu, const QString& text, const char* icon, bool isEnabled, con
 void AddSteps(QMenu& menu, QAbstractSpinBox& box)
 {
     menu.addSeparator();
-    Add(menu, QAbstractSpinBox::tr("&Step up"), "", true, [&box] { box.stepUp(); });
+    Add(
+        menu, QAbstractSpinBox::tr("&Step up"), "", true, [&box] { box.stepUp(); });
     Add(menu, QAbstractSpinBox::tr("Step &down"), "", true, [&box] { box.stepDown(); });
 }
 
@@ -44,10 +46,12 @@ void Open(QLineEdit& field, const QPoint& where, const std::function<void()>& pa
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const bool isChosen = field.hasSelectedText();
     const bool isText = !field.text().isEmpty();
-    Add(*menu, TextOf("&Undo", QKeySequence::Undo), "edit-undo", field.isUndoAvailable(), [&field] { field.undo(); });
+    Add(
+        *menu, TextOf("&Undo", QKeySequence::Undo), "edit-undo", field.isUndoAvailable(), [&field] { field.undo(); });
     Add(*menu, TextOf("&Redo", QKeySequence::Redo), "edit-redo", field.isRedoAvailable(), [&field] { field.redo(); });
     menu->addSeparator();
-    Add(*menu, TextOf("Cu&t", QKeySequence::Cut), "edit-cut", isChosen, [&field] { field.cut(); });
+    Add(
+        *menu, TextOf("Cu&t", QKeySequence::Cut), "edit-cut", isChosen, [&field] { field.cut(); });
     Add(*menu, TextOf("&Copy", QKeySequence::Copy), "edit-copy", isChosen, [&field] { field.copy(); });
     Add(*menu, TextOf("&Paste", QKeySequence::Paste), "edit-paste",
         Selections::MayHaveText(Selections::Name::kClipboard), paste);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/FilePanel.h"
 
 #include "kits/application/MainThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/LabeledWidget.h"
 
 #include "kits/interface/controls/NarrowText.h"

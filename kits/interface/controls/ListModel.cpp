@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/ListModel.h"
 
 #include <algorithm>
@@ -73,10 +74,9 @@ int32 ListModel::EndOfUnder(int32 full) const
 int32 ListModel::ParentOf(int32 full) const
 {
     const int32 level = FullAt(full)->OutlineLevel();
-    for (int32 i = full - 1; i >= 0; i--) {
+    for (int32 i = full - 1; i >= 0; i--)
         if (FullAt(i)->OutlineLevel() < level)
             return i;
-    }
     return -1;
 }
 

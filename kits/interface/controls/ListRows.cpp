@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/ListWidget.h"
 #include "kits/interface/core/Content.h"
 

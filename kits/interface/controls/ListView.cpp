@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ListView.h"
 
 #include "kits/application/MainThread.h"
@@ -97,10 +98,9 @@ void BListView::Select(int32 index, bool extend)
     BListItem* item = ItemAt(index);
     if (item == nullptr || !item->IsEnabled())
         return;
-    if (!extend || fType == B_SINGLE_SELECTION_LIST) {
+    if (!extend || fType == B_SINGLE_SELECTION_LIST)
         for (int32 i = 0; i < fModel->CountFull(); i++)
             fModel->FullAt(i)->fSelected = false;
-    }
     item->fSelected = true;
     WidgetNeedsUpdate();
     SelectionChanged();
@@ -138,10 +138,9 @@ bool BListView::IsItemSelected(int32 index) const
 int32 BListView::CurrentSelection(int32 nth) const
 {
     const std::vector<BListItem*>& shown = fModel->Shown();
-    for (std::size_t i = 0; i < shown.size(); i++) {
+    for (std::size_t i = 0; i < shown.size(); i++)
         if (shown[i]->IsSelected() && nth-- == 0)
             return static_cast<int32>(i);
-    }
     return -1;
 }
 
@@ -266,7 +265,8 @@ void BListView::UpdateWidget()
 void BListView::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }
 
 void BListView::RowsChanged()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/ListWidget.h"
 
 #include "kits/interface/Clipboard.h"
@@ -26,7 +27,8 @@ ListWidget::ListWidget(BListView* owner, bool outline)
     setEditTriggers(NoEditTriggers);
     setSelectionMode(owner->ListType() == B_SINGLE_SELECTION_LIST ? SingleSelection : ExtendedSelection);
     setModel(&fRows);
-    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) { RowOpened(index, true); });
+    connect(
+        this, &QTreeView::expanded, this, [this](const QModelIndex& index) { RowOpened(index, true); });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) { RowOpened(index, false); });
     fRefreshing = false;
 }

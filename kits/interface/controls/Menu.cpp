@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Menu.h"
 
 #include "kits/application/Messenger.h"
@@ -193,10 +194,12 @@ BMenu* BMenu::Supermenu() const
 void BMenu::NeedsUpdate()
 {
     if (fPart != nullptr) {
-        kits::RunOnMain(this, [this] {
-            if (fPart != nullptr)
-                fPart->Update();
-        });
+        kits::RunOnMain(
+            this,
+            [this] {
+                if (fPart != nullptr)
+                    fPart->Update();
+            });
     }
     if (fField != nullptr)
         fField->WidgetNeedsUpdate();
@@ -205,10 +208,9 @@ void BMenu::NeedsUpdate()
 void BMenu::ItemMarked(BMenuItem* item)
 {
     if (fRadioMode) {
-        for (const auto& other : fItems) {
+        for (const auto& other : fItems)
             if (other.get() != item)
                 other->fMarked = false;
-        }
     }
     if (fLabelFromMarked && fSuperitem != nullptr)
         fSuperitem->SetLabel(item->Label());

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuBar.h"
 
 #include "kits/interface/Window.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuField.h"
 
 #include "kits/interface/Menu.h"
@@ -83,11 +84,10 @@ private:
     QString Longest() const
     {
         QString longest;
-        for (int i = 0; i < count(); i++) {
+        for (int i = 0; i < count(); i++)
             if (kits::NarrowText::WidthOf(this, itemText(i), QFont::Unstretched) >
                 kits::NarrowText::WidthOf(this, longest, QFont::Unstretched))
                 longest = itemText(i);
-        }
         return longest;
     }
 
@@ -227,5 +227,6 @@ void BMenuField::UpdateWidget()
 void BMenuField::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuItem.h"
 
 #include "kits/application/Message.h"

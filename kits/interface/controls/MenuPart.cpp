@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/MenuPart.h"
 
 #include "kits/interface/Menu.h"
@@ -116,10 +117,9 @@ MenuPart::MenuPart(BMenu* menu, QMenuBar* bar)
 
 MenuPart::~MenuPart()
 {
-    for (const Entry& entry : fEntries) {
+    for (const Entry& entry : fEntries)
         if (entry.item != nullptr && entry.item->Submenu() != nullptr)
             entry.item->Submenu()->fPart.reset();
-    }
     if (!fMenuWidget)
         return;
     if (IsMainThread())
@@ -215,10 +215,9 @@ void MenuPart::UpdateAction(const Entry& entry, const std::string& text)
 
 MenuPart::Entry* MenuPart::FindEntry(const QAction* action)
 {
-    for (Entry& entry : fEntries) {
+    for (Entry& entry : fEntries)
         if (entry.action == action && entry.item != nullptr)
             return &entry;
-    }
     return nullptr;
 }
 
@@ -266,10 +265,9 @@ void MenuPart::Open(const QPoint& where, std::function<void()> closed)
 
 void MenuPart::GoToMarked()
 {
-    for (const Entry& entry : fEntries) {
+    for (const Entry& entry : fEntries)
         if (entry.item != nullptr && entry.item->IsMarked())
             fMenuWidget->setActiveAction(entry.action);
-    }
 }
 
 void MenuPart::ButtonReleased()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/NumberControl.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/OutlineListView.h"
 
 #include "kits/interface/controls/ListModel.h"
@@ -40,11 +41,9 @@ int32 BOutlineListView::FullListCountItems() const
 BListItem* BOutlineListView::ItemUnderAt(BListItem* superitem, bool oneLevelOnly, int32 index) const
 {
     int32 end = 0;
-    for (int32 i = FirstUnder(superitem, &end); i < end && index >= 0;
-         i = oneLevelOnly ? fModel->EndOfUnder(i) : i + 1) {
+    for (int32 i = FirstUnder(superitem, &end); i < end && index >= 0; i = oneLevelOnly ? fModel->EndOfUnder(i) : i + 1)
         if (index-- == 0)
             return fModel->FullAt(i);
-    }
     return nullptr;
 }
 

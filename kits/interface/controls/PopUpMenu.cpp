@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/PopUpMenu.h"
 
 #include "kits/application/MainThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ScrollView.h"
 
 #include "kits/interface/core/Content.h"

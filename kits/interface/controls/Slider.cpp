@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Slider.h"
 
 #include "kits/application/Message.h"
@@ -112,8 +113,8 @@ QWidget* BSlider::MakeWidget()
 {
     auto* widget = new kits::SliderWidget;
     kits::SliderBar* bar = widget->Bar();
-    QObject::connect(bar, &QSlider::valueChanged, fContent.get(),
-                     [this, bar](int value) { UserMoved(value, bar->isSliderDown()); });
+    QObject::connect(
+        bar, &QSlider::valueChanged, fContent.get(), [this, bar](int value) { UserMoved(value, bar->isSliderDown()); });
     QObject::connect(bar, &QSlider::sliderReleased, fContent.get(), [this] { UserLetGo(); });
     return widget;
 }

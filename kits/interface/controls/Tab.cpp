@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TabView.h"
 #include "kits/interface/controls/TabStrip.h"
 

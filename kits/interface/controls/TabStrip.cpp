@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/TabStrip.h"
 
 #include "kits/interface/TabView.h"
@@ -79,10 +80,9 @@ int TabStrip::Height() const
 QSize TabStrip::tabSizeHint(int index) const
 {
     QSize size = QTabBar::tabSizeHint(index);
-    if (fOwner->fTabWidth == B_WIDTH_FROM_WIDEST) {
+    if (fOwner->fTabWidth == B_WIDTH_FROM_WIDEST)
         for (int i = 0; i < count(); i++)
             size.setWidth(std::max(size.width(), QTabBar::tabSizeHint(i).width()));
-    }
     return size;
 }
 
@@ -98,10 +98,9 @@ void TabStrip::paintEvent(QPaintEvent*)
     if (drawBase())
         PaintBase(painter);
     const int selected = fOwner->Selection();
-    for (int i = 0; i < count(); i++) {
+    for (int i = 0; i < count(); i++)
         if (i != selected)
             PaintTab(painter, i);
-    }
     if (selected >= 0 && selected < count())
         PaintTab(painter, selected);
 }

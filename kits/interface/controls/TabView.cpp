@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TabView.h"
 
 #include "kits/interface/controls/TabStrip.h"
@@ -161,7 +162,8 @@ void BTabView::UpdateWidget()
 void BTabView::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }
 
 void BTabView::LayOut()

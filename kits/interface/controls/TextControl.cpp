@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TextControl.h"
 
 #include "kits/application/Message.h"
@@ -66,8 +67,8 @@ void BTextControl::UserEdited(std::string text)
 QWidget* BTextControl::MakeWidget()
 {
     auto* edit = new QLineEdit;
-    QObject::connect(edit, &QLineEdit::textEdited, fContent.get(),
-                     [this](const QString& text) { UserEdited(text.toStdString()); });
+    QObject::connect(
+        edit, &QLineEdit::textEdited, fContent.get(), [this](const QString& text) { UserEdited(text.toStdString()); });
     QObject::connect(edit, &QLineEdit::returnPressed, fContent.get(), [this] { Invoke(); });
     return new kits::LabeledWidget(edit);
 }

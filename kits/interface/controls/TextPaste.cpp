@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/TextPaste.h"
 
 #include "kits/application/delivery/MainThreadPrivate.h"
@@ -82,10 +83,12 @@ bool UseButton(QLineEdit& field, const QMouseEvent& mouse)
 
 void OpenMenu(QLineEdit& field, const QContextMenuEvent& event)
 {
-    FieldMenu::Open(field, event.globalPos(), [&field] {
-        if (!PasteForeign(field, Name::kClipboard))
-            field.paste();
-    });
+    FieldMenu::Open(
+        field, event.globalPos(),
+        [&field] {
+            if (!PasteForeign(field, Name::kClipboard))
+                field.paste();
+        });
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TextView.h"
 
 #include "kits/interface/controls/TextWidget.h"
@@ -97,5 +98,6 @@ void BTextView::UpdateWidget()
 void BTextView::WidgetNeedsUpdate()
 {
     if (fContent != nullptr)
-        kits::RunOnMain(this, [this] { UpdateWidget(); });
+        kits::RunOnMain(
+            this, [this] { UpdateWidget(); });
 }

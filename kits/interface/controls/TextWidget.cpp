@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/TextWidget.h"
 
 #include "kits/interface/drawing/TextColumns.h"
@@ -46,10 +47,9 @@ void TextWidget::TakeText(const QString& text)
     edit.beginEditBlock();
     QTextBlock block = document()->begin();
     qsizetype line = 0;
-    for (; line < lines.size() && block.isValid(); line++, block = block.next()) {
+    for (; line < lines.size() && block.isValid(); line++, block = block.next())
         if (block.text() != lines[line])
             ReplaceText(block, lines[line]);
-    }
     if (block.isValid()) {
         edit.setPosition(block.position() - 1);
         edit.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);

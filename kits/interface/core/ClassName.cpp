@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ClassName.h"
 
-#include <cstdlib>
 #include <cxxabi.h>
+
+#include <cstdlib>
 #include <memory>
 
 namespace kits {

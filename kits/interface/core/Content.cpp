@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/Content.h"
 
 #include "kits/interface/View.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/Drag.h"
 
 #include "kits/application/delivery/MainThreadPrivate.h"
@@ -102,11 +103,10 @@ public:
         if (QGuiApplication::focusWindow() != nullptr)
             return;
         QWindow* from = nullptr;
-        for (WindowImpl* window : WindowImpl::All()) {
+        for (WindowImpl* window : WindowImpl::All())
             if (window->CanShow() &&
                 window->fWindow->Bounds().Contains(window->fWindow->ConvertFromScreen(Pointer::Where())))
                 from = window->fPane->windowHandle();
-        }
         if (from == nullptr)
             return;
         if (XServer() != nullptr)
@@ -237,10 +237,9 @@ void ForeignIsHere()
     if (sForeign == nullptr || sOver != nullptr)
         return;
     sOver = std::make_unique<BMessage>(*sForeign->Message());
-    for (const WindowImpl* window : WindowImpl::All()) {
+    for (const WindowImpl* window : WindowImpl::All())
         if (window == sPlace.window)
             Pointer::Moved(window->fWindow, sPlace.where, sOver.get());
-    }
 }
 
 /// Sets the message that is dragged over our windows, or starts to fetch it.

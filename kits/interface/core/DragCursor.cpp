@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/DragCursor.h"
 
 #include "kits/interface/platform/x11/DesktopPlace.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/DragShape.h"
 
 #include "kits/interface/platform/x11/DesktopLayer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/KeyInput.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/Pointer.h"
 
 #include "kits/application/FieldRanges.h"
@@ -71,10 +72,9 @@ void TellTransit(BView* view, BPoint screenPoint, uint32 transit, const BMessage
 
 WindowImpl* WindowOf(const QObject* receiver)
 {
-    for (WindowImpl* window : WindowImpl::All()) {
+    for (WindowImpl* window : WindowImpl::All())
         if (window->fPane->windowHandle() == receiver)
             return window;
-    }
     return nullptr;
 }
 

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ScaleWatch.h"
 
 #include "kits/interface/core/ScreenList.h"
-#include "kits/interface/platform/Wayland.h"
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowPane.h"
+#include "kits/interface/platform/Wayland.h"
 #include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Screen.h"
 
 #include "kits/application/Message.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Shelf.h"
 
 #include "kits/interface/core/ViewImpl.h"

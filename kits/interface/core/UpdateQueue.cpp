@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/UpdateQueue.h"
 
 #include "kits/application/EventLoop.h"

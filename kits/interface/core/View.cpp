@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/View.h"
 
 #include "kits/application/Message.h"
@@ -29,10 +30,9 @@ void BView::AddChild(BView* child, BView* before)
 {
     if (child == nullptr)
         return;
-    for (BView* view = this; view != nullptr; view = view->fImpl->fParent) {
+    for (BView* view = this; view != nullptr; view = view->fImpl->fParent)
         if (view == child)
             return;
-    }
     if (!kits::ViewImpl::Insert(fImpl->fChildren, child, before))
         return;
     child->fImpl->fParent = this;
@@ -84,10 +84,9 @@ BView* BView::NextSibling() const
     const std::vector<std::unique_ptr<BView>>* siblings = fImpl->SiblingList();
     if (siblings == nullptr)
         return nullptr;
-    for (size_t i = 0; i + 1 < siblings->size(); i++) {
+    for (size_t i = 0; i + 1 < siblings->size(); i++)
         if ((*siblings)[i].get() == this)
             return (*siblings)[i + 1].get();
-    }
     return nullptr;
 }
 
@@ -96,10 +95,9 @@ BView* BView::PreviousSibling() const
     const std::vector<std::unique_ptr<BView>>* siblings = fImpl->SiblingList();
     if (siblings == nullptr)
         return nullptr;
-    for (size_t i = 1; i < siblings->size(); i++) {
+    for (size_t i = 1; i < siblings->size(); i++)
         if ((*siblings)[i].get() == this)
             return (*siblings)[i - 1].get();
-    }
     return nullptr;
 }
 
@@ -119,10 +117,9 @@ BView* BView::FindView(const char* name) const
         return nullptr;
     if (std::string_view(name) == Name())
         return const_cast<BView*>(this);
-    for (const std::unique_ptr<BView>& child : fImpl->fChildren) {
+    for (const std::unique_ptr<BView>& child : fImpl->fChildren)
         if (BView* found = child->FindView(name))
             return found;
-    }
     return nullptr;
 }
 

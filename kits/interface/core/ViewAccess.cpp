@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ViewAccess.h"
 
 #include "kits/interface/AccessiblePart.h"
@@ -114,10 +115,9 @@ public:
 
     int indexOfChild(const QAccessibleInterface* child) const override
     {
-        for (int i = 0; i < fParts.size(); i++) {
+        for (int i = 0; i < fParts.size(); i++)
             if (QAccessible::accessibleInterface(fParts[i]) == child)
                 return QAccessibleWidget::childCount() + i;
-        }
         return QAccessibleWidget::indexOfChild(child);
     }
 

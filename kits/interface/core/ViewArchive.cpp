@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/core/ClassName.h"
@@ -60,10 +61,9 @@ status_t BView::Archive(BMessage* into, bool deep) const
         status = into->AddInt32("_resize_mode", static_cast<int32>(fImpl->fMode));
     if (status == B_OK)
         status = into->AddInt32("_flags", static_cast<int32>(fImpl->fFlags));
-    for (const rgb_color color : {fImpl->fHigh, fImpl->fLow, fImpl->fViewColor}) {
+    for (const rgb_color color : {fImpl->fHigh, fImpl->fLow, fImpl->fViewColor})
         if (status == B_OK)
             status = into->AddInt32("_color", static_cast<int32>(kits::ToWord(color)));
-    }
     for (size_t i = 0; deep && status == B_OK && i < fImpl->fChildren.size(); i++) {
         BMessage child;
         status = fImpl->fChildren[i]->Archive(&child, true);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/UpdateQueue.h"
@@ -38,10 +39,9 @@ BPoint ViewImpl::Origin() const
 
 bool ViewImpl::IsShownInWindow() const
 {
-    for (const ViewImpl* impl = this; impl != nullptr; impl = impl->fParent != nullptr ? &Of(impl->fParent) : nullptr) {
+    for (const ViewImpl* impl = this; impl != nullptr; impl = impl->fParent != nullptr ? &Of(impl->fParent) : nullptr)
         if (impl->fHideCount > 0)
             return false;
-    }
     return true;
 }
 
@@ -55,10 +55,9 @@ void ViewImpl::SetFrame(const BRect& frame)
     const bool moved = frame.LeftTop() != fFrame.LeftTop();
     fFrame = frame;
     fPixelFrame = PixelsOf(frame);
-    if (dx != 0 || dy != 0) {
+    if (dx != 0 || dy != 0)
         for (const std::unique_ptr<BView>& child : fChildren)
             Of(child.get()).FollowParent(dx, dy);
-    }
     if (fWindow == nullptr)
         return;
     const PixelRect after = PixelFrame();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/interface/View.h"
@@ -131,7 +132,7 @@ public:
     bool fKeyIgnored = false;  ///< the last key was not used
 
     ViewPane* fPane = nullptr; ///< its widget, null until it first comes into a window; owned by this
-    BShelf* fShelf = nullptr; ///< takes dragged archives; not owned
+    BShelf* fShelf = nullptr;  ///< takes dragged archives; not owned
     std::string fToolTip;
     std::string fAccessibleName;
     /// Expires when the view goes: for what runs later in the main thread.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/MainThread.h"
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/core/Drag.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ViewPane.h"
 
 #include "kits/application/delivery/MainThreadPrivate.h"

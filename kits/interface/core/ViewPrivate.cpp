@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ViewPrivate.h"
 
 #include "kits/interface/core/Pointer.h"

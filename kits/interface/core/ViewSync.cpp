@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/UpdateQueue.h"
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/ViewPane.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/core/UpdateQueue.h"
 #include "kits/interface/core/ViewImpl.h"
@@ -121,10 +122,9 @@ void ViewImpl::CallDetachHooks()
 
 ViewImpl* ViewImpl::ChildWithHooks(bool called) const
 {
-    for (const std::unique_ptr<BView>& child : fChildren) {
+    for (const std::unique_ptr<BView>& child : fChildren)
         if (Of(child.get()).fHooksCalled == called)
             return &Of(child.get());
-    }
     return nullptr;
 }
 

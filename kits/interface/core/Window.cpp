@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Window.h"
 
 #include "kits/application/Message.h"
@@ -151,10 +152,9 @@ int32 BWindow::CountChildren() const
 
 BView* BWindow::FindView(const char* name) const
 {
-    for (const std::unique_ptr<BView>& child : fImpl->fChildren) {
+    for (const std::unique_ptr<BView>& child : fImpl->fChildren)
         if (BView* found = child->FindView(name))
             return found;
-    }
     return nullptr;
 }
 

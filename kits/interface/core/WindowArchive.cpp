@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
@@ -103,10 +104,9 @@ status_t BWindow::Archive(BMessage* into, bool deep) const
         status = into->AddString("_zoom", settings.zoom == kits::Zoom::kMaximized ? kMaximized : kFullScreen);
     if (status == B_OK)
         status = into->AddInt64("_pulse", settings.pulseRate);
-    for (const float limit : {settings.minWidth, settings.maxWidth, settings.minHeight, settings.maxHeight}) {
+    for (const float limit : {settings.minWidth, settings.maxWidth, settings.minHeight, settings.maxHeight})
         if (status == B_OK)
             status = into->AddFloat("_limits", limit);
-    }
     for (size_t i = 0; deep && status == B_OK && i < fImpl->fChildren.size(); i++) {
         BMessage child;
         status = fImpl->fChildren[i]->Archive(&child, true);

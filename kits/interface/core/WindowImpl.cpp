@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/WindowImpl.h"
 
 #include "kits/application/MainThread.h"

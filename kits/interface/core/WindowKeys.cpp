@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/WindowKeys.h"
 
 #include "kits/application/Application.h"

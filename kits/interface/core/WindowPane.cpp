@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/WindowPane.h"
 
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/interface/core/Drag.h"
 #include "kits/interface/core/ScaleWatch.h"
 #include "kits/interface/core/ViewPane.h"
-#include "kits/interface/platform/Wayland.h"
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowKeys.h"
+#include "kits/interface/platform/Wayland.h"
 #include "kits/interface/platform/desktops/DesktopColor.h"
 #include "kits/interface/platform/x11/DesktopLayer.h"
 #include "kits/interface/platform/x11/ManagerChange.h"
@@ -31,10 +32,9 @@ namespace {
 /// What shines through them is another thing now.
 void RepaintDesktopWindows()
 {
-    for (const WindowImpl* window : WindowImpl::All()) {
+    for (const WindowImpl* window : WindowImpl::All())
         if (window->fSettings.feel == B_DESKTOP_WINDOW_FEEL)
             window->fPane->update();
-    }
 }
 
 Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/View.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/UpdateQueue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/Canvas.h"
 
 #include "kits/interface/drawing/TextBlend.h"
@@ -253,12 +254,11 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
                 scratch[static_cast<size_t>(x)] = from[columns[static_cast<size_t>(x)]];
         }
         if (opaqueOnly) {
-            for (int32 x = begin; x < end; x++) {
+            for (int32 x = begin; x < end; x++)
                 if (scratch[static_cast<size_t>(x)] != B_TRANSPARENT_MAGIC_RGBA32)
                     to[x] = ToStored(scratch[static_cast<size_t>(x)]);
                 else
                     complete = false;
-            }
         } else if (fKind == kRaw) {
             std::memcpy(to + begin, scratch.data() + begin, static_cast<size_t>(end - begin) * sizeof(uint32));
         } else {
@@ -317,13 +317,12 @@ void Canvas::CopyPixels(const PixelRect& source, int32 toX, int32 toY)
             scratch[x] = columns[x] < 0 ? to[x] : words[columns[x]];
         std::memcpy(to, scratch.data(), scratch.size() * sizeof(uint32));
     };
-    if (dy > 0) {
+    if (dy > 0)
         for (int32 y = device.bottom - 1; y >= device.top; y--)
             copyRow(y);
-    } else {
+    else
         for (int32 y = device.top; y < device.bottom; y++)
             copyRow(y);
-    }
     NoteChanged(target);
 }
 
@@ -357,10 +356,9 @@ void Canvas::DrawCoverage(const CoverageMask& mask, int32 deviceX, int32 deviceY
                 }
             }
             const int32 end = std::min(x + static_cast<int32>(sizeof(several)), place.right);
-            for (; x < end; x++) {
+            for (; x < end; x++)
                 if (coverage[x] != 0)
                     row[x] = BlendWords(over ? row[x] : base, full, coverage[x]);
-            }
         }
     }
     // Back to logical pixels, the outer ones.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Font.h"
 
 #include "kits/interface/drawing/TextCache.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Font.h"
 
 #include <QFontDatabase>
@@ -73,7 +74,8 @@ std::vector<Style> StylesOf(const QString& family)
 
 bool Has(const std::vector<Style>& styles, const QString& name)
 {
-    return std::any_of(styles.begin(), styles.end(), [&name](const Style& style) { return style.name == name; });
+    return std::any_of(
+        styles.begin(), styles.end(), [&name](const Style& style) { return style.name == name; });
 }
 
 QString RegularOf(const std::vector<Style>& styles)

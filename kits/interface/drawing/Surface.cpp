@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/Surface.h"
 
 #include <cstring>

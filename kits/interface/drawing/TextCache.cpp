@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/TextCache.h"
 
 #include <QFont>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/TextColumns.h"
 
 #include <algorithm>
@@ -16,10 +17,9 @@ std::vector<std::vector<double>> TabStops(const std::vector<std::vector<double>>
         std::vector<double> group;
         for (std::size_t column = 0; column < columns; column++) {
             double widest = 0;
-            for (std::size_t line = first; line < end; line++) {
+            for (std::size_t line = first; line < end; line++)
                 if (column + 1 < cells[line].size())
                     widest = std::max(widest, cells[line][column]);
-            }
             const double start = group.empty() ? 0 : group.back();
             group.push_back(std::ceil((start + widest + gap) / unit) * unit);
         }

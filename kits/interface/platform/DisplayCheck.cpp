@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/DisplayCheck.h"
 
 #include <QCoreApplication>
@@ -7,13 +8,14 @@
 #include <QLibraryInfo>
 #include <QPluginLoader>
 
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
 
 namespace kits {
 
@@ -46,10 +48,9 @@ bool HasPlatform(const std::string& name)
             const QJsonObject about = QPluginLoader(folder + QLatin1Char('/') + file).metaData();
             const QJsonArray keys =
                 about.value(QLatin1String("MetaData")).toObject().value(QLatin1String("Keys")).toArray();
-            for (const QJsonValue& key : keys) {
+            for (const QJsonValue& key : keys)
                 if (key.toString().compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0)
                     return true;
-            }
         }
     }
     return false;
@@ -75,10 +76,9 @@ bool ReachesX(const std::string& display)
 std::string AskedPlatform(const std::vector<std::string>& arguments, const DisplayCheck::Surroundings& surroundings)
 {
     std::string asked = surroundings.variable("QT_QPA_PLATFORM");
-    for (size_t i = 1; i < arguments.size(); i++) {
+    for (size_t i = 1; i < arguments.size(); i++)
         if ((arguments[i] == "-platform" || arguments[i] == "--platform") && i + 1 < arguments.size())
             asked = arguments[i + 1];
-    }
     return asked;
 }
 

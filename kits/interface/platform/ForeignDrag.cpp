@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/ForeignDrag.h"
 
 #include "kits/application/MainThread.h"

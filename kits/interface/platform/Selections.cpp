@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/Selections.h"
 
 #include "kits/application/MainThread.h"

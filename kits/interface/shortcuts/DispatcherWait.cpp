@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/shortcuts/DispatcherWait.h"
 
 #include "kits/kernel/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/shortcuts/ScreenCopy.h"
 
 #include "kits/interface/core/ViewImpl.h"

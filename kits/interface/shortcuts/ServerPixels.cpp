@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/shortcuts/ServerPixels.h"
 
 #include "kits/interface/platform/x11/XServer.h"
@@ -30,10 +31,9 @@ public:
         if (std::endian::native != std::endian::little || setup->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
             return;
         for (auto formats = xcb_setup_pixmap_formats_iterator(setup); formats.rem > 0; xcb_format_next(&formats)) {
-            for (Format& format : fFormats) {
+            for (Format& format : fFormats)
                 if (format.depth == formats.data->depth && formats.data->bits_per_pixel == 32)
                     format.isKnown = true;
-            }
         }
     }
 

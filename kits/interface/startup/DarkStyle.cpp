@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/DarkStyle.h"
 
 #include <QApplication>

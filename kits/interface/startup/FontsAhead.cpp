@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/FontsAhead.h"
 
 #include <dlfcn.h>

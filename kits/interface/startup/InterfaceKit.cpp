@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/InterfaceKit.h"
 
 #include "kits/application/Application.h"

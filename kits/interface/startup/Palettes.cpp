@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/Palettes.h"
 
 namespace kits::Palettes {

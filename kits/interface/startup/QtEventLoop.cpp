@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/Application.h"
@@ -32,7 +33,8 @@ QtEventLoop::QtEventLoop()
     });
     // The main thread's; other threads that wait in a loop of the toolkit have dispatchers of their own.
     QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
-    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &fNotifier, [this] { AboutToBlock(); });
+    QObject::connect(
+        dispatcher, &QAbstractEventDispatcher::aboutToBlock, &fNotifier, [this] { AboutToBlock(); });
     QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &fNotifier, [this] { Held(); });
 }
 

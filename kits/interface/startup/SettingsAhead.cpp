@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/SettingsAhead.h"
 
 #include "kits/interface/platform/DisplayCheck.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/Theme.h"
 
 #include "kits/interface/core/ViewImpl.h"
@@ -136,10 +137,9 @@ void FollowFiles()
         QStringList paths;
         for (const std::string& name : names) {
             const QFileInfo file(QString::fromStdString(name));
-            for (const QString& path : {file.path(), file.filePath()}) {
+            for (const QString& path : {file.path(), file.filePath()})
                 if (QFileInfo::exists(path))
                     paths << path;
-            }
         }
         if (!paths.isEmpty())
             watcher->addPaths(paths);

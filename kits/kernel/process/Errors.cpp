@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Errors.h"
 
 #include <cerrno>
@@ -99,19 +100,17 @@ constexpr StatusName kStatusNames[] = {
 
 status_t StatusFromErrno(int error) noexcept
 {
-    for (const ErrnoStatus& entry : kErrnoStatuses) {
+    for (const ErrnoStatus& entry : kErrnoStatuses)
         if (entry.error == error)
             return entry.status;
-    }
     return B_ERROR;
 }
 
 const char* StatusText(status_t status) noexcept
 {
-    for (const StatusName& entry : kStatusNames) {
+    for (const StatusName& entry : kStatusNames)
         if (entry.status == status)
             return entry.text;
-    }
     return status < 0 ? "Unknown error" : "No error";
 }
 

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/StandardStreams.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace kits {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/StartMemory.h"
 
 #include <link.h>
@@ -19,10 +20,9 @@ bool HasWrittenCode(const dl_phdr_info& info)
         if (segment.p_type != PT_DYNAMIC)
             continue;
         for (const auto* entry = reinterpret_cast<const ElfW(Dyn)*>(info.dlpi_addr + segment.p_vaddr);
-             entry->d_tag != DT_NULL; entry++) {
+             entry->d_tag != DT_NULL; entry++)
             if (entry->d_tag == DT_TEXTREL || (entry->d_tag == DT_FLAGS && (entry->d_un.d_val & DF_TEXTREL) != 0))
                 return true;
-        }
     }
     return false;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcStat.h"
 
 #include "kits/kernel/record/ProcStatLine.h"

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcStatLine.h"
 
 #ifdef __SSE2__
 
+#include <emmintrin.h>
+
 #include <array>
 #include <bit>
 #include <cstring>
-
-#include <emmintrin.h>
 
 namespace kits {
 
@@ -125,9 +126,8 @@ const char* TakeUsualLine(std::string_view text, const char* line, ProcessorTime
     };
     // Written out, so that each is its own piece of code: user, nice, system, idle, iowait, irq, softirq, steal.
     if (!takeField(true) || !takeField(true) || !takeField(true) || !takeField(false) || !takeField(false) ||
-        !takeField(true) || !takeField(true) || !takeField(true)) {
+        !takeField(true) || !takeField(true) || !takeField(true))
         return nullptr;
-    }
     while (*end == ' ') {
         end = walk.Next();
         if (end == nullptr)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcText.h"
 
 namespace kits {
@@ -8,12 +9,10 @@ std::optional<uint64> TakeNumber(std::string_view* text)
     const char* const end = begin + text->size();
     const char* next = begin;
     uint64 number = 0;
-    for (; next != end && *next >= '0' && *next <= '9'; ++next) {
+    for (; next != end && *next >= '0' && *next <= '9'; ++next)
         if (__builtin_mul_overflow(number, uint64{10}, &number) ||
-            __builtin_add_overflow(number, static_cast<uint64>(*next - '0'), &number)) {
+            __builtin_add_overflow(number, static_cast<uint64>(*next - '0'), &number))
             number = UINT64_MAX;
-        }
-    }
     if (next == begin || next == end)
         return std::nullopt;
     text->remove_prefix(static_cast<size_t>(next - begin));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcessCounter.h"
 
 #include <dirent.h>

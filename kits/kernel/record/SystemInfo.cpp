@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/SystemInfo.h"
 
 #include "kits/kernel/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/HeldLock.h"
 
 #include "kits/kernel/threads/ThreadRecord.h"

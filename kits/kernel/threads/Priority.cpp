@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/threads/Priority.h"
 
 #include "kits/kernel/Threads.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/threads/ThreadRecord.h"
 
 #include "kits/kernel/Errors.h"
@@ -121,10 +122,9 @@ std::shared_ptr<ThreadRecord> ThreadRecord::FindNamed(const std::string& name)
 {
     ThreadTable& table = ThreadTable::Get();
     std::lock_guard lock(table.mutex);
-    for (const auto& [id, record] : table.threads) {
+    for (const auto& [id, record] : table.threads)
         if (record->fName == name)
             return record;
-    }
     return nullptr;
 }
 
@@ -217,7 +217,8 @@ void ThreadRecord::AwaitEnd(status_t* exitStatus)
 {
     WaitPoint::Guard guard = fEnd.Hold();
     if (fHasEnded) {
-        fEnd.Wait(guard, [this] { return fIsGone; });
+        fEnd.Wait(
+            guard, [this] { return fIsGone; });
     } else {
         Interest interest(*this, guard);
         fEnd.Wait(guard, [this] { return fHasEnded; });
@@ -250,10 +251,9 @@ bool ThreadRecord::BeginKilling()
 {
     ThreadRecord& self = Current();
     std::lock_guard lock(ThreadTable::Get().mutex);
-    for (const ThreadRecord* thread = this; thread != nullptr; thread = thread->fKilling) {
+    for (const ThreadRecord* thread = this; thread != nullptr; thread = thread->fKilling)
         if (thread == &self)
             return false;
-    }
     self.fKilling = this;
     return true;
 }

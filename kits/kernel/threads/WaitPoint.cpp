@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/WaitPoint.h"
 
 #include "kits/kernel/Errors.h"

@@ -1,15 +1,17 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/files/Attributes.h"
 
 #include "kits/kernel/Bounds.h"
 #include "kits/storage/files/FileCallsPrivate.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <compare>
-#include <fcntl.h>
 #include <map>
 #include <mutex>
 #include <string>
-#include <sys/stat.h>
 
 namespace kits {
 
@@ -33,9 +35,8 @@ public:
     {
         const std::lock_guard lock(fLock);
         const auto found = fValues.find({key, name});
-        if (found == fValues.end()) {
+        if (found == fValues.end())
             return false;
-        }
         *bytes = found->second;
         return true;
     }
@@ -44,9 +45,8 @@ public:
     {
         const std::lock_guard lock(fLock);
         std::vector<uint8>& value = fValues[{key, name}];
-        if (fTotal - value.size() + bytes.size() > bounds::kMostAttributes) {
+        if (fTotal - value.size() + bytes.size() > bounds::kMostAttributes)
             return B_DEVICE_FULL;
-        }
         fTotal += bytes.size() - value.size();
         value = bytes;
         return B_OK;
@@ -56,9 +56,8 @@ public:
     {
         const std::lock_guard lock(fLock);
         const auto found = fValues.find({key, name});
-        if (found == fValues.end()) {
+        if (found == fValues.end())
             return false;
-        }
         fTotal -= found->second.size();
         fValues.erase(found);
         return true;
@@ -81,9 +80,8 @@ Table& ProcessTable()
 status_t KeyOf(int descriptor, FileKey* key)
 {
     struct statx info;
-    if (statx(descriptor, "", AT_EMPTY_PATH, STATX_INO | STATX_BTIME, &info) != 0) {
+    if (statx(descriptor, "", AT_EMPTY_PATH, STATX_INO | STATX_BTIME, &info) != 0)
         return StatusFromErrno(errno);
-    }
     *key = {.major = info.stx_dev_major, .minor = info.stx_dev_minor, .inode = info.stx_ino};
     if ((info.stx_mask & STATX_BTIME) != 0) {
         key->birthSeconds = info.stx_btime.tv_sec;
@@ -95,9 +93,8 @@ status_t KeyOf(int descriptor, FileKey* key)
 /// What an attribute is kept under, here and in the file system.
 status_t Identify(int descriptor, const char* name, FileKey* key, std::string* systemName)
 {
-    if (name == nullptr || *name == '\0') {
+    if (name == nullptr || *name == '\0')
         return B_BAD_VALUE;
-    }
     *systemName = std::string("user.") + name;
     return systemName->size() < B_FILE_NAME_LENGTH ? KeyOf(descriptor, key) : B_NAME_TOO_LONG;
 }
@@ -114,9 +111,8 @@ std::vector<uint8> Pack(const Attribute& attribute)
 /// Another program may have put anything under the name.
 status_t Unpack(const std::vector<uint8>& bytes, Attribute* attribute)
 {
-    if (bytes.size() < sizeof(type_code)) {
+    if (bytes.size() < sizeof(type_code))
         return B_BAD_VALUE;
-    }
     attribute->type = static_cast<type_code>(bytes[0]) << 24 | static_cast<type_code>(bytes[1]) << 16 |
                       static_cast<type_code>(bytes[2]) << 8 | bytes[3];
     attribute->value.assign(bytes.begin() + sizeof(type_code), bytes.end());
@@ -129,17 +125,15 @@ status_t LoadAttribute(int descriptor, const char* name, Attribute* attribute)
 {
     std::string systemName;
     FileKey key;
-    if (const status_t status = Identify(descriptor, name, &key, &systemName); status != B_OK) {
+    if (const status_t status = Identify(descriptor, name, &key, &systemName); status != B_OK)
         return status;
-    }
     std::vector<uint8> bytes;
     // What is remembered is newer: it was written when the file system refused it.
     if (!ProcessTable().Find(key, systemName, &bytes)) {
         bytes.resize(sizeof(type_code) + kMaxAttributeSize);
         const ssize_t size = ReadAttribute(descriptor, systemName.c_str(), bytes.data(), bytes.size());
-        if (size < 0) {
+        if (size < 0)
             return size == B_UNSUPPORTED ? B_ENTRY_NOT_FOUND : static_cast<status_t>(size);
-        }
         bytes.resize(static_cast<size_t>(size));
     }
     return Unpack(bytes, attribute);
@@ -150,17 +144,14 @@ status_t StoreAttribute(int descriptor, const char* name, const Attribute& attri
     std::string systemName;
     FileKey key;
     status_t status = Identify(descriptor, name, &key, &systemName);
-    if (status != B_OK) {
+    if (status != B_OK)
         return status;
-    }
     const std::vector<uint8> bytes = Pack(attribute);
     status = WriteAttribute(descriptor, systemName.c_str(), bytes.data(), bytes.size());
-    if (status == B_UNSUPPORTED) {
+    if (status == B_UNSUPPORTED)
         return ProcessTable().Put(key, systemName, bytes);
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         ProcessTable().Remove(key, systemName);
-    }
     return status;
 }
 
@@ -169,14 +160,12 @@ status_t DeleteAttribute(int descriptor, const char* name)
     std::string systemName;
     FileKey key;
     status_t status = Identify(descriptor, name, &key, &systemName);
-    if (status != B_OK) {
+    if (status != B_OK)
         return status;
-    }
     const bool remembered = ProcessTable().Remove(key, systemName);
     status = RemoveAttribute(descriptor, systemName.c_str());
-    if (status == B_UNSUPPORTED) {
+    if (status == B_UNSUPPORTED)
         status = B_ENTRY_NOT_FOUND;
-    }
     return remembered && status == B_ENTRY_NOT_FOUND ? B_OK : status;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Directory.h"
 
 #include "kits/storage/Entry.h"
@@ -26,13 +27,11 @@ status_t BDirectory::SetTo(const char* path)
     // The path may be this folder's own.
     const BPath whole(path);
     Unset();
-    if (whole.InitCheck() != B_OK) {
+    if (whole.InitCheck() != B_OK)
         return fStatus = whole.InitCheck();
-    }
     const int32 descriptor = kits::OpenFile(whole.Path(), O_RDONLY | O_DIRECTORY);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         return fStatus = descriptor;
-    }
     fDescriptor = descriptor;
     fPath = whole.Path();
     return fStatus = B_OK;
@@ -51,9 +50,8 @@ status_t BDirectory::SetTo(const BEntry* entry)
 
 void BDirectory::Unset()
 {
-    if (fDescriptor >= 0) {
+    if (fDescriptor >= 0)
         kits::CloseFile(fDescriptor);
-    }
     fDescriptor = -1;
     fPath.clear();
     fStatus = B_NO_INIT;
@@ -61,9 +59,8 @@ void BDirectory::Unset()
 
 status_t BDirectory::GetEntry(BEntry* entry) const
 {
-    if (entry == nullptr) {
+    if (entry == nullptr)
         return B_BAD_VALUE;
-    }
     return fStatus == B_OK ? entry->SetTo(fPath.c_str()) : fStatus;
 }
 
@@ -77,12 +74,10 @@ status_t BDirectory::CreateDirectory(const char* name, BDirectory* directory)
     const BEntry entry(this, name);
     BPath path;
     status_t status = entry.GetPath(&path);
-    if (status == B_OK) {
+    if (status == B_OK)
         status = kits::MakeFolder(path.Path());
-    }
-    if (status == B_OK && directory != nullptr) {
+    if (status == B_OK && directory != nullptr)
         status = directory->SetTo(path.Path());
-    }
     return status;
 }
 

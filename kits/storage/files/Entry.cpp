@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Entry.h"
 
 #include "kits/storage/Directory.h"
 #include "kits/storage/Path.h"
 #include "kits/storage/files/FileCallsPrivate.h"
 
-#include <cerrno>
-#include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -18,12 +20,10 @@ entry_ref Split(const std::string& path)
 {
     const size_t slash = path.rfind('/');
     entry_ref ref{.directory = path.substr(0, slash), .name = path.substr(slash + 1)};
-    if (ref.directory.empty()) {
+    if (ref.directory.empty())
         ref.directory = "/";
-    }
-    if (ref.name.empty()) {
+    if (ref.name.empty())
         ref.name = ".";
-    }
     return ref;
 }
 
@@ -43,9 +43,8 @@ std::string LinkTarget(const std::string& path)
 status_t CheckFolder(const std::string& path)
 {
     struct stat info;
-    if (stat(path.c_str(), &info) != 0) {
+    if (stat(path.c_str(), &info) != 0)
         return kits::StatusFromErrno(errno);
-    }
     return S_ISDIR(info.st_mode) ? B_OK : B_NOT_A_DIRECTORY;
 }
 
@@ -54,9 +53,8 @@ status_t CheckFolder(const std::string& path)
 status_t get_ref_for_path(const char* path, entry_ref* ref)
 {
     BPath whole;
-    if (ref == nullptr || whole.SetTo(path) != B_OK || *whole.Leaf() == '\0') {
+    if (ref == nullptr || whole.SetTo(path) != B_OK || *whole.Leaf() == '\0')
         return B_BAD_VALUE;
-    }
     *ref = Split(whole.Path());
     return B_OK;
 }
@@ -79,12 +77,10 @@ BEntry::BEntry(const entry_ref* ref, bool traverse)
 status_t BEntry::SetTo(const BDirectory* directory, const char* leaf, bool traverse)
 {
     Unset();
-    if (directory == nullptr || leaf == nullptr || *leaf == '\0') {
+    if (directory == nullptr || leaf == nullptr || *leaf == '\0')
         return fStatus = B_BAD_VALUE;
-    }
-    if (directory->InitCheck() != B_OK) {
+    if (directory->InitCheck() != B_OK)
         return fStatus = directory->InitCheck();
-    }
     const BPath path(directory->PathName().c_str(), leaf);
     return fStatus = path.InitCheck() == B_OK ? SetToPath(path.Path(), traverse) : path.InitCheck();
 }
@@ -99,9 +95,8 @@ status_t BEntry::SetTo(const char* path, bool traverse)
 status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
 {
     Unset();
-    if (ref == nullptr || ref->name.empty()) {
+    if (ref == nullptr || ref->name.empty())
         return fStatus = B_BAD_VALUE;
-    }
     const BPath path(ref->directory.c_str(), ref->name.c_str());
     return fStatus = path.InitCheck() == B_OK ? SetToPath(path.Path(), traverse) : path.InitCheck();
 }
@@ -111,21 +106,18 @@ status_t BEntry::SetToPath(std::string path, bool traverse)
     if (traverse) {
         int links = 0;
         for (std::string target = LinkTarget(path); !target.empty(); target = LinkTarget(path)) {
-            if (++links > kMaxLinks) {
+            if (++links > kMaxLinks)
                 return B_LINK_LIMIT;
-            }
             const BPath next =
                 target[0] == '/' ? BPath(target.c_str()) : BPath(Split(path).directory.c_str(), target.c_str());
             path = next.Path();
         }
     }
     const entry_ref ref = Split(path);
-    if (path.size() >= B_PATH_NAME_LENGTH || ref.name.size() >= B_FILE_NAME_LENGTH) {
+    if (path.size() >= B_PATH_NAME_LENGTH || ref.name.size() >= B_FILE_NAME_LENGTH)
         return B_NAME_TOO_LONG;
-    }
-    if (const status_t status = CheckFolder(ref.directory); status != B_OK) {
+    if (const status_t status = CheckFolder(ref.directory); status != B_OK)
         return status;
-    }
     fRef = ref;
     return B_OK;
 }
@@ -150,67 +142,56 @@ bool BEntry::IsSymLink() const
 
 status_t BEntry::GetRef(entry_ref* ref) const
 {
-    if (ref == nullptr) {
+    if (ref == nullptr)
         return B_BAD_VALUE;
-    }
-    if (fStatus == B_OK) {
+    if (fStatus == B_OK)
         *ref = fRef;
-    }
     return fStatus;
 }
 
 status_t BEntry::GetPath(BPath* path) const
 {
-    if (path == nullptr) {
+    if (path == nullptr)
         return B_BAD_VALUE;
-    }
     return fStatus == B_OK ? path->SetTo(Join(fRef).c_str()) : fStatus;
 }
 
 status_t BEntry::GetName(char* buffer) const
 {
-    if (buffer == nullptr) {
+    if (buffer == nullptr)
         return B_BAD_VALUE;
-    }
-    if (fStatus == B_OK) {
+    if (fStatus == B_OK)
         std::memcpy(buffer, fRef.name.c_str(), fRef.name.size() + 1);
-    }
     return fStatus;
 }
 
 status_t BEntry::GetParent(BEntry* parent) const
 {
-    if (parent == nullptr) {
+    if (parent == nullptr)
         return B_BAD_VALUE;
-    }
     return fStatus == B_OK ? parent->SetTo(std::string(fRef.directory).c_str()) : fStatus;
 }
 
 status_t BEntry::GetParent(BDirectory* parent) const
 {
-    if (parent == nullptr) {
+    if (parent == nullptr)
         return B_BAD_VALUE;
-    }
     return fStatus == B_OK ? parent->SetTo(fRef.directory.c_str()) : fStatus;
 }
 
 status_t BEntry::Rename(const char* path, bool clobber)
 {
-    if (fStatus != B_OK) {
+    if (fStatus != B_OK)
         return fStatus;
-    }
-    if (path == nullptr || *path == '\0') {
+    if (path == nullptr || *path == '\0')
         return B_BAD_VALUE;
-    }
     BEntry renamed;
     const BPath whole = *path == '/' ? BPath(path) : BPath(fRef.directory.c_str(), path);
     status_t status = renamed.SetTo(whole.Path());
-    if (status == B_OK) {
+    if (status == B_OK)
         status = kits::RenameFile(Join(fRef).c_str(), Join(renamed.fRef).c_str(), clobber);
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         *this = renamed;
-    }
     return status;
 }
 

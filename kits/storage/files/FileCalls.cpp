@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/files/FileCallsPrivate.h"
 
-#include <atomic>
-#include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
 
 namespace kits {
 
@@ -26,18 +28,16 @@ template <class Call> int64 Perform(FileAction action, Call call)
         action.size = size;
         if (device != nullptr) {
             if (const int error = device->Before(action); error != 0) {
-                if (error == EINTR) {
+                if (error == EINTR)
                     continue;
-                }
                 errno = error;
                 return -1;
             }
         }
         const int64 result = call(action.size);
         const int error = errno;
-        if (device != nullptr) {
+        if (device != nullptr)
             device->After(action, result);
-        }
         if (result >= 0 || error != EINTR) {
             errno = error;
             return result;
@@ -88,12 +88,10 @@ ssize_t ReadFileAt(int descriptor, off_t position, void* buffer, size_t size)
         const FileAction action{.call = FileCall::kRead, .descriptor = descriptor, .size = size - done, .position = at};
         const int64 count = Perform(
             action, [&](size_t bytes) { return pread(descriptor, static_cast<char*>(buffer) + done, bytes, at); });
-        if (count < 0) {
+        if (count < 0)
             return StatusFromErrno(errno);
-        }
-        if (count == 0) {
+        if (count == 0)
             break;
-        }
         done += static_cast<size_t>(count);
     }
     return static_cast<ssize_t>(done);
@@ -107,12 +105,10 @@ status_t WriteFileAt(int descriptor, off_t position, const void* buffer, size_t 
         const FileAction action{
             .call = FileCall::kWrite, .descriptor = descriptor, .data = from, .size = size - *written, .position = at};
         const int64 count = Perform(action, [&](size_t bytes) { return pwrite(descriptor, from, bytes, at); });
-        if (count < 0) {
+        if (count < 0)
             return StatusFromErrno(errno);
-        }
-        if (count == 0) {
+        if (count == 0)
             return B_IO_ERROR;
-        }
         *written += static_cast<size_t>(count);
     }
     return B_OK;
@@ -140,9 +136,8 @@ status_t SyncFolder(int descriptor)
 status_t LockFile(int descriptor)
 {
     const FileAction action{.call = FileCall::kLock, .descriptor = descriptor};
-    if (Perform(action, [&](size_t) { return flock(descriptor, LOCK_EX | LOCK_NB); }) >= 0) {
+    if (Perform(action, [&](size_t) { return flock(descriptor, LOCK_EX | LOCK_NB); }) >= 0)
         return B_OK;
-    }
     switch (errno) {
     case EWOULDBLOCK:
         return B_BUSY;
@@ -166,15 +161,12 @@ status_t RenameFile(const char* from, const char* to, bool clobber)
 {
     const FileAction action{.call = FileCall::kRename, .path = from, .newPath = to};
     return StatusOf(Perform(action, [&](size_t) -> int {
-        if (clobber) {
+        if (clobber)
             return rename(from, to);
-        }
-        if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) {
+        if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
             return 0;
-        }
-        if (errno != EINVAL && errno != ENOSYS) {
+        if (errno != EINVAL && errno != ENOSYS)
             return -1;
-        }
         // A file system that can't do both in one step: the name may be taken in between, by another program alone.
         if (faccessat(AT_FDCWD, to, F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
             errno = EEXIST;
@@ -200,12 +192,10 @@ ssize_t ReadAttribute(int descriptor, const char* name, void* buffer, size_t siz
 {
     const FileAction action{.call = FileCall::kReadAttribute, .descriptor = descriptor, .path = name, .size = size};
     const int64 result = Perform(action, [&](size_t bytes) { return fgetxattr(descriptor, name, buffer, bytes); });
-    if (result >= 0) {
+    if (result >= 0)
         return result;
-    }
-    if (errno == ENODATA) {
+    if (errno == ENODATA)
         return B_ENTRY_NOT_FOUND;
-    }
     return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);
 }
 
@@ -214,21 +204,18 @@ status_t WriteAttribute(int descriptor, const char* name, const void* buffer, si
     const FileAction action{
         .call = FileCall::kWriteAttribute, .descriptor = descriptor, .path = name, .data = buffer, .size = size};
     // A part of a value is not a value: the size is the whole one, whatever the device says.
-    if (Perform(action, [&](size_t) { return fsetxattr(descriptor, name, buffer, size, 0); }) >= 0) {
+    if (Perform(action, [&](size_t) { return fsetxattr(descriptor, name, buffer, size, 0); }) >= 0)
         return B_OK;
-    }
     return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);
 }
 
 status_t RemoveAttribute(int descriptor, const char* name)
 {
     const FileAction action{.call = FileCall::kWriteAttribute, .descriptor = descriptor, .path = name};
-    if (Perform(action, [&](size_t) { return fremovexattr(descriptor, name); }) >= 0) {
+    if (Perform(action, [&](size_t) { return fremovexattr(descriptor, name); }) >= 0)
         return B_OK;
-    }
-    if (errno == ENODATA) {
+    if (errno == ENODATA)
         return B_ENTRY_NOT_FOUND;
-    }
     return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);
 }
 

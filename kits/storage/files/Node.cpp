@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Node.h"
 
 #include "kits/storage/Entry.h"
@@ -6,12 +7,13 @@
 #include "kits/storage/files/FileCallsPrivate.h"
 #include "kits/support/TypeConstants.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -19,9 +21,8 @@ namespace {
 status_t CheckPrivate(int descriptor)
 {
     struct stat info;
-    if (fstat(descriptor, &info) != 0) {
+    if (fstat(descriptor, &info) != 0)
         return kits::StatusFromErrno(errno);
-    }
     return S_ISREG(info.st_mode) && info.st_nlink == 1 && info.st_uid == geteuid() ? B_OK : B_NOT_ALLOWED;
 }
 
@@ -31,13 +32,11 @@ int SystemFlags(uint32 openMode)
     int flags = kAccess[std::min<uint32>(openMode & 3, B_READ_WRITE)];
     if ((openMode & B_CREATE_FILE) != 0) {
         flags |= O_CREAT;
-        if ((openMode & B_FAIL_IF_EXISTS) != 0) {
+        if ((openMode & B_FAIL_IF_EXISTS) != 0)
             flags |= O_EXCL;
-        }
     }
-    if ((openMode & B_PRIVATE_FILE) != 0) {
+    if ((openMode & B_PRIVATE_FILE) != 0)
         flags |= O_NOFOLLOW;
-    }
     return flags;
 }
 
@@ -82,9 +81,8 @@ status_t BNode::SetTo(const entry_ref* ref)
 
 void BNode::Unset()
 {
-    if (fDescriptor >= 0) {
+    if (fDescriptor >= 0)
         kits::CloseFile(fDescriptor);
-    }
     fDescriptor = -1;
     fLocked = false;
     fStatus = B_NO_INIT;
@@ -100,26 +98,22 @@ status_t BNode::OpenPath(const char* path, uint32 openMode)
 {
     const BPath whole(path);
     Unset();
-    if (whole.InitCheck() != B_OK) {
+    if (whole.InitCheck() != B_OK)
         return fStatus = whole.InitCheck();
-    }
     const int32 descriptor = kits::OpenFile(whole.Path(), SystemFlags(openMode));
-    if (descriptor < 0) {
+    if (descriptor < 0)
         return fStatus = (openMode & B_PRIVATE_FILE) != 0 && descriptor == B_LINK_LIMIT ? B_NOT_ALLOWED : descriptor;
-    }
     fDescriptor = descriptor;
     status_t status = (openMode & B_PRIVATE_FILE) != 0 ? CheckPrivate(descriptor) : B_OK;
-    if (status == B_OK && (openMode & B_ERASE_FILE) != 0) {
+    if (status == B_OK && (openMode & B_ERASE_FILE) != 0)
         status = kits::TruncateFile(descriptor, 0);
-    }
     return status == B_OK ? fStatus = B_OK : Fail(status);
 }
 
 status_t BNode::Lock()
 {
-    if (fStatus != B_OK || fLocked) {
+    if (fStatus != B_OK || fLocked)
         return fLocked ? B_BUSY : fStatus;
-    }
     const status_t status = kits::LockFile(fDescriptor);
     fLocked = status == B_OK;
     return status;
@@ -127,9 +121,8 @@ status_t BNode::Lock()
 
 status_t BNode::Unlock()
 {
-    if (fStatus != B_OK || !fLocked) {
+    if (fStatus != B_OK || !fLocked)
         return fStatus != B_OK ? fStatus : B_BAD_VALUE;
-    }
     const status_t status = kits::UnlockFile(fDescriptor);
     fLocked = status != B_OK;
     return status;
@@ -137,13 +130,11 @@ status_t BNode::Unlock()
 
 status_t BNode::GetSize(off_t* size) const
 {
-    if (fStatus != B_OK || size == nullptr) {
+    if (fStatus != B_OK || size == nullptr)
         return fStatus != B_OK ? fStatus : B_BAD_VALUE;
-    }
     struct stat info;
-    if (fstat(fDescriptor, &info) != 0) {
+    if (fstat(fDescriptor, &info) != 0)
         return kits::StatusFromErrno(errno);
-    }
     *size = info.st_size;
     return B_OK;
 }
@@ -164,20 +155,16 @@ bool BNode::IsAt(const BEntry* entry) const
 
 ssize_t BNode::WriteAttr(const char* name, type_code type, off_t offset, const void* buffer, size_t length)
 {
-    if (fStatus != B_OK) {
+    if (fStatus != B_OK)
         return fStatus;
-    }
-    if (offset < 0 || (buffer == nullptr && length > 0)) {
+    if (offset < 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
-    }
-    if (length > kits::kMaxAttributeSize || static_cast<size_t>(offset) > kits::kMaxAttributeSize - length) {
+    if (length > kits::kMaxAttributeSize || static_cast<size_t>(offset) > kits::kMaxAttributeSize - length)
         return B_DEVICE_FULL;
-    }
     kits::Attribute attribute;
     const status_t found = kits::LoadAttribute(fDescriptor, name, &attribute);
-    if (found != B_OK && found != B_ENTRY_NOT_FOUND) {
+    if (found != B_OK && found != B_ENTRY_NOT_FOUND)
         return found;
-    }
     attribute.type = type;
     attribute.value.resize(std::max(attribute.value.size(), static_cast<size_t>(offset) + length));
     std::copy_n(static_cast<const uint8*>(buffer), length, attribute.value.begin() + offset);
@@ -187,19 +174,15 @@ ssize_t BNode::WriteAttr(const char* name, type_code type, off_t offset, const v
 
 ssize_t BNode::ReadAttr(const char* name, type_code type, off_t offset, void* buffer, size_t length) const
 {
-    if (fStatus != B_OK) {
+    if (fStatus != B_OK)
         return fStatus;
-    }
-    if (offset < 0 || (buffer == nullptr && length > 0)) {
+    if (offset < 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
-    }
     kits::Attribute attribute;
-    if (const status_t status = kits::LoadAttribute(fDescriptor, name, &attribute); status != B_OK) {
+    if (const status_t status = kits::LoadAttribute(fDescriptor, name, &attribute); status != B_OK)
         return status;
-    }
-    if (type != B_ANY_TYPE && type != attribute.type) {
+    if (type != B_ANY_TYPE && type != attribute.type)
         return B_MISMATCHED_VALUES;
-    }
     const size_t from = std::min(static_cast<size_t>(offset), attribute.value.size());
     const size_t count = std::min(length, attribute.value.size() - from);
     std::copy_n(attribute.value.begin() + static_cast<off_t>(from), count, static_cast<uint8*>(buffer));
@@ -213,13 +196,11 @@ status_t BNode::RemoveAttr(const char* name)
 
 status_t BNode::GetAttrInfo(const char* name, attr_info* info) const
 {
-    if (fStatus != B_OK || info == nullptr) {
+    if (fStatus != B_OK || info == nullptr)
         return fStatus != B_OK ? fStatus : B_BAD_VALUE;
-    }
     kits::Attribute attribute;
     const status_t status = kits::LoadAttribute(fDescriptor, name, &attribute);
-    if (status == B_OK) {
+    if (status == B_OK)
         *info = {.type = attribute.type, .size = static_cast<off_t>(attribute.value.size())};
-    }
     return status;
 }

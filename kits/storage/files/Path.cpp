@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Path.h"
 
 #include "kits/storage/Entry.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -15,9 +17,8 @@ std::string Clean(std::string_view path)
     while (!path.empty()) {
         const size_t slash = path.find('/');
         const std::string_view part = path.substr(0, slash);
-        if (!part.empty() && part != ".") {
+        if (!part.empty() && part != ".")
             clean.append("/").append(part);
-        }
         path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
     }
     return clean.empty() ? "/" : clean;
@@ -52,9 +53,8 @@ status_t BPath::SetTo(const char* path, const char* leaf)
         whole.append(folder).append("/");
     }
     whole.append(path);
-    if (leaf != nullptr) {
+    if (leaf != nullptr)
         whole.append("/").append(leaf);
-    }
     fPath = Clean(whole);
     return fStatus = B_OK;
 }
@@ -73,9 +73,8 @@ void BPath::Unset()
 
 status_t BPath::Append(const char* path)
 {
-    if (fStatus != B_OK) {
+    if (fStatus != B_OK)
         return fStatus;
-    }
     if (path == nullptr || *path == '\0') {
         Unset();
         return fStatus = B_BAD_VALUE;
@@ -95,14 +94,11 @@ const char* BPath::Leaf() const
 
 status_t BPath::GetParent(BPath* parent) const
 {
-    if (parent == nullptr) {
+    if (parent == nullptr)
         return B_BAD_VALUE;
-    }
-    if (fStatus != B_OK) {
+    if (fStatus != B_OK)
         return fStatus;
-    }
-    if (fPath == "/") {
+    if (fPath == "/")
         return B_ENTRY_NOT_FOUND;
-    }
     return parent->SetTo(fPath.substr(0, fPath.rfind('/') + 1).c_str());
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/ReadSmallFile.h"
 
 #include "kits/storage/files/FileCallsPrivate.h"

@@ -1,14 +1,16 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/ReplaceFile.h"
 
 #include "kits/storage/Entry.h"
 #include "kits/storage/files/FileCallsPrivate.h"
 
-#include <atomic>
-#include <cerrno>
 #include <fcntl.h>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <string>
 
 namespace kits {
 

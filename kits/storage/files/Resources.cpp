@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Resources.h"
 
 #include <cstring>
@@ -23,11 +24,9 @@ LinkedResource::LinkedResource(type_code type, const char* name, const void* dat
 
 const LinkedResource* LinkedResource::Find(type_code type, const char* name)
 {
-    for (const LinkedResource* resource = sFirst; resource != nullptr; resource = resource->fNext) {
-        if (resource->fType == type && std::strcmp(resource->fName, name) == 0) {
+    for (const LinkedResource* resource = sFirst; resource != nullptr; resource = resource->fNext)
+        if (resource->fType == type && std::strcmp(resource->fName, name) == 0)
             return resource;
-        }
-    }
     return nullptr;
 }
 
@@ -36,9 +35,8 @@ const LinkedResource* LinkedResource::Find(type_code type, const char* name)
 const void* BResources::LoadResource(type_code type, const char* name, size_t* size) const
 {
     const kits::LinkedResource* const resource = name != nullptr ? kits::LinkedResource::Find(type, name) : nullptr;
-    if (size != nullptr) {
+    if (size != nullptr)
         *size = resource != nullptr ? resource->fSize : 0;
-    }
     return resource != nullptr ? resource->fData : nullptr;
 }
 

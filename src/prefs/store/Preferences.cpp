@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/Preferences.h"
 
 #include "kits/storage/Directory.h"
@@ -41,12 +42,10 @@ void Preferences::initialise(const char* name, bool common)
     fRef.name = std::string(LeafOf(name != nullptr ? name : "")) + (common ? ".common" : ".user");
     BPath path;
     fInitStatus = find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, !fReadOnly);
-    if (path.InitCheck() == B_OK) {
+    if (path.InitCheck() == B_OK)
         fRef.directory = path.Path();
-    }
-    if (fInitStatus != B_OK) {
+    if (fInitStatus != B_OK)
         return;
-    }
     const BDirectory directory(path.Path());
     const BEntry entry(&directory, fRef.name.c_str());
     entry_ref ref;
@@ -60,12 +59,10 @@ void Preferences::initialise(const char* name, bool common)
 
 status_t Preferences::GetRef(entry_ref* ref) const
 {
-    if (ref == nullptr) {
+    if (ref == nullptr)
         return B_BAD_VALUE;
-    }
-    if (fInitStatus != B_OK) {
+    if (fInitStatus != B_OK)
         return B_NO_INIT;
-    }
     *ref = fRef;
     return B_OK;
 }
@@ -77,28 +74,24 @@ std::vector<StoreNote> Preferences::TakeNotes()
 
 void Preferences::KeepOld(const char* version)
 {
-    if (fFile != nullptr) {
+    if (fFile != nullptr)
         fFile->KeepOld(version);
-    }
 }
 
 bool Preferences::Claim(const char* name, type_code type)
 {
     type_code found = type;
-    if (GetInfo(name, &found) != B_OK) {
+    if (GetInfo(name, &found) != B_OK)
         return false;
-    }
-    if (found != type) {
+    if (found != type)
         RemoveName(name);
-    }
     return found == type;
 }
 
 status_t Preferences::NoteError(status_t status)
 {
-    if (fError == B_OK) {
+    if (fError == B_OK)
         fError = status;
-    }
     return status;
 }
 
@@ -160,17 +153,15 @@ status_t Preferences::SetData(const char* name, type_code type, const void* data
 
 status_t Preferences::Sync()
 {
-    if (fInitStatus != B_OK) {
+    if (fInitStatus != B_OK)
         return B_NO_INIT;
-    }
     return fReadOnly ? B_NOT_ALLOWED : fFile->Replace(*this);
 }
 
 status_t Preferences::SaveTo(BFile* file)
 {
-    if (fInitStatus != B_OK || file == nullptr) {
+    if (fInitStatus != B_OK || file == nullptr)
         return fInitStatus != B_OK ? B_NO_INIT : B_BAD_VALUE;
-    }
     status_t status = LockWithRetry(file);
     if (status == B_OK) {
         status = Flatten(file);
@@ -181,9 +172,8 @@ status_t Preferences::SaveTo(BFile* file)
 
 status_t Preferences::LoadFrom(BFile* file)
 {
-    if (fInitStatus != B_OK || file == nullptr) {
+    if (fInitStatus != B_OK || file == nullptr)
         return fInitStatus != B_OK ? B_NO_INIT : B_BAD_VALUE;
-    }
     status_t status = LockWithRetry(file);
     if (status == B_OK) {
         status = Unflatten(file);
@@ -194,9 +184,8 @@ status_t Preferences::LoadFrom(BFile* file)
 
 status_t Preferences::Revert()
 {
-    if (fInitStatus != B_OK) {
+    if (fInitStatus != B_OK)
         return B_NO_INIT;
-    }
     StoreFile::Found found;
     const status_t status = fFile->Load(this, !fReadOnly, &found);
     fUnreadStatus = found.unread;

@@ -1,10 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/Message.h"
 #include "kits/storage/Entry.h"
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
-
 #include "src/prefs/store/StoreNote.h"
 
 #include <memory>

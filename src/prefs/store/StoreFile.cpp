@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/StoreFile.h"
 
 #include "kits/application/Message.h"
@@ -64,22 +65,17 @@ bool MayBeWhole(status_t status)
 status_t ReadLocked(const BEntry& entry, BFile* file, BMessage* contents)
 {
     status_t status = file->SetTo(&entry, B_READ_ONLY);
-    if (status == B_ENTRY_NOT_FOUND && entry.IsSymLink()) {
+    if (status == B_ENTRY_NOT_FOUND && entry.IsSymLink())
         return kLeadsNowhere;
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         status = file->Lock();
-    }
-    if (status == B_OK && !file->IsAt(&entry)) {
+    if (status == B_OK && !file->IsAt(&entry))
         status = B_BUSY;
-    }
     off_t size = 0;
-    if (status == B_OK) {
+    if (status == B_OK)
         status = file->GetSize(&size);
-    }
-    if (status != B_OK) {
+    if (status != B_OK)
         return status;
-    }
     return size > 0 ? contents->Unflatten(file) : B_ENTRY_NOT_FOUND;
 }
 
@@ -112,9 +108,8 @@ status_t StoreFile::Load(BMessage* contents, bool mayRepair, Found* found)
         fUnread = status;
         found->unread = status;
     }
-    if (!mayRepair && status != B_OK && status != B_ENTRY_NOT_FOUND) {
+    if (!mayRepair && status != B_OK && status != B_ENTRY_NOT_FOUND)
         found->notes.push_back(NoteOf(fRef, status));
-    }
     return status;
 }
 
@@ -127,16 +122,14 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status, Fo
     const status_t mainStatus = ReadLocked(mainEntry, &main, &loaded);
     *status = mainStatus;
     if (mainStatus == B_OK) {
-        if (mayRepair) {
+        if (mayRepair)
             RemoveLeftBackup(&main, found);
-        }
         *contents = std::move(loaded);
         fUnread = B_OK;
         return true;
     }
-    if (IsPassing(mainStatus)) {
+    if (IsPassing(mainStatus))
         return mainStatus != B_BUSY;
-    }
 
     BFile backup;
     const status_t backupStatus = ReadLocked(BEntry(&fBackupRef), &backup, &loaded);
@@ -164,9 +157,8 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status, Fo
         return false;
     }
     *status = mainStatus != B_ENTRY_NOT_FOUND ? mainStatus : backupStatus;
-    if (mayRepair && !LeaveUnread(mainStatus, backupStatus, status, found)) {
+    if (mayRepair && !LeaveUnread(mainStatus, backupStatus, status, found))
         PutAway(mainStatus, backupStatus, backup.InitCheck() == B_OK, found);
-    }
     return true;
 }
 
@@ -174,9 +166,8 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status, Fo
 /// @return whether both stay where they are
 bool StoreFile::LeaveUnread(status_t mainStatus, status_t backupStatus, status_t* status, Found* found)
 {
-    if (!MayBeWhole(mainStatus) && !MayBeWhole(backupStatus)) {
+    if (!MayBeWhole(mainStatus) && !MayBeWhole(backupStatus))
         return false;
-    }
     *status = MayBeWhole(mainStatus) ? mainStatus : backupStatus;
     found->unread = *status;
     fUnread = *status;
@@ -196,9 +187,8 @@ void StoreFile::PutAway(status_t mainStatus, status_t backupStatus, bool backupI
         StoreNote note = NoteOf(fBackupRef, backupStatus);
         // No store of this program is a folder or a link that leads nowhere.
         note.isBackup = !isMissing || backupStatus == B_IS_A_DIRECTORY || backupStatus == kLeadsNowhere;
-        if (!KeepAside(fBackupRef, note, found)) {
+        if (!KeepAside(fBackupRef, note, found))
             fUnread = backupStatus;
-        }
     }
 }
 
@@ -212,9 +202,8 @@ void StoreFile::UseBackup(status_t mainStatus, Found* found)
         return;
     }
     BDirectory folder(fRef.directory.c_str());
-    if (BEntry(&fBackupRef).Rename(fRef.name.c_str(), true) == B_OK) {
+    if (BEntry(&fBackupRef).Rename(fRef.name.c_str(), true) == B_OK)
         folder.Sync();
-    }
 }
 
 /// The file is whole, but a loss of power could still take what the killed writer had not synced.
@@ -244,28 +233,23 @@ void StoreFile::KeepOld(const std::string& version)
 status_t StoreFile::Replace(const BMessage& contents)
 {
     BDirectory folder(fRef.directory.c_str());
-    if (folder.InitCheck() != B_OK) {
+    if (folder.InitCheck() != B_OK)
         return folder.InitCheck();
-    }
     OldFile old;
     status_t status = Repeat([&] { return LockOld(&old); });
-    if (status == B_OK && old.exists) {
+    if (status == B_OK && old.exists)
         status = MoveAway(&old, &folder);
-    }
-    if (status != B_OK) {
+    if (status != B_OK)
         return status;
-    }
 
     BFile file;
     status = WriteNew(contents, &file);
-    if (status == B_OK) {
+    if (status == B_OK)
         status = folder.Sync();
-    }
     if (status != B_OK) {
         file.Unset();
-        if (old.exists && old.moved.Rename(fRef.name.c_str(), true) == B_OK) {
+        if (old.exists && old.moved.Rename(fRef.name.c_str(), true) == B_OK)
             folder.Sync();
-        }
         return status;
     }
     if (old.exists && !old.isKept) {
@@ -288,27 +272,23 @@ status_t StoreFile::LockOld(OldFile* old)
     const BEntry main(&fRef);
     const BEntry backup(&fBackupRef);
     if (backup.Exists()) {
-        if (const status_t status = PutInOrder(); status != B_OK) {
+        if (const status_t status = PutInOrder(); status != B_OK)
             return status;
-        }
     }
     old->exists = main.Exists();
-    if (!old->exists) {
+    if (!old->exists)
         return backup.Exists() ? B_BUSY : B_OK;
-    }
     status_t status = old->node.SetTo(&main);
     if (status != B_OK && !IsPassing(status) && main.Exists()) {
         // It can be moved although it can't be opened; as nobody has read it, it is kept.
-        if (status != B_ENTRY_NOT_FOUND || main.IsSymLink()) {
+        if (status != B_ENTRY_NOT_FOUND || main.IsSymLink())
             fUnread = status == B_ENTRY_NOT_FOUND ? kLeadsNowhere : status;
-        }
         return B_OK;
     }
-    if (status == B_OK) {
+    if (status == B_OK)
         status = old->node.Lock();
-    } else if (status == B_ENTRY_NOT_FOUND) {
+    else if (status == B_ENTRY_NOT_FOUND)
         status = B_BUSY;
-    }
     // With a backup beside it, it is the file that a writer has made and not yet locked.
     return status == B_OK && (!old->node.IsAt(&main) || backup.Exists()) ? B_BUSY : status;
 }
@@ -321,18 +301,14 @@ status_t StoreFile::PutInOrder()
     Found found;
     found.isStart = false;
     status_t status = B_BUSY;
-    if (!TryLoad(&ignored, true, &status, &found)) {
+    if (!TryLoad(&ignored, true, &status, &found))
         return B_BUSY;
-    }
-    if (fUnread == B_OK) {
+    if (fUnread == B_OK)
         fUnread = wasUnread;
-    }
-    if (IsPassing(status)) {
+    if (IsPassing(status))
         return status;
-    }
-    if (found.unread != B_OK && BEntry(&fBackupRef).Exists()) {
+    if (found.unread != B_OK && BEntry(&fBackupRef).Exists())
         KeepAside(fBackupRef, NoteOf(fBackupRef, found.unread), &found);
-    }
     // What can't be put in order now must not be replaced by a newer backup either.
     return BEntry(&fBackupRef).Exists() ? B_IO_ERROR : B_OK;
 }
@@ -343,18 +319,16 @@ status_t StoreFile::MoveAway(OldFile* old, BDirectory* folder) const
     old->moved.SetTo(&fRef);
     old->isKept = fUnread != B_OK || fKeepsVersion;
     status_t status = B_OK;
-    if (fUnread != B_OK) {
+    if (fUnread != B_OK)
         status = Rename(&old->moved, &StoreFile::KeptName);
-    } else if (fKeepsVersion) {
+    else if (fKeepsVersion)
         status = Rename(&old->moved, &StoreFile::NameToKeep);
-    } else {
+    else
         status = old->moved.Rename(fBackupRef.name.c_str(), true);
-    }
     if (status == B_OK) {
         status = folder->Sync();
-        if (status != B_OK) {
+        if (status != B_OK)
             old->moved.Rename(fRef.name.c_str(), true);
-        }
     }
     return status;
 }
@@ -364,20 +338,16 @@ status_t StoreFile::WriteNew(const BMessage& contents, BFile* file) const
 {
     const BEntry entry(&fRef);
     status_t status = file->SetTo(&entry, B_READ_WRITE | B_CREATE_FILE);
-    if (status == B_OK) {
+    if (status == B_OK)
         status = LockWithRetry(file);
-    }
     off_t size = 0;
-    if (status == B_OK) {
+    if (status == B_OK)
         status = file->GetSize(&size);
-    }
     // It was not there before, so what it holds is another writer's.
-    if (status == B_OK && (size > 0 || !file->IsAt(&entry))) {
+    if (status == B_OK && (size > 0 || !file->IsAt(&entry)))
         status = B_BUSY;
-    }
-    if (status == B_OK) {
+    if (status == B_OK)
         status = contents.Flatten(file);
-    }
     return status == B_OK ? file->Sync() : status;
 }
 
@@ -388,9 +358,8 @@ std::string StoreFile::KeptName(int number) const
 
 std::string StoreFile::NameToKeep(int number) const
 {
-    if (fVersion.empty()) {
+    if (fVersion.empty())
         return fRef.name + "." + std::to_string(number);
-    }
     return fRef.name + "." + fVersion + (number == 1 ? "" : "-" + std::to_string(number));
 }
 
@@ -398,9 +367,8 @@ std::string StoreFile::NameToKeep(int number) const
 status_t StoreFile::Rename(BEntry* entry, std::string (StoreFile::*name)(int) const) const
 {
     status_t status = B_FILE_EXISTS;
-    for (int number = 1; status == B_FILE_EXISTS && number <= kMaxKept; ++number) {
+    for (int number = 1; status == B_FILE_EXISTS && number <= kMaxKept; ++number)
         status = entry->Rename((this->*name)(number).c_str());
-    }
     return status;
 }
 
@@ -422,9 +390,8 @@ bool StoreFile::KeepAside(const entry_ref& ref, StoreNote note, Found* found) co
         note.kept = NameIn(entry);
         BDirectory(fRef.directory.c_str()).Sync();
     }
-    if (note.notKept == B_OK || found->isStart) {
+    if (note.notKept == B_OK || found->isStart)
         std::fprintf(stderr, "%s\n", LineOf(note).c_str());
-    }
     found->notes.push_back(note);
     return note.notKept == B_OK;
 }

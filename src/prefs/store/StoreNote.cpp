@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/StoreNote.h"
 
 #include "src/support/Tr.h"
@@ -13,9 +14,8 @@ std::string PathOf(const StoreNote& note)
 
 std::string KeptClause(const StoreNote& note)
 {
-    if (!note.kept.empty()) {
+    if (!note.kept.empty())
         return "; " + std::string(note.isBackup ? "it is" : "they are") + " kept as " + note.kept;
-    }
     return note.notKept != B_OK ? std::string("; renaming the file failed (") + StoreReason(note.notKept) + ")" : "";
 }
 
@@ -38,9 +38,8 @@ const char* StoreReason(status_t status)
 std::string LineOf(const StoreNote& note)
 {
     const std::string reason = std::string(" (") + StoreReason(note.reason) + ")";
-    if (note.isBackup) {
+    if (note.isBackup)
         return "qel: the backup " + PathOf(note) + " could not be read" + reason + KeptClause(note);
-    }
     return "qel: the settings in " + PathOf(note) + " could not be read" + reason + KeptClause(note) +
            (note.wasReplaced ? " beside the new ones" : "") +
            (note.usedBackup ? "; those saved before them are used" : "");
@@ -59,11 +58,10 @@ std::string AlertTextOf(const StoreNote& note)
         note.isBackup ? Tr("The backup of the settings could not be read.") : Tr("The settings could not be read.");
     text += "\n\n" + PlaceText(note.folder, note.file) + "\n" +
             Filled(Tr("Reason: %1"), {Tr(StoreReason(note.reason))}) + "\n\n";
-    if (!note.kept.empty()) {
+    if (!note.kept.empty())
         text += Filled(Tr("What was found there is kept as %1."), {note.kept});
-    } else if (note.notKept != B_OK) {
+    else if (note.notKept != B_OK)
         text += Filled(Tr("It could not be kept under another name: %1."), {Tr(StoreReason(note.notKept))});
-    }
     if (!note.isBackup) {
         text += " ";
         text += note.usedBackup ? Tr("The settings saved before it are used instead.")

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-
 #include "kits/kernel/Errors.h"
+
+#include <string>
 
 /// That the file of a store, or its backup, could not be read, and what became of it. A plain value.
 struct StoreNote {

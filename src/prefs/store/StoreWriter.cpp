@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/StoreWriter.h"
 
 #include <algorithm>
@@ -10,9 +11,8 @@ StoreWriter::~StoreWriter()
 status_t StoreWriter::Write(const Preferences& store)
 {
     entry_ref ref;
-    if (const status_t status = store.GetRef(&ref); status != B_OK) {
+    if (const status_t status = store.GetRef(&ref); status != B_OK)
         return status;
-    }
     {
         const std::lock_guard lock(fLock);
         auto slot = std::find_if(fSlots.begin(), fSlots.end(), [&](const Slot& other) { return other.ref == ref; });
@@ -21,13 +21,11 @@ status_t StoreWriter::Write(const Preferences& store)
             slot->ref = ref;
         }
         const bool isAtWork = slot->waiting != nullptr || slot->isWriting;
-        if (!isAtWork && slot->written != nullptr && slot->written->HasSameData(store)) {
+        if (!isAtWork && slot->written != nullptr && slot->written->HasSameData(store))
             return B_OK;
-        }
         slot->waiting = std::make_unique<Preferences>(store);
-        if (fIsWorking) {
+        if (fIsWorking)
             return B_OK;
-        }
         fIsWorking = true;
     }
     return StartWorker();
@@ -72,9 +70,8 @@ void StoreWriter::WriteWaiting()
         lock.lock();
         slot->isWriting = false;
         slot->result = result;
-        if (result == B_OK) {
+        if (result == B_OK)
             slot->written = std::move(copy);
-        }
     }
 }
 

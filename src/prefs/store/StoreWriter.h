@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "src/prefs/store/Preferences.h"
-
 #include "kits/kernel/Threads.h"
+#include "src/prefs/store/Preferences.h"
 
 #include <list>
 #include <memory>

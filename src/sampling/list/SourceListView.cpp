@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/list/SourceListView.h"
 
 #include "kits/application/Message.h"
@@ -59,10 +60,9 @@ void SourceListView::KeepState()
     const BListItem* selected = ItemAt(CurrentSelection());
     fSelectedRow = FullListIndexOf(selected);
     fCollapsedRows.clear();
-    for (int32 i = 0; i < FullListCountItems(); i++) {
+    for (int32 i = 0; i < FullListCountItems(); i++)
         if (!IsExpanded(i))
             fCollapsedRows.push_back(i);
-    }
 }
 
 void SourceListView::RestoreState()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/MenuTargets.h"
 
 #include "kits/interface/Menu.h"
@@ -5,9 +6,8 @@
 
 void SetTargetForItemsRecursive(BMenu* menu, BHandler* target)
 {
-    if (menu == nullptr) {
+    if (menu == nullptr)
         return;
-    }
     for (int32 index = 0; BMenuItem* item = menu->ItemAt(index); ++index) {
         item->SetTarget(target);
         SetTargetForItemsRecursive(item->Submenu(), target);

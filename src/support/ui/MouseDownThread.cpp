@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/MouseDownThread.h"
 
 #include "kits/application/Looper.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/SmartColorControl.h"
 
 #include "src/support/ColorMessage.h"

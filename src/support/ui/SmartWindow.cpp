@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/SmartWindow.h"
 
 #include "kits/application/Application.h"
@@ -18,9 +19,8 @@ SmartWindow::SmartWindow(BMessage* archive, const char* title, BHandler* target,
     , fOwnerSlot(ownerSlot)
 {
     int32 flags = 0;
-    if (archive->FindInt32("sw:flags", &flags) == B_OK) {
+    if (archive->FindInt32("sw:flags", &flags) == B_OK)
         fFlags = static_cast<uint32>(flags);
-    }
     SetTitle(title);
 }
 
@@ -38,18 +38,16 @@ void SmartWindow::Quit()
 
 void SmartWindow::ForgetOwner()
 {
-    if (fOwnerSlot != nullptr) {
+    if (fOwnerSlot != nullptr)
         *fOwnerSlot = nullptr;
-    }
     fOwnerSlot = nullptr;
 }
 
 status_t SmartWindow::Archive(BMessage* into, bool deep) const
 {
     status_t status = BWindow::Archive(into, deep);
-    if (status == B_OK) {
+    if (status == B_OK)
         status = into->AddString("class", "SmartWindow");
-    }
     if (status == B_OK) {
         status = into->AddInt32("sw:flags", static_cast<int32>(fFlags));
         into->RemoveName("_wspace");
@@ -68,9 +66,8 @@ bool SmartWindow::QuitRequested()
     message.AddMessage("Archive", &archive);
 
     if (fTarget == nullptr) {
-        if (be_app != nullptr) {
+        if (be_app != nullptr)
             be_app->PostMessage(&message);
-        }
     } else if (BLooper* looper = fTarget->Looper()) {
         looper->PostMessage(&message, fTarget);
     }

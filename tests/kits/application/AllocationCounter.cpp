@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/application/AllocationCounter.h"
 
 #include <malloc.h>

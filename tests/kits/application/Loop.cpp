@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/application/Loop.h"
 
 #include "kits/application/EventLoop.h"

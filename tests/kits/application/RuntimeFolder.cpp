@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/application/RuntimeFolder.h"
 
 #include "kits/application/teams/TeamPort.h"

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/application/TeamFixture.h"
 
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
-#include <spawn.h>
 
 namespace test {
 

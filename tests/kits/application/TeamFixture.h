@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/InterfaceLock.h"
@@ -7,7 +8,6 @@
 #include "tests/kits/application/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/types.h>
 
 #include <memory>

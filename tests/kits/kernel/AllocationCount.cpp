@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/kernel/AllocationCount.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// How often the calling thread has allocated memory by `new` so far.

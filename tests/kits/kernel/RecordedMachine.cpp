@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/kernel/RecordedMachine.h"
 
 #include <gtest/gtest.h>
-
 #include <stdlib.h>
 
 #include <fstream>
@@ -73,10 +73,9 @@ void RecordedMachine::WriteProcessors(const std::vector<long long>& userTicks) c
 {
     std::ostringstream text;
     text << "cpu  0 0 0 0 0 0 0 0 0 0\n";
-    for (size_t i = 0; i < userTicks.size(); ++i) {
+    for (size_t i = 0; i < userTicks.size(); ++i)
         if (userTicks[i] >= 0)
             text << "cpu" << i << ' ' << userTicks[i] << " 0 0 1000000 20 0 0 0 0 0\n";
-    }
     text << "intr 0\nctxt 1\nbtime 1735725600\n";
     Write("proc/stat", text.str());
 }

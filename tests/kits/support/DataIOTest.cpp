@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/DataIO.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/Flattenable.h"
 
 #include "kits/support/TypeConstants.h"

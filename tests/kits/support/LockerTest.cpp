@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/Locker.h"
 
 #include "kits/support/Autolock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/Rect.h"
 
 #include "kits/support/Color.h"

@@ -1,18 +1,20 @@
-#include "src/app/AboutFiles.h"
-#include "src/app/AboutWindow.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/application/Application.h"
 #include "kits/interface/Button.h"
 #include "kits/storage/Entry.h"
 #include "kits/storage/Node.h"
 #include "kits/support/TypeConstants.h"
+#include "src/app/AboutFiles.h"
+#include "src/app/AboutWindow.h"
 #include "src/support/Qel.h"
 #include "tests/src/app/AppTest.h"
 
 #include <QApplication>
 #include <QFont>
-#include <filesystem>
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -42,9 +44,8 @@ protected:
     }
     void TearDown() override
     {
-        if (fWindow != nullptr && fWindow->Lock()) {
+        if (fWindow != nullptr && fWindow->Lock())
             fWindow->Quit();
-        }
         AppTest::TearDown();
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Messenger.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/TabView.h"
@@ -14,6 +15,7 @@
 #include <QWidget>
 
 #include <gtest/gtest.h>
+
 #include <set>
 #include <string>
 
@@ -33,10 +35,9 @@ bool IsStructure(QAccessible::Role role)
 
 BTabView* Tabs(const BWindow* window)
 {
-    for (int32 i = 0; i < window->CountChildren(); i++) {
+    for (int32 i = 0; i < window->CountChildren(); i++)
         if (auto* tabs = dynamic_cast<BTabView*>(window->ChildAt(i)))
             return tabs;
-    }
     return nullptr;
 }
 
@@ -44,10 +45,9 @@ BTabView* Tabs(const BWindow* window)
 bool SlidersHaveLabels()
 {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        for (const QSlider* slider : window->findChildren<QSlider*>()) {
+        for (const QSlider* slider : window->findChildren<QSlider*>())
             if (slider->isVisible() && slider->accessibleName().isEmpty())
                 return false;
-        }
     }
     return true;
 }
@@ -77,10 +77,9 @@ protected:
 
     void WalkWindows()
     {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
+        for (QWidget* window : QApplication::topLevelWidgets())
             if (window->isVisible())
                 Walk(QAccessible::queryAccessibleInterface(window), "");
-        }
     }
 };
 

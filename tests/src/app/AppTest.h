@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/Message.h"
@@ -6,10 +7,11 @@
 #include "src/app/Stores.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <vector>
 
@@ -41,9 +43,8 @@ protected:
     /// Runs the application. Once it is ready each step is called in a turn of the loop of its own; then it quits.
     void Run(std::vector<Step> steps)
     {
-        if (fApp == nullptr) {
+        if (fApp == nullptr)
             Make();
-        }
         fSteps = std::move(steps);
         fNextStep = 0;
         fAwaited = nullptr;
@@ -94,9 +95,8 @@ private:
 
     void NextStep()
     {
-        if (fAwaited && !fAwaited()) {
+        if (fAwaited && !fAwaited())
             return;
-        }
         fAwaited = nullptr;
         if (fNextStep < fSteps.size()) {
             fSteps[fNextStep++](*fApp);

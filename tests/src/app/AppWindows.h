@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/interface/TabView.h"
@@ -10,10 +11,9 @@
 
 inline BTabView* Tabs(QelApp& app)
 {
-    for (int32 i = 0; i < app.Window()->CountChildren(); i++) {
+    for (int32 i = 0; i < app.Window()->CountChildren(); i++)
         if (auto* tabs = dynamic_cast<BTabView*>(app.Window()->ChildAt(i)))
             return tabs;
-    }
     return nullptr;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Autosave.h"
 
 #include "kits/application/EventLoop.h"
@@ -13,6 +14,7 @@
 #include "tests/support/GuiTest.h"
 
 #include <QGuiApplication>
+
 #include <atomic>
 #include <cerrno>
 #include <thread>

@@ -1,11 +1,10 @@
-#include "src/app/Uptimes.h"
-
-#include "tests/kits/kernel/clock/TestClock.h"
-#include "tests/src/app/AppTest.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/clock/BootMoment.h"
+#include "src/app/Uptimes.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/support/Qel.h"
+#include "tests/kits/kernel/clock/TestClock.h"
+#include "tests/src/app/AppTest.h"
 
 #include <chrono>
 #include <cstdlib>

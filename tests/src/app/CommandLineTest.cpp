@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/CommandLine.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <initializer_list>
 #include <vector>
 
@@ -79,19 +81,16 @@ TEST(CommandLine, ReadsWhatToTellTheRunningProgram)
 
 TEST(CommandLine, RefusesToTellWhatIsOutOfRange)
 {
-    for (const char* delay : {"0", "-1", "0.0099", "5.0001", "nan", "inf", "1e9", "soon", "", "0.1s", " 1", "0x1"}) {
+    for (const char* delay : {"0", "-1", "0.0099", "5.0001", "nan", "inf", "1e9", "soon", "", "0.1s", " 1", "0x1"})
         EXPECT_NE(Parse({"--set-delay", delay}).error, "") << delay;
-    }
-    for (const char* history : {"0", "1", "-2", "201", "65538", "99999999999", "2.5", "ten", "", "3x", " 3"}) {
+    for (const char* history : {"0", "1", "-2", "201", "65538", "99999999999", "2.5", "ten", "", "3x", " 3"})
         EXPECT_NE(Parse({"--set-history", history}).error, "") << history;
-    }
     for (const char* other : {"--read", "--snapshot=a.png"}) {
         EXPECT_NE(Parse({"--quit", other}).error, "") << other;
         EXPECT_NE(Parse({other, "--set-history", "20"}).error, "") << other;
     }
-    for (const char* option : {"--set-delay", "--set-history", "--quit=1"}) {
+    for (const char* option : {"--set-delay", "--set-history", "--quit=1"})
         EXPECT_NE(Parse({option}).error, "") << option;
-    }
     EXPECT_EQ(Parse({"--quit", "--help"}).action, Action::kHelp);
 }
 
@@ -103,15 +102,12 @@ TEST(CommandLine, ResolvesRelativePathsAtOnce)
 
 TEST(CommandLine, RefusesBadNumbers)
 {
-    for (const char* samples : {"0", "-1", "1.5", "two", "", "3x", " 3", "99999999999", "1000000001"}) {
+    for (const char* samples : {"0", "-1", "1.5", "two", "", "3x", " 3", "99999999999", "1000000001"})
         EXPECT_NE(Parse({"--read", "--samples", samples}).error, "") << samples;
-    }
-    for (const char* interval : {"0", "-1", "nan", "inf", "1e9", "0.0001", "1s", "", "0x1"}) {
+    for (const char* interval : {"0", "-1", "nan", "inf", "1e9", "0.0001", "1s", "", "0x1"})
         EXPECT_NE(Parse({"--read", "--interval", interval}).error, "") << interval;
-    }
-    for (const char* after : {"-0.1", "nan", "inf", "86401", "soon", ""}) {
+    for (const char* after : {"-0.1", "nan", "inf", "86401", "soon", ""})
         EXPECT_NE(Parse({"--snapshot", "a.png", "--after", after}).error, "") << after;
-    }
 }
 
 TEST(CommandLine, RefusesWhatItDoesNotKnow)
@@ -148,7 +144,6 @@ TEST(CommandLine, HelpNamesEveryOption)
 {
     const std::string help = HelpText();
     for (const char* option :
-         {"--help", "--version", "--snapshot", "--after", "--read", "--samples", "--interval", "--json"}) {
+         {"--help", "--version", "--snapshot", "--after", "--read", "--samples", "--interval", "--json"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
-    }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/DesktopKeeper.h"
 
 #include "kits/application/Looper.h"

@@ -1,10 +1,10 @@
-#include "tests/src/app/AppTest.h"
-#include "tests/src/app/AppWindows.h"
-
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/Preferences.h"
 #include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "tests/src/app/AppTest.h"
+#include "tests/src/app/AppWindows.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/FieldRanges.h"
 
+#include "kits/application/Messenger.h"
 #include "src/app/MainWindow.h"
 #include "src/app/Uptimes.h"
 #include "src/chart/ChartView.h"
@@ -10,8 +12,6 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/app/AppTest.h"
-
-#include "kits/application/Messenger.h"
 #include "tests/support/GuiTest.h"
 
 #include <cmath>
@@ -157,18 +157,14 @@ void ExpectInRange(const BMessage& archive, const std::string& what)
         float broken = 0;
         BPoint point;
         BRect rect;
-        if (archive.FindInt16(key, &small) == B_OK) {
+        if (archive.FindInt16(key, &small) == B_OK)
             EXPECT_TRUE(IsInRange(key, small)) << what << ", " << key << ": " << small;
-        }
-        if (archive.FindInt32(key, &number) == B_OK) {
+        if (archive.FindInt32(key, &number) == B_OK)
             EXPECT_TRUE(IsInRange(key, number)) << what << ", " << key << ": " << number;
-        }
-        if (archive.FindInt64(key, &large) == B_OK) {
+        if (archive.FindInt64(key, &large) == B_OK)
             EXPECT_TRUE(IsInRange(key, static_cast<double>(large))) << what << ", " << key << ": " << large;
-        }
-        if (archive.FindFloat(key, &broken) == B_OK) {
+        if (archive.FindFloat(key, &broken) == B_OK)
             EXPECT_TRUE(IsInRange(key, static_cast<double>(broken))) << what << ", " << key << ": " << broken;
-        }
         if (archive.FindPoint(key, &point) == B_OK) {
             EXPECT_TRUE(IsInRange(key, static_cast<double>(point.x)) && IsInRange(key, static_cast<double>(point.y)))
                 << what << ", " << key;
@@ -277,10 +273,9 @@ TEST_F(FieldRangesTest, ChartsSamplerAndUptimesStayInRangeWhateverTheyAreGiven)
         // A sampler has a thread of its own, so not for every one.
         ToSampler(HostileMessages(range).front(), range.key);
     }
-    for (const char* key : {"Delay", "NodesToKeep"}) {
+    for (const char* key : {"Delay", "NodesToKeep"})
         for (const BMessage& hostile : HostileMessages(*kFields.RangeOf(key)))
             ToSampler(hostile, key);
-    }
 }
 
 TEST_F(FieldRangesTest, WindowsStayInRangeWhateverTheyAreGiven)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/MainWindow.h"
 
 #include "kits/application/Message.h"
@@ -10,8 +11,9 @@
 #include "src/support/MessageCodes.h"
 #include "tests/src/app/AppTest.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -20,11 +22,9 @@ constexpr BRect kFrame(50, 50, 400, 200);
 
 template <typename View> View* Find(const BWindow* window)
 {
-    for (int32 i = 0; i < window->CountChildren(); ++i) {
-        if (auto* view = dynamic_cast<View*>(window->ChildAt(i))) {
+    for (int32 i = 0; i < window->CountChildren(); ++i)
+        if (auto* view = dynamic_cast<View*>(window->ChildAt(i)))
             return view;
-        }
-    }
     return nullptr;
 }
 
@@ -44,9 +44,8 @@ protected:
 
     void Close()
     {
-        if (fWindow != nullptr && fWindow->Lock()) {
+        if (fWindow != nullptr && fWindow->Lock())
             fWindow->Quit();
-        }
     }
 
     void Open() { fWindow = new MainWindow(kFrame, &fWindow); }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/QelApp.h"
 
 #include "kits/application/Message.h"
@@ -12,9 +13,10 @@
 #include "tests/src/app/AppTest.h"
 #include "tests/support/GuiTest.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <atomic>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace {
@@ -37,11 +39,9 @@ BMessage WithDelay(int64 delay)
 
 int32 CountPages(const BWindow& window)
 {
-    for (int32 i = 0; i < window.CountChildren(); ++i) {
-        if (const auto* tabs = dynamic_cast<BTabView*>(window.ChildAt(i))) {
+    for (int32 i = 0; i < window.CountChildren(); ++i)
+        if (const auto* tabs = dynamic_cast<BTabView*>(window.ChildAt(i)))
             return tabs->CountTabs();
-        }
-    }
     return 0;
 }
 

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/ReadFormat.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 

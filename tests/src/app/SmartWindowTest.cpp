@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/SmartWindow.h"
 
 #include "kits/application/Message.h"
@@ -36,9 +37,8 @@ std::vector<std::string> Classes(const BMessage& archive)
 {
     std::vector<std::string> classes;
     const char* name = nullptr;
-    for (int32 i = 0; archive.FindString("class", i, &name) == B_OK; ++i) {
+    for (int32 i = 0; archive.FindString("class", i, &name) == B_OK; ++i)
         classes.emplace_back(name);
-    }
     return classes;
 }
 

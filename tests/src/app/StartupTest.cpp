@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Startup.h"
 
 #include "kits/support/TypeConstants.h"
@@ -7,8 +8,10 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTimer>
-#include <filesystem>
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace {
 
@@ -25,13 +28,15 @@ protected:
     /// Of the question that comes.
     static void PressSecondButton()
     {
-        QTimer::singleShot(1, qApp, [] {
-            QWidget* alert = QApplication::activeModalWidget();
-            if (alert == nullptr)
-                PressSecondButton();
-            else
-                alert->findChildren<QPushButton*>().at(1)->click();
-        });
+        QTimer::singleShot(
+            1, qApp,
+            [] {
+                QWidget* alert = QApplication::activeModalWidget();
+                if (alert == nullptr)
+                    PressSecondButton();
+                else
+                    alert->findChildren<QPushButton*>().at(1)->click();
+            });
     }
 };
 

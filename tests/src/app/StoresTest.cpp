@@ -1,11 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Stores.h"
-
-#include "tests/src/app/AppTest.h"
 
 #include "kits/support/TypeConstants.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
+#include "tests/src/app/AppTest.h"
 
 #include <filesystem>
 #include <string>
@@ -35,12 +35,11 @@ protected:
     template <size_t kCount> static void Damage(bool common, const Key (&keys)[kCount])
     {
         Preferences store(signature, common);
-        for (const Key& key : keys) {
+        for (const Key& key : keys)
             if (key.type == B_STRING_TYPE)
                 store.SetRect(key.name, BRect(1, 2, 3, 4));
             else
                 store.SetString(key.name, "of another type");
-        }
         store.SetString("Nobody's", "stays");
         ASSERT_EQ(store.Sync(), B_OK);
     }

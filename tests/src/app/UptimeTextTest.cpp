@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/UptimeText.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <ctime>
-#include <gtest/gtest.h>
 #include <limits>
 #include <string>
 

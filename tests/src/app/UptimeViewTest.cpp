@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/UptimeView.h"
 
 #include "kits/kernel/Clock.h"
@@ -5,8 +6,9 @@
 #include "src/prefs/store/Preferences.h"
 #include "tests/src/app/AppTest.h"
 
-#include <atomic>
 #include <gtest/gtest.h>
+
+#include <atomic>
 #include <string>
 
 namespace {

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Uptimes.h"
-
-#include <cstring>
-#include <gtest/gtest.h>
-#include <vector>
 
 #include "kits/application/Message.h"
 #include "kits/kernel/Errors.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <vector>
 
 namespace {
 
@@ -16,18 +18,16 @@ constexpr bigtime_t kOtherBoots = 1'600'000'000'000'000;
 UptimeTable FullTable()
 {
     UptimeTable table;
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 10; ++i)
         table.Update(1000 - 100 * i, kOtherBoots + bigtime_t{i} * 1'000'000'000);
-    }
     return table;
 }
 
 std::vector<bigtime_t> UptimesOf(const UptimeTable& table)
 {
     std::vector<bigtime_t> uptimes;
-    for (size_t i = 0; i < UptimeTable::kPlaces; ++i) {
+    for (size_t i = 0; i < UptimeTable::kPlaces; ++i)
         uptimes.push_back(table.At(i).uptime);
-    }
     return uptimes;
 }
 

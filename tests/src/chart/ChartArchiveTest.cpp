@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "tests/src/chart/ChartTestKit.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <cmath>
 #include <limits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
@@ -7,8 +8,9 @@
 #include "tests/support/Png.h"
 #include "tests/support/TempFolder.h"
 
-#include <atomic>
 #include <sys/stat.h>
+
+#include <atomic>
 #include <thread>
 
 // Charts scroll on while another thread asks for the averages of pictures, whatever these are.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartCaption.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
 

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
-
-#include "kits/support/TypeConstants.h"
 
 // How charts register for samples, and which samples they take.
 

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartRanges.h"
 #include "tests/src/chart/ChartTestKit.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -75,10 +75,9 @@ protected:
     static QWidgetList Alerts()
     {
         QWidgetList alerts;
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
+        for (QWidget* widget : QApplication::topLevelWidgets())
             if (widget->isVisible() && widget->windowTitle() == "Qel alert")
                 alerts.append(widget);
-        }
         return alerts;
     }
 

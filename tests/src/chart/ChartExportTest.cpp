@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartExport.h"
 
 #include "src/chart/ChartHistory.h"

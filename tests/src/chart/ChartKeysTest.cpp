@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Clipboard.h"
 #include "kits/interface/Menu.h"
 #include "kits/interface/MenuItem.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartMenu.h"
 
 #include "kits/interface/PopUpMenu.h"

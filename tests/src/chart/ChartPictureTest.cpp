@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/chart/ChartTestKit.h"
 
 #include <algorithm>

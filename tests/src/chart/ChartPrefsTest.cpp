@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartViewHolder.h"
 #include "src/support/ui/SmartWindow.h"
 #include "tests/src/chart/ChartTestKit.h"

@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartRanges.h"
 
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <cmath>
 #include <limits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/core/ViewPrivate.h"
 #include "src/chart/ChartExport.h"
@@ -45,10 +46,9 @@ protected:
     static std::string ShownText()
     {
         std::string text;
-        for (QWidget* top : QApplication::topLevelWidgets()) {
+        for (QWidget* top : QApplication::topLevelWidgets())
             for (const QLabel* label : top->findChildren<QLabel*>())
                 text += label->isVisible() ? label->text().toStdString() + "\n" : "";
-        }
         return text;
     }
 
@@ -96,10 +96,9 @@ TEST_F(ChartSavingTest, ThePictureIsWhatTheScreenShows)
     ASSERT_TRUE(test::WaitFor([this] { return folder.Has("chart.png"); }));
     const QImage image = QImage(QString::fromStdString(folder.Path("chart.png"))).convertToFormat(QImage::Format_RGB32);
     ASSERT_EQ(image.width() * image.height(), static_cast<int>(shown.size()));
-    for (int y = 9; y < image.height(); y++) {
+    for (int y = 9; y < image.height(); y++)
         for (int x = 0; x < image.width(); x++)
             EXPECT_EQ(image.pixel(x, y) & 0xFFFFFF, shown[static_cast<size_t>(y * image.width() + x)] & 0xFFFFFF);
-    }
 }
 
 TEST_F(ChartSavingTest, ThePictureHasNoFrameOfTheFocus)
@@ -180,10 +179,9 @@ TEST_F(ChartSavingTest, SaysWhyItCanNotBeSaved)
     chart->SaveFile(folder.Path("none/chart.png"), "bytes");
     EXPECT_TRUE(test::WaitFor([] { return ShownText().find("none/chart.png") != std::string::npos; }));
     EXPECT_NE(ShownText().find(kits::StatusText(B_ENTRY_NOT_FOUND)), std::string::npos);
-    for (QWidget* top : QApplication::topLevelWidgets()) {
+    for (QWidget* top : QApplication::topLevelWidgets())
         if (top->windowTitle() == "Qel alert")
             top->close();
-    }
     test::Turn();
     EXPECT_EQ(ShownText().find("none/chart.png"), std::string::npos);
 }

@@ -1,6 +1,6 @@
-#include "tests/src/chart/ChartTestKit.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Screen.h"
+#include "tests/src/chart/ChartTestKit.h"
 
 #include <set>
 
@@ -31,10 +31,9 @@ protected:
         for (int32 y = 0; y <= chart->Bounds().bottom; y++) {
             const uint32 word = Shown(x, y);
             char letter = word == Word(chart->CurrentLowColor()) ? '.' : '?';
-            for (int32 i = 0; i < kMaxSources; i++) {
+            for (int32 i = 0; i < kMaxSources; i++)
                 if (word == Word(chart->ChartColor(i)))
                     letter = static_cast<char>('0' + i);
-            }
             if (chart->ShowsBorder() && word == Word(chart->BorderColor()))
                 letter = '#';
             letters.push_back(letter);
@@ -45,10 +44,9 @@ protected:
     std::set<uint32> ColorsIn(BRect rect) const
     {
         std::set<uint32> colors;
-        for (float y = rect.top; y <= rect.bottom; y++) {
+        for (float y = rect.top; y <= rect.bottom; y++)
             for (float x = rect.left; x <= rect.right; x++)
                 colors.insert(Shown(static_cast<int32>(x), static_cast<int32>(y)));
-        }
         return colors;
     }
 };
@@ -393,11 +391,9 @@ TEST_F(ChartScreenTest, ASampleTouchesNothingButItsColumn)
     Show(*chart, {.memory = 700, .teams = 700});
     const std::vector<uint32> after = test::PixelsOf(chart);
     ASSERT_EQ(before.size(), after.size());
-    for (size_t i = 0; i < before.size(); i++) {
-        if (i % 101 != 20) {
+    for (size_t i = 0; i < before.size(); i++)
+        if (i % 101 != 20)
             ASSERT_EQ(before[i], after[i]) << i;
-        }
-    }
 }
 
 TEST_F(ChartWindowTest, SamplesDoNotChangeTheArchive)

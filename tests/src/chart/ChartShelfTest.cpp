@@ -1,10 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartShelf.h"
 
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartSteps.h"
 
 #include <gtest/gtest.h>
@@ -245,10 +246,9 @@ TEST(ChartBandTest, ManyChartsHaveEachTheirOwnRows)
 
 TEST(ChartBandTest, AHolderWithoutRoomGivesNoNegativeHeight)
 {
-    for (float bottom : {-1.0f, 0.0f, 1.0f}) {
+    for (float bottom : {-1.0f, 0.0f, 1.0f})
         for (int32 i = 0; i < 5; i++)
             EXPECT_GE(ChartBand(BRect(0, 0, 200, bottom), 5, i).Height(), 0) << bottom << " " << i;
-    }
 }
 
 TEST(SkipCounterTest, LetsEveryNthThrough)

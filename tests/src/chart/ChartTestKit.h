@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/Application.h"
@@ -113,10 +114,9 @@ inline std::string Column(const ChartView& chart, int32 x)
     for (int32 y = 0; y < rows.Height(); y++) {
         const rgb_color color = PixelColor(rows.At(x, y));
         char letter = color == chart.CurrentLowColor() ? '.' : '?';
-        for (int32 i = 0; i < kMaxSources; i++) {
+        for (int32 i = 0; i < kMaxSources; i++)
             if (color == chart.ChartColor(i))
                 letter = static_cast<char>('0' + i);
-        }
         letters.push_back(letter);
     }
     return letters;

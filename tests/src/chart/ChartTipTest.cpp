@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartTip.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
 
@@ -82,9 +83,8 @@ TEST_F(ChartTrackingTest, DraggingRedrawsOnlyAroundTheCaption)
     const auto columns = static_cast<size_t>(chart->Bounds().right) + 1;
     for (size_t i = 0; i < shown.size(); i++) {
         const BPoint pixel(static_cast<float>(i % columns), static_cast<float>(i / columns));
-        if (!touched.Contains(pixel)) {
+        if (!touched.Contains(pixel))
             ASSERT_EQ(shown[i], after[i]) << pixel.x << ", " << pixel.y;
-        }
     }
 }
 

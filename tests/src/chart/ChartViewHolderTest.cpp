@@ -1,13 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/ChartViewHolder.h"
 
 #include "kits/application/MainThread.h"
 #include "kits/interface/startup/Theme.h"
-
+#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartSteps.h"
 #include "src/support/MessageCodes.h"
 #include "tests/src/chart/ChartTestKit.h"
-
-#include "kits/support/TypeConstants.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -280,10 +279,9 @@ double PanelLuminance()
 double ContrastOfHint(const ChartViewHolder* holder)
 {
     double most = 1;
-    for (const uint32 pixel : test::PixelsOf(holder)) {
+    for (const uint32 pixel : test::PixelsOf(holder))
         if (pixel >> 24 == 0xFF)
             most = std::max(most, Contrast(Luminance(pixel), PanelLuminance()));
-    }
     return most;
 }
 

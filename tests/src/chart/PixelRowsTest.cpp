@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/chart/PixelRows.h"
 
 #include "kits/interface/Bitmap.h"
@@ -16,10 +17,9 @@ constexpr int32 kHeight = 2;
 std::vector<uint32> Numbered()
 {
     std::vector<uint32> words;
-    for (int32 y = 0; y < kHeight; y++) {
+    for (int32 y = 0; y < kHeight; y++)
         for (int32 x = 0; x < kWidth; x++)
             words.push_back(static_cast<uint32>(10 * y + x));
-    }
     return words;
 }
 

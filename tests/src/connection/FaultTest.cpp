@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/connection/ConnectionTest.h"
 #include "tests/src/connection/partner/PartnerTricks.h"
 
@@ -35,7 +36,8 @@ protected:
 
     static bool AwaitSteady(const char* signature)
     {
-        return AwaitNumber(signature, "flaps", [](int32 left) { return left == 0; });
+        return AwaitNumber(
+            signature, "flaps", [](int32 left) { return left == 0; });
     }
 
     /// How many the partner has open, with the connection on which it tells.
@@ -142,7 +144,8 @@ TEST_F(FaultTest, TheClientIsKilledAtAnyMoment)
         client.Await();
         EXPECT_TRUE(AwaitSamples(*taker));
     }
-    EXPECT_TRUE(AwaitNumber(test::kServerSignature, "receivers", [](int32 count) { return count == 1; }));
+    EXPECT_TRUE(AwaitNumber(
+        test::kServerSignature, "receivers", [](int32 count) { return count == 1; }));
     EXPECT_TRUE(AwaitNumber(test::kServerSignature, "files", [=](int32 count) { return count <= filesThere; }));
 }
 

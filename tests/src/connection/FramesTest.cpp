@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/TeamPort.h"
 #include "kits/support/TypeConstants.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ServerConnection.h"
 
 #include "kits/support/TypeConstants.h"
@@ -65,9 +66,8 @@ TEST_F(ServerConnectionTest, TheRecordsAreTheSameToTheByteAtBothEnds)
         if (SysinfoNode(&there).Time() != SysinfoNode(&taker->newest).Time())
             continue;
         isSame = true;
-        for (const char* field : fields) {
+        for (const char* field : fields)
             EXPECT_EQ(Bytes(there, field), Bytes(taker->newest, field)) << field;
-        }
     }
     EXPECT_TRUE(isSame);
     EXPECT_EQ(taker->newest.CountNames(B_ANY_TYPE), 4);

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/Autostart.h"
 
 #include "kits/storage/files/FileCalls.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/desktop/DesktopAppTest.h"
 
 #include "kits/application/messages/MessagePrivate.h"
@@ -14,6 +15,7 @@
 #include <QKeyEvent>
 #include <QWidget>
 #include <QWindow>
+
 #include <cmath>
 #include <limits>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "src/chart/ChartView.h"
@@ -6,9 +7,10 @@
 #include "tests/support/GuiTest.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <functional>
-#include <gtest/gtest.h>
 
 /// The program, with stores of the test's own, and no application to be found or started.
 class DesktopAppTest : public testing::Test {

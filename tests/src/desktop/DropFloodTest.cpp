@@ -1,14 +1,15 @@
-#include "tests/src/desktop/DesktopAppTest.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/interface/View.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/Qel.h"
 #include "tests/kits/application/TeamFixture.h"
+#include "tests/src/desktop/DesktopAppTest.h"
+
+#include <malloc.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <limits>
-#include <malloc.h>
 #include <ostream>
 
 namespace {

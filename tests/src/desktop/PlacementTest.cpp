@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "src/desktop/Placement.h"
 
 #include "kits/application/Message.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 

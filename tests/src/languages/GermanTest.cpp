@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Language.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/TabView.h"
@@ -17,16 +18,16 @@
 #include <QWidget>
 
 #include <gtest/gtest.h>
+
 #include <string>
 
 namespace {
 
 BTabView* Tabs(const BWindow* window)
 {
-    for (int32 i = 0; i < window->CountChildren(); i++) {
+    for (int32 i = 0; i < window->CountChildren(); i++)
         if (auto* tabs = dynamic_cast<BTabView*>(window->ChildAt(i)))
             return tabs;
-    }
     return nullptr;
 }
 
@@ -61,9 +62,8 @@ void ExpectNothingIsCut()
                 continue;
             const std::string where = top->windowTitle().toStdString() + ": " + text.toStdString();
             EXPECT_FALSE(text.contains(QChar(0x2026))) << where;
-            if (!text.contains('\n')) {
+            if (!text.contains('\n'))
                 EXPECT_GE(widget->width(), widget->fontMetrics().horizontalAdvance(text)) << where;
-            }
             EXPECT_GE(widget->height() + 1, widget->fontMetrics().height()) << where;
             const QRect inside = widget->visibleRegion().boundingRect();
             EXPECT_EQ(inside.size(), widget->size()) << where;

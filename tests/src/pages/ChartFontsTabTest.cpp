@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartFontsTab.h"
 
 #include "kits/interface/ListView.h"
@@ -54,10 +55,9 @@ protected:
 
     static int32 RowOf(const BListView* list, const std::string& text)
     {
-        for (int32 i = 0; const BListItem* item = list->ItemAt(i); i++) {
+        for (int32 i = 0; const BListItem* item = list->ItemAt(i); i++)
             if (item->Text() == text)
                 return i;
-        }
         return -1;
     }
 
@@ -119,9 +119,8 @@ TEST_F(ChartFontsTabTest, BeginsWithTheFontOfTheValue)
     ShowPage();
     EXPECT_EQ(fSize->Value(), 33);
     EXPECT_STREQ(fSize->Label(), "Size 33");
-    if (fFamilies->CurrentSelection() >= 0) {
+    if (fFamilies->CurrentSelection() >= 0)
         EXPECT_EQ(fFamilies->ItemAt(fFamilies->CurrentSelection())->Text(), FamilyOf(font));
-    }
 }
 
 TEST_F(ChartFontsTabTest, WithoutATargetNothingChanges)

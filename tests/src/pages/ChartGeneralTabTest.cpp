@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartGeneralTab.h"
 
 #include "kits/interface/TextControl.h"

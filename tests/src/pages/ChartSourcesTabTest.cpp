@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/ChartSourcesTab.h"
 
 #include "kits/interface/Button.h"
@@ -24,10 +25,9 @@ protected:
 
     void Select(vptarget_t target, int32 flags)
     {
-        for (int32 i = 0; const auto* row = dynamic_cast<SourceListItem*>(fList->ItemAt(i)); i++) {
+        for (int32 i = 0; const auto* row = dynamic_cast<SourceListItem*>(fList->ItemAt(i)); i++)
             if (row->Target() == target && row->Flags() == flags)
                 fList->Select(i);
-        }
     }
 
     std::vector<vptarget_t> Sources() const

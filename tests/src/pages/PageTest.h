@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/delivery/PostOffice.h"
@@ -64,10 +65,9 @@ protected:
     /// The tab view that pages lie in.
     DDTabView* TabView() const
     {
-        for (int32 i = 0; BView* view = prefs->ChildAt(i); i++) {
+        for (int32 i = 0; BView* view = prefs->ChildAt(i); i++)
             if (auto* tabs = dynamic_cast<DDTabView*>(view))
                 return tabs;
-        }
         return nullptr;
     }
 
@@ -119,10 +119,9 @@ protected:
     /// The alert that is open, null if none is.
     static BAlert* OpenAlert()
     {
-        for (const kits::token_t token : kits::PostOffice::Get().RunningLoopers()) {
+        for (const kits::token_t token : kits::PostOffice::Get().RunningLoopers())
             if (auto* alert = dynamic_cast<BAlert*>(kits::PostOffice::Get().LooperAt(token)))
                 return alert;
-        }
         return nullptr;
     }
 

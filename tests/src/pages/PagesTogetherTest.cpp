@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/TypeConstants.h"
 #include "src/pages/ChartColorTab.h"
 #include "src/pages/ChartFontsTab.h"
@@ -95,12 +96,11 @@ private:
         *copy = message;
         const char* found = nullptr;
         type_code type;
-        for (int32 i = 0; copy->GetInfo(B_ANY_TYPE, i, &found, &type) == B_OK;) {
+        for (int32 i = 0; copy->GetInfo(B_ANY_TYPE, i, &found, &type) == B_OK;)
             if (std::strcmp(found, name) == 0)
                 i++;
             else
                 copy->RemoveName(std::string(found).c_str());
-        }
     }
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/pages/SysinfoTab.h"
 
 #include "kits/support/TypeConstants.h"

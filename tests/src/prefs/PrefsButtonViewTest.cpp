@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/PrefsButtonView.h"
 
 #include "kits/interface/Button.h"
@@ -130,10 +131,9 @@ TEST_F(PrefsButtonViewTest, TabVisitsThemFromLeftToRight)
     test::Turn();
     std::vector<std::string> visited;
     for (int i = 0; i < 3; i++) {
-        for (const char* label : {"Revert all", "Revert", "Cancel"}) {
+        for (const char* label : {"Revert all", "Revert", "Cancel"})
             if (Button(label)->IsFocus())
                 visited.emplace_back(label);
-        }
         test::Key(fWindow, B_TAB);
         test::Turn();
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TabView.h"
 #include "tests/src/prefs/NotingPage.h"
 #include "tests/support/GuiTest.h"

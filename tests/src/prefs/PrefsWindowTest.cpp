@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/PrefsWindow.h"
 
 #include "kits/interface/Button.h"
@@ -78,10 +79,9 @@ protected:
 private:
     template <typename View> View* Child() const
     {
-        for (int32 i = 0; BView* view = fWindow->ChildAt(i); i++) {
+        for (int32 i = 0; BView* view = fWindow->ChildAt(i); i++)
             if (auto* child = dynamic_cast<View*>(view))
                 return child;
-        }
         return nullptr;
     }
 };

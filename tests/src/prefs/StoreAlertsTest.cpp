@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/StoreAlerts.h"
 
 #include "kits/interface/Alert.h"
@@ -37,20 +38,17 @@ protected:
     /// Presses these buttons of the questions that come.
     void Answer(std::vector<int> buttons, const std::function<void()>& before = nullptr)
     {
-        if (buttons.empty()) {
+        if (buttons.empty())
             return;
-        }
         QTimer::singleShot(1, qApp, [this, buttons, before]() mutable {
             QWidget* alert = QApplication::activeModalWidget();
             if (alert != nullptr) {
-                if (before) {
+                if (before)
                     before();
-                }
                 ++fQuestions;
                 fText.clear();
-                for (const QLabel* label : alert->findChildren<QLabel*>()) {
+                for (const QLabel* label : alert->findChildren<QLabel*>())
                     fText += label->text().toStdString();
-                }
                 const int button = buttons.front();
                 buttons.erase(buttons.begin());
                 alert->findChildren<QPushButton*>().at(button)->click();
@@ -106,9 +104,8 @@ TEST_F(StoreAlertsTest, ALockedStoreIsReadByAnotherAttempt)
     Preferences store(kName, false);
     EXPECT_EQ(store.UnreadStatus(), B_BUSY);
     Answer({kTryAgain, kTryAgain}, [this] {
-        if (fQuestions == 1) {
+        if (fQuestions == 1)
             fHolder.Unset();
-        }
     });
     EXPECT_TRUE(AskAboutUnreadStores({&store}));
     EXPECT_EQ(fQuestions, 2);

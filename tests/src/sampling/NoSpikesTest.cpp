@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/Handler.h"
 #include "src/sampling/Sysinfo.h"

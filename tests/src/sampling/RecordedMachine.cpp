@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/sampling/RecordedMachine.h"
 
 #include "kits/kernel/Threads.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -8,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <unistd.h>
 
 namespace {
 

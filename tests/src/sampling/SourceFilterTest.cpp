@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/SourceFilter.h"
 
 #include <gtest/gtest.h>

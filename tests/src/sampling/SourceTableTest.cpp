@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/SourceTable.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 TEST(SourceTable, OffersTheSourcesOfEveryMachineInOrder)
 {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/kernel/Threads.h"
 #include "src/sampling/Sysinfo.h"

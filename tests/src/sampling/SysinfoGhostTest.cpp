@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/support/TypeConstants.h"
 #include "src/sampling/ValueProvider.h"
 #include "tests/src/sampling/Ghosts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "tests/src/sampling/RecordedMachine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Threads.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/ThreadMagic.h"
@@ -63,10 +64,9 @@ TEST(SysinfoThreads, EveryCallFromAnyThread)
         if (SysinfoNode* newest = sampler.NewestNode())
             load.Value(&sampler, newest);
     });
-    for (const auto& thread : threads) {
+    for (const auto& thread : threads)
         while (wait_for_thread(thread->ThreadID(), nullptr) != B_BAD_THREAD_ID)
             continue;
-    }
     EXPECT_GE(sampler.SamplingDelay(), 1000);
     EXPECT_LE(sampler.CountItems(), 12);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ThreadMagic.h"
 
 #include "kits/kernel/Errors.h"
@@ -5,13 +6,13 @@
 #include "kits/support/Locker.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <semaphore>
-#include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 

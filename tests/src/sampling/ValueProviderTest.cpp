@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/ValueProvider.h"
 
 #include "kits/support/TypeConstants.h"

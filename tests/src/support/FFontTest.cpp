@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/FFont.h"
 
 #include "kits/application/Message.h"

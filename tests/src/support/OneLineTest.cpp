@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/OneLine.h"
 
 #include <gtest/gtest.h>

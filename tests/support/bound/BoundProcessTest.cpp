@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/BoundProcess.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/resources/JsonMessage.h"
 
 #include "kits/application/Message.h"
@@ -73,9 +74,8 @@ TEST(JsonMessage, HasEveryType)
 TEST(JsonMessage, HasFieldsOfSeveralValuesInOrder)
 {
     BMessage expected;
-    for (const int32 number : {3, 1, 2}) {
+    for (const int32 number : {3, 1, 2})
         expected.AddInt32("sw:numbers", number);
-    }
     EXPECT_TRUE(Made(R"({ "sw:numbers: int32[]": [3, 1, 2], "none: bool[]": [] })").HasSameData(expected));
 }
 
@@ -125,7 +125,6 @@ TEST(JsonMessage, HoldsValuesToTheirTypes)
              R"({ "a: color": "#12345g" })",
              R"({ "a: color": "1234567" })",
              R"({ "a: message": [] })",
-         }) {
+         })
         EXPECT_NE(ErrorOf(json).find("not a value of type"), std::string::npos) << json;
-    }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/resources/Picture.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/resources/Translation.h"
 
 #include "kits/application/Message.h"

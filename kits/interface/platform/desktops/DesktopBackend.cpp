@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopBackend.h"
 
 #include "kits/interface/platform/desktops/GnomeDesktop.h"

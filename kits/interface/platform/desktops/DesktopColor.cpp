@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopColor.h"
 
 #include "kits/application/MainThread.h"

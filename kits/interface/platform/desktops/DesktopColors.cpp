@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopColors.h"
 
 #include "kits/interface/platform/desktops/IniFile.h"

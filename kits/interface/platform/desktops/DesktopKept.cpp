@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopKept.h"
 
 #include "kits/storage/Directory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopWatch.h"
 
 #include "kits/interface/platform/desktops/PictureFile.h"
@@ -264,8 +265,8 @@ bool DesktopWatch::PutBackLeft()
     const bool isNamed = left->FindString(kBackend, &name) == B_OK;
     left->FindBool(kOutlives, &outlives);
     left->FindMessage(kState, &state);
-    // Settings of another desktop wait for a session of that desktop. A file that names no desktop is not ours, and would
-    // wait for ever.
+    // Settings of another desktop wait for a session of that desktop. A file that names no desktop is not ours, and
+    // would wait for ever.
     if (!isNamed || (name == fBackend->Name() ? fBackend->Restore(state) : !outlives)) {
         fKept.Remove();
         return true;

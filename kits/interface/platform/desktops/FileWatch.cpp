@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/FileWatch.h"
 
-#include <cstring>
 #include <sys/inotify.h>
 #include <unistd.h>
+
+#include <cstring>
 
 namespace kits {
 
@@ -52,10 +54,9 @@ void FileWatch::Arm()
     for (std::string reached = "-"; reached != fWatched;) {
         reached = fWatched;
         fHasFolder = Watch(folder, kOfFile);
-        for (std::string above = FolderOf(folder); !fHasFolder && !above.empty(); above = FolderOf(above)) {
+        for (std::string above = FolderOf(folder); !fHasFolder && !above.empty(); above = FolderOf(above))
             if (Watch(above, kOfFolders))
                 break;
-        }
         if (fHasFolder)
             return;
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/GnomeDesktop.h"
 
 #include "kits/interface/platform/desktops/PictureFile.h"
@@ -83,10 +84,9 @@ std::optional<SettingsDesktop::Settings> GnomeDesktop::Current() const
                                                        {kShading, Part::kStyle},
                                                        {fFamily.pictureStyle, Part::kStyle},
                                                        {kOtherColor, Part::kRead}};
-    for (const char* picture : {fFamily.picture, fFamily.darkPicture}) {
+    for (const char* picture : {fFamily.picture, fFamily.darkPicture})
         if (picture != nullptr && picture != std::string(fFamily.pictureStyle))
             parts.emplace_back(picture, Part::kRead);
-    }
     Settings settings;
     for (const auto& [key, part] : parts) {
         const auto value = values.find(key);
@@ -154,20 +154,18 @@ std::optional<rgb_color> GnomeDesktop::Shown(const Settings& settings) const
 std::vector<int> GnomeDesktop::Descriptors() const
 {
     std::vector<int> descriptors;
-    for (const Tool* tool : {&fMonitor, fSchemeMonitor ? &*fSchemeMonitor : nullptr}) {
+    for (const Tool* tool : {&fMonitor, fSchemeMonitor ? &*fSchemeMonitor : nullptr})
         if (tool != nullptr && tool->Descriptor() >= 0)
             descriptors.push_back(tool->Descriptor());
-    }
     return descriptors;
 }
 
 std::vector<std::string> GnomeDesktop::TakeChanges()
 {
     std::vector<std::string> changes = fMonitor.TakeLines();
-    if (fSchemeMonitor) {
+    if (fSchemeMonitor)
         for (std::string& line : fSchemeMonitor->TakeLines())
             changes.push_back(std::move(line));
-    }
     return changes;
 }
 

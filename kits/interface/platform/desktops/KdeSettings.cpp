@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/KdeSettings.h"
 
 #include "kits/interface/platform/desktops/IniFile.h"
@@ -6,10 +7,11 @@
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
-#include <unistd.h>
 
 namespace kits::KdeSettings {
 
@@ -29,10 +31,9 @@ void AddFolders(std::vector<std::string>& folders, const std::string& list)
 {
     std::istringstream names(list);
     size_t count = 0;
-    for (std::string name; count < bounds::kMostListedFolders && std::getline(names, name, ':'); ++count) {
+    for (std::string name; count < bounds::kMostListedFolders && std::getline(names, name, ':'); ++count)
         if (!name.empty() && name.front() == '/')
             folders.push_back(name);
-    }
 }
 
 std::vector<std::string> SettingsFolders()
@@ -91,10 +92,9 @@ std::optional<bool> IsDarkColor(const std::string& value)
     const char next = value.c_str()[end];
     if (next != '\0' && next != ',')
         return std::nullopt;
-    for (const int part : {red, green, blue}) {
+    for (const int part : {red, green, blue})
         if (part < 0 || part > 255)
             return std::nullopt;
-    }
     return kits::IsDarkColor(make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue)));
 }
 

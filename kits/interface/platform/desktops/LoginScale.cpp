@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/LoginScale.h"
 
 #include "kits/interface/platform/x11/XSettings.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 
 namespace kits {
 
@@ -26,16 +28,16 @@ std::string ValueOf(const char* name)
 bool IsSessionOfMate()
 {
     std::istringstream names(ValueOf("XDG_CURRENT_DESKTOP"));
-    for (std::string name; std::getline(names, name, ':');) {
+    for (std::string name; std::getline(names, name, ':');)
         if (name == "MATE")
             return true;
-    }
     return false;
 }
 
 bool IsWhole(const std::string& number)
 {
-    return std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::all_of(
+        number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 char* EntryOf(std::string_view name)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PcmanfmDesktop.h"
 
 #include "kits/interface/platform/desktops/IniFile.h"
@@ -89,10 +90,9 @@ std::vector<std::string> SettingsFolders()
         folders.push_back(own);
     const char* names = std::getenv("XDG_CONFIG_DIRS");
     std::istringstream list(names != nullptr && *names != '\0' ? names : "/etc/xdg");
-    for (std::string name; std::getline(list, name, ':');) {
+    for (std::string name; std::getline(list, name, ':');)
         if (!name.empty() && name.front() == '/')
             folders.push_back(name);
-    }
     return folders;
 }
 
@@ -129,10 +129,9 @@ bool AwaitPicture(const std::string& path)
         const auto written = IniFile::Read(file, IniFile::Values::kAsWritten).Value(kGroup, kPicture);
         return written && UnescapedByQt(*written) == path;
     };
-    for (const bigtime_t until = system_time() + kLongestWrite; !isThere(); snooze(10000)) {
+    for (const bigtime_t until = system_time() + kLongestWrite; !isThere(); snooze(10000))
         if (system_time() > until)
             return false;
-    }
     return true;
 }
 

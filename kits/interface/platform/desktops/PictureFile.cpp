@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PictureFile.h"
 
 #include "kits/interface/platform/desktops/Slideshow.h"
@@ -147,10 +148,9 @@ std::string FindProgram()
 {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const std::filesystem::path& place : {folder / KITS_PROGRAMS_FOLDER, folder}) {
+    for (const std::filesystem::path& place : {folder / KITS_PROGRAMS_FOLDER, folder})
         if (access((place / kProgram).c_str(), X_OK) == 0)
             return (place / kProgram).string();
-    }
     return {};
 }
 

@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PlainPicture.h"
 
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 #include "kits/storage/ReplaceFile.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace kits::PlainPicture {
 

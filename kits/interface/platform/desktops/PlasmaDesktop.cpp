@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PlasmaDesktop.h"
 
 #include "kits/interface/platform/desktops/IniFile.h"
@@ -195,10 +196,9 @@ bool WriteFile(const std::string& key, const std::optional<std::string>& value)
 
 bool AwaitInFile(const std::string& key, const std::string& value)
 {
-    for (const bigtime_t until = system_time() + kLongestWrite; InFile(key) != value; snooze(10000)) {
+    for (const bigtime_t until = system_time() + kLongestWrite; InFile(key) != value; snooze(10000))
         if (system_time() > until)
             return false;
-    }
     return true;
 }
 
@@ -295,11 +295,10 @@ std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
         return std::nullopt;
     PlasmaWallpaper::Size screen;
     std::string desktop = DesktopOf(settings.front().key);
-    for (const Setting& setting : settings) {
+    for (const Setting& setting : settings)
         if (setting.value && setting.key == DesktopOf(setting.key) + "/" + kScreen &&
             std::sscanf(setting.value->c_str(), "%5dx%5d", &screen.width, &screen.height) == 2)
             desktop = DesktopOf(setting.key);
-    }
     const auto text = [&](const char* name) {
         const std::string* value = Find(settings, desktop + "/" + name);
         return value != nullptr ? *value : std::string();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/RootPicture.h"
 
 #include <algorithm>
@@ -148,10 +149,9 @@ public:
             return pixels;
         const uint32 all = fPicture.fRed | fPicture.fGreen | fPicture.fBlue;
         const uint8* line = xcb_get_image_data(image.get());
-        for (int row = 0; row < fPicture.RowCount(); row++, line += fPicture.LineBytes(Width())) {
+        for (int row = 0; row < fPicture.RowCount(); row++, line += fPicture.LineBytes(Width()))
             for (uint32 x = 0; x < Width(); x++)
                 pixels.push_back(fPicture.PixelAt(line + x * fPicture.fBytes) & all);
-        }
         return pixels;
     }
 
@@ -239,10 +239,9 @@ std::optional<rgb_color> RootPicture::AverageOf(xcb_pixmap_t pixmap) const
         if (image == nullptr)
             return std::nullopt;
         const uint8* bytes = xcb_get_image_data(image.get());
-        for (uint32 row = 0; row < rows; row++) {
+        for (uint32 row = 0; row < rows; row++)
             for (uint32 x = 0; x < size->width; x++)
                 sum.Add(PixelAt(bytes + row * line + x * fBytes));
-        }
     }
     return sum.Average();
 }
@@ -272,10 +271,9 @@ RootPicture::Rows RootPicture::RowsOf(xcb_drawable_t window, const Probe* probe)
     const std::vector<uint32> first = dark.Pixels();
     const std::vector<uint32> second = light.Pixels();
     Rows rows(std::min(first.size(), second.size()));
-    for (size_t i = 0; i < rows.size(); i++) {
+    for (size_t i = 0; i < rows.size(); i++)
         if (first[i] == second[i])
             rows[i] = first[i];
-    }
     return rows;
 }
 

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/kernel/Types.h"
 #include "kits/support/Color.h"
 
+#include <xcb/xcb.h>
+
 #include <memory>
 #include <optional>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace kits {
 

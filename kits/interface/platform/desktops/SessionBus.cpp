@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SessionBus.h"
 
 #include <QAccessible>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>
-#include <unistd.h>
 
 namespace kits {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SessionEnd.h"
 
 #include "kits/interface/platform/desktops/SessionName.h"
@@ -7,9 +8,10 @@
 #include <QDBusServiceWatcher>
 #include <QTimer>
 
+#include <dlfcn.h>
+
 #include <csignal>
 #include <cstdlib>
-#include <dlfcn.h>
 
 namespace kits::SessionEnd {
 

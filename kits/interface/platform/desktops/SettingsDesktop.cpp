@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SettingsDesktop.h"
 
 #include <algorithm>
@@ -47,10 +48,9 @@ bool SettingsDesktop::Paint(rgb_color color, const BMessage& kept)
     fPainted = color;
     std::string key;
     bool isColor = false;
-    for (int32 i = 0; kept.FindString(kKey, i, &key) == B_OK && kept.FindBool(kKind, i, &isColor) == B_OK; i++) {
+    for (int32 i = 0; kept.FindString(kKey, i, &key) == B_OK && kept.FindBool(kKind, i, &isColor) == B_OK; i++)
         if ((isColor || isFirst) && !Set(key, isColor ? FormatColor(color) : PlainStyle(key)))
             return false;
-    }
     return true;
 }
 
@@ -112,9 +112,11 @@ bool SettingsDesktop::Change(rgb_color color, const BMessage*)
 
 bool SettingsDesktop::HasPlainStyles(const Settings& settings) const
 {
-    return std::all_of(settings.begin(), settings.end(), [this](const Setting& setting) {
-        return setting.kind != Kind::kStyle || setting.value == PlainStyle(setting.key);
-    });
+    return std::all_of(
+        settings.begin(), settings.end(),
+        [this](const Setting& setting) {
+            return setting.kind != Kind::kStyle || setting.value == PlainStyle(setting.key);
+        });
 }
 
 bool SettingsDesktop::IsPainted() const
@@ -133,10 +135,9 @@ bool SettingsDesktop::TakeNews()
 
 const std::string* SettingsDesktop::Find(const Settings& settings, const std::string& key)
 {
-    for (const Setting& setting : settings) {
+    for (const Setting& setting : settings)
         if (setting.key == key && setting.value)
             return &*setting.value;
-    }
     return nullptr;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Slideshow.h"
 
 #include <QXmlStreamReader>
@@ -43,7 +44,7 @@ QString PathIn(QXmlStreamReader& reader)
 Slide ReadSlide(QXmlStreamReader& reader)
 {
     Slide slide;
-    while (reader.readNextStartElement()) {
+    while (reader.readNextStartElement())
         if (reader.name() == QLatin1String("duration"))
             slide.seconds = reader.readElementText().toDouble();
         else if (reader.name() == QLatin1String("file") || reader.name() == QLatin1String("from"))
@@ -52,7 +53,6 @@ Slide ReadSlide(QXmlStreamReader& reader)
             slide.last = PathIn(reader);
         else
             reader.skipCurrentElement();
-    }
     return slide;
 }
 
@@ -70,10 +70,9 @@ double ReadStart(QXmlStreamReader& reader)
     while (reader.readNextStartElement()) {
         const QString name = reader.name().toString();
         const int value = reader.readElementText().toInt();
-        for (const auto& [known, part] : parts) {
+        for (const auto& [known, part] : parts)
             if (name == QLatin1String(known))
                 *part = value;
-        }
     }
     namespace chrono = std::chrono;
     const chrono::year_month_day date(chrono::year(year), chrono::month(static_cast<unsigned>(month)),

@@ -1,20 +1,22 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Tool.h"
 
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <poll.h>
 #include <sstream>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace kits {
 
@@ -47,10 +49,9 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
 std::vector<std::string> Environment()
 {
     std::vector<std::string> variables;
-    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+    for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable)
         if (strncmp(*variable, "LC_ALL=", 7) != 0 && strncmp(*variable, "LANGUAGE=", 9) != 0)
             variables.emplace_back(*variable);
-    }
     variables.emplace_back("LC_ALL=C.UTF-8");
     return variables;
 }

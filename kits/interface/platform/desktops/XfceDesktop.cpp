@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/XfceDesktop.h"
 
-#include "kits/interface/platform/desktops/X11Desktop.h"
-
 #include "kits/interface/platform/desktops/PictureFile.h"
+#include "kits/interface/platform/desktops/X11Desktop.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -106,10 +106,9 @@ std::optional<SettingsDesktop::Settings> XfceDesktop::Current() const
             settings.push_back({key, kind, value, value.has_value()});
         }
     }
-    for (const char* key : {kSingleMode, kSingleNumber}) {
+    for (const char* key : {kSingleMode, kSingleNumber})
         if (values.count(key) != 0)
             settings.push_back({key, Kind::kRead, values[key], true});
-    }
     return settings;
 }
 

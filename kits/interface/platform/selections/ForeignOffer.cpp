@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/ForeignOffer.h"
 
 #include "kits/interface/platform/Selections.h"

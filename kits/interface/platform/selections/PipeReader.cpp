@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/PipeReader.h"
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
 #include <utility>
 
 namespace kits {

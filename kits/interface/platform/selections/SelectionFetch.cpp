@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/SelectionFetch.h"
 
 #include <algorithm>

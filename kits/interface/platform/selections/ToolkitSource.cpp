@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/ToolkitSource.h"
 
 #include "kits/interface/platform/selections/DropMessage.h"
@@ -9,10 +10,9 @@ namespace kits {
 void ToolkitSource::AskOffers(std::function<void(Offers)> answer)
 {
     std::vector<std::string> names;
-    if (fData != nullptr) {
+    if (fData != nullptr)
         for (const QString& format : fData->formats())
             names.push_back(format.toStdString());
-    }
     answer(std::move(names));
 }
 

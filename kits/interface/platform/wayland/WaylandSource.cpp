@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/wayland/WaylandSource.h"
 
 #include "kits/interface/platform/selections/PipeReader.h"
@@ -7,16 +8,17 @@
 #include <QString>
 #include <QStringList>
 
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <dlfcn.h>
-#include <fcntl.h>
 #include <optional>
-#include <sys/uio.h>
 #include <typeinfo>
-#include <unistd.h>
 
 namespace kits::WaylandSource {
 
@@ -48,8 +50,8 @@ template <size_t kCount> std::optional<std::array<uintptr_t, kCount>> WordsAt(co
 
 bool IsOf(const char* name, std::initializer_list<const char*> classes)
 {
-    return std::any_of(classes.begin(), classes.end(),
-                       [name](const char* known) { return std::strcmp(name, known) == 0; });
+    return std::any_of(
+        classes.begin(), classes.end(), [name](const char* known) { return std::strcmp(name, known) == 0; });
 }
 
 /// The place of startReceiving among the virtual functions of the interface. It is looked up in the table of the one
@@ -119,10 +121,9 @@ public:
     void AskOffers(std::function<void(Offers)> answer) override
     {
         std::vector<std::string> names;
-        if (fOffered != nullptr) {
+        if (fOffered != nullptr)
             for (const QString& format : fOffered->formats())
                 names.push_back(format.toStdString());
-        }
         answer(std::move(names));
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/DesktopLayer.h"
 
 #include "kits/interface/platform/x11/DesktopPlace.h"
@@ -8,10 +9,11 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <xcb/xcb.h>
+
 #include <cstring>
 #include <string_view>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace kits::DesktopLayer {
 

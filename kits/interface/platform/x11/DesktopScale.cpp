@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/DesktopScale.h"
 
 #include "kits/interface/platform/x11/XSettings.h"
@@ -5,10 +6,11 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <dlfcn.h>
 
 namespace kits::DesktopScale {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/ManagerChange.h"
 
 #include "kits/interface/core/WindowPane.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/StayShown.h"
 
 #include "kits/interface/platform/x11/OwnDesktop.h"
@@ -137,10 +138,9 @@ private:
     xcb_window_t DesktopAmong(const std::vector<xcb_window_t>& clients) const
     {
         const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fType);
-        for (size_t i = 0; i < clients.size(); i++) {
+        for (size_t i = 0; i < clients.size(); i++)
             if (Holds(types[i], fDesktop) && clients[i] != fOwn)
                 return clients[i];
-        }
         return XCB_NONE;
     }
 
@@ -198,10 +198,9 @@ QPointer<Keeper> sKeeper;
 
 Way WayFor(std::string_view manager)
 {
-    for (const auto& [name, way] : kManagers) {
+    for (const auto& [name, way] : kManagers)
         if (manager.find(name) != std::string_view::npos)
             return way;
-    }
     return Way::kNone;
 }
 

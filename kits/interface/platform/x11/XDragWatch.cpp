@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XDragWatch.h"
 
 #include "kits/application/MainThread.h"

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/interface/platform/x11/XSelections.h"
 
 #include <QAbstractNativeEventFilter>
 
+#include <xcb/xcb.h>
+
 #include <functional>
 #include <optional>
-#include <xcb/xcb.h>
 
 namespace kits {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XSelections.h"
 
 #include "kits/application/EventLoop.h"
@@ -250,10 +251,9 @@ private:
     static std::vector<std::string> NamesOf(const std::vector<xcb_atom_t>& atoms)
     {
         std::vector<std::string> names;
-        for (const char* const name : kForms) {
+        for (const char* const name : kForms)
             if (std::find(atoms.begin(), atoms.end(), TheAsker().AtomOf(name)) != atoms.end())
                 names.emplace_back(name);
-        }
         return names;
     }
 
@@ -321,8 +321,9 @@ void HandOver()
     const xcb_atom_t keeper = TheAsker().AtomOf("CLIPBOARD_MANAGER");
     if (!HasOwner(keeper))
         return;
-    const uint64 question = TheAsker().Ask(keeper, TheAsker().AtomOf("SAVE_TARGETS"), XCB_CURRENT_TIME, 0,
-                                           [](const XConversion&) { EventLoop::Current().Quit(); });
+    const uint64 question = TheAsker().Ask(
+        keeper, TheAsker().AtomOf("SAVE_TARGETS"), XCB_CURRENT_TIME, 0,
+        [](const XConversion&) { EventLoop::Current().Quit(); });
     Timer deadline([] { EventLoop::Current().Quit(); });
     deadline.Start(std::chrono::microseconds(bounds::kLongestHandover).count(), false);
     EventLoop::Current().Run();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XSettings.h"
 
 #include "kits/interface/core/ScaleWatch.h"
@@ -9,6 +10,8 @@
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 
+#include <xcb/xcb.h>
+
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +19,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace kits {
 

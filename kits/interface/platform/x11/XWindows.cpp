@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include "kits/kernel/Bounds.h"

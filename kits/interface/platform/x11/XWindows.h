@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include <xcb/xcb.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -6,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-#include <xcb/xcb.h>
 
 class QPoint;
 

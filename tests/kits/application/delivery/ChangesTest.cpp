@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Messenger.h"
 
 #include "kits/application/EventLoop.h"
@@ -7,7 +8,6 @@
 #include "tests/kits/application/Loop.h"
 
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <atomic>
@@ -421,11 +421,10 @@ TEST_F(MessengerTest, AnswersManyThreadsAtOnce)
                 BMessage reply;
                 const bigtime_t timeout = round % 7 == 0 ? 50 : B_INFINITE_TIMEOUT;
                 const status_t status = BMessenger(&fHandler).SendMessage(&message, &reply, 0, timeout);
-                if (status == B_OK) {
+                if (status == B_OK)
                     EXPECT_EQ(reply.what, code == 2 ? uint32(B_NO_REPLY) : 100 + code);
-                } else {
+                else
                     EXPECT_EQ(status, B_TIMED_OUT);
-                }
             }
             ++countDone;
         }));

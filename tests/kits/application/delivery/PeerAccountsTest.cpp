@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/PeerAccounts.h"
 
 #include <gtest/gtest.h>

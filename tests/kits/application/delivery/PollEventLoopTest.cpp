@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/PollEventLoop.h"
 
 #include "kits/application/InterfaceLock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/delivery/PostOffice.h"
 
 #include "kits/application/EventLoop.h"

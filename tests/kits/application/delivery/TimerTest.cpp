@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Timer.h"
 
 #include "kits/application/EventLoop.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 #include "kits/application/Handler.h"
 #include "kits/application/Looper.h"
@@ -5,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <poll.h>
+
 #include <thread>
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Language.h"
 
 #include <gtest/gtest.h>

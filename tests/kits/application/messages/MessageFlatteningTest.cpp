@@ -1,5 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
-
 #include "kits/application/Messenger.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessagePrivate.h"

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 // What anybody may send, drop or leave in a file.
 
 #include "kits/application/Message.h"
-
 #include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/support/DataIO.h"
@@ -82,9 +82,8 @@ status_t Read(const std::string& flat, BMessage* result = nullptr)
     // Not at the end of a larger piece: a byte too far is then seen.
     std::vector<char> bytes(flat.begin(), flat.end());
     const status_t status = message.Unflatten(bytes.empty() ? "" : bytes.data(), static_cast<ssize_t>(bytes.size()));
-    if (status != B_OK) {
+    if (status != B_OK)
         EXPECT_TRUE(message.HasSameData(before));
-    }
     BMallocIO stream;
     stream.Write(flat.data(), flat.size());
     stream.Seek(0, B_SEEK_BEGIN);
@@ -158,9 +157,8 @@ TEST(HostileMessage, WithARightChecksumIsReadOrRefusedWhole)
             std::string damaged = map;
             damaged[i] = static_cast<char>(damaged[i] ^ 1 << bit);
             BMessage read;
-            if (Read(Message(damaged), &read) == B_OK) {
+            if (Read(Message(damaged), &read) == B_OK)
                 EXPECT_GT(read.FlattenedSize(), 0);
-            }
         }
     }
     std::mt19937 random(1);
@@ -173,9 +171,8 @@ TEST(HostileMessage, WithARightChecksumIsReadOrRefusedWhole)
         if (random() % 4 == 0)
             damaged.insert(random() % damaged.size(), damaged.substr(random() % damaged.size(), random() % 16));
         BMessage read;
-        if (Read(Message(damaged), &read) == B_OK) {
+        if (Read(Message(damaged), &read) == B_OK)
             EXPECT_GT(read.FlattenedSize(), 0);
-        }
     }
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of the application kit that need few words: tokens, checksums, texts, archives.
 
 #include "kits/application/Archivable.h"
@@ -8,7 +9,6 @@
 #include "kits/application/messages/MessageText.h"
 
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 TEST(Token, NamesTheProcess)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Token.h"
 
 #include "kits/application/teams/TeamSocket.h"
@@ -18,10 +19,9 @@ using namespace kits;
 pid_t StartProcess()
 {
     const pid_t process = fork();
-    if (process == 0) {
+    if (process == 0)
         for (;;)
             pause();
-    }
     return process;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An application for the tests about teams: does what the messages that it gets say.
 //
 //   kits_partner [SIGNATURE [hidden|listed|single|starting]]

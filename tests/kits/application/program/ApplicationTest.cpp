@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Application.h"
 
 #include "kits/application/EventLoop.h"
@@ -9,11 +10,10 @@
 #include "tests/kits/application/Loop.h"
 
 #include <gtest/gtest.h>
-
-#include <csignal>
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <thread>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/Launch.h"
 
 #include "kits/application/Application.h"
@@ -122,11 +123,9 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
         many.push_back(std::make_unique<Partner>("application/x-vnd.test-other", "single"));
     EXPECT_TRUE(test::Await([&] { return be_roster->IsRunning("application/x-vnd.test-other"); }));
     const team_id winner = be_roster->TeamFor("application/x-vnd.test-other");
-    for (const auto& partner : many) {
-        if (partner->Process() != winner) {
+    for (const auto& partner : many)
+        if (partner->Process() != winner)
             EXPECT_EQ(partner->Await(), 0);
-        }
-    }
 }
 
 TEST_F(LaunchTest, OfASingleApplicationStartsWhenTheOneBeforeIsAskedToQuitAndHasNotNoticed)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Roster.h"
 
 #include "kits/application/teams/DetachedProcess.h"
@@ -8,7 +9,6 @@
 #include "tests/support/BoundProcess.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 #include <sys/wait.h>
 

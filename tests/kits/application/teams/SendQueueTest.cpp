@@ -1,10 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/SendQueue.h"
 
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/FileDescriptor.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/socket.h>
 
 using kits::FileDescriptor;
@@ -161,10 +161,9 @@ TEST_F(SendQueueTest, KeepsTheOlderWhereThereIsNoRoomForTheNewer)
 {
     Add({1, 2}, 7, "older", true);
     std::string log = "1,2:older ";
-    for (const std::string& text : {std::string(1000 * 1024, 'x'), std::string("small")}) {
+    for (const std::string& text : {std::string(1000 * 1024, 'x'), std::string("small")})
         while (Add({1}, 1, text) == B_OK)
             log += "1:" + (text.size() > 20 ? std::to_string(text.size()) : text) + " ";
-    }
     EXPECT_EQ(Add({2}, 7, "newer", true), B_WOULD_BLOCK);
     EXPECT_EQ(Received(), log);
 }

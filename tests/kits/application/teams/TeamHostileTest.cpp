@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What comes in at this team's door.
 
 #include "kits/application/Roster.h"
@@ -65,10 +66,9 @@ protected:
     {
         char buffer[4096];
         ssize_t size;
-        while ((size = recv(socket.Get(), buffer, sizeof(buffer), 0)) > 0) {
+        while ((size = recv(socket.Get(), buffer, sizeof(buffer), 0)) > 0)
             if (last != nullptr)
                 last->append(buffer, static_cast<size_t>(size));
-        }
         return size == 0 || errno == ECONNRESET;
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamLinks.h"
 
 #include "kits/application/teams/TeamSocket.h"
@@ -5,7 +6,6 @@
 #include "tests/kits/application/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/socket.h>
 
 using kits::FileDescriptor;

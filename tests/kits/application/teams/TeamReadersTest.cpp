@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main thread and the thread of the port take turns in reading what another team sends.
 
 #include "kits/application/Roster.h"
@@ -66,10 +67,9 @@ int64 CountSleeps(const std::string& name)
             continue;
         std::ifstream status(task.path() / "status");
         int64 count = -1;
-        while (status >> word) {
+        while (status >> word)
             if (word == "voluntary_ctxt_switches:")
                 status >> count;
-        }
         return count;
     }
     return -1;
@@ -132,9 +132,8 @@ TEST_F(TeamReadersTest, KeepTheOrderWhileTheyTakeTurns)
         // Held up for longer and for shorter than the main thread may be; some answers are waited for in between.
         snooze(static_cast<bigtime_t>(random() % 30000));
         ASSERT_TRUE(RunUntilCount(std::min(kCount, fNumbers.size() + random() % 500)));
-        if (random() % 8 == 0) {
+        if (random() % 8 == 0)
             EXPECT_EQ(Ask(application, 'vald').what, uint32('repl'));
-        }
     }
     ExpectOrder(kCount);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Two processes that speak to each other.
 
 #include "kits/application/Application.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamWatch.h"
 
 #include "kits/application/AppDeath.h"
@@ -188,9 +189,8 @@ TEST_F(TeamWatchTest, TellsADeathFromAnEndByASignalToQuit)
             fFirst.emplace(test::kPartnerSignature, mode);
             const kits::team_address team = kits::MessageAccess::AddressOf(fFirst->Application()).team;
             const pid_t process = fFirst->Process();
-            if (mode == std::string("listed")) {
+            if (mode == std::string("listed"))
                 EXPECT_EQ(Ask(fFirst->Application(), 'log?').what, uint32('repl')) << "it runs";
-            }
             StartWatching(fOther);
             Look();
             fFirst->Signal(number);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/teams/Visitors.h"
 
 #include "kits/application/InterfaceLock.h"
@@ -10,7 +11,6 @@
 #include "tests/kits/application/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/resource.h>
 #include <sys/socket.h>
 
@@ -137,10 +137,9 @@ protected:
     size_t Used(Resource resource) const { return fAccounts.Used(kits::ThisTeam(), resource); }
     bool IsNothingClaimed() const
     {
-        for (size_t i = 0; i < kits::kCountResources; ++i) {
+        for (size_t i = 0; i < kits::kCountResources; ++i)
             if (fAccounts.UsedByAll(static_cast<Resource>(i)) != 0)
                 return false;
-        }
         return true;
     }
 

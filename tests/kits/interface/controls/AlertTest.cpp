@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Alert.h"
+
 #include "kits/application/Invoker.h"
 #include "kits/application/MainThread.h"
 #include "tests/kits/interface/WidgetTest.h"
@@ -35,12 +37,14 @@ QList<QPushButton*> Buttons()
 
 void WhenOpen(const std::function<void()>& action)
 {
-    QTimer::singleShot(0, qApp, [action] {
-        if (Top() != nullptr)
-            action();
-        else
-            WhenOpen(action);
-    });
+    QTimer::singleShot(
+        0, qApp,
+        [action] {
+            if (Top() != nullptr)
+                action();
+            else
+                WhenOpen(action);
+        });
 }
 
 } // namespace
@@ -91,10 +95,9 @@ TEST(AlertTest, TheTextIsShownAsItIsAndWrapped)
 {
     WhenOpen([] {
         QLabel* text = nullptr;
-        for (QLabel* label : Top()->findChildren<QLabel*>()) {
+        for (QLabel* label : Top()->findChildren<QLabel*>())
             if (!label->text().isEmpty())
                 text = label;
-        }
         ASSERT_NE(text, nullptr);
         EXPECT_EQ(text->text().toStdString(), kLongText);
         EXPECT_EQ(text->textFormat(), Qt::PlainText);
@@ -117,10 +120,9 @@ TEST(AlertTest, ClosingItAnswersWithTheFirstButton)
 TEST(AlertTest, EscapePressesTheOnlyButtonOrTheOneItWasGivenTo)
 {
     auto escape = [] {
-        for (QShortcut* shortcut : Top()->findChildren<QShortcut*>()) {
+        for (QShortcut* shortcut : Top()->findChildren<QShortcut*>())
             if (shortcut->key() == QKeySequence(Qt::Key_Escape))
                 emit shortcut->activated();
-        }
     };
     WhenOpen(escape);
     EXPECT_EQ((new BAlert("a", "b", "OK"))->Go(), 0);

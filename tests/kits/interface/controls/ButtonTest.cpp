@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Button.h"
+
 #include "tests/kits/interface/WidgetTest.h"
 
 using ButtonTest = WidgetTest;

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/CheckBox.h"
+
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QCheckBox>
@@ -59,10 +61,9 @@ TEST_F(CheckBoxTest, ItsMarkIsAsTallAsItsLetters)
     const QImage picture = widget->grab().toImage();
     const QColor panel = widget->palette().color(QPalette::Window);
     const auto isDrawn = [&](int x) {
-        for (int y = 0; y < picture.height(); y++) {
+        for (int y = 0; y < picture.height(); y++)
             if (picture.pixelColor(x, y) != panel)
                 return true;
-        }
         return false;
     };
     int side = 0;

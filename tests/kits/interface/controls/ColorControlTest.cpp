@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ColorControl.h"
+
 #include "kits/interface/controls/ColorWidget.h"
 #include "tests/kits/interface/WidgetTest.h"
 

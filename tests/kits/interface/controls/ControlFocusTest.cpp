@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Button.h"
 #include "kits/interface/CheckBox.h"
 #include "kits/interface/ColorControl.h"

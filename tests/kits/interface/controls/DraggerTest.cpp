@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Dragger.h"
 
 #include "kits/application/Message.h"
@@ -12,6 +13,7 @@
 #include <QDropEvent>
 #include <QWidget>
 #include <QWindow>
+
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/controls/ListModel.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ListView.h"
+
 #include "kits/interface/ScrollView.h"
 #include "tests/kits/interface/WidgetTest.h"
 
@@ -189,9 +191,8 @@ TEST_F(ListViewTest, ItemFramesLieBelowOneAnother)
         ASSERT_TRUE(frame.IsValid());
         EXPECT_EQ(fList->IndexOf(BPoint(30, frame.top)), i);
         EXPECT_EQ(fList->IndexOf(BPoint(30, frame.bottom)), i);
-        if (i > 0) {
+        if (i > 0)
             EXPECT_EQ(frame.top, fList->ItemFrame(i - 1).bottom + 1);
-        }
     }
     EXPECT_FALSE(fList->ItemFrame(4).IsValid());
     EXPECT_EQ(fList->IndexOf(BPoint(30, 140)), -1);

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuBar.h"
+
 #include "kits/application/MainThread.h"
 #include "tests/kits/interface/WidgetTest.h"
 

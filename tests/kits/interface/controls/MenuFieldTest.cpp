@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuField.h"
+
 #include "kits/interface/PopUpMenu.h"
 #include "tests/kits/interface/WidgetTest.h"
 

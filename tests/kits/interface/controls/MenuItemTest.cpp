@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/MenuItem.h"
+
 #include "kits/interface/Menu.h"
 #include "tests/kits/interface/WidgetTest.h"
 

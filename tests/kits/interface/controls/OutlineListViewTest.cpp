@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/OutlineListView.h"
+
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QElapsedTimer>

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/PopUpMenu.h"
+
 #include "kits/application/MainThread.h"
 #include "tests/kits/interface/WidgetTest.h"
 
@@ -25,12 +27,14 @@ protected:
     /// Has the action run once the menu is open.
     static void WhenOpen(const std::function<void()>& action)
     {
-        QTimer::singleShot(0, qApp, [action] {
-            if (Open() != nullptr)
-                action();
-            else
-                WhenOpen(action);
-        });
+        QTimer::singleShot(
+            0, qApp,
+            [action] {
+                if (Open() != nullptr)
+                    action();
+                else
+                    WhenOpen(action);
+            });
     }
 
     static void SendMouse(QEvent::Type type, const QPoint& where, Qt::MouseButton button, Qt::MouseButtons down)

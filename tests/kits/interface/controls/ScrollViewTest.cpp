@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/ScrollView.h"
+
 #include "kits/interface/OutlineListView.h"
 #include "kits/interface/TextView.h"
 #include "tests/kits/interface/WidgetTest.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Slider.h"
+
 #include "kits/interface/controls/SliderWidget.h"
 #include "tests/kits/interface/WidgetTest.h"
 

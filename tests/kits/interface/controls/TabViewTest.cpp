@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/TabView.h"
+
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QImage>
@@ -168,10 +170,9 @@ TEST_F(TabViewTest, PaintingCallsDrawLabelForEachTab)
         // The label is there: more than one colour within the tab.
         const QRect tab = Strip()->tabRect(i).adjusted(8, 6, -8, -6);
         bool plain = true;
-        for (int x = tab.left(); x <= tab.right(); x++) {
+        for (int x = tab.left(); x <= tab.right(); x++)
             for (int y = tab.top(); y <= tab.bottom(); y++)
                 plain = plain && qGray(painted.pixel(x, y)) > 140;
-        }
         EXPECT_FALSE(plain) << i;
     }
 }

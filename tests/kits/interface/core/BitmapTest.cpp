@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Bitmap.h"
 
 #include "kits/interface/View.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 
@@ -231,10 +233,9 @@ TEST(Bitmap, RestoringTheBoxOfATextErasesIt)
             drawing.view->SetHighColor(255, 255, 255);
             drawing.view->FillRect(BRect(where.x, where.y - height.ascent, where.x + drawing.view->StringWidth(text),
                                          where.y + height.descent));
-            for (int32 y = 0; y < 100; y++) {
+            for (int32 y = 0; y < 100; y++)
                 for (int32 x = 0; x < 300; x++)
                     ASSERT_EQ(WordAt(drawing.bitmap, x, y), 0xFFFFFFFF) << text << " " << size << " " << x << "," << y;
-            }
         }
     }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/Drag.h"
 
 #include "kits/application/MainThread.h"
@@ -14,6 +15,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
+
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/FrameTracker.h"
 
 #include <gtest/gtest.h>

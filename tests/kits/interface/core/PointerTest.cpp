@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/interface/core/ClickCounter.h"
 #include "kits/interface/core/ViewPrivate.h"
@@ -7,7 +8,9 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QWidget>
+
 #include <gtest/gtest.h>
+
 #include <string>
 
 namespace {

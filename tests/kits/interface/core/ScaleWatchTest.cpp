@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ScaleWatch.h"
 
 #include "kits/interface/View.h"
@@ -12,6 +13,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QPixmapCache>
+
 #include <gtest/gtest.h>
 
 namespace {

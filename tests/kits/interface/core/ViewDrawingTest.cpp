@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/View.h"
 #include "kits/interface/core/ViewImpl.h"

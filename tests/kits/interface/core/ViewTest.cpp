@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/View.h"
 
 #include "kits/application/Archivable.h"
@@ -6,8 +7,10 @@
 #include "tests/support/GuiTest.h"
 
 #include <QWidget>
-#include <cmath>
+
 #include <gtest/gtest.h>
+
+#include <cmath>
 #include <string>
 
 namespace {

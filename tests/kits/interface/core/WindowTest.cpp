@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Window.h"
 
 #include "kits/application/Archivable.h"
@@ -11,8 +12,10 @@
 
 #include <QImage>
 #include <QWidget>
-#include <cmath>
+
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 

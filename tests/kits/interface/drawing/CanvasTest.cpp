@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/Canvas.h"
 
 #include "kits/interface/drawing/TextBlend.h"
 
 #include <gtest/gtest.h>
+
 #include <random>
 #include <string>
 
@@ -52,10 +54,9 @@ struct Sheet {
 std::vector<uint32> Numbered(int32 width, int32 height)
 {
     std::vector<uint32> words;
-    for (int32 y = 0; y < height; y++) {
+    for (int32 y = 0; y < height; y++)
         for (int32 x = 0; x < width; x++)
             words.push_back(static_cast<uint32>(1000 * y + x + 1));
-    }
     return words;
 }
 
@@ -232,10 +233,9 @@ TEST(Canvas, CopyingBitsOverlapsAsIfByAThirdPlace)
             sheet.canvas = Canvas(sheet.words.data(), 8, {0, 0, 8, 8}, Canvas::kRaw, PixelGrid());
             sheet.canvas.CopyPixels({2, 2, 6, 6}, 2 + dx, 2 + dy);
             const std::vector<uint32> before = Numbered(8, 8);
-            for (int32 y = 2; y < 6; y++) {
+            for (int32 y = 2; y < 6; y++)
                 for (int32 x = 2; x < 6; x++)
                     EXPECT_EQ(sheet.At(x + dx, y + dy), before[static_cast<size_t>(y * 8 + x)]);
-            }
         }
     }
 }
@@ -409,8 +409,7 @@ TEST(Canvas, CopyingBitsAtABrokenScaleMovesWholeColumns)
     const std::vector<uint32> words = {1, 2, 3, 4, 5, 6};
     sheet.canvas.DrawPixels(words.data(), 6, 6, 1, {0, 0, 6, 1}, {0, 0, 6, 1}, false);
     sheet.canvas.CopyPixels({1, 0, 6, 1}, 0, 0);
-    for (int32 column = 0; column < 5; column++) {
+    for (int32 column = 0; column < 5; column++)
         for (int32 x = grid.EdgeX(column); x < grid.EdgeX(column + 1); x++)
             EXPECT_EQ(sheet.At(x, 0), 0xFF000000 + static_cast<uint32>(column) + 2);
-    }
 }

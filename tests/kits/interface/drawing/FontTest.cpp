@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/Font.h"
 
 #include "kits/interface/drawing/TextCache.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <string>
 #include <thread>
 #include <vector>

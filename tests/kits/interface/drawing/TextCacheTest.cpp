@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/TextCache.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 
@@ -22,10 +24,10 @@ TEST(TextCache, ATextHasRoomAtEveryScale)
     for (const float size : {9.0f, 12.0f, 13.0f, 15.0f, 30.0f}) {
         BFont font;
         font.SetSize(size);
-        for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
-            for (const char* text : {"Charts of what this machine is doing.", "Home: https://example.org/qel", "100.0 %",
-                                     "15432.7 MB", "Allocated semaphores (exp. averaged)", "lllllllllllllllllllll!"})
+        for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0})
+            for (const char* text :
+                 {"Charts of what this machine is doing.", "Home: https://example.org/qel", "100.0 %", "15432.7 MB",
+                  "Allocated semaphores (exp. averaged)", "lllllllllllllllllllll!"})
                 EXPECT_LE(Beyond(font, text, scale), 1) << text << " at " << size << " x " << scale;
-        }
     }
 }

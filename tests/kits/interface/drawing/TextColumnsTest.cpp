@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/drawing/TextColumns.h"
 
 #include <gtest/gtest.h>

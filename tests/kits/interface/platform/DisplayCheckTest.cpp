@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/DisplayCheck.h"
 
 #include "kits/interface/InterfaceKit.h"
 
 #include <gtest/gtest.h>
+
 #include <map>
 
 namespace {

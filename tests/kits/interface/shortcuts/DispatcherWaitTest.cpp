@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/shortcuts/DispatcherWait.h"
 
 #include "kits/application/InterfaceLock.h"
@@ -12,9 +13,10 @@
 #include <QObject>
 #include <QTimer>
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <functional>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace {
@@ -120,7 +122,8 @@ TEST_F(DispatcherWait, WhatIsNoStreamIsHandledAsAnEvent)
 TEST_F(DispatcherWait, ATimerOfTheToolkitThatIsStartedInItRings)
 {
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] { End(); });
+    QObject::connect(
+        &timer, &QTimer::timeout, [&] { End(); });
     receiver->onMessage = [&](BMessage*) { timer.start(1); };
     EXPECT_TRUE(Run());
 }
@@ -135,7 +138,8 @@ TEST_F(DispatcherWait, ATimerOfOursThatIsStartedInItRings)
 TEST_F(DispatcherWait, WhatIsGivenUpInItGoes)
 {
     auto* const object = new QObject;
-    QObject::connect(object, &QObject::destroyed, [&] { End(); });
+    QObject::connect(
+        object, &QObject::destroyed, [&] { End(); });
     receiver->onMessage = [&](BMessage*) { object->deleteLater(); };
     EXPECT_TRUE(Run());
 }

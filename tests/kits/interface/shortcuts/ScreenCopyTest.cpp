@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/core/ViewPrivate.h"
 #include "tests/support/GuiTest.h"
 
@@ -8,6 +9,7 @@
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
+
 #include <gtest/gtest.h>
 
 #include <random>

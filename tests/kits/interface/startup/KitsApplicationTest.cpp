@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
@@ -10,9 +11,11 @@
 #include <QMouseEvent>
 #include <QThread>
 #include <QTimer>
+
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <functional>
-#include <gtest/gtest.h>
 #include <thread>
 
 /// The toolkit's friend that says of an event that it came from the system.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/QtEventLoop.h"
 
 #include "kits/application/InterfaceLock.h"
@@ -14,10 +15,12 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
-#include <atomic>
+
 #include <gtest/gtest.h>
-#include <thread>
 #include <unistd.h>
+
+#include <atomic>
+#include <thread>
 
 namespace {
 

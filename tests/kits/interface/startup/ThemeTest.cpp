@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/startup/Theme.h"
 
 #include "kits/application/Message.h"
@@ -22,8 +23,10 @@
 #include <QImage>
 #include <QPalette>
 #include <QWidget>
-#include <algorithm>
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 

@@ -1,11 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/clock/BootMoment.h"
 
 #include "kits/kernel/Errors.h"
 #include "tests/support/BoundProcess.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/resource.h>

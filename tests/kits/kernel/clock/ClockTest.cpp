@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Clock.h"
 
 #include "kits/kernel/Errors.h"
@@ -6,7 +7,6 @@
 #include "tests/kits/kernel/clock/TestClock.h"
 
 #include <gtest/gtest.h>
-
 #include <stdlib.h>
 #include <time.h>
 

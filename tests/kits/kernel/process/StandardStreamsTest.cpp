@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/StandardStreams.h"
+
 #include "tests/support/BoundProcess.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <initializer_list>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <initializer_list>
 
 namespace {
 

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/StartMemory.h"
 
-#include <cstdio>
 #include <gtest/gtest.h>
+
+#include <cstdio>
 #include <memory>
 #include <numeric>
 #include <vector>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ActiveClock.h"
 
 #include <gtest/gtest.h>
@@ -201,10 +202,9 @@ TEST(ActiveClockTest, EveryShareLiesBetweenNothingAndAll)
     std::vector<bigtime_t> lastRead(3, 0);
     for (int reading = 0; reading < 20000; ++reading) {
         std::vector<ProcessorTime> times;
-        for (int32 i = 0; i < 3; ++i) {
+        for (int32 i = 0; i < 3; ++i)
             if (reading == 0 || random() % 10 != 0)
                 times.push_back({i, random() % 1000 == 0 ? random() : static_cast<uint64>(now / 10000) - random() % 3});
-        }
         clock.Update(now, times);
         for (size_t i = 0; i < 3; ++i) {
             if (reading > 0) {

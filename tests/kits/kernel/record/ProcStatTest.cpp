@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcStat.h"
 
 #include <gtest/gtest.h>
@@ -140,11 +141,9 @@ TEST(ProcStatTest, IsTheSameWhereverTheTextEnds)
         const std::vector<char> cut(text.begin(), text.begin() + static_cast<ptrdiff_t>(length));
         const Result result = Parse(std::string_view(cut.data(), cut.size()));
         ASSERT_EQ(result.times.size(), length < firstEnd ? 0u : length < secondEnd ? 1u : 2u) << length;
-        if (!result.times.empty()) {
+        if (!result.times.empty())
             EXPECT_EQ(result.times[0].ticks, 1234567u + 23 + 345678 + 0 + 12345 + 17);
-        }
-        if (result.times.size() == 2) {
+        if (result.times.size() == 2)
             EXPECT_EQ(result.times[1].ticks, 12u + 3 + 45 + 1 + 2 + 3);
-        }
     }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcText.h"
 
 #include <gtest/gtest.h>

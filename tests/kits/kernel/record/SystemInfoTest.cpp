@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/SystemInfo.h"
 
 #include "kits/kernel/Clock.h"
@@ -6,7 +7,6 @@
 #include "tests/kits/kernel/RecordedMachine.h"
 
 #include <gtest/gtest.h>
-
 #include <sched.h>
 #include <stdlib.h>
 #include <sys/sem.h>
@@ -58,10 +58,9 @@ long long MemoryFigure(const std::string& key)
     std::ifstream file("/proc/meminfo");
     std::string word;
     long long value = -1;
-    while (file >> word) {
+    while (file >> word)
         if (word == key + ":")
             file >> value;
-    }
     return value;
 }
 

@@ -1,5 +1,5 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/SystemReader.h"
-
 #include "tests/kits/kernel/AllocationCount.h"
 #include "tests/kits/kernel/RecordedMachine.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/kits/kernel/record/Reading.h"
 
 #include <gtest/gtest.h>
@@ -56,10 +57,9 @@ TEST(SystemReaderDamageTest, EmptyFilesKeepTheLastValues)
     Reading reading(machine);
     const system_info whole = reading.info;
     // The limits of a process and of its group are not known to exist, so a lost one counts as lifted.
-    for (const char* file : kFiles) {
+    for (const char* file : kFiles)
         if (!MayBeLifted(file))
             machine.Write(file, "");
-    }
     reading.Read(kBetweenLimits);
     ExpectSameFigures(reading.info, whole, "emptied");
     EXPECT_EQ(reading.active[0], ActiveInRecord(whole, 0));

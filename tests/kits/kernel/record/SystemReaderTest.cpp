@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/record/SystemReader.h"
 
 #include "tests/kits/kernel/record/Reading.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
 #include "kits/kernel/WaitPoint.h"

@@ -1,10 +1,9 @@
-#include "kits/kernel/Threads.h"
-
+// SPDX-License-Identifier: MIT
 #include "kits/kernel/Errors.h"
+#include "kits/kernel/Threads.h"
 #include "tests/kits/kernel/Await.h"
 
 #include <gtest/gtest.h>
-
 #include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -49,12 +48,10 @@ TEST(ThreadTest, GivesItsExitStatusToAllWhoWait)
     ASSERT_TRUE(first.AwaitState(B_THREAD_WAITING));
     ASSERT_TRUE(second.AwaitState(B_THREAD_WAITING));
     status_t status = 0;
-    if (first.Join(&status) == B_OK) {
+    if (first.Join(&status) == B_OK)
         EXPECT_EQ(status, 7);
-    }
-    if (second.Join(&status) == B_OK) {
+    if (second.Join(&status) == B_OK)
         EXPECT_EQ(status, 7);
-    }
 }
 
 TEST(ThreadTest, DeadIdIsBadEverywhere)

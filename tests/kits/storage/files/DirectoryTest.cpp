@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Directory.h"
 
 #include "kits/storage/Entry.h"
@@ -5,7 +6,6 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 
 TEST(Directory, OpensFoldersOnly)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Entry.h"
 
 #include "kits/storage/Directory.h"

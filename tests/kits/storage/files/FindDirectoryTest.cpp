@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/FindDirectory.h"
 
 #include "kits/storage/Path.h"
@@ -5,9 +6,9 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
-#include <sys/stat.h>
 
 TEST(FindDirectory, TakesTheConfigurationFolderOfTheEnvironment)
 {

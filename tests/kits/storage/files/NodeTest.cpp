@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Node.h"
 
 #include "kits/storage/Entry.h"
@@ -8,11 +9,11 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <cstring>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
+
+#include <cstring>
 
 namespace {
 
@@ -102,9 +103,8 @@ TEST(Node, AnotherProcessHoldsTheLockToItsEnd)
         BNode node(folder.Path("file").c_str());
         const char status = node.Lock() == B_OK ? 'y' : 'n';
         char byte;
-        if (write(locked[1], &status, 1) != 1 || read(release[0], &byte, 1) != 1) {
+        if (write(locked[1], &status, 1) != 1 || read(release[0], &byte, 1) != 1)
             _exit(1);
-        }
         _exit(0);
     }
     char status = 0;
@@ -115,9 +115,8 @@ TEST(Node, AnotherProcessHoldsTheLockToItsEnd)
     ASSERT_EQ(write(release[1], "x", 1), 1);
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
     EXPECT_EQ(node.Lock(), B_OK);
-    for (const int descriptor : {locked[0], locked[1], release[0], release[1]}) {
+    for (const int descriptor : {locked[0], locked[1], release[0], release[1]})
         close(descriptor);
-    }
 }
 
 TEST(Node, AFileSystemWithoutLocksGrantsThem)
@@ -235,9 +234,8 @@ TEST(Node, AnAttributeThatAnotherProgramMadeIsNoAttributeOfOurs)
 {
     const TempFolder folder;
     folder.Put("file", "");
-    if (setxattr(folder.Path("file").c_str(), "user.a", "xy", 2, 0) != 0) {
+    if (setxattr(folder.Path("file").c_str(), "user.a", "xy", 2, 0) != 0)
         GTEST_SKIP() << "the file system knows no attributes";
-    }
     attr_info info;
     EXPECT_EQ(BNode(folder.Path("file").c_str()).GetAttrInfo("a", &info), B_BAD_VALUE);
     BNode node(folder.Path("file").c_str());

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Path.h"
 
 #include "kits/storage/Entry.h"

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/ReadSmallFile.h"
 
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
 using kits::ReadSmallFile;
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/Resources.h"
 
 #include "kits/support/TypeConstants.h"

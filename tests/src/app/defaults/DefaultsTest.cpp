@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/app/Defaults.h"
 
 #include "kits/application/Message.h"
@@ -42,9 +43,8 @@ std::vector<BMessage> Charts(const BMessage& defaults)
     EXPECT_EQ(Window(defaults).FindMessage("ChartViewHolder", &holder), B_OK);
     std::vector<BMessage> charts;
     BMessage chart;
-    while (holder.FindMessage("Chart", static_cast<int32>(charts.size()), &chart) == B_OK) {
+    while (holder.FindMessage("Chart", static_cast<int32>(charts.size()), &chart) == B_OK)
         charts.push_back(chart);
-    }
     return charts;
 }
 
@@ -71,9 +71,8 @@ BMessage On(int32 cpuCount)
 Sources Processors(int32 count)
 {
     Sources sources;
-    for (int32 processor = 0; processor < count; ++processor) {
+    for (int32 processor = 0; processor < count; ++processor)
         sources.emplace_back(VP_FIRST_CPU + 2 * processor, 0);
-    }
     return sources;
 }
 

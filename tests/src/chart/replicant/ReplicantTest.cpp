@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/application/Roster.h"
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/TabView.h"
@@ -14,10 +15,11 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <sys/stat.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <sys/stat.h>
 #include <thread>
 
 // A chart outside the application: its connection, its corner, its menu.
@@ -108,10 +110,9 @@ protected:
     static QWidgetList Alerts()
     {
         QWidgetList alerts;
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
+        for (QWidget* widget : QApplication::topLevelWidgets())
             if (widget->isVisible() && widget->windowTitle() == "Qel replicant error:")
                 alerts.append(widget);
-        }
         return alerts;
     }
 
@@ -277,10 +278,9 @@ TEST_F(ReplicantTest, ItsPreferencesHaveNoPageForTheSampler)
     ASSERT_NE(chart->PreferencesWindow(), nullptr);
     std::vector<std::string> labels;
     for (int32 i = 0; i < chart->PreferencesWindow()->CountChildren(); i++) {
-        if (const auto* tabs = dynamic_cast<BTabView*>(chart->PreferencesWindow()->ChildAt(i))) {
+        if (const auto* tabs = dynamic_cast<BTabView*>(chart->PreferencesWindow()->ChildAt(i)))
             for (int32 tab = 0; tab < tabs->CountTabs(); tab++)
                 labels.emplace_back(tabs->TabAt(tab)->Label());
-        }
     }
     EXPECT_EQ(labels.size(), 4u);
     EXPECT_EQ(std::count(labels.begin(), labels.end(), "Sysinfo"), 0);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host of charts outside the application, without pictures. For the tests of their connections.
 //
 //   sampling_client SIGNATURE COUNT      how many charts

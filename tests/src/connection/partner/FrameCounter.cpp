@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A team that only listens: tells its address, then of each message frame that comes how many handlers it is for and
 // the code of its message, one line each on stdout. Ends with the first connection.
 
@@ -50,10 +51,9 @@ int main()
         reader.Add({buffer, static_cast<size_t>(size)});
         kits::FrameKind kind;
         std::string_view content;
-        while (reader.Next(&kind, &content) == kits::FrameReader::Result::kFrame) {
+        while (reader.Next(&kind, &content) == kits::FrameReader::Result::kFrame)
             if (kind == kits::FrameKind::kMessage)
                 Tell(content);
-        }
     }
     return 0;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The application without its windows: a sampler that others can register with. For the tests of their connections.
 //
 //   sampling_server SIGNATURE [DELAY]      microseconds between two samples

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/Preferences.h"
 
 #include "kits/storage/File.h"

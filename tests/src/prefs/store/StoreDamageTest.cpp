@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/prefs/store/StoreFixture.h"
 
-#include <filesystem>
 #include <sys/stat.h>
+
+#include <filesystem>
 
 namespace {
 
@@ -274,21 +276,20 @@ TEST_F(StoreDamageTest, WhateverLiesThereNextStoresAreWritten)
     const std::string old = BytesOf(1);
     const std::string next = BytesOf(2);
     const auto put = [&](const std::string& name, const std::string& kind, const std::string& whole) {
-        if (kind == "whole") {
+        if (kind == "whole")
             fFolder.Put(name, whole);
-        } else if (kind == "empty") {
+        else if (kind == "empty")
             fFolder.Put(name, "");
-        } else if (kind == "broken") {
+        else if (kind == "broken")
             fFolder.Put(name, whole.substr(0, whole.size() / 2));
-        } else if (kind == "folder") {
+        else if (kind == "folder")
             std::filesystem::create_directories(fFolder.Path(name) + "/inside");
-        } else if (kind == "pipe") {
+        else if (kind == "pipe")
             ASSERT_EQ(mkfifo(fFolder.Path(name).c_str(), 0600), 0);
-        } else if (kind == "link to nowhere") {
+        else if (kind == "link to nowhere")
             std::filesystem::create_symlink("nowhere", fFolder.Path(name));
-        } else if (kind == "link to itself") {
+        else if (kind == "link to itself")
             std::filesystem::create_symlink(name, fFolder.Path(name));
-        }
     };
     const char* const kinds[] = {"none",   "whole", "empty",           "broken",
                                  "folder", "pipe",  "link to nowhere", "link to itself"};

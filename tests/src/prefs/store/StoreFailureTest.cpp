@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/prefs/store/StoreFixture.h"
 
 #include <cstring>
@@ -10,11 +11,9 @@ protected:
     /// Names in the folder that hold a whole old store.
     bool IsKeptSomewhere(const std::string& bytes) const
     {
-        for (const std::string& name : fFolder.Names()) {
-            if (fFolder.Get(name) == bytes) {
+        for (const std::string& name : fFolder.Names())
+            if (fFolder.Get(name) == bytes)
                 return true;
-            }
-        }
         return false;
     }
 };
@@ -58,9 +57,8 @@ TEST_F(StoreFailureTest, AFullDiskAtTheFirstWriteEver)
         FullDisk disk(room);
         {
             const WithDisk with(disk);
-            if (store.Sync() == B_OK) {
+            if (store.Sync() == B_OK)
                 break;
-            }
         }
         ASSERT_EQ(fFolder.Names(), std::set<std::string>{kFile}) << "the part stays";
         ASSERT_EQ(fFolder.Get(kFile).size(), room);
@@ -89,16 +87,14 @@ TEST_F(StoreFailureTest, EveryCallOfSyncFailsOnce)
             testing::internal::CaptureStderr();
             const int32 number = NumberAtStart();
             ASSERT_EQ(number, status == B_OK ? 2 : 1) << "call " << call << " failed with " << strerror(error);
-            if (status != B_OK) {
+            if (status != B_OK)
                 ASSERT_EQ(fFolder.Get(kFile), old);
-            }
             ASSERT_FALSE(fFolder.Has(kBackup));
             ASSERT_EQ(store.Sync(), B_OK) << "the next attempt";
             ASSERT_EQ(NumberAtStart(), 2);
             testing::internal::GetCapturedStderr();
-            if (call >= disk.Calls()) {
+            if (call >= disk.Calls())
                 break;
-            }
         }
     }
 }
@@ -145,12 +141,10 @@ TEST_F(StoreFailureTest, EveryCallOfALoaderFails)
             for (const int failures : {1, 1000}) {
                 for (int call = 0;; ++call) {
                     fFolder.Clear();
-                    if (!state.main.empty()) {
+                    if (!state.main.empty())
                         fFolder.Put(kFile, state.main);
-                    }
-                    if (!state.backup.empty()) {
+                    if (!state.backup.empty())
                         fFolder.Put(kBackup, state.backup);
-                    }
                     FailingDisk disk(call, error, failures);
                     {
                         const WithDisk with(disk);
@@ -161,9 +155,8 @@ TEST_F(StoreFailureTest, EveryCallOfALoaderFails)
                     ASSERT_NE(number, -2);
                     ASSERT_TRUE(number >= 1 || IsKeptSomewhere(old) || IsKeptSomewhere(next))
                         << "call " << call << " failed with " << strerror(error);
-                    if (error == EMFILE) {
+                    if (error == EMFILE)
                         ASSERT_GE(number, 1) << "what could not be read for this moment is not put away";
-                    }
                     if (call >= disk.Calls()) {
                         ASSERT_GE(number, 1);
                         break;

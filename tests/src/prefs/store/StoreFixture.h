@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "src/prefs/store/Preferences.h"
@@ -6,11 +7,11 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 /// Stores in a settings folder of the test's own.
 class StoreFixture : public testing::Test {
@@ -37,13 +38,11 @@ protected:
     /// The number of what a store is filled with; -1 for an empty store, -2 for one that is not whole.
     static int32 NumberOf(const Preferences& store)
     {
-        if (store.IsEmpty()) {
+        if (store.IsEmpty())
             return -1;
-        }
         int32 number = 0;
-        if (store.FindInt32("Number", &number) != B_OK || number < 0 || number > 25) {
+        if (store.FindInt32("Number", &number) != B_OK || number < 0 || number > 25)
             return -2;
-        }
         Preferences whole(store);
         Fill(whole, number);
         return whole.HasSameData(store) ? number : -2;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/prefs/store/StoreFixture.h"
 
 #include <filesystem>
@@ -13,9 +14,8 @@ protected:
     bool Replace(KillingDisk disk, const std::string& old) const
     {
         fFolder.Clear();
-        if (!old.empty()) {
+        if (!old.empty())
             fFolder.Put(kFile, old);
-        }
         return RunsUntilKilled([&disk] {
             Preferences store(kName, false);
             Fill(store, 2);
@@ -92,9 +92,8 @@ TEST_F(StoreKillTest, AtEveryCallOfALoaderAfterAKilledWriter)
                 << "writer killed at call " << call << ", loader at " << loaderCall << ": " << number;
             fFolder.Clear();
             std::filesystem::copy(saved.Path(), fFolder.Path());
-            if (!killed) {
+            if (!killed)
                 break;
-            }
         }
         saved.Clear();
     }
@@ -121,9 +120,8 @@ TEST_F(StoreKillTest, AWriterAfterAKilledWriterThatNobodyLoadedAfter)
         ASSERT_EQ(second.Sync(), B_OK) << "after call " << call;
         ASSERT_EQ(NumberAtStart(), 3) << "after call " << call;
         ASSERT_EQ(fFolder.Names(), std::set<std::string>{kFile}) << "after call " << call;
-        if (!killed) {
+        if (!killed)
             break;
-        }
     }
 }
 

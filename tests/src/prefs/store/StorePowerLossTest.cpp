@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/prefs/store/StoreFixture.h"
+
+#include <sys/stat.h>
 
 #include <map>
 #include <optional>
 #include <string>
-#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -39,9 +41,8 @@ public:
     void After(const kits::FileAction& action, int64 result) override
     {
         using kits::FileCall;
-        if (result < 0) {
+        if (result < 0)
             return;
-        }
         Change change{.call = action.call, .name = Leaf(action.path), .newName = Leaf(action.newPath)};
         switch (action.call) {
         case FileCall::kCreate:
@@ -141,9 +142,8 @@ public:
     Files Current() const
     {
         Files files;
-        for (const auto& [name, number] : CurrentNames()) {
+        for (const auto& [name, number] : CurrentNames())
             files[name] = fContents.at(number).now;
-        }
         return files;
     }
     /// What a loss of power at this moment may leave.
@@ -176,9 +176,8 @@ private:
 
     static std::set<std::string> Remains(const Content& content)
     {
-        if (content.now == content.synced) {
+        if (content.now == content.synced)
             return {content.now};
-        }
         const size_t half = content.now.size() / 2;
         return {content.now, content.synced, std::string(content.now.size(), '\0'), content.now.substr(0, half),
                 content.now.substr(0, half) + std::string(content.now.size() - half, '\0')};
@@ -190,9 +189,8 @@ private:
         Names names = fNames;
         for (size_t number = 0; number < fPending.size(); ++number) {
             const Change& change = fPending[number];
-            if ((chosen >> number & 1) == 0) {
+            if ((chosen >> number & 1) == 0)
                 continue;
-            }
             if (change.call == kits::FileCall::kCreate) {
                 names.try_emplace(change.name, change.file);
             } else if (change.call == kits::FileCall::kRemove) {
@@ -216,9 +214,8 @@ protected:
     void Make(const Files& files) const
     {
         fFolder.Clear();
-        for (const auto& [name, content] : files) {
+        for (const auto& [name, content] : files)
             fFolder.Put(name, content);
-        }
     }
 
     /// The changes that something makes to a folder that is as a disk has it.
@@ -235,15 +232,13 @@ protected:
     void CheckAfterPowerLoss(const Disk& disk, int32 oldest, const std::string& moment)
     {
         for (const Files& files : disk.AfterPowerLoss()) {
-            if (!fChecked.insert(files).second) {
+            if (!fChecked.insert(files).second)
                 continue;
-            }
             Make(files);
             const int32 number = NumberAtStart();
             std::string names;
-            for (const auto& [name, content] : files) {
+            for (const auto& [name, content] : files)
                 names += " " + name + ":" + std::to_string(content.size());
-            }
             ASSERT_TRUE(number == oldest || number == 2) << moment << ":" << names << ": " << number;
         }
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/storage/File.h"
 #include "tests/src/prefs/store/StoreFixture.h"
 #include "tests/support/BoundProcess.h"
@@ -38,17 +39,14 @@ public:
 
     int Before(kits::FileAction& action) override
     {
-        if (action.call != kits::FileCall::kLock) {
+        if (action.call != kits::FileCall::kLock)
             return 0;
-        }
         const Clock::time_point now = Clock::now();
-        if (fAttempts > 0) {
+        if (fAttempts > 0)
             fShortestPause = std::min(fShortestPause, now - fLast);
-        }
         fLast = now;
-        if (++fAttempts == fReleaseAt) {
+        if (++fAttempts == fReleaseAt)
             fHolder->Unset();
-        }
         return 0;
     }
     int Attempts() const { return fAttempts; }
@@ -75,9 +73,8 @@ public:
     int Before(kits::FileAction&) override
     {
         char byte = 'p';
-        if (fCalls++ == fPauseAt && (write(fReached, &byte, 1) != 1 || read(fGoOn, &byte, 1) != 1)) {
+        if (fCalls++ == fPauseAt && (write(fReached, &byte, 1) != 1 || read(fGoOn, &byte, 1) != 1))
             _exit(1);
-        }
         return 0;
     }
 
@@ -119,9 +116,8 @@ public:
     bool Finish()
     {
         if (fProcess > 0) {
-            if (fIsPaused) {
+            if (fIsPaused)
                 EXPECT_EQ(write(fGoOn[1], "g", 1), 1);
-            }
             EXPECT_EQ(waitpid(fProcess, &fStatus, 0), fProcess);
             fProcess = 0;
         }
@@ -145,9 +141,8 @@ public:
     }
     int Before(kits::FileAction& action) override
     {
-        if (fHasMet && action.call == kits::FileCall::kOpen) {
+        if (fHasMet && action.call == kits::FileCall::kOpen)
             fOther.Finish();
-        }
         return 0;
     }
     void After(const kits::FileAction& action, int64 result) override
@@ -294,9 +289,8 @@ TEST_F(StoreSharingTest, ALoaderBesideAWriterAtWorkHasOneOfTheStores)
             ASSERT_TRUE(writer.Finish()) << "the writer at call " << call << " was disturbed";
             ASSERT_EQ(NumberAtStart(), 2) << "writer at call " << call;
             ASSERT_EQ(fFolder.Names(), std::set<std::string>{kFile});
-            if (!writer.IsPaused()) {
+            if (!writer.IsPaused())
                 break;
-            }
         }
     }
 }
@@ -324,9 +318,8 @@ TEST_F(StoreSharingTest, AWriterBesideAWriterAtWorkComesAfterIt)
         const int32 number = NumberAtStart();
         ASSERT_TRUE(number == 2 || number == 3) << "writer at call " << call << ": " << number;
         ASSERT_EQ(fFolder.Names(), std::set<std::string>{kFile});
-        if (!writer.IsPaused()) {
+        if (!writer.IsPaused())
             break;
-        }
     }
 }
 
@@ -384,9 +377,8 @@ TEST_F(StoreSharingTest, AFileIsNeverWrittenInPlace)
         const BEntry entry(fFolder.Path(kFile).c_str());
         EXPECT_TRUE(!node.IsAt(&entry) || fFolder.Get(kFile) == bytes) << "writer at call " << call;
         EXPECT_GE(NumberAtStart(), 2);
-        if (!writer.IsPaused()) {
+        if (!writer.IsPaused())
             break;
-        }
     }
 }
 
@@ -399,22 +391,19 @@ TEST_F(StoreSharingTest, ManyWritersAndLoadersAtOnce)
     pid_t processes[4];
     for (int process = 0; process < 4; ++process) {
         processes[process] = test::ForkBound();
-        if (processes[process] != 0) {
+        if (processes[process] != 0)
             continue;
-        }
         Preferences store(kName, false);
         for (int round = 0; round < kRounds; ++round) {
             if (process < 2) {
                 Fill(store, process + 2);
                 const status_t status = store.Sync();
-                if (status != B_OK && status != B_BUSY) {
+                if (status != B_OK && status != B_BUSY)
                     _exit(1);
-                }
             } else {
                 const status_t status = store.Revert();
-                if (NumberOf(store) < 1 || (status != B_OK && status != B_BUSY)) {
+                if (NumberOf(store) < 1 || (status != B_OK && status != B_BUSY))
                     _exit(2);
-                }
             }
         }
         _exit(0);

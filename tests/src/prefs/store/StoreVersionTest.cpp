@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/src/prefs/store/StoreFixture.h"
 
 namespace {
@@ -70,9 +71,8 @@ TEST_F(StoreVersionTest, IsInItsPlaceAsLongAsNoOtherIsOnTheDisk)
         Fill(store, 2);
         FullDisk disk(room);
         const WithDisk with(disk);
-        if (store.Sync() == B_OK) {
+        if (store.Sync() == B_OK)
             break;
-        }
         ASSERT_EQ(fFolder.Names(), std::set<std::string>{kFile}) << "room for " << room;
         ASSERT_EQ(fFolder.Get(kFile), fOld);
     }

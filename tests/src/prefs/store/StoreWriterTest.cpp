@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/prefs/store/StoreWriter.h"
 
 #include "kits/storage/File.h"
@@ -17,9 +18,8 @@ class Gate : public kits::FailingDevice {
 public:
     int Before(kits::FileAction& action) override
     {
-        if (action.call != kits::FileCall::kWrite) {
+        if (action.call != kits::FileCall::kWrite)
             return 0;
-        }
         std::unique_lock lock(fLock);
         ++fWrites;
         EXPECT_EQ(++fInside, 1) << "two writes at once";

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/sampling/list/SourceListView.h"
 
 #include "kits/kernel/SystemInfo.h"
@@ -6,13 +7,13 @@
 #include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -63,10 +64,9 @@ std::vector<Row> RowsUnder(const SourceListView& list, BListItem* superitem)
 
 BListItem* FindRow(const SourceListView& list, const char* text)
 {
-    for (int32 i = 0; BListItem* item = list.FullListItemAt(i); i++) {
+    for (int32 i = 0; BListItem* item = list.FullListItemAt(i); i++)
         if (std::string(item->Text()) == text)
             return item;
-    }
     return nullptr;
 }
 
@@ -100,11 +100,9 @@ TEST(SourceListView, BeginsWithWhatEveryMachineHas)
 TEST(SourceListView, RowsHaveTheNamesOfTheirSources)
 {
     const SourceListView list;
-    for (int32 i = 0; const auto* row = dynamic_cast<SourceListItem*>(list.FullListItemAt(i)); i++) {
-        if (row->Target() != VP_NONE) {
+    for (int32 i = 0; const auto* row = dynamic_cast<SourceListItem*>(list.FullListItemAt(i)); i++)
+        if (row->Target() != VP_NONE)
             EXPECT_EQ(row->Text(), ValueProvider::Name(row->Target(), row->Flags()));
-        }
-    }
 }
 
 TEST(SourceListView, EachGroupHasEveryProcessorPlainAndSmoothed)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/ColorPreView.h"
 
 #include "kits/application/AppDefs.h"
@@ -8,12 +9,12 @@
 #include "src/support/ui/SmartColorControl.h"
 #include "tests/support/GuiTest.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
@@ -40,12 +41,14 @@ public:
 /// Has the action run once a menu is open.
 void WhenOpen(const std::function<void(QMenu*)>& action)
 {
-    QTimer::singleShot(0, qApp, [action] {
-        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
-            action(menu);
-        else
-            WhenOpen(action);
-    });
+    QTimer::singleShot(
+        0, qApp,
+        [action] {
+            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
+                action(menu);
+            else
+                WhenOpen(action);
+        });
 }
 
 void ClickItem(QMenu* menu, int index)

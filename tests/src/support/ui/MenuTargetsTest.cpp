@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "src/support/ui/MenuTargets.h"
 
 #include "kits/application/Looper.h"
@@ -23,9 +24,8 @@ TEST(MenuTargets, ReachEveryItemOfEverySubmenu)
 
     SetTargetForItemsRecursive(&menu, &target);
     for (const BMenuItem* item :
-         {menu.ItemAt(0), menu.ItemAt(2), menu.ItemAt(3), middle->ItemAt(0), middle->ItemAt(1), inner->ItemAt(0)}) {
+         {menu.ItemAt(0), menu.ItemAt(2), menu.ItemAt(3), middle->ItemAt(0), middle->ItemAt(1), inner->ItemAt(0)})
         EXPECT_EQ(item->Target(), &target) << item->Label();
-    }
 }
 
 TEST(MenuTargets, DoNothingWithoutAMenu)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A test that goes on until it is killed.
 //
 //   bound_runner           starts each kind of process that tests start; they start others

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopWatch.h"
 
 #include "kits/interface/platform/desktops/PictureFile.h"
@@ -5,9 +6,10 @@
 #include "tests/kits/kernel/Await.h"
 #include "tests/support/TempFolder.h"
 
-#include <future>
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
+
+#include <future>
 
 namespace kits {
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "kits/application/Message.h"
@@ -7,6 +8,7 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <sstream>
 #include <vector>
 

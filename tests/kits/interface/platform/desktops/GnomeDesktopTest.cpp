@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/GnomeDesktop.h"
 
 #include "kits/interface/platform/desktops/DesktopWatch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/IniFile.h"
 
 #include "tests/support/TempFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/KdeSettings.h"
 
 #include "kits/kernel/Bounds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PcmanfmDesktop.h"
 
 #include "kits/interface/platform/desktops/PlainPicture.h"
@@ -95,10 +96,9 @@ protected:
         const std::string mode = folder.Get("window/mode");
         const std::string path = folder.Get("window/picture");
         if (mode != "none" && mode != "color") {
-            for (const std::string& file : {path, path + ".bmp"}) {
+            for (const std::string& file : {path, path + ".bmp"})
                 if (std::filesystem::exists(file))
                     return AverageOfFile(file, kGrey);
-            }
         }
         return kGrey;
     }

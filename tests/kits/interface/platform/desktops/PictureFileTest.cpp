@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PictureFile.h"
 
 #include "kits/kernel/Clock.h"
@@ -7,11 +8,13 @@
 
 #include <QCoreApplication>
 #include <QImageReader>
+
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+
 #include <chrono>
 #include <fstream>
 #include <iostream>
-#include <sys/eventfd.h>
-#include <sys/stat.h>
 #include <thread>
 #include <tuple>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PlainPicture.h"
 
 #include "kits/interface/platform/desktops/PictureFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PlasmaDesktop.h"
 
 #include "tests/kits/interface/platform/desktops/FakeTools.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Slideshow.h"
 
 #include <gtest/gtest.h>

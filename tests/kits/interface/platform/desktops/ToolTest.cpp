@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Tool.h"
 
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
-#include <csignal>
 #include <sys/eventfd.h>
+
+#include <csignal>
 
 namespace kits {
 namespace {

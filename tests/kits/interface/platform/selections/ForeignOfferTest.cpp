@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/ForeignOffer.h"
 
 #include "kits/kernel/Bounds.h"
@@ -38,10 +39,12 @@ class ForeignOfferTest : public testing::Test {
 protected:
     ForeignOfferTest()
     {
-        fOffer.emplace(QStringList{QStringLiteral("text/plain")}, [this] {
-            fMade++;
-            return std::make_unique<FakeSource>(fAnswer);
-        });
+        fOffer.emplace(
+            QStringList{QStringLiteral("text/plain")},
+            [this] {
+                fMade++;
+                return std::make_unique<FakeSource>(fAnswer);
+            });
         fOffer->CallWhenHere([this] { fHeard++; });
         fOffer->SetClock([this] { return fNow; });
     }

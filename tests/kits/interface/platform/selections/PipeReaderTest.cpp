@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/PipeReader.h"
 
 #include "tests/support/GuiTest.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 

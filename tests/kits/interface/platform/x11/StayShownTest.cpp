@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/StayShown.h"
 
 #include <QWindow>
+
 #include <gtest/gtest.h>
 
 using kits::StayShown::Way;

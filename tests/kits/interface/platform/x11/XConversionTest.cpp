@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XConversion.h"
 
 #include "kits/kernel/Bounds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XSettings.h"
 
 #include "kits/interface/platform/x11/DesktopScale.h"

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DarkSigns.h"
 
 #include <gtest/gtest.h>
+
 #include <vector>
 
 namespace kits {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopColor.h"
 
 #include "kits/application/Handler.h"
@@ -7,9 +8,10 @@
 #include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <mutex>
 
 namespace kits {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopColors.h"
 
 #include "tests/support/TempFolder.h"
@@ -23,12 +24,11 @@ protected:
     }
     ~DesktopColorsTest() override
     {
-        for (const auto& [name, value] : fBefore) {
+        for (const auto& [name, value] : fBefore)
             if (value)
                 setenv(name, value->c_str(), 1);
             else
                 unsetenv(name);
-        }
     }
 
     TempFolder folder{TempFolder::Place::kMemory};

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/LoginScale.h"
 
 #include "tests/kits/interface/platform/x11/WrittenSettings.h"

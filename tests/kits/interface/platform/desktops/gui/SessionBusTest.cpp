@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SessionBus.h"
 
 #include "tests/support/Environment.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/X11Desktop.h"
 
 #include "kits/interface/platform/desktops/DesktopWatch.h"
@@ -5,10 +6,11 @@
 #include "tests/support/BoundProcess.h"
 #include "tests/support/TempFolder.h"
 
-#include <csignal>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+
+#include <csignal>
+#include <cstring>
 
 namespace kits {
 namespace {

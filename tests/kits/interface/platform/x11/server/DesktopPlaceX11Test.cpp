@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/DesktopPlace.h"
 #include "kits/interface/platform/x11/XServer.h"
 #include "tests/kits/interface/platform/x11/server/OtherProgram.h"

@@ -1,15 +1,17 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QRect>
 
+#include <gtest/gtest.h>
+#include <xcb/xcb.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
-#include <xcb/xcb.h>
 
 /// Another client of the X server, which may play the window manager. What it makes goes with it.
 class OtherProgram {

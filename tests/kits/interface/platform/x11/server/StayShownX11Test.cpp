@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/StayShown.h"
 #include "tests/kits/interface/platform/x11/server/OtherProgram.h"
 #include "tests/support/GuiTest.h"
@@ -53,11 +54,10 @@ protected:
     /// A window of the type "desktop" that is not among those given; NONE without one.
     xcb_window_t DesktopBut(const Words& known) const
     {
-        for (const xcb_window_t one : other->Windows()) {
+        for (const xcb_window_t one : other->Windows())
             if (other->Get(one, "_NET_WM_WINDOW_TYPE") == Words{other->Atom("_NET_WM_WINDOW_TYPE_DESKTOP")} &&
                 std::find(known.begin(), known.end(), one) == known.end())
                 return one;
-        }
         return XCB_NONE;
     }
     bool AwaitParent(const Words& parent) const

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Field.h"
+
 #include "kits/application/Messenger.h"
 #include "kits/support/Color.h"
 
