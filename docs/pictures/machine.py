@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A machine to take pictures of: its processors and its memory are busy in the same way each time."""
+"""A machine for pictures: its processors and its memory are busy in the same way each time."""
 
 import os
 import pathlib
@@ -15,7 +15,7 @@ TICKS = 100
 
 
 class Machine:
-    """A copy of a recorded machine in a folder, whose figures go on until it is closed."""
+    """A copy of a recorded machine in a folder, whose figures advance until it is closed."""
 
     def __init__(self, recorded, folder):
         self.folder = pathlib.Path(folder)
@@ -23,7 +23,7 @@ class Machine:
         self._stat = (self.folder / "proc/stat").read_text()
         self._memory = (self.folder / "proc/meminfo").read_text()
         count = len(re.findall("^cpu[0-9]", self._stat, re.MULTILINE))
-        # All have as many digits as they will ever have.
+        # All figures have as many digits as they will ever need.
         self._ticks = [50_000_000.0] * count
         self._shares = [0.1] * count
         self._aims = [0.1] * count
@@ -47,7 +47,7 @@ class Machine:
             self._write()
 
     def _go_on(self, seconds):
-        """Each processor goes towards a load that changes now and then, and so does the memory."""
+        """Moves each processor and the memory towards a load that changes now and then."""
         for index, aim in enumerate(self._aims):
             if self._random.random() < seconds / 2.5:
                 self._aims[index] = self._random.choice((0.03, 0.05, 0.12, 0.3, 0.6, 0.9))
@@ -67,7 +67,7 @@ class Machine:
         self._replace("meminfo", re.sub("MemAvailable:.*", f"MemAvailable:   {self._available:8.0f} kB", self._memory))
 
     def _replace(self, name, text):
-        """In place, for the program keeps the files open; the length stays the same."""
+        """Writes in place, because the program keeps the files open; the length stays the same."""
         file = os.open(self.folder / "proc" / name, os.O_WRONLY)
         os.pwrite(file, text.encode(), 0)
         os.close(file)

@@ -4,7 +4,7 @@
 
     docs/pictures/pictures.py BUILD FOLDER
 
-BUILD is where the programs are, FOLDER gets the pictures. docs/pictures/take is what does it all.
+BUILD is the folder of the programs; the pictures go to FOLDER. docs/pictures/take runs this script.
 """
 
 import contextlib
@@ -47,7 +47,7 @@ class Pictures:
         os.environ["QEL_PROGRAM"] = str(self.build / "qel")
 
     def save(self, name, window):
-        """A window with its frame, or a part of the screen."""
+        """Saves a window with its frame, or a part of the screen."""
         if isinstance(window, int):
             what = ["-frame", "-window", str(window)]
         else:
@@ -56,7 +56,7 @@ class Pictures:
         print(f"took {name}.png", flush=True)
 
     def start(self, settings=None):
-        """The program as at its first start, or with settings that are written as JSON."""
+        """Starts the program as at its first start, or with settings given as JSON."""
         config = pathlib.Path(tempfile.mkdtemp(prefix="config-", dir=self.desktop.environment["HOME"]))
         if settings:
             subprocess.run([self.build / "tools/resources/resources", PROJECT / "docs/pictures" / settings,
@@ -73,7 +73,7 @@ class Pictures:
 
     def quit(self, program):
         self.tell("--quit")
-        # Its output may be open for longer: charts on the desktop have it too.
+        # Its output may stay open for longer, because charts on the desktop inherit it.
         program.process.wait(60)
 
     def of_the_first_start(self):
@@ -103,7 +103,7 @@ class Pictures:
         self.quit(program)
 
     def of_the_desktop(self):
-        """A chart of each kind, and two of them torn off."""
+        """Takes a chart of each kind, and two charts that were torn off."""
         program, window = self.start("kinds.json")
         self.save("kinds", window)
         left, top, width, _ = self.desktop.geometry(window)
