@@ -10,7 +10,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release)
 endif()
-# Asserts stay on in debug builds only; release keeps symbols small.
+# Only debug builds keep asserts; release builds keep symbols small.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1")
 
@@ -25,7 +25,7 @@ endif()
 
 find_program(QEL_CCACHE ccache)
 if(QEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers need the first two; the rest lets build folders and clones share their results.
+    # Precompiled headers need the first two settings; the others let build folders and clones share cached results.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${QEL_CCACHE})

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# qel_resource(TARGET NAME FILE): links a file into a program or a test program, as its resource NAME: a message that is
-# written as JSON (.json) or a translation (.ts) flattened and of type B_ANY_TYPE, a picture (.png) as its pixels and any
-# other as it is, of type B_RAW_TYPE. FILE is relative to the project's folder.
+# qel_resource(TARGET NAME FILE): links a file into a program or a test program, as its resource NAME. A JSON message
+# (.json) or a translation (.ts) is flattened and has the type B_ANY_TYPE. A picture (.png) is stored as its pixels, and
+# any other file as it is; both have the type B_RAW_TYPE. FILE is relative to the project's folder.
 function(qel_resource target name file)
     set(input ${PROJECT_SOURCE_DIR}/${file})
     set(output ${CMAKE_CURRENT_BINARY_DIR}/${target}_${name}.cpp)
@@ -9,7 +9,7 @@ function(qel_resource target name file)
         COMMAND resources ${name} ${input} ${output}
         DEPENDS resources ${input} VERBATIM)
     target_sources(${target} PRIVATE ${output})
-    # It has no use for the headers that the other sources share.
+    # This source does not use the shared precompiled headers.
     set_source_files_properties(${output} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# One line makes a kit, a part of the program or a test program. Every .cpp file of the folder belongs to it.
+# One line makes a kit, a part of the program or a test program. It takes every .cpp file of the folder.
 
 # qel_library(NAME LINK target...): a static library of the .cpp files in the current folder and the folders in it.
 function(qel_library name)
@@ -13,9 +13,10 @@ endfunction()
 
 add_custom_target(headless_tests)
 
-# qel_test(NAME LINK target... [FOLDERS folder...] [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the
-# .cpp files in the current folder and in those named, which lie in it; every test is run in a process of its own. GUI tests run without a screen; those that link
-# nothing of it are labelled "headless", and the target headless_tests builds them.
+# qel_test(NAME LINK target... [FOLDERS folder...] [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the .cpp
+# files in the current folder and in the named folders inside it; every test runs in a process of its own. GUI tests run
+# without a screen. Tests that link nothing of the GUI are labelled "headless", and the target headless_tests builds
+# them.
 function(qel_test name)
     cmake_parse_arguments(ARG "GUI" "" "FOLDERS;LINK;ENVIRONMENT" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
@@ -26,10 +27,11 @@ function(qel_test name)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LINK})
-    # What is tested is optimised; optimising the tests would take longer than running them, twice so under sanitizers.
-    # The assertion macros are an if and an else themselves; they guard against being taken for the else of another.
+    # The code under test is optimised; optimising the tests would take longer than running them, and twice that under
+    # sanitizers. GoogleTest's assertion macros contain an if and an else, and protect themselves against a dangling
+    # else.
     target_compile_options(${name} PRIVATE -O0 -Wno-dangling-else)
-    # A path in every command line would keep clones from sharing what the compiler's cache holds.
+    # Absolute paths in command lines would keep clones from sharing the compiler's cache.
     foreach(source ${sources})
         file(READ ${source} text)
         if(text MATCHES "QEL_TEST_DATA")
@@ -38,7 +40,7 @@ function(qel_test name)
         endif()
     endforeach()
     if(ARG_GUI)
-        # The program brings a main() of its own, which sets the toolkit up before the first test.
+        # The test library has a main() of its own, which sets the toolkit up before the first test.
         target_link_libraries(${name} PRIVATE GTest::gtest)
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     else()
@@ -52,7 +54,7 @@ function(qel_test name)
     include(GoogleTest)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 120 ${label})
-    # Not among those properties: they are a list themselves, and would take one variable only.
+    # Set separately, because in a property list a value that is itself a list would lose all variables but the first.
     set(environment ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)
     file(WRITE ${environment} "set_tests_properties(\${${name}_TESTS} PROPERTIES ENVIRONMENT \"${ARG_ENVIRONMENT}\")\n")
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${environment})

@@ -1,18 +1,18 @@
 # SPDX-License-Identifier: MIT
-# Sourced by ./run, ./test and .ci/run, which stand in the project's folder: packages and the build.
+# Sourced by ./run, ./test and .ci/run, which run in the project's folder: installs packages and builds.
 
-# What a build needs, the tests of the kits and the program included (one configuration serves both).
+# Packages for the build, including the tests of the kits and the program (one configuration serves both).
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libgl-dev libxcb1-dev libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core)
 
-# What making the Debian package needs besides.
+# Further packages for making the Debian package.
 package_packages=(dpkg-dev file)
 
 say() {
     printf '%s: %s\n' "$(basename "$0")" "$*"
 }
 
-# need PACKAGE...: installs those of the Debian packages that are missing.
+# need PACKAGE...: installs those of the given Debian packages that are missing.
 need() {
     if ! command -v dpkg-query >/dev/null; then
         say "this is no Debian: taking for granted that these or their like are there: $*"
@@ -36,7 +36,7 @@ need() {
     fi
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq)
     say "installing ${missing[*]}"
-    # Package lists may be absent or too old for what they name; they are fetched only then.
+    # Package lists may be missing or outdated; they are fetched only in that case.
     if ! "${apt[@]}" install --no-install-recommends -y "${missing[@]}" >/dev/null 2>&1; then
         say "fetching the package lists"
         "${apt[@]}" update
@@ -44,12 +44,12 @@ need() {
     fi
 }
 
-# build PRESET [TARGET]...: configures when needed and builds; says nothing but warnings and errors when all is built.
+# build PRESET [TARGET]...: configures if needed and builds; prints only warnings and errors when everything is built.
 build() {
     local preset=$1 folder=build
     shift
     [ "$preset" = release ] || folder=build-$preset
-    # A folder that was configured from another place (a moved or copied clone) cannot be used again.
+    # A folder that was configured elsewhere (in a moved or copied clone) cannot be used again.
     if [ -f "$folder/CMakeCache.txt" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$folder/CMakeCache.txt"; then
         say "$folder/ was made for another folder: starting it anew"
         rm -rf "$folder"
@@ -65,7 +65,7 @@ build() {
     cmake --build --preset "$preset" ${1:+--target "$@"} -- --quiet | { grep -vxF 'ninja: no work to do.' || true; }
 }
 
-# build_package: makes the Debian package of the release build; sets package to its file.
+# build_package: makes the Debian package of the release build; sets package to the path of the file.
 build_package() {
     local log
     build release installed
@@ -77,7 +77,7 @@ build_package() {
     package=$(echo build/package/*.deb)
 }
 
-# start_screen: an X server without a screen, for as long as this shell lives; sets DISPLAY.
+# start_screen: starts an X server without a screen for as long as this shell lives; sets DISPLAY.
 start_screen() {
     local number
     number=$(mktemp)

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Types into bash and zsh, and looks what the tab key makes of it.
+"""Types into bash and zsh, and checks what the tab key completes.
 
     packaging/tests/completion.py TREE
 
-TREE is an unpacked package. Every option that a program's --help names has to be completed, and files after those that
-take one.
+TREE is an unpacked package. Every option in a program's --help must be completed, and so must file names after options
+that take one.
 """
 
 import fcntl
@@ -28,7 +28,7 @@ PROGRAMS = ("qel", "qel-desktop")
 
 
 class Shell:
-    """An interactive shell on a terminal, in whose path the programs only print their arguments."""
+    """An interactive shell on a terminal. The programs in its path only print their arguments."""
 
     def __init__(self, arguments, setup, folder):
         for program in PROGRAMS:
@@ -51,7 +51,7 @@ class Shell:
         os.waitpid(self._pid, 0)
 
     def _until(self, pattern):
-        """What the shell writes until the end of it looks like this."""
+        """Returns the shell's output up to a match of the pattern at its end."""
         text, end = "", time.monotonic() + TIMEOUT
         while not re.search(pattern, text):
             if not select.select([self._terminal], [], [], max(end - time.monotonic(), 0))[0]:
@@ -60,8 +60,8 @@ class Shell:
         return text
 
     def arguments(self, typed):
-        """What a program gets when this was typed; tabs complete."""
-        # The shell works on keys one after the other, so the line ends when all before it has been completed.
+        """Returns the arguments that a program gets after this was typed; tabs complete."""
+        # The shell handles keys in order, so the line ends after everything before it has been completed.
         os.write(self._terminal, f"{typed}\n".encode())
         return re.findall("<(.*?)>", self._until("(?s)\n.*ready> $").split("\n", 1)[1])
 
@@ -79,7 +79,7 @@ class Zsh(Shell):
 
 
 def options(program):
-    """Pairs of an action and an option that means something only with it (or nothing), as --help tells them."""
+    """Yields pairs of an action and an option that needs it (or no action), as --help lists them."""
     text = subprocess.run([TREE / "usr/bin" / program, "--help"], capture_output=True, text=True, check=True,
                           timeout=TIMEOUT).stdout
     action = None
@@ -106,7 +106,7 @@ class CompletionTest:
         for program in PROGRAMS:
             known = list(options(program))
             for _, action, option in known:
-                # So much of it that no other option begins so.
+                # Takes the shortest prefix that no other option shares.
                 others = [other for _, _, other in known if other != option]
                 length = next(n for n in range(3, len(option) + 1)
                               if not any(other.startswith(option[:n]) for other in others))

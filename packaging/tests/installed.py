@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Tries the package where it is installed, on a desktop of its own.
+"""Tests the installed package on a desktop of its own.
 
     packaging/tests/installed.py root FOLDER PACKAGE.deb    a system that has just been made: installs it there, tries it,
                                                             removes it, and looks what is left
-    packaging/tests/installed.py tree FOLDER                the unpacked package: tries it with the machine's libraries
+    packaging/tests/installed.py tree FOLDER                the unpacked package: tests it with the machine's libraries
 
-The build, whose pictures have to be the same, is expected in build/.
+build/ must contain the build, whose pictures have to be the same.
 """
 
 import configparser
@@ -29,11 +29,11 @@ from desktop import Desktop, wait_until  # noqa: E402  (lies in another folder)
 ENTRY = "usr/share/applications/org.example.qel.desktop"
 STORE = "x-vnd.kvt-Qel.user"
 USER = 1000
-# Of the first chart, in the window.
+# Position of the first chart's handle in the window.
 HANDLE = (6, 52)
-# Until the charts of settings.json are full, also on a machine that has much to do.
+# The time until the charts of settings.json are full, even on a busy machine.
 SECONDS_TO_FILL = (12, 45)
-# What the package manager, the linker and caches of the desktop keep for themselves.
+# Files that the package manager, the linker and the caches of the desktop keep for themselves.
 KEPT_BY_OTHERS = re.compile(r"/(var/lib/(dpkg|apt)|var/log|var/cache|etc/ld\.so\.cache)(/|$)")
 
 
@@ -52,9 +52,9 @@ def check(condition, what):
 
 
 class Place:
-    """Where the package is installed, and a user with a home there.
+    """A place where the package is installed, and a user with a home there.
 
-    folder: of the system; home: of the user, as seen from here.
+    folder: the system's root; home: the user's home, as seen from here.
     """
 
     def __init__(self, folder):
@@ -63,7 +63,7 @@ class Place:
         (self.home / "run").mkdir(mode=0o700, exist_ok=True)
         (self.home / ".config").mkdir(exist_ok=True)
         shutil.copytree(PROJECT / "tests/data/machines/two-processors", self.home / "machine")
-        # The same font, whatever else the machines have.
+        # Uses the same font, whatever else the machines have.
         (self.home / "fonts.conf").write_text(
             '<?xml version="1.0"?>\n<!DOCTYPE fontconfig SYSTEM "fonts.dtd">\n'
             f"<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>{self.inside(self.home)}/fonts</cachedir>"
@@ -80,7 +80,7 @@ class Place:
                 "FONTCONFIG_FILE": f"{home}/fonts.conf"}
 
     def start(self, desktop, command):
-        """Starts a command line there, as the user; the process is to be waited for."""
+        """Starts a command line there as the user; the caller waits for the process."""
         environment = [f"{name}={value}" for name, value in self.environment(desktop).items()]
         return subprocess.Popen([*self.prefix(), "env", "-i", *environment, *command], stdin=subprocess.DEVNULL)
 
@@ -114,7 +114,7 @@ class Root(Place):
             "DEBIAN_FRONTEND=noninteractive", *command, stdout=subprocess.DEVNULL)
 
     def files(self):
-        """Everything that lies in the system, as seen from inside."""
+        """Returns everything that lies in the system, as seen from inside."""
         found = set()
         for parent, folders, files in os.walk(self.folder):
             inside = "/" + os.path.relpath(parent, self.folder)
@@ -144,14 +144,14 @@ class Tree(Place):
 
 
 class Build(Tree):
-    """What was built, with the settings and the fonts of another place."""
+    """The build, with the settings and the fonts of another place."""
 
     def path(self):
         return f"{PROJECT}/build:/usr/bin:/bin"
 
 
 def snapshot(place, desktop, seconds):
-    """The pixels of the window after a while."""
+    """Returns the pixels of the window after a while."""
     file = place.home / "picture.png"
     file.unlink(missing_ok=True)
     place.finish(place.start(desktop, ["qel", "--snapshot", place.inside(file), "--after", str(seconds)]), "--snapshot")
@@ -173,7 +173,7 @@ def try_pictures(place, desktop):
 
 
 def try_wallpaper(place, desktop):
-    """Has the program that the others start for wallpapers read a picture."""
+    """Makes the program that reads wallpapers for the others read a picture."""
     icon = place.inside(place.folder / "usr/share/icons/hicolor/48x48/apps/org.example.qel.png")
     reader = place.inside(place.folder / "usr/libexec/qel/average-picture")
     place.finish(place.start(desktop, ["sh", "-c", f"{reader} {icon} >/dev/null"]), "the reader of wallpapers")
@@ -181,7 +181,7 @@ def try_wallpaper(place, desktop):
 
 
 def try_desktop(place, desktop, window):
-    """Tears a chart off: the program finds the one that shows it, which will come up with the session."""
+    """Tears a chart off: the program finds the one that shows it, which will start with the session."""
 
     def shown():
         return desktop.output("xdotool", "search", "--onlyvisible", "--classname", "^qel-desktop$").split()
@@ -200,7 +200,7 @@ def try_desktop(place, desktop, window):
 
 
 def try_entry(place, desktop):
-    """Starts what the desktop would start: the entry, then each of its actions, the last of which quits."""
+    """Starts the programs as the desktop would: the entry, then each of its actions, the last of which quits."""
     entry = configparser.ConfigParser(interpolation=None, delimiters="=")
     entry.optionxform = str
     entry.read(place.folder / ENTRY)
