@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What tests of charts share."""
+"""Shared by tests of charts."""
 
 import pathlib
 import signal
@@ -8,18 +8,18 @@ from desktop import DesktopTest, wait_until
 
 STORE = "x-vnd.kvt-Qel.user"
 TITLE = (40, 62)
-"""On the first chart's title, in the window."""
+"""A place on the first chart's title, in the window."""
 
 
-# A third of its memory is in use, whatever this machine does.
+# A recorded machine: a third of its memory is in use, whatever this machine does.
 RECORDED = {"KITS_ROOT": str(pathlib.Path(__file__).resolve().parent.parent / "data/machines/two-processors")}
 
 
 class ChartsTest(DesktopTest):
-    """The program with the charts of its first start; `arrange` may change them before, `place` the window."""
+    """The program with the charts of its first start; `arrange` may change them first, and `place` the window."""
 
     environment = {}
-    """Of the program."""
+    """Further variables of the program's environment."""
 
     def arrange(self):
         pass
@@ -46,12 +46,13 @@ class ChartsTest(DesktopTest):
         wait_until(lambda: self.picture() != before, "charts that scroll")
 
     def settle(self):
-        """Until the program has handled everything that was sent to it: of two changes the second began after that."""
+        """Waits until the program has handled everything that was sent to it: the second of two changes began after
+        that."""
         self.await_change()
         self.await_change()
 
     def shown(self):
-        """All windows of the program, menus and alerts too."""
+        """Returns all windows of the program, including menus and alerts."""
         return self.desktop.windows(".*", self.program.pid)
 
     def on_screen(self, window, x, y):
@@ -65,7 +66,7 @@ class ChartsTest(DesktopTest):
         wait_until(lambda: set(self.shown()) - menus, "the pop-up")
 
     def choose(self, key):
-        """An item by the letter that is underlined in it."""
+        """Chooses an item by its underlined letter."""
         shown = len(self.shown())
         self.desktop.key(key)
         wait_until(lambda: len(self.shown()) < shown, "the pop-up to close")
@@ -73,11 +74,11 @@ class ChartsTest(DesktopTest):
     # Drags within the program, as a hand does them.
 
     def take_hold(self, start, aside=None, button=1):
-        """From a place of the screen until something is dragged; by way of another, or one near by."""
+        """Drags from a place of the screen until the drag has begun; by way of another place, or of one near by."""
         shown = set(self.shown())
 
         def dragged():
-            """Where the picture of what is dragged is."""
+            """Returns the place of the drag's picture."""
             return [self.desktop.geometry(window)[:2] for window in set(self.shown()) - shown]
 
         self.dragged, self.button, self.held = dragged, button, aside or (start[0] + 36, start[1] - 24)
@@ -93,7 +94,7 @@ class ChartsTest(DesktopTest):
         wait_until(begun, "the drag")
 
     def let_go(self, end):
-        """At a place of the screen."""
+        """Drops at a place of the screen."""
         self.move_by_hand(self.held, end)
         for aside in (1, 0) * 3:  # a hand trembles
             self.desktop.xdotool("mousemove", end[0] + aside, end[1])

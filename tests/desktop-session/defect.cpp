@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A program with a defect, as told, for a sanitizer to find.
+// A program with the defect that its argument names, for a sanitizer to find.
 
 #include <climits>
 #include <cstdlib>

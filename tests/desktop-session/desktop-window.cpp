@@ -12,12 +12,10 @@
 #include <cstdlib>
 #include <string_view>
 
-/// The window of a desktop, for the tests on a desktop:
-///   desktop_window accept|refuse typed|untyped
-/// covers the screen with one colour, #305070, below all other windows. It accepts every drag, as the desktops do that
-/// make a note or a file of whatever is dropped on them, or refuses every one. "typed" has it say that it is a desktop;
-/// "untyped" only leaves it below all windows, without a window manager. Told on stdout: "entered" and "left" for a
-/// drag, "dropped" and the formats for a drop.
+/// The window of a desktop, for the tests on a desktop: desktop_window accept|refuse typed|untyped covers the screen
+/// with one colour, #305070, below all other windows. It accepts every drag, as desktops do that make a note or a file
+/// of every drop, or refuses every one. "typed" declares it a desktop; "untyped" only keeps it below all windows,
+/// without a window manager. It prints "entered" and "left" for a drag, and "dropped" and the formats for a drop.
 
 namespace {
 
@@ -57,7 +55,7 @@ protected:
     }
 
 private:
-    /// The toolkit would have it be a normal window.
+    /// The toolkit would give it the type of a normal window.
     void SetType()
     {
         xcb_connection_t* const server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();

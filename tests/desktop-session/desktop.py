@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""A desktop to try the program on: X server, window manager, pointer, keys and pictures.
+"""A desktop to test the program on: X server, window manager, pointer, keys and pictures.
 
-Nothing here sleeps for a fixed time: what is expected is awaited, with a bound. Only the standard library is used.
+Nothing here sleeps for a fixed time: tests await conditions, with a bound. Needs only the standard library.
 """
 
 import contextlib
@@ -21,7 +21,7 @@ from sanitizers import SLOWNESS
 from screen import SCREEN
 from xclient import Client
 
-# Started in the background of a script, these are ignored, and every program started from here would ignore them too.
+# A script's background processes ignore these signals, and every program started from here would inherit that.
 for number in (signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
     signal.signal(number, signal.SIG_DFL)
 
@@ -29,7 +29,7 @@ TIMEOUT = float(os.environ.get("QEL_TEST_PATIENCE", 60)) * SLOWNESS
 
 
 def stop_process(pid):
-    """Returns when all its threads stand still: they may run on for a moment after the signal."""
+    """Stops the process and returns when all its threads stand still: they may run on for a moment after the signal."""
     os.kill(pid, signal.SIGSTOP)
 
     def is_stopped(thread):
@@ -39,8 +39,8 @@ def stop_process(pid):
 
 
 def wait_until(condition, what, timeout=TIMEOUT):
-    """Asks again and again until the answer is true, and returns it. What is asked about may go while it is looked at:
-    a tool that finds it no more is no answer."""
+    """Repeats the question until the answer is true, and returns it. The object of the question may vanish meanwhile:
+    then a tool that no longer finds it gives no answer."""
     end = time.monotonic() + timeout
     while True:
         failure = None
@@ -104,7 +104,7 @@ class Desktop:
 
     def _open_server(self):
         read, write = os.pipe()
-        # Without -noreset the server starts anew when its first client leaves, and takes the others with it.
+        # Without -noreset the server starts over when its first client leaves, and drops the others.
         self.server = self._start(["Xvfb", "-displayfd", str(write), "-noreset", "-nolisten", "tcp",
                                    "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24"], pass_fds=[write])
         os.close(write)
@@ -128,7 +128,7 @@ class Desktop:
         return "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def show_wallpaper(self):
-        """On the root window, as the programs do it that desktops without a desktop window have for that."""
+        """Paints it on the root window, as programs do on desktops without a desktop window."""
         file = pathlib.Path(self._folder) / "wallpaper.png"
         wallpaper.write(file)
         self.output("hsetroot", "-cover", str(file), check=True)
@@ -164,7 +164,7 @@ class Desktop:
         return output
 
     def await_manager(self):
-        """Until the window manager has handled what came so far."""
+        """Waits until the window manager has handled everything so far."""
         if self._is_managed:
             with Client(self.environment["DISPLAY"]) as client:
                 client.await_manager(TIMEOUT)
@@ -172,7 +172,7 @@ class Desktop:
     # Windows, by their X number.
 
     def windows(self, name, pid=None):
-        """Shown windows with this title (a regular expression)."""
+        """Returns the shown windows with this title (a regular expression)."""
         of = ["--pid", str(pid)] if pid else []
         found = self.output("xdotool", "search", "--onlyvisible", "--all", *of, "--name", name)
         return [int(line) for line in found.split()]
@@ -181,7 +181,7 @@ class Desktop:
         return wait_until(lambda: self.windows(name, pid), f"a window named {name}")[-1]
 
     def geometry(self, window):
-        """Left, top, width and height of the content, on the screen."""
+        """Returns left, top, width and height of the content, on the screen."""
         # xdotool counts the frame twice when a window manager has put one around the window.
         text = self.output("xwininfo", "-id", str(window), check=True)
         return tuple(int(re.search(rf"{name}: +(-?[0-9]+)", text).group(1))
@@ -195,7 +195,7 @@ class Desktop:
         wait_until(lambda: self.size(window) == (width, height), f"the size {width} x {height}")
 
     def picture(self, window="root"):
-        """What a window, or the screen, shows now."""
+        """Returns what a window, or the screen, shows now."""
         end = time.monotonic() + TIMEOUT
         while time.monotonic() < end:
             width, height = SCREEN if window == "root" else self.size(window)
@@ -216,7 +216,7 @@ class Desktop:
         self.xdotool("click", button)
 
     def drag(self, start, end, button=1, steps=8):
-        """From one place of the screen to another, with the button down, as a hand does."""
+        """Drags from one place of the screen to another, as a hand does."""
         self.xdotool("mousemove", *start)
         self.xdotool("mousedown", button)
         for step in range(1, steps + 1):
@@ -240,7 +240,7 @@ class Program:
     def __init__(self, desktop, config, *arguments, **environment):
         self.desktop = desktop
         env = {**desktop.environment, "XDG_CONFIG_HOME": str(config), **environment}
-        # Not a pipe: programs that it starts have it too, and may live on.
+        # Not a pipe: programs that it starts inherit it, and may outlive it.
         self._said = tempfile.TemporaryFile("w+")
         self.process = subprocess.Popen([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL, stderr=self._said)
@@ -262,7 +262,7 @@ class Program:
         return self._said.read()
 
     def wait(self):
-        """The exit status, and what was said on stderr."""
+        """Returns the exit status and the output on stderr."""
         return self.process.wait(TIMEOUT), self.errors()
 
     def signal(self, number):
@@ -279,7 +279,7 @@ class Program:
 
 
 class DesktopTest(unittest.TestCase):
-    """A test with the desktop of its class, a settings folder of its own, and a picture of the end when it fails."""
+    """A test with the desktop of its class, a settings folder of its own, and a picture of the screen if it fails."""
 
     desktop: Desktop
 
@@ -292,20 +292,20 @@ class DesktopTest(unittest.TestCase):
 
     @classmethod
     def has_wallpaper(cls):
-        """Half of the classes have a picture as root background, always the same ones; the rest have no background."""
+        """Half of the classes, always the same ones, have a picture as root background; the others have none."""
         return zlib.crc32(f"{cls.__module__}.{cls.__qualname__}".encode()) % 2 == 0
 
     def setUp(self):
         self.config = self.make_config()
 
     def make_config(self):
-        """The folder of the settings, without any of the program's."""
+        """Makes the folder of the settings, without any settings of the program."""
         folder = tempfile.TemporaryDirectory(prefix="qel-config-")
         self.addCleanup(folder.cleanup)
         return pathlib.Path(folder.name)
 
     def doCleanups(self):
-        """Keeps a picture of a failure, of the preparations too, while everything is still there."""
+        """Keeps a picture of a failure, even one in setUp, while everything is still there."""
         outcome = self._outcome.result
         if any(test is self for test, _ in outcome.failures + outcome.errors):
             folder = pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("failures")
@@ -325,7 +325,7 @@ class DesktopTest(unittest.TestCase):
         return program
 
     def run_beside(self, *arguments, **environment):
-        """Another start, with the same settings; its exit status and what it said on stdout and stderr."""
+        """Starts the program once more with the same settings; returns its exit status, stdout and stderr."""
         env = dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config))
         env.update(environment)
         result = subprocess.run([os.environ["QEL_PROGRAM"], *arguments], env=env, stdin=subprocess.DEVNULL,
@@ -333,7 +333,7 @@ class DesktopTest(unittest.TestCase):
         return result.returncode, result.stdout, result.stderr
 
     def running(self, executable):
-        """The processes of a program with the settings of this test, whoever has started them."""
+        """Returns the processes of a program with the settings of this test, whoever has started them."""
         found = []
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             with contextlib.suppress(OSError):

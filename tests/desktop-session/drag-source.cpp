@@ -11,11 +11,10 @@
 #include <cstdio>
 #include <optional>
 
-/// Another program to drag from, an editor or a colour chooser, for the tests on a desktop:
-///   drag_source NAME FORMAT FILE [FORMAT FILE]...
-/// shows a window of this name. What is dragged from it has the files' content in these formats; a file for
-/// application/x-color holds a colour's name, as #rrggbb. Told on stdout: "at X Y" for each place of the screen that a
-/// drag has come to, and "taken" or "refused" when it has ended.
+/// Another program to drag from, like an editor or a colour chooser, for the tests on a desktop: drag_source NAME
+/// FORMAT FILE [FORMAT FILE]... shows a window of this name. Its drags carry the files' content in these formats; a
+/// file for application/x-color holds a colour's name, as #rrggbb. It prints "at X Y" for each place of the screen that
+/// a drag reaches, and "taken" or "refused" when a drag ends.
 
 namespace {
 
@@ -25,7 +24,7 @@ void Tell(const char* line)
     std::fflush(stdout);
 }
 
-/// Sees where the pointer goes before the drag does.
+/// Sees the pointer's moves before the drag does.
 class Watcher : public QObject {
 public:
     bool eventFilter(QObject*, QEvent* event) override
@@ -60,7 +59,7 @@ protected:
         auto* drag = new QDrag(this);
         drag->setMimeData(Data());
         Watcher watcher;
-        // The last filter is the first to see an event, and the drag installs one when it begins.
+        // The filter installed last sees an event first, and the drag installs one when it begins.
         QTimer::singleShot(0, &watcher, [&watcher] { qApp->installEventFilter(&watcher); });
         const bool taken = drag->exec(Qt::CopyAction) == Qt::CopyAction;
         Tell(taken ? "taken" : "refused");

@@ -14,7 +14,7 @@ MSG_SOURCE_DROP = 0x3F6212A4
 
 
 def head(kind, number):
-    """The head of a CBOR value."""
+    """Returns the head of a CBOR value."""
     if number < 24:
         return bytes([kind << 5 | number])
     if number < 0x100:
@@ -34,7 +34,7 @@ def cbor(value):
 
 
 def message(what, **fields):
-    """A flattened message; each field is a list of its type's code and the values."""
+    """Returns a flattened message; each field is a list of its type's code and the values."""
     body = cbor({"what": what, "fields": fields})
     return b"\xd9\xd9\xf7\x82\x1a" + len(body).to_bytes(4, "big") + body
 
@@ -64,14 +64,14 @@ class DropsTest(ChartsTest):
         wait_until(lambda: self.desktop.geometry(self.source)[0] >= PLACE[0], "the drag source at its place")
 
     def begin_foreign_drag(self, x, y):
-        """Drags from the other program onto a place of the window, and holds it there."""
+        """Drags from the other program onto a place of the window, and holds there."""
         start = self.on_screen(self.source, 80, 50)
         end = self.on_screen(self.window, x, y)
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 21):
             self.desktop.xdotool("mousemove", *(round(a + (b - a) * step / 20) for a, b in zip(start, end)))
-        # The source tells the target one place after another, and not before that has answered for the one before. So
-        # the first of these may still be passed over; the second is not.
+        # The source sends the target one place after another, and the next one only after the target has answered the
+        # last. So the target may miss the first of these, but not the second.
         for aside in (1, 0):
             x, y = end[0] + aside, end[1]
 
@@ -83,11 +83,11 @@ class DropsTest(ChartsTest):
             self.settle()
 
     def ends(self):
-        """Of all drags until now, whether they were taken."""
+        """Returns, for each drag so far, whether it was taken."""
         return [line == "taken" for line in self.told.read_text().splitlines() if line in ("taken", "refused")]
 
     def drop(self, x, y):
-        """Whether it was taken."""
+        """Returns whether it was taken."""
         before = self.ends()
         self.begin_foreign_drag(x, y)
         self.desktop.xdotool("mouseup", 1)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What tests of hostile programs share: attacks, and what is seen of the programs meanwhile."""
+"""Shared by tests of hostile programs: attacks, and observations of our programs meanwhile."""
 
 import contextlib
 import os
@@ -20,7 +20,7 @@ MIB = 1 << 20
 
 
 class Attack:
-    """A program that goes on until `stop`."""
+    """A program that runs until `stop`."""
 
     def __init__(self, environment, name, signature, *numbers):
         self.process = subprocess.Popen([PROGRAM, name, signature, *map(str, numbers)], env=environment, text=True,
@@ -29,7 +29,7 @@ class Attack:
             raise AssertionError(f"{name} does not begin, status {self.process.wait(TIMEOUT)}")
 
     def stop(self):
-        """What it says at its end, empty the second time."""
+        """Returns its output at the end; empty the second time."""
         if self.process.stdin.closed:
             return ""
         said, _ = self.process.communicate(timeout=TIMEOUT)
@@ -39,7 +39,7 @@ class Attack:
 
 
 def memory(pid):
-    """Bytes of a process that are in memory, and those of them that are its own."""
+    """Returns the bytes of a process that are in memory, and how many of them are its own."""
     values = {}
     for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:]:
         name, value = line.split()[:2]
@@ -52,15 +52,15 @@ def descriptors(pid):
 
 
 def time_in_queue(pid):
-    """Seconds that the main thread has waited for a processor."""
+    """Returns the seconds that the main thread has waited for a processor."""
     return int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[1]) / 1e9
 
 
 class Watch:
-    """Looks at a process and its window ten times a second, until closed.
+    """Watches a process and its window ten times a second, until closed.
 
-    The longest time without another picture is told by the clock, and without the time that the main thread waited for a
-    processor: what else runs on the machine is not what is measured."""
+    Measures the longest time without a new picture by the clock, and also without the time that the main thread waited
+    for a processor, so that other load on the machine does not count."""
 
     def __init__(self, display, pid, window):
         self.pid, self._display, self._window = pid, display, window
@@ -84,7 +84,7 @@ class Watch:
                     measured = self._measure()
                     queued = time_in_queue(self.pid)
                 except (OSError, RuntimeError):
-                    return  # it has ended, which others are to say
+                    return  # it has ended; other checks report that
                 now = time.monotonic()
                 self.longest_without = max(self.longest_without, now - since)
                 self.longest_of_its_own = max(self.longest_of_its_own, now - since - (queued - queued_since))
@@ -94,11 +94,12 @@ class Watch:
                 self.most = [max(pair) for pair in zip(self.most, measured)]
 
     def growth(self):
-        """Of memory, of the process's own memory, and of the number of its descriptors: the most that was seen."""
+        """Returns the maximum growth of memory, of the process's own memory, and of the number of its descriptors."""
         return [most - before for most, before in zip(self.most, self.before)]
 
     def await_before(self):
-        """Until it has no more descriptors and hardly more memory than at the beginning. A sanitizer keeps memory."""
+        """Waits until it has no more descriptors and hardly more memory than at the beginning. A sanitizer keeps
+        memory."""
         seen = []
 
         def is_back():

@@ -10,10 +10,10 @@ PROGRAM = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "sele
 
 
 class Owner:
-    """A program that owns a selection until `close`; selection-owner.cpp tells how it behaves."""
+    """A program that owns a selection until `close`; selection-owner.cpp describes its behaviours."""
 
     def __init__(self, environment, folder, behaviour, form, data, selection="CLIPBOARD", where=()):
-        """What it offers and what it tells is kept in the folder. With a window and a place: it drags over that."""
+        """The folder holds its data and its output. With a window and a place, it drags over that window."""
         content = folder / "owned"
         content.write_bytes(data)
         self._told = folder / "told"
@@ -38,11 +38,11 @@ class Owner:
         self.process.stdin.close()
 
     def told(self):
-        """Its lines so far."""
+        """Returns its lines so far."""
         return self._told.read_text().splitlines()
 
     def asked(self):
-        """What it was asked for, in this order."""
+        """Returns the forms that it was asked for, in order."""
         return [line.removeprefix("asked ") for line in self.told() if line.startswith("asked ")]
 
     def drop(self):

@@ -10,9 +10,9 @@
 
 #include <cstdio>
 
-// A desktop portal on the session's bus that knows one setting: how dark the desktop is. It is what stands on the
-// command line, then each digit that comes on stdin. Says "ready" once it can be asked, "asked" whenever it was.
-// What follows on the command line are other names that it has on the bus.
+// A desktop portal on the session's bus that knows one setting: how dark the desktop is. It starts with the value on
+// the command line, and then takes each digit on stdin. It prints "ready" once it answers questions, and "asked" for
+// each question. Further arguments are other names that it takes on the bus.
 
 namespace {
 
@@ -47,7 +47,7 @@ public:
     {
         if (message.member() != "Read" || message.arguments() != QVariantList{kNamespace, kKey})
             return false;
-        // In two layers, as the portal of desktops answers.
+        // In two variants, as the portals of desktops answer.
         const QDBusVariant value(QVariant::fromValue(QDBusVariant(fScheme)));
         bus.send(message.createReply(QVariant::fromValue(value)));
         Say("asked");

@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
-"""What tests of the preferences windows share."""
+"""Shared by tests of the preferences windows."""
 
 from charts import RECORDED, ChartsTest
 from desktop import wait_until
 
 TABS = {"General": (36, 14), "Colors": (101, 14), "Sources": (172, 14), "Fonts": (234, 14), "Sysinfo": (302, 14)}
-"""In a chart's window, at the size that it opens with."""
+"""Places in a chart's preferences window, at the size at which it opens."""
 REVERT_ALL, REVERT, CANCEL = (177, 269), (284, 269), (391, 269)
 
 SHOW_TITLE, DRAW_BORDER, DESKTOP_COLOR = (21, 117), (21, 165), (21, 212)
@@ -18,12 +18,12 @@ FIRST_SOURCE, FIND, ADD = (80, 44), (190, 235), (395, 235)
 CHARTS = ((4, 50, 570, 118), (4, 173, 570, 118), (4, 296, 570, 118))
 """The insides of the three charts of the first start, in the main window."""
 BORDER = (400, 48)
-"""On that of the first."""
+"""A place on the border of the first chart."""
 MIDDLES = ((300, 120), (300, 240), (300, 365))
 
 
 def values(stored, name):
-    """All values of the fields of this name in a stored message."""
+    """Returns all values of the fields of this name in a stored message."""
     found = []
     key = bytes([0x60 | len(name)]) + name.encode()
     start = stored.find(key)
@@ -48,7 +48,7 @@ class PrefsTest(ChartsTest):
     environment = RECORDED
 
     def place(self):
-        # The preferences open on the left.
+        # The preferences open to the left of it.
         self.desktop.xdotool("windowmove", self.window, 640, 60)
         wait_until(lambda: self.desktop.geometry(self.window)[0] >= 640, "the window at its place")
 
@@ -57,7 +57,7 @@ class PrefsTest(ChartsTest):
         return self.picture().crop(left, top, width, height)
 
     def open_prefs(self, chart=0):
-        """Those of a chart, by its menu."""
+        """Opens the preferences of a chart by its menu."""
         def windows():
             return set(self.desktop.windows("^Chart preferences$", self.program.pid))
 
@@ -88,11 +88,11 @@ class PrefsTest(ChartsTest):
         self.settle()
 
     def choose_of(self, place, *rows):
-        """Opens a menu of the page and chooses by the mouse: a row of it, then a row of what that opens."""
+        """Opens a menu of the page and chooses with the mouse: a row of it, then a row of the submenu."""
         shown = set(self.shown())
 
         def menus():
-            """Those that are open, from the left to the right, as a submenu opens."""
+            """Returns the open menus from left to right, as submenus open."""
             return sorted(self.desktop.geometry(window) for window in set(self.shown()) - shown)
 
         self.click(place)
@@ -102,7 +102,7 @@ class PrefsTest(ChartsTest):
             x, y = left + 20, top + 13 + 22 * row
             self.desktop.xdotool("mousemove", x + 1, y, "mousemove", x, y)
             if depth + 1 < len(rows):
-                # The one of the marked row is open already, and goes first.
+                # The submenu of the previously marked row is still open, and closes first.
                 wait_until(lambda: [y - 20 < menu[1] < y for menu in menus()[depth + 1 :]] == [True], "the submenu")
         self.desktop.xdotool("click", 1)
         wait_until(lambda: set(self.shown()) == shown, "the menu to close")
@@ -116,7 +116,8 @@ class PrefsTest(ChartsTest):
         wait_until(lambda: self.shown() == [self.window], "the preferences to close")
 
     def drag_to_chart(self, start, x, y, button=1):
-        """From a place of the preferences onto one of the main window. A page leaves its window across the tabs."""
+        """Drags from a place of the preferences onto one of the main window. A page leaves its window across the tabs.
+        """
         start = self.on_screen(self.prefs, *start)
         top = self.desktop.geometry(self.prefs)[1]
         above = (start[0], top - 10) if start[1] < top + 25 else None

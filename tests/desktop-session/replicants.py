@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What tests of charts on the desktop share."""
+"""Shared by tests of charts on the desktop."""
 
 import contextlib
 import os
@@ -16,11 +16,11 @@ HOST_STORE = "x-vnd.kvt-Qel-Desktop.user"
 AUTOSTART = "autostart/org.example.qel.desktop-charts.desktop"
 CHART = "^Qel chart$"
 ABOVE = 48
-"""From the window's top to the first chart's."""
+"""Distance from the window's top to the first chart's."""
 
 
 class ReplicantsTest(ChartsTest):
-    """The program in the left top corner of the screen, and what is dragged out of it."""
+    """The program in the top left corner of the screen, and the charts that are dragged out of it."""
 
     def setUp(self):
         super().setUp()
@@ -31,10 +31,10 @@ class ReplicantsTest(ChartsTest):
         self.desktop.xdotool("windowmove", self.window, 20, 40)
         wait_until(lambda: self.desktop.geometry(self.window)[0] < 40, "the window at its place")
 
-    # The host, which is started by the program and by nobody else.
+    # The host, which only the program starts.
 
     def hosts(self):
-        """The processes that show charts with the settings of this test."""
+        """Returns the processes that show charts with the settings of this test."""
         return self.running(HOST)
 
     def applications(self):
@@ -44,8 +44,8 @@ class ReplicantsTest(ChartsTest):
         return wait_until(self.hosts, "the host")[0]
 
     def end_host(self, number=signal.SIGKILL):
-        """Also one that comes meanwhile: the application starts a killed one again, and what it has started may wait
-        for the end of another one to take its place."""
+        """Ends later ones too: the application restarts a killed host, and a host that it has started may wait for
+        another one to end and then take its place."""
         told = set()
 
         def is_gone():
@@ -59,7 +59,7 @@ class ReplicantsTest(ChartsTest):
         wait_until(is_gone, "the end of the host")
 
     def end_all(self):
-        """Together: each of the two programs starts the other one when it misses it."""
+        """Ends both programs together: each starts the other one when it misses it."""
         def are_gone():
             running = self.hosts() + self.applications()
             for pid in running:
@@ -70,7 +70,7 @@ class ReplicantsTest(ChartsTest):
         wait_until(are_gone, "the end of the application and the host")
 
     def start_host(self):
-        """As the session does when the user logs in."""
+        """Starts it as the session does when the user logs in."""
         process = subprocess.Popen([HOST], env=dict(self.desktop.environment, XDG_CONFIG_HOME=str(self.config)),
                                    stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(process.wait)
@@ -96,17 +96,18 @@ class ReplicantsTest(ChartsTest):
             return self.places()  # one went in between
 
     def handle(self, window=None):
-        """The middle of a chart's handle, on the screen: the first chart's of the program, or a replicant's."""
+        """Returns the middle of a chart's handle, on the screen: of the program's first chart, or of a replicant."""
         if window is None:
             return self.on_screen(self.window, 3 + 4, self.first_chart() + 4)
         return self.on_screen(window, 4, 4)
 
     def first_chart(self):
-        """The row of the window that the first chart begins at."""
+        """Returns the row of the window at which the first chart begins."""
         return ABOVE
 
     def picture_at_pointer(self):
-        """Whether something is dragged along: a window without a frame that the toolkit names after the program."""
+        """Returns whether a drag shows its picture: a window without a frame that the toolkit names after the program.
+        """
         tree = self.desktop.output("xwininfo", "-root", "-tree")
         named = re.findall(r'^ {5}(0x[0-9a-f]+) "Qel": [^\n]* [0-9]{2}', tree, re.MULTILINE)
         told = [self.desktop.output("xwininfo", "-id", window) for window in named]
@@ -133,16 +134,16 @@ class ReplicantsTest(ChartsTest):
         self.end_drag()
 
     def drag_back(self, x, y, window):
-        """A chart on the desktop onto a place of the program's window."""
+        """Drags a chart on the desktop onto a place of the program's window."""
         self.carry_back(x, y, window)
         self.end_drag()
 
     def carry_back(self, x, y, window):
-        """The same until it has only to be dropped."""
+        """Does the same, but stops before the drop."""
         end = self.on_screen(self.window, x, y)
         self.begin_drag(self.handle(window), end)
-        # The host tells the program one place after another, and not before that has answered for the one before. So
-        # the first of these may still be passed over; the others are not.
+        # The host sends the program one place after another, and the next one only after the program has answered the
+        # last. So the program may miss the first of these, but not the others.
         for aside in (1, 0) * 2:
             self.desktop.xdotool("mousemove", end[0] + aside, end[1])
             for _ in range(2):
@@ -151,9 +152,10 @@ class ReplicantsTest(ChartsTest):
             self.settle()
 
     def resize(self, window, width, height, expected=None):
-        """Pulls a chart on the desktop by its corner until it has the size."""
+        """Drags the corner of a chart on the desktop until the chart has this size."""
         left, top, old_width, old_height = self.desktop.geometry(window)
-        # The last pixel: captions reach nearly as far in a small chart, and go before the corner.
+        # Takes hold of the last pixel: in a small chart, captions reach nearly as far and have precedence over the
+        # corner.
         self.desktop.xdotool("mousemove", left + old_width - 1, top + old_height - 1, "mousedown", 1)
         for part in (2, 1):
             self.desktop.xdotool("mousemove", left + (old_width - width) // part * (part - 1) + width - 1,
@@ -163,7 +165,7 @@ class ReplicantsTest(ChartsTest):
         self.desktop.xdotool("mouseup", 1)
 
     def open_foreign(self):
-        """A window of another program, on the right of ours."""
+        """Opens a window of another program, to the right of ours."""
         program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "drag_source")
         process = subprocess.Popen([program, "Foreign", "text/plain", os.devnull], env=self.desktop.environment,
                                    stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -174,7 +176,7 @@ class ReplicantsTest(ChartsTest):
         wait_until(lambda: self.desktop.geometry(self.foreign)[0] >= 960, "the foreign window at its place")
 
     def assert_shows_nothing(self):
-        """Another chart is dragged out after that, and it is the only one then."""
+        """Drags out another chart afterwards and expects it to be the only one."""
         self.drag_out(690, 640)
         self.replicant()
         self.assertEqual(self.places()[0][:2], (686, 636))
@@ -184,7 +186,7 @@ class OneReplicantTest(ReplicantsTest):
     """One chart on the desktop, which a test puts there."""
 
     def put_chart(self, left, top):
-        """Tears one off, so that its left top corner lies there."""
+        """Tears one off, so that its top left corner lies there."""
         self.drag_out(left + 4, top + 4)
         self.chart = self.replicant()
         self.await_place(left, top)
@@ -196,7 +198,7 @@ class OneReplicantTest(ReplicantsTest):
         wait_until(lambda: self.frame()[:2] == (left, top), f"the place {left}, {top}")
 
     def seen(self, window=None):
-        """Where it is on the screen: nothing else may cover it."""
+        """Returns its picture from the screen, so nothing else may cover it."""
         return self.desktop.picture().crop(*self.desktop.geometry(window or self.chart))
 
     def await_scrolling(self, window=None):

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""Runs tests of the real programs, as unittest does. A test fails too when a sanitizer reports one of these meanwhile.
+"""Runs tests of the real programs, as unittest does. A test also fails if a sanitizer reports one of these programs
+meanwhile.
 
     runner.py FOLDER [TEST...]      all tests of the folder when none is named; QEL_PROGRAM names the program
     runner.py -jN FOLDER            all tests of the folder, N modules at a time; each prints its results when it ends
@@ -12,7 +13,7 @@ import sys
 import time
 import unittest
 
-from sanitizers import REPORTS  # before all tests: they hand their environment on
+from sanitizers import REPORTS  # before all tests: they pass their environment on
 from desktop import wait_until
 
 
@@ -41,7 +42,7 @@ class Result(unittest.TextTestResult):
 
 
 def await_end():
-    """What reports at its end may do so after its test."""
+    """Waits for processes that may still write a report after their test."""
     wait_until(lambda: not REPORTS.writers(), "the end of all programs")
 
 
@@ -53,8 +54,8 @@ def run_module(folder, module):
 
 
 def run_side_by_side(jobs, folder):
-    """Modules share no desktop, and wait for most of their time."""
-    # Those that take long should not be the last ones: the size of a module is a fair guess.
+    """Modules share no desktop, and wait most of their time."""
+    # Slow modules should not run last; the size of a module is a fair guess.
     files = sorted(pathlib.Path(folder).glob("test_*.py"), key=lambda file: file.stat().st_size, reverse=True)
     modules = [file.stem for file in files]
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What sanitizers say of the programs, when these were built with one (the presets asan and tsan). It counts whoever has
-started a program: the variables that tell where to report to are inherited."""
+"""Reports of sanitizers about the programs, if these were built with one (the presets asan and tsan). Reports count
+whichever process has started a program, because programs inherit the variables that say where to report."""
 
 import contextlib
 import os
@@ -16,15 +16,15 @@ def is_sanitized(program, by=(b"asan", b"tsan")):
 
 
 class Reports:
-    """Each in a file of its own. A program that is killed leaves none."""
+    """Each report is a file of its own. A killed program leaves none."""
 
     def __init__(self):
         self._home = tempfile.TemporaryDirectory(prefix="qel-reports-")
         self.folder = pathlib.Path(self._home.name)
-        # ThreadSanitizer does not see how threads wait for each other in libraries that were built without it, and takes
-        # what these share for races. So it looks at our own code alone.
-        # Beside AddressSanitizer the one of undefined behaviour writes to stderr, wherever it is told to, so it aborts,
-        # which the former reports. What the caller wants stands last and counts.
+        # ThreadSanitizer does not see how threads wait for each other in libraries that were built without it, and
+        # reports races on what these share. So it checks our own code alone. UndefinedBehaviorSanitizer, which runs
+        # beside AddressSanitizer, writes to stderr wherever it is told to write, so it aborts, and AddressSanitizer
+        # reports the abort. The caller's options stand last and take precedence.
         for name, options in {"ASAN": "handle_abort=1", "UBSAN": "abort_on_error=1",
                               "LSAN": f"suppressions={SUPPRESSIONS}:print_suppressions=0",
                               "TSAN": "ignore_noninstrumented_modules=1"}.items():
@@ -32,7 +32,7 @@ class Reports:
             os.environ[variable] = ":".join([f"log_path={self.folder}/report", options, os.environ.get(variable, "")])
 
     def take(self):
-        """What was reported since the last time."""
+        """Returns the reports since the last call."""
         texts = []
         for file in sorted(self.folder.iterdir()):
             with contextlib.suppress(FileNotFoundError):
@@ -41,7 +41,7 @@ class Reports:
         return "\n".join(text for text in texts if text)
 
     def writers(self):
-        """The processes that could still report something."""
+        """Returns the processes that could still report something."""
         found = []
         for process in pathlib.Path("/proc").glob("[0-9]*"):
             with contextlib.suppress(OSError):
@@ -53,4 +53,4 @@ class Reports:
 PROGRAM = os.environ.get("QEL_PROGRAM")
 REPORTS = Reports() if PROGRAM and is_sanitized(PROGRAM) else None
 SLOWNESS = 3 if REPORTS else 1
-"""How much longer to wait for something."""
+"""Factor by which a wait takes longer."""

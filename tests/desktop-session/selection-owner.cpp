@@ -15,17 +15,15 @@
 #include <string>
 #include <vector>
 
-/// Another program that owns a selection, or drags something, and gives its data well or badly, for the tests on a
-/// desktop:
-///   selection_owner BEHAVIOUR FORM FILE SELECTION
-///   selection_owner BEHAVIOUR FORM FILE XdndSelection WINDOW X Y
+/// Another program that owns a selection, or drags something, and gives its data correctly or badly, for the tests on a
+/// desktop: selection_owner BEHAVIOUR FORM FILE SELECTION selection_owner BEHAVIOUR FORM FILE XdndSelection WINDOW X Y
 /// owns CLIPBOARD or PRIMARY, or drags over a window, at a place of the screen, and offers the file's content in this
-/// form. A line on stdin drops it. Told on stdout: "ready"; "asked FORM" for each question; "over 1" or "over 0" for
-/// what the window says to the drag, and "dropped 1" or "dropped 0" for the end of the drop.
+/// form. A line on stdin drops it. It prints "ready"; "asked FORM" for each question; "over 1" or "over 0" for the
+/// window's answer to the drag, and "dropped 1" or "dropped 0" for the end of the drop.
 ///
 /// Behaviours: good; pieces (of 1000 bytes); silent; late (three seconds); trickle (a piece of one byte again and
-/// again, for ever); flood (pieces of 64 KiB for ever); dies (when it is asked for the data); refuses; other (another
-/// type); twice (the same answer again and again).
+/// again, for ever); flood (pieces of 64 KiB for ever); dies (when asked for the data); refuses; other (another type);
+/// twice (the same answer again and again).
 
 namespace {
 
@@ -216,7 +214,7 @@ private:
         } else {
             Write(request.requestor, request.property, fBehaviour == "other" ? Atom("INTEGER") : fForm, fData);
             Notify(request, true);
-            // Again and again.
+            // Sends the same answer again.
             if (fBehaviour == "twice")
                 fRequests.push_back({request, Clock::now() + std::chrono::milliseconds(100)});
         }

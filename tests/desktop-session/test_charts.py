@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Hands on charts: the pop-up menu, drags within the program, and ends in the middle of them."""
+"""Charts under the mouse: the pop-up menu, drags within the program, and ends in the middle of them."""
 
 from charts import TITLE, ChartsTest
 from desktop import wait_until
@@ -29,8 +29,8 @@ class Menu(ChartsTest):
 
 class Screen(ChartsTest):
     def test_shows_what_an_exposed_window_shows(self):
-        """What samples sent to the screen, piece by piece, is what the window's whole picture holds."""
-        # Columns that stay as they are until the charts wrap, below the captions.
+        """The columns that samples sent to the screen one by one equal those of the window's whole picture."""
+        # These columns stay unchanged until the charts wrap; they lie below the captions.
         columns = 40
 
         def drawn():
@@ -38,7 +38,7 @@ class Screen(ChartsTest):
             return [picture.crop(5, top, columns, 60).data for top in (110, 232, 356)]
 
         def reached():
-            """The memory in use is never nothing."""
+            """Some memory is always in use."""
             picture = self.picture()
             return any(picture.pixel(x, 290) != picture.pixel(500, 290) for x in range(columns + 5, columns + 15))
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the program does without a window, and what it says when it cannot open one."""
+"""The program without a window, and its messages when it cannot open one."""
 
 import json
 import os
@@ -77,7 +77,7 @@ class CommandLineTest(unittest.TestCase):
         self.assert_nothing_written()
 
     def test_absurd_values(self):
-        """Each is refused in one short line, whatever it holds."""
+        """Each is refused in one short line, whatever it contains."""
         long = "9" * 100_000
         for option in ("--set-delay", "--set-history", "--after", "--samples", "--interval"):
             for value in ("nan", "-nan", "inf", "-inf", "1e999", "0x10", "", " 1", "1 ", long, b"\xff\xfe", "two\nlines"):
@@ -139,11 +139,11 @@ class CommandLineTest(unittest.TestCase):
             used = next(s["fraction"] for s in sample["sources"] if (s["target"], s["flags"]) == (2053, 0))
             return abs(used - (1 - available / total))
 
-        # Others take memory and give it back in between.
+        # Other processes allocate and free memory in between.
         wait_until(lambda: difference() < 0.03, "the machine's own figure")
 
     def read(self, machine):
-        """What the sources without smoothing say of a recorded machine, by name."""
+        """Returns what the sources without smoothing show of a recorded machine, by name."""
         result = self.run_program("--read", "--json", "--samples", "3", "--interval", "0.01", KITS_ROOT=str(machine))
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         for line in result.stdout.splitlines():

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Charts on the desktop and the application that feeds them: either of the two goes, hangs and comes back."""
+"""Charts on the desktop and the application that feeds them: either of the two ends, hangs and comes back."""
 
 import os
 import pathlib
@@ -23,7 +23,7 @@ class ConnectedTest(OneReplicantTest):
         self.put_chart(686, 296)
         self.await_scrolling()
 
-    # The application, also one that was started by a chart.
+    # The application, including one that a chart has started.
 
     def programs(self):
         return self.running(PROGRAM)
@@ -43,14 +43,15 @@ class ConnectedTest(OneReplicantTest):
 
     @staticmethod
     def own_memory(pid):
-        """What of a process is in memory and shared with no file, in kilobytes."""
+        """Returns the kilobytes of a process that are in memory and shared with no file."""
         status = pathlib.Path(f"/proc/{pid}/status").read_text()
         return int(status.split("RssAnon:")[1].split()[0])
 
     # The chart on the desktop.
 
     def await_standstill(self):
-        """Nothing tells that no sample comes any more: for so long as ten of them take, the picture is the same."""
+        """Nothing announces that no sample comes any more, so the picture must stay the same for as long as ten samples
+        take."""
         since, last = time.monotonic(), self.seen()
 
         def is_still():
@@ -82,7 +83,7 @@ class Application(ConnectedTest):
     def test_that_hangs_is_waited_for(self):
         self.program.stop()
         self.await_standstill()
-        # The host goes on meanwhile: its chart can be moved.
+        # The host keeps running meanwhile: its chart can be moved.
         self.drag_out(690, 600, self.chart)
         wait_until(lambda: self.places()[0][:2] == (686, 596), "the chart at its new place")
         self.program.signal(signal.SIGCONT)
@@ -121,7 +122,7 @@ class Host(ConnectedTest):
             self.await_scrolling(chart)
         self.assertEqual(len(self.programs()), 1)
         self.assertEqual(self.desktop.windows("^Qel$"), [])
-        # Who starts it by hand wants to see it.
+        # A user who starts it by hand wants to see it.
         program = self.start()
         self.assert_ends_well(program)
         self.desktop.window("^Qel$", self.programs()[0])
@@ -147,13 +148,13 @@ class Host(ConnectedTest):
         host = self.host()
         stop_process(host)
         self.addCleanup(lambda: [os.kill(pid, signal.SIGCONT) for pid in self.hosts()])
-        # What fits into the socket has been sent when the window has scrolled for a while.
+        # By the time the window has scrolled for a while, the socket is full.
         for _ in range(20):
             self.await_change()
         before = self.own_memory(self.program.pid)
         for _ in range(60):
             self.await_change()
-        if not REPORTS:  # a sanitizer keeps what was freed
+        if not REPORTS:  # a sanitizer keeps freed memory
             self.assertLess(self.own_memory(self.program.pid), before + 1024)
         os.kill(host, signal.SIGCONT)
         self.await_scrolling()

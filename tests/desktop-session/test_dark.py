@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A dark desktop, as its settings tell of it: the settings daemon's, or the desktop's own files."""
+"""A dark desktop according to its settings: those of a settings daemon, or the desktop's own files."""
 
 from charts import ChartsTest
 from panels import KDE_DARK, KDE_LIGHT, Panels
@@ -7,7 +7,7 @@ from xsettings import SettingsManager
 
 
 class Daemon(Panels, ChartsTest):
-    """XFCE, MATE and Cinnamon tell the theme's name through the X server."""
+    """XFCE, MATE and Cinnamon publish the theme's name through the X server."""
 
     def arrange(self):
         self.daemon = self.open_daemon("Greybird-dark")
@@ -35,7 +35,7 @@ class Daemon(Panels, ChartsTest):
 
 
 class Plasma(Panels, ChartsTest):
-    """Plasma keeps its colours in a file, which is replaced. No portal runs."""
+    """Plasma keeps its colours in a file, which it replaces. No portal runs."""
 
     environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
     colors = KDE_LIGHT

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The colour of the desktop: followed, tried out, and put back."""
+"""The colour of the desktop: followed, tested, and restored."""
 
 import signal
 
@@ -16,7 +16,7 @@ class DesktopColor(PrefsTest):
         self.paint("#204060")
 
     def paint(self, color):
-        """As another program does."""
+        """Paints the desktop as another program does."""
         width, height = self.desktop.picture().width, self.desktop.picture().height
         self.desktop.output("display", "-window", "root", "-size", f"{width}x{height}", f"xc:{color}")
         wait_until(lambda: self.bare() == tuple(bytes.fromhex(color[1:])), "the colour on the desktop")
@@ -34,7 +34,7 @@ class DesktopColor(PrefsTest):
     def test_is_picked_as_it_is_now(self):
         self.open_prefs()
         self.show("Colors")
-        # The second setter tells nobody, and leaves the name of the first one's picture.
+        # xsetroot notifies nobody, and leaves the name of the previous picture.
         self.paint("#204060")
         for color in ("#806040", "#408060"):
             self.desktop.output("xsetroot", "-solid", color)
@@ -51,7 +51,7 @@ class DesktopColor(PrefsTest):
         wait_until(lambda: right() == (96, 80, 64), "the next colour")
 
     def drop_swatch(self):
-        """Onto the bare desktop."""
+        """Drops the swatch onto the bare desktop."""
         self.take_hold(self.on_screen(self.prefs, *SWATCH))
         self.let_go(BARE)
 
@@ -117,7 +117,7 @@ class OnDesktop(ReplicantsTest, PrefsTest):
         self.drag_out(104, 664)
         chart = self.replicant()
         wait_until(lambda: self.desktop.geometry(chart)[:2] == (100, 660), "the place of the chart")
-        place = self.on_screen(chart, 500, 60)  # no curve comes there for long
+        place = self.on_screen(chart, 500, 60)  # no curve reaches this place for a long time
         self.open_prefs()
         self.show("Colors")
         self.click((5 + 200, RAMPS["red"]))

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Charts on desktops that have a window of their own, which is offered whatever is dragged over it."""
+"""Charts on desktops that have a window of their own, which is offered every drag over it."""
 
 import os
 import subprocess
@@ -29,14 +29,14 @@ class DesktopWindowTest(ReplicantsTest):
         wait_until(lambda: self.desktop.picture().pixel(SCREEN[0] - 1, SCREEN[1] - 1) == COLOR, "the desktop window")
 
     def heard(self):
-        """What the desktop has heard of drags, one line each."""
+        """Returns what the desktop has heard of drags, one line each."""
         return self.desktop_told.read_text().splitlines()
 
     def await_place(self, left, top):
         wait_until(lambda: [place[:2] for place in self.places()] == [(left, top)], f"a chart at {left}, {top}")
 
     def assert_was_offered_and_got_nothing(self):
-        """The desktop has heard of each drag: it came and went."""
+        """The desktop has seen each drag enter and leave."""
         wait_until(lambda: self.heard() and self.heard()[-1] == "left", "the end of the last drag over the desktop")
         self.assertEqual(set(self.heard()), {"entered", "left"})
 
@@ -54,7 +54,7 @@ class Accepting(DesktopWindowTest):
         self.await_place(700, 300)
         self.drag_out(304, 604, chart)
         self.await_place(300, 600)
-        # Onto itself: the place of the release is the chart's own.
+        # Onto itself: the place of the release belongs to the chart.
         self.drag_out(324, 614, chart)
         self.await_place(320, 610)
         self.assert_was_offered_and_got_nothing()
@@ -67,7 +67,7 @@ class Accepting(DesktopWindowTest):
         self.await_place(630, 530)
         for left, top in ((660, 560), (640, 600), (600, 580)):
             with self.subTest(left=left, top=top):
-                # The pointer rests on the handle since the last drop, and leaves it by its first move.
+                # The pointer has rested on the handle since the last drop, and leaves it with its first move.
                 self.desktop.xdotool("mousedown", 1, "mousemove", left + 4, top + 4)
                 wait_until(self.picture_at_pointer, "a drag that is under way")
                 self.end_drag()
@@ -99,7 +99,7 @@ class Accepting(DesktopWindowTest):
 
 class AcceptingOthers(DesktopWindowTest, DropsTest):
     def test_gets_what_other_programs_drop(self):
-        """Or the tests above would say nothing."""
+        """Proves that the tests above would notice a drop."""
         self.open_source(text=b"for everybody")
         self.desktop.drag(self.on_screen(self.source, 80, 50), (700, 600))
         wait_until(lambda: self.heard()[-1:] and self.heard()[-1].startswith("dropped text/plain"), "the drop")
@@ -142,12 +142,12 @@ class Refusing(DesktopWindowTest):
         self.await_place(700, 300)
         self.drag_out(304, 604, self.replicant())
         self.await_place(300, 600)
-        # The toolkit tells who refuses no more than that.
+        # The toolkit sends no more than that to a window that refuses.
         self.assertEqual(set(self.heard()), {"entered"})
 
 
 class Untyped(DesktopWindowTest):
-    """It does not say that it is a desktop; it is only the lowest and covers the screen."""
+    """The window does not declare itself a desktop; it is only the lowest one and covers the screen."""
 
     KIND = ("accept", "untyped")
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What other programs can have dropped on a chart."""
+"""What other programs can drop on a chart."""
 
 from charts import RECORDED, TITLE
 from desktop import wait_until
@@ -33,11 +33,12 @@ class Color(DropsTest):
     environment = RECORDED
 
     def chart(self):
-        """The chart of the memory, whose curve is flat."""
+        """Returns the chart of the memory, whose curve is flat."""
         return self.picture().crop(0, 180, 570, 113)
 
     def find(self, color):
-        """The middle of a square of this colour, in the window, and of the background where no curve is for long."""
+        """Returns the middle of a square of this colour, in the window; for the background, one that no curve reaches
+        for long."""
         chart = self.chart()
         row = color * 3
         for top in range(chart.height - 3, -1, -1):
@@ -49,7 +50,7 @@ class Color(DropsTest):
         return None
 
     def drop_on(self, color):
-        """Moves the colour of what has this one."""
+        """Drops a colour on the part that has this one."""
         self.open_source(color=b"#ff00ff")
         self.assertEqual(self.chart().count(NEW), 0)
         place = wait_until(lambda: self.find(color), "a place of this colour")

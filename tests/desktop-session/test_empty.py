@@ -27,7 +27,7 @@ class Empty(ChartsTest):
     def click(self, *where, button=1):
         self.desktop.click(self.window, *where, button=button)
         wait_until(self.is_open, "the menu")
-        # The button has been up for long when that many pictures have been taken.
+        # The button was released long before that many pictures were taken.
         for _ in range(3):
             self.picture()
         self.assertTrue(self.is_open())

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Ends in the middle of something: by a signal, by closing the window, by the loss of the screen."""
+"""Ends in the middle of an action: by a signal, by closing the window, by the loss of the screen."""
 
 import signal
 import time
@@ -12,7 +12,7 @@ from xclient import Client
 
 
 class EndTest(DropsTest):
-    """In each of these the charts scroll on, and an end is one with all that was arranged."""
+    """In each of these the charts scroll on, and the end saves everything that was arranged."""
 
     def setUp(self):
         super().setUp()
@@ -74,7 +74,7 @@ class Signal(EndTest):
 
 class OfOthers(ChartsTest):
     def test_a_connection_whose_other_end_is_gone_ends_nothing(self):
-        # Libraries of the toolkit write to some without asking for an error in place of the signal.
+        # The toolkit's libraries write to some connections without asking for an error instead of the signal.
         for _ in range(3):
             self.program.signal(signal.SIGPIPE)
             self.await_change()
@@ -87,7 +87,7 @@ class SessionOfLxqt(PortalTest):
     environment = {"XDG_CURRENT_DESKTOP": "LXQt"}
 
     def test_that_leaves_the_bus_ends_the_program(self):
-        # When the portal has been asked, the program listens on the bus.
+        # Once the portal was asked, the program listens on the bus.
         self.await_dark()
         self.popup()
         self.choose("a")
@@ -106,7 +106,7 @@ class Key(EndTest):
 
 class Closing(EndTest):
     def end(self):
-        """As a task bar does, whatever has keyboard and pointer."""
+        """Closes the window as a task bar does, whatever has keyboard and pointer."""
         with Client(self.desktop.environment["DISPLAY"]) as client:
             client.close_window(self.window)
 
@@ -127,7 +127,7 @@ class Closing(EndTest):
 
 
 class SixSecondsLater(ChartsTest):
-    """The end comes without a word, six seconds after something was arranged: charts, the sampler, the window."""
+    """The program is killed six seconds after something was arranged: charts, the sampler, the window."""
 
     SIZE = (520, 410)
     HALF_A_SECOND = head(0, 500_000)
@@ -137,7 +137,7 @@ class SixSecondsLater(ChartsTest):
         self.choose("a")
         self.assertEqual(self.run_beside("--set-delay", "0.5"), (0, "", ""))
         self.desktop.resize(self.window, *self.SIZE)
-        # What was arranged is promised to be on the disk five seconds later, and nothing tells when it is.
+        # The program promises to have the arrangement on the disk five seconds later, and nothing announces it.
         arranged = time.monotonic()
         wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
 

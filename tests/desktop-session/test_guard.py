@@ -19,7 +19,7 @@ PROGRAMS = pathlib.Path(os.environ["QEL_TEST_PROGRAMS"])
 TESTS = pathlib.Path(__file__).parents[1]
 GUARD = TESTS / "support" / "guard.py"
 DAEMON = "(trap '' TERM HUP; setsid sh -c 'trap \"\" TERM; echo $$ >\"$1\"; while :; do sleep 1; done' - \"$1\" &);"
-"""Leaves its parent, its process group and its session, and does not listen."""
+"""Leaves its parent, its process group and its session, and ignores requests to end."""
 
 
 class Guard(unittest.TestCase):
@@ -88,7 +88,7 @@ class Users(unittest.TestCase):
     """Scripts that start servers and programs, killed in the middle of that."""
 
     def assert_nothing_outlives(self, *command, expected):
-        """@param expected  names of the processes that have to be there before it is killed"""
+        """@param expected  names of the processes that must exist before it is killed"""
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.DEVNULL)
         self.addCleanup(process.wait)

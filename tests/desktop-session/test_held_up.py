@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Charts that are dragged out while the program that shows them on the desktop is held up, or is killed."""
+"""Charts that are dragged out while the program that shows them on the desktop is held up or killed."""
 
 import os
 import signal
@@ -13,7 +13,7 @@ class HeldUp(ReplicantsTest):
     """One chart on the desktop, and another one that is dropped there while the host is stopped."""
 
     LONGER = 12
-    """Seconds: an answer was once awaited for five, and again."""
+    """Seconds; a sender with a timeout of five seconds would give up twice."""
 
     def setUp(self):
         super().setUp()
@@ -38,7 +38,7 @@ class HeldUp(ReplicantsTest):
     def assert_one_came(self):
         self.replicant(2)
         self.await_stored(2)
-        # Another drop is performed behind everything that was sent before.
+        # The next drop is performed after everything that was sent before.
         self.drag_out(904, 604)
         self.replicant(3)
         self.await_stored(3)

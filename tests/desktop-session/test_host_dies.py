@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program that shows charts on the desktop is killed, or ends in order, and the application starts it again or not."""
+"""The program that shows charts on the desktop is killed or ends in order, and the application restarts it or not."""
 
 import os
 import signal
@@ -26,7 +26,7 @@ class HostDies(ReplicantsTest):
     def kill_host(self, number=signal.SIGKILL):
         host, window = self.host(), self.replicant()
         os.kill(host, number)
-        # The display removes the window a moment later; till then it looks like that of the next host.
+        # The display removes the window a moment later; until then it looks like that of the next host.
         wait_until(lambda: host not in self.hosts() and window not in self.replicants(), "the end of the host")
 
     def start_program(self):

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Programs of the same user that do what no program should, while charts scroll in the window and on the desktop.
+"""Hostile programs of the same user attack, while charts scroll in the window and on the desktop.
 
-Each attack goes on for some seconds here; tests/long/run has it go on for thirty against each of the two programs, and
-holds them to times too.
+Each attack lasts some seconds here; tests/long/run extends it to thirty against each of the two programs, and also
+checks times.
 """
 
 import contextlib
@@ -29,11 +29,11 @@ MOST_LEFT = 2 * MIB if IS_LONG else 4 * MIB
 MOST_DESCRIPTORS = 300
 AFTER_SIGTERM = 2
 AT_REST = 1
-"""Seconds between two columns, and for an answer."""
+"""Limits in seconds, between two columns and for an answer, on a quiet machine."""
 
 
 class Target:
-    """One of the two programs, and what of it is looked at."""
+    """One of the two programs, and the parts of it that a test watches."""
 
     def __init__(self, name, signature, pid, window):
         self.name, self.signature, self.pid, self.window = name, signature, pid, window
@@ -52,7 +52,7 @@ class HostileTest(ReplicantsTest):
                        check=True)
 
     def begin(self):
-        """Both programs run, and have done once what they will be asked to do."""
+        """Starts both programs, and makes them do once what they will be asked to do."""
         if not self.applications():
             self.arrange()
             self.open()
@@ -63,20 +63,20 @@ class HostileTest(ReplicantsTest):
             self.ask(target)
         self.assertEqual(self.run_beside("--set-history", "99"), (0, "", ""))
         if IS_LONG:
-            self.wait(5)  # what only the start needed is given back by then
+            self.wait(5)  # by then, memory that only the start needed is given back
 
     def wait(self, seconds):
         begun = time.monotonic()
         wait_until(lambda: time.monotonic() > begun + seconds, f"{seconds} s")
 
     def ask(self, target):
-        """As a program that has just been started."""
+        """Asks it as a newly started program would."""
         result = subprocess.run([PROGRAM, "question", target.signature], env=self.desktop.environment,
                                 stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=TIMEOUT)
         self.assertEqual(result.returncode, 0, f"{target.name}: {result.stdout}")
 
     def attack(self, name, *numbers):
-        """Attacks the application and the host, together when there is little time."""
+        """Attacks the application and the host; both at once in the short form."""
         for chosen in ([0], [1]) if IS_LONG else ([0, 1],):
             with self.subTest(targets=chosen):
                 self.begin()
@@ -107,7 +107,7 @@ class HostileTest(ReplicantsTest):
                 watch.close()
 
     def hold_out(self, targets, attacks):
-        """While attacks go on, which is as long as the context manager that the function returns is open."""
+        """Watches the targets during attacks, which last as long as the function's context manager is open."""
         limit = self.times_at_rest(targets) if IS_LONG else None
         with self.watches(targets) as watches:
             with attacks() as again:
@@ -133,7 +133,7 @@ class HostileTest(ReplicantsTest):
             wait_until(lambda: watch.pictures > seen + 2, f"charts of the {target.name} that scroll")
 
     def times_at_rest(self, targets):
-        """Without an attack, on the machine as it is: between two columns, and for an answer."""
+        """Measures without an attack, on the machine as it is: the time between two columns, and for an answer."""
         with self.watches(targets) as watches:
             honest = Attack(self.desktop.environment, "honest", targets[0].signature)
             self.wait(10)
@@ -143,7 +143,7 @@ class HostileTest(ReplicantsTest):
 
     @staticmethod
     def times(watch, answer):
-        """By the clock, and without waits for a processor."""
+        """Returns the times by the clock, and without waits for a processor."""
         words = answer.split()
         return (f"columns {watch.longest_without:.2f} s ({watch.longest_of_its_own:.2f}), "
                 f"{words[0]} answers {int(words[4]) / 1e6:.2f} s ({int(words[6]) / 1e6:.2f})")
@@ -159,7 +159,7 @@ class HostileTest(ReplicantsTest):
             print(f"\n    {said}", end="")
         self.assertLessEqual(files, MOST_DESCRIPTORS, said)
         self.assertLessEqual(left_files, 0, said)
-        if SLOWNESS == 1:  # a sanitizer keeps what was freed
+        if SLOWNESS == 1:  # a sanitizer keeps freed memory
             self.assertLessEqual(max(resident, private), MOST_GROWTH, said)
             self.assertLessEqual(left, MOST_LEFT, said)
         if limit:
@@ -167,7 +167,7 @@ class HostileTest(ReplicantsTest):
             self.assertLessEqual(int(words[6]) / 1e6, limit[1], said)
 
     def assert_end_saves(self, limit=None):
-        """Something is arranged in each program, and at once both are asked to end."""
+        """Arranges something in each program, and asks both to end at once."""
         self.history += 1
         self.assertEqual(self.run_beside("--set-history", str(self.history)), (0, "", ""))
         left, top = self.places()[0][:2]
@@ -211,7 +211,7 @@ class Hostile(HostileTest):
         self.attack("silence")
 
     def test_clipboard_whose_owner_does_not_answer(self):
-        # Of the application alone: no key reaches charts on the desktop.
+        # Only in the application, because no key reaches charts on the desktop.
         self.begin()
         self.hold_out(self.targets[:1], self.silent_owner)
 

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Frames that no program of ours would send, made of real ones by changing them at random, to both programs.
+"""Sends both programs frames that none of ours would send, made by changing real ones at random.
 
-    QEL_FRAMES=NUMBER   how many each program has to read; tests/long/run wants ten million
-    QEL_SEED=NUMBER     the first of the seeds, one for each start of the program
+    QEL_FRAMES=NUMBER   how many each program has to read; tests/long/run uses ten million
+    QEL_SEED=NUMBER     the first seed; each start of the program takes the next one
 """
 
 import contextlib
@@ -24,20 +24,20 @@ SEED = int(os.environ.get("QEL_SEED", 1))
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data/frames"
 IS_TOLD = FRAMES > 10_000
 FRAMES_PER_START = 500_000
-"""Charts are deleted meanwhile, and more and more windows are open."""
+"""Limited, because the frames delete charts and open more and more windows."""
 SILENCE = 120
-"""Seconds without a frame that is read, after which a program is stuck."""
+"""A program that reads no frame for this many seconds is stuck."""
 
 
 class HostileFrames(ReplicantsTest):
-    """Three charts in the window, and three on the desktop where those are attacked."""
+    """Three charts in the window, and, in tests that attack the host, three on the desktop."""
 
     def arrange(self):
         maker = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "long", "store_of_charts")
         subprocess.run([maker, "3", "200000", self.config / STORE, "desktop", self.config / HOST_STORE], check=True)
 
     def open(self):
-        """Not before a test knows which of the two it needs."""
+        """Opens nothing before a test knows which of the two it needs."""
 
     def begin_application(self):
         self.arrange()
@@ -56,7 +56,8 @@ class HostileFrames(ReplicantsTest):
             print(f"\n    {time.strftime('%H:%M:%S')} {text}", end="", flush=True)
 
     def attack(self, begin, signature, recorded):
-        """Until enough frames have been read. Some ask the program to end, which it does: then it is begun anew."""
+        """Attacks until enough frames have been read. Some frames ask the program to end, and it does; then it is
+        started again."""
         read, turn = 0, 0
         while read < FRAMES:
             process = begin()
@@ -76,7 +77,7 @@ class HostileFrames(ReplicantsTest):
         self.assertEqual(result.returncode, 0, result.stdout)
 
     def times(self, honest):
-        """The longest that an answer took, in words."""
+        """Returns the longest time for an answer, in words."""
         said = honest.stop().split()
         if len(said) < 10:
             return "no answers"

@@ -61,11 +61,11 @@ class Keys(ChartsTest):
 
 class Captions(PrefsTest):
     def corner(self):
-        """The first chart's left top corner with its title; behind it there is nothing yet."""
+        """Returns the first chart's top left corner with its title; nothing is drawn behind the title yet."""
         return self.picture().crop(CHARTS[0][0] + 8, CHARTS[0][1], 120, 60)
 
     def text(self):
-        """Where the letters of the title are in there, whatever is drawn behind them."""
+        """Returns the pixels of the title's letters in that corner, whatever is drawn behind them."""
         picture = self.corner()
         return {(x, y) for y in range(60) for x in range(120) if picture.pixel(x, y) == (0xf2, 0xf5, 0xf9)}
 
@@ -87,7 +87,7 @@ class Clipboard(PrefsTest):
         self.desktop.key("Tab", "Tab", window=self.window)
 
     def open_prefs_by_key(self, page):
-        """Those of the second chart, which has the keyboard."""
+        """Opens the preferences of the second chart, which has the keyboard focus."""
         self.desktop.key("Menu")
         wait_until(lambda: len(self.shown()) == 2, "the menu of the chart with the focus")
         self.desktop.key("p")
@@ -114,7 +114,7 @@ class Clipboard(PrefsTest):
             try:
                 return values(self.stored(), "Target")
             except FileNotFoundError:
-                return []  # is being replaced
+                return []  # the file is being replaced
 
         before = wait_until(targets, "the settings on the disk")
         self.open_prefs_by_key(page=2)
@@ -132,14 +132,14 @@ class Clipboard(PrefsTest):
         menus = len(self.shown())
         self.desktop.key("Menu", "o")
         wait_until(lambda: len(self.shown()) >= menus + 2, "the sources")
-        # The first is hidden behind it.
+        # The first item is hidden behind the submenu.
         self.desktop.key("Down", "Right")
         wait_until(lambda: len(self.shown()) >= menus + 3, "what can be done to the second")
         self.desktop.key("Down", "Return")
         left, top, width = CHARTS[2][:3]
 
         def curve():
-            """It runs along the lower border."""
+            """The curve runs along the lower border."""
             picture = self.picture()
             return picture.crop(left, top, width, picture.height - top).count((255, 0, 0))
 

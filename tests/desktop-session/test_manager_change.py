@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""Window managers that take over from another one and forget where windows were."""
+"""Window managers that take over from another one and forget the places of windows."""
 
 from charts import ChartsTest
 from desktop import Desktop, wait_until
 from xclient import Client
 
 MARGINS = (3, 23)
-"""From the corner of a frame to that of the content."""
+"""Distance from the corner of a frame to that of the content."""
 
 
 class ManagerChange(ChartsTest):
@@ -22,12 +22,13 @@ class ManagerChange(ChartsTest):
         with Client(self.desktop.environment["DISPLAY"]) as client:
             client.put_into(client.make_frame(*corner, 700, 600), self.window, *MARGINS)
             self.settle()
-            # As Marco does it: the content goes where the corner of its frame was, and gets the next frame there.
+            # As Marco does: the content goes to the corner of its old frame, and gets the next frame there.
             client.put_into(None, self.window, *corner)
             client.put_into(client.make_frame(*wrong, 1000, 700), self.window, *MARGINS)
             client.move(self.window, 0, 0)
             client.move(self.window, *MARGINS)
-            # No window manager watches, so the server takes the place that the window asks for as one in the frame.
+            # No window manager is running, so the server treats the place that the window asks for as relative to the
+            # frame.
             asked = tuple(at + frame for at, frame in zip(place, wrong))
             wait_until(lambda: self.desktop.geometry(self.window)[:2] == asked, f"the window at {asked}")
             self.quit()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A dark desktop, as its portal tells of it."""
+"""A dark desktop according to its portal."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ from panels import KDE_DARK, Panels
 
 @unittest.skipUnless(shutil.which("dbus-daemon"), "there is no dbus-daemon")
 class PortalTest(Panels, ChartsTest):
-    """The program on a bus of its own, with a portal that says `scheme` and has more `names`."""
+    """The program on a bus of its own, with a portal that reports `scheme` and has more `names`."""
 
     names = ()
 
@@ -42,14 +42,15 @@ class PortalTest(Panels, ChartsTest):
         self.open_portal(self.scheme)
 
     def offer_portal(self):
-        """One that runs once somebody asks for it; it says so by a file, and never ends by itself."""
+        """Offers a portal that the bus starts when somebody asks for it; it notes its start in a file, and never ends
+        by itself."""
         folder = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"], "dbus-1/services")
         folder.mkdir(parents=True)
         self.addCleanup(shutil.rmtree, folder.parent)
         program = os.path.join(os.environ["QEL_TEST_PROGRAMS"], "desktop-session", "portal")
         self.ran = self.config / "portal-ran"
         starter = self.config / "start-portal"
-        # Its stdin stays open: it is that of a program that waits for the end of the bus.
+        # Its stdin stays open, because it belongs to a program that waits for the end of the bus.
         starter.write_text(f"#!/bin/sh\necho $$ >'{self.ran}'\ntail -f /dev/null --pid=$PPID | "
                            f"exec '{program}' {self.scheme}\n")
         starter.chmod(0o700)
@@ -70,7 +71,7 @@ class Dark(PortalTest):
         self.await_light()
         self.say(1)
         self.await_dark()
-        # Without a preference it is what it is without a portal.
+        # No preference has the same effect as no portal.
         self.say(0)
         self.await_light()
         self.quit()
@@ -105,7 +106,7 @@ class DarkPlasma(PortalTest):
 
 
 class OfferedOnGnome(PortalTest):
-    """Where nothing else says how dark the desktop is, it is started for that."""
+    """Where nothing else says how dark the desktop is, the portal is started for that."""
 
     environment = {"XDG_CURRENT_DESKTOP": "GNOME"}
     scheme = 1

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The preferences: everything is changed while it runs, and taken back."""
+"""The preferences: every setting is changed while the program runs, and reverted."""
 
 import itertools
 import time
@@ -18,12 +18,12 @@ class Sampler(PrefsTest):
     RIGHT_END = 387
 
     def columns(self):
-        """How far the chart of the memory has come, and when."""
+        """Returns how many columns the chart of the memory has drawn, and when."""
         row = self.picture().crop(4, 291, 567, 1)
         return row.count(MEMORY), time.monotonic()
 
     def rate(self):
-        """Columns in a second; over at least a fifth of one."""
+        """Returns the columns per second, over at least a fifth of one."""
         first, start = self.columns()
         for _ in range(100):
             last, end = self.columns()
@@ -87,7 +87,7 @@ class General(PrefsTest):
         def column():
             return self.chart(1).crop(20, 25, 1, 40).count(MEMORY)
 
-        # A gauge fills the height at once; the curve of the memory stays below, also when it has come that far.
+        # A gauge fills the height at once; the curve of the memory stays below, even when it has reached that column.
         self.assertEqual(column(), 0)
         self.choose_of(MODE, 1, 0)
         wait_until(lambda: column() == 40, "the gauge")
@@ -134,7 +134,7 @@ class General(PrefsTest):
         self.assertIn("All CPUs", values(self.quit(), "Title"))
 
     def title(self):
-        """The shape of the title, whatever the chart does behind it."""
+        """Returns the shape of the title, whatever the chart draws behind it."""
         picture = self.chart(0).crop(10, 2, 120, 18)
         return [picture.pixel(x, y) == tuple(TITLE_COLOR) for y in range(18) for x in range(120)]
 
@@ -146,7 +146,7 @@ class Colors(PrefsTest):
         self.show("Colors")
 
     def pick(self, **parts):
-        """A colour off the ramps, 0 to 255 each."""
+        """Picks a colour from the ramps, 0 to 255 each."""
         for part, value in parts.items():
             self.click((5 + value, RAMPS[part]))
 

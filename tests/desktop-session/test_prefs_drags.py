@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What is dragged out of the preferences: sources, groups of them, pages, colours."""
+"""Drags out of the preferences: sources, groups of them, pages, colours."""
 
 from desktop import wait_until
 from prefs import ADD, CHARTS, FIND, FIRST_SOURCE, MIDDLES, RAMPS, REVERT, SWATCH, TABS, PrefsTest, values
@@ -7,7 +7,7 @@ from prefs import ADD, CHARTS, FIND, FIRST_SOURCE, MIDDLES, RAMPS, REVERT, SWATC
 MEMORY = bytes.fromhex("2a9d78")
 TITLE_COLOR = bytes.fromhex("f2f5f9")
 TITLE, VALUE = (40, 62), (40, 84)
-"""Of the first chart."""
+"""Places on the first chart."""
 ROW = 14
 
 
@@ -69,14 +69,14 @@ class Sources(PrefsTest):
         wait_until(lambda: self.list().crop(0, 150, 390, 30).colors() == {b"\xff\xff\xff"}, "a short list")
 
     def kept(self, name):
-        """The values of a field as they are on the disk; while the file is replaced there is none."""
+        """Returns the values of a field on the disk; none while the file is being replaced."""
         try:
             return values(self.stored(), name)
         except FileNotFoundError:
             return []
 
     def targets(self):
-        """Those of all sources of all charts."""
+        """Returns the targets of all sources of all charts."""
         return wait_until(lambda: self.kept("Target"), "the settings on the disk")
 
     def await_targets(self, count):
@@ -98,14 +98,14 @@ class Pages(PrefsTest):
         self.drag_to_chart(TABS["General"], *MIDDLES[0], button=3)
         wait_until(lambda: self.title(0) == self.title(1), "the same title")
         wait_until(lambda: self.chart(0).count(MEMORY) > 0, "the same curve")
-        # Behind the curves both are the same to the pixel; the curves began at different times.
+        # Beyond the curves both are the same to the pixel; the curves began at different times.
         right = [self.chart(index).crop(400, 0, 170, 118) for index in (0, 1)]
         self.assertEqual(*right)
         self.close_prefs()
         self.assertEqual(values(self.quit(), "Title"), ["Used memory", "Used memory", "Processors"])
 
     def title(self, index):
-        """The shape of the title, whatever the chart does behind it."""
+        """Returns the shape of the title, whatever the chart draws behind it."""
         picture = self.chart(index).crop(6, 2, 250, 20)
         return [picture.pixel(x, y) == tuple(TITLE_COLOR) for y in range(20) for x in range(250)]
 
@@ -122,7 +122,7 @@ class Colors(PrefsTest):
         wait_until(lambda: self.chart(1).count(MEMORY) == 0, "the curve in the colour of the swatch")
 
     def curve(self):
-        """A place with the colour of the memory around it, in the window."""
+        """Returns a place inside the curve of the memory, in the window."""
         left, top, width, height = CHARTS[1]
         chart = self.chart(1)
         for y in range(height - 3, 0, -1):

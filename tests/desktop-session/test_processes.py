@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""More than one start of the program, and what one can tell the other."""
+"""Several starts of the program, and what one can tell another."""
 
 import contextlib
 import json
@@ -33,7 +33,7 @@ class SecondStart(ProcessesTest, ChartsTest):
         self.assertEqual(self.run_beside(), (0, "", ""))
         wait_until(lambda: self.desktop.output("xdotool", "getactivewindow").strip() == str(self.window),
                    "the window to be the active one")
-        # The window manager may show and hide it on its way.
+        # The window manager may hide the window and show it again in between.
         wait_until(lambda: self.shown() == [self.window] and self.picture(), "a window that stays")
         self.await_change()
 
@@ -81,7 +81,7 @@ class SecondStart(ProcessesTest, ChartsTest):
         self.assertIn(display, result[2])
         self.assertEqual(other.windows("Qel"), [])
         self.await_change()
-        # What has no window has no display either.
+        # A command needs no window, so it is not on another display.
         self.assertEqual(self.run_beside("--set-delay", "0.1", **there), (0, "", ""))
 
     def test_says_that_the_first_hangs(self):
@@ -140,7 +140,7 @@ class Telling(ProcessesTest):
 
 
 class Noise(ProcessesTest, ChartsTest):
-    """At the socket by which other processes reach the program."""
+    """Connections to the socket by which other processes reach the program."""
 
     def door(self):
         folder = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"]) / "kits"
@@ -149,7 +149,7 @@ class Noise(ProcessesTest, ChartsTest):
     def knock(self, data=b""):
         visitor = socket.socket(socket.AF_UNIX)
         visitor.settimeout(TIMEOUT)
-        # One that waits in the queue for too long, or is shown the door, is as good as any other here.
+        # The program may close a connection that waits in the queue for too long; that is as good a noise as any other.
         with contextlib.suppress(OSError):
             visitor.connect(self.door_path)
             visitor.sendall(data)
@@ -188,7 +188,7 @@ class Noise(ProcessesTest, ChartsTest):
 
 
 class Planted(ProcessesTest):
-    """Something else in the place of the folder that processes meet in: whatever it is, nothing is put there."""
+    """Something else in place of the folder in which processes meet: whatever it is, the programs put nothing there."""
 
     TIMES = 20
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the two programs say when something of the user's cannot be used: one line each, and what will not work."""
+"""What the two programs print when they cannot use something of the user's: one line each, with the consequence."""
 
 import contextlib
 import os
@@ -17,13 +17,13 @@ NOT_STARTED = "no other program can start this one, and two starts at once may b
 
 @contextlib.contextmanager
 def program(path):
-    """Started by what starts "the program" meanwhile."""
+    """Helpers that start "the program" start this one meanwhile."""
     with mock.patch.dict(os.environ, QEL_PROGRAM=str(path)):
         yield
 
 
 class RuntimeFolderTest(DesktopTest):
-    """A folder in which the sockets would lie, were there not something else."""
+    """A folder for the sockets, in which something else is in the way."""
 
     def setUp(self):
         super().setUp()
@@ -33,7 +33,8 @@ class RuntimeFolderTest(DesktopTest):
         self.kits = self.runtime / "kits"
 
     def said(self, path, *arguments):
-        """The host has nothing to show and ends by itself; the window is closed."""
+        """Returns the status and output of a run. The host has nothing to show and ends by itself; the window is
+        closed."""
         with program(path):
             if path == HOST or arguments:
                 status, output, errors = self.run_beside(*arguments, XDG_RUNTIME_DIR=str(self.runtime))
@@ -89,7 +90,7 @@ class RuntimeFolderTest(DesktopTest):
 
 
 class SettingsTest(DesktopTest):
-    """One line says that nothing is saved, however often it was tried."""
+    """One line says that nothing is saved, however often saving was tried."""
 
     def said(self, **environment):
         started = self.start(**environment)

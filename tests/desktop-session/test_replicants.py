@@ -80,7 +80,7 @@ class OnDesktop(OneReplicantTest):
         return self.desktop.output("xdotool", "getactivewindow").strip()
 
     def go_to_desktop(self):
-        """From the window, which has the focus, by the menu of a chart in it."""
+        """Goes there from the window, which has the focus, by the menu of a chart in it."""
         self.desktop.key("Tab")
         shown = set(self.shown())
         self.desktop.key("Menu")
@@ -115,10 +115,10 @@ class OnDesktop(OneReplicantTest):
         self.desktop.xdotool("mousemove", 700, 600, "click", 1)
         self.await_scrolling()
         self.assertEqual(self.active(), str(self.window))
-        # After it was asked to take it and gave it up, too.
+        # Also after the chart was asked to take it and gave it up.
         self.go_to_desktop()
         self.desktop.focus(self.window)
-        # The toolkit waits for a while whether the focus comes back.
+        # The toolkit waits for a while to see whether the focus comes back.
         wait_until(lambda: "focus: False" in self.desktop.output("xprop", "-id", str(self.chart), "WM_HINTS"),
                    "the end of its wish for the focus")
         self.desktop.xdotool("mousemove", 700, 600, "click", 1)
@@ -128,7 +128,7 @@ class OnDesktop(OneReplicantTest):
     def test_is_moved_by_its_handle(self):
         self.drag_out(304, 604, self.chart)
         self.await_place(300, 600)
-        # By less than its own size too.
+        # Also by less than its own size.
         self.drag_out(324, 614, self.chart)
         self.await_place(320, 610)
         self.assertEqual(len(self.replicants()), 1)
@@ -177,7 +177,7 @@ class OnDesktop(OneReplicantTest):
         self.program.window("^About Qel$")
 
     def test_is_of_the_same_class_as_the_window(self):
-        """Panels know the windows of a program by their class, the second of these names, and the menu entry knows it."""
+        """Panels and the menu entry recognise the windows of a program by their class, the second of these names."""
         names = [self.desktop.output("xprop", "-id", str(window), "WM_CLASS").partition("= ")[2].strip()
                  for window in (self.window, self.chart)]
         self.assertEqual(names, ['"qel", "Qel"', '"qel-desktop", "Qel"'])
@@ -199,7 +199,7 @@ class OnDesktop(OneReplicantTest):
 
 
 class Session(ReplicantsTest):
-    """What happens to charts on the desktop when programs end and start."""
+    """Charts on the desktop when programs end and start."""
 
     def arrange_two(self):
         self.drag_out(304, 564)
@@ -234,7 +234,7 @@ class Session(ReplicantsTest):
     def test_everything_is_where_it_was_after_the_host_was_killed(self):
         places = self.arrange_two()
         self.await_stored(2)
-        # The size is promised to be on the disk five seconds later, and nothing tells when it is.
+        # The program promises to have the size on the disk five seconds later, and nothing announces it.
         arranged = time.monotonic()
         wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
         self.end_host(signal.SIGKILL)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""That what a sanitizer finds is heard of."""
+"""A sanitizer's finding fails the test."""
 
 import os
 import subprocess

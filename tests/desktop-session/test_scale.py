@@ -14,9 +14,9 @@ from xclient import Client
 from xsettings import SettingsManager
 
 PLACE, SIZE = (40, 50), (420, 292)
-"""Of the window's content, in logical pixels: at all scales all of it is on the screen or most."""
+"""Place and size of the window's content, in logical pixels: at all scales, all or most of it is on the screen."""
 MIDDLES = ((300, 90), (300, 150), (300, 210))
-"""Of the charts, at this size."""
+"""Middles of the charts, at this size."""
 WAY = (2, 1.5, 1, 2, 1, 1.5, 2, 1)
 
 
@@ -33,13 +33,13 @@ class ScaleTest(ChartsTest):
         self.desktop.xdotool("windowmove", self.window, *PLACE)
         self.desktop.xdotool("windowsize", self.window, *SIZE)
         wait_until(lambda: self.desktop.geometry(self.window)[2:] == SIZE, "the size")
-        # A window manager moves frames, and contents lie within.
+        # The window manager places the frame; the content lies within.
         left, top = self.desktop.geometry(self.window)[:2]
         self.desktop.xdotool("windowmove", self.window, 2 * PLACE[0] - left, 2 * PLACE[1] - top)
         self.await_geometry(self.window, (*PLACE, *SIZE), 1)
 
     def await_geometry(self, window, logical, scale):
-        """In the screen's pixels: each number may be rounded to either side."""
+        """Takes a frame in logical pixels; each number on the screen may be rounded either way."""
         def fits():
             found = self.desktop.geometry(window)
             return all(abs(number - scale * wanted) < 1 for number, wanted in zip(found, logical))
@@ -51,7 +51,7 @@ class ScaleTest(ChartsTest):
         self.await_geometry(self.window, (*PLACE, *SIZE), scale)
 
     def pause(self):
-        """All charts, and the picture of what they show from then on."""
+        """Pauses all charts, and returns what the window shows from then on."""
         for x, y in MIDDLES:
             self.popup(x, y)
             self.choose("u")
@@ -67,7 +67,7 @@ class ScaleTest(ChartsTest):
         self.fail(f"{what} is another one")
 
     def still(self, window=None):
-        """What a window shows when it does not change any more."""
+        """Returns what a window shows once it no longer changes."""
         pictures = [None]
 
         def is_still():
@@ -79,8 +79,8 @@ class ScaleTest(ChartsTest):
 
 
     def await_settled(self):
-        """What the window manager does in the two seconds after a change is not the user's doing, and nothing tells their
-        end."""
+        """For two seconds after a change, the window manager's actions do not count as the user's; nothing announces
+        the end of that time."""
         changed = time.monotonic()
         wait_until(lambda: time.monotonic() > changed + 2.5, "the window to be settled")
 
@@ -91,7 +91,7 @@ class Windows(ScaleTest):
         for scale in WAY:
             self.set_scale(scale)
             picture = self.still()
-            # Whatever was before.
+            # Whatever the scale was before.
             self.assert_same(picture, pictures.setdefault(scale, picture), f"the picture at {scale}")
         self.assertEqual(len(pictures), 3)
 
@@ -125,7 +125,7 @@ class Windows(ScaleTest):
         self.assert_same(self.buttons(prefs), pictures[prefs])
 
     def buttons(self, window):
-        """Those of the preferences, beside which there are sliders. The toolkit draws their ticks in one of two colours,
+        """Those of the preferences; beside them there are sliders. The toolkit draws their ticks in one of two colours,
         the first time in the other one."""
         picture = self.still(window)
         height = picture.height // 5
@@ -209,7 +209,7 @@ class Windows(ScaleTest):
             picture = self.still()
             self.await_geometry(self.window, (*PLACE, *SIZE), way[-1])
             if way[-1] == 1:
-                # But for the chart at the bottom, which may get the mark of the focus now.
+                # Except for the bottom chart, which may have the focus frame now.
                 above = (0, 0, SIZE[0], MIDDLES[1][1])
                 self.assert_same(picture.crop(*above), before.crop(*above))
             self.assertEqual(picture.pixel(picture.width - 2, picture.height - 2),
@@ -285,13 +285,13 @@ class Windows(ScaleTest):
         self.manager.set({"Gdk/WindowScalingFactor": None})
         self.set_scale(1)
         self.await_change()
-        # The toolkit may have something to say about this, as long as the program does not end by it.
+        # The toolkit may print something about this, as long as the program does not end because of it.
         self.program.signal(signal.SIGTERM)
         self.assertEqual(self.program.wait()[0], 0)
 
 
 class GtkDesktops(ScaleTest):
-    """They have a whole factor for windows beside the resolution of the fonts."""
+    """They have an integer factor for windows in addition to the font resolution."""
 
     def set_and_await(self, scale, settings):
         self.manager.set(settings)
@@ -331,7 +331,7 @@ class GtkDesktops(ScaleTest):
 
     def test_the_toolkits_own_variables_are_the_users_word(self):
         self.manager.set({"Gdk/WindowScalingFactor": 2})
-        # As sessions of Plasma set the second one.
+        # Plasma sessions set the second one.
         for name, value in (("QT_SCALE_FACTOR", "1.5"), ("QT_SCREEN_SCALE_FACTORS", "screen=1.5;")):
             self.program.signal(signal.SIGTERM)
             self.assert_ends_well(self.program)
@@ -344,7 +344,7 @@ class GtkDesktops(ScaleTest):
             self.await_geometry(self.window, (*PLACE, *SIZE), 1.5)
 
     def test_the_variables_of_a_login_to_mate_are_not(self):
-        """Its daemon gives all programs the scale of the login in variables, and tells changes in the settings alone."""
+        """Its daemon gives all programs the scale at login in variables, and publishes changes only in the settings."""
         settings = {"Gdk/WindowScalingFactor": 1, "Gdk/UnscaledDPI": 96 * 1024, "Xft/DPI": 96 * 1024}
         self.manager.set(settings)
         self.settle()
@@ -408,7 +408,7 @@ class Replicants(ReplicantsTest):
         wait_until(lambda: self.places() == places, f"the places {places}")
 
     def far_at_2(self):
-        """In the nearest place: in the right lower corner."""
+        """In the nearest place: in the bottom right corner."""
         width, height = (2 * number for number in self.geometries[1][2:])
         return SCREEN[0] - width, SCREEN[1] - height, width, height
 

@@ -9,11 +9,11 @@ from replicants import HOST_STORE, OneReplicantTest
 
 HALF = SCREEN[0] // 2
 PLACE = (900, 500)
-"""Of a chart, on the second screen."""
+"""Place of a chart, on the second screen."""
 
 
 class Screens(OneReplicantTest):
-    """The screen as two, side by side. Programs hear of it when the size of the whole changes."""
+    """The screen as two, side by side. Programs notice it when the total size changes."""
 
     def setUp(self):
         self.desktop = Desktop()
@@ -50,7 +50,8 @@ class Screens(OneReplicantTest):
         wait_until(is_there, "the chart on the first screen")
 
     def await_settled(self):
-        """What moves a chart within five seconds of a change is not the user's hand, and nothing tells their end."""
+        """Moves of a chart within five seconds of a change do not count as the user's; nothing announces the end of
+        that time."""
         changed = time.monotonic()
         wait_until(lambda: time.monotonic() > changed + 6, "six seconds")
 
@@ -60,7 +61,7 @@ class Screens(OneReplicantTest):
             self.await_first_screen()
             self.plug_in()
             self.await_place(*PLACE)
-        # Also when somebody takes time to plug it in again.
+        # Even if the user takes a while to plug it in again.
         self.plug_out()
         self.await_first_screen()
         self.await_settled()

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What other programs own or drag, given well or badly, pasted and dropped on charts, swatches and text fields."""
+"""Selections and drags of other programs, with data given correctly or badly, pasted and dropped on charts, swatches
+and text fields."""
 
 import signal
 import time
@@ -17,10 +18,10 @@ NEW = bytes.fromhex("ff00ff")
 COLOR_BYTES = b"\xff\xff\x00\x00\xff\xff\xff\xff"
 BAD = ("silent", "late", "trickle", "flood", "dies", "refuses", "other")
 WAITING = ("silent", "late", "trickle")
-"""That leave one waiting."""
+"""Behaviours that make the program wait."""
 CHART = (500, 100)
 SOURCE = 2051
-"""What drops.sources() has."""
+"""The target that drops.sources() names."""
 RED = (298, 41)
 """The field for the red part of a colour."""
 
@@ -47,7 +48,7 @@ class SelectionsTest(PrefsTest):
         return self.chart(0).count(NEW)
 
     def title(self):
-        """Those of all charts, when the program has ended."""
+        """Returns the titles of all charts, when the program has ended."""
         return values(self.quit(), "Title")
 
 
@@ -91,7 +92,7 @@ class Charts(SelectionsTest):
                 self.paste()
                 self.await_asked("TARGETS")
                 if behaviour in WAITING and beeps == self.bells.count():
-                    # Asked and not answered: the columns go on.
+                    # The question stays unanswered, and the columns go on.
                     self.await_change()
                 self.await_beep(beeps)
                 self.settle()
@@ -130,7 +131,7 @@ class Charts(SelectionsTest):
 
 
 class Keepers(SelectionsTest):
-    """The program that keeps the clipboard of those that have ended."""
+    """The program that keeps the clipboard for programs that have ended."""
 
     def copy(self):
         self.desktop.click(self.window, *CHART)
@@ -205,7 +206,7 @@ class Fields(SelectionsTest):
         self.desktop.key("ctrl+a", window=self.prefs)
 
     def letters(self, left, width):
-        """Pixels of the first chart's title, from there on."""
+        """Returns the pixels of the first chart's title, from there on."""
         return self.picture().crop(left, 52, width, 20).count(bytes.fromhex("f2f5f9"))
 
     def clear_field(self):
@@ -229,7 +230,7 @@ class Fields(SelectionsTest):
     def test_take_the_primary_selection_by_key_and_by_button(self):
         for use in (lambda: self.desktop.key("ctrl+shift+Insert"), lambda: self.click(TITLE_FIELD, button=2)):
             self.open_field()
-            # What is chosen in the field is the primary selection.
+            # The selection of the field is the primary selection.
             self.clear_field()
             self.own("pieces", selection="PRIMARY")
             use()
@@ -275,7 +276,7 @@ class Fields(SelectionsTest):
                 beeps = self.bells.count()
                 self.desktop.key("ctrl+v")
                 self.await_asked("TARGETS")
-                # What is typed meanwhile is not lost.
+                # Text typed meanwhile is not lost.
                 self.desktop.key("x")
                 self.await_change()
                 self.await_beep(beeps)
@@ -302,7 +303,7 @@ class Fields(SelectionsTest):
 
 
 class Swatches(SelectionsTest):
-    """That of the background, in the preferences of the first chart, and the numbers beside it."""
+    """The swatch of the background, in the preferences of the first chart, and the numbers beside it."""
 
     def setUp(self):
         super().setUp()
@@ -347,7 +348,7 @@ class Swatches(SelectionsTest):
                 self.desktop.key("ctrl+v", "Tab")
                 red = 90
             else:
-                # What is chosen is the primary selection: nothing may be.
+                # The field's selection becomes the primary selection, so nothing may be selected.
                 self.desktop.key("BackSpace", "1")
                 wait_until(lambda: self.chart(0).pixel(400, 60)[0] == 1, "the ground as typed")
                 self.own("good", data=b"2", selection="PRIMARY")

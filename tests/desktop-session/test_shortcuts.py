@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The two keys that work in every window, and the titles that windows have."""
+"""The two keys that work in every window, and the titles of windows."""
 
 import re
 import signal
@@ -42,7 +42,7 @@ class WindowsTest(DesktopTest):
         return self.desktop.windows(".+", self.program.pid)
 
     def all_windows(self):
-        """Menus too."""
+        """Returns all windows, including menus."""
         return self.desktop.windows(".*", self.program.pid)
 
     def await_closed(self, window):
@@ -92,7 +92,7 @@ class Titles(WindowsTest):
             windows = [self.program.window(f"^{sampler}$")]
             self.chart_item("Down", "Return")
             windows.append(self.program.window(f"^{chart}$"))
-            # What is closed is remembered.
+            # A closed window is remembered.
             for window in windows:
                 self.desktop.key("ctrl+w", window=window)
                 self.await_closed(window)
@@ -106,7 +106,7 @@ class About(WindowsTest):
         properties = self.desktop.output("xprop", "-id", str(about), "_NET_WM_WINDOW_TYPE", "_NET_FRAME_EXTENTS")
         self.assertIn("= _NET_WM_WINDOW_TYPE_NORMAL\n", properties)
         left, right, top, bottom = map(int, re.search(r"EXTENTS.*= (.*)", properties).group(1).split(","))
-        # A title bar would be higher, and there would be buttons in it.
+        # A title bar would be higher, and would have buttons in it.
         self.assertEqual({left, right, top, bottom}, {left})
         self.assertGreater(left, 0)
         self.desktop.key("alt+F4", window=about)

@@ -42,7 +42,7 @@ class ShowDesktop(OneReplicantTest):
         order = self.desktop.output("xprop", "-root", "_NET_CLIENT_LIST_STACKING").partition("#")[2]
         numbers = [int(number, 16) for number in order.split(",")]
         self.assertLess(numbers.index(self.chart), numbers.index(self.window))
-        # A click does not bring them to the front either.
+        # Nor does a click bring them to the front.
         self.desktop.xdotool("windowmove", self.window, 300, 300)
         wait_until(lambda: self.desktop.geometry(self.window)[0] >= 300, "the window over the chart")
         place = self.on_screen(self.chart, 300, 60)

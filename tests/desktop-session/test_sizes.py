@@ -7,7 +7,7 @@ from test_version import STORE, store_of
 
 SCREEN = (1024, 768)
 FRAME = (10, 40)
-"""What the frame that a window manager draws takes of it, generously."""
+"""A generous estimate of the space that a window manager's frame takes."""
 FONT = "DejaVu Sans,20,-1,5,50,0,0,0,0,0"
 ANY_TITLE = ".*"
 LANGUAGES = ("", "de")
@@ -25,7 +25,7 @@ class LargeLetters(DesktopTest):
         self.seen = {}
 
     def open(self, language):
-        # One program a user: the one of the language before has to be gone, however its test went.
+        # A user has one program: the one of the previous language must have ended, even if its test failed.
         if self.program:
             self.program.close()
         self.program = self.start(**self.environment, LANGUAGE=language)
@@ -37,7 +37,7 @@ class LargeLetters(DesktopTest):
         return wait_until(lambda: self.shown() - before, "another window").pop()
 
     def look_at(self, window, what):
-        """Takes the size that the window has got once it stays so."""
+        """Takes the size of the window once it no longer changes."""
         sizes = []
 
         def stays():

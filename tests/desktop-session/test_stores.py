@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the user is told of settings that cannot be read or saved, and what becomes of them."""
+"""What the programs tell the user about settings that they cannot read or save, and what they do with them."""
 
 import fcntl
 import os

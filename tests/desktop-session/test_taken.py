@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""A chart that is moved from the desktop into the window is in one of the two places, whichever program is killed then."""
+"""A chart that is moved from the desktop into the window ends up in one of the two places, whichever program is killed
+meanwhile."""
 
 import contextlib
 import os
@@ -12,12 +13,12 @@ from desktop import wait_until
 from replicants import HOST_STORE, ReplicantsTest
 
 FIRST = 3
-"""Charts in the window of the first start."""
+"""The number of charts in the window at the first start."""
 
 
 class Taken(ReplicantsTest):
     def stored(self):
-        """How many charts are stored of the window, and of the desktop."""
+        """Returns how many charts the window and the desktop have stored."""
         stores = [self.config / name for name in (STORE, HOST_STORE)]
         return tuple(store.read_bytes().count(b"ChartType") if store.exists() else 0 for store in stores)
 
@@ -26,7 +27,7 @@ class Taken(ReplicantsTest):
                    f"{in_window} charts in the window and {on_desktop} on the desktop")
 
     def quit_all(self):
-        """The application first, which would start the host again."""
+        """Quits the application first, because it would start the host again."""
         for pid in self.applications():
             os.kill(pid, signal.SIGTERM)
         wait_until(lambda: not self.applications(), "the end of the application")
@@ -72,7 +73,7 @@ class Taken(ReplicantsTest):
                 with contextlib.suppress(ProcessLookupError):
                     os.kill(pid, signal.SIGKILL)
             wait_until(lambda: not set(killed) & set(self.hosts() + self.applications()), "the end of the killed")
-            # Twice: what the application has not stored by the first time is stored when it quits.
+            # Twice, because the application stores the rest when it quits the first time.
             for _ in range(2):
                 self.quit_all()
                 self.open()

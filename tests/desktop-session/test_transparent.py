@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A transparent chart on the desktop: what shines through it, and through what is dragged."""
+"""A transparent chart on the desktop: what shows through it, and through the picture of a drag."""
 
 import ctypes
 import os
@@ -34,7 +34,7 @@ class TransparentTest(ReplicantsTest):
 
 
 class Compositor:
-    """Has of a compositor the one thing that others know it by: it owns a selection, until it is closed."""
+    """Does the one thing by which others recognise a compositor: it owns a selection, until it is closed."""
 
     def __init__(self, desktop):
         x = ctypes.CDLL("libX11.so.6")
@@ -65,7 +65,7 @@ class Dragging(TransparentTest):
 
 class OnDesktop(TransparentTest):
     UNPAINTED = (0, 0, 0)
-    """What is left transparent: nobody here shows what lies below it."""
+    """The pixel of a transparent place: without a real compositor, nobody paints what lies below it."""
 
     def setUp(self):
         super().setUp()
@@ -73,12 +73,12 @@ class OnDesktop(TransparentTest):
         self.replicant()
 
     def ground(self, left=650, top=600):
-        """The chart's, where neither words nor samples are."""
+        """Returns the chart's ground, where there are neither words nor samples."""
         picture = self.desktop.picture().crop(left + 150, top + 10, 200, 20)
         return picture.pixel(0, 0) if len(picture.colors()) == 1 else None
 
     def await_painted(self):
-        # A color between the two of the root window's picture.
+        # A colour between the two of the root window's picture.
         wait_until(lambda: all(dark < between < light for dark, between, light in zip(DARK, self.ground() or DARK, LIGHT)),
                    "the color of the desktop")
 

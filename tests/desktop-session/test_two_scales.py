@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Two screens of different scale, side by side: windows and charts that go from one to the other."""
+"""Two screens of different scale, side by side: windows and charts that move from one to the other."""
 
 from charts import RECORDED
 from desktop import SCREEN, Desktop, wait_until
@@ -7,7 +7,7 @@ from replicants import ReplicantsTest
 
 HALF = SCREEN[0] // 2
 SIZE = (300, 200)
-"""Of the window's content, in logical pixels."""
+"""Size of the window's content, in logical pixels."""
 PLACE = (20, 40)
 
 
@@ -26,7 +26,8 @@ class TwoScales(ReplicantsTest):
     def place(self):
         super().place()
         self.desktop.resize(self.window, *(self.LEFT * extent for extent in SIZE))
-        # A size that the program hears of together with another screen would count as given there.
+        # If the program learned of a new size and of another screen together, the size would count as set on that
+        # screen.
         self.settle()
 
     def handle(self, window=None):
@@ -46,14 +47,14 @@ class TwoScales(ReplicantsTest):
         self.desktop.xdotool("windowmove", self.window, left, top)
 
     def pause(self):
-        """All charts, and the picture of what they show from then on."""
+        """Pauses all charts, and returns what the window shows from then on."""
         for y in (65, 115, 165):
             self.popup(self.LEFT * 150, self.LEFT * y)
             self.choose("u")
         return self.still()
 
     def still(self):
-        """What the window shows when it does not change any more."""
+        """Returns what the window shows once it no longer changes."""
         pictures = [None]
 
         def is_still():

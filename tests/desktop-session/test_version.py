@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What becomes of settings that another version of the program left."""
+"""Settings that another version of the program has left."""
 
 import signal
 import time
@@ -16,7 +16,7 @@ def text(value):
 
 
 def store_of(version):
-    """A store with nothing but a version: a CBOR map behind a tag and its length."""
+    """Returns a store with nothing but a version: a CBOR map behind a tag and its length."""
     fields = b"\xa1" + text("Version") + b"\x82" + text("CSTR") + text(version)
     message = b"\xa2" + text("what") + text("pref") + text("fields") + fields
     return b"\xd9\xd9\xf7\x82\x1a" + len(message).to_bytes(4, "big") + message
@@ -83,7 +83,7 @@ class VersionTest(DesktopTest):
         self.assertEqual(self.stored(), self.before)
 
     def start_again_elsewhere(self):
-        """From another workspace; waits until the question is there."""
+        """Starts it from another workspace; waits until the question is there."""
         self.desktop.xdotool("set_desktop", 1)
         self.addCleanup(self.desktop.xdotool, "set_desktop", 0)
         wait_until(lambda: self.window not in self.desktop.windows(QUESTION), "a workspace without the question")

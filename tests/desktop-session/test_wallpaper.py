@@ -13,9 +13,9 @@ from replicants import ReplicantsTest
 
 PICTURES = pathlib.Path(__file__).resolve().parent.parent / "data/pictures"
 AVERAGE = (102, 7, 135)
-"""Of all of them, about: some round colours."""
+"""The approximate average of all of them: some round colours."""
 DIFFERENT = (0, 64, 128)
-"""Of the picture that somebody else sets."""
+"""The average of the picture that somebody else sets."""
 
 TOOL = """#!/bin/sh
 # Stands for the tool of XFCE's settings: one workspace, whose picture a file names.
@@ -32,7 +32,7 @@ esac
 
 
 class WallpaperTest(ReplicantsTest, PrefsTest):
-    """Preferences open beside the window, which stands on the right as in other tests of them."""
+    """The preferences open beside the window, which stands on the right as in other tests of them."""
 
     picture_file = "half.jpg"
 
@@ -60,11 +60,11 @@ class WallpaperTest(ReplicantsTest, PrefsTest):
         wait_until(lambda: self.is_near(pixel(), color), what)
 
     def readers(self):
-        """Processes that read a picture for a program of this test."""
+        """Returns the processes that read a picture for a program of this test."""
         return self.running(pathlib.Path(os.environ["QEL_PROGRAM"]).with_name("average-picture"))
 
     def assert_lives(self):
-        """The charts scroll, a menu opens and closes, and the program ends when it is told to."""
+        """The charts scroll, a menu opens and closes, and the program ends on request."""
         self.settle()
         self.desktop.key("alt+f", window=self.window)
         shown = wait_until(lambda: self.shown() != [self.window] and self.shown(), "a menu")

@@ -65,7 +65,7 @@ class Tabs(MainWindowTest):
 
 class Memory(MainWindowTest):
     def arrange(self):
-        """Gives both tabs sizes of their own; the chart tab is in front then."""
+        """Gives both tabs sizes of their own, and leaves the chart tab in front."""
         self.open()
         self.await_tab(charts=True)
         self.select_tab(charts=False)
@@ -115,7 +115,7 @@ class Memory(MainWindowTest):
 
     def test_survives_being_killed(self):
         self.arrange()
-        # What was arranged is promised to be on the disk five seconds later, and nothing tells when it is.
+        # The program promises to have the arrangement on the disk five seconds later, and nothing announces it.
         arranged = time.monotonic()
         wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
         self.program.signal(signal.SIGKILL)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The picture that desktops show: a gradient, so that every place has a colour of its own and the average is known."""
+"""The picture that desktops show: a gradient, so that every place has its own colour and the average is known."""
 
 import struct
 import zlib
@@ -8,7 +8,8 @@ from screen import SCREEN
 
 AVERAGE = (100, 130, 160)
 SPREAD = 48
-"""From the average to the colour of an edge: red grows from left to right, green from top to bottom, blue falls."""
+"""Difference between the average and the colour of an edge: red grows from left to right, green from top to bottom, and
+blue falls."""
 
 
 def color_at(x, y, average=AVERAGE):
@@ -23,7 +24,7 @@ def is_near(color, other, tolerance=3):
 
 
 def write(path, average=AVERAGE):
-    """As PNG, in the size of the screen."""
+    """Writes it as PNG, in the size of the screen."""
     def chunk(name, data):
         return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
 

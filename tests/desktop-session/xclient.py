@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What only a client of the X server can ask the window manager."""
+"""Requests that only a client of the X server can make."""
 
 import ctypes
 import math
@@ -24,7 +24,7 @@ class Event(ctypes.Structure):
 
 
 class Image(ctypes.Structure):
-    """The beginning of the library's."""
+    """The beginning of the library's structure."""
     _fields_ = [("width", ctypes.c_int), ("height", ctypes.c_int), ("offset", ctypes.c_int), ("format", ctypes.c_int),
                 ("data", ctypes.c_void_p), ("order", ctypes.c_int * 4), ("depth", ctypes.c_int),
                 ("bytes_per_line", ctypes.c_int)]
@@ -62,11 +62,11 @@ def library():
 
 X = library()
 IGNORE = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda *_: 0)
-"""An error, which would end this process."""
+"""Ignores an error, which would otherwise end this process."""
 
 
 class Bells:
-    """The beeps of a display from here on."""
+    """Counts the beeps of a display from here on."""
 
     EVENT_SIZE = 192
     CORE_KEYBOARD = 0x100
@@ -94,7 +94,7 @@ class Bells:
         while X.XPending(self._display):
             X.XNextEvent(self._display, event)
             kind = ctypes.c_int.from_buffer(event).value
-            # Behind the type: serial, whether it was sent, display, time, and which of the extension's events it is.
+            # After the type: serial, whether it was sent, display, time, and the number of the extension's event.
             which = ctypes.c_int.from_buffer(event, 40).value
             self._count += kind == self._code and which == self.NOTIFY
         return self._count
@@ -119,20 +119,20 @@ class Client:
         return X.XInternAtom(self._display, name, 0)
 
     def make_window(self):
-        """One that is never shown."""
+        """Makes a window that is never shown."""
         return X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), 0, 0, 1, 1, 0, 0, 0)
 
-    # What a window manager does.
+    # Actions of a window manager.
 
     def make_frame(self, left, top, width, height):
-        """One that is shown, for another window."""
+        """Makes a window that is shown, as a frame for another window."""
         frame = X.XCreateSimpleWindow(self._display, X.XDefaultRootWindow(self._display), left, top, width, height, 0, 0,
                                       0)
         X.XMapWindow(self._display, frame)
         return frame
 
     def put_into(self, frame, window, left, top):
-        """Puts a window into a frame, at this place within; None: into the root window again."""
+        """Puts a window into a frame, at this place within it, or back into the root window if the frame is None."""
         X.XReparentWindow(self._display, window, frame or X.XDefaultRootWindow(self._display), left, top)
         X.XSync(self._display, 0)
 
@@ -141,16 +141,16 @@ class Client:
         X.XSync(self._display, 0)
 
     def sync(self):
-        """Until the server has done everything."""
+        """Waits until the server has done everything."""
         X.XSync(self._display, 0)
 
     def set_bytes(self, window, name, data):
-        """A property of bytes whose type has its name."""
+        """Sets a property of bytes whose type has its name."""
         X.XChangeProperty(self._display, window, self._atom(name), self._atom(name), 8, 0, data, len(data))
         X.XSync(self._display, 0)
 
     def own_selection(self, name, window):
-        """And says so to those who wait for an owner."""
+        """Owns it, and announces that to clients that wait for an owner."""
         X.XSetSelectionOwner(self._display, self._atom(name), window, 0)
         if X.XGetSelectionOwner(self._display, self._atom(name)) != window:
             raise RuntimeError(f"cannot own {name}")
@@ -168,11 +168,11 @@ class Client:
         X.XSendEvent(self._display, root, 0, REDIRECT_AND_NOTIFY, ctypes.byref(event))
 
     def owner(self, selection):
-        """The window that owns a selection, 0 when none does."""
+        """Returns the window that owns a selection, or 0."""
         return X.XGetSelectionOwner(self._display, self._atom(selection))
 
     def content(self, window):
-        """The pixels of a window, as the server has them. All of it has to be on the screen."""
+        """Returns the pixels of a window from the server. All of it has to be on the screen."""
         X.XSetErrorHandler(IGNORE)
         numbers = [ctypes.c_int() for _ in range(6)]
         X.XGetGeometry(self._display, window, ctypes.byref(XID()), *map(ctypes.byref, numbers))
@@ -185,16 +185,16 @@ class Client:
             X.XDestroyImage(image)
 
     def close_window(self, window):
-        """Asks for it, as a pager does."""
+        """Asks the window manager to close it, as a pager does."""
         self._ask(b"_NET_CLOSE_WINDOW", window, 0, 2)
 
     def set_maximised(self, window, maximised):
-        """As its button does."""
+        """Maximises it as its button does."""
         self._ask(b"_NET_WM_STATE", window, int(maximised), self._atom(b"_NET_WM_STATE_MAXIMIZED_VERT"),
                   self._atom(b"_NET_WM_STATE_MAXIMIZED_HORZ"), 2)
 
     def cursor(self):
-        """The picture of the pointer: its width and its pixels."""
+        """Returns the picture of the pointer: its width and its pixels."""
         fixes = ctypes.CDLL("libXfixes.so.3")
         fixes.XFixesGetCursorImage.restype = ctypes.POINTER(CursorImage)
         fixes.XFixesGetCursorImage.argtypes = [ctypes.c_void_p]
@@ -206,14 +206,14 @@ class Client:
             X.XFree(image)
 
     def show_desktop(self, shown):
-        """Asks for the desktop alone, as a button in the panel does, or for the windows again."""
+        """Asks for the bare desktop, as a button in the panel does, or for the windows again."""
         root = X.XDefaultRootWindow(self._display)
         self._ask(b"_NET_SHOWING_DESKTOP", root, int(shown))
         X.XSync(self._display, 0)
 
     def await_manager(self, timeout):
-        """The window manager sees every press first, and holds the pointer back until it has; keys overtake that. It
-        handles everything in order: it has the press behind it when it answers what is asked now."""
+        """The window manager sees every press first and holds the pointer back until it has handled it; keys overtake
+        that. It handles everything in order, so once it answers this question, it has handled the press."""
         windows = []
         count = ctypes.c_int(0)
         end = time.monotonic() + timeout
@@ -222,7 +222,7 @@ class Client:
             now = time.monotonic()
             if now > end:
                 raise AssertionError(f"waited {timeout} s in vain for an answer of the window manager")
-            # One that starts may lose what it is told, and takes windows that were there before for others' business.
+            # A starting window manager may lose messages, and ignores older windows as others' business.
             if now > asked + 1:
                 windows.append(self.make_window())
                 self._ask(b"_NET_REQUEST_FRAME_EXTENTS", windows[-1])

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The settings that a desktop tells all programs through the X server, as its settings daemon does."""
+"""The settings that a settings daemon gives all programs through the X server."""
 
 import struct
 
@@ -13,7 +13,7 @@ def padded(data):
 
 
 class SettingsManager:
-    """Owns the settings of a display as long as it is open. What is given None is taken out.
+    """Owns the settings of a display as long as it is open. Removes settings whose value is None.
 
     For example: SettingsManager(display, {"Xft/DPI": 96 * 1024, "Net/ThemeName": "Adwaita"}). Integers, strings, and
     colours as four numbers up to 65535.
@@ -23,17 +23,17 @@ class SettingsManager:
         self._client = Client(display)
         self._window = self._client.make_window()
         self._settings = {}
-        """The value of each, and the number of its last change."""
+        """The value of each setting, and the number of its last change."""
         self._serial = 0
         self.set(settings or {})
-        # Programs read the settings when they hear of their owner.
+        # Programs read the settings when they learn of a new owner.
         self._client.own_selection(b"_XSETTINGS_S0", self._window)
 
     def close(self):
         self._client.close()
 
     def set(self, settings):
-        """Changes some of them, all in one step; the others stay as they are."""
+        """Changes some of them, all in one step; the others stay the same."""
         self._serial += 1
         for name, value in settings.items():
             if value is None:
@@ -43,7 +43,7 @@ class SettingsManager:
         self._client.set_bytes(self._window, b"_XSETTINGS_SETTINGS", self._encoded())
 
     def set_scale(self, scale):
-        """As a desktop that scales by the resolution of its fonts."""
+        """Sets it as a desktop does that scales by the font resolution."""
         self.set({"Xft/DPI": round(96 * 1024 * scale)})
 
     def _encoded(self):

@@ -44,7 +44,7 @@ class Gnome(GsettingsSession):
 
     def prepare(self):
         home = pathlib.Path(self._folder)
-        # The shell does not start without a system bus. Nobody is on this one but itself.
+        # The shell does not start without a system bus. It is alone on this one.
         address, settings = home / "system-bus", home / "system-bus.conf"
         settings.write_text(SYSTEM_BUS.format(address))
         self._start(["dbus-daemon", f"--config-file={settings}", "--nofork"])
@@ -64,7 +64,7 @@ class Gnome(GsettingsSession):
             raise unittest.SkipTest(f"GNOME Shell does not start here: {error}; {self._log}") from error
 
     def await_desktop(self):
-        # The shell begins with its overview, where users choose a program.
+        # The shell begins with its overview, in which users choose a program.
         wait_until(lambda: "true" in self.ask("Get", "OverviewActive"), "the overview")
 
         def is_closed():
@@ -74,7 +74,7 @@ class Gnome(GsettingsSession):
         wait_until(is_closed, "the end of the overview")
 
     def restart_manager(self):
-        """As users do it, by a command of the shell's own."""
+        """Does it as users do, with a command of the shell's own."""
         self.key("alt+F2")
         wait_until(lambda: not self.shows_wallpaper(), "the question for a command")
         self.xdotool("type", "r")
@@ -87,7 +87,7 @@ class Gnome(GsettingsSession):
         self.await_wallpaper()
 
     def ask(self, method, *arguments):
-        """Of the shell's properties."""
+        """Calls a method on the shell's properties."""
         return self.run("gdbus", "call", "--session", "--dest", "org.gnome.Shell", "--object-path", "/org/gnome/Shell",
                         "--method", f"org.freedesktop.DBus.Properties.{method}", "org.gnome.Shell", *arguments)
 
@@ -106,7 +106,7 @@ class Gnome(GsettingsSession):
         self.set_value("interface", "color-scheme", "prefer-dark" if dark else "default")
 
     def set_scale(self, scale):
-        # Its settings program has no scale of 2 for so small a screen.
+        # Its settings program offers no scale of 2 on so small a screen.
         self.run("gsettings", "set", "org.gnome.settings-daemon.plugins.xsettings", "overrides",
                  f"{{'Gdk/WindowScalingFactor': <{scale}>}}")
         self.set_font_scale(1)
@@ -122,7 +122,7 @@ class Gnome(GsettingsSession):
 
 
 class GnomeIcons(Gnome):
-    """With the extension that shows icons on the desktop: a program of its own, which the extension starts again."""
+    """With the extension that shows desktop icons: a program of its own, which the extension restarts."""
 
     EXTENSIONS = ("ding@rastersoft.com",)
     HAS_RUBBER_BAND = True

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Desktops that keep their settings with gsettings."""
+"""Desktops that keep their settings in gsettings."""
 
 import shlex
 import subprocess
@@ -10,7 +10,7 @@ from session import Session
 
 class GsettingsSession(Session):
     SCHEMAS = ""
-    """The beginning of their names."""
+    """The prefix of their names."""
 
     def value(self, schema, key):
         return self.run("gsettings", "get", f"{self.SCHEMAS}.{schema}", key).strip()
@@ -19,7 +19,7 @@ class GsettingsSession(Session):
         self.run("gsettings", "set", f"{self.SCHEMAS}.{schema}", key, value)
 
     def run_between(self, *commands):
-        """Commands of gsettings while no session runs."""
+        """Runs gsettings commands while no session runs."""
         lines = "".join(shlex.join(("gsettings", *command)) + "\n" for command in commands)
         subprocess.run(["dbus-run-session", "--", "sh", "-e"], env=self._bare_environment, input=lines, text=True,
                        check=True, capture_output=True, timeout=TIMEOUT)

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""A program of GTK to drag from, as users have them: a button that shows a colour, and a field whose words are chosen.
+"""A GTK program to drag from: a button that shows a colour, and a field whose words are selected.
 
     gtk_source.py TITLE #RRGGBB WORDS
 """

@@ -27,7 +27,8 @@ class Lxqt(Session):
     TELLS_OF_ITS_END = False
 
     def log_out(self):
-        """Then the login screen ends the X server, which is all that other programs hear, and starts another one."""
+        """Afterwards the login screen ends the X server, which is all that other programs notice, and starts another
+        one."""
         super().log_out()
         self.server.terminate()
         self.server.wait(TIMEOUT)
@@ -38,7 +39,7 @@ class Lxqt(Session):
         self.run("pcmanfm-qt", "--profile=lxqt", f"--set-wallpaper={path}", "--wallpaper-mode=stretch")
 
     def forget_wallpaper(self):
-        # The wallpaper of the system is that of users who have no such folder.
+        # Users without this folder get the system's wallpaper.
         shutil.rmtree(self.config / "pcmanfm-qt")
 
     def choose_plain(self, color):
@@ -48,7 +49,8 @@ class Lxqt(Session):
                             f"BgColor=#{bytes(color).hex()}\n")
 
     def set_dark(self, dark):
-        """What its settings program does when a palette is loaded, the last of which is the one that it begins with."""
+        """Does what its settings program does when the user loads a palette; the program opens with the last one
+        loaded."""
         if dark:
             palette = pathlib.Path("/usr/share/lxqt/palettes/Dark").read_text()
         else:
@@ -59,7 +61,7 @@ class Lxqt(Session):
         written.replace(settings)
 
     def switch_compositing(self, on):
-        """The window manager has none: users start one beside it."""
+        """The window manager has no compositor: users start one beside it."""
         if on and not self.has_compositor():
             self.compositor = self.launch("xcompmgr")
         elif not on and self.has_compositor():

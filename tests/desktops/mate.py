@@ -17,7 +17,7 @@ class Mate(GsettingsSession):
     SCALES_LIVE = True
 
     def prepare(self):
-        # The administrator gets no desktop unless it is asked for.
+        # The administrator gets no desktop without this entry.
         (self.config / "autostart/caja.desktop").write_text(
             f"[Desktop Entry]\nType=Application\nName=Caja\nExec={' '.join(self.DESKTOP)}\n"
             "X-MATE-Autostart-Phase=Desktop\nX-MATE-Autostart-Notify=true\nX-MATE-AutoRestart=true\n"
@@ -28,7 +28,7 @@ class Mate(GsettingsSession):
         (applications / "mate-panel.desktop").write_text(
             "[Desktop Entry]\nType=Application\nName=Panel\nExec=mate-panel\n"
             "X-MATE-Autostart-Phase=Application\nX-MATE-Provides=panel\n")
-        # For another scale the settings daemon ends all panels of the user by their name, those of other sessions too.
+        # For another scale the settings daemon kills all panels of the user by name, including those of other sessions.
         tools = pathlib.Path(self._folder) / "bin"
         tools.mkdir()
         restart = tools / "killall"
@@ -37,7 +37,7 @@ class Mate(GsettingsSession):
         self._bare_environment["PATH"] = f"{tools}:{self._bare_environment['PATH']}"
 
     def log_in(self):
-        # Its own guess comes from the screen's size in millimetres, which this one does not have.
+        # Its own guess comes from the screen's size in millimetres, which this screen does not have.
         self.run_between(("set", "org.mate.font-rendering", "dpi", "96"))
         super().log_in()
 
@@ -56,8 +56,8 @@ class Mate(GsettingsSession):
 
     def set_scale(self, scale):
         before = int(self.value("interface", "window-scaling-factor"))
-        if max(before, 1) != scale:  # 0 is that of the screen
-            # The settings daemon starts the window manager and the panel anew.
+        if max(before, 1) != scale:  # 0 means the screen's
+            # The settings daemon restarts the window manager and the panel.
             with self.new_manager():
                 self.set_value("interface", "window-scaling-factor", scale)
         self.set_font_scale(1)

@@ -13,7 +13,7 @@ class Plasma(Session):
     AUTOSTARTED = ("org.kde.plasmashell.desktop", "at-spi-dbus-bus.desktop")
 
     def prepare(self):
-        # A session that the system's own manager would start is not ours to end.
+        # We could not end a session that the system's own manager starts.
         (self.config / "startkderc").write_text("[General]\nsystemdBoot=false\n")
         (self.config / "kwinrc").write_text("[Desktops]\nNumber=2\nRows=1\n")
         (self.config / "kscreenlockerrc").write_text("[Daemon]\nAutolock=false\nLockOnResume=false\n")

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What tests on a real desktop share. The variable QEL_DESKTOP says which one; all tests of a run use the same session."""
+"""Shared by tests on a real desktop. The variable QEL_DESKTOP names the desktop; all tests of a run use the same
+session."""
 
 import atexit
 import os
@@ -17,7 +18,7 @@ DESKTOPS = {"xfce": Xfce, "plasma": Plasma, "lxqt": Lxqt, "mate": Mate, "gnome":
 DESKTOP = DESKTOPS[os.environ["QEL_DESKTOP"]]
 SHARED = []
 GROUND = (16, 21, 29)
-"""Of the charts of the first start."""
+"""The background of the charts at the first start."""
 
 
 def shared():
@@ -28,7 +29,7 @@ def shared():
 
 
 class OnRealDesktop:
-    """What a test adds to one of those that work on any desktop: the shared session, and what is seen on it."""
+    """Adds the shared session and its screen to a test that works on any desktop."""
 
     @classmethod
     def setUpClass(cls):
@@ -43,16 +44,16 @@ class OnRealDesktop:
     def picture_name(self):
         return f"{os.environ['QEL_DESKTOP']}.{self.id()}"
 
-    # What is seen.
+    # What the screen shows.
 
     def shows_wallpaper(self, left, top, width, height):
-        """Whether the wallpaper alone is there: nothing that was torn off, drawn or left behind."""
+        """Returns whether the wallpaper alone is there: no chart, drawing or remains."""
         picture = self.desktop.picture()
         return all(wallpaper.is_near(picture.pixel(x, y), wallpaper.color_at(x, y))
                    for y in range(top, top + height, 4) for x in range(left, left + width, 4))
 
     def shows_chart(self, left, top, width, height):
-        """Whether a whole chart is there: its ground up to each edge, and the wallpaper around it."""
+        """Returns whether a whole chart is there: its ground up to each edge, and the wallpaper around it."""
         picture = self.desktop.picture()
         edges = [(x, y) for x in range(left + 12, left + width - 12, 12) for y in (top + 2, top + height - 3)]
         around = [(x, y) for x in range(left, left + width, 12) for y in (top - 3, top + height + 2)]
@@ -69,4 +70,4 @@ class OnRealDesktop:
 
 
 class RealTest(OnRealDesktop, OneReplicantTest):
-    """The program in the left top corner of the screen, and one chart at most torn off."""
+    """The program in the top left corner of the screen, and at most one chart torn off."""

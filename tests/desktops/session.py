@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""A real desktop: an X server and what a login starts, with a home of its own and a picture as wallpaper."""
+"""A real desktop: an X server and the programs that a login starts, with a home of its own and a picture as wallpaper.
+"""
 
 import contextlib
 import os
@@ -17,22 +18,22 @@ LOGGED_IN = "org.example.session-is-there.desktop"
 
 
 class Session(Desktop):
-    """What all desktops share. A derived class names its commands and knows its settings. What is asked of it (`set_…`)
-    is done as a user's own settings program does it, and has happened when the call returns."""
+    """Shared by all desktops. A derived class names its commands and knows its settings. The setters (`set_…`) act as a
+    user's own settings program does, and return when the change has taken effect."""
 
     NAME = ""
-    """As XDG_CURRENT_DESKTOP says it."""
+    """The name in XDG_CURRENT_DESKTOP."""
     COMMAND = ()
-    """What a login screen starts."""
+    """The command with which a login screen starts the session."""
     VARIABLES = {}
     AUTOSTARTED = ()
     """The machine's autostart entries that belong to the desktop. The others are switched off."""
     MANAGER = ""
-    """The process of the window manager, which replaces another one when it is told so."""
+    """The process of the window manager, which can replace another one."""
     DESKTOP = ()
-    """What shows the wallpaper."""
+    """The command of the program that shows the wallpaper."""
     HAS_RUBBER_BAND = True
-    """Whether its icons can be chosen by drawing around them."""
+    """Whether its icons can be selected by drawing around them."""
     BARE = ((260, 700), (1240, 520), (1250, 60))
     """Places of the screen that show the wallpaper alone: no icon, no panel, and no window of the tests."""
 
@@ -49,7 +50,7 @@ class Session(Desktop):
         self._bare_environment.update(
             {name: self.environment[name] for name in ("HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "LC_ALL", "DISPLAY")},
             XDG_CURRENT_DESKTOP=self.NAME, XDG_SESSION_TYPE="x11", XDG_SESSION_CLASS="user",
-            # Nothing of this machine's: no login manager, no power, no disks.
+            # Nothing of this machine: no login manager, no power, no disks.
             DBUS_SYSTEM_BUS_ADDRESS="unix:path=/nonexistent", LIBGL_ALWAYS_SOFTWARE="1", QT_QUICK_BACKEND="software",
             **self.VARIABLES)
         self.environment = self._bare_environment
@@ -63,7 +64,7 @@ class Session(Desktop):
         teller = home / "tell-environment"
         teller.write_text(f"#!/bin/sh\nenv -0 >'{self._said}.new' && mv '{self._said}.new' '{self._said}'\n")
         teller.chmod(0o700)
-        # Plasma reads folders of a user who has none only at its next login.
+        # If a user has no such folders, Plasma notices new ones only at its next login.
         for folder in ("Desktop", ".local/share"):
             (home / folder).mkdir(parents=True)
         self.config = home / "config"
@@ -99,11 +100,11 @@ class Session(Desktop):
         self.environment.pop("DESKTOP_AUTOSTART_ID", None)
         wait_until(self.has_manager, "the window manager")
         self.await_desktop()
-        # Charts in a compositor without a graphics card keep a processor busy: tests switch it on.
+        # Compositing charts without a graphics card keeps a processor busy; tests switch it on where they need it.
         self.switch_compositing(False)
 
     def await_desktop(self):
-        """After a login, until everything is shown."""
+        """Waits after a login until everything is shown."""
         wait_until(self.desktop_window, "the window of the desktop")
         wait_until(lambda: self.windows_of_type("DOCK"), "the panel")
 
@@ -111,10 +112,10 @@ class Session(Desktop):
         raise NotImplementedError
 
     TELLS_OF_ITS_END = True
-    """Whether programs are asked to quit when the session ends. Else they lose the screen, without a word before."""
+    """Whether the session asks programs to quit when it ends. Otherwise they lose the screen without warning."""
 
     def log_out(self):
-        """As the button in the menu does it; what runs in the session is told by the session."""
+        """Logs out as the button in the menu does; the session tells its programs."""
         self.ask_to_log_out()
         self._session.wait(TIMEOUT)
 
@@ -124,10 +125,10 @@ class Session(Desktop):
             self._session.wait(TIMEOUT)
         super().close()
 
-    # What is seen.
+    # What the screen shows.
 
     def clients(self):
-        """All windows, the lowest first."""
+        """Returns all windows, the lowest first."""
         said = self.output("xprop", "-root", "_NET_CLIENT_LIST_STACKING").partition("#")[2]
         return [int(number, 16) for number in said.split(",") if number.strip()]
 
@@ -137,7 +138,7 @@ class Session(Desktop):
                 and "IsViewable" in self.output("xwininfo", "-id", str(window))]
 
     def desktop_window(self):
-        """That of the desktop itself, which shows the wallpaper."""
+        """Returns the desktop's own window, which shows the wallpaper."""
         return next((window for window in self.windows_of_type("DESKTOP") if self.size(window) == SCREEN), None)
 
     def await_wallpaper(self):
@@ -151,13 +152,13 @@ class Session(Desktop):
         return self.picture().pixel(x, y)
 
     def run(self, *arguments):
-        """A command within the session, which has to succeed."""
+        """Runs a command within the session, which must succeed."""
         return self.output(*(str(argument) for argument in arguments), check=True)
 
     # Programs of the desktop.
 
     def processes(self, name):
-        """Of the session, by the name of their executable."""
+        """Returns those of the session, by the name of their executable."""
         found = []
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             try:
@@ -169,17 +170,17 @@ class Session(Desktop):
         return found
 
     def launch(self, *arguments):
-        """A program within the session; it ends with the session."""
+        """Starts a program within the session; it ends with the session."""
         return self._start([str(argument) for argument in arguments])
 
     def restart_manager(self):
-        """Replaces the window manager by another of its kind, as users do when it hangs."""
+        """Replaces the window manager by another one of its kind, as users do when it hangs."""
         with self.new_manager():
             self.launch(self.MANAGER, "--replace")
 
     @contextlib.contextmanager
     def new_manager(self):
-        """Around what replaces the window manager: ends when the new one has taken all windows."""
+        """Wraps the replacement of the window manager: returns when the new one has taken over all windows."""
         before = set(self.processes(self.MANAGER))
         yield
         wait_until(lambda: not before & set(self.processes(self.MANAGER)), "the end of the first window manager")
@@ -193,7 +194,7 @@ class Session(Desktop):
             os.kill(pid, signal.SIGKILL)
         wait_until(lambda: not set(before) & set(self.processes(self.DESKTOP[0])), "the end of the desktop")
         wait_until(lambda: not self.desktop_window(), "the end of the desktop's window")
-        if not self.processes(self.DESKTOP[0]):  # some sessions start what has crashed
+        if not self.processes(self.DESKTOP[0]):  # some sessions restart a crashed program
             self.launch(*self.DESKTOP)
         wait_until(self.desktop_window, "the desktop's window")
         self.await_wallpaper()
@@ -204,33 +205,33 @@ class Session(Desktop):
         raise NotImplementedError
 
     def forget_wallpaper(self):
-        """Between sessions: as for a user who has never chosen one."""
+        """Makes the user one who has never chosen a wallpaper. Call it between sessions."""
         raise NotImplementedError
 
     def choose_plain(self, color):
-        """Between sessions: as for a user who has chosen a colour in place of a picture. Only where that is no setting
-        that other programs can change."""
+        """Makes the user one who has chosen a colour instead of a picture. Call it between sessions. Only for desktops
+        that keep this in no setting that other programs can change."""
         raise NotImplementedError
 
     def set_dark(self, dark):
-        """Only where a desktop has light and dark for all programs."""
+        """Only for desktops that have light and dark for all programs."""
         raise NotImplementedError
 
     SCALES_LIVE = False
-    """Whether it tells running programs of another scale; then it has `set_scale`, of everything by a whole factor, and
-    `set_font_scale`, by the resolution of fonts."""
+    """Whether the desktop tells running programs of another scale. If so, the class has `set_scale`, which scales
+    everything by an integer factor, and `set_font_scale`, which changes the font resolution."""
 
     ALWAYS_COMPOSITES = False
-    """Whether its compositor can't be switched off; then what is asked to switch it does nothing."""
+    """Whether its compositor cannot be switched off; then switching it does nothing."""
 
     REDRAW = ("xrefresh",)
-    """What makes a compositor that has just begun draw the whole screen."""
+    """The command that makes a newly started compositor draw the whole screen."""
 
     def switch_compositing(self, on):
         raise NotImplementedError
 
     def set_compositing(self, on):
-        """Without a graphics card a change of the compositor may leave parts of the screen undrawn, for long."""
+        """Without a graphics card, a change of the compositor may leave parts of the screen undrawn for long."""
         self.switch_compositing(on)
         tried = time.monotonic()
         remedy = self.REDRAW if on else ("xrefresh",)
@@ -252,9 +253,9 @@ class Session(Desktop):
     # Habits.
 
     def show_desktop_keys(self):
-        """What shows the desktop, and hides it again."""
+        """Returns the keys that show the desktop, and hide it again."""
         raise NotImplementedError
 
     def left_on_desktop(self):
-        """Files, notes and the like."""
+        """Returns files, notes and the like."""
         return sorted((pathlib.Path(self._folder) / "Desktop").iterdir())

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The colour of a real desktop: picked from its wallpaper, tried out, and put back."""
+"""The colour of a real desktop: picked from its wallpaper, tested, and restored."""
 
 import signal
 import unittest
@@ -11,7 +11,7 @@ from real import DESKTOP, OnRealDesktop
 from session import Session
 
 GROUND = (540, 60)
-"""Of the first chart, where neither words nor samples are."""
+"""A place on the first chart without words or samples."""
 
 
 class ColorTest(OnRealDesktop, PrefsTest):
@@ -19,12 +19,12 @@ class ColorTest(OnRealDesktop, PrefsTest):
         return self.page().pixel(*SWATCH)
 
     def bare(self):
-        """The colours of the desktop, at several places."""
+        """Returns the colours of the desktop, at several places."""
         picture = self.desktop.picture()
         return [picture.pixel(*place) for place in self.desktop.BARE]
 
     def start_test(self):
-        """The desktop in a colour of the page, which is none that the wallpaper has."""
+        """Tests a colour on the desktop that the wallpaper does not have, and returns it."""
         self.open_prefs()
         self.show("Colors")
         self.click((205, RAMPS["red"]))
@@ -38,8 +38,8 @@ class ColorTest(OnRealDesktop, PrefsTest):
         wait_until(lambda: set(self.bare()) == {color}, f"the desktop in the colour {color}")
 
     def await_picked(self, is_it, what):
-        """Has the page pick the desktop's colour until it is the one. While the desktop's tools are slow, it is the one
-        that is known so far, which at first is none of the desktop's."""
+        """Picks the desktop's colour until it is the expected one. While the desktop's tools are slow, the page picks
+        the last known colour, which at first is not the desktop's."""
         def is_picked():
             self.click(PICK_DESKTOP)
             self.settle()
@@ -48,7 +48,7 @@ class ColorTest(OnRealDesktop, PrefsTest):
         wait_until(is_picked, what)
 
     def drop_swatch(self):
-        """On the desktop."""
+        """Drops the swatch on the desktop."""
         self.take_hold(self.on_screen(self.prefs, *SWATCH))
         self.let_go(self.desktop.BARE[0])
 
@@ -101,7 +101,7 @@ class Color(ColorTest):
         self.start_test()
         self.click(TEST_ON_DESKTOP)
         self.desktop.await_wallpaper()
-        # What the desktop keeps for its next start, too.
+        # Including what the desktop keeps for its next start.
         self.desktop.restart_desktop()
         self.desktop.await_wallpaper()
 
@@ -149,7 +149,7 @@ class DefaultWallpaper(ColorTest):
     """The desktop of a user who has never chosen a wallpaper."""
 
     BESIDE = (1252, 80, 28, 600)
-    """Beside the windows of the tests and their shadows."""
+    """Left, top, width and height of an area beside the windows of the tests and their shadows."""
 
     def arrange(self):
         self.desktop.log_out()
@@ -165,7 +165,7 @@ class DefaultWallpaper(ColorTest):
         seen = tuple(sum(data[color::3]) / (len(data) / 3) for color in range(3))
         self.open_prefs()
         self.show("Colors")
-        # Scaled to the screen it may lose its edges.
+        # Scaled to the screen, the picture may lose its edges.
         self.await_picked(lambda color: wallpaper.is_near(color, seen, 12), f"the average of the wallpaper, {seen}")
         self.quit()
 
@@ -177,7 +177,7 @@ class DefaultWallpaper(ColorTest):
 
     def await_default(self):
         def is_there():
-            # A compositor may round otherwise when it has the picture anew.
+            # A compositor may round differently after it reloads the picture.
             return wallpaper.is_near(self.desktop.picture().crop(*self.BESIDE).data, self.wallpaper.data, 2)
 
         wait_until(is_there, "the wallpaper as before")
@@ -197,7 +197,7 @@ class DefaultWallpaper(ColorTest):
 
 @unittest.skipIf(DESKTOP.choose_plain is Session.choose_plain, "its plain colour is a setting like those of pictures")
 class PlainColor(ColorTest):
-    """The desktop of a user who has chosen a plain colour in place of a wallpaper."""
+    """The desktop of a user who has chosen a plain colour instead of a wallpaper."""
 
     COLOR = (48, 80, 112)
 

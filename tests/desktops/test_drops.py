@@ -11,7 +11,7 @@ from real import OnRealDesktop
 COLOR = "#d02090"
 WORDS = "Words of another program"
 CHART = (500, 80)
-"""On the first chart's ground, in the window."""
+"""A place on the first chart's ground, in the window."""
 CAPTIONS = (8, 50, 260, 30)
 
 

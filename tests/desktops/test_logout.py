@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Logout and login: what was arranged is there again, and nothing of the session before is left."""
+"""Logout and login: the user's arrangement is back, and nothing of the previous session is left."""
 
 import os
 import time
@@ -11,7 +11,7 @@ from real import RealTest
 class Logout(RealTest):
     def log_out(self):
         if not self.desktop.TELLS_OF_ITS_END:
-            # What was arranged is promised to be on the disk five seconds later, and nothing tells when it is.
+            # The program promises to have the arrangement on the disk five seconds later, and nothing announces it.
             arranged = time.monotonic()
             wait_until(lambda: time.monotonic() > arranged + 6, "six seconds")
         self.desktop.log_out()
@@ -55,7 +55,7 @@ class Logout(RealTest):
         wait_until(lambda: not self.applications(), "the end of the program")
         self.assertEqual(self.stored().count(b"ChartType"), 2)
         self.desktop.log_in()
-        for pid in self.applications():  # a session may start again what ran at the end
+        for pid in self.applications():  # a session may restart programs that ran at its end
             os.kill(pid, 9)
         wait_until(lambda: not self.applications(), "the end of the program that the session has started")
         self.open()

@@ -9,7 +9,7 @@ from real import DESKTOP, RealTest
 PLACE = (690, 300)
 ELSEWHERE = (300, 540)
 BARE = (640, 120)
-"""A place of the desktop beside the window, over the chart."""
+"""A place of the desktop beside the window and above the chart."""
 
 
 class TearOff(RealTest):
@@ -44,12 +44,12 @@ class OnDesktop(RealTest):
         self.await_chart(*self.frame())
 
     def behind_window(self):
-        """Where the desktop's icons are not."""
+        """Returns a place without desktop icons."""
         left, top, width, height = self.desktop.geometry(self.window)
         return left + 200, top, width - 200, height
 
     def assert_still_there(self):
-        """Seen, scrolling, and where it was, for the hand too: it is moved from there."""
+        """The chart is visible, scrolls, and is where it was, also for the hand: it is moved from there."""
         frame = self.frame()
         self.assertEqual(frame[:2], PLACE)
         self.await_chart(*frame)
@@ -63,7 +63,7 @@ class OnDesktop(RealTest):
     def test_is_moved_by_its_handle(self):
         self.desktop.focus(self.window)
         self.assert_still_there()
-        # The window manager still knows which window has the keyboard.
+        # The window manager still knows which window has the keyboard focus.
         self.assertEqual(self.desktop.output("xdotool", "getactivewindow").strip(), str(self.window))
 
     def test_is_resized_by_its_corner(self):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Scale and resolution that change in the settings of a real desktop, where it tells running programs of it."""
+"""Scale and resolution that change in the settings of a real desktop, if the desktop tells running programs of it."""
 
 import unittest
 
@@ -8,7 +8,7 @@ from real import DESKTOP, GROUND, RealTest
 from charts import RECORDED
 
 SIZE = (400, 300)
-"""Of the window's content, in logical pixels: it leaves room for the chart beside it, at scale 2 as well."""
+"""Size of the window's content, in logical pixels: even at scale 2 it leaves room for the chart beside it."""
 
 
 @unittest.skipUnless(DESKTOP.SCALES_LIVE, "this desktop's programs have to start anew for another scale")
@@ -22,7 +22,7 @@ class Scale(RealTest):
         self.put_chart(440, 200)
         self.await_chart(*self.frame())
         self.resize(self.chart, 160, 90)
-        # Window managers move frames, and contents lie within.
+        # The window manager places the frame; the content lies within.
         self.left, self.top = self.desktop.geometry(self.window)[:2]
         self.logical = {self.window: (self.left, self.top, *SIZE), self.chart: (440, 200, 160, 90)}
 
@@ -34,8 +34,9 @@ class Scale(RealTest):
         wait_until(fits, f"{self.logical} at {scale}")
 
     def assert_well_drawn(self, scale):
-        """The charts of the window show their ground and nothing else where nothing of theirs is: no caption of another
-        size, no rest of another scale. The one on the desktop has its ground up to its edges and leaves none beside."""
+        """Beside their captions and curves, the charts of the window show their ground and nothing else: no caption of
+        another size, no remains of another scale. The chart on the desktop has its ground up to its edges and leaves
+        none beside it."""
         def is_clean():
             picture = self.picture()
             height = (SIZE[1] - 52) / 3
@@ -60,7 +61,7 @@ class Scale(RealTest):
                 self.await_wallpaper_of_scale(scale)
 
     def await_wallpaper_of_scale(self, scale):
-        """Nothing of the chart is left where it is not at this scale."""
+        """Waits until nothing of the chart is left outside its frame at this scale."""
         left, top, width, height = self.frame()
         self.await_wallpaper(left, top + height + 4, width, 60)
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Light and dark, as the user chooses it in the settings of a real desktop."""
+"""Light and dark, chosen in the settings of a real desktop."""
 
 import unittest
 

@@ -23,7 +23,7 @@ class Transparent(RealTest):
         self.put_chart(690, 300)
 
     def ground(self):
-        """The place of the screen where neither words nor samples are."""
+        """Returns a place of the screen with neither words nor samples."""
         left, top = self.frame()[:2]
         return left + 150, top + 10, 200, 20
 

@@ -11,7 +11,7 @@ KEYS = pathlib.Path(__file__).parent / "keys"
 
 
 def search(files):
-    """What is said about a tree of these files, and the exit status."""
+    """Returns the check's output for a tree of these files, and its exit status."""
     with tempfile.TemporaryDirectory() as folder:
         for name, text in files.items():
             path = pathlib.Path(folder, name)

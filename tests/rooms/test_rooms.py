@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""What the check of rooms finds, each in a small tree of its own."""
+"""The faults that the check of rooms finds, each in a small tree of its own."""
 
 import pathlib
 import sys

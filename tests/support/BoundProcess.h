@@ -14,12 +14,12 @@
 #include <string>
 #include <thread>
 
-/// Processes that end with the test that has started them, also when it is killed by SIGKILL: a test that takes too
-/// long is, and runs no destructor then.
+/// Processes that end with the test that has started them, even if it is killed by SIGKILL: a test that times out is,
+/// and then runs no destructor.
 namespace test {
 
-/// As fork(); the child is killed when the calling process ends. For the main thread alone: the system takes the end of
-/// the thread that has made a child for that of its parent.
+/// Works as fork(), but the child is killed when the calling process ends. Only for the main thread: the kernel treats
+/// the end of the thread that created a child as the end of its parent.
 inline pid_t ForkBound()
 {
     const pid_t parent = getpid();
@@ -29,7 +29,7 @@ inline pid_t ForkBound()
     if (child != 0)
         return child;
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // It may have ended before.
+    // The parent may have ended before.
     if (getppid() != parent)
         _exit(1);
     return 0;
@@ -37,10 +37,10 @@ inline pid_t ForkBound()
 
 namespace bound {
 
-/// Of the environment: the number of the test's process and the time of its start, since numbers are used again.
+/// The environment variable with the id of the test's process and the time of its start, since ids are reused.
 constexpr const char* kVariable = "TEST_PROCESS";
 
-/// When a process has started, as the system tells it; empty if it is not there.
+/// Returns the start time of a process, as the system prints it; empty if there is no such process.
 inline std::string StartOf(pid_t process)
 {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
@@ -59,15 +59,15 @@ inline std::string StartOf(pid_t process)
 
 } // namespace bound
 
-/// Makes this process the one that EndWithTest() of others looks after. In the environment, so before other threads
-/// run.
+/// Makes this process the one that EndWithTest() in others watches. Changes the environment, so call it before other
+/// threads run.
 inline void NameTest()
 {
     setenv(bound::kVariable, (std::to_string(getpid()) + " " + bound::StartOf(getpid())).c_str(), 1);
 }
 
-/// Of a program that tests start, first in its main(): kills it when the process is gone that has called NameTest() and
-/// has started this one, by whatever detours. Without such a process it does nothing.
+/// Call it first in the main() of a program that tests start. Kills this program when the process ends that has called
+/// NameTest() and has started this one, however indirectly. Does nothing without such a process.
 inline void EndWithTest()
 {
     const char* const text = std::getenv(bound::kVariable);
@@ -78,7 +78,7 @@ inline void EndWithTest()
     const int descriptor = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
     if (descriptor < 0 || bound::StartOf(process) != start)
         _exit(1);
-    // Signals are for the other threads.
+    // Leaves signals to the other threads.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);

@@ -10,7 +10,7 @@
 #include <csignal>
 #include <limits>
 
-/// Puts a disk in place for a scope.
+/// Installs a disk for the life of the object.
 class WithDisk {
 public:
     explicit WithDisk(kits::FailingDevice& disk)
@@ -25,7 +25,7 @@ private:
     kits::FailingDevice* fBefore;
 };
 
-/// Fails a call by its number, counted from 0, and those after it unless told otherwise; counts all.
+/// Fails the call with this number, counted from 0, and by default those after it; counts all calls.
 class FailingDisk : public kits::FailingDevice {
 public:
     FailingDisk(int failAt, int error, int failures = std::numeric_limits<int>::max())
@@ -49,7 +49,7 @@ private:
     int fCalls = 0;
 };
 
-/// Has room for so many bytes and is full then.
+/// Has room for this many bytes, and is full after that.
 class FullDisk : public kits::FailingDevice {
 public:
     explicit FullDisk(size_t room, int error = ENOSPC)
@@ -82,7 +82,7 @@ private:
     bool fFailed = false;
 };
 
-/// Ends the process before a call by its number, or once so many bytes were written, as `kill -9` does.
+/// Ends the process before the call with this number, or once this many bytes were written, as `kill -9` does.
 class KillingDisk : public kits::FailingDevice {
 public:
     static KillingDisk AtCall(int call) { return {call, std::numeric_limits<size_t>::max()}; }

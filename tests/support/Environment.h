@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-/// Puts variables of this process back as they were, when the test ends.
+/// Restores this process's variables when the test ends.
 class EnvironmentGuard {
 public:
     EnvironmentGuard(std::initializer_list<const char*> names)

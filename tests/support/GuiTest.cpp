@@ -50,7 +50,7 @@ void Send(BView* view, BPoint where, QEvent::Type type, uint32 changed, uint32 d
     const BPoint screen = view->ConvertToScreen(where);
     QMouseEvent event(type, QPointF(local.x, local.y), QPointF(local.x, local.y), QPointF(screen.x, screen.y),
                       static_cast<Qt::MouseButton>(ToQt(changed).toInt()), ToQt(down), Qt::NoModifier);
-    // Far enough from the last one not to count as a double click; Click sends its two at one moment.
+    // Late enough not to count as a double click; Click sends its two presses at one moment.
     event.setTimestamp(sTimestamp);
     QCoreApplication::sendEvent(top->windowHandle(), &event);
 }
@@ -77,7 +77,7 @@ bool WaitFor(const std::function<bool()>& condition)
         if (clock.elapsed() > 60000)
             return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        // Nothing has to have come: one dispatcher returns then as it waited, without the lock.
+        // No event may have come: then one dispatcher returns without the lock, as it waited.
         static_cast<kits::QtEventLoop&>(kits::EventLoop::Current()).Held();
         kits::UpdateQueue::Flush();
     }
@@ -86,7 +86,7 @@ bool WaitFor(const std::function<bool()>& condition)
 
 void Show(BWindow* window)
 {
-    // Only a new window is given the focus by all window managers.
+    // Not all window managers give the focus to a window that is not new.
     const bool isNew = kits::WindowWidget(window)->windowHandle() == nullptr;
     window->Show();
     Turn();

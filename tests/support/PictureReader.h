@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <string>
 
-/// Has pictures read by the program that was built, for as long as one lives: test programs lie in folders of their
-/// own, below that of the program.
+/// Makes the kits read pictures with the program of this build, as long as an object lives. Test programs lie in
+/// folders below that program's.
 class BuiltPictureReader {
 public:
     BuiltPictureReader() { Use(); }
@@ -18,14 +18,14 @@ public:
     BuiltPictureReader(const BuiltPictureReader&) = delete;
     BuiltPictureReader& operator=(const BuiltPictureReader&) = delete;
 
-    /// Uses it from here on, and has every picture read again.
+    /// Uses it from now on, and forgets pictures that were read.
     void Use() const { kits::SetPictureReader(Program()); }
 
     static std::string Program()
     {
         std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
         while (access((folder / "average-picture").c_str(), X_OK) != 0) {
-            // Not built, though every program that includes this depends on it.
+            // The program is not built, though every program that includes this header depends on it.
             if (folder == folder.parent_path())
                 std::abort();
             folder = folder.parent_path();

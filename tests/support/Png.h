@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// Makes PNG files of every colour type and depth, interlaced or not, which no library on a machine for building can.
+/// Makes PNG files of every colour type and depth, interlaced or not, which no library on a build machine can.
 namespace png {
 
 enum ColorType { kGrey = 0, kRgb = 2, kPalette = 3, kGreyAlpha = 4, kRgba = 6 };
@@ -57,7 +57,7 @@ inline std::string Chunk(const std::string& name, const std::string& data)
     return Number(static_cast<uint32_t>(data.size())) + named + Number(~sum);
 }
 
-/// A stream of bytes as "zlib" has it, packed only where one byte stands very often.
+/// A stream of bytes in the zlib format, compressed only where one byte repeats very often.
 class Packed {
 public:
     Packed()
@@ -66,7 +66,7 @@ public:
         Bits(1, 1); // the last block
         Bits(1, 2); // with the fixed codes
     }
-    /// Adds the byte so many times.
+    /// Adds the byte this many times.
     void Add(uint8_t byte, uint64_t count = 1)
     {
         constexpr uint32_t kMost = 65521;

@@ -13,7 +13,7 @@
 /// A folder of the test's own, removed with everything in it when the test ends.
 class TempFolder {
 public:
-    /// Where it lies. In memory, where the system has a folder there, writing to the disk takes no time.
+    /// In memory, if the system has a folder there, writing to the disk takes no time.
     enum class Place { kDisk, kMemory };
 
     explicit TempFolder(Place place = Place::kDisk)
@@ -61,7 +61,7 @@ public:
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    /// Removes what is in the folder.
+    /// Removes everything in the folder.
     void Clear() const
     {
         for (const auto& entry : std::filesystem::directory_iterator(fPath))

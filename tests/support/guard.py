@@ -1,15 +1,15 @@
 # SPDX-License-Identifier: MIT
-"""Runs a command so that nothing it has started, by whatever detours, outlives it or the caller.
+"""Runs a command so that no process it has started, however indirectly, outlives it or the caller.
 
     guard.py SECONDS COMMAND [ARGUMENT...]
 
-Ends with the status of the command, or with 124 when it takes longer than SECONDS. Temporary files of the command lie in a
-folder of their own, which goes with it. Desktops start daemons that leave
-their process group and their parent. So a keeper stands in between, which inherits orphans from the kernel; it ends all
-of them when the command has ended, when the time is over, or when this process has, even by SIGKILL.
+Exits with the status of the command, or with 124 if it takes longer than SECONDS. Temporary files of the command lie in
+a folder of their own, which is removed with it. Desktops start daemons that leave their process group and their parent.
+So a keeper stands in between, which inherits orphans from the kernel; it ends all of them when the command has ended,
+when the time is over, or when this process has ended, even by SIGKILL.
 
-A script that starts processes calls guarded() first, which runs it anew under a guard. Test programs in C++, which can
-also be killed without a guard above them, have tests/support/BoundProcess.h.
+A script that starts processes first calls guarded(), which restarts the script under a guard. C++ test programs, which
+may be killed without a guard above them, use tests/support/BoundProcess.h.
 """
 
 import contextlib
@@ -28,13 +28,13 @@ PR_SET_CHILD_SUBREAPER = 36
 TIMED_OUT = 124
 LIBC = ctypes.CDLL(None, use_errno=True)
 KEEPER = "TEST_KEEPER"
-"""The variable of the environment that tells a command who keeps it."""
+"""The environment variable that tells a command the process id of its keeper."""
 PATIENCE = 1
 """Seconds that processes have to end by themselves."""
 
 
 def parents():
-    """Of every process."""
+    """Returns a dictionary from every process to its parent."""
     found = {}
     for folder in pathlib.Path("/proc").glob("[0-9]*"):
         with contextlib.suppress(OSError):
@@ -52,7 +52,7 @@ def descendants(ancestor):
 
 
 def reap():
-    """Whether there are children left; takes the status of those that have ended."""
+    """Collects the status of ended children. Returns whether children are left."""
     with contextlib.suppress(ChildProcessError):
         while os.waitpid(-1, os.WNOHANG)[0]:
             pass
@@ -75,7 +75,8 @@ def end_descendants():
 
 
 def keep(caller, seconds, command):
-    """In the keeper: runs the command, and ends what is left. `caller` is a pipe that closes with the caller."""
+    """Runs in the keeper: runs the command, and ends the processes that it leaves. `caller` is a pipe that closes when
+    the caller ends."""
     os.setsid()
     folder = tempfile.mkdtemp(prefix="qel-tests-")
     os.chmod(folder, 0o711)  # a compositor may run as another user, in a folder of its own
@@ -124,7 +125,7 @@ def keep(caller, seconds, command):
 
 
 def guarded(seconds):
-    """Goes on in a process under a guard, unless this one is kept already."""
+    """Restarts the script in a process under a guard, unless this process has a keeper already."""
     if os.environ.get(KEEPER) != str(os.getppid()):
         sys.stdout.flush()
         os.execv(sys.executable, [sys.executable, __file__, str(seconds), sys.executable, *sys.argv])

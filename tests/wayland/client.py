@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""A client of a compositor, by its protocol: moves the pointer, owns what is pasted and dropped, and gives it well or
-badly. Only the standard library is used."""
+"""A client that speaks a compositor's protocol: it moves the pointer, and owns data to paste and drop, which it gives
+correctly or badly. Needs only the standard library."""
 
 import array
 import contextlib
@@ -17,11 +17,11 @@ from desktop import wait_until
 LEFT, MIDDLE = 0x110, 0x112
 GLOBALS = {"wl_compositor": 4, "wl_shm": 1, "wl_seat": 5, "wl_data_device_manager": 3, "xdg_wm_base": 1,
            "zwlr_virtual_pointer_manager_v1": 1, "zwlr_data_control_manager_v1": 2}
-"""What the client uses, and in which version."""
+"""The interfaces that the client uses, with their versions."""
 COPY = 1
 """The action of a drag."""
 TRICKLE = 0.1
-"""Seconds from one byte to the next."""
+"""Seconds between two bytes."""
 
 
 def encoded(argument):
@@ -32,7 +32,7 @@ def encoded(argument):
 
 
 def decoded(kinds, body):
-    """The arguments of an event; kinds has u for a number and s for a text, which may be absent."""
+    """Returns the arguments of an event; kinds has u for a number and s for a text, which may be absent."""
     arguments = []
     for kind in kinds:
         number = struct.unpack_from("=I", body)[0]
@@ -46,7 +46,7 @@ def decoded(kinds, body):
 
 
 class Client:
-    """A connection to a compositor, as long as the object is open. A thread of its own handles what comes."""
+    """A connection to a compositor, as long as the object is open. A thread of its own handles events."""
 
     def __init__(self, path, size):
         self._size = size
@@ -75,7 +75,7 @@ class Client:
         self._control = self._make(self._globals["zwlr_data_control_manager_v1"], 1, None, self._globals["wl_seat"])
 
     def close(self):
-        """Nothing happens when it is closed already."""
+        """Does nothing if it is closed already."""
         with self._lock:
             if self._is_closed:
                 return
@@ -87,7 +87,8 @@ class Client:
             os.close(descriptor)
 
     def settle(self):
-        """Returns when the compositor has handled all that was sent, and all that it said to it was handled here."""
+        """Returns when the compositor has handled all requests, and this client has handled all events that they
+        caused."""
         done = threading.Event()
         self._make(1, 0, events={0: ("u", lambda _: done.set())})
         wait_until(lambda: done.is_set() or self._error, "the compositor")
@@ -104,7 +105,7 @@ class Client:
             self._socket.sendmsg([struct.pack("=IHH", target, code, len(body) + 8) + body], ancillary)
 
     def _make(self, target, code, *arguments, events=None, descriptor=None):
-        """Sends a request for a new object, whose place among the arguments is that of None, else the first."""
+        """Sends a request for a new object, whose place among the arguments is that of None, or else the first."""
         with self._lock:
             self._ids += 1
             number = self._ids
@@ -152,7 +153,7 @@ class Client:
         return bool(data)
 
     def _write(self, descriptor, data):
-        """To a reader that may be gone."""
+        """Writes to a reader that may be gone."""
         try:
             os.write(descriptor, data)
         except BlockingIOError:
@@ -184,10 +185,10 @@ class Client:
         self._send(self._pointer, 4)
         self.settle()
 
-    # What it owns.
+    # The data that it owns.
 
     def own(self, behaviour, data, *forms, selection="clipboard"):
-        """Until somebody else does. See Offer for the behaviour."""
+        """Owns it until somebody else does. See Offer for the behaviour."""
         offer = Offer(self, behaviour, data)
         source = self._make(self._globals["zwlr_data_control_manager_v1"], 0,
                             events={0: ("s", offer.give), 1: ("", lambda: offer.tell("cancelled"))})
@@ -198,19 +199,15 @@ class Client:
         return offer
 
     def open_window(self, name, width, height, color, hand):
-        """To drag from with the pointer of another client, which stays when this one goes."""
+        """Opens a window to drag from with the pointer of another client, which survives this one."""
         return Window(self, name, width, height, color, hand)
 
 
 class Offer:
-    """What the client offers, and what became of it. It answers a question for its data as it is told to:
-      good      at once
-      pieces    in single bytes, one after the other
-      late      when `answer` is called
-      silent    never: it holds the pipe open
-      trickle   with a byte again and again, without end
-      flood     with as many bytes as are read, without end
-      refuses   by closing the pipe, with nothing in it"""
+    """The data that the client offers, and their fate. It answers a question for them according to its behaviour: good
+    at once pieces in single bytes, one after the other late when `answer` is called silent never: it holds the pipe
+    open trickle with a byte again and again, without end flood with as many bytes as are read, without end refuses by
+    closing the pipe, with nothing in it"""
 
     def __init__(self, client, behaviour, data):
         self._client, self.behaviour, self._data = client, behaviour, data
@@ -221,7 +218,7 @@ class Offer:
         self.told.append(line)
 
     def asked(self):
-        """For what, in this order."""
+        """Returns the forms it was asked for, in order."""
         return [line.removeprefix("asked ") for line in self.told if line.startswith("asked ")]
 
     def give(self, form):
@@ -243,7 +240,7 @@ class Offer:
         self.tell(f"asked {form}")
 
     def answer(self):
-        """What came too late. Returns whether anybody still reads it."""
+        """Answers late. Returns whether anybody still reads the answer."""
         is_read = False
         for descriptor in self._waiting:
             with contextlib.suppress(BrokenPipeError):
@@ -302,7 +299,7 @@ class Window:
         self._serial = serial if state == 1 and button == LEFT else None
 
     def drag(self, x, y, behaviour, data, *forms):
-        """Begins to drag from this place of the screen, which is over the window."""
+        """Begins to drag from this place of the screen, which must be over the window."""
         client = self._client
         self._hand.move(x, y)
         wait_until(lambda: self.is_under_pointer, "the pointer over the window")

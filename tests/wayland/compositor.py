@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Compositors without a screen to try the program in. Only the standard library is used."""
+"""Compositors without a screen to test the program in. Needs only the standard library."""
 
 import json
 import os
@@ -24,7 +24,7 @@ class Compositor:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="qel-wayland-"))
         self.processes = []
-        # Its own folder: the compositor may run as another user.
+        # Its own folder, because the compositor may run as another user.
         self.runtime = self.folder / "compositor"
         self.runtime.mkdir(mode=0o700)
         os.chmod(self.folder, 0o711)
@@ -32,8 +32,8 @@ class Compositor:
                             if k not in ("DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS")}
         self.environment.update(LC_ALL="C.UTF-8", LANGUAGE="", HOME=str(self.folder), XDG_RUNTIME_DIR=str(self.runtime))
         if REPORTS:
-            # Graphics drivers are unloaded with what they have taken, and then nothing tells whose leak it was. The
-            # toolkit says that it misses them.
+            # Graphics drivers are unloaded with memory that they have allocated, and then nothing tells whose leak it
+            # was. The toolkit reports that it misses them.
             self.environment.update(__EGL_VENDOR_LIBRARY_FILENAMES=os.devnull,
                                     QT_LOGGING_RULES="qt.qpa.wayland.warning=false")
         try:
@@ -99,7 +99,7 @@ class Weston(Compositor):
 
 
 class Sway(Compositor):
-    """Has keys. It refuses to run as root, which it then is not."""
+    """Has keys. It refuses to run as root, so it runs as another user."""
 
     def open(self):
         config = self.runtime / "config"
@@ -124,12 +124,12 @@ class Sway(Compositor):
         return self.picture_of(file)
 
     def keys(self, *arguments):
-        """As wtype takes them."""
+        """Presses keys, given as wtype takes them."""
         subprocess.run(["wtype", *arguments], env=self.environment, capture_output=True,
                        timeout=TIMEOUT, check=True)
 
     def windows(self):
-        """Name and application of every window; that with the focus first."""
+        """Returns name and application of every window; the focused one first."""
         found = [(not node["focused"], node["name"] or "", node["app_id"]) for node in self._nodes()]
         return [(name, app) for _, name, app in sorted(found)]
 
@@ -148,12 +148,12 @@ class Sway(Compositor):
         return found
 
     def command(self, name, *words):
-        """To the window of this name."""
+        """Sends a command to the window of this name."""
         subprocess.run(["swaymsg", f'[title="^{name}$"] {" ".join(map(str, words))}'], env=self.environment,
                        capture_output=True, timeout=TIMEOUT, check=True)
 
     def corner(self, name):
-        """Left and top of what is in the frame of the window of this name."""
+        """Returns left and top of the content of the window of this name."""
         node = next(node for node in self._nodes() if node["name"] == name)
         return tuple(node["rect"][side] + node["window_rect"][side] for side in ("x", "y"))
 

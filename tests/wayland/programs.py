@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What tests of the program on Wayland share."""
+"""Shared by tests of the program on Wayland."""
 
 import contextlib
 import os
@@ -14,10 +14,10 @@ from desktop import TIMEOUT
 
 PROGRAM = os.environ["QEL_PROGRAM"]
 BACKGROUND = (16, 21, 29)
-"""Of the charts of the first start."""
+"""The background of the charts at the first start."""
 PANEL = (216, 216, 216)
 CHARTS = 100_000
-"""Pixels that they cover at least."""
+"""The minimum number of pixels that they cover."""
 MENU = (255, 255, 255)
 
 
@@ -44,7 +44,7 @@ class WaylandTest(unittest.TestCase):
             print(f"\n    the screen at the end: {path}")
 
     def start(self, *arguments, **variables):
-        # A file: the host of desktop charts, which outlives the program, has it too.
+        # A file, because the host of desktop charts inherits it and outlives the program.
         with open(self.said, "wb") as said:
             program = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                        stderr=said, env=dict(self.desktop.environment,
@@ -58,7 +58,7 @@ class WaylandTest(unittest.TestCase):
         program.wait(TIMEOUT)
 
     def count(self, color):
-        """Nearly how many pixels of this colour the screen has."""
+        """Returns roughly how many pixels of the screen have this colour."""
         return self.desktop.picture().data.count(bytes(color))
 
     def await_charts(self):
@@ -69,7 +69,7 @@ class WaylandTest(unittest.TestCase):
         wait_until(lambda: self.desktop.picture() != before, "charts that scroll")
 
     def assert_ends_well(self, program):
-        """No word on stderr: nothing that Wayland does not allow is an error."""
+        """It prints nothing on stderr: what Wayland does not allow is no error."""
         self.assertEqual((program.wait(TIMEOUT), self.said.read_text()), (0, ""))
 
 
@@ -87,8 +87,8 @@ class SwayTest(WaylandTest):
         self.assert_ends_well(program)
 
     def press(self, condition, what, *keys):
-        """Presses keys, one after the other, until they are answered: a key that comes when the window has the focus
-        for the compositor and does not know it yet is lost."""
+        """Presses keys one after the other until they take effect: a key is lost if it comes when the compositor has
+        given the window the focus and the window does not know it yet."""
         end = time.monotonic() + TIMEOUT
         while True:
             for key in keys:

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What tests share of what other programs own or drag on Wayland."""
+"""Shared by tests of selections and drags of other programs on Wayland."""
 
 import os
 import time
@@ -17,12 +17,12 @@ COLOR = (255, 0, 255)
 OLD_COLOR = (16, 21, 29)
 OTHER_COLOR = (128, 128, 0)
 GROUND = CHARTS // 4
-"""Pixels that the ground of a chart has at least."""
+"""The minimum number of pixels of a chart's ground."""
 WAITING = ("late", "trickle")
-"""That leave one waiting. Until the end of the wait a silent one is like a late one."""
+"""Behaviours that make the program wait. Until the deadline, "silent" looks the same as "late"."""
 BAD = (*WAITING, "flood", "refuses")
 CHART = (400, 110)
-"""On the ground of the first chart, in its window, where no curve comes to meanwhile."""
+"""A place on the ground of the first chart, in its window, that no curve reaches meanwhile."""
 SOURCE = "Drag source"
 SOURCE_COLOR = (0, 128, 255)
 WINDOW_AT, PREFS_AT, SOURCE_AT = (20, 20), (640, 20), (1000, 600)
@@ -82,7 +82,8 @@ class SelectionsTest(SwayTest):
         wait_until(lambda: self.beeps() > before, "a beep")
 
     def settle(self):
-        """Until the program has handled everything that was sent to it: of two changes the second began after that."""
+        """Waits until the program has handled everything that was sent to it: the second of two changes began after
+        that."""
         self.await_change()
         self.await_change()
 
@@ -92,7 +93,8 @@ class SelectionsTest(SwayTest):
     # Drags.
 
     def drag(self, behaviour, data, forms, name, place, is_asked=True):
-        """From the source to a place of a window of the program, which has answered and has asked for the data."""
+        """Drags from the source to a place of a window of the program, which has answered and has asked for the data.
+        """
         offer = self.source.drag(SOURCE_AT[0] + 80, SOURCE_AT[1] + 50, behaviour, data, *forms)
         x, y = self.on_screen(name, *place)
 
@@ -114,8 +116,8 @@ class SelectionsTest(SwayTest):
         return offer
 
     def await_beep_while_charts_move(self, act):
-        """The program has to show something between an act and its beep. On a machine that is busy with something else
-        it may not come to that within the second, so it is tried again."""
+        """The program must show something between an act and its beep. On a busy machine it may not manage that within
+        the second, so the test tries again."""
         end = time.monotonic() + TIMEOUT
         while True:
             beeps = self.beeps()

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What other programs own or drag on Wayland, given well or badly, pasted and dropped on text fields."""
+"""Selections and drags of other programs on Wayland, with data given correctly or badly, pasted and dropped on text
+fields."""
 
 import signal
 import unittest
@@ -24,11 +25,11 @@ class Fields(SelectionsTest):
         super().setUp()
         self.open_prefs()
         self.click(self.PREFS, TITLE_FIELD)
-        # Nothing is selected: what is so becomes the primary selection, and the toolkit never frees that.
+        # Nothing may be selected: a selection becomes the primary one, and the toolkit never frees that.
         self.press(lambda: self.title_end() < 0, "no title", ("-k", "End") + 20 * ("-k", "BackSpace"))
 
     def title_end(self):
-        """Where the title of the first chart ends, in its window; -1 if there is none."""
+        """Returns where the title of the first chart ends, in its window; -1 if there is none."""
         left, top = self.on_screen("Qel", 4, 52)
         title = self.desktop.picture().crop(left, top, 560, 20)
         columns = [at // 3 % title.width for at in range(0, len(title.data), 3)
@@ -78,7 +79,7 @@ class Fields(SelectionsTest):
                 with self.subTest(behaviour, use=use.__name__):
                     beeps = self.beeps()
                     offer = use(behaviour, b"never")
-                    # What is typed meanwhile is not lost.
+                    # Text typed meanwhile is not lost.
                     before = self.title_end()
                     self.desktop.keys("H")
                     typed += "H"

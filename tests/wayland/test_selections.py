@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What other programs own or drag on Wayland, given well or badly, pasted and dropped on charts and swatches."""
+"""Selections and drags of other programs on Wayland, with data given correctly or badly, pasted and dropped on charts
+and swatches."""
 
 import signal
 import subprocess
@@ -14,7 +15,7 @@ from selections import (BAD, CHART, COLOR, COLOR_FORM, GROUND, OLD_COLOR, OTHER_
 
 class Charts(SelectionsTest):
     def paste(self):
-        """By the menu of a chart."""
+        """Pastes with the menu of a chart."""
         self.open_menu()
         self.press(lambda: not self.shows_menu(), "the menu to close", ("t",))
 
@@ -52,7 +53,7 @@ class Charts(SelectionsTest):
         self.assertLess(self.count(COLOR), GROUND)
 
     def test_go_on_when_the_owner_stands_still(self):
-        """A program of its own, which answers when it goes on."""
+        """A program of its own, which answers when it is continued."""
         file = self.desktop.folder / "color"
         file.write_bytes(color_bytes(COLOR))
         command = ["wl-copy", "--foreground", "--type", COLOR_FORM]
@@ -101,7 +102,7 @@ class Charts(SelectionsTest):
         self.drop_color("good", COLOR)
         self.await_color()
         self.await_beep(0)
-        # The end of the wait comes while something else is over the chart.
+        # The deadline passes while something else is over the chart.
         self.drop_color("silent", OTHER_COLOR)
         offer = self.drag("good", color_bytes(OLD_COLOR), [COLOR_FORM], "Qel", CHART)
         self.await_beep(1)

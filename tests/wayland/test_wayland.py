@@ -9,7 +9,7 @@ from programs import BACKGROUND, MENU, PANEL, SwayTest, WaylandTest, ctrl
 
 
 def first_run(picture, color, length, top=0):
-    """Left, top and length of the first run of this colour that is so long, from row top on."""
+    """Returns left, top and length of the first run of this colour that is that long, from row top on."""
     run = bytes(color) * length
     start = picture.data.find(run, 3 * top * picture.width)
     while start % 3 != 0:
@@ -49,7 +49,7 @@ class OnSway(SwayTest):
         charts = self.desktop.picture()
         self.open_menu()
         left, top, width = first_run(charts, BACKGROUND, 400)
-        # In the middle of the chart that has the keyboard: the charts stand in one column.
+        # In the middle of the chart that has the focus: the charts stand in one column.
         self.assertLess(abs(first_run(self.desktop.picture(), MENU, 100, top)[0] - left - width // 2), 8)
         self.press(lambda: not self.shows_menu(), "the menu to close", ("-k", "Escape"))
         self.assertLess(abs(self.count(PANEL) - plain), 2_000)

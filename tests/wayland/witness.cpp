@@ -8,9 +8,9 @@
 
 #include <cstdlib>
 
-/// Loaded before the toolkit (LD_PRELOAD): writes into the file that QEL_TEST_WITNESS names, in this order, a "!" for
-/// each beep of a program and a "." for each picture that it shows. On Wayland the toolkit has nobody to tell that it
-/// shall sound a bell, so a test hears it in no other way.
+/// Preloaded before the toolkit (LD_PRELOAD): writes to the file that QEL_TEST_WITNESS names, in order, a "!" for each
+/// beep of a program and a "." for each picture that it shows. On Wayland the toolkit cannot ring a bell, so a test has
+/// no other way to notice a beep.
 
 namespace {
 

@@ -29,7 +29,7 @@ protected:
         close(fTold[0]);
     }
 
-    /// Starts the program beside this one; what it says comes through the pipe.
+    /// Starts the program beside this one; its output comes through the pipe.
     void Start(std::vector<std::string> arguments)
     {
         const std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "bound_runner";
@@ -47,7 +47,7 @@ protected:
         close(fTold[1]);
     }
 
-    /// The numbers of so many processes, as they tell them.
+    /// Returns the ids of this many processes, as they print them.
     std::vector<pid_t> Told(size_t count) const
     {
         std::vector<pid_t> numbers;
@@ -64,7 +64,7 @@ protected:
         return numbers;
     }
 
-    /// Waits until something more is told, or nobody is left who could.
+    /// Waits for more output, or until nobody is left who could write any.
     bool IsTold() const
     {
         pollfd more{fTold[0], POLLIN, 0};
@@ -77,7 +77,8 @@ protected:
         return IsTold() && read(fTold[0], &c, 1) == 0;
     }
 
-    /// Kills the runner. @return as waitpid() tells it
+    /// Kills the runner.
+    /// @return the status from waitpid()
     int End()
     {
         int status = 0;
@@ -121,7 +122,7 @@ TEST_F(BoundProcessTest, APartnerWithoutATestGoesOn)
 
 TEST_F(BoundProcessTest, APartnerThatComesAfterTheEndOfItsTestEndsAtOnce)
 {
-    // Its number may be that of another process meanwhile.
+    // Another process may have that id meanwhile.
     for (const std::string& gone : {std::string("99999999 1"), std::to_string(getpid()) + " 1"}) {
         setenv(test::bound::kVariable, gone.c_str(), 1);
         Start({"partner"});

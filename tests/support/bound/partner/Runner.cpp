@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// A test that goes on until it is killed.
+// A test that runs until it is killed.
 //
 //   bound_runner           starts each kind of process that tests start; they start others
 //   bound_runner partner [MORE]
 //                          a program that tests start; it starts one more of its kind for each further argument
 //
-// Each of these processes tells its number on stdout, in a line, when it is ready.
+// Each of these processes prints its id on stdout, in a line, when it is ready.
 
 #include "kits/application/teams/DetachedProcess.h"
 #include "kits/kernel/Errors.h"
