@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-/// What the calling thread takes from the heap by `new` while one lives. Not nested.
+/// Counts the memory that the calling thread allocates by `new` while one lives. Not nested.
 class AllocationCounter {
 public:
     AllocationCounter();
@@ -11,8 +11,8 @@ public:
     AllocationCounter(const AllocationCounter&) = delete;
     AllocationCounter& operator=(const AllocationCounter&) = delete;
 
-    /// How often something was taken.
+    /// Returns the number of allocations.
     size_t Count() const;
-    /// The largest number of bytes that were held at once.
+    /// Returns the largest number of bytes held at once.
     size_t Peak() const;
 };

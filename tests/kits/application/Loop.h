@@ -15,16 +15,16 @@
 
 namespace test {
 
-/// Runs the main thread's loop until the condition holds. False if it does not within half a minute.
+/// Runs the main thread's loop until the condition holds. Returns false if it does not within half a minute.
 bool RunUntil(const std::function<bool()>& condition);
 
-/// Waits for a condition that other threads make true. False if they do not within half a minute.
+/// Waits for a condition that other threads make true. Returns false if they do not within half a minute.
 bool Await(const std::function<bool()>& condition);
 
-/// Waits until the thread waits for a lock or an answer, or is suspended.
+/// Waits until the thread is in this state: it waits for a lock or an answer, or is suspended.
 bool AwaitState(thread_id thread, thread_state state);
 
-/// A thread of the kernel kit that runs a function. Started at once; waited for at the end.
+/// A thread of the kernel kit that runs a function. Starts at once; its destructor waits for its end.
 class KitThread {
 public:
     explicit KitThread(std::function<void()> work);
@@ -42,7 +42,7 @@ private:
     thread_id fId;
 };
 
-/// Notes the codes of the messages it gets, and does with them what it was told to.
+/// Records the codes of its messages, and passes each message to a function.
 class Recorder : public BHandler {
 public:
     explicit Recorder(std::function<void(BMessage*)> work = nullptr)
@@ -58,7 +58,7 @@ private:
     std::function<void(BMessage*)> fWork;
 };
 
-/// The same as a looper. Made with `new` and ended with Quit(), or on the stack and not run.
+/// The same as a looper. Made with `new` and ended with Quit(), or made on the stack and not run.
 class RecordingLooper : public BLooper {
 public:
     explicit RecordingLooper(std::function<void(BMessage*)> work = nullptr)
@@ -78,7 +78,8 @@ private:
     std::function<void(BMessage*)> fWork;
 };
 
-/// A clock that stands still until it is moved; the wall clock goes with it. In place of the machine's while it lives.
+/// A clock that stands still until a test moves it; the wall clock moves with it. Replaces the machine's clock while it
+/// lives.
 class MockClock : public kits::ClockSource {
 public:
     MockClock();

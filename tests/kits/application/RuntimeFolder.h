@@ -5,11 +5,11 @@
 
 namespace test {
 
-/// A runtime folder of the user's that only the test has, in place of the real one while it lives. Other teams are not
-/// found then, but those that the test starts.
+/// A runtime folder of the test's own, which replaces the user's while the object lives. So the test finds no teams but
+/// those that it starts.
 class RuntimeFolder {
 public:
-    /// @param leaf  a folder in it to use instead, to make the path longer; empty for none
+    /// @param leaf  a subfolder to use instead, to make the path longer; empty for none
     explicit RuntimeFolder(const std::string& leaf = "");
     ~RuntimeFolder();
     RuntimeFolder(const RuntimeFolder&) = delete;

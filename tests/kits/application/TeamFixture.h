@@ -17,12 +17,13 @@ namespace test {
 
 inline constexpr const char* kPartnerSignature = "application/x-vnd.test-kits_partner";
 
-/// The path of a program that lies beside this one.
+/// Returns the path of a program beside this one.
 std::string ProgramBeside(const std::string& name);
-/// That of the partner's program.
+/// Returns the path of the partner's program.
 std::string PartnerProgram();
 
-/// Another process with an application object, see partner/Partner.cpp. Killed at the end if it has not ended by then.
+/// Another process with an application object, see partner/Partner.cpp. The destructor kills it if it has not ended by
+/// then.
 class Partner {
 public:
     /// @param mode     hidden, listed, single or starting; the second argument of other programs
@@ -34,11 +35,12 @@ public:
     Partner& operator=(const Partner&) = delete;
 
     pid_t Process() const { return fProcess; }
-    /// Its application. Waits until it can be found.
+    /// Waits until the partner's application can be found, and returns it.
     BMessenger Application() const;
-    /// Returns when all threads stand still, if the signal is SIGSTOP.
+    /// Sends a signal. After SIGSTOP, returns when all threads stand still.
     void Signal(int number) const;
-    /// Waits for its end. @return what it returned, or minus the signal that ended it
+    /// Waits for its end.
+    /// @return its exit status, or minus the signal that ended it
     int Await();
 
 private:
@@ -52,10 +54,10 @@ protected:
     TeamTest();
     ~TeamTest() override;
 
-    /// Sends and waits for the answer; an empty message of code 'fail' if there was none.
+    /// Sends and waits for the reply; returns an empty message of code 'fail' if there was none.
     static BMessage Ask(const BMessenger& messenger, const BMessage& message);
     static BMessage Ask(const BMessenger& messenger, uint32 code) { return Ask(messenger, BMessage(code)); }
-    /// One of the numbers that the partner tells of itself.
+    /// Returns a number that the partner reports about itself.
     static int32 AskNumber(const BMessenger& messenger, const char* name);
 
     RuntimeFolder fRuntime;

@@ -19,7 +19,7 @@
 #include <thread>
 #include <vector>
 
-/// A window that keeps the messages it gets.
+/// A window that keeps its messages.
 class ListeningWindow : public BWindow {
 public:
     explicit ListeningWindow(BRect frame)
@@ -38,7 +38,7 @@ public:
     std::vector<BMessage> heard;
 };
 
-/// A shown window with a page in it, for tests of controls. Codes below 1000 are heard.
+/// A shown window with a page in it, for tests of controls. Records codes below 1000.
 class WidgetTest : public testing::Test {
 protected:
     WidgetTest()
@@ -67,7 +67,7 @@ protected:
         test::Turn();
     }
 
-    /// The codes that came since the last call.
+    /// Returns the codes since the last call.
     std::vector<uint32> Heard()
     {
         test::Turn();
@@ -93,7 +93,7 @@ protected:
         other.join();
     }
 
-    /// What takes the keys in a control.
+    /// Returns the widget in a control that takes the keys.
     static QWidget* FocusOf(const BView* view)
     {
         QWidget* widget = kits::ViewWidget(view);

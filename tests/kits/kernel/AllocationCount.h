@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// How often the calling thread has allocated memory by `new` so far.
+/// Returns how often the calling thread has allocated memory by `new` so far.
 [[nodiscard]] long long CountAllocations();

@@ -9,7 +9,7 @@
 #include <thread>
 #include <utility>
 
-/// Waits until the condition is true, however slow the machine; false only after a minute.
+/// Waits until the condition is true, however slow the machine; returns false only after a minute.
 template <class Condition> bool Await(Condition condition)
 {
     using namespace std::chrono;
@@ -21,7 +21,7 @@ template <class Condition> bool Await(Condition condition)
     return true;
 }
 
-/// A new thread of the kit that runs a lambda; killed at the end if it still lives.
+/// A new thread of the kit that runs a lambda; its destructor kills it if it still lives.
 class TestThread {
 public:
     explicit TestThread(std::function<int32()> work, const char* name = "test", int32 priority = B_NORMAL_PRIORITY)

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-/// The folder of a machine that is recorded with the tests.
+/// Returns the folder of a machine that is recorded with the tests.
 std::filesystem::path MachineFolder(const std::string& name);
 
-/// A machine in a folder of its own, which a test may change; removed at the end.
+/// A machine in a folder of its own, which a test may change; the destructor removes it.
 class RecordedMachine {
 public:
-    /// A copy of one that is recorded with the tests.
+    /// Copies a machine that is recorded with the tests.
     explicit RecordedMachine(const std::string& name);
-    /// One with so many processors and nothing else.
+    /// Makes a machine with this many processors and nothing else.
     explicit RecordedMachine(int processors);
     ~RecordedMachine();
     RecordedMachine(const RecordedMachine&) = delete;
@@ -25,7 +25,7 @@ public:
     void Write(const std::string& name, const std::string& text) const;
     [[nodiscard]] std::string Text(const std::string& name) const;
     void Remove(const std::string& name) const;
-    /// The same with one text in place of another.
+    /// Replaces one text in a file by another, in place.
     void Replace(const std::string& name, const std::string& from, const std::string& to) const;
 
     /// Writes `proc/stat` with the user time of each processor, in ticks; negative for one that is offline.

@@ -14,7 +14,7 @@ void* Item(int index)
     return &sValues[index];
 }
 
-/// The items of the list by their numbers.
+/// Returns the numbers of the list's items.
 std::vector<int> Numbers(const BList& list)
 {
     std::vector<int> numbers;

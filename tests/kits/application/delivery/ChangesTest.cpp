@@ -24,13 +24,13 @@ protected:
     }
     ~ChangesTest() override { fLooper->Quit(); }
 
-    /// Whether anything counted since the last call.
+    /// Returns whether anything counted since the last call.
     bool HasChanged()
     {
         const uint64 count = EventLoop::CountChanges();
         return std::exchange(fCount, count) != count;
     }
-    /// Whether what was posted counts when it is handled, and not before.
+    /// Returns whether posted messages count when they are handled; they must not count before.
     bool Counts()
     {
         EXPECT_FALSE(HasChanged());
@@ -97,11 +97,11 @@ TEST_F(ChangesTest, SaysSoOfItselfAlone)
     EXPECT_TRUE(Counts());
     Post(kPlain);
     EXPECT_TRUE(Counts());
-    // Outside of everything it says nothing.
+    // Outside of a handler, the call has no effect.
     EventLoop::NoteUnchanged();
     Post(kPlain);
     EXPECT_TRUE(Counts());
-    // What is handled inside counts on its own.
+    // A message that is handled inside a handler counts by itself.
     fWork = [this] {
         Post(kPlain);
         EventLoop::RunDue();
@@ -149,14 +149,14 @@ TEST_F(ChangesTest, AnotherThreadCountsWhenItHasTheLock)
     test::KitThread([] { const kits::InterfaceLocker locker; }).Join();
     kits::InterfaceLock::Get().Restore(depth);
     EXPECT_TRUE(HasChanged());
-    // The main thread takes it for everything.
+    // The main thread's own release and retake do not count.
     kits::InterfaceLock::Get().Restore(kits::InterfaceLock::Get().ReleaseAll());
     EXPECT_FALSE(HasChanged());
 }
 
 TEST_F(ChangesTest, CountsWhatIsDoneAfterALoopInside)
 {
-    // Who looks in a loop inside something can't know whether that is over.
+    // Code in a nested loop cannot know whether the outer handler has finished its changes.
     int changes = 0;
     fWork = [&] {
         fWork = [&] {

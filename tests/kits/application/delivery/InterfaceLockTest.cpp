@@ -112,7 +112,7 @@ TEST_F(InterfaceLockTest, ComesToWhoWaitsThoughItIsTakenBackAtOnce)
     while (!had && rounds < 100) {
         ++rounds;
         Lock().Restore(Lock().ReleaseAll());
-        // Whoever only looks now and then whether it is free does not come by.
+        // A thread that only polled the lock now and then would never get it.
         snooze(1000);
     }
     EXPECT_LT(rounds, 100);

@@ -31,7 +31,7 @@ protected:
         EXPECT_EQ(kits::EventLoop::CountUnlockedEvents(), fUnlocked);
     }
 
-    /// Handles everything that is there.
+    /// Handles all waiting messages.
     void Drain()
     {
         bool isDone = false;
@@ -153,7 +153,7 @@ TEST_F(LooperTest, LetsTheNewestReplaceTheOneThatWaits)
     post(3, 13, &handler);
     for (int32 i = 0; i < 2 * BLooper::kQueueCapacity; ++i)
         post(1, 1000 + i, &handler);
-    // What is not so marked neither replaces nor is replaced.
+    // Messages without this mark neither replace others nor are replaced.
     EXPECT_EQ(fLooper->PostMessage(1, &handler), B_OK);
     EXPECT_EQ(fLooper->CountMessages(), 5);
     Drain();
@@ -253,7 +253,7 @@ TEST_F(LooperTest, DropsMessagesForHandlersThatLeftOrWent)
     gone = nullptr;
     EXPECT_EQ(fLooper->CountMessages(), 3);
     fLooper->RemoveHandler(&left);
-    // One that comes back before its message is reached gets it, as a page does that is taken out and put in again.
+    // A handler that returns before its message is reached gets it, as a page does that is taken out and put in again.
     fLooper->RemoveHandler(&back);
     fLooper->AddHandler(&back);
     Drain();
@@ -343,7 +343,7 @@ TEST_F(LooperTest, QuitsAfterTheMessageThatAskedForIt)
         fLooper->Quit();
         fLooper->Quit();
         EXPECT_FALSE(destroyed);
-        // From now on it is gone for everyone.
+        // From now on it is gone for everybody.
         EXPECT_FALSE(messenger.IsValid());
         EXPECT_EQ(messenger.SendMessage(1), B_BAD_HANDLER);
         EXPECT_EQ(fLooper->PostMessage(1), B_BAD_HANDLER);
@@ -368,7 +368,7 @@ TEST_F(LooperTest, IsAskedBeforeItQuits)
     Drain();
     EXPECT_EQ(fLooper->codes, Codes{B_QUIT_REQUESTED});
     EXPECT_FALSE(destroyed);
-    // To one of its handlers it is a message like all others.
+    // One of its handlers gets it as any other message.
     Recorder handler;
     fLooper->AddHandler(&handler);
     fLooper->PostMessage(B_QUIT_REQUESTED, &handler);
@@ -499,7 +499,7 @@ TEST_F(LooperTest, TakesASampleWithTwoAllocations)
         Drain();
     }
     EXPECT_EQ(handler.codes.size(), kRounds);
-    // Now and then the queue needs a further piece.
+    // Now and then the queue allocates another block.
     EXPECT_LE(count, 2 * 2 * kRounds + kRounds / 10);
 }
 
@@ -508,7 +508,7 @@ TEST_F(LooperTest, SurvivesThreadsThatPostLockAndLoseIt)
     constexpr int kRounds = 200;
     std::atomic<int64> handled = 0;
     std::atomic<bool> ends = false;
-    // Messengers that come and go under the threads; guarded by the mutex.
+    // Messengers that change under the threads; guarded by the mutex.
     std::mutex mutex;
     BMessenger toHandler, toLooper;
 
@@ -532,7 +532,7 @@ TEST_F(LooperTest, SurvivesThreadsThatPostLockAndLoseIt)
                 if (handler.LockTarget()) {
                     BLooper* owner = nullptr;
                     BHandler* target = handler.Target(&owner);
-                    // Whoever has the lock finds both alive.
+                    // A thread with the lock finds both alive.
                     EXPECT_NE(target, nullptr);
                     EXPECT_EQ(target->Looper(), owner);
                     owner->Unlock();

@@ -105,7 +105,7 @@ TEST(NestedLoop, IsToldToEndBeforeWhatDestroysRuns)
             EventLoop::RunDue();
         }
         EventLoop::RunDue();
-        // One that is begun on the way out is told too.
+        // A loop that begins on the way out is cancelled too.
         NestedLoop late([&order] { order += "late "; });
         EventLoop::RunDue();
         EXPECT_TRUE(late.WasCanceled());
@@ -118,7 +118,7 @@ TEST(NestedLoop, IsToldToEndBeforeWhatDestroysRuns)
 
 TEST(NestedLoop, IsWokenToHearOfIt)
 {
-    // A real loop, blocked, with no other reason to wake.
+    // A real loop that blocks, with no other reason to wake.
     int state = 0;
     kits::RunOnMainThread([&state] {
         kits::RunAtOutermostLoop([&state] {
@@ -178,7 +178,7 @@ TEST(LeftOverActions, RunOnceAndNotThoseThatTheyCause)
     EXPECT_EQ(countSoon, 1);
     EXPECT_EQ(countOutermost, 1);
     EXPECT_TRUE(kits::HasActionsToRun());
-    // They cause nothing more now, but for what waits already.
+    // From now on they queue nothing new; only waiting actions are left.
     soon = outermost = [] {};
     for (int rounds = 0; rounds < 3; ++rounds)
         kits::RunLeftOverActions();

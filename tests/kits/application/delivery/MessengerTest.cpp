@@ -20,8 +20,8 @@ using Codes = std::vector<uint32>;
 
 namespace {
 
-/// A handler that answers: 1 with 101, 2 not at all, 3 with a question of its own, 5 with 105 if it still can. It
-/// keeps 4.
+/// A handler that answers code 1 with 101, code 2 not at all, code 3 with a question of its own, and code 5 with 105 if
+/// it still can. It keeps a message of code 4.
 class MessengerTest : public testing::Test {
 protected:
     MessengerTest()
@@ -36,7 +36,7 @@ protected:
         fLooper->Quit();
     }
 
-    /// Sends and waits on another thread while the main thread runs its loop.
+    /// Sends on another thread and waits for the reply, while the main thread runs its loop.
     status_t Ask(const BMessenger& messenger, uint32 code, BMessage* reply, bigtime_t timeout = B_INFINITE_TIMEOUT)
     {
         std::atomic<bool> isDone = false;
@@ -175,7 +175,7 @@ TEST_F(MessengerTest, SendsAnswersToTheHandlerNamed)
     EXPECT_TRUE(test::RunUntil([this] { return fHandler.codes.size() == 6; }));
     EXPECT_EQ(fHandler.codes, (Codes{1, 2, 3, 1, 1, 6}));
     EXPECT_TRUE(test::RunUntil([&asker] { return asker.codes.size() == 7; }));
-    // Nobody waits, so each of its answers is sent; the second one of each 1 is there too.
+    // Nobody waits, so all its answers are sent, including the second answer to each 1.
     EXPECT_EQ(asker.codes, (Codes{101, 102, 103, 101, 102, 101, 102}));
 }
 
@@ -227,7 +227,7 @@ TEST_F(MessengerTest, IsAnsweredWhenTheMessageIsDeletedUnanswered)
     BMessage reply;
     EXPECT_EQ(Ask(BMessenger(&fHandler), 2, &reply), B_OK);
     EXPECT_EQ(reply.what, uint32(B_NO_REPLY));
-    // A copy has no duty to answer, and no right.
+    // A copy has neither the duty nor the right to answer.
     Recorder copier([](BMessage* message) {
         BMessage copy(*message);
         EXPECT_FALSE(copy.IsSourceWaiting());
@@ -240,7 +240,7 @@ TEST_F(MessengerTest, IsAnsweredWhenTheMessageIsDeletedUnanswered)
     fLooper->AddHandler(&copier);
     EXPECT_EQ(Ask(BMessenger(&copier), 1, &reply), B_OK);
     EXPECT_EQ(reply.what, 6u);
-    // The duty goes with a move, and is done before it is forgotten.
+    // A move takes the duty along, and overwriting the message fulfils it.
     Recorder mover([](BMessage* message) {
         BMessage taken(std::move(*message));
         EXPECT_FALSE(message->IsSourceWaiting());
@@ -269,7 +269,7 @@ TEST_F(MessengerTest, IsAnsweredWhenTheTargetGoesBeforeTheMessage)
     reply.what = 0;
     ask(BMessenger(looper), &reply, [looper] { looper->Quit(); });
     EXPECT_EQ(reply.what, uint32(B_NO_REPLY));
-    // Neither is it forgotten when a newer one takes its place.
+    // Nor is it forgotten when a newer message replaces it.
     BMessage newest(7), second;
     newest.SetNewestWins(true);
     reply.what = 0;
@@ -345,7 +345,7 @@ TEST_F(MessengerTest, IsAnsweredOnTheMainThreadToo)
     BMessage reply;
     EXPECT_EQ(BMessenger(&fHandler).SendMessage(1, &reply), B_OK);
     EXPECT_EQ(reply.what, 101u);
-    // What was posted before came before, for all loopers; the lock is as it was.
+    // Messages posted before, to any looper, were handled before; the lock is in its previous state.
     EXPECT_EQ(other->codes, Codes{7});
     EXPECT_EQ(fHandler.codes, (Codes{8, 1}));
     EXPECT_FALSE(InterfaceLock::Get().IsHeld());
@@ -400,7 +400,7 @@ TEST_F(MessengerTest, GivesUpWaitingOnTheMainThread)
     EXPECT_EQ(BMessenger(&fHandler).SendMessage(&message, &reply, 0, 1000), B_TIMED_OUT);
     EXPECT_EQ(fKept->SendReply(5), B_BAD_REPLY);
     EXPECT_EQ(BMessenger(&fHandler).SendMessage(&message, &reply, 0, 0), B_WOULD_BLOCK);
-    // What destroys something ends the wait: it could otherwise be destroyed under the one who waits.
+    // Destroying something ends the wait: otherwise the waiting code's own object could be destroyed.
     bool isDestroyed = false;
     kits::RunOnMainThread([&isDestroyed] { kits::RunAtOutermostLoop([&isDestroyed] { isDestroyed = true; }); });
     EXPECT_EQ(BMessenger(&fHandler).SendMessage(&message, &reply), B_CANCELED);

@@ -16,7 +16,7 @@ namespace {
 constexpr kits::team_address kFirst = 1, kSecond = 2, kThird = 3;
 constexpr auto kAny = Resource::kIncomplete;
 
-/// Ten of each for a process, fifteen for all, and three in any case.
+/// Limits: ten of each for a process, fifteen for all processes, and a guaranteed share of three.
 class PeerAccountsTest : public testing::Test {
 protected:
     static PeerAccounts::Table Table()
@@ -81,7 +81,7 @@ TEST_F(PeerAccountsTest, GiveEveryoneAShareInAnyCase)
     EXPECT_TRUE(third.Resize(3));
     EXPECT_FALSE(third.Resize(4));
     EXPECT_EQ(fAccounts.UsedByAll(kAny), 18u);
-    // Above it the limit of all counts, however it was passed.
+    // Above its share, a process is bound by the common limit, however far shares have exceeded that.
     EXPECT_TRUE(first.Resize(9));
     EXPECT_FALSE(first.Resize(10));
     EXPECT_EQ(fAccounts.Room(kFirst, kAny), 0u);
@@ -100,7 +100,7 @@ TEST_F(PeerAccountsTest, SayOnceThatThereIsRoomAgainToWhoFoundNone)
     EXPECT_EQ(fCountRoom, 1);
     EXPECT_TRUE(claim.Resize(3));
     EXPECT_EQ(fCountRoom, 1);
-    // To ask is enough.
+    // Asking for room counts as finding none.
     EXPECT_TRUE(fAccounts.HasRoom(kFirst, kAny, 7));
     EXPECT_TRUE(claim.Resize(2));
     EXPECT_EQ(fCountRoom, 1);
@@ -179,9 +179,9 @@ TEST(PeerAccounts, HaveTheLimitsOfTheTable)
 
 TEST(PeerAccounts, LeaveRoomForTheLongestFrame)
 {
-    // A whole one and the beginning of the next.
+    // A whole frame and the beginning of the next.
     EXPECT_GE(bounds::kMostIncompleteOfAProcess, bounds::kMostFrame + 4 + bounds::kMostReadOfAFrame);
     EXPECT_GE(bounds::kMostUnsentOfAProcess, 2 * bounds::kMostFrame);
-    // What all others leave to one that claims a share of each is enough for a sample.
+    // Even if all others claim everything, a process's guaranteed share is enough for a sample.
     EXPECT_GE(bounds::kShareOfBytes, 8 * bounds::kKiB);
 }

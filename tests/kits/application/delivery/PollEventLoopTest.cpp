@@ -65,7 +65,7 @@ TEST(PollEventLoop, RunsUntilItIsToldToQuit)
     Loop().Run();
     EXPECT_EQ(count, 3);
     EXPECT_FALSE(InterfaceLock::Get().IsHeld());
-    // Without a Run under way it means nothing, to a later one neither.
+    // Outside of Run() it has no effect, not even on a later one.
     Loop().Quit();
     kits::RunOnMainThread([&count] {
         ++count;
@@ -80,7 +80,7 @@ TEST(PollEventLoop, IsWokenByAnotherThread)
     std::thread thread;
     kits::RunOnMainThread([&thread] {
         thread = std::thread([] {
-            // The main thread has the lock while it runs anything, and gives it up when it waits.
+            // The main thread has the lock while it runs anything, and releases it when it waits.
             EXPECT_EQ(InterfaceLock::Get().Lock(), B_OK);
             InterfaceLock::Get().Unlock();
             kits::RunOnMainThread([] { Loop().Quit(); });

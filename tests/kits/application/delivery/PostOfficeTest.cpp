@@ -20,12 +20,13 @@ constexpr team_address kFirst = 10;
 constexpr team_address kSecond = 20;
 constexpr bigtime_t kLongest = kits::bounds::kLongestOfAProcess;
 
-/// A looper whose messages take half of what a process may take in a turn, unless told otherwise.
+/// A looper each of whose messages takes half of the time that a process may take in a turn, unless a test changes
+/// that.
 class PostOfficeTest : public testing::Test {
 protected:
     PostOfficeTest()
     {
-        // What tests before this one have left has its time.
+        // Pays off the time that earlier tests have used.
         for (int turn = 0; turn < 8; ++turn)
             Turn();
         fLooper->Run();
@@ -46,7 +47,7 @@ protected:
         EXPECT_EQ(office.Post(fLooper->Token(), message, work != nullptr ? &work : nullptr), B_OK);
     }
 
-    /// One turn's messages.
+    /// Returns the messages of one turn.
     Codes Turn()
     {
         fLooper->codes.clear();

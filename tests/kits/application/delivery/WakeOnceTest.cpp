@@ -17,7 +17,7 @@ bool IsAwake()
     return poll(&descriptor, 1, 0) == 1;
 }
 
-/// Everything done that there is to do.
+/// Does everything that waits to be done.
 void Settle()
 {
     while (IsAwake())

@@ -61,7 +61,7 @@ TEST_F(WakeSetTest, IsReadableAsLongAsWhatWasAddedIs)
     ASSERT_TRUE(WakeSet::Add(second.Get(), kSecond));
     WakeSet::Wake();
     EXPECT_EQ(Clear().size(), 2u);
-    // With little room everyone has a turn.
+    // With little room, everybody gets a turn.
     const std::vector<WakeSet::Number> one = Clear(1), other = Clear(1);
     ASSERT_EQ(one.size(), 1u);
     ASSERT_EQ(other.size(), 1u);

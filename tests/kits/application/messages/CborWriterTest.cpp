@@ -10,7 +10,7 @@ using kits::CborWriter;
 
 namespace {
 
-/// In hexadecimal.
+/// Returns the written bytes in hexadecimal.
 std::string Written(const std::function<void(CborWriter&)>& write)
 {
     std::string bytes, text;

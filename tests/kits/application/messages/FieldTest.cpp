@@ -14,7 +14,7 @@ using kits::Outside;
 
 namespace {
 
-/// A flattened number, of more than two bytes when somebody wrote them.
+/// A flattened number; may have more than two bytes.
 class Plate : public BFlattenable {
 public:
     float size = 7;

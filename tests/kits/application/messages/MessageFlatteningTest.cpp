@@ -35,7 +35,7 @@ std::string Hex(std::string_view bytes)
     return text;
 }
 
-/// One field of every type that can be written, with the ends of its range.
+/// Returns a message with one field of every type that can be written, with the ends of its range.
 BMessage FullMessage()
 {
     BMessage message('full');
@@ -85,7 +85,7 @@ BMessage FullMessage()
     return message;
 }
 
-/// A message in a message and so on.
+/// Returns a message in a message, and so on.
 BMessage Nested(int32 depth)
 {
     BMessage message(static_cast<uint32>(depth));
@@ -318,7 +318,7 @@ TEST(MessageFlattening, WritesNothingThatCouldNotBeRead)
     EXPECT_EQ(values.Flatten(&stream), B_BAD_VALUE);
     EXPECT_EQ(stream.BufferLength(), 0u);
 
-    // What the bytes around one string take.
+    // The size of everything except the string.
     BMessage big;
     big.AddString("s", std::string(100000, 'x'));
     const size_t frame = static_cast<size_t>(big.FlattenedSize()) - 100000;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What anybody may send, drop or leave in a file.
+// Messages that anybody may send, drop or leave in a file.
 
 #include "kits/application/Message.h"
 #include "kits/application/messages/Crc32.h"
@@ -17,7 +17,7 @@
 
 namespace {
 
-// The parts of CBOR, each as short as it can be, or with the number of length bytes asked for.
+// The parts of CBOR, each as short as possible, or with the given number of length bytes.
 
 std::string Head(int major, uint64 value, int bytes = -1)
 {
@@ -60,26 +60,26 @@ std::string Body(const std::string& fields)
     return Map(2) + Text("what") + Number(5) + Text("fields") + fields;
 }
 
-/// A message of one field "f".
+/// Returns a message with one field "f".
 std::string Field(const std::string& type, const std::string& values, uint64 count = 1)
 {
     return Body(Map(1) + Text("f") + Array(count + 1) + Text(type) + values);
 }
 
-/// Puts the head and a right checksum around a map.
+/// Puts the head and a correct checksum around a map.
 std::string Message(const std::string& map)
 {
     const std::string checksum = Head(0, kits::Crc32(map), 4);
     return "\xD9\xD9\xF7\x83" + Head(0, map.size() + checksum.size(), 4) + map + checksum;
 }
 
-/// Reads; a refusal must leave the message as it was.
+/// Reads the bytes; a refusal must leave the message unchanged.
 status_t Read(const std::string& flat, BMessage* result = nullptr)
 {
     BMessage message('keep');
     message.AddInt32("kept", 42);
     const BMessage before(message);
-    // Not at the end of a larger piece: a byte too far is then seen.
+    // An exact copy, so that a sanitizer sees a byte too far.
     std::vector<char> bytes(flat.begin(), flat.end());
     const status_t status = message.Unflatten(bytes.empty() ? "" : bytes.data(), static_cast<ssize_t>(bytes.size()));
     if (status != B_OK)
@@ -118,7 +118,7 @@ std::string FlatSample()
     return flat;
 }
 
-/// The map of a flattened message, without head and checksum.
+/// Returns the map of a flattened message, without head and checksum.
 std::string MapOf(const std::string& flat)
 {
     return flat.substr(kits::kMessageHeadSize, flat.size() - kits::kMessageHeadSize - 5);
@@ -248,7 +248,7 @@ TEST(HostileMessage, HasNumbersOutOfTheirRange)
     const struct {
         const char* type;
         uint64 largest;
-        uint64 smallest; ///< as CBOR has it: 0 is -1
+        uint64 smallest; ///< in CBOR's encoding: 0 means -1
         bool isSigned;
     } types[] = {{"BYTE", 127, 127, true},
                  {"SHRT", 32767, 32767, true},
@@ -322,7 +322,7 @@ TEST(HostileMessage, IsRefusedBeyondTheLimits)
     };
     EXPECT_EQ(Read(values(BMessage::kMaxValues)), B_OK);
     EXPECT_EQ(Read(values(BMessage::kMaxValues + 1)), B_BAD_VALUE);
-    // Pointers are dropped, but not for nothing.
+    // Pointers are dropped, but they count.
     const auto pointers = [](int32 count) {
         return Message(Field("PNTR", std::string(static_cast<size_t>(count), '\1'), static_cast<uint64>(count)));
     };
@@ -407,7 +407,7 @@ TEST(HostileMessage, TakesAFewTimesItsSizeAtMost)
     };
     constexpr size_t kBeyond = 12 * 1024 * 1024;
 
-    // As much as can be had for one byte each: numbers, empty strings, empty messages, short fields.
+    // As many as one byte each can produce: numbers, empty strings, empty messages, short fields.
     const uint64 most = BMessage::kMaxValues;
     const std::string numbers = Message(Field("LLNG", std::string(most, '\1'), most));
     EXPECT_LT(peakOf(numbers), 4 * numbers.size() + kBeyond);
@@ -424,7 +424,7 @@ TEST(HostileMessage, TakesAFewTimesItsSizeAtMost)
     fields = Message(Body(fields));
     EXPECT_LT(peakOf(fields), 4 * fields.size() + kBeyond);
 
-    // And as little for as much as there may be.
+    // And as few as possible for the largest allowed size.
     const std::string big = Message(Field("RAWT", Bytes(std::string(BMessage::kMaxFlattenedSize - 100, 'x'))));
     EXPECT_LT(peakOf(big), 3 * big.size());
     const std::string halves = std::string(BMessage::kMaxFlattenedSize / 2 - 100, 'x');

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Four bytes that know what they are.
+/// Four bytes with a type of their own.
 class Stamp : public BFlattenable {
 public:
     explicit Stamp(uint32 number = 0)
@@ -44,7 +44,7 @@ public:
     uint32 value;
 };
 
-/// What can be done with every type, under one name.
+/// Gives the functions of each type the same names.
 #define MESSAGE_VALUE(Name, Type, kFirst, kSecond)                                                                     \
     struct Name##Values {                                                                                              \
         using Value = Type;                                                                                            \
@@ -261,7 +261,7 @@ std::string DataIn(const BMessage& message, const char* name, int32 index)
     return {static_cast<const char*>(data), static_cast<size_t>(size)};
 }
 
-/// As it comes back from its bytes.
+/// Returns the message after a round trip through its bytes.
 BMessage Reread(const BMessage& message)
 {
     std::string flat(static_cast<size_t>(message.FlattenedSize()), '\0');

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The functions of the application kit that need few words: tokens, checksums, texts, archives.
+// Small functions of the application kit: tokens, checksums, texts, archives.
 
 #include "kits/application/Archivable.h"
 #include "kits/application/Handler.h"

@@ -15,7 +15,7 @@ namespace {
 
 using namespace kits;
 
-/// A process of its own that does nothing until it is killed.
+/// Starts a process that does nothing until it is killed.
 pid_t StartProcess()
 {
     const pid_t process = fork();
@@ -54,7 +54,7 @@ TEST(TokenTest, AProcessThatIsGoneIsNoTeam)
     EXPECT_EQ(TeamOfProcess(process), 0u);
 }
 
-/// What the system tells of a process cannot be read any more when the process has gone since the file was opened.
+/// The file about a process cannot be read any more if the process has gone since the file was opened.
 TEST(TokenTest, AProcessMayGoWhileItIsLookedAt)
 {
     for (int i = 0; i < 300; ++i) {

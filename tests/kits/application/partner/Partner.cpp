@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// An application for the tests about teams: does what the messages that it gets say.
+// An application for the tests about teams: does what its messages say.
 //
 //   kits_partner [SIGNATURE [hidden|listed|single|starting]]
 //
-// A starting one is listed and does not run: it waits for a signal.
+// In the mode "starting" it is listed and does not run: it waits for a signal.
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
@@ -64,7 +64,7 @@ public:
             break;
         }
         case 'nap!': {
-            // Is known to have begun when the answer comes.
+            // The answer tells the sender that it has begun.
             int64 time = 0;
             message->FindInt64("time", &time);
             message->SendReply('repl');
@@ -161,7 +161,7 @@ private:
     static void Hang(bigtime_t time) { std::this_thread::sleep_for(std::chrono::microseconds(time)); }
 
     std::string fLog;
-    bigtime_t fLongEnd = 0; ///< it takes so long to quit
+    bigtime_t fLongEnd = 0; ///< the time that quitting takes
     int32 fCountTicks = 0;
     int32 fNumber = -1;
     BMessenger fMessenger;

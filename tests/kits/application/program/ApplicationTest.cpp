@@ -22,7 +22,7 @@ using test::RecordingLooper;
 
 namespace {
 
-/// Writes down what it is asked, and quits when told "quit" in a message of code 9.
+/// Logs its hooks, and quits on "quit" in a message of code 9.
 class TestApplication : public BApplication {
 public:
     TestApplication()
@@ -220,7 +220,7 @@ TEST(Application, PulsesAtItsRate)
     EXPECT_EQ(app.PulseRate(), 0);
     app.SetPulseRate(600000000);
     EXPECT_EQ(app.PulseRate(), 600000000);
-    // Not before it is ready, though time passes in a loop that runs before.
+    // No pulse comes before it is ready, though time passes in a loop that runs earlier.
     clock.now += 700000000;
     kits::EventLoop::RunDue();
     EXPECT_EQ(app.log, "");
@@ -247,7 +247,7 @@ TEST(Application, QuitsOnSignals)
         app.atReady = [number] { std::thread([number] { kill(getpid(), number); }).detach(); };
         app.Run();
         EXPECT_EQ(app.log, "ready quit? ");
-        // What is written at the end is written.
+        // After the loop, a signal no longer interrupts the writes at the end.
         kill(getpid(), number);
     }
 }
@@ -257,7 +257,7 @@ TEST(Application, TakesSignalsToQuitWithItsMainThreadAlone)
     TestApplication app;
     app.quitAnswers = {true};
     std::atomic<bool> isOver = false;
-    // As the toolkit makes them.
+    // Started as the toolkit starts its threads.
     std::thread other([&isOver] {
         EXPECT_TRUE(test::Await([] {
             sigset_t blocked;

@@ -11,7 +11,7 @@ using Result = kits::FrameReader::Result;
 
 namespace {
 
-/// The content of the one frame in these bytes.
+/// Returns the content of the only frame in these bytes.
 std::string ContentOf(const std::string& frame, FrameKind expected)
 {
     FrameReader reader;

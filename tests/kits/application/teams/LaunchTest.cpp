@@ -22,7 +22,7 @@ namespace {
 
 constexpr const char* kSignature = test::kPartnerSignature;
 
-/// Applications that the roster starts are not children of this process: ended by a message.
+/// Applications that the roster starts are no children of this process, so a message ends them.
 class LaunchTest : public test::TeamTest {
 protected:
     ~LaunchTest() override
@@ -82,7 +82,7 @@ TEST_F(LaunchTest, StartsAnApplicationWithAMessage)
     EXPECT_EQ(team, be_roster->TeamFor(kSignature));
     const BMessenger application(kSignature);
     EXPECT_EQ(LogOf(application), "launched ready ");
-    // A second time it gets the message as any other.
+    // The second time, it gets the message as any other.
     team = -1;
     EXPECT_EQ(be_roster->Launch(kSignature, &message, &team), B_ALREADY_RUNNING);
     EXPECT_EQ(team, application.Team());
@@ -112,7 +112,7 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
     const BMessenger application = first.Application();
     EXPECT_EQ(Partner(kSignature, "single").Await(), 0);
     EXPECT_EQ(LogOf(application), "ready again ");
-    // The dead do not keep it from starting.
+    // A dead application does not prevent the next start.
     first.Signal(SIGKILL);
     first.Await();
     Partner second(kSignature, "single");
@@ -130,7 +130,7 @@ TEST_F(LaunchTest, LeavesOneOfASingleApplication)
 
 TEST_F(LaunchTest, OfASingleApplicationStartsWhenTheOneBeforeIsAskedToQuitAndHasNotNoticed)
 {
-    // What comes meanwhile waits until it looks again.
+    // Other starts wait until it looks at its messages again.
     BMessage nap('nap!');
     nap.AddInt64("time", 700000);
     for (const bool bySignal : {true, false}) {
@@ -196,9 +196,9 @@ TEST(Launch, OfASingleApplicationWaitsForTheEndOfTheProcessBefore)
         EXPECT_FALSE(be_roster->IsRunning(kOwn));
         EXPECT_EQ(lock.Take(folder, kOwn, 0), B_TIMED_OUT);
     }
-    // What a program writes at its end it writes without its application.
+    // At its end, a program still writes files without its application object.
     EXPECT_EQ(lock.Take(folder, kOwn, 0), B_TIMED_OUT);
-    // In the same process nobody waits for its end.
+    // Within the same process nobody waits for its end.
     BApplication next(kOwn, nullptr, kits::Presence::kSingle);
     EXPECT_EQ(next.InitCheck(), B_OK);
     EXPECT_TRUE(be_roster->IsRunning(kOwn));
@@ -210,7 +210,7 @@ TEST_F(LaunchTest, SaysWhenItCannotBe)
     EXPECT_EQ(be_roster->Launch("no signature"), B_BAD_VALUE);
     EXPECT_EQ(be_roster->Launch("application/nothing"), B_LAUNCH_FAILED);
     EXPECT_EQ(be_roster->Launch("application/x-vnd.test-nowhere_to_be_found"), B_LAUNCH_FAILED);
-    // One that ends before it can be found.
+    // A program that ends before it can be found.
     EXPECT_EQ(be_roster->Launch("application/x-vnd.test-true"), B_LAUNCH_FAILED);
 }
 
@@ -242,7 +242,7 @@ TEST_F(LaunchTest, CanBeKilledWhileItWaits)
 
 TEST_F(LaunchTest, TakesNoGrantThatIsNone)
 {
-    // A number that some other file of this process has, and nonsense.
+    // The number of another file of this process, and nonsense.
     for (const char* text : {"0,1", "-1,-1", "1,0", "x", "", "99999,99998"}) {
         setenv("KITS_LAUNCH", text, 1);
         Partner partner(kSignature, "single");

@@ -8,7 +8,7 @@ using kits::ReadShift;
 
 namespace {
 
-/// Whether the timer has gone off by then.
+/// Returns whether the timer goes off within that time.
 bool IsReadable(const ReadShift& shift, int milliseconds)
 {
     pollfd descriptor{shift.Descriptor(), POLLIN, 0};

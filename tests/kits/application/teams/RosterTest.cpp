@@ -19,7 +19,7 @@
 
 namespace {
 
-/// A folder with a desktop's opener in it that writes down what it was asked to open.
+/// A folder with a desktop's opener in it that records what it is asked to open.
 class RosterTest : public testing::Test {
 protected:
     RosterTest()
@@ -50,7 +50,7 @@ protected:
         return entry_ref{fFolder, name};
     }
 
-    /// What the opener got, without the last line's end.
+    /// Returns the opener's arguments, without the end of the last line.
     std::string Opened()
     {
         const std::string path = fFolder + "/opened";
@@ -80,7 +80,7 @@ TEST_F(RosterTest, OpensAFileAsTheDesktopWould)
     const entry_ref ref = MakeFile("a file; with $(odd) name");
     EXPECT_EQ(be_roster->Launch(&ref), B_OK);
     EXPECT_EQ(Opened(), fFolder + "/a file; with $(odd) name");
-    // The opener is not this process's child, so none is left over from it.
+    // The opener is no child of this process, so it leaves no zombie.
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
 }

@@ -15,7 +15,7 @@ using kits::SendQueue;
 
 namespace {
 
-/// A queue and the two ends of what it sends to.
+/// A queue and both ends of its connection.
 class SendQueueTest : public testing::Test {
 protected:
     SendQueueTest()
@@ -36,7 +36,7 @@ protected:
         return fQueue.AddMessage(std::move(frame), code, std::make_shared<std::string>(text));
     }
 
-    /// Everything that comes at the far end, as "target,target:text ".
+    /// Returns everything that arrives at the far end, as "target,target:text ".
     std::string Received()
     {
         std::string log;
@@ -146,7 +146,7 @@ TEST_F(SendQueueTest, TakesNoMoreThanThereIsRoomFor)
     const size_t count = fQueue.CountFrames();
     EXPECT_EQ(Add({1}, 2, big, true), B_WOULD_BLOCK);
     EXPECT_EQ(fQueue.CountFrames(), count);
-    // What is shorter has room until that is used up, too.
+    // Shorter frames still fit until the room is used up.
     while (Add({1}, 3, "small") == B_OK) {
     }
     while (fQueue.AddControl(kits::NumberFrame(FrameKind::kPing, 1)) == B_OK) {
@@ -170,7 +170,7 @@ TEST_F(SendQueueTest, KeepsTheOlderWhereThereIsNoRoomForTheNewer)
 
 TEST_F(SendQueueTest, CountsTheMemoryOfSmallMessages)
 {
-    // Flattening reserves as much for the smallest message.
+    // Flattening reserves this much for the smallest message.
     std::string small("small");
     small.reserve(2048);
     const auto message = std::make_shared<const std::string>(std::move(small));
@@ -178,7 +178,7 @@ TEST_F(SendQueueTest, CountsTheMemoryOfSmallMessages)
     MessageFrame frame;
     for (frame.targets = {1}; fQueue.AddMessage(frame, 1, message) == B_OK; ++count) {
     }
-    // Neither a multiple of what is counted, nor fewer than there could be.
+    // Neither more than the counted memory allows, nor far fewer than would fit.
     EXPECT_LE(count, kits::bounds::kMostUnsentOfAProcess / (sizeof(MessageFrame) + sizeof(std::string)));
     EXPECT_GT(count, kits::bounds::kMostUnsentOfAProcess / 512);
     EXPECT_EQ(fQueue.AddMessage(frame, 1, message), B_WOULD_BLOCK);

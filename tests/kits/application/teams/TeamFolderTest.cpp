@@ -156,7 +156,7 @@ TEST_F(TeamFolderTest, ListsTheLivingAndRemovesWhatTheDeadHaveLeft)
     const std::string folder = fRuntime.Path() + "/kits/";
     Touch(folder + TeamFolder::MakeName({kSignature, self}));
     Touch(folder + TeamFolder::MakeName({"", self}));
-    // The same process id at another time, and one that cannot be.
+    // The same process id at another time, and an impossible one.
     Touch(folder + TeamFolder::MakeName({kSignature, self ^ 1}));
     Touch(folder + TeamFolder::MakeName({kSignature, UINT64_MAX}));
     Touch(folder + "something else");
@@ -190,12 +190,12 @@ TEST_F(TeamFolderTest, DoesNotConnectToWhoeverTookTheNameOfAnother)
     ASSERT_EQ(fFolder.Open(), B_OK);
     kits::FileDescriptor listener, connection;
     EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam(), &connection), B_BAD_HANDLER);
-    // Named as the process that has started this one.
+    // A name of this process's parent.
     const kits::team_address parent = kits::TeamOfProcess(getppid());
     ASSERT_EQ(kits::Listen(fFolder, {"", parent}, &listener), B_OK);
     EXPECT_EQ(kits::Connect(fFolder, parent, &connection), B_PERMISSION_DENIED);
     EXPECT_FALSE(connection.IsOpen());
-    // Named as this process if it had been started at another moment: there is no such process.
+    // A name of this process with another start time: there is no such process.
     kits::FileDescriptor second;
     ASSERT_EQ(kits::Listen(fFolder, {"", kits::ThisTeam() + 1}, &second), B_OK);
     EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam() + 1, &connection), B_BAD_HANDLER);

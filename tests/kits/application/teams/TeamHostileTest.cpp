@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What comes in at this team's door.
+// Strangers that connect to this team.
 
 #include "kits/application/Roster.h"
 #include "kits/application/messages/MessageFormat.h"
@@ -33,7 +33,7 @@ using test::Recorder;
 
 namespace {
 
-/// This process lets itself be found, and comes to itself as a stranger.
+/// This process can be found, and connects to itself as a stranger.
 class TeamHostileTest : public test::TeamTest {
 protected:
     TeamHostileTest()
@@ -49,7 +49,7 @@ protected:
         return socket;
     }
 
-    /// Sends as much as is taken. False if the connection is broken.
+    /// Sends as much as the other side takes. Returns false if the connection is broken.
     static bool Send(const FileDescriptor& socket, std::string_view bytes)
     {
         while (!bytes.empty()) {
@@ -61,7 +61,7 @@ protected:
         return true;
     }
 
-    /// @param last  gets the bytes that were said last, if there are any more
+    /// @param last  gets the last bytes received, if there are any
     static bool IsClosed(const FileDescriptor& socket, std::string* last = nullptr)
     {
         char buffer[4096];
@@ -73,7 +73,7 @@ protected:
     }
 
     /// Waits for the end of a connection.
-    /// @return what it ended with; nothing if no reason was given
+    /// @return the reason for the end; nothing if none was given
     static std::optional<CloseReason> AwaitReason(const FileDescriptor& socket)
     {
         std::string last;
@@ -99,12 +99,12 @@ protected:
         return kits::MessageFrameHead(frame, flat.size()) + flat;
     }
 
-    /// Whether somebody who behaves gets through.
+    /// Returns whether a well-behaved process gets through.
     bool IsOpen()
     {
         Recorder handler;
         fLooper->AddHandler(&handler);
-        // It is not let in as long as too many connections of this process have not gone.
+        // The connection is refused until enough of this process's earlier connections have gone.
         return test::RunUntil([&] {
             const FileDescriptor socket = Connected();
             return Send(socket, kits::HelloFrame(kits::ThisTeam()) + TickTo(&handler)) &&
@@ -231,11 +231,11 @@ TEST_F(TeamHostileTest, OutlivesConnectionsThatEndAnywhere)
 
 TEST_F(TeamHostileTest, OutlivesMoreConnectionsThanItLetsIn)
 {
-    // All at once, and they stay; then very many that go again.
+    // First a crowd that stays, then very many that leave again.
     std::vector<FileDescriptor> crowd;
     for (size_t i = 0; i < 600; ++i)
         crowd.push_back(Connected());
-    // Another process is let in although they are before it.
+    // Another process is let in although these came first.
     const Partner partner;
     EXPECT_EQ(Ask(partner.Application(), 'echo').what, uint32('repl'));
     size_t countSilent = 0;
@@ -265,7 +265,7 @@ TEST_F(TeamHostileTest, WaitsForAFileDescriptorWhenNoneIsLeft)
             break;
         all.push_back(std::move(one));
     }
-    // One for the stranger's end, none for ours.
+    // One descriptor for the stranger's end, none for ours.
     all.pop_back();
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
@@ -274,7 +274,7 @@ TEST_F(TeamHostileTest, WaitsForAFileDescriptorWhenNoneIsLeft)
     const FileDescriptor stranger(::socket(AF_UNIX, SOCK_STREAM, 0));
     ASSERT_EQ(connect(stranger.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
     Send(stranger, kits::HelloFrame(kits::ThisTeam()) + TickTo(fLooper));
-    // Those who are in are served meanwhile.
+    // Connected processes are served meanwhile.
     Send(socket, TickTo(fLooper));
     EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 2; }));
     EXPECT_EQ(be_roster->TeamFor(kSignature), B_NAME_NOT_FOUND);
@@ -302,14 +302,14 @@ TEST_F(TeamHostileTest, HoldsBackWhoSendsMoreThanIsTaken)
         for (int32 i = 0; i < kCountBig; ++i)
             Send(socket, TickTo(&handler, kCount + i, bounds::kMostFrame - 4096));
     });
-    // As far as it comes without us.
+    // The limit that is reached without the main thread.
     constexpr auto kMost = static_cast<int32>(bounds::kMostUnhandledOfAProcess);
     EXPECT_TRUE(test::Await([this] { return fLooper->CountMessages() == kMost; }));
     EXPECT_TRUE(test::RunUntil([&] {
         EXPECT_LE(fLooper->CountMessages(), kMost);
         return numbers.size() == kCount;
     }));
-    // Long ones by their length.
+    // Long messages are limited by their length.
     EXPECT_TRUE(test::Await([this] { return fLooper->CountMessages() == 3; }));
     EXPECT_TRUE(test::RunUntil([&] {
         EXPECT_LE(fLooper->CountMessages(), 4);
@@ -341,7 +341,7 @@ TEST_F(TeamHostileTest, LetsNobodyElseIn)
         GTEST_SKIP() << "only root can be somebody else";
     const std::string name = kits::TeamFolder::MakeName({kSignature, kits::ThisTeam()});
     const std::string path = fRuntime.Path() + "/kits/" + name;
-    // Somebody else comes through the door; 0 if the door was shut on them, 1 if they could not even knock.
+    // Connects as another user. Returns 0 if the connection was closed on it, 1 if it could not even connect.
     const auto knock = [&path] {
         const pid_t child = test::ForkBound();
         if (child == 0) {
@@ -361,7 +361,7 @@ TEST_F(TeamHostileTest, LetsNobodyElseIn)
         return WEXITSTATUS(status);
     };
     EXPECT_EQ(knock(), 1);
-    // Even if someone has opened the folders to them.
+    // Even if someone has opened the folders to others.
     for (const std::string& open : {fRuntime.Path(), fRuntime.Path() + "/kits"})
         chmod(open.c_str(), 0755);
     chmod(path.c_str(), 0777);

@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Links without a port, to this team itself; the clock is the test's.
+/// Links without a port, to this team itself; the test sets the clock.
 class TeamLinksTest : public testing::Test {
 protected:
     TeamLinksTest()
@@ -36,7 +36,7 @@ protected:
         return fLinks.Send(team, std::move(frame), 'tick', std::make_shared<std::string>(size, 'x'));
     }
 
-    /// What the port's thread does once.
+    /// Does once what the port's thread does.
     void Serve()
     {
         std::vector<pollfd> polls;
@@ -141,7 +141,7 @@ TEST_F(TeamLinksTest, DoNotBlameWhoHasReadAllIfOthersLeaveNoRoom)
     fNow += 1h;
     Serve();
     EXPECT_TRUE(fClosed.empty());
-    // A share of it is there in any case.
+    // The guaranteed share is still available.
     EXPECT_EQ(Send(1000), B_OK);
     Read(reader, 1000);
     others.clear();

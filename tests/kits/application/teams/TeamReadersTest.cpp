@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The main thread and the thread of the port take turns in reading what another team sends.
+// The main thread and the port's thread take turns in reading what another team sends.
 
 #include "kits/application/Roster.h"
 #include "kits/kernel/Errors.h"
@@ -21,7 +21,7 @@ class TeamReadersTest : public test::TeamTest {
 protected:
     TeamReadersTest() { fLooper->AddHandler(&fHandler); }
 
-    /// Tells the partner whom to send to.
+    /// Tells the partner where to send.
     void Introduce(const BMessenger& partner)
     {
         BMessage keep('keep');
@@ -36,7 +36,7 @@ protected:
         EXPECT_EQ(partner.SendMessage(&send), B_OK);
     }
 
-    /// Runs the loop until so many numbers have come in all.
+    /// Runs the loop until this many numbers have come in all.
     bool RunUntilCount(size_t count)
     {
         return test::RunUntil([this, count] { return fNumbers.size() >= count; });
@@ -57,7 +57,7 @@ protected:
     }};
 };
 
-/// How often the thread of this process with that name has gone to sleep; -1 if there is none.
+/// Returns how often the thread of this process with that name has gone to sleep; -1 if there is none.
 int64 CountSleeps(const std::string& name)
 {
     for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
@@ -96,7 +96,7 @@ TEST_F(TeamReadersTest, WakesOnlyTheMainThreadThatWaits)
         LetSend(application, 1);
         ASSERT_TRUE(RunUntilCount(1 + i));
     }
-    // None for a message, a few where a busy machine held the main thread up.
+    // It does not wake for each message, only a few times if a busy machine held the main thread up.
     EXPECT_LT(CountSleeps("team port") - before, static_cast<int64>(kCount / 2));
 }
 
@@ -105,7 +105,7 @@ TEST_F(TeamReadersTest, AnswersThreadsWhileTheMainThreadIsHeldUp)
     const Partner partner;
     const BMessenger application = partner.Application();
     for (int round = 0; round < 10; ++round) {
-        // The main thread reads, and then no more.
+        // The main thread reads here, and then reads no more.
         EXPECT_EQ(Ask(application, 'echo').what, uint32('repl'));
         std::atomic<int> countAnswers = 0;
         KitThread thread([&] {
@@ -124,12 +124,12 @@ TEST_F(TeamReadersTest, KeepTheOrderWhileTheyTakeTurns)
     const Partner partner;
     const BMessenger application = partner.Application();
     Introduce(application);
-    // As many as may wait for this process, whatever the other one has sent.
+    // The limit of messages that wait for this process, whatever the other one has sent.
     constexpr size_t kCount = 8000;
     LetSend(application, kCount);
     std::mt19937 random(3);
     while (fNumbers.size() < kCount) {
-        // Held up for longer and for shorter than the main thread may be; some answers are waited for in between.
+        // The main thread pauses for more and for less than the limit; sometimes it waits for a reply in between.
         snooze(static_cast<bigtime_t>(random() % 30000));
         ASSERT_TRUE(RunUntilCount(std::min(kCount, fNumbers.size() + random() % 500)));
         if (random() % 8 == 0)
@@ -149,7 +149,7 @@ TEST_F(TeamReadersTest, LoseNothingWhenTheMainThreadTurnsAwayAtAnyMoment)
         fNumbers.clear();
         count = 1 + random() % 20;
         LetSend(application, static_cast<int32>(count));
-        // Around the moment at which the other thread takes over, now and then.
+        // Now and then, pauses until about the moment at which the other thread takes over.
         if (random() % 4 == 0)
             snooze(static_cast<bigtime_t>(19000 + random() % 2000));
         ASSERT_TRUE(RunUntilCount(count));
@@ -183,7 +183,7 @@ TEST_F(TeamReadersTest, CountAsHungWhenTheMainThreadDoesNotComeBy)
     fLooper->AddHandler(&watcher);
     const Partner partner;
     const BMessenger application = partner.Application();
-    // There its main thread has read, and is held up then; the other one must not speak for it.
+    // The partner's main thread has read, and is then held up; its other thread must not answer for it.
     EXPECT_EQ(Ask(application, 'echo').what, uint32('repl'));
     EXPECT_EQ(be_roster->StartWatching(BMessenger(&watcher)), B_OK);
     BMessage hang('hang');

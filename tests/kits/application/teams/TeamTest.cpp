@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Two processes that speak to each other.
+// Two processes that talk to each other.
 
 #include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
@@ -113,7 +113,7 @@ TEST_F(TeamTest, CarriesAMessageAsLongAsMayBe)
     message.AddString("text", "");
     std::string flat;
     ASSERT_EQ(kits::WriteMessage(message, &flat, false), B_OK);
-    // Kind, flags, address for answers, number of handlers and one handler; a long text takes four bytes for its size.
+    // Kind, flags, reply address, number of handlers and one handler; a long text takes four bytes for its size.
     const size_t most = kits::bounds::kMostFrame - (1 + 1 + 16 + 4 + 8) - flat.size() - 4;
     message.ReplaceString("text", std::string(most, 'x'));
     BMessage reply = Ask(partner.Application(), message);
@@ -121,7 +121,7 @@ TEST_F(TeamTest, CarriesAMessageAsLongAsMayBe)
     EXPECT_TRUE(reply.HasSameData(message));
     message.ReplaceString("text", std::string(most + 1, 'x'));
     EXPECT_EQ(partner.Application().SendMessage(&message), B_BAD_VALUE);
-    // Nothing of it was sent: the connection is as it was.
+    // Nothing of it was sent: the connection is intact.
     EXPECT_EQ(Ask(partner.Application(), 'echo').what, uint32('repl'));
 }
 
@@ -135,7 +135,7 @@ TEST_F(TeamTest, AnswersAThreadAndAHandler)
         EXPECT_EQ(application.SendMessage('echo', &reply), B_OK);
         isDone = true;
     });
-    // Not by way of the main loop.
+    // Without the main loop.
     EXPECT_TRUE(test::Await([&isDone] { return isDone.load(); }));
     EXPECT_EQ(reply.what, uint32('repl'));
     EXPECT_EQ(application.SendMessage('echo', fLooper), B_OK);
@@ -213,7 +213,7 @@ TEST_F(TeamTest, IsReachedByAMessengerThatItHasSent)
     EXPECT_TRUE(test::RunUntil([&numbers] { return numbers.size() == 500; }));
     for (int32 i = 0; i < 500; ++i)
         EXPECT_EQ(numbers[static_cast<size_t>(i)], i);
-    // Gone, it is known to be so after the first message.
+    // The partner learns from the first message that the handler is gone.
     handler = nullptr;
     const BMessage one = WithCount('send', 1);
     EXPECT_EQ(application.SendMessage(&one), B_OK);
@@ -232,7 +232,7 @@ TEST_F(TeamTest, LearnsThatAHandlerIsGone)
     BMessage reply;
     EXPECT_EQ(handler.SendMessage(2, &reply), B_OK);
     EXPECT_EQ(reply.what, uint32(B_NO_REPLY));
-    // What is sent now finds nobody.
+    // From now on a message finds nobody.
     EXPECT_TRUE(test::Await([&handler] { return handler.SendMessage(3) == B_BAD_HANDLER; }));
     EXPECT_FALSE(handler.IsValid());
     EXPECT_TRUE(application.IsValid());
@@ -255,7 +255,7 @@ TEST_F(TeamTest, SendsOneMessageToManyHandlers)
     EXPECT_TRUE(test::RunUntil([&] { return AskNumber(application, "ticks") == 1500; }));
     EXPECT_EQ(AskNumber(application, "number"), 5);
     EXPECT_TRUE(test::RunUntil([this] { return fLooper->codes.size() == 2; }));
-    // One that is too long to be shared comes to each by itself.
+    // A message that is too long to be shared goes to each handler by itself.
     BMessage big = Tick(6);
     big.AddString("text", std::string(100000, 'x'));
     targets.resize(3 + 20);
@@ -304,7 +304,7 @@ TEST_F(TeamTest, HearsOfTeamsThatComeAndGo)
     auto second = std::make_unique<Partner>();
     const int32 secondTeam = second->Process();
     await({{B_SOME_APP_LAUNCHED, secondTeam}});
-    // It hangs, and does not.
+    // It hangs, and then continues.
     const int32 firstTeam = first.Process();
     first.Signal(SIGSTOP);
     await({{B_SOME_APP_QUIT, firstTeam}});
@@ -343,7 +343,7 @@ TEST_F(TeamTest, SendsOnlyTheNewestToOneThatDoesNotRead)
     EXPECT_TRUE(application.IsValid());
     partner.Signal(SIGCONT);
     EXPECT_TRUE(test::RunUntil([&] { return AskNumber(application, "number") == kCount; }));
-    // What the system had taken already, and the last.
+    // The messages that the system had taken already, and the last one.
     EXPECT_LT(AskNumber(application, "ticks"), 1000);
 }
 
@@ -369,7 +369,7 @@ TEST_F(TeamTest, GivesUpOneThatHasTooMuchToReadUntilItSpeaksAgain)
     EXPECT_TRUE(application.IsValid());
     EXPECT_TRUE(test::RunUntil([&application] { return !application.IsValid(); }));
     EXPECT_EQ(application.SendMessage(&big), B_BAD_HANDLER);
-    // Though it could be connected to.
+    // Though its socket could be connected to.
     EXPECT_FALSE(BMessenger(test::kPartnerSignature).IsValid());
     partner.Signal(SIGCONT);
     EXPECT_TRUE(test::RunUntil([&application] { return application.IsValid(); }));

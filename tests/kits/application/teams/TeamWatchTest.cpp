@@ -17,7 +17,7 @@ using test::Partner;
 
 namespace {
 
-/// What a watcher was told of a team.
+/// An event that a watcher received about a team.
 struct Event {
     uint32 code;
     int32 team;
@@ -41,7 +41,7 @@ public:
 
 } // namespace
 
-/// The list of teams and who is told of it, without the thread that looks: it comes when the test says so.
+/// The list of teams and of their watchers; the test plays the thread that looks.
 class TeamWatchTest : public test::TeamTest {
 protected:
     TeamWatchTest()
@@ -55,7 +55,7 @@ protected:
     {
         fWatch.Add(watcher.Address(), events, fFolder.List());
     }
-    /// The thread comes by, and everybody has heard what it said.
+    /// Plays one round of the thread; returns when everybody has received its messages.
     void Look()
     {
         EXPECT_EQ(fWatch.Deadline(), kits::TeamWatch::Clock::time_point::min()) << "it has to come at once";
@@ -65,7 +65,7 @@ protected:
         EXPECT_NE(fWatch.Deadline(), kits::TeamWatch::Clock::time_point::min()) << "nothing is left to be done";
         EXPECT_TRUE(test::RunUntil([this] { return fLooper->CountMessages() == 0; }));
     }
-    /// A team that can be found.
+    /// Starts a team that can be found.
     static kits::team_address Launch(std::optional<Partner>& partner)
     {
         partner.emplace();

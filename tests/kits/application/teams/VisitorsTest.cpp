@@ -29,7 +29,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Visitors without a port: the test is its thread, and the clock is the test's.
+/// Visitors without a port: the test plays its thread and sets the clock.
 class VisitorsTest : public testing::Test {
 protected:
     VisitorsTest()
@@ -46,7 +46,7 @@ protected:
         fLooper->Quit();
     }
 
-    /// What the port's thread does, until there is nothing to do.
+    /// Does what the port's thread does, until nothing is left to do.
     void Serve()
     {
         std::vector<pollfd> polls;
@@ -76,7 +76,7 @@ protected:
         return socket;
     }
 
-    /// Sends all, while the visitors are served. False if it cannot be sent, or is not taken.
+    /// Sends everything, while the visitors are served. Returns false if it cannot be sent, or is not taken.
     bool Send(const FileDescriptor& socket, std::string_view bytes)
     {
         while (!bytes.empty()) {
@@ -94,7 +94,7 @@ protected:
         return true;
     }
 
-    /// What has come back, and whether that was the end.
+    /// What came back, and whether the connection has ended.
     struct Heard {
         std::vector<std::pair<FrameKind, uint64>> frames;
         bool isOver = false;
@@ -143,7 +143,7 @@ protected:
         return true;
     }
 
-    /// Has the main thread handle so many messages.
+    /// Makes the main thread handle this many messages.
     static void HandleMessages(size_t count)
     {
         for (; count > 0; --count)
@@ -215,7 +215,7 @@ TEST_F(VisitorsTest, LetInSoManyOfAProcess)
     for (int i = 0; i < 1000; ++i)
         EXPECT_EQ(Hear(Connected()).Reason(), CloseReason::kTooManyConnections);
     EXPECT_EQ(Used(Resource::kConnections), bounds::kMostConnectionsOfAProcess);
-    // One that goes makes room for another.
+    // One that leaves makes room for another.
     crowd.pop_back();
     Serve();
     const FileDescriptor next = Introduced();
@@ -224,7 +224,7 @@ TEST_F(VisitorsTest, LetInSoManyOfAProcess)
 
 TEST_F(VisitorsTest, LetNobodyInWhileThereAreManyStrangers)
 {
-    // As if other processes had as many.
+    // As if other processes had that many.
     std::vector<kits::PeerClaim> others;
     for (size_t i = 0; i < bounds::kMostConnections; ++i) {
         others.emplace_back(&fAccounts, i + 1, Resource::kConnections);
@@ -252,7 +252,7 @@ TEST_F(VisitorsTest, GiveAFrameFiveSeconds)
     const std::string tick = Tick(100000);
     EXPECT_TRUE(Send(socket, tick.substr(0, 10)));
     fNow += bounds::kTimeForAFrame - 1ms;
-    // More of it gains no time.
+    // Further bytes gain no time.
     EXPECT_TRUE(Send(socket, tick.substr(10, 90000)));
     EXPECT_FALSE(Hear(socket).isOver);
     fNow += 1ms;
@@ -300,7 +300,7 @@ TEST_F(VisitorsTest, ReadNoFurtherWithoutRoomForIt)
     Serve();
     EXPECT_EQ(fLooper->CountMessages(), 0);
     EXPECT_LE(Used(Resource::kIncomplete), bounds::kMostIncompleteOfAProcess);
-    // It is not its fault that it takes long.
+    // The delay is not the sender's fault.
     fNow += 1h;
     Serve();
     EXPECT_FALSE(Hear(socket).isOver);
@@ -324,7 +324,7 @@ TEST_F(VisitorsTest, ReadNoFurtherBeforeTheMainThreadHasHandledWhatCame)
     Serve();
     EXPECT_EQ(fLooper->CountMessages(), most);
     EXPECT_EQ(Used(Resource::kUnhandled), bounds::kMostUnhandledOfAProcess);
-    // As many are read as were handled.
+    // Reads as many as were handled.
     HandleMessages(10);
     EXPECT_EQ(fLooper->CountMessages(), most - 10);
     Serve();
@@ -371,7 +371,7 @@ TEST_F(VisitorsTest, HandOutAMessageForManyAsThereIsRoom)
 TEST_F(VisitorsTest, CountTheMemoryOfUnhandledMessages)
 {
     const FileDescriptor socket = Introduced();
-    // Each of a field with a value takes many times the memory of its few bytes.
+    // Each of these fields takes many times the memory of its few bytes.
     BMessage message('tick');
     for (int i = 0; i < bounds::kMostFieldsFromOutside; ++i)
         message.AddBool(std::to_string(i).c_str(), true);
@@ -405,7 +405,7 @@ TEST_F(VisitorsTest, EndTheConnectionOfAMessageWithTooManyFieldsOrValues)
     for (const BMessage& message : {fields, values}) {
         std::string flat;
         ASSERT_EQ(kits::WriteMessage(message, &flat, false), B_OK);
-        // Whoever keeps to the rules does not even send it.
+        // A well-behaved process refuses to send it.
         EXPECT_EQ(kits::WriteMessage(message, &flat, false, kits::kFrameLimits), B_BAD_VALUE);
         kits::MessageFrame frame;
         frame.targets = {fLooper->Token()};
@@ -438,7 +438,7 @@ TEST_F(VisitorsTest, AnswerTheNewestPingOnly)
 TEST_F(VisitorsTest, ShowOutWhoDoesNotReadItsAnswers)
 {
     const FileDescriptor socket = Introduced();
-    // Each names a handler that is not there, of which the other side is told.
+    // Each names a handler that does not exist, and each is answered with that.
     std::string flood;
     for (int i = 0; i < 100; ++i)
         flood += Tick(0, {INT64_MAX});
@@ -467,14 +467,14 @@ TEST_F(VisitorsTest, KeepDescriptorsFree)
         taken.emplace_back(dup(waiting.Get()));
     Serve();
     EXPECT_EQ(Used(Resource::kConnections), 0u);
-    // Nor are connections made; but files are opened.
+    // Nor can it connect to others; but it can open files.
     FileDescriptor socket;
     EXPECT_EQ(kits::Connect(fFolder, kits::ThisTeam(), &socket), B_NO_MORE_FDS);
     int countFree = 0;
     for (FileDescriptor one(dup(waiting.Get())); one.IsOpen(); one = FileDescriptor(dup(waiting.Get())), ++countFree)
         taken.push_back(std::move(one));
     EXPECT_GE(countFree, bounds::kReservedDescriptors - 2);
-    // It pauses, and does not turn round and round.
+    // It pauses and does not spin.
     EXPECT_EQ(fVisitors.Deadline(), fNow + bounds::kPauseWithoutDescriptors);
     taken.clear();
     Serve();
@@ -495,7 +495,7 @@ TEST_F(VisitorsTest, HaveNothingLeftOfWhoWent)
     Serve();
     EXPECT_EQ(Used(Resource::kIncomplete), 0u);
     EXPECT_EQ(Used(Resource::kConnections), 0u);
-    // What it has sent whole stays until it is handled.
+    // Complete messages from it stay until they are handled.
     EXPECT_EQ(Used(Resource::kUnhandled), 1u);
     HandleMessages(1);
     EXPECT_TRUE(IsNothingClaimed());

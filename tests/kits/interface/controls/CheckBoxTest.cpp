@@ -57,7 +57,7 @@ TEST_F(CheckBoxTest, ItsMarkIsAsTallAsItsLetters)
     EXPECT_GT(letters, small.height());
     EXPECT_GE(widget->sizeHint().width(), letters + widget->fontMetrics().horizontalAdvance("Draw Border"));
 
-    // The mark reaches as far as anything is drawn left of the text.
+    // The mark is everything drawn to the left of the text.
     const QImage picture = widget->grab().toImage();
     const QColor panel = widget->palette().color(QPalette::Window);
     const auto isDrawn = [&](int x) {

@@ -9,7 +9,7 @@
 #include "kits/interface/TextControl.h"
 #include "tests/kits/interface/WidgetTest.h"
 
-/// One control of each kind, below each other.
+/// One control of each kind, one below the other.
 class ControlFocusTest : public WidgetTest {
 protected:
     ControlFocusTest()

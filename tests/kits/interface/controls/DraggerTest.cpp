@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Something that can be pulled out.
+/// A view that can be dragged out.
 class Target : public BView {
 public:
     explicit Target(BRect frame)
@@ -31,7 +31,7 @@ public:
     std::vector<uint32> received;
 };
 
-/// Takes archives with a number.
+/// Takes archives that have a number.
 class Shelf : public BShelf {
 public:
     explicit Shelf(BView* view)
@@ -74,7 +74,7 @@ protected:
         test::Turn();
     }
 
-    /// The words of the handle, as letters: of each colour one, in the order that they come in.
+    /// Returns the pixels of the handle as letters: one letter for each colour, in order of appearance.
     std::string Picture()
     {
         test::Turn();
@@ -184,7 +184,7 @@ TEST_F(Dragger, DragsTheArchiveOfItsTarget)
     ASSERT_EQ(dragged->message.FindString("_name", &name), B_OK);
     EXPECT_STREQ(name, "target");
     EXPECT_EQ(dragged->offset, BPoint(3, 4));
-    // With its picture.
+    // Dragged with its picture.
     EXPECT_FALSE(dragged->rect.IsValid());
 }
 
@@ -192,7 +192,7 @@ TEST_F(Dragger, DragsFromBelowAPointerThatHasNotMovedSinceTheLastDrag)
 {
     for (int i = 0; i < 2; i++) {
         test::Press(dragger, BPoint(3, 4));
-        // Fast: the first move is beyond the handle.
+        // A fast drag: the first move is beyond the handle.
         test::MoveTo(dragger, BPoint(30, 30));
         EXPECT_NE(test::TakeDrag(), nullptr);
         test::Release(dragger, BPoint(30, 30));
@@ -259,10 +259,10 @@ TEST_F(Dragger, WhatItDragsIsForShelvesOnly)
         EXPECT_EQ(shelf.identity, "this one");
         EXPECT_EQ(shelf.source, BMessenger(target));
         EXPECT_EQ(target->received.size(), 0U) << "the shelf may have to store it first";
-        // Beside the view of the shelf, and what it doesn't want.
+        // Beside the shelf's view, and archives that the shelf refuses.
         EXPECT_FALSE(DropForeign(archive, QPoint(180, 90)));
         EXPECT_FALSE(DropForeign(BMessage(B_ARCHIVED_OBJECT), QPoint(30, 40)));
-        // What it could not make anything of stays where it was.
+        // An archive that the shelf could not use stays where it was.
         archive.ReplaceInt32("number", 0);
         EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
         EXPECT_EQ(shelf.taken.size(), 2U);

@@ -7,7 +7,7 @@
 
 class ListModelTest : public testing::Test {
 protected:
-    /// One row per letter, the level given by the spaces before it, closed by a minus sign behind it.
+    /// Makes one row per letter; leading spaces give its level, and a minus sign after it collapses it.
     void Fill(const std::vector<std::string>& rows)
     {
         for (const std::string& row : rows) {

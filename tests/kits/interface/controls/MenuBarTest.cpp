@@ -93,7 +93,7 @@ TEST_F(MenuBarTest, AnItemAddedOnAnotherThreadShowsLater)
 TEST_F(MenuBarTest, AnItemThatGoesOnAnotherThreadIsNotTouchedAgain)
 {
     QAction* action = Bar()->actions().at(0)->menu()->actions().at(0);
-    // The screen does not follow before the main thread comes to it.
+    // The screen follows when the main thread gets to it.
     std::thread other([&] { delete fFile->RemoveItem(static_cast<int32>(0)); });
     other.join();
     action->trigger();

@@ -24,7 +24,7 @@ protected:
 
     static QMenu* Open() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
-    /// Has the action run once the menu is open.
+    /// Runs the action once the menu is open.
     static void WhenOpen(const std::function<void()>& action)
     {
         QTimer::singleShot(
@@ -44,7 +44,7 @@ protected:
         QApplication::sendEvent(menu, &event);
     }
 
-    /// A click on the item, in the menu that is open on top.
+    /// Clicks the item in the topmost open menu.
     static void ClickItem(int index)
     {
         const QPoint place = Open()->actionGeometry(Open()->actions().at(index)).center();

@@ -22,7 +22,7 @@ protected:
 
     static kits::SliderBar* BarOf(const BSlider* slider) { return static_cast<kits::SliderBar*>(FocusOf(slider)); }
 
-    /// The middle of the bar's height, in the slider's coordinates.
+    /// Returns a place at half the bar's height, in the slider's coordinates.
     static BPoint OnBar(const BSlider* slider, float x)
     {
         const QPoint top = BarOf(slider)->mapTo(kits::ViewWidget(slider), QPoint(0, BarOf(slider)->height() / 2));

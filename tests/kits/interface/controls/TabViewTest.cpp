@@ -167,7 +167,7 @@ TEST_F(TabViewTest, PaintingCallsDrawLabelForEachTab)
     const QImage painted = kits::ViewWidget(fTabs)->grab().toImage();
     for (int i = 0; i < 3; i++) {
         EXPECT_EQ(fAll[static_cast<std::size_t>(i)]->fFrame, kits::FromQRect(Strip()->tabRect(i)));
-        // The label is there: more than one colour within the tab.
+        // The label is visible: there is more than one colour within the tab.
         const QRect tab = Strip()->tabRect(i).adjusted(8, 6, -8, -6);
         bool plain = true;
         for (int x = tab.left(); x <= tab.right(); x++)

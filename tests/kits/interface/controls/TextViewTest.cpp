@@ -20,7 +20,7 @@ protected:
 
     QTextEdit* Edit() const { return kits::ViewWidget(fText)->findChild<QTextEdit*>(); }
 
-    /// Where the text behind the n-th tab of a line begins, in pixels.
+    /// Returns where the text after the n-th tab of a line begins, in pixels.
     double StartOf(int line, int tab) const
     {
         const QTextBlock block = Edit()->document()->findBlockByNumber(line);

@@ -180,7 +180,7 @@ TEST(Bitmap, TextIsBlendedFromLowToHigh)
             const uint32 word = WordAt(drawing.bitmap, x, y);
             if (word == 0xFFFFFFFF)
                 continue;
-            // Only colours on the way from low to high, only in the text's box.
+            // Only colours between low and high, only in the text's box.
             const uint32 red = word >> 16 & 0xFF;
             const uint32 blue = word & 0xFF;
             EXPECT_EQ(word >> 24, 255U);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr uint32 kKept = 'KEPT';
 
-/// Gives a number, and keeps what is dropped on it.
+/// Offers a number, and keeps drops.
 class Sharer : public BView {
 public:
     Sharer()
@@ -66,7 +66,7 @@ protected:
         test::Turn();
     }
 
-    /// The code of what lies on the clipboard.
+    /// Returns the code of the message on the clipboard.
     static std::optional<uint32> Fetched()
     {
         std::optional<uint32> what;
@@ -147,7 +147,7 @@ TEST_F(ClipboardTest, WhatIsNothingForAViewIsNotDropped)
     EXPECT_FALSE(kits::PasteOnto(fSharer));
     Put("image/png", "no picture");
     EXPECT_FALSE(kits::PasteOnto(fSharer));
-    // Archives are for shelves.
+    // Only shelves take archives.
     const BMessage archive(B_ARCHIVED_OBJECT);
     QByteArray bytes(static_cast<qsizetype>(archive.FlattenedSize()), '\0');
     ASSERT_EQ(archive.Flatten(bytes.data(), bytes.size()), B_OK);

@@ -16,8 +16,8 @@ const BPoint kPlace(700, 500);
 
 TEST(DragCourse, AnArchiveReleasedOverTheDesktopIsADropThere)
 {
-    // The same for the root window, for a desktop that would accept the drop and for one that would refuse it: none of
-    // them is offered it.
+    // The root window, a desktop that would accept the drop and one that would refuse it look the same here: none of
+    // them is offered the drop.
     DragCourse course(Taker::kDesktop);
     EXPECT_TRUE(course.Release(kPlace, Ground::kDesktop));
     ASSERT_TRUE(course.DropOnDesktop().has_value());

@@ -92,7 +92,7 @@ protected:
         window->Quit();
         test::Turn();
     }
-    /// Gets what the system reports.
+    /// The system's window, which gets the system's events.
     QWindow* Top() { return kits::WindowWidget(window)->windowHandle(); }
 
     /// Drags foreign data over the window and drops it there.
@@ -116,7 +116,7 @@ protected:
     Target* target;
 };
 
-/// Offers text, and is not ready with it for the first few times that it is asked.
+/// Offers text, which is not ready the first few times that it is asked for.
 class LateText : public QMimeData {
 public:
     explicit LateText(int notReady)
@@ -176,7 +176,7 @@ TEST(DropMessage, ColoursAndTextsOfOtherProgramsBecomeMessages)
     EXPECT_EQ(paste->what, static_cast<uint32>(B_PASTE));
     EXPECT_EQ(ColorIn(*paste), make_color(1, 2, 3));
 
-    // As it comes over the wire: four numbers of 16 bits.
+    // The wire format: four numbers of 16 bits.
     const uint16 numbers[] = {0xFFFF, 0x8080, 0, 0xFFFF};
     QMimeData bytes;
     bytes.setData("application/x-color", QByteArray(reinterpret_cast<const char*>(numbers), sizeof(numbers)));
@@ -196,7 +196,7 @@ TEST(DropMessage, BrokenAndForeignDataAreNone)
     QMimeData broken;
     broken.setData(DropMessage::kFormat, QByteArray("\x9f\x01\x02 nonsense", 12));
     EXPECT_EQ(DropMessage::Decode(broken), nullptr);
-    // What comes with it still counts.
+    // Other formats in the same drag still count.
     broken.setText("words");
     ASSERT_NE(DropMessage::Decode(broken), nullptr);
     EXPECT_EQ(TextIn(*DropMessage::Decode(broken)), "words");
@@ -245,7 +245,7 @@ TEST_F(Drag, StartsFromTheLoopIfAButtonIsStillDown)
     BMessage message(42);
     test::Press(target, BPoint(5, 6));
     target->DragMessage(&message, BRect(0, 0, 20, 10));
-    // The caller's message may go, the call has returned at once.
+    // The caller may change or delete its message, since the call has returned.
     message.what = 43;
     const std::unique_ptr<test::Dragged> dragged = test::TakeDrag();
     ASSERT_NE(dragged, nullptr);
@@ -270,7 +270,7 @@ TEST_F(Drag, TakesItsPictureAndKeepsItsOffset)
     ASSERT_NE(dragged, nullptr);
     EXPECT_FALSE(dragged->rect.IsValid());
     EXPECT_EQ(dragged->offset, BPoint(-10, -10));
-    // Without a message the picture is taken all the same.
+    // Without a message, the call still takes over the picture.
     target->DragMessage(nullptr, new BBitmap(BRect(0, 0, 20, 20), B_RGB32), BPoint(-10, -10));
     EXPECT_EQ(test::TakeDrag(), nullptr);
     test::Release(target, BPoint(5, 6));
@@ -324,7 +324,7 @@ TEST_F(Drag, ADropArrivesAtTheViewUnderThePointer)
     EXPECT_EQ(target->dropPoint, BPoint(130, 140));
     EXPECT_EQ(target->ConvertFromScreen(target->dropPoint), BPoint(20, 30));
     EXPECT_FALSE(target->hasReply);
-    // It was told that something is coming.
+    // The target saw the drag coming.
     EXPECT_EQ(target->transits, (std::vector<uint32>{B_ENTERED_VIEW}));
     EXPECT_EQ(target->over, static_cast<uint32>(B_PASTE));
 }

@@ -34,13 +34,13 @@ TEST(FrameTracker, ARequestCountsAtOnceAndOldNewsDoesNot)
     EXPECT_TRUE(tracker.Ask({50, 60, 550, 460}, kLong));
     EXPECT_TRUE(tracker.IsPending());
     EXPECT_TRUE(HasSize(tracker.Content(), 500, 400));
-    // A report from before the request was seen.
+    // A report from before the window manager saw the request.
     EXPECT_FALSE(tracker.ReportSize(320, 240, kLong + 1));
     EXPECT_TRUE(HasSize(tracker.Frame(), 500, 400));
     EXPECT_TRUE(HasSize(tracker.Content(), 500, 400));
     tracker.ReportSize(500, 400, kLong + 2);
     EXPECT_FALSE(tracker.IsPending());
-    // From here on it is the user again.
+    // From now on reports come from the user again.
     EXPECT_TRUE(tracker.ReportSize(510, 400, kLong + 3));
     EXPECT_TRUE(HasSize(tracker.Frame(), 510, 400));
 }
@@ -65,7 +65,7 @@ TEST(FrameTracker, AWindowManagerThatRefusesTiles)
     EXPECT_TRUE(tracker.IsZoomed());
     EXPECT_TRUE(HasSize(tracker.Content(), 900, 700));
     EXPECT_TRUE(HasSize(tracker.Frame(), 200, 100));
-    // Another window opens: ours gets smaller, and that is not the user's doing.
+    // Another window opens, so ours gets smaller, and not by the user's hand.
     tracker.ReportSize(450, 700, 2 * kLong);
     EXPECT_TRUE(HasSize(tracker.Content(), 450, 700));
     EXPECT_TRUE(HasSize(tracker.Frame(), 200, 100));
@@ -115,11 +115,11 @@ TEST(FrameTracker, AMaximisedWindowKeepsTheFrameThatItGoesBackTo)
     tracker.ReportSize(1920, 1080, kLong + 1);
     EXPECT_EQ(tracker.Frame(), kStart);
     EXPECT_EQ(tracker.Content(), (PixelRect{0, 0, 1920, 1080}));
-    // A tab is switched meanwhile: the system's window stays as it is.
+    // Meanwhile a tab is switched: the system's window keeps its size.
     EXPECT_FALSE(tracker.Ask({50, 60, 150, 160}, 2 * kLong));
     EXPECT_TRUE(HasSize(tracker.Content(), 1920, 1080));
     EXPECT_TRUE(HasSize(tracker.Frame(), 100, 100));
-    // Back again: the window manager gives what it remembers, we want what was asked since.
+    // Restored: the window manager gives the size that it remembers, and we want the one requested since.
     tracker.ReportSize(300, 150, 3 * kLong);
     EXPECT_TRUE(tracker.SetZoomed(false, 3 * kLong + 1));
     EXPECT_TRUE(HasSize(tracker.Content(), 100, 100));
@@ -164,7 +164,7 @@ TEST(FrameTracker, AChangeOfScaleIsNoWishOfTheUsers)
     FrameTracker tracker(kStart);
     tracker.Rescale(50, 60, kLong);
     EXPECT_TRUE(tracker.IsPending());
-    // One of before that comes late, and the pixels of before in logical ones of the new scale.
+    // A late report from before, and the old size in pixels as logical pixels of the new scale.
     EXPECT_FALSE(tracker.ReportSize(300, 150, kLong + 1));
     EXPECT_FALSE(tracker.ReportSize(150, 75, kLong + 2));
     EXPECT_TRUE(HasSize(tracker.Content(), 300, 150));
@@ -175,7 +175,7 @@ TEST(FrameTracker, AChangeOfScaleIsNoWishOfTheUsers)
     EXPECT_FALSE(tracker.IsPending());
     EXPECT_EQ(tracker.Frame(), kStart);
     EXPECT_EQ(tracker.Content(), kStart);
-    // Afterwards the user's hand counts again.
+    // Afterwards the user's moves count again.
     tracker.ReportSize(310, 160, 2 * kLong);
     tracker.ReportPlace(70, 80, 2 * kLong);
     EXPECT_EQ(tracker.Frame(), (PixelRect{70, 80, 380, 240}));
@@ -209,15 +209,15 @@ TEST(FrameTracker, APlaceThatAScaleForcesUponAWindowIsLeftForItsOwnAgain)
 {
     FrameTracker tracker(kStart);
     tracker.Rescale(10, 20, kLong);
-    tracker.ReportPlace(12, 22, kLong + 1); // as the window manager likes it
+    tracker.ReportPlace(12, 22, kLong + 1); // where the window manager prefers it
     tracker.ReportPlace(12, 22, 3 * kLong);
     EXPECT_EQ(tracker.Frame(), kStart);
     EXPECT_EQ(tracker.Wanted(), (PixelRect{12, 22, 312, 172}));
-    // The program resizes it, for another tab: it stays where it is seen.
+    // The program resizes it, for another tab: it stays in its visible place.
     EXPECT_TRUE(tracker.Ask({50, 60, 150, 160}, 4 * kLong));
     EXPECT_EQ(tracker.Wanted(), (PixelRect{12, 22, 112, 122}));
     EXPECT_EQ(tracker.Frame(), (PixelRect{50, 60, 150, 160}));
-    // Whoever moves it there wants it there.
+    // If the user moves it there, that becomes its place.
     tracker.ReportPlace(15, 25, 5 * kLong);
     EXPECT_EQ(tracker.Wanted(), tracker.Frame());
     EXPECT_EQ(tracker.Frame(), (PixelRect{15, 25, 115, 125}));
@@ -258,7 +258,7 @@ TEST(FrameTracker, ASizeThatIsHeldOnTheWayToAnotherScreenIsNotThatOfTheReports)
 {
     FrameTracker tracker(kStart);
     tracker.HoldSize();
-    // As many pixels of the screen as before are half as many logical ones there. The place is where the hand put it.
+    // The same number of screen pixels is half as many logical ones there. The place is the user's.
     tracker.ReportSize(150, 75, kLong);
     tracker.ReportPlace(700, 80, kLong);
     EXPECT_FALSE(tracker.HasWantedSize());

@@ -20,7 +20,7 @@ std::string Text(BPoint point)
     return std::to_string(static_cast<int>(point.x)) + "," + std::to_string(static_cast<int>(point.y));
 }
 
-/// Writes down its input.
+/// Records its input.
 class Listener : public BView {
 public:
     Listener(BRect frame, const char* name, std::string* log, uint32 flags = 0)
@@ -170,7 +170,7 @@ TEST_F(Pointer, APressEntersAViewThatCameBelowAPointerAtRest)
     EXPECT_EQ(Take(), "b exited 70,50; a entered 90,70; ");
     test::Release(inner, BPoint(70, 50));
     EXPECT_EQ(Take(), "b up 70,50; ");
-    // It knows already that the pointer is in the view.
+    // It already knows that the pointer is in the view.
     test::Press(outer, BPoint(90, 70));
     EXPECT_EQ(Take(), "a down 90,70 b1 c1; ");
     test::Release(outer, BPoint(90, 70));

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What a desktop of GTK tells with this factor.
+/// The settings that a GTK desktop publishes with this factor.
 kits::XSettings Scaled(uint8 factor)
 {
     const std::string name = "Gdk/WindowScalingFactor";

@@ -29,7 +29,7 @@ TEST(ScreenList, AWindowWhoseTitleIsOutOfReachComesWithAllOfItWhereThereIsRoom)
     EXPECT_EQ(PutInReach({2000, 900, 2300, 1100}, 20, kScreens), (PixelRect{1300, 400, 1600, 600}));
     EXPECT_EQ(PutInReach({100, 790, 400, 990}, 20, kScreens), (PixelRect{100, 560, 400, 760}));
     EXPECT_EQ(PutInReach({100, 10, 400, 210}, 20, kScreens), (PixelRect{100, 20, 400, 220}));
-    // Hardly any of it.
+    // Only a sliver is visible.
     EXPECT_EQ(PutInReach({-290, 100, 10, 300}, 20, kScreens), (PixelRect{0, 100, 300, 300}));
 }
 
@@ -51,6 +51,6 @@ TEST(ScreenList, AWindowIsPutWithinARoom)
     EXPECT_EQ(PutWithin({1100, 200, 1400, 400}, 20, kRoom), (PixelRect{1100, 200, 1400, 400}));
     EXPECT_EQ(PutWithin({900, 50, 1200, 250}, 20, kRoom), (PixelRect{1000, 120, 1300, 320}));
     EXPECT_EQ(PutWithin({1500, 550, 1800, 750}, 20, kRoom), (PixelRect{1300, 400, 1600, 600}));
-    // What is larger has its middle there.
+    // A larger frame has its middle there.
     EXPECT_EQ(PutWithin({900, 50, 1700, 650}, 20, kRoom), (PixelRect{900, 60, 1700, 660}));
 }

@@ -9,7 +9,7 @@ TEST(Screen, HasAFrameOfInclusivePixels)
 {
     const BScreen screen;
     EXPECT_TRUE(screen.IsValid());
-    // The main screen begins the plane, and an even number of pixels is an odd width.
+    // The main screen is at the origin, and a screen with an even number of pixels has an odd width.
     EXPECT_EQ(screen.Frame().LeftTop(), BPoint(0, 0));
     EXPECT_EQ(screen.Frame().IntegerWidth() % 2, 1);
     EXPECT_EQ(screen.WaitForRetrace(), B_OK);

@@ -12,7 +12,7 @@ constexpr uint32 kWhite = 0xFFFFFFFF;
 constexpr uint32 kRed = 0xFFFF0000;
 constexpr uint32 kGreen = 0xFF00FF00;
 
-/// Notes what it was asked to draw, and fills it with red.
+/// Records the rectangles that it is asked to draw, and fills them with red.
 class Painter : public BView {
 public:
     explicit Painter(BRect frame, uint32 mode = 0, uint32 flags = B_WILL_DRAW)
@@ -143,7 +143,7 @@ TEST_F(ViewDrawing, DrawingOutsideOfDrawStaysInThePicture)
     test::Turn();
     EXPECT_EQ(test::PixelOf(window, 3, 3), kGreen);
     EXPECT_EQ(test::PixelOf(window, 4, 3), kWhite);
-    // The system asks for it again: it comes from the picture, not from Draw.
+    // When the system asks again, the pixels come from the picture, not from Draw.
     painter->updates.clear();
     EXPECT_EQ(test::PixelOf(window, 3, 20), kGreen);
     EXPECT_TRUE(painter->updates.empty());
@@ -162,7 +162,7 @@ TEST_F(ViewDrawing, ATransparentViewShowsItsParent)
     test::Turn();
     EXPECT_EQ(test::PixelOf(window, 14, 14), kGreen);
     EXPECT_EQ(test::PixelOf(window, 15, 15), kRed);
-    // A word of the magic colour, stroked or copied, is no pixel.
+    // The magic colour leaves transparent pixels, whether it is stroked or copied.
     above->SetLowColor(B_TRANSPARENT_COLOR);
     above->FillRect(BRect(0, 0, 1, 1), B_SOLID_LOW);
     test::Turn();

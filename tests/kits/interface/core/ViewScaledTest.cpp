@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Columns of its own colour, drawn by way of a bitmap or by lines.
+/// Columns of its own colour, drawn through a bitmap or as lines.
 class Striped : public BView {
 public:
     Striped(BRect frame, bool byBitmap)

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Writes down which hooks were called.
+/// Records the calls of its hooks.
 class Witness : public BView {
 public:
     Witness(BRect frame, const char* name, std::string* log, uint32 mode = B_FOLLOW_NONE, uint32 flags = 0)
@@ -38,7 +38,7 @@ private:
     std::string* fLog;
 };
 
-/// A window on the screen, gone at the end of the test.
+/// A window on the screen, destroyed at the end of the test.
 struct Stage {
     explicit Stage(BRect frame = BRect(100, 100, 299, 199))
         : window(new BWindow(frame, "stage", B_TITLED_WINDOW, 0))
@@ -77,7 +77,7 @@ TEST(View, HooksComeFromTheOutsideInAndBack)
     EXPECT_EQ(inner->Looper(), nullptr);
     EXPECT_EQ(inner->Window(), nullptr);
     EXPECT_FALSE(outer->RemoveSelf());
-    // And again: the same view comes back.
+    // The same view comes back.
     log.clear();
     stage.window->AddChild(outer);
     EXPECT_EQ(log, "a.attached b.attached b.allAttached a.allAttached ");
@@ -180,7 +180,7 @@ TEST(View, ChildrenFollowTheirParentByTheirModes)
         outer.AddChild(inner);
         outer.ResizeTo(149, 119);
         EXPECT_EQ(inner->Frame(), row.expected) << row.mode;
-        // Too small for it, and back: nothing is lost.
+        // Smaller than its content, and back: nothing is lost.
         outer.ResizeTo(3, 3);
         outer.ResizeTo(149, 119);
         EXPECT_EQ(inner->Frame(), row.expected) << row.mode;

@@ -128,7 +128,7 @@ TEST(Window, SizesAreHeldToTheLimits)
     EXPECT_EQ(window->Bounds(), BRect(0, 0, 100, 120));
     window->ResizeTo(100000, 5000);
     EXPECT_EQ(window->Bounds(), BRect(0, 0, 4000, 4000));
-    // The window is brought into new limits; a minimum above its maximum counts.
+    // The window is brought within new limits; a minimum above its maximum takes precedence.
     window->SetSizeLimits(200, 100, NAN, 300);
     EXPECT_EQ(window->Bounds(), BRect(0, 0, 200, 300));
     float least = 0;
@@ -220,7 +220,7 @@ TEST(Window, CanStartMinimised)
     EXPECT_TRUE(window->IsMinimized());
     EXPECT_TRUE(test::WaitFor([&] { return kits::WindowWidget(window)->isMinimized(); }));
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
-    // A window manager takes its time to hear of it.
+    // A window manager takes its time to notice.
     EXPECT_TRUE(test::WaitFor([&] {
         window->Minimize(false);
         return !window->IsMinimized() && kits::WindowImpl::Of(window).CanShow();

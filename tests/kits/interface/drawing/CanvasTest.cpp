@@ -16,7 +16,7 @@ namespace {
 
 constexpr uint32 kInk = 0xFF102030;
 
-/// Words to draw into, shown as rows of '.' (0), '#' (the ink) and '?' (anything else).
+/// Pixels to draw into, shown as rows of '.' (0), '#' (the ink) and '?' (anything else).
 struct Sheet {
     Sheet(int32 columns, int32 rows, Canvas::Kind kind = Canvas::kRaw, PixelGrid grid = PixelGrid())
         : width(columns)
@@ -50,7 +50,7 @@ struct Sheet {
     Canvas canvas;
 };
 
-/// A bitmap whose words are all different: 1000 * row + column + 1.
+/// A bitmap whose pixels all differ: 1000 * row + column + 1.
 std::vector<uint32> Numbered(int32 width, int32 height)
 {
     std::vector<uint32> words;
@@ -107,7 +107,7 @@ TEST(Canvas, LinesFromFarAwayAreCutAndNotBent)
         EXPECT_EQ(row.substr(10, 10), whole.Row(y).substr(10, 10));
         EXPECT_EQ(row.substr(0, 10) + row.substr(20), std::string(30, '.'));
     }
-    // Ends of time: no overflow, no endless walk.
+    // Extreme coordinates cause neither an overflow nor an endless loop.
     Sheet far(10, 10);
     far.canvas.StrokeLine(-(1 << 28), -(1 << 28), 1 << 28, 1 << 28, kInk);
     for (int32 i = 0; i < 10; i++)
@@ -181,7 +181,7 @@ TEST(Canvas, StretchingRepeatsAndShrinkingLeavesOutPixels)
     Sheet narrow(3, 1);
     narrow.canvas.DrawPixels(six.data(), 6, 6, 1, {0, 0, 6, 1}, {0, 0, 3, 1}, false);
     for (int32 x = 0; x < 3; x++) {
-        // No new colours: each is one of the two that fall on it.
+        // No new colours: each pixel is one of the two that map to it.
         EXPECT_GE(narrow.At(x, 0), static_cast<uint32>(2 * x + 1));
         EXPECT_LE(narrow.At(x, 0), static_cast<uint32>(2 * x + 2));
     }
@@ -260,7 +260,7 @@ TEST(Canvas, CoverageBlendsFromLowToHighAndLeavesTheRest)
     EXPECT_EQ(sheet.At(1, 0), 0xFFFF00FF);
     EXPECT_EQ(sheet.At(2, 0), 0xFF330033);
 
-    // Over: from what is there instead.
+    // Over: starts from what is there instead.
     sheet.words = {9, 9, 0xFF0A0A0A};
     sheet.canvas.DrawCoverage(mask, 0, 0, {0, 0, 3, 1}, 0x00FFFFFF, 0x000A0A0A, true);
     EXPECT_EQ(sheet.At(2, 0), 0xFF0A0A0A);
@@ -284,7 +284,7 @@ TEST(Canvas, CoverageOfEveryWidthIsBlendedPixelByPixel)
     std::mt19937 random(7);
     for (int32 width = 1; width <= 40; width++) {
         kits::CoverageMask mask{0, 0, width, 3, std::vector<uint8>(static_cast<size_t>(width) * 3)};
-        // Texts have long runs of nothing.
+        // Texts have long runs of zero coverage.
         for (uint8& coverage : mask.coverage)
             coverage = random() % 12 == 0 ? static_cast<uint8>(random()) : 0;
         const auto from = static_cast<int32>(random() % static_cast<uint32>(width));
@@ -337,7 +337,7 @@ TEST(PixelGrid, EdgesOfViewsThatTouchMeet)
         for (int32 origin = 0; origin < 12; origin++) {
             const PixelGrid first(scale, 0, 0);
             const PixelGrid second(scale, origin, 0);
-            // The second begins where the first, origin pixels wide, ends.
+            // The second begins where the first, `origin` pixels wide, ends.
             const auto begin = static_cast<int32>(std::floor(origin * scale + 0.5));
             EXPECT_EQ(first.EdgeX(origin), begin);
             for (int32 x = 0; x < 20; x++) {
@@ -395,7 +395,7 @@ TEST(Canvas, BitmapsKeepToTheColumnsOfLinesAtABrokenScale)
         EXPECT_EQ(std::vector<uint32>(sheet.words.begin() + y * 6, sheet.words.begin() + y * 6 + 6),
                   (std::vector<uint32>{kOpaque + 1, kOpaque + 1, kOpaque + 2, kOpaque + 3, kOpaque + 3, kOpaque + 4}));
     }
-    // Stretched to twice its width each of its pixels covers two columns.
+    // At twice its width, each of its pixels covers two columns.
     Sheet wide(12, 2, Canvas::kShown, grid);
     wide.canvas.DrawPixels(words.data(), 4, 4, 1, {0, 0, 4, 1}, {0, 0, 8, 1}, false);
     for (int32 x = 0; x < 12; x++)

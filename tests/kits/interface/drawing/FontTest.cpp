@@ -46,7 +46,7 @@ TEST(Font, KeepsWhatItIsGiven)
     EXPECT_EQ(font.Encoding(), B_ISO_8859_1);
     EXPECT_EQ(font.Face(), B_BOLD_FACE | B_UNDERSCORE_FACE);
     EXPECT_EQ(font.Flags(), B_DISABLE_ANTIALIASING);
-    // It is shown in some font all the same.
+    // Some font shows it nevertheless.
     EXPECT_GT(font.StringWidth("abc"), 0);
 }
 
@@ -73,7 +73,7 @@ TEST(Font, IgnoresValuesThatAreNone)
 
 TEST(Font, LongNamesAreCutAtACharacter)
 {
-    // A character of two bytes that would be cut, and one that just fits.
+    // One length would cut a two-byte character, and at the other it just fits.
     for (const size_t length : {size_t{62}, size_t{61}}) {
         std::string name;
         name.resize(length, 'x');
@@ -92,7 +92,7 @@ TEST(Font, SizesAreLogicalPixels)
     font.SetSize(15);
     font_height height;
     font.GetHeight(&height);
-    // Any Latin font of 15 pixels: ascent and descent make up a little more than its size.
+    // Any Latin font of 15 pixels: ascent and descent add up to a little more than its size.
     EXPECT_GE(height.ascent + height.descent, 15);
     EXPECT_LE(height.ascent + height.descent, 24);
     EXPECT_EQ(height.ascent, std::floor(height.ascent));
@@ -137,7 +137,7 @@ TEST(TextCache, CoverageIsTheSameOnEveryScaleOfAskingTwice)
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(first->coverage.size(), static_cast<size_t>(first->width * first->height));
     EXPECT_EQ(kits::TextCache::Mask(font, "42.0 %", 1)->coverage, first->coverage);
-    // A text without figures is kept, not rastered again.
+    // A text without digits is cached, not rasterised again.
     const auto text = kits::TextCache::Mask(font, "Processors", 1);
     EXPECT_EQ(kits::TextCache::Mask(font, "Processors", 1), text);
     const auto large = kits::TextCache::Mask(font, "42.0 %", 2);
@@ -153,7 +153,7 @@ TEST(TextCache, FullyCoveredPixelsAreFull)
     const auto mask = kits::TextCache::Mask(font, "I", 1);
     ASSERT_NE(mask, nullptr);
     EXPECT_EQ(*std::max_element(mask->coverage.begin(), mask->coverage.end()), 255);
-    // Cut to what is covered.
+    // Cropped to the covered pixels.
     const auto rowIsEmpty = [&](int32 y) {
         const auto row = mask->coverage.begin() + y * mask->width;
         return std::all_of(row, row + mask->width, [](uint8 value) { return value == 0; });
@@ -236,7 +236,7 @@ std::string RegularStyleOf(const font_family family)
     return style;
 }
 
-/// Family and style in which a font is shown.
+/// Returns the family and style in which the system shows a font.
 std::string ListedAs(const char* family, const char* style, uint16 face = B_REGULAR_FACE)
 {
     BFont font;
@@ -257,7 +257,7 @@ TEST(FontList, StylesStandInASensibleOrder)
     std::vector<std::string> styles = StylesOf(kDejaVu);
     if (styles.empty())
         GTEST_SKIP() << "the family is not installed";
-    // More of them may be installed.
+    // More styles may be installed.
     const std::vector<std::string> known = {"Book", "Oblique", "Bold", "Bold Oblique"};
     std::erase_if(styles,
                   [&](const auto& style) { return std::find(known.begin(), known.end(), style) == known.end(); });
@@ -305,7 +305,7 @@ TEST(FontList, EveryFontIsShownInAListedOne)
     font_family first;
     ASSERT_EQ(get_font_family(0, &first), B_OK);
     EXPECT_EQ(ListedAs(first, ""), std::string(first) + "/" + RegularStyleOf(first));
-    // One that is not here is shown in some that is.
+    // A missing family is shown in an existing one.
     const std::string other = ListedAs("No Such Family", "");
     EXPECT_GT(other.size(), 1u);
 }

@@ -93,7 +93,7 @@ TEST(DirtyRects, AColumnAndACaptionStayTwo)
     dirty.Add({200, 0, 201, 50});
     dirty.Add({10, 5, 60, 20});
     EXPECT_EQ(dirty.end() - dirty.begin(), 2);
-    // The next column beside the first joins it.
+    // The next column joins the first.
     dirty.Add({201, 0, 202, 50});
     EXPECT_EQ(dirty.end() - dirty.begin(), 2);
     dirty.Add({0, 0, 300, 50});

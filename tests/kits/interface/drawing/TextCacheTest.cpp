@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Pixels by which a text's picture reaches beyond the room that it has at this scale.
+/// Returns the pixels by which a text's picture exceeds its room at this scale.
 int32 Beyond(const BFont& font, const char* text, double scale)
 {
     const auto mask = kits::TextCache::Mask(font, text, scale);

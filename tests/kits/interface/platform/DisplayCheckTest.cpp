@@ -9,11 +9,11 @@
 
 namespace {
 
-/// A made-up machine.
+/// An invented machine.
 struct Machine {
     std::map<std::string, std::string> variables;
-    std::string xDisplay;      ///< the one that answers
-    std::string waylandSocket; ///< the one that answers
+    std::string xDisplay;      ///< the display that answers
+    std::string waylandSocket; ///< the socket that answers
     bool plugin = false;
 
     std::string WhyNone(const std::vector<std::string>& arguments = {"program"}) const

@@ -34,7 +34,7 @@ public:
     std::function<void(BMessage*)> onMessage;
 };
 
-/// A view that another thread sends one message to while the main thread waits in its loop.
+/// A view to which another thread sends one message while the main thread waits in its loop.
 class DispatcherWait : public testing::Test {
 protected:
     DispatcherWait()
@@ -52,7 +52,7 @@ protected:
         test::Turn();
     }
 
-    /// Runs the loop until End; false if that was not told in time.
+    /// Runs the loop until End; returns false if that did not come in time.
     bool Run(bool isStream = true, bool isSentAgain = false)
     {
         isOver = false;
@@ -71,7 +71,7 @@ protected:
         kits::EventLoop::Current().Run();
         guard.Stop();
         isOver = true;
-        // It may wait for what this thread has.
+        // The other thread may wait for the lock that this thread has.
         const int32 depth = kits::InterfaceLock::Get().ReleaseAll();
         sender.join();
         kits::InterfaceLock::Get().Restore(depth);
@@ -99,7 +99,7 @@ bool IsGlib()
 
 TEST_F(DispatcherWait, AStreamIsHandledInIt)
 {
-    // When something else has come as well it is the dispatcher's turn, so not every one is.
+    // If something else has come as well, it is the dispatcher's turn, so not every wait is ours.
     receiver->onMessage = [&](BMessage*) {
         EXPECT_TRUE(kits::InterfaceLock::Get().IsHeld());
         if (kits::KitsApplication::IsHandlingEvent() != IsGlib())

@@ -14,7 +14,7 @@
 
 #include <random>
 
-// What views draw comes to the screen, by the short way or by the toolkit's.
+// Drawing reaches the screen by the short way or by the toolkit's.
 
 namespace {
 
@@ -29,7 +29,7 @@ public:
     }
 };
 
-/// Counts what the toolkit paints.
+/// Counts the toolkit's paint events.
 class Paints : public QObject {
 public:
     explicit Paints(QWidget* widget) { widget->installEventFilter(this); }
@@ -67,13 +67,13 @@ protected:
         test::Turn();
     }
     QWidget* Widget() const { return kits::WindowWidget(window); }
-    /// What the display really shows of the window.
+    /// Returns what the display really shows of the window.
     QImage Screen() const
     {
         const QWindow* const handle = Widget()->windowHandle();
         return handle->screen()->grabWindow(handle->winId()).toImage().convertToFormat(QImage::Format_RGB32);
     }
-    /// What it has to show.
+    /// Returns what it must show.
     QImage Wanted() const { return Widget()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
     static void Line(BView* view, int32 x, rgb_color color)
     {

@@ -18,7 +18,7 @@
 #include <functional>
 #include <thread>
 
-/// The toolkit's friend that says of an event that it came from the system.
+/// A friend class of the toolkit that marks an event as the system's.
 class QSpontaneKeyEvent {
 public:
     static void Mark(QEvent* event) { event->m_spont = true; }
@@ -26,7 +26,7 @@ public:
 
 namespace {
 
-/// Counts the messages that it gets.
+/// Counts its messages.
 class Counting : public BView {
 public:
     Counting()
@@ -38,7 +38,7 @@ public:
     int received = 0;
 };
 
-/// An object of another thread. Its handler looks at what the application object did before it.
+/// An object of another thread. Its handler records what the application object did before it.
 class Receiver : public QObject {
 public:
     bool event(QEvent* event) override
@@ -50,9 +50,9 @@ public:
         return QObject::event(event);
     }
 
-    // Of threads other than the main one.
+    // Events handled on threads other than the main one.
     int handled = 0;
-    int locked = 0; ///< how often the thread had the interface lock, which it gave up at once
+    int locked = 0; ///< how often the thread had the interface lock; it releases the lock at once
 };
 
 /// A window that gets messages while another thread of the toolkit has events.
@@ -74,7 +74,7 @@ protected:
         window->Quit();
         test::Turn();
     }
-    /// Runs work on another thread. The loop runs until the work is over and so many messages have come.
+    /// Runs work on another thread. Runs the loop until the work is done and this many messages have come.
     void RunBeside(const std::function<void()>& work, int messages)
     {
         std::atomic<bool> isDone = false;
@@ -110,7 +110,7 @@ TEST_F(KitsApplicationTest, AnEventOnAnotherThreadLeavesTheLockToTheMainThread)
                 QCoreApplication::sendEvent(&receiver, &event);
                 std::this_thread::sleep_for(std::chrono::microseconds(50));
             }
-            // As the toolkit does with a plugin that it has loaded on some thread.
+            // The toolkit does this with a plugin that some thread has loaded.
             receiver.moveToThread(qApp->thread());
         },
         50);
@@ -155,7 +155,7 @@ TEST_F(KitsApplicationTest, AnEventOnAnotherThreadIsNotTakenForOneOfTheUser)
             QMouseEvent event(QEvent::MouseButtonPress, QPointF(1, 1), QPointF(901, 902), Qt::RightButton,
                               Qt::RightButton, Qt::NoModifier);
             QSpontaneKeyEvent::Mark(&event);
-            // Not by sendEvent(), which makes it an event of the program.
+            // Not by sendEvent(), which would make it an event of the program.
             qApp->notify(&receiver, &event);
             receiver.moveToThread(nullptr);
         },

@@ -24,7 +24,7 @@
 
 namespace {
 
-/// Sees every event before its object does, and counts those that come without the interface lock.
+/// Sees every event before its object does, and counts events without the interface lock.
 class LockWatch : public QObject {
 public:
     LockWatch() { qApp->installEventFilter(this); }
@@ -39,7 +39,7 @@ public:
     int unlocked = 0;
 };
 
-/// A thread that takes the lock again and again, as one does that polls the mouse.
+/// A thread that takes the lock repeatedly, as one that polls the mouse does.
 class Rival {
 public:
     Rival()
@@ -57,7 +57,7 @@ public:
     ~Rival()
     {
         fStop = true;
-        // It may wait for what this thread has.
+        // The rival may wait for the lock that this thread has.
         const int32 depth = kits::InterfaceLock::Get().ReleaseAll();
         fThread.join();
         kits::InterfaceLock::Get().Restore(depth);
@@ -90,7 +90,7 @@ public:
     int unlocked = 0;
 };
 
-/// A window in which a view gets messages all the time, and a rival for the lock.
+/// A window in which a view keeps getting messages, and a rival for the lock.
 class EventLoop : public testing::Test {
 protected:
     EventLoop()
@@ -116,7 +116,7 @@ protected:
         window->Quit();
         test::Turn();
     }
-    /// Lets so many messages come, and at least as many turns of the rival.
+    /// Lets this many messages come, and at least as many turns of the rival.
     bool Work(int messages)
     {
         const int wanted = view->received + messages;
@@ -223,7 +223,7 @@ TEST_F(EventLoop, InsideADragToo)
 
 TEST_F(EventLoop, AnotherThreadGetsTheLockWhileANestedLoopWaits)
 {
-    // No messages: nothing but the rival's own turns.
+    // No messages: only the rival's own turns.
     poster.Stop();
     const int32 depth = kits::InterfaceLock::Get().Depth();
     for (int level = 0; level < 3; level++) {
@@ -315,17 +315,17 @@ TEST_F(EventLoop, TimersKeepTheirMoments)
 
 namespace {
 
-/// Looks, on and on, whether anything counts as a change from one look to the next.
+/// Checks continuously whether anything counts as a change between two checks.
 class Looking {
 public:
-    /// @param begin  begins something between two looks, once what it began before is over: until then it says false
+    /// @param begin  begins something between two checks, once the previous thing is over; until then it returns false
     explicit Looking(std::function<bool()> begin)
         : fBegin(std::move(begin))
         , fTimer([this] { Look(); })
         , fGuard([] { kits::EventLoop::Current().Quit(); })
     {
     }
-    /// Lets the loop run until there was a change from one look to the next, or none.
+    /// Runs the loop until there was a change between two checks, or none.
     bool Sees(bool change)
     {
         fWanted = change;
@@ -347,7 +347,7 @@ private:
         if (!fBegin())
             return;
         const bool hasMoved = std::exchange(fCount, count) != count;
-        // The first one has nothing to compare with.
+        // The first check has nothing to compare with.
         if (++fLooks == 1 || hasMoved != fWanted)
             return;
         fHasSeen = true;
@@ -363,7 +363,7 @@ private:
     bool fHasSeen = false;
 };
 
-/// What a view draws is no change, if the handler says so.
+/// A view's drawing is no change if its handler says so.
 class Scrolling : public BView {
 public:
     Scrolling()

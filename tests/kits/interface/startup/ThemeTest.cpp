@@ -99,7 +99,7 @@ TEST_F(Theme, MarksAndFramesAreSeenOnADarkDesktop)
 
     const QColor panel = QGuiApplication::palette().color(QPalette::Window);
     const QColor inside = QGuiApplication::palette().color(QPalette::Base);
-    // In the middle of the left edge of each frame, where no letters are: the lightest of the first pixels.
+    // In the middle of the left edge of each frame, where there are no letters: the lightest of the first pixels.
     const auto expectFrame = [&](const BView* view, const char* what) {
         const QWidget* widget = kits::ViewWidget(view);
         while (widget->focusProxy() != nullptr)
@@ -121,7 +121,7 @@ TEST_F(Theme, MarksAndFramesAreSeenOnADarkDesktop)
     expectFrame(number, "number field");
     expectFrame(field, "menu field");
 
-    // In some row below the bar there are ten marks, each a pixel wide, and the panel between them.
+    // Some row below the bar has ten marks, each a pixel wide, and the panel's colour between them.
     const QWidget* bar = kits::ViewWidget(slider)->focusProxy();
     while (bar->focusProxy() != nullptr)
         bar = bar->focusProxy();
@@ -168,7 +168,7 @@ TEST_F(Theme, IsFollowedByWindowsThatAreOpen)
     test::Turn();
     EXPECT_EQ(tabs->ViewColor(), ui_color(B_PANEL_BACKGROUND_COLOR));
     EXPECT_EQ(first->ViewColor(), ui_color(B_DOCUMENT_BACKGROUND_COLOR));
-    // What comes into the window later too.
+    // Views that are added later too.
     tabs->Select(1);
     test::Turn();
     EXPECT_EQ(second->ViewColor(), ui_color(B_PANEL_BACKGROUND_COLOR));

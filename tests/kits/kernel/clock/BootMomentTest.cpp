@@ -65,7 +65,7 @@ TEST_F(BootMomentTest, WhoComesSecondTakesTheMomentOfTheFirst)
 
 TEST_F(BootMomentTest, TwoBootsHaveTwoMomentsThoughTheClockBeginsAnew)
 {
-    // Without a real-time clock each start begins at the same time, more or less.
+    // Without a real-time clock, each boot begins at about the same time.
     std::set<bigtime_t> moments;
     for (int number = 0; number < 30; ++number) {
         kits::BootMoment boot{"boot-" + std::to_string(number), 5000000000 + number * 7919 % 90000};
@@ -77,7 +77,7 @@ TEST_F(BootMomentTest, TwoBootsHaveTwoMomentsThoughTheClockBeginsAnew)
         EXPECT_EQ(kits::LoadBootMoment(path, &kept), B_OK);
         EXPECT_EQ(kept, boot);
     }
-    // One that knows its time keeps it, later or earlier.
+    // A machine that knows the time keeps it, later or earlier.
     for (const bigtime_t moment : {bigtime_t{9000000000}, bigtime_t{9001000000}, bigtime_t{1000000000}}) {
         kits::BootMoment boot{"boot at " + std::to_string(moment), moment};
         ASSERT_EQ(kits::KeepBootMoment(path, &boot), B_OK);

@@ -158,7 +158,7 @@ TEST_F(ClockTest, ABrokenFileIsMeasuredAnew)
     EXPECT_EQ(kits::SetBootMomentFile(path.c_str()), B_OK);
     const std::string whole = Text();
     ASSERT_FALSE(whole.empty());
-    clock.wallTime += kDay; // so that a new measurement can be told from the kept one
+    clock.wallTime += kDay; // tells a new measurement from the kept one
     for (size_t i = 0; i < whole.size(); ++i) {
         std::string damaged = whole;
         damaged[i] = static_cast<char>(damaged[i] ^ 1);

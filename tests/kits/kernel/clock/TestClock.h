@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// Clocks that a test sets, in place of the machine's as long as it lives.
+/// Clocks that a test sets; they replace the machine's while the object lives.
 class TestClock : public kits::ClockSource {
 public:
     bigtime_t systemTime = 1000000;
@@ -23,12 +23,12 @@ public:
     bigtime_t WallTime() override { return wallTime; }
     std::string BootId() override { return bootId; }
 
-    /// Time passes.
+    /// Lets time pass.
     void Advance(bigtime_t microseconds)
     {
         systemTime += microseconds;
         wallTime += microseconds;
     }
-    /// What the rest of the program sees after another start of it.
+    /// Makes the kit see a restarted program.
     void Restart() { kits::SetClockSource(this); }
 };

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What a process without these streams finds: 0, or the number of the check that failed.
+/// Runs the checks in a process without these streams. Returns 0, or the number of the check that failed.
 int WithoutStreams(std::initializer_list<int> closed)
 {
     const pid_t child = test::ForkBound();

@@ -12,7 +12,7 @@ namespace {
 
 int sWritten = 1;
 
-/// Pages of files that this process has in memory.
+/// Returns how many pages of files this process has in memory.
 long ResidentFilePages()
 {
     long shared = -1;
@@ -39,7 +39,7 @@ TEST(StartMemory, GivesBackPagesOfFilesAndKeepsWhatWasWritten)
     EXPECT_LT(ResidentFilePages(), before);
     EXPECT_EQ(sWritten, 42);
     EXPECT_EQ(std::accumulate(numbers.begin(), numbers.end(), 0L), 4999950000L);
-    // Code and constants come back, those of other libraries too.
+    // Code and constants come back, including those of libraries.
     EXPECT_STREQ(std::to_string(sWritten).c_str(), "42");
 }
 

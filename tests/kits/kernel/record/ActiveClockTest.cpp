@@ -61,7 +61,7 @@ TEST(ActiveClockTest, NeverRunsFasterThanTimeAndCarriesTheRest)
 
 TEST(ActiveClockTest, AFullyLoadedProcessorIsNeverBelowOneForLong)
 {
-    // Read each millisecond, counted each ten: the steps come out even.
+    // Read each millisecond, counted every ten: the steps average out.
     OneProcessor processor(0);
     processor.Read(10000, 1);
     bigtime_t last = processor.clock.ActiveTime(0);

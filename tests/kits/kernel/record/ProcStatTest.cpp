@@ -137,7 +137,7 @@ TEST(ProcStatTest, IsTheSameWhereverTheTextEnds)
     const size_t firstEnd = text.find("cpu1");
     const size_t secondEnd = text.find("intr");
     for (size_t length = 0; length <= text.size(); ++length) {
-        // A copy of exactly this length: reading past its end is an error that a sanitizer sees.
+        // A copy of exactly this length, so that a sanitizer sees a read past its end.
         const std::vector<char> cut(text.begin(), text.begin() + static_cast<ptrdiff_t>(length));
         const Result result = Parse(std::string_view(cut.data(), cut.size()));
         ASSERT_EQ(result.times.size(), length < firstEnd ? 0u : length < secondEnd ? 1u : 2u) << length;

@@ -11,7 +11,7 @@ inline constexpr bigtime_t kSecond = 1000000;
 inline constexpr bigtime_t kTick = 10000;
 inline constexpr bigtime_t kBetweenLimits = 10 * kSecond;
 
-/// A reader and what it read last.
+/// A reader and its last reading.
 struct Reading {
     kits::SystemReader reader;
     bigtime_t now = 5 * kSecond;

@@ -64,7 +64,7 @@ long long MemoryFigure(const std::string& key)
     return value;
 }
 
-/// True if the figure agrees with what the machine says right before and after; asked again while it changes.
+/// Returns whether the figure lies between the machine's values right before and after it; repeats while they change.
 template <class Figure, class Truth> bool Agrees(Figure figure, Truth truth)
 {
     return Await([&] {
@@ -117,7 +117,7 @@ TEST(SystemInfoTest, KnowsTheProcessors)
 TEST(SystemInfoTest, MemoryAgreesWithTheMachine)
 {
     EXPECT_EQ(Now().max_pages, MemoryFigure("MemTotal") / 4);
-    // It changes all the time: what is read in between has to lie in between.
+    // It changes all the time, so a value read in between has to lie in between.
     EXPECT_TRUE(Await([] {
         const long long before = MemoryFigure("MemTotal") - MemoryFigure("MemAvailable");
         const long long used = Now().used_pages;
@@ -129,11 +129,11 @@ TEST(SystemInfoTest, MemoryAgreesWithTheMachine)
 TEST(SystemInfoTest, MemoryThatIsTakenIsSeen)
 {
     constexpr size_t kSize = 64 << 20;
-    // Whatever else runs takes and gives memory back meanwhile, more than this at times: then it is tried again.
+    // Other processes allocate and free memory meanwhile, at times more than this: then the test tries again.
     EXPECT_TRUE(Await([] {
         const int32 before = Now().used_pages;
         const std::vector<char> taken(kSize, 1);
-        // The kernel adds up what its processors counted about once a second.
+        // The kernel adds up its processors' counts about once a second.
         for (int i = 0; i < 300; i++) {
             if (Now().used_pages - before > static_cast<int32>(kSize / 4096 / 2))
                 return taken[kSize / 2] == 1;
@@ -247,7 +247,7 @@ TEST(SystemInfoTest, SeesAProcessorThatIsLoaded)
 
 TEST(SystemInfoTest, ARecordedMachineTakesThePlaceOfThisOne)
 {
-    // The reader of the process is made once: it takes a process of its own.
+    // The process makes its reader once, so the test takes a process of its own.
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
         {

@@ -16,7 +16,7 @@ TEST(SystemReaderAllocationTest, AReadingAllocatesNothing)
         bigtime_t now = 0;
         reader.Read(now, &info, active.data(), kits::kMaxProcessors);
         const long long before = CountAllocations();
-        // Through all that is done once a second and once a minute.
+        // Long enough for everything that is done once a second and once a minute.
         for (int i = 0; i < 400; ++i)
             reader.Read(now += 300000, &info, active.data(), kits::kMaxProcessors);
         EXPECT_EQ(CountAllocations(), before) << root;

@@ -7,11 +7,11 @@
 #include <string>
 #include <string_view>
 
-// Files of the machine that are cut, empty, missing or full of anything.
+// The machine's files, truncated, empty, missing or full of garbage.
 
 namespace {
 
-/// Everything but the active times and the limits, which have tests of their own.
+/// Compares everything except the active times and the limits, which have tests of their own.
 void ExpectSameFigures(const system_info& info, const system_info& expected, const std::string& where)
 {
     EXPECT_EQ(info.cpu_count, expected.cpu_count) << where;
@@ -43,7 +43,7 @@ constexpr const char* kFiles[] = {"proc/stat",
                                   "proc/self/cgroup",
                                   "sys/fs/cgroup/user.slice/user-1000.slice/pids.max"};
 
-/// Limits of this process and of its group: there may be none.
+/// Returns whether the file is a limit of this process or its group, which may not exist.
 bool MayBeLifted(std::string_view file)
 {
     return file.starts_with("proc/self/") || file.starts_with("sys/");
@@ -56,7 +56,7 @@ TEST(SystemReaderDamageTest, EmptyFilesKeepTheLastValues)
     RecordedMachine machine("two-processors");
     Reading reading(machine);
     const system_info whole = reading.info;
-    // The limits of a process and of its group are not known to exist, so a lost one counts as lifted.
+    // The kit cannot know that limits of a process and its group exist, so a lost one counts as lifted.
     for (const char* file : kFiles)
         if (!MayBeLifted(file))
             machine.Write(file, "");
@@ -71,7 +71,7 @@ TEST(SystemReaderDamageTest, AFileCutAnywhereKeepsTheLastValuesOrTheWholeOnes)
         if (MayBeLifted(file))
             continue;
         RecordedMachine machine("two-processors");
-        // So that the machine's own limits are the lowest.
+        // Makes the machine's own limits the lowest.
         machine.Remove("proc/self/limits");
         machine.Remove("sys/fs/cgroup");
         machine.Write("proc/sys/kernel/pid_max", "12345\n");
@@ -83,7 +83,7 @@ TEST(SystemReaderDamageTest, AFileCutAnywhereKeepsTheLastValuesOrTheWholeOnes)
         const std::filesystem::path path = std::filesystem::path(machine.Root()) / file;
         for (size_t length = std::filesystem::file_size(path); length-- > 0;) {
             std::filesystem::resize_file(path, length);
-            // A list that ends with a line may be a shorter list.
+            // A list that ends with a whole line may be a shorter list.
             if (file == "proc/sysvipc/sem" && machine.Text(file).ends_with('\n'))
                 continue;
             reading.Read(kBetweenLimits);
@@ -110,7 +110,7 @@ TEST(SystemReaderDamageTest, AFileCutAnywhereAtTheStartGivesTheWholeFigureOrNone
             Reading reading(machine);
             const system_info& info = reading.info;
             const std::string where = file + " cut at " + std::to_string(length);
-            // Without any processor in `proc/stat` their number is that of those online.
+            // Without any processor in `proc/stat`, the reader counts those online.
             EXPECT_TRUE(isOneOf(info.cpu_count, 2, 1)) << where;
             for (size_t i = 0; i < 2; ++i) {
                 EXPECT_TRUE(ActiveInRecord(info, i) == ActiveInRecord(whole, i) || ActiveInRecord(info, i) == 0)

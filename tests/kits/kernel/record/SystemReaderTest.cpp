@@ -269,7 +269,7 @@ TEST(SystemReaderTest, TheLowestLimitCounts)
 
 TEST(SystemReaderTest, TheMaximumIsAtLeastWhatIsInUse)
 {
-    // Of a container that may have few processes, on a machine with many threads, semaphores and sockets.
+    // Limits of a container that may have few processes, on a machine with many threads, semaphores and sockets.
     RecordedMachine machine("two-processors");
     machine.Write("sys/fs/cgroup/user.slice/pids.max", "3\n");
     machine.Write("proc/sys/kernel/sem", "32000 10 500 128\n");

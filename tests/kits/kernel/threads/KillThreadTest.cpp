@@ -202,7 +202,7 @@ TEST(KillThreadTest, TwoThatKillEachOtherBothEnd)
         secondId = second.Id();
         first.Start();
         second.Start();
-        // One may be gone before it could kill the other: that one is left to the destructor.
+        // One may have ended before it could kill the other, which then is left to the destructor.
         EXPECT_TRUE(Await([&] { return first.IsGone() || second.IsGone(); }));
     }
 }

@@ -118,7 +118,7 @@ TEST(SuspendThreadTest, AWakeGoesToOneThatCanGoOn)
     second.Start();
     ASSERT_TRUE(second.AwaitState(B_THREAD_WAITING));
     {
-        // Both happen while the first can do nothing: it finds itself woken and suspended.
+        // Both happen while the first thread cannot run: it finds itself woken and suspended.
         kits::WaitPoint::Guard guard = point.Hold();
         tickets = 1;
         point.WakeOne(guard);

@@ -7,7 +7,7 @@
 
 #include <atomic>
 
-/// A thread that sleeps for good; asleep when it has been made.
+/// A thread that sleeps for ever; the constructor returns when it is asleep.
 class SleepingThread : public TestThread {
 public:
     explicit SleepingThread(std::atomic<int>* endings = nullptr)
@@ -29,8 +29,8 @@ public:
     }
 };
 
-/// A thread that computes, at step 1, until it may go on; then at step 2 comes its first wait, and step 3 is its end.
-/// At step 1 when it has been made.
+/// A thread that computes, at step 1, until it may go on; its first wait is at step 2, and step 3 is its end. The
+/// constructor returns when it is at step 1.
 class BusyThread {
 public:
     BusyThread()
@@ -58,5 +58,5 @@ public:
 private:
     std::atomic<bool> fMayGoOn = false;
     std::atomic<int> fSteps = 0;
-    TestThread fThread; // last: ends before what it uses
+    TestThread fThread; // last member, so it ends before the others
 };

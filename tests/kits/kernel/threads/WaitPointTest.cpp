@@ -128,7 +128,7 @@ TEST(WaitPointTest, AWakeOfAKilledThreadGoesToTheNext)
             kits::WaitPoint::Guard guard = point.Hold();
             tickets = 1;
             killer.Start();
-            // Killed while it can do nothing, so it finds itself woken and killed.
+            // Killed while it cannot run, so it finds itself woken and killed.
             ASSERT_TRUE(killer.AwaitState(B_THREAD_WAITING));
             point.WakeOne(guard);
         }

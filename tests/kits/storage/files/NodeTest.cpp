@@ -17,7 +17,7 @@
 
 namespace {
 
-/// A disk of a file system that knows no attributes.
+/// A disk whose file system has no attributes.
 class NoAttributes : public kits::FailingDevice {
 public:
     int Before(kits::FileAction& action) override
@@ -27,7 +27,7 @@ public:
     }
 };
 
-/// Writes, reads and removes attributes of one file by way of two nodes.
+/// Writes, reads and removes attributes of one file through two nodes.
 void UseAttributes(const std::string& path)
 {
     const char title[] = "A title";

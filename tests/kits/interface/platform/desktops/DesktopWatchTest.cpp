@@ -20,7 +20,7 @@ constexpr rgb_color kRed = make_color(200, 0, 0);
 constexpr rgb_color kBlue = make_color(0, 0, 200);
 constexpr const char* kFile = "kits-desktop.kept";
 
-/// A desktop that is a variable. Outlives the backends that stand for it.
+/// A desktop that is a variable. Outlives its backends.
 struct FakeDesktop {
     std::mutex lock;
     rgb_color color = kGray;
@@ -46,13 +46,13 @@ struct FakeDesktop {
         const std::lock_guard guard(lock);
         return paints;
     }
-    /// As another program does.
+    /// Sets it as another program does.
     void SetFromOutside(rgb_color value)
     {
         SetSilently(value);
         eventfd_write(news.Get(), 1);
     }
-    /// As a program does that tells nobody.
+    /// Sets it as a program does that notifies nobody.
     void SetSilently(rgb_color value)
     {
         const std::lock_guard guard(lock);
@@ -142,7 +142,7 @@ protected:
     {
         return std::make_unique<DesktopWatch>([this] { return std::make_unique<FakeBackend>(desktop); }, kUnknown);
     }
-    /// One that has read the desktop.
+    /// Makes one that has read the desktop.
     std::unique_ptr<DesktopWatch> MakeReadyWatch()
     {
         auto watch = MakeWatch();
@@ -163,7 +163,7 @@ protected:
         watch.Ask([&](rgb_color color) { answer.set_value(color); });
         return answer.get_future().get();
     }
-    /// The file that a program leaves which is killed while the desktop is red.
+    /// Leaves the file of a program that was killed while the desktop was red.
     void LeaveAsKilled(const char* backend = "fake", bool outlivesSession = true)
     {
         BMessage state;
@@ -193,7 +193,7 @@ TEST_F(DesktopWatchTest, ReadsTheColourAndFollowsIt)
 TEST_F(DesktopWatchTest, SaysWhenTheColourIsAnother)
 {
     std::atomic<int> said = 0;
-    // The stand-in for a desktop keeps and puts back one part of a colour.
+    // The fake desktop keeps and restores one component of a colour.
     const rgb_color other = make_color(90, 90, 90);
     DesktopWatch watch([this] { return std::make_unique<FakeBackend>(desktop); }, kGray, [&] { said++; });
     desktop.SetFromOutside(other);
@@ -422,7 +422,7 @@ TEST_F(DesktopWatchTest, LooksNowAndThenAtADesktopThatTellsNothing)
     EXPECT_TRUE(Await([&] { return watch->Get() == kBlue; }));
 }
 
-/// What is there when it is asked, whatever was heard of it.
+/// Answers with the current colour, whatever was reported about it.
 TEST_F(DesktopWatchTest, AnswersWithTheColourThatIsThereNow)
 {
     const auto watch = MakeReadyWatch();
@@ -454,7 +454,7 @@ TEST_F(DesktopWatchTest, AnswersWithWhatItPaints)
     const auto watch = MakeReadyWatch();
     watch->Set(kRed, true);
     EXPECT_EQ(AskAndAwait(*watch), kRed);
-    // Somebody has painted over it, and told nobody.
+    // Somebody has painted over it and notified nobody.
     desktop.SetSilently(kBlue);
     EXPECT_EQ(AskAndAwait(*watch), kBlue);
     EXPECT_TRUE(AwaitFile(false));
@@ -466,7 +466,7 @@ TEST_F(DesktopWatchTest, AnswersWithoutADesktop)
     EXPECT_EQ(AskAndAwait(none), kUnknown);
     none.Set(kRed, true);
     EXPECT_EQ(AskAndAwait(none), kRed);
-    // The second may come when the thread has ended, the first before.
+    // Either may happen: the thread still runs, or it has ended.
     DesktopWatch nothingMade([] { return std::unique_ptr<DesktopBackend>(); }, kUnknown);
     EXPECT_EQ(AskAndAwait(nothingMade), kUnknown);
     EXPECT_EQ(AskAndAwait(nothingMade), kUnknown);
@@ -489,7 +489,7 @@ TEST_F(DesktopWatchTest, ChangesTheDesktopForGood)
 TEST_F(DesktopWatchTest, PutsBackNothingFromBeforeAChange)
 {
     auto watch = MakeReadyWatch();
-    // The stand-in for a desktop keeps and puts back one part of a colour, and may have been read again by then.
+    // The fake desktop keeps and restores one component of a colour, and may have been read again by then.
     const rgb_color other = make_color(90, 90, 90);
     watch->Set(kBlue, true);
     ASSERT_TRUE(AwaitColor(kBlue));
@@ -497,7 +497,7 @@ TEST_F(DesktopWatchTest, PutsBackNothingFromBeforeAChange)
     EXPECT_TRUE(AwaitColor(other));
     EXPECT_TRUE(AwaitFile(false));
     EXPECT_TRUE(desktop.wasPaintedAtChange.value_or(false));
-    // What is painted from here on is put back to here.
+    // Anything painted from now on is restored to this.
     watch->Set(kBlue, true);
     ASSERT_TRUE(AwaitColor(kBlue));
     watch->Restore();
@@ -526,7 +526,7 @@ TEST_F(DesktopWatchTest, DoesNotWaitForAPictureAtItsEnd)
     EXPECT_TRUE(Await([this] { return folder.Has("started"); }));
     const bigtime_t start = system_time();
     watch.reset();
-    // The picture would have had fifteen seconds.
+    // The picture would have taken fifteen seconds.
     EXPECT_LT(system_time() - start, 14000000);
     SetPictureReader("");
 }

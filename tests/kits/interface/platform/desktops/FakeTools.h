@@ -14,8 +14,8 @@
 
 namespace kits {
 
-/// A desktop whose tools are scripts that stand first in $PATH: they note how they are called and keep the settings as
-/// files of a folder.
+/// A desktop whose tools are scripts, first in $PATH: they record their calls and keep the settings as files in a
+/// folder.
 class FakeToolsTest : public testing::Test {
 protected:
     void SetUp() override
@@ -35,7 +35,7 @@ protected:
         folder.Put("bin/" + name, "#!/bin/sh\necho \"" + name + " $*\" >>\"$FAKE/calls\"\n" + script);
         std::filesystem::permissions(folder.Path("bin/" + name), std::filesystem::perms::owner_all);
     }
-    /// How the tools were called since the last time.
+    /// Returns the calls of the tools since the last time.
     std::vector<std::string> TakeCalls()
     {
         std::vector<std::string> calls;
@@ -45,7 +45,7 @@ protected:
         folder.Put("calls", "");
         return calls;
     }
-    /// A picture file of two colours, half each.
+    /// Writes a picture file of two colours, half each.
     std::string PutPicture(const std::string& name, rgb_color left, rgb_color right)
     {
         std::string bytes = "P6 64 64 255\n";

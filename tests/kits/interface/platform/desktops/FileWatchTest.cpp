@@ -43,7 +43,7 @@ TEST_F(FileWatchTest, ItsFoldersMayComeLater)
     EXPECT_TRUE(watch.TakeNews());
 }
 
-/// No notice tells of it.
+/// The system does not report this file.
 TEST_F(FileWatchTest, AFileThatComesWithItsFoldersIsNews)
 {
     FileWatch watch(folder.Path("a/b/file"));

@@ -10,7 +10,7 @@ namespace {
 constexpr rgb_color kRed = make_color(200, 10, 20);
 constexpr rgb_color kBlue = make_color(3, 4, 250);
 
-/// A setting is a file; one that is set has another beside it, named set-...
+/// A setting is a file; a setting with a value has a second file, named set-...
 constexpr const char* kSettingsTool = R"sh(
 tell() { echo "$1: $(cat "$FAKE/$2/$1")" >>"$FAKE/$2.news"; }
 case $1 in
@@ -51,7 +51,7 @@ protected:
         folder.Put("defaults-" + key, value + "\n");
         folder.Put("org.gnome.desktop.background/" + key, value + "\n");
     }
-    /// As the user does in the settings.
+    /// Sets it as the user does in the settings.
     void SetByUser(const std::string& key, const std::string& value)
     {
         Tool::Run({"gsettings", "set", "org.gnome.desktop.background", key, value});
@@ -224,7 +224,7 @@ TEST(SettingsTexts, OfColoursAreReadWhole)
         EXPECT_EQ(ParseHexColor(wrong), std::nullopt) << wrong;
 }
 
-/// Desktops that came from GNOME: a setting that shows a picture, and what it is without one.
+/// Desktops derived from GNOME: the setting that shows a picture, and its value without one.
 struct Descendant {
     const GnomeDesktop::Family& family;
     std::string picture;

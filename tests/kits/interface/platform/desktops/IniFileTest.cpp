@@ -45,7 +45,7 @@ TEST(IniFileTest, TakesAnyFile)
     EXPECT_EQ(IniFile::Read(folder.Path("good")).Value("g", "key"), "value");
 }
 
-/// A pipe without a writer would be waited for for ever, and a device has no end.
+/// Opening a pipe without a writer would wait for ever, and a device has no end.
 TEST(IniFileTest, ReadsRegularFilesOnly)
 {
     TempFolder folder(TempFolder::Place::kMemory);

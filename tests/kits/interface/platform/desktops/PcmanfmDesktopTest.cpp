@@ -14,8 +14,8 @@ constexpr rgb_color kBlue = make_color(3, 4, 250);
 constexpr rgb_color kGrey = make_color(0x44, 0x55, 0x66);
 constexpr const char* kFile = "config/pcmanfm-qt/lxqt/settings.conf";
 
-/// PCManFM-Qt as it behaves when it is called. Its settings in memory are files of the folder "memory", what its window
-/// shows those of "window". It saves what it has in memory after each change, whatever stands in its file.
+/// Behaves as PCManFM-Qt does when it is called. Its settings in memory are files in the folder "memory", those that
+/// its window shows are in "window". It saves its memory after each change, whatever its file contains.
 constexpr const char* kSendTool = R"sh(
 [ -d "$FAKE/bus" ] || exit 1
 case $* in *NameHasOwner*)
@@ -66,7 +66,7 @@ protected:
         Begin(picture, "stretch");
     }
 
-    /// It starts with these settings.
+    /// Starts it with these settings.
     void Begin(const std::string& wallpaper, const std::string& mode)
     {
         for (const char* name : {"memory/", "window/"}) {
@@ -90,7 +90,7 @@ protected:
         PutFile(settings);
         return PcmanfmDesktop().Read();
     }
-    /// What the window shows, as a program that looks for pictures by the name without its end too.
+    /// Returns what the window shows, also looking for pictures by the name without its suffix.
     std::optional<rgb_color> Shown()
     {
         const std::string mode = folder.Get("window/mode");
@@ -143,7 +143,7 @@ TEST_F(PcmanfmDesktopTest, ReadsThePlainColour)
     EXPECT_EQ(ColorOf("Wallpaper=/nonexistent/x.png\nWallpaperMode=stretch\nBgColor=#0304fa\n"), kBlue);
 }
 
-/// Before the user changes anything there is no file of theirs.
+/// Before the user changes anything, the user has no file.
 TEST_F(PcmanfmDesktopTest, ReadsTheWallpaperOfTheSystem)
 {
     std::filesystem::remove_all(folder.Path("config/pcmanfm-qt"));
@@ -167,7 +167,7 @@ TEST_F(PcmanfmDesktopTest, ReadsTheSlideThatIsShown)
                PutPicture("slides/2.ppm", make_color(1, 2, 3), make_color(1, 2, 3)));
     EXPECT_EQ(ColorOf(show + "WallpaperMode=stretch\n"), make_color(1, 2, 3));
     EXPECT_EQ(ColorOf(show + "WallpaperMode=zoom\n"), kBlue);
-    // What was cached before the show began.
+    // Cached before the slideshow began.
     folder.Put("cache/pcmanfm-qt/lxqt/wallpaper.cache.info", picture);
     EXPECT_EQ(ColorOf(show + "WallpaperMode=stretch\n"), kBlue);
 }
@@ -185,7 +185,7 @@ TEST_F(PcmanfmDesktopTest, PaintsInPlaceOfTheWallpaperAndPutsItBack)
         EXPECT_TRUE(desktop.IsPainted());
         EXPECT_EQ(desktop.Read(), color);
     }
-    // The one before is of no use any more.
+    // The previous one is no longer used.
     EXPECT_FALSE(folder.Has("config/kits-desktop/plain-445566.bmp"));
     EXPECT_TRUE(desktop.Restore(*kept));
     ExpectAsBefore();
@@ -215,7 +215,7 @@ TEST_F(PcmanfmDesktopTest, PaintsOverAPlainColourInItsWindowAlone)
     }
 }
 
-/// It takes no path that leads nowhere for its settings, so the picture must not be put in its place.
+/// It refuses a path that leads nowhere in its settings, so the picture must not take its place.
 TEST_F(PcmanfmDesktopTest, PaintsInItsWindowAloneWhereTheWallpaperIsGone)
 {
     for (const char* mode : {"stretch", "tile"}) {
@@ -260,12 +260,12 @@ TEST_F(PcmanfmDesktopTest, AWallpaperThatIsGoneMeanwhileLeavesThePlainColour)
     std::filesystem::remove(picture);
     EXPECT_TRUE(desktop.Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
-    // At the next login, too, though its settings name the picture that was painted.
+    // Also at the next login, though its settings name the painted picture.
     EXPECT_FALSE(HasPictures());
     EXPECT_EQ(desktop.Read(), kGrey);
 }
 
-/// At the end of a session it may go first, and at a login come last.
+/// At the end of a session it may end first, and at a login start last.
 TEST_F(PcmanfmDesktopTest, WhenItDoesNotRunItsFileIsPutBack)
 {
     PcmanfmDesktop desktop;
@@ -331,14 +331,14 @@ TEST_F(PcmanfmDesktopTest, ChangesTheColourForGood)
     EXPECT_FALSE(desktop.IsPainted());
     EXPECT_EQ(PcmanfmDesktop().Read(), kGrey);
     EXPECT_FALSE(folder.Has("config/kits-desktop/plain-0304fa.bmp"));
-    // What is tried from then on goes back to it.
+    // What is tested from now on is restored to this.
     const std::optional<BMessage> changed = desktop.Keep();
     desktop.Paint(kRed, *changed);
     EXPECT_TRUE(desktop.Restore(*changed));
     EXPECT_EQ(Shown(), kGrey);
 }
 
-/// Its plain colour is a setting that it takes from nobody.
+/// Its plain colour is a setting that no other program can change.
 TEST_F(PcmanfmDesktopTest, AColourForGoodOverAPlainOneLastsUntilTheSessionEnds)
 {
     Begin(picture, "none");
@@ -356,7 +356,7 @@ TEST_F(PcmanfmDesktopTest, AColourForGoodOverAPlainOneLastsUntilTheSessionEnds)
     EXPECT_EQ(desktop.Read(), kRed);
 }
 
-/// Other versions may.
+/// Other versions may note it.
 TEST_F(PcmanfmDesktopTest, AModeThatIsNotedIsPutBack)
 {
     folder.Put("notes", "");
@@ -371,7 +371,7 @@ TEST_F(PcmanfmDesktopTest, AModeThatIsNotedIsPutBack)
     EXPECT_EQ(Shown(), kGrey);
     EXPECT_TRUE(FileHas("\nWallpaper=" + picture + "\nWallpaperMode=none\n"));
     EXPECT_FALSE(HasPictures());
-    // What is set for good stays in the settings then.
+    // A permanent change stays in the settings.
     EXPECT_TRUE(desktop.Change(kBlue, nullptr));
     EXPECT_EQ(Shown(), kBlue);
     EXPECT_EQ(PcmanfmDesktop().Read(), kBlue);
@@ -389,7 +389,7 @@ TEST_F(PcmanfmDesktopTest, ASlideShowThatCouldNotBeBroughtBackIsNotPaintedOver)
 TEST_F(PcmanfmDesktopTest, IsThereWhereItDrawsTheDesktopOrWill)
 {
     EXPECT_TRUE(PcmanfmDesktop().IsThere());
-    std::filesystem::remove(folder.Path("window/mode")); // a file manager alone
+    std::filesystem::remove(folder.Path("window/mode")); // only a file manager
     EXPECT_FALSE(PcmanfmDesktop().IsThere());
     End();
     EXPECT_FALSE(PcmanfmDesktop().IsThere());
@@ -427,7 +427,7 @@ TEST_F(PcmanfmDesktopTest, HearsWhenItWritesItsFiles)
     EXPECT_TRUE(desktop.TakeNews());
 }
 
-/// Whatever lies in the place of its file.
+/// Whatever lies in place of its file.
 TEST_F(PcmanfmDesktopTest, AFileThatIsNoneIsNotRead)
 {
     std::filesystem::remove(folder.Path(kFile));

@@ -22,7 +22,7 @@ namespace kits {
 namespace {
 
 constexpr rgb_color kGround = make_color(10, 200, 60);
-/// Of tests/data/pictures/half.*: left and right.
+/// The colours of tests/data/pictures/half.*: left and right.
 constexpr rgb_color kHalves[] = {make_color(200, 10, 20), make_color(3, 4, 250)};
 constexpr rgb_color kHalf = make_color(102, 7, 135);
 
@@ -32,7 +32,7 @@ protected:
     {
         return AverageOfFile(folder.Path(name), behind);
     }
-    /// Has pictures read by a script from here on, which notes how it is called.
+    /// From now on a script reads the pictures; it records its calls.
     void PutReader(const std::string& script)
     {
         PutTool("reader", script);
@@ -40,7 +40,7 @@ protected:
     }
 };
 
-/// Whether the toolkit of this machine reads the format, which a plugin of its own may do.
+/// Returns whether this machine's toolkit reads the format, possibly through a plugin.
 bool IsSupported(const char* format)
 {
     int count = 1;
@@ -72,7 +72,7 @@ TEST_F(PictureFileTest, EveryFormatIsReadThatTheToolkitReads)
         }
         const auto average = AverageOfFile(std::string(QEL_TEST_DATA "/pictures/") + file, kGround);
         ASSERT_TRUE(average.has_value()) << file;
-        // Some round colours.
+        // Some formats round colours.
         EXPECT_NEAR(average->red, kHalf.red, 1) << file;
         EXPECT_NEAR(average->green, kHalf.green, 1) << file;
         EXPECT_NEAR(average->blue, kHalf.blue, 1) << file;
@@ -88,7 +88,7 @@ TEST_F(PictureFileTest, TheNamesEndNeedNotBeTheFormats)
     EXPECT_EQ(Average("half"), kHalf);
 }
 
-/// One of all kinds that there are of PNG.
+/// One of all kinds of PNG.
 struct PngCase {
     std::string name;
     png::Kind kind;
@@ -136,7 +136,7 @@ protected:
             return {isFirst ? most : most / 3};
         return {isFirst ? most : most / 5, most / 3, isFirst ? 0 : most / 17, isFirst ? most / 5 : most};
     }
-    /// Red, green, blue and opacity of a column, from 0 to 1.
+    /// Returns red, green, blue and opacity of a column, from 0 to 1.
     std::array<double, 4> ColorAt(int x) const
     {
         const png::Kind& kind = GetParam().kind;
@@ -163,7 +163,7 @@ protected:
 
 TEST_P(PictureFilePngTest, HasItsAverageOverWhatIsBehind)
 {
-    // No multiple of eight: rows end within a byte.
+    // No multiple of eight, so rows end within a byte.
     constexpr int kWidth = 37;
     constexpr int kHeight = 21;
     folder.Put("picture.png", png::Make(kWidth, kHeight, GetParam().kind, [this](int x, int) { return At(x); }));
@@ -195,7 +195,7 @@ TEST_F(PictureFileTest, AHundredMegapixelsAreRead)
 
 TEST_F(PictureFileTest, LargerOnesThanTheLimitsAreNot)
 {
-    // 1 GB of memory in a file of a few megabytes, and more pixels than there may be in the smallest ones.
+    // 1 GB of memory in a file of a few megabytes, and more pixels than the limit in the smallest ones.
     folder.Put("deep.png", png::MakeHuge(12000, 12000, {png::kRgba, 16}, 0x40));
     EXPECT_EQ(Average("deep.png"), std::nullopt);
     folder.Put("many.png", png::MakeHuge(40000, 40000, {png::kGrey, 1}, 0x40));
@@ -234,7 +234,7 @@ TEST_F(PictureFileTest, WhatIsNoPictureHasNoAverage)
     for (const char* name : {"empty.png", "text.png", "head.png", "half.png", "broken.png", "link.png", "folder",
                              "fifo.png", "nothing.png"})
         EXPECT_EQ(Average(name), std::nullopt) << name;
-    // A device without an end, a file that is there and cannot be read, and names that are none.
+    // A device without an end, a file that exists and cannot be read, and invalid names.
     for (const char* path : {"/dev/zero", "/proc/self/mem", "", "/", "file:", "file://", "file:///%zz", "%"})
         EXPECT_EQ(AverageOfFile(path, kGround), std::nullopt) << path;
     if (geteuid() != 0) {
@@ -248,7 +248,7 @@ TEST_F(PictureFileTest, WhatIsNoPictureHasNoAverage)
 
 TEST_F(PictureFileTest, AnyByteMayBeWrong)
 {
-    // No reader may do worse than to end; the average of what is left of a picture is as good as none.
+    // No reader may do worse than end; the average of the rest of a picture is as good as none.
     for (const char* name : {"half.jpg", "half.gif", "half.bmp", "half.svg"}) {
         std::ifstream file(std::string(QEL_TEST_DATA "/pictures/") + name, std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -340,9 +340,9 @@ TEST_F(PictureFileTest, IsGivenUpWhenItsThreadHasToEnd)
     EXPECT_TRUE(Await([&] { return folder.Get("calls").find('\n') != std::string::npos; }));
     eventfd_write(stop.Get(), 1);
     worker.join();
-    // It would have had fifteen seconds.
+    // It would have taken fifteen seconds.
     EXPECT_LT(taken, 14000000);
-    // That was nothing that the picture can help.
+    // That was not the picture's fault.
     PutReader("echo 0 0 25700 65535");
     EXPECT_EQ(Average("picture"), make_color(0, 0, 100));
 }

@@ -16,7 +16,7 @@ class PlainPictureTest : public testing::Test {
 protected:
     void SetUp() override { setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1); }
 
-    /// A number of four bytes in a file.
+    /// Returns a four-byte number in a file.
     static unsigned At(const std::string& bytes, size_t place)
     {
         unsigned value = 0;
@@ -35,7 +35,7 @@ TEST_F(PlainPictureTest, HasItsColourInEverySize)
         const std::string path = PlainPicture::Put(kColor, width, height);
         ASSERT_EQ(path, folder.Path("kits-desktop/plain-c80a14.bmp"));
         reader.Use();
-        // Where a pixel was missing the other colour would come through.
+        // The other colour would show wherever a pixel were missing.
         EXPECT_EQ(AverageOfFile(path, make_color(0, 255, 0)), kColor);
         const std::string bytes = folder.Get("kits-desktop/plain-c80a14.bmp");
         EXPECT_EQ(At(bytes, 2), bytes.size());

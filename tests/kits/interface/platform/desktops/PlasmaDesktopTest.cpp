@@ -11,8 +11,8 @@ constexpr rgb_color kBlue = make_color(3, 4, 250);
 constexpr const char* kFile = "plasma-org.kde.plasma.desktop-appletsrc";
 constexpr const char* kFilePath = "config/plasma-org.kde.plasma.desktop-appletsrc";
 
-/// A shell with two desktops. What it has in memory is files of a folder; when something was set by an entry it writes
-/// its settings file, in which a panel stands too. It understands the scripts that are sent to it by their words.
+/// A shell with two desktops. Its memory is files in a folder; when an entry is set, it writes its settings file, which
+/// also contains a panel. It recognises the scripts sent to it by their words.
 constexpr const char* kSendTool = R"sh(
 for word; do last=$word; done
 case $last in
@@ -101,7 +101,7 @@ protected:
         const std::string text = folder.Get("desktops/" + name);
         return text.substr(0, text.find('\n'));
     }
-    /// The settings file; empty before the shell has written it.
+    /// Returns the settings file; empty before the shell has written it.
     std::string File() { return folder.Has(kFilePath) ? folder.Get(kFilePath) : ""; }
     bool FileHas(const std::string& text) { return File().find(text) != std::string::npos; }
     void ExpectAsBefore()
@@ -175,7 +175,7 @@ TEST_F(PlasmaDesktopTest, APlainWallpaperHasAColourBeforeOneWasChosen)
     EXPECT_EQ(PlasmaDesktop().Read(), make_color(0x1d, 0x99, 0xf3));
 }
 
-/// Before the user chooses a picture there is none in the settings.
+/// Before the user chooses a picture, the settings name none.
 TEST_F(PlasmaDesktopTest, ReadsTheWallpaperOfTheLook)
 {
     std::filesystem::remove(folder.Path("desktops/1/Image"));
@@ -190,7 +190,7 @@ TEST_F(PlasmaDesktopTest, ReadsTheWallpaperOfTheLook)
     std::filesystem::create_directory(folder.Path("config/kdedefaults"));
     folder.Put("config/kdedefaults/kdeglobals", "[KDE]\nLookAndFeelPackage=org.example.look\n");
     EXPECT_EQ(PlasmaDesktop().Read(), make_color(1, 2, 3));
-    // A package may be named where a path is expected.
+    // The settings may name a package instead of a path.
     Put("1/Image", "Sea");
     EXPECT_EQ(PlasmaDesktop().Read(), kRed);
 }
@@ -221,7 +221,7 @@ TEST_F(PlasmaDesktopTest, PaintsEveryDesktopAndPutsEverythingBack)
     EXPECT_EQ(desktop.Read(), kBlue);
     EXPECT_TRUE(desktop.Restore(*kept));
     ExpectAsBefore();
-    // The shell remembers what was taken out of its file.
+    // The shell remembers entries that were removed from its file.
     EXPECT_TRUE(desktop.Paint(kBlue, *kept));
     EXPECT_TRUE(FileHas("[Containments][1][Wallpaper][org.kde.color][General]\nColor=3,4,250\n"));
 }
@@ -257,11 +257,11 @@ TEST_F(PlasmaDesktopTest, AShellThatDoesNotObeyIsNotTakenForPainted)
     const std::optional<BMessage> kept = desktop.Keep();
     folder.Put("deaf", "");
     EXPECT_FALSE(desktop.Paint(kRed, *kept));
-    EXPECT_EQ(desktop.Read(), kRed); // that of the picture
+    EXPECT_EQ(desktop.Read(), kRed); // the picture's average
     EXPECT_FALSE(desktop.Change(kBlue, nullptr));
 }
 
-/// At the end of a session the shell may go first.
+/// At the end of a session the shell may end first.
 TEST_F(PlasmaDesktopTest, WhenTheShellHasEndedItsFileIsPutBack)
 {
     PlasmaDesktop desktop;

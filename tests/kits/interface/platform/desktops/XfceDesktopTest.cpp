@@ -11,7 +11,7 @@ constexpr rgb_color kBlue = make_color(3, 4, 250);
 constexpr const char* kFirst = "/backdrop/screen0/monitorDP-1/workspace0";
 constexpr const char* kSecond = "/backdrop/screen0/monitorHDMI-2/workspace3";
 
-/// A property is a file that holds what is printed of it.
+/// A property is a file that holds the tool's output.
 constexpr const char* kQueryTool = R"sh(
 [ "$1 $2" = "-c xfce4-desktop" ] || exit 1
 shift 2
@@ -102,7 +102,7 @@ TEST_F(XfceDesktopTest, ReadsTheMainMonitorsWorkspaceThatIsShown)
     }
     EXPECT_EQ(XfceDesktop().Read(), kRed);
     EXPECT_EQ(XfceDesktop("DP-1").Read(), kRed);
-    // That has none for the first workspace.
+    // This monitor has none for the first workspace.
     EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 255));
     Property("/backdrop/single-workspace-number", "3\n");
     EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 51));

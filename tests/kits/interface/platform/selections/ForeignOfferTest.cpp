@@ -13,7 +13,7 @@ using kits::SelectionForm;
 using kits::SelectionSource;
 using State = ForeignOffer::State;
 
-/// Answers when the test says so.
+/// Answers on the test's command.
 class FakeSource : public SelectionSource {
 public:
     explicit FakeSource(std::function<void(Data)>& answer)
@@ -24,7 +24,7 @@ public:
     void AskOffers(std::function<void(Offers)> answer) override { answer(std::nullopt); }
     void Ask(const SelectionForm& form, std::function<void(Data)> answer) override
     {
-        // Its text alone.
+        // Offers only text.
         if (form.name == "UTF8_STRING")
             fAnswer = std::move(answer);
         else
@@ -119,7 +119,7 @@ TEST_F(ForeignOfferTest, ADropWaitsForWhatIsUnderWay)
     fOffer->Want();
     FetchForDrop();
     EXPECT_EQ(fReady, 0);
-    // As on Wayland, where the drag leaves the window after its drop.
+    // On Wayland the drag leaves the window after its drop.
     fOffer->Unwant();
     fAnswer("words");
     EXPECT_EQ(fReady, 1);

@@ -12,7 +12,7 @@ using kits::SelectionForm;
 using kits::SelectionSource;
 using State = SelectionFetch::State;
 
-/// An owner that answers when the test says so.
+/// An owner that answers on the test's command.
 struct Owner {
     std::function<void(SelectionSource::Offers)> offers;
     std::vector<std::pair<std::string, std::function<void(SelectionSource::Data)>>> questions;

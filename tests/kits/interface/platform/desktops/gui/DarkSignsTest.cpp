@@ -10,7 +10,7 @@ namespace {
 
 using Verdict = std::optional<bool>;
 
-/// All that the signs below the desktop's own can say together.
+/// Returns all combinations of the signs that rank below the desktop's own.
 std::vector<DarkSigns> AllOfGtk()
 {
     std::vector<DarkSigns> all;
@@ -87,7 +87,7 @@ TEST(DarkSignsTest, ThenTheFilesDo)
     }
 }
 
-/// A theme may be dark and not say so: its name never says that it is light.
+/// A theme may be dark and not say so: a name never says that its theme is light.
 TEST(DarkSignsTest, WithoutASignTheToolkitDecides)
 {
     EXPECT_EQ(DarkSigns().IsDark(), std::nullopt);

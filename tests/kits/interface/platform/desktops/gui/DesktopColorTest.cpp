@@ -19,7 +19,7 @@ namespace {
 
 constexpr rgb_color kRed = make_color(200, 10, 20);
 
-/// A desktop that is read only while nobody holds its lock.
+/// A desktop that can be read only while nobody holds its lock.
 class SlowDesktop : public DesktopBackend {
 public:
     SlowDesktop(std::mutex& lock, std::atomic<bool>& isLooking)
@@ -61,7 +61,7 @@ protected:
         DesktopColor::SetMaker(nullptr);
     }
 
-    /// The colours that came as answers, in their order.
+    /// The answered colours, in order.
     void Ask()
     {
         DesktopColor::Ask([this](rgb_color color) { answers.push_back(color); });
@@ -97,7 +97,7 @@ TEST_F(DesktopColorTest, AnswersOnceAndInTimeWhenTheDesktopTakesLonger)
     EXPECT_EQ(answers.size(), 1u);
 }
 
-/// Hears the answers.
+/// Receives the answers.
 class Asker : public BView {
 public:
     Asker()

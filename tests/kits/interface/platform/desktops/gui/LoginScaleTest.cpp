@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A session of MATE with the variables of its login, in the environment of this process.
+/// A MATE session with the variables of its login, in the environment of this process.
 class LoginScale : public testing::Test {
 protected:
     LoginScale()

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A surrounding without a bus, in the environment of this process, and the environment as it was afterwards.
+/// An environment of this process without a bus, and the environment afterwards.
 class SessionBus : public testing::Test {
 protected:
     SessionBus()
@@ -24,7 +24,7 @@ protected:
         setenv("PATH", folder.c_str(), 1);
     }
     ~SessionBus() override { std::filesystem::remove_all(folder); }
-    /// A file that may be executed.
+    /// Makes an executable file.
     void Make(const std::string& name)
     {
         std::ofstream(folder / name) << "#!/bin/sh\n";

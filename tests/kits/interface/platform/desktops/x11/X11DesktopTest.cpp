@@ -19,7 +19,7 @@ constexpr rgb_color kRed = make_color(200, 10, 20);
 constexpr rgb_color kBlue = make_color(3, 4, 250);
 constexpr rgb_color kGreen = make_color(0, 180, 7);
 
-/// Another program that sets the background, as setters do.
+/// Another program that sets the background.
 class Setter {
 public:
     Setter()
@@ -34,7 +34,7 @@ public:
         const auto request = xcb_intern_atom(fConnection.get(), 0, static_cast<uint16_t>(std::strlen(name)), name);
         return XReply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(fConnection.get(), request, nullptr))->atom;
     }
-    /// A picture that is one colour above and another below.
+    /// Makes a picture with one colour above another.
     xcb_pixmap_t MakePicture(rgb_color above, rgb_color below) const
     {
         return MakePicture(above, below, Width(), Height());
@@ -47,7 +47,7 @@ public:
         Fill(pixmap, below, {0, static_cast<int16_t>(height / 2), width, static_cast<uint16_t>(height / 2)});
         return pixmap;
     }
-    /// What it has made stays when it ends, until somebody frees it.
+    /// Its resources stay when it ends, until somebody frees them.
     void RetainAll() const { xcb_set_close_down_mode(fConnection.get(), XCB_CLOSE_DOWN_RETAIN_PERMANENT); }
     std::vector<xcb_window_t> Windows() const
     {
@@ -91,7 +91,7 @@ public:
                    ? *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()))
                    : static_cast<xcb_pixmap_t>(XCB_NONE);
     }
-    /// All of it: set and told of, to be freed by whoever sets the next one.
+    /// Does all of it: sets and announces a picture that the next setter may free.
     xcb_pixmap_t SetPicture(rgb_color above, rgb_color below) const
     {
         const xcb_pixmap_t pixmap = MakePicture(above, below);
@@ -110,12 +110,12 @@ public:
         const auto request = xcb_get_geometry(fConnection.get(), pixmap);
         return XReply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(fConnection.get(), request, nullptr)) != nullptr;
     }
-    /// What the screen shows.
+    /// Returns what the screen shows.
     rgb_color PixelAt(int16 x, int16 y) const
     {
         const auto request = xcb_get_image(fConnection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, fRoot, x, y, 1, 1, UINT32_MAX);
         const XReply<xcb_get_image_reply_t> image(xcb_get_image_reply(fConnection.get(), request, nullptr));
-        uint32 pixel = 0; // of 24 bits, as Xvfb was told
+        uint32 pixel = 0; // of 24 bits, Xvfb's depth here
         std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof(pixel));
         return make_color(static_cast<uint8>(pixel >> 16), static_cast<uint8>(pixel >> 8), static_cast<uint8>(pixel));
     }
@@ -165,7 +165,7 @@ protected:
         other->SetBackground(make_color(0, 0, 0));
         desktop = X11Desktop::Connect();
         ASSERT_NE(desktop, nullptr);
-        desktop->Read(); // with the answer the server also has what is wanted to be heard
+        desktop->Read(); // when the answer is here, the server also knows the requested events
         desktop->TakeNews();
     }
 
@@ -176,7 +176,7 @@ protected:
         EXPECT_TRUE(desktop->Paint(color, *kept));
         return *kept;
     }
-    /// By a program that has ended.
+    /// Leaves the picture of a program that has ended.
     static xcb_pixmap_t LeavePicture()
     {
         const Setter setter;
@@ -222,7 +222,7 @@ TEST_F(X11DesktopTest, LookingShowsNothing)
     EXPECT_TRUE(Await([&] { return other->Windows() == before; }));
 }
 
-/// A program that sets a background and names nothing leaves the name of the picture before.
+/// A program that sets a background without naming it leaves the previous name.
 TEST_F(X11DesktopTest, ANameCountsOnlyWhileItsPictureIsShown)
 {
     other->SetPicture(kRed, kGreen);
@@ -265,7 +265,7 @@ TEST_F(X11DesktopTest, AChangeForGoodFreesThePictureBefore)
     EXPECT_FALSE(other->IsAlive(picture));
     EXPECT_EQ(other->Named("_XROOTPMAP_ID"), other->Named("ESETROOT_PMAP_ID"));
     EXPECT_EQ(desktop->Read(), kBlue);
-    // It is not ours to put back.
+    // It is not ours to restore.
     desktop = X11Desktop::Connect();
     EXPECT_EQ(other->Above(), kBlue);
 }

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-/// Another client of the X server, which may play the window manager. What it makes goes with it.
+/// Another client of the X server, which may play the window manager. Its windows end with it.
 class OtherProgram {
 public:
     OtherProgram()
@@ -38,7 +38,7 @@ public:
         return reply->atom;
     }
 
-    /// A window that is shown on top of all others. There is no window manager to put a frame around it.
+    /// Shows a window on top of all others. No window manager puts a frame around it.
     xcb_window_t Show(QRect frame, bool isInputOnly = false, bool isManaged = true) const
     {
         const xcb_window_t window = xcb_generate_id(fServer.get());
@@ -70,7 +70,7 @@ public:
                             static_cast<uint32_t>(values.size()), values.data());
         Sync();
     }
-    /// The children of the root window, in the order of stacking.
+    /// Returns the children of the root window, from bottom to top.
     std::vector<xcb_window_t> Windows() const
     {
         const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> reply(
@@ -86,7 +86,7 @@ public:
                             static_cast<uint32_t>(text.size()), text.data());
         Sync();
     }
-    /// The atoms or windows that a property holds; empty when it is not there.
+    /// Returns the atoms or windows in a property; empty if it does not exist.
     std::vector<uint32_t> Get(xcb_window_t window, const char* property) const
     {
         const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
@@ -101,7 +101,7 @@ public:
     }
 
 private:
-    /// Until the server has done what was asked.
+    /// Waits until the server has handled the requests.
     void Sync() const
     {
         std::free(xcb_get_input_focus_reply(fServer.get(), xcb_get_input_focus(fServer.get()), nullptr));

@@ -51,7 +51,7 @@ protected:
         other->Set(desktop, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {other->Atom("_NET_WM_WINDOW_TYPE_DESKTOP")});
         return desktop;
     }
-    /// A window of the type "desktop" that is not among those given; NONE without one.
+    /// Returns a window of the type "desktop" that is not among those given, or NONE.
     xcb_window_t DesktopBut(const Words& known) const
     {
         for (const xcb_window_t one : other->Windows())
@@ -142,7 +142,7 @@ TEST_F(StayShown, AsTransientForAWindowOfOursWhereNoProgramDrawsTheDesktop)
     EXPECT_TRUE(other->Get(Id(), "WM_TRANSIENT_FOR").empty()) << "the window manager does not know that window yet";
     SetClients({Id(), own});
     EXPECT_TRUE(AwaitParent({own}));
-    // It wants no focus.
+    // It accepts no focus.
     EXPECT_EQ(other->Get(own, "WM_HINTS")[1], 0U);
 
     const xcb_window_t desktop = MakeDesktop();
