@@ -899,51 +899,6 @@ Datei: %2</translation>
         <translation>Stattdessen gelten die Vorgaben.</translation>
     </message>
     <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>CPU %1</source>
-        <translation>CPU %1</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>CPU %1 idle</source>
-        <translation>CPU %1 untätig</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>CPU %1 average</source>
-        <translation>CPU %1 Mittel</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>CPU %1 average idle</source>
-        <translation>CPU %1 untätig, Mittel</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>All CPUs</source>
-        <translation>Alle CPUs</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>All CPUs idle</source>
-        <translation>Alle CPUs untätig</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>All CPUs average</source>
-        <translation>Alle CPUs Mittel</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>All CPUs average idle</source>
-        <translation>Alle CPUs untätig, Mittel</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/SourceName.cpp"/>
-        <source>%1 (exp. averaged)</source>
-        <translation>%1 (exp. geglättet)</translation>
-    </message>
-    <message>
         <location filename="../src/sampling/SourceTable.cpp"/>
         <source>CPUs</source>
         <translation>CPUs</translation>
@@ -965,53 +920,8 @@ Datei: %2</translation>
     </message>
     <message>
         <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Free memory</source>
-        <translation>Freier Speicher</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Used memory</source>
-        <translation>Belegter Speicher</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Available semaphores</source>
-        <translation>Freie Semaphore</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Allocated semaphores</source>
-        <translation>Belegte Semaphore</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Available teams</source>
-        <translation>Freie Prozesse</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Allocated teams</source>
-        <translation>Laufende Prozesse</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Available threads</source>
-        <translation>Freie Threads</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Allocated threads</source>
-        <translation>Laufende Threads</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Available ports</source>
-        <translation>Freie Sockets</translation>
-    </message>
-    <message>
-        <location filename="../src/sampling/ValueProvider.cpp"/>
-        <source>Allocated ports</source>
-        <translation>Belegte Sockets</translation>
+        <source>%1 (exp. averaged)</source>
+        <translation>%1 (exp. geglättet)</translation>
     </message>
     <message>
         <location filename="../src/support/ui/ColorPreView.cpp"/>
@@ -1022,6 +932,96 @@ Datei: %2</translation>
         <location filename="../src/support/ui/ColorPreView.cpp"/>
         <source>Drag the color onto a curve, a caption or the background of a chart, or onto the desktop, which keeps it. Ctrl+C copies it.</source>
         <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder auf die Arbeitsfläche, die sie behält. Strg+C kopiert sie.</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Available teams</source>
+        <translation>Freie Prozesse</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Allocated teams</source>
+        <translation>Laufende Prozesse</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Available threads</source>
+        <translation>Freie Threads</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Allocated threads</source>
+        <translation>Laufende Threads</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Available semaphores</source>
+        <translation>Freie Semaphore</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Allocated semaphores</source>
+        <translation>Belegte Semaphore</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Available ports</source>
+        <translation>Freie Sockets</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Counts.h"/>
+        <source>Allocated ports</source>
+        <translation>Belegte Sockets</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Memory.h"/>
+        <source>Free memory</source>
+        <translation>Freier Speicher</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Memory.h"/>
+        <source>Used memory</source>
+        <translation>Belegter Speicher</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>All CPUs</source>
+        <translation>Alle CPUs</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>All CPUs average</source>
+        <translation>Alle CPUs Mittel</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>All CPUs idle</source>
+        <translation>Alle CPUs untätig</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>All CPUs average idle</source>
+        <translation>Alle CPUs untätig, Mittel</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>CPU %1</source>
+        <translation>CPU %1</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>CPU %1 average</source>
+        <translation>CPU %1 Mittel</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>CPU %1 idle</source>
+        <translation>CPU %1 untätig</translation>
+    </message>
+    <message>
+        <location filename="../src/sampling/sources/Processors.h"/>
+        <source>CPU %1 average idle</source>
+        <translation>CPU %1 untätig, Mittel</translation>
     </message>
     <message>
         <location filename="../kits/interface/controls/AlertWidget.cpp"/>

@@ -27,7 +27,7 @@ void ForEach(BMessage& message, const char* name, const std::function<void(BMess
 int32 ProcessorOf(const BMessage& source)
 {
     const vptarget_t target = ValueProvider(&source).Target();
-    return target >= VP_FIRST_CPU_IDLE && target <= VP_LAST_CPU_TARGET ? (target - 1) / 2 : -1;
+    return IsProcessorTarget(target) ? ::ProcessorOf(target) : -1;
 }
 
 bool ShowsSingleProcessorsOnly(const BMessage& chart)

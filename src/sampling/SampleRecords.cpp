@@ -2,6 +2,7 @@
 #include "src/sampling/SampleRecords.h"
 
 #include "kits/application/Message.h"
+#include "kits/kernel/FigureFile.h"
 #include "kits/support/TypeConstants.h"
 
 #include <algorithm>
@@ -19,17 +20,36 @@ bool FindRecord(const BMessage* message, const char* field, void* record, size_t
     return found >= recordSize;
 }
 
-std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field)
+namespace {
+
+/// As many whole records as the field has, at most so many.
+template <class Record> std::vector<Record> FindAll(const BMessage* message, const char* field, size_t most)
 {
     const void* data = nullptr;
     ssize_t size = 0;
     if (message->FindData(field, B_RAW_TYPE, &data, &size) != B_OK || size <= 0)
         return {};
-    const size_t count = std::min<size_t>(static_cast<size_t>(size) / sizeof(bigtime_t), kits::kMaxProcessors);
-    std::vector<bigtime_t> times(count);
-    if (count > 0)
-        memcpy(times.data(), data, count * sizeof(bigtime_t));
-    return times;
+    std::vector<Record> records(std::min(static_cast<size_t>(size) / sizeof(Record), most));
+    if (!records.empty())
+        memcpy(records.data(), data, records.size() * sizeof(Record));
+    return records;
+}
+
+} // namespace
+
+std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field)
+{
+    return FindAll<bigtime_t>(message, field, kits::kMaxProcessors);
+}
+
+std::vector<FigureRecord> FindMore(const BMessage* message)
+{
+    std::vector<FigureRecord> records = FindAll<FigureRecord>(message, kMoreField, kMostFigures);
+    for (FigureRecord& record : records) {
+        const kits::Figure figure = kits::HoldToRange({record.count, record.maximum});
+        record = {record.target, figure.count, figure.maximum};
+    }
+    return records;
 }
 
 bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory)

@@ -48,12 +48,23 @@ struct MemoryBody {
     int64 usedPages;
 };
 
+/// "sn:More": the figure of a source that has a file of its own, as often as there are such sources.
+struct FigureRecord {
+    int32 target;
+    int64 count;
+    int64 maximum;
+};
+
 #pragma pack(pop)
 
 static_assert(sizeof(system_info) == 508);
 static_assert(sizeof(SysinfoBody) == 574);
 static_assert(sizeof(SysinfoNodeBody) == 560);
 static_assert(sizeof(MemoryBody) == 16);
+static_assert(sizeof(FigureRecord) == 20);
+
+/// The most figures that a sample has in "sn:More".
+inline constexpr size_t kMostFigures = 64;
 
 /// Fields of the sample message to another process.
 inline constexpr const char* kSysinfoBodyField = "si:Body";
@@ -61,6 +72,7 @@ inline constexpr const char* kSumActiveField = "si:TRCPUTD";
 inline constexpr const char* kNodeBodyField = "sn:Body";
 inline constexpr const char* kActiveDeltasField = "sn:RCPUTD";
 inline constexpr const char* kMemoryField = "sn:Memory";
+inline constexpr const char* kMoreField = "sn:More";
 
 /// Copies as many bytes of the field as it and the record have; the rest of the record keeps its value.
 /// @return whether the field was there and held a whole record
@@ -74,6 +86,9 @@ std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field);
 /// @param memory  set to values that a sampler can have sent: 1 to kits::kMaxPages pages, no more of them used
 /// @return false, and nothing is set, if the field has another length
 bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory);
+
+/// The figures of a sample in kMoreField, at most kMostFigures, each held to its range; a missing field gives none.
+std::vector<FigureRecord> FindMore(const BMessage* message);
 
 void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize);
 void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times);

@@ -1,33 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "src/sampling/SourceTable.h"
 
-#include "src/support/Tr.h"
+#include "src/sampling/Source.h"
 
 std::span<const SourceKey> MachineSources()
 {
-    static constexpr int32 kBoth = VP_AVERAGE | VP_EXP_AVERAGE;
-    static constexpr SourceKey kSources[] = {
-        {VP_ALL_CPUS, 0},
-        {VP_ALL_CPUS, VP_EXP_AVERAGE},
-        {VP_ALL_CPUS, VP_AVERAGE},
-        {VP_ALL_CPUS, kBoth},
-        {VP_ALL_CPUS_IDLE, 0},
-        {VP_ALL_CPUS_IDLE, VP_EXP_AVERAGE},
-        {VP_ALL_CPUS_IDLE, VP_AVERAGE},
-        {VP_ALL_CPUS_IDLE, kBoth},
-        {VP_FREE_MEMORY, 0},
-        {VP_FREE_MEMORY, VP_EXP_AVERAGE},
-        {VP_USED_MEMORY, 0},
-        {VP_USED_MEMORY, VP_EXP_AVERAGE},
-        {VP_AVAILABLE_TEAMS, 0},
-        {VP_ALLOCATED_TEAMS, 0},
-        {VP_AVAILABLE_THREADS, 0},
-        {VP_ALLOCATED_THREADS, 0},
-        {VP_AVAILABLE_SEMS, 0},
-        {VP_ALLOCATED_SEMS, 0},
-        {VP_AVAILABLE_PORTS, 0},
-        {VP_ALLOCATED_PORTS, 0},
-    };
+    static const std::vector<SourceKey> kSources = [] {
+        std::vector<SourceKey> sources;
+        for (const Source& source : Sources()) {
+            for (const int32 flags : {0, +VP_EXP_AVERAGE, +VP_AVERAGE, VP_AVERAGE | VP_EXP_AVERAGE})
+                if ((flags & ~source.forms) == 0)
+                    sources.push_back({source.target, flags});
+        }
+        return sources;
+    }();
     return kSources;
 }
 

@@ -2,7 +2,7 @@
 #include "src/sampling/SysinfoNode.h"
 
 #include "kits/application/Message.h"
-#include "src/sampling/SampleRecords.h"
+#include "src/sampling/Source.h"
 
 #include <algorithm>
 #include <bit>
@@ -85,6 +85,7 @@ SysinfoNode::SysinfoNode(const BMessage* ghostArchive)
         fInitStatus = B_BAD_VALUE;
     fMaxPages = memory.maxPages;
     fUsedPages = memory.usedPages;
+    fMore = FindMore(ghostArchive);
     HoldToRange(fInfo.cpu_count, &fElapsed, &fTotalActive, &fActiveDeltas);
 }
 
@@ -104,6 +105,8 @@ void SysinfoNode::Update(const SysinfoNode* previous)
     fActiveUntil = figures.activeUntil;
     fMaxPages = figures.maxPages;
     fUsedPages = figures.usedPages;
+    fMore.clear();
+    ReadFiles(Sources(), &fMore);
 
     fElapsed = 0;
     fTotalActive = 0;
@@ -136,6 +139,16 @@ void SysinfoNode::GhostArchive(BMessage* archive) const
         const MemoryBody memory = {fMaxPages, fUsedPages};
         AddRecord(archive, kMemoryField, &memory, sizeof(memory));
     }
+    if (!fMore.empty())
+        AddRecord(archive, kMoreField, fMore.data(), fMore.size() * sizeof(FigureRecord));
+}
+
+kits::Figure SysinfoNode::FigureOf(int32 target) const
+{
+    for (const FigureRecord& record : fMore)
+        if (record.target == target)
+            return {record.count, record.maximum};
+    return {};
 }
 
 bigtime_t SysinfoNode::ActiveDelta(int32 processor) const

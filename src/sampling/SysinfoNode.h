@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/FigureFile.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/kernel/Types.h"
+#include "src/sampling/SampleRecords.h"
 
 #include <vector>
 
@@ -48,7 +50,8 @@ public:
     void Update(const SysinfoNode* previous);
 
     /// Adds the fields "sn:Body" (560 bytes) and "sn:RCPUTD" (8 bytes a processor), and, if the number of pages does
-    /// not fit in the record, "sn:Memory" (16 bytes).
+    /// not fit in the record, "sn:Memory" (16 bytes). Figures of sources with files of their own are in "sn:More"
+    /// (20 bytes each), which is left out without any.
     void GhostArchive(BMessage* archive) const;
 
     /// system_time() of the sample, microseconds.
@@ -66,6 +69,8 @@ public:
     const CounterDeltas& Counters() const { return fCounters; }
     /// The figures as read. The record has room for the active times of the first eight processors.
     const system_info& Info() const { return fInfo; }
+    /// The figure of a source that has a file of its own (Source::file); 0 of 1 if the sample has none.
+    kits::Figure FigureOf(int32 target) const;
     /// The memory in pages of 4096 bytes, 1 to kits::kMaxPages once there is a sample. The record holds no more than
     /// INT32_MAX of them.
     int64 MaxPages() const { return fMaxPages; }
@@ -80,6 +85,7 @@ private:
     bigtime_t fActiveUntil = 0;
     int64 fMaxPages = 0;
     int64 fUsedPages = 0;
+    std::vector<FigureRecord> fMore; ///< of sources with files of their own
     std::vector<bigtime_t> fActiveDeltas;
     CounterDeltas fCounters;
     system_info fInfo;

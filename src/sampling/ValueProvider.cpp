@@ -2,9 +2,7 @@
 #include "src/sampling/ValueProvider.h"
 
 #include "kits/application/Message.h"
-#include "src/sampling/Sysinfo.h"
-#include "src/sampling/SysinfoNode.h"
-#include "src/support/Tr.h"
+#include "src/sampling/Source.h"
 
 #include <charconv>
 #include <cmath>
@@ -12,74 +10,6 @@
 #include <cstring>
 
 namespace {
-
-bool IsProcessorTarget(vptarget_t target)
-{
-    return target >= VP_FIRST_CPU_IDLE && target <= VP_LAST_CPU_TARGET;
-}
-
-int32 ProcessorOf(vptarget_t target)
-{
-    return (target - 1) / 2;
-}
-
-/// One counted quantity of the machine with the two targets that show it.
-struct CountedTarget {
-    vptarget_t available;
-    vptarget_t used;
-    const char* availableName;
-    const char* usedName;
-    const char* unit;
-    int64 (*maximum)(const SysinfoNode& sample);
-    int64 (*inUse)(const SysinfoNode& sample);
-
-    int64 Count(vptarget_t target, const SysinfoNode& sample) const
-    {
-        return target == used ? inUse(sample) : maximum(sample) - inUse(sample);
-    }
-};
-
-constexpr CountedTarget kCountedTargets[] = {
-    {VP_FREE_MEMORY, VP_USED_MEMORY, TrLater("Free memory"), TrLater("Used memory"), nullptr,
-     [](const SysinfoNode& sample) { return sample.MaxPages(); },
-     [](const SysinfoNode& sample) { return sample.UsedPages(); }},
-    {VP_AVAILABLE_SEMS, VP_ALLOCATED_SEMS, TrLater("Available semaphores"), TrLater("Allocated semaphores"), "sems",
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_sems; },
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_sems; }},
-    {VP_AVAILABLE_TEAMS, VP_ALLOCATED_TEAMS, TrLater("Available teams"), TrLater("Allocated teams"), "teams",
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_teams; },
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_teams; }},
-    {VP_AVAILABLE_THREADS, VP_ALLOCATED_THREADS, TrLater("Available threads"), TrLater("Allocated threads"), "threads",
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_threads; },
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_threads; }},
-    {VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS, TrLater("Available ports"), TrLater("Allocated ports"), "ports",
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().max_ports; },
-     [](const SysinfoNode& sample) -> int64 { return sample.Info().used_ports; }},
-};
-
-const CountedTarget* FindCounted(vptarget_t target)
-{
-    for (const CountedTarget& counted : kCountedTargets)
-        if (target == counted.available || target == counted.used)
-            return &counted;
-    return nullptr;
-}
-
-std::string PlainName(vptarget_t target, bool average)
-{
-    const std::string inMiddle = average ? " average" : "";
-    if (IsProcessorTarget(target)) {
-        const std::string name = "CPU " + std::to_string(ProcessorOf(target) + 1) + inMiddle;
-        return target % 2 == 1 ? name + " idle" : name;
-    }
-    if (target == VP_ALL_CPUS)
-        return "All CPUs" + inMiddle;
-    if (target == VP_ALL_CPUS_IDLE)
-        return "All CPUs" + inMiddle + " idle";
-    if (const CountedTarget* counted = FindCounted(target))
-        return target == counted->used ? counted->usedName : counted->availableName;
-    return {};
-}
 
 /// Prints with one decimal and a point, whatever the language.
 void PrintDecimal(char* buffer, double value, const char* unit)
@@ -94,22 +24,25 @@ void PrintCount(char* buffer, int64 count, const char* unit)
     std::snprintf(buffer, ValueProvider::kValueStringLength, "%lld %s", static_cast<long long>(count), unit);
 }
 
+int32 NumberIn(const BMessage* archive, const char* key, int32 missing)
+{
+    int32 value = missing;
+    archive->FindInt32(key, &value);
+    return value;
+}
+
 } // namespace
 
 ValueProvider::ValueProvider(vptarget_t target, int32 flags)
     : fTarget(target)
     , fFlags(flags)
+    , fSource(FindSource(target))
 {
 }
 
 ValueProvider::ValueProvider(const BMessage* archive)
-    : ValueProvider(VP_FIRST_CPU, 0)
+    : ValueProvider(NumberIn(archive, "Target", VP_FIRST_CPU), NumberIn(archive, "Flags", 0))
 {
-    int32 value = 0;
-    if (archive->FindInt32("Target", &value) == B_OK)
-        fTarget = value;
-    if (archive->FindInt32("Flags", &value) == B_OK)
-        fFlags = value;
 }
 
 status_t ValueProvider::Archive(BMessage* archive) const
@@ -118,10 +51,16 @@ status_t ValueProvider::Archive(BMessage* archive) const
     return flags | archive->AddInt32("Target", fTarget);
 }
 
-std::string ValueProvider::Name(vptarget_t target, int32 flags)
+std::string ValueProvider::Name(vptarget_t target, int32 flags, const char* (*inLanguage)(const char*))
 {
-    const std::string name = PlainName(target, (flags & VP_AVERAGE) != 0);
-    return (flags & VP_EXP_AVERAGE) != 0 && !name.empty() ? name + " (exp. averaged)" : name;
+    const Source* source = FindSource(target);
+    if (source == nullptr)
+        return {};
+    const auto say = [inLanguage](const char* text) { return inLanguage != nullptr ? inLanguage(text) : text; };
+    const bool average = (flags & VP_AVERAGE) != 0 && source->averageName != nullptr;
+    const std::string name =
+        kits::Filled(say(average ? source->averageName : source->name), {std::to_string(ProcessorOf(target) + 1)});
+    return (flags & VP_EXP_AVERAGE) != 0 ? kits::Filled(say(TrLater("%1 (exp. averaged)")), {name}) : name;
 }
 
 double ValueProvider::Value(const Sysinfo* sampler, const SysinfoNode* sample)
@@ -136,30 +75,12 @@ double ValueProvider::Value(const Sysinfo* sampler, const SysinfoNode* sample)
 
 double ValueProvider::Fraction(const Sysinfo* sampler, const SysinfoNode* sample) const
 {
-    if (const CountedTarget* counted = FindCounted(fTarget))
-        return static_cast<double>(counted->Count(fTarget, *sample)) / static_cast<double>(counted->maximum(*sample));
-
-    const bool average = (fFlags & VP_AVERAGE) != 0;
-    const bigtime_t elapsed = average ? sampler->SumElapsed() : sample->Elapsed();
-    if (IsProcessorTarget(fTarget)) {
-        const int32 processor = ProcessorOf(fTarget);
-        const bigtime_t active = average ? sampler->SumActive(processor) : sample->ActiveDelta(processor);
-        const bigtime_t share = fTarget % 2 == 1 ? elapsed - active : active;
-        return static_cast<double>(share) / static_cast<double>(elapsed);
-    }
-
-    const bigtime_t totalActive = average ? sampler->SumTotalActive() : sample->TotalActive();
-    const int32 processors = average ? sampler->Info().cpu_count : sample->Info().cpu_count;
-    if (processors <= 0)
+    if (fSource == nullptr)
         return 0;
-    if (fTarget == VP_ALL_CPUS)
-        return static_cast<double>(totalActive) / processors / static_cast<double>(elapsed);
-    if (fTarget == VP_ALL_CPUS_IDLE) {
-        // Single precision and a whole number of microseconds: what charts of this source have always shown.
-        const double rounded = static_cast<float>(elapsed);
-        return (rounded - static_cast<double>(totalActive / processors)) / rounded;
-    }
-    return 0;
+    if (fSource->share != nullptr)
+        return fSource->share(*sampler, *sample, fTarget, (fFlags & VP_AVERAGE) != 0);
+    const kits::Figure figure = fSource->Count(*sample);
+    return static_cast<double>(figure.count) / static_cast<double>(figure.maximum);
 }
 
 /// The first five results are plain running means; from then on each value enters with a sixth.
@@ -178,13 +99,12 @@ double ValueProvider::Smooth(double value)
 
 void ValueProvider::GetValueString(char* buffer, const Sysinfo* sampler, const SysinfoNode* sample)
 {
-    const CountedTarget* counted = FindCounted(fTarget);
-    if (counted == nullptr)
+    if (fSource == nullptr || fSource->share != nullptr)
         PrintPercent(buffer, Value(sampler, sample));
-    else if (counted->unit == nullptr)
-        PrintMemory(buffer, counted->Count(fTarget, *sample));
+    else if (fSource->unit == nullptr)
+        PrintMemory(buffer, fSource->Count(*sample).count);
     else
-        PrintCount(buffer, counted->Count(fTarget, *sample), counted->unit);
+        PrintCount(buffer, fSource->Count(*sample).count, fSource->unit);
 }
 
 void ValueProvider::PrintPercent(char* buffer, double share)

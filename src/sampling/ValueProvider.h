@@ -9,9 +9,10 @@
 class BMessage;
 class Sysinfo;
 class SysinfoNode;
+struct Source;
 
-/// What a source shows. Processor i (from 0) idle is 2i+1 and its load 2i+2, up to 2049; the rest is below. Any other
-/// number is unassigned: it has no name and its value is 0.
+/// The number of a source. Processor i (from 0) idle is 2i+1 and its load 2i+2, up to 2049; the others are those of
+/// Source::target. Any other number is unassigned: it has no name and its value is 0.
 typedef int32 vptarget_t;
 
 enum : vptarget_t {
@@ -32,6 +33,17 @@ enum : vptarget_t {
     VP_AVAILABLE_PORTS = 2064,
     VP_ALLOCATED_PORTS = 2065
 };
+
+inline bool IsProcessorTarget(vptarget_t target)
+{
+    return target >= VP_FIRST_CPU_IDLE && target <= VP_LAST_CPU_TARGET;
+}
+
+/// Of a processor's target; from 0.
+inline int32 ProcessorOf(vptarget_t target)
+{
+    return (target - 1) / 2;
+}
 
 /// Flags of a source.
 enum : int32 {
@@ -58,8 +70,10 @@ public:
     vptarget_t Target() const { return fTarget; }
     int32 Flags() const { return fFlags; }
 
-    /// The source's name for people; empty for an unassigned target.
-    static std::string Name(vptarget_t target, int32 flags);
+    /// The source's name, in English as other programs read it; empty for an unassigned target. People see
+    /// SourceName().
+    /// @param inLanguage  translates a sentence; null: none
+    static std::string Name(vptarget_t target, int32 flags, const char* (*inLanguage)(const char*) = nullptr);
 
     /// The quantity as a fraction, at most 1.0; 0 for a processor that this machine lacks.
     /// A sample with no length or a maximum of 0, which a sampler never sends and a ghost never has, gives what the
@@ -89,6 +103,7 @@ private:
 
     vptarget_t fTarget;
     int32 fFlags;
+    const Source* fSource; ///< null for an unassigned target
     float fAccumulator = 0;
     int32 fCount = 0;
 };

@@ -77,6 +77,7 @@ constexpr kits::FieldRange kRanges[] = {
     {kSumActiveField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
     {kActiveDeltasField, B_RAW_TYPE, 0, kTimesBytes, Outside::kHeld},
     {kMemoryField, B_RAW_TYPE, sizeof(MemoryBody), sizeof(MemoryBody)}, // of another length it spoils the sample
+    {kMoreField, B_RAW_TYPE, 0, sizeof(FigureRecord) * kMostFigures, Outside::kHeld},
     // A request to quit behind all that waited.
     {"LastRequest", B_BOOL_TYPE, 0, 1},
     // Windows.

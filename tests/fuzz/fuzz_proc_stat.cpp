@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "kits/kernel/ProcText.h"
 #include "kits/kernel/record/ProcStat.h"
-#include "kits/kernel/record/ProcText.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <array>

@@ -2,6 +2,7 @@
 #include "kits/application/Message.h"
 #include "kits/support/TypeConstants.h"
 #include "src/sampling/SampleRecords.h"
+#include "src/sampling/Source.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/SysinfoNode.h"
 #include "src/sampling/ValueProvider.h"
@@ -14,7 +15,8 @@
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     BMessage message;
-    const char* const fields[] = {kSysinfoBodyField, kNodeBodyField, kSumActiveField, kActiveDeltasField, kMemoryField};
+    const char* const fields[] = {kSysinfoBodyField,  kNodeBodyField, kSumActiveField,
+                                  kActiveDeltasField, kMemoryField,   kMoreField};
     const size_t sizes[] = {sizeof(SysinfoBody), sizeof(SysinfoNodeBody)};
     for (size_t i = 0; i < std::size(fields) && size > 0; i++) {
         // One byte in front of each says how far it is from the size that it has to have.
@@ -33,7 +35,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     SysinfoNode newest(&message);
     if (sampler.InitCheck() != B_OK || newest.InitCheck() != B_OK)
         return 0;
-    for (vptarget_t target = VP_FIRST_CPU_IDLE; target <= VP_ALLOCATED_PORTS;
+    for (vptarget_t target = VP_FIRST_CPU_IDLE; IsKnownSource(target);
          target += target < VP_FIRST_CPU + 40 || target >= VP_LAST_CPU_TARGET - 3 ? 1 : 101) {
         for (int32 flags = 0; flags <= (VP_AVERAGE | VP_EXP_AVERAGE); flags++) {
             ValueProvider provider(target, flags);
@@ -46,5 +48,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     BMessage again;
     sampler.GhostArchive(&again);
+    newest.GhostArchive(&again);
     return 0;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "kits/kernel/ProcText.h"
 #include "kits/kernel/record/MachineTexts.h"
-#include "kits/kernel/record/ProcText.h"
 #include "tests/fuzz/Fuzz.h"
 
 // The parsers of one figure each: the load, sockets, semaphores, processors, limits and the user.

@@ -35,6 +35,7 @@ kits/pictures
 src/support
 src/prefs/store
 src/sampling
+src/sampling/sources
 src/support/ui
 src/sampling/list
 src/prefs

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/record/MachineLimits.h"
 
+#include "kits/kernel/ProcText.h"
 #include "kits/kernel/record/MachineTexts.h"
-#include "kits/kernel/record/ProcText.h"
 
 #include <algorithm>
 #include <optional>

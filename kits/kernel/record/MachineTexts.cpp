@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/record/MachineTexts.h"
 
-#include "kits/kernel/record/ProcText.h"
+#include "kits/kernel/ProcText.h"
 
 namespace kits {
 

@@ -9,6 +9,14 @@
 
 namespace kits {
 
+std::string RootFolder(const char* root)
+{
+    std::string folder = root != nullptr ? root : "";
+    if (!folder.ends_with('/'))
+        folder += '/';
+    return folder;
+}
+
 ProcFile::ProcFile(std::string path, std::span<char> buffer)
     : fPath(std::move(path))
     , fBuffer(buffer)

@@ -10,6 +10,13 @@
 
 namespace kits {
 
+/// The environment variable that names a recorded machine.
+inline constexpr const char* kRootVariable = "KITS_ROOT";
+
+/// A folder with `proc/` and `sys/`, with a slash at its end.
+/// @param root  null and "" mean "/"
+std::string RootFolder(const char* root);
+
 /// A text file of the kernel that is kept open and read from its beginning again and again.
 class ProcFile {
 public:

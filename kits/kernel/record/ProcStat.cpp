@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/record/ProcStat.h"
 
+#include "kits/kernel/ProcText.h"
 #include "kits/kernel/record/ProcStatLine.h"
-#include "kits/kernel/record/ProcText.h"
 
 namespace kits {
 

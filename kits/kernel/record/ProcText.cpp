@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "kits/kernel/record/ProcText.h"
+#include "kits/kernel/ProcText.h"
 
 namespace kits {
 

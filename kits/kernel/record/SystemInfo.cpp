@@ -2,6 +2,7 @@
 #include "kits/kernel/SystemInfo.h"
 
 #include "kits/kernel/Clock.h"
+#include "kits/kernel/record/ProcFile.h"
 #include "kits/kernel/record/SystemReader.h"
 
 #include <sys/stat.h>
@@ -12,12 +13,10 @@
 
 namespace {
 
-constexpr const char* kRootVariable = "KITS_ROOT";
-
 /// The reader of the whole process: the active times of all callers come from one place, so they fit together.
 struct SharedReader {
     std::mutex mutex;
-    kits::SystemReader reader{std::getenv(kRootVariable)};
+    kits::SystemReader reader{std::getenv(kits::kRootVariable)};
 };
 
 SharedReader& Shared()

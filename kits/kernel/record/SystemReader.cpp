@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/record/SystemReader.h"
 
+#include "kits/kernel/ProcText.h"
 #include "kits/kernel/record/ActiveClock.h"
 #include "kits/kernel/record/MachineLimits.h"
 #include "kits/kernel/record/MachineTexts.h"
 #include "kits/kernel/record/ProcFile.h"
-#include "kits/kernel/record/ProcText.h"
 #include "kits/kernel/record/ProcessCounter.h"
 
 #include <sys/sem.h>
@@ -29,14 +29,6 @@ constexpr size_t kWholeFile = 1 << 20;
 constexpr size_t kSmallestBuffer = 16384;
 constexpr size_t kLongestLine = 64;
 constexpr uint64 kKilobytesPerPage = 4;
-
-std::string RootFolder(const char* root)
-{
-    std::string folder = root != nullptr ? root : "";
-    if (!folder.ends_with('/'))
-        folder += '/';
-    return folder;
-}
 
 void SetFigure(int32* figure, std::optional<uint64> value)
 {

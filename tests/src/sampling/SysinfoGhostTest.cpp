@@ -164,6 +164,42 @@ TEST(SysinfoGhosts, OfAnEmptyMessageAreNothing)
         ValueProvider(target, VP_AVERAGE).Value(&ghosts.sampler, &ghosts.node);
 }
 
+TEST(SysinfoGhosts, HaveTheFiguresOfSourcesWithFiles)
+{
+    const FigureRecord sent[] = {{3000, 40, 100}, {3001, 7, 7}};
+    BMessage message = GhostFigures(1).Message();
+    AddRecord(&message, "sn:More", sent, sizeof(sent));
+    const Ghosts ghosts(message);
+    EXPECT_EQ(ghosts.node.FigureOf(3000), (kits::Figure{40, 100}));
+    EXPECT_EQ(ghosts.node.FigureOf(3001), (kits::Figure{7, 7}));
+    EXPECT_EQ(ghosts.node.FigureOf(3002), kits::Figure());
+    BMessage again;
+    ghosts.node.GhostArchive(&again);
+    const SysinfoNode copy(&again);
+    EXPECT_EQ(copy.FigureOf(3000), (kits::Figure{40, 100}));
+    EXPECT_EQ(copy.FigureOf(3001), (kits::Figure{7, 7}));
+}
+
+TEST(SysinfoGhosts, HoldFiguresOfSourcesWithFilesToTheirRange)
+{
+    std::vector<FigureRecord> sent(100, {3000, INT64_MIN, INT64_MIN});
+    sent[1] = {3001, INT64_MAX, 10};
+    sent[kMostFigures - 1].target = 3002;
+    sent[kMostFigures] = {3003, 5, 10};
+    BMessage message = GhostFigures(1).Message();
+    AddRecord(&message, "sn:More", sent.data(), sent.size() * sizeof(FigureRecord));
+    const SysinfoNode node(&message);
+    EXPECT_EQ(node.InitCheck(), B_OK);
+    EXPECT_EQ(node.FigureOf(3000), (kits::Figure{0, 1}));
+    EXPECT_EQ(node.FigureOf(3001), (kits::Figure{10, 10}));
+    EXPECT_EQ(node.FigureOf(3002), (kits::Figure{0, 1}));
+    EXPECT_EQ(node.FigureOf(3003), kits::Figure());
+    // A record that is cut does not count.
+    BMessage cut = GhostFigures(1).Message();
+    AddRecord(&cut, "sn:More", &sent[1], sizeof(FigureRecord) - 1);
+    EXPECT_EQ(SysinfoNode(&cut).FigureOf(3001), kits::Figure());
+}
+
 TEST(SysinfoGhosts, OfAShortRecordAreNothing)
 {
     GhostFigures figures(2);
