@@ -16,7 +16,7 @@ namespace {
 constexpr int32 kMaximum = 1000;
 constexpr int32 kCountValues = 64;
 
-/// What a sampler in another process would have sent.
+/// Returns a sample as a sampler in another process sends it.
 BMessage SampleOf(int32 usedPages)
 {
     SysinfoBody sampler{};

@@ -8,11 +8,11 @@
 #include <memory>
 #include <vector>
 
-/// A chart in a window that is shown on a screen without a display, and samples for it. Main thread.
+/// A chart in a window that is shown without a display, and samples for it. Main thread.
 class ChartBench {
 public:
     /// @param sources  1 to 8
-    /// @param width    of the chart in pixels
+    /// @param width    the chart's width in pixels
     ChartBench(int sources, int width, int height);
     ~ChartBench();
 

@@ -7,10 +7,10 @@
 #include <chrono>
 #include <vector>
 
-/// A thing to be measured and its floor take turns within one loop, so that whatever else the machine does falls on
-/// both, and medians are compared.
+/// The measured code and its floor take turns within one loop, so that other load on the machine affects both, and
+/// their medians are compared.
 
-/// How long @p work takes.
+/// Returns how long @p work takes.
 double Nanoseconds(auto&& work)
 {
     const auto begin = std::chrono::steady_clock::now();
@@ -18,12 +18,12 @@ double Nanoseconds(auto&& work)
     return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// What was measured in each iteration, in nanoseconds.
+/// The times measured in each iteration, in nanoseconds.
 class Times {
 public:
     void Add(double time) { fTimes.push_back(time); }
     double Median() { return Part(0.5); }
-    /// What this part of the times, 0 to below 1, lies below.
+    /// Returns the quantile at @p part, from 0 to below 1.
     double Part(double part)
     {
         const auto place = fTimes.begin() + static_cast<ptrdiff_t>(static_cast<double>(fTimes.size()) * part);
@@ -35,7 +35,7 @@ private:
     std::vector<double> fTimes;
 };
 
-/// Shows both as counters: floor_ns, measured_ns, their ratio, and what was taken beyond the floor.
+/// Reports both as counters: floor_ns, measured_ns, their ratio, and the time beyond the floor.
 inline void Report(benchmark::State& state, Times& floor, Times& measured)
 {
     state.counters["floor_ns"] = floor.Median();

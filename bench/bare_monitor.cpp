@@ -14,10 +14,9 @@
 #include <thread>
 #include <vector>
 
-/// What no monitor can do without, for bench/footprint:
-///   bare_monitor CHARTS DELAY
-/// A thread sleeps for DELAY microseconds and reads the files that the sampler reads, as far as that reads them;
-/// another one waits for it and sends the X server a new column for each chart. Nothing is computed, stored or drawn.
+/// The bare minimum that every monitor needs, for bench/footprint: bare_monitor CHARTS DELAY A thread sleeps for DELAY
+/// microseconds and reads the same parts of the same files as the sampler; another thread waits for it and sends the X
+/// server a new column for each chart. Nothing is computed, stored or drawn.
 
 namespace {
 
@@ -25,7 +24,7 @@ constexpr uint16_t kWidth = 581;
 constexpr uint16_t kHeight = 420;
 constexpr uint32_t kBackground = 0x10151D;
 constexpr uint32_t kColumn = 0x40C040;
-// As much of /proc/vmstat as has what is wanted.
+// The part of /proc/vmstat that contains the needed lines.
 constexpr size_t kPartOfVmStat = 2048;
 
 struct Reads {

@@ -2,9 +2,9 @@
 #include "bench/ChartBench.h"
 #include "bench/Measure.h"
 
-/// What one sample costs a chart: a column for each source, in its picture and in its window's, without the wraps.
-/// It grows with the sources and not with the width. The floor is to write the words of such columns, twice.
-///   chart_column/SOURCES/WIDTH
+/// Measures what one sample costs a chart: a column for each source, in its picture and in its window's, without the
+/// wraps. The cost grows with the sources and not with the width. The floor is writing the pixels of such columns,
+/// twice. chart_column/SOURCES/WIDTH
 
 namespace {
 
@@ -15,7 +15,7 @@ void BM_ChartColumn(benchmark::State& state)
     const int sources = static_cast<int>(state.range(0));
     const int width = static_cast<int>(state.range(1));
     ChartBench bench(sources, width, kHeight);
-    bench.Chart().SetPageSize(0); // a wrap clears only
+    bench.Chart().SetPageSize(0); // a wrap only clears
     std::vector<uint32> words(static_cast<size_t>(width) * kHeight);
     Times floor;
     Times column;

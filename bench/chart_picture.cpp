@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
-/// The two passes over a chart's whole picture: what a wrap does to it, next to a memmove of as many pixels, and a
-/// recolouring, next to std::replace on as many; each at most twice its floor. By the width of the chart.
+/// Measures the two passes over a chart's whole picture: a wrap, next to a memmove of as many pixels, and a
+/// recolouring, next to std::replace on as many; each takes at most twice its floor. By the width of the chart.
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr uint32 kBackground = 0x10151d;
 constexpr uint32 kColor = 0x3f8fe0;
 constexpr uint32 kOther = 0x3f8fe1;
 
-/// A chart's picture with every other pixel in a colour of its own, and the same words for the floor.
+/// A chart's picture with every other pixel in a colour of its own, and the same pixels for the floor.
 struct Pictures {
     explicit Pictures(int width)
         : words(static_cast<size_t>(width) * kHeight, kBackground)
@@ -41,7 +41,7 @@ void BM_Wrap(benchmark::State& state)
     Times wrap;
     for (auto _ : state) {
         floor.Add(Nanoseconds([&] {
-            // All that move or are cleared.
+            // All pixels that move or are cleared.
             std::memmove(pictures.floor.data(), pictures.floor.data() + 1,
                          pictures.floor.size() * sizeof(uint32) - sizeof(uint32));
             benchmark::ClobberMemory();

@@ -37,7 +37,7 @@ BusyMachine::BusyMachine(int processors)
 
     std::mt19937 random(static_cast<unsigned>(processors));
     std::vector<unsigned long long> ticks(static_cast<size_t>(processors) * kFields);
-    // A machine that is up for some days: most time is idle, some fields never count.
+    // A machine that has been up for some days: most time is idle, some fields never count.
     const unsigned largest[kFields] = {4000000, 60000, 900000, 200000000, 80000, 0, 90000, 300, 0, 0};
     for (size_t i = 0; i < ticks.size(); ++i)
         ticks[i] = largest[i % kFields] != 0 ? random() % largest[i % kFields] : 0;

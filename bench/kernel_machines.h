@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-/// A recorded machine whose processors work: its `proc/stat` is another one at every reading, so that nothing can be
-/// learned by heart. Written to a folder of its own, removed at the end.
+/// A recorded machine whose processors work: its `proc/stat` differs at every reading, so that nothing can be cached.
+/// Written to a folder of its own, which the destructor removes.
 class BusyMachine {
 public:
     explicit BusyMachine(int processors);
@@ -14,7 +14,7 @@ public:
     BusyMachine& operator=(const BusyMachine&) = delete;
 
     [[nodiscard]] const std::string& Root() const { return fRoot; }
-    /// Time passes: the next of some moments that were written down before.
+    /// Lets time pass: takes the next of some moments that were prepared.
     void Advance();
 
 private:
@@ -26,10 +26,10 @@ private:
     int fStat = -1;
 };
 
-/// Nothing but the system calls that a reading of a machine needs, each file whole: what a reading costs at least.
+/// Only the system calls that a reading of a machine needs, each file whole: the minimum cost of a reading.
 class BareReads {
 public:
-    /// @param root  of a recorded machine, or "" for this one
+    /// @param root  the folder of a recorded machine, or "" for this one
     explicit BareReads(const std::string& root);
     ~BareReads();
     BareReads(const BareReads&) = delete;

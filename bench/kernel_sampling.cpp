@@ -6,11 +6,10 @@
 
 #include <vector>
 
-/// What one sampling round costs, next to its floor: the bare reads of the same files. Both take turns, so that
-/// whatever else the machine does falls on both. Shown are the time of a round, and as counters:
-///   floor_ns  the bare reads
-///   ratio     a round by the bare reads; at most 1.3 on this machine
-///   beyond_ns what a round takes beyond the bare reads; on recorded machines at most 30 a processor
+/// Measures what one sampling round costs, next to its floor: the bare reads of the same files. Both take turns, so
+/// that other load on the machine affects both. Reports the time of a round, and as counters: floor_ns the bare reads
+/// ratio a round by the bare reads; at most 1.3 on this machine beyond_ns what a round takes beyond the bare reads; on
+/// recorded machines at most 30 a processor
 
 namespace {
 
@@ -46,7 +45,7 @@ void BM_RoundOnRecordedMachine(benchmark::State& state)
         machine.Advance();
         bare.Read();
         floor.Add(Nanoseconds([&] { bare.Read(); }));
-        // Within one second, so that the limits, which cost the same for all machines, are no part of it.
+        // Within one second, so that the limits, which cost the same on all machines, do not count.
         now = (now + 1) % 900000;
         const double time =
             Nanoseconds([&] { reader.Read(now, &info, active.data(), static_cast<int32>(active.size())); });

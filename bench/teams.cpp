@@ -19,20 +19,20 @@
 #include <filesystem>
 #include <string>
 
-/// What it costs to send a sample to another process: how long until a handler there has it, beside the round trip of
-/// as many bytes through a bare socket between the same processes; and what one more handler there adds to a round of
-/// the sampler.
+/// Measures what it costs to send a sample to another process: how long until a handler there has it, next to the round
+/// trip of as many bytes through a bare socket between the same processes; and what one more handler there adds to a
+/// round of the sampler.
 ///
-/// Round trip and sample take turns, one of each, and both are paced alike: either both come after the same pause, so
-/// that what falls asleep between samples may also fall asleep between round trips (processors, and whatever caches
-/// forget), or both without any. The clock is read right before the call that sends, and after the last byte has come
-/// back, or first thing in the handler.
+/// Round trip and sample take turns and are paced alike: either both follow the same pause, so that parts of the
+/// machine that go to sleep between samples (processors, caches) may also go to sleep between round trips, or both
+/// follow none. The clock is read right before the call that sends, and after the last byte has come back, or first
+/// thing in the handler.
 
 namespace {
 
 constexpr bigtime_t kHour = 3600LL * 1000000;
 
-/// The other process, with this one's user's folder for itself.
+/// The other process, which alone shares a runtime folder with this one.
 class Partner {
 public:
     Partner()
@@ -46,7 +46,7 @@ public:
             std::abort();
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
-        // Out of the way of each other first.
+        // Moves the descriptors out of each other's way first.
         posix_spawn_file_actions_adddup2(&actions, echo[1], 100);
         posix_spawn_file_actions_adddup2(&actions, moments[1], 101);
         posix_spawn_file_actions_adddup2(&actions, 100, kEchoDescriptor);
@@ -91,7 +91,7 @@ public:
         return handlers;
     }
 
-    /// When the last handler got its message. Waits for that.
+    /// Waits until the last handler has got its message, and returns that moment.
     int64 TakeMoment() const
     {
         int64 moment = 0;
@@ -100,7 +100,7 @@ public:
         return moment;
     }
 
-    /// Those that nobody took, of messages that were sent before.
+    /// Discards the moments of earlier messages that nobody read.
     void DropMoments() const
     {
         constexpr int kLongEnough = 200;
@@ -109,7 +109,7 @@ public:
             TakeMoment();
     }
 
-    /// So many bytes there and back.
+    /// Sends this many bytes there and back.
     void Echo(size_t size)
     {
         fBuffer.resize(size);
@@ -132,13 +132,13 @@ private:
     BMessenger fApplication;
 };
 
-/// A sampler that makes a round when it is told to.
+/// A sampler that makes a round on request.
 class Rounds {
 public:
     Rounds()
     {
         fSampler.SetSamplingDelay(kHour);
-        // So short a history never finds that a round comes too early.
+        // With so short a history, no round ever comes too early.
         fSampler.SetNodesToKeep(2);
     }
 
@@ -148,7 +148,7 @@ private:
     Sysinfo fSampler{2};
 };
 
-/// With this pause, in microseconds, before each round trip and each sample.
+/// Before each round trip and each sample comes this pause, in microseconds.
 void BM_SampleToAnotherProcess(benchmark::State& state)
 {
     const bigtime_t pause = state.range(0);
@@ -203,7 +203,7 @@ void BM_RoundToHandlers(benchmark::State& state)
 
 } // namespace
 
-// So many that 99 of 100 says something; at five samples a second that would take too long.
+// Enough that the 99th percentile means something; at five samples a second that would take too long.
 BENCHMARK(BM_SampleToAnotherProcess)->Arg(0)->Iterations(20000)->UseManualTime();
 BENCHMARK(BM_SampleToAnotherProcess)->Arg(10000)->Iterations(1000)->UseManualTime();
 BENCHMARK(BM_SampleToAnotherProcess)->Arg(200000)->Iterations(60)->UseManualTime();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The other process of bench_teams: as many handlers as it is asked for, and an echo.
 //
-// On descriptor 3 whatever comes is sent back. On descriptor 4 it says when the last of its handlers has got a message:
-// the moment, eight bytes.
+// It sends back whatever arrives on descriptor 3. When the last of its handlers has got a message, it writes the moment
+// to descriptor 4, as eight bytes.
 
 #include "bench/teams_partner.h"
 #include "kits/application/Application.h"
@@ -67,7 +67,7 @@ void Echo()
     while ((size = read(kEchoDescriptor, buffer.data(), buffer.size())) > 0)
         if (write(kEchoDescriptor, buffer.data(), static_cast<size_t>(size)) != size)
             break;
-    // Who measures has gone.
+    // The measuring process has gone.
     _exit(0);
 }
 

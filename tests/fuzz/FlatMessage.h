@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// A flattened message around a map of fields: mutations of the map stay behind a length and a sum that are right.
+/// A flattened message around a map of fields: mutations of the map get a correct length and checksum.
 inline std::string FlatMessage(const std::string& fields)
 {
     const auto integer = [](uint32 value) {

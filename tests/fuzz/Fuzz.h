@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// What libFuzzer calls with every input.
+/// libFuzzer calls this with every input.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 inline std::string_view TextOf(const uint8_t* data, size_t size)
@@ -14,7 +14,7 @@ inline std::string_view TextOf(const uint8_t* data, size_t size)
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// A promise that does not hold ends the run, and the input is kept.
+/// A broken promise ends the run, and the input is kept.
 inline void Expect(bool holds)
 {
     if (!holds)

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// An input that says step by step what is done. Beyond its end everything is 0.
+/// An input that is a script of steps. Beyond its end everything is 0.
 class Script {
 public:
     explicit Script(std::string_view bytes)
@@ -22,7 +22,7 @@ public:
         fRest.remove_prefix(1);
         return byte;
     }
-    /// Up to so much; small ones as fine as large ones.
+    /// Returns a size up to this limit; small ones are as fine as large ones.
     size_t Size(size_t most)
     {
         const uint8_t byte = Byte();

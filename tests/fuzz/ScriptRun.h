@@ -31,8 +31,8 @@ template <class Run> int RunScript(const uint8_t* data, size_t size, size_t long
     return 0;
 }
 
-/// Receives up to so many bytes and hands over the frames that are complete; none may be broken.
-/// @return false if nothing was there
+/// Receives up to this many bytes and hands over the complete frames; none may be broken.
+/// @return false if there was nothing to receive
 template <class Take>
 bool ReceiveFrames(const kits::FileDescriptor& socket, size_t most, kits::FrameReader* reader, const Take& take)
 {

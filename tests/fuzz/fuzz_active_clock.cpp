@@ -27,7 +27,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         kits::ProcessorTime times[2];
         size_t count = 0;
         for (int32 i = 0; i < 2; ++i) {
-            // Near to time as well, which is where it is decided.
+            // Also close to the time that has passed, where the clock decides.
             const uint64 near = static_cast<uint64>(now) / 10000 + reading.ticks[i] % 16;
             if ((reading.flags >> i & 1) != 0)
                 times[count++] = {i, (reading.flags >> (2 + i) & 1) != 0 ? near : uint64{reading.ticks[i]}};

@@ -51,7 +51,7 @@ constexpr uint32 kCodes[] = {MSG_PREFS_DROP,
 
 } // namespace
 
-// What the toolkit's font library keeps for the whole process.
+// Memory that the toolkit's font library keeps for the whole process.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig";
@@ -64,14 +64,14 @@ extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments)
     return 0;
 }
 
-// The first byte says what is done with it; then the map of a message.
+// The first byte selects what is done with the rest, which is the map of a message.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)
         return 0;
     const std::string flat = FlatMessage(std::string(TextOf(data + 1, size - 1)));
     BMessage message;
-    // Written by someone else: without addresses.
+    // As somebody else would write it: without addresses.
     if (kits::ReadMessage(flat, &message) != B_OK)
         return 0;
     const size_t action = data[0] % (std::size(kCodes) + 2);

@@ -11,7 +11,8 @@
 #include <map>
 #include <string>
 
-// The file that says how a painted desktop is put back: as it lies on the disk, and what it has a desktop set.
+// The file that says how a painted desktop is restored: as it lies on the disk, and the settings that it makes a
+// desktop set.
 
 namespace {
 
@@ -20,12 +21,12 @@ constexpr const char* kPaint = "1 2 3";
 
 std::string sFolder;
 
-/// A desktop whose settings are a map, and that notes what is set in it.
+/// A desktop whose settings are a map, and that records what is set in it.
 class MapDesktop : public kits::SettingsDesktop {
 public:
     explicit MapDesktop(unsigned painted)
     {
-        // Bits say which of them have been painted over.
+        // The bits say which of them have been painted over.
         for (const Setting& setting : Names()) {
             fValues[setting.key] = (painted & 1) == 0 ? "7 7 7" : setting.kind == Kind::kStyle ? kPlain : kPaint;
             painted >>= 1;
@@ -87,7 +88,7 @@ private:
 };
 
 /// @param painted    which settings have been painted over
-/// @param isPainter  it is this process that has painted
+/// @param isPainter  whether this process has painted
 void CheckRestore(const BMessage& kept, unsigned painted, bool isPainter)
 {
     MapDesktop desktop(painted);
@@ -102,7 +103,7 @@ void CheckRestore(const BMessage& kept, unsigned painted, bool isPainter)
         const bool isStyle = setting.kind == MapDesktop::Kind::kStyle;
         const std::string& value = before.at(setting.key);
         const bool isOurs = (isStyle && value == kPlain) || (isColor && (!isPainter || value == kPaint));
-        // What somebody else has set is theirs, and each is set once, however often the file names it.
+        // Settings that somebody else has changed stay theirs, and each is set once, however often the file names it.
         Expect(desktop.Calls(setting.key) <= (isOurs ? 1 : 0));
     }
 }
@@ -116,12 +117,12 @@ void CheckFile(std::string_view bytes)
     std::fclose(file);
     kits::DesktopKept kept;
     const std::optional<BMessage> left = kept.LoadLeft();
-    // What is no whole message goes; anything else stays until it has been put back.
+    // A file that is no whole message is removed; any other stays until the desktop is restored.
     Expect(kits::DesktopKept::Exists() == left.has_value());
     if (!left)
         return;
     kits::DesktopKept other;
-    Expect(!other.LoadLeft() && other.Save(BMessage('othr')) == B_BUSY); // it is held
+    Expect(!other.LoadLeft() && other.Save(BMessage('othr')) == B_BUSY); // the file is locked
     BMessage state;
     if (left->FindMessage("Kept", &state) == B_OK)
         CheckRestore(state, 0x1F, false);
@@ -144,7 +145,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     return 0;
 }
 
-// The first byte says whether the rest is a file or the fields of what is kept, and what the desktop looks like.
+// The first byte says whether the rest is a file or the fields of a kept message, and how the desktop looks.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-// What desktops keep in files of their own and say in properties of the X server: colours, themes, names of pictures.
+// Files of desktops and properties of the X server: colours, themes, names of pictures.
 
 namespace {
 
@@ -35,7 +35,7 @@ void CheckIni(const std::string& text)
     }
     Expect(bytes <= text.size());
     Expect(entries <= static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
-    // A further setting at its end leaves all others as they are.
+    // A further setting at the end leaves all others unchanged.
     const kits::IniFile more(text + "\n[a group of ours]\nkey= plain\\n\\s \n");
     Expect(more.Value("a group of ours", "key") == "plain\n ");
     for (const auto& [group, values] : file.Groups())
@@ -81,7 +81,7 @@ void CheckNames(const std::string& text)
     for (const kits::PlasmaWallpaper::Size screen : {kits::PlasmaWallpaper::Size{}, {1920, 1080}, {1, 99999}}) {
         const int best = kits::PlasmaWallpaper::BestOf(names, screen);
         Expect(names.empty() ? best == -1 : best >= 0 && static_cast<size_t>(best) < names.size());
-        // It is the best of any that are left, too.
+        // It is also the best of any subset that contains it.
         if (best >= 0)
             Expect(kits::PlasmaWallpaper::BestOf({names[static_cast<size_t>(best)]}, screen) == 0);
     }

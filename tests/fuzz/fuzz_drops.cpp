@@ -10,12 +10,11 @@
 #include <iterator>
 #include <string>
 
-// What other programs drag over a window or put on the clipboard, in all formats. What a chart makes of the message is
-// tried by fuzz_chart.
+// Drags and clipboards of other programs, in all formats. fuzz_chart tests what a chart does with the message.
 
 namespace {
 
-constexpr const char* kFormats[] = {kits::DropMessage::kFormat, // as fields, behind a sum that is right
+constexpr const char* kFormats[] = {kits::DropMessage::kFormat, // as fields, with a correct checksum
                                     kits::DropMessage::kFormat,
                                     "application/x-color",
                                     "text/plain",
@@ -24,7 +23,7 @@ constexpr const char* kFormats[] = {kits::DropMessage::kFormat, // as fields, be
                                     "text/html",
                                     "image/png"};
 
-/// Pieces, each a byte for the format, two for the length (what is missing at the end is not there), and the data.
+/// Pieces: a byte for the format, two for the length (bytes missing at the end are left out), and the data.
 void Fill(QMimeData* data, std::string_view pieces)
 {
     constexpr size_t kHead = 3;
@@ -51,13 +50,13 @@ void CheckMessage(const BMessage& message)
 {
     const char* name = nullptr;
     type_code type = 0;
-    Expect(message.GetInfo(B_POINTER_TYPE, 0, &name, &type) != B_OK); // addresses are of no use to anybody else
+    Expect(message.GetInfo(B_POINTER_TYPE, 0, &name, &type) != B_OK); // addresses mean nothing to other processes
     if (kits::DropMessage::ColorOf(message)) {
         int32 count = 0;
         Expect(message.what == B_PASTE && message.GetInfo("RGBColor", &type, &count) == B_OK &&
                type == B_RGB_COLOR_TYPE);
     }
-    // Dragged on it is the same.
+    // Dragging it on gives the same message.
     const std::unique_ptr<QMimeData> encoded = kits::DropMessage::Encode(message);
     const std::unique_ptr<BMessage> again = kits::DropMessage::Decode(*encoded);
     Expect(again != nullptr && Flat(*again) == Flat(message));

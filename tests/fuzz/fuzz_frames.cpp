@@ -18,7 +18,7 @@ void CheckMessage(std::string_view content)
     Expect(!frame->targets.empty() && frame->targets.size() <= kits::bounds::kMostTargets);
     Expect(flat.size() <= content.size() && flat.data() + flat.size() == content.data() + content.size());
     Expect(frame->targets.size() == 1 || flat.size() <= kits::bounds::kMostShared);
-    // Written again it says the same.
+    // Writing it again gives the same frame.
     const std::string again = kits::MessageFrameHead(*frame, flat.size()) + std::string(flat);
     kits::FrameReader reader;
     reader.Add(again);
@@ -37,7 +37,7 @@ void CheckMessage(std::string_view content)
 
 } // namespace
 
-// The first byte says in how large pieces the rest comes from the stream, and whether the other side is a stranger.
+// The first byte says in pieces of which size the rest comes from the stream, and whether the other side is a stranger.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)

@@ -15,9 +15,8 @@
 #include <utility>
 #include <vector>
 
-// The connection to a team that reads when it likes, answers what it likes and ends when it likes, while time passes:
-// what was taken for it comes, once and in order, a handler that is gone gets nothing, and in the end everything is
-// given back.
+// The connection to a team that reads, answers and ends as it likes, while time passes. Accepted messages arrive, once
+// and in order; a handler that is gone gets nothing; and in the end everything is given back.
 
 namespace {
 
@@ -28,7 +27,7 @@ constexpr kits::token_t kLastToken = 5;
 
 kits::TeamFolder* sFolder;
 
-/// Small, so that a short script reaches them.
+/// Small limits, so that a short script reaches them.
 kits::PeerAccounts::Table Table()
 {
     kits::PeerAccounts::Table table{};
@@ -97,7 +96,7 @@ public:
             fLinks.SetWatched(kits::ThisTeam(), fIsWatched);
             break;
         case 12:
-            // Who is not there, and who cannot be.
+            // A team that does not exist, and one that cannot exist.
             Expect(fLinks.Send(kits::ThisTeam() ^ script->Byte() ^ 0x100, OneTarget(1), 'code', Text(0, 8)) ==
                    B_BAD_HANDLER);
             fLinks.Forgive(kits::ThisTeam());
@@ -108,7 +107,7 @@ public:
         Check();
     }
 
-    /// The partner reads everything that is there.
+    /// The partner reads everything.
     void Finish()
     {
         Accept();
@@ -148,7 +147,7 @@ private:
             fLinks.Send(kits::ThisTeam(), OneTarget(token), 'code', Text(number, script->Size(64 * 1024)));
         Expect(status == B_OK || status == B_WOULD_BLOCK || status == B_BAD_HANDLER);
         Expect(isReachable || status != B_OK);
-        // Who is known to be gone is sent nothing, on this connection.
+        // On this connection, nothing is sent to a handler that is known to be gone.
         Expect(!fKnownGone.contains(token) || status != B_OK || fHasClosed);
         if (status == B_OK)
             fTaken.push_back(number);
@@ -157,7 +156,7 @@ private:
     void Accept()
     {
         kits::FileDescriptor socket(accept4(fListener.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-        // Another one after the end of the first is shown out.
+        // A second connection is refused after the end of the first.
         if (socket.IsOpen() && !std::exchange(fHasAccepted, true))
             fPartner = std::move(socket);
     }
@@ -192,7 +191,7 @@ private:
         if (fPartner.IsOpen())
             send(fPartner.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         else
-            fMayBreak = true; // it says so to nobody
+            fMayBreak = true; // nobody receives the answer
     }
 
     void ClosePartner()
@@ -216,7 +215,7 @@ private:
     void NoteClosed(kits::team_address team)
     {
         Expect(team == kits::ThisTeam());
-        // What comes on a second connection is not looked at.
+        // The test does not read what comes on a second connection.
         fHasClosed = true;
         fMayBreak = true;
         fKnownGone.clear();
@@ -245,8 +244,8 @@ private:
     bool fHasAccepted = false, fHasRead = false, fHasHello = false, fHasClosed = false, fMayBreak = false,
          fIsWatched = false, fIsHung = false;
     uint64 fLastNumber = 0, fLastPing = 0;
-    std::vector<uint64> fTaken; ///< by Send
-    size_t fCountCome = 0;      ///< of these, to the partner
+    std::vector<uint64> fTaken; ///< accepted by Send
+    size_t fCountCome = 0;      ///< those of them that the partner has received
     std::set<kits::token_t> fToldGone, fKnownGone;
 };
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-// A text that is cut says what the whole one says, or nothing.
+// A truncated text gives the figures of the whole one, or none.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string_view text = TextOf(data, size);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Asks for everything as everything.
+/// Reads every field as every type.
 void ReadAll(const BMessage& message)
 {
     const char* name;
@@ -50,7 +50,7 @@ void Read(const std::string& flat)
         return;
     }
     ReadAll(message);
-    // What was read can be written, and says the same again.
+    // A message that was read can be written, and reads the same again.
     std::vector<char> again(static_cast<size_t>(message.FlattenedSize()));
     Expect(message.Flatten(again.data(), static_cast<ssize_t>(again.size())) == B_OK);
     BMessage second;
@@ -60,7 +60,7 @@ void Read(const std::string& flat)
 
 } // namespace
 
-// The bytes as they are, and as the map of a message whose size and checksum are right.
+// Reads the bytes as they are, and as the map of a message whose size and checksum are correct.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string bytes(TextOf(data, size));

@@ -2,7 +2,7 @@
 #include "kits/kernel/record/MachineTexts.h"
 #include "tests/fuzz/Fuzz.h"
 
-// The first two bytes are where the line was last time; whatever they say, it is found if it is there.
+// The first two bytes are the position of the line last time; the line is found wherever it is.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 2)

@@ -8,7 +8,7 @@
 
 using namespace kits;
 
-// Wherever a line stands in the text, it means what it means alone.
+// A line means the same anywhere in the text as alone.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string_view text = TextOf(data, size);

@@ -19,7 +19,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
                                   kActiveDeltasField, kMemoryField,   kMoreField};
     const size_t sizes[] = {sizeof(SysinfoBody), sizeof(SysinfoNodeBody)};
     for (size_t i = 0; i < std::size(fields) && size > 0; i++) {
-        // One byte in front of each says how far it is from the size that it has to have.
+        // A byte before each record says by how much its size is wrong.
         const size_t wanted = i < std::size(sizes)                        ? sizes[i] + data[0]
                               : std::strcmp(fields[i], kMemoryField) == 0 ? sizeof(MemoryBody) + data[0] % 2
                                                                           : 4 * static_cast<size_t>(data[0]);

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-// What waits for a team that reads when and as much as it likes, and may end: nothing that was taken is lost, doubled
-// or out of order but what a newer one replaces, and the memory is what was claimed.
+// The queue for a team that reads when and as much as it likes, and may end. No accepted message is lost, doubled or
+// out of order, unless a newer one replaces it, and the memory in use equals the claimed memory.
 
 namespace {
 
@@ -65,7 +65,7 @@ public:
             fQueue.AddMessage(std::move(frame), code, std::make_shared<const std::string>(std::move(text)));
         Expect(status == B_OK || status == B_WOULD_BLOCK);
         if (status == B_WOULD_BLOCK) {
-            // Its sender knows; what it would have replaced may be gone as well.
+            // The sender knows; the message that it would have replaced may be gone as well.
             for (const kits::token_t target : targets)
                 if (isStream)
                     fNewest.erase({code, target});
@@ -116,7 +116,7 @@ public:
             fHasRead = false;
             Flush();
             Read(64 * 1024);
-            Expect(fHasRead); // it never stands still while somebody reads
+            Expect(fHasRead); // it never stops while somebody reads
         }
         if (!fTheirs.IsOpen())
             return;
@@ -149,7 +149,7 @@ private:
         }
         for (const kits::token_t target : frame->targets) {
             uint64& last = fLastOfStream[{code, target}];
-            Expect(last < number); // newer and newer
+            Expect(last < number); // newer each time
             last = number;
         }
     }
@@ -161,8 +161,8 @@ private:
     kits::FileDescriptor fOurs, fTheirs;
     kits::FrameReader fReader;
     uint64 fLastNumber = 0;
-    std::vector<uint64> fPlain; ///< taken and not to be replaced, in their order
-    size_t fCountPlain = 0;     ///< that have come
+    std::vector<uint64> fPlain; ///< accepted and not replaceable, in order
+    size_t fCountPlain = 0;     ///< those that have arrived
     using Stream = std::pair<uint32, kits::token_t>;
     std::map<Stream, uint64> fNewest, fLastOfStream;
     bool fHasRead = false;

@@ -15,7 +15,7 @@ constexpr const char* kName = "fuzz";
 constexpr const char* kFile = "fuzz.user";
 constexpr const char* kBackup = "fuzz.user.backup";
 
-/// Lines about files that are kept would drown those of the fuzzer.
+/// Lines about kept files would drown those of the fuzzer.
 class Quiet {
 public:
     Quiet() { stderr = sNothing; }
@@ -70,7 +70,7 @@ void CheckStart(const TempFolder& folder, const std::string& main, const std::st
     store.SetInt32("Number", 1);
     Expect(store.Sync() == B_OK || store.FlattenedSize() < 0);
     Expect(!folder.Has(kBackup));
-    // What was whole was read, and everything else is still there.
+    // Whole files were read, and everything else is still there.
     if (!isMainWhole && !main.empty())
         Expect(IsKept(folder, main));
     if (!isMainWhole && !isBackupWhole && !backup.empty())
@@ -79,7 +79,7 @@ void CheckStart(const TempFolder& folder, const std::string& main, const std::st
 
 } // namespace
 
-// The first byte says which call fails, the next two how long the file is; then come the file and its backup.
+// The first byte says which call fails, the next two give the length of the file; then come the file and its backup.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 3)

@@ -16,9 +16,9 @@
 #include <string>
 #include <vector>
 
-// Those who connect to this team, one process under many names: hellos right and wrong, halves of frames, floods,
-// answers that nobody reads, and time that passes. Nothing is claimed beyond the limits, who keeps to the rules gets
-// every message through, once and in order, and in the end everything is given back.
+// Peers that connect to this team, one process under many names: correct and wrong hellos, halves of frames, floods,
+// answers that nobody reads, and time that passes. No claim exceeds the limits; every message of a peer that keeps to
+// the rules gets through, once and in order; and in the end everything is given back.
 
 namespace {
 
@@ -28,7 +28,7 @@ using namespace std::chrono_literals;
 constexpr size_t kMostPeers = 12;
 constexpr size_t kCountHandlers = 3;
 
-/// Small, so that a short script reaches them.
+/// Small limits, so that a short script reaches them.
 kits::PeerAccounts::Table Table()
 {
     kits::PeerAccounts::Table table{};
@@ -40,7 +40,7 @@ kits::PeerAccounts::Table Table()
     return table;
 }
 
-/// What has come to it, as numbers.
+/// Records its messages, as numbers.
 class Counter : public BHandler {
 public:
     void MessageReceived(BMessage* message) override
@@ -57,10 +57,10 @@ private:
 
 std::array<Counter, kCountHandlers>* sHandlers;
 
-/// One that has connected, and what it knows.
+/// A peer that has connected, and what it knows.
 struct Peer {
     kits::FileDescriptor socket;
-    std::string unsent;  ///< of a frame that the socket did not take
+    std::string unsent;  ///< the rest of a frame that the socket did not take
     bool isRight = true; ///< it has kept to the rules
     bool hasSaidHello = false;
     std::array<std::vector<int32>, kCountHandlers> sent;
@@ -75,7 +75,7 @@ public:
         kits::FileDescriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        // Without a name the system gives it one.
+        // Without a name, the system chooses one.
         Expect(bind(listener.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(sa_family_t)) == 0);
         Expect(listen(listener.Get(), 16) == 0);
         fAddressSize = sizeof(fAddress);
@@ -147,13 +147,13 @@ public:
         Check();
     }
 
-    /// Everybody reads, and the main thread gets on with it: whoever has kept to the rules has had everything done.
+    /// Everybody reads, and the main thread works: everything is done for each peer that has kept to the rules.
     void Finish()
     {
-        // A read that completes no frame shows nowhere. The longest frame takes two, and the main thread reads in every
-        // second turn.
+        // A read that completes no frame is invisible. The longest frame takes two reads, and the main thread reads in
+        // every second turn.
         for (int quiet = 0, turns = 0; quiet < 8; ++turns) {
-            Expect(turns < 4000); // there is no stall and no circle
+            Expect(turns < 4000); // nothing stalls or goes in circles
             bool isMoving = false;
             for (const auto& peer : fPeers) {
                 isMoving = isMoving || (!peer->unsent.empty() && peer->socket.IsOpen());
@@ -174,7 +174,7 @@ public:
             for (const auto& peer : fPeers) {
                 if (!peer->isRight || !peer->hasSaidHello)
                     continue;
-                // In this order, among those of others.
+                // In this order, interleaved with those of others.
                 auto place = got.begin();
                 for (const int32 number : peer->sent[i]) {
                     place = std::find(place, got.end(), number);
@@ -195,7 +195,7 @@ private:
     {
         return {[this] { fIsWoken = true; }, [](kits::team_address) {},
                 [this] {
-                    Expect(!fIsPingWaiting); // one action at most waits, however many pings come
+                    Expect(!fIsPingWaiting); // at most one action waits, however many pings come
                     fIsPingWaiting = true;
                 },
                 [](kits::team_address) {}, [this] { return fNow; }};
@@ -217,7 +217,7 @@ private:
     {
         if (peer == nullptr)
             return;
-        // A newer connection of the same team takes the place of the one before.
+        // A newer connection of the same team replaces the previous one.
         const bool isRight = team == kits::ThisTeam() && !peer->hasSaidHello;
         for (const auto& other : fPeers)
             if (isRight && other.get() != peer && other->hasSaidHello)
@@ -300,7 +300,7 @@ private:
         const ssize_t size = recv(peer->socket.Get(), bytes, std::min(most, sizeof(bytes)), 0);
         if (size > 0)
             return static_cast<size_t>(size);
-        // It was shown out. For one that has kept to the rules there is a reason all the same: it was one too many, or
+        // The connection was closed. Even a peer that has kept to the rules gets a reason then: it was one too many, or
         // late.
         if (size == 0)
             peer->isRight = false;

@@ -16,7 +16,7 @@ void NeverRead(Attacker& attacker, int names)
         ears.push_back({Door::Name(static_cast<unsigned>(i)), kits::FileDescriptor(), kits::FileDescriptor()});
     while (!attacker.IsOver()) {
         for (Ear& ear : ears) {
-            // The name of one that does not live may have been taken out of the folder.
+            // The application may have taken the name of a dead process out of the folder.
             if (!ear.connection.IsOpen()) {
                 ear.listener = door.Listen(ear.name);
                 ear.connection = door.Connect();

@@ -8,31 +8,31 @@
 #include <string>
 #include <string_view>
 
-/// Where programs of this user meet, seen from outside: sockets alone, without the kit's own connections.
+/// The meeting place of this user's programs, seen from outside: bare sockets, without the kit's own connections.
 class Door {
 public:
-    /// Of the application that runs under a signature. Ends this process with 1 and a line on stderr if there is none.
+    /// The door of the application with this signature. Ends this process with 1 and a line on stderr if there is none.
     explicit Door(const std::string& signature);
 
-    /// The process behind it.
+    /// Returns the process behind it.
     team_id Process() const { return kits::TeamIdOf(fTeam); }
-    /// A new connection that never waits; closed if none is to be had just now.
+    /// Makes a non-blocking connection; it is closed if none can be made now.
     kits::FileDescriptor Connect() const;
-    /// A socket that listens under a name in the folder, as that of a team does. Closed if that fails.
+    /// Makes a socket that listens under a name in the folder, as a team's does. Closed if that fails.
     kits::FileDescriptor Listen(kits::team_address name) const;
     /// Takes the name out of the folder.
     void Leave(kits::team_address name) const;
 
-    /// This process, under any number of names; 0 is the true one.
+    /// Returns this process under any of its invented names; number 0 is the true one.
     static kits::team_address Name(unsigned number);
-    /// Sends as much as is taken. False if the connection is closed.
+    /// Sends as much as the socket takes. Returns false if the connection is closed.
     static bool Send(const kits::FileDescriptor& socket, std::string_view* bytes);
-    /// All of it; what comes meanwhile is read and thrown away. False if the connection is closed, or
+    /// Sends everything; reads and discards whatever arrives meanwhile. Returns false if the connection is closed, or
     /// IsInputClosed.
     static bool SendAll(const kits::FileDescriptor& socket, std::string_view bytes);
-    /// Takes what has come, into `received` if that is not null. False if the connection is closed.
+    /// Reads what has arrived, into `received` if that is not null. Returns false if the connection is closed.
     static bool Read(const kits::FileDescriptor& socket, std::string* received = nullptr);
-    /// Waits until the socket can be read, or written to, for a tenth of a second at most.
+    /// Waits until the socket can be read, or written, for at most a tenth of a second.
     static void Wait(const kits::FileDescriptor& socket, bool forWriting);
 
 private:
@@ -40,7 +40,7 @@ private:
     kits::team_address fTeam = 0;
 };
 
-/// An attack that is under way. It says "ready" on stdout when it has begun, and how much it has done at its end.
+/// A running attack. It prints "ready" on stdout when it has begun, and how much it has done at its end.
 class Attacker {
 public:
     explicit Attacker(const Door& door)
@@ -50,9 +50,9 @@ public:
     ~Attacker();
 
     const Door& TheDoor() const { return fDoor; }
-    /// When stdin has closed, or the process behind the door has ended.
+    /// Returns true once stdin has closed, or the process behind the door has ended.
     bool IsOver() const;
-    /// Something more has been done.
+    /// Counts one more thing done.
     void Count(const char* what);
 
 private:
@@ -61,8 +61,8 @@ private:
     unsigned long fCount = 0;
 };
 
-/// True when whoever has started this process wants it to end.
+/// Returns true if the process that has started this one wants it to end.
 bool IsInputClosed();
 
-/// A message that nobody handles and whose sender waits for an answer under a name.
+/// Returns a message that nobody handles and whose sender waits for an answer under a name.
 std::string Question(kits::team_address name, kits::token_t token);

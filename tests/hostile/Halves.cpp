@@ -11,7 +11,7 @@ void SendHalves(Attacker& attacker, size_t size)
         kits::FileDescriptor connection;
         std::string_view left;
     };
-    // The length of all that follows, and half of that.
+    // The length of everything that follows, and half of that.
     const auto length = static_cast<uint32>(size);
     std::string frame(sizeof(length) + size / 2, '\2');
     std::memcpy(frame.data(), &length, sizeof(length));

@@ -19,10 +19,10 @@ namespace {
 
 constexpr bigtime_t kPatience = 60000000;
 
-/// What the main thread of a process has done, in microseconds.
+/// Times of the main thread of a process, in microseconds.
 struct Times {
     bigtime_t worked = 0;
-    bigtime_t queued = 0; ///< waited for a processor
+    bigtime_t queued = 0; ///< waiting for a processor
 };
 
 Times TimesOf(const std::string& process)
@@ -41,7 +41,7 @@ int AskHonestly(const char* signature, bool once)
     const BMessenger application(signature);
     const std::string other = std::to_string(application.Team());
     bigtime_t longest = 0;
-    bigtime_t longestOfItsOwn = 0; // without what the machine does for others
+    bigtime_t longestOfItsOwn = 0; // without the time that the machine spent on others
     bigtime_t longestWork = 0;
     int countAnswers = 0;
     int countFailures = 0;

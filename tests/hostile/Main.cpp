@@ -14,16 +14,13 @@
 #include <map>
 #include <string>
 
-/// Attacks an application of this user, or asks it as honest programs do, until stdin closes:
-///   hostile pings|names|silence|honest|question SIGNATURE
-///   hostile deaf SIGNATURE NAMES
-///   hostile halves SIGNATURE BYTES
-///   hostile mutations SIGNATURE FILE COUNT SEED
-///   hostile record SIGNATURE FILE [SIGNATURE]
+/// Attacks an application of this user, or asks it questions as honest programs do, until stdin closes: hostile
+/// pings|names|silence|honest|question SIGNATURE hostile deaf SIGNATURE NAMES hostile halves SIGNATURE BYTES hostile
+/// mutations SIGNATURE FILE COUNT SEED hostile record SIGNATURE FILE [SIGNATURE]
 
 int main(int argc, char** argv)
 {
-    // Nothing goes on without whoever has started it.
+    // Nothing outlives the process that has started it.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     rlimit files = {};
     getrlimit(RLIMIT_NOFILE, &files);

@@ -20,7 +20,7 @@ constexpr int kBatch = 64;
 constexpr auto kPatience = std::chrono::seconds(60);
 constexpr auto kTimeBetweenReports = std::chrono::seconds(5);
 
-/// One connection after the other.
+/// Uses one connection after the other.
 class Sender {
 public:
     explicit Sender(const Door& door)
@@ -28,15 +28,15 @@ public:
     {
     }
 
-    /// Sends frames that are good but for perhaps the last, and waits until all have been read.
+    /// Sends frames that are all good, except possibly the last one, and waits until all have been read.
     /// @param endsBad  the last one is bad
-    /// @return whether they have been: else the connection was closed before, or nothing is heard any more
+    /// @return whether they have been read: otherwise the connection was closed before, or nothing arrives any more
     bool Send(const std::string& frames, bool endsBad)
     {
         if (!fSocket.IsOpen() && !Connect())
             return false;
         if (endsBad) {
-            // A length that is too long would have more awaited.
+            // After a length that is too large, the other side would wait for more.
             Door::SendAll(fSocket, frames);
             shutdown(fSocket.Get(), SHUT_WR);
             const bool isClosed = Await([this] { return !Door::Read(fSocket); });
@@ -80,10 +80,10 @@ private:
 
     const Door& fDoor;
     kits::FileDescriptor fSocket;
-    uint64 fPing = 1ULL << 40; ///< numbers that no changed ping has
+    uint64 fPing = 1ULL << 40; ///< numbers that no mutated ping has
 };
 
-/// Whatever is answered is taken and thrown away.
+/// Reads and discards every answer.
 class Listener {
 public:
     explicit Listener(const Door& door)

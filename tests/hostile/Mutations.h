@@ -3,10 +3,9 @@
 
 #include "kits/kernel/Types.h"
 
-/// Sends an application changed frames, on one connection after the other, until it has read so many of them, stdin
+/// Sends an application mutated frames, on one connection after the other, until it has read this many of them, stdin
 /// closes, or the application ends. A frame counts when the application must have read it: it has answered a ping
-/// behind it, or it was the first bad one of its connection and that was closed. What it says at the end is that
-/// number.
+/// behind it, or the frame was the first bad one of its connection and that was closed. Prints the number at the end.
 /// @param recorded  a file of recorded frames
-/// @return 0 if there were so many
+/// @return 0 if there were that many
 int SendMutations(const char* signature, const char* recorded, uint64 count, uint32 seed);

@@ -53,18 +53,18 @@ constexpr uint32 kKitCodes[] = {B_ABOUT_REQUESTED,
 constexpr type_code kTypes[] = {B_BOOL_TYPE,  B_INT8_TYPE,      B_INT16_TYPE,     B_INT32_TYPE,   B_INT64_TYPE,
                                 B_FLOAT_TYPE, B_DOUBLE_TYPE,    B_POINT_TYPE,     B_RECT_TYPE,    B_STRING_TYPE,
                                 B_RAW_TYPE,   B_MESSENGER_TYPE, B_RGB_COLOR_TYPE, B_POINTER_TYPE, 'hack'};
-/// A program ends when it is asked to, and windows are opened and charts shown without any limit but that of the
-/// program: that takes more time than all else. So of these codes only some are used.
+/// A program ends when it is asked to. It opens windows and shows charts up to its own limits, which takes more time
+/// than everything else. So only some of the messages use these codes.
 constexpr int kMessagesPerQuit = 500000;
 constexpr uint32 kSlowCodes[] = {MSG_OPEN_GLOBAL_PREFS, MSG_CHART_PREFS,     MSG_CHART_ADD,       MSG_SAVE_PICTURE,
                                  MSG_SAVE_VALUES,       MSG_COPY_TO_DESKTOP, MSG_GO_TO_DESKTOP,   MSG_PICK_DESKTOP,
                                  MSG_TEST_ON_DESKTOP,   B_ABOUT_REQUESTED,   MSG_SHOW_ON_DESKTOP, MSG_ADD_SOURCES};
 constexpr int kMessagesPerSlowOne = 50;
-/// The program of charts on the desktop ends with the last one.
+/// The program of charts on the desktop ends with the last chart.
 constexpr uint32 kRemovingCodes[] = {MSG_REMOVE_REPLICANT, B_REPLICANT_TAKEN, MSG_CHART_DELETE};
 constexpr int kMessagesPerRemoval = 2000;
 constexpr int kMostFields = 40;
-constexpr kits::token_t kLikelyTokens = 400; ///< a program has given out so many after its start
+constexpr kits::token_t kLikelyTokens = 400; ///< a program has given out about this many soon after its start
 
 size_t SizeOf(type_code type)
 {
@@ -184,7 +184,7 @@ std::string Mutator::Value(size_t size)
 void Mutator::AddField(BMessage* message, const char* name, type_code type)
 {
     const bool isText = type == B_STRING_TYPE || type == B_RAW_TYPE;
-    // Now and then a long one, and many.
+    // Now and then a long one, or many.
     const size_t size = isText ? 1 + static_cast<size_t>(Below(OneIn(50) ? 20000 : 600)) : SizeOf(type);
     for (int count = OneIn(10) ? Below(20) : 1; count > 0; --count)
         message->AddData(name, type, Value(size).data(), static_cast<ssize_t>(size), false);
@@ -314,7 +314,7 @@ Mutator::Made Mutator::Next()
     reader.Add(bytes);
     kits::FrameKind kind;
     std::string_view content;
-    // What follows a frame with another length than its own is read as anything.
+    // After a frame with a wrong length, the rest is read as anything.
     if (reader.Next(&kind, &content) != kits::FrameReader::Result::kFrame || content.size() + 5 != bytes.size())
         return {bytes, false};
     std::string_view flat;
@@ -323,7 +323,7 @@ Mutator::Made Mutator::Next()
                             ? kits::ReadNumber(content).has_value()
                             : kind == kits::FrameKind::kMessage && kits::ReadMessageFrame(content, &flat) &&
                                   kits::ReadMessage(flat, &message) == B_OK;
-    // One that asks for the end by a byte that was changed counts like those that do so on purpose.
+    // A request to quit that results from a changed byte counts like a deliberate one.
     if (isGood && message.what == B_QUIT_REQUESTED && !OneIn(100))
         return Next();
     return {bytes, isGood};

@@ -8,16 +8,17 @@
 #include <string>
 #include <vector>
 
-/// Makes frames that no program of ours would send of some that one did send. The same seed makes the same frames.
+/// Mutates frames that our programs have sent into frames that none of them would send. The same seed makes the same
+/// frames.
 class Mutator {
 public:
     struct Made {
-        std::string bytes; ///< with the length before it
-        bool isGood;       ///< it may be believed in part; else the connection ends with it
+        std::string bytes; ///< including the length in front
+        bool isGood;       ///< the receiver may believe a part of it; otherwise it closes the connection
     };
 
-    /// @param recorded  frames with their lengths, as they came on a connection
-    /// @param self      the address to ask for answers at, now and then
+    /// @param recorded  frames with their lengths, as they arrived on a connection
+    /// @param self      the address for answers, used now and then
     Mutator(std::string_view recorded, kits::Address self, uint32 seed);
 
     Made Next();
@@ -31,7 +32,7 @@ private:
     int Below(int end) { return static_cast<int>(fRandom() % static_cast<unsigned>(end)); }
     bool OneIn(int count) { return Below(count) == 0; }
     uint32 Code();
-    /// A number that somebody may have forgotten, of so many bytes.
+    /// Returns a value of this many bytes that somebody may have forgotten to check.
     std::string Value(size_t size);
     void ChangeFields(BMessage* message, int depth);
     void AddField(BMessage* message, const char* name, type_code type);

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kMostOfAKind = 4;
 
-/// The code of the message in a frame, or the frame's kind.
+/// Returns the code of the message in a frame, or the frame's kind.
 uint32 KindOf(kits::FrameKind kind, std::string_view content)
 {
     std::string_view flat;

@@ -14,9 +14,9 @@ constexpr bigtime_t kDelay = 200000;
 constexpr int64 kFirstMinute = 60 * 1000000 / kDelay;
 constexpr int64 kFull = 1000000;
 constexpr int64 kShort = 3000;
-/// A change of settings now and then, so many samples apart on average.
+/// Settings change now and then; this many samples lie between changes on average.
 constexpr int kSamplesPerChange = 10;
-/// What the caches of texts and fonts may grow by after the first minute.
+/// The growth that the caches of texts and fonts may show after the first minute.
 constexpr int64 kAllowance = 3 * 1024 * 1024;
 
 /// A clock that the test moves; the sampler's thread reads it too.
@@ -35,8 +35,8 @@ private:
 
 } // namespace
 
-/// Samples as fast as the machine can, on a clock that jumps from one to the next, while the user changes everything
-/// that can be changed.
+/// Samples as fast as the machine can take them, on a clock that jumps from one to the next, while the user changes
+/// everything that can be changed.
 class CompressedDayTest : public LongTest {
 protected:
     int32 Below(int32 end) { return static_cast<int32>(fRandom() % static_cast<uint32>(end)); }
@@ -73,7 +73,7 @@ protected:
         changes[Below(static_cast<int32>(std::size(changes)))]();
     }
 
-    /// Everything as it was at the beginning, so that memory can be compared.
+    /// Restores the initial state, so that memory can be compared.
     void PutBack()
     {
         fSampler->SetNodesToKeep(10);

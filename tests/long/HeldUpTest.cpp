@@ -6,7 +6,7 @@
 
 class HeldUpTest : public LongTest {
 protected:
-    /// Waits, as a main thread that is held up by a screen that does not answer, until so many samples were taken.
+    /// Blocks until this many samples were taken, as a main thread that waits for a screen that does not answer.
     void HoldUp(int64 samples)
     {
         for (int64 i = 0; i < samples; i++) {
@@ -27,12 +27,12 @@ protected:
 TEST_F(HeldUpTest, KeepsMemoryFlatAtAHundredSamplesASecond)
 {
     fSampler->SetSamplingDelay(10000);
-    // The history is full and every chart has a sample that waits.
+    // The history is full and every chart has a waiting sample.
     HoldUp(50);
     const Memory before = MeasureMemory();
     HoldUp(IsFull() ? 6000 : 200);
     const Memory after = MeasureMemory();
-    // One sample a chart waits, and the window's own messages.
+    // One sample per chart waits, and the window's own messages.
     EXPECT_LE(fWindow->CountMessages(), 2 * kCharts);
     if (MemoryCounts()) {
         EXPECT_LT(after.used, before.used + 16 * 1024);
@@ -42,6 +42,6 @@ TEST_F(HeldUpTest, KeepsMemoryFlatAtAHundredSamplesASecond)
         std::printf("in use: %ld kB before, %ld kB after\n", static_cast<long>(before.used / 1024),
                     static_cast<long>(after.used / 1024));
 
-    // Let go, it draws the newest.
+    // Once it continues, it draws the newest.
     EXPECT_TRUE(test::WaitFor([this] { return fHolder->ChartAt(kCharts - 1)->Column() > 0; }));
 }

@@ -21,14 +21,14 @@ namespace {
 
 constexpr int kFull = 500;
 constexpr int kShort = 100;
-constexpr int kLatest = 30000; ///< of a request to quit, in microseconds
+constexpr int kLatest = 30000; ///< moment of a request to quit, in microseconds
 constexpr const char* kSampler = "Sysinfo sampler";
 constexpr const char* kTracker = "MouseTracker";
 
 } // namespace
 
-/// The application is asked to quit at a random moment, by a thread of its own, while others are at work: the sampler a
-/// hundred times a second, and some that follow the pointer, write the stores, write a file, or are being replaced.
+/// A thread asks the application to quit at a random moment while others are at work: the sampler a hundred times a
+/// second, and threads that follow the pointer, write the stores, write a file, or are being replaced.
 class QuittingTest : public AppTest {
 protected:
     int Below(int end) { return static_cast<int>(fRandom() % static_cast<unsigned>(end)); }
@@ -56,7 +56,7 @@ protected:
             app.Window()->PostMessage(MSG_CHART_PREFS, chart);
     }
 
-    /// When the chart has been laid out and drawn: the button stays down, and a thread follows the pointer.
+    /// Call it once the chart has been laid out and drawn: the button stays down, and a thread follows the pointer.
     void TakeTitle(QelApp& app)
     {
         // A window that was asked to close may have gone before the application quits.
@@ -76,7 +76,7 @@ protected:
         test::MoveTo(FirstChart(app), BPoint(static_cast<float>(Below(200)), static_cast<float>(Below(50))));
     }
 
-    /// Asks it once, or the window to close, or both.
+    /// Asks the application to quit once, or the window to close, or both.
     void Ask(int after, int how)
     {
         std::this_thread::sleep_for(std::chrono::microseconds(after));
@@ -110,7 +110,7 @@ protected:
         Finish();
     }
 
-    /// Nothing is left of a worker, and the stores are whole.
+    /// No worker is left, and the stores are whole.
     void Check()
     {
         EXPECT_EQ(fConfig.Names(),
@@ -133,7 +133,7 @@ protected:
     std::mt19937 fRandom{17};
     TempFolder fFiles;
     BMessenger fWindow;
-    /// How many requests came while a thread of this name was there. Those that write are quick.
+    /// How many requests came while a thread of this name existed. Those that write are quick.
     std::map<const char*, int> fMet{{kSampler, 0}, {kTracker, 0}, {"Store writer", 0}, {"Chart saving", 0}};
 };
 
@@ -147,7 +147,7 @@ TEST_F(QuittingTest, EndsAtAnyMomentWithWorkersRunning)
         if (HasFailure())
             return;
     }
-    // It is replaced now and then, and a request may come before the chart is drawn.
+    // The sampler is replaced now and then, and a request may come before the chart is drawn.
     EXPECT_GT(fMet[kSampler], 0);
     EXPECT_GT(fMet[kTracker], 0);
     if (LongTest::IsFull()) {

@@ -14,12 +14,12 @@ namespace {
 
 constexpr int kFull = 10000;
 constexpr int kShort = 100;
-constexpr int kLongestLife = 4000; ///< of a process that writes, in microseconds
+constexpr int kLongestLife = 4000; ///< lifetime of a writing process, in microseconds
 constexpr int kMostCalls = 40;     ///< more than a store takes to be loaded and written
-constexpr int32 kNumbers = 26;     ///< of contents that StoreFixture can tell apart
+constexpr int32 kNumbers = 26;     ///< number of contents that StoreFixture can tell apart
 
-/// One store that is written again and again, through more kills and failed writes than any machine will see. Nothing
-/// is put in order in between but by the next one who loads it, so damage would add up.
+/// One store that is written again and again, through more kills and failed writes than any machine will see. Only the
+/// next load repairs anything in between, so damage would add up.
 class StoresTest : public StoreFixture {
 protected:
     StoresTest()
@@ -33,7 +33,7 @@ protected:
     static int32 After(int32 number) { return (number + 1) % kNumbers; }
     int Below(int end) { return static_cast<int>(fRandom() % static_cast<unsigned>(end)); }
 
-    /// Of the broken files that were kept aside there would be thousands.
+    /// There would be thousands of broken files that were kept aside.
     void RemoveKept() const
     {
         for (const std::string& name : fFolder.Names())
@@ -48,7 +48,7 @@ protected:
         ASSERT_EQ(store.Sync(), B_OK);
     }
 
-    /// Loads and writes the store with one number after the other and says each when it is on the disk.
+    /// Loads the store, writes it with one number after the other, and prints each when it is on the disk.
     [[noreturn]] static void WriteForEver(int32 number, int pipe)
     {
         while (true) {
@@ -61,7 +61,7 @@ protected:
     }
 
     /// Kills a process in the middle of that.
-    /// @return the last number that was on the disk for sure
+    /// @return the last number that was certainly on the disk
     int32 KillAWriter(int32 number)
     {
         int pipes[2];
@@ -94,7 +94,7 @@ TEST_F(StoresTest, OutliveEveryKill)
     for (int turn = 0; turn < Times(); ++turn) {
         const int32 last = KillAWriter(number);
         if (Below(4) == 0) {
-            // Whoever puts in order what the writer left is killed too.
+            // The process that repairs what the writer left is killed too.
             const int call = Below(kMostCalls / 2);
             RunsUntilKilled([call] {
                 KillingDisk disk = KillingDisk::AtCall(call);

@@ -21,7 +21,7 @@ namespace {
 
 template <class T> std::optional<T> Integer(const QJsonValue& value)
 {
-    // Only numbers that were written as whole ones come back from a default of either kind.
+    // If the number is no integer, toInteger() returns its default, so the two calls differ.
     const qint64 number = value.toInteger(0);
     if (!value.isDouble() || number != value.toInteger(1) || number < std::numeric_limits<T>::min() ||
         number > std::numeric_limits<T>::max())
@@ -64,7 +64,7 @@ std::optional<rgb_color> Color(const QJsonValue& value)
     return make_color(channel(1), channel(3), channel(5), text.size() == 9 ? channel(7) : 255);
 }
 
-/// Walks through a document; what is wrong, and where, is told once.
+/// Walks through a document; reports the first error and its place.
 class Reader {
 public:
     explicit Reader(std::string* error)

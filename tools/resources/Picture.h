@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// Takes a picture file apart, so that the program that has it as a resource needs nothing that can read picture files:
-/// the width and the height, and the pixels, rows from top to bottom; each a 32-bit word, a pixel as
+/// Takes a picture file apart, so that the program with the picture as a resource needs no reader of picture files. The
+/// result holds the width and the height, and the pixels, rows from top to bottom; each pixel is a 32-bit word,
 /// alpha<<24 | red<<16 | green<<8 | blue, the colours multiplied by alpha.
-/// @return false when it is no picture
+/// @return false if the file is no picture
 bool PixelsOfPicture(std::string_view file, std::string* bytes);

@@ -6,7 +6,7 @@
 
 class BMessage;
 
-/// Reads a translation as Qt Linguist writes it (.ts) into the message that kits/application/Language.h reads.
-/// Sentences that are unfinished or no longer used are left out.
-/// @param error  says what is wrong and where when the result is false
+/// Reads a translation as Qt Linguist writes it (.ts) into the message that kits/application/Language.h reads. Skips
+/// sentences that are unfinished or no longer used.
+/// @param error  says what is wrong and where, if the result is false
 bool TranslationFromTs(std::string_view ts, BMessage* message, std::string* error);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Makes a resource of a program: writes C++ that holds a file's bytes, those of a message in JSON flattened. The build
+// Makes a resource of a program: writes C++ that holds a file's bytes; a message in JSON is flattened first. The build
 // runs it; see qel_resource in cmake/QelResources.cmake. Without a name it writes the bytes themselves: a settings
-// file. A translation (.ts) becomes a message too, a picture (.png) its pixels.
+// file. A translation (.ts) becomes a message too, and a picture (.png) becomes its pixels.
 
 #include "kits/application/Message.h"
 #include "tools/resources/JsonMessage.h"
@@ -36,7 +36,7 @@ std::string SourceOf(const std::string& name, const std::string& type, const std
            "\", kBytes, sizeof kBytes);\n\n} // namespace\n";
 }
 
-/// @return an empty text when all is well, else what is wrong with the message
+/// @return an empty text on success, otherwise what is wrong with the message
 std::string Flatten(const std::string& text, bool isTranslation, std::string* bytes)
 {
     BMessage message;

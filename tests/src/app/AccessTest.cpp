@@ -19,11 +19,11 @@
 #include <set>
 #include <string>
 
-// What assistive technology is told of every window of the program.
+// What every window of the program tells assistive technology.
 
 namespace {
 
-/// What only holds or decorates others.
+/// Returns whether the role only contains or decorates others.
 bool IsStructure(QAccessible::Role role)
 {
     static const std::set<QAccessible::Role> kRoles = {
@@ -106,7 +106,7 @@ TEST_F(AccessTest, EverythingInEveryWindowHasAName)
         [this](QelApp&) { Await(SlidersHaveLabels); },
         [this](QelApp&) { WalkWindows(); },
     };
-    // Pages are in their window while they are selected.
+    // A page is in its window only while it is selected.
     for (int32 page = 1; page < 5; page++) {
         steps.push_back([page](QelApp& app) { Tabs(FirstChart(app)->PreferencesWindow())->Select(page); });
         steps.push_back([this](QelApp&) { Await(SlidersHaveLabels); });

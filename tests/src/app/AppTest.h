@@ -23,14 +23,14 @@ protected:
     void SetUp() override
     {
         setenv("XDG_CONFIG_HOME", fConfig.Path().c_str(), 1);
-        // No other application that runs just now is to be found, nor to find this one.
+        // The test finds no other running application, and none finds the test's.
         setenv("XDG_RUNTIME_DIR", fRuntime.Path().c_str(), 1);
         fFolder = std::filesystem::current_path();
     }
 
     void TearDown() override { std::filesystem::current_path(fFolder); }
 
-    /// Makes the application and the stores, without running.
+    /// Makes the application and the stores, but does not run it.
     QelApp& Make(QelApp::Mode mode = QelApp::Mode::kSession)
     {
         fMode = mode;
@@ -40,7 +40,7 @@ protected:
         return *fApp;
     }
 
-    /// Runs the application. Once it is ready each step is called in a turn of the loop of its own; then it quits.
+    /// Runs the application. Once it is ready, calls each step in a turn of the loop of its own; then quits.
     void Run(std::vector<Step> steps)
     {
         if (fApp == nullptr)
@@ -52,10 +52,10 @@ protected:
         fTimer.Stop();
     }
 
-    /// To be called by a step: the next one comes when this holds. In the outermost loop, so windows can go.
+    /// Called by a step: the next step waits until this holds. It waits in the outermost loop, so windows can go.
     void Await(std::function<bool()> condition) { fAwaited = std::move(condition); }
 
-    /// What `main` does after the run.
+    /// Does what `main` does after the run.
     /// @return the error of saving
     status_t Finish()
     {
@@ -68,7 +68,7 @@ protected:
     TempFolder fConfig;
     TempFolder fRuntime;
     std::unique_ptr<Stores> fStores;
-    std::vector<uint32> fReceived; // the codes of what came to the application
+    std::vector<uint32> fReceived; // the codes of the application's messages
 
 private:
     class RunningApp : public QelApp {

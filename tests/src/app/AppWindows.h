@@ -7,7 +7,7 @@
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 
-/// What stands in the application's main window.
+/// Parts of the application's main window.
 
 inline BTabView* Tabs(QelApp& app)
 {

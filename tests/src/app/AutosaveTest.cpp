@@ -21,7 +21,7 @@
 
 namespace {
 
-/// An autosave of the test's own: it looks when it is told to.
+/// An autosave of the test's own: it looks on request.
 class Looks {
 public:
     explicit Looks(QelApp& app)
@@ -30,7 +30,7 @@ public:
     {
     }
 
-    /// Whether the arrangement is archived if it looks now: that puts back what is missing in the store.
+    /// Returns whether a look now archives the arrangement; archiving puts back what is missing in the store.
     bool Archives()
     {
         prefs_user->RemoveName("MainWindow");
@@ -38,23 +38,23 @@ public:
         return prefs_user->HasMessage("MainWindow");
     }
     void Save() { fAutosave.Save(); }
-    /// Whether it is archived after this was done and handled.
+    /// Returns whether it is archived after this action was handled.
     bool ArchivesAfter(const std::function<void()>& action)
     {
         fAutosave.Save();
-        // What is saved while a write is under way would be written after it, again and again.
+        // Otherwise a save that comes while a write is under way would be written after it, again and again.
         EXPECT_TRUE(test::WaitFor([this] { return fAutosave.HasWrittenAll(); }));
         fAutosave.Save();
         action();
         kits::EventLoop::RunDue();
         return Archives();
     }
-    /// Whether it is not archived after this, some time: something else may always come in between.
+    /// Returns whether at some time it is not archived after this action: something else may always come in between.
     bool SparesSometimes(const std::function<void()>& action)
     {
         return test::WaitFor([&] { return !ArchivesAfter(action); });
     }
-    /// Whether it is archived after this, and not after nothing.
+    /// Returns whether it is archived after this action, and not after none.
     bool Notices(const std::function<void()>& action)
     {
         EXPECT_TRUE(SparesSometimes([] {}));
@@ -129,7 +129,7 @@ TEST_F(AutosaveTest, MessagesAreNoticed)
 {
     Try([](QelApp&, Looks& looks) {
         EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(false); }));
-        // Whatever they say of themselves, and in whatever company.
+        // Whatever they report, and whatever comes with them.
         EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(true); }));
         EXPECT_TRUE(looks.Notices([&] {
             looks.PostSample();

@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <optional>
 
-// Boots as the program counts them, from start to start of it, whatever becomes of the clocks.
+// Boots as the program counts them, from start to start, whatever happens to the clocks.
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kHour = 3600 * kSecond;
 constexpr bigtime_t k2025 = 1735689600 * kSecond;
 
-/// Stands still, but while the program runs: its timers need time that passes.
+/// Stands still, except while the program runs: its timers need time that passes.
 class Clock : public TestClock {
 public:
     Clock()
@@ -28,7 +28,7 @@ public:
     bigtime_t SystemTime() override
     {
         if (isBusy) {
-            // What else runs takes up to 90 milliseconds of each reading, and mostly a few microseconds.
+            // Other load delays a reading by up to 90 milliseconds, and mostly by a few microseconds.
             fReading = fReading * 1103515245 + 12345;
             Advance(fReading % 1000 == 0 ? fReading % 90000 : fReading % 10);
         }
@@ -59,7 +59,7 @@ private:
 
 class BootsTest : public AppTest {
 protected:
-    /// The program starts, and saves every ten minutes for so long.
+    /// Starts the program, which saves every ten minutes for this long.
     void Run(bigtime_t length)
     {
         fClock.Restart();
@@ -72,7 +72,7 @@ protected:
         Finish();
     }
 
-    /// The same with its windows. It loads its table of uptimes, and saves before and after this.
+    /// The same with its windows. It loads its table of uptimes, and saves before and after the action.
     UptimeTable RunWith(const std::function<void()>& act)
     {
         UptimeTable table;
@@ -88,7 +88,7 @@ protected:
         return table;
     }
 
-    /// The machine starts anew, and is off for a while before.
+    /// Reboots the machine, after it was off for a while.
     void Reboot()
     {
         fClock.bootId += "+";
@@ -158,7 +158,7 @@ TEST_F(BootsTest, SlewingTheClockStartsNone)
 {
     for (int i = 0; i < 100; i++) {
         Run(600 * kSecond);
-        fClock.wallTime += 300000; // half a thousandth, as it is slewed at most
+        fClock.wallTime += 300000; // half a thousandth, the fastest slew
     }
     EXPECT_EQ(Totals().bootCount, 1);
 }
@@ -187,7 +187,7 @@ TEST_F(BootsTest, WithoutARealTimeClockNothingIsCountedUntilTheTimeIsKnown)
     fClock.wallTime = 100 * kSecond;
     Run(kHour);
     EXPECT_EQ(Totals().bootCount, 0);
-    // The network tells the time; from then on it is a boot like others.
+    // The network tells the time; from then on this is a boot like others.
     fClock.wallTime = k2025;
     Run(kHour);
     EXPECT_EQ(Totals().bootCount, 1);
@@ -204,7 +204,7 @@ TEST_F(BootsTest, WithoutARealTimeClockEveryBootMayBeginAtTheSameTime)
 {
     for (int boot = 0; boot < 20; boot++) {
         Reboot();
-        // The date of the last update of the system, say.
+        // For example, the date of the system's last update.
         fClock.wallTime = k2025 + boot * 7919 % 90000;
         Run(kHour);
         EXPECT_EQ(Totals().bootCount, boot + 1);

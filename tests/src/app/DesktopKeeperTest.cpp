@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a chart was dragged from: notes how many charts were stored when it heard that it can go.
+/// The source of a chart's drag: records how many charts were stored when it heard that its chart can go.
 class Source : public BLooper {
 public:
     explicit Source(const TempFolder& config)

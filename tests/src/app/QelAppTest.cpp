@@ -111,7 +111,7 @@ TEST_F(QelAppTest, IsFoundByOthersWhileItIsASession)
 
 TEST_F(QelAppTest, RunsWhereOthersCannotReachIt)
 {
-    // A folder that somebody else could have put there is not used.
+    // The program does not use a folder that somebody else could have put there.
     std::filesystem::create_symlink("/tmp", fRuntime.Path("kits"));
     Run({[](QelApp& app) {
         EXPECT_EQ(app.InitCheck(), B_OK);
@@ -333,7 +333,7 @@ TEST_F(QelAppTest, StoresWhatWasArrangedWhileItRuns)
              app.Pulse();
          },
          [this](QelApp&) {
-             // Written by a worker; a second reader sees it when it is there.
+             // A worker writes it; a second reader sees it once it is there.
              EXPECT_TRUE(test::WaitFor([] {
                  const Preferences stored("application/x-vnd.kvt-Qel", false, true);
                  BMessage window;

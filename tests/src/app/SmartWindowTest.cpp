@@ -14,7 +14,7 @@ namespace {
 
 constexpr BRect kFrame(30, 40, 230, 140);
 
-/// Keeps what closing windows send.
+/// Keeps the messages that closing windows send.
 class Keeper : public BHandler {
 public:
     void MessageReceived(BMessage* message) override

@@ -25,7 +25,7 @@ protected:
 
     static constexpr const char* kStore = "x-vnd.kvt-Qel.user";
 
-    /// Of the question that comes.
+    /// Presses the second button of the next question.
     static void PressSecondButton()
     {
         QTimer::singleShot(

@@ -31,7 +31,7 @@ protected:
                                         {"GlobalPrefsWindow", B_MESSAGE_TYPE},
                                         {"Sysinfo", B_MESSAGE_TYPE}};
 
-    /// A store in which each key has another type, and one that nobody knows.
+    /// Writes a store in which each key has a wrong type, and one key that nobody knows.
     template <size_t kCount> static void Damage(bool common, const Key (&keys)[kCount])
     {
         Preferences store(signature, common);

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-// What a chart writes, and what it takes from what it finds.
+// What a chart writes, and what it accepts from an archive.
 
 namespace {
 
@@ -28,7 +28,7 @@ rgb_color StoredColor(const BMessage& message, const char* key, int32 index = 0)
     return {channels[0], channels[1], channels[2], channels[3]};
 }
 
-// A chart on which nothing has its default.
+// Returns a chart in which every setting differs from its default.
 std::unique_ptr<ChartView> UnusualChart()
 {
     auto chart = std::make_unique<ChartView>();
@@ -271,7 +271,7 @@ TEST(ChartArchiveTest, AnArchiveWithATitleOnlyChangesTheTitleOnly)
     ChartView chart(&archive);
     EXPECT_STREQ(chart.Title(), "Only this");
     BMessage settings = Settings(chart);
-    // Such an archive has no size either: the captions are where they are for any size.
+    // Such an archive has no size either: the captions keep their places at any size.
     EXPECT_TRUE(settings.HasSameData(expected));
 }
 

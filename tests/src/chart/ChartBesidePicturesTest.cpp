@@ -24,13 +24,13 @@ protected:
     void SetUp() override
     {
         ChartWindowTest::SetUp();
-        // What reads pictures has its time by the clock.
+        // The reader of pictures measures its time by the clock.
         kits::SetClockSource(nullptr);
         AddChart(100, 30);
         AddSources(*chart, 1);
     }
 
-    /// Pictures of every format, and what is none, in one folder.
+    /// Makes pictures of every format, and files that are none, in one folder.
     std::vector<std::string> MakePictures() const
     {
         const auto grey = [](int, int) { return png::Samples{1, 1, 1, 1}; };
@@ -76,7 +76,7 @@ TEST_F(ChartBesidePicturesTest, AThousandAreReadWhileItScrolls)
         window->PostMessage(&sample, chart);
         countSamples++;
     });
-    sampler.Start(25000); // a chart leaves out what comes faster
+    sampler.Start(25000); // a chart skips samples that come faster
     std::thread worker([&] {
         for (int i = 0; i < kRounds; i++) {
             reader.Use();

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-// What charts tell each other by way of their holder, and what they take from such messages.
+// Messages between charts, sent through their holder, and what a chart accepts of them.
 
 namespace {
 
@@ -56,7 +56,7 @@ TEST_F(ChartCommandsTest, SynchronizingGivesTheOthersThisChartsColumn)
     EXPECT_EQ(chart->Column(), 10);
     Send(chart, BMessage(MSG_SYNC_OTHERS));
     test::Turn();
-    // Their next sample goes where this chart's newest is.
+    // Their next sample goes to the column of this chart's newest.
     EXPECT_EQ(holder->ChartAt(0)->Column(), 9);
     EXPECT_EQ(holder->ChartAt(2)->Column(), 9);
     EXPECT_EQ(chart->Column(), 10);
@@ -172,7 +172,7 @@ TEST_F(ChartCommandsTest, TheNextSampleGoesToTheColumnThatWasGiven)
         Show(*chart, {.memory = 0});
         EXPECT_EQ(std::floor(chart->Column()), column);
     }
-    // A chart that has drawn column zero only says so with its mark.
+    // A chart that has drawn column zero only marks that in its message.
     Send(chart, ColumnMessage(kColumnZeroDrawn));
     Show(*chart, {.memory = 0});
     EXPECT_EQ(std::floor(chart->Column()), 0);

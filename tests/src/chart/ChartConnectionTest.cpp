@@ -128,7 +128,7 @@ TEST_F(ChartConnectionTest, TakesTheNewestSampleOfItsOwnSampler)
     sampler.Attach(new SysinfoNode());
     BMessage sample(MSG_SYSINFO_SAMPLE);
     sample.AddPointer("Sysinfo*", &sampler);
-    // Not the application's sampler: it may be gone already.
+    // Not from the application's sampler: it may be gone already.
     chart->MessageReceived(&sample);
     EXPECT_EQ(chart->Column(), 0);
     application_sampler = &sampler;

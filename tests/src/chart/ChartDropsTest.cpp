@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QWidget>
 
-// What is dropped on a chart, and what of it is refused.
+// Drops on a chart, and those that it refuses.
 
 namespace {
 
@@ -71,7 +71,7 @@ protected:
         return message;
     }
 
-    /// Those that are open.
+    /// Returns the open alerts.
     static QWidgetList Alerts()
     {
         QWidgetList alerts;
@@ -111,7 +111,7 @@ TEST_F(ChartDropsTest, TextElsewhereIsNotTaken)
     chart->SetShowTitle(false);
     test::Drop(chart, TextDrop("x"), onTitle);
     EXPECT_STREQ(chart->Title(), "Title");
-    // What was not dropped has no place.
+    // A message that was not dropped has no place.
     BMessage sent = TextDrop("x");
     chart->MessageReceived(&sent);
     EXPECT_STREQ(chart->Title(), "Title");
@@ -182,7 +182,7 @@ TEST_F(ChartDropsTest, ANewSourcesLineBeginsAtTheChartsColumn)
     const auto column = static_cast<int32>(chart->Column());
     test::Drop(chart, SourceDrop({VP_ALLOCATED_TEAMS}), kElsewhere);
     Show(*chart, {.memory = 500, .teams = 500});
-    // Nothing of it is left of where the chart was.
+    // The new source has no part in columns from before.
     for (int32 x = 0; x < column; x++)
         EXPECT_EQ(Column(*chart, x).find('1'), std::string::npos) << x;
     EXPECT_NE(Column(*chart, column + 1).find('1'), std::string::npos);
@@ -235,7 +235,7 @@ TEST_F(ChartDropsTest, SourcesThatAreNoneAreNotTaken)
 
 TEST_F(ChartDropsTest, ASourceThatIsSentIsAdded)
 {
-    // The source list sends without a drag, by keyboard.
+    // By keyboard, the source list sends its message without a drag.
     BMessage message = SourceDrop({VP_ALL_CPUS});
     chart->MessageReceived(&message);
     EXPECT_EQ(chart->CountValueProviders(), 1);
@@ -274,7 +274,7 @@ TEST_F(ChartDropsTest, NoTwoThingsGetTheSameColour)
     const std::string column = Column(*chart, 150);
     const BPoint onFirst(150, static_cast<float>(column.find('0')));
     const BPoint onBackground(150, 1);
-    // Alpha tells nothing apart for the eye.
+    // Two colours that differ only in alpha look the same.
     rgb_color second = chart->ChartColor(1);
     test::Drop(chart, ColorDrop(second), onFirst);
     second.alpha = 0;
@@ -321,7 +321,7 @@ TEST_F(ChartDropsTest, AColourOnAGaugeGoesToTheSegment)
     chart->SetShowTitle(false);
     chart->SetMode(kGaugeMode);
     Show(*chart, {.memory = 500, .teams = 500});
-    // Ends at 49.5 and 100.
+    // The gauge's sectors end at 49.5 and 100.
     test::Drop(chart, ColorDrop({250, 1, 2, 255}), BPoint(30, 40));
     EXPECT_EQ(chart->ChartColor(0), (rgb_color{250, 1, 2, 255}));
     test::Drop(chart, ColorDrop({1, 250, 2, 255}), BPoint(90, 40));
@@ -353,7 +353,7 @@ TEST_F(ChartDropsTest, ColoursThatAreNoneAreNotTaken)
     raw.AddData("RGBColor", B_RAW_TYPE, "abc", 3);
     test::Drop(chart, raw, kElsewhere);
     EXPECT_TRUE(Settings().HasSameData(before));
-    // Beyond the picture, as a drop on the very edge of a scaled screen may be.
+    // Outside of the picture, as a drop on the very edge of a scaled screen may be.
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(-5, 5000));
 }
 

@@ -49,7 +49,7 @@ TEST(ChartExport, NamesAreQuotedWhereTheyMustBe)
 
 TEST(ChartExport, NumbersHaveAPointInEveryLanguage)
 {
-    // Whichever of them this machine has.
+    // The first of these that this machine has.
     for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "C.UTF-8"})
         std::setlocale(LC_NUMERIC, name);
     ChartHistory history;

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The times of the rows.
+/// Returns the times of the rows.
 std::string Times(const ChartHistory& history)
 {
     std::string times;

@@ -2,7 +2,7 @@
 #include "src/chart/ChartViewHolder.h"
 #include "tests/src/chart/ChartTestKit.h"
 
-// Charts by keyboard, and what they tell who rests the pointer on them.
+// Charts by keyboard, and what they show when the pointer rests on them.
 
 namespace {
 
@@ -17,7 +17,7 @@ protected:
         test::Turn();
     }
 
-    /// Which charts show that they have the focus.
+    /// Returns which charts show that they have the focus.
     std::string Rings() const
     {
         std::string rings;
@@ -92,7 +92,7 @@ TEST_F(ChartKeyboardTest, ThePointerIsToldTheSources)
     EXPECT_NE(tip.find("Used memory&nbsp; 25.0 %"), std::string::npos);
     EXPECT_NE(tip.find("#6c6ce4"), std::string::npos);
     EXPECT_NE(tip.find("Allocated teams&nbsp; 75.0 %"), std::string::npos);
-    // Once the pointer is elsewhere nothing is written.
+    // Once the pointer is elsewhere, nothing is written.
     chart->MouseMoved(BPoint(500, 30), B_EXITED_VIEW, nullptr);
     clock.now += 1000000;
     const BMessage another = SampleMessage({.memory = 500});

@@ -13,7 +13,7 @@
 #include <QMimeData>
 #include <QWidget>
 
-// What the hand does with a chart, done by keyboard.
+// Actions on a chart that are usually done by mouse, done by keyboard.
 
 namespace {
 
@@ -65,7 +65,7 @@ protected:
         EXPECT_TRUE(kits::CopyFrom(&swatch));
     }
 
-    /// Whether the caption's place is shown as the chosen one.
+    /// Returns whether the caption is marked as the selected one.
     bool IsMarked(const BRect& caption) const
     {
         const auto x = static_cast<int32>(caption.left);
@@ -122,7 +122,7 @@ TEST_F(ChartKeysTest, ArrowsMoveTheChosenCaption)
     Press(B_UP_ARROW);
     EXPECT_EQ(chart->TitleCoord(), BPoint(31, 30));
     EXPECT_EQ(chart->ValueCoord(), BPoint(120, 40));
-    // It is held in the chart, as under the hand.
+    // It stays within the chart, as it does under the mouse.
     for (int i = 0; i < 10; i++)
         Press(B_LEFT_ARROW, B_SHIFT_KEY);
     EXPECT_EQ(chart->TitleCoord().x, 1);
@@ -235,7 +235,7 @@ TEST_F(ChartKeysTest, EverySourceTakesAColourByItsMenu)
     EXPECT_EQ(paste->Invoke(), B_OK);
     test::Turn();
     EXPECT_EQ(chart->ChartColor(1), make_color(10, 200, 30));
-    // Refused as a drop is: it is the other one's.
+    // Refused as a drop would be: the other source has this colour.
     Copy(chart->ChartColor(0));
     EXPECT_EQ(paste->Invoke(), B_OK);
     test::Turn();

@@ -41,7 +41,7 @@ protected:
         test::Turn();
     }
 
-    /// As if the user had chosen it.
+    /// Chooses it as the user would.
     void Choose(const char* label)
     {
         BMenuItem* item = Menu()->FindItem(label);
@@ -157,7 +157,7 @@ TEST_P(ChartMenuButtonTest, OpensTheMenuUnlessItIsThePrimaryOne)
 {
     chart->Menu()->Offer(MSG_DISTRIBUTE_TITLE_POS, "Distribute pos.", true);
     OpenMenuAt(BPoint(250, 40), GetParam());
-    // Opening is where the items are adapted and get their target.
+    // Opening adapts the items and sets their target.
     const bool opens = GetParam() != B_PRIMARY_MOUSE_BUTTON;
     EXPECT_EQ(Menu()->FindItem(MSG_DISTRIBUTE_TITLE_POS) == nullptr, opens);
     EXPECT_EQ(Menu()->FindItem(MSG_CHART_PAUSE)->Messenger() == BMessenger(chart), opens);

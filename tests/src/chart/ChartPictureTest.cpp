@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-// What samples make of a chart's picture, pixel by pixel. Charts are 10 rows high unless told otherwise.
+// How samples change a chart's picture, pixel by pixel. Charts are 10 rows high unless a test says otherwise.
 
 namespace {
 
@@ -17,7 +17,7 @@ std::unique_ptr<ChartView> SmallChart(float width, int32 sources = 1, int16 type
     return chart;
 }
 
-// A chart of one source, filled with columns of 1, 2, 3 ... pixels, `count` of them.
+// Fills a chart of one source with `count` columns of 1, 2, 3 ... pixels.
 void ShowStairs(ChartView& chart, int count, int from = 1)
 {
     for (int i = from; i < from + count; i++)
@@ -91,7 +91,7 @@ TEST(ChartPictureTest, FourFullSourcesRiseTwentyFourPixelsEach)
 TEST(ChartPictureTest, StackedSourcesBeginAboveEachOther)
 {
     const auto chart = SmallChart(5, 3);
-    // 9 / 3 - 1 = 2 pixels each, at most, and one of step.
+    // At most 9 / 3 - 1 = 2 pixels each, and one for the step.
     Show(*chart, {.memory = 1000, .teams = 0, .threads = 500});
     EXPECT_EQ(Column(*chart, 0), "....221000");
 }
@@ -126,7 +126,7 @@ TEST(ChartPictureTest, APageKeepsItsNewestColumns)
     EXPECT_EQ(Heights(*chart), (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
     chart->SetPageSize(0.5f);
     Show(*chart, {.memory = 500});
-    // Four columns stay, the new one stands behind them.
+    // Four columns stay, and the new one follows them.
     EXPECT_EQ(Heights(*chart), (std::vector<int>{6, 7, 8, 9, 5, 0, 0, 0, 0}));
     EXPECT_EQ(chart->Column(), 4);
 }
@@ -185,7 +185,7 @@ TEST(ChartPictureTest, APageInsideABorder)
     EXPECT_EQ(chart.Column(), 9);
     EXPECT_EQ(Heights(chart), (std::vector<int>{0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 0}));
     Show(chart, {.memory = 1000});
-    // Inside 1 to 9 four columns stay at 1 to 4, and the new one is the fifth.
+    // Of the columns 1 to 9 four stay at 1 to 4, and the new one is the fifth.
     EXPECT_EQ(chart.Column(), 5);
     EXPECT_EQ(Heights(chart), (std::vector<int>{0, 5, 6, 7, 8, 9, 0, 0, 0, 0, 0}));
 }
@@ -269,7 +269,7 @@ TEST(ChartPictureTest, TransparencyTakesTheBackgroundsPlace)
     EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
     EXPECT_EQ(Column(*chart, 0), ".....00000");
 
-    // What it is while it does not show takes effect when it does again.
+    // Changes while the chart is hidden take effect when it is shown again.
     chart->SetBackgroundColor({10, 20, 30, 0});
     EXPECT_EQ(chart->CurrentLowColor(), B_TRANSPARENT_COLOR);
     EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
@@ -422,7 +422,7 @@ TEST(ChartPictureTest, TheValueCaptionChangesAtEveryNthRefresh)
 
 TEST(ChartPictureTest, ASmoothedCaptionSeesTheSamplesThatItDoesNotShow)
 {
-    // The same source in a caption that shows every sample and in one that shows every third ends at the same value.
+    // A caption that shows every sample and one that shows every third end at the same value of the same source.
     const BMessage message = SampleMessage({});
     std::string shown[2];
     for (int16 skip : {0, 2}) {

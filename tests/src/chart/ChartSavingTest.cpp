@@ -42,7 +42,7 @@ protected:
         return nullptr;
     }
 
-    /// What all labels of the windows that can be seen say.
+    /// Returns the text of all labels in visible windows.
     static std::string ShownText()
     {
         std::string text;

@@ -4,13 +4,13 @@
 
 #include <set>
 
-// What a chart in a window shows, pixel by pixel. The corner above and left of (8, 8) is the dragger's.
+// What a chart shows in a window, pixel by pixel. The corner above and left of (8, 8) belongs to the dragger.
 
 namespace {
 
 class ChartScreenTest : public ChartWindowTest {
 protected:
-    /// Whether the screen shows what a Draw of everything would show.
+    /// Checks that the screen shows what drawing everything would show.
     void ExpectUpToDate()
     {
         test::Turn();
@@ -24,7 +24,7 @@ protected:
         EXPECT_TRUE(place == shown.end()) << "at " << index % columns << ", " << index / columns;
     }
 
-    /// One column, top first, as Column() of the kit.
+    /// Returns one column, top first, in the form of Column() in ChartTestKit.h.
     std::string ShownColumn(int32 x) const
     {
         std::string letters;
@@ -171,7 +171,7 @@ TEST_F(ChartScreenTest, HorizontalGaugesFillFromTheLeft)
     chart->SetMode(kGaugeMode);
     EXPECT_EQ(ShownColumn(10), std::string(20, '.'));
     Show(*chart, {.memory = 1000, .teams = 500});
-    // 40 / 2 - 1 = 19 for a full source; the second begins one further and has half of that, rounded.
+    // 40 / 2 - 1 = 19 for a full source; the second begins one row further and has half of that, rounded.
     EXPECT_EQ(ShownColumn(19), std::string(20, '0'));
     EXPECT_EQ(ShownColumn(20), std::string(20, '1'));
     EXPECT_EQ(ShownColumn(30), std::string(20, '1'));
@@ -190,13 +190,13 @@ TEST_F(ChartScreenTest, VerticalGaugesFillFromTheBottom)
     chart->SetVertical(true);
     chart->SetMode(kGaugeMode);
     Show(*chart, {.memory = 1000, .teams = 1000});
-    // The first reaches from 39 - 19 to the bottom, the second up to 19 - 19 and one row into the first. What is left
+    // The first reaches from 39 - 19 to the bottom, the second up to 19 - 19 and one row into the first. The rest
     // begins one row below the second's top.
     EXPECT_EQ(ShownColumn(10), ".." + std::string(20, '1') + std::string(19, '0'));
     ExpectUpToDate();
     Show(*chart, {.memory = 500, .teams = 0});
     // 9.5 pixels: the first begins at row 29.5, shown as 30. The second reaches from 28.5 to 30.5, that is 29 to 31,
-    // and what is left ends at 29.5.
+    // and the rest ends at 29.5.
     EXPECT_EQ(ShownColumn(10), std::string(31, '.') + "1" + std::string(9, '0'));
 }
 
@@ -247,7 +247,8 @@ TEST_F(ChartScreenTest, ATitleIsBlendedFromItsAntialiasingColour)
     ASSERT_TRUE(rect.IsValid());
     EXPECT_EQ(rect.LeftTop(), BPoint(chart->TitleCoord().x,
                                      chart->TitleCoord().y - (rect.Height() - (rect.bottom - chart->TitleCoord().y))));
-    // Coverage 0 leaves what is there, 1 gives the colour itself, and between lies between half of it and all of it.
+    // Coverage 0 leaves the background, 1 gives the colour itself, and anything between gives between half of the
+    // colour and all of it.
     const std::set<uint32> colors = ColorsIn(rect);
     EXPECT_TRUE(colors.count(0x000000));
     EXPECT_TRUE(colors.count(0xFF0000));
@@ -398,7 +399,7 @@ TEST_F(ChartScreenTest, ASampleTouchesNothingButItsColumn)
 
 TEST_F(ChartWindowTest, SamplesDoNotChangeTheArchive)
 {
-    // What is stored would otherwise be written to the disk every few seconds, for nothing.
+    // Otherwise the stored settings would be written to the disk every few seconds, for nothing.
     AddChart(60, 40);
     AddSources(*chart, 3);
     chart->SetShowValue(true);

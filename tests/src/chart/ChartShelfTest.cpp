@@ -94,7 +94,7 @@ TEST_F(ChartShelfTest, TakesNothingThatIsNoChart)
     BMessage empty;
     EXPECT_FALSE(shelf.AddReplicant(&empty, BPoint(), "empty", BMessenger()));
     EXPECT_EQ(holder.CountCharts(), 3);
-    // Nor remembers it.
+    // Nor does it remember the chart.
     EXPECT_TRUE(Drop(shelf, "foreign"));
     EXPECT_EQ(holder.CountCharts(), 4);
 }

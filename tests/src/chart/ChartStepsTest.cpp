@@ -110,7 +110,7 @@ TEST(WrapAtTest, AWholePageInsideABorderEndsBeforeIt)
 
 TEST(WrapAtTest, AColumnBeyondTheEndComesBackToIt)
 {
-    // A border that is switched on makes a full chart narrower.
+    // Switching a border on makes a full chart narrower.
     EXPECT_EQ(WrapAt(ChartRect(kArea, true), 101, 1, true).column, 99);
 }
 
@@ -136,7 +136,8 @@ TEST(SourceStackTest, HeightsAreRoundedUp)
 
 TEST(SourceStackTest, TheDivisionIsInSinglePrecision)
 {
-    // 100 / 3 less 1 is 97 / 3, in single precision a little less: this share of it is then below 1 and not above.
+    // 100 / 3 less 1 is 97 / 3, which in single precision is a little less: this share of it is then below 1 and not
+    // above.
     SourceStack stack(kArea, 3, false);
     EXPECT_EQ(stack.Push(3.0 / 97.0 * (1 + 1e-9)), 99);
 }

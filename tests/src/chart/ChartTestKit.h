@@ -19,9 +19,9 @@
 #include <string>
 #include <vector>
 
-/// What the tests of charts share: samples with chosen values, a clock that stands still, and a chart in a window.
+/// Shared by the tests of charts: samples with chosen values, a clock that stands still, and a chart in a window.
 
-/// The sources that the samples below have values for, in the order of Shares.
+/// The sources for which the samples below have values, in the order of Shares.
 inline constexpr vptarget_t kTestTargets[] = {VP_USED_MEMORY, VP_ALLOCATED_TEAMS, VP_ALLOCATED_THREADS,
                                               VP_ALLOCATED_SEMS, VP_ALLOCATED_PORTS};
 
@@ -34,7 +34,7 @@ struct Shares {
     int32 ports = 0;
 };
 
-/// What a sampler in another process would have sent.
+/// Returns a sample as a sampler in another process sends it.
 inline BMessage SampleMessage(const Shares& shares)
 {
     system_info info{};
@@ -62,7 +62,7 @@ inline BMessage SampleMessage(const Shares& shares)
     return message;
 }
 
-/// A source as it stands in archives and drags.
+/// Returns a source as it stands in archives and drags.
 inline BMessage SourceArchive(vptarget_t target, int32 flags = 0)
 {
     BMessage archive;
@@ -70,7 +70,7 @@ inline BMessage SourceArchive(vptarget_t target, int32 flags = 0)
     return archive;
 }
 
-/// A clock that only moves when it is told to.
+/// A clock that moves only on request.
 class StillClock : public kits::ClockSource {
 public:
     StillClock() { kits::SetClockSource(this); }
@@ -82,7 +82,7 @@ public:
     bigtime_t now = 1000000000;
 };
 
-/// Draws a sample without the pauses between samples that Refresh() keeps.
+/// Draws a sample without the pauses between samples that Refresh() makes.
 inline void Show(ChartView& chart, const Shares& shares)
 {
     const BMessage message = SampleMessage(shares);
@@ -105,8 +105,8 @@ inline void AddSources(ChartView& chart, int32 count)
     }
 }
 
-/// One column of a picture, top first, as one letter a pixel: '0' to '7' for a source's colour, '.' for what the chart
-/// is cleared with, '?' for anything else.
+/// Returns one column of a picture, top first, one letter per pixel: '0' to '7' for a source's colour, '.' for the
+/// colour to which the chart is cleared, '?' for anything else.
 inline std::string Column(const ChartView& chart, int32 x)
 {
     PixelRows rows(chart.Picture());
@@ -122,7 +122,7 @@ inline std::string Column(const ChartView& chart, int32 x)
     return letters;
 }
 
-/// The heights of a picture's columns: of each how many pixels show a source.
+/// Returns the heights of a picture's columns: how many pixels of each show a source.
 inline std::vector<int> Heights(const ChartView& chart)
 {
     std::vector<int> heights;
@@ -136,7 +136,7 @@ inline std::vector<int> Heights(const ChartView& chart)
 
 inline constexpr BRect kTestWindow{60, 70, 359, 269};
 
-/// Stands for the application: keeps what charts send to it.
+/// Plays the application: keeps the messages that charts send to it.
 class RecordingLooper : public BLooper {
 public:
     RecordingLooper() { Run(); }
@@ -145,7 +145,7 @@ public:
     std::vector<BMessage> received;
 };
 
-/// A window that is shown, with a chart in it when AddChart() was called, and a clock that stands still.
+/// A shown window, with a chart in it after AddChart(), and a clock that stands still.
 class ChartWindowTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -166,7 +166,7 @@ protected:
         application->Quit();
     }
 
-    /// A chart without captions at the window's corner; it belongs to the window.
+    /// Adds a chart without captions at the window's corner; it belongs to the window.
     void AddChart(float width, float height)
     {
         chart = new ChartView();
@@ -177,10 +177,10 @@ protected:
         test::Turn();
     }
 
-    /// A pixel of the chart's picture on the screen, without alpha.
+    /// Returns a pixel of the chart's picture on the screen, without alpha.
     uint32 Shown(int32 x, int32 y) const { return test::PixelOf(chart, x, y) & 0xFFFFFF; }
 
-    /// The same for a colour.
+    /// Returns the same for a colour.
     static uint32 Word(rgb_color color) { return PixelWord(color) & 0xFFFFFF; }
 
     StillClock clock;

@@ -137,7 +137,7 @@ TEST(ChartViewHolderTest, ResizingLaysOut)
     for (int32 i = 0; i < 3; i++)
         EXPECT_EQ(holder.ChartAt(i)->Frame(),
                   BRect(0, static_cast<float>(100 * i), 299, static_cast<float>(100 * i + 99)));
-    // The same size again touches nothing, not even a chart that someone moved.
+    // Setting the same size again touches nothing, not even a chart that someone moved.
     holder.ChartAt(0)->MoveTo(7, 7);
     holder.ResizeTo(299, 299);
     EXPECT_EQ(holder.ChartAt(0)->Frame().LeftTop(), BPoint(7, 7));
@@ -255,7 +255,7 @@ protected:
 
 namespace {
 
-/// As the eye weighs it, 0 to 1.
+/// Returns the brightness that the eye sees, 0 to 1.
 double Luminance(uint32 pixel)
 {
     const auto part = [](uint32 value) {
@@ -275,7 +275,7 @@ double PanelLuminance()
     return Luminance(PixelWord(ui_color(B_PANEL_BACKGROUND_COLOR)));
 }
 
-/// Of the line to the panel that shows through the view: 1 for nothing at all, 21 for black on white.
+/// Returns the contrast between the line and the panel that shows through the view: 1 for none, 21 for black on white.
 double ContrastOfHint(const ChartViewHolder* holder)
 {
     double most = 1;

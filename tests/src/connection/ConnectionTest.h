@@ -28,14 +28,14 @@ public:
 /// Another process with charts outside the application, without pictures: partner/Client.cpp.
 class Client : public Partner {
 public:
-    /// @param count  of its charts
+    /// @param count  the number of its charts
     explicit Client(int count)
         : Partner(kClientSignature, std::to_string(count), ProgramBeside("sampling_client"))
     {
     }
 };
 
-/// This process as one that takes samples.
+/// This process as a receiver of samples.
 class ConnectionTest : public TeamTest {
 protected:
     /// Servers that were launched are no children of this process.
@@ -63,7 +63,7 @@ protected:
         return RunUntil([&] { return taker.connection.Phase() == phase; });
     }
 
-    /// Asks one that may just not be there for a number.
+    /// Asks an application that may be missing at the moment for a number.
     static bool AwaitNumber(const char* signature, const char* name, const std::function<bool(int32)>& condition)
     {
         return RunUntil([&] {

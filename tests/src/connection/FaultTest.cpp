@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <random>
 
-// Either side goes, breaks off or stands still, at any moment.
+// Either side ends, disconnects or hangs, at any moment.
 
 using Phase = ConnectionState::Phase;
 using test::Client;
@@ -17,7 +17,7 @@ namespace {
 
 class FaultTest : public test::ConnectionTest {
 protected:
-    /// How often something is done that takes a process each time; QEL_LONG makes it as often as it is to hold.
+    /// How often to repeat an action that takes a process each time; QEL_LONG selects the full number.
     static int CountProcesses() { return getenv("QEL_LONG") != nullptr ? 1000 : 20; }
 
     /// Lets the loop run for a while.
@@ -40,14 +40,14 @@ protected:
             signature, "flaps", [](int32 left) { return left == 0; });
     }
 
-    /// How many the partner has open, with the connection on which it tells.
+    /// Returns how many descriptors the partner has open, including that of the connection on which it answers.
     static int32 FilesOf(const BMessenger& partner)
     {
         NumberOf(partner, "files");
         return NumberOf(partner, "files");
     }
 
-    /// That nothing is left open; a thread that ends just now may still have something.
+    /// Waits until no more are open; a thread that is just ending may still have some.
     static bool AwaitFiles(int32 count)
     {
         return RunUntil([count] { return test::CountOpenFiles() <= count; });
@@ -160,14 +160,14 @@ TEST_F(FaultTest, AClientThatStandsStillCostsNoMemoryAndHoldsUpNobody)
     EXPECT_TRUE(AwaitNumber(test::kClientSignature, "fewest", [](int32 count) { return count > 0; }));
     EXPECT_TRUE(AwaitSamples(*taker, 50));
     client.Signal(SIGSTOP);
-    // Until what fits into the socket has been sent and every further sample takes the place of one that waits.
+    // Until the socket is full and every further sample replaces one that waits.
     EXPECT_TRUE(AwaitSamples(*taker, 100));
     const int32 before = NumberOf(application, "memory");
     const int32 samples = getenv("QEL_LONG") != nullptr ? 6000 : 300;
     taker->longestGap = 0;
     for (int32 count = 0; count < samples; count += 100)
         EXPECT_TRUE(AwaitSamples(*taker, 100));
-    // Other receivers are not to notice. No limit: a busy machine holds them up by itself.
+    // Other receivers must not notice. There is no limit, because a busy machine holds them up by itself.
     RecordProperty("longest_gap_us", std::to_string(taker->longestGap));
     EXPECT_LT(NumberOf(application, "memory"), before + 512);
     EXPECT_EQ(CountReceivers(application), 21);

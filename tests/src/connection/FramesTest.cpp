@@ -8,7 +8,7 @@
 #include <cinttypes>
 #include <cstdio>
 
-// What goes over the connection to another process.
+// The frames on the connection to another process.
 
 namespace {
 
@@ -25,7 +25,7 @@ protected:
         pclose(fCounter);
     }
 
-    /// A messenger to a handler of the other process, none of which exists.
+    /// Returns a messenger to a handler of the other process; none of these exists.
     BMessenger Handler(int32 number) const { return kits::MessageAccess::MessengerTo({fAddress, number}); }
 
     std::string ReadLine() const
@@ -45,7 +45,7 @@ TEST_F(FramesTest, OneARoundForAllReceiversOfAProcess)
     for (const int32 count : {1, 10, 500, 1024}) {
         const std::string start = std::to_string(count) + " ";
         {
-            // So short a history never finds that a round comes too early.
+            // With so short a history, no round ever comes too early.
             Sysinfo sampler(2);
             sampler.SetSamplingDelay(3600LL * 1000000);
             ASSERT_TRUE(test::AwaitState(find_thread("Sysinfo sampler"), B_THREAD_ASLEEP));
@@ -85,7 +85,7 @@ TEST_F(FramesTest, HaveTheRecordsForOthersAndAPointerForThisProcess)
         EXPECT_EQ(pointer, &sampler);
     }
     EXPECT_EQ(ReadLine(), "2 3f6212a0\n");
-    // This process knows by itself that its sampler is gone.
+    // This process learns without a message that its sampler is gone.
     test::RunUntil([looper] { return looper->CountMessages() == 0; });
     EXPECT_EQ(received.size(), 1u);
     looper->Quit();

@@ -15,7 +15,7 @@ namespace test {
 inline constexpr const char* kServerSignature = "application/x-vnd.test-sampling_server";
 inline constexpr uint32 kFailureCode = 'fail';
 
-/// What a replicant does without showing anything: takes samples, hands on what it hears of the application.
+/// A replicant without anything to show: receives samples, and passes on messages about the application.
 class SampleTaker : public BHandler {
 public:
     explicit SampleTaker(BLooper* looper, bigtime_t interval = ServerConnection::kInterval,
@@ -60,7 +60,7 @@ public:
     int countGone = 0;
     int countFailures = 0;
     BMessage newest;
-    /// Between two samples, since it was last set to 0.
+    /// The longest time between two samples since this was last set to 0.
     bigtime_t longestGap = 0;
 
 private:

@@ -45,7 +45,7 @@ TEST_F(ServerConnectionTest, GetsSamples)
     EXPECT_EQ(taker->connection.Server(), application);
     EXPECT_EQ(CountReceivers(application), 1);
     EXPECT_EQ(taker->countFailures, 0);
-    // A second time it is the same receiver.
+    // The second time it is the same receiver.
     taker->Connect();
     EXPECT_TRUE(AwaitPhase(*taker, Phase::kConnected));
     EXPECT_EQ(CountReceivers(application), 1);
@@ -59,7 +59,7 @@ TEST_F(ServerConnectionTest, TheRecordsAreTheSameToTheByteAtBothEnds)
     taker->Connect();
     ASSERT_TRUE(AwaitSamples(*taker, 3));
     const char* const fields[] = {kSysinfoBodyField, kSumActiveField, kNodeBodyField, kActiveDeltasField};
-    // Both speak of the same sample when nothing came between.
+    // Both show the same sample if nothing came between.
     bool isSame = false;
     for (int i = 0; i < 1000 && !isSame; i++) {
         const BMessage there = InfoOf(application);
@@ -149,7 +149,7 @@ TEST_F(ServerConnectionTest, SaysOnceThatItCannotBeStarted)
     EXPECT_TRUE(AwaitState(connector, B_THREAD_ASLEEP));
     EXPECT_TRUE(RunUntil([this] { return fLooper->CountMessages() == 0; }));
     EXPECT_EQ(taker.countFailures, 1);
-    // Asked for again it is a new question.
+    // Another request is a new question.
     taker.Connect(true);
     EXPECT_TRUE(RunUntil([&] { return taker.countFailures == 2; }));
 }
@@ -160,7 +160,7 @@ TEST_F(ServerConnectionTest, StartsNothingThatItMayNot)
     taker->Connect(false);
     EXPECT_TRUE(RunUntil([&] { return taker->countFailures == 1; }));
     EXPECT_FALSE(be_roster->IsRunning(test::kServerSignature));
-    // What is started by somebody else is found.
+    // It finds an application that somebody else has started.
     Server server;
     EXPECT_TRUE(AwaitSamples(*taker));
 }
@@ -200,7 +200,7 @@ TEST_F(ServerConnectionTest, WaitsForOneThatWasKilled)
     Server next;
     EXPECT_TRUE(AwaitSamples(*taker));
     EXPECT_EQ(taker->connection.Server(), next.Application());
-    // The connector goes when it is not needed any more.
+    // The connector ends when it is no longer needed.
     EXPECT_TRUE(RunUntil([] { return find_thread("ChartView: Waiting for Qel server...") < 0; }));
     EXPECT_EQ(taker->countFailures, 0);
 }
@@ -231,7 +231,7 @@ TEST_F(ServerConnectionTest, NobodyWaitsForOneThatHangs)
         const thread_id asker = find_thread("ChartView: Looking for Qel server...");
         EXPECT_GT(asker, 0);
         EXPECT_TRUE(AwaitState(asker, B_THREAD_RECEIVING));
-        // Its end, in the middle of asking, is not held up: the answer would take five seconds.
+        // The destructor is not held up in the middle of asking: the answer would take five seconds.
     }
     EXPECT_LT(find_thread("ChartView: Looking for Qel server..."), 0);
     auto taker = NewTaker();
@@ -239,7 +239,7 @@ TEST_F(ServerConnectionTest, NobodyWaitsForOneThatHangs)
     EXPECT_TRUE(RunUntil([&] { return taker->countFailures == 1; }));
     server.Signal(SIGCONT);
     EXPECT_TRUE(AwaitSamples(*taker));
-    // The first one had asked, and then said that it wants nothing.
+    // The first one had asked, and then withdrawn its request.
     EXPECT_EQ(CountReceivers(application), 1);
 }
 
@@ -256,7 +256,7 @@ TEST_F(ServerConnectionTest, DisconnectsWhenItIsToldToAndWhenItGoes)
     first->connection.Disconnect();
     EXPECT_EQ(CountReceivers(application), 1);
     EXPECT_EQ(first->connection.Phase(), Phase::kOff);
-    // What a sampler says that it was registered with before starts nothing.
+    // A message from a sampler with which it was registered before starts nothing.
     first->connection.ServerGone();
     EXPECT_EQ(first->connection.Phase(), Phase::kOff);
     second.reset();
@@ -276,7 +276,7 @@ TEST_F(ServerConnectionTest, GetsSamplesAgainAfterItWasInNoLooper)
     for (int i = 0; i < 3; i++) {
         ASSERT_TRUE(AwaitSamples(*taker));
         fLooper->RemoveHandler(taker.get());
-        // Some are sent meanwhile, and have nowhere to go.
+        // Some samples arrive meanwhile, with nowhere to go.
         ASSERT_TRUE(AwaitSamples(other, 20));
         fLooper->AddHandler(taker.get());
     }
@@ -304,7 +304,7 @@ TEST_F(ServerConnectionTest, IsForgottenByTheServerWhenItsProcessIsGone)
     taker->Connect();
     ASSERT_TRUE(AwaitSamples(*taker));
     taker->connection.Disconnect();
-    // One that has gone without a word.
+    // A receiver that has gone without a word.
     BMessage request(MSG_CONNECT);
     {
         SampleTaker other(fLooper);

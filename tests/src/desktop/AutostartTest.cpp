@@ -21,7 +21,7 @@ protected:
     TempFolder fConfig;
 };
 
-/// A disk on which a kind of call fails.
+/// A disk on which one kind of call fails.
 class NoDisk : public kits::FailingDevice {
 public:
     explicit NoDisk(kits::FileCall call)
@@ -66,7 +66,7 @@ TEST_F(AutostartTest, LeavesAnEntryThatIsRight)
     fConfig.Put(kName, off);
     ASSERT_EQ(Autostart::Enable("/bin/qel-desktop"), B_OK);
     EXPECT_EQ(fConfig.Get(kName), off);
-    // Not one for a program that was moved.
+    // Not an entry for a program that was moved.
     ASSERT_EQ(Autostart::Enable("/usr/bin/qel-desktop"), B_OK);
     EXPECT_EQ(fConfig.Get(kName), Autostart::EntryFor("/usr/bin/qel-desktop"));
 }

@@ -81,7 +81,7 @@ TEST_F(DesktopAppTest, TheWindowFollowsItsChartAndTheOtherWayRound)
             window->ResizeTo(150, 90);
             window->FrameResized(150, 90);
             EXPECT_EQ(chart->Frame(), BRect(0, 0, 150, 90));
-            // Nobody makes it smaller than can be held.
+            // Nobody makes it too small to be held.
             window->ResizeTo(3, 3);
             EXPECT_EQ(window->Frame(), BRect(100, 120, 120, 140));
         },
@@ -161,7 +161,7 @@ TEST_F(DesktopAppTest, PerformsARequestOnceHoweverOftenItComes)
     other.AddString("Request", "another one");
     const BMessage nameless = Request(Archive());
     EXPECT_EQ(Shown({request, request, other, request}), 2U);
-    // So does the one that comes after it.
+    // The next host does the same.
     EXPECT_EQ(Shown({request, other}), 2U);
     EXPECT_EQ(Shown({nameless, nameless}), 4U);
 }
@@ -172,7 +172,7 @@ TEST_F(DesktopAppTest, RemembersTheNewestRequests)
     first.AddString("Request", "first");
     std::vector<BMessage> requests{first};
     for (size_t i = 0; i < DesktopApp::kMostRequests; i++) {
-        // What is not performed is not remembered either.
+        // A request that is not performed is not remembered either.
         BMessage refused(MSG_SHOW_ON_DESKTOP);
         refused.AddString("Request", std::to_string(i));
         requests.push_back(refused);
@@ -327,7 +327,7 @@ TEST_F(DesktopAppTest, ShowsInReachWhatStoodOnAScreenThatIsGone)
         ASSERT_EQ(store.Sync(), B_OK);
     }
     const BRect screen = kits::ScreenFrames().front();
-    // Again and again: being shown elsewhere is no wish.
+    // Repeatedly: being shown elsewhere does not change the user's place.
     for (int i = 0; i < 2; i++) {
         Run([&](DesktopApp& app) {
             ASSERT_EQ(app.CountReplicants(), 1U);
@@ -388,17 +388,17 @@ TEST_F(DesktopAppTest, AChartIsMovedAndResizedByKeyboard)
             test::Key(window, B_UP_ARROW, B_COMMAND_KEY);
         },
         {Request(Archive())}, [](DesktopApp& app) { return app.ReplicantAt(0)->Frame() == BRect(110, 121, 320, 200); });
-    // It is kept.
+    // The new frame is kept.
     Run([](DesktopApp& app) {
         ASSERT_EQ(app.CountReplicants(), 1U);
         EXPECT_EQ(app.ReplicantAt(0)->Frame(), BRect(110, 121, 320, 200));
         ReplicantWindow* window = app.ReplicantAt(0);
         window->ChildAt(0)->MakeFocus();
-        // Not below what the hand can make of it.
+        // Not smaller than the mouse can make it.
         for (int i = 0; i < 10; i++)
             test::Key(window, B_UP_ARROW, B_COMMAND_KEY | B_SHIFT_KEY);
         EXPECT_EQ(window->ChildAt(0)->Bounds().Height(), kSmallestReplicant);
-        // A chosen caption goes first.
+        // A selected caption has precedence.
         auto* chart = dynamic_cast<ChartView*>(window->ChildAt(0));
         chart->ResizeTo(200, 80);
         const BPoint before = chart->TitleCoord();
@@ -418,7 +418,7 @@ TEST_F(DesktopAppTest, TheKeyboardGoesFromChartToChart)
             bool isOneActive = false;
             for (size_t i = 0; i < app.CountReplicants(); i++)
                 isOneActive = isOneActive || app.ReplicantAt(i)->IsActive();
-            // Charts that find no application say so, and what they say takes the keyboard when it is shown.
+            // Charts that find no application show an alert, which takes the keyboard focus.
             if (!isOneActive)
                 window->Activate();
             return window->IsActive() && window->ChildAt(0)->IsFocus();
@@ -438,7 +438,7 @@ TEST_F(DesktopAppTest, TheKeyboardGoesFromChartToChart)
             wait(app, 0);
             test::Key(app.ReplicantAt(0), B_TAB, B_SHIFT_KEY);
             wait(app, 2);
-            // When it goes it hands it on.
+            // When it goes, it passes the focus on.
             app.Remove(app.ReplicantAt(2));
             wait(app, 0);
         },

@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <functional>
 
-/// The program, with stores of the test's own, and no application to be found or started.
+/// The program, with stores of the test's own, and with no application that could be found or started.
 class DesktopAppTest : public testing::Test {
 protected:
     DesktopAppTest()
@@ -40,8 +40,8 @@ protected:
         return request;
     }
 
-    /// Starts the program, has it do this once it is ready, and ends it as the end of a session does: when this holds,
-    /// else at once.
+    /// Starts the program, calls this function once it is ready, and, when the condition holds (or else at once), ends
+    /// it as the end of a session does.
     void Run(const std::function<void(DesktopApp&)>& act, const std::vector<BMessage>& dropped = {},
              const std::function<bool(DesktopApp&)>& until = nullptr)
     {
@@ -55,7 +55,7 @@ protected:
         int turn = 0;
         bool isOver = false;
         kits::Timer timer([&] {
-            // A turn may still come while the request to quit waits, or its windows go.
+            // A turn may still come while the request to quit waits, or while windows are being destroyed.
             if (isOver)
                 return;
             if (turn++ == 0 && act) {

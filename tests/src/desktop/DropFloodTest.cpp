@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What a process uses that it may lose.
+/// Resources of a process that it might leak.
 struct Use {
     int64 memory = 0; // bytes
     int64 files = 0;
@@ -54,7 +54,7 @@ private:
     }
 };
 
-/// Ten thousand charts, and what is none, dropped as fast as they are taken, with something to feed them.
+/// Ten thousand charts, and drops that are none, as fast as the host takes them, with a program that feeds the charts.
 class DropFloodTest : public DesktopAppTest {
 protected:
     static constexpr int kDrops = 10000;
@@ -67,7 +67,7 @@ protected:
         EXPECT_TRUE(test::WaitFor([] { return BMessenger(signature).IsValid(); }));
     }
 
-    /// Removes the oldest until so many are left, as their menus do.
+    /// Removes the oldest charts until this many are left, as their menus do.
     static void RemoveDownTo(DesktopApp& app, size_t count)
     {
         for (size_t i = 0; i + count < app.CountReplicants(); i++) {
@@ -93,7 +93,7 @@ TEST_F(DropFloodTest, LeavesNothingBehindOfChartsThatComeAndGo)
         if (count == kDrops / 5 && early.files == 0)
             early = Use::Measure();
         if (count == kDrops) {
-            // Connections of charts that have gone end by themselves.
+            // Connections of destroyed charts end by themselves.
             late = Use::Measure();
             return !late.IsMoreThan(early);
         }

@@ -38,7 +38,7 @@ TEST(InReachTest, BringsWhatIsOffTheScreensToTheNearest)
     EXPECT_EQ(InReach(BRect(-50, -20, 250, 80), {kLeft}), BRect(0, 0, 300, 100));
     EXPECT_EQ(InReach(BRect(-50, 1500, 250, 1600), {kLeft, kRight}), BRect(0, 699, 300, 799));
     EXPECT_EQ(InReach(BRect(5000, 100, 5300, 200), {kLeft, kRight}), BRect(2899, 100, 3199, 200));
-    // Larger than the screen: its handle is there.
+    // Larger than the screen: its handle is visible.
     EXPECT_EQ(InReach(BRect(-5, -5, 1994, 1994), {kLeft}).LeftTop(), BPoint(0, 0));
 }
 
@@ -81,7 +81,7 @@ TEST(PlacesTest, GoBackWhenTheScreensDo)
     Places places;
     EXPECT_FALSE(places.For(one).IsValid());
     places.Wish(two, BRect(2000, 10, 2300, 110));
-    // Nothing was wished for there yet.
+    // The user has not placed it there yet.
     EXPECT_EQ(places.For(one), BRect(2000, 10, 2300, 110));
     places.Wish(one, kChart);
     EXPECT_EQ(places.For(one), kChart);

@@ -44,7 +44,7 @@ std::string Labels(const BWindow* window)
     return labels;
 }
 
-/// Everything that shows a text has room for it, and stands inside of what it is in.
+/// Checks that everything with a text has room for it, and lies within its parent.
 void ExpectNothingIsCut()
 {
     for (QWidget* top : QApplication::topLevelWidgets()) {

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr rgb_color kRed{200, 10, 20, 255};
-/// What a desktop has of which nothing is known.
+/// The colour of a desktop about which nothing is known.
 constexpr rgb_color kDesktop{51, 102, 152, 255};
 
 class ChartColorTabTest : public PageTest {
@@ -122,7 +122,7 @@ TEST_F(ChartColorTabTest, WithoutATargetNothingOfTheChartChanges)
     EXPECT_EQ(fPreview->ViewColor(), kRed);
     ChooseTarget("Chart");
     EXPECT_TRUE(SameRGB(fColors->ValueAsColor(), chart->ChartColor(0)));
-    // The picked colour was kept for no target.
+    // With no target, the page kept the picked colour.
     ChooseTarget("< none >");
     EXPECT_EQ(fColors->ValueAsColor(), kRed);
 }
@@ -254,7 +254,7 @@ TEST_F(ChartColorTabTest, TheThirdQuickPickIsOneTooMany)
     EXPECT_EQ(alert->Type(), B_WARNING_ALERT);
     alert->PostMessage(B_QUIT_REQUESTED);
     test::Turn();
-    // The count began again.
+    // The count has started over.
     PressPick(499999);
     PressPick(499999);
     EXPECT_EQ(OpenAlert(), nullptr);
@@ -327,7 +327,7 @@ TEST_F(ChartColorTabTest, RevertPutsTheChartBackAndTheTargetToNone)
 
 TEST_F(ChartColorTabTest, AntialiasingSetToNothingIsNotPutBack)
 {
-    // Loading takes a strength of 0 for none given, and always has.
+    // Loading treats a strength of 0 as missing, and always has.
     chart->SetTitleAAValue(0);
     ShowPage();
     ChooseTarget("Title");

@@ -44,7 +44,7 @@ protected:
         fSample = FindNth<FontSample>(fPage);
     }
 
-    /// As the user would select a row.
+    /// Selects a row as the user would.
     static void Pick(BListView* list, int32 index)
     {
         list->Select(index);
@@ -67,7 +67,7 @@ protected:
         return item != nullptr ? item->Text() : "none";
     }
 
-    /// True if the selected row lies inside of its list.
+    /// Returns whether the selected row is visible in its list.
     static bool SelectionShows(const BListView* list)
     {
         const BRect row = list->ItemFrame(list->CurrentSelection());
@@ -203,7 +203,7 @@ TEST_F(ChartFontsTabTest, AfterARevertThePageShowsTheFontOfTheChart)
         EXPECT_EQ(Selected(fStyles), style);
         EXPECT_EQ(fSample->AccessibleValue().substr(fSample->AccessibleValue().rfind(' ') + 1), "21");
     }
-    // What was only looked at is gone as well.
+    // A choice that was only looked at is gone as well.
     Choose(Item(fTarget, "Value"));
     Choose(Item(fTarget, "< none >"));
     Use(fSize, 77);
@@ -245,7 +245,7 @@ TEST_F(ChartFontsTabTest, AnotherFamilyKeepsTheStyleIfItHasIt)
     EXPECT_EQ(FamilyOf(chart->TitleFont()), "DejaVu Sans Mono");
     EXPECT_EQ(StyleOf(chart->TitleFont()), "Bold");
     EXPECT_EQ(Selected(fStyles), "Bold");
-    // One of them has no oblique letters.
+    // One of them has no oblique style.
     const int32 oblique = RowOf(fStyles, "Bold Oblique");
     if (oblique >= 0) {
         Pick(fStyles, oblique);
@@ -264,7 +264,7 @@ TEST_F(ChartFontsTabTest, TheFontOfTheChartIsSelectedAndShows)
     font.SetFamilyAndStyle(family, style);
     chart->SetTitleFont(&font);
     ShowPage();
-    // The default font has no style, and perhaps a family that stands for another one.
+    // The default font has no style, and possibly a substituted family.
     for (const char* target : {"Value", "Title", "Value"}) {
         Choose(Item(fTarget, target));
         ASSERT_GE(fFamilies->CurrentSelection(), 0) << target;

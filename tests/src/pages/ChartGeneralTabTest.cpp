@@ -150,7 +150,7 @@ TEST_F(ChartGeneralTabTest, PageSize)
     ShowPage();
     Use(fPageSize, 30);
     EXPECT_EQ(chart->PageSize(), 0.3f);
-    // Another spelling than when the page is opened.
+    // Spelled differently than when the page opens.
     EXPECT_STREQ(fPageSize->Label(), "PageSize 30 %");
     Use(fPageSize, 100);
     EXPECT_EQ(chart->PageSize(), 1.0f);

@@ -90,7 +90,7 @@ TEST_F(ChartSourcesTabTest, RevertBringsTheSourcesBackAndRedraws)
 
 TEST_F(ChartSourcesTabTest, AChartThatHadNoneKeepsWhatItWasGiven)
 {
-    // Loading takes no sources at all for none given, and always has.
+    // Loading treats an archive without sources as one that does not mention them, and always has.
     ShowPage();
     Select(VP_ALL_CPUS, 0);
     fAdd->Invoke();
@@ -218,7 +218,7 @@ TEST_F(ChartSourcesTabTest, ASelectedSourceInAGroupThatIsClosedCannotBeAdded)
     Select(VP_FIRST_CPU, 0);
     fList->MakeFocus(true);
     test::Turn();
-    // To its group, which closes with the next one. It takes the selection with it.
+    // Moves the selection to its group; another press would collapse that.
     test::Key(prefs, B_LEFT_ARROW);
     test::Turn();
     EXPECT_TRUE(fAdd->IsEnabled());
@@ -226,7 +226,7 @@ TEST_F(ChartSourcesTabTest, ASelectedSourceInAGroupThatIsClosedCannotBeAdded)
     test::Turn();
     const BListItem* group = fList->Superitem(fList->ItemAt(fList->CurrentSelection()));
     const BRect row = fList->ItemFrame(fList->IndexOf(group));
-    // On its mark.
+    // On the group's mark.
     const BPoint mark(row.left + 10, (row.top + row.bottom) / 2);
     test::Press(fList, mark);
     test::Release(fList, mark);

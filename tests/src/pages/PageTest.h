@@ -62,7 +62,7 @@ protected:
         test::Turn();
     }
 
-    /// The tab view that pages lie in.
+    /// Returns the tab view that holds the pages.
     DDTabView* TabView() const
     {
         for (int32 i = 0; BView* view = prefs->ChildAt(i); i++)
@@ -71,7 +71,7 @@ protected:
         return nullptr;
     }
 
-    /// A page's control by its label, or by the beginning of it; for a text that the page changes.
+    /// Returns a page's control by its label, or by the beginning of it, for a text that the page changes.
     template <typename Control> static Control* Find(const BView* page, const char* label)
     {
         for (int32 i = 0; BView* view = page->ChildAt(i); i++) {
@@ -82,7 +82,7 @@ protected:
         return nullptr;
     }
 
-    /// A page's child of a kind of which it has only one, or the nth of them.
+    /// Returns a page's nth child of a kind.
     template <typename View> static View* FindNth(const BView* page, int32 nth = 0)
     {
         for (int32 i = 0; BView* view = page->ChildAt(i); i++) {
@@ -93,7 +93,7 @@ protected:
         return nullptr;
     }
 
-    /// As the user would: sets the value and lets the control speak.
+    /// Sets the value and notifies, as the user would.
     static void Use(BControl* control, int32 value)
     {
         control->SetValue(value);
@@ -116,7 +116,7 @@ protected:
         return item != nullptr ? item->Label() : "";
     }
 
-    /// The alert that is open, null if none is.
+    /// Returns the open alert, or null.
     static BAlert* OpenAlert()
     {
         for (const kits::token_t token : kits::PostOffice::Get().RunningLoopers())

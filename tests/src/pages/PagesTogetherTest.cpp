@@ -18,7 +18,7 @@
 
 namespace {
 
-/// A chart with all of its pages, as its preferences window has them.
+/// A chart with all its pages, as in its preferences window.
 class PagesTogetherTest : public PageTest {
 protected:
     void SetUp() override
@@ -41,7 +41,7 @@ protected:
         test::Turn();
     }
 
-    /// Changes something of everything that the pages offer.
+    /// Changes one setting of each kind that the pages offer.
     void ChangeAll() const
     {
         chart->SetTitle("after");
@@ -68,7 +68,7 @@ protected:
         chart->SetTitleFont(&font);
     }
 
-    /// The fields in which two settings differ.
+    /// Returns the fields in which two settings differ.
     static std::vector<std::string> Differences(const BMessage& one, const BMessage& other)
     {
         std::vector<std::string> names;
@@ -90,7 +90,7 @@ protected:
     ChartColorTab* fColors = nullptr;
 
 private:
-    /// A copy of a message with one of its fields.
+    /// Returns a copy of a message with only one of its fields.
     static void Only(const BMessage& message, const char* name, BMessage* copy)
     {
         *copy = message;
@@ -124,7 +124,7 @@ TEST_F(PagesTogetherTest, RevertAllBringsBackAllButTheSkips)
     ChangeAll();
     EXPECT_GT(Differences(before, ChartSettings()).size(), 15u);
     Post(MSG_PREFS_REVERT_ALL);
-    // The controls are filled again, which raises them.
+    // Filling the controls again raises these two.
     EXPECT_EQ(Differences(before, ChartSettings()), (Names{"SkipValue", "ValueSkipValue"}));
     EXPECT_EQ(chart->SkipValue(), 1);
 }

@@ -47,7 +47,7 @@ protected:
         return BPoint(frame.left + 5, frame.top + 5);
     }
 
-    /// Presses on a label, and pulls the pointer out of the view.
+    /// Presses on a label, and drags the pointer out of the view.
     void Pull(int32 index, uint32 buttons, BPoint to)
     {
         test::Press(fTabView, Label(index), buttons);
@@ -55,7 +55,7 @@ protected:
         test::MoveTo(fTabView, to);
     }
 
-    /// The outline on the screen of a rectangle in the tab view.
+    /// Returns the outline on the screen of a rectangle in the tab view.
     BRect OnScreen(BRect rect) const { return fTabView->ConvertToScreen(rect); }
 
     BWindow* fWindow;

@@ -7,10 +7,10 @@
 
 #include <string>
 
-/// A page that notes what is asked of it.
+/// A page that records the calls to it.
 class NotingPage : public PrefsTab {
 public:
-    /// @param name     also the field that it puts into drags
+    /// @param name     also the name of the field that it puts into drags
     /// @param carries  whether its settings can be dragged
     explicit NotingPage(const char* name, bool carries = true)
         : PrefsTab(name)

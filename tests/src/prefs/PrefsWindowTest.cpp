@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What the window's owner gets.
+/// Receives the messages of the window's owner.
 class Owner : public BLooper {
 public:
     void MessageReceived(BMessage* message) override { last = *message; }
@@ -72,7 +72,7 @@ protected:
     Owner* fOwner;
     SmartWindow* fSlot = nullptr;
     PrefsWindow* fWindow;
-    // The window's once they are added.
+    // Belong to the window once they are added.
     NotingPage* fFirst = new NotingPage("first");
     NotingPage* fSecond = new NotingPage("second");
 
@@ -240,7 +240,7 @@ TEST_F(PrefsWindowTest, WhenItGrowsItStaysOnTheScreen)
     EXPECT_LE(fWindow->Frame().right, screen.right);
     EXPECT_EQ(fWindow->Frame().top, screen.top + 100) << "there is room";
 
-    // A page that needs more later, and less again.
+    // A page that needs more room later, and less again.
     fSecond->minimumSize = BPoint(600, 450);
     fWindow->MoveTo(screen.left + 20, screen.bottom - 400);
     test::Turn();

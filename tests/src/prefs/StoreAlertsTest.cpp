@@ -23,7 +23,7 @@ constexpr int kQuit = 0;
 constexpr int kUseDefaults = 1;
 constexpr int kTryAgain = 2;
 
-/// What the user is told about stores in a folder of the test's own.
+/// Alerts about stores in a folder of the test's own.
 class StoreAlertsTest : public StoreFixture {
 protected:
     /// Puts store 1 in place and locks it.
@@ -35,7 +35,7 @@ protected:
         ASSERT_EQ(fHolder.Lock(), B_OK);
     }
 
-    /// Presses these buttons of the questions that come.
+    /// Presses these buttons of the next questions.
     void Answer(std::vector<int> buttons, const std::function<void()>& before = nullptr)
     {
         if (buttons.empty())
@@ -75,7 +75,7 @@ protected:
     std::string fText; ///< of the last question
 };
 
-/// Is full while it is told to.
+/// Is full as long as the test says so.
 class SwitchedDisk : public kits::FailingDevice {
 public:
     int Before(kits::FileAction& action) override
@@ -264,7 +264,7 @@ TEST_F(StoreAlertsTest, TheEndSaysOnceWhatAllStoresSuffer)
     EXPECT_EQ(SaveAtEnd({&common, &user}, "qel"), B_DEVICE_FULL);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "qel: the settings could not be saved in " + fFolder.Path() + ": No space left\n");
-    // One that is right, and one of another reason.
+    // A save that succeeds, and a failure with another reason.
     disk.fIsFull = false;
     user.SetInt32("Number", 1);
     testing::internal::CaptureStderr();

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A messenger to some handler of another process, which need not exist.
+/// Returns a messenger to some handler of another process, which need not exist.
 BMessenger Remote(kits::team_address team, kits::token_t token)
 {
     return kits::MessageAccess::MessengerTo({team << 32 | 1, token});
@@ -24,7 +24,7 @@ protected:
     ConnectionRequestTest() { fLooper->Run(); }
     ~ConnectionRequestTest() override { fLooper->Quit(); }
 
-    /// The code of the answer to a request; 1 if there was none.
+    /// Returns the code of the answer to a request; 1 if there was none.
     static uint32 Ask(const BMessage& request)
     {
         BMessage reply(1);
@@ -94,7 +94,7 @@ TEST_F(ConnectionRequestTest, WithoutASamplerNobodyIsConnected)
 
 TEST_F(ConnectionRequestTest, TakesSoManyOfOneProcessAndStillOthers)
 {
-    // No round comes between, which would find out that none of them exists.
+    // No round comes between, which would discover that none of them exists.
     const Sysinfo::Autolock lock(&fSampler);
     for (kits::token_t token = 1; token <= Sysinfo::kMostReceiversOfATeam; token++)
         ASSERT_EQ(Ask(MSG_CONNECT, Remote(4711, token)), 0u);
@@ -114,6 +114,6 @@ TEST_F(ConnectionRequestTest, TakesSoManyInAll)
         fSampler.AddMessenger(Remote(5000 + i, 1));
     EXPECT_EQ(fSampler.CountMessengers(), static_cast<int32>(Sysinfo::kMostReceivers));
     EXPECT_EQ(Ask(MSG_CONNECT, Remote(4711, 1)), 0xffffffffu);
-    // The charts of the own window are never turned away for that.
+    // The charts of the application's own window are never refused for that.
     EXPECT_EQ(Ask(MSG_CONNECT, BMessenger(fLooper)), 0u);
 }

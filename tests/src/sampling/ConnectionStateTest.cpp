@@ -12,13 +12,13 @@ constexpr team_id kOther = 4712;
 
 class ConnectionStateTest : public testing::Test {
 protected:
-    /// As after an attempt that this team has agreed to.
+    /// Puts it into the state after an attempt to which this team has agreed.
     void Connect()
     {
         ASSERT_TRUE(fState.Want());
         ASSERT_TRUE(fState.AttemptSucceeded(fState.AttemptBegins(), kTeam));
     }
-    /// As when the application has gone later.
+    /// Puts it into the state after the application has gone later.
     void Wait()
     {
         Connect();
@@ -101,7 +101,7 @@ TEST_F(ConnectionStateTest, DoesNotBelieveWhoHasGoneMeanwhile)
     fState.TeamGone(kTeam);
     EXPECT_FALSE(fState.AttemptSucceeded(attempt, kTeam));
 
-    // Of another one, and before the attempt: none of its business.
+    // Neither another team nor a report from before the attempt concerns it.
     fState.TeamGone(kTeam);
     attempt = fState.AttemptBegins();
     fState.TeamGone(kOther);
@@ -114,7 +114,7 @@ TEST_F(ConnectionStateTest, NothingGrowsWithWhatIsSaidToHaveGone)
     uint32 attempt = fState.AttemptBegins();
     for (team_id team = 0; team < 100; team++)
         fState.TeamGone(team);
-    // More than can be true: it is not known any more who was meant.
+    // More reports than can be true: it is no longer known which team they meant.
     EXPECT_FALSE(fState.AttemptSucceeded(attempt, kTeam));
     attempt = fState.AttemptBegins();
     EXPECT_TRUE(fState.AttemptSucceeded(attempt, kTeam));

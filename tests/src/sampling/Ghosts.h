@@ -9,8 +9,8 @@
 #include <memory>
 #include <vector>
 
-/// A sample as it comes from another process, with figures of the test's choosing. Everything that is not set is what
-/// a quiet machine with this many processors sends.
+/// A sample as another process sends it, with figures of the test's choosing. The other figures are those of a quiet
+/// machine with this many processors.
 struct GhostFigures {
     explicit GhostFigures(int32 processors)
     {

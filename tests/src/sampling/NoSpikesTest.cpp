@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// Whatever happens to the machine between two samples, no source shows what was not.
+// Whatever happens to the machine between two samples, no source shows anything that did not happen.
 
 namespace {
 
@@ -32,27 +32,27 @@ protected:
                   VP_AVAILABLE_PORTS, VP_ALLOCATED_PORTS})
                 fSources.emplace_back(target, flags);
         }
-        // Nothing but the test takes samples.
+        // Only the test takes samples.
         fSampler.SetSamplingDelay(kHour);
         AwaitSamplerAsleep();
         fSampler.AddMessenger(fReceiver.Messenger());
     }
 
-    /// The load of all processors from now on, in percent.
+    /// Sets the load of all processors from now on, in percent.
     void SetLoads(int32 percent)
     {
         for (int32 i = 0; i < RecordedMachine::kProcessors; i++)
             fMachine.SetLoad(i, percent);
     }
 
-    /// Takes a sample after so long.
+    /// Takes a sample after this time.
     double Sample(bigtime_t after = kHour)
     {
         fMachine.Advance(after);
         return SampleNow();
     }
 
-    /// Takes a sample, and looks at every source if it is one that receivers are told of.
+    /// Takes a sample, and checks every source if receivers get the sample.
     /// @return the load of all processors
     double SampleNow()
     {

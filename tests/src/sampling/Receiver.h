@@ -12,7 +12,7 @@
 #include <memory>
 #include <utility>
 
-/// What was sent to something: how much, and the last of it.
+/// Counts received messages, and keeps the last one.
 class Received {
 public:
     void Take(const BMessage& message)
@@ -47,7 +47,8 @@ public:
 
     BMessenger Messenger() const { return BMessenger(fLooper); }
 
-    /// Handles all that waits. @return how many messages have come since the last call
+    /// Handles all waiting messages.
+    /// @return how many have come since the last call
     int TakeAll()
     {
         kits::InterfaceLocker lock;
@@ -74,8 +75,7 @@ private:
     ReceivingLooper* fLooper; // deletes itself
 };
 
-/// An application that runs for as long as it takes to do one thing, and until all that was sent to it meanwhile has
-/// been handled.
+/// An application that runs for one action, and until all messages sent to it meanwhile have been handled.
 class ReceivingApplication : public BApplication {
 public:
     ReceivingApplication()

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr int64 kTotalPages = 1000000;
 
-/// The folder, there before anything of the program asks for a figure.
+/// The folder, which exists before anything in the program asks for a figure.
 class Tree {
 public:
     Tree()
@@ -33,7 +33,7 @@ public:
         fs::remove_all(fRoot, ignored);
     }
 
-    /// What no test has to set.
+    /// Files that no test has to set.
     void WriteTexts() const
     {
         Write("sys/devices/system/cpu/online", "0-9\n");
@@ -65,7 +65,7 @@ private:
 
 const Tree sTree;
 std::atomic<bigtime_t> sNow;
-/// Hundredths of a second that each processor was active since the program began.
+/// Hundredths of a second for which each processor was active since the program began.
 std::array<int64, RecordedMachine::kProcessors> sTicks;
 
 } // namespace
@@ -73,7 +73,7 @@ std::array<int64, RecordedMachine::kProcessors> sTicks;
 RecordedMachine::RecordedMachine()
 {
     // A step is a hundredth of a second, and no processor may be active for longer than has passed since it was last
-    // read: so the clock goes on from where another test left it, be it the machine's own.
+    // read. So the clock continues from where another test left it, or from the machine's own.
     sNow = std::max<bigtime_t>(sNow, system_time()) + 1000000;
     sTree.WriteTexts();
     WriteStat();

@@ -17,7 +17,8 @@ thread_local int64 sAllocations = 0;
 
 } // namespace
 
-// Every form of the operator comes down to this one. Not inlined: the compiler would take the pairs apart.
+// All forms of the operator call this one. Not inlined, because the compiler would remove matching pairs of new and
+// delete.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     sAllocations++;
@@ -40,7 +41,7 @@ namespace {
 
 constexpr bigtime_t kHour = 3600LL * 1000000;
 
-/// How much a call allocates on this thread.
+/// Returns how much a call allocates on this thread.
 template <typename Call> int64 AllocationsOf(Call call)
 {
     const int64 before = sAllocations;
@@ -86,7 +87,7 @@ TEST(SysinfoAllocations, NobodyListeningAllocatesNothing)
 {
     RecordedMachine machine;
     Sysinfo sampler(10);
-    // The first lock that a thread takes makes the kit's record of that thread.
+    // The first lock that a thread takes creates the kit's record of that thread.
     sampler.Sample();
     EXPECT_EQ(AllocationsOf([&] { sampler.Sample(); }), 0);
 }

@@ -19,7 +19,7 @@ template <typename T> T At(const void* record, size_t offset)
     return value;
 }
 
-/// Every source of a machine with ten processors, plain, averaged and smoothed.
+/// Checks every source of a machine with ten processors, plain, averaged and smoothed.
 void ExpectSharesInRange(const Ghosts& ghosts)
 {
     for (vptarget_t target = 0; target <= 2066; target = target == 24 ? 2040 : target + 1) {
@@ -159,7 +159,7 @@ TEST(SysinfoGhosts, OfAnEmptyMessageAreNothing)
     EXPECT_EQ(ghosts.node.InitCheck(), B_BAD_VALUE);
     EXPECT_EQ(ghosts.sampler.CountSumActive(), 0);
     EXPECT_EQ(ghosts.sampler.SumActive(0), 0);
-    // Used all the same they do no harm.
+    // They do no harm even if they are used.
     for (vptarget_t target = -1; target <= 2066; target++)
         ValueProvider(target, VP_AVERAGE).Value(&ghosts.sampler, &ghosts.node);
 }

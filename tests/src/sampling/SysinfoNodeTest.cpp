@@ -24,7 +24,7 @@ template <typename T> T At(const void* record, size_t offset)
     return value;
 }
 
-/// Each look at it is a microsecond later.
+/// Each reading of the clock is a microsecond later.
 class TickingClock : private kits::ClockSource {
 public:
     explicit TickingClock(bigtime_t start)
@@ -105,7 +105,7 @@ TEST(SysinfoNode, NoSampleHasMoreActiveTimeThanTimeThoughAnotherThreadReads)
     system_info info;
     ASSERT_EQ(get_system_info(&info), B_OK);
     const bigtime_t start = machine.Now();
-    // For so long there is always more counted than can be added: the processor is busy all the time.
+    // All this time there is more counted than can be added: the processor appears busy throughout.
     machine.SetLoad(0, 100);
     machine.Advance(900000);
     TickingClock clock(start);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr bigtime_t kHour = 3600LL * 1000000;
 
-/// A sampler that takes a sample when the test says so.
+/// A sampler that takes samples on the test's command.
 class SysinfoTest : public testing::Test {
 protected:
     SysinfoTest()
@@ -27,7 +27,7 @@ protected:
         AwaitSamplerAsleep();
     }
 
-    /// Makes one round, an hour after the one before, in which the first processor was active for a while.
+    /// Makes one round, an hour after the previous one, in which the first processor was active for this long.
     void Round(bigtime_t active = 0)
     {
         fMachine.SetLoad(0, static_cast<int32>(active * 100 / kHour));
@@ -139,7 +139,7 @@ TEST_F(SysinfoTest, AShorterHistoryDropsTheOldestAtTheNextSample)
     Round();
     EXPECT_EQ(fSampler.CountItems(), 3);
     EXPECT_EQ(fSampler.SumElapsed(), 3 * kHour);
-    // The two newest of those before, and the new one.
+    // The two newest previous samples, and the new one.
     EXPECT_EQ(fSampler.SumActive(0), kHour / 100 * (10 + 11));
     ExpectSumsOfHistory();
 }
@@ -205,7 +205,7 @@ TEST_F(SysinfoTest, ARoundThatComesTooEarlyIsLeftOut)
 
 TEST_F(SysinfoTest, AMessengerIsHeldOnce)
 {
-    // The results are the wrong way round, as they have always been.
+    // The two results are swapped, as they always have been.
     EXPECT_EQ(fSampler.AddMessenger(fReceiver.Messenger()), B_ERROR);
     EXPECT_EQ(fSampler.AddMessenger(fReceiver.Messenger()), B_OK);
     EXPECT_EQ(fSampler.CountMessengers(), 1);

@@ -25,7 +25,7 @@ struct Work : FunctionObject {
 
 } // namespace
 
-/// Everything at once, which only a thread sanitizer judges; without one it shows that nothing waits for ever.
+/// Everything at once. Only a thread sanitizer can judge this; without one, it shows that nothing waits for ever.
 TEST(SysinfoThreads, EveryCallFromAnyThread)
 {
     RecordedMachine machine;

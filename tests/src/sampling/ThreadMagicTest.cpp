@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Work that a test gives as a lambda; tells when it is deleted.
+/// Work that a test gives as a lambda; reports its deletion.
 class Work : public FunctionObject {
 public:
     explicit Work(std::function<void()> work, std::atomic<bool>* deleted = nullptr)
@@ -313,7 +313,7 @@ void LaunchRefusedThreads()
 
 TEST(ThreadPrimitiveDeathTest, ARefusedThreadLeavesItsErrorAndNothingElse)
 {
-    // A fresh process: it has no stack of an ended thread to use again.
+    // A fresh process: it has no stack of an ended thread to reuse.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(LaunchRefusedThreads(), testing::ExitedWithCode(0), "");
 }

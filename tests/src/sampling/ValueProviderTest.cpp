@@ -31,7 +31,7 @@ std::string MemoryText(int64 pages)
     return buffer;
 }
 
-/// One processor that is active for this share of a sample.
+/// Returns a sample with one processor that was active for this share of it.
 Ghosts WithLoad(double load)
 {
     GhostFigures figures(1);
@@ -66,7 +66,7 @@ TEST(ValueProvider, AveragesComeFromTheSumsOverTheHistory)
     EXPECT_EQ(ValueOf(2051, VP_AVERAGE, ghosts), 0.5);
     EXPECT_EQ(ValueOf(2050, VP_AVERAGE, ghosts), 0.5);
     EXPECT_EQ(ValueOf(2051, 0, ghosts), 0.0);
-    // Everything else is what it is at the moment.
+    // Every other source shows its current value.
     EXPECT_EQ(ValueOf(2053, VP_AVERAGE, ghosts), 0.25);
 }
 
@@ -116,7 +116,7 @@ TEST(ValueProvider, AProcessorThatTheMachineLacksIsNotSmoothed)
     const Ghosts large(two);
     ValueProvider provider(4, VP_EXP_AVERAGE);
     EXPECT_EQ(provider.Value(&small.sampler, &small.node), 0.0);
-    // Had the zero been taken into the mean it would be half of this.
+    // If the zero had been counted in the mean, it would be half of this.
     EXPECT_EQ(provider.Value(&large.sampler, &large.node), 0.5);
 }
 
@@ -270,7 +270,7 @@ TEST(ValueProvider, TwelveTebibytesHalfInUse)
 
 TEST(ValueProvider, ACaptionSaysNothingBelowZero)
 {
-    // A period that single precision rounds up, in which the processor was active for the whole of it.
+    // A period that single precision rounds up, during all of which the processor was active.
     GhostFigures figures(1);
     figures.node.elapsed = 16777217;
     figures.SetDeltas({16777217});
@@ -289,7 +289,7 @@ TEST(ValueProvider, ACaptionSaysNothingBelowZero)
 
 TEST(ValueProvider, TextsHaveAPointInEveryLanguage)
 {
-    // Where the language is not installed the test says nothing, and nothing can go wrong there either.
+    // Where the language is not installed, the test cannot fail, and neither can the program.
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     EXPECT_EQ(MemoryText(1), "4.0 kB");
     std::setlocale(LC_NUMERIC, "C");

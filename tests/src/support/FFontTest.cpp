@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A font with nothing of the default one.
+/// Returns a font that differs from the default one in everything.
 FFont SpecialFont()
 {
     FFont font;

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The message, which has to be made.
+/// Makes the message, which must succeed.
 BMessage Made(std::string_view json)
 {
     BMessage message;
@@ -21,7 +21,7 @@ BMessage Made(std::string_view json)
     return message;
 }
 
-/// What is said of JSON that is no message.
+/// Returns the error for JSON that is no message.
 std::string ErrorOf(std::string_view json)
 {
     BMessage message;

@@ -19,7 +19,7 @@ namespace {
 
 using Sources = std::vector<std::pair<vptarget_t, int32>>;
 
-/// The resource as it is linked into the program.
+/// Returns the resource that is linked into the program.
 BMessage Resource()
 {
     size_t size = 0;
@@ -59,7 +59,7 @@ Sources SourcesOf(const BMessage& chart)
     return sources;
 }
 
-/// The resource as a machine with that many processors shows it.
+/// Returns the resource as a machine with that many processors shows it.
 BMessage On(int32 cpuCount)
 {
     BMessage defaults = Resource();
@@ -67,7 +67,7 @@ BMessage On(int32 cpuCount)
     return defaults;
 }
 
-/// Loads of the first processors.
+/// Returns the loads of the first processors.
 Sources Processors(int32 count)
 {
     Sources sources;
@@ -76,7 +76,7 @@ Sources Processors(int32 count)
     return sources;
 }
 
-/// How bright a colour is, from 0 to 1, as eyes have it.
+/// Returns how bright a colour looks, from 0 to 1.
 double Brightness(const uint8* color)
 {
     const auto channel = [](uint8 value) {

@@ -46,11 +46,11 @@ protected:
         setenv("PATH", path.c_str(), 1);
     }
 
-    /// From now on the application can be started: a sampler without windows.
+    /// Makes it possible to start the application from now on: a sampler without windows.
     void InstallServer()
     {
         test::NameTest();
-        // Whoever waits for what the test says does not wait for one that is left over.
+        // Closes the test's output, so that a reader of that output does not wait for a server that is left over.
         folder.Put("qel", "#!/bin/sh\nexec " SAMPLING_SERVER " " + std::string(signature) + " 10000 >/dev/null 2>&1\n");
         chmod(folder.Path("qel").c_str(), 0700);
     }
@@ -85,7 +85,7 @@ protected:
         return test::WaitFor([this, phase] { return chart->Connection()->Phase() == phase; });
     }
 
-    /// Whether samples come and are drawn.
+    /// Returns whether samples come and are drawn.
     bool AwaitColumn()
     {
         const float before = chart->Column();
@@ -149,7 +149,7 @@ TEST_F(ReplicantTest, SaysOnceForEachAttachThatItCannotStartIt)
     ASSERT_EQ(buttons.size(), 1);
     EXPECT_EQ(buttons[0]->text(), "OK");
     EXPECT_EQ(chart->Connection()->Phase(), Phase::kWaiting);
-    // Neither a message that anybody could send nor another try says it again.
+    // Neither a message that anybody could send nor another attempt shows the alert again.
     Post(MSG_SERVER_UNREACHABLE);
     Post(MSG_RECONNECT);
     test::Turn();
@@ -183,7 +183,7 @@ TEST_F(ReplicantTest, WaitsWhenTheApplicationGoesAndTakesItsSamplesAgainLater)
     BMessenger(signature).SendMessage(B_QUIT_REQUESTED);
     ASSERT_TRUE(AwaitPhase(Phase::kWaiting));
     EXPECT_GT(find_thread("ChartView: Waiting for Qel server..."), 0);
-    // It starts nothing by itself now.
+    // Now it starts nothing by itself.
     EXPECT_TRUE(test::WaitFor([] { return ServerTeam() < 0; }));
     Post(MSG_RECONNECT);
     EXPECT_TRUE(AwaitColumn());
@@ -205,7 +205,7 @@ TEST_F(ReplicantTest, IsToldOfOtherApplicationsWithoutEffect)
     quit.AddInt32("team", 1);
     chart->MessageReceived(&quit);
     EXPECT_EQ(chart->Connection()->Phase(), Phase::kConnected);
-    // Whoever says that the sampler has gone makes it ask again, and no more.
+    // A message that the sampler has gone makes it ask again, and has no other effect.
     BMessage gone(MSG_SERVER_GONE);
     chart->MessageReceived(&gone);
     EXPECT_TRUE(AwaitPhase(Phase::kConnected));
@@ -264,7 +264,7 @@ TEST_F(ReplicantTest, HandsTheAboutRequestOn)
     ASSERT_TRUE(AwaitColumn());
     Post(B_ABOUT_REQUESTED);
     EXPECT_TRUE(test::WaitFor([] { return AskServer("abouts") == 1; }));
-    // Nobody there: nothing happens.
+    // Nobody is there, so nothing happens.
     EndServer();
     Post(B_ABOUT_REQUESTED);
     test::Turn();
@@ -298,7 +298,7 @@ TEST_F(ReplicantTest, ItsMenuOffersToReconnectAndNothingOfTheWindow)
 
 TEST_F(ReplicantTest, ItsCornerFollowsTheMouseDownToTheSmallestSize)
 {
-    // Without one an alert would come, and let go of the mouse.
+    // Without a server an alert would come, and release the mouse.
     InstallServer();
     AddReplicant(100, 60);
     ASSERT_TRUE(AwaitColumn());
@@ -337,7 +337,7 @@ TEST_F(ReplicantTest, OnlyItsCornerResizesIt)
 
 TEST_F(ReplicantTest, MayGoWhileItsCornerIsHeld)
 {
-    // Without one an alert would come, and let go of the mouse.
+    // Without a server an alert would come, and release the mouse.
     InstallServer();
     AddReplicant(100, 60);
     ASSERT_TRUE(AwaitColumn());

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // A host of charts outside the application, without pictures. For the tests of their connections.
 //
-//   sampling_client SIGNATURE COUNT      how many charts
+//   sampling_client SIGNATURE COUNT      the number of charts
 //
-// Answers 'info' with how many samples have come ("samples"), the fewest for one chart ("fewest"), how many are
-// connected ("connected"), and what PartnerTricks.h tells; breaks all connections off "count" times after 'flap', and
-// connects again all the time meanwhile.
+// Answers 'info' with the number of samples received ("samples"), the smallest number for one chart ("fewest"), the
+// number of connected charts ("connected"), and the figures of PartnerTricks.h. After 'flap' breaks all connections off
+// "count" times, and reconnects all the time meanwhile.
 
 #include "kits/application/Application.h"
 #include "kits/application/Timer.h"
@@ -76,7 +76,7 @@ public:
     }
 
 private:
-    // Who closes its own door hears nothing more of anybody, and has to ask again itself.
+    // A process that closes its own port gets no more messages, and has to ask again itself.
     void Reconnect()
     {
         for (const auto& taker : fTakers)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A team that only listens: tells its address, then of each message frame that comes how many handlers it is for and
-// the code of its message, one line each on stdout. Ends with the first connection.
+// A team that only listens: prints its address, and then for each message frame the number of its handlers and the code
+// of its message, one line each on stdout. Ends with the first connection.
 
 #include "kits/application/Message.h"
 #include "kits/application/messages/MessageFormat.h"

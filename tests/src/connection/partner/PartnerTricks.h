@@ -12,7 +12,7 @@
 #include <string>
 #include <thread>
 
-/// What both partners tell of their process, and how they break off.
+/// Figures that both partners report about their process, and how they break connections off.
 namespace test {
 
 inline int32 CountOpenFiles()
@@ -21,7 +21,7 @@ inline int32 CountOpenFiles()
         std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator()));
 }
 
-/// What of this process is in memory, in kilobytes.
+/// Returns how much memory of this process is resident, in kilobytes.
 inline int32 ResidentMemory()
 {
     std::ifstream statm("/proc/self/statm");
@@ -30,8 +30,8 @@ inline int32 ResidentMemory()
     return resident * 4;
 }
 
-/// Breaks all connections off at random moments and is there again, as a process that dies and another one that takes
-/// its place.
+/// Breaks all connections off at random moments and returns, like a process that dies and another one that takes its
+/// place.
 class Flapping {
 public:
     ~Flapping() { Join(); }

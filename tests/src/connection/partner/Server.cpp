@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The application without its windows: a sampler that others can register with. For the tests of their connections.
+// The application without its windows: a sampler with which others can register. For the tests of their connections.
 //
 //   sampling_server SIGNATURE [DELAY]      microseconds between two samples
 //
-// It ends with its test, which may know nothing of it, if who began to start it was ended before it could be found.
+// It ends with its test. The test may not know of it, if the process that began to start it ended before the server
+// could be found.
 //
-// Also answers 'info' with how many receivers are registered ("receivers"), how often it was told that none is left
-// ("alone"), how it was launched ("launched", "early") and how often the about window was asked for ("abouts"), and
-// with the newest sample; and refuses to be connected with after 'deny'.
+// Also answers 'info' with the number of registered receivers ("receivers"), how often it learned that none is left
+// ("alone"), how it was launched ("launched", "early"), how often the about window was requested ("abouts"), and the
+// newest sample. After 'deny' it refuses connections.
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Files that were cut, damaged or replaced while the program did not run.
+/// Files that were truncated, damaged or replaced while the program did not run.
 class StoreDamageTest : public StoreFixture {
 protected:
     void PutBoth(const std::string& main, const std::string& backup) const

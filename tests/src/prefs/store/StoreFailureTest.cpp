@@ -8,7 +8,7 @@ namespace {
 /// Disks that are full or fail while a store is written or loaded.
 class StoreFailureTest : public StoreFixture {
 protected:
-    /// Names in the folder that hold a whole old store.
+    /// Returns whether some file in the folder holds a whole old store.
     bool IsKeptSomewhere(const std::string& bytes) const
     {
         for (const std::string& name : fFolder.Names())
@@ -194,7 +194,7 @@ TEST_F(StoreFailureTest, AStoreThatCouldNotBeReadIsKeptWhenAnotherTakesItsPlace)
 
 TEST_F(StoreFailureTest, AFileThatMayBeWholeStaysWhereItIsUntilItIsReplaced)
 {
-    /// Opens nothing of this name.
+    /// Opens no file of this name.
     class Closed : public kits::FailingDevice {
     public:
         explicit Closed(std::string path)

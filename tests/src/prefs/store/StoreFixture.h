@@ -23,7 +23,7 @@ protected:
 
     StoreFixture() { setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1); }
 
-    /// Contents of which every field differs between any two numbers.
+    /// Fills a store so that every field differs between any two numbers.
     static void Fill(Preferences& store, int32 number)
     {
         store.MakeEmpty();
@@ -35,7 +35,7 @@ protected:
         store.SetMessage("Window", &window);
     }
 
-    /// The number of what a store is filled with; -1 for an empty store, -2 for one that is not whole.
+    /// Returns the number with which a store is filled; -1 for an empty store, -2 for a damaged one.
     static int32 NumberOf(const Preferences& store)
     {
         if (store.IsEmpty())
@@ -48,10 +48,10 @@ protected:
         return whole.HasSameData(store) ? number : -2;
     }
 
-    /// What the next start of the program finds.
+    /// Returns what the next start of the program finds.
     static int32 NumberAtStart() { return NumberOf(Preferences(kName, false)); }
 
-    /// The bytes of the file of a store that is filled with a number.
+    /// Returns the bytes of the file of a store that is filled with a number.
     std::string BytesOf(int32 number) const
     {
         fFolder.Clear();
@@ -65,7 +65,7 @@ protected:
     }
 
     /// Runs in a process of its own.
-    /// @return whether that was killed; it may fail in no other way
+    /// @return whether that process was killed; it may fail in no other way
     template <class Body> static bool RunsUntilKilled(Body body)
     {
         const pid_t child = test::ForkBound();

@@ -6,11 +6,11 @@
 namespace {
 
 /// A process that writes or loads a store is killed at every call that it makes to the disk and at every byte that it
-/// writes; whoever comes next has the old store or the new one.
+/// writes; the next process has the old store or the new one.
 class StoreKillTest : public StoreFixture {
 protected:
     /// Writes store 2 over store 1 in a process that is killed.
-    /// @return whether it was killed before it was done
+    /// @return whether it was killed before it had finished
     bool Replace(KillingDisk disk, const std::string& old) const
     {
         fFolder.Clear();

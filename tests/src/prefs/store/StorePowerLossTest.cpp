@@ -10,10 +10,10 @@
 
 namespace {
 
-/// One change of the disk, as it was asked for.
+/// One change of the disk, as it was requested.
 struct Change {
     kits::FileCall call;
-    int file = 0; ///< number of the file that it is about
+    int file = 0; ///< number of the file concerned
     std::string name{};
     std::string newName{};
     std::string data{};
@@ -26,7 +26,7 @@ using Files = std::map<std::string, std::string>;
 /// Lists the changes made to one folder.
 class Recorder : public kits::FailingDevice {
 public:
-    /// @param numbers  numbers of the files that are there, by name
+    /// @param numbers  the numbers of the existing files, by name
     Recorder(const TempFolder& folder, const std::map<std::string, int>& numbers)
     {
         for (const auto& [name, number] : numbers) {
@@ -92,8 +92,8 @@ private:
     std::vector<Change> fChanges;
 };
 
-/// A disk that may lose what was not synced: of the names made, changed and removed any, and of the bytes of a file all
-/// or some, whatever its name does.
+/// A disk that may lose what was not synced: any of the names that were made, changed and removed, and all or some
+/// bytes of a file, independently of its name.
 class Disk {
 public:
     using Names = std::map<std::string, int>;
@@ -136,9 +136,9 @@ public:
         }
     }
 
-    /// The names as running programs see them.
+    /// Returns the names as running programs see them.
     Names CurrentNames() const { return With(~size_t{0}); }
-    /// What running programs see.
+    /// Returns the files as running programs see them.
     Files Current() const
     {
         Files files;
@@ -146,7 +146,7 @@ public:
             files[name] = fContents.at(number).now;
         return files;
     }
-    /// What a loss of power at this moment may leave.
+    /// Returns the possible states after a loss of power at this moment.
     std::set<Files> AfterPowerLoss() const
     {
         std::set<Files> all;
@@ -183,7 +183,7 @@ private:
                 content.now.substr(0, half) + std::string(content.now.size() - half, '\0')};
     }
 
-    /// The names with some of the changes that are not yet surely on the disk, one bit for each.
+    /// Returns the names with some of the changes that may not be on the disk yet, one bit for each.
     Names With(size_t chosen) const
     {
         Names names = fNames;
@@ -203,7 +203,7 @@ private:
         return names;
     }
 
-    Names fNames; ///< those surely on the disk
+    Names fNames; ///< those certainly on the disk
     std::vector<Change> fPending;
     std::map<int, Content> fContents;
 };
@@ -218,7 +218,7 @@ protected:
             fFolder.Put(name, content);
     }
 
-    /// The changes that something makes to a folder that is as a disk has it.
+    /// Returns the changes that a function makes to a folder with the disk's content.
     template <class Body> std::vector<Change> Record(const Disk& disk, Body body) const
     {
         Make(disk.Current());

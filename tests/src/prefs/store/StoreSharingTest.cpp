@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kPause(100);
 
-/// Another process that holds the file of a store, or is at work on it.
+/// Another process that holds the file of a store, or works on it.
 class StoreSharingTest : public StoreFixture {
 protected:
     /// Puts store 1 in place and takes the lock of its file.
@@ -25,8 +25,8 @@ protected:
     BNode fHolder;
 };
 
-/// Counts attempts to lock, and measures the pauses between them; the lock that stands in the way is given up before
-/// one of them.
+/// Counts attempts to lock, and measures the pauses between them; releases the lock that is in the way before one of
+/// them.
 class LockWatch : public kits::FailingDevice {
 public:
     using Clock = std::chrono::steady_clock;
@@ -60,7 +60,7 @@ private:
     Clock::duration fShortestPause = Clock::duration::max();
 };
 
-/// Stops the process before a call by its number until it is told to go on.
+/// Stops the process before the call with this number until it is told to continue.
 class PausingDisk : public kits::FailingDevice {
 public:
     PausingDisk(int pauseAt, int reached, int goOn)
@@ -111,7 +111,7 @@ public:
 
     bool IsPaused() const { return fIsPaused; }
 
-    /// Lets it go on and waits for its end.
+    /// Lets it continue and waits for its end.
     /// @return whether it succeeded
     bool Finish()
     {
@@ -132,7 +132,7 @@ private:
     int fStatus = 0;
 };
 
-/// Lets the other process finish when this one has met its lock and comes back for another attempt.
+/// Lets the other process finish once this one has met its lock and tries again.
 class FinishWhenMet : public kits::FailingDevice {
 public:
     explicit FinishWhenMet(PausedWriter& other)
@@ -325,7 +325,7 @@ TEST_F(StoreSharingTest, AWriterBesideAWriterAtWorkComesAfterIt)
 
 TEST_F(StoreSharingTest, AWriterLooksAgainWhatHasTheNameOnceItHasTheLock)
 {
-    // It stands still before each of its calls while another one replaces the file and keeps the new one locked.
+    // It stops before each of its calls while another one replaces the file and keeps the new one locked.
     const std::string old = BytesOf(1);
     for (int call = 0;; ++call) {
         fFolder.Clear();
@@ -354,7 +354,7 @@ TEST_F(StoreSharingTest, AWriterLooksAgainWhatHasTheNameOnceItHasTheLock)
 
 TEST_F(StoreSharingTest, AFileIsNeverWrittenInPlace)
 {
-    // Two write the first store ever at the same time.
+    // Two processes write the very first store at the same time.
     for (int call = 0;; ++call) {
         fFolder.Clear();
         PausedWriter writer(call, [](kits::FailingDevice& disk) {

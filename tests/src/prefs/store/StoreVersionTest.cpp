@@ -6,7 +6,7 @@ namespace {
 /// A store of another version that is kept beside the next one.
 class StoreVersionTest : public StoreFixture {
 protected:
-    /// Saves store 2 where store 1 is to be kept.
+    /// Saves store 2 in place of store 1, which must be kept.
     /// @return the names beside the store's own
     std::set<std::string> Keep(const std::string& version) const
     {
@@ -17,7 +17,7 @@ protected:
         Fill(store, 2);
         EXPECT_EQ(store.Sync(), B_OK);
         EXPECT_EQ(NumberAtStart(), 2);
-        // What comes after that replaces the new one.
+        // The next save replaces the new one.
         Fill(store, 3);
         EXPECT_EQ(store.Sync(), B_OK);
         EXPECT_EQ(NumberAtStart(), 3);

@@ -13,7 +13,7 @@ namespace {
 
 class StoreWriterTest : public StoreFixture {};
 
-/// Holds every thread that is about to write until the gate is opened, and counts.
+/// Holds every thread that is about to write until the gate is opened, and counts them.
 class Gate : public kits::FailingDevice {
 public:
     int Before(kits::FileAction& action) override
@@ -67,7 +67,7 @@ private:
     std::thread::id fThread;
 };
 
-/// Fails everything while it is told to.
+/// Fails everything as long as the test says so.
 class Switch : public kits::FailingDevice {
 public:
     int Before(kits::FileAction&) override
@@ -90,7 +90,7 @@ TEST_F(StoreWriterTest, WritesACopyOnAnotherThread)
     Fill(store, 1);
     EXPECT_EQ(writer.Write(store), B_OK);
     gate.AwaitWrite();
-    // The write stands still, and the store belongs to this thread all the time.
+    // The write is held, and the store belongs to this thread all the time.
     Fill(store, 9);
     gate.Open();
     EXPECT_EQ(writer.Drain(), B_OK);

@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A recorded machine of two processors, there before anything asks for a figure.
+/// A recorded machine of two processors, which exists before anything asks for a figure.
 class TwoProcessors {
 public:
     TwoProcessors()

@@ -22,7 +22,7 @@
 
 namespace {
 
-/// A page's part: hears what its controls say.
+/// Plays a page: receives the messages of its controls.
 class Listener : public BView {
 public:
     Listener()
@@ -38,7 +38,7 @@ public:
     std::vector<uint32> codes;
 };
 
-/// Has the action run once a menu is open.
+/// Runs the action once a menu is open.
 void WhenOpen(const std::function<void(QMenu*)>& action)
 {
     QTimer::singleShot(
@@ -212,7 +212,7 @@ TEST_F(ColorPreViewTest, ByKeyboardItGivesAndTakesColours)
     fSwatch->MakeFocus();
     test::Turn();
     EXPECT_TRUE(fSwatch->IsFocus());
-    // It shows where the keyboard is.
+    // It shows where the keyboard focus is.
     EXPECT_EQ(test::PixelOf(fSwatch, 1, 20) & 0xFFFFFF, PixelWord(ui_color(B_KEYBOARD_NAVIGATION_COLOR)) & 0xFFFFFF);
     test::Key(fWindow, 'c', B_COMMAND_KEY);
     fControl->SetValue(rgb_color{1, 2, 3, 255});

@@ -10,7 +10,8 @@
 
 namespace {
 
-/// What the two functions were called with. Written by the tracker under the interface lock, as the test reads it.
+/// The arguments of calls to the two functions. The tracker writes them under the interface lock, as the test reads
+/// them.
 struct Calls {
     std::vector<BPoint> moved;
     std::vector<uint32> buttons;
@@ -88,7 +89,7 @@ protected:
 
     BWindow* fWindow;
     BView* fView;
-    // Where the button is released when the tracked view is gone.
+    // The button is released here when the tracked view is gone.
     BWindow* fOtherWindow = new BWindow(BRect(400, 100, 500, 200), "other", B_TITLED_WINDOW, 0);
     BView* fOther = MakeOther(fOtherWindow);
 };
