@@ -27,13 +27,13 @@ EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
 std::atomic<uint64> sCountElsewhere = 0;
 std::atomic<uint64> sCountChanges = 0;
-ChangeScope* sInnermostChange = nullptr; ///< of the main thread alone
+ChangeScope* sInnermostChange = nullptr; ///< used by the main thread only
 
 thread_local int32 sCountWakeOnce = 0;
 thread_local bool sWakeWanted = false;
 thread_local bool sIsTurnBeginning = false;
 
-/// Takes back all wakes, and has the guest read what can be read; the turn that begins sees what it posts.
+/// Consumes all wakes, and lets the guest read its descriptors; the new turn handles what the guest posts.
 void BeginTurn()
 {
     sIsTurnBeginning = true;
@@ -43,7 +43,7 @@ void BeginTurn()
     sIsTurnBeginning = false;
 }
 
-/// What is left of a turn once it has begun.
+/// Runs the rest of a turn.
 void EndTurn(const std::function<bool()>& stop)
 {
     if (TakeQuitSignal() && be_app != nullptr)
@@ -161,7 +161,7 @@ void NoteChange()
     ++sCountChanges;
 }
 
-// Counted when it is over: whoever looked in a loop inside it has not seen what it did after that.
+// Counted at its end: code that looked in a nested loop has not seen the changes that came after that loop.
 ChangeScope::ChangeScope()
     : fOuter(std::exchange(sInnermostChange, this))
 {
@@ -190,7 +190,7 @@ void TakeTurn(const std::function<bool()>& stop)
 
 void WaitForWork(bigtime_t until)
 {
-    // A day at most: then the clock is asked again.
+    // At most a day: then the clock is read again.
     constexpr bigtime_t kLongest = 24 * 3600 * bigtime_t(1000000);
     const bigtime_t left =
         until == B_INFINITE_TIMEOUT ? kLongest : std::clamp(until - system_time(), bigtime_t(0), kLongest);

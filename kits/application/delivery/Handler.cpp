@@ -43,7 +43,7 @@ void BHandler::SetNextHandler(BHandler* handler)
 
 status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
 {
-    // Only the token is looked at: when the lock is had, this may be gone.
+    // Uses only the token: by the time the lock is held, this object may be gone.
     const kits::token_t token = fToken;
     const kits::token_t looper = PostOffice::Get().LooperOf(token);
     if (!PostOffice::Get().IsOpen(looper))

@@ -29,8 +29,9 @@ status_t InterfaceLock::Acquire(int32 depth, bigtime_t timeout)
         return B_OK;
     }
 
-    // Free, but one that has waited is on its way to it: the main thread would otherwise take it back before that one
-    // has begun to run, again and again. It may have been suspended on the way, so this is no promise.
+    // The lock is free, but a waiting thread is on its way to it. Without this pause the main thread would take the
+    // lock back before that thread has begun to run, again and again. The thread may have been suspended on the way, so
+    // this is no guarantee.
     constexpr bigtime_t kCourtesy = 1000;
     bigtime_t left = timeout;
     if (fHolder < 0 && fIsHandedOn && timeout > 0) {
@@ -49,7 +50,7 @@ status_t InterfaceLock::Acquire(int32 depth, bigtime_t timeout)
     fDepth = depth;
     fIsHandedOn = false;
     ++fCountAcquired;
-    // What the main thread does is counted as what it handles.
+    // Changes by the main thread are counted with what it handles.
     if (!IsMainThread())
         NoteChange();
     NoteHeld();

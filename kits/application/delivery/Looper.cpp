@@ -85,7 +85,8 @@ void BLooper::DispatchMessage(BMessage* message, BHandler* handler)
 void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
 {
     if (message->what == B_QUIT_REQUESTED && handler == this && !kits::IsOutermost()) {
-        // What quits destroys; so it is asked only when nothing stands on what it destroys. A std::function copies.
+        // Quitting destroys objects, so the question is asked only when no code of theirs is on the stack. A
+        // std::function must be copyable.
         struct Kept {
             std::unique_ptr<BMessage> message;
             std::unique_ptr<kits::PeerWork> work;
@@ -162,7 +163,7 @@ BHandler* BLooper::HandlerAt(int32 index) const
 
 status_t BLooper::LockWithTimeout(bigtime_t timeout)
 {
-    // Only the token is looked at: when the lock is had, this may be gone.
+    // Uses only the token: by the time the lock is held, this object may be gone.
     const kits::token_t token = Token();
     const status_t status = InterfaceLock::Get().Lock(timeout);
     if (status != B_OK || PostOffice::Get().IsOpen(token))

@@ -16,7 +16,7 @@ using Actions = std::deque<std::function<void()>>;
 
 const std::thread::id sMainThread = std::this_thread::get_id();
 
-/// What other threads may fill.
+/// Queues that other threads may fill.
 struct ActionQueues {
     std::mutex mutex;
     Actions soon;
@@ -44,7 +44,7 @@ struct ActionQueues {
         return (this->*queue).size();
     }
 
-    /// Empty if there is none.
+    /// Returns the next action; empty if there is none.
     std::function<void()> Take(Actions ActionQueues::*queue)
     {
         std::lock_guard lock(mutex);
@@ -56,7 +56,7 @@ struct ActionQueues {
     }
 };
 
-// Of the main thread alone.
+// Used by the main thread only.
 int32 sCountDispatches = 0;
 int32 sCountNested = 0;
 NestedLoop* sInnermost = nullptr;
@@ -102,7 +102,7 @@ DispatchScope::~DispatchScope()
 
 namespace {
 
-/// False if there is none.
+/// Runs one action. Returns false if there is none.
 bool RunOutermostAction()
 {
     const std::function<void()> action = ActionQueues::Get().Take(&ActionQueues::outermost);
@@ -165,7 +165,7 @@ NestedLoop::NestedLoop(std::function<void()> cancel)
 {
     sInnermost = this;
     ++sCountNested;
-    // If something waits for the nested loops to end, this one has to hear of it too.
+    // If something waits for the nested loops to end, this loop has to learn of it too.
     EventLoop::Wake();
 }
 
@@ -184,7 +184,7 @@ int32 NestedLoop::Count()
 
 void NestedLoop::CancelAll()
 {
-    // From the top again after each call: what is called may end loops.
+    // Restarts after each call, because the call may end loops.
     for (NestedLoop* loop = sInnermost; loop != nullptr;) {
         if (loop->fCanceled) {
             loop = loop->fOuter;

@@ -38,7 +38,7 @@ void MainWait::End()
     if (!fIsUnderWay)
         return;
     fIsUnderWay = false;
-    // First of all: taking the lock may be long.
+    // First of all, because taking the lock may take long.
     if (LoopGuest* guest = LoopGuest::Get())
         guest->MainWorks();
     InterfaceLock::Get().Restore(fDepth);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What BMessage knows of how it came, and how it is answered.
+// The functions of BMessage about its delivery and its reply.
 
 #include "kits/application/delivery/Delivery.h"
 #include "kits/application/messages/MessageField.h"

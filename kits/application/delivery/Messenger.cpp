@@ -16,7 +16,7 @@ using kits::PostOffice;
 
 namespace {
 
-/// Somebody waits for an answer for as long as this lives.
+/// Marks a message whose sender waits for a reply, for the life of the object.
 class WaitingSource {
 public:
     explicit WaitingSource(kits::team_address asked)

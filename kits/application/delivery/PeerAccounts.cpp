@@ -6,7 +6,7 @@
 
 namespace kits {
 
-// By the order of Resource.
+// In the order of Resource.
 const PeerAccounts::Table PeerAccounts::kTable = {{
     {bounds::kMostConnectionsOfAProcess, bounds::kMostConnections, 0},
     {bounds::kMostLinksOfAProcess, bounds::kMostLinks, 0},

@@ -19,7 +19,7 @@ void PollEventLoop::Run()
             quits = true;
             Wake();
         });
-    // What waits already may be all that will ever come.
+    // Messages that already wait may be the last ones.
     RunDue();
     while (!quits) {
         WaitForWork(Deadline());

@@ -95,7 +95,7 @@ void PostOffice::SetLooper(token_t handler, token_t looper)
     if (found == fHandlers.end() || found->second.looper == looper)
         return;
     found->second.looper = looper;
-    // What waits is for the old looper, and is dropped if the handler does not come back to that in time.
+    // Waiting messages are for the old looper, and are dropped if the handler does not return to it in time.
     found->second.newest.clear();
 }
 
@@ -158,20 +158,20 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, st
                 for (const auto& [code, waiting] : handler.newest) {
                     if (code == message->what) {
                         replaced = std::exchange(waiting->message, std::move(message));
-                        // The caller releases the older claim, after the mutex.
+                        // The caller releases the older claim after it has released the mutex.
                         if (work != nullptr)
                             std::swap(waiting->work, *work);
                         return B_OK;
                     }
                 }
             }
-            // A quit of our own, as a signal asks for it, has its place whatever others send.
+            // A quit of our own, for example after a signal, has room whatever others send.
             const bool isOwnQuit = work == nullptr && message->what == B_QUIT_REQUESTED;
             if (looper->countWaiting >= BLooper::kQueueCapacity && !isOwnQuit)
                 return B_WOULD_BLOCK;
             ++looper->countWaiting;
             isQuitHeldBack = !looper->isStarted && message->what == B_QUIT_REQUESTED;
-            // Who starts the program again while it asks something before it runs is answered at once.
+            // While the program asks something before it runs, it still answers another start at once.
             const bool isHeld = !looper->isStarted && message->what != B_SILENT_RELAUNCH;
             std::deque<Parcel>& queue = isHeld ? looper->held : fQueue;
             const uint32 code = message->what;
@@ -185,7 +185,7 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, st
     if (wait != nullptr)
         wait->Answer(std::move(message));
     else if (isQuitHeldBack)
-        RunAtOutermostLoop([] {}); // no menu or alert may keep from running what is asked to quit
+        RunAtOutermostLoop([] {}); // an open menu or alert must not delay a request to quit
     else
         EventLoop::Wake();
     return B_OK;
@@ -298,7 +298,7 @@ bool PostOffice::DispatchNext(uint64 end)
         if (!isDeliverable)
             parcel = Parcel();
     }
-    // The main thread holds the interface lock, so neither goes away between being found and being called.
+    // The main thread holds the interface lock, so neither can go between this look-up and the call.
     BLooper* looper;
     BHandler* handler = HandlerAt(parcel.handler, &looper);
     if (handler == nullptr)
@@ -306,7 +306,7 @@ bool PostOffice::DispatchNext(uint64 end)
     const bool isFromOutside = parcel.work != nullptr;
     const team_address process = isFromOutside ? parcel.work->message.Process() : 0;
     const bigtime_t begun = isFromOutside ? system_time() : 0;
-    // Nested loops dispatch within this.
+    // Nested loops dispatch within this dispatch.
     Parcel* const outer = std::exchange(fInDispatch, &parcel);
     const BMessage* const outerMessage = std::exchange(fMessageInDispatch, parcel.message.get());
     looper->DeliverNow(std::move(parcel.message), handler);

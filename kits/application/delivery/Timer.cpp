@@ -31,7 +31,7 @@ status_t Timer::Start(bigtime_t interval, bool repeat)
     const bigtime_t now = system_time();
     fInterval = interval;
     fRepeat = repeat;
-    // A moment beyond all time never comes.
+    // A moment beyond the end of time never comes.
     if (interval < B_INFINITE_TIMEOUT - now) {
         fDue = now + interval;
         TimerQueue::Get().Add(this);
@@ -67,7 +67,7 @@ bigtime_t TimerQueue::Deadline() const
 {
     bigtime_t deadline = B_INFINITE_TIMEOUT;
     for (const Timer* timer : fTimers) {
-        // One that is in its call does not hear of the time before that is over.
+        // A timer that is in its call learns of the next moment after that call.
         if (timer->fDestroyed == nullptr)
             deadline = std::min(deadline, timer->fDue);
     }

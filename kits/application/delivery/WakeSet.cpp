@@ -30,7 +30,7 @@ Descriptors Make()
     Descriptors made;
     made.woken = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     made.all = epoll_create1(EPOLL_CLOEXEC);
-    // Each write is told of once: nobody has to read what was written.
+    // Edge-triggered: the eventfd is never read.
     epoll_event event = {.events = EPOLLIN | EPOLLET, .data = {.u64 = kWoken}};
     if (made.woken < 0 || made.all < 0 || epoll_ctl(made.all, EPOLL_CTL_ADD, made.woken, &event) != 0)
         std::abort(); // no file descriptor is left at the very start: nothing would ever be handled

@@ -15,11 +15,11 @@ namespace {
 
 struct Translation {
     std::string language;
-    std::unordered_map<std::string_view, const char*> texts; ///< of the message
+    std::unordered_map<std::string_view, const char*> texts; ///< owned by the message
     BMessage message;
 };
 
-/// Null for the program's own language. Made once and kept: what Translate() returned stays valid.
+/// Null for the program's own language. Set once and kept, so that the results of Translate() stay valid.
 const Translation* sTranslation = nullptr;
 
 std::string_view Variable(const char* name)
@@ -28,7 +28,7 @@ std::string_view Variable(const char* name)
     return value != nullptr ? value : "";
 }
 
-/// @return false for what needs no translation
+/// @return false for a language that needs no translation
 bool Add(std::vector<std::string>* languages, std::string_view locale)
 {
     const std::string name(locale.substr(0, locale.find_first_of(".@")));

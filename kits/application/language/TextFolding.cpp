@@ -5,7 +5,7 @@
 
 std::string kits::FoldText(const std::string& text)
 {
-    // Folding may take a letter apart.
+    // Folding may decompose a letter.
     const QString folded = QString::fromStdString(text).normalized(QString::NormalizationForm_C).toCaseFolded();
     return folded.normalized(QString::NormalizationForm_C).simplified().toStdString();
 }

@@ -7,7 +7,7 @@ namespace kits {
 
 void CborWriter::AddHead(uint8 majorType, uint64 value)
 {
-    // A small value stands in the head itself; of others, 1, 2, 4 or 8 bytes follow.
+    // A small value stands in the head itself; after larger heads, the value follows in 1, 2, 4 or 8 bytes.
     constexpr uint8 kFirstForm = 24;
     if (value < kFirstForm)
         AddNumber(majorType, static_cast<uint8>(value), 0, 0);

@@ -7,7 +7,7 @@ namespace kits {
 
 namespace {
 
-/// [0] for one byte; [n] for one byte that n further ones follow.
+/// [0] is the table for a byte at the end; [n] that for a byte with n bytes after it.
 constexpr std::array<std::array<uint32, 256>, 4> MakeTables()
 {
     std::array<std::array<uint32, 256>, 4> tables{};

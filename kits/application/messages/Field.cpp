@@ -8,7 +8,7 @@ namespace kits {
 
 namespace {
 
-/// Null before the first constructor of a field runs, as those of all files run in no certain order.
+/// Null before the first constructor of a field runs: constructors of different files run in no defined order.
 constinit const AnyField* sFirst = nullptr;
 
 } // namespace
@@ -68,7 +68,7 @@ bool AnyField::Take(BPoint* value) const
 
 bool AnyField::Take(BRect* value) const
 {
-    // Written so that what is not a number counts as absent.
+    // The conditions are negated, so that NaN counts as absent.
     if (!(std::abs(value->left) <= kFarthestPlace) || !(std::abs(value->top) <= kFarthestPlace))
         return false;
     float width = value->right - value->left;

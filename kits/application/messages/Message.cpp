@@ -21,7 +21,7 @@ size_t kits::MemoryOf(const BMessage& message)
     return memory;
 }
 
-// The numbers stand in that header once more so that a new row of the table does not have everything compiled anew.
+// The numbers are repeated in that header, so that a new row of the table does not recompile everything.
 namespace bounds = kits::bounds;
 static_assert(BMessage::kMaxFlattenedSize == bounds::kMostFlattened && BMessage::kMaxDepth == bounds::kMostDepth &&
               BMessage::kMaxFields == bounds::kMostFields && BMessage::kMaxValues == bounds::kMostValues &&
@@ -59,7 +59,7 @@ BMessage& BMessage::operator=(const BMessage& other)
         return *this;
     what = other.what;
     fNewestWins = other.fNewestWins;
-    // Not in place: what is assigned may be a message within this one.
+    // Not in place, because the assigned message may be inside this one.
     std::vector<Field> fields(other.fFields);
     if (other.WasDropped())
         kits::MessageAccess::SetDropped(*this, other.fDelivery->dropPoint, other.fDelivery->dropOffset);
@@ -87,7 +87,7 @@ bool BMessage::HasSameData(const BMessage& other) const
     if (what != other.what || fFields.size() != other.fFields.size())
         return false;
     for (size_t i = 0; i < fFields.size(); ++i) {
-        // Most often both have their fields in the same order.
+        // Usually both have their fields in the same order.
         const Field* counterpart = &other.fFields[i];
         if (counterpart->Name() != fFields[i].Name())
             counterpart = other.FieldOf(fFields[i].Name().c_str());
@@ -209,7 +209,7 @@ status_t BMessage::AddBytes(const char* name, type_code type, const void* data, 
         return B_OK;
     }
     Field added(name, type, fixedSize, fixedSize ? size : 0);
-    // A hint is not a promise: it may come from a caller that knows no better.
+    // Only a hint: it may come from a caller that knows no better.
     constexpr int32 kMostReserved = 1024;
     if (count > 1)
         added.Reserve(static_cast<size_t>(std::min(count, kMostReserved)));

@@ -80,7 +80,7 @@ size_t BMessage::Field::Memory() const
     size_t memory = fName.capacity() + fBytes.capacity();
     if (fMore != nullptr) {
         memory += sizeof(More) + fMore->ends.capacity() * sizeof(size_t);
-        // Elements that are not there yet take as much.
+        // Reserved elements take as much.
         memory += (fMore->messages.capacity() - fMore->messages.size()) * sizeof(BMessage);
         for (const BMessage& message : fMore->messages)
             memory += kits::MemoryOf(message);

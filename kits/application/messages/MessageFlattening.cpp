@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Reads until there are `size` bytes, or the end. What is not there takes no memory, whatever `size` says.
+/// Reads `size` bytes, or up to the end. Missing bytes take no memory, whatever `size` says.
 status_t ReadUpTo(BDataIO* stream, size_t size, std::string* bytes)
 {
     constexpr size_t kMostAtOnce = 256 * 1024;

@@ -18,8 +18,8 @@ namespace {
 
 using Field = MessageAccess::Field;
 
-/// Reads what anybody may have written. Every call is false for what is not exactly as the format says; lengths are
-/// believed only as far as there are bytes for them.
+/// Reads a message that anybody may have written. Every call returns false for anything that is not exactly as the
+/// format says. It trusts a length only as far as bytes follow.
 class MessageReader {
 public:
     MessageReader(std::string_view bytes, const MessageLimits& limits)
@@ -33,7 +33,7 @@ public:
     bool IsAtEnd() const { return fReader.currentOffset() == fSize; }
 
 private:
-    /// Enters a map or an array of known length. Each of its elements takes a byte at least.
+    /// Enters a map or an array of known length. Each element takes at least one byte.
     bool Enter(QCborStreamReader::Type type, quint64* length);
     bool Leave() { return fReader.leaveContainer(); }
     bool ReadBytes(std::string* bytes);
@@ -142,7 +142,7 @@ bool MessageReader::ReadField(BMessage* message, int32 depth)
         return Leave();
     }
 
-    // The size of opaque values is that of the first, which is not yet known.
+    // Opaque values have the size of the first one, which is not known yet.
     if (isOpaque && !ReadBytes(&fScratch))
         return false;
     const size_t itemSize = isOpaque ? fScratch.size() : FixedSizeOf(type);
@@ -219,7 +219,7 @@ template <class T> bool MessageReader::ReadInteger(T* value)
             return false;
         *value = static_cast<T>(number);
     } else if (fReader.isNegativeInteger()) {
-        // The number is its value below zero, and 0 is the 2^64th.
+        // The value is minus the number; 0 stands for 2^64.
         const quint64 number = static_cast<quint64>(fReader.toNegativeInteger());
         if (number - 1 > static_cast<quint64>(-(Limits::min() + 1)) || Limits::min() == 0)
             return false;

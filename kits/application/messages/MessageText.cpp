@@ -58,7 +58,7 @@ bool IsUtf8(std::string_view text)
                 return false;
             character = character << 6 | (byteAt(i + j) & 0x3F);
         }
-        // Longer than need be, a surrogate, or beyond the last character.
+        // An overlong form, a surrogate, or beyond the last character.
         if (character < (following == 1   ? 0x80u
                          : following == 2 ? 0x800u
                                           : 0x10000u) ||

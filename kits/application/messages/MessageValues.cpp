@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The typed calls of BMessage: each is one line about the one way that values of its type are kept.
+// The typed calls of BMessage: each is one line about how values of its type are stored.
 
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What a string keeps of the bytes that it was given: those before the first zero.
+/// Returns the part of the bytes that a string keeps: those before the first zero.
 std::string_view TextIn(const void* data, size_t size)
 {
     const char* text = static_cast<const char*>(data);
@@ -23,7 +23,7 @@ std::string_view TextIn(const void* data, size_t size)
 
 } // namespace
 
-// Types whose values are kept as their own bytes.
+// Types whose values are stored as their own bytes.
 #define KITS_PLAIN_VALUE(Name, Value, kType)                                                                           \
     status_t BMessage::Add##Name(const char* name, Value value)                                                        \
     {                                                                                                                  \
@@ -63,7 +63,7 @@ status_t BMessage::ReplaceRect(const char* name, BRect value)
     return ReplaceRect(name, 0, value);
 }
 
-// A bool is kept as one byte, which may have come from AddData with any value.
+// A bool is stored as one byte; AddData may have stored any value there.
 
 status_t BMessage::AddBool(const char* name, bool value)
 {
@@ -91,7 +91,7 @@ bool BMessage::HasBool(const char* name, int32 index) const
     return HasData(name, B_BOOL_TYPE, index);
 }
 
-// A string is kept with its zero.
+// A string is stored with its terminating zero.
 
 status_t BMessage::AddString(const char* name, const char* value)
 {
@@ -151,7 +151,7 @@ bool BMessage::HasPointer(const char* name, int32 index) const
     return HasData(name, B_POINTER_TYPE, index);
 }
 
-// Of a messenger the address is kept.
+// A messenger is stored as its address.
 
 status_t BMessage::AddMessenger(const char* name, const BMessenger& value)
 {
@@ -182,7 +182,7 @@ status_t BMessage::AddMessage(const char* name, const BMessage* value)
 {
     if (!kits::IsFieldName(name) || value == nullptr)
         return B_BAD_VALUE;
-    // Copied before anything moves: it may be this message, or one within it.
+    // Copied before anything moves, because it may be this message, or one inside it.
     BMessage copy(*value);
     Field* field = FieldOf(name);
     if (field != nullptr && field->Type() != B_MESSAGE_TYPE)

@@ -30,7 +30,7 @@ public:
     {
     }
 
-    /// Whether the message is within the limits.
+    /// Returns whether the message is within the limits.
     bool Measure(const BMessage& message, int32 depth);
     void Write(const BMessage& message);
 
@@ -160,7 +160,7 @@ template <class T> void MessageWriter::WriteArray(std::string_view value)
             fWriter.AddFloat(ValueIn<T>(value));
 }
 
-/// An integer of CBOR in the four-byte form, whatever its value.
+/// Writes a CBOR integer in the four-byte form, whatever its value.
 void PutFourByteInteger(char* place, uint32 value)
 {
     *place++ = kFourByteInteger;
@@ -172,7 +172,7 @@ void PutFourByteInteger(char* place, uint32 value)
 
 status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum, const MessageLimits& limits)
 {
-    // Enough for most.
+    // Enough for most messages.
     constexpr size_t kFirstCapacity = 2048;
     std::string bytes;
     MessageWriter writer(&bytes, limits);

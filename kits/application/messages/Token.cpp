@@ -17,18 +17,18 @@ namespace {
 
 struct ProcessState {
     char state = 0;
-    uint64 startTicks = 0; ///< when it was started, in the system's own ticks since boot
+    uint64 startTicks = 0; ///< the start time, in the system's ticks since boot
 };
 
-/// All zero if there is no such process.
+/// Returns the state of a process; all zero if there is no such process.
 ProcessState StateOf(const std::string& process)
 {
-    // A stream would throw when the process ends between being opened and being read.
+    // A stream would throw if the process ended between opening and reading.
     const FileDescriptor file(open(("/proc/" + process + "/stat").c_str(), O_RDONLY | O_CLOEXEC));
     char buffer[4096];
     const ssize_t size = file.IsOpen() ? read(file.Get(), buffer, sizeof(buffer)) : 0;
     const std::string text(buffer, size > 0 ? static_cast<size_t>(size) : 0);
-    // The name, second of the values, may hold blanks and brackets; the moment is the 20th after it.
+    // The name, the second value, may contain blanks and brackets; the start time is the 20th value after it.
     size_t place = text.rfind(')');
     if (place == std::string::npos || place + 2 >= text.size())
         return {};
@@ -42,8 +42,8 @@ ProcessState StateOf(const std::string& process)
     return state;
 }
 
-/// A process id is not given again before other processes were started with all the others, which takes longer than a
-/// tick: so both together name a process for good.
+/// The system reuses a process id only after all others, which takes longer than a tick, so id and start time together
+/// identify a process for good.
 team_address AddressOfProcess(uint64 process, uint64 startTicks)
 {
     return process << 32 | (startTicks & 0xFFFFFFFF);
@@ -71,7 +71,7 @@ team_address TeamOfProcess(team_id process)
 bool IsTeamAlive(team_address team)
 {
     const ProcessState state = StateOf(std::to_string(team >> 32));
-    // Without a file descriptor or memory for reading its state, one that is there counts as alive.
+    // Without a file descriptor or memory for reading its state, an existing process counts as alive.
     if (state.state == 0)
         return TeamIdOf(team) > 0 && kill(TeamIdOf(team), 0) == 0;
     return state.state != 0 && state.state != 'Z' && state.state != 'X' &&

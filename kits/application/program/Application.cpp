@@ -25,22 +25,22 @@ namespace {
 
 constexpr bigtime_t kLongestWaitForLaunch = 30000000;
 constexpr bigtime_t kLongestWaitForAnswer = 5000000;
-/// Of one that ends, for another start to give up the lock: that may have to wait for its answer first.
+/// How long to wait for another start that ends to release the lock: it may first have to wait for its user's answer.
 constexpr bigtime_t kLongestWaitForOthers = kits::bounds::kLongestWaitToQuit;
 constexpr bigtime_t kPauseForTheEnd = 20000;
 constexpr bigtime_t kPauseForTheUser = 100000;
 
-// Of B_SILENT_RELAUNCH and of the answer.
+// A field of B_SILENT_RELAUNCH and of its answer.
 constexpr const char* kOnlyAsks = "only_asks";
 constexpr const char* kIsReady = "is_ready";
 
 constexpr const char* kDisplayVariables[] = {"WAYLAND_DISPLAY", "DISPLAY"};
 
-/// Held from the end of an application that is single until its process has written what it writes at its end: who
-/// starts it again waits for that.
+/// Held from the end of a single-launch application until its process has written its last files: another start waits
+/// for that.
 kits::LaunchLock sEnding;
 
-/// The display that a variable of the environment names, empty for none. Of an X server all screens are one.
+/// Returns the display in an environment variable; empty for none. All screens of an X server are one display.
 std::string DisplayIn(const char* variable)
 {
     const char* name = getenv(variable);
@@ -55,7 +55,7 @@ void AddDisplays(BMessage* message)
         message->AddString(variable, DisplayIn(variable));
 }
 
-/// Where the one that has sent this shows its windows, when none of its displays is one of this process.
+/// Returns the display of the sender, if this process uses none of the sender's displays.
 std::string OtherDisplayIn(const BMessage& message)
 {
     std::string other;
@@ -108,13 +108,13 @@ status_t BApplication::MakePresent(kits::Presence presence)
         status_t status;
         bool isTold = false;
         do {
-            // Whoever has started this program has the lock for it.
+            // The process that has started this program holds the lock for it.
             if (!grant.isLaunched)
                 lock.Take(folder, fSignature, kLongestWaitForLaunch);
             status = TellRunning(isTold);
             if (status == B_ALREADY_RUNNING || status == B_TIMED_OUT)
                 return status;
-            // It ends and wants the lock for that, or its user thinks about an answer and may end it.
+            // The other start is ending and needs the lock for that, or its user thinks about an answer and may end it.
             if (status != B_OK)
                 lock = kits::LaunchLock();
             if (status == B_BAD_HANDLER) {
@@ -144,7 +144,7 @@ status_t BApplication::TellRunning(bool onlyAsks)
     const status_t status = running.SendMessage(&again, &reply, kLongestWaitForAnswer, kLongestWaitForAnswer);
     if (status == B_TIMED_OUT || status == B_WOULD_BLOCK)
         return B_TIMED_OUT;
-    // One that ends answers nothing of its own.
+    // A program that is ending does not answer.
     if (status != B_OK || reply.what != B_REPLY)
         return B_BAD_HANDLER;
     fOtherDisplay = OtherDisplayIn(reply);
@@ -176,12 +176,12 @@ BApplication::~BApplication()
         kits::RunLeftOverActions();
         for (const kits::token_t token : PostOffice::Get().RunningLoopers()) {
             BLooper* looper = PostOffice::Get().LooperAt(token);
-            // One may have taken another with it.
+            // Destroying one looper may destroy another.
             if (looper != nullptr)
                 looper->Quit();
         }
         kits::RunLeftOverActions();
-        kits::TakeQuitSignal(); // was meant for this one
+        kits::TakeQuitSignal(); // the quit was meant for this application
         PostOffice::Get().SetApplication(0);
         be_app = nullptr;
     }
@@ -196,7 +196,7 @@ thread_id BApplication::Run()
         return B_ALREADY_RUNNING;
     fHasRun = true;
     kits::InstallQuitSignals();
-    // Once more below: getting ready makes threads, and shows windows before its end.
+    // Repeated below: getting ready starts threads, and may show windows before it ends.
     kits::KeepQuitSignals();
 
     for (size_t i = 0; i < fLaunchMessages.size(); ++i)
@@ -213,7 +213,7 @@ thread_id BApplication::Run()
 
 void BApplication::Quit()
 {
-    // It handles no message that comes behind the one that ended it.
+    // It handles no message after the one that ended it.
     if (PostOffice::Get().Close(Token())) {
         EndPresence();
         kits::RunAtOutermostLoop([] { kits::EventLoop::Current().Quit(); });
@@ -269,7 +269,7 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     }
     switch (message->what) {
     case B_READY_TO_RUN:
-        // From anyone but Run it would be a second time.
+        // From anyone but Run this would be a second call.
         if (!message->WasDelivered())
             ReadyToRun();
         break;
@@ -283,7 +283,7 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
         HandleArguments(*message);
         break;
     case B_SILENT_RELAUNCH: {
-        // Unanswered, it tells the other one to wait for the end of this process.
+        // Without an answer, the other start waits for the end of this process.
         if (IsAboutToEnd())
             break;
         bool onlyAsks = false;

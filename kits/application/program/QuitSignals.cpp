@@ -24,7 +24,7 @@ std::atomic<bool> sHasCome = false;
 
 constexpr int kQuitSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
-// Of a signal handler, which can use no string.
+// For a signal handler, which cannot use a string.
 int sFolder = -1;
 char sName[kLongestNameToLeave + 1];
 char sLeft[kLongestNameToLeave + 1];
@@ -36,10 +36,11 @@ void Leave(int number)
     raise(number);
 }
 
-// None of those that the C library, the toolkit or a debugger uses.
+// Not a signal that the C library, the toolkit or a debugger uses.
 const int kShieldSignal = SIGRTMIN + 7;
 
-/// Blocks the signals to quit in the thread that handles this: it goes on with the mask that is changed here.
+/// Blocks the quit signals in the thread that runs this handler: the thread continues with the mask that is changed
+/// here.
 void Shield(int, siginfo_t*, void* context)
 {
     for (const int number : kQuitSignals)

@@ -18,10 +18,10 @@ namespace kits {
 
 namespace {
 
-/// Meant for one process: it is not handed on.
+/// Meant for one process, which does not pass it on.
 constexpr const char* kLaunchVariable = "KITS_LAUNCH=";
 
-/// Found here, not in the new process: between fork and exec only the simplest calls are safe.
+/// Searched here, not in the new process: between fork and exec only the simplest calls are safe.
 std::string FindProgram(const std::string& name)
 {
     if (name.find('/') != std::string::npos)
@@ -36,7 +36,7 @@ std::string FindProgram(const std::string& name)
     return {};
 }
 
-/// A null ends the list. What is pointed to must stay.
+/// The array ends with null, and points into the strings, which must outlive it.
 std::vector<char*> Pointers(const std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
@@ -46,7 +46,8 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts)
     return pointers;
 }
 
-/// This process's environment, with what is inherited in place of what this process itself has got by that name.
+/// Returns this process's environment with the variable to inherit, and without a launch grant that this process has
+/// received itself.
 std::vector<std::string> EnvironmentWith(const Inheritance& inheritance)
 {
     std::vector<std::string> variables;
@@ -58,7 +59,7 @@ std::vector<std::string> EnvironmentWith(const Inheritance& inheritance)
     return variables;
 }
 
-/// In the new process: becomes the program, or tells why not.
+/// Runs in the new process: becomes the program, or reports why it cannot.
 [[noreturn]] void Become(const char* program, char* const* arguments, char* const* environment,
                          const std::vector<int>& descriptors, int report)
 {
@@ -86,14 +87,14 @@ status_t StartDetached(const std::vector<std::string>& arguments, const Inherita
     const std::vector<char*> argumentPointers = Pointers(arguments);
     const std::vector<char*> variablePointers = Pointers(variables);
 
-    // Closed by exec, so that reading it ends when the program runs.
+    // exec closes it, so reading from it ends when the program runs.
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         return StatusFromErrno(errno);
     FileDescriptor report(ends[0]);
     FileDescriptor reporter(ends[1]);
 
-    // The child ends at once, so that the program's parent is the system, which buries it.
+    // The child ends at once, so that the program's parent is the system, which reaps it.
     const pid_t child = fork();
     if (child < 0)
         return StatusFromErrno(errno);

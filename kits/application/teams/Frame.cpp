@@ -12,7 +12,7 @@ static_assert(std::endian::native == std::endian::little, "numbers travel as the
 
 constexpr std::string_view kMagic = "kits";
 constexpr size_t kLengthSize = 4;
-constexpr size_t kMessageHead = 1 + 8 + 8 + 4; // flags, address for answers, number of targets
+constexpr size_t kMessageHead = 1 + 8 + 8 + 4; // flags, reply address, number of targets
 constexpr uint8 kNewestWins = 1;
 constexpr uint8 kSourceWaits = 2;
 
@@ -21,7 +21,7 @@ template <class T> void Append(std::string* bytes, const T& value)
     bytes->append(reinterpret_cast<const char*>(&value), sizeof(value));
 }
 
-/// Takes a value from the front. False if there is not enough.
+/// Takes a value from the front. Returns false if there are too few bytes.
 template <class T> bool Take(std::string_view* bytes, T* value)
 {
     if (bytes->size() < sizeof(T))
@@ -118,7 +118,7 @@ void FrameReader::Add(std::string_view bytes)
 {
     fBytes.erase(fBytes.begin(), fBytes.begin() + static_cast<ptrdiff_t>(fPlace));
     fPlace = fLastPlace = 0;
-    // Exactly: what it takes is counted.
+    // Reserves exactly, because the memory is counted.
     if (fBytes.size() + bytes.size() > fBytes.capacity())
         fBytes.reserve(fBytes.size() + bytes.size());
     fBytes.insert(fBytes.end(), bytes.begin(), bytes.end());
@@ -126,7 +126,7 @@ void FrameReader::Add(std::string_view bytes)
 
 void FrameReader::Trim()
 {
-    // What one long frame took is not kept for all the short ones after it.
+    // Does not keep the memory of one long frame for all the short ones after it.
     constexpr size_t kKept = 4096;
     if (fBytes.capacity() <= kKept || Waiting() > fBytes.capacity() / 2)
         return;

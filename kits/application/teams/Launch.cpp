@@ -28,7 +28,7 @@ constexpr bigtime_t kPause = 5000;
 constexpr const char* kGrantVariable = "KITS_LAUNCH";
 constexpr int kSeals = F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
 
-/// A piece of memory as a file that nobody can change any more.
+/// Makes a piece of memory into a file that nobody can change any more.
 status_t MakeSealed(const BMessage* message, FileDescriptor* file)
 {
     std::string flat;
@@ -152,7 +152,7 @@ LaunchGrant TakeLaunchGrant()
     int memory, alive;
     if (text == nullptr || sscanf(text, "%d,%d", &memory, &alive) != 2 || memory < 0 || alive < 0 ||
         fcntl(memory, F_GET_SEALS) != kSeals || !IsPipe(alive))
-        return grant; // whoever set this did not mean us
+        return grant; // the variable was not meant for this process
     const FileDescriptor file(memory);
     grant.alive = FileDescriptor(alive);
     fcntl(alive, F_SETFD, FD_CLOEXEC);

@@ -15,7 +15,7 @@ ReadShift::ReadShift()
 
 bool ReadShift::MainWaits()
 {
-    // Without the timer nobody would notice that the main thread is held up.
+    // Without the timer, nothing would notice that the main thread is held up.
     if (!fTimer.IsOpen())
         return false;
     fIsMainWaiting = true;
@@ -34,7 +34,7 @@ void ReadShift::MainWorks()
 
 void ReadShift::Check()
 {
-    // Nothing if the main thread has waited meanwhile, which stops the timer.
+    // Fails if the main thread has waited meanwhile, which stops the timer.
     uint64_t count;
     if (read(fTimer.Get(), &count, sizeof(count)) == sizeof(count) && !fIsMainWaiting)
         fIsMains = false;

@@ -30,7 +30,7 @@ constexpr bigtime_t kPauseBetweenLooks = 2000;
 
 const BRoster sRoster;
 
-/// The text of an attribute, empty if there is none.
+/// Returns the text of an attribute; empty if there is none.
 std::string TextAttribute(const BNode& node, const char* name)
 {
     char text[1024];
@@ -41,7 +41,7 @@ std::string TextAttribute(const BNode& node, const char* name)
     return whole.substr(0, whole.find('\0'));
 }
 
-/// For a part of an address: what has a meaning there is written as %XX.
+/// Escapes a part of an address: reserved characters become %XX.
 std::string Escaped(const std::string& text)
 {
     std::string escaped;
@@ -58,7 +58,7 @@ std::string Escaped(const std::string& text)
     return escaped;
 }
 
-/// "Name <address>" or "address".
+/// Extracts the address from "Name <address>" or "address".
 std::string MailAddressIn(const std::string& sender)
 {
     const size_t begin = sender.rfind('<');
@@ -66,7 +66,8 @@ std::string MailAddressIn(const std::string& sender)
     return begin == std::string::npos || end == std::string::npos ? sender : sender.substr(begin + 1, end - begin - 1);
 }
 
-/// What the desktop is to open for a file. An address that the desktop could take for an option or a file is none.
+/// Returns what the desktop should open for a file. Ignores addresses that the desktop could take for an option or a
+/// file.
 std::string WhatToOpen(const BNode& node, const char* path)
 {
     const std::string url = TextAttribute(node, "META:url");

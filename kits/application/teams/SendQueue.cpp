@@ -12,9 +12,9 @@ namespace kits {
 
 namespace {
 
-/// Of a shared text, beyond its characters.
+/// The memory of a shared text beyond its characters.
 constexpr size_t kSizeOfShared = sizeof(std::string) + 32;
-/// A text with more room than this for what it will never hold is copied before it waits.
+/// A text with more unused capacity than this is copied before it waits.
 constexpr size_t kMostWasted = 256;
 
 } // namespace
@@ -39,7 +39,7 @@ status_t SendQueue::AddControl(std::string frame)
 
 status_t SendQueue::AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message)
 {
-    // One that somebody waits for an answer to is not lost without one.
+    // A message whose sender waits for an answer is not dropped without one.
     const bool replaces = frame.newestWins && !frame.sourceWaits;
     Waiting* place = replaces ? FindReplaceable(frame, code) : nullptr;
     Waiting waiting;
@@ -56,7 +56,7 @@ status_t SendQueue::AddMessage(MessageFrame frame, uint32 code, std::shared_ptr<
         *place = std::move(waiting);
         return B_OK;
     }
-    // Not before there is room: the older ones are better than none.
+    // Only once there is room: older messages are better than none.
     if (replaces)
         TakeOut(waiting.frame.targets, code);
     fWaiting.push_back(std::move(waiting));
@@ -71,7 +71,7 @@ bool SendQueue::IsReplaceable(const Waiting& waiting, uint32 code)
 
 SendQueue::Waiting* SendQueue::FindReplaceable(const MessageFrame& frame, uint32 code)
 {
-    // Nearly always the same handlers get the next one.
+    // Nearly always the next message has the same handlers.
     const auto found = std::find_if(fWaiting.begin(), fWaiting.end(), [&](const Waiting& waiting) {
         return IsReplaceable(waiting, code) && waiting.frame.targets == frame.targets;
     });
@@ -111,7 +111,7 @@ bool SendQueue::Send(int socket)
             const size_t before = first.Capacity();
             first.head = MessageFrameHead(first.frame, first.message->size());
             first.frame.targets = {};
-            // A few bytes more than the targets took, for which there may be no room; they are gone with the frame.
+            // A few bytes more than the targets took, for which there may be no room; they are released with the frame.
             fCapacity = fCapacity - before + first.Capacity();
         }
         iovec parts[2] = {{first.head.data(), first.head.size()}, {nullptr, 0}};

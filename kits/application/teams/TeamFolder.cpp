@@ -20,11 +20,11 @@ namespace kits {
 namespace {
 
 constexpr std::string_view kSignatureStart = "application/";
-constexpr size_t kLongestSignature = 64; // with the rest it has to fit the address of a socket
+constexpr size_t kLongestSignature = 64; // so that the whole path fits a socket's address
 constexpr size_t kCountDigits = 16;
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// Why a folder is not safe, as the end of a sentence; null if it is.
+/// Returns why a folder is not safe, as the end of a sentence; null if it is safe.
 const char* FaultOf(const struct stat& info)
 {
     if (S_ISLNK(info.st_mode))
@@ -47,7 +47,7 @@ std::string Because(const char* text, status_t status)
     return std::string(text) + " (" + StatusText(status) + ")";
 }
 
-/// Makes the folder if there is none.
+/// Opens the folder; makes it if it does not exist.
 /// @param fault  receives the reason for a failure, as the end of a sentence
 status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result, std::string* fault)
 {
@@ -56,7 +56,7 @@ status_t OpenSafely(int parent, const std::string& name, FileDescriptor* result,
         *fault = Because("cannot be made", status);
         return status;
     }
-    // Looked at by its name first: a link, or the folder of another user, cannot be opened.
+    // Checked by name first, because a link, or the folder of another user, cannot be opened.
     struct stat info;
     if (fstatat(parent, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && FaultOf(info) != nullptr) {
         *fault = FaultOf(info);

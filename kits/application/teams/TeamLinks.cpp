@@ -13,7 +13,7 @@ namespace kits {
 
 namespace {
 
-// Of what may come back on a connection; all of it is short.
+// The maximum of bytes that may come back on a connection; all answers are short.
 constexpr size_t kMostOfAnAnswer = 64;
 
 } // namespace
@@ -76,7 +76,7 @@ status_t TeamLinks::Send(team_address team, MessageFrame frame, uint32 code, std
         return B_BAD_HANDLER;
     const bool wasEmpty = link->queue.IsEmpty();
     status = link->queue.AddMessage(std::move(frame), code, std::move(message));
-    // One that has taken all so far is not to blame if others leave no room for it.
+    // A team that has taken everything so far is not to blame if others leave no room for it.
     if (status == B_WOULD_BLOCK && !wasEmpty && link->fullSince == Clock::time_point::max()) {
         link->fullSince = fHooks.now();
         fHooks.wake();
@@ -170,7 +170,7 @@ void TeamLinks::Handle(const pollfd* polls, size_t count)
             link->nextPing = now + kPingInterval;
             if (link->countUnanswered < 2) {
                 ++link->countUnanswered;
-                // One for which there is no room is one that is not answered.
+                // A ping for which there is no room counts as unanswered.
                 link->queue.AddControl(NumberFrame(FrameKind::kPing, ++link->lastPing));
                 Flush(link.get());
             } else if (!link->isHung) {

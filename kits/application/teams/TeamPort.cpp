@@ -23,7 +23,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Blocks of this size or more get a mapping of their own, as the allocator does at first.
+/// Blocks of this size or more get a mapping of their own, as by the allocator's initial setting.
 constexpr int kOwnMapping = 128 * 1024;
 
 int PollTimeout(Clock::time_point deadline)
@@ -57,7 +57,7 @@ TeamPort::TeamPort()
                           [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
     , fVisitors(&fAccounts, {[this] { Wake(); }, [this](team_address team) { fLinks.Forgive(team); },
                              [] {
-                                 // The answer is to say that the main loop comes by.
+                                 // The answer must prove that the main loop runs.
                                  RunOnMainThread([] { TeamPort::Get().fVisitors.AnswerPings(); });
                              },
                              [this](team_address team) { fWatch.NoteClosed(team); }})
@@ -67,8 +67,8 @@ TeamPort::TeamPort()
               }})
 {
     LoopGuest::Set(&fVisitors);
-    // The allocator puts larger and larger blocks among the small ones once such a block has been freed; from there a
-    // peer's frames do not go back to the system.
+    // Once a larger block has been freed, the allocator places blocks of that size among the small ones, and does not
+    // return a peer's frames to the system.
     mallopt(M_MMAP_THRESHOLD, kOwnMapping);
 }
 
@@ -90,7 +90,7 @@ status_t TeamPort::Open()
     return OpenLocked(&ignored);
 }
 
-/// With the mutex held.
+/// Called with the mutex held.
 status_t TeamPort::OpenLocked(std::string* obstacle)
 {
     if (fState == State::kOpen)
@@ -108,12 +108,12 @@ status_t TeamPort::OpenLocked(std::string* obstacle)
         return status;
     }
     fSocketName = TeamFolder::MakeName(entry);
-    fFolder.List(); // removes what dead teams have left
+    fFolder.List(); // removes the files of dead teams
     fVisitors.SetListener(std::move(listener));
     fLinks.SetFolder(&fFolder);
     fState = State::kOpen;
 
-    // Signals are for the other threads.
+    // Leaves signals to the other threads.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
@@ -160,7 +160,7 @@ void TeamPort::CloseAs(State state)
                 fState = state;
             return;
         }
-        // Nobody finds it from now on.
+        // From now on nobody finds it.
         unlinkat(fFolder.Descriptor(), fSocketName.c_str(), 0);
         fState = State::kClosing;
         thread = std::move(fThread);
@@ -243,7 +243,7 @@ void TeamPort::Run()
         const Clock::time_point deadline = std::min({fVisitors.Deadline(), fLinks.Deadline(), fWatch.Deadline()});
         if (poll(polls.data(), polls.size(), PollTimeout(deadline)) < 0) {
             if (errno != EINTR)
-                std::this_thread::sleep_for(std::chrono::milliseconds(10)); // no memory for it just now
+                std::this_thread::sleep_for(std::chrono::milliseconds(10)); // no memory for it at the moment
             continue;
         }
         if (polls[0].revents != 0) {

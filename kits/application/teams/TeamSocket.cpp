@@ -18,7 +18,7 @@ namespace kits {
 
 namespace {
 
-// As many as the system allows by default: so many may connect before the first one is let in.
+// The system's default limit: this many may connect before the first one is accepted.
 constexpr int kBacklog = 4096;
 
 FileDescriptor MakeSocket()
@@ -36,8 +36,8 @@ sockaddr_un SocketAddress(const TeamFolder& folder, const std::string& name)
     return address;
 }
 
-/// Whether a descriptor that was just made is not one of the reserve: the system gives the lowest one that is free, so
-/// all below it are taken.
+/// Returns whether a new descriptor leaves the reserve free: the system gives the lowest free number, so all numbers
+/// below it are taken.
 bool IsFree(int descriptor)
 {
     rlimit limit;
@@ -78,8 +78,8 @@ status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDe
 
 status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* socket)
 {
-    // The process id alone is not enough: one process could have a name for every moment that it may have been started
-    // at. And nobody is looked for who cannot be there.
+    // The process id alone is not enough: one process could use a name for every possible start time. And there is no
+    // point in looking for a process that does not exist.
     if (TeamOfProcess(TeamIdOf(team)) != team)
         return B_BAD_HANDLER;
     const std::string name = folder.NameOf(team);

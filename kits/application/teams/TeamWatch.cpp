@@ -14,9 +14,10 @@ namespace kits {
 
 namespace {
 
-// A team that ends closes its connections first of all, one that was given up only those.
+// Time for an ending process to go: it closes its connections first of all, whereas a team that was merely given up
+// stays.
 constexpr auto kPauseBeforeLook = std::chrono::milliseconds(100);
-// The folder tells of what is new by itself; only where it cannot it is looked at now and then.
+// The folder reports new names by itself; only if it cannot, it is read now and then.
 constexpr auto kLookInterval = std::chrono::seconds(1);
 
 } // namespace
@@ -131,7 +132,7 @@ void TeamWatch::Look(const TeamFolder& folder)
 {
     fLookAt = fNotifier.IsOpen() ? Clock::time_point::max() : Clock::now() + kLookInterval;
     {
-        // Who comes from here on knows more than the list, and has to wait for the next one.
+        // A watcher that is added from here on knows more than the list, and has to wait for the next one.
         std::lock_guard lock(fMutex);
         for (Watcher& watcher : fWatchers)
             watcher.isNew = false;
@@ -153,7 +154,7 @@ void TeamWatch::NoteClosed(team_address team)
     const auto found = fTeams.find(team);
     if (found == fTeams.end())
         return;
-    // Who takes leave does so before its connections end.
+    // A team that ends in order takes leave before its connections end.
     const bool isNew = ReadNotices();
     const Team state = found->second;
     fTeams.erase(found);
@@ -162,7 +163,7 @@ void TeamWatch::NoteClosed(team_address team)
         for (Watcher& watcher : fWatchers)
             watcher.present.erase(team);
     }
-    // What the notices tell of other teams is not read again.
+    // What the notices say about other teams is not read again.
     fLookAt = isNew ? Clock::now() : Clock::now() + kPauseBeforeLook;
     if (!state.isHung)
         Tell(kTeamQuit, team, state.signature);

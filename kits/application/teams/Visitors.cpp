@@ -20,10 +20,10 @@ namespace kits {
 namespace {
 
 constexpr auto kPauseBetweenTries = std::chrono::milliseconds(10);
-/// How much later one is looked at again whose frame is late, but not for want of bytes.
+/// Delay before another look at a visitor whose frame is late, but not for want of bytes.
 constexpr auto kRespite = std::chrono::milliseconds(100);
 constexpr size_t kMostNewcomersAtOnce = 16;
-/// What is not worth giving back.
+/// A smaller capacity is not worth giving back.
 constexpr size_t kKeptOfAnswers = 256;
 
 } // namespace
@@ -36,7 +36,7 @@ void Visitors::SetListener(FileDescriptor listener)
 void Visitors::Clear()
 {
     fListener.Close();
-    std::list<Visitor> visitors; // what they hold is destroyed without the mutex
+    std::list<Visitor> visitors; // their claims and messages are destroyed after the mutex is released
     std::lock_guard lock(fMutex);
     for (Visitor& visitor : fVisitors)
         RemoveFromWakeSet(&visitor);
@@ -64,12 +64,12 @@ bool Visitors::IsForPort(const Visitor& visitor) const
 void Visitors::AppendPolls(std::vector<pollfd>* polls)
 {
     std::lock_guard lock(fMutex);
-    // A negative descriptor is passed over.
+    // poll() ignores a negative descriptor.
     polls->push_back({CountWelcome() > 0 ? fListener.Get() : -1, POLLIN, 0});
     polls->push_back({fShift.Descriptor(), POLLIN, 0});
     for (const Visitor& visitor : fVisitors) {
         const int events = (IsForPort(visitor) ? POLLIN : 0) | (visitor.out.empty() ? 0 : POLLOUT);
-        // Without these not even its end is of interest, which would be heard of all the time.
+        // Without these events not even its end matters, which poll() would otherwise report all the time.
         const bool isPolled = events != 0 && visitor.IsRead();
         polls->push_back({isPolled ? visitor.socket.Get() : -1, static_cast<short>(events), 0});
     }
@@ -99,7 +99,7 @@ void Visitors::Handle(const pollfd* polls)
         countWelcome = CountWelcome();
     }
     std::vector<Newcomer> newcomers = Accept(countWelcome);
-    std::list<Visitor> gone; // what they hold is destroyed without the mutex
+    std::list<Visitor> gone; // their claims and messages are destroyed after the mutex is released
     {
         std::lock_guard lock(fMutex);
         if (polls[1].revents != 0)
@@ -109,7 +109,7 @@ void Visitors::Handle(const pollfd* polls)
         for (auto i = fVisitors.begin(); i != fVisitors.end();) {
             const auto visitor = i++;
             const int found = (polls++)->revents;
-            // It may be gone since a moment ago: its team has come with a new one.
+            // It may just have gone: its team has made a new connection.
             if (!visitor->isGone && visitor->obstacle == Obstacle::kFullLooper)
                 GoOn(&*visitor);
             else if (visitor->IsRead() && IsForPort(*visitor) && (found & (POLLIN | POLLHUP | POLLERR)) != 0)
@@ -148,7 +148,7 @@ void Visitors::MainWaits()
         return;
     GoOnWhereThereIsRoom();
     for (Visitor& visitor : fVisitors) {
-        // The thread of the port shows out who is gone, and sends what is left to say.
+        // The port's thread removes visitors that have gone, and sends what is left to send.
         isNew = isNew || visitor.isGone;
         if (visitor.IsStranger() || visitor.isInWakeSet || !visitor.IsRead())
             continue;
@@ -180,7 +180,7 @@ void Visitors::Read(WakeSet::Number number)
             return;
         if (!visitor.IsRead())
             RemoveFromWakeSet(&visitor);
-        // The thread of the port has to see to this one; but for room the main thread looks itself.
+        // This visitor needs the port's thread, unless only room is missing: that the main thread checks itself.
         if (visitor.isGone || visitor.obstacle != Obstacle::kNoRoom)
             fHooks.wake();
         return;
@@ -235,7 +235,7 @@ void Visitors::LetIn(Newcomer newcomer)
 
 size_t Visitors::ReadSize(const Visitor& visitor) const
 {
-    // So little has room in any case: else the rest of one connection could keep out the next of the same process.
+    // So little always has room: otherwise the rest of one connection could keep out the next one of the same process.
     if (visitor.IsStranger())
         return 4 * bounds::kMostFrameOfAStranger;
     const FrameReader& reader = visitor.reader;
@@ -278,7 +278,7 @@ void Visitors::HandleFrames(Visitor* visitor)
             HandleFrame(visitor, kind, content);
     }
     visitor->reader.Trim();
-    // Room for it was seen to before it was read.
+    // Its room was claimed before it was read.
     visitor->incomplete.Resize(visitor->reader.Capacity());
     SetDeadline(visitor);
 }
@@ -304,7 +304,7 @@ void Visitors::HandleFrame(Visitor* visitor, FrameKind kind, std::string_view co
 void Visitors::HandleHello(Visitor* visitor, FrameKind kind, std::string_view content)
 {
     const std::optional<team_address> team = kind == FrameKind::kHello ? ReadHello(content) : std::nullopt;
-    // Of a process that has ended meanwhile nobody knows when it was started.
+    // If the process has ended meanwhile, its start time cannot be read.
     const bool isKnown = (visitor->process & 0xFFFFFFFF) != 0;
     if (!team || (isKnown ? *team != visitor->process : TeamIdOf(*team) != TeamIdOf(visitor->process))) {
         Close(visitor, CloseReason::kBadHello);
@@ -355,7 +355,7 @@ void Visitors::NoteNoRoom(Visitor* visitor, Resource resource, size_t amount)
     visitor->obstacle = Obstacle::kNoRoom;
     visitor->missing = resource;
     visitor->countMissing = amount;
-    // Some may have been given back already.
+    // Some may have been released already.
     if (fAccounts->HasRoom(visitor->process, resource, amount))
         NoteRoom();
 }
@@ -391,10 +391,10 @@ bool Visitors::DeliverHeld(Visitor* visitor)
             visitor->obstacle = Obstacle::kFullLooper;
             return false;
         }
-        // One that is between two loopers may be in one again before the other side has heard of it.
+        // A handler that moves between two loopers may be in one again before the other side hears of it.
         if (status != B_OK && !PostOffice::Get().Exists(target))
             Tell(visitor, NumberFrame(FrameKind::kGone, static_cast<uint64>(target)));
-        held.copy = nullptr; // undelivered, it answers its sender
+        held.copy = nullptr; // undelivered, it replies to its sender
         held.work = nullptr;
     }
     visitor->held.reset();
@@ -411,7 +411,7 @@ void Visitors::GoOn(Visitor* visitor)
 void Visitors::NoteRoom()
 {
     fHasRoom = true;
-    // The main thread sees it before it waits. If it is held up instead its shift ends, and the other thread sees it.
+    // The main thread sees it before it waits. If it is held up instead, its shift ends, and the other thread sees it.
     if (!IsMainThread() || !fShift.IsMains())
         fHooks.wake();
 }
@@ -443,7 +443,7 @@ void Visitors::CheckDeadline(Visitor* visitor)
 {
     if (fHooks.now() < visitor->deadline)
         return;
-    // What has come in time is read first: it may be this process that was held up.
+    // Reads what has arrived in time first: this process may be the one that was held up.
     int waiting = 0;
     if (ioctl(visitor->socket.Get(), FIONREAD, &waiting) == 0 && waiting > 0) {
         visitor->deadline = fHooks.now() + kRespite;
@@ -498,7 +498,7 @@ void Visitors::Write(Visitor* visitor)
 void Visitors::Close(Visitor* visitor, CloseReason reason)
 {
     visitor->isGone = true;
-    // Behind what it has not read it would come in the middle of a frame.
+    // After an unfinished frame, it would arrive in the middle of that frame.
     if (!visitor->out.empty())
         return;
     const std::string frame = NumberFrame(FrameKind::kClosed, static_cast<uint64>(reason));

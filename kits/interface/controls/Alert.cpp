@@ -149,8 +149,8 @@ int32 BAlert::Go()
         fAnswered = nullptr;
     }
     const int32 answer = canceled ? 0 : fAnswer;
-    // Quit() would wait for the outermost loop, and would end on its way there whatever is asked next. Nothing of the
-    // alert is at work any more; only if something else quits it already is it left to that.
+    // Quit() would wait for the outermost loop, and would cancel the next alert on its way there. No code of the alert
+    // is on the stack any more, so it is destroyed here, unless something else is quitting it already.
     if (BMessenger(this).IsValid())
         delete this;
     return answer;
@@ -184,7 +184,7 @@ void BAlert::Answer(int32 index)
         answer.AddInt32("which", index);
         fInvoker->Invoke(&answer);
     }
-    // The button that was pressed is still at work: what destroys it comes as a message.
+    // The code of the pressed button is still running, so its destruction comes as a message.
     PostMessage(B_QUIT_REQUESTED);
 }
 

@@ -52,13 +52,13 @@ QString NameOf(alert_type type)
     }
 }
 
-/// The text with places at which a word may be broken that is wider than a line, such as a path: a label breaks lines
-/// between words alone.
+/// Returns the text with places at which a word wider than a line, such as a path, may be broken: a label breaks lines
+/// only between words.
 QString Breakable(const QString& text, const QFontMetrics& metrics, int most)
 {
     constexpr QChar kBreak(0x200B);
     QString result;
-    QString part; // of a word, since the last place for a break
+    QString part; // of a word, since the last such place
     for (const QChar letter : text) {
         const bool isStart = !letter.isLowSurrogate() && !letter.isMark();
         if (!letter.isSpace() && isStart && metrics.horizontalAdvance(part + letter) > most) {

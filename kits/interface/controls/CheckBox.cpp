@@ -14,8 +14,8 @@
 
 namespace {
 
-/// One whose letters are narrowed when it is made narrower than it asks for, and whose mark is as tall as they are:
-/// styles draw it in one size.
+/// A check box that narrows its letters when it is narrower than it asks for, and whose mark is as tall as they are:
+/// styles draw the mark in one size.
 class NarrowingBox : public QCheckBox {
 public:
     QSize sizeHint() const override
@@ -76,7 +76,7 @@ private:
         const int letters = fontMetrics().ascent();
         return StylesMark().expandedTo(QSize(letters, letters));
     }
-    /// How much wider the mark is than the style's.
+    /// Returns how much wider the mark is than the style's.
     int Growth() const { return Mark().width() - StylesMark().width(); }
     int Around() const { return sizeHint().width() - kits::NarrowText::WidthOf(this, text(), QFont::Unstretched); }
 };
@@ -94,7 +94,7 @@ BCheckBox::~BCheckBox() = default;
 void BCheckBox::AttachedToWindow()
 {
     BControl::AttachedToWindow();
-    // Once: on a page that comes back it keeps the width that the page gave it.
+    // Only once: on a page that comes back, it keeps the width that the page gave it.
     if (!fHasGrown)
         GrowToPreferred();
     fHasGrown = true;

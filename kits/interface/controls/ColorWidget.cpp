@@ -66,7 +66,7 @@ void ColorRamp::paintEvent(QPaintEvent*)
     painter.setOpacity(isEnabled() ? 1 : 0.4);
     painter.fillRect(inside, colors);
 
-    // A bar in two colours can be seen on any.
+    // A bar in two colours is visible on any colour.
     const int x = inside.left() + value() * (inside.width() - 1) / 255;
     painter.fillRect(QRect(x - 1, inside.top(), 3, inside.height()).intersected(inside), Qt::black);
     painter.fillRect(QRect(x, inside.top() + 1, 1, inside.height() - 2), Qt::white);

@@ -110,7 +110,7 @@ void BControl::UpdateWidget()
 {
     QWidget* widget = fContent->As<>();
     widget->setEnabled(fEnabled);
-    // One without a label keeps the name that it was given.
+    // A control without a label keeps the name that it was given.
     if (!fLabel.empty() || *Name() != '\0')
         widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
 }

@@ -17,10 +17,10 @@
 
 namespace {
 
-/// A hand trembles: farther than this it is a drag.
+/// A hand trembles: a move is a drag only beyond this distance.
 constexpr float kSlack = 3;
 
-/// What the view and those in it show, but for the handle; what shines through is transparent.
+/// Returns the picture of the view and its children, without the handle; transparent where the view is.
 std::unique_ptr<BBitmap> PictureOf(const BView& view, QWidget* handle)
 {
     QWidget* const widget = kits::ViewWidget(&view);
@@ -101,7 +101,7 @@ void BDragger::Draw(BRect)
     SetLowColor(ViewColor());
     FillRect(bounds, B_SOLID_LOW);
     if (ViewColor() == B_TRANSPARENT_COLOR) {
-        // Whatever lies below: one of the two stands out.
+        // On any ground, one of the two colours stands out.
         SetHighColor(0, 0, 0);
         StrokeRect(bounds);
         SetHighColor(255, 255, 255);

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The toolkit's dialog asks by itself whether a file is to be replaced, in a nested loop.
+/// The toolkit's dialog asks in a nested loop whether to replace a file.
 class SaveDialog : public QFileDialog {
 public:
     using QFileDialog::QFileDialog;
@@ -38,7 +38,7 @@ QString& LastFolder()
 
 } // namespace
 
-/// The toolkit's dialog. Its window deletes it when it goes first.
+/// The toolkit's dialog. If its window goes first, the window deletes it.
 class BFilePanel::Dialog {
 public:
     Dialog(const BFilePanel& panel, QWidget* parent)
@@ -52,7 +52,7 @@ public:
     }
     ~Dialog()
     {
-        // Its own events may be on the stack.
+        // Code of its own events may be on the stack.
         if (fWidget != nullptr) {
             fWidget->disconnect();
             fWidget->hide();

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int kGap = 5;
-/// What a divider that was set too close leaves of it at least.
+/// The least that remains of the gap if the divider is set too close.
 constexpr int kSmallestGap = 2;
 
 } // namespace
@@ -51,7 +51,7 @@ int LabeledWidget::Divider() const
 
 int LabeledWidget::LabelWidth() const
 {
-    // A pixel more, for widths are rounded.
+    // One pixel more, because widths are rounded.
     return fLabel.isEmpty() ? 0 : fontMetrics().horizontalAdvance(fLabel) + 1 + kGap;
 }
 

@@ -11,7 +11,7 @@ void ListRows::Take(const ListModel& model)
     fOutermost.clear();
     fVersion = model.Version();
     fRows.reserve(static_cast<std::size_t>(model.CountFull()));
-    std::vector<int> above; // the rows that the next one may stand under, the innermost last
+    std::vector<int> above; // the possible parents of the next row, the innermost last
     for (int32 full = 0; full < model.CountFull(); full++) {
         const BListItem* item = model.FullAt(full);
         while (!above.empty() && model.FullAt(above.back())->OutlineLevel() >= item->OutlineLevel())

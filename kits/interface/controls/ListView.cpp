@@ -271,7 +271,7 @@ void BListView::WidgetNeedsUpdate()
 
 void BListView::RowsChanged()
 {
-    // Rows come in hundreds: they are shown together, in the next turn of the event loop.
+    // Rows come in hundreds, so they are shown together, in the next turn of the event loop.
     if (fContent == nullptr || fUpdatePending)
         return;
     fUpdatePending = true;

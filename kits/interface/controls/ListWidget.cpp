@@ -110,7 +110,7 @@ void ListWidget::RowOpened(const QModelIndex& index, bool open)
     if (item == nullptr || fRefreshing)
         return;
     fOwner->RowOpened(item, open);
-    // Nothing but what shows has changed, and Qt shows it already.
+    // Only the expansion has changed, and Qt shows that already.
     fRows.SetVersion(fOwner->fModel->Version());
 }
 
@@ -191,7 +191,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event)
             fOwner->Invoke();
         return;
     }
-    // Rows that mean something more than their text are copied as that.
+    // Rows that stand for more than their text are copied as that.
     if (event->matches(QKeySequence::Copy) && CopyFrom(fOwner))
         return;
     QTreeView::keyPressEvent(event);

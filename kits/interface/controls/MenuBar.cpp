@@ -14,9 +14,9 @@
 
 namespace {
 
-/// A bar reads one picture of its style, a PNG, which the toolkit can do by itself. But with its plugin folders in
-/// sight it first loads every picture plugin there is: a megabyte, and milliseconds before the window is seen. They are
-/// there again for whoever needs one.
+/// A bar reads one picture of its style, a PNG, which the toolkit reads without a plugin. But with its plugin folders
+/// in sight it would first load every picture plugin: a megabyte, and milliseconds before the window appears. So the
+/// folders are hidden meanwhile.
 QMenuBar* MakeBar()
 {
     const QStringList folders = QCoreApplication::libraryPaths();

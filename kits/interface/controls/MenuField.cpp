@@ -70,7 +70,7 @@ protected:
     }
 
 private:
-    /// What the theme draws beside the text.
+    /// Returns the width that the theme draws beside the text.
     int Around() const
     {
         constexpr int kSomeWidth = 1000;
@@ -80,7 +80,7 @@ private:
         const QRect text = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
         return kSomeWidth - text.width() + 2;
     }
-    /// The choice that takes most room.
+    /// Returns the choice that takes most room.
     QString Longest() const
     {
         QString longest;

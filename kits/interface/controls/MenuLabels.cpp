@@ -11,7 +11,7 @@ bool IsPlain(char character)
     return std::isalnum(static_cast<unsigned char>(character)) != 0 && static_cast<unsigned char>(character) < 128;
 }
 
-/// The place of the letter to underline, or npos.
+/// Returns the place of the letter to underline, or npos.
 std::size_t FindTrigger(const std::string& label, std::set<char>& taken)
 {
     for (const bool wordsOnly : {true, false}) {

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// A menu that is higher than the screen scrolls, whatever the theme thinks of that.
+/// Makes menus scroll that are higher than the screen, whatever the theme prefers.
 class ScrollingMenus : public QProxyStyle {
 public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -51,7 +51,8 @@ void CloseAllMenus()
 
 namespace kits {
 
-/// Qt's menu, which also lets an item be chosen that opens a submenu, and can be held open by a mouse button.
+/// Qt's menu, except that the user can also choose an item that opens a submenu, and hold the menu open with a mouse
+/// button.
 class MenuWidget : public QMenu {
 public:
     explicit MenuWidget(MenuPart* part)
@@ -204,7 +205,7 @@ void MenuPart::UpdateAction(const Entry& entry, const std::string& text)
     action->setShortcut(ToKeys(item));
     const bool radio = fMenu->IsRadioMode() && fMenu->FindMarked() != nullptr;
     if (radio && action->actionGroup() == nullptr) {
-        // A group of its own gives the action the looks of a choice of one, and leaves the choosing to the menu.
+        // An action in a group of its own looks like a choice, and the menu decides what is chosen.
         auto* group = new QActionGroup(action);
         group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
         group->addAction(action);
@@ -227,7 +228,7 @@ bool MenuPart::Choose(const QAction* action)
     if (entry == nullptr || !entry->item->IsEnabled())
         return false;
     BMenuItem* item = entry->item;
-    // Qt has turned a mark over by itself.
+    // Qt has toggled the mark by itself.
     entry->action->setChecked(item->IsMarked());
     const MenuPart* root = Root();
     if (root->fChosen)

@@ -69,7 +69,7 @@ void BNumberControl::UpdateWidget()
     auto* field = fContent->As<QSpinBox>();
     const QSignalBlocker silent(field);
     field->setRange(fMinValue, fMaxValue);
-    // The text is left alone while the user types the same number, a leading zero for example.
+    // The text stays while the user types the same number differently, for example with a leading zero.
     if (field->value() != Value())
         field->setValue(Value());
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Whether the item stands in the menu or one under it; the item may be gone.
+/// Returns whether the item is in the menu or a submenu of it; the item may be gone.
 bool Holds(const BMenu& menu, const BMenuItem* item)
 {
     if (menu.IndexOf(item) >= 0)
@@ -71,7 +71,7 @@ BMenuItem* BPopUpMenu::Go(BPoint where, bool deliversMessage, bool openAnyway, b
         if (nested.WasCanceled())
             chosen = nullptr;
     }
-    // The menu may have been deleted by what ran in the loop, and this object with it.
+    // Code that ran in the loop may have deleted the menu, and this object with it.
     if (!part)
         return nullptr;
     fPart.reset();

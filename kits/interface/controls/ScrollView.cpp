@@ -5,7 +5,7 @@
 
 namespace {
 
-/// What a border is wide in most themes. The program gives the view its real size, so nothing depends on it.
+/// The width of a border in most themes. The program gives the view its real size, so nothing depends on it.
 constexpr float kBorder = 2;
 constexpr float kScrollBar = 14;
 

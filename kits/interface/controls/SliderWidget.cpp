@@ -45,8 +45,8 @@ void SliderBar::paintEvent(QPaintEvent*)
     option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
     if (tickPosition() != NoTicks) {
         option.subControls |= QStyle::SC_SliderTickmarks;
-        // Qt counts whole steps between marks. In a range as many times finer as there are gaps, every number of marks
-        // comes out even.
+        // Qt counts whole steps between marks. Multiplying the range by the number of gaps spaces any number of marks
+        // evenly.
         const qint64 gaps = fMarks - 1;
         const qint64 range = static_cast<qint64>(maximum()) - minimum();
         if (range * gaps <= INT_MAX) {

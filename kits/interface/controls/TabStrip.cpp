@@ -88,7 +88,7 @@ QSize TabStrip::tabSizeHint(int index) const
 
 QSize TabStrip::minimumTabSizeHint(int index) const
 {
-    // In a narrow window labels are shortened to nothing rather than tabs lost.
+    // In a narrow window, labels shrink to nothing before tabs are lost.
     return {kSmallestTab, QTabBar::minimumTabSizeHint(index).height()};
 }
 

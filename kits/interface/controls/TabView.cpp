@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What a strip is taken to be high while it cannot be asked, because the tab view was made on another thread.
+/// Assumed height of a strip that cannot be measured, because the tab view was made on another thread.
 constexpr float kLikelyHeight = 26;
 
 } // namespace
@@ -30,7 +30,7 @@ BTabView::BTabView(BRect frame, const char* name, button_width width, uint32 res
 
 BTabView::~BTabView()
 {
-    // The selected tab's view would else be deleted with the container.
+    // Otherwise the selected tab's view would be deleted with the container.
     fTabs.clear();
 }
 

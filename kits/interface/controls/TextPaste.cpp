@@ -19,7 +19,7 @@ namespace {
 
 using Selections::Name;
 
-/// The field that takes this object's typing; null if there is none or it cannot be changed.
+/// Returns the field that receives this object's typing; null if there is none or it is read-only.
 QLineEdit* FieldOf(QObject& object)
 {
     auto* field = qobject_cast<QLineEdit*>(&object);

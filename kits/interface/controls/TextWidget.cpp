@@ -64,7 +64,7 @@ void TextWidget::TakeText(const QString& text)
     }
     edit.endEditBlock();
     PlaceTabs();
-    // The insertion point has run ahead of the lines that were set, and the view after it.
+    // The insertion point has run ahead of the lines that were set, and the view has followed it.
     const int end = document()->characterCount() - 1;
     QTextCursor insertion(document());
     insertion.setPosition(std::min(anchor, end));
@@ -107,7 +107,7 @@ void TextWidget::SetTextRect(const QRect& rect)
 void TextWidget::paintEvent(QPaintEvent* event)
 {
     QTextEdit::paintEvent(event);
-    // There is no cursor that shows where the keys go.
+    // No cursor shows where the keys go.
     if (!hasFocus() || (textInteractionFlags() & (Qt::TextEditable | Qt::TextSelectableByKeyboard)) != 0)
         return;
     QPainter painter(viewport());

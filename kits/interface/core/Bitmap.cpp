@@ -18,14 +18,14 @@ BBitmap::BBitmap(BRect bounds, color_space space, bool acceptsViews)
     , fAcceptsViews(acceptsViews)
     , fStatus(B_BAD_VALUE)
 {
-    // Written so that NaN is refused as well.
+    // The comparison refuses NaN as well.
     const bool sane = std::abs(bounds.left) <= kMaxSide && std::abs(bounds.top) <= kMaxSide && bounds.IsValid() &&
                       bounds.Width() < kMaxSide && bounds.Height() < kMaxSide;
     if (!sane || (space != B_RGB32 && space != B_RGBA32))
         return;
     const kits::PixelRect pixels = kits::ToPixels(bounds);
     fBounds = kits::FromPixels(pixels);
-    // The length has to fit what BitsLength returns.
+    // The length has to fit the result of BitsLength.
     if (static_cast<int64>(pixels.Width()) * pixels.Height() > INT32_MAX / 4)
         return;
     fWidth = pixels.Width();

@@ -19,7 +19,7 @@ namespace kits {
 
 namespace {
 
-/// Archives are for shelves, and come there with the pointer only.
+/// Archives are for shelves, and reach them with the pointer only.
 bool MayBePasted(const BMessage* message)
 {
     return message != nullptr && message->what != B_ARCHIVED_OBJECT;

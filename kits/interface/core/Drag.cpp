@@ -35,13 +35,13 @@ namespace kits::Drag {
 
 namespace {
 
-/// What will be dragged next; the newest request counts.
+/// The next drag; the newest request counts.
 std::unique_ptr<Request> sQueued;
-/// What is being dragged out of this process.
+/// The current drag out of this process.
 std::unique_ptr<Request> sCurrent;
 /// The message that is dragged over our windows; null until it is known.
 std::unique_ptr<BMessage> sOver;
-/// The place of the drag that was reported last.
+/// The last reported place of the drag.
 struct Place {
     const WindowImpl* window = nullptr; ///< only to be compared
     BPoint where;
@@ -49,7 +49,7 @@ struct Place {
 Place sPlace;
 /// The offer of another program that drags over our windows.
 QPointer<ForeignOffer> sForeign;
-/// The course of that drag, as long as the toolkit carries it out.
+/// The course of our own drag, as long as the toolkit carries it out.
 std::optional<DragCourse> sCourse;
 DragCursor* sCursor = nullptr;
 
@@ -63,7 +63,7 @@ QPixmap PictureOf(const Request& request)
 {
     if (request.bitmap != nullptr && request.bitmap->IsValid()) {
         const BRect bounds = request.bitmap->Bounds();
-        // What is dragged is to be seen: the words' alpha is no transparency, but for the magic one.
+        // The picture must be visible: alpha in its pixels is no transparency, except for the magic colour.
         const int width = static_cast<int>(bounds.Width()) + 1;
         const int height = static_cast<int>(bounds.Height()) + 1;
         QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
@@ -80,7 +80,7 @@ QPixmap PictureOf(const Request& request)
     QPixmap picture(std::clamp(rect.Width(), 1, kMaxSide), std::clamp(rect.Height(), 1, kMaxSide));
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    // Whatever lies below: one of the two stands out.
+    // On any ground, one of the two colours stands out.
     painter.setPen(QColor(64, 64, 64));
     painter.drawRect(0, 0, picture.width() - 1, picture.height() - 1);
     painter.setPen(QColor(224, 224, 224));
@@ -90,12 +90,12 @@ QPixmap PictureOf(const Request& request)
 
 QObject* Source()
 {
-    // Not a widget: those may go while something is dragged.
+    // Not a widget, because widgets may go during a drag.
     static QObject source;
     return &source;
 }
 
-/// Hears the keyboard while something is dragged out of a window that has not the focus, so that Escape ends that too.
+/// Receives keys while something is dragged out of a window without the focus, so that Escape ends that drag too.
 class KeyboardHold {
 public:
     KeyboardHold()
@@ -124,8 +124,9 @@ public:
     KeyboardHold& operator=(const KeyboardHold&) = delete;
 
 private:
-    /// KWin takes a window of its own that holds the keyboard for the active one, and afterwards none: this one is
-    /// unknown to window managers. It has to be shown to get the keyboard, so it lies beside the screen.
+    /// If one of KWin's windows holds the keyboard, KWin takes it for the active window, and afterwards has no active
+    /// window at all. So window managers do not manage this one. It must be shown to get the keyboard, so it lies
+    /// beside the screen.
     QWindow* MakeEar()
     {
         fEar = std::make_unique<QWindow>();
@@ -147,8 +148,8 @@ DragCourse::Taker TakerOf(const BMessage& message)
     return DropMessage::ColorOf(message).has_value() ? DragCourse::Taker::kBareDesktop : DragCourse::Taker::kPrograms;
 }
 
-/// Does what a drop on the desktop means: it takes a colour for good, and the view that an archive was dragged from is
-/// told of it.
+/// Carries out a drop on the desktop: the desktop takes a colour for good, and the source view of an archive is
+/// notified.
 void DropOnDesktop(const Request& request, BPoint where)
 {
     if (const std::optional<rgb_color> color = DropMessage::ColorOf(request.message)) {
@@ -200,10 +201,10 @@ void Start()
     Pointer::AskSystem();
 }
 
-/// The shelf that takes what is dragged over this view; null when there is none.
+/// Returns the shelf that takes what is dragged over this view, or null.
 BShelf* ShelfFor(const BView* view, const BMessage& archive)
 {
-    // What this process shows it can already move by itself.
+    // This process can move what it shows already without a shelf.
     if (sCurrent != nullptr)
         return nullptr;
     for (; view != nullptr; view = view->Parent()) {
@@ -231,7 +232,7 @@ bool IsOurs(const QDropEvent& event)
     return sCurrent != nullptr && event.source() == Source();
 }
 
-/// The other program's message has come. Tells the view under the pointer, as if the pointer entered it now.
+/// The other program's message has arrived. Notifies the view under the pointer, as if the pointer entered it now.
 void ForeignIsHere()
 {
     if (sForeign == nullptr || sOver != nullptr)
@@ -246,7 +247,7 @@ void ForeignIsHere()
 void Look(const QDropEvent& event)
 {
     if (IsOurs(event)) {
-        sOver = std::make_unique<BMessage>(sCurrent->message); // pointers included
+        sOver = std::make_unique<BMessage>(sCurrent->message); // including pointers
         return;
     }
     // The event's data are constant, but the object is ours.
@@ -315,7 +316,7 @@ bool Entered(const QDropEvent& event)
     sOver = nullptr;
     sPlace = {};
     Look(event);
-    // The toolkit asks nothing further of a window that refuses here, until the pointer comes again.
+    // If a window refuses here, the toolkit asks no further until the pointer enters it again.
     return sOver != nullptr || (sForeign != nullptr && sForeign->MayCome());
 }
 
@@ -327,7 +328,7 @@ bool Over(WindowImpl& window, const QDropEvent& event)
         Look(event);
     BWindow* const target = window.fWindow;
     if (sOver == nullptr)
-        // A view may take it when it has come.
+        // A view may take it when it has arrived.
         return sForeign != nullptr && sForeign->IsComing() &&
                target->FindView(target->ConvertFromScreen(where)) != nullptr;
     Pointer::Moved(target, where, sOver.get());

@@ -14,13 +14,13 @@ namespace kits {
 
 namespace {
 
-/// Soon enough for the eye.
+/// Short enough for the eye.
 constexpr int kPause = 20; // milliseconds
 
 void Show(Qt::CursorShape shape)
 {
     const QCursor* const cursor = QGuiApplication::overrideCursor();
-    // The toolkit sets one when the drag begins, and takes it back at the end.
+    // The toolkit sets one when the drag begins, and removes it at the end.
     if (cursor != nullptr && cursor->shape() != shape)
         QGuiApplication::changeOverrideCursor(QCursor(shape));
 }

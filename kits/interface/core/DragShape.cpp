@@ -21,7 +21,7 @@ DragShape::DragShape(const QPixmap& picture)
 
 bool DragShape::eventFilter(QObject* watched, QEvent* event)
 {
-    // The toolkit makes that window when the drag begins, another one for another screen, and tells nobody which it is.
+    // The toolkit makes this window when the drag begins, and another one for another screen, and announces neither.
     constexpr const char* kClass = "QShapedPixmapWindow";
     if (event->type() == QEvent::PlatformSurface && watched->inherits(kClass) && watched->isWindowType() &&
         static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)

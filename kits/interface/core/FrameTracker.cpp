@@ -39,7 +39,7 @@ PixelRect FrameTracker::Wanted() const
 
 bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)
 {
-    // A window that only gets another size stays where it is seen.
+    // A window that only changes its size stays where it is visible.
     fElsewhere = fElsewhere && frame.left == fFrame.left && frame.top == fFrame.top;
     fFrame = frame;
     fSettled = frame;
@@ -48,7 +48,7 @@ bool FrameTracker::Ask(const PixelRect& frame, bigtime_t now)
         return false;
     fRescaling = false;
     fPending = fPending || !SameSize(frame, fActual);
-    // A tiling window manager may have changed its mind: it is asked all the same.
+    // A tiling window manager may have changed its mind, so the window asks again.
     if (!fElsewhere)
         fActual = WithPlace(fActual, frame.left, frame.top);
     return true;
@@ -66,7 +66,7 @@ void FrameTracker::Rescale(int32 left, int32 top, bigtime_t now)
     fActual = WithPlace(fActual, left, top);
     if (fZoomed)
         return;
-    // If it is granted at once nothing is reported: in logical pixels nothing has changed.
+    // If the request is granted at once, nothing is reported: in logical pixels nothing has changed.
     fActual = WithSize(fActual, fFrame.Width(), fFrame.Height());
     fPending = true;
     fRescaling = true;
@@ -101,7 +101,7 @@ bool FrameTracker::ReportSize(int32 width, int32 height, bigtime_t now)
     const PixelRect frame = fFrame;
     fActual = WithSize(fActual, width, height);
     if (fPending) {
-        // Of a scale that changes older sizes are reported before and after the wanted one.
+        // While the scale changes, older sizes are reported before and after the wanted one.
         if (!fRescaling && HasWantedSize()) {
             fPending = false;
             fTiled = false;
@@ -135,7 +135,7 @@ bool FrameTracker::SetZoomed(bool zoomed, bigtime_t now)
     fZoomed = zoomed;
     fPending = false;
     if (zoomed) {
-        // Some window managers report the large size before they say what it is.
+        // Some window managers report the large size before the state.
         if (now - fChanged <= kGrace)
             fFrame = fSettled;
         return false;
@@ -163,7 +163,7 @@ bool FrameTracker::GraceOver(int32 limitWidth, int32 limitHeight)
     if (HasWantedSize())
         return false;
     if (!wasRescaling && (fFrame.Width() > limitWidth || fFrame.Height() > limitHeight)) {
-        // It asked for more than the screen has: what it got is what it has.
+        // It asked for more than the screen has, and accepts what it got.
         fFrame = WithSize(fFrame, fActual.Width(), fActual.Height());
     } else {
         fTiled = true;

@@ -12,7 +12,7 @@ namespace kits::KeyInput {
 
 namespace {
 
-/// The byte of a key without a printable character, 0 for none.
+/// Returns the byte of a key without a printable character, or 0.
 char ByteOf(int key)
 {
     switch (key) {
@@ -55,7 +55,7 @@ char ByteOf(int key)
 
 uint32 ModifiersOf(Qt::KeyboardModifiers modifiers)
 {
-    // The command key of the platform is the one that shortcuts have on this one.
+    // The platform's command key is the key that shortcuts use here.
     constexpr std::pair<Qt::KeyboardModifier, uint32> kKeys[] = {{Qt::ShiftModifier, B_SHIFT_KEY},
                                                                  {Qt::ControlModifier, B_COMMAND_KEY},
                                                                  {Qt::MetaModifier, B_CONTROL_KEY},

@@ -25,7 +25,7 @@ namespace {
 BPoint sWhere;
 uint32 sButtons = 0;
 uint32 sModifiers = 0;
-BView* sInside = nullptr; ///< the view that the pointer is in
+BView* sInside = nullptr; ///< the view that contains the pointer
 ClickCounter sClicks;
 
 uint32 ButtonsOf(Qt::MouseButtons buttons)
@@ -64,7 +64,7 @@ void TellTransit(BView* view, BPoint screenPoint, uint32 transit, const BMessage
 {
     std::unique_ptr<BMessage> message = MakeMessage(B_MOUSE_MOVED, view->ConvertFromScreen(screenPoint));
     message->AddInt32("transit", static_cast<int32>(transit));
-    // It lives until this returns, and so does the delivery.
+    // The message lives until this returns, and so does the delivery.
     if (dragMessage != nullptr)
         message->AddPointer("drag", dragMessage);
     Deliver(view, std::move(message));
@@ -78,13 +78,13 @@ WindowImpl* WindowOf(const QObject* receiver)
     return nullptr;
 }
 
-/// Tells views of a move or a press in a window.
+/// Notifies views of a move or a press in a window.
 void WatchWindow(const QObject* receiver, QEvent::Type type)
 {
-    // Over an open menu the pointer is in none of our views.
+    // Over an open menu, the pointer is in none of our views.
     WindowImpl* const impl = QApplication::activePopupWidget() == nullptr ? WindowOf(receiver) : nullptr;
     BWindow* const window = impl != nullptr ? impl->fWindow : nullptr;
-    // The view may have come below a pointer that rests.
+    // The view may have moved under a resting pointer.
     const bool isMove = type == QEvent::MouseMove;
     const bool isPress = type == QEvent::MouseButtonPress && window != nullptr;
     if (isMove || (isPress && window->FindView(window->ConvertFromScreen(sWhere)) != sInside))
@@ -135,13 +135,13 @@ void Watch(QObject* receiver, QEvent* event)
             Drag::NoteRelease(sWhere);
         else if (event->type() == QEvent::MouseMove && Drag::IsUnderWay())
             Drag::NoteMove(sWhere);
-        // A widget gets a copy of what its window got.
+        // A widget gets a copy of its window's event.
         if (receiver->isWindowType() && !Drag::IsUnderWay())
             WatchWindow(receiver, event->type());
         break;
     }
     case QEvent::Leave:
-        // Where it went is asked, not taken from the event: that also comes when something grabs the pointer.
+        // The place is queried, not taken from the event: a leave also comes when something grabs the pointer.
         if (const WindowImpl* window = WindowOf(receiver); window != nullptr && !Drag::IsUnderWay()) {
             sWhere = PointOf(QCursor::pos());
             const BRect content = window->fWindow->Bounds();

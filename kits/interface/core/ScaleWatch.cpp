@@ -25,7 +25,7 @@ namespace kits::ScaleWatch {
 namespace {
 
 bool sIsDue = false;
-/// What the toolkit's own windows were last seen with.
+/// The last known scale of the toolkit's own windows.
 double sScale = 1;
 
 double MainScale()
@@ -35,9 +35,9 @@ double MainScale()
 }
 
 /// The toolkit compares logical sizes: at the first scale other than 1 it would keep its picture, which has another
-/// size in pixels. One of no use is made anew before it is painted on, and not written to until then, also when the
-/// window is minimised. All of a window that comes to a screen is painted, with everything that depends on it taken
-/// anew.
+/// size in pixels. This makes the toolkit discard the picture and make a new one before the next painting, also in a
+/// minimised window; nothing writes to it until then. When a window comes to a screen, the toolkit paints it whole and
+/// recomputes everything that depends on the screen.
 void PaintAnew(QWidget& widget)
 {
     if (QBackingStore* const store = widget.backingStore())
@@ -86,7 +86,7 @@ void Follow()
     sIsDue = false;
     ScreenList::Read();
     const bool isNew = std::exchange(sScale, MainScale()) != MainScale();
-    // The styles draw the parts of controls once, and look for them without regard to the scale.
+    // Styles draw the parts of controls once, and look them up without regard to the scale.
     if (isNew)
         QPixmapCache::clear();
     // A hook may close windows.
@@ -105,7 +105,7 @@ void Follow()
 
 void Changed()
 {
-    // Reports of the system come outside of any event, and so without the interface lock.
+    // The system's reports come outside of any event, and so without the interface lock.
     if (!std::exchange(sIsDue, true))
         QMetaObject::invokeMethod(qGuiApp, Follow, Qt::QueuedConnection);
 }
@@ -124,7 +124,7 @@ bool IsButtonDown()
 
 double ScaleOf(const QWidget& widget)
 {
-    // Windows have scales of their own there. Elsewhere the toolkit may hear of its windows' scale later.
+    // On Wayland windows have scales of their own. Elsewhere the toolkit may learn of its windows' scale later.
     static const bool isWayland = IsWayland();
     const QScreen* const screen = widget.screen();
     return isWayland || screen == nullptr ? widget.devicePixelRatioF() : screen->devicePixelRatio();

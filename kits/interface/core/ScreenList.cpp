@@ -42,7 +42,7 @@ void Read()
         const Screen known{FromQt(screen->geometry()), FromQt(screen->availableGeometry())};
         screens.insert(screen == main ? screens.begin() : screens.end(), known);
     }
-    // Without any screen the last ones are kept: windows have to be somewhere.
+    // Without any screen, the last ones are kept: windows have to be somewhere.
     if (screens.empty() || screens == sScreens)
         return;
     const bool isFirst = sScreens.empty();
@@ -101,7 +101,7 @@ PixelRect PutInReach(const PixelRect& content, int32 titleHeight)
 
 PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens)
 {
-    // What the hand takes hold of: as high as the title, and so much of its width.
+    // The part that the user can take hold of: as high as the title, and this much of its width.
     constexpr int32 kLeastHeight = 8;
     constexpr int32 kLeastWidth = 64;
     const int32 width = std::min(kLeastWidth, content.Width());

@@ -14,7 +14,7 @@ namespace kits::UpdateQueue {
 
 namespace {
 
-/// The views that wait. Hooks add to it and, when they delete views, take out of it, also while it is being emptied.
+/// The waiting views. Hooks add views and, when they delete views, remove them, even while the queue is being emptied.
 std::vector<ViewImpl*> sWaiting;
 
 ViewImpl* TakeFirst()
@@ -25,7 +25,7 @@ ViewImpl* TakeFirst()
     return view;
 }
 
-/// False when the view is gone.
+/// Returns false if the view is gone.
 bool Prepare(ViewImpl& view)
 {
     if (view.fWidgetDirty)
@@ -41,7 +41,7 @@ bool CanDraw(const ViewImpl& view)
     return view.fWindow != nullptr && WindowImpl::Of(view.fWindow).CanShow() && view.IsShownInWindow();
 }
 
-/// False when the view is gone.
+/// Returns false if the view is gone.
 bool Draw(ViewImpl& view)
 {
     if (view.fInvalid.IsEmpty())
@@ -76,9 +76,9 @@ void Flush()
 {
     if (sWaiting.empty())
         return;
-    // First everything takes its place, then what can be seen is drawn: a layout hook moves views that wait as well.
+    // First all views take their places, then the visible ones are drawn: a layout hook moves views that wait as well.
     std::vector<std::weak_ptr<ViewImpl*>> placed;
-    // A hook that resizes its view again and again is not followed for ever.
+    // Stops at some point if a hook keeps resizing its view.
     for (size_t budget = 1000 + 8 * sWaiting.size(); budget > 0 && !sWaiting.empty(); budget--) {
         ViewImpl* const view = TakeFirst();
         if (Prepare(*view))
@@ -86,7 +86,7 @@ void Flush()
     }
     ScreenCopy screen;
     for (const std::weak_ptr<ViewImpl*>& waiting : placed) {
-        // The token itself must not be held over Draw: it would say of a view that Draw deletes that it is still there.
+        // Holding the token itself over Draw would make a view that Draw deletes look alive.
         ViewImpl* const view = waiting.expired() ? nullptr : *waiting.lock();
         if (view != nullptr && CanDraw(*view) && Draw(*view))
             view->ShowDirty(screen);

@@ -18,7 +18,7 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
 BView::~BView()
 {
     RemoveSelf();
-    // Children are gone before what they draw on.
+    // Destroys the children before the surface on which they draw.
     while (!fImpl->fChildren.empty()) {
         const std::unique_ptr<BView> child = std::move(fImpl->fChildren.back());
         fImpl->fChildren.pop_back();
@@ -58,7 +58,7 @@ bool BView::RemoveSelf()
     impl.Detach();
     const auto place = std::find_if(siblings->begin(), siblings->end(),
                                     [this](const std::unique_ptr<BView>& view) { return view.get() == this; });
-    // A detach hook may have taken it out already.
+    // A detach hook may have removed it already.
     if (place == siblings->end())
         return false;
     place->release();
@@ -184,7 +184,7 @@ void BView::ResizeToPreferred()
 
 void BView::MessageReceived(BMessage* message)
 {
-    // What was dropped and isn't wanted goes back to who dragged it, so that nobody waits for an answer.
+    // An unwanted drop goes back to its sender, so that nobody waits for an answer.
     if (message->WasDropped() && message->ReturnAddress().IsValid())
         message->SendReply(B_MESSAGE_NOT_UNDERSTOOD);
     else

@@ -19,7 +19,7 @@ constexpr double kWhole = 100;
 
 class ViewAccess;
 
-/// One part of a view. It belongs to the view's interface.
+/// One part of a view. The view's interface owns it.
 class PartAccess : public QAccessibleInterface, public QAccessibleValueInterface {
 public:
     PartAccess(ViewAccess* owner, int index)
@@ -71,7 +71,7 @@ public:
             QAccessible::deleteAccessibleInterface(id);
     }
 
-    /// Null when the view is gone.
+    /// Returns null if the view is gone.
     const BView* View() const { return isValid() && fPane->Impl() != nullptr ? fPane->Impl()->fView : nullptr; }
     std::vector<AccessiblePart> Parts() const
     {

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The archived frame, when a view can have it.
+/// Returns the archived frame, if a view can have it.
 BRect FrameIn(const BMessage* archive)
 {
     BRect frame(0, 0, 0, 0);

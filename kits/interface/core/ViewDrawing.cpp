@@ -101,7 +101,7 @@ void ViewImpl::DrawInvalid()
     const PixelRect outerClip = fDrawClip;
     fInDraw = true;
     fDrawClip = invalid;
-    // A view that has drawn nothing needs no words: its pane has its colour, and words begin as that.
+    // A view that has drawn nothing needs no pixels: its pane shows the view colour, and so would new pixels.
     if (fBitmap == nullptr && !fSurface.Exists() && fViewColor != B_TRANSPARENT_COLOR)
         fDirty.Add(invalid);
     else
@@ -121,7 +121,7 @@ void ViewImpl::QueuePending()
 
 void ViewImpl::ScaleChanged()
 {
-    // The words are of another resolution now: whoever draws gets new ones, and everything is drawn again.
+    // The pixels have an outdated resolution: the next drawing makes new ones, and everything is drawn again.
     if (fSurface.Exists())
         FitSurface();
     InvalidateAll();

@@ -150,7 +150,7 @@ void BView::Show()
     if (fImpl->fHideCount == 0 || --fImpl->fHideCount > 0)
         return;
     fImpl->WidgetChanged();
-    // What was drawn or asked for while it could not be seen.
+    // Draws what was drawn or requested while the view was invisible.
     fImpl->ForEach([](kits::ViewImpl& impl) { impl.QueuePending(); });
 }
 

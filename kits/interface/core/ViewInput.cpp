@@ -33,7 +33,7 @@ void BView::PrecedeInTabOrder(BView* next)
 {
     if (!kits::IsMainThread() || fImpl->fPane == nullptr || next->fImpl->fPane == nullptr || next->Parent() != Parent())
         return;
-    // Windows walk the children of widgets, which stand as they are stacked.
+    // Windows visit the children of widgets in stacking order.
     fImpl->fPane->stackUnder(next->fImpl->fPane);
 }
 

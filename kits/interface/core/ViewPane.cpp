@@ -22,7 +22,7 @@ namespace kits {
 
 namespace {
 
-/// The words of a rectangle to another picture of words, as they are. Both hold the rectangle.
+/// Copies the pixels of a rectangle to another picture, unchanged. Both pictures contain the rectangle.
 void CopyWords(const Surface& surface, const PixelRect& rect, uchar* bits, qsizetype bytesPerLine, QPoint offset)
 {
     const auto stride = static_cast<size_t>(surface.DeviceWidth());
@@ -33,7 +33,7 @@ void CopyWords(const Surface& surface, const PixelRect& rect, uchar* bits, qsize
         std::memcpy(to, from, length);
 }
 
-/// The picture behind a painter when opaque words can be copied into it one for one; null otherwise.
+/// Returns the picture behind a painter if opaque pixels can be copied into it one for one, otherwise null.
 QImage* PictureBehind(const QPainter& painter)
 {
     QPaintDevice* const device = painter.paintEngine()->paintDevice();
@@ -84,7 +84,7 @@ void ViewPane::LeaveWindow()
 
 bool ViewPane::event(QEvent* event)
 {
-    // A view that is gone has no say in anything but the end of its widget.
+    // Once the view is gone, the widget's only event of interest is its own end.
     if (fImpl == nullptr && event->type() != QEvent::DeferredDelete)
         return true;
     return QWidget::event(event);
@@ -95,9 +95,9 @@ void ViewPane::paintEvent(QPaintEvent* event)
     const Surface& surface = fImpl->fSurface;
     const PixelRect frame = fImpl->PixelFrame();
     QPainter painter(this);
-    // The scale may have changed since it was drawn: drawing at the new one comes next.
+    // The scale may have changed since the drawing: drawing at the new scale comes next.
     const bool isOfThisScale = surface.Exists() && std::abs(surface.Grid().Scale() - devicePixelRatioF()) < 1e-3;
-    // Drawing into a view that was resized since comes next, with the new size.
+    // The view was resized since the drawing: drawing at the new size comes next.
     if (!isOfThisScale || surface.Width() != frame.Width() || surface.Height() != frame.Height()) {
         const rgb_color color = fImpl->fViewColor;
         if (color != B_TRANSPARENT_COLOR)
@@ -105,14 +105,14 @@ void ViewPane::paintEvent(QPaintEvent* event)
         if (!isOfThisScale)
             return;
     }
-    // What changed is often one column of pixels: the toolkit's way to it is much longer than the copy.
+    // Often only one column of pixels has changed: the toolkit's way of copying it takes much longer than the copy.
     if (QImage* const picture = surface.IsOpaque() && surface.Grid().IsUnit() ? PictureBehind(painter) : nullptr) {
         const QTransform transform = painter.deviceTransform();
         const QPoint offset(qRound(transform.dx()), qRound(transform.dy()));
         const QRect room = picture->rect().translated(-offset);
         const PixelRect common = Intersection({0, 0, surface.DeviceWidth(), surface.DeviceHeight()},
                                               {room.left(), room.top(), room.right() + 1, room.bottom() + 1});
-        // The painter has made the picture's words its own; asking for writable ones may copy them.
+        // The painter has detached the picture's pixels already; asking for writable ones may copy them.
         auto* const bits = const_cast<uchar*>(picture->constBits());
         for (const QRect& rect : event->region()) {
             const PixelRect place =
@@ -128,14 +128,14 @@ void ViewPane::paintEvent(QPaintEvent* event)
     painter.setCompositionMode(surface.IsOpaque() ? QPainter::CompositionMode_Source
                                                   : QPainter::CompositionMode_SourceOver);
     const PixelGrid& grid = surface.Grid();
-    // On Wayland a window may have its new scale before it has a picture of that scale to paint on.
+    // On Wayland, a window may have its new scale before it has a picture of that scale to paint on.
     if (std::abs(painter.deviceTransform().m11() - grid.Scale()) > 1e-3) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(QRectF(0, 0, surface.Width(), surface.Height()), image);
         return;
     }
     if (!grid.IsUnit()) {
-        // In the screen's own pixels, so that nothing is stretched or smoothed.
+        // In screen pixels, so that nothing is stretched or smoothed.
         const QTransform device = painter.deviceTransform();
         const QTransform wanted =
             QTransform::fromTranslate(std::floor(device.dx() + 0.5), std::floor(device.dy() + 0.5));
@@ -163,7 +163,7 @@ void ViewPane::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ViewPane::mouseMoveEvent(QMouseEvent*)
 {
-    // Views are told by the pointer's place, see Pointer. Taken, so that it does not go to the parent.
+    // Pointer notifies views by the pointer's place. The event is accepted, so that it does not go to the parent.
 }
 
 void ViewPane::mouseReleaseEvent(QMouseEvent* event)
@@ -186,7 +186,7 @@ bool ViewPane::UseClipboard(const QKeyEvent& event)
 
 void ViewPane::keyPressEvent(QKeyEvent* event)
 {
-    // The toolkit makes a request for the menu of the menu key only.
+    // The toolkit requests the context menu only for the menu key.
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         RequestMenu();
         return;
@@ -207,7 +207,7 @@ void ViewPane::focusOutEvent(QFocusEvent*)
 
 void ViewPane::contextMenuEvent(QContextMenuEvent* event)
 {
-    // A click of the mouse comes as a press of its button.
+    // A mouse click arrives as a press of its button.
     if (event->reason() == QContextMenuEvent::Keyboard)
         RequestMenu();
 }

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    QWidget* fChild; ///< our parent: it outlives us
+    QWidget* fChild; ///< the parent owns this object, so it outlives it
 };
 
 } // namespace
@@ -70,7 +70,7 @@ void FillView(BView* view, QWidget* child)
     child->setParent(pane);
     new Filler(pane, child);
     pane->setFocusProxy(child);
-    // Of what has parts, one takes the focus for all, and a policy set here would be that part's too.
+    // In a widget with parts, one part takes the focus for all, and a policy set here would apply to that part too.
     const QWidget* focused = child;
     while (focused->focusProxy() != nullptr)
         focused = focused->focusProxy();

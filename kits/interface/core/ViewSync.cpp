@@ -9,7 +9,7 @@
 
 #include <utility>
 
-// How a view's widget is brought to the view's state.
+// Brings a view's widget to the view's state.
 
 namespace kits {
 
@@ -51,8 +51,8 @@ void ViewImpl::SyncWidget()
     const PixelRect frame = PixelFrame();
     const QRect geometry(frame.left, frame.top, frame.Width(), frame.Height());
     if (fPane->geometry() != geometry) {
-        // An opaque widget's pixels would be moved by the display, which then shows some that are painted in the same
-        // turn as they were before.
+        // The display would move an opaque widget's pixels, and would then show some that are painted in the same turn
+        // in their old state.
         fPane->setAttribute(Qt::WA_OpaquePaintEvent, false);
         fPane->setGeometry(geometry);
     }
@@ -68,7 +68,7 @@ void ViewImpl::SyncWidget()
         fPane->setAccessibleName(name);
     if (QWidget* content = fPane->focusProxy(); content != nullptr && content->accessibleName() != name)
         content->setAccessibleName(name);
-    // What stands on the view colour, labels for example, gets its text colour from the palette.
+    // Children on the view colour, such as labels, get their text colour from the palette.
     if (!fPane->children().isEmpty() && fViewColor != B_TRANSPARENT_COLOR) {
         const QColor color(fViewColor.red, fViewColor.green, fViewColor.blue);
         if (fPane->palette().color(QPalette::Window) != color) {
@@ -99,7 +99,7 @@ void ViewImpl::ShowDirty(ScreenCopy& screen)
             if (screen.Add(rect))
                 continue;
             QRect changed(rect.left, rect.top, rect.Width(), rect.Height());
-            // At a broken scale the toolkit's own rounding may be off by a pixel.
+            // At a fractional scale the toolkit's own rounding may be off by a pixel.
             if (!fSurface.Grid().IsUnit())
                 changed.adjust(-1, -1, 1, 1);
             fPane->update(changed);

@@ -92,7 +92,7 @@ void ViewImpl::CallAttachHooks()
     RefreshViewColor();
     fView->ViewColorChanged();
     fView->AttachedToWindow();
-    // Hooks add, remove and delete views, also this one: look anew after each.
+    // Hooks add, remove and delete views, including this one, so the search restarts after each.
     while (!self.expired() && fHooksCalled) {
         ViewImpl* child = ChildWithHooks(false);
         if (child == nullptr) {

@@ -72,7 +72,7 @@ BWindow::~BWindow()
 
 void BWindow::Quit()
 {
-    // It is out of sight at once, also when something has to end before it can go.
+    // It disappears at once, even if something has to end before it can be destroyed.
     fImpl->fHideCount = 1;
     fImpl->InMain([impl = fImpl.get()] { impl->HideWidget(); });
     BLooper::Quit();

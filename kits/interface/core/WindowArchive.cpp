@@ -15,7 +15,7 @@ namespace {
 constexpr const char* kMaximized = "maximised";
 constexpr const char* kFullScreen = "fullscreen";
 
-/// The archived frame, on a screen, when a window can have it.
+/// Returns the archived frame, moved onto a screen, if a window can have it.
 BRect FrameIn(const BMessage* archive)
 {
     BRect frame(0, 0, 100, 100);
@@ -31,7 +31,7 @@ const char* TitleIn(const BMessage* archive)
     return archive != nullptr && kits::kKitFields.Find(*archive, "_title", &title) ? title : "";
 }
 
-/// The number of a field when it lies in its range, else `ifNot`.
+/// Returns the number in a field if it lies in its range, otherwise `ifNot`.
 int32 NumberIn(const BMessage& archive, const char* field, int32 ifNot)
 {
     int32 number = ifNot;

@@ -28,10 +28,10 @@ std::vector<WindowImpl*>& Windows()
     return windows;
 }
 
-/// A window that is not moved for so long, by no button, has arrived.
+/// A window that has not moved for this long, with no button pressed, has arrived.
 constexpr bigtime_t kArrival = 150000;
 
-/// The toolkit asks for sizes in whole steps of a logical pixel, which at a broken scale are not whole screen pixels.
+/// The toolkit asks for sizes in whole logical pixels, which at a fractional scale are not whole screen pixels.
 int32 SlackAt(double scale)
 {
     return scale == std::floor(scale) ? 0 : 1;
@@ -88,7 +88,7 @@ void WindowImpl::DeleteViews()
 {
     while (!fChildren.empty()) {
         BView* const view = fChildren.back().get();
-        // A hook of the view may have removed it meanwhile: then it is whoever's that did.
+        // A hook of the view may have removed it meanwhile, and then the view belongs to the remover.
         if (view->RemoveSelf())
             delete view;
     }
@@ -107,12 +107,12 @@ void WindowImpl::ViewLeaves(BView* view)
 
 void WindowImpl::ForEachView(const std::function<void(BView*)>& function) const
 {
-    // Tokens of what is there now: the function may add, remove and delete views.
+    // Tokens of the current views, because the function may add, remove and delete views.
     std::vector<std::weak_ptr<ViewImpl*>> views;
     for (const std::unique_ptr<BView>& child : fChildren)
         ViewImpl::Of(child.get()).ForEach([&](ViewImpl& impl) { views.push_back(impl.fSelf); });
     for (const std::weak_ptr<ViewImpl*>& view : views) {
-        // Held over the call, the token would say of a view that is deleted meanwhile that it is still there.
+        // Holding the token over the call would make a view that is deleted meanwhile look alive.
         ViewImpl* const impl = view.expired() ? nullptr : *view.lock();
         if (impl != nullptr)
             function(impl->fView);
@@ -219,7 +219,7 @@ void WindowImpl::ApplyLimits()
         least.setHeight(frame.Height());
         most.setHeight(frame.Height());
     }
-    // Never in an order that leaves the least above the most.
+    // In an order in which the minimum never exceeds the maximum.
     fPane->setMinimumSize(0, 0);
     fPane->setMaximumSize(most);
     fPane->setMinimumSize(least);
@@ -245,7 +245,7 @@ void WindowImpl::ShowWidget()
     CheckScale();
     fTracker.Show();
     StartGrace();
-    // What it shows is there before it is mapped.
+    // Draws its content before it is mapped.
     UpdateQueue::DrawWindow(*this);
     fPane->WatchWindow();
     if (fMinimized)
@@ -303,7 +303,7 @@ void WindowImpl::SizeReported(int32 width, int32 height)
     const auto differs = [this](int32 extent, float held) {
         return std::abs(static_cast<float>(extent * fScale) - held) > 2 * static_cast<float>(fScale);
     };
-    // A hand that resizes it across the screens gives it the size that it is to have.
+    // If the user resizes it across the screens, it gets the size that the user gives it.
     if (fArrival.IsRunning() && (differs(width, fHeldWidth) || differs(height, fHeldHeight))) {
         fArrival.Stop();
         fTracker.Release();
@@ -312,7 +312,7 @@ void WindowImpl::SizeReported(int32 width, int32 height)
         return;
     LayOut();
     PostFrameMessage(B_WINDOW_RESIZED);
-    // The system is about to paint: what follows the new size is drawn before.
+    // The system is about to paint, so everything that follows the new size is drawn first.
     UpdateQueue::FlushIfIdle();
 }
 
@@ -364,7 +364,7 @@ void WindowImpl::CheckPutBack()
 void WindowImpl::StateReported(bool minimized, Zoom zoom)
 {
     fMinimized = minimized;
-    // A minimised window keeps what it will be again.
+    // A minimised window keeps its state for the time when it is restored.
     if (!minimized) {
         fSettings.zoom = zoom;
         if (fTracker.SetZoomed(zoom != Zoom::kNone, system_time())) {
@@ -413,15 +413,15 @@ void WindowImpl::CheckScale()
     ForEachView([](BView* view) { ViewImpl::Of(view).ScaleChanged(); });
     const QWindow* const window = fPane->windowHandle();
     const bool hasWindow = window != nullptr && window->handle() != nullptr;
-    // Where windows know no place the system scales them.
+    // Where windows know no place, the system scales them.
     if (!hasWindow || fTracker.IsPlaceless())
         return;
     if (isSameScreen) {
         Rescale();
         return;
     }
-    // On its way to another screen a window stays as large as it is under the hand that moves it. Larger or smaller it
-    // might belong to the screen before again, and so on.
+    // On its way to another screen, a window stays as large as it is under the pointer that moves it. Larger or
+    // smaller, it might belong to the previous screen again, and so on.
     if (!fArrival.IsRunning()) {
         fHeldWidth = static_cast<float>(fTracker.Content().Width() * before);
         fHeldHeight = static_cast<float>(fTracker.Content().Height() * before);
@@ -479,7 +479,7 @@ void WindowImpl::Rescale()
 void WindowImpl::PaintRescaled()
 {
     LayOut();
-    // What it shows is there before it is painted.
+    // Draws its content before it is painted.
     UpdateQueue::DrawWindow(*this);
     ApplyLimits();
     if (fSettings.zoom != Zoom::kNone) {

@@ -12,7 +12,7 @@ namespace kits::WindowKeys {
 
 namespace {
 
-/// Goes with the window.
+/// Destroyed with the window.
 class Watcher : public QObject {
 public:
     explicit Watcher(QWidget& window)

@@ -29,7 +29,7 @@ namespace kits {
 
 namespace {
 
-/// What shines through them is another thing now.
+/// The background that shines through them has changed.
 void RepaintDesktopWindows()
 {
     for (const WindowImpl* window : WindowImpl::All())
@@ -51,7 +51,7 @@ Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
     case B_BORDERED_WINDOW_LOOK:
         return flags | Qt::FramelessWindowHint;
     case B_MODAL_WINDOW_LOOK:
-        // No buttons. One that shuts out the others is a dialog, and can be closed as dialogs can.
+        // No buttons. A modal window is a dialog, and can be closed as dialogs can.
         if (settings.feel != B_MODAL_APP_WINDOW_FEEL)
             return flags | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
         flags |= Qt::Dialog;
@@ -81,8 +81,8 @@ Zoom ZoomOf(Qt::WindowStates states)
     return states & Qt::WindowMaximized ? Zoom::kMaximized : Zoom::kNone;
 }
 
-/// What the keyboard can stand on, in the order of the views. The toolkit's own order is that in which widgets were
-/// made, and views may come late: a page when it is first shown.
+/// Collects the widgets that can take the focus, in the order of the views. The toolkit's own order is that of
+/// creation, and views may come late, such as a page when it is first shown.
 void AddStops(const QWidget& within, std::vector<QWidget*>& stops)
 {
     for (QObject* const object : within.children()) {
@@ -163,7 +163,7 @@ void WindowPane::Activate()
     activateWindow();
 }
 
-// Of the system's window alone: the widget would be made anew.
+// Sets this on the system's window only: on the widget, the toolkit would recreate the window.
 void WindowPane::AcceptFocus(bool accept)
 {
     if (fWatched != nullptr && !IsWayland()) {
@@ -197,14 +197,14 @@ bool WindowPane::IsOfItsScale(QEvent::Type report)
         return true;
     if (ScaleWatch::ScaleOf(*this) == fImpl->Scale())
         return true;
-    // The toolkit computes with a new scale that the window has not followed yet: it still has its old pixels.
+    // The toolkit uses a new scale that the window has not followed yet: the window still has its old pixels.
     ScaleWatch::Changed();
     return report == QEvent::Expose;
 }
 
 bool WindowPane::eventFilter(QObject* watched, QEvent* event)
 {
-    // The system's own reports. What the widget itself is told comes at once when it is resized, confirmed or not.
+    // The system's own reports. The widget's own events come at once when it is resized, confirmed or not.
     if (fImpl != nullptr && watched == fWatched && IsOfItsScale(event->type())) {
         switch (event->type()) {
         case QEvent::Resize: {
@@ -213,7 +213,7 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
             break;
         }
         case QEvent::Move: {
-            // Where windows can't know their place it says nothing.
+            // Where windows cannot know their place, the system reports none.
             if (IsWayland())
                 break;
             const QPoint place = static_cast<QMoveEvent*>(event)->pos();
@@ -239,7 +239,7 @@ void WindowPane::paintEvent(QPaintEvent* event)
     if (!IsOfDesktop() || DesktopLayer::HasCompositor())
         return;
     const rgb_color color = DesktopColor::Get();
-    // What was painted before shows another one.
+    // The old painting shows another colour.
     if (color != fDesktopColor)
         update();
     fDesktopColor = color;
@@ -248,7 +248,7 @@ void WindowPane::paintEvent(QPaintEvent* event)
 
 void WindowPane::closeEvent(QCloseEvent* event)
 {
-    // The window decides, and goes by itself.
+    // The window decides, and closes by itself.
     event->ignore();
     if (!(fImpl->fSettings.flags & B_NOT_CLOSABLE))
         fImpl->fWindow->PostMessage(B_QUIT_REQUESTED);
@@ -281,7 +281,7 @@ bool WindowPane::focusNextPrevChild(bool next)
 {
     std::vector<QWidget*> stops;
     AddStops(*this, stops);
-    // With a single one the key is the view's.
+    // With a single widget, the key is the view's.
     if (stops.size() < 2)
         return false;
     const auto current = std::find(stops.begin(), stops.end(), focusWidget());

@@ -11,14 +11,14 @@ namespace {
 
 constexpr uint32 kOpaque = 0xFF000000;
 
-/// The columns (or rows) that `from` moves to, for a copy by edges between device pixels.
+/// Returns the quotient rounded to the nearest integer, halves up.
 int32 HalfwayRounded(int64 numerator, int64 denominator)
 {
     return static_cast<int32>((2 * numerator + denominator) / (2 * denominator));
 }
 
-/// Stores a row of a picture as it is shown; true when there are transparent pixels. The hot loop of a caption over a
-/// chart: without branches and calls, several words at once.
+/// Stores a row of a picture as it is shown; returns true if it has transparent pixels. This is the hot loop of a
+/// caption over a chart: without branches and calls, several pixels at once.
 bool Store(const uint32* from, uint32* to, int32 count)
 {
     uint32 transparent = 0;
@@ -42,7 +42,7 @@ Canvas::Canvas(uint32* words, int32 stride, PixelRect bounds, Kind kind, const P
     , fGrid(grid)
     , fKind(kind)
 {
-    // A clip in logical pixels that holds every device pixel keeps lines from walking far outside.
+    // A clip in logical pixels that contains every device pixel keeps lines from walking far outside.
     const auto reach = [&](int32 size) { return static_cast<int32>(size / grid.Scale()) + 2; };
     fClip = {-1, -1, reach(bounds.right), reach(bounds.bottom)};
 }
@@ -127,7 +127,7 @@ void Canvas::StrokeLine(int32 fromX, int32 fromY, int32 toX, int32 toY, uint32 w
     const int64 width = std::abs(static_cast<int64>(toX) - fromX);
     const int64 height = std::abs(static_cast<int64>(toY) - fromY);
     const bool steep = height > width;
-    // Along the longer side, always from its low end: the same pixels in both directions.
+    // Along the longer side, always from its low end, so that both directions give the same pixels.
     int32 start = steep ? fromY : fromX;
     int32 end = steep ? toY : toX;
     int32 across = steep ? fromX : fromY;
@@ -162,7 +162,7 @@ std::vector<int32> Canvas::MapEdges(const PixelGrid& grid, bool vertical, int32 
             const int32 target = targetFrom + (source - sourceFrom);
             return vertical ? grid.EdgeY(target) : grid.EdgeX(target);
         }
-        // The edge is a logical pixel's edge first, so that scaled pictures keep to the pixels that lines keep to.
+        // The edge is first rounded to a logical pixel's edge, so that scaled pictures match the pixels of lines.
         const double target = std::floor(targetFrom + (source - sourceFrom) * ratio + 0.5);
         return vertical ? grid.EdgeY(target) : grid.EdgeX(target);
     };
@@ -226,7 +226,7 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
     bool transparent = false;
     bool complete = true;
     std::vector<uint32> scratch(columns.size());
-    // A bitmap that is drawn onto itself further down is copied from below.
+    // If a bitmap is drawn onto itself further down, the copy starts at the bottom.
     const bool upwards = words == fWords && shifted.top > source.top;
     for (int32 i = 0; i < device.Height(); i++) {
         const int32 y = upwards ? device.bottom - 1 - i : device.top + i;
@@ -237,7 +237,7 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
         }
         const uint32* from = words + static_cast<ptrdiff_t>(sourceRow) * stride;
         uint32* to = Row(y) + device.left;
-        // By way of a scratch row: the picture may be drawn onto itself.
+        // Through a scratch row, because the picture may be drawn onto itself.
         const auto count = static_cast<int32>(columns.size());
         int32 begin = 0;
         int32 end = count;
@@ -271,7 +271,7 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
 
 void Canvas::CopyPixels(const PixelRect& source, int32 toX, int32 toY)
 {
-    // Only pixels that exist are copied; what the clip hides can still be a source.
+    // Copies only existing pixels; pixels hidden by the clip can still be a source.
     PixelRect from = Shifted(source);
     const int32 dx = toX + fOriginX - from.left;
     const int32 dy = toY + fOriginY - from.top;
@@ -346,7 +346,7 @@ void Canvas::DrawCoverage(const CoverageMask& mask, int32 deviceX, int32 deviceY
         uint32* row = Row(y);
         int32 x = place.left;
         while (x < place.right) {
-            // Most of a text is nothing.
+            // Most of a text is empty.
             uint64 several;
             if (place.right - x >= static_cast<int32>(sizeof(several))) {
                 std::memcpy(&several, coverage + x, sizeof(several));
@@ -361,7 +361,7 @@ void Canvas::DrawCoverage(const CoverageMask& mask, int32 deviceX, int32 deviceY
                     row[x] = BlendWords(over ? row[x] : base, full, coverage[x]);
         }
     }
-    // Back to logical pixels, the outer ones.
+    // Back to logical pixels, rounded outwards.
     const double scale = fGrid.Scale();
     const auto outward = [&](int32 pixel, int32 direction) {
         return fGrid.IsUnit() ? pixel : static_cast<int32>(std::floor(pixel / scale)) + direction;

@@ -11,7 +11,7 @@ namespace {
 template <size_t Size> void CopyName(char (&to)[Size], const char* from)
 {
     size_t length = strnlen(from, Size - 1);
-    // A UTF-8 character is taken whole or not at all.
+    // A UTF-8 character is copied whole or not at all.
     while (length > 0 && length == Size - 1 && (static_cast<unsigned char>(from[length]) & 0xC0) == 0x80)
         length--;
     std::memset(to, 0, Size);

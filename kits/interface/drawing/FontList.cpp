@@ -17,7 +17,7 @@ namespace {
 QStringList Families()
 {
     QStringList families = qGuiApp != nullptr ? QFontDatabase::families() : QStringList();
-    // What no BFont can name is not offered.
+    // Names that no BFont can hold are not offered.
     families.removeIf([](const QString& name) {
         return QFontDatabase::isPrivateFamily(name) || name.toUtf8().size() > qsizetype{B_FONT_FAMILY_LENGTH};
     });
@@ -25,7 +25,7 @@ QStringList Families()
     return families;
 }
 
-/// What orders the styles of a family.
+/// The properties that order the styles of a family.
 struct Style {
     QString name;
     int stretch = QFont::Unstretched;
@@ -37,7 +37,7 @@ struct Style {
         const int away = std::abs(stretch - QFont::Unstretched);
         return std::tuple(away, stretch, weight, slant, name);
     }
-    /// How far it is from the regular one.
+    /// The distance from the regular style.
     auto Distance() const
     {
         return std::tuple(std::abs(stretch - QFont::Unstretched), slant != QFont::StyleNormal,
@@ -45,7 +45,7 @@ struct Style {
     }
 };
 
-/// The toolkit knows how wide the letters of a style are, and does not tell: their names do.
+/// The toolkit knows the width of a style's letters but does not report it: the names do.
 int StretchOf(const QString& style)
 {
     const auto has = [&style](const char* word) { return style.contains(QLatin1String(word), Qt::CaseInsensitive); };
@@ -138,7 +138,7 @@ status_t get_font_style(const font_family family, int32 index, font_style* style
 
 namespace {
 
-/// The name under which a family is listed, perhaps with its maker in brackets; empty if it is not.
+/// Returns the name under which a family is listed, possibly with its maker in brackets; empty if it is not listed.
 QString ListedFamily(const QStringList& families, const QString& name)
 {
     if (families.contains(name))
@@ -149,7 +149,7 @@ QString ListedFamily(const QStringList& families, const QString& name)
     return found != families.end() && !name.isEmpty() ? *found : QString();
 }
 
-/// Of the styles that have these faces, the one that is nearest to the regular one; of all if none has.
+/// Returns the style nearest to the regular one among those with these faces, or among all if none has them.
 QString StyleWithFace(const QString& family, const std::vector<Style>& styles, uint16 face)
 {
     std::vector<Style> fitting;

@@ -24,7 +24,7 @@ bool Surface::SetSize(int32 width, int32 height, const PixelGrid& grid, uint32 n
     const bool opaqueWord = newWord >> 24 == 0xFF;
     const auto stride = static_cast<size_t>(device.right);
     if (keeps && device.right == fDevice.right) {
-        // Only rows come or go.
+        // Only the number of rows changes.
         fWords.resize(stride * static_cast<size_t>(device.bottom), newWord);
         fOpaque = fOpaque && (opaqueWord || height <= fHeight);
     } else {

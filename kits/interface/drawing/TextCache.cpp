@@ -20,27 +20,27 @@ constexpr size_t kMaxFonts = 16;
 constexpr size_t kNewest = 32;
 constexpr int32 kMaxMaskPixels = 4 * 1024 * 1024;
 
-/// Charts draw figures that change all the time. They are put together from the characters that were rastered once,
-/// which costs a twentieth of laying the text out: figures first, each a part, and what follows them after a blank,
-/// such as a unit, as one more. What was put together is not kept: it hardly comes again.
+/// Charts draw figures that change all the time. The cache composes them from characters that were rasterised once,
+/// which takes a twentieth of the time of laying the text out: each digit is a part, and the text after the figure and
+/// a blank, such as a unit, is one more part. Composed texts are not cached: they hardly come again.
 constexpr std::string_view kFigures = "0123456789.,%+- ";
 
 struct Text {
     std::string text;
     double width = 0; ///< in logical pixels, with its fraction
-    double scale = 0; ///< of what follows; 0 while there is nothing
+    double scale = 0; ///< the scale of the mask; 0 if there is none yet
     double advance = 0;
     std::shared_ptr<const CoverageMask> mask;
 
     size_t Bytes() const { return mask != nullptr ? mask->coverage.size() : 0; }
 };
 
-/// A font that was asked for, and what is known of it.
+/// A requested font, and everything known about it.
 struct Known {
     BFont font;
     QFont rasterFont; ///< in points that are pixels at scale 1
     font_height height;
-    std::array<Text, kFigures.size()> figures; ///< each once it was asked for
+    std::array<Text, kFigures.size()> figures; ///< each one once it was requested
     /// The newest first.
     std::list<Text> texts;
     std::unordered_map<std::string_view, std::list<Text>::iterator> byText;
@@ -59,10 +59,10 @@ struct Known {
 std::mutex sMutex;
 bool sEnabled = false;
 size_t sBytes = 0; ///< of all masks
-/// The font used last first. Addresses stay valid.
+/// The last used font first. Addresses stay valid.
 std::list<Known>& Fonts()
 {
-    // Not destroyed by itself: what a font is made of may be gone by then.
+    // Not destroyed automatically: the resources of a font may be gone by then.
     static auto& fonts = *new std::list<Known>;
     return fonts;
 }
@@ -82,7 +82,7 @@ QFont MakeFont(const BFont& font, double scale)
         made.setFamily(QString::fromUtf8(family));
     if (style[0] != '\0')
         made.setStyleName(QString::fromUtf8(style));
-    // The images that are painted on have 72 dots per inch, so that points are pixels, fractions included.
+    // The images to paint on have 72 dots per inch, so that points are pixels, including fractions.
     made.setPointSizeF(DrawnSize(font) * scale);
     if (font.Face() & B_ITALIC_FACE)
         made.setItalic(true);
@@ -104,7 +104,7 @@ void SetPixelDots(QImage& image)
     image.setDotsPerMeterY(kDotsPerMeter);
 }
 
-/// What metrics and fonts are measured against.
+/// The device against which metrics and fonts are measured.
 const QImage& Device()
 {
     static const QImage device = [] {
@@ -181,7 +181,7 @@ Text& KnownText(Known& known, std::string_view text)
         known.texts.splice(known.texts.begin(), known.texts, found->second);
         return known.texts.front();
     }
-    // Some stay in any case, whatever the other fonts keep.
+    // Some always stay, however much the other fonts keep.
     while (known.texts.size() > kNewest && (known.texts.size() >= kMaxTexts || sBytes > kMaxBytes)) {
         const Text& oldest = known.texts.back();
         sBytes -= oldest.Bytes();
@@ -195,7 +195,7 @@ Text& KnownText(Known& known, std::string_view text)
     return added;
 }
 
-/// Leaning and turned as the font says, around the start of the base line.
+/// Slants and rotates as the font says, around the start of the base line.
 QTransform TransformOf(const BFont& font)
 {
     QTransform transform;
@@ -209,8 +209,8 @@ std::shared_ptr<const CoverageMask> Raster(const BFont& font, Text& text, double
 {
     QFont rasterFont(MakeFont(font, scale), &Device());
     const QString string = QString::fromUtf8(text.text.data(), static_cast<qsizetype>(text.text.size()));
-    // Letters are as wide as whole pixels make them, at another scale nearly always more or less than that many times
-    // as wide. What has the room for the text at scale 1 has to be enough.
+    // Letters are as wide as whole pixels make them, so at another scale a text is nearly always wider or narrower than
+    // the scaled width. But room for the text at scale 1 has to be enough at every scale.
     text.advance = text.width * scale;
     const double natural = QFontMetricsF(rasterFont, &Device()).horizontalAdvance(string);
     if (natural > text.advance && text.advance > 0)
@@ -237,7 +237,7 @@ std::shared_ptr<const CoverageMask> Raster(const BFont& font, Text& text, double
         painter.setPen(Qt::black);
         painter.drawText(QPointF(0, 0), string);
     }
-    // Only the rows and columns that hold something.
+    // Only the rows and columns with content.
     QRect used;
     for (int y = 0; y < image.height(); y++) {
         const uchar* row = image.constScanLine(y);
@@ -268,7 +268,7 @@ std::shared_ptr<const CoverageMask> Raster(const BFont& font, Text& text, double
     return mask;
 }
 
-/// The text with its mask at the scale.
+/// Returns the text with its mask at the scale.
 Text& RasteredText(Known& known, std::string_view string, double scale)
 {
     Text& text = KnownText(known, string);

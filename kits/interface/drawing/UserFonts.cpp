@@ -15,7 +15,7 @@ namespace {
 
 void Take(BFont* into, const QFont& font)
 {
-    // Only what the user chose: which file the family stands for is found when something is drawn.
+    // Only the user's choice: the font file is found when something is drawn.
     into->SetFamilyAndStyle(font.family().toUtf8().constData(), font.styleName().toUtf8().constData());
     const int dots = QGuiApplication::primaryScreen() != nullptr
                          ? qRound(QGuiApplication::primaryScreen()->logicalDotsPerInchY())

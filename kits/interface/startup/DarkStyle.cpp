@@ -19,9 +19,9 @@ const QString& OwnStyle()
     return name;
 }
 
-/// A little more than 3: frames that are drawn smoothly lose some.
+/// A little more than 3, because smoothly drawn frames lose some contrast.
 constexpr double kFrameContrast = 3.6;
-/// By so much the style darkens the colour of the panel for a frame; per cent.
+/// Percentage by which the style darkens the panel's colour for a frame.
 constexpr int kStyleDarkens = 140;
 constexpr size_t kMostPalettes = 64;
 
@@ -38,7 +38,7 @@ bool IsDark(const QPalette& palette)
     return qGray(palette.color(QPalette::Window).rgb()) < 128;
 }
 
-/// The darkest grey that is seen well enough on the panel.
+/// Returns the darkest grey with enough contrast on the panel.
 QColor FrameOn(const QColor& panel)
 {
     int grey = qGray(panel.rgb());
@@ -69,7 +69,7 @@ bool IsFramed(QStyle::ComplexControl control)
     return control == QStyle::CC_Slider || control == QStyle::CC_ComboBox || control == QStyle::CC_SpinBox;
 }
 
-/// Along the top and the sides of a tab that the style has drawn.
+/// Draws along the top and the sides of a tab that the style has drawn.
 void DrawTabFrame(const QStyleOption& option, QPainter* painter)
 {
     constexpr int kLower = 2; // than the selected one
@@ -83,7 +83,7 @@ void DrawTabFrame(const QStyleOption& option, QPainter* painter)
 
 } // namespace
 
-/// Lends an option another palette for as long as something is drawn with it.
+/// Replaces an option's palette for the duration of a drawing.
 class DarkStyle::FramedPalette {
 public:
     FramedPalette(const DarkStyle* style, const QStyleOption* option, bool isFramed)
@@ -160,7 +160,7 @@ void DarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }
-    // Together with the bar the style draws the marks in the darker one of the two colours that it has in hand.
+    // Together with the bar, the style draws the marks in the darker of the two colours it uses.
     auto* slider = const_cast<QStyleOptionComplex*>(option);
     const SubControls all = slider->subControls;
     slider->subControls = all & ~SubControls(SC_SliderTickmarks);

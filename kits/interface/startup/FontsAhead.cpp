@@ -9,14 +9,14 @@ namespace kits {
 
 FontsAhead::FontsAhead()
 {
-    // The library is the toolkit's: what it was built without is not needed.
+    // The library is the toolkit's: if the toolkit was built without it, nothing is needed.
     const auto read = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "FcInit"));
     if (read == nullptr)
         return;
     try {
         fReader = std::thread([read] { read(); });
     } catch (const std::system_error&) {
-        // No thread to be had: the toolkit reads them when it needs them.
+        // No thread is available: the toolkit reads the fonts when it needs them.
     }
 }
 

@@ -42,27 +42,27 @@ namespace kits {
 
 namespace {
 
-/// Not destroyed by itself: a process that calls exit() somewhere leaves the toolkit as it is.
+/// Not destroyed automatically: a process that calls exit() somewhere leaves the toolkit as it is.
 KitsApplication* sApplication = nullptr;
 QtEventLoop* sLoop = nullptr;
 std::string sError;
 bool sPrefersX11 = false;
 constexpr const char* kPlatform = "QT_QPA_PLATFORM";
 
-/// When the windows of the start have long been drawn.
+/// By then the windows of the start have long been drawn.
 constexpr bigtime_t kQuiet = 3000000;
 Timer* sWhenQuiet = nullptr;
 
 QtMessageHandler sToolkitsHandler = nullptr;
 
-/// Without $XDG_RUNTIME_DIR the toolkit takes a folder under /tmp and says so: nothing that a user could mend.
+/// Without $XDG_RUNTIME_DIR the toolkit uses a folder under /tmp and says so, but the user cannot do anything about it.
 void LeaveOutFolders(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     if (!text.startsWith(QLatin1String("QStandardPaths: ")))
         sToolkitsHandler(type, context, text);
 }
 
-/// What the toolkit says by itself, in file dialogs for example, where its translations are installed.
+/// Installs the toolkit's translations for its own texts, for example in file dialogs.
 void TranslateToolkit()
 {
     if (*CurrentLanguage() == '\0')
@@ -73,7 +73,7 @@ void TranslateToolkit()
         QCoreApplication::installTranslator(translator);
 }
 
-/// The toolkit's application object, and beside it what would take its time later.
+/// Makes the toolkit's application object, and meanwhile starts, on other threads, work that would take time later.
 void MakeApplication(int& argc, char** argv)
 {
     const bool isForX11 = sPrefersX11 && std::getenv(kPlatform) == nullptr &&
@@ -90,7 +90,7 @@ void MakeApplication(int& argc, char** argv)
         sApplication = new KitsApplication(argc, argv);
         settings.Finish();
     }
-    // The programs that this one starts choose for themselves.
+    // Programs that this one starts choose for themselves.
     if (isForX11)
         unsetenv(kPlatform);
 }
@@ -131,11 +131,11 @@ status_t InitInterface(int& argc, char** argv)
 void SetDesktopEntry(const char* name, const char* programName)
 {
     QGuiApplication::setDesktopFileName(QString::fromUtf8(name));
-    // The toolkit takes it for the windows' class.
+    // The toolkit uses it as the class of the windows.
     QCoreApplication::setApplicationName(QString::fromUtf8(programName));
     size_t size = 0;
     const void* const bytes = BApplication::AppResources()->LoadResource(B_RAW_TYPE, "Icon", &size);
-    // No picture file: to read one the toolkit loads every plugin it has for picture files, and asks each.
+    // Not a picture file: to read one, the toolkit would load every picture plugin and ask each.
     uint32 sides[2] = {};
     if (bytes == nullptr || size < sizeof sides)
         return;
@@ -164,7 +164,7 @@ void ExitInterface()
     delete std::exchange(sWhenQuiet, nullptr);
     ForeignDrag::Stop();
     Selections::Stop();
-    // Widgets of windows that went last.
+    // Widgets of windows that were destroyed last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     DesktopColor::Forget();
     Theme::Stop();

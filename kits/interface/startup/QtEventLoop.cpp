@@ -72,12 +72,13 @@ void QtEventLoop::AboutToBlock()
     while (fDispatcherWait.Begin() && fDispatcherWait.Await()) {
         Held();
         const bool wasAll = RunIfOnlyStreams();
-        // The dispatcher takes what is given up outside of any event for older than its loop, and would keep it.
+        // The dispatcher takes deletions requested outside of any event for older than its loop, and would never carry
+        // them out.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         BeginWait();
         if (!wasAll)
             return;
-        // The connection to the display sends then what it has gathered.
+        // Then the connection to the display sends its buffered requests.
         fIsTellingOthers = true;
         emit QAbstractEventDispatcher::instance()->aboutToBlock();
         fIsTellingOthers = false;
@@ -125,7 +126,7 @@ KitsApplication::KitsApplication(int& argc, char** argv)
 
 bool KitsApplication::notify(QObject* receiver, QEvent* event)
 {
-    // Nobody gives up again what another thread would take here, and the rest is the main thread's alone.
+    // A lock taken here on another thread would never be released, and everything below belongs to the main thread.
     if (!IsMainThread()) {
         EventLoop::NoteEventElsewhere();
         return QApplication::notify(receiver, event);
@@ -138,7 +139,7 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
         Mark() { sHandling++; }
         ~Mark() { sHandling--; }
     } const mark;
-    // What is handled in a turn counts on its own.
+    // The handlers of a turn count by themselves.
     std::optional<ChangeScope> scope;
     if (!fLoop->TakesTurns(receiver))
         scope.emplace();
@@ -153,7 +154,7 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
 bool KitsApplication::event(QEvent* event)
 {
     Theme::Watch(event->type());
-    // The session ends, or someone asks the process to go: it quits as by its menu.
+    // The session ends, or someone asks the process to quit: it quits as by its menu.
     if (event->type() == QEvent::Quit && be_app != nullptr) {
         be_app->PostMessage(B_QUIT_REQUESTED);
         return true;

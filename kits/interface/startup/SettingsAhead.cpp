@@ -20,7 +20,7 @@ SettingsAhead::SettingsAhead()
     try {
         fReader = std::thread(read);
     } catch (const std::system_error&) {
-        // No thread to be had.
+        // No thread is available.
         read();
     }
 }

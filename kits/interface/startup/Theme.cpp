@@ -33,7 +33,7 @@ namespace kits::Theme {
 
 namespace {
 
-/// After the start's windows are drawn.
+/// After the windows of the start are drawn.
 constexpr int kAskLater = 300;
 /// Several settings change together.
 constexpr int kAskAgain = 50;
@@ -42,7 +42,7 @@ constexpr const char* kPortalSettings = "org.freedesktop.portal.Settings";
 
 bool sRuns = false;
 DarkSigns sSigns;
-/// What the signs say; nothing: the toolkit's own colours decide.
+/// The verdict of the signs; without one, the toolkit's own colours decide.
 std::optional<bool> sIsDark;
 bool sApplying = false;
 
@@ -60,7 +60,7 @@ void TellViews()
 void Apply()
 {
     sApplying = true;
-    // Without ours: what the toolkit took from the desktop, at its start in some cases.
+    // Without a palette of ours: what the toolkit took from the desktop, in some cases at its start.
     QGuiApplication::setPalette(QPalette());
     const bool toolkitIsDark = IsDarkColor(QGuiApplication::palette().color(QPalette::Base));
     const bool dark = sIsDark.value_or(toolkitIsDark);
@@ -88,7 +88,7 @@ bool GtkFilesAreDark()
     return false;
 }
 
-/// Takes in the signs that can be had without waiting; the portal's is as it was told last.
+/// Reads the signs that are available without waiting; the portal's sign is its last answer.
 void ReadSigns()
 {
     const char* environment = std::getenv("GTK_THEME");
@@ -106,7 +106,7 @@ void Judge()
         SetDesktopIsDark(sSigns.IsDark());
 }
 
-/// A timer that calls once, a moment after it was started last.
+/// Makes a timer that calls once, a moment after its last start.
 QTimer* MakeSoon(void (*call)())
 {
     auto* soon = new QTimer(qApp);
@@ -132,7 +132,7 @@ void FollowFiles()
     if (watcher != nullptr)
         return;
     watcher = new QFileSystemWatcher(qApp);
-    // A file that is replaced has to be watched anew, which its folder tells.
+    // A replaced file must be watched again, which the watch on its folder reports.
     const auto watch = [names] {
         QStringList paths;
         for (const std::string& name : names) {
@@ -152,12 +152,12 @@ void FollowFiles()
     QObject::connect(watcher, &QFileSystemWatcher::fileChanged, qApp, changed);
     QObject::connect(watcher, &QFileSystemWatcher::directoryChanged, qApp, changed);
     watch();
-    // What has changed since the start.
+    // Takes in changes since the start.
     ReadAndJudge();
 }
 
-/// Asks the portal, if it runs. It is started for this on GNOME alone, where it is the only one that knows, and where
-/// programs of the desktop start it as well.
+/// Asks the portal, if it runs. Starts it for this only on GNOME, where nothing else knows, and where the desktop's own
+/// programs start it as well.
 void AskPortal()
 {
     if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
@@ -181,7 +181,7 @@ void AskPortal()
     });
 }
 
-/// Asks the portal, and whenever it says that a setting is another one.
+/// Asks the portal, and asks again whenever it reports a changed setting.
 void FollowPortal()
 {
     if (!sRuns || std::getenv("DBUS_SESSION_BUS_ADDRESS") == nullptr)
@@ -189,7 +189,8 @@ void FollowPortal()
     static QPointer<QTimer> soon;
     if (soon == nullptr) {
         soon = MakeSoon(AskPortal);
-        // Of no certain sender: to look for that would wait for an answer, and this only leads to a question.
+        // From any sender: looking up the portal's name would wait for an answer, and the signal only leads to a
+        // question.
         QDBusConnection::sessionBus().connect(QString(), QString::fromLatin1(kPortalPath),
                                               QString::fromLatin1(kPortalSettings), QStringLiteral("SettingChanged"),
                                               soon, SLOT(start()));
