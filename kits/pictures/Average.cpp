@@ -18,20 +18,20 @@ namespace kits {
 namespace {
 
 constexpr qint64 kMegabyte = 1024 * 1024;
-/// From here on a picture is read smaller.
+/// Pictures of this size or more are read smaller.
 constexpr qint64 kManyBytes = 256 * kMegabyte;
-/// The longer side of what is drawn or read smaller.
+/// The longer side of a picture that is drawn or read smaller.
 constexpr int kSmallSide = 1024;
-/// The largest part of a pixel.
+/// The largest value of a component.
 constexpr uint64_t kMost = 65535;
-/// A picture is converted so many pixels at a time.
+/// A picture is converted this many pixels at a time.
 constexpr int kBandPixels = 1 << 20;
 
-/// A descriptor of a regular file that is not too large, or -1.
+/// Returns a descriptor of a regular file that is not too large, or -1.
 int OpenRegular(const char* path)
 {
     struct stat status;
-    // Opening a device may already do something, and opening a FIFO would wait.
+    // Opening a device may already have effects, and opening a FIFO would wait.
     if (stat(path, &status) != 0 || !S_ISREG(status.st_mode))
         return -1;
     const int file = open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -43,14 +43,14 @@ int OpenRegular(const char* path)
     return -1;
 }
 
-/// The toolkit reads these smaller without having them whole. What has fewer bits to a pixel it would scale afterwards,
-/// which takes more memory than the whole, and loses the palette.
+/// The toolkit reads these smaller without having them whole. Pictures with fewer bits per pixel it would scale
+/// afterwards, which takes more memory than the whole, and loses the palette.
 bool CanBeReadSmaller(QImage::Format format)
 {
     return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32;
 }
 
-/// Chooses the size at which the picture is read. False if there is none at which it may be.
+/// Chooses the size at which the picture is read. Returns false if it may not be read at any size.
 bool ChooseSize(QImageReader& reader)
 {
     const QSize size = reader.size();
@@ -60,7 +60,7 @@ bool ChooseSize(QImageReader& reader)
             reader.setScaledSize(small);
         return true;
     }
-    // Some formats tell their size only when they are read, which ends at the largest allocation.
+    // Some formats reveal their size only during the reading, which ends at the allocation limit.
     if (!size.isValid())
         return true;
     const qint64 pixels = qint64{size.width()} * size.height();
@@ -75,15 +75,15 @@ std::optional<Average> AverageOf(const QImage& picture)
 {
     if (picture.isNull())
         return std::nullopt;
-    // The products of two parts of a thousand million pixels fit.
+    // A thousand million products of two components fit.
     uint64_t red = 0;
     uint64_t green = 0;
     uint64_t blue = 0;
     uint64_t alpha = 0;
     const int step = std::max(1, kBandPixels / picture.width());
     for (int top = 0; top < picture.height(); top += step) {
-        // Sixteen bits a part: palettes, greys and deep colours all become these without loss. Not multiplied by their
-        // opacity: there is a version of the toolkit that multiplies the opacity, too.
+        // Sixteen bits per component: palettes, greys and deep colours all convert to these without loss. Not
+        // premultiplied: one version of the toolkit multiplies the opacity, too.
         const QImage band = picture.copy(0, top, picture.width(), std::min(step, picture.height() - top))
                                 .convertToFormat(QImage::Format_RGBA64);
         if (band.isNull())
@@ -111,7 +111,7 @@ std::optional<Average> AverageOf(const char* path)
     const int descriptor = OpenRegular(path);
     if (descriptor < 0)
         return std::nullopt;
-    // Some formats are told by the name's end alone.
+    // Some formats are recognised only by the suffix of the name.
     QFile file(QFile::decodeName(path));
     if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         close(descriptor);

@@ -16,7 +16,7 @@ namespace {
 template <class Resource> void Limit(Resource resource, rlim_t value)
 {
     rlimit limit;
-    // Whoever started us may have set a lower one.
+    // The process that started us may have set a lower limit.
     if (getrlimit(resource, &limit) != 0)
         return;
     limit.rlim_max = std::min(limit.rlim_max, value);
@@ -33,7 +33,7 @@ void LimitProcess()
     Limit(RLIMIT_CORE, 0);
     // A reader with a thread for each processor would reserve most of the address space for its allocations.
     mallopt(M_ARENA_MAX, 1);
-    // Handlers of cores look at this instead.
+    // Core dump handlers check this instead.
     prctl(PR_SET_DUMPABLE, 0);
 }
 

@@ -7,12 +7,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// average-picture FILE...: prints the average of the first of the files that is a picture: red, green, blue and
-/// opacity, each from 0 to 65535, in one line. Ends with 1 if none is.
+/// average-picture FILE...: prints the average of the first file that is a picture: red, green, blue and opacity, each
+/// from 0 to 65535, in one line. Exits with 1 if none is.
 int main(int argc, char** argv)
 {
     kits::LimitProcess();
-    // No display, and no style of a desktop: only fonts are needed, for text in drawings.
+    // No display and no desktop style: drawings only need fonts, for their text.
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     for (const char* variable : {"QT_QPA_PLATFORMTHEME", "DISPLAY", "WAYLAND_DISPLAY"})
         unsetenv(variable);

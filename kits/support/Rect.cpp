@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Of any float, also those that no integer holds.
+/// Rounds any float, including those that no integer can hold.
 int32 RoundedUp(float value)
 {
     const float up = std::ceil(value);

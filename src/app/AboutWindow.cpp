@@ -65,7 +65,7 @@ bool AboutWindow::QuitRequested()
 
 void AboutWindow::ClearOwnerSlot()
 {
-    // The slot may hold the next about window already.
+    // The slot may already hold the next about window.
     if (fOwnerSlot != nullptr && *fOwnerSlot == this)
         *fOwnerSlot = nullptr;
 }
@@ -120,7 +120,7 @@ void AboutView::Draw(BRect /*update*/)
     const font_height titleHeight = height;
     font = TextFont(kTextSize, false);
     font.GetHeight(&height);
-    // A button in a large font needs more room: the lines stand closer then.
+    // A button in a large font needs more room, so the lines move closer together.
     constexpr float kGaps = 8 + 2 + 10 + 2 + 10 + 4 + 4;
     constexpr float kLines = 6;
     const float room =

@@ -29,7 +29,7 @@ void Autosave::Look()
 void Autosave::Save()
 {
     fSaved = kits::EventLoop::CountChanges();
-    // A write that fails is tried again the next time, and at the end, which says so.
+    // A failed write is repeated the next time, and at the end, which reports it.
     const status_t statuses[] = {fApp.StoreArrangement(), fWriter.Write(*prefs_common), fWriter.Write(*prefs_user)};
     if (std::any_of(std::begin(statuses), std::end(statuses), [](status_t status) { return status != B_OK; }))
         fSaved.reset();

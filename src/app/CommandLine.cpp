@@ -30,7 +30,7 @@ template <typename Number> std::optional<Number> ParseNumber(std::string_view te
     return value;
 }
 
-/// Arguments one after the other, with the values of options.
+/// Steps through the arguments, with the values of options.
 class Arguments {
 public:
     Arguments(int count, const char* const* values)
@@ -82,10 +82,10 @@ bigtime_t Microseconds(double seconds)
     return std::llround(seconds * 1'000'000);
 }
 
-/// What is seen while the arguments are read, beyond what they mean in the end.
+/// Options seen so far, beyond their final meaning.
 struct Seen {
     bool help = false, version = false, snapshot = false, read = false, tell = false;
-    std::string_view snapshotOption, readOption; // options that mean something only with those
+    std::string_view snapshotOption, readOption; // options that require those two
 };
 
 /// @return what is wrong with the option's value, or an empty text

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Most processors that a chart shows one by one: it has no more colours.
+/// The most processors that a chart shows one by one: it has no more colours.
 constexpr int32 kMostSingleProcessors = 8;
 
 constexpr const char* kSources = "ValueProviders";
@@ -23,7 +23,7 @@ void ForEach(BMessage& message, const char* name, const std::function<void(BMess
     }
 }
 
-/// The processor that a source shows, from 0; -1 for a source that shows none by itself.
+/// Returns the processor that a source shows, from 0; -1 if it shows no single one.
 int32 ProcessorOf(const BMessage& source)
 {
     const vptarget_t target = ValueProvider(&source).Target();

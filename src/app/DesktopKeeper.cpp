@@ -106,10 +106,10 @@ void DesktopKeeper::Start(bool again)
 {
     if (!again) {
         be_roster->StartWatching(be_app_messenger, B_REQUEST_DIED | B_REQUEST_LAUNCHED);
-        // One that has come just before is not told of.
+        // A host that has started just before is not reported.
         be_app_messenger.SendMessage(B_REPLICANT_TAKEN);
     }
-    // Its connections end before the process is gone. One that stays has only given up a connection.
+    // A process closes its connections before it is gone. One that stays has only given up a connection.
     for (int i = 0; again && i < kMostPauses && be_roster->IsRunning(kDesktopSignature); ++i)
         snooze(kPause);
     if (!be_roster->IsRunning(kDesktopSignature) && HasDesktopCharts())

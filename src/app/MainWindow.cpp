@@ -23,7 +23,7 @@ constexpr const char* kTitle = "Qel";
 constexpr BRect kDefaultChartFrame(0, 0, 300, 150);
 constexpr BRect kDefaultFrame(0, 0, 300, 200);
 
-/// The rectangle, with its size held to the window's limits; the default where there is none.
+/// Returns the rectangle, with its size held to the window's limits; the default if there is none.
 BRect FindFrame(const BMessage& archive, const char* name, BRect whenAbsent)
 {
     BRect frame;

@@ -27,7 +27,7 @@ int RunSession()
 {
     auto app = std::make_unique<QelApp>();
     if (app->InitCheck() == B_ALREADY_RUNNING || app->InitCheck() == B_TIMED_OUT) {
-        // When it has come to the front, that is all that this start was for.
+        // This start has done its job once the other program has come to the front.
         return EndSecondStart(*app, "qel");
     }
     CanReachOthers("qel", signature);
@@ -53,7 +53,7 @@ int RunWithWindows(char** argv, const CommandLine& line)
 {
     if (!HasMachineToRead("qel"))
         return 1;
-    // The toolkit reads arguments of its own from what it is given; ours are none of them.
+    // The toolkit takes arguments of its own from those it is given; ours are not for it.
     int argc = 1;
     if (kits::InitInterface(argc, argv) != B_OK) {
         std::fprintf(stderr, "qel: %s\n", OneLine(kits::InterfaceError()).c_str());

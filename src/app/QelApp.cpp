@@ -35,7 +35,7 @@ constexpr int16 kHistory = 10;
 constexpr BRect kFirstFrame(50, 50, 400, 200);
 constexpr BRect kFirstPrefsFrame(50, 50, 450, 290);
 
-/// Archives a window; what could not be archived leaves the archive from before.
+/// Archives a window; if that fails, the previous archive stays.
 void Archive(const SmartWindow& window, BMessage* archive)
 {
     BMessage fresh;
@@ -97,7 +97,7 @@ void QelApp::ReadyToRun()
     if (fMode == Mode::kSession) {
         fAutosave = std::make_unique<Autosave>(*this);
         fDesktopKeeper = std::make_unique<DesktopKeeper>(*fAutosave);
-        // Had the colour page painted it when the program was killed, it still is.
+        // If the program was killed while the colour page had painted the desktop, it is still painted.
         BScreen().RestoreDesktop();
         TellAboutKeptFiles({prefs_common, prefs_user});
     }
@@ -228,8 +228,7 @@ bool QelApp::IsAboutToEnd() const
 
 bool QelApp::QuitRequested()
 {
-    // A window that has just closed itself has sent its archive, which may wait behind this request, and behind further
-    // ones.
+    // A window that has just closed has sent its archive, which may wait behind this request, and behind further ones.
     const BMessage* request = CurrentMessage();
     const bool isLast = request != nullptr && request->HasBool("LastRequest");
     if (!isLast && CountMessages() > 0) {
@@ -245,7 +244,7 @@ bool QelApp::QuitRequested()
 void QelApp::CleanUp()
 {
     fDesktopKeeper.reset();
-    // What is being written may take long on a slow disk, and as long as the application is not quit, others find it.
+    // Writing may take long on a slow disk, and until the application has quit, others find it.
     if (fAutosave) {
         fAutosave->Stop();
         prefs_user->ForgetErrors();
@@ -282,7 +281,7 @@ status_t QelApp::StoreArrangement()
         prefs_user->NoteError(fSampler->SavePrefsTo(&settings));
         prefs_user->SetMessage("Sysinfo", &settings);
     }
-    // What is stored now is of this version, whatever it was loaded from.
+    // The store now holds settings of this version, whatever it was loaded from.
     prefs_user->SetString("Version", kVersion);
     return prefs_user->Error();
 }

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// A listener in the place of the charts.
+/// Receives samples in place of the charts.
 class Reader : public BApplication {
 public:
     explicit Reader(const CommandLine& line)
@@ -98,7 +98,7 @@ private:
     {
         Reading reading{source.Target(), source.Flags(), ValueProvider::Name(source.Target(), source.Flags()), 0, {}};
         char caption[ValueProvider::kValueStringLength];
-        // Both the value and its caption advance the smoothing, which has to advance once.
+        // Both the value and its caption advance the smoothing, which must advance once.
         ValueProvider copy = source;
         copy.GetValueString(caption, fSampler.get(), node);
         reading.caption = caption;

@@ -12,13 +12,13 @@
 
 namespace {
 
-/// Length of the UTF-8 sequence at the start of the text; 0 when there is none.
+/// Returns the length of the UTF-8 sequence at the start of the text; 0 if there is none.
 size_t SequenceLength(std::string_view text)
 {
     auto byte = [text](size_t index) { return static_cast<unsigned char>(text[index]); };
     struct Form {
         unsigned char first, last; // of the first byte
-        unsigned char low, high;   // of the second: without overlong forms, surrogates and what is beyond Unicode
+        unsigned char low, high;   // of the second: excludes overlong forms, surrogates and values beyond Unicode
         size_t length;
     };
     static constexpr Form kForms[] = {
@@ -74,7 +74,7 @@ void AddFraction(std::string& json, double fraction)
     json.append(digits.data(), result.ptr);
 }
 
-/// How many columns the text takes on a terminal; names and captions hold no wide characters.
+/// Returns how many columns the text takes on a terminal; names and captions contain no wide characters.
 size_t Columns(std::string_view text)
 {
     return std::count_if(

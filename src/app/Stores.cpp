@@ -14,8 +14,8 @@
 
 namespace {
 
-/// Where the moment of boot cannot be kept, what was measured holds for this run.
-/// @return the line that says so, empty if it is kept or need not be
+/// If the moment of boot cannot be stored, the measured one is used in this run.
+/// @return a line that says so; empty if the moment is stored or need not be
 std::string KeepBootMoment(bool mayWrite)
 {
     BPath path;
@@ -52,7 +52,7 @@ status_t Stores::Save()
 {
     fUser->SetString("Version", kVersion);
     const status_t status = SaveAtEnd({fCommon.get(), fUser.get()}, "qel");
-    // Else it is one of the settings, and the line about them is enough.
+    // Otherwise it is one of the settings, and the line about those is enough.
     if (status == B_OK && !fBootMomentError.empty())
         std::fprintf(stderr, "%s\n", fBootMomentError.c_str());
     return status;

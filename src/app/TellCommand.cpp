@@ -33,14 +33,14 @@ std::vector<BMessage> MessagesFor(const CommandLine& line)
     return messages;
 }
 
-/// Nobody answers these; what comes is that the message has been handled.
+/// Nobody replies to these messages; the automatic reply says that the message has been handled.
 status_t Tell(const BMessenger& application, const BMessage& message)
 {
     const bigtime_t end = system_time() + kLongestWait;
     for (;;) {
         BMessage reply;
         const status_t status = application.SendMessage(&message, &reply, kLongestWait, kLongestWait);
-        // Others stand before its door.
+        // The backlog of its socket may be full of other connections.
         if (status != B_WOULD_BLOCK || system_time() > end)
             return status;
         snooze(kPause);

@@ -14,11 +14,11 @@ namespace {
 
 constexpr bigtime_t kSecond = 1'000'000;
 
-// Places of the columns, counted from the start of the line with the newline before it.
+// Places of the columns, counted from the start of the line, including the newline before it.
 constexpr size_t kFirstColumn = 35;
 constexpr size_t kWideColumn = 38;
 
-/// Bytes that PrintTimeInterval() writes at most, with the zero.
+/// The most bytes that PrintTimeInterval() writes, with the zero.
 constexpr size_t kLongestInterval = 96;
 
 void PadTo(std::string& text, size_t lineStart, size_t width)
@@ -63,7 +63,7 @@ void AddDate(std::string& text, int64 seconds)
     std::tm local{};
     std::array<char, 64> date{};
     if (localtime_r(&time, &local) != nullptr) {
-        // What asctime writes, whatever the locale, also for years that it has no room for.
+        // The format of asctime, whatever the locale, also for years for which that has no room.
         static constexpr const char* kDays[] = {TrLater("Sun"), TrLater("Mon"), TrLater("Tue"), TrLater("Wed"),
                                                 TrLater("Thu"), TrLater("Fri"), TrLater("Sat")};
         static constexpr const char* kMonths[] = {TrLater("Jan"), TrLater("Feb"), TrLater("Mar"), TrLater("Apr"),

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kFolder = "autostart";
 
-/// As a value of an entry: a backslash begins an escape.
+/// Escapes a value of an entry: a backslash begins an escape.
 std::string Escaped(const std::string& text)
 {
     std::string escaped;
@@ -28,7 +28,7 @@ std::string Escaped(const std::string& text)
     return escaped;
 }
 
-/// As one word of a command line: in quotes, in which some characters are escaped, and a percent sign is doubled.
+/// Makes one word of a command line: in quotes, in which some characters are escaped, and a percent sign is doubled.
 std::string Quoted(const std::string& word)
 {
     std::string quoted = "\"";
@@ -60,7 +60,7 @@ status_t OpenFolder(bool createIt, BDirectory* folder)
                                        : BDirectory(settings.PathName().c_str()).CreateDirectory(kFolder, folder);
 }
 
-/// @param entry  what has its name goes first, whatever it is: a killed program may have left it
+/// @param entry  any file with its name is removed first: a killed program may have left it
 status_t WriteNew(BEntry* entry, const std::string& text)
 {
     entry->Remove();

@@ -23,7 +23,7 @@ namespace {
 constexpr bigtime_t kSavePeriod = 4'000'000;
 constexpr uint32 kRefused = 0xffffffff;
 
-/// The size in an archive of a view, held to what can be shown.
+/// Returns the size in a view's archive, held to what the screens can show.
 BRect FrameIn(const BMessage& archive, const std::vector<BRect>& screens)
 {
     BRect frame;
@@ -168,7 +168,7 @@ bool DesktopApp::Perform(BMessage* request)
 
 void DesktopApp::ReadyToRun()
 {
-    // What a killed program left painted.
+    // A killed program may have left the desktop painted.
     BScreen().RestoreDesktop();
     UpdateAutostart();
     const BMessenger alert =
@@ -253,8 +253,8 @@ void DesktopApp::ActivateNext(const ReplicantWindow* window, bool back)
 
 void DesktopApp::UpdateAutostart()
 {
-    // One at a time, so that the last one counts. Waiting for the disk is nothing for the main thread, but for the
-    // rare one that is still at work.
+    // One at a time, so that the last one counts. The main thread waits only for the rare writer that is still running,
+    // not for the disk in general.
     FinishAutostart();
     fAutostartJob.enable = !IsEmpty();
     fAutostart = FireAndForgetThread::Launch(
@@ -304,7 +304,7 @@ status_t DesktopApp::Drain()
     if (status != B_OK)
         PrintSaveError(fStore, status, "qel-desktop");
     else if (fAutostartJob.status != B_OK)
-        PrintAutostartError(); // else there is nothing for the next session to show, and one line is enough
+        PrintAutostartError(); // otherwise the next session has nothing to show, and one line is enough
     return status;
 }
 
@@ -331,7 +331,7 @@ bool DesktopApp::QuitRequested()
 {
     bool isShortcut = false;
     if (CurrentMessage() != nullptr && CurrentMessage()->FindBool("shortcut", &isShortcut) == B_OK && isShortcut) {
-        // Who presses Ctrl+Q means the program as a whole; its charts on the desktop stay.
+        // Ctrl+Q means the program as a whole; its charts on the desktop stay.
         BMessenger(signature).SendMessage(B_QUIT_REQUESTED);
         return false;
     }

@@ -58,7 +58,7 @@ int RunDesktopProgram(int argc, char** argv)
     // The list of sources names the processors of this machine.
     if (!HasMachineToRead("qel-desktop"))
         return 1;
-    // Only there can windows stand on the desktop.
+    // Only there windows can stand on the desktop.
     kits::PreferX11();
     int count = 1;
     if (kits::InitInterface(count, argv) != B_OK) {

@@ -11,13 +11,13 @@
 
 namespace {
 
-/// Of the handle and what is beside it.
+/// Size of the handle and its surroundings.
 constexpr float kReach = 8;
 constexpr float kGap = 8;
 
 bool IsSane(const BRect& frame)
 {
-    // Written so that what is not a number is refused.
+    // The comparison refuses NaN as well.
     return std::abs(frame.left) <= kits::kFarthestPlace && std::abs(frame.top) <= kits::kFarthestPlace &&
            InRange("Frame", static_cast<double>(frame.Width())) &&
            InRange("Frame", static_cast<double>(frame.Height()));
@@ -31,7 +31,7 @@ BRect Span(const std::vector<BRect>& screens)
     return span;
 }
 
-/// The frame moved onto a screen.
+/// Returns the frame moved onto a screen.
 BRect MovedOnto(BRect frame, const BRect& screen)
 {
     const float left = std::max(std::min(frame.left, screen.right - frame.Width()), screen.left);
@@ -102,7 +102,7 @@ BPoint FreePlace(float width, float height, const std::vector<BRect>& others, co
             const auto other = std::find_if(others.begin(), others.end(), covers);
             if (other == others.end())
                 return place.LeftTop();
-            // Nothing above its end is free.
+            // The space above the other's end is taken.
             top = std::max(top, other->bottom);
         }
     }

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Window managers move windows when screens come and go, and when they first see them.
+/// Window managers move windows when screens come and go, and when they first manage them.
 constexpr bigtime_t kSettling = 5'000'000;
 constexpr float kLargestSide = 16383;
 
@@ -77,7 +77,7 @@ bool ReplicantWindow::IsSettled() const
 
 void ReplicantWindow::FrameMoved(BPoint)
 {
-    // The user can have moved it by means of the window manager.
+    // The user may have moved it with the window manager.
     if (Frame() != fApplied && IsSettled())
         Wish();
 }
@@ -90,7 +90,7 @@ void ReplicantWindow::FrameResized(float width, float height)
         if (Frame() != fApplied && IsSettled())
             Wish();
     } else if (Frame() != fApplied) {
-        // The view went first: the user drew at its corner.
+        // The view resized first: the user dragged its corner.
         Wish();
     }
 }

@@ -27,21 +27,21 @@ namespace {
 
 constexpr BRect kSomewhere(0, 0, 5, 5);
 
-/// Between the colour control and what stands beside it; pixels.
+/// Gap between the colour control and its neighbours, in pixels.
 constexpr float kBesideControl = 5;
 constexpr float kAbovePick = 3;
 
-/// The two columns below, as parts of the page's width.
+/// The two columns below, as fractions of the page's width.
 constexpr float kLeftColumn = 0.02f;
 constexpr float kLeftWidth = 0.36f;
 constexpr float kRightColumn = 0.42f;
 constexpr float kRightWidth = 0.56f;
 constexpr float kDividerPart = 2.3f;
 
-/// Picks that follow each other faster than this are quick ones.
+/// Picks at shorter intervals are quick ones.
 constexpr bigtime_t kQuickPick = 500000;
 
-/// What a caption can be antialiased against, in the order of the menu.
+/// The values for a caption's antialiasing, in the order of the menu.
 constexpr int16 kAAChart = 1;
 constexpr int16 kAABackground = 2;
 constexpr int16 kAAAverage = 3;
@@ -109,7 +109,7 @@ void ChartColorTab::MakeAATargetField()
 void ChartColorTab::AllAttached()
 {
     ChartPage::AllAttached();
-    // The first look at the desktop takes longest.
+    // The first reading of the desktop takes longest.
     BScreen(Window()).DesktopColor();
     for (BControl* control : std::initializer_list<BControl*>{fColors, fPick, fTest, fTransparent, fAASlider})
         control->SetTarget(this);
@@ -170,7 +170,7 @@ bool ChartColorTab::HandleChartMessage(uint32 code)
         return true;
     case MSG_TRANSPARENT:
         Chart()->SetTransparent(fTransparent->Value() == B_CONTROL_ON);
-        // The chart itself would only draw it when it next scrolls.
+        // The chart itself would draw it only when it scrolls the next time.
         Chart()->Invalidate();
         return true;
     default:
@@ -261,7 +261,7 @@ void ChartColorTab::LabelAASlider()
 
 void ChartColorTab::SetAATarget(int16 target)
 {
-    // The text's colour is set again so that the chart computes what it fades to.
+    // Setting the text's colour again makes the chart compute the colours to which it fades.
     if (fTarget == kTitle) {
         Chart()->SetTitleAATarget(target);
         Chart()->SetTitleColor(Chart()->TitleColor());
@@ -293,7 +293,7 @@ void ChartColorTab::TakeColor(rgb_color color)
     PostToPage(this, MSG_COLOR_CHANGED);
 }
 
-/// A joke for those who cannot stop.
+/// A joke for users who cannot stop.
 void ChartColorTab::CountPick()
 {
     const bigtime_t now = system_time();
@@ -326,7 +326,7 @@ void ChartColorTab::GetState()
     if (fTarget != kNone) {
         fColors->SetValue(fNoTargetColor);
         fTarget = kNone;
-        // A page that does not show gets no messages, and finds its target as it should be when it is shown.
+        // A hidden page gets no messages, and sets up its target when it is shown.
         if (Looper() != nullptr)
             PostToPage(this, MSG_COLOR_CHANGED);
         else

@@ -26,7 +26,7 @@ namespace {
 constexpr BRect kSomewhere(0, 0, 5, 5);
 constexpr float kGap = 5;
 constexpr float kSmallestSample = 48;
-/// Of the page's width, for the families; the styles have the rest.
+/// The families' fraction of the page's width; the styles have the rest.
 constexpr float kFamiliesPart = 0.58f;
 
 constexpr const char* kValueFontField = "ValueFont";
@@ -111,7 +111,7 @@ void ChartFontsTab::AllAttached()
     fIsShownAgain = true;
     ChartPage::AllAttached();
     fIsShownAgain = false;
-    // What a revert did while it did not show may have made the sample taller.
+    // A revert while the page was hidden may have made the sample taller.
     MinimumSizeChanged();
     SetTargetForItemsRecursive(fTargetField->Menu(), this);
     fFamilies->SetTarget(this);
@@ -169,7 +169,7 @@ void ChartFontsTab::FillStyles(const font_family family)
             fStyles->AddItem(new BStringItem(style));
 }
 
-/// Takes over what can be chosen here of a font, and fills all controls from it.
+/// Takes over those properties of a font that the page offers, and fills all controls from it.
 void ChartFontsTab::ShowFont(const BFont& font)
 {
     fFont.Apply(font, fFont.Mask());
@@ -295,7 +295,7 @@ void ChartFontsTab::Rerender()
     const float sampleTop = Bounds().bottom - kGap - sampleHeight;
     const float sliderTop = sampleTop - kGap - sliderHeight;
     const float listTop = kGap + fieldHeight + kGap;
-    // A window that is to grow for a larger sample may still be too small.
+    // A window that will grow for a larger sample may still be too small.
     const float listHeight = std::max(sliderTop - kGap - listTop, 0.0f);
     const float familiesWidth = std::floor(width * kFamiliesPart);
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int32 kSkipSteps = 50;
 
-/// Where the layout puts things, as parts of the page's width.
+/// Places in the layout, as fractions of the page's width.
 constexpr float kLeftColumn = 0.02f;
 constexpr float kRightColumn = 0.32f;
 constexpr float kRightWidth = 0.66f;
@@ -33,7 +33,7 @@ int16 SkipOf(const BSlider* slider)
     return static_cast<int16>(slider->Position() * kSkipSteps);
 }
 
-/// "Refresh at every 3rd sysinfo sample". From the fourth on the ending is always "th".
+/// "Refresh at every 3rd sysinfo sample". From the fourth on, the ending is always "th".
 std::string SkipLabel(const char* label, int16 skip)
 {
     const char* const counts[] = {"", Tr("2nd "), Tr("3rd ")};
@@ -55,7 +55,7 @@ BMenuItem* MakeOrientationItem(const char* label, bool vertical)
     return new BMenuItem(label, message);
 }
 
-/// Between the rows on the right, which have room of their own above their labels; pixels.
+/// Gap between the rows on the right, which have room of their own above their labels; pixels.
 constexpr float kSmallestRowGap = 1;
 
 } // namespace
@@ -141,7 +141,7 @@ void ChartGeneralTab::MessageReceived(BMessage* message)
         break;
     case MSG_PAGE_SIZE:
         Chart()->SetPageSize(fPageSize->Position());
-        // Not spelt as GetState() does.
+        // Spelled differently from GetState().
         fPageSize->SetLabel(PercentLabel(Tr("PageSize"), fPageSize->Position()).c_str());
         break;
     case MSG_REFRESH_SKIP:

@@ -18,7 +18,7 @@ void ChartPage::Revert()
 {
     if (fChart == nullptr)
         return;
-    // A chart whose tab does not show has no looper; its settings are put back all the same.
+    // A chart whose tab is hidden has no looper; its settings are restored all the same.
     const bool locked = fChart->LockLooper();
     fChart->LoadPrefsFrom(&fSnapshot);
     fChart->Invalidate();

@@ -108,7 +108,7 @@ bool SysinfoTab::SavePrefsForDD(BMessage*)
 
 void SysinfoTab::ForgetModel()
 {
-    // The application's is looked up each time; this one is not asked for again.
+    // The application's sampler is looked up each time; this one is not used again.
     fSampler = nullptr;
 }
 

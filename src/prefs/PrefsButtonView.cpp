@@ -18,7 +18,7 @@ PrefsButtonView::PrefsButtonView(BRect frame)
 
 void PrefsButtonView::AllAttached()
 {
-    // They stand the other way round than they were made.
+    // They stand in the opposite order of their creation.
     fRevertAll->PrecedeInTabOrder(fCancel);
     fRevert->PrecedeInTabOrder(fCancel);
 }

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What stays free at the edge of the screen for the outline that a window manager draws; pixels.
+/// Free space at the edge of the screen for the frame that a window manager draws; pixels.
 constexpr float kOutline = 8;
 
 } // namespace
@@ -40,7 +40,7 @@ void PrefsWindow::initialise()
     float rowHeight = 0;
     fButtons->GetPreferredSize(&ignored, &rowHeight);
     fTabView = new DDTabView(BRect(bounds.left, bounds.top, bounds.right, bounds.bottom - rowHeight));
-    // The keyboard begins on the pages.
+    // The keyboard focus starts on the pages.
     AddChild(fTabView);
     AddChild(fButtons);
     LayOut(bounds.Width(), bounds.Height());

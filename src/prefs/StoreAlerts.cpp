@@ -20,7 +20,7 @@ std::string ReasonText(status_t status)
     return Filled(Tr("Reason: %1"), {Tr(StoreReason(status))});
 }
 
-/// Where a store lies and what is wrong with it, behind what an alert says before.
+/// Appends where a store lies and what is wrong with it, after the alert's own text.
 void Append(std::string& text, const Preferences& store, status_t status)
 {
     text += "\n\n" + PlaceText(store.Place().directory, store.Place().name) + "\n" + ReasonText(status);

@@ -5,7 +5,7 @@
 
 namespace {
 
-// As many as really end in the seconds that an attempt takes; anybody can send messages that say so.
+// As many as can really end in the seconds of an attempt; anybody can send messages that claim it.
 constexpr size_t kMostGoneTeams = 64;
 
 } // namespace

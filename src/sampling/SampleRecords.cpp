@@ -22,7 +22,7 @@ bool FindRecord(const BMessage* message, const char* field, void* record, size_t
 
 namespace {
 
-/// As many whole records as the field has, at most so many.
+/// Returns as many whole records as the field has, up to a limit.
 template <class Record> std::vector<Record> FindAll(const BMessage* message, const char* field, size_t most)
 {
     const void* data = nullptr;

@@ -74,7 +74,7 @@ void ServerConnection::Disconnect()
     if (connector != nullptr)
         connector->Die();
     fAsker.reset();
-    // The threads are gone, so that nothing they have sent comes behind this.
+    // The threads have ended, so nothing that they have sent comes after this.
     be_roster->StopWatching(fReceiver);
     const BMessage request = Request(MSG_DISCONNECT, fReceiver);
     std::exchange(fServer, BMessenger()).SendMessage(&request);
@@ -146,7 +146,7 @@ void ServerConnection::Connector(ServerConnection* connection)
     if (!connection->LookAfterServer())
         return;
     std::lock_guard lock(connection->fMutex);
-    // Whoever has taken it ends this thread.
+    // If the connector was taken out already, the taker ends this thread.
     if (connection->fState.Now() == Phase::kConnected && connection->fConnector != nullptr)
         std::exchange(connection->fConnector, nullptr)->RequestToQuit();
 }
@@ -175,7 +175,7 @@ void ServerConnection::Attempt()
     }
     if (attempt == 0)
         return;
-    // Before anything else: from here on it is heard when an application ends.
+    // First of all: from here on, the end of an application is reported.
     be_roster->StartWatching(receiver, B_REQUEST_QUIT);
     BMessenger server(fSignature.c_str());
     if (mayLaunch && !server.IsValid()) {

@@ -82,7 +82,7 @@ Sysinfo::~Sysinfo()
         SavePrefsTo(&settings);
         prefs_user->SetMessage("Sysinfo", &settings);
     }
-    // The lock is ours: the thread sleeps or waits for it, so it is not cut off inside a round.
+    // This thread holds the lock, so the sampler's thread sleeps or waits for it, and is not killed inside a round.
     if (fThread != nullptr)
         fThread->Die();
     while (SysinfoNode* node = TakeOldest())
@@ -106,7 +106,7 @@ void Sysinfo::Unlock() const
 
 void Sysinfo::Sample()
 {
-    // The charts draw when the last one has been told and the lock is free.
+    // The charts draw when the last one has been notified and the lock is free.
     const kits::WakeOnce wake;
     Autolock lock(this);
     if (!HasListeners())
@@ -116,7 +116,7 @@ void Sysinfo::Sample()
     while (CountItems() > nodesToKeep)
         delete TakeOldest();
 
-    // The oldest node, not the newest: the test only bites when rounds come faster than the history can span one delay.
+    // The oldest node, not the newest: the test only matters if rounds come faster than the history can span one delay.
     if (CountItems() > 2 && system_time() - static_cast<SysinfoNode*>(LastItem())->Time() < fDelay)
         return;
 
@@ -240,7 +240,7 @@ void Sysinfo::SetSamplingDelay(bigtime_t delay)
     if (delay == fDelay && fThread != nullptr)
         return;
     fDelay = delay;
-    // Ended at once, not asked to: a thread asked would sleep on for one old delay, and a slider asks many times.
+    // Killed at once, not asked to end: it would sleep for one old delay first, and a slider asks many times.
     if (fThread != nullptr)
         fThread->Die();
     LaunchThread();

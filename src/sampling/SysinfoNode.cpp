@@ -24,7 +24,7 @@ CounterDeltas CountersOf(const system_info& info)
     return {info.page_faults, info.used_pages, info.used_sems, info.used_threads, info.used_teams, info.used_ports};
 }
 
-/// What a sample says of a processor that was active for so long in a period that ended with it.
+/// Returns a sample's share of a processor's active time in a period that ended with the sample.
 /// @param period   may be longer than the sample, if samples before could not read the processors
 /// @param elapsed  the sample's length
 bigtime_t ActiveInSample(bigtime_t active, bigtime_t period, bigtime_t elapsed)

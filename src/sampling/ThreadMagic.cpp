@@ -99,7 +99,7 @@ void OwnedPeriodicThread::Die()
 
 void OwnedPeriodicThread::Run()
 {
-    // Also when the thread is killed: its stack is unwound then.
+    // Also runs when the thread is killed: its stack is unwound then.
     struct Ending {
         OwnedPeriodicThread* thread;
         ~Ending()
@@ -109,7 +109,7 @@ void OwnedPeriodicThread::Run()
         }
     } ending{this};
 
-    // A thread without a pause sleeps nowhere, so Die() has to be noticed here.
+    // A thread without a pause never sleeps, so it notices Die() here.
     while (!fQuitRequested && !fDead) {
         (*fWork)();
         if (fPeriod != 0)

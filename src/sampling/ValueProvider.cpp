@@ -83,10 +83,10 @@ double ValueProvider::Fraction(const Sysinfo* sampler, const SysinfoNode* sample
     return static_cast<double>(figure.count) / static_cast<double>(figure.maximum);
 }
 
-/// The first five results are plain running means; from then on each value enters with a sixth.
+/// The first five results are plain running means; from then on, each value counts for a sixth.
 double ValueProvider::Smooth(double value)
 {
-    // One value that is none would otherwise stay in the average for good.
+    // Otherwise one NaN would stay in the average for good.
     if (!std::isfinite(value))
         return value;
     fAccumulator = static_cast<float>(fAccumulator + value);
@@ -110,7 +110,7 @@ void ValueProvider::GetValueString(char* buffer, const Sysinfo* sampler, const S
 void ValueProvider::PrintPercent(char* buffer, double share)
 {
     PrintDecimal(buffer, share * 100.0, "%");
-    // An idle share of nothing may come out a little below: it is computed in single precision.
+    // Computed in single precision, an idle share of nothing may be slightly negative.
     if (std::strcmp(buffer, "-0.0 %") == 0)
         PrintDecimal(buffer, 0, "%");
 }

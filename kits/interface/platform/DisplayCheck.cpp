@@ -36,7 +36,7 @@ bool ConnectsTo(const std::string& path)
     return connected;
 }
 
-/// Looks into the files of the plug-ins, and loads none.
+/// Looks at the files of the plug-ins, and loads none.
 bool HasPlatform(const std::string& name)
 {
     QStringList folders = QCoreApplication::libraryPaths();
@@ -64,7 +64,7 @@ std::unique_ptr<xcb_connection_t, Disconnect> sKept;
 
 bool ReachesX(const std::string& display)
 {
-    // The whole greeting: a server that refuses us is none.
+    // Connects completely: a server that refuses us counts as none.
     std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(display.c_str(), nullptr));
     if (xcb_connection_has_error(connection.get()) != 0)
         return false;
@@ -72,7 +72,7 @@ bool ReachesX(const std::string& display)
     return true;
 }
 
-/// The platform that was asked for by name, without its parameters; "" when it is left to the toolkit.
+/// Returns the platform that was requested by name, without its parameters; "" if the choice is left to the toolkit.
 std::string AskedPlatform(const std::vector<std::string>& arguments, const DisplayCheck::Surroundings& surroundings)
 {
     std::string asked = surroundings.variable("QT_QPA_PLATFORM");
@@ -97,7 +97,7 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
         return !wayland.empty() && surroundings.hasWaylandPlugin() && surroundings.reachesWayland(wayland);
     };
 
-    // Several may be asked for, the first that works being taken.
+    // The user may request several; the first one that works is used.
     std::string asked = AskedPlatform(arguments, surroundings);
     bool isAsked = false;
     std::string unknown;

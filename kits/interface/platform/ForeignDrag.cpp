@@ -22,7 +22,7 @@ namespace kits::ForeignDrag {
 namespace {
 
 std::unique_ptr<XDragWatch> sWatch;
-/// The offer that is dragged over our windows; null when there is none.
+/// The offer that is dragged over our windows, or null.
 std::shared_ptr<ForeignOffer> sOffer;
 
 /// Tells one drag from another.
@@ -32,7 +32,7 @@ struct Identity {
     bool operator==(const Identity&) const = default;
 };
 Identity sIdentity;
-/// False while we tell a window that a drag has left, although the drag goes on.
+/// False while we tell a window that a drag has left, although the drag continues.
 bool sLeaves = true;
 
 Identity IdentityOf(const QMimeData& data)
@@ -131,12 +131,12 @@ void Forget()
 /// Drops that wait for their data.
 std::set<std::shared_ptr<Moment>> sHeld;
 
-/// Carries out a drop whose data have come. The toolkit has forgotten it by then.
+/// Carries out a drop whose data have arrived. The toolkit has forgotten it by then.
 void CarryOut(const Moment& held)
 {
     if (held.offer->IsLate())
         beep();
-    // The drag of this drop is gone. Another one may be over the window; it goes on afterwards.
+    // The drag of this drop is gone. Another one may be over the window; it continues afterwards.
     const Moment current = sLast;
     if (current.window != nullptr)
         Leave(*current.window);
@@ -154,7 +154,7 @@ bool HoldBack(QWindow& window, QDropEvent& event)
     if (sOffer->IsReadyForDrop())
         return false;
     const auto held = std::make_shared<Moment>(MomentOf(window, event));
-    // Data that this process holds come in this call.
+    // Data that this process holds arrive during this call.
     const auto isHere = std::make_shared<bool>(false);
     const auto isHeld = std::make_shared<bool>(false);
     // The drop owns the offer, and the offer this function: a shared pointer here would keep both forever.

@@ -30,7 +30,7 @@ struct Running {
 std::map<uint64_t, Running> sRunning;
 uint64_t sLast = 0;
 
-/// Ends a fetch. It may be on the stack, so it is destroyed later.
+/// Ends a fetch. Its code may be on the stack, so it is destroyed later.
 void Retire(std::map<uint64_t, Running>::iterator over)
 {
     over->second.deadline->Stop();

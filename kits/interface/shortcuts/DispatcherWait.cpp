@@ -14,8 +14,8 @@ namespace {
 
 constexpr bigtime_t kLongest = 3600000;
 
-/// The few functions of GLib's main context that are needed, as its manual has them, bound when the program runs: the
-/// toolkit may have been built without GLib. Its GPollFD is laid out as a pollfd.
+/// The few functions of GLib's main context that are needed, as its manual describes them, bound at run time: the
+/// toolkit may have been built without GLib. Its GPollFD has the layout of a pollfd.
 class MainContext {
 public:
     static const MainContext& Get()
@@ -26,7 +26,7 @@ public:
 
     bool IsThere() const { return fIsOwned; }
 
-    /// False when some source is ready.
+    /// Returns false if some source is ready.
     bool Ask(std::vector<pollfd>* descriptors, int* milliseconds) const
     {
         int priority = 0;
@@ -57,7 +57,7 @@ private:
             !Bind("g_main_context_query", &fQuery))
             return;
         fContext = getDefault();
-        // Kept for good: other threads wake only a context that has an owner.
+        // Owned for good: other threads wake only a context that has an owner.
         fIsOwned = fContext != nullptr && acquire(fContext) != 0;
     }
 
@@ -90,7 +90,7 @@ bool DispatcherWait::Begin()
     if (!context.IsThere() || !context.Ask(&fDescriptors, &milliseconds))
         return false;
     fUntil = milliseconds < 0 ? B_INFINITE_TIMEOUT : system_time() + bigtime_t{milliseconds} * 1000;
-    // Where it is not watched the dispatcher is another one, or about to go.
+    // If our descriptor is not among them, the dispatcher is another one, or about to go.
     return std::any_of(fDescriptors.begin(), fDescriptors.end(), [this](const pollfd& it) { return it.fd == fOurs; });
 }
 

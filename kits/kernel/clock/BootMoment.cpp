@@ -22,11 +22,11 @@ namespace {
 
 constexpr std::string_view kBootLine = "boot ";
 constexpr std::string_view kMomentLine = "\nmoment ";
-/// No machine starts twice within it.
+/// No machine boots twice within this time.
 constexpr bigtime_t kShortestBoot = 1000000;
-/// How far the clocks of two starts may lie apart that begin at the same moment.
+/// The maximum difference between the clocks of two boots that begin at the same moment.
 constexpr bigtime_t kSameBeginning = 60 * kShortestBoot;
-/// The year 10000: later ones, and those before 1970, are not believed.
+/// The year 10000: later times, and those before 1970, are not believed.
 constexpr bigtime_t kEndOfTimes = 253402300800LL * 1000000;
 
 uint64 CheckSum(std::string_view text)
@@ -45,7 +45,7 @@ std::string FolderOf(const std::string& path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// Whoever holds this decides about the file. A process that is stopped with it held must not stop the others.
+/// The holder of this lock decides about the file. A process that is stopped while holding it must not stop the others.
 status_t LockFolder(int folder)
 {
     using namespace std::chrono_literals;

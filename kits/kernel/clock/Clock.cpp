@@ -55,12 +55,12 @@ ClockSource& Source()
     return source != nullptr ? *source : TheMachine();
 }
 
-/// The moment of boot that holds for this process.
+/// The moment of boot that is valid in this process.
 struct KeptMoment {
-    std::mutex mutex; ///< guards the members but `moment`, which may be read without once `isKnown`
+    std::mutex mutex; ///< guards the members except `moment`, which may be read without the lock once `isKnown`
     std::atomic<bool> isKnown = false;
     std::atomic<bigtime_t> moment = 0;
-    std::string path; ///< where it is still to be kept; empty if it is not
+    std::string path; ///< where to store it; empty once that is done
 
     void Set(bigtime_t value)
     {
@@ -85,7 +85,7 @@ bigtime_t MeasureMoment(ClockSource& source)
     return source.WallTime() - source.SystemTime();
 }
 
-/// Sets the moment if the clock allows, keeping it where that is asked for. With the mutex held.
+/// Sets the moment if the clock is plausible, and stores it if that is requested. Called with the mutex held.
 status_t SettleMoment(KeptMoment& kept, ClockSource& source)
 {
     BootMoment boot{source.BootId(), MeasureMoment(source)};

@@ -12,7 +12,7 @@ namespace kits {
 
 namespace {
 
-/// Whether the dynamic linker has written into a library's code: then its pages are no longer those of the file.
+/// Returns whether the dynamic linker has written into a library's code: then its pages differ from the file's.
 bool HasWrittenCode(const dl_phdr_info& info)
 {
     for (int i = 0; i < info.dlpi_phnum; i++) {

@@ -82,7 +82,7 @@ void LimitReader::Read(MachineLimits* limits)
     auto teams = fPidMax.Read();
     for (ProcFile& file : fPidsMax)
         teams = Lowest(teams, FirstNumber(file.Read()));
-    // The limit of a user does not hold for root.
+    // A user's limit does not apply to root.
     if (ParseUser(fStatus.Read()) != std::optional<uint64>(0))
         teams = Lowest(teams, ParseProcessLimit(fProcessLimits.Read()));
     const auto threads = Lowest(teams, fThreadsMax.Read());

@@ -19,7 +19,7 @@ uint64 AddHeld(uint64 a, uint64 b)
     return __builtin_add_overflow(a, b, &sum) ? UINT64_MAX : sum;
 }
 
-/// Takes a line whose "cpu" is gone already, with its end.
+/// Parses a line including its end; "cpu" is already removed.
 bool ParseLine(std::string_view line, ProcessorTime* time)
 {
     const auto index = TakeNumber(&line);

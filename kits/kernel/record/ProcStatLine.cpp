@@ -14,11 +14,11 @@ namespace kits {
 namespace {
 
 constexpr ptrdiff_t kBlock = 64;
-/// Numbers are loaded from their end, so that many bytes before a line are read.
+/// Numbers are loaded from their end, so this many bytes before a line are read.
 constexpr ptrdiff_t kBefore = 16;
 constexpr size_t kMostDigits = 16;
 
-/// One bit for each of the next 64 bytes that is no digit, the first one lowest.
+/// Returns one bit for each of the next 64 bytes that is no digit, the first one lowest.
 uint64 NonDigits(const char* bytes)
 {
     const __m128i zero = _mm_set1_epi8('0');
@@ -33,7 +33,7 @@ uint64 NonDigits(const char* bytes)
     return ~digits;
 }
 
-/// Walks over the bytes that are no digits.
+/// Visits the bytes that are no digits.
 class NonDigitWalk {
 public:
     /// @param begin  at least kBlock bytes before `end`
@@ -44,7 +44,7 @@ public:
     {
     }
 
-    /// Null if the text may end first.
+    /// Returns null if the text may end first.
     const char* Next()
     {
         while (fBits == 0) {
@@ -64,7 +64,7 @@ private:
     uint64 fBits;
 };
 
-/// For every count of digits up to 8, what keeps the values of that many at the high end.
+/// For every count of digits up to 8, a mask that keeps the values of that many at the high end.
 constexpr auto kDigitMasks = [] {
     std::array<uint64, 9> masks{};
     for (size_t count = 1; count <= 8; ++count)
@@ -72,8 +72,8 @@ constexpr auto kDigitMasks = [] {
     return masks;
 }();
 
-/// The values of the 1 to 8 digits before `end`, one in each byte, the last one highest. Several of these may be added
-/// before they are made one number: the bytes have room for it.
+/// Returns the values of the 1 to 8 digits before `end`, one in each byte, the last one highest. Several results may be
+/// added before they are converted into one number: the bytes have room for that.
 uint64 LoadDigits(const char* end, size_t count)
 {
     uint64 bytes;
@@ -124,7 +124,7 @@ const char* TakeUsualLine(std::string_view text, const char* line, ProcessorTime
         }
         return true;
     };
-    // Written out, so that each is its own piece of code: user, nice, system, idle, iowait, irq, softirq, steal.
+    // Unrolled, so that each field has its own code: user, nice, system, idle, iowait, irq, softirq, steal.
     if (!takeField(true) || !takeField(true) || !takeField(true) || !takeField(false) || !takeField(false) ||
         !takeField(true) || !takeField(true) || !takeField(true))
         return nullptr;

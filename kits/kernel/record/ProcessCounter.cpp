@@ -34,7 +34,7 @@ void ProcessCounter::Calibrate()
         fFolder = FileDescriptor(open(fPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (fIsRecorded)
         return;
-    // Processes come and go while they are counted: a count is right if the links were the same before and after.
+    // Processes come and go while they are counted: a count is correct if the link count is the same before and after.
     constexpr int kMostTries = 5;
     for (int tries = 0; tries < kMostTries; ++tries) {
         const auto before = LinkCount();

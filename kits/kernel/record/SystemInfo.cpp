@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The reader of the whole process: the active times of all callers come from one place, so they fit together.
+/// The reader of the whole process: the active times of all callers come from one place, so they are consistent.
 struct SharedReader {
     std::mutex mutex;
     kits::SystemReader reader{std::getenv(kits::kRootVariable)};
@@ -39,7 +39,7 @@ status_t kits::ReadSystem(system_info* info, SystemFigures* figures, bigtime_t* 
         return B_BAD_VALUE;
     SharedReader& shared = Shared();
     std::lock_guard lock(shared.mutex);
-    // Under the lock: a time taken before could be older than that of a reading that another thread makes meanwhile.
+    // Under the lock: a time taken before could be older than a reading that another thread makes meanwhile.
     figures->time = system_time();
     shared.reader.Read(figures->time, info, activeTimes, capacity);
     shared.reader.GetFigures(figures);

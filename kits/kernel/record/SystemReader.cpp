@@ -22,9 +22,9 @@ namespace {
 
 constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kMinute = 60 * kSecond;
-// Limits hardly ever change, and each of their files costs as much as one of figures.
+// Limits hardly ever change, and reading one of their files costs as much as reading a file of figures.
 constexpr bigtime_t kBetweenLimits = 10 * kSecond;
-constexpr size_t kBytesPerProcessor = 216; ///< of a line in `/proc/stat`, with its ten numbers as long as they get
+constexpr size_t kBytesPerProcessor = 216; ///< of a line in `/proc/stat`, with its ten numbers at their longest
 constexpr size_t kWholeFile = 1 << 20;
 constexpr size_t kSmallestBuffer = 16384;
 constexpr size_t kLongestLine = 64;
@@ -41,7 +41,7 @@ int64 PagesOf(uint64 kilobytes)
     return static_cast<int64>(std::min<uint64>(kilobytes / kKilobytesPerPage, kMaxPages));
 }
 
-/// Whether something is to be done again after so much time; a clock that goes back is no reason to wait for it.
+/// Decides whether to repeat an action after a time; a clock that goes back is no reason to wait.
 class Interval {
 public:
     explicit Interval(bigtime_t length)
@@ -61,10 +61,10 @@ private:
     std::optional<bigtime_t> fLast;
 };
 
-/// All of a file at once, as far as it is of use.
+/// Reads all of a file at once, as far as it is useful.
 std::string ReadWhole(const std::string& path)
 {
-    // Not filled with zeros: that would take longer than all that is read here, and most of it is never touched.
+    // Not filled with zeros: that would take longer than all the reading here, and most of the buffer is never touched.
     const auto buffer = std::make_unique_for_overwrite<char[]>(kWholeFile);
     ProcFile file(path, {buffer.get(), kWholeFile});
     std::string text(file.Read());
@@ -118,13 +118,13 @@ private:
 
     ActiveClock fActiveClock;
     std::vector<ProcessorTime> fTimes;
-    std::vector<char> fBuffer; ///< of all files
+    std::vector<char> fBuffer; ///< shared by all files
     ProcFile fStat;
     ProcFile fMemInfo;
     ProcFile fVmStat;
     ProcFile fLoadAvg;
     ProcFile fSockStat;
-    std::optional<ProcFile> fSemaphores; ///< of a recorded machine; this one is asked
+    std::optional<ProcFile> fSemaphores; ///< a recorded machine's; this machine's are queried
     ProcessCounter fProcesses;
     LimitReader fLimitReader;
     MachineLimits fLimits;
@@ -196,7 +196,7 @@ void SystemReader::Implementation::ReadMemory()
         SetFigure(&info.used_pages, static_cast<uint64>(usedPages));
     }
 
-    // The kernel writes this long file as far as it is read, and half of it is enough.
+    // The kernel generates this long file only as far as it is read, and half of it is enough.
     std::string_view text = fPageFaultsHint != 0 ? fVmStat.Read(fPageFaultsHint + 2 * kLongestLine) : fVmStat.Read();
     auto pageFaults = ParsePageFaults(text, &fPageFaultsHint);
     while (!pageFaults.has_value() && !(text = fVmStat.ReadOn()).empty())
@@ -238,7 +238,7 @@ void SystemReader::Implementation::ReadLimits(bigtime_t now)
 
 void SystemReader::Implementation::SetMaxima()
 {
-    // A limit holds for one user, what is in use is everybody's.
+    // A limit applies to one user, the number in use covers all users.
     info.max_teams = std::max(static_cast<int32>(fLimits.teams), +info.used_teams);
     info.max_threads = std::max(static_cast<int32>(fLimits.threads), +info.used_threads);
     info.max_sems = std::max(static_cast<int32>(fLimits.sems), +info.used_sems);

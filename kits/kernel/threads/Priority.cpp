@@ -21,7 +21,8 @@ int NiceForPriority(int32 priority) noexcept
 
 void ApplyPriority(int32 priority) noexcept
 {
-    // A new thread starts with the level of the one that made it: count from the process, which is its first thread.
+    // A new thread inherits the level of its creator: count from the process's level, which is that of its first
+    // thread.
     errno = 0;
     int base = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
     if (errno != 0)

@@ -17,11 +17,11 @@ namespace kits {
 
 namespace {
 
-/// The record of this thread once it has one. A plain pointer, so that it can be read while the thread's other
-/// objects are destroyed; the thread-specific key below keeps the record until after them.
+/// The record of this thread, once it has one. A plain pointer, so that it can be read while the thread's other objects
+/// are destroyed; the thread-specific key below keeps the record until after them.
 thread_local ThreadRecord* sCurrent = nullptr;
 
-/// Signals are for the threads that the kit has not made; those of the program itself stay where they happen.
+/// Keeps signals to threads that the kit has not made; a signal caused by a thread itself stays with it.
 class SignalsBlocked {
 public:
     SignalsBlocked()
@@ -57,7 +57,7 @@ void ForgetThread(void* kept)
 pthread_key_t MakeKey()
 {
     pthread_key_t key;
-    // Its destructor comes after those of all thread-local objects, which may still wait and lock.
+    // Its destructor runs after those of all thread-local objects, which may still wait and lock.
     if (pthread_key_create(&key, ForgetThread) != 0)
         std::terminate();
     return key;
@@ -189,7 +189,7 @@ void ThreadRecord::TakeLeave(status_t exitStatus)
     fEnd.WakeAll(guard);
 }
 
-/// Somebody waits for the end of a thread: as long as there is one, the thread is left to be joined.
+/// Marks that somebody waits for the end of a thread: until the last waiter has gone, the thread stays joinable.
 class ThreadRecord::Interest {
 public:
     Interest(ThreadRecord& thread, WaitPoint::Guard& guard)

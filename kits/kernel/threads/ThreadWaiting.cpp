@@ -116,7 +116,7 @@ bool ThreadRecord::Sleep(const bool& woken, Deadline deadline, thread_state stat
         fChanged.wait(lock, isOver);
     else
         isInTime = fChanged.wait_until(lock, deadline, isOver);
-    // A suspended thread is not running either until it stops.
+    // A thread that is being suspended does not count as running either, before it stops.
     fState = fIsSuspended ? B_THREAD_SUSPENDED : B_THREAD_RUNNING;
     return isInTime;
 }

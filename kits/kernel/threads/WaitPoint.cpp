@@ -72,7 +72,7 @@ status_t WaitPoint::WaitFor(Guard& guard, bool (*ready)(void*), void* closure, b
         if (waiter.isListed)
             Remove(&waiter);
         else if (self.HasToStop())
-            WakeOne(guard); // what woke this thread is for one that can go on
+            WakeOne(guard); // another waiter that can continue takes over this wake
     }
 }
 

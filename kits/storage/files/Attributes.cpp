@@ -17,7 +17,8 @@ namespace kits {
 
 namespace {
 
-/// A file for as long as it exists: its place on the disk may be given to another file later, which has another birth.
+/// Identifies a file for as long as it exists: its place on the disk may be given to another file later, which has
+/// another time of birth.
 struct FileKey {
     uint32 major = 0;
     uint32 minor = 0;
@@ -28,7 +29,7 @@ struct FileKey {
     auto operator<=>(const FileKey&) const = default;
 };
 
-/// What this process remembers for file systems without attributes.
+/// Attributes that this process remembers for file systems without attributes.
 class Table {
 public:
     bool Find(const FileKey& key, const std::string& name, std::vector<uint8>* bytes)
@@ -64,7 +65,7 @@ public:
     }
 
 private:
-    /// Files that are gone leave their values here, so there is an end to it.
+    /// Deleted files leave their values here, so the size is limited.
 
     std::mutex fLock;
     std::map<std::pair<FileKey, std::string>, std::vector<uint8>> fValues;
@@ -90,7 +91,7 @@ status_t KeyOf(int descriptor, FileKey* key)
     return B_OK;
 }
 
-/// What an attribute is kept under, here and in the file system.
+/// Determines the key of an attribute, here and in the file system.
 status_t Identify(int descriptor, const char* name, FileKey* key, std::string* systemName)
 {
     if (name == nullptr || *name == '\0')
@@ -99,7 +100,7 @@ status_t Identify(int descriptor, const char* name, FileKey* key, std::string* s
     return systemName->size() < B_FILE_NAME_LENGTH ? KeyOf(descriptor, key) : B_NAME_TOO_LONG;
 }
 
-/// The type stands before the value, first character first.
+/// Puts the type before the value, first character first.
 std::vector<uint8> Pack(const Attribute& attribute)
 {
     std::vector<uint8> bytes = {static_cast<uint8>(attribute.type >> 24), static_cast<uint8>(attribute.type >> 16),
@@ -108,7 +109,7 @@ std::vector<uint8> Pack(const Attribute& attribute)
     return bytes;
 }
 
-/// Another program may have put anything under the name.
+/// Another program may have stored anything under the name.
 status_t Unpack(const std::vector<uint8>& bytes, Attribute* attribute)
 {
     if (bytes.size() < sizeof(type_code))
@@ -128,7 +129,7 @@ status_t LoadAttribute(int descriptor, const char* name, Attribute* attribute)
     if (const status_t status = Identify(descriptor, name, &key, &systemName); status != B_OK)
         return status;
     std::vector<uint8> bytes;
-    // What is remembered is newer: it was written when the file system refused it.
+    // A remembered value is newer: it was written when the file system refused it.
     if (!ProcessTable().Find(key, systemName, &bytes)) {
         bytes.resize(sizeof(type_code) + kMaxAttributeSize);
         const ssize_t size = ReadAttribute(descriptor, systemName.c_str(), bytes.data(), bytes.size());

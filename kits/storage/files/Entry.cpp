@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kMaxLinks = 40;
 
-/// Splits an absolute path that BPath has cleaned; the root is "." in itself.
+/// Splits an absolute path that BPath has cleaned; the root becomes "." in itself.
 entry_ref Split(const std::string& path)
 {
     const size_t slash = path.rfind('/');
@@ -32,7 +32,7 @@ std::string Join(const entry_ref& ref)
     return ref.directory == "/" ? "/" + ref.name : ref.directory + "/" + ref.name;
 }
 
-/// Where the link leads; empty when the path is no link.
+/// Returns the target of the link; empty if the path is no link.
 std::string LinkTarget(const std::string& path)
 {
     char target[B_PATH_NAME_LENGTH];

@@ -17,9 +17,9 @@ namespace {
 
 std::atomic<FailingDevice*> sDevice = nullptr;
 
-/// Makes a call, asking the device before each try.
+/// Makes a call, asking the device before each attempt.
 /// @param call  returns -1 and sets errno on failure
-/// @return what the call returned, or -1 with errno set
+/// @return the call's result, or -1 with errno set
 template <class Call> int64 Perform(FileAction action, Call call)
 {
     FailingDevice* const device = sDevice.load(std::memory_order_acquire);
@@ -50,7 +50,7 @@ status_t StatusOf(int64 result)
     return result >= 0 ? B_OK : StatusFromErrno(errno);
 }
 
-/// Whether the error says that the file system has no such thing, or no room for it.
+/// Returns whether the error says that the file system has no attributes, or no room for this one.
 bool HasNoRoomForAttributes(int error)
 {
     return error == ENOTSUP || error == ENOSYS || error == EPERM || error == ENOSPC || error == E2BIG ||
@@ -76,7 +76,7 @@ int32 OpenFile(const char* path, int flags, mode_t mode)
 
 void CloseFile(int descriptor)
 {
-    // Whatever it returns, the descriptor is gone; what it might say of the data was asked by SyncFile.
+    // The descriptor is gone, whatever this returns; SyncFile has already reported errors of the data.
     close(descriptor);
 }
 
@@ -167,7 +167,7 @@ status_t RenameFile(const char* from, const char* to, bool clobber)
             return 0;
         if (errno != EINVAL && errno != ENOSYS)
             return -1;
-        // A file system that can't do both in one step: the name may be taken in between, by another program alone.
+        // A file system that cannot do both in one step: only another program could take the name in between.
         if (faccessat(AT_FDCWD, to, F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
             errno = EEXIST;
             return -1;
@@ -203,7 +203,7 @@ status_t WriteAttribute(int descriptor, const char* name, const void* buffer, si
 {
     const FileAction action{
         .call = FileCall::kWriteAttribute, .descriptor = descriptor, .path = name, .data = buffer, .size = size};
-    // A part of a value is not a value: the size is the whole one, whatever the device says.
+    // A part of a value is worthless, so the size is the whole one, whatever the device says.
     if (Perform(action, [&](size_t) { return fsetxattr(descriptor, name, buffer, size, 0); }) >= 0)
         return B_OK;
     return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The folder that a variable names; unset when it names none.
+/// Returns the folder that a variable names; unset if it names none.
 BPath FromEnvironment(const char* variable, const char* leaf = nullptr)
 {
     const char* const value = std::getenv(variable);
@@ -27,7 +27,7 @@ bool IsFolder(const char* path)
     return stat(path, &info) == 0 && S_ISDIR(info.st_mode);
 }
 
-/// Makes the folder and those above it.
+/// Creates the folder and its parents.
 status_t MakeAll(const BPath& path)
 {
     if (std::strlen(path.Path()) >= B_PATH_NAME_LENGTH)
@@ -40,11 +40,11 @@ status_t MakeAll(const BPath& path)
         status = MakeAll(parent);
     if (status == B_OK)
         status = kits::MakeFolder(path.Path());
-    // Another process may have made it meanwhile.
+    // Another process may have created it meanwhile.
     return status == B_FILE_EXISTS && IsFolder(path.Path()) ? B_OK : status;
 }
 
-/// Whether a folder is real, the user's and closed to others.
+/// Checks that a folder is real, belongs to the user and is closed to others.
 status_t CheckClosed(const char* path)
 {
     struct stat info;
@@ -57,7 +57,7 @@ status_t CheckClosed(const char* path)
 status_t FindSettings(BPath* path, bool createIt)
 {
     *path = FromEnvironment("XDG_CONFIG_HOME");
-    // Nobody lives in a home that is not there: it is not for a program to make one.
+    // A program must not create a missing home: nobody lives there.
     const BPath home = FromEnvironment("HOME");
     if (path->InitCheck() != B_OK && home.InitCheck() == B_OK && IsFolder(home.Path()))
         path->SetTo(home.Path(), ".config");

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Whether the open file may be used under a name that others could have made: see B_PRIVATE_FILE.
+/// Checks whether the open file may be used under a name that others could have created: see B_PRIVATE_FILE.
 status_t CheckPrivate(int descriptor)
 {
     struct stat info;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Drops doubled and trailing slashes and "." from an absolute path.
+/// Removes doubled and trailing slashes and "." from an absolute path.
 std::string Clean(std::string_view path)
 {
     std::string clean;

@@ -16,7 +16,7 @@ std::optional<std::string> ReadSmallFile(const std::string& path, size_t most)
     struct stat info;
     std::optional<std::string> text;
     if (fstat(file, &info) == 0 && S_ISREG(info.st_mode) && static_cast<size_t>(info.st_size) <= most) {
-        // One byte more shows whether it grows meanwhile.
+        // One byte more reveals a file that grows meanwhile.
         text.emplace(static_cast<size_t>(info.st_size) + 1, '\0');
         const ssize_t count = ReadFileAt(file, 0, text->data(), text->size());
         if (count < 0 || static_cast<size_t>(count) > most)

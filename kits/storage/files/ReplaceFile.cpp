@@ -39,7 +39,7 @@ status_t WriteInPlace(const char* path, const void* data, size_t size)
     return status;
 }
 
-/// The new bytes under another name in the same folder.
+/// Writes the new bytes under another name in the same folder.
 status_t WriteBeside(const std::string& path, const struct stat* old, const void* data, size_t size)
 {
     const int32 file = OpenFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
@@ -60,7 +60,7 @@ status_t WriteBeside(const std::string& path, const struct stat* old, const void
 status_t SyncFolderAt(const std::string& path)
 {
     const int32 folder = OpenFile(path.c_str(), O_RDONLY | O_DIRECTORY);
-    // A folder that may be written to but not read.
+    // The folder may be writable but not readable.
     if (folder < 0)
         return B_OK;
     const status_t status = SyncFolder(folder);
@@ -86,7 +86,7 @@ status_t ReplaceFile(const char* path, const void* data, size_t size)
     static std::atomic<unsigned> sNumber{0};
     const std::string start = target.directory + "/.new-" + std::to_string(getpid()) + "-";
     std::string beside;
-    // One that a killed process of the same number has left.
+    // A killed process with the same id has left this file.
     status = B_FILE_EXISTS;
     for (int attempt = 0; status == B_FILE_EXISTS && attempt < kNamesTried; attempt++) {
         beside = start + std::to_string(sNumber.fetch_add(1));

@@ -16,7 +16,7 @@ Preferences* prefs_user = nullptr;
 
 namespace {
 
-/// What follows the last slash; a slash at the very beginning is not one.
+/// Returns the part after the last slash; a slash at the very beginning does not count.
 std::string_view LeafOf(std::string_view name)
 {
     const size_t slash = name.rfind('/');

@@ -15,13 +15,13 @@ namespace {
 constexpr int kLockAttempts = 6;
 constexpr bigtime_t kLockPause = 100000;
 
-/// The numbers tried for a name under which a file is kept.
+/// How many numbers are tried for the name under which a file is kept.
 constexpr int kMaxKept = kits::bounds::kMostKeptFiles;
 
 constexpr size_t kLongestVersion = 20;
 constexpr const char* kVersionCharacters = "0123456789abcdefghijklmnopqrstuvwxyz.";
 
-/// Of a link to nothing. (B_ENTRY_NOT_FOUND says that nothing has the name.)
+/// The status of a link that leads nowhere. (B_ENTRY_NOT_FOUND says that there is no such name.)
 constexpr status_t kLeadsNowhere = B_FILE_NOT_FOUND;
 
 bool IsBusy(status_t status)
@@ -29,7 +29,7 @@ bool IsBusy(status_t status)
     return status == B_BUSY;
 }
 
-/// Tries while its answer asks for it, with pauses, as often as a lock is tried.
+/// Repeats an attempt while its status asks for that, with pauses, as often as a lock is tried.
 template <class Try> status_t Repeat(Try attempt, bool (*again)(status_t) = IsBusy)
 {
     status_t status = attempt();
@@ -47,21 +47,21 @@ std::string NameIn(const BEntry& entry)
     return ref.name;
 }
 
-/// Whether it says nothing of the file: the next attempt may read it.
+/// Returns whether the status says nothing about the file: the next attempt may read it.
 bool IsPassing(status_t status)
 {
     return status == B_BUSY || status == B_NO_MEMORY || status == B_NO_MORE_FDS || status == B_INTERRUPTED;
 }
 
-/// Whether it says nothing of the contents.
+/// Returns whether the status says nothing about the contents.
 bool MayBeWhole(status_t status)
 {
     return IsPassing(status) || status == B_PERMISSION_DENIED || status == B_IO_ERROR;
 }
 
 /// Opens and locks a file and reads the message in it.
-/// @param file  stays locked when it could be
-/// @return B_BUSY when it is locked or was given another name meanwhile, B_ENTRY_NOT_FOUND when missing or empty
+/// @param file  stays locked if it could be locked
+/// @return B_BUSY if it is locked or was renamed meanwhile, B_ENTRY_NOT_FOUND if it is missing or empty
 status_t ReadLocked(const BEntry& entry, BFile* file, BMessage* contents)
 {
     status_t status = file->SetTo(&entry, B_READ_ONLY);
@@ -86,7 +86,7 @@ status_t LockWithRetry(BNode* node)
     return Repeat([node] { return node->Lock(); }, [](status_t status) { return status != B_OK; });
 }
 
-/// The file that is to be replaced: locked, so that nobody else replaces or repairs it at the same time.
+/// The file that will be replaced: locked, so that nobody else replaces or repairs it at the same time.
 struct StoreFile::OldFile {
     BNode node;
     bool exists = false;
@@ -113,7 +113,7 @@ status_t StoreFile::Load(BMessage* contents, bool mayRepair, Found* found)
     return status;
 }
 
-/// @return whether the status is the last word; else another process is at work
+/// @return whether the status is final; otherwise another process is at work
 bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status, Found* found)
 {
     BMessage loaded;
@@ -150,7 +150,7 @@ bool StoreFile::TryLoad(BMessage* contents, bool mayRepair, status_t* status, Fo
         return backupStatus != B_BUSY;
     }
 
-    // A writer may have finished between the two looks: then the file is there, and this one did not see it.
+    // A writer may have finished between the two attempts: then the file exists, and this attempt did not see it.
     if (backupStatus == B_ENTRY_NOT_FOUND && main.InitCheck() == B_ENTRY_NOT_FOUND &&
         BNode(&mainEntry).InitCheck() == B_OK) {
         *status = B_BUSY;
@@ -185,14 +185,14 @@ void StoreFile::PutAway(status_t mainStatus, status_t backupStatus, bool backupI
         backup.Remove();
     } else if (backup.Exists()) {
         StoreNote note = NoteOf(fBackupRef, backupStatus);
-        // No store of this program is a folder or a link that leads nowhere.
+        // This program's store is never a folder or a link that leads nowhere.
         note.isBackup = !isMissing || backupStatus == B_IS_A_DIRECTORY || backupStatus == kLeadsNowhere;
         if (!KeepAside(fBackupRef, note, found))
             fUnread = backupStatus;
     }
 }
 
-/// Gives the backup its place. Where that can't be, it is found again by the next start and by Replace.
+/// Renames the backup to the file's name. If that fails, the next start and Replace find the backup again.
 void StoreFile::UseBackup(status_t mainStatus, Found* found)
 {
     StoreNote note = NoteOf(fRef, mainStatus);
@@ -222,7 +222,7 @@ void StoreFile::RemoveLeftBackup(BNode* main, Found* found) const
 
 void StoreFile::KeepOld(const std::string& version)
 {
-    // These would be taken for something else.
+    // These would be mistaken for something else.
     const bool isReserved = version == "backup" || version == "kept";
     const bool isName = !version.empty() && version.size() <= kLongestVersion &&
                         version.find_first_not_of(kVersionCharacters) == std::string::npos;
@@ -253,7 +253,7 @@ status_t StoreFile::Replace(const BMessage& contents)
         return status;
     }
     if (old.exists && !old.isKept) {
-        // One that stays is removed by the next start.
+        // If it stays, the next start removes it.
         old.moved.Remove();
     } else if (old.exists && fUnread != B_OK) {
         StoreNote note = NoteOf(fRef, fUnread);
@@ -266,7 +266,7 @@ status_t StoreFile::Replace(const BMessage& contents)
     return B_OK;
 }
 
-/// @return B_BUSY when another process is at work
+/// @return B_BUSY if another process is at work
 status_t StoreFile::LockOld(OldFile* old)
 {
     const BEntry main(&fRef);
@@ -280,7 +280,7 @@ status_t StoreFile::LockOld(OldFile* old)
         return backup.Exists() ? B_BUSY : B_OK;
     status_t status = old->node.SetTo(&main);
     if (status != B_OK && !IsPassing(status) && main.Exists()) {
-        // It can be moved although it can't be opened; as nobody has read it, it is kept.
+        // It can be renamed although it cannot be opened; as nobody has read it, it is kept.
         if (status != B_ENTRY_NOT_FOUND || main.IsSymLink())
             fUnread = status == B_ENTRY_NOT_FOUND ? kLeadsNowhere : status;
         return B_OK;
@@ -289,7 +289,7 @@ status_t StoreFile::LockOld(OldFile* old)
         status = old->node.Lock();
     else if (status == B_ENTRY_NOT_FOUND)
         status = B_BUSY;
-    // With a backup beside it, it is the file that a writer has made and not yet locked.
+    // With a backup beside it, it is the file that a writer has created and not locked yet.
     return status == B_OK && (!old->node.IsAt(&main) || backup.Exists()) ? B_BUSY : status;
 }
 
@@ -309,11 +309,11 @@ status_t StoreFile::PutInOrder()
         return status;
     if (found.unread != B_OK && BEntry(&fBackupRef).Exists())
         KeepAside(fBackupRef, NoteOf(fBackupRef, found.unread), &found);
-    // What can't be put in order now must not be replaced by a newer backup either.
+    // If the backup cannot be handled now, a newer one must not replace it either.
     return BEntry(&fBackupRef).Exists() ? B_IO_ERROR : B_OK;
 }
 
-/// To the backup, or to the name under which it stays.
+/// Renames it to the backup, or to the name under which it stays.
 status_t StoreFile::MoveAway(OldFile* old, BDirectory* folder) const
 {
     old->moved.SetTo(&fRef);
@@ -343,7 +343,7 @@ status_t StoreFile::WriteNew(const BMessage& contents, BFile* file) const
     off_t size = 0;
     if (status == B_OK)
         status = file->GetSize(&size);
-    // It was not there before, so what it holds is another writer's.
+    // It did not exist before, so any content is another writer's.
     if (status == B_OK && (size > 0 || !file->IsAt(&entry)))
         status = B_BUSY;
     if (status == B_OK)

@@ -33,7 +33,7 @@ status_t StoreWriter::Write(const Preferences& store)
 
 status_t StoreWriter::StartWorker()
 {
-    // The one before has nothing more to do than to end.
+    // The previous one has nothing left to do but end.
     wait_for_thread(fWorker, nullptr);
     fWorker = spawn_thread(WorkerEntry, "Store writer", B_LOW_PRIORITY, this);
     const status_t status = fWorker < 0 ? fWorker : resume_thread(fWorker);
@@ -96,7 +96,7 @@ status_t StoreWriter::ResultOf(const Preferences& store) const
     return slot != nullptr ? slot->result : B_OK;
 }
 
-/// With the lock held.
+/// Called with the lock held.
 const StoreWriter::Slot* StoreWriter::SlotOf(const Preferences& store) const
 {
     const auto slot =

@@ -115,7 +115,7 @@ void SourceListView::AddGroup(const ProcessorGroup& group)
                 superitem = header.release();
                 AddItem(superitem);
             }
-            // Each goes above those that are there already.
+            // Each goes above the existing ones.
             AddUnder(item.release(), superitem);
         }
     }

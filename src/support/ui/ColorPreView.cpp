@@ -41,7 +41,7 @@ void ColorPreView::Draw(BRect)
 {
     if (!IsFocus())
         return;
-    // Two colours can be seen on any.
+    // A ring of two colours is visible on any colour.
     BRect ring = Bounds();
     for (const rgb_color color : {ui_color(B_KEYBOARD_NAVIGATION_COLOR), ui_color(B_DOCUMENT_BACKGROUND_COLOR)}) {
         ring.InsetBy(1, 1);

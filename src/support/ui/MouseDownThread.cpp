@@ -27,7 +27,7 @@ void MouseDownThread::TrackMouse(BView* view, MovedFunction moved, ReleasedFunct
 
 void MouseDownThread::Run()
 {
-    // Also when the thread is killed: its stack is unwound then.
+    // Also runs when the thread is killed: its stack is unwound then.
     struct Ending {
         MouseDownThread* thread;
         ~Ending() { delete thread; }
@@ -37,7 +37,7 @@ void MouseDownThread::Run()
         snooze(fInterval);
 }
 
-/// One look at the mouse. Returns whether to go on.
+/// Looks at the mouse once. Returns whether to continue.
 bool MouseDownThread::Look()
 {
     if (!fView.LockTarget())

@@ -26,7 +26,7 @@ bool ThemeNameIsDark(const std::string& name)
     std::string lower(name);
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    // MATE has dark ones that do not say so.
+    // MATE has dark themes whose names do not say so.
     if (lower == "blackmate" || lower == "highcontrastinverse")
         return true;
     const std::string dark = "dark";
@@ -34,7 +34,7 @@ bool ThemeNameIsDark(const std::string& name)
         return at < lower.size() && std::isalpha(static_cast<unsigned char>(lower[at])) != 0;
     };
     for (size_t at = lower.find(dark); at != std::string::npos; at = lower.find(dark, at + 1)) {
-        // "BreezeDark" is one; of "Arc-Darker" only the titles are dark.
+        // "BreezeDark" is dark; of "Arc-Darker" only the titles are.
         const bool isWord = at == 0 || !isLetter(at - 1) || std::isupper(static_cast<unsigned char>(name[at])) != 0;
         if (isWord && !isLetter(at + dark.size()))
             return true;

@@ -20,7 +20,8 @@ template <class Desktop> std::unique_ptr<DesktopBackend> IfThere(std::unique_ptr
     return desktop->IsThere() ? std::move(desktop) : nullptr;
 }
 
-/// The desktop environment that the session names; null for an unknown one, and for one that does not answer.
+/// Returns the backend of the desktop environment that the session names; null for an unknown one, and for one whose
+/// tool does not answer.
 std::unique_ptr<DesktopBackend> MakeSettingsDesktop(const std::string& screen)
 {
     const char* names = std::getenv("XDG_CURRENT_DESKTOP");

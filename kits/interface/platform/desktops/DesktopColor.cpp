@@ -15,26 +15,26 @@ namespace kits::DesktopColor {
 
 namespace {
 
-/// If the desktop takes longer, the answer is the last known colour; milliseconds.
+/// If the desktop takes longer than this (in milliseconds), the answer is the last known colour.
 constexpr int kLongestAnswer = 100;
 
-/// Not destroyed by itself: a process that calls exit() somewhere leaves its thread as it is.
+/// Not destroyed automatically: a process that calls exit() somewhere leaves its thread as it is.
 DesktopWatch* sWatch = nullptr;
 
-/// True if the toolkit draws on a desktop.
+/// Returns true if the toolkit draws on a desktop.
 bool HasDesktop(const QString& platform)
 {
     return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));
 }
 
-/// A desktop has nothing below it that could shine through.
+/// Nothing lies below a desktop that could shine through.
 rgb_color Opaque(rgb_color color)
 {
     color.alpha = 255;
     return color;
 }
 
-/// Windows that stand on the desktop may be filled with its colour.
+/// Windows on the desktop may be filled with its colour.
 void RepaintWindows()
 {
     for (QWidget* window : QApplication::topLevelWidgets())

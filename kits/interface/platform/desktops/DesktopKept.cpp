@@ -35,7 +35,7 @@ bool DesktopKept::Open(bool create)
     fPath = folder + "/" + kName;
     if (fFile.SetTo(fPath.c_str(), create ? B_READ_WRITE | B_CREATE_FILE : B_READ_WRITE) != B_OK)
         return false;
-    // Between opening and locking it may have been removed by the program that had it.
+    // Between opening and locking, the program that had it may have removed it.
     const BEntry entry(fPath.c_str());
     if (fFile.Lock() == B_OK && fFile.IsAt(&entry))
         return true;

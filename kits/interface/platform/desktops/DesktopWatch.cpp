@@ -12,7 +12,7 @@ namespace kits {
 
 namespace {
 
-/// How often a desktop without notifications is read while callers ask for its colour.
+/// Interval at which a desktop without notifications is read while callers ask for its colour.
 constexpr bigtime_t kLookAgain = 2000000;
 
 constexpr const char* kBackend = "Desktop";

@@ -14,7 +14,7 @@ constexpr unsigned kOfFile = IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_D
 constexpr unsigned kOfFolders = IN_CREATE | IN_MOVED_TO;
 constexpr unsigned kEnd = IN_DELETE_SELF | IN_MOVE_SELF;
 
-/// "" above the topmost one.
+/// Returns "" for the topmost folder.
 std::string FolderOf(const std::string& path)
 {
     const size_t slash = path.rfind('/');
@@ -49,8 +49,8 @@ void FileWatch::Arm()
     const std::string folder = FolderOf(fPath);
     if (folder.empty())
         return;
-    // What is made while its parent is not yet watched makes no notice: so the way is tried again from its end until
-    // no more of it can be watched than before.
+    // A folder that is made while its parent is not watched yet causes no event. So the path is tried again from its
+    // end until no more of it can be watched than before.
     for (std::string reached = "-"; reached != fWatched;) {
         reached = fWatched;
         fHasFolder = Watch(folder, kOfFile);
@@ -77,7 +77,7 @@ bool FileWatch::TakeNews()
             if (event.wd == fWatch) {
                 const char* what = bytes + at + sizeof(event);
                 isOfFile |= fHasFolder && event.len > 0 && std::strcmp(what, name.c_str()) == 0;
-                // A folder that moved away is another one's now, though the watch goes with it.
+                // A folder that was moved away belongs to somebody else now, though the watch goes with it.
                 isLost |= !fHasFolder || (event.mask & (kEnd | IN_IGNORED)) != 0;
             }
             at += static_cast<ssize_t>(sizeof(event) + event.len);

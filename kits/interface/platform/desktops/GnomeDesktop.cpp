@@ -20,7 +20,7 @@ constexpr const char* kScheme = "color-scheme";
 
 constexpr const char* kSolid = "'solid'";
 
-/// Where no colour is set.
+/// The default where no colour is set.
 constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 std::string Trimmed(const std::string& text)
@@ -29,7 +29,7 @@ std::string Trimmed(const std::string& text)
     return last == std::string::npos ? "" : text.substr(0, last + 1);
 }
 
-/// Lines of a schema, a key and a value each.
+/// Parses lines of a schema, a key and a value each.
 std::map<std::string, std::string> ValuesOf(const std::string& listed, const std::string& schema)
 {
     std::map<std::string, std::string> values;
@@ -59,7 +59,7 @@ const GnomeDesktop::Family GnomeDesktop::kCinnamon{"cinnamon",
                                                    nullptr,
                                                    "picture-options",
                                                    "'none'"};
-// Its options have none without a picture, so the picture's name is emptied.
+// Its options have none without a picture, so the name of the picture is emptied.
 const GnomeDesktop::Family GnomeDesktop::kMate{
     "mate", "org.mate.background", "/org/mate/desktop/background/", "picture-filename", nullptr, "picture-filename",
     "''"};

@@ -37,7 +37,7 @@ int HexDigit(char digit)
     return digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10;
 }
 
-/// @param high  the first half of a pair that has not got its second one; 0 for none
+/// @param high  the first half of a surrogate pair that still lacks its second one; 0 for none
 void AppendUnit(std::string& text, unsigned unit, unsigned& high)
 {
     if (unit >= 0xd800 && unit < 0xdc00) {

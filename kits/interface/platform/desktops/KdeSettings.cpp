@@ -42,7 +42,7 @@ std::vector<std::string> SettingsFolders()
     BPath own;
     if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &own) == B_OK) {
         folders.emplace_back(own.Path());
-        // The chosen look's own settings, which a session puts among the system's.
+        // The settings of the chosen look itself, which a session puts among the system's.
         folders.push_back(std::string(own.Path()) + "/kdedefaults");
     }
     AddFolders(folders, Variable("XDG_CONFIG_DIRS", "/etc/xdg"));
@@ -100,7 +100,7 @@ std::optional<bool> IsDarkColor(const std::string& value)
 
 std::optional<bool> IsDark()
 {
-    // The colours themselves stand there once a scheme was chosen; before, only the look's name for them.
+    // The file holds the colours themselves once the user has chosen a scheme; before, only the look's name for them.
     std::optional<std::string> color = Value(kGlobals, kWindow, kBackground);
     if (!color) {
         if (const std::optional<std::string> scheme = SchemeFile())

@@ -65,8 +65,8 @@ LoginScale::LoginScale(const XSettings& settings)
         return;
     for (const char* name : {kFactor, kResolution}) {
         if (char* const entry = EntryOf(name)) {
-            // Under another name, in place: to take entries out and in again moves the list, which threads of the
-            // toolkit may be reading.
+            // Renames the entry in place: removing and adding entries moves the list, which threads of the toolkit may
+            // be reading.
             *entry = '_';
             fHidden.push_back(entry);
         }

@@ -33,20 +33,20 @@ constexpr const char* kMode = "WallpaperMode";
 constexpr const char* kColor = "BgColor";
 constexpr const char* kHasPicture = "HasPicture";
 
-/// Behind pictures, before another one was chosen.
+/// The colour behind pictures before the user chose another one.
 constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 /// It writes a new wallpaper at once.
 constexpr bigtime_t kLongestWrite = 2000000;
 
-/// Where the X server is not that of the desktop.
+/// For an X server that is not the desktop's.
 constexpr std::pair kUsualSize(3840, 2160);
 
-/// Of the modes, two in which a picture of one colour fills the screen.
+/// Two of the modes in which a picture of one colour fills the screen.
 constexpr const char* kOneMode = "tile";
 constexpr const char* kAnotherMode = "zoom";
 
-/// A path that leads nowhere, for a window that is to show no picture.
+/// A path that leads nowhere, for a window that must show no picture.
 constexpr const char* kNowhere = "/nonexistent";
 
 std::optional<std::string> Ask(const std::vector<std::string>& question)
@@ -64,7 +64,7 @@ bool SetPicture(const std::string& path, const std::string& mode)
 
 enum class Ruler { kItself, kNobody, kUnknown };
 
-/// Who draws the desktop: PCManFM-Qt may run as a file manager alone.
+/// Returns who draws the desktop: PCManFM-Qt may run as a file manager alone.
 Ruler RulerOfDesktop()
 {
     const std::optional<std::string> draws = Ask({kService, kObject, "org.freedesktop.DBus.Properties.Get",
@@ -82,7 +82,7 @@ std::string OwnFolder()
     return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? path.Path() : "";
 }
 
-/// The user's own comes first.
+/// The user's own folder comes first.
 std::vector<std::string> SettingsFolders()
 {
     std::vector<std::string> folders;
@@ -111,7 +111,7 @@ bool Exists(const std::string& path)
     return !path.empty() && std::filesystem::is_regular_file(path, error);
 }
 
-/// Whether the session starts it.
+/// Returns whether the session starts it.
 bool IsAutostarted()
 {
     for (const std::string& folder : SettingsFolders()) {
@@ -135,7 +135,7 @@ bool AwaitPicture(const std::string& path)
     return true;
 }
 
-/// Puts the value into the user's file, in the place of the one that stands there.
+/// Writes the value into the user's file, in place of the present one.
 bool WritePicture(const std::string& written)
 {
     const std::string path = OwnFolder() + kFile;
@@ -195,7 +195,7 @@ bool PcmanfmDesktop::IsThere() const
     return Current().has_value() && (ruler == Ruler::kItself || (ruler == Ruler::kNobody && IsAutostarted()));
 }
 
-/// It takes the first file that there is, whole.
+/// It uses the first existing file as a whole.
 std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
 {
     for (const std::string& folder : SettingsFolders()) {
@@ -204,7 +204,7 @@ std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
             continue;
         const IniFile file(*text, IniFile::Values::kAsWritten);
         const auto value = [&file](const char* key) { return file.Value(kGroup, key).value_or(""); };
-        // A path ends at the first zero for everybody else.
+        // For all other programs, a path ends at the first zero.
         const auto path = [&value](const char* key) {
             const std::string plain = UnescapedByQt(value(key));
             return plain.substr(0, plain.find('\0'));
@@ -225,7 +225,7 @@ std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
 
 std::string PcmanfmDesktop::Slide(const State& state)
 {
-    // Only stretched pictures are cached, and only then it is written at once which one is shown.
+    // Only stretched pictures are cached, and only then the file says at once which one is shown.
     const std::string cached = IniFile::TextOf(CachedSlide()).value_or("");
     const bool isSlide = cached.rfind(state.slides, 0) == 0 && Exists(cached);
     return state.mode == "stretch" && isSlide ? cached : state.slide;
@@ -248,7 +248,7 @@ std::optional<rgb_color> PcmanfmDesktop::Read()
 std::optional<BMessage> PcmanfmDesktop::Keep()
 {
     const std::optional<State> state = Current();
-    // A slide show that has no wallpaper beside it could not be brought back before its next picture.
+    // A slideshow without a wallpaper beside it could not be restored before its next picture.
     if (!state || (!state->slides.empty() && !state->IsPlain() && !state->hasPicture))
         return std::nullopt;
     BMessage kept;
@@ -329,8 +329,8 @@ bool PcmanfmDesktop::Restore(const BMessage& kept)
 
 bool PcmanfmDesktop::PutPictureBack(const State& before, const State& now)
 {
-    // A picture that is gone it would not take. It shows the background's colour where its own is gone, and so it does
-    // at the next login.
+    // It refuses a picture that is gone. It shows the background's colour if its own picture is gone, and does so at
+    // the next login.
     if (!Exists(before.picture)) {
         std::error_code error;
         std::filesystem::remove(now.picture, error);
@@ -355,7 +355,7 @@ bool PcmanfmDesktop::Change(rgb_color color, const BMessage*)
     fPaintedOver.reset();
     fChanged.reset();
     if (now->IsPlain()) {
-        // Where the mode is noted, the picture can be.
+        // If the mode is noted, the picture can be noted too.
         if (fNotesMode)
             return ShowInSettings(color);
         fChanged.emplace(*now, color);

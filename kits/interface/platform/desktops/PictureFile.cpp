@@ -29,7 +29,7 @@ constexpr const char* kProgram = "average-picture";
 
 thread_local int sStop = -1;
 
-/// Parts from 0 to 65535, the colours multiplied by the opacity.
+/// Components from 0 to 65535, the colours multiplied by the opacity.
 struct Average {
     unsigned red = 0;
     unsigned green = 0;
@@ -37,7 +37,7 @@ struct Average {
     unsigned alpha = 0;
 };
 
-/// The state of files: another one when their contents may be others.
+/// The state of files, which differs if their contents may differ.
 using State = std::string;
 
 /// The last answers, newest first, and the program that reads.
@@ -54,7 +54,7 @@ struct Memory {
     }
 };
 
-/// The byte that "%41" stands for at a place of the text; nothing if no coded byte stands there.
+/// Returns the byte for which "%41" stands at a place of the text; nothing if there is no coded byte.
 std::optional<char> CodedAt(std::string_view text, size_t place)
 {
     unsigned value = 0;
@@ -70,7 +70,7 @@ std::string PathOf(const std::string& location)
     if (!location.starts_with(kScheme))
         return location;
     std::string_view text = std::string_view(location).substr(kScheme.size());
-    // "file://host/path", where the host is this one.
+    // "file://host/path", if the host is this one.
     if (text.starts_with("//"))
         text.remove_prefix(std::min(text.find('/', 2), text.size()));
     std::string path;
@@ -82,7 +82,7 @@ std::string PathOf(const std::string& location)
     return path;
 }
 
-/// The regular files of a folder in the order of their names.
+/// Returns the regular files of a folder, sorted by name.
 std::vector<std::string> FilesOf(const std::string& folder)
 {
     std::vector<std::string> files;
@@ -100,7 +100,7 @@ std::vector<std::string> FilesOf(const std::string& folder)
     return files;
 }
 
-/// The path of the picture that a slideshow shows now; of any other file its own.
+/// Returns the path of the picture that a slideshow shows now; for any other file its own path.
 std::string PictureOf(const std::string& path)
 {
     std::error_code error;
@@ -113,7 +113,7 @@ std::string PictureOf(const std::string& path)
     return SlideAt(text, int64{now} + local.tm_gmtoff);
 }
 
-/// The files that may be the picture, in the order in which they are tried.
+/// Returns the files that may be the picture, in the order in which they are tried.
 std::vector<std::string> FilesAt(const std::string& location)
 {
     const std::string path = PictureOf(location);
@@ -126,7 +126,7 @@ std::vector<std::string> FilesAt(const std::string& location)
     return files;
 }
 
-/// Removes everything but regular files.
+/// Removes everything except regular files.
 State StateOf(std::vector<std::string>* files)
 {
     State state;
@@ -186,7 +186,7 @@ std::optional<Average> AverageOfFiles(std::vector<std::string> files)
     arguments.insert(arguments.end(), files.begin(), files.end());
     std::string printed;
     const Tool::Ending ending = Tool::Run(arguments, bounds::kLongestPicture, sStop, &printed);
-    // Next time the machine may have less to do.
+    // Next time the machine may be less busy.
     if (ending == Tool::Ending::kGivenUp)
         return std::nullopt;
     const std::optional<Average> average = ending == Tool::Ending::kGood ? Parse(printed) : std::nullopt;

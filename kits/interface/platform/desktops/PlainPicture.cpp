@@ -42,7 +42,7 @@ void Append(std::string& bytes, unsigned value, int size)
         bytes += static_cast<char>(value >> (8 * i));
 }
 
-/// A BMP whose only entry of the palette is the colour: each row is a few runs of that entry.
+/// Returns a BMP whose palette has the colour as its only entry: each row is a few runs of that entry.
 std::string BytesOf(rgb_color color, int width, int height)
 {
     std::string row;
@@ -53,7 +53,7 @@ std::string BytesOf(rgb_color color, int width, int height)
     std::string rows;
     for (int i = 0; i < height; i++) {
         rows += row;
-        Append(rows, i + 1 < height ? 0x0000 : 0x0100, 2); // the end of a row, of all
+        Append(rows, i + 1 < height ? 0x0000 : 0x0100, 2); // the end of a row, or of the picture
     }
     constexpr unsigned kHeader = 14;
     constexpr unsigned kFormat = 40;
@@ -66,10 +66,10 @@ std::string BytesOf(rgb_color color, int width, int height)
     Append(bytes, static_cast<unsigned>(width), 4);
     Append(bytes, static_cast<unsigned>(height), 4);
     Append(bytes, 1, 2); // planes
-    Append(bytes, 8, 2); // bits a pixel
+    Append(bytes, 8, 2); // bits per pixel
     Append(bytes, 1, 4); // runs of 8 bits
     Append(bytes, static_cast<unsigned>(rows.size()), 4);
-    Append(bytes, 2835, 4); // pixels a metre
+    Append(bytes, 2835, 4); // pixels per metre
     Append(bytes, 2835, 4);
     Append(bytes, 1, 4); // entries
     Append(bytes, 0, 4);
@@ -117,7 +117,7 @@ void RemoveOthers(const std::vector<std::string>& used)
     }
     for (const std::string& path : unused)
         std::filesystem::remove(path, error);
-    // Only when it is empty.
+    // Removes the folder only if it is empty.
     std::filesystem::remove(Folder(), error);
 }
 

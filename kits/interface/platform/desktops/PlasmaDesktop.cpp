@@ -34,7 +34,7 @@ constexpr rgb_color kBehind = make_color(0, 0, 0);
 /// The shell usually writes a new setting at once.
 constexpr bigtime_t kLongestWrite = 2000000;
 
-/// A line for each setting of each desktop: its number, the setting and the value. That of the main monitor has the
+/// A line for each setting of each desktop: its number, the setting and the value. The line of the main monitor has the
 /// monitor's size.
 constexpr const char* kReadScript = "function line(d, name, value) { print(d.id + ' ' + name + ' ' + value + '\\n'); }"
                                     "function of(d, plugin, key) {"
@@ -68,7 +68,7 @@ std::optional<std::string> Evaluate(const std::string& script)
         {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
 }
 
-/// True only if the bus says so: a bus that does not answer may have a shell.
+/// Returns true only if the bus says so: if a bus does not answer, a shell may run.
 bool IsShellGone()
 {
     const std::optional<std::string> answer = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -130,7 +130,7 @@ Place PlaceOf(const std::string& key)
     return PlaceOf(DesktopOf(key), key.substr(key.find('/') + 1));
 }
 
-/// "" where there is no settings folder.
+/// Returns "" if there is no settings folder.
 std::string FilePath()
 {
     BPath path;
@@ -155,7 +155,8 @@ SettingsDesktop::Setting Make(const std::string& desktop, const std::string& nam
     return {desktop + "/" + name, kind, value.empty() ? std::nullopt : std::optional(value), !value.empty()};
 }
 
-/// The settings that a shell would read when it starts. The file also has panels, which have another form factor.
+/// Returns the settings that a shell would read when it starts. The file also contains panels, which have another form
+/// factor.
 std::optional<SettingsDesktop::Settings> Stored()
 {
     SettingsDesktop::Settings settings;
@@ -174,7 +175,7 @@ std::optional<SettingsDesktop::Settings> Stored()
     return settings.empty() ? std::nullopt : std::optional(settings);
 }
 
-/// @param value  nothing: takes the setting away
+/// @param value  nothing: removes the setting
 bool WriteFile(const std::string& key, const std::optional<std::string>& value)
 {
     const Place place = PlaceOf(key);
@@ -262,7 +263,7 @@ bool PlasmaDesktop::Unset(const std::string& key)
     if (value != nullptr)
         AwaitInFile(key, *value);
     WriteFile(key, std::nullopt);
-    // Without the tool for it the entry stays.
+    // Without the tool for this, the entry stays.
     return true;
 }
 
@@ -288,7 +289,7 @@ std::optional<rgb_color> PlasmaDesktop::ParseColor(const std::string& value) con
     return ParseHexColor(value);
 }
 
-/// That of the main monitor; while no shell runs, of the first desktop.
+/// Returns the colour of the main monitor; while no shell runs, that of the first desktop.
 std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
 {
     if (settings.empty())

@@ -23,7 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Around the value of a setting's default.
+/// Precedes the value of a setting's default.
 constexpr std::string_view kStart = "<default>";
 constexpr std::string_view kEnd = "</default>";
 
@@ -37,7 +37,7 @@ std::string PathOf(const std::string& location)
     return QUrl(QString::fromStdString(location)).toLocalFile().toStdString();
 }
 
-/// The wallpaper of the chosen look.
+/// Returns the wallpaper of the chosen look.
 std::string DefaultSetting()
 {
     const std::string look = KdeSettings::Value("kdeglobals", "KDE", "LookAndFeelPackage").value_or(kFirstLook);
@@ -73,7 +73,7 @@ std::optional<std::string> BestIn(const fs::path& folder, Size screen)
         if (IsPictureName(file->path()) && file->is_regular_file(ignored))
             names.push_back(file->path().filename());
     }
-    // In no order, as folders have them, pictures without a size would come by chance.
+    // Sorted, because in a folder's arbitrary order pictures without a size would be chosen by chance.
     std::sort(names.begin(), names.end());
     const int best = BestOf(names, screen);
     return best < 0 ? std::nullopt : std::optional((folder / names[static_cast<size_t>(best)]).string());
@@ -113,7 +113,7 @@ std::string DefaultColor()
     if (!path)
         return {};
     const std::string settings = ReadSmallFile(*path, bounds::kMostForeignSettings).value_or("");
-    // Searched by hand: a compiler warns of the standard library's expressions when it builds for a sanitizer.
+    // Searched by hand: with a sanitizer, a compiler warns about the standard library's regular expressions.
     const size_t entry = settings.find("name=\"Color\"");
     const size_t value = entry == std::string::npos ? entry : settings.find('#', entry);
     if (value == std::string::npos || value < kStart.size())
@@ -142,7 +142,7 @@ int BestOf(const std::vector<std::string>& names, Size screen)
             isSmall = size.width < screen.width || size.height < screen.height;
         }
         if (isSized && screen.width > 0 && screen.height > 0) {
-            // Shapes that differ by the rounding of their sides are the same.
+            // Shapes that differ only by the rounding of their sides are equal.
             const double exact = std::log(static_cast<double>(size.width) * screen.height / size.height / screen.width);
             shape = std::round(std::abs(exact) * 100);
         }

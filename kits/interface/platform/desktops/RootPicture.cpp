@@ -22,7 +22,7 @@ uint32 Scaled(uint8 value, uint32 mask)
 
 } // namespace
 
-/// Adds up pixels, part by part, in the server's own steps.
+/// Adds up pixels, component by component, in the server's own steps.
 struct RootPicture::Sum {
     struct Part {
         explicit Part(uint32 of)
@@ -61,7 +61,7 @@ struct RootPicture::Sum {
     uint64 count = 0;
 };
 
-/// A window beside the screen, one row high, that has the root window's background and hides none of it. The server
+/// A window beside the screen, one row high, that has the root window's background and covers none of it. The server
 /// keeps its pixels though nobody sees them.
 class RootPicture::Probe {
 public:
@@ -99,7 +99,7 @@ private:
     xcb_window_t fWindow;
 };
 
-/// A pixmap for some rows of the root window, at first one pixel everywhere.
+/// A pixmap for some rows of the root window, filled with one pixel at first.
 class RootPicture::Scratch {
 public:
     Scratch(const RootPicture& picture, uint32 pixel)
@@ -140,7 +140,7 @@ public:
         const xcb_rectangle_t line{0, static_cast<int16_t>(row), Width(), 1};
         xcb_poly_fill_rectangle(fConnection, fPixmap, fContext, 1, &line);
     }
-    /// All pixels; none if the server does not give them.
+    /// Returns all pixels; none if the server does not give them.
     std::vector<uint32> Pixels() const
     {
         const auto image = fPicture.Image(fPixmap, 0, Width(), fPicture.RowCount());

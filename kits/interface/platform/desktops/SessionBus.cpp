@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
 
-/// One of the folders, parted by ':', has such a program.
+/// Returns whether one of the folders, separated by ':', has such a program.
 bool HasProgram(std::string folders, const char* name)
 {
     for (size_t begin = 0; begin <= folders.size();) {

@@ -22,7 +22,7 @@ using Handler = void (*)(void* connection);
 /// After the start's windows are drawn, and before the desktop's portal is asked.
 constexpr int kLater = 200;
 
-/// The library goes on when this returns, and calls it again for everything that fails afterwards.
+/// The library continues when this returns, and calls it again for every later error.
 void Quit(void*)
 {
     static bool isTold = false;
@@ -45,7 +45,7 @@ void Watch()
     std::signal(SIGPIPE, SIG_IGN);
     if (IsSessionOf("LXQt") && std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
         QTimer::singleShot(kLater, QCoreApplication::instance(), WatchLxqt);
-    // Only where the toolkit has loaded it; it stays loaded.
+    // Only if the toolkit has loaded it; it stays loaded.
     void* const library = dlopen("libICE.so.6", RTLD_NOLOAD | RTLD_LAZY);
     if (library == nullptr)
         return;

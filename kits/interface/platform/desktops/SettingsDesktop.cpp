@@ -38,7 +38,7 @@ std::optional<BMessage> SettingsDesktop::Keep()
         kept.AddBool(kIsSet, setting.isSet);
         kept.AddString(kValue, setting.value.value_or(""));
     }
-    // Without a single one there is no background to paint.
+    // Without any setting there is no background to paint.
     return kept.IsEmpty() ? std::nullopt : std::optional(kept);
 }
 
@@ -71,7 +71,7 @@ bool SettingsDesktop::Restore(const BMessage& kept)
         return false;
     int32 count = 0;
     kept.GetInfo(kKey, nullptr, &count);
-    // Each is put back once: a setting may take seconds, and a damaged file may name it thousands of times.
+    // Each setting is restored once: it may take seconds, and a damaged file may name it thousands of times.
     std::set<std::string> done;
     // Styles first, so that the picture comes back at once.
     for (int32 i = count - 1; i >= 0; i--) {
@@ -128,7 +128,7 @@ bool SettingsDesktop::IsPainted() const
 bool SettingsDesktop::TakeNews()
 {
     const std::vector<std::string> changes = TakeChanges();
-    // While the desktop is painted we change the colours ourselves.
+    // While the desktop is painted, we change the colours ourselves.
     return std::any_of(changes.begin(), changes.end(),
                        [this](const std::string& change) { return !fPainted || MayBeStyle(change); });
 }

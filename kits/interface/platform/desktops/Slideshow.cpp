@@ -24,7 +24,7 @@ struct Slideshow {
     std::vector<Slide> slides;
 };
 
-/// The path in an element that holds one, or several of other sizes, of which the first is taken.
+/// Reads the path in an element that holds one, or several for other sizes, of which the first one counts.
 QString PathIn(QXmlStreamReader& reader)
 {
     QString only;
@@ -56,7 +56,7 @@ Slide ReadSlide(QXmlStreamReader& reader)
     return slide;
 }
 
-/// Seconds since 1970; 0 for a moment that never is.
+/// Returns seconds since 1970; 0 for an impossible moment.
 double ReadStart(QXmlStreamReader& reader)
 {
     int year = 1970;

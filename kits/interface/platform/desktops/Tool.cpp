@@ -83,7 +83,7 @@ Tool::Tool(const std::vector<std::string>& arguments)
         dup2(nothing.Get(), STDIN_FILENO);
         dup2(input.Get(), STDOUT_FILENO);
         dup2(nothing.Get(), STDERR_FILENO);
-        // It may have gone before the first line above.
+        // The parent may have gone before the first line above.
         if (getppid() == parent)
             execve(program.c_str(), argumentPointers.data(), variablePointers.data());
         _exit(127);
@@ -169,7 +169,7 @@ bool Tool::Bury(bool kill)
 {
     if (fProcess < 0)
         return false;
-    // A tool that has closed its output and goes on is not waited for.
+    // Does not wait for a tool that has closed its output and continues.
     for (const bigtime_t until = system_time() + bounds::kLongestTool; !kill; snooze(1000)) {
         int status = 0;
         const pid_t gone = waitpid(fProcess, &status, WNOHANG);

@@ -22,7 +22,7 @@ xcb_atom_t AtomOf(xcb_connection_t* connection, const char* name)
     return reply != nullptr ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
 }
 
-/// Other programs see all changes that are made while it exists as one step.
+/// For the life of this object, other programs see all changes as one step.
 class ServerGrab {
 public:
     explicit ServerGrab(xcb_connection_t* connection)
@@ -105,7 +105,7 @@ xcb_pixmap_t X11Desktop::PropertyOf(xcb_atom_t atom) const
     return *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()));
 }
 
-/// The pixmap that the root window has, if it was named and is still alive.
+/// Returns the root window's pixmap, if a property names it and it is still alive.
 xcb_pixmap_t X11Desktop::NamedPicture() const
 {
     for (const xcb_atom_t atom : {fAtoms.picture, fAtoms.owned, fAtoms.otherPicture}) {
@@ -166,7 +166,7 @@ std::optional<X11Desktop::PaintMark> X11Desktop::Mark() const
     return PaintMark{static_cast<uint64>(values[0]) << 32 | values[1], values[2]};
 }
 
-/// A pixmap of one pixel, which a background repeats. It stays when this process ends.
+/// Makes a pixmap of one pixel, which a background repeats. It survives this process.
 xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
 {
     // A program that sets the next background frees this pixmap by ending the client that made it. So a connection of
@@ -182,7 +182,7 @@ xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
     const xcb_rectangle_t all{0, 0, 1, 1};
     xcb_poly_fill_rectangle(painter.get(), pixmap, context, 1, &all);
     xcb_free_gc(painter.get(), context);
-    // The pixmap has to be there before the other connection uses it.
+    // The pixmap must exist before the other connection uses it.
     const auto request = xcb_get_geometry(painter.get(), pixmap);
     const XReply<xcb_get_geometry_reply_t> made(xcb_get_geometry_reply(painter.get(), request, nullptr));
     return made != nullptr ? pixmap : static_cast<xcb_pixmap_t>(XCB_NONE);
@@ -271,7 +271,7 @@ bool X11Desktop::Change(rgb_color color, const BMessage* kept)
     SetNames(pixmap, pixmap, XCB_NONE);
     if (isOurs)
         Free(fPainted);
-    // By custom, the program that sets the next picture frees one that both names tell.
+    // By custom, the program that sets the next picture frees one that both properties name.
     if (before == owned)
         Free(owned);
     fPainted = XCB_NONE;

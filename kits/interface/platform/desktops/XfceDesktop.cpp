@@ -19,7 +19,7 @@ constexpr const char* kChannel = "xfce4-desktop";
 constexpr const char* kBackdrop = "/backdrop/";
 constexpr const char* kWorkspace = "/workspace";
 
-/// All workspaces show the background of one; else each has its own.
+/// All workspaces show the background of one workspace; otherwise each has its own.
 constexpr const char* kSingleMode = "/backdrop/single-workspace-mode";
 constexpr const char* kSingleNumber = "/backdrop/single-workspace-number";
 
@@ -32,7 +32,7 @@ constexpr const char* kImage = "/last-image";
 /// One colour, no picture.
 constexpr const char* kPlain = "0";
 
-/// Where no colour is set.
+/// The default where no colour is set.
 constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 bool EndsWith(const std::string& text, const std::string& end)
@@ -40,7 +40,7 @@ bool EndsWith(const std::string& text, const std::string& end)
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-/// The part of a setting's name that is the workspace's; "" when it belongs to none.
+/// Returns the workspace's part of a setting's name; "" if the setting belongs to none.
 std::string WorkspaceOf(const std::string& key)
 {
     const size_t workspace = key.rfind(kBackdrop, 0) == 0 ? key.find(kWorkspace) : std::string::npos;
@@ -48,7 +48,7 @@ std::string WorkspaceOf(const std::string& key)
     return end == std::string::npos ? "" : key.substr(0, end);
 }
 
-/// Of a list as it is printed: a heading, and a line for each item.
+/// Parses a printed list: a heading, and a line for each item.
 std::string ItemsOf(const std::string& printed)
 {
     std::istringstream lines(printed);
@@ -96,7 +96,7 @@ std::optional<SettingsDesktop::Settings> XfceDesktop::Current() const
             std::optional<std::string> value;
             if (found != values.end())
                 value = found->second;
-            // A list has its items on lines of their own, which only a question for it alone shows.
+            // A list's items are on lines of their own, which only a query for that list shows.
             if (value && (leaf == kColor || leaf == kOtherColor)) {
                 const std::optional<std::string> printed = Tool::Run({kTool, "-c", kChannel, "-p", key});
                 if (!printed)
@@ -169,7 +169,7 @@ std::string XfceDesktop::ShownWorkspace(const Settings& settings) const
         const std::string workspace = WorkspaceOf(setting.key);
         if (workspace.empty())
             continue;
-        // Monitors that were there once have settings too.
+        // Former monitors have settings too.
         const int rank =
             (workspace.find(monitor) != workspace.npos ? 2 : 0) + (EndsWith(workspace, kWorkspace + number) ? 1 : 0);
         if (rank > bestRank) {
@@ -180,7 +180,7 @@ std::string XfceDesktop::ShownWorkspace(const Settings& settings) const
     return best;
 }
 
-/// That of the main monitor and the workspace that is shown.
+/// Returns the colour of the main monitor and the visible workspace.
 std::optional<rgb_color> XfceDesktop::Shown(const Settings& settings) const
 {
     if (settings.empty())

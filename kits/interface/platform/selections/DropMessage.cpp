@@ -30,7 +30,7 @@ bool FindColor(const BMessage& message, rgb_color* color)
 
 constexpr const char* kColorFormat = "application/x-color";
 
-/// As programs send it: red, green, blue and alpha as numbers of 16 bits.
+/// The common format: red, green, blue and alpha as numbers of 16 bits.
 std::unique_ptr<BMessage> ColorMessage(const std::string& bytes)
 {
     std::array<uint16, 4> numbers{};
@@ -112,7 +112,7 @@ std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& byt
 std::string BytesOf(const QMimeData& data, const std::string& form)
 {
     if (form == kColorFormat) {
-        // The toolkit gives its own colours in no other way.
+        // The toolkit gives its own colours only in this way.
         const auto color = qvariant_cast<QColor>(data.colorData());
         if (color.isValid()) {
             const QRgba64 parts = color.rgba64();

@@ -22,7 +22,7 @@ PipeReader::PipeReader(int descriptor, size_t limit, std::function<void(std::opt
 
 PipeReader::~PipeReader()
 {
-    // The notifier may be calling us.
+    // The notifier may be the caller.
     fNotifier->setEnabled(false);
     fNotifier->disconnect();
     fNotifier->deleteLater();
@@ -31,7 +31,7 @@ PipeReader::~PipeReader()
 
 void PipeReader::Read()
 {
-    // No more in one turn: the owner may write as fast as this reads.
+    // Limited per turn, because the owner may write as fast as this reads.
     std::array<char, 65536> bytes;
     const ssize_t size = read(fDescriptor, bytes.data(), bytes.size());
     if (size < 0) {

@@ -32,12 +32,13 @@ struct Offer {
     StartReceiving start = nullptr;
 };
 
-/// Stands for the toolkit's interface of all kinds of offers, which begins with a destructor, too.
+/// Stands in for the toolkit's interface of all kinds of offers, which also begins with a destructor.
 struct Polymorphic {
     virtual ~Polymorphic() = default;
 };
 
-/// Words of this process, null where it has no memory: a toolkit may be built in another way than expected.
+/// Reads words of this process's memory; returns nothing if there is no memory: the toolkit may be built differently
+/// than expected.
 template <size_t kCount> std::optional<std::array<uintptr_t, kCount>> WordsAt(const void* place)
 {
     std::array<uintptr_t, kCount> words{};
@@ -54,8 +55,8 @@ bool IsOf(const char* name, std::initializer_list<const char*> classes)
         classes.begin(), classes.end(), [name](const char* known) { return std::strcmp(name, known) == 0; });
 }
 
-/// The place of startReceiving among the virtual functions of the interface. It is looked up in the table of the one
-/// kind of offer that the library shows.
+/// Finds the index of startReceiving among the virtual functions of the interface, by looking it up in the table of the
+/// one kind of offer that the library exports.
 std::optional<size_t> FindSlot(const void* ofLibrary)
 {
     Dl_info info{};
@@ -130,7 +131,7 @@ public:
     void Ask(const SelectionForm& form, std::function<void(Data)> answer) override
     {
         fReader.reset();
-        // The toolkit lets go of an offer when another one comes.
+        // The toolkit drops an offer when another one comes.
         const std::optional<Offer> offer = fOffered != nullptr ? OfferIn(*fOffered) : std::nullopt;
         std::array<int, 2> ends{};
         if (!offer.has_value() || pipe2(ends.data(), O_CLOEXEC) != 0) {

@@ -30,7 +30,7 @@ xcb_window_t OwnerOf(xcb_connection_t* server, xcb_atom_t selection)
     return answer != nullptr ? answer->owner : static_cast<xcb_window_t>(XCB_NONE);
 }
 
-/// Hears of compositors that come and go: the toolkit asks for those events for its own use.
+/// Notices compositors that come and go: the toolkit selects those events for its own use.
 class CompositorWatch : public QAbstractNativeEventFilter {
 public:
     explicit CompositorWatch(xcb_connection_t* server)
@@ -47,7 +47,7 @@ public:
 
     bool nativeEventFilter(const QByteArray&, void* event, qintptr*) override
     {
-        /// A selection has another owner.
+        /// The event that a selection has another owner.
         struct Notice {
             uint8_t type;
             uint8_t subtype;
@@ -75,7 +75,7 @@ private:
     std::function<void()> fChanged;
 };
 
-/// Null without an X server. As long-lived as the toolkit's application object, whose connection it uses.
+/// Returns null without an X server. Lives as long as the toolkit's application object, whose connection it uses.
 CompositorWatch* Compositor()
 {
     static CompositorWatch* watch = nullptr;
@@ -155,7 +155,7 @@ void MoveToCurrentWorkspace(const QWindow& window)
     request.window = id;
     request.type = atoms[0];
     request.data.data32[0] = current[0];
-    request.data.data32[1] = 1; // an application asks, not a task bar
+    request.data.data32[1] = 1; // the request comes from an application, not from a task bar
     xcb_send_event(server, 0, Root(server), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&request));
     xcb_flush(server);

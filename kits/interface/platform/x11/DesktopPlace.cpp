@@ -18,7 +18,7 @@ namespace {
 using namespace XWindows;
 using DesktopLayer::Ground;
 
-/// Windows within windows; a frame, what it holds, and what that holds.
+/// Maximum depth of windows within windows: a frame, its content, and the content's children.
 constexpr int kDeepest = 16;
 
 /// A place of the screen and that screen, in the server's pixels: the toolkit scales within screens and leaves their
@@ -53,7 +53,7 @@ bool IsInputOnly(xcb_connection_t* server, xcb_window_t window)
     return answer != nullptr && answer->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
 }
 
-/// What is dragged, and whatever else of ours lets the pointer through.
+/// The picture of a drag, and other windows of ours that let the pointer through.
 bool IsTransparentForInput(xcb_window_t id)
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();
@@ -63,7 +63,7 @@ bool IsTransparentForInput(xcb_window_t id)
     });
 }
 
-/// The children of the root window that show something at a place, the topmost first.
+/// Returns the visible children of the root window at a place, the topmost first.
 std::vector<TopWindow> TopWindowsAt(xcb_connection_t* server, QPoint place)
 {
     const Answer<xcb_query_tree_reply_t> tree(
@@ -94,11 +94,11 @@ std::vector<TopWindow> TopWindowsAt(xcb_connection_t* server, QPoint place)
     return windows;
 }
 
-/// The window that shows topmost at a place, NONE for the root window.
+/// Returns the topmost visible window at a place; NONE for the root window.
 xcb_window_t TopAt(xcb_connection_t* server, QPoint place)
 {
     const xcb_window_t top = ChildAt(server, Root(server), place);
-    // A compositor may have the server forget that what is dragged lets the pointer through.
+    // A compositor may make the server forget that the picture of a drag lets the pointer through.
     if (top == XCB_NONE || (!IsInputOnly(server, top) && !IsTransparentForInput(top)))
         return top;
     const std::vector<TopWindow> windows = TopWindowsAt(server, place);

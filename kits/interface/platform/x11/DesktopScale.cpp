@@ -17,11 +17,11 @@ namespace kits::DesktopScale {
 namespace {
 
 constexpr double kPlain = 96;
-constexpr int32 kParts = 1024; ///< of a dot per inch, as resolutions are told
+constexpr int32 kParts = 1024; ///< of a dot per inch, the unit of resolutions in the settings
 
-/// The toolkit's own scale before this one had a say.
+/// The toolkit's own scale before this class changed it.
 std::optional<double> sFirst;
-/// The user has told the toolkit a scale by its own variables.
+/// Whether the user has set the toolkit's scale by its own variables.
 bool sIsChosenByUser = false;
 bool sIsOurs = false;
 bool sIsDeaf = false;
@@ -39,7 +39,7 @@ bool IsChosenByUser()
            IsSet("QT_FONT_DPI") || IsSet("QT_USE_PHYSICAL_DPI");
 }
 
-/// Whole dots per inch of a setting, as the toolkit counts them.
+/// Returns a setting in whole dots per inch, as the toolkit counts them.
 std::optional<double> Dots(const XSettings& settings, const char* name)
 {
     const std::optional<int32> parts = settings.Integer(name);
@@ -48,8 +48,8 @@ std::optional<double> Dots(const XSettings& settings, const char* name)
     return static_cast<double>(*parts / kParts);
 }
 
-/// The toolkit has these for its own environment variables, and shows them to nobody who links it in the usual way.
-/// Without them nothing happens.
+/// The toolkit has these functions for its own environment variables, and does not export them for ordinary linking.
+/// Without them, this does nothing.
 void SetFactor(QScreen* screen, double factor)
 {
     using SetFunction = void (*)(QScreen*, double);

@@ -19,7 +19,7 @@ namespace kits::ManagerChange {
 
 namespace {
 
-/// A window manager puts windows into frames of its own; when it ends they are children of the root window again.
+/// A window manager puts windows into frames of its own; when it ends, they are children of the root window again.
 class Filter : public QObject, public QAbstractNativeEventFilter {
 public:
     explicit Filter(xcb_connection_t* server)
@@ -34,7 +34,7 @@ public:
         fWatched.push_back({&pane, {}});
     }
 
-    /// The toolkit asks for these events of its windows.
+    /// The toolkit selects these events of its windows.
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
         const auto* const event = static_cast<const xcb_reparent_notify_event_t*>(message);
@@ -48,10 +48,10 @@ public:
             return false;
         WindowPane* const pane = watched->pane;
         if (event->parent == fRoot) {
-            // The toolkit has not yet heard of another place. A hidden window goes back, too.
+            // The toolkit has not learned of another place yet. A hidden window returns as well.
             watched->place = pane->isVisible() ? std::optional(pane->geometry().topLeft()) : std::nullopt;
         } else if (const std::optional<QPoint> place = std::exchange(watched->place, {})) {
-            // Not now: events of the system come without the interface lock.
+            // Later, because the system's events come without the interface lock.
             QMetaObject::invokeMethod(
                 pane, [pane, place] { pane->PutBack(place->x(), place->y()); }, Qt::QueuedConnection);
         }

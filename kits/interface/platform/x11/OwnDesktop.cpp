@@ -16,7 +16,7 @@ xcb_window_t MakeOwnDesktop(xcb_connection_t* server)
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"});
     SetProperty(server, window, atoms[0], XCB_ATOM_ATOM, {atoms[1]});
-    // A window manager puts a window elsewhere unless the place is said to be the user's.
+    // A window manager moves a window unless its place is marked as the user's.
     constexpr uint32_t kUsersPlace = 1;
     std::vector<uint32_t> hints(18);
     hints[0] = kUsersPlace;

@@ -29,7 +29,7 @@ constexpr std::pair<std::string_view, Way> kManagers[] = {
     {"Mutter", Way::kTransientForAny}, {"GNOME Shell", Way::kTransientForAny}, {"Muffin", Way::kTransientForAny},
     {"Openbox", Way::kSplash}};
 
-/// Until then the window of a desktop that starts, or starts anew, is there.
+/// By then, the window of a desktop that starts or restarts is there.
 constexpr std::chrono::seconds kDesktopStarts{3};
 
 /// A window that stays shown.
@@ -73,14 +73,14 @@ public:
         LookSoon();
     }
 
-    /// Once for all that has happened in this turn.
+    /// Once for everything that has happened in this turn.
     void LookSoon()
     {
         if (!fLook.isActive())
             fLook.start(0);
     }
 
-    /// The toolkit asks for the root window's changes, for its own use.
+    /// The toolkit selects the root window's changes for its own use.
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
         const auto* event = static_cast<const xcb_property_notify_event_t*>(message);
@@ -100,7 +100,7 @@ private:
         std::vector<Kept*> kept;
         std::vector<xcb_window_t> ids;
         for (Kept& one : fKept) {
-            // The toolkit takes back what is set before the window is shown.
+            // The toolkit overwrites properties that are set before the window is shown.
             if (one.window == nullptr || one.window->handle() == nullptr ||
                 !Holds(clients, static_cast<xcb_window_t>(one.window->winId())))
                 continue;
@@ -114,7 +114,7 @@ private:
         const bool isTransient = *fWay == Way::kTransient || *fWay == Way::kTransientForAny;
         const xcb_window_t desktop = isTransient ? DesktopAmong(clients) : static_cast<xcb_window_t>(XCB_NONE);
         const bool needsOwn = desktop == XCB_NONE && *fWay == Way::kTransientForAny;
-        // Until the window manager has taken ours, nothing can be transient for it.
+        // Until the window manager manages our desktop window, nothing can be transient for it.
         const bool hasOwn = needsOwn && Holds(clients, fOwn);
         SetParent(ids, hasOwn ? fOwn : desktop);
         if (!needsOwn) {
@@ -134,7 +134,7 @@ private:
         return manager.empty() ? Way::kNone : WayFor(Text(fServer, manager.front(), fName));
     }
 
-    /// That of another program, NONE without one.
+    /// Returns the window of another program, or NONE.
     xcb_window_t DesktopAmong(const std::vector<xcb_window_t>& clients) const
     {
         const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fType);
@@ -169,7 +169,7 @@ private:
                 kept[i]->types = types[i];
             SetProperty(fServer, windows[i], fType, XCB_ATOM_ATOM,
                         isSplash ? std::vector<uint32_t>{fSplash, fNormal} : kept[i]->types);
-            // A type that changes is not looked at; with these it is.
+            // Window managers ignore a change of the type alone, and read the type again when the hints change.
             SetProperty(fServer, windows[i], fHints, fHints, Property(fServer, windows[i], fHints));
         }
     }
@@ -185,13 +185,13 @@ private:
     xcb_atom_t fNormal;
     xcb_atom_t fHints;
     std::vector<Kept> fKept;
-    std::optional<Way> fWay; ///< of this window manager; empty until it is asked
+    std::optional<Way> fWay; ///< of this window manager; empty until it is known
     QTimer fLook;
-    QTimer fMiss;                 ///< from when no program has a desktop's window until ours is made
-    xcb_window_t fOwn = XCB_NONE; ///< while no other program has one and the window manager needs it
+    QTimer fMiss;                 ///< from the moment when no program has a desktop window until ours is made
+    xcb_window_t fOwn = XCB_NONE; ///< only while no other program has one and the window manager needs it
 };
 
-/// As long-lived as the toolkit's application object; null before the first window.
+/// Lives as long as the toolkit's application object; null before the first window.
 QPointer<Keeper> sKeeper;
 
 } // namespace

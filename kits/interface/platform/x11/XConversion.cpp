@@ -27,7 +27,7 @@ void XConversion::Answered(uint32 selection, uint32 target, uint32 property)
     if (piece.type == 0 || !piece.isWhole) {
         Refuse();
     } else if (piece.type == fIncremental) {
-        // The property is removed: the owner begins.
+        // Removing the property tells the owner to begin.
         fState = State::kPieces;
     } else {
         fState = State::kDone;

@@ -25,7 +25,7 @@ XDragWatch::XDragWatch(std::function<ForeignOffer*()> offer)
     : fServer(XServer())
     , fOffer(std::move(offer))
 {
-    // The answers are taken when the first message comes: no start waits for them.
+    // The answers are collected when the first message comes, so no start waits for them.
     constexpr std::array<std::string_view, kAtoms> kNames{"XdndEnter", "XdndPosition", "XdndDrop", "XdndLeave",
                                                           "XdndFinished"};
     for (size_t i = 0; i < kAtoms; i++)
@@ -79,7 +79,7 @@ bool XDragWatch::Handle(const xcb_client_message_event_t& message)
 
 bool XDragWatch::Hold(const xcb_client_message_event_t& drop)
 {
-    // A second drop of the same drag is none.
+    // A second drop of the same drag counts as none.
     if (fHeld.has_value())
         return true;
     const ForeignOffer* const offer = fOffer();
@@ -88,7 +88,7 @@ bool XDragWatch::Hold(const xcb_client_message_event_t& drop)
     fDrag.time = drop.data.data32[2];
     fHeld = drop;
     fHolds++;
-    // Events of the display come without the interface lock.
+    // The display's events come without the interface lock.
     RunOnMainThread([] {
         if (sWatch != nullptr)
             sWatch->FetchForHeld();

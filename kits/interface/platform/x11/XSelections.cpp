@@ -29,10 +29,10 @@ namespace {
 
 using XWindows::Answer;
 
-/// A late answer to an old question is not taken for one to a new question until so many have been asked in between.
+/// A late answer can be mistaken for the answer to a new question only after this many questions.
 constexpr uint32 kProperties = 32;
 
-/// The window that asks, and the questions that have not been answered.
+/// The window that asks, and the unanswered questions.
 class Asker : public QAbstractNativeEventFilter, public XConversion::Port {
 public:
     using Answered = std::function<void(const XConversion&)>;
@@ -71,7 +71,7 @@ public:
     }
 
     /// @param answered  called once, in a turn of the event loop
-    /// @return a number to take the question back with
+    /// @return a number with which to withdraw the question
     uint64 Ask(xcb_atom_t selection, xcb_atom_t target, xcb_timestamp_t time, size_t limit, Answered answered)
     {
         const xcb_atom_t property = AtomOf("KITS_SELECTION_" + std::to_string(fAsked++ % kProperties));
@@ -86,7 +86,7 @@ public:
 
     XConversion::Piece Take(uint32 property, size_t most) override
     {
-        // One byte more than allowed shows that there are too many; the words are of four.
+        // One byte more than allowed reveals an oversized answer; the unit is words of four bytes.
         const size_t words = most / 4 + 1;
         const Answer<xcb_get_property_reply_t> answer(xcb_get_property_reply(
             fServer,
@@ -138,7 +138,7 @@ private:
     void NewValue(xcb_atom_t property)
     {
         const auto isOf = [property](const auto& open) { return open.second.conversion.Asked().property == property; };
-        // An answer that comes too late is removed.
+        // A late answer is removed.
         if (std::none_of(fOpen.begin(), fOpen.end(), isOf))
             xcb_delete_property(fServer, fWindow, property);
         else
@@ -151,7 +151,7 @@ private:
             function(open.conversion);
             if (!open.conversion.IsOver() || std::exchange(open.isToldOf, true))
                 continue;
-            // Events of the display come without the interface lock.
+            // The display's events come without the interface lock.
             RunOnMainThread([number = number] { Finish(number); });
         }
     }
@@ -238,7 +238,7 @@ public:
 private:
     static Offers OffersIn(const XConversion& conversion)
     {
-        // Some give the list the name of the question as its type.
+        // Some owners give the list the name of the question as its type.
         if (conversion.Current() != XConversion::State::kDone ||
             (conversion.Type() != XCB_ATOM_ATOM && conversion.Type() != TheAsker().Targets()))
             return std::nullopt;
@@ -247,7 +247,7 @@ private:
         return NamesOf(atoms);
     }
 
-    /// The names of those forms that we may ask for.
+    /// Returns the names of those forms that we may ask for.
     static std::vector<std::string> NamesOf(const std::vector<xcb_atom_t>& atoms)
     {
         std::vector<std::string> names;

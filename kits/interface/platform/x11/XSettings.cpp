@@ -29,8 +29,8 @@ struct Free {
 };
 template <class Reply> using Answer = std::unique_ptr<Reply, Free>;
 
-/// Takes numbers out of bytes, in the order that the first one names. Beyond the end everything is 0 and the reader
-/// broken.
+/// Takes numbers out of bytes, in the byte order that the first one names. Beyond the end everything is 0 and the
+/// reader is broken.
 class Reader {
 public:
     explicit Reader(std::span<const uint8> bytes)
@@ -84,12 +84,12 @@ XSettings::XSettings(std::span<const uint8> bytes)
 {
     enum Type : uint32 { kInteger, kText, kColor };
     Reader reader(bytes);
-    reader.Skip(4); // how often they have changed
+    reader.Skip(4); // the number of changes
     for (uint32 count = reader.Number(4); count > 0 && !reader.IsBroken(); count--) {
         const uint32 type = reader.Number(1);
         reader.Skip(1);
         const std::string name = reader.Text(reader.Number(2));
-        reader.Skip(4); // when it changed
+        reader.Skip(4); // its last change
         if (type == kInteger) {
             const auto value = static_cast<int32>(reader.Number(4));
             if (!reader.IsBroken())
@@ -159,7 +159,7 @@ public:
         , fSource(source)
         , fSettings(std::move(settings))
     {
-        // The toolkit has asked for the events of the owner that it found, and for those of the root window.
+        // The toolkit selects the events of the owner that it has found, and those of the root window.
         qGuiApp->installNativeEventFilter(this);
     }
 
@@ -197,7 +197,7 @@ private:
         const xcb_void_cookie_t cookie =
             xcb_change_window_attributes_checked(fServer, owner, XCB_CW_EVENT_MASK, &kEvents);
         xcb_discard_reply(fServer, cookie.sequence);
-        // The toolkit follows the first one alone.
+        // The toolkit follows only the first owner.
         DesktopScale::ToolkitIsDeaf();
         Read();
     }
@@ -205,10 +205,10 @@ private:
     void Read()
     {
         fSettings = ReadXSettings(fServer, fSource);
-        // The toolkit would paint at any scale, as soon as it has read them, too.
+        // The toolkit, too, repaints at any scale as soon as it has read the settings.
         if (DesktopScale::OfToolkit(fSettings, 1) > DesktopScale::kMost)
             DesktopScale::Apply(fSettings);
-        // Otherwise the scale and what is painted with it change between two events.
+        // Otherwise the scale, and everything painted with it, would change between two events.
         QMetaObject::invokeMethod(
             qGuiApp,
             [] {
