@@ -3,6 +3,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/interface/InterfaceKit.h"
+#include "kits/interface/Shortcuts.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/support/MessageCodes.h"
 
@@ -81,6 +82,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s\n", kits::InterfaceError());
         return 1;
     }
+    kits::UseShortcuts();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     kits::ExitInterface();

@@ -2,6 +2,7 @@
 #include "src/app/Program.h"
 
 #include "kits/interface/InterfaceKit.h"
+#include "kits/interface/Shortcuts.h"
 #include "src/app/CommandLine.h"
 #include "src/app/QelApp.h"
 #include "src/app/ReadCommand.h"
@@ -59,6 +60,7 @@ int RunWithWindows(char** argv, const CommandLine& line)
         std::fprintf(stderr, "qel: %s\n", OneLine(kits::InterfaceError()).c_str());
         return 1;
     }
+    kits::UseShortcuts();
     kits::SetDesktopEntry(kDesktopEntry, kProgramName);
     const int status = line.action == CommandLine::Action::kSnapshot ? RunSnapshot(line) : RunSession();
     kits::ExitInterface();

@@ -2,6 +2,7 @@
 #include "src/desktop/DesktopProgram.h"
 
 #include "kits/interface/InterfaceKit.h"
+#include "kits/interface/Shortcuts.h"
 #include "kits/kernel/Errors.h"
 #include "src/desktop/DesktopApp.h"
 #include "src/prefs/StoreAlerts.h"
@@ -65,6 +66,7 @@ int RunDesktopProgram(int argc, char** argv)
         std::fprintf(stderr, "qel-desktop: %s\n", OneLine(kits::InterfaceError()).c_str());
         return 1;
     }
+    kits::UseShortcuts();
     kits::SetDesktopEntry(kDesktopEntry, kProgramName);
     const int status = Run();
     kits::ExitInterface();

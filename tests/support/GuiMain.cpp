@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/InterfaceKit.h"
+#include "kits/interface/Shortcuts.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s\n", kits::InterfaceError());
         return 1;
     }
+    kits::UseShortcuts();
     const int result = RUN_ALL_TESTS();
     kits::ExitInterface();
     return result;

@@ -3,9 +3,9 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
+#include "kits/interface/core/ScreenPath.h"
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/WindowImpl.h"
-#include "kits/interface/shortcuts/ScreenCopy.h"
 
 #include <algorithm>
 #include <vector>
@@ -84,13 +84,14 @@ void Flush()
         if (Prepare(*view))
             placed.push_back(view->fSelf);
     }
-    ScreenCopy screen;
     for (const std::weak_ptr<ViewImpl*>& waiting : placed) {
         // Holding the token itself over Draw would make a view that Draw deletes look alive.
         ViewImpl* const view = waiting.expired() ? nullptr : *waiting.lock();
         if (view != nullptr && CanDraw(*view) && Draw(*view))
-            view->ShowDirty(screen);
+            view->ShowDirty();
     }
+    if (ScreenPath* const path = ScreenPath::Current(); path != nullptr)
+        path->End();
     // What Draw itself queued was shown with it, or comes in the next turn.
     std::erase_if(sWaiting, [](ViewImpl* view) {
         view->fQueued = !view->fInvalid.IsEmpty() || !view->fDirty.IsEmpty() || view->fWidgetDirty ||

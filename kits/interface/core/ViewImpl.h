@@ -15,7 +15,6 @@ class BShelf;
 
 namespace kits {
 
-class ScreenCopy;
 class ViewPane;
 
 /// What a view is made of. Everything with the interface lock held, but for a view that is in a bitmap (its lock) or in
@@ -94,7 +93,7 @@ public:
     void WidgetChanged();
     void SyncWidget();
     /// Shows what was drawn since.
-    void ShowDirty(ScreenCopy& screen);
+    void ShowDirty();
     /// Calls FrameMoved and FrameResized if they are due. False when the view went away in them.
     bool CallFrameHooks();
 

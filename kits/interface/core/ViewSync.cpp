@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "kits/interface/core/ScreenPath.h"
 #include "kits/interface/core/UpdateQueue.h"
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/ViewPane.h"
 #include "kits/interface/core/ViewPrivate.h"
-#include "kits/interface/shortcuts/ScreenCopy.h"
 
 #include <QWidget>
 
@@ -88,15 +88,16 @@ void ViewImpl::SyncOpaque()
         fPane->setAttribute(Qt::WA_OpaquePaintEvent, isOpaque);
 }
 
-void ViewImpl::ShowDirty(ScreenCopy& screen)
+void ViewImpl::ShowDirty()
 {
     if (fDirty.IsEmpty())
         return;
     if (fPane != nullptr) {
         SyncOpaque();
-        screen.Take(*this);
+        ScreenPath* const path = ScreenPath::Current();
+        const bool isTaken = path != nullptr && path->Take(*this);
         for (const PixelRect& rect : fDirty) {
-            if (screen.Add(rect))
+            if (isTaken && path->Add(rect))
                 continue;
             QRect changed(rect.left, rect.top, rect.Width(), rect.Height());
             // At a fractional scale the toolkit's own rounding may be off by a pixel.

@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/shortcuts/DispatcherWait.h"
 
-#include "kits/kernel/Clock.h"
-#include "kits/kernel/Threads.h"
+#include "kits/application/EventLoop.h"
+
+#include <QCoreApplication>
 
 #include <dlfcn.h>
+#include <poll.h>
 
 #include <algorithm>
+#include <vector>
 
-namespace kits {
+namespace kits::DispatcherWait {
 
 namespace {
-
-constexpr bigtime_t kLongest = 3600000;
 
 /// The few functions of GLib's main context that are needed, as its manual describes them, bound at run time: the
 /// toolkit may have been built without GLib. Its GPollFD has the layout of a pollfd.
@@ -76,32 +77,35 @@ private:
 
 } // namespace
 
-DispatcherWait::DispatcherWait(int ours)
-    : fOurs(ours)
-    , fUntil(0)
+void Run(QtEventLoop& loop)
 {
-    fDescriptors.reserve(16);
+    // Samples come several times a second for as long as the program runs.
+    while (Await(EventLoop::WakeDescriptor())) {
+        loop.Held();
+        const bool wasAll = EventLoop::RunIfOnlyStreams();
+        // The dispatcher takes deletions requested outside of any event for older than its loop, and would never carry
+        // them out.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        loop.BeginWait();
+        if (!wasAll)
+            return;
+        loop.TellOthers();
+    }
 }
 
-bool DispatcherWait::Begin()
+bool Await(int ours)
 {
+    static std::vector<pollfd> sDescriptors(16);
     const MainContext& context = MainContext::Get();
     int milliseconds = -1;
-    if (!context.IsThere() || !context.Ask(&fDescriptors, &milliseconds))
-        return false;
-    fUntil = milliseconds < 0 ? B_INFINITE_TIMEOUT : system_time() + bigtime_t{milliseconds} * 1000;
+    const auto isOurs = [ours](const pollfd& it) { return it.fd == ours; };
     // If our descriptor is not among them, the dispatcher is another one, or about to go.
-    return std::any_of(fDescriptors.begin(), fDescriptors.end(), [this](const pollfd& it) { return it.fd == fOurs; });
+    if (!context.IsThere() || !context.Ask(&sDescriptors, &milliseconds) ||
+        std::none_of(sDescriptors.begin(), sDescriptors.end(), isOurs))
+        return false;
+    const int ready = poll(sDescriptors.data(), sDescriptors.size(), milliseconds);
+    return ready == 1 && std::any_of(sDescriptors.begin(), sDescriptors.end(),
+                                     [&](const pollfd& it) { return isOurs(it) && it.revents == POLLIN; });
 }
 
-bool DispatcherWait::Await()
-{
-    int milliseconds = -1;
-    if (fUntil != B_INFINITE_TIMEOUT)
-        milliseconds = static_cast<int>(std::clamp((fUntil - system_time() + 999) / 1000, bigtime_t{0}, kLongest));
-    const int ready = poll(fDescriptors.data(), fDescriptors.size(), milliseconds);
-    return ready == 1 && std::any_of(fDescriptors.begin(), fDescriptors.end(),
-                                     [this](const pollfd& it) { return it.fd == fOurs && it.revents == POLLIN; });
-}
-
-} // namespace kits
+} // namespace kits::DispatcherWait

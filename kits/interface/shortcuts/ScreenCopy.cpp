@@ -18,8 +18,8 @@ namespace kits {
 
 namespace {
 
-/// Where a window has one picture that can be written to at any time. Elsewhere the display and the toolkit take turns
-/// at several.
+/// True where a window has one picture that can be written to at any time. Elsewhere the display and the toolkit take
+/// turns at several.
 bool HasLastingPictures()
 {
     static const bool has = [] {
@@ -47,129 +47,68 @@ const QImage* PictureOf(const QWidget& window)
 
 } // namespace
 
-ScreenCopy::~ScreenCopy()
+bool ScreenCopy::Take(const ViewImpl& view)
 {
-    for (const Window& window : fWindows) {
-        QBackingStore* const store = window.widget != nullptr ? window.widget->backingStore() : nullptr;
-        if (store == nullptr || window.changed.empty() || SendPixels(*store->window(), *window.picture, window.changed))
-            continue;
-        QRegion region;
-        for (const QRect& place : window.changed)
-            region += place;
-        store->flush(region);
-    }
-}
-
-ScreenCopy::Window& ScreenCopy::WindowOf(QWidget& widget)
-{
-    const auto known =
-        std::find_if(fWindows.begin(), fWindows.end(), [&](const Window& it) { return it.widget == &widget; });
-    if (known != fWindows.end())
-        return *known;
-    Window& window = fWindows.emplace_back();
-    window.widget = &widget;
-    window.picture = PictureOf(widget);
-    return window;
-}
-
-void ScreenCopy::ListChildren(const QWidget& widget, QPoint corner,
-                              std::vector<std::pair<const QWidget*, QRect>>* children)
-{
-    for (const QObject* child : widget.children()) {
-        if (!child->isWidgetType())
-            continue;
-        const auto* const shown = static_cast<const QWidget*>(child);
-        if (!shown->isHidden() && !shown->isWindow())
-            children->emplace_back(shown, shown->geometry().translated(corner));
-    }
-}
-
-const ScreenCopy::Holder& ScreenCopy::HolderOf(const QWidget& widget)
-{
-    const auto known =
-        std::find_if(fHolders.begin(), fHolders.end(), [&](const Holder& it) { return it.widget == &widget; });
-    if (known != fHolders.end())
-        return *known;
-    const Holder* const outer = widget.isWindow() ? nullptr : &HolderOf(*widget.parentWidget());
-    Holder& holder = fHolders.emplace_back();
-    holder.widget = &widget;
-    holder.visible = widget.rect();
-    if (outer != nullptr) {
-        holder.corner = outer->corner + widget.pos();
-        holder.visible = holder.visible.translated(holder.corner) & outer->visible;
-        holder.above = outer->above;
-        bool isAbove = false;
-        for (const auto& [sibling, frame] : outer->children) {
-            if (isAbove && frame.intersects(holder.visible))
-                holder.above.push_back(frame);
-            isAbove = isAbove || sibling == &widget;
-        }
-        if (!isAbove)
-            holder.visible = {}; // hidden
-    }
-    ListChildren(widget, holder.corner, &holder.children);
-    return holder;
-}
-
-bool ScreenCopy::Take(const ViewImpl& impl)
-{
-    fView = nullptr;
-    const Surface& surface = impl.fSurface;
-    const PixelRect& frame = impl.PixelFrame();
-    const QWidget* const pane = impl.fPane;
-    if (!HasLastingPictures() || pane == nullptr || pane->isWindow() || !surface.IsOpaque() ||
+    const Surface& surface = view.fSurface;
+    const PixelRect& frame = view.PixelFrame();
+    const QWidget* const pane = view.fPane;
+    if (!HasLastingPictures() || pane == nullptr || pane->isWindow() || !pane->isVisible() || !surface.IsOpaque() ||
         !surface.Grid().IsUnit() || surface.Width() != frame.Width() || surface.Height() != frame.Height())
         return false;
-    const Holder& holder = HolderOf(*pane->parentWidget());
-    fWindow = &WindowOf(*pane->window());
-    if (fWindow->picture == nullptr)
+    if (fWindow != pane->window())
+        End();
+    fWindow = pane->window();
+    fPicture = PictureOf(*fWindow);
+    if (fPicture == nullptr)
         return false;
 
-    fCorner = holder.corner + pane->pos();
-    fVisible = QRect(fCorner, QSize(frame.Width(), frame.Height())) & holder.visible;
+    fView = &view;
+    fCorner = pane->mapTo(fWindow, QPoint());
+    fVisible = QRect(fCorner, QSize(frame.Width(), frame.Height()));
     fAbove.clear();
-    const auto add = [this](const QRect& rect) {
-        if (rect.intersects(fVisible))
-            fAbove.push_back(rect);
-    };
-    for (const QRect& rect : holder.above)
-        add(rect);
-    bool isAbove = false;
-    for (const auto& [sibling, rect] : holder.children) {
-        if (isAbove)
-            add(rect);
-        isAbove = isAbove || sibling == pane;
+    AddChildren(*pane, fCorner, nullptr);
+    QPoint corner = fCorner;
+    for (const QWidget* widget = pane; !widget->isWindow(); widget = widget->parentWidget()) {
+        const QWidget& parent = *widget->parentWidget();
+        corner -= widget->pos();
+        fVisible &= QRect(corner, parent.size());
+        AddChildren(parent, corner, widget);
     }
-    if (!isAbove)
-        return false; // hidden
-    for (const QObject* child : pane->children()) {
-        const auto* const inside = child->isWidgetType() ? static_cast<const QWidget*>(child) : nullptr;
-        if (inside != nullptr && !inside->isHidden() && !inside->isWindow())
-            add(inside->geometry().translated(fCorner));
-    }
-    fView = &impl;
     return true;
+}
+
+/// Notes the children of a widget that lie above one of them, or above the widget itself.
+void ScreenCopy::AddChildren(const QWidget& parent, QPoint corner, const QWidget* below)
+{
+    bool isAbove = below == nullptr;
+    for (const QObject* object : parent.children()) {
+        const auto* const child = object->isWidgetType() ? static_cast<const QWidget*>(object) : nullptr;
+        if (child == nullptr || child->isHidden() || child->isWindow())
+            continue;
+        const QRect place = child->geometry().translated(corner);
+        if (isAbove && place.intersects(fVisible))
+            fAbove.push_back(place);
+        isAbove = isAbove || child == below;
+    }
 }
 
 bool ScreenCopy::Add(const PixelRect& rect)
 {
-    if (fView == nullptr)
-        return false;
     const QRect place(fCorner.x() + rect.left, fCorner.y() + rect.top, rect.Width(), rect.Height());
     const bool isCovered =
         std::any_of(fAbove.begin(), fAbove.end(), [&](const QRect& above) { return above.intersects(place); });
     if (isCovered || !fVisible.contains(place))
         return false;
-    // Not announced by beginPaint(): that waits for the X server's word that it has read what was shown before. Should
-    // it not have, it reads these pixels a little early. It moves none of them by itself, see ViewImpl::SyncWidget.
+    // Not announced by beginPaint(), which waits until the X server has read what was shown before. A server that has
+    // not reads these pixels a little early. It moves none of them by itself, see ViewImpl::SyncWidget.
     const Surface& surface = fView->fSurface;
     const auto stride = static_cast<size_t>(surface.DeviceWidth());
     const uint32* from = surface.Words() + static_cast<size_t>(rect.top) * stride + rect.left;
     // The memory is shared with the display: asking for pixels to write to could give a copy.
-    uchar* const pixels = const_cast<uchar*>(fWindow->picture->constBits());
-    const qsizetype bytesPerLine = fWindow->picture->bytesPerLine();
+    uchar* const pixels = const_cast<uchar*>(fPicture->constBits());
+    const qsizetype bytesPerLine = fPicture->bytesPerLine();
     uchar* to = pixels + place.y() * bytesPerLine + static_cast<qsizetype>(place.x()) * 4;
-    // A caption that says nearly the same again is shown only where it differs.
+    // A caption whose text hardly changed is shown only where it differs.
     const int32 width = rect.Width();
     PixelRect changed{width, rect.Height(), 0, 0};
     for (int32 y = 0; y < rect.Height(); y++, from += stride, to += bytesPerLine) {
@@ -186,9 +125,24 @@ bool ScreenCopy::Add(const PixelRect& rect)
         changed = {std::min(changed.left, first), std::min(changed.top, y), std::max(changed.right, end), y + 1};
     }
     if (!changed.IsEmpty())
-        fWindow->changed.emplace_back(place.x() + changed.left, place.y() + changed.top, changed.Width(),
-                                      changed.Height());
+        fChanged.emplace_back(place.x() + changed.left, place.y() + changed.top, changed.Width(), changed.Height());
     return true;
+}
+
+void ScreenCopy::End()
+{
+    QBackingStore* const store = fWindow != nullptr ? fWindow->backingStore() : nullptr;
+    if (store != nullptr && !fChanged.empty()) {
+        const QImage* const picture = fSendsPixels ? PictureOf(*fWindow) : nullptr;
+        if (picture == nullptr || !SendPixels(*store->window(), *picture, fChanged)) {
+            QRegion region;
+            for (const QRect& place : fChanged)
+                region += place;
+            store->flush(region);
+        }
+    }
+    fChanged.clear();
+    fWindow = nullptr;
 }
 
 } // namespace kits

@@ -6,12 +6,12 @@
 
 #include <QWindow>
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace kits {
@@ -19,107 +19,65 @@ namespace kits {
 namespace {
 
 /// What a socket takes at once without making the sender wait for the server.
-constexpr qsizetype kMostBytes = 64 * 1024;
+constexpr size_t kMostBytes = 64 * 1024;
 
-/// What is known of a connection: how pixels have to be sent, and with what.
-class Sender {
-public:
-    explicit Sender(xcb_connection_t* server)
-        : fServer(server)
-    {
-        const xcb_setup_t* const setup = xcb_get_setup(server);
-        if (std::endian::native != std::endian::little || setup->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
-            return;
-        for (auto formats = xcb_setup_pixmap_formats_iterator(setup); formats.rem > 0; xcb_format_next(&formats)) {
-            for (Format& format : fFormats)
-                if (format.depth == formats.data->depth && formats.data->bits_per_pixel == 32)
-                    format.isKnown = true;
-        }
+size_t BytesOf(const QRect& place)
+{
+    return static_cast<size_t>(place.width()) * static_cast<size_t>(place.height()) * sizeof(uint32);
+}
+
+/// The depth of a window; asks the server the first time. 0 if that fails.
+uint8 DepthOf(xcb_connection_t* server, xcb_window_t window)
+{
+    constexpr size_t kMostKnown = 100;
+    static std::unordered_map<xcb_window_t, uint8> sDepths;
+    if (sDepths.size() >= kMostKnown)
+        sDepths.clear();
+    const auto [known, isNew] = sDepths.try_emplace(window);
+    if (isNew) {
+        const std::unique_ptr<xcb_get_geometry_reply_t, decltype(&std::free)> geometry(
+            xcb_get_geometry_reply(server, xcb_get_geometry(server, window), nullptr), &std::free);
+        known->second = geometry != nullptr ? geometry->depth : 0;
     }
-
-    xcb_connection_t* Server() const { return fServer; }
-
-    bool Send(xcb_window_t window, const QImage& picture, std::span<const QRect> places)
-    {
-        // The toolkit gives a picture these formats only if the window's pixels have its red, green and blue.
-        if (picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32_Premultiplied)
-            return false;
-        Format* const format = FormatOf(window);
-        if (format == nullptr)
-            return false;
-        if (format->context == XCB_NONE) {
-            format->context = xcb_generate_id(fServer);
-            xcb_create_gc(fServer, format->context, window, 0, nullptr);
-        }
-        for (const QRect& place : places) {
-            const auto row = static_cast<size_t>(place.width()) * sizeof(uint32);
-            fBytes.resize(row * static_cast<size_t>(place.height()));
-            const uchar* from = picture.constBits() + place.y() * picture.bytesPerLine() +
-                                static_cast<qsizetype>(place.x()) * static_cast<qsizetype>(sizeof(uint32));
-            for (uchar* to = fBytes.data(); to < fBytes.data() + fBytes.size(); to += row) {
-                std::memcpy(to, from, row);
-                from += picture.bytesPerLine();
-            }
-            xcb_put_image(fServer, XCB_IMAGE_FORMAT_Z_PIXMAP, window, format->context,
-                          static_cast<uint16_t>(place.width()), static_cast<uint16_t>(place.height()),
-                          static_cast<int16_t>(place.x()), static_cast<int16_t>(place.y()), 0, format->depth,
-                          static_cast<uint32_t>(fBytes.size()), fBytes.data());
-        }
-        xcb_flush(fServer);
-        return true;
-    }
-
-private:
-    /// Of the windows of one depth.
-    struct Format {
-        uint8 depth;
-        bool isKnown = false; ///< its pixels are sent as words
-        xcb_gcontext_t context = XCB_NONE;
-    };
-    struct Known {
-        xcb_window_t window = XCB_NONE;
-        uint8 depth = 0;
-    };
-
-    /// Asks the server the first time.
-    Format* FormatOf(xcb_window_t window)
-    {
-        auto known = std::find_if(fKnown.begin(), fKnown.end(), [&](const Known& it) { return it.window == window; });
-        if (known == fKnown.end()) {
-            const std::unique_ptr<xcb_get_geometry_reply_t, decltype(&std::free)> geometry(
-                xcb_get_geometry_reply(fServer, xcb_get_geometry(fServer, window), nullptr), &std::free);
-            if (geometry == nullptr)
-                return nullptr;
-            known = fKnown.begin() + static_cast<ptrdiff_t>(fNext++ % fKnown.size());
-            *known = {window, geometry->depth};
-        }
-        const auto format = std::find_if(fFormats.begin(), fFormats.end(),
-                                         [&](const Format& it) { return it.depth == known->depth && it.isKnown; });
-        return format != fFormats.end() ? &*format : nullptr;
-    }
-
-    xcb_connection_t* const fServer;
-    std::array<Format, 2> fFormats{{{24}, {32}}};
-    std::array<Known, 8> fKnown;
-    size_t fNext = 0;
-    std::vector<uchar> fBytes;
-};
+    return known->second;
+}
 
 } // namespace
 
 bool SendPixels(const QWindow& window, const QImage& picture, std::span<const QRect> places)
 {
     xcb_connection_t* const server = XServer();
-    qsizetype bytes = 0;
+    size_t bytes = 0;
     for (const QRect& place : places)
-        bytes += static_cast<qsizetype>(place.width()) * place.height() * static_cast<qsizetype>(sizeof(uint32));
-    if (server == nullptr || window.handle() == nullptr || bytes > kMostBytes)
+        bytes += BytesOf(place);
+    if (server == nullptr || window.handle() == nullptr || bytes > kMostBytes ||
+        std::endian::native != std::endian::little ||
+        xcb_get_setup(server)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
         return false;
-    // The connection is there as long as the toolkit is.
-    static Sender sSender(server);
-    if (sSender.Server() != server)
+    const auto drawable = static_cast<xcb_window_t>(window.winId());
+    const uint8 depth = DepthOf(server, drawable);
+    if (depth != 24 && depth != 32)
         return false;
-    return sSender.Send(static_cast<xcb_window_t>(window.winId()), picture, places);
+    // One for each depth; they last as long as the connection.
+    static std::array<xcb_gcontext_t, 2> sContexts{};
+    xcb_gcontext_t& context = sContexts[depth == 32];
+    if (context == XCB_NONE) {
+        context = xcb_generate_id(server);
+        xcb_create_gc(server, context, drawable, 0, nullptr);
+    }
+    static std::vector<uchar> sBytes;
+    for (const QRect& place : places) {
+        sBytes.resize(BytesOf(place));
+        const size_t row = static_cast<size_t>(place.width()) * sizeof(uint32);
+        uchar* to = sBytes.data();
+        for (int y = place.top(); y <= place.bottom(); y++, to += row)
+            std::memcpy(to, picture.constScanLine(y) + static_cast<size_t>(place.x()) * sizeof(uint32), row);
+        xcb_put_image(server, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, context, static_cast<uint16_t>(place.width()),
+                      static_cast<uint16_t>(place.height()), static_cast<int16_t>(place.x()),
+                      static_cast<int16_t>(place.y()), 0, depth, static_cast<uint32_t>(sBytes.size()), sBytes.data());
+    }
+    xcb_flush(server);
+    return true;
 }
 
 } // namespace kits

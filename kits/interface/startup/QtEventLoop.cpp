@@ -15,14 +15,12 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <optional>
 
 namespace kits {
 
 QtEventLoop::QtEventLoop()
     : fNotifier(WakeDescriptor(), QSocketNotifier::Read)
     , fArmedFor(B_INFINITE_TIMEOUT)
-    , fDispatcherWait(WakeDescriptor())
 {
     fTimer.setSingleShot(true);
     fTimer.setTimerType(Qt::PreciseTimer);
@@ -68,21 +66,15 @@ void QtEventLoop::AboutToBlock()
     if (fIsTellingOthers)
         return;
     BeginWait();
-    // Samples come several times a second for as long as the program runs.
-    while (fDispatcherWait.Begin() && fDispatcherWait.Await()) {
-        Held();
-        const bool wasAll = RunIfOnlyStreams();
-        // The dispatcher takes deletions requested outside of any event for older than its loop, and would never carry
-        // them out.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        BeginWait();
-        if (!wasAll)
-            return;
-        // Then the connection to the display sends its buffered requests.
-        fIsTellingOthers = true;
-        emit QAbstractEventDispatcher::instance()->aboutToBlock();
-        fIsTellingOthers = false;
-    }
+    if (sWaitInPlace != nullptr)
+        sWaitInPlace(*this);
+}
+
+void QtEventLoop::TellOthers()
+{
+    fIsTellingOthers = true;
+    emit QAbstractEventDispatcher::instance()->aboutToBlock();
+    fIsTellingOthers = false;
 }
 
 void QtEventLoop::BeginWait()
@@ -139,10 +131,6 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
         Mark() { sHandling++; }
         ~Mark() { sHandling--; }
     } const mark;
-    // The handlers of a turn count by themselves.
-    std::optional<ChangeScope> scope;
-    if (!fLoop->TakesTurns(receiver))
-        scope.emplace();
     if (event->spontaneous() || receiver->isWindowType())
         Pointer::Watch(receiver, event);
     if (receiver->isWindowType() ? ForeignDrag::Deliver(*static_cast<QWindow*>(receiver), *event)

@@ -3,7 +3,6 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/MainWait.h"
-#include "kits/interface/shortcuts/DispatcherWait.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
@@ -35,15 +34,21 @@ public:
     void Run() override;
     void Quit() override;
 
-    /// Something is about to be handled: the lock is held from here on, as deep as before the wait.
+    /// Something is about to be handled: takes the lock as deep as before the wait. Nothing if no wait is under way.
     void Held();
+    /// Shows what was drawn, arms the timer for what comes next, and gives up the lock.
+    void BeginWait();
+    /// Tells the toolkit's parts that a wait begins, as the dispatcher does: the connection to the display then sends
+    /// what it has gathered.
+    void TellOthers();
 
-    /// Whether what is sent to the object only has a turn taken.
-    bool TakesTurns(const QObject* object) const { return object == &fNotifier || object == &fTimer; }
+    /// Called when the dispatcher is about to wait, after BeginWait(); the dispatcher waits when it returns.
+    using WaitInPlace = void (*)(QtEventLoop& loop);
+    /// Installs a function that waits in the dispatcher's place; null, the initial value, installs none. Main thread.
+    static void SetWaitInPlace(WaitInPlace wait) { sWaitInPlace = wait; }
 
 private:
     void AboutToBlock();
-    void BeginWait();
     void TakeTurn();
     void ArmTimer();
 
@@ -51,9 +56,9 @@ private:
     QTimer fTimer;
     bigtime_t fArmedFor;
     MainWait fWait;
-    DispatcherWait fDispatcherWait;
     bool fIsTellingOthers = false;
     std::vector<QEventLoop*> fRunning;
+    inline static WaitInPlace sWaitInPlace = nullptr;
 };
 
 /// The toolkit's application object: every event goes through it, on whichever thread. Those of other threads are

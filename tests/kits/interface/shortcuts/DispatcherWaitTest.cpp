@@ -5,6 +5,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 #include "kits/application/Timer.h"
+#include "kits/interface/Shortcuts.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "tests/support/GuiTest.h"
 
@@ -42,6 +43,7 @@ protected:
         , receiver(new Receiver)
         , guard([this] { End(false); })
     {
+        kits::UseShortcuts("wait");
         window->AddChild(receiver);
         window->Show();
         test::Turn();
@@ -50,6 +52,7 @@ protected:
     {
         window->Quit();
         test::Turn();
+        kits::UseShortcuts();
     }
 
     /// Runs the loop until End; returns false if that did not come in time.
@@ -103,6 +106,18 @@ TEST_F(DispatcherWait, AStreamIsHandledInIt)
     receiver->onMessage = [&](BMessage*) {
         EXPECT_TRUE(kits::InterfaceLock::Get().IsHeld());
         if (kits::KitsApplication::IsHandlingEvent() != IsGlib())
+            End();
+    };
+    EXPECT_TRUE(Run(true, true));
+}
+
+TEST_F(DispatcherWait, WithoutItAStreamIsHandledAsAnEvent)
+{
+    kits::UseShortcuts("copy,pixels");
+    int received = 0;
+    receiver->onMessage = [&](BMessage*) {
+        EXPECT_TRUE(kits::KitsApplication::IsHandlingEvent());
+        if (++received == 20)
             End();
     };
     EXPECT_TRUE(Run(true, true));
@@ -189,6 +204,5 @@ TEST_F(DispatcherWait, ALoopInsideItWaitsAsWell)
 
 TEST(DispatcherWaitAlone, SaysNoToADescriptorThatNobodyWatches)
 {
-    kits::DispatcherWait wait(-1);
-    EXPECT_FALSE(wait.Begin());
+    EXPECT_FALSE(kits::DispatcherWait::Await(-1));
 }

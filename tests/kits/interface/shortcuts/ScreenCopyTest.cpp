@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "kits/interface/Shortcuts.h"
 #include "kits/interface/core/ViewPrivate.h"
 #include "tests/support/GuiTest.h"
 
@@ -47,12 +48,14 @@ protected:
         : window(new BWindow(BRect(100, 100, 299, 249), "stage", B_TITLED_WINDOW, 0))
         , page(new Sheet(BRect(0, 0, 199, 149), kGray))
     {
+        kits::UseShortcuts("copy,pixels");
         window->AddChild(page);
     }
     ~ScreenCopyTest() override
     {
         window->Quit();
         test::Turn();
+        kits::UseShortcuts();
     }
     Sheet* Add(BView* parent, BRect frame, rgb_color color = {200, 0, 0, 255})
     {
@@ -79,6 +82,45 @@ protected:
     {
         view->SetHighColor(color);
         view->StrokeLine(BPoint(static_cast<float>(x), 0), BPoint(static_cast<float>(x), view->Bounds().bottom));
+    }
+
+    /// Draws, moves and hides at random, and compares the screen with what it has to show.
+    void DrawAnything()
+    {
+        std::mt19937 random(42);
+        const auto below = [&](uint32 limit) { return static_cast<int32>(random() % limit); };
+        const auto color = [&]() -> rgb_color {
+            return {static_cast<uint8>(random()), static_cast<uint8>(random()), static_cast<uint8>(random()), 255};
+        };
+        std::vector<Sheet*> sheets{page};
+        for (int32 i = 0; i < 12; i++) {
+            const auto left = static_cast<float>(below(150) - 10);
+            const auto top = static_cast<float>(below(100) - 10);
+            const BRect frame(left, top, left + static_cast<float>(below(80)), top + static_cast<float>(below(60)));
+            sheets.push_back(Add(sheets[random() % sheets.size()], frame, color()));
+        }
+        Show();
+        for (int32 round = 0; round < 300; round++) {
+            for (int32 strokes = below(6); strokes >= 0; strokes--) {
+                Sheet* sheet = sheets[random() % sheets.size()];
+                const BPoint from(static_cast<float>(below(100) - 5), static_cast<float>(below(80) - 5));
+                sheet->SetHighColor(color());
+                sheet->FillRect(BRect(from.x, from.y, from.x + static_cast<float>(below(9)), from.y + 20));
+            }
+            if (round % 7 == 6) {
+                Sheet* sheet = sheets[1 + random() % (sheets.size() - 1)];
+                sheet->MoveBy(static_cast<float>(below(9) - 4), static_cast<float>(below(9) - 4));
+            }
+            if (round % 10 == 9) {
+                Sheet* sheet = sheets[1 + random() % (sheets.size() - 1)];
+                if (sheet->IsHidden())
+                    sheet->Show();
+                else
+                    sheet->Hide();
+            }
+            test::Turn();
+            ASSERT_EQ(Screen(), Wanted()) << "round " << round;
+        }
     }
 
     BWindow* window;
@@ -193,38 +235,33 @@ TEST_F(ScreenCopyTest, AWindowThatIsResizedShowsAllOfIt)
 
 TEST_F(ScreenCopyTest, WhateverIsDrawnTheScreenIsWhatTheToolkitWouldPaint)
 {
-    std::mt19937 random(42);
-    const auto below = [&](uint32 limit) { return static_cast<int32>(random() % limit); };
-    const auto color = [&]() -> rgb_color {
-        return {static_cast<uint8>(random()), static_cast<uint8>(random()), static_cast<uint8>(random()), 255};
-    };
-    std::vector<Sheet*> sheets{page};
-    for (int32 i = 0; i < 12; i++) {
-        const auto left = static_cast<float>(below(150) - 10);
-        const auto top = static_cast<float>(below(100) - 10);
-        const BRect frame(left, top, left + static_cast<float>(below(80)), top + static_cast<float>(below(60)));
-        sheets.push_back(Add(sheets[random() % sheets.size()], frame, color()));
-    }
+    DrawAnything();
+}
+
+TEST_F(ScreenCopyTest, ShowsTheSameByTheToolkitsRequest)
+{
+    kits::UseShortcuts("copy");
+    DrawAnything();
+}
+
+TEST_F(ScreenCopyTest, WithoutItTheScreenIsTheSame)
+{
+    kits::UseShortcuts("off");
+    Paints ofWindow(Widget());
+    DrawAnything();
+    EXPECT_GT(ofWindow.count, 0);
+}
+
+TEST_F(ScreenCopyTest, AWindowWithAlphaShowsItsOpaqueViews)
+{
+    // On an X server such a window has another depth.
+    Widget()->setAttribute(Qt::WA_TranslucentBackground);
+    Sheet* chart = Add(page, BRect(20, 30, 119, 79));
     Show();
-    for (int32 round = 0; round < 300; round++) {
-        for (int32 strokes = below(6); strokes >= 0; strokes--) {
-            Sheet* sheet = sheets[random() % sheets.size()];
-            const BPoint from(static_cast<float>(below(100) - 5), static_cast<float>(below(80) - 5));
-            sheet->SetHighColor(color());
-            sheet->FillRect(BRect(from.x, from.y, from.x + static_cast<float>(below(9)), from.y + 20));
-        }
-        if (round % 7 == 6) {
-            Sheet* sheet = sheets[1 + random() % (sheets.size() - 1)];
-            sheet->MoveBy(static_cast<float>(below(9) - 4), static_cast<float>(below(9) - 4));
-        }
-        if (round % 10 == 9) {
-            Sheet* sheet = sheets[1 + random() % (sheets.size() - 1)];
-            if (sheet->IsHidden())
-                sheet->Show();
-            else
-                sheet->Hide();
-        }
-        test::Turn();
-        ASSERT_EQ(Screen(), Wanted()) << "round " << round;
-    }
+    Paints ofChart(kits::ViewWidget(chart));
+    Line(chart, 5, {250, 250, 0, 255});
+    test::Turn();
+    EXPECT_EQ(ofChart.count, 0);
+    EXPECT_EQ(Screen().pixel(25, 50), qRgb(250, 250, 0));
+    EXPECT_EQ(Screen(), Wanted());
 }
