@@ -14,9 +14,10 @@
 #include <thread>
 #include <vector>
 
-/// The bare minimum that every monitor needs, for bench/footprint: bare_monitor CHARTS DELAY A thread sleeps for DELAY
-/// microseconds and reads the same parts of the same files as the sampler; another thread waits for it and sends the X
-/// server a new column for each chart. Nothing is computed, stored or drawn.
+/// The bare minimum that every monitor needs, for bench/footprint:
+///   bare_monitor CHARTS DELAY
+/// A thread sleeps for DELAY microseconds and reads the same parts of the same files as the sampler; another thread
+/// waits for it and sends the X server a new column for each chart. Nothing is computed, stored or drawn.
 
 namespace {
 

@@ -4,7 +4,8 @@
 
 /// Measures what one sample costs a chart: a column for each source, in its picture and in its window's, without the
 /// wraps. The cost grows with the sources and not with the width. The floor is writing the pixels of such columns,
-/// twice. chart_column/SOURCES/WIDTH
+/// twice.
+///   chart_column/SOURCES/WIDTH
 
 namespace {
 

@@ -7,9 +7,10 @@
 #include <vector>
 
 /// Measures what one sampling round costs, next to its floor: the bare reads of the same files. Both take turns, so
-/// that other load on the machine affects both. Reports the time of a round, and as counters: floor_ns the bare reads
-/// ratio a round by the bare reads; at most 1.3 on this machine beyond_ns what a round takes beyond the bare reads; on
-/// recorded machines at most 30 a processor
+/// that other load on the machine affects both. Reports the time of a round, and as counters:
+///   floor_ns   the bare reads
+///   ratio      a round by the bare reads; at most 1.3 on this machine
+///   beyond_ns  what a round takes beyond the bare reads; on recorded machines at most 30 a processor
 
 namespace {
 

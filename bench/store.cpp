@@ -13,11 +13,11 @@
 #include <string>
 #include <vector>
 
-/// Writes a user's store with this many charts and this delay between samples, for bench/footprint: bench_store CHARTS
-/// DELAY FILE [transparent] [desktop FILE] The charts are those of the first start, over and over; for three of them
-/// the window has the size of the first start, and it grows so that each chart has at least 40 pixels. The first one
-/// can be transparent. A second file gets the store of the program that shows charts on the desktop, with the same
-/// charts, one below the other, on the right.
+/// Writes a user's store with this many charts and this delay between samples, for bench/footprint:
+///   bench_store CHARTS DELAY FILE [transparent] [desktop FILE]
+/// The charts are those of the first start, over and over; for three of them the window has the size of the first
+/// start, and it grows so that each chart has at least 40 pixels. The first one can be transparent. A second file gets
+/// the store of the program that shows charts on the desktop, with the same charts, one below the other, on the right.
 
 namespace {
 

@@ -12,10 +12,12 @@
 #include <cstdlib>
 #include <string_view>
 
-/// The window of a desktop, for the tests on a desktop: desktop_window accept|refuse typed|untyped covers the screen
-/// with one colour, #305070, below all other windows. It accepts every drag, as desktops do that make a note or a file
-/// of every drop, or refuses every one. "typed" declares it a desktop; "untyped" only keeps it below all windows,
-/// without a window manager. It prints "entered" and "left" for a drag, and "dropped" and the formats for a drop.
+/// The window of a desktop, for the tests on a desktop:
+///   desktop_window accept|refuse typed|untyped
+/// covers the screen with one colour, #305070, below all other windows. It accepts every drag, as desktops do that make
+/// a note or a file of every drop, or refuses every one. "typed" declares it a desktop; "untyped" only keeps it below
+/// all windows, without a window manager. It prints "entered" and "left" for a drag, and "dropped" and the formats for
+/// a drop.
 
 namespace {
 

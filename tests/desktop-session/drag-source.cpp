@@ -11,10 +11,11 @@
 #include <cstdio>
 #include <optional>
 
-/// Another program to drag from, like an editor or a colour chooser, for the tests on a desktop: drag_source NAME
-/// FORMAT FILE [FORMAT FILE]... shows a window of this name. Its drags carry the files' content in these formats; a
-/// file for application/x-color holds a colour's name, as #rrggbb. It prints "at X Y" for each place of the screen that
-/// a drag reaches, and "taken" or "refused" when a drag ends.
+/// Another program to drag from, like an editor or a colour chooser, for the tests on a desktop:
+///   drag_source NAME FORMAT FILE [FORMAT FILE]...
+/// shows a window of this name. Its drags carry the files' content in these formats; a file for application/x-color
+/// holds a colour's name, as #rrggbb. It prints "at X Y" for each place of the screen that a drag reaches, and "taken"
+/// or "refused" when a drag ends.
 
 namespace {
 

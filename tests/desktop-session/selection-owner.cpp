@@ -16,7 +16,9 @@
 #include <vector>
 
 /// Another program that owns a selection, or drags something, and gives its data correctly or badly, for the tests on a
-/// desktop: selection_owner BEHAVIOUR FORM FILE SELECTION selection_owner BEHAVIOUR FORM FILE XdndSelection WINDOW X Y
+/// desktop:
+///   selection_owner BEHAVIOUR FORM FILE SELECTION
+///   selection_owner BEHAVIOUR FORM FILE XdndSelection WINDOW X Y
 /// owns CLIPBOARD or PRIMARY, or drags over a window, at a place of the screen, and offers the file's content in this
 /// form. A line on stdin drops it. It prints "ready"; "asked FORM" for each question; "over 1" or "over 0" for the
 /// window's answer to the drag, and "dropped 1" or "dropped 0" for the end of the drop.

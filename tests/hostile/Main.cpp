@@ -14,9 +14,12 @@
 #include <map>
 #include <string>
 
-/// Attacks an application of this user, or asks it questions as honest programs do, until stdin closes: hostile
-/// pings|names|silence|honest|question SIGNATURE hostile deaf SIGNATURE NAMES hostile halves SIGNATURE BYTES hostile
-/// mutations SIGNATURE FILE COUNT SEED hostile record SIGNATURE FILE [SIGNATURE]
+/// Attacks an application of this user, or asks it questions as honest programs do, until stdin closes:
+///   hostile pings|names|silence|honest|question SIGNATURE
+///   hostile deaf SIGNATURE NAMES
+///   hostile halves SIGNATURE BYTES
+///   hostile mutations SIGNATURE FILE COUNT SEED
+///   hostile record SIGNATURE FILE [SIGNATURE]
 
 int main(int argc, char** argv)
 {

@@ -204,10 +204,14 @@ class Client:
 
 
 class Offer:
-    """The data that the client offers, and their fate. It answers a question for them according to its behaviour: good
-    at once pieces in single bytes, one after the other late when `answer` is called silent never: it holds the pipe
-    open trickle with a byte again and again, without end flood with as many bytes as are read, without end refuses by
-    closing the pipe, with nothing in it"""
+    """The data that the client offers, and their fate. It answers a question for them according to its behaviour:
+          good      at once
+          pieces    in single bytes, one after the other
+          late      when `answer` is called
+          silent    never: it holds the pipe open
+          trickle   with a byte again and again, without end
+          flood     with as many bytes as are read, without end
+          refuses   by closing the pipe, with nothing in it"""
 
     def __init__(self, client, behaviour, data):
         self._client, self.behaviour, self._data = client, behaviour, data
