@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/DisplayCheck.h"
 
+#include "kits/interface/platform/x11/XWindows.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QJsonArray>
@@ -11,11 +13,10 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <utility>
 
 namespace kits {
 
@@ -56,17 +57,13 @@ bool HasPlatform(const std::string& name)
     return false;
 }
 
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-
-std::unique_ptr<xcb_connection_t, Disconnect> sKept;
+XWindows::Connection sKept;
 
 bool ReachesX(const std::string& display)
 {
     // Connects completely: a server that refuses us counts as none.
-    std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(display.c_str(), nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0)
+    XWindows::Connection connection = XWindows::Connect(display.c_str());
+    if (connection == nullptr)
         return false;
     sKept = std::move(connection);
     return true;

@@ -213,11 +213,12 @@ uint32 RootPicture::LineBytes(uint16 width) const
 }
 
 /// @return an image with all its bytes, or null
-XReply<xcb_get_image_reply_t> RootPicture::Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const
+XWindows::Answer<xcb_get_image_reply_t> RootPicture::Image(xcb_drawable_t from, uint16 y, uint16 width,
+                                                           uint16 height) const
 {
     const auto request = xcb_get_image(fConnection, XCB_IMAGE_FORMAT_Z_PIXMAP, from, 0, static_cast<int16_t>(y), width,
                                        height, UINT32_MAX);
-    XReply<xcb_get_image_reply_t> image(xcb_get_image_reply(fConnection, request, nullptr));
+    auto image = XWindows::Await(fConnection, xcb_get_image_reply, request);
     if (image != nullptr && (image->depth != fScreen->root_depth ||
                              static_cast<uint32>(xcb_get_image_data_length(image.get())) < LineBytes(width) * height))
         image.reset();
@@ -226,8 +227,7 @@ XReply<xcb_get_image_reply_t> RootPicture::Image(xcb_drawable_t from, uint16 y, 
 
 std::optional<rgb_color> RootPicture::AverageOf(xcb_pixmap_t pixmap) const
 {
-    const XReply<xcb_get_geometry_reply_t> size(
-        xcb_get_geometry_reply(fConnection, xcb_get_geometry(fConnection, pixmap), nullptr));
+    const auto size = XWindows::Await(fConnection, xcb_get_geometry_reply, xcb_get_geometry(fConnection, pixmap));
     if (size == nullptr || size->depth != fScreen->root_depth)
         return std::nullopt;
     const uint32 line = LineBytes(size->width);

@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/interface/platform/x11/XWindows.h"
 #include "kits/kernel/Types.h"
 #include "kits/support/Color.h"
 
-#include <xcb/xcb.h>
-
-#include <memory>
 #include <optional>
 #include <vector>
 
 namespace kits {
-
-struct XDisconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using XConnection = std::unique_ptr<xcb_connection_t, XDisconnect>;
-
-struct XFree {
-    void operator()(void* memory) const { std::free(memory); }
-};
-/// A reply of the X server.
-template <typename Reply> using XReply = std::unique_ptr<Reply, XFree>;
 
 /// Reads pixels of an X server's root window, and of pixmaps that are made for it, as colours. Waits for the server.
 class RootPicture {
@@ -65,7 +52,7 @@ private:
     /// True if a picture that repeats all over the root window has these rows.
     bool HasRows(xcb_pixmap_t picture, const Rows& rows) const;
 
-    XReply<xcb_get_image_reply_t> Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const;
+    XWindows::Answer<xcb_get_image_reply_t> Image(xcb_drawable_t from, uint16 y, uint16 width, uint16 height) const;
     uint32 PixelAt(const uint8* bytes) const;
     uint32 LineBytes(uint16 width) const;
 

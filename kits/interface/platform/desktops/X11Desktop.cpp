@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/X11Desktop.h"
 
-#include <cstring>
 #include <random>
 
 namespace kits {
@@ -14,13 +13,6 @@ constexpr const char* kOwned = "Owned";
 constexpr const char* kOther = "OtherPicture";
 constexpr const char* kIsPicture = "IsPicture";
 constexpr const char* kColor = "Color";
-
-xcb_atom_t AtomOf(xcb_connection_t* connection, const char* name)
-{
-    const auto request = xcb_intern_atom(connection, 0, static_cast<uint16_t>(std::strlen(name)), name);
-    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, request, nullptr));
-    return reply != nullptr ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
-}
 
 /// For the life of this object, other programs see all changes as one step.
 class ServerGrab {
@@ -53,44 +45,41 @@ xcb_pixmap_t Kept(const BMessage& kept, const char* name)
 
 std::unique_ptr<DesktopBackend> X11Desktop::Connect()
 {
-    XConnection connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0 || !RootPicture(connection.get()).HasTrueColor())
+    XWindows::Connection connection = XWindows::Connect();
+    if (connection == nullptr || !RootPicture(connection.get()).HasTrueColor())
         return nullptr;
     return std::make_unique<X11Desktop>(std::move(connection));
 }
 
 int32 X11Desktop::CurrentWorkspace()
 {
-    const XConnection connection(xcb_connect(nullptr, nullptr));
-    xcb_connection_t* server = connection.get();
-    if (xcb_connection_has_error(server) != 0)
+    const XWindows::Connection connection = XWindows::Connect();
+    if (connection == nullptr)
         return 0;
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
-    const auto request =
-        xcb_get_property(server, 0, root, AtomOf(server, "_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 0, 1);
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(server, request, nullptr));
-    if (reply == nullptr || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(uint32))
-        return 0;
-    return static_cast<int32>(*static_cast<const uint32*>(xcb_get_property_value(reply.get())));
+    xcb_connection_t* const server = connection.get();
+    const std::vector<uint32_t> current = XWindows::Property(
+        server, XWindows::Root(server), XWindows::Atoms(server, {"_NET_CURRENT_DESKTOP"})[0], XCB_ATOM_CARDINAL);
+    return current.empty() ? 0 : static_cast<int32>(current.front());
 }
 
 std::optional<std::pair<int, int>> X11Desktop::Size()
 {
-    const XConnection connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0)
+    const XWindows::Connection connection = XWindows::Connect();
+    if (connection == nullptr)
         return std::nullopt;
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data;
     return std::pair(screen->width_in_pixels, screen->height_in_pixels);
 }
 
-X11Desktop::X11Desktop(XConnection connection)
+X11Desktop::X11Desktop(XWindows::Connection connection)
     : fConnection(std::move(connection))
     , fPicture(fConnection.get())
     , fRoot(fPicture.Screen()->root)
 {
     xcb_connection_t* server = fConnection.get();
-    fAtoms = {AtomOf(server, "_XROOTPMAP_ID"), AtomOf(server, "ESETROOT_PMAP_ID"), AtomOf(server, "_XSETROOT_ID"),
-              AtomOf(server, "_KITS_DESKTOP_PAINT")};
+    const std::vector<xcb_atom_t> atoms =
+        XWindows::Atoms(server, {"_XROOTPMAP_ID", "ESETROOT_PMAP_ID", "_XSETROOT_ID", "_KITS_DESKTOP_PAINT"});
+    fAtoms = {atoms[0], atoms[1], atoms[2], atoms[3]};
     const uint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(server, fRoot, XCB_CW_EVENT_MASK, &events);
     xcb_flush(server);
@@ -98,11 +87,8 @@ X11Desktop::X11Desktop(XConnection connection)
 
 xcb_pixmap_t X11Desktop::PropertyOf(xcb_atom_t atom) const
 {
-    const auto request = xcb_get_property(fConnection.get(), 0, fRoot, atom, XCB_ATOM_PIXMAP, 0, 1);
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(fConnection.get(), request, nullptr));
-    if (reply == nullptr || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(xcb_pixmap_t))
-        return XCB_NONE;
-    return *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()));
+    const std::vector<uint32_t> values = XWindows::Property(fConnection.get(), fRoot, atom, XCB_ATOM_PIXMAP);
+    return values.empty() ? static_cast<xcb_pixmap_t>(XCB_NONE) : values.front();
 }
 
 /// Returns the root window's pixmap, if a property names it and it is still alive.
@@ -112,8 +98,8 @@ xcb_pixmap_t X11Desktop::NamedPicture() const
         const xcb_pixmap_t pixmap = PropertyOf(atom);
         if (pixmap == XCB_NONE)
             continue;
-        const auto request = xcb_get_geometry(fConnection.get(), pixmap);
-        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(fConnection.get(), request, nullptr));
+        const auto geometry =
+            XWindows::Await(fConnection.get(), xcb_get_geometry_reply, xcb_get_geometry(fConnection.get(), pixmap));
         if (geometry != nullptr && geometry->depth == fPicture.Screen()->root_depth)
             return pixmap;
     }
@@ -157,12 +143,9 @@ std::optional<BMessage> X11Desktop::Keep()
 
 std::optional<X11Desktop::PaintMark> X11Desktop::Mark() const
 {
-    const auto request = xcb_get_property(fConnection.get(), 0, fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, 0, 3);
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(fConnection.get(), request, nullptr));
-    if (reply == nullptr || reply->format != 32 ||
-        xcb_get_property_value_length(reply.get()) != 3 * static_cast<int>(sizeof(uint32)))
+    const std::vector<uint32_t> values = XWindows::Property(fConnection.get(), fRoot, fAtoms.paint, XCB_ATOM_CARDINAL);
+    if (values.size() < 3)
         return std::nullopt;
-    const auto* values = static_cast<const uint32*>(xcb_get_property_value(reply.get()));
     return PaintMark{static_cast<uint64>(values[0]) << 32 | values[1], values[2]};
 }
 
@@ -171,8 +154,8 @@ xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
 {
     // A program that sets the next background frees this pixmap by ending the client that made it. So a connection of
     // its own makes it.
-    const XConnection painter(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(painter.get()) != 0)
+    const XWindows::Connection painter = XWindows::Connect();
+    if (painter == nullptr)
         return XCB_NONE;
     const xcb_pixmap_t pixmap = xcb_generate_id(painter.get());
     const xcb_gcontext_t context = xcb_generate_id(painter.get());
@@ -183,8 +166,7 @@ xcb_pixmap_t X11Desktop::MakePixmap(uint32 pixel)
     xcb_poly_fill_rectangle(painter.get(), pixmap, context, 1, &all);
     xcb_free_gc(painter.get(), context);
     // The pixmap must exist before the other connection uses it.
-    const auto request = xcb_get_geometry(painter.get(), pixmap);
-    const XReply<xcb_get_geometry_reply_t> made(xcb_get_geometry_reply(painter.get(), request, nullptr));
+    const auto made = XWindows::Await(painter.get(), xcb_get_geometry_reply, xcb_get_geometry(painter.get(), pixmap));
     return made != nullptr ? pixmap : static_cast<xcb_pixmap_t>(XCB_NONE);
 }
 
@@ -193,7 +175,7 @@ void X11Desktop::SetName(xcb_atom_t atom, xcb_pixmap_t pixmap)
     if (pixmap == XCB_NONE)
         xcb_delete_property(fConnection.get(), fRoot, atom);
     else
-        xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, atom, XCB_ATOM_PIXMAP, 32, 1, &pixmap);
+        XWindows::SetProperty(fConnection.get(), fRoot, atom, XCB_ATOM_PIXMAP, {pixmap});
 }
 
 void X11Desktop::SetNames(xcb_pixmap_t picture, xcb_pixmap_t owned, xcb_pixmap_t otherPicture)
@@ -218,10 +200,10 @@ bool X11Desktop::Paint(rgb_color color, const BMessage& kept)
     int64 id = 0;
     kept.FindInt64(kId, &id);
     const uint64 bits = static_cast<uint64>(id);
-    const uint32 mark[] = {static_cast<uint32>(bits >> 32), static_cast<uint32>(bits), pixmap};
+    const std::vector<uint32_t> mark = {static_cast<uint32>(bits >> 32), static_cast<uint32>(bits), pixmap};
     const ServerGrab grab(fConnection.get());
     const xcb_pixmap_t before = fPainted != XCB_NONE && IsPainted() ? fPainted : static_cast<xcb_pixmap_t>(XCB_NONE);
-    xcb_change_property(fConnection.get(), XCB_PROP_MODE_REPLACE, fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, 32, 3, mark);
+    XWindows::SetProperty(fConnection.get(), fRoot, fAtoms.paint, XCB_ATOM_CARDINAL, mark);
     SetBackground(XCB_CW_BACK_PIXMAP, pixmap);
     SetNames(pixmap, pixmap, XCB_NONE);
     Free(before);
@@ -308,10 +290,10 @@ bool X11Desktop::TakeNews()
 {
     bool isNews = false;
     for (;;) {
-        const XReply<xcb_generic_event_t> event(xcb_poll_for_event(fConnection.get()));
+        const XWindows::Answer<xcb_generic_event_t> event(xcb_poll_for_event(fConnection.get()));
         if (event == nullptr)
             return isNews;
-        if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
+        if ((event->response_type & ~XWindows::kSentByClient) != XCB_PROPERTY_NOTIFY)
             continue;
         const xcb_atom_t atom = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->atom;
         isNews = isNews || atom == fAtoms.picture || atom == fAtoms.owned || atom == fAtoms.otherPicture;

@@ -23,7 +23,7 @@ public:
     static int32 CurrentWorkspace();
     /// Width and height of all monitors together, in pixels. Asks the server at $DISPLAY; nothing without one.
     static std::optional<std::pair<int, int>> Size();
-    explicit X11Desktop(XConnection connection);
+    explicit X11Desktop(XWindows::Connection connection);
 
     const char* Name() const override { return "x11"; }
     std::optional<rgb_color> Read() override;
@@ -63,7 +63,7 @@ private:
     /// Ends the client that has made a pixmap, which frees it; nothing for XCB_NONE.
     void Free(xcb_pixmap_t pixmap);
 
-    XConnection fConnection;
+    XWindows::Connection fConnection;
     RootPicture fPicture;
     xcb_window_t fRoot;
     Atoms fAtoms{};

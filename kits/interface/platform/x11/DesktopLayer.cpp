@@ -23,23 +23,16 @@ using namespace XWindows;
 
 constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
 
-xcb_window_t OwnerOf(xcb_connection_t* server, xcb_atom_t selection)
-{
-    const Answer<xcb_get_selection_owner_reply_t> answer(
-        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, selection), nullptr));
-    return answer != nullptr ? answer->owner : static_cast<xcb_window_t>(XCB_NONE);
-}
-
 /// Notices compositors that come and go: the toolkit selects those events for its own use.
 class CompositorWatch : public QAbstractNativeEventFilter {
 public:
     explicit CompositorWatch(xcb_connection_t* server)
         : fSelection(Atoms(server, {"_NET_WM_CM_S0"})[0])
-        , fIsThere(OwnerOf(server, fSelection) != XCB_NONE)
+        , fIsThere(Owner(server, fSelection) != XCB_NONE)
     {
         constexpr std::string_view kExtension = "XFIXES";
-        const Answer<xcb_query_extension_reply_t> answer(xcb_query_extension_reply(
-            server, xcb_query_extension(server, kExtension.size(), kExtension.data()), nullptr));
+        const auto answer =
+            Await(server, xcb_query_extension_reply, xcb_query_extension(server, kExtension.size(), kExtension.data()));
         if (answer != nullptr && answer->present != 0)
             fEvent = answer->first_event;
         qGuiApp->installNativeEventFilter(this);

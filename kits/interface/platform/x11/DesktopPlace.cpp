@@ -48,8 +48,7 @@ struct TopWindow {
 
 bool IsInputOnly(xcb_connection_t* server, xcb_window_t window)
 {
-    const Answer<xcb_get_window_attributes_reply_t> answer(
-        xcb_get_window_attributes_reply(server, xcb_get_window_attributes(server, window), nullptr));
+    const auto answer = Await(server, xcb_get_window_attributes_reply, xcb_get_window_attributes(server, window));
     return answer != nullptr && answer->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
 }
 
@@ -66,8 +65,7 @@ bool IsTransparentForInput(xcb_window_t id)
 /// Returns the visible children of the root window at a place, the topmost first.
 std::vector<TopWindow> TopWindowsAt(xcb_connection_t* server, QPoint place)
 {
-    const Answer<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(server, xcb_query_tree(server, Root(server)), nullptr));
+    const auto tree = Await(server, xcb_query_tree_reply, xcb_query_tree(server, Root(server)));
     if (tree == nullptr)
         return {};
     const xcb_window_t* const ids = xcb_query_tree_children(tree.get());
@@ -80,9 +78,8 @@ std::vector<TopWindow> TopWindowsAt(xcb_connection_t* server, QPoint place)
     }
     std::vector<TopWindow> windows;
     for (size_t i = 0; i < count; i++) {
-        const Answer<xcb_get_window_attributes_reply_t> kind(
-            xcb_get_window_attributes_reply(server, attributes[i], nullptr));
-        const Answer<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(server, geometries[i], nullptr));
+        const auto kind = Await(server, xcb_get_window_attributes_reply, attributes[i]);
+        const auto geometry = Await(server, xcb_get_geometry_reply, geometries[i]);
         if (kind == nullptr || geometry == nullptr || kind->map_state != XCB_MAP_STATE_VIEWABLE ||
             kind->_class == XCB_WINDOW_CLASS_INPUT_ONLY)
             continue;

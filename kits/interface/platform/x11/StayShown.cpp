@@ -43,19 +43,10 @@ public:
     explicit Keeper(xcb_connection_t* server)
         : fServer(server)
         , fRoot(Root(server))
+        , fAtoms(Atoms(server, {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE",
+                                "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_SPLASH",
+                                "_NET_WM_WINDOW_TYPE_NORMAL", "_MOTIF_WM_HINTS"}))
     {
-        const std::vector<xcb_atom_t> atoms =
-            Atoms(server, {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE",
-                           "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_SPLASH", "_NET_WM_WINDOW_TYPE_NORMAL",
-                           "_MOTIF_WM_HINTS"});
-        fClients = atoms[0];
-        fCheck = atoms[1];
-        fName = atoms[2];
-        fType = atoms[3];
-        fDesktop = atoms[4];
-        fSplash = atoms[5];
-        fNormal = atoms[6];
-        fHints = atoms[7];
         fLook.setSingleShot(true);
         connect(&fLook, &QTimer::timeout, this, [this] { Look(); });
         fMiss.setSingleShot(true);
@@ -85,18 +76,20 @@ public:
     {
         const auto* event = static_cast<const xcb_property_notify_event_t*>(message);
         if ((event->response_type & ~XWindows::kSentByClient) != XCB_PROPERTY_NOTIFY || event->window != fRoot ||
-            (event->atom != fClients && event->atom != fCheck))
+            (event->atom != fAtoms[kClients] && event->atom != fAtoms[kCheck]))
             return false;
-        if (event->atom == fCheck)
+        if (event->atom == fAtoms[kCheck])
             fWay.reset();
         LookSoon();
         return false;
     }
 
 private:
+    enum Atom { kClients, kCheck, kName, kType, kDesktop, kSplash, kNormal, kHints };
+
     void Look()
     {
-        const std::vector<xcb_window_t> clients = Property(fServer, fRoot, fClients);
+        const std::vector<xcb_window_t> clients = Property(fServer, fRoot, fAtoms[kClients]);
         std::vector<Kept*> kept;
         std::vector<xcb_window_t> ids;
         for (Kept& one : fKept) {
@@ -130,16 +123,16 @@ private:
 
     Way AskWay() const
     {
-        const std::vector<uint32_t> manager = Property(fServer, fRoot, fCheck);
-        return manager.empty() ? Way::kNone : WayFor(Text(fServer, manager.front(), fName));
+        const std::vector<uint32_t> manager = Property(fServer, fRoot, fAtoms[kCheck]);
+        return manager.empty() ? Way::kNone : WayFor(Text(fServer, manager.front(), fAtoms[kName]));
     }
 
     /// Returns the window of another program, or NONE.
     xcb_window_t DesktopAmong(const std::vector<xcb_window_t>& clients) const
     {
-        const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fType);
+        const std::vector<std::vector<uint32_t>> types = Properties(fServer, clients, fAtoms[kType]);
         for (size_t i = 0; i < clients.size(); i++)
-            if (Holds(types[i], fDesktop) && clients[i] != fOwn)
+            if (Holds(types[i], fAtoms[kDesktop]) && clients[i] != fOwn)
                 return clients[i];
         return XCB_NONE;
     }
@@ -161,29 +154,23 @@ private:
 
     void SetSplash(const std::vector<Kept*>& kept, const std::vector<xcb_window_t>& windows, bool isSplash) const
     {
-        const std::vector<std::vector<uint32_t>> types = Properties(fServer, windows, fType);
+        const std::vector<std::vector<uint32_t>> types = Properties(fServer, windows, fAtoms[kType]);
         for (size_t i = 0; i < windows.size(); i++) {
-            if (Holds(types[i], fSplash) == isSplash)
+            if (Holds(types[i], fAtoms[kSplash]) == isSplash)
                 continue;
             if (isSplash)
                 kept[i]->types = types[i];
-            SetProperty(fServer, windows[i], fType, XCB_ATOM_ATOM,
-                        isSplash ? std::vector<uint32_t>{fSplash, fNormal} : kept[i]->types);
+            SetProperty(fServer, windows[i], fAtoms[kType], XCB_ATOM_ATOM,
+                        isSplash ? std::vector<uint32_t>{fAtoms[kSplash], fAtoms[kNormal]} : kept[i]->types);
             // Window managers ignore a change of the type alone, and read the type again when the hints change.
-            SetProperty(fServer, windows[i], fHints, fHints, Property(fServer, windows[i], fHints));
+            SetProperty(fServer, windows[i], fAtoms[kHints], fAtoms[kHints],
+                        Property(fServer, windows[i], fAtoms[kHints]));
         }
     }
 
     xcb_connection_t* fServer;
     xcb_window_t fRoot;
-    xcb_atom_t fClients;
-    xcb_atom_t fCheck;
-    xcb_atom_t fName;
-    xcb_atom_t fType;
-    xcb_atom_t fDesktop;
-    xcb_atom_t fSplash;
-    xcb_atom_t fNormal;
-    xcb_atom_t fHints;
+    const std::vector<xcb_atom_t> fAtoms;
     std::vector<Kept> fKept;
     std::optional<Way> fWay; ///< of this window manager; empty until it is known
     QTimer fLook;

@@ -8,8 +8,6 @@
 
 #include <QGuiApplication>
 
-#include <array>
-#include <string_view>
 #include <utility>
 
 namespace kits {
@@ -26,10 +24,7 @@ XDragWatch::XDragWatch(std::function<ForeignOffer*()> offer)
     , fOffer(std::move(offer))
 {
     // The answers are collected when the first message comes, so no start waits for them.
-    constexpr std::array<std::string_view, kAtoms> kNames{"XdndEnter", "XdndPosition", "XdndDrop", "XdndLeave",
-                                                          "XdndFinished"};
-    for (size_t i = 0; i < kAtoms; i++)
-        fAsked[i] = xcb_intern_atom(fServer, 0, static_cast<uint16_t>(kNames[i].size()), kNames[i].data());
+    fAsked = XWindows::AskAtoms(fServer, {"XdndEnter", "XdndPosition", "XdndDrop", "XdndLeave", "XdndFinished"});
     qGuiApp->installNativeEventFilter(this);
     sWatch = this;
 }
@@ -42,13 +37,8 @@ XDragWatch::~XDragWatch()
 
 void XDragWatch::TakeAtoms()
 {
-    if (fAtoms[0] != XCB_ATOM_NONE)
-        return;
-    for (size_t i = 0; i < kAtoms; i++) {
-        const XWindows::Answer<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(fServer, fAsked[i], nullptr));
-        if (answer != nullptr)
-            fAtoms[i] = answer->atom;
-    }
+    if (fAtoms.empty())
+        fAtoms = XWindows::TakeAtoms(fServer, fAsked);
 }
 
 bool XDragWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*)

@@ -31,7 +31,7 @@ public:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
 private:
-    enum Atom { kEnter, kPosition, kDrop, kLeave, kFinished, kAtoms };
+    enum Atom { kEnter, kPosition, kDrop, kLeave, kFinished };
 
     void TakeAtoms();
     bool Handle(const xcb_client_message_event_t& message);
@@ -43,8 +43,8 @@ private:
 
     xcb_connection_t* const fServer;
     const std::function<ForeignOffer*()> fOffer;
-    xcb_intern_atom_cookie_t fAsked[kAtoms] = {};
-    xcb_atom_t fAtoms[kAtoms] = {};
+    std::vector<xcb_intern_atom_cookie_t> fAsked;
+    std::vector<xcb_atom_t> fAtoms; ///< by Atom; empty until the first message comes
     XSelections::Drag fDrag;
     std::optional<xcb_client_message_event_t> fHeld;
     bool fIsReleasing = false;

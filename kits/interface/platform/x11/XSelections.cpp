@@ -27,8 +27,6 @@ namespace kits::XSelections {
 
 namespace {
 
-using XWindows::Answer;
-
 /// A late answer can be mistaken for the answer to a new question only after this many questions.
 constexpr uint32 kProperties = 32;
 
@@ -88,10 +86,9 @@ public:
     {
         // One byte more than allowed reveals an oversized answer; the unit is words of four bytes.
         const size_t words = most / 4 + 1;
-        const Answer<xcb_get_property_reply_t> answer(xcb_get_property_reply(
-            fServer,
-            xcb_get_property(fServer, 0, fWindow, property, XCB_GET_PROPERTY_TYPE_ANY, 0, static_cast<uint32_t>(words)),
-            nullptr));
+        const auto answer = XWindows::Await(fServer, xcb_get_property_reply,
+                                            xcb_get_property(fServer, 0, fWindow, property, XCB_GET_PROPERTY_TYPE_ANY,
+                                                             0, static_cast<uint32_t>(words)));
         xcb_delete_property(fServer, fWindow, property);
         xcb_flush(fServer);
         XConversion::Piece piece;
@@ -190,10 +187,7 @@ Asker& TheAsker()
 
 bool HasOwner(xcb_atom_t selection)
 {
-    xcb_connection_t* const server = TheAsker().Server();
-    const Answer<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, selection), nullptr));
-    return owner != nullptr && owner->owner != XCB_NONE;
+    return XWindows::Owner(TheAsker().Server(), selection) != XCB_NONE;
 }
 
 bool IsText(const std::string& form)

@@ -12,22 +12,13 @@
 
 #include <xcb/xcb.h>
 
-#include <array>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace kits {
 
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply> using Answer = std::unique_ptr<Reply, Free>;
 
 /// Takes numbers out of bytes, in the byte order that the first one names. Beyond the end everything is 0 and the
 /// reader is broken.
@@ -120,30 +111,17 @@ std::optional<std::string> XSettings::Text(const std::string& name) const
 
 XSettingsSource FindXSettings(xcb_connection_t* server)
 {
-    constexpr std::array<std::string_view, 3> kNames{"_XSETTINGS_S0", "_XSETTINGS_SETTINGS", "MANAGER"};
-    std::array<xcb_intern_atom_cookie_t, kNames.size()> cookies{};
-    for (size_t i = 0; i < kNames.size(); i++)
-        cookies[i] = xcb_intern_atom(server, 0, static_cast<uint16_t>(kNames[i].size()), kNames[i].data());
-    std::array<xcb_atom_t, kNames.size()> atoms{};
-    for (size_t i = 0; i < kNames.size(); i++) {
-        const Answer<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(server, cookies[i], nullptr));
-        atoms[i] = answer != nullptr ? answer->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    }
-    XSettingsSource source{atoms[0], atoms[1], atoms[2], XCB_NONE};
-    const Answer<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(server, xcb_get_selection_owner(server, source.selection), nullptr));
-    if (owner != nullptr)
-        source.owner = owner->owner;
-    return source;
+    const std::vector<xcb_atom_t> atoms = XWindows::Atoms(server, {"_XSETTINGS_S0", "_XSETTINGS_SETTINGS", "MANAGER"});
+    return {atoms[0], atoms[1], atoms[2], XWindows::Owner(server, atoms[0])};
 }
 
 XSettings ReadXSettings(xcb_connection_t* server, const XSettingsSource& source)
 {
     if (source.owner == XCB_NONE)
         return {};
-    const Answer<xcb_get_property_reply_t> answer(xcb_get_property_reply(
-        server, xcb_get_property(server, 0, source.owner, source.property, source.property, 0, bounds::kMostSettings),
-        nullptr));
+    const auto answer = XWindows::Await(
+        server, xcb_get_property_reply,
+        xcb_get_property(server, 0, source.owner, source.property, source.property, 0, bounds::kMostSettings));
     if (answer == nullptr || answer->format != 8)
         return {};
     const auto* const bytes = static_cast<const uint8*>(xcb_get_property_value(answer.get()));

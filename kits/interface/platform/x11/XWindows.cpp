@@ -7,19 +7,21 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace kits::XWindows {
 
 namespace {
 
-xcb_get_property_cookie_t Ask(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, uint32_t words)
+xcb_get_property_cookie_t Ask(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, uint32_t words,
+                              xcb_atom_t type = XCB_GET_PROPERTY_TYPE_ANY)
 {
-    return xcb_get_property(server, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, words);
+    return xcb_get_property(server, 0, window, property, type, 0, words);
 }
 
 std::vector<uint32_t> Values(xcb_connection_t* server, xcb_get_property_cookie_t asked)
 {
-    const Answer<xcb_get_property_reply_t> answer(xcb_get_property_reply(server, asked, nullptr));
+    const auto answer = Await(server, xcb_get_property_reply, asked);
     if (answer == nullptr || answer->format != 32)
         return {};
     const auto* values = static_cast<const uint32_t*>(xcb_get_property_value(answer.get()));
@@ -28,23 +30,45 @@ std::vector<uint32_t> Values(xcb_connection_t* server, xcb_get_property_cookie_t
 
 } // namespace
 
+Connection Connect(const char* display)
+{
+    Connection connection(xcb_connect(display, nullptr));
+    return xcb_connection_has_error(connection.get()) == 0 ? std::move(connection) : nullptr;
+}
+
 xcb_window_t Root(xcb_connection_t* server)
 {
     const xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(server));
     return screens.rem > 0 ? screens.data->root : static_cast<xcb_window_t>(XCB_NONE);
 }
 
-std::vector<xcb_atom_t> Atoms(xcb_connection_t* server, std::initializer_list<const char*> names)
+std::vector<xcb_intern_atom_cookie_t> AskAtoms(xcb_connection_t* server, std::initializer_list<const char*> names)
 {
-    std::vector<xcb_intern_atom_cookie_t> cookies;
+    std::vector<xcb_intern_atom_cookie_t> asked;
     for (const char* name : names)
-        cookies.push_back(xcb_intern_atom(server, 0, static_cast<uint16_t>(std::strlen(name)), name));
+        asked.push_back(xcb_intern_atom(server, 0, static_cast<uint16_t>(std::strlen(name)), name));
+    return asked;
+}
+
+std::vector<xcb_atom_t> TakeAtoms(xcb_connection_t* server, const std::vector<xcb_intern_atom_cookie_t>& asked)
+{
     std::vector<xcb_atom_t> atoms;
-    for (const xcb_intern_atom_cookie_t cookie : cookies) {
-        const Answer<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(server, cookie, nullptr));
+    for (const xcb_intern_atom_cookie_t cookie : asked) {
+        const auto answer = Await(server, xcb_intern_atom_reply, cookie);
         atoms.push_back(answer != nullptr ? answer->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
     }
     return atoms;
+}
+
+std::vector<xcb_atom_t> Atoms(xcb_connection_t* server, std::initializer_list<const char*> names)
+{
+    return TakeAtoms(server, AskAtoms(server, names));
+}
+
+xcb_window_t Owner(xcb_connection_t* server, xcb_atom_t selection)
+{
+    const auto answer = Await(server, xcb_get_selection_owner_reply, xcb_get_selection_owner(server, selection));
+    return answer != nullptr ? answer->owner : static_cast<xcb_window_t>(XCB_NONE);
 }
 
 void SetProperty(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
@@ -54,9 +78,9 @@ void SetProperty(xcb_connection_t* server, xcb_window_t window, xcb_atom_t prope
                         values.data());
 }
 
-std::vector<uint32_t> Property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property)
+std::vector<uint32_t> Property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
 {
-    return Values(server, Ask(server, window, property, bounds::kMostPropertyValues));
+    return Values(server, Ask(server, window, property, bounds::kMostPropertyValues, type));
 }
 
 std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const std::vector<xcb_window_t>& windows,
@@ -73,8 +97,7 @@ std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const st
 
 std::string Text(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property)
 {
-    const Answer<xcb_get_property_reply_t> answer(
-        xcb_get_property_reply(server, Ask(server, window, property, bounds::kMostPropertyText), nullptr));
+    const auto answer = Await(server, xcb_get_property_reply, Ask(server, window, property, bounds::kMostPropertyText));
     if (answer == nullptr || answer->format != 8)
         return "";
     return {static_cast<const char*>(xcb_get_property_value(answer.get())),
@@ -88,18 +111,15 @@ bool Holds(const std::vector<uint32_t>& values, uint32_t value)
 
 xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place)
 {
-    const Answer<xcb_translate_coordinates_reply_t> answer(xcb_translate_coordinates_reply(
-        server,
-        xcb_translate_coordinates(server, Root(server), window, static_cast<int16_t>(place.x()),
-                                  static_cast<int16_t>(place.y())),
-        nullptr));
+    const auto answer = Await(server, xcb_translate_coordinates_reply,
+                              xcb_translate_coordinates(server, Root(server), window, static_cast<int16_t>(place.x()),
+                                                        static_cast<int16_t>(place.y())));
     return answer != nullptr ? answer->child : static_cast<xcb_window_t>(XCB_NONE);
 }
 
 bool IsButtonDown(xcb_connection_t* server)
 {
-    const Answer<xcb_query_pointer_reply_t> answer(
-        xcb_query_pointer_reply(server, xcb_query_pointer(server, Root(server)), nullptr));
+    const auto answer = Await(server, xcb_query_pointer_reply, xcb_query_pointer(server, Root(server)));
     constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     return answer != nullptr && (answer->mask & kButtons) != 0;
 }

@@ -32,7 +32,8 @@ public:
     xcb_atom_t Atom(const char* name) const
     {
         const auto request = xcb_intern_atom(fConnection.get(), 0, static_cast<uint16_t>(std::strlen(name)), name);
-        return XReply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(fConnection.get(), request, nullptr))->atom;
+        return XWindows::Answer<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(fConnection.get(), request, nullptr))
+            ->atom;
     }
     /// Makes a picture with one colour above another.
     xcb_pixmap_t MakePicture(rgb_color above, rgb_color below) const
@@ -51,7 +52,7 @@ public:
     void RetainAll() const { xcb_set_close_down_mode(fConnection.get(), XCB_CLOSE_DOWN_RETAIN_PERMANENT); }
     std::vector<xcb_window_t> Windows() const
     {
-        const XReply<xcb_query_tree_reply_t> tree(
+        const XWindows::Answer<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(fConnection.get(), xcb_query_tree(fConnection.get(), fRoot), nullptr));
         const xcb_window_t* windows = xcb_query_tree_children(tree.get());
         return {windows, windows + xcb_query_tree_children_length(tree.get())};
@@ -86,7 +87,8 @@ public:
     xcb_pixmap_t Named(const char* property) const
     {
         const auto request = xcb_get_property(fConnection.get(), 0, fRoot, Atom(property), XCB_ATOM_PIXMAP, 0, 1);
-        const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(fConnection.get(), request, nullptr));
+        const XWindows::Answer<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(fConnection.get(), request, nullptr));
         return xcb_get_property_value_length(reply.get()) == 4
                    ? *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(reply.get()))
                    : static_cast<xcb_pixmap_t>(XCB_NONE);
@@ -108,13 +110,14 @@ public:
     bool IsAlive(xcb_pixmap_t pixmap) const
     {
         const auto request = xcb_get_geometry(fConnection.get(), pixmap);
-        return XReply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(fConnection.get(), request, nullptr)) != nullptr;
+        return XWindows::Answer<xcb_get_geometry_reply_t>(
+                   xcb_get_geometry_reply(fConnection.get(), request, nullptr)) != nullptr;
     }
     /// Returns what the screen shows.
     rgb_color PixelAt(int16 x, int16 y) const
     {
         const auto request = xcb_get_image(fConnection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, fRoot, x, y, 1, 1, UINT32_MAX);
-        const XReply<xcb_get_image_reply_t> image(xcb_get_image_reply(fConnection.get(), request, nullptr));
+        const XWindows::Answer<xcb_get_image_reply_t> image(xcb_get_image_reply(fConnection.get(), request, nullptr));
         uint32 pixel = 0; // of 24 bits, Xvfb's depth here
         std::memcpy(&pixel, xcb_get_image_data(image.get()), sizeof(pixel));
         return make_color(static_cast<uint8>(pixel >> 16), static_cast<uint8>(pixel >> 8), static_cast<uint8>(pixel));
@@ -147,7 +150,7 @@ private:
         free(xcb_get_input_focus_reply(fConnection.get(), xcb_get_input_focus(fConnection.get()), nullptr));
     }
 
-    XConnection fConnection;
+    XWindows::Connection fConnection;
     RootPicture fPicture;
     xcb_window_t fRoot;
 };
