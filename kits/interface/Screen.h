@@ -43,8 +43,8 @@ public:
     /// once. What SetDesktopColor() has kept is forgotten: the user wants this colour instead. Without a desktop
     /// environment it is the root window's, until the session ends.
     void ChangeDesktopColor(rgb_color color);
-    /// Puts the desktop back as it was before the first SetDesktopColor(), with its picture and all its settings, but
-    /// for what others have set meanwhile; returns at once. At the start of a program: puts back what a program that
+    /// Restores the desktop as it was before the first SetDesktopColor(), with its picture and all its settings, but
+    /// for what others have set meanwhile; returns at once. At the start of a program: restores what a program that
     /// was killed had painted, and costs nothing if there is none.
     void RestoreDesktop();
 

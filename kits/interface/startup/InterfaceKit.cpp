@@ -166,7 +166,7 @@ void ExitInterface()
     Selections::Stop();
     // Widgets of windows that were destroyed last.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    DesktopColor::Forget();
+    DesktopColor::Stop();
     Theme::Stop();
     TextCache::Disable();
     UserFonts::Forget();

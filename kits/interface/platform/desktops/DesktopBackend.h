@@ -22,18 +22,18 @@ public:
     /// The colour that the desktop shows, or the average of its picture; nothing if that cannot be found out.
     virtual std::optional<rgb_color> Read() = 0;
 
-    /// Every setting that Paint will change, with its value if it has one, so that Restore can put it back, also in
+    /// Every setting that Paint will change, with its value if it has one, so that Restore can restore it, also in
     /// another process. Changes nothing.
-    /// @return nothing if the desktop could not be put back; the caller does not paint it then
+    /// @return nothing if the desktop could not be restored; the caller does not paint it then
     virtual std::optional<BMessage> Keep() = 0;
     /// Shows the colour in place of everything else. Called after Keep, and again for each new colour.
     /// @param kept  the result of Keep
     virtual bool Paint(rgb_color color, const BMessage& kept) = 0;
-    /// Puts the kept settings back, except those that another program has changed since.
-    /// @return false if some could not be put back
+    /// Restores the kept settings, except those that another program has changed since.
+    /// @return false if some could not be restored
     virtual bool Restore(const BMessage& kept) = 0;
     /// Sets the colour for good, as the desktop's own settings program does. From then on it counts as the user's.
-    /// @param kept  the result of Keep while the desktop is painted, else null; nothing of it will be put back any more
+    /// @param kept  the result of Keep while the desktop is painted, else null; none of it is restored any more
     virtual bool Change(rgb_color color, const BMessage* kept) = 0;
     /// True if the desktop still has the colour that was painted.
     virtual bool IsPainted() const = 0;

@@ -104,7 +104,7 @@ void SetMaker(DesktopWatch::Maker make)
     TestMaker() = std::move(make);
 }
 
-void Forget()
+void Stop()
 {
     delete std::exchange(sWatch, nullptr);
 }

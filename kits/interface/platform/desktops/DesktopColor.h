@@ -23,12 +23,12 @@ void Ask(std::function<void(rgb_color)> answer);
 void Set(rgb_color color, bool permanent);
 /// Sets it for good; see BScreen::ChangeDesktopColor.
 void Change(rgb_color color);
-/// Puts the desktop back; see BScreen::RestoreDesktop.
+/// Restores the desktop; see BScreen::RestoreDesktop.
 void Restore();
 /// Sets the function that makes the desktop, for tests; before any other call.
 void SetMaker(DesktopWatch::Maker make);
 /// Ends the thread, see ~DesktopWatch, and forgets everything. Main thread.
-void Forget();
+void Stop();
 
 } // namespace DesktopColor
 

@@ -61,7 +61,7 @@ status_t DesktopKept::Save(const BMessage& kept)
     return status;
 }
 
-std::optional<BMessage> DesktopKept::LoadLeft()
+std::optional<BMessage> DesktopKept::TakeLeft()
 {
     BMessage kept;
     if (!Open(false))

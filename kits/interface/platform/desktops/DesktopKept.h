@@ -10,7 +10,7 @@
 namespace kits {
 
 /// The file with the desktop's settings from before a program of ours painted it. It exists as long as the desktop is
-/// painted, so that the next program can put the desktop back after a kill. All programs of the user share one file,
+/// painted, so that the next program can restore the desktop after a kill. All programs of the user share one file,
 /// and the one that has painted holds its lock. Without a settings folder there is no file.
 class DesktopKept {
 public:
@@ -23,11 +23,11 @@ public:
     status_t Save(const BMessage& kept);
     /// The settings that a killed program left; then this holds the lock. Nothing while another program has painted.
     /// Removes a file that is no whole message: its program was killed before it painted.
-    std::optional<BMessage> LoadLeft();
+    std::optional<BMessage> TakeLeft();
     /// Removes the file and releases the lock.
     void Remove();
     /// Releases the lock and leaves the file.
-    void Release() { fFile.Unset(); }
+    void Leave() { fFile.Unset(); }
 
 private:
     bool Open(bool create);

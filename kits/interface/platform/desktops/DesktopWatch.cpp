@@ -15,10 +15,6 @@ namespace {
 /// Interval at which a desktop without notifications is read while callers ask for its colour.
 constexpr bigtime_t kLookAgain = 2000000;
 
-constexpr const char* kBackend = "Desktop";
-constexpr const char* kOutlives = "OutlivesSession";
-constexpr const char* kState = "Kept";
-
 } // namespace
 
 DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed)
@@ -62,50 +58,47 @@ rgb_color DesktopWatch::Get()
     return color;
 }
 
-void DesktopWatch::Set(rgb_color color, bool permanent)
+template <class Function> void DesktopWatch::Update(Function function)
 {
     bool isChanged = false;
     {
         const std::lock_guard lock(fLock);
         const rgb_color before = fColor;
+        function();
+        isChanged = fColor != before;
+    }
+    if (isChanged && fChanged)
+        fChanged();
+}
+
+void DesktopWatch::Set(rgb_color color, bool permanent)
+{
+    Update([&] {
         if (!fBefore)
             fBefore = fColor;
         fColor = color;
         fOrdered = color;
         fPermanent = permanent;
-        isChanged = fColor != before;
-    }
-    SayIf(isChanged);
+    });
     Give(Order::kPaint);
 }
 
 void DesktopWatch::Restore()
 {
-    bool isChanged = false;
-    {
-        const std::lock_guard lock(fLock);
-        const rgb_color before = fColor;
-        if (fBefore)
-            fColor = *fBefore;
+    Update([&] {
+        fColor = fBefore.value_or(fColor);
         fBefore.reset();
-        isChanged = fColor != before;
-    }
-    SayIf(isChanged);
+    });
     Give(Order::kRestore);
 }
 
 void DesktopWatch::Change(rgb_color color)
 {
-    bool isChanged = false;
-    {
-        const std::lock_guard lock(fLock);
-        const rgb_color before = fColor;
+    Update([&] {
         fBefore.reset();
         fColor = color;
         fOrdered = color;
-        isChanged = fColor != before;
-    }
-    SayIf(isChanged);
+    });
     Give(Order::kChange);
 }
 
@@ -154,7 +147,8 @@ void DesktopWatch::Run()
         AnswerAll(answers, color);
         return;
     }
-    PutBackLeft();
+    fRestore.emplace(*fBackend);
+    fRestore->RestoreLeft();
     Look();
     while (Obey()) {
         // Reading the colour may have taken in more news.
@@ -162,6 +156,7 @@ void DesktopWatch::Run()
             HearNews();
         WaitForNews();
     }
+    fRestore.reset();
     fBackend.reset();
 }
 
@@ -178,13 +173,14 @@ bool DesktopWatch::Obey()
     std::optional<rgb_color> seen;
     switch (order) {
     case Order::kPaint:
-        Paint(color, permanent);
+        fRestore->Paint(color, permanent);
         break;
     case Order::kRestore:
-        PutBack();
+        fRestore->Restore();
+        Look();
         break;
     case Order::kChange:
-        ChangeForGood(color);
+        fRestore->Change(color);
         break;
     case Order::kLook:
         seen = HearNews();
@@ -207,83 +203,13 @@ void DesktopWatch::AnswerAll(const std::vector<Answer>& answers, rgb_color color
         answer(color);
 }
 
-void DesktopWatch::Paint(rgb_color color, bool permanent)
-{
-    if (!permanent && fBackend->OutlivesSession())
-        return;
-    if (fPainted || Keep())
-        fBackend->Paint(color, *fPainted);
-}
-
-void DesktopWatch::ChangeForGood(rgb_color color)
-{
-    // If a killed program's settings were put back later, they would undo this change.
-    PutBackLeft();
-    if (!fBackend->Change(color, fPainted ? &*fPainted : nullptr))
-        return;
-    if (fPainted)
-        fKept.Remove();
-    fPainted.reset();
-}
-
-bool DesktopWatch::Keep()
-{
-    // Settings that cannot be put back yet must not be overwritten.
-    if (!PutBackLeft())
-        return false;
-    std::optional<BMessage> state = fBackend->Keep();
-    if (!state)
-        return false;
-    BMessage kept;
-    kept.AddString(kBackend, fBackend->Name());
-    kept.AddBool(kOutlives, fBackend->OutlivesSession());
-    kept.AddMessage(kState, &*state);
-    if (fKept.Save(kept) != B_OK)
-        return false;
-    fPainted = std::move(state);
-    return true;
-}
-
-void DesktopWatch::PutBack()
-{
-    if (fPainted && fBackend->Restore(*fPainted)) {
-        fKept.Remove();
-        fPainted.reset();
-    }
-    PutBackLeft();
-    Look();
-}
-
-bool DesktopWatch::PutBackLeft()
-{
-    const std::optional<BMessage> left = fPainted ? std::nullopt : fKept.LoadLeft();
-    if (!left)
-        return true;
-    std::string name;
-    bool outlives = true;
-    BMessage state;
-    const bool isNamed = left->FindString(kBackend, &name) == B_OK;
-    left->FindBool(kOutlives, &outlives);
-    left->FindMessage(kState, &state);
-    // Settings of another desktop wait for a session of that desktop. A file that names no desktop is not ours, and
-    // would wait for ever.
-    if (!isNamed || (name == fBackend->Name() ? fBackend->Restore(state) : !outlives)) {
-        fKept.Remove();
-        return true;
-    }
-    fKept.Release();
-    return false;
-}
-
 std::optional<rgb_color> DesktopWatch::HearNews()
 {
-    if (fPainted) {
+    if (fRestore->IsPainted()) {
         if (fBackend->IsPainted())
             return std::nullopt;
-        // Somebody else has set the desktop: there is nothing of ours to put back any more.
-        fBackend->Restore(*fPainted);
-        fKept.Remove();
-        fPainted.reset();
+        // Somebody else has set the desktop.
+        fRestore->GiveUp();
         const std::lock_guard lock(fLock);
         fBefore.reset();
     }
@@ -293,24 +219,13 @@ std::optional<rgb_color> DesktopWatch::HearNews()
 std::optional<rgb_color> DesktopWatch::Look()
 {
     const std::optional<rgb_color> color = fBackend->Read();
-    bool isChanged = false;
-    {
-        const std::lock_guard lock(fLock);
-        const rgb_color before = fColor;
+    Update([&] {
         fNeedsLooking = fBackend->NeedsLooking();
         fLooked = system_time();
         if (color)
             (fBefore ? *fBefore : fColor) = *color;
-        isChanged = fColor != before;
-    }
-    SayIf(isChanged);
+    });
     return color;
-}
-
-void DesktopWatch::SayIf(bool isChanged)
-{
-    if (isChanged && fChanged)
-        fChanged();
 }
 
 void DesktopWatch::WaitForNews()

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "kits/interface/platform/desktops/DesktopBackend.h"
-#include "kits/interface/platform/desktops/DesktopKept.h"
+#include "kits/interface/platform/desktops/DesktopRestore.h"
 #include "kits/kernel/FileDescriptor.h"
 #include "kits/kernel/Threads.h"
 
@@ -15,8 +15,8 @@ namespace kits {
 /// call waits: only the thread talks to the X server and runs the desktop's tools. Of several colours that are set in a
 /// row it paints the newest.
 ///
-/// Before it paints the desktop for the first time it saves every setting that will change (DesktopKept); Restore puts
-/// the settings back. If a killed program has left the desktop painted, the thread puts that back first.
+/// It saves and restores the desktop's settings through DesktopRestore. If a killed program has left the desktop
+/// painted, the thread restores that first.
 ///
 /// Any thread, but made and destroyed by the main thread.
 class DesktopWatch {
@@ -30,7 +30,7 @@ public:
     /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
     DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
     /// Waits until the thread has finished its current step; if that is reading a picture, the thread gives it up. A
-    /// desktop that is still painted then is put back at the next start.
+    /// desktop that is still painted then is restored at the next start.
     ~DesktopWatch();
     DesktopWatch(const DesktopWatch&) = delete;
     DesktopWatch& operator=(const DesktopWatch&) = delete;
@@ -40,7 +40,7 @@ public:
     /// Sets the colour that Get() returns from here on, and has the desktop painted.
     /// @param permanent  false: only this process knows the colour if the desktop's paint would outlive the session
     void Set(rgb_color color, bool permanent);
-    /// Has the desktop put back; Get() returns the colour from before the first Set.
+    /// Has the desktop restored; Get() returns the colour from before the first Set.
     void Restore();
     /// Sets the desktop's colour for good: Get() returns it, and later calls of Restore go back to it.
     void Change(rgb_color color);
@@ -57,12 +57,6 @@ private:
     void Run();
     /// Obeys the newest order. @return false if there was none
     bool Obey();
-    void Paint(rgb_color color, bool permanent);
-    void ChangeForGood(rgb_color color);
-    bool Keep();
-    void PutBack();
-    /// @return whether nothing is left to put back
-    bool PutBackLeft();
     /// Reads the desktop, unless it shows our own paint.
     /// @return the colour that it shows
     std::optional<rgb_color> HearNews();
@@ -70,8 +64,8 @@ private:
     static void AnswerAll(const std::vector<Answer>& answers, rgb_color color);
     void Give(Order order);
     void WaitForNews();
-    /// Calls fChanged if `isChanged`, which the caller has found out under the lock. Called without the lock.
-    void SayIf(bool isChanged);
+    /// Runs a function under the lock, and calls fChanged if Get() gives another colour afterwards.
+    template <class Function> void Update(Function function);
 
     const Maker fMake;
     const std::function<void()> fChanged;
@@ -93,8 +87,7 @@ private:
 
     // The thread's own.
     std::unique_ptr<DesktopBackend> fBackend;
-    std::optional<BMessage> fPainted; ///< the settings to put back, while the desktop is painted
-    DesktopKept fKept;
+    std::optional<DesktopRestore> fRestore; ///< of that desktop
 };
 
 } // namespace kits

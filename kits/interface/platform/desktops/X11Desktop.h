@@ -11,7 +11,7 @@ namespace kits {
 /// The root window of the X server at $DISPLAY. Its picture is a pixmap. By custom, a program that sets the picture
 /// writes the pixmap's number into properties of the root window, and programs that show the picture watch these
 /// properties. A program without that custom leaves the number of the picture before, so the property only counts while
-/// the root window shows that picture. A background that no property names can be put back only if it is one colour.
+/// the root window shows that picture. A background that no property names can be restored only if it is one colour.
 ///
 /// Paint gives the root window a pixmap of ours, which outlives the process. The pixmap before stays alive, and Restore
 /// gives it back to the root window. Change frees that pixmap, as every program does that sets a background for good.

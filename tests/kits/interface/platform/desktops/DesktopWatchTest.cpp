@@ -174,7 +174,7 @@ protected:
         kept.AddMessage("Kept", &state);
         DesktopKept file;
         ASSERT_EQ(file.Save(kept), B_OK);
-        file.Release();
+        file.Leave();
         desktop.color = kRed;
         desktop.isOurs = true;
     }

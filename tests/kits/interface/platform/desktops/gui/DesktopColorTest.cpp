@@ -52,12 +52,12 @@ class DesktopColorTest : public testing::Test {
 protected:
     DesktopColorTest()
     {
-        DesktopColor::Forget();
+        DesktopColor::Stop();
         DesktopColor::SetMaker([this] { return std::make_unique<SlowDesktop>(lock, isLooking); });
     }
     ~DesktopColorTest() override
     {
-        DesktopColor::Forget();
+        DesktopColor::Stop();
         DesktopColor::SetMaker(nullptr);
     }
 
