@@ -34,7 +34,7 @@ public:
     /// To the application object that runs under a signature in any process of the user, this one too.
     /// @param team    which one, if there are several; -1 for the one that was started first
     /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` for null, `B_NAME_NOT_FOUND` if there is none
-    explicit BMessenger(const char* signature, team_id team = -1, status_t* result = nullptr);
+    explicit BMessenger(const char* application, team_id team = -1, status_t* result = nullptr);
 
     /// Sends a copy of the message and returns.
     /// @param replyTo  gets the answers; null: nobody

@@ -30,10 +30,10 @@ class BRoster {
 public:
     /// The one that was started first, if there are several.
     /// @return its team, or `B_NAME_NOT_FOUND`
-    team_id TeamFor(const char* signature) const;
-    bool IsRunning(const char* signature) const { return TeamFor(signature) >= 0; }
+    team_id TeamFor(const char* application) const;
+    bool IsRunning(const char* application) const { return TeamFor(application) >= 0; }
     /// @return `B_NAME_NOT_FOUND`; `B_BAD_VALUE` for null
-    status_t GetAppInfo(const char* signature, app_info* info) const;
+    status_t GetAppInfo(const char* application, app_info* info) const;
     /// Of this team, whether or not it can be found, or of one that can.
     /// @return `B_BAD_VALUE` if no application of this team is known, or for null
     status_t GetRunningAppInfo(team_id team, app_info* info) const;
@@ -47,7 +47,7 @@ public:
     /// @return `B_ALREADY_RUNNING`, then it was sent the message; `B_LAUNCH_FAILED` if there is no such program or it
     ///         ended before it could be found; `B_TIMED_OUT`; `B_BAD_VALUE` for a signature that is none; or why other
     ///         processes cannot be reached
-    status_t Launch(const char* signature, const BMessage* message = nullptr, team_id* team = nullptr) const;
+    status_t Launch(const char* application, const BMessage* message = nullptr, team_id* team = nullptr) const;
 
     /// Opens a file as the user's desktop would. A file that carries an address ("META:url") opens that instead; one
     /// that carries a sender ("MAIL:from", perhaps "MAIL:subject") a new mail to there. Returns when the program
@@ -64,10 +64,8 @@ public:
     /// @return `B_BAD_VALUE` if it does not watch
     status_t StopWatching(BMessenger target) const;
 
-    /// @param signature  of an application with kits::Presence::kSingle; null to ask only whether applications find
-    /// each
-    ///                   other
-    app_obstacle FindObstacle(const char* signature = nullptr) const;
+    /// @param application  signature of one with kits::Presence::kSingle; null to ask only if any can be found
+    app_obstacle FindObstacle(const char* application = nullptr) const;
 };
 
 /// Always there.

@@ -11,9 +11,9 @@
 namespace {
 
 /// The source of a chart's drag: records how many charts were stored when it heard that its chart can go.
-class Source : public BLooper {
+class ChartSource : public BLooper {
 public:
-    explicit Source(const TempFolder& config)
+    explicit ChartSource(const TempFolder& config)
         : fConfig(config)
     {
     }
@@ -43,9 +43,9 @@ class DesktopKeeperTest : public AppTest {};
 
 TEST_F(DesktopKeeperTest, TellsTheSourceOfAChartWhenThatIsStored)
 {
-    Source* source = nullptr;
+    ChartSource* source = nullptr;
     Run({[&](QelApp& app) {
-             source = new Source(fConfig);
+             source = new ChartSource(fConfig);
              source->Run();
              BMessage archive;
              ASSERT_EQ(ChartView().Archive(&archive, false), B_OK);
