@@ -30,7 +30,9 @@ struct Address {
 team_address ThisTeam();
 /// The process id in an address.
 team_id TeamIdOf(team_address team);
-/// Whether the process with this address exists, as something more than a zombie.
+/// The address of a process that exists, as a zombie too; 0 if there is none.
+team_address TeamOfProcess(team_id process);
+/// True if the process with this address exists and is not a zombie.
 bool IsTeamAlive(team_address team);
 
 } // namespace kits

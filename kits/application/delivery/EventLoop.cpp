@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/EventLoop.h"
 
-#include "kits/application/Application.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainWait.h"
+#include "kits/application/delivery/Delivery.h"
 #include "kits/application/delivery/LoopGuest.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PollEventLoop.h"
@@ -46,9 +46,9 @@ void BeginTurn()
 /// Runs the rest of a turn.
 void EndTurn(const std::function<bool()>& stop)
 {
-    if (TakeQuitSignal() && be_app != nullptr)
-        be_app->PostMessage(B_QUIT_REQUESTED);
     PostOffice& office = PostOffice::Get();
+    if (TakeQuitSignal())
+        DeliverCopy({ThisTeam(), kApplicationToken}, BMessage(B_QUIT_REQUESTED), Address(), false);
     const uint64 end = office.BeginTurn();
 
     RunOutermostActions();

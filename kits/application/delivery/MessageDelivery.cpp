@@ -1,26 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The functions of BMessage about its delivery and its reply.
+// How a message is answered, and the messengers in it.
 
+#include "kits/application/Messenger.h"
 #include "kits/application/delivery/Delivery.h"
 #include "kits/application/messages/MessageField.h"
 #include "kits/application/messages/MessagePrivate.h"
+#include "kits/support/TypeConstants.h"
 
 namespace kits {
-
-MessageDelivery& MessageAccess::NeedDelivery(BMessage& message)
-{
-    if (message.fDelivery == nullptr)
-        message.fDelivery = std::make_unique<MessageDelivery>();
-    return *message.fDelivery;
-}
-
-void MessageAccess::SetDropped(BMessage& message, BPoint where, BPoint offset)
-{
-    MessageDelivery& delivery = NeedDelivery(message);
-    delivery.dropped = true;
-    delivery.dropPoint = where;
-    delivery.dropOffset = offset;
-}
 
 void MessageAccess::SetDelivered(BMessage& message, const Address& replyTo, bool sourceWaits)
 {
@@ -30,6 +17,12 @@ void MessageAccess::SetDelivered(BMessage& message, const Address& replyTo, bool
     MessageDelivery& delivery = NeedDelivery(message);
     delivery.replyTo = replyTo;
     delivery.sourceWaits = sourceWaits;
+    delivery.replyNothing = [](BMessage& unanswered) { unanswered.SendReply(B_NO_REPLY); };
+}
+
+const Address& MessageAccess::AddressOf(const BMessenger& messenger)
+{
+    return messenger.fAddress;
 }
 
 BMessenger MessageAccess::MessengerTo(const Address& address)
@@ -40,29 +33,6 @@ BMessenger MessageAccess::MessengerTo(const Address& address)
 }
 
 } // namespace kits
-
-BMessage::~BMessage()
-{
-    if (IsSourceWaiting())
-        SendReply(B_NO_REPLY);
-}
-
-bool BMessage::WasDropped() const
-{
-    return fDelivery != nullptr && fDelivery->dropped;
-}
-
-BPoint BMessage::DropPoint(BPoint* offset) const
-{
-    if (offset != nullptr)
-        *offset = WasDropped() ? fDelivery->dropOffset : BPoint();
-    return WasDropped() ? fDelivery->dropPoint : BPoint();
-}
-
-bool BMessage::IsSourceWaiting() const
-{
-    return fDelivery != nullptr && fDelivery->sourceWaits && !fDelivery->replied;
-}
 
 BMessenger BMessage::ReturnAddress() const
 {
@@ -86,4 +56,31 @@ status_t BMessage::SendReply(BMessage* reply, BHandler* replyTo, bigtime_t)
     fDelivery->replied = true;
     const status_t status = kits::DeliverCopy(fDelivery->replyTo, *reply, kits::AddressOf(replyTo), false);
     return status == B_BAD_HANDLER ? B_BAD_REPLY : status;
+}
+
+// A messenger is stored as its address.
+
+status_t BMessage::AddMessenger(const char* name, const BMessenger& value)
+{
+    return AddBytes(name, B_MESSENGER_TYPE, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address), true);
+}
+
+status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* value) const
+{
+    kits::Address address;
+    const status_t status =
+        value == nullptr ? B_BAD_VALUE : FindBytes(name, B_MESSENGER_TYPE, index, &address, sizeof(address));
+    if (status == B_OK)
+        *value = kits::MessageAccess::MessengerTo(address);
+    return status;
+}
+
+status_t BMessage::ReplaceMessenger(const char* name, int32 index, const BMessenger& value)
+{
+    return ReplaceBytes(name, B_MESSENGER_TYPE, index, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address));
+}
+
+bool BMessage::HasMessenger(const char* name, int32 index) const
+{
+    return HasData(name, B_MESSENGER_TYPE, index);
 }

@@ -8,7 +8,6 @@
 #include "kits/application/delivery/Delivery.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/delivery/ReplyWait.h"
-#include "kits/application/teams/TeamPort.h"
 
 using kits::Address;
 using kits::InterfaceLock;
@@ -53,23 +52,6 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
             status = B_MISMATCHED_VALUES;
         else
             fAddress = kits::AddressOf(handler);
-    }
-    if (result != nullptr)
-        *result = status;
-}
-
-BMessenger::BMessenger(const char* signature, team_id team, status_t* result)
-{
-    status_t status = signature == nullptr ? B_BAD_VALUE : B_NAME_NOT_FOUND;
-    if (signature != nullptr) {
-        for (const kits::TeamFolder::Entry& entry : kits::TeamPort::Get().Find(signature)) {
-            if (team >= 0 && kits::TeamIdOf(entry.team) != team)
-                continue;
-            const bool isThis = entry.team == kits::ThisTeam();
-            fAddress = {entry.team, isThis ? PostOffice::Get().Application() : kits::kApplicationToken};
-            status = B_OK;
-            break;
-        }
     }
     if (result != nullptr)
         *result = status;

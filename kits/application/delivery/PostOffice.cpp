@@ -65,16 +65,23 @@ template <class Matches> void PostOffice::FailReplyWaitsIf(const Matches& matche
         wait->Fail();
 }
 
-void PostOffice::SetApplication(token_t looper)
+void PostOffice::SetApplication(token_t looper, std::string signature)
 {
     std::lock_guard lock(fMutex);
     fApplication = looper;
+    fSignature = std::move(signature);
 }
 
 token_t PostOffice::Application() const
 {
     std::lock_guard lock(fMutex);
     return fApplication;
+}
+
+std::string PostOffice::Signature() const
+{
+    std::lock_guard lock(fMutex);
+    return fSignature;
 }
 
 void PostOffice::Remove(token_t token)

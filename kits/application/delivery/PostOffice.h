@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -40,9 +41,10 @@ public:
     void FailReplyWaits(team_address team);
     /// The same, of all teams but this one.
     void FailReplyWaitsOfOthers();
-    /// The looper that messages for kApplicationToken go to; 0 for none.
-    void SetApplication(token_t looper);
+    /// The looper that messages for kApplicationToken go to, 0 for none, and its signature.
+    void SetApplication(token_t looper, std::string signature = {});
     token_t Application() const;
+    std::string Signature() const;
     /// Forgets a handler, a looper or a wait, and drops the messages for it.
     void Remove(token_t token);
 
@@ -136,6 +138,7 @@ private:
     mutable std::mutex fMutex;
     token_t fLastToken = kApplicationToken;
     token_t fApplication = 0;
+    std::string fSignature;
     std::unordered_map<token_t, HandlerState> fHandlers;
     std::map<token_t, LooperState> fLoopers;
     std::unordered_map<token_t, WaitState> fReplyWaits;

@@ -21,6 +21,21 @@ size_t kits::MemoryOf(const BMessage& message)
     return memory;
 }
 
+MessageDelivery& kits::MessageAccess::NeedDelivery(BMessage& message)
+{
+    if (message.fDelivery == nullptr)
+        message.fDelivery = std::make_unique<MessageDelivery>();
+    return *message.fDelivery;
+}
+
+void kits::MessageAccess::SetDropped(BMessage& message, BPoint where, BPoint offset)
+{
+    MessageDelivery& delivery = NeedDelivery(message);
+    delivery.dropped = true;
+    delivery.dropPoint = where;
+    delivery.dropOffset = offset;
+}
+
 // The numbers are repeated in that header, so that a new row of the table does not recompile everything.
 namespace bounds = kits::bounds;
 static_assert(BMessage::kMaxFlattenedSize == bounds::kMostFlattened && BMessage::kMaxDepth == bounds::kMostDepth &&
@@ -32,6 +47,12 @@ BMessage::BMessage() = default;
 BMessage::BMessage(uint32 code)
     : what(code)
 {
+}
+
+BMessage::~BMessage()
+{
+    if (IsSourceWaiting())
+        fDelivery->replyNothing(*this);
 }
 
 BMessage::BMessage(const BMessage& other)
@@ -80,6 +101,23 @@ BMessage& BMessage::operator=(BMessage&& other) noexcept
     std::swap(fFields, taken.fFields);
     std::swap(fDelivery, taken.fDelivery);
     return *this;
+}
+
+bool BMessage::WasDropped() const
+{
+    return fDelivery != nullptr && fDelivery->dropped;
+}
+
+BPoint BMessage::DropPoint(BPoint* offset) const
+{
+    if (offset != nullptr)
+        *offset = WasDropped() ? fDelivery->dropOffset : BPoint();
+    return WasDropped() ? fDelivery->dropPoint : BPoint();
+}
+
+bool BMessage::IsSourceWaiting() const
+{
+    return fDelivery != nullptr && fDelivery->sourceWaits && !fDelivery->replied;
 }
 
 bool BMessage::HasSameData(const BMessage& other) const

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "kits/application/Message.h"
-#include "kits/application/Messenger.h"
+#include "kits/application/Token.h"
 #include "kits/support/Point.h"
 
 namespace kits {
@@ -11,6 +11,8 @@ namespace kits {
 struct MessageDelivery {
     Address replyTo;
     bool sourceWaits = false; ///< the sender waits for the answer
+    /// Answers for a message that is deleted unanswered although the sender waits.
+    void (*replyNothing)(BMessage& message) = nullptr;
     bool replied = false;
     bool dropped = false;
     BPoint dropPoint;
@@ -25,7 +27,7 @@ struct MessageAccess {
     static void SetDelivered(BMessage& message, const Address& replyTo, bool sourceWaits);
     static const MessageDelivery* DeliveryOf(const BMessage& message) { return message.fDelivery.get(); }
 
-    static const Address& AddressOf(const BMessenger& messenger) { return messenger.fAddress; }
+    static const Address& AddressOf(const BMessenger& messenger);
     static BMessenger MessengerTo(const Address& address);
 
     using Field = BMessage::Field;

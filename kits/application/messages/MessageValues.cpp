@@ -2,9 +2,7 @@
 // The typed calls of BMessage: each is one line about how values of its type are stored.
 
 #include "kits/application/Message.h"
-#include "kits/application/Messenger.h"
 #include "kits/application/messages/MessageField.h"
-#include "kits/application/messages/MessagePrivate.h"
 #include "kits/support/Flattenable.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
@@ -149,33 +147,6 @@ status_t BMessage::ReplacePointer(const char* name, int32 index, const void* val
 bool BMessage::HasPointer(const char* name, int32 index) const
 {
     return HasData(name, B_POINTER_TYPE, index);
-}
-
-// A messenger is stored as its address.
-
-status_t BMessage::AddMessenger(const char* name, const BMessenger& value)
-{
-    return AddBytes(name, B_MESSENGER_TYPE, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address), true);
-}
-
-status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* value) const
-{
-    kits::Address address;
-    const status_t status =
-        value == nullptr ? B_BAD_VALUE : FindBytes(name, B_MESSENGER_TYPE, index, &address, sizeof(address));
-    if (status == B_OK)
-        *value = kits::MessageAccess::MessengerTo(address);
-    return status;
-}
-
-status_t BMessage::ReplaceMessenger(const char* name, int32 index, const BMessenger& value)
-{
-    return ReplaceBytes(name, B_MESSENGER_TYPE, index, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address));
-}
-
-bool BMessage::HasMessenger(const char* name, int32 index) const
-{
-    return HasData(name, B_MESSENGER_TYPE, index);
 }
 
 status_t BMessage::AddMessage(const char* name, const BMessage* value)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Token.h"
 
-#include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/FileDescriptor.h"
 
 #include <fcntl.h>

@@ -88,7 +88,9 @@ BApplication::BApplication(const char* mimeType, status_t* error, kits::Presence
     if (be_app == nullptr) {
         be_app = this;
         be_app_messenger = BMessenger(this);
-        PostOffice::Get().SetApplication(Token());
+        PostOffice::Get().SetApplication(Token(), fSignature);
+        // From here on messages reach other teams.
+        kits::TeamPort::Get();
     }
     if (fInitStatus == B_OK && presence != kits::Presence::kHidden)
         fInitStatus = MakePresent(presence);

@@ -2,8 +2,8 @@
 #include "kits/application/Roster.h"
 
 #include "kits/application/AppDeath.h"
-#include "kits/application/Application.h"
 #include "kits/application/MainThread.h"
+#include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/teams/DetachedProcess.h"
 #include "kits/application/teams/Launch.h"
@@ -122,7 +122,7 @@ status_t BRoster::GetRunningAppInfo(team_id team, app_info* info) const
     std::string process = "self";
     if (team == kits::TeamIdOf(kits::ThisTeam())) {
         found.thread = kits::MainThreadId();
-        found.signature = be_app != nullptr ? be_app->Signature() : "";
+        found.signature = kits::PostOffice::Get().Signature();
     } else {
         for (const TeamFolder::Entry& entry : TeamPort::Get().List())
             if (kits::TeamIdOf(entry.team) == team)

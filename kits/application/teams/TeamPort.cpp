@@ -4,6 +4,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
+#include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/Launch.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
@@ -16,6 +17,7 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <map>
 
 namespace kits {
 
@@ -67,6 +69,7 @@ TeamPort::TeamPort()
               }})
 {
     LoopGuest::Set(&fVisitors);
+    OtherTeams::Set(this);
     // Once a larger block has been freed, the allocator places blocks of that size among the small ones, and does not
     // return a peer's frames to the system.
     mallopt(M_MMAP_THRESHOLD, kOwnMapping);
@@ -185,10 +188,29 @@ void TeamPort::EndShut()
         fState = State::kClosed;
 }
 
-status_t TeamPort::Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> flat)
+status_t TeamPort::Send(const std::vector<Address>& targets, const BMessage& message, const Address& replyTo,
+                        bool sourceWaits)
 {
-    const status_t status = Open();
-    return status == B_OK ? fLinks.Send(team, std::move(frame), code, std::move(flat)) : status;
+    const auto flat = std::make_shared<std::string>();
+    status_t status = WriteMessage(message, flat.get(), false, kFrameLimits);
+    if (status != B_OK)
+        return status;
+    if (!FitsFrame(1, flat->size()))
+        return B_BAD_VALUE;
+    status = Open();
+    if (status != B_OK)
+        return status;
+    MessageFrame frame{message.IsNewestWins(), sourceWaits, replyTo, {}};
+    const size_t most = flat->size() <= bounds::kMostShared ? bounds::kMostTargets : 1;
+    std::map<team_address, std::vector<token_t>> teams;
+    for (const Address& target : targets)
+        teams[target.team].push_back(target.token);
+    for (const auto& [team, tokens] : teams)
+        for (auto first = tokens.begin(); first != tokens.end(); first += frame.targets.size()) {
+            frame.targets.assign(first, first + std::min<ptrdiff_t>(most, tokens.end() - first));
+            status = fLinks.Send(team, frame, message.what, flat);
+        }
+    return status;
 }
 
 bool TeamPort::IsReachable(const Address& address)

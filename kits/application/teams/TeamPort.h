@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/delivery/OtherTeams.h"
 #include "kits/application/teams/TeamFolder.h"
 #include "kits/application/teams/TeamLinks.h"
 #include "kits/application/teams/TeamWatch.h"
@@ -17,7 +18,7 @@ namespace kits {
 /// What comes from outside is believed nothing: the other end is a process of this user, known by the system and not by
 /// what it says; what it sends is held to the limits of Frame.h and of BMessage, and is dropped with its connection
 /// when it breaks them.
-class TeamPort {
+class TeamPort : public OtherTeams {
 public:
     static TeamPort& Get();
 
@@ -45,11 +46,9 @@ public:
         Shutter& operator=(const Shutter&) = delete;
     };
 
-    /// Sends a message to handlers of another team.
-    /// @param flat  as WriteMessage gives it
-    /// @return see TeamLinks::Send; or why it cannot be opened
-    status_t Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> flat);
-    bool IsReachable(const Address& address);
+    status_t Send(const std::vector<Address>& targets, const BMessage& message, const Address& replyTo,
+                  bool sourceWaits) override;
+    bool IsReachable(const Address& address) override;
 
     /// The teams that can be found by this signature, this one too; the oldest first.
     std::vector<TeamFolder::Entry> Find(const std::string& signature);

@@ -22,9 +22,6 @@ status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* so
 /// Whether connections may take one more file descriptor: enough are left for all else (bounds::kReservedDescriptors).
 bool HasDescriptorForConnection();
 
-/// The address of a process that exists, as a zombie too; 0 if there is none.
-team_address TeamOfProcess(team_id process);
-
 /// The process at the other end. False unless it is of this user.
 bool IsOfThisUser(int socket, pid_t* process);
 

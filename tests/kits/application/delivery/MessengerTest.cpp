@@ -4,6 +4,7 @@
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
+#include "kits/application/messages/MessagePrivate.h"
 #include "kits/kernel/Errors.h"
 #include "tests/kits/application/Loop.h"
 
@@ -429,4 +430,12 @@ TEST_F(MessengerTest, AnswersManyThreadsAtOnce)
             ++countDone;
         }));
     EXPECT_TRUE(test::RunUntil([&countDone] { return countDone == 4; }));
+}
+
+TEST_F(MessengerTest, ReachesNoOtherTeamBeforeThereIsAPort)
+{
+    const BMessenger elsewhere = kits::MessageAccess::MessengerTo({kits::ThisTeam() + 1, 7});
+    EXPECT_FALSE(elsewhere.IsValid());
+    EXPECT_EQ(elsewhere.SendMessage(uint32(1)), B_BAD_HANDLER);
+    EXPECT_EQ(elsewhere.Team(), kits::TeamIdOf(kits::ThisTeam()));
 }
