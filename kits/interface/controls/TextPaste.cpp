@@ -5,6 +5,7 @@
 #include "kits/interface/InterfaceDefs.h"
 #include "kits/interface/controls/FieldMenu.h"
 #include "kits/interface/platform/Selections.h"
+#include "kits/interface/platform/selections/Fetches.h"
 
 #include <QAbstractSpinBox>
 #include <QContextMenuEvent>
@@ -43,10 +44,10 @@ void Paste(QLineEdit& field, Name name)
         if (data.empty())
             return false;
         const DispatchScope scope;
-        Insert(target, Selections::TextOf(data));
+        Insert(target, Fetches::TextOf(data));
         return true;
     };
-    Selections::Fetch(std::move(source), Selections::TextForms(), use, [](SelectionFetch::State state) {
+    Fetches::Start(std::move(source), Fetches::TextForms(), use, [](SelectionFetch::State state) {
         if (state != SelectionFetch::State::kTaken)
             beep();
     });

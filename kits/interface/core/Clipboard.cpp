@@ -9,6 +9,7 @@
 #include "kits/interface/View.h"
 #include "kits/interface/platform/Selections.h"
 #include "kits/interface/platform/selections/DropMessage.h"
+#include "kits/interface/platform/selections/Fetches.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -77,7 +78,7 @@ bool FetchClipboard(std::function<void(BMessage&)> taken)
         else
             beep();
     };
-    Selections::Fetch(std::move(source), DropMessage::Forms(), use, ended);
+    Fetches::Start(std::move(source), DropMessage::Forms(), use, ended);
     return true;
 }
 

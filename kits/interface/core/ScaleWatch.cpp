@@ -6,6 +6,7 @@
 #include "kits/interface/core/WindowPane.h"
 #include "kits/interface/platform/Wayland.h"
 #include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XSettings.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QApplication>
@@ -79,6 +80,7 @@ void Start()
     for (QScreen* screen : QGuiApplication::screens())
         WatchOne(screen);
     QObject::connect(qGuiApp, &QGuiApplication::screenAdded, qGuiApp, WatchOne);
+    XSettingsWatch::CallOnChange(Follow);
 }
 
 void Follow()

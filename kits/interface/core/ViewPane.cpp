@@ -3,10 +3,10 @@
 
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/interface/Clipboard.h"
+#include "kits/interface/core/EventScope.h"
 #include "kits/interface/core/KeyInput.h"
 #include "kits/interface/core/Pointer.h"
 #include "kits/interface/core/ViewImpl.h"
-#include "kits/interface/startup/QtEventLoop.h"
 
 #include <QContextMenuEvent>
 #include <QImage>
@@ -50,7 +50,7 @@ QImage* PictureBehind(const QPainter& painter)
 void DeleteWidget(QWidget* widget)
 {
     widget->hide();
-    if (KitsApplication::IsHandlingEvent())
+    if (EventScope::IsOpen())
         widget->deleteLater();
     else
         delete widget;

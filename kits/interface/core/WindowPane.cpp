@@ -138,7 +138,10 @@ void WindowPane::WatchWindow()
         StayShown::Keep(*fWatched);
         DesktopLayer::WatchCompositor(RepaintDesktopWindows);
     } else
-        ManagerChange::Watch(*this);
+        ManagerChange::Watch(*this, [this](QPoint place) {
+            if (fImpl != nullptr)
+                fImpl->PutBack(place.x(), place.y());
+        });
     if (fImpl->fSettings.look == B_MODAL_WINDOW_LOOK && fImpl->fSettings.feel != B_MODAL_APP_WINDOW_FEEL)
         DesktopLayer::ShowBorderOnly(*fWatched);
     if (IsOfDesktop() || fImpl->fSettings.workspaces == B_ALL_WORKSPACES)
@@ -170,12 +173,6 @@ void WindowPane::AcceptFocus(bool accept)
         fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
         StayShown::LookAgain();
     }
-}
-
-void WindowPane::PutBack(int left, int top)
-{
-    if (fImpl != nullptr)
-        fImpl->PutBack(left, top);
 }
 
 void WindowPane::MoveToCurrentWorkspace()

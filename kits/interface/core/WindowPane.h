@@ -24,8 +24,6 @@ public:
     /// Brings the window to the front and asks for the keyboard. One of the desktop stays where it is, and takes the
     /// keyboard only from here until it loses it.
     void Activate();
-    /// See WindowImpl::PutBack.
-    void PutBack(int left, int top);
     /// Nothing happens before WatchWindow().
     void MoveToCurrentWorkspace();
     /// Null when the window is gone.

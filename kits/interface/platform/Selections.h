@@ -3,11 +3,7 @@
 
 #include "kits/interface/platform/selections/SelectionFetch.h"
 
-#include <cstdint>
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
 class QMimeData;
 
@@ -29,19 +25,6 @@ bool MayHaveText(Name name);
 bool HasPrimary();
 /// The source of dragged data, through the toolkit.
 std::unique_ptr<SelectionSource> SourceOf(const QMimeData& dragged);
-
-/// Fetches in the first of the wanted forms that can be used, within bounds::kLongestFetch.
-/// @param ended  called once, possibly in this call; refers to others by token
-/// @return a number to give it up with, 0 if it is over already
-uint64_t Fetch(std::unique_ptr<SelectionSource> source, std::vector<SelectionForm> wanted, SelectionFetch::Use use,
-               std::function<void(SelectionFetch::State)> ended);
-/// Nothing is called any more. Nothing happens for a fetch that is over.
-void Cancel(uint64_t fetch);
-
-/// The forms of a text, the preferred one first.
-std::vector<SelectionForm> TextForms();
-/// Decodes a text of such a form, in UTF-8; bytes that are not UTF-8 are read as Latin-1.
-std::string TextOf(const std::string& data);
 
 /// Gives up all fetches, and hands this program's selections to the clipboard keeper, if there is one. May run the
 /// event loop once more.

@@ -111,6 +111,7 @@ status_t InitInterface(int& argc, char** argv)
     MakeApplication(argc, argv);
     DisplayCheck::Done();
     SessionEnd::Watch();
+    ScaleWatch::Start();
     Theme::Start();
     UseWantedLanguage();
     TranslateToolkit();
@@ -118,7 +119,6 @@ status_t InitInterface(int& argc, char** argv)
     sApplication->SetLoop(sLoop);
     EventLoop::SetCurrent(sLoop);
     ScreenList::Watch();
-    ScaleWatch::Start();
     EnableViewAccess();
     TextCache::Enable();
     UserFonts::Read();

@@ -4,6 +4,7 @@
 #include "kits/application/Application.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/interface/controls/TextPaste.h"
+#include "kits/interface/core/EventScope.h"
 #include "kits/interface/core/Pointer.h"
 #include "kits/interface/core/UpdateQueue.h"
 #include "kits/interface/platform/ForeignDrag.h"
@@ -108,8 +109,6 @@ void QtEventLoop::ArmTimer()
     fTimer.start(static_cast<int>(std::min(wait, kLongest)));
 }
 
-int32 KitsApplication::sHandling = 0;
-
 KitsApplication::KitsApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 {
@@ -127,10 +126,7 @@ bool KitsApplication::notify(QObject* receiver, QEvent* event)
         return QApplication::notify(receiver, event);
     fLoop->Held();
     EventLoop::NoteEvent();
-    struct Mark {
-        Mark() { sHandling++; }
-        ~Mark() { sHandling--; }
-    } const mark;
+    const EventScope inside;
     if (event->spontaneous() || receiver->isWindowType())
         Pointer::Watch(receiver, event);
     if (receiver->isWindowType() ? ForeignDrag::Deliver(*static_cast<QWindow*>(receiver), *event)

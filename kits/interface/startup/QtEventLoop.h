@@ -70,15 +70,11 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
     void SetLoop(QtEventLoop* loop) { fLoop = loop; }
 
-    /// True if an object's event handler is on the main thread's stack. Main thread.
-    static bool IsHandlingEvent() { return sHandling > 0; }
-
 protected:
     bool event(QEvent* event) override;
 
 private:
     QtEventLoop* fLoop = nullptr;
-    static int32 sHandling;
 };
 
 } // namespace kits

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/DropMessage.h"
 
-#include "kits/interface/platform/Selections.h"
+#include "kits/interface/platform/selections/Fetches.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/support/TypeConstants.h"
 
@@ -86,7 +86,7 @@ std::optional<rgb_color> ColorOf(const BMessage& message)
 std::vector<SelectionForm> Forms()
 {
     std::vector<SelectionForm> forms{{kFormat, bounds::kMostFlattened}, {kColorFormat, bounds::kMostForeignColor}};
-    for (SelectionForm& form : Selections::TextForms())
+    for (SelectionForm& form : Fetches::TextForms())
         forms.push_back(std::move(form));
     return forms;
 }
@@ -106,7 +106,7 @@ std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& byt
         const bool isWhole = message->Unflatten(bytes.data(), static_cast<ssize_t>(bytes.size())) == B_OK;
         return isWhole ? std::move(message) : nullptr;
     }
-    return form == kColorFormat ? ColorMessage(bytes) : TextMessage(Selections::TextOf(bytes));
+    return form == kColorFormat ? ColorMessage(bytes) : TextMessage(Fetches::TextOf(bytes));
 }
 
 std::string BytesOf(const QMimeData& data, const std::string& form)

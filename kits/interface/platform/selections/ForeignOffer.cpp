@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/ForeignOffer.h"
 
-#include "kits/interface/platform/Selections.h"
 #include "kits/interface/platform/selections/DropMessage.h"
+#include "kits/interface/platform/selections/Fetches.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 
@@ -20,7 +20,7 @@ ForeignOffer::ForeignOffer(QStringList formats, MakeSource make)
 
 ForeignOffer::~ForeignOffer()
 {
-    Selections::Cancel(fFetch);
+    Fetches::Cancel(fFetch);
 }
 
 bool ForeignOffer::MayAsk() const
@@ -35,7 +35,7 @@ bool ForeignOffer::MayCome() const
 
 bool ForeignOffer::MayAskForText() const
 {
-    const std::vector<SelectionForm> forms = Selections::TextForms();
+    const std::vector<SelectionForm> forms = Fetches::TextForms();
     return !fWasAskedForText && std::any_of(forms.begin(), forms.end(), [this](const SelectionForm& form) {
         return fFormats.contains(QString::fromStdString(form.name));
     });
@@ -47,7 +47,7 @@ ForeignOffer::State ForeignOffer::Want()
     // A source that has just begun its drag may lose the first question.
     if (fIsFetching && fClock() - fAskedAt > bounds::kAskDragAgain && MayAsk()) {
         fIsFetching = false;
-        Selections::Cancel(std::exchange(fFetch, 0));
+        Fetches::Cancel(std::exchange(fFetch, 0));
     }
     if (!fIsFetching && MayAsk()) {
         fAsked++;
@@ -70,7 +70,7 @@ void ForeignOffer::Unwant()
     fIsWanted = false;
     if (!std::exchange(fIsFetching, false))
         return;
-    Selections::Cancel(std::exchange(fFetch, 0));
+    Fetches::Cancel(std::exchange(fFetch, 0));
 }
 
 bool ForeignOffer::IsReadyForDrop() const
@@ -87,8 +87,8 @@ void ForeignOffer::FetchForDrop(std::function<void()> ready)
         fAsked = bounds::kMostAskedOfADrag;
     } else if (!fIsFetching && MayAskForText()) {
         fWasAskedForText = true;
-        Fetch(Selections::TextForms(), [this](const SelectionForm&, const std::string& data) {
-            setText(QString::fromStdString(Selections::TextOf(data)));
+        Fetch(Fetches::TextForms(), [this](const SelectionForm&, const std::string& data) {
+            setText(QString::fromStdString(Fetches::TextOf(data)));
             return true;
         });
     }
@@ -102,8 +102,8 @@ void ForeignOffer::Fetch(std::vector<SelectionForm> forms, SelectionFetch::Use u
     if (source == nullptr)
         return;
     fIsFetching = true;
-    const uint64_t fetch = Selections::Fetch(std::move(source), std::move(forms), std::move(use),
-                                             [this](SelectionFetch::State state) { Ended(state); });
+    const uint64_t fetch = Fetches::Start(std::move(source), std::move(forms), std::move(use),
+                                          [this](SelectionFetch::State state) { Ended(state); });
     fFetch = fIsFetching ? fetch : 0;
 }
 

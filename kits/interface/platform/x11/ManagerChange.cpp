@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/ManagerChange.h"
 
-#include "kits/interface/core/WindowPane.h"
 #include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QPointer>
+#include <QWidget>
 #include <QWindow>
 
 #include <algorithm>
@@ -28,10 +28,10 @@ public:
         qGuiApp->installNativeEventFilter(this);
     }
 
-    void Add(WindowPane& pane)
+    void Add(QWidget& window, std::function<void(QPoint)> putBack)
     {
-        std::erase_if(fWatched, [](const Watched& watched) { return watched.pane == nullptr; });
-        fWatched.push_back({&pane, {}});
+        std::erase_if(fWatched, [](const Watched& watched) { return watched.window == nullptr; });
+        fWatched.push_back({&window, std::move(putBack), {}});
     }
 
     /// The toolkit selects these events of its windows.
@@ -41,26 +41,27 @@ public:
         if ((event->response_type & ~XWindows::kSentByClient) != XCB_REPARENT_NOTIFY)
             return false;
         const auto watched = std::find_if(fWatched.begin(), fWatched.end(), [event](const Watched& one) {
-            const QWindow* const window = one.pane != nullptr ? one.pane->windowHandle() : nullptr;
+            const QWindow* const window = one.window != nullptr ? one.window->windowHandle() : nullptr;
             return window != nullptr && window->handle() != nullptr && window->winId() == event->window;
         });
         if (watched == fWatched.end())
             return false;
-        WindowPane* const pane = watched->pane;
+        QWidget* const shown = watched->window;
         if (event->parent == fRoot) {
             // The toolkit has not learned of another place yet. A hidden window returns as well.
-            watched->place = pane->isVisible() ? std::optional(pane->geometry().topLeft()) : std::nullopt;
+            watched->place = shown->isVisible() ? std::optional(shown->geometry().topLeft()) : std::nullopt;
         } else if (const std::optional<QPoint> place = std::exchange(watched->place, {})) {
             // Later, because the system's events come without the interface lock.
             QMetaObject::invokeMethod(
-                pane, [pane, place] { pane->PutBack(place->x(), place->y()); }, Qt::QueuedConnection);
+                shown, [putBack = watched->putBack, place] { putBack(*place); }, Qt::QueuedConnection);
         }
         return false;
     }
 
 private:
     struct Watched {
-        QPointer<WindowPane> pane;
+        QPointer<QWidget> window;
+        std::function<void(QPoint)> putBack;
         std::optional<QPoint> place; ///< of its content, while no window manager has it
     };
 
@@ -72,7 +73,7 @@ QPointer<Filter> sFilter;
 
 } // namespace
 
-void Watch(WindowPane& pane)
+void Watch(QWidget& window, std::function<void(QPoint)> putBack)
 {
     xcb_connection_t* const server = XServer();
     if (server == nullptr)
@@ -81,7 +82,7 @@ void Watch(WindowPane& pane)
         sFilter = new Filter(server);
         QObject::connect(qGuiApp, &QObject::destroyed, sFilter, [] { delete sFilter; });
     }
-    sFilter->Add(pane);
+    sFilter->Add(window, std::move(putBack));
 }
 
 } // namespace kits::ManagerChange

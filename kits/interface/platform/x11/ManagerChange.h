@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-namespace kits {
+#include <functional>
 
-class WindowPane;
+class QPoint;
+class QWidget;
+
+namespace kits {
 
 /// Keeps windows at their places when one window manager takes over from another, as on a restart.
 ///
@@ -14,8 +17,9 @@ class WindowPane;
 /// Main thread; nothing happens without an X server.
 namespace ManagerChange {
 
-/// Watches a window as long as it exists. It has to have a system's window.
-void Watch(WindowPane& pane);
+/// Watches a window as long as it exists. It must have a system's window.
+/// @param putBack  asks for the place that the content had; called in a turn of its own
+void Watch(QWidget& window, std::function<void(QPoint)> putBack);
 
 } // namespace ManagerChange
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/XSettings.h"
 
-#include "kits/interface/core/ScaleWatch.h"
 #include "kits/interface/platform/x11/DesktopScale.h"
 #include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
@@ -189,13 +188,12 @@ private:
         // Otherwise the scale, and everything painted with it, would change between two events.
         QMetaObject::invokeMethod(
             qGuiApp,
-            [] {
+            [changed = fChanged] {
                 DesktopScale::Apply(XSettingsWatch::Current());
-                ScaleWatch::Follow();
+                for (const std::function<void()>& function : changed)
+                    function();
             },
             Qt::QueuedConnection);
-        for (const std::function<void()>& changed : fChanged)
-            QMetaObject::invokeMethod(qGuiApp, changed, Qt::QueuedConnection);
     }
 
     xcb_connection_t* const fServer;

@@ -51,7 +51,8 @@ void Start(const XSettingsSource& source, XSettings settings);
 void Stop();
 /// The newest settings; none where there is no X server or no daemon.
 const XSettings& Current();
-/// The function is called in a turn of its own after each change, until Stop.
+/// Calls the function after each change, until Stop: together with those added before, in their order, in the event
+/// that applies the new scale.
 void CallOnChange(std::function<void()> changed);
 
 } // namespace XSettingsWatch

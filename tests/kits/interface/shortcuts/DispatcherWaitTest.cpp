@@ -6,6 +6,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/application/Timer.h"
 #include "kits/interface/Shortcuts.h"
+#include "kits/interface/core/EventScope.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "tests/support/GuiTest.h"
 
@@ -105,7 +106,7 @@ TEST_F(DispatcherWait, AStreamIsHandledInIt)
     // If something else has come as well, it is the dispatcher's turn, so not every wait is ours.
     receiver->onMessage = [&](BMessage*) {
         EXPECT_TRUE(kits::InterfaceLock::Get().IsHeld());
-        if (kits::KitsApplication::IsHandlingEvent() != IsGlib())
+        if (kits::EventScope::IsOpen() != IsGlib())
             End();
     };
     EXPECT_TRUE(Run(true, true));
@@ -127,7 +128,7 @@ TEST_F(DispatcherWait, WhatIsNoStreamIsHandledAsAnEvent)
 {
     bool isEvent = false;
     receiver->onMessage = [&](BMessage*) {
-        isEvent = kits::KitsApplication::IsHandlingEvent();
+        isEvent = kits::EventScope::IsOpen();
         End();
     };
     EXPECT_TRUE(Run(false));
