@@ -13,11 +13,11 @@
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowPane.h"
 #include "kits/interface/drawing/PixelGrid.h"
-#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/interface/platform/DesktopColor.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/platform/selections/DropMessage.h"
 #include "kits/interface/platform/selections/ForeignOffer.h"
 #include "kits/interface/platform/x11/DesktopLayer.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/support/Identity.h"
 
 #include <QDrag>
@@ -109,7 +109,7 @@ public:
                 from = window->fPane->windowHandle();
         if (from == nullptr)
             return;
-        if (XServer() != nullptr)
+        if (Display::IsX11())
             from = MakeEar();
         fWindow = from;
         if (!from->setKeyboardGrabEnabled(true))

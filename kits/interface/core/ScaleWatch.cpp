@@ -4,7 +4,7 @@
 #include "kits/interface/core/ScreenList.h"
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowPane.h"
-#include "kits/interface/platform/Wayland.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XSettings.h"
 #include "kits/interface/platform/x11/XWindows.h"
@@ -127,7 +127,7 @@ bool IsButtonDown()
 double ScaleOf(const QWidget& widget)
 {
     // On Wayland windows have scales of their own. Elsewhere the toolkit may learn of its windows' scale later.
-    static const bool isWayland = IsWayland();
+    static const bool isWayland = Display::IsWayland();
     const QScreen* const screen = widget.screen();
     return isWayland || screen == nullptr ? widget.devicePixelRatioF() : screen->devicePixelRatio();
 }

@@ -5,7 +5,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/ScreenList.h"
-#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/interface/platform/DesktopColor.h"
 #include "kits/support/TypeConstants.h"
 
 BScreen::BScreen()

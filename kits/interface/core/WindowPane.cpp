@@ -7,8 +7,8 @@
 #include "kits/interface/core/ViewPane.h"
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowKeys.h"
-#include "kits/interface/platform/Wayland.h"
-#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/interface/platform/DesktopColor.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/platform/x11/DesktopLayer.h"
 #include "kits/interface/platform/x11/ManagerChange.h"
 #include "kits/interface/platform/x11/StayShown.h"
@@ -40,7 +40,7 @@ void RepaintDesktopWindows()
 Qt::WindowFlags FlagsOf(const WindowImpl::Settings& settings)
 {
     Qt::WindowFlags flags = Qt::Window;
-    if (settings.feel == B_DESKTOP_WINDOW_FEEL && IsWayland())
+    if (settings.feel == B_DESKTOP_WINDOW_FEEL && Display::IsWayland())
         return flags | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint;
     if (settings.feel == B_DESKTOP_WINDOW_FEEL || settings.flags & B_AVOID_FOCUS)
         flags |= Qt::WindowDoesNotAcceptFocus;
@@ -131,7 +131,7 @@ void WindowPane::WatchWindow()
     create();
     fWatched = windowHandle();
     fWatched->installEventFilter(this);
-    if (IsWayland())
+    if (Display::IsWayland())
         fImpl->fTracker.SetPlaceless();
     if (IsOfDesktop()) {
         DesktopLayer::MarkAsDesktopWindow(*fWatched);
@@ -169,7 +169,7 @@ void WindowPane::Activate()
 // Sets this on the system's window only: on the widget, the toolkit would recreate the window.
 void WindowPane::AcceptFocus(bool accept)
 {
-    if (fWatched != nullptr && !IsWayland()) {
+    if (fWatched != nullptr && !Display::IsWayland()) {
         fWatched->setFlag(Qt::WindowDoesNotAcceptFocus, !accept);
         StayShown::LookAgain();
     }
@@ -211,7 +211,7 @@ bool WindowPane::eventFilter(QObject* watched, QEvent* event)
         }
         case QEvent::Move: {
             // Where windows cannot know their place, the system reports none.
-            if (IsWayland())
+            if (Display::IsWayland())
                 break;
             const QPoint place = static_cast<QMoveEvent*>(event)->pos();
             fImpl->PlaceReported(place.x(), place.y());

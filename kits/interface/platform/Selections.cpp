@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/Selections.h"
 
-#include "kits/interface/platform/Wayland.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/platform/selections/Fetches.h"
 #include "kits/interface/platform/selections/ToolkitSource.h"
 #include "kits/interface/platform/wayland/WaylandSource.h"
@@ -30,7 +30,7 @@ bool IsOurs(Name name)
 
 const QMimeData* AtHand(Name name)
 {
-    const bool isElsewhere = (XSelections::IsHere() || IsWayland()) && !IsOurs(name);
+    const bool isElsewhere = (XSelections::IsHere() || Display::IsWayland()) && !IsOurs(name);
     return isElsewhere ? nullptr : QGuiApplication::clipboard()->mimeData(ModeOf(name));
 }
 

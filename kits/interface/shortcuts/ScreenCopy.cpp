@@ -3,11 +3,12 @@
 
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/ViewPane.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/shortcuts/ServerPixels.h"
 
 #include <QBackingStore>
-#include <QGuiApplication>
 #include <QImage>
+#include <QPaintDevice>
 #include <QRegion>
 #include <QWindow>
 
@@ -17,17 +18,6 @@
 namespace kits {
 
 namespace {
-
-/// True where a window has one picture that can be written to at any time. Elsewhere the display and the toolkit take
-/// turns at several.
-bool HasLastingPictures()
-{
-    static const bool has = [] {
-        const QString platform = QGuiApplication::platformName();
-        return platform == QLatin1String("xcb") || platform == QLatin1String("offscreen");
-    }();
-    return has;
-}
 
 /// The picture of a window when opaque words can be copied into it one for one; null otherwise.
 const QImage* PictureOf(const QWidget& window)
@@ -52,8 +42,9 @@ bool ScreenCopy::Take(const ViewImpl& view)
     const Surface& surface = view.fSurface;
     const PixelRect& frame = view.PixelFrame();
     const QWidget* const pane = view.fPane;
-    if (!HasLastingPictures() || pane == nullptr || pane->isWindow() || !pane->isVisible() || !surface.IsOpaque() ||
-        !surface.Grid().IsUnit() || surface.Width() != frame.Width() || surface.Height() != frame.Height())
+    if (!Display::HasLastingPictures() || pane == nullptr || pane->isWindow() || !pane->isVisible() ||
+        !surface.IsOpaque() || !surface.Grid().IsUnit() || surface.Width() != frame.Width() ||
+        surface.Height() != frame.Height())
         return false;
     if (fWindow != pane->window())
         End();

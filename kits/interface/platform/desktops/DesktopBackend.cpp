@@ -45,11 +45,11 @@ std::unique_ptr<DesktopBackend> MakeSettingsDesktop(const std::string& screen)
 
 } // namespace
 
-std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform, const std::string& screen)
+std::unique_ptr<DesktopBackend> MakeDesktopBackend(bool isX11, const std::string& screen)
 {
     if (std::unique_ptr<DesktopBackend> desktop = MakeSettingsDesktop(screen))
         return desktop;
-    return platform == "xcb" ? X11Desktop::Connect() : nullptr;
+    return isX11 ? X11Desktop::Connect() : nullptr;
 }
 
 } // namespace kits

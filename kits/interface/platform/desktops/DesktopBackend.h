@@ -49,8 +49,8 @@ public:
 };
 
 /// The way of this session. Null where there is none: then only this process knows the colour.
-/// @param platform  the toolkit's platform: "xcb", "wayland", ...
-/// @param screen    the X server's name of the main monitor
-std::unique_ptr<DesktopBackend> MakeDesktopBackend(const std::string& platform, const std::string& screen = "");
+/// @param isX11   true if the display is an X server, whose root window can be painted
+/// @param screen  the X server's name of the main monitor
+std::unique_ptr<DesktopBackend> MakeDesktopBackend(bool isX11, const std::string& screen = "");
 
 } // namespace kits

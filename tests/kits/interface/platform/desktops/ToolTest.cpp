@@ -105,7 +105,7 @@ protected:
     std::string Choice(const char* names)
     {
         setenv("XDG_CURRENT_DESKTOP", names, 1);
-        const std::unique_ptr<DesktopBackend> desktop = MakeDesktopBackend("wayland");
+        const std::unique_ptr<DesktopBackend> desktop = MakeDesktopBackend(false);
         return desktop != nullptr ? desktop->Name() : "none";
     }
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/interface/platform/DesktopColor.h"
 
 #include "kits/application/Handler.h"
 #include "kits/application/Messenger.h"

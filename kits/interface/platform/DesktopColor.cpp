@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/DesktopColor.h"
+#include "kits/interface/platform/DesktopColor.h"
 
 #include "kits/application/MainThread.h"
+#include "kits/interface/platform/Display.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -20,12 +21,6 @@ constexpr int kLongestAnswer = 100;
 
 /// Not destroyed automatically: a process that calls exit() somewhere leaves its thread as it is.
 DesktopWatch* sWatch = nullptr;
-
-/// Returns true if the toolkit draws on a desktop.
-bool HasDesktop(const QString& platform)
-{
-    return platform == QStringLiteral("xcb") || platform.startsWith(QStringLiteral("wayland"));
-}
 
 /// Nothing lies below a desktop that could shine through.
 rgb_color Opaque(rgb_color color)
@@ -56,10 +51,9 @@ DesktopWatch::Maker& TestMaker()
 DesktopWatch& Watch()
 {
     if (sWatch == nullptr) {
-        const QString platform = QGuiApplication::platformName();
         DesktopWatch::Maker make = TestMaker();
-        if (make == nullptr && HasDesktop(platform))
-            make = [name = platform.toStdString(), screen = MainScreen()] { return MakeDesktopBackend(name, screen); };
+        if (make == nullptr && (Display::IsX11() || Display::IsWayland()))
+            make = [isX11 = Display::IsX11(), screen = MainScreen()] { return MakeDesktopBackend(isX11, screen); };
         sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
     }
     return *sWatch;
