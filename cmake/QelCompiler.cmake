@@ -17,6 +17,9 @@ set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1")
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wno-multichar -Werror)
 
+# A program loads only the libraries that it uses, whatever its rooms were linked with.
+add_link_options(-Wl,--as-needed)
+
 set(QEL_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined or thread")
 if(QEL_SANITIZE)
     add_compile_options(-fsanitize=${QEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

@@ -1,14 +1,22 @@
 # SPDX-License-Identifier: MIT
-# One line makes a kit, a part of the program or a test program. It takes every .cpp file of the folder.
+# One line makes a room of a kit, a part of the program or a test program.
 
-# qel_library(NAME LINK target...): a static library of the .cpp files in the current folder and the folders in it.
-function(qel_library name)
-    cmake_parse_arguments(ARG "" "" "LINK;LINK_PRIVATE" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*/*.cpp
-        ${CMAKE_CURRENT_SOURCE_DIR}/*/*/*.cpp)
+# qel_room(NAME [FOLDER folder] LINK target... [LINK_PRIVATE target...]): a static library of the .cpp files of one
+# folder, the current one by default; main.cpp is left to the program. It links only what stands below it, so that a
+# program that links a room finds everything that the room needs, and nothing else.
+function(qel_room name)
+    cmake_parse_arguments(ARG "" "FOLDER" "LINK;LINK_PRIVATE" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_FOLDER}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/main[.]cpp$")
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
+endfunction()
+
+# qel_kit(NAME ROOM...): the name under which all rooms of a kit are linked: these, and what they stand on.
+function(qel_kit name)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE ${ARGN})
 endfunction()
 
 add_custom_target(headless_tests)
@@ -45,7 +53,7 @@ function(qel_test name)
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main)
-        if(NOT ARG_LINK MATCHES "kits_interface|qel_charts|qel_app")
+        if(NOT ARG_LINK MATCHES "kits_(platform|core|controls|startup|shortcuts|interface)|qel_(ui|sources|prefs|chart|pages|desktop|app)")
             add_dependencies(headless_tests ${name})
             set(label LABELS headless)
         endif()
