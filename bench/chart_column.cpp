@@ -31,10 +31,10 @@ void BM_ChartColumn(benchmark::State& state)
                 benchmark::ClobberMemory();
             }
         }));
-        const float before = bench.Chart().Column();
+        const float before = bench.Chart().Picture().Column();
         const double time = Nanoseconds([&] { bench.Sample(); });
         state.SetIterationTime(time * 1e-9);
-        if (bench.Chart().Column() > before)
+        if (bench.Chart().Picture().Column() > before)
             column.Add(time);
     }
     Report(state, floor, column);

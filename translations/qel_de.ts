@@ -282,6 +282,20 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
         <translation>Start: </translation>
     </message>
     <message>
+        <location filename="../src/chart/ChartConnection.cpp"/>
+        <source>Qel replicant:
+
+Unable to launch or estabilish connection to Qel !</source>
+        <translation>Qel-Ableger:
+
+Qel kann nicht gestartet oder nicht erreicht werden!</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartConnection.cpp"/>
+        <source>Qel replicant error:</source>
+        <translation>Fehler eines Qel-Ablegers:</translation>
+    </message>
+    <message>
         <location filename="../src/chart/ChartMenu.cpp"/>
         <source>Chart</source>
         <translation>Diagramm</translation>
@@ -367,23 +381,17 @@ FÜR VERSION 0.3.0: Nehmen Sie die Vorgaben, das Format der Einstellungen hat si
         <translation>Farbe einfügen</translation>
     </message>
     <message>
-        <location filename="../src/chart/ChartViewConnection.cpp"/>
-        <source>Qel replicant error:</source>
-        <translation>Fehler eines Qel-Ablegers:</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewConnection.cpp"/>
-        <source>Qel replicant:
+        <location filename="../src/chart/ChartSaving.cpp"/>
+        <source>The file could not be saved:
 
-Unable to launch or estabilish connection to Qel !</source>
-        <translation>Qel-Ableger:
+%1
 
-Qel kann nicht gestartet oder nicht erreicht werden!</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewConnection.cpp"/>
-        <source>OK</source>
-        <translation>OK</translation>
+%2</source>
+        <translation>Die Datei konnte nicht gespeichert werden:
+
+%1
+
+%2</translation>
     </message>
     <message>
         <location filename="../src/chart/ChartViewDesktop.cpp"/>
@@ -421,11 +429,6 @@ Qel kann nicht gestartet oder nicht erreicht werden!</translation>
         <translation>Über Qel...</translation>
     </message>
     <message>
-        <location filename="../src/chart/ChartViewDesktop.cpp"/>
-        <source>Qel alert</source>
-        <translation>Hinweis von Qel</translation>
-    </message>
-    <message>
         <location filename="../src/chart/ChartViewDrops.cpp"/>
         <source>The maximal number of sources
 reached. Mail me if you need more !
@@ -440,6 +443,26 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <translation>Hier klicken für ein neues Diagramm.</translation>
     </message>
     <message>
+        <location filename="../src/chart/ChartViewMessages.cpp"/>
+        <source>Save picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewMessages.cpp"/>
+        <source>PNG pictures</source>
+        <translation>PNG-Bilder</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewMessages.cpp"/>
+        <source>Save values</source>
+        <translation>Werte speichern</translation>
+    </message>
+    <message>
+        <location filename="../src/chart/ChartViewMessages.cpp"/>
+        <source>Tables of values</source>
+        <translation>Wertetabellen</translation>
+    </message>
+    <message>
         <location filename="../src/chart/ChartViewMouse.cpp"/>
         <source>Distribute position</source>
         <translation>Platz auf alle übertragen</translation>
@@ -448,44 +471,6 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <location filename="../src/chart/ChartViewMouse.cpp"/>
         <source>Distribute pos.</source>
         <translation>Platz auf alle übertragen</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewPrefs.cpp"/>
-        <source>Chart preferences</source>
-        <translation>Einstellungen des Diagramms</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewSaving.cpp"/>
-        <source>The file could not be saved:
-
-%1
-
-%2</source>
-        <translation>Die Datei konnte nicht gespeichert werden:
-
-%1
-
-%2</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewSaving.cpp"/>
-        <source>Save picture</source>
-        <translation>Bild speichern</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewSaving.cpp"/>
-        <source>PNG pictures</source>
-        <translation>PNG-Bilder</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewSaving.cpp"/>
-        <source>Save values</source>
-        <translation>Werte speichern</translation>
-    </message>
-    <message>
-        <location filename="../src/chart/ChartViewSaving.cpp"/>
-        <source>Tables of values</source>
-        <translation>Wertetabellen</translation>
     </message>
     <message>
         <location filename="../src/desktop/ReplicantWindow.cpp"/>
@@ -732,6 +717,11 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <translation>Seitenlänge</translation>
     </message>
     <message>
+        <location filename="../src/pages/ChartPreferences.cpp"/>
+        <source>Chart preferences</source>
+        <translation>Einstellungen des Diagramms</translation>
+    </message>
+    <message>
         <location filename="../src/pages/ChartSourcesTab.cpp"/>
         <source>Sources</source>
         <translation>Quellen</translation>
@@ -828,8 +818,18 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>Qel alert</source>
+        <translation>Hinweis von Qel</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
         <source>Try again</source>
         <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <location filename="../src/prefs/StoreAlerts.cpp"/>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
     <message>
         <location filename="../src/prefs/StoreAlerts.cpp"/>

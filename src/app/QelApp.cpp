@@ -13,6 +13,7 @@
 #include "src/app/Autosave.h"
 #include "src/app/DesktopKeeper.h"
 #include "src/app/MainWindow.h"
+#include "src/pages/ChartPreferences.h"
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/PrefsWindow.h"
 #include "src/prefs/StoreAlerts.h"
@@ -62,6 +63,7 @@ QelApp::QelApp(Mode mode)
     , fMode(mode)
     , fStartTime(system_time())
 {
+    UseChartPreferences();
     SetPulseRate(kPulse);
     EnterFolderOfExecutable();
 }

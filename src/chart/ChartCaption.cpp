@@ -58,12 +58,3 @@ BRect CaptionRect(BPoint where, float textWidth, const font_height& height)
 {
     return BRect(where.x, where.y - height.ascent, where.x + textWidth, where.y + height.descent);
 }
-
-size_t CutLength(const char* text, size_t length, size_t limit)
-{
-    if (length <= limit)
-        return length;
-    while (limit > 0 && (static_cast<uint8>(text[limit]) & 0xC0) == 0x80)
-        limit--;
-    return limit;
-}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/chart/ChartExport.h"
 
-#include "src/chart/ChartCaption.h"
+#include "kits/application/Field.h"
 #include "src/chart/ChartHistory.h"
 
 #include <algorithm>
@@ -84,7 +84,7 @@ std::string FileNameOf(const std::string& title, const char* suffix)
             name += ' ';
     }
     name.erase(0, name.find_first_not_of(". "));
-    name.resize(CutLength(name.c_str(), name.size(), kLongestName));
+    name.resize(kits::CutLength(name, kLongestName));
     const size_t end = name.find_last_not_of(". ");
     name.resize(end == std::string::npos ? 0 : end + 1);
     return (name.empty() ? "Chart" : name) + "." + suffix;

@@ -129,7 +129,7 @@ BRect ChartBand(BRect bounds, int32 count, int32 index)
     return BRect(0, top, width, std::max(edge(index + 1) - 1, top));
 }
 
-bool SkipCounter::Step()
+bool SkipCounter::Step(int16 skip)
 {
     if (counter < skip) {
         counter++;

@@ -91,10 +91,9 @@ BRect ChartBand(BRect bounds, int32 count, int32 index);
 /// Lets every (skip + 1)th step through.
 struct SkipCounter {
     int16 counter = 0;
-    int16 skip = 0;
 
     /// Counts one step; true when it is one that goes through.
-    bool Step();
+    bool Step(int16 skip);
 };
 
 /// Lets steps through that come more than 20 milliseconds after the last one that did.

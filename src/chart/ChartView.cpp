@@ -1,34 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "src/chart/ChartView.h"
 
+#include "kits/application/Archivable.h"
 #include "kits/interface/Dragger.h"
-#include "kits/interface/FilePanel.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/kernel/Clock.h"
+#include "src/chart/ChartExport.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartRanges.h"
-#include "src/chart/DesktopSender.h"
-#include "src/sampling/ServerConnection.h"
+#include "src/chart/PixelRows.h"
 #include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
+#include "src/support/Qel.h"
+#include "src/support/ui/SmartWindow.h"
 
 #include <algorithm>
-
-namespace {
-
-constexpr float kCaptionSize = 15;
-constexpr float kValueX = 50;
-
-// A picture that memory can hold, whatever an archive says of the view's frame.
-bool IsPictureSize(BRect bounds)
-{
-    const float columns = bounds.Width() + 1;
-    const float rows = bounds.Height() + 1;
-    return columns >= 1 && rows >= 1 && columns * rows <= kMaxPixels;
-}
-
-} // namespace
 
 ChartView::ChartView()
     : BView(BRect(0, 0, 100, 30), "ChartView", B_FOLLOW_NONE, B_WILL_DRAW | B_NAVIGABLE)
@@ -43,136 +31,143 @@ ChartView::ChartView(BMessage* archive)
     SetName("ChartView");
     Initialise();
     LoadPrefsFrom(archive);
-    if (fShowBorder) {
-        fColumn = 1;
-        // The first source keeps its start at the view's edge.
-        for (size_t i = 1; i < fLastPoints.size(); i++)
-            fLastPoints[i].x = 1;
-    }
-}
-
-ChartView::~ChartView()
-{
-    ClosePrefs();
-    fResizer.reset();
-    Connect(false, false);
-    FinishSaving();
+    if (fSettings.showBorder)
+        fPicture.SetColumn(1);
 }
 
 void ChartView::Initialise()
 {
     fThrottle.Start(system_time());
-    fTitle = "Def. title; d&d a source to the title";
-    SetAccessibleName(fTitle.c_str());
-    for (size_t i = 0; i < fChartColors.size(); i++) {
-        const auto step = static_cast<uint8>(8 * i);
-        const auto grey = static_cast<uint8>(100 + step);
-        // Eight bits a channel: the blue of the last three wraps round, so that they stand out.
-        fChartColors[i] = {grey, grey, static_cast<uint8>(220 + step), 255};
-    }
-    fChartColors[0].alpha = 0;
-
-    FFont font(be_plain_font);
-    font.SetSize(kCaptionSize);
-    for (ChartCaption* caption : {&fValueCaption, &fTitleCaption}) {
-        caption->font = font;
-        font.GetHeight(&caption->height);
-        caption->color = {216, 216, 216, 0};
-    }
-    fValueCaption.where = BPoint(kValueX, fValueCaption.height.ascent + fValueCaption.height.descent);
-    fTitleCaption.where = BPoint(0, fTitleCaption.height.ascent + fTitleCaption.height.descent);
-    fBorderColor = {255, 255, 255, 0};
-
+    SetAccessibleName(Title());
     SetViewColor(B_TRANSPARENT_COLOR);
-    MakePicture();
     fDragger = new BDragger(BRect(0, 0, 7, 7), this, B_FOLLOW_LEFT | B_FOLLOW_TOP, B_WILL_DRAW);
     AddChild(fDragger);
     UpdateDragger();
-    UpdateAAColors();
-    fValueVP = std::make_unique<ValueProvider>(VP_FIRST_CPU, 0);
 }
 
-void ChartView::MakePicture()
+ChartView::~ChartView()
 {
-    DropPicture();
-    fColumn = 0;
-    fLastPoints.fill(Bounds().LeftBottom());
-    FitHistory();
-    if (!IsPictureSize(Bounds()))
-        return;
-    auto bitmap = std::make_unique<BBitmap>(Bounds(), B_RGB32, true);
-    if (!bitmap->IsValid())
-        return;
-    fBitmap = std::move(bitmap);
-    fPen = new BView(Bounds(), "", B_FOLLOW_NONE, B_WILL_DRAW);
-    PictureLock lock(fBitmap.get());
-    fBitmap->AddChild(fPen);
-    fPen->SetViewColor(B_TRANSPARENT_COLOR);
-    fPen->SetLowColor(fLowColor);
-    fPen->FillRect(Bounds(), B_SOLID_LOW);
+    if (fPrefsWindow != nullptr)
+        fPrefsWindow->Quit();
+    fResizer.reset();
+    Connect(false, false);
+    fSaving.Finish();
 }
 
-void ChartView::FitHistory()
+ChartView* ChartView::Instantiate(BMessage* archive)
 {
-    fHistory.SetCapacity(IsPictureSize(Bounds()) ? static_cast<int32>(Bounds().Width()) + 1 : 0);
+    if (!validate_instantiation(archive, "ChartView"))
+        return nullptr;
+    auto chart = std::make_unique<ChartView>(archive);
+    chart->fConnection.BecomeReplicant();
+    return chart.release();
 }
 
-void ChartView::DropPicture()
+status_t ChartView::Archive(BMessage* into, bool) const
 {
-    fPen = nullptr;
-    fBitmap.reset();
+    // Children never go in: the dragger is made anew.
+    status_t status = BView::Archive(into, false);
+    if (status != B_OK)
+        return status;
+    // The pen has the colours of what was drawn last. They are no setting, and every sample would make a new archive.
+    kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(ChartColor(0))), 0);
+    kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(fSettings.backgroundColor)), 1);
+    status = into->AddString("add_on", signature);
+    status |= into->AddString("class", "ChartView");
+    status |= SavePrefsTo(into);
+    return status;
 }
 
-void ChartView::SetMode(int16 mode)
+status_t ChartView::SavePrefsTo(BMessage* into) const
 {
-    if (mode == fMode || (mode != kChartMode && mode != kGaugeMode))
-        return;
-    LooperLock lock(this);
-    fMode = mode;
-    fHistory.KeepNewest(0);
-    if (mode == kGaugeMode) {
-        DropPicture();
-        fGaugeEnds.fill(0);
-        if (lock) {
-            SetLowColor(fLowColor);
-            FillRect(Bounds(), B_SOLID_LOW);
-        }
-    } else {
-        MakePicture();
+    status_t status = SaveColorPrefsTo(into);
+    status |= SaveGeneralPrefsTo(into);
+    status |= SaveProviderPrefsTo(into);
+    return status;
+}
+
+status_t ChartView::SaveGeneralPrefsTo(BMessage* into) const
+{
+    if (fPrefsWindow != nullptr) {
+        fSettings.prefsWindow.MakeEmpty();
+        fPrefsWindow->Archive(&fSettings.prefsWindow, false);
     }
-    Redraw();
+    return fSettings.SaveGeneral(into);
 }
 
-void ChartView::ResizeTo(float width, float height)
+status_t ChartView::SaveProviderPrefsTo(BMessage* into) const
 {
-    // Bands of a holder without room come out negative.
-    width = std::max(width, 0.0f);
-    height = std::max(height, 0.0f);
-    const BRect old = Bounds();
-    if (width == old.Width() && height == old.Height())
-        return;
-    LooperLock lock(this);
-    BView::ResizeTo(width, height);
-    if (fReplicant && lock)
-        Window()->ResizeTo(width, height);
-    if (fMode == kChartMode) {
-        const float column = ColumnAfterResize(fColumn, old.Width(), Bounds().Width());
-        const std::array<BPoint, kMaxSources> lastPoints = fLastPoints;
-        const std::unique_ptr<BBitmap> picture = std::move(fBitmap);
-        MakePicture();
-        fColumn = column;
-        fLastPoints = lastPoints;
-        if (fBitmap != nullptr && picture != nullptr) {
-            PictureLock pictureLock(fBitmap.get());
-            PictureLock oldLock(picture.get());
-            fPen->DrawBitmap(picture.get(), picture->Bounds(), fBitmap->Bounds());
-        }
-    } else {
-        FitHistory();
+    status_t status = B_OK;
+    if (fValueVP != nullptr) {
+        BMessage archive;
+        status = fValueVP->Archive(&archive);
+        status |= kValueSourceField.Add(into, archive);
     }
-    ModerateCaption(fValueCaption);
-    ModerateCaption(fTitleCaption);
-    Redraw();
+    for (const auto& provider : fProviders) {
+        BMessage archive;
+        status |= provider->Archive(&archive);
+        const status_t added = kSourcesField.Add(into, archive);
+        if (added != B_OK)
+            return added;
+    }
+    return status;
+}
+
+void ChartView::LoadPrefsFrom(BMessage* from)
+{
+    if (from == nullptr)
+        return;
+    FFont font;
+    if (kValueFontField.Find(*from, &font))
+        SetValueFont(&font);
+    if (kTitleFontField.Find(*from, &font))
+        SetTitleFont(&font);
+    fSettings.Load(*from);
+    kSkipValueField.Find(*from, &fRefreshes.counter);
+    kValueSkipValueField.Find(*from, &fValueRefreshes.counter);
+    std::string title;
+    if (kTitleField.Find(*from, &title))
+        SetTitle(title.c_str());
+    SetMode(kModeField.Get(*from));
+    bool transparent = false;
+    if (kTransparentField.Find(*from, &transparent))
+        SetTransparent(transparent);
+    kVerticalField.Find(*from, &fSettings.vertical);
+    LoadSourcesFrom(*from);
+    LoadColorsFrom(*from);
+}
+
+void ChartView::LoadSourcesFrom(const BMessage& from)
+{
+    BMessage archive;
+    if (kValueSourceField.Find(from, &archive) && IsSourceArchive(archive, true))
+        fValueVP = std::make_unique<ValueProvider>(&archive);
+
+    if (!kSourcesField.IsIn(from))
+        return;
+    RemoveValueProvider(-1);
+    for (int32 i = 0; kSourcesField.Find(from, &archive, i); i++)
+        if (IsSourceArchive(archive, false))
+            AddValueProvider(&archive, -1);
+}
+
+void ChartView::LoadColorsFrom(const BMessage& from)
+{
+    rgb_color color;
+    for (int32 i = 0; i < kMaxSources; i++)
+        if (kChartColorField.Find(from, &color, i))
+            SetChartColor(color, i);
+    if (kBackgroundColorField.Find(from, &color))
+        SetBackgroundColor(color);
+    if (kValueColorField.Find(from, &color))
+        SetValueColor(color);
+    if (kTitleColorField.Find(from, &color))
+        SetTitleColor(color);
+    if (kBorderColorField.Find(from, &color))
+        SetBorderColor(color);
+    bool lock = false;
+    if (kLockBgColorField.Find(from, &lock))
+        SetLockBgColor(lock);
 }
 
 const ValueProvider* ChartView::ValueProviderAt(int32 index) const
@@ -193,17 +188,17 @@ void ChartView::AddValueProvider(BMessage* archive, int32 index)
     if (fMenu != nullptr)
         fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), index);
     fProviders.insert(fProviders.begin() + index, std::move(provider));
-    fHistory.InsertSource(index);
+    fPicture.InsertSource(index);
 }
 
 void ChartView::RemoveValueProvider(int32 index)
 {
     if (index == -1) {
         fProviders.clear();
-        fHistory.KeepNewest(0);
+        fPicture.RemoveAllSources();
     } else if (index >= 0 && index < CountValueProviders()) {
         fProviders.erase(fProviders.begin() + index);
-        fHistory.RemoveSource(index);
+        fPicture.RemoveSource(index);
     } else {
         return;
     }
@@ -213,24 +208,75 @@ void ChartView::RemoveValueProvider(int32 index)
 
 void ChartView::AllAttached()
 {
-    if (fReplicant)
-        ConnectReplicant(true, true);
-    else
-        Connect(true, true);
-    DrawTitle(true);
+    if (!IsReplicant() || !fPaused)
+        fConnection.Connect(true, true);
+    DrawCaption(fCaptions.Title(), true);
     if (fMenu == nullptr) {
-        MakeMenu();
+        fMenu = std::make_unique<ChartMenu>(IsReplicant());
+        fMenu->MarkPaused(fPaused);
+        for (int32 i = 0; i < CountValueProviders(); i++) {
+            const ValueProvider* provider = ValueProviderAt(i);
+            fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), i);
+        }
         MakeDraggerMenu();
     }
     UpdateDragger();
 }
 
-void ChartView::MakeMenu()
+void ChartView::Connect(bool connect, bool mayLaunch)
 {
-    fMenu = std::make_unique<ChartMenu>(fReplicant);
-    fMenu->MarkPaused(fPaused);
-    for (int32 i = 0; i < CountValueProviders(); i++) {
-        const ValueProvider* provider = ValueProviderAt(i);
-        fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), i);
-    }
+    if (!connect)
+        fConnection.Disconnect();
+    else if (!IsReplicant() || !fPaused)
+        fConnection.Connect(mayLaunch, false);
+}
+
+void ChartView::Pause(bool pause)
+{
+    if (pause == fPaused)
+        return;
+    LooperLock lock(this);
+    fPaused = pause;
+    if (fMenu != nullptr)
+        fMenu->MarkPaused(pause);
+    Connect(!pause, !pause);
+}
+
+void ChartView::ResizeTo(float width, float height)
+{
+    // Bands of a holder without room come out negative.
+    width = std::max(width, 0.0f);
+    height = std::max(height, 0.0f);
+    if (width == Bounds().Width() && height == Bounds().Height())
+        return;
+    LooperLock lock(this);
+    BView::ResizeTo(width, height);
+    if (IsReplicant() && lock)
+        Window()->ResizeTo(width, height);
+    fPicture.Resize(Bounds());
+    for (ChartCaption* caption : {&fCaptions.Value(), &fCaptions.Title()})
+        fCaptions.MoveTo(*caption, caption->look.where, Bounds());
+    Draw(Bounds());
+}
+
+std::string ChartView::ValuesAsCsv()
+{
+    LooperLock lock(this);
+    std::vector<std::string> names;
+    for (const auto& provider : fProviders)
+        names.push_back(ValueProvider::Name(provider->Target(), provider->Flags()));
+    return ::ValuesAsCsv(fPicture.History(), names, kits::MomentOfBoot());
+}
+
+std::string ChartView::PictureAsPng()
+{
+    // Without the frame that shows the keyboard's focus.
+    const bool byMouse = std::exchange(fFocusByMouse, true);
+    Draw(Bounds());
+    std::string png;
+    if (GetPicture(&png) != B_OK)
+        png.clear();
+    fFocusByMouse = byMouse;
+    Draw(Bounds());
+    return png;
 }

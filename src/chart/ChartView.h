@@ -1,54 +1,36 @@
 // SPDX-License-Identifier: MIT
+// A chart shows up to eight sources of the sampler: as columns that run through time, one for each sample, or as a
+// gauge of the newest sample. A title and a live value stand above it.
 #pragma once
 
-#include "kits/application/Message.h"
-#include "kits/application/Messenger.h"
-#include "kits/interface/Bitmap.h"
-#include "kits/interface/Font.h"
 #include "kits/interface/View.h"
-#include "kits/support/Color.h"
-#include "kits/support/Point.h"
-#include "kits/support/Rect.h"
-#include "src/chart/ChartCaption.h"
-#include "src/chart/ChartHistory.h"
+#include "src/chart/ChartCaptions.h"
+#include "src/chart/ChartConnection.h"
+#include "src/chart/ChartPicture.h"
+#include "src/chart/ChartSaving.h"
+#include "src/chart/ChartSettings.h"
 #include "src/chart/ChartSteps.h"
+#include "src/chart/DesktopSender.h"
 #include "src/sampling/ValueProvider.h"
-#include "src/support/FFont.h"
 
-#include <array>
 #include <memory>
 #include <string>
 #include <vector>
 
 class BDragger;
-class BFilePanel;
 class ChartMenu;
 class ChartViewHolder;
 class FireAndForgetThread;
-class ServerConnection;
-class DesktopSender;
 class SmartWindow;
-class Sysinfo;
-class SysinfoNode;
-
-/// What a chart shows its sources as.
-enum : int16 { kChartMode = 1, kGaugeMode = 2 };
-
-/// How a column of a chart looks.
-enum : int16 { kSolidChart = 1, kLineChart = 2, kPointChart = 3 };
 
 /// The user makes no chart on the desktop narrower or lower than this, in pixels.
 inline constexpr float kSmallestReplicant = 20;
 
-/// A view that shows up to eight sources of the sampler as a scrolling chart or as a stacked gauge, with a title and a
-/// live value drawn over it.
+/// The view of a chart. It owns the parts that a chart consists of, handles the events, and puts on the screen what
+/// changes: ChartSettings is what the user has set, ChartPicture what the samples have drawn, ChartCaptions the title
+/// and the value, ChartConnection the way of the samples.
 ///
-/// It lives in a ChartViewHolder, or outside the application as a *replicant*. It keeps its picture in a bitmap of its
-/// own: a sample costs one column of it, an exposure one copy, a change of colour one pass over its pixels.
-///
-/// Every setting takes effect at once and goes into an archive and back (SavePrefsTo, LoadPrefsFrom). The same fields
-/// serve the settings file, the snapshots of the preferences pages and drags of settings; a missing field leaves what
-/// is there, one out of its range (ChartRanges.h) too.
+/// It lives in a ChartViewHolder, or outside the application as a *replicant*.
 ///
 /// Threads: the view belongs to its window's thread. Setters may be called by whoever holds the interface lock; they
 /// take it themselves, so a caller without it is safe too. Without a window a chart keeps its picture and draws
@@ -57,33 +39,42 @@ class ChartView : public BView {
 public:
     /// A chart with all defaults, 101 x 31 pixels. It has no sources yet.
     ChartView();
-
     /// A chart from what Archive() or SavePrefsTo() wrote. @p archive stays the caller's.
     explicit ChartView(BMessage* archive);
-
-    /// Closes its preferences window, ends its threads and disconnects; waits for nobody.
+    /// Closes its preferences window, ends its threads and disconnects; waits only for a file that is being saved.
     ~ChartView() override;
-
     /// A chart outside the application, from what Archive() wrote; null when @p archive is not one of a chart.
     /// The caller owns it.
     static ChartView* Instantiate(BMessage* archive);
-
     /// Writes a replicant's archive: the view itself, "add_on", "class" and all settings. Children never go in.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    /// @name Settings as fields of a message
-    /// Each returns B_OK, or the statuses of the fields that could not be added, or-ed together.
-    /// @{
+    // Settings as fields of a message: of the settings file, a snapshot of the preferences, or a drag of settings.
+
+    /// Each returns the statuses of the fields, or-ed together.
     status_t SavePrefsTo(BMessage* into) const;
-    status_t SaveColorPrefsTo(BMessage* into) const;
+    status_t SaveColorPrefsTo(BMessage* into) const { return fSettings.SaveColors(into); }
     status_t SaveGeneralPrefsTo(BMessage* into) const;
     status_t SaveProviderPrefsTo(BMessage* into) const;
+    /// What is missing, or out of its range, stays as it is.
     void LoadPrefsFrom(BMessage* from);
-    /// @}
 
-    /// @name Sources
-    /// @{
-    int32 CountValueProviders() const { return static_cast<int32>(fProviders.size()); }
+    // Its parts, to be read.
+
+    const ChartSettings& Settings() const { return fSettings; }
+    const ChartPicture& Picture() const { return fPicture; }
+    const ChartCaptions& Captions() const { return fCaptions; }
+    const ChartConnection& Connection() const { return fConnection; }
+    const char* Title() const { return fSettings.titleText.c_str(); }
+    rgb_color ChartColor(int32 index) const { return fSettings.chartColors[static_cast<size_t>(index)]; }
+    /// Its pop-up menu; null until it was in a window.
+    ChartMenu* Menu() const { return fMenu.get(); }
+    /// Its preferences window while that is open.
+    SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
+
+    // Sources.
+
+    int32 CountValueProviders() const { return fPicture.CountSources(); }
     /// The source at @p index, or null. It stays the chart's.
     const ValueProvider* ValueProviderAt(int32 index) const;
     /// Puts a source made from @p archive at @p index; a negative index, or one past the end, appends. Nine sources
@@ -93,148 +84,71 @@ public:
     void RemoveValueProvider(int32 index);
     /// The source of the value caption, or null.
     const ValueProvider* ValueVP() const { return fValueVP.get(); }
-    /// @}
 
-    /// @name Captions
-    /// @{
-    const char* Title() const { return fTitle.c_str(); }
-    /// The first @p length bytes of @p text become the title, all of it with 0. Longer titles than kMaxTitleLength
-    /// bytes are cut at a character.
+    // Settings, one by one. Each takes effect at once; a value out of the range of its field is ignored.
+
+    /// The first @p length bytes of @p text, all of it with 0. A title that is too long is cut at a character.
     void SetTitle(const char* text, int32 length = 0);
-    bool ShowsTitle() const { return fTitleCaption.shown; }
-    void SetShowTitle(bool on);
-    bool ShowsValue() const { return fValueCaption.shown; }
-    void SetShowValue(bool on);
-    const FFont& ValueFont() const { return fValueCaption.font; }
-    /// Null, and sizes that no caption can have (ChartRanges.h), are ignored.
-    void SetValueFont(const FFont* font);
-    const FFont& TitleFont() const { return fTitleCaption.font; }
-    void SetTitleFont(const FFont* font);
-    /// What the caption's antialiasing goes towards: 1 the first chart colour, 2 the background, 3 their average.
-    int16 ValueAATarget() const { return fValueCaption.aaTarget; }
-    void SetValueAATarget(int16 target);
-    int16 TitleAATarget() const { return fTitleCaption.aaTarget; }
-    void SetTitleAATarget(int16 target);
-    /// How strong it is, 0.0 (none) to 1.0.
-    float ValueAAValue() const { return fValueCaption.aaValue; }
-    void SetValueAAValue(float value);
-    float TitleAAValue() const { return fTitleCaption.aaValue; }
-    void SetTitleAAValue(float value);
-    /// The text that the value caption shows, and where: what was last drawn, invalid when nothing was.
-    const char* ValueText() const { return fValueText; }
-    BRect ValueRect() const { return fValueCaption.drawn; }
-    BRect TitleRect() const { return fTitleCaption.drawn; }
-    BPoint ValueCoord() const { return fValueCaption.where; }
-    BPoint TitleCoord() const { return fTitleCaption.where; }
-    /// @}
-
-    /// @name Colours
-    /// @{
-    rgb_color ChartColor(int32 index) const { return fChartColors[static_cast<size_t>(index)]; }
-    /// Recolours the history of source @p index (0 to 7) in place.
+    void SetShowTitle(bool on) { ShowCaption(fCaptions.Title(), on); }
+    void SetShowValue(bool on) { ShowCaption(fCaptions.Value(), on); }
+    void SetTitleFont(const FFont* font) { SetCaptionFont(fCaptions.Title(), font); }
+    void SetValueFont(const FFont* font) { SetCaptionFont(fCaptions.Value(), font); }
+    void SetTitleColor(rgb_color color) { SetCaptionColor(fCaptions.Title(), color); }
+    void SetValueColor(rgb_color color) { SetCaptionColor(fCaptions.Value(), color); }
+    void SetTitleAATarget(int16 target) { SetCaptionAATarget(fCaptions.Title(), target); }
+    void SetValueAATarget(int16 target) { SetCaptionAATarget(fCaptions.Value(), target); }
+    void SetTitleAAValue(float value) { SetCaptionAAValue(fCaptions.Title(), value); }
+    void SetValueAAValue(float value) { SetCaptionAAValue(fCaptions.Value(), value); }
     void SetChartColor(rgb_color color, int32 index);
-    rgb_color BackgroundColor() const { return fBackgroundColor; }
     void SetBackgroundColor(rgb_color color);
-    rgb_color ValueColor() const { return fValueCaption.color; }
-    void SetValueColor(rgb_color color);
-    rgb_color TitleColor() const { return fTitleCaption.color; }
-    void SetTitleColor(rgb_color color);
-    rgb_color BorderColor() const { return fBorderColor; }
     void SetBorderColor(rgb_color color);
-    /// What the chart is cleared with: the background, the desktop's colour, or the transparent magic.
-    rgb_color CurrentLowColor() const { return fLowColor; }
-    /// The colour that a caption of colour @p text fades to: @p value 1.0 gives the text's own, 0.0 the target's.
-    rgb_color CalcAA(rgb_color text, int16 target, float value) const;
-    /// @}
-
-    /// @name What is drawn
-    /// @{
-    int16 Mode() const { return fMode; }
-    /// To the gauge and back: the history is lost. Other values than the two modes are ignored.
-    void SetMode(int16 mode);
-    int16 ChartType() const { return fChartType; }
-    /// Stores only, for the columns to come; types that do not exist are ignored.
-    void SetChartType(int16 type);
-    bool IsVertical() const { return fVertical; }
-    /// Stores only: the next sample draws the gauge from bottom to top, or from left to right.
-    void SetVertical(bool vertical) { fVertical = vertical; }
-    float PageSize() const { return fPageSize; }
-    /// The part of the width that stays when the chart is full, 0.0 to 1.0; above 0.99 it scrolls by one pixel.
-    void SetPageSize(float size);
-    bool ShowsBorder() const { return fShowBorder; }
     void SetShowBorder(bool on);
-    bool IsTransparent() const { return fTransparent; }
     void SetTransparent(bool on);
-    bool LocksBgColor() const { return fLockBgColor; }
-    /// The background follows the desktop's colour.
     void SetLockBgColor(bool on);
-    /// How many samples are left out between two that are drawn, 0 to 50.
-    int16 SkipValue() const { return fRefreshSkip.skip; }
-    void SetSkipValue(int16 skip);
-    /// How many refreshes keep the value caption, 0 to 50.
-    int16 ValueSkipValue() const { return fValueSkip.skip; }
-    void SetValueSkipValue(int16 skip);
-    /// Where the next sample's column goes, nearly: see ChartSteps.h.
-    float Column() const { return fColumn; }
-    /// @}
+    /// To the gauge and back: the history is lost.
+    void SetMode(int16 mode);
+    /// These count from the next sample on.
+    void SetChartType(int16 type) { SetInRange(kChartTypeField, type, &fSettings.chartType); }
+    void SetVertical(bool vertical) { fSettings.vertical = vertical; }
+    void SetPageSize(float size) { SetInRange(kPageSizeField, size, &fSettings.pageSize); }
+    void SetSkipValue(int16 skip) { SetInRange(kSkipValueField, skip, &fSettings.skip); }
+    void SetValueSkipValue(int16 skip) { SetInRange(kValueSkipValueField, skip, &fSettings.valueSkip); }
 
-    /// @name Samples
-    /// The caller holds the sampler's lock from before it reads @p newest until this returns.
-    /// @{
-    /// A sample has come: draws it unless the chart is paused, in no window, or it came too early.
+    // Samples.
+
+    /// A sample has come: draws it unless the chart is paused, in no window, or it came too early. The caller holds the
+    /// sampler's lock from before it reads @p newest until this returns.
     void Refresh(Sysinfo* sampler, SysinfoNode* newest);
     void RefreshChart(Sysinfo* sampler, SysinfoNode* newest);
     void RefreshGauge(Sysinfo* sampler, SysinfoNode* newest);
-    /// @}
-
-    /// Registers for samples, or unregisters; returns at once. A replicant does it on threads of its own, see
-    /// ServerConnection; if it cannot be connected when it comes into a window, an alert says so, once.
-    /// @param mayLaunch  a replicant may start the application
+    /// Registers for samples, or unregisters. @p mayLaunch: a replicant may start the application.
     void Connect(bool connect, bool mayLaunch);
     /// A paused chart is disconnected and draws nothing, whatever comes.
     void Pause(bool pause);
     bool IsPaused() const { return fPaused; }
-
-    bool IsReplicant() const { return fReplicant; }
-    /// A replicant's connection to the application; null for other charts. Stays the chart's.
-    const ServerConnection* Connection() const { return fConnection.get(); }
+    bool IsReplicant() const { return fConnection.IsReplicant(); }
     /// The holder of a chart in the main window; null for others. Not owned.
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
 
-    /// Its preferences window while that is open; not owned by the caller.
-    SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
+    /// Makes and shows the preferences window of a chart, like the one in the archive unless that is empty. It keeps
+    /// the pointer in the slot, and its messages go to the chart. Passed in for all charts: these know no pages.
+    typedef void (*PreferencesOpener)(ChartView* chart, SmartWindow** slot, BMessage* archive);
+    static void SetPreferencesOpener(PreferencesOpener opener);
 
-    /// Its pop-up menu; null until it was in a window. Stays the chart's.
-    ChartMenu* Menu() const { return fMenu.get(); }
-
-    /// The picture so far, null in gauge mode; stays the chart's. Read it under its lock.
-    BBitmap* Picture() const { return fBitmap.get(); }
-
-    /// The figures behind the picture, in gauge mode as many as a chart of this width would show.
-    const ChartHistory& History() const { return fHistory; }
-    /// The same as a table for a file (ChartExport.h).
+    /// The figures behind the picture as a table for a file (ChartExport.h).
     std::string ValuesAsCsv();
-    /// What the chart shows, captions and border included, as the bytes of a PNG file at the screen's resolution; empty
-    /// outside a window.
+    /// What the chart shows, captions and border included, as a PNG file of the screen's resolution; empty outside a
+    /// window.
     std::string PictureAsPng();
-    /// Writes a file in the background; an alert says when that fails. A chart that goes before waits for it.
-    /// @param path  absolute
-    void SaveFile(const std::string& path, std::string bytes);
+    void SaveFile(const std::string& path, std::string bytes) { fSaving.Save(path, std::move(bytes)); }
 
-    /// @name Dragging a caption
-    /// The mouse is at @p where: the caption's base line begins there, held inside the view.
-    /// @{
-    void TrackValue(BPoint where);
-    void TrackTitle(BPoint where);
+    /// A caption is dragged: its base line begins at the mouse, held inside the view.
+    void TrackValue(BPoint where) { TrackCaption(fCaptions.Value(), where); }
+    void TrackTitle(BPoint where) { TrackCaption(fCaptions.Title(), where); }
     void DoneTracking();
-    /// @}
-
-    /// A colour was dropped at @p where: it goes to the caption, the source or the background that shows there, unless
-    /// two of them would then look alike.
-    void ColorDropped(BPoint where, rgb_color color);
-    /// A font was dropped: it goes to the caption that shows there.
-    void FontDropped(BMessage* message);
+    /// Gives a replicant whose corner is dragged the size that the mouse is at. False when no button is down.
+    bool FollowCorner();
 
     /// Its sources, with their shares as last drawn.
     std::vector<AccessiblePart> AccessibleParts() const override;
@@ -255,155 +169,61 @@ public:
     /// Stretches the picture to the new size. On the desktop the window, which is the chart's own, goes with it.
     void ResizeTo(float width, float height) override;
 
-    /// The mouse holds a replicant's corner: gives it the size that the mouse is at.
-    /// @return false when no button is down (any more)
-    bool FollowCorner();
-
 private:
     void Initialise();
-    void MakePicture();
-    void DropPicture();
-    void FitHistory();
-    BRect ChartRect() const { return ::ChartRect(Bounds(), fShowBorder); }
-
-    void DrawStep(size_t source, BPoint base, BPoint top, bool onScreen);
-    void WrapPicture(const WrapStep& step);
-    bool TakeValueText(Sysinfo* sampler, SysinfoNode* newest);
-
-    void Redraw();
-    void RedrawAll();
-    void RestoreUnder(BRect area);
-    void DrawGauge(BRect update);
-    void DrawBorder();
-    void DrawFocus();
-    void DrawValue(bool restore) { DrawCaption(fValueCaption, restore); }
-    void DrawTitle(bool restore) { DrawCaption(fTitleCaption, restore); }
-
-    const char* TextOf(const ChartCaption& caption) const;
-    void DrawCaption(ChartCaption& caption, bool restore);
-    void PaintCaption(ChartCaption& caption);
+    void LoadSourcesFrom(const BMessage& from);
+    void LoadColorsFrom(const BMessage& from);
     void ShowCaption(ChartCaption& caption, bool on);
+    void SetCaptionFont(ChartCaption& caption, const FFont* font);
     void SetCaptionColor(ChartCaption& caption, rgb_color color);
     void SetCaptionAATarget(ChartCaption& caption, int16 target);
     void SetCaptionAAValue(ChartCaption& caption, float value);
-    void SetCaptionFont(ChartCaption& caption, const FFont* font);
-    void ModerateCaption(ChartCaption& caption);
-
-    void ReplaceInPicture(uint32 from, uint32 to);
     void MySetLowColor(rgb_color color);
-    void UpdateAAColors();
     void UpdateDragger();
-
-    void LoadCaptionsFrom(const BMessage& from);
-    void LoadSourcesFrom(const BMessage& from);
-    void LoadColorsFrom(const BMessage& from);
-    void StartSource(int32 index);
-
-    double NextShare(size_t source, Sysinfo* sampler, SysinfoNode* newest);
-
-    void MakeMenu();
-    void MakeDraggerMenu();
+    ChartPicture::Shares SharesOf(Sysinfo* sampler, SysinfoNode* newest);
+    bool TakeValueText(Sysinfo* sampler, SysinfoNode* newest);
+    void RedrawAll();
+    void RestoreUnder(BRect area);
+    void DrawCaption(ChartCaption& caption, bool restore);
+    void DrawBorder();
+    void DrawFocus();
     void UpdateToolTip();
     void OpenMenu(BPoint where);
-    bool IsOn(const ChartCaption& caption, BPoint where) const;
-    bool IsOnCorner(BPoint where) const;
-    void TrackCorner();
     void TrackCaption(ChartCaption& caption, BPoint where);
-
-    bool UseKey(char key);
-    bool UseArrow(BPoint direction, uint32 modifiers);
-    ChartCaption* Chosen() const;
-    ChartCaption* NextToChoose();
     void Choose(ChartCaption* caption);
     void MoveChosen(BPoint where);
-    void MoveOnDesktop(BPoint distance);
-    void ResizeOnDesktop(BPoint difference);
-    void GoToNextOnDesktop(bool back);
-    BPoint PlaceOn(const ChartCaption& caption) const;
+    bool UseKey(char key);
+    bool UseArrow(BPoint direction, uint32 modifiers);
     int32 SourceMeantBy(const BMessage& message) const;
     void PasteColor(const BMessage& message);
-    void TakePastedColor(const BMessage& message, const BMessage& pasted);
-
-    BPoint DropPlace(BMessage* message) const;
+    void ColorDropped(BPoint where, rgb_color color);
+    void ColorSource(int32 source, rgb_color color);
+    void FontDropped(BMessage* message);
     void TextDropped(BMessage* message);
     void SourcesDropped(BMessage* message);
-    void ColorDropped(BMessage* message);
-    void ColorSource(int32 source, rgb_color color);
-    int32 SourceInPicture(BPoint where) const;
-    int32 SourceInGauge(BPoint where) const;
-
-    void ConnectReplicant(bool mayLaunch, bool tellFailure);
-    void TellFailure();
-    void ServerGone(const BMessage& message);
-    void ForwardAbout(BMessage* message);
-    void TakeSample(const BMessage& message);
-    void RemoveSourceOf(const BMessage& message);
-    void Distribute(const BMessage& wish);
-    void DistributePlace(uint32 command, const ChartCaption& caption);
     void TakePlace(const BMessage& message, ChartCaption& caption);
-    void MoveColumnTo(float column);
-    void AddSibling();
-    void SavePicture();
-    void SaveValues();
-    void FinishSaving();
     void OpenPrefs();
-    void PrefsWindowClosed(const BMessage& message);
-    void RefreshPrefsWindowArchive() const;
-    void ClosePrefs();
-    void Delete();
-
+    void MakeDraggerMenu();
     bool DesktopMessageReceived(BMessage* message);
-    void DroppedOnDesktop(const BMessage& message);
     void ShowOnDesktop(const BPoint* leftTop);
-    DesktopSender& Sender();
-    void StartDesktop();
-    static void TellNotOnDesktop(const char* why);
 
-    ChartCaption fValueCaption;
-    ChartCaption fTitleCaption;
-    ChartCaption* fChosen = nullptr; // by keyboard: one of these two
-    BPoint fChosenFrom;              // where it was then
-    std::string fTitle;
-    char fValueText[ValueProvider::kValueStringLength] = "";
+    ChartSettings fSettings;
+    ChartPicture fPicture{fSettings, Bounds()};
+    ChartCaptions fCaptions{fSettings};
+    ChartConnection fConnection{this};
+    ChartSaving fSaving;
+    DesktopSender fDesktopSender;
     std::vector<std::unique_ptr<ValueProvider>> fProviders;
-    std::unique_ptr<ValueProvider> fValueVP;
-
-    std::unique_ptr<BBitmap> fBitmap;
-    BView* fPen = nullptr;        // draws into fBitmap, which owns it
-    BDragger* fDragger = nullptr; // a child
+    std::unique_ptr<ValueProvider> fValueVP = std::make_unique<ValueProvider>(VP_FIRST_CPU, 0);
     std::unique_ptr<ChartMenu> fMenu;
-    std::unique_ptr<BFilePanel> fPanel; // the last one that was opened
-    std::unique_ptr<FireAndForgetThread> fSaving;
-    std::unique_ptr<DesktopSender> fDesktopSender; // null until it is needed
+    std::unique_ptr<FireAndForgetThread> fResizer;
+    BDragger* fDragger = nullptr; // a child
     ChartViewHolder* fOwner = nullptr;
     SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
-    mutable BMessage fPrefsWindowArchive;
-    BMessenger fMessenger;                         // as last registered
-    std::unique_ptr<ServerConnection> fConnection; // of a replicant
-    std::unique_ptr<FireAndForgetThread> fResizer;
-
-    std::array<rgb_color, kMaxSources> fChartColors{};
-    std::array<BPoint, kMaxSources> fLastPoints{};
-    std::array<float, kMaxSources> fGaugeEnds{};
-    std::array<double, kMaxSources> fShares{}; // as last drawn
-    ChartHistory fHistory;
-    rgb_color fBackgroundColor{};
-    rgb_color fBorderColor{};
-    rgb_color fLowColor{};
-
     RefreshThrottle fThrottle;
-    SkipCounter fRefreshSkip;
-    SkipCounter fValueSkip;
-    float fColumn = 0;
-    float fPageSize = 0.75f;
-    int16 fMode = kChartMode;
-    int16 fChartType = kSolidChart;
+    SkipCounter fRefreshes;
+    SkipCounter fValueRefreshes;
     bool fPaused = false;
     bool fHovered = false;      // the pointer is on it
     bool fFocusByMouse = false; // it has the focus from a click
-    bool fReplicant = false;
-    bool fShowBorder = false;
-    bool fLockBgColor = false;
-    bool fTransparent = false;
-    bool fVertical = false;
 };

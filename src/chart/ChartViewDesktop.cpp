@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "kits/application/FieldRanges.h"
-#include "kits/interface/Alert.h"
 #include "kits/interface/Dragger.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/Window.h"
 #include "src/chart/ChartView.h"
-#include "src/chart/DesktopSender.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 #include "src/support/ui/MenuTargets.h"
+#include "src/support/ui/ShowAlert.h"
 
 // How a chart comes onto the desktop, and what its handle does.
 
@@ -27,7 +26,7 @@ constexpr const char* kDesktopTip = TrLater("Drag this to move the chart, or bac
 void ChartView::MakeDraggerMenu()
 {
     auto menu = std::make_unique<BPopUpMenu>(Tr("Handle"), false, false);
-    if (fReplicant) {
+    if (IsReplicant()) {
         menu->AddItem(new BMenuItem(Tr("About Qel..."), new BMessage(B_ABOUT_REQUESTED)));
         menu->AddSeparatorItem();
         menu->AddItem(new BMenuItem(Tr("Remove"), new BMessage(MSG_REMOVE_REPLICANT)));
@@ -36,21 +35,8 @@ void ChartView::MakeDraggerMenu()
     }
     SetTargetForItemsRecursive(menu.get(), this);
     fDragger->SetPopUp(std::move(menu));
-    fDragger->SetToolTip(Tr(fReplicant ? kDesktopTip : kWindowTip));
+    fDragger->SetToolTip(Tr(IsReplicant() ? kDesktopTip : kWindowTip));
     fDragger->SetAccessibleName(Tr("Handle"));
-}
-
-DesktopSender& ChartView::Sender()
-{
-    if (fDesktopSender == nullptr)
-        fDesktopSender = std::make_unique<DesktopSender>();
-    return *fDesktopSender;
-}
-
-void ChartView::StartDesktop()
-{
-    if (Sender().Send(BMessage(MSG_ACTIVATE_REPLICANTS), BMessenger(this)) != B_OK)
-        beep();
 }
 
 void ChartView::ShowOnDesktop(const BPoint* leftTop)
@@ -59,63 +45,50 @@ void ChartView::ShowOnDesktop(const BPoint* leftTop)
     BMessage archive;
     status_t status = Archive(&archive, false);
     if (status == B_OK)
-        status = request.AddMessage("Archive", &archive);
+        status = kArchiveField.Add(&request, archive);
     if (status == B_OK && leftTop != nullptr)
-        status = request.AddPoint("Where", *leftTop);
+        status = kPlaceField.Add(&request, *leftTop);
     if (status == B_OK)
-        status = Sender().Send(request, BMessenger(this));
+        status = fDesktopSender.Send(request, BMessenger(this));
     if (status != B_OK)
-        TellNotOnDesktop(Tr(status == B_WOULD_BLOCK ? kNoAnswer : kNoStart));
-}
-
-void ChartView::DroppedOnDesktop(const BMessage& message)
-{
-    BPoint where;
-    BPoint offset;
-    if (!kits::kKitFields.Find(message, "where", &where) || !kits::kKitFields.Find(message, "offset", &offset))
-        return;
-    const BPoint leftTop = where - offset;
-    ShowOnDesktop(&leftTop);
-}
-
-void ChartView::TellNotOnDesktop(const char* why)
-{
-    auto* alert = new BAlert(Tr("Qel alert"), why, Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
-    alert->Go(nullptr);
+        ShowAlert(Tr(status == B_WOULD_BLOCK ? kNoAnswer : kNoStart), B_WARNING_ALERT);
 }
 
 bool ChartView::DesktopMessageReceived(BMessage* message)
 {
+    BPoint where;
+    BPoint offset;
     switch (message->what) {
     case B_DROPPED_ON_DESKTOP:
     case B_REPLICANT_TAKEN:
     case MSG_REMOVE_REPLICANT:
         // On the desktop a chart has a window of its own, and all this is about that.
-        if (fReplicant && Window() != nullptr)
+        if (IsReplicant() && Window() != nullptr)
             Window()->PostMessage(message);
-        else if (message->what == B_DROPPED_ON_DESKTOP)
-            DroppedOnDesktop(*message);
+        else if (message->what == B_DROPPED_ON_DESKTOP && kits::kWhereField.Find(*message, &where) &&
+                 kits::kOffsetField.Find(*message, &offset)) {
+            where = where - offset;
+            ShowOnDesktop(&where);
+        }
         return true;
     case MSG_COPY_TO_DESKTOP:
-        if (!fReplicant)
+        if (!IsReplicant())
             ShowOnDesktop(nullptr);
         return true;
     case MSG_GO_TO_DESKTOP: {
         const BMessenger host(kDesktopSignature);
-        if (!host.IsValid() || host.SendMessage(MSG_ACTIVATE_REPLICANTS) != B_OK)
-            StartDesktop();
+        if ((!host.IsValid() || host.SendMessage(MSG_ACTIVATE_REPLICANTS) != B_OK) &&
+            fDesktopSender.Send(BMessage(MSG_ACTIVATE_REPLICANTS), BMessenger(this)) != B_OK)
+            beep();
         return true;
     }
     case MSG_NOTHING_ON_DESKTOP:
         beep();
         return true;
-    case MSG_NOT_ON_DESKTOP: {
-        bool isRefused = false;
-        message->FindBool("Refused", &isRefused);
-        if (!fReplicant)
-            TellNotOnDesktop(Tr(isRefused ? kTooMany : kNoStart));
+    case MSG_NOT_ON_DESKTOP:
+        if (!IsReplicant())
+            ShowAlert(Tr(kRefusedField.Get(*message) ? kTooMany : kNoStart), B_WARNING_ALERT);
         return true;
-    }
     default:
         return false;
     }

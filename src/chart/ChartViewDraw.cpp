@@ -1,14 +1,110 @@
 // SPDX-License-Identifier: MIT
+#include "kits/interface/Screen.h"
+#include "kits/kernel/Clock.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
+#include "src/sampling/SysinfoNode.h"
 
-// What a chart puts on the screen, but for the samples themselves (ChartViewRefresh.cpp).
+// What a chart puts on the screen: what a sample changes, and what a window asks for.
 
-void ChartView::Redraw()
+void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
 {
+    if (fSettings.lockBgColor) {
+        const rgb_color desktop = BScreen(Window()).DesktopColor();
+        if (desktop != fPicture.LowColor())
+            MySetLowColor(desktop);
+    }
+    if (Window() == nullptr || fPaused)
+        return;
+    if (!fThrottle.Passes(system_time()) || !fRefreshes.Step(fSettings.skip))
+        return;
+
     LooperLock lock(this);
-    if (lock)
-        Draw(Bounds());
+    if (!lock)
+        return;
+    BScreen(Window()).WaitForRetrace();
+    if (fSettings.mode == kChartMode)
+        RefreshChart(sampler, newest);
+    else
+        RefreshGauge(sampler, newest);
+    DrawFocus();
+    if (fHovered)
+        UpdateToolTip();
+}
+
+// Each source is asked once a sample: asking advances its smoothing.
+ChartPicture::Shares ChartView::SharesOf(Sysinfo* sampler, SysinfoNode* newest)
+{
+    ChartPicture::Shares shares{};
+    for (size_t i = 0; i < fProviders.size(); i++)
+        shares[i] = DrawableFraction(fProviders[i]->Value(sampler, newest));
+    return shares;
+}
+
+void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
+{
+    SetDrawingMode(B_OP_COPY);
+    SetLowColor(fPicture.LowColor());
+    const int32 count = CountValueProviders();
+    if (count == 0 || fPicture.Bitmap() == nullptr)
+        return;
+    const bool moved = fPicture.AddColumn(newest->Time(), SharesOf(sampler, newest));
+    const bool textChanged = TakeValueText(sampler, newest);
+    if (moved) {
+        RestoreUnder(fPicture.Area());
+        for (ChartCaption* caption : {&fCaptions.Value(), &fCaptions.Title()})
+            caption->drawn = kNothingDrawn;
+        DrawCaption(fCaptions.Value(), false);
+        DrawCaption(fCaptions.Title(), false);
+        if (fSettings.showBorder)
+            DrawBorder();
+        return;
+    }
+    for (int32 i = 0; i < count; i++) {
+        SetHighColor(ChartColor(i));
+        StrokeLine(fPicture.StrokeAt(i).from, fPicture.StrokeAt(i).to);
+    }
+    const BPoint top = fPicture.StrokeAt(count - 1).to;
+    // A border that was switched on before the first sample.
+    if (fSettings.showBorder && top.x < fPicture.Area().left)
+        DrawBorder();
+    const auto runsUnder = [top](const BRect& caption) {
+        return caption.left <= top.x && top.x <= caption.right && top.y <= caption.bottom;
+    };
+    if (textChanged || runsUnder(fCaptions.Value().drawn))
+        DrawCaption(fCaptions.Value(), true);
+    if (runsUnder(fCaptions.Title().drawn))
+        DrawCaption(fCaptions.Title(), true);
+}
+
+void ChartView::RefreshGauge(Sysinfo* sampler, SysinfoNode* newest)
+{
+    SetDrawingMode(B_OP_COPY);
+    SetLowColor(fPicture.LowColor());
+    if (CountValueProviders() == 0)
+        return;
+    fPicture.AddGauge(newest->Time(), SharesOf(sampler, newest));
+    fPicture.DrawGauge(*this, fPicture.Area());
+    TakeValueText(sampler, newest);
+    if (fValueVP != nullptr)
+        DrawCaption(fCaptions.Value(), false);
+    DrawCaption(fCaptions.Title(), false);
+}
+
+// The caption's text of this sample, when its turn has come; true when it changed.
+bool ChartView::TakeValueText(Sysinfo* sampler, SysinfoNode* newest)
+{
+    if (fValueVP == nullptr)
+        return false;
+    if (!fValueRefreshes.Step(fSettings.valueSkip)) {
+        // Smoothing has to see every sample.
+        if (fValueVP->Flags() & VP_EXP_AVERAGE)
+            fValueVP->Value(sampler, newest);
+        return false;
+    }
+    ChartCaptions::Text text = "";
+    fValueVP->GetValueString(text, sampler, newest);
+    return fCaptions.SetValueText(text);
 }
 
 void ChartView::Draw(BRect update)
@@ -20,23 +116,21 @@ void ChartView::Draw(BRect update)
     if (!update.IsValid())
         return;
     if (!IsFocus())
-        fChosen = nullptr;
+        fCaptions.Choose(nullptr);
     SetDrawingMode(B_OP_COPY);
     RestoreUnder(update);
-    if (fValueCaption.shown && fValueCaption.drawn.Intersects(update)) {
-        fValueCaption.drawn = kNothingDrawn;
-        DrawValue(false);
+    for (ChartCaption* caption : {&fCaptions.Value(), &fCaptions.Title()}) {
+        if (!caption->look.shown || !caption->drawn.Intersects(update))
+            continue;
+        caption->drawn = kNothingDrawn;
+        DrawCaption(*caption, false);
     }
-    if (fTitleCaption.shown && fTitleCaption.drawn.Intersects(update)) {
-        fTitleCaption.drawn = kNothingDrawn;
-        DrawTitle(false);
-    }
-    if (fShowBorder)
+    if (fSettings.showBorder)
         DrawBorder();
     DrawFocus();
 }
 
-// Who walks the charts by keyboard sees where he is; a click shows that by itself.
+// Draw the focus frame only when focus came from the keyboard.
 void ChartView::DrawFocus()
 {
     if (!IsFocus())
@@ -50,37 +144,13 @@ void ChartView::DrawFocus()
 // The chart or gauge itself, without captions and border.
 void ChartView::RestoreUnder(BRect area)
 {
-    if (fMode == kGaugeMode) {
-        DrawGauge(area);
+    if (fSettings.mode == kGaugeMode) {
+        fPicture.DrawGauge(*this, area);
         return;
     }
-    PictureLock lock(fBitmap.get());
+    PictureLock lock(fPicture.Bitmap());
     if (lock)
-        DrawBitmap(fBitmap.get(), area, area);
-}
-
-void ChartView::DrawGauge(BRect update)
-{
-    SetDrawingMode(B_OP_COPY);
-    SetLowColor(fLowColor);
-    const int32 count = CountValueProviders();
-    if (count == 0) {
-        FillRect(update, B_SOLID_LOW);
-        return;
-    }
-    const BRect area = ChartRect();
-    BRect segment;
-    for (int32 i = 0; i < count; i++) {
-        const auto slot = static_cast<size_t>(i);
-        segment = GaugeSegment(area, i == 0 ? nullptr : &segment, fGaugeEnds[slot], fVertical);
-        if (!segment.Intersects(update))
-            continue;
-        SetHighColor(fChartColors[slot]);
-        FillRect(segment & update);
-    }
-    const BRect rest = GaugeRemainder(area, segment, fVertical) & update;
-    if (rest.IsValid())
-        FillRect(rest, B_SOLID_LOW);
+        DrawBitmap(fPicture.Bitmap(), area, area);
 }
 
 void ChartView::DrawBorder()
@@ -88,26 +158,17 @@ void ChartView::DrawBorder()
     LooperLock lock(this);
     if (!lock)
         return;
-    SetHighColor(fBorderColor);
+    SetHighColor(fSettings.borderColor);
     StrokeRect(Bounds());
 }
 
 void ChartView::RedrawAll()
 {
-    LooperLock lock(this);
-    if (!lock)
-        return;
-    DrawValue(true);
-    DrawTitle(true);
+    DrawCaption(fCaptions.Value(), true);
+    DrawCaption(fCaptions.Title(), true);
     Draw(Bounds());
 }
 
-const char* ChartView::TextOf(const ChartCaption& caption) const
-{
-    return &caption == &fValueCaption ? fValueText : fTitle.c_str();
-}
-
-// The title lies above the value; what a caption uncovers of the other is drawn again.
 void ChartView::DrawCaption(ChartCaption& caption, bool restore)
 {
     LooperLock lock(this);
@@ -116,32 +177,10 @@ void ChartView::DrawCaption(ChartCaption& caption, bool restore)
     BRect touched = kNothingDrawn;
     if (restore && caption.drawn.IsValid()) {
         // Turned text reaches out of its rectangle.
-        touched = caption.font.Rotation() == 0 ? caption.drawn : Bounds();
+        touched = caption.look.font.Rotation() == 0 ? caption.drawn : Bounds();
         RestoreUnder(touched);
-        if (fShowBorder && !ChartRect().Contains(touched))
+        if (fSettings.showBorder && !fPicture.Area().Contains(touched))
             DrawBorder();
     }
-    if (&caption == &fTitleCaption && fValueCaption.drawn.Intersects(touched))
-        PaintCaption(fValueCaption);
-    PaintCaption(caption);
-    if (&caption == &fValueCaption && fTitleCaption.drawn.Intersects(touched | caption.drawn))
-        PaintCaption(fTitleCaption);
-}
-
-void ChartView::PaintCaption(ChartCaption& caption)
-{
-    if (!caption.shown)
-        return;
-    SetFont(&caption.font);
-    SetHighColor(caption.color);
-    SetLowColor(caption.aaColor);
-    SetDrawingMode(B_OP_COPY);
-    const char* text = TextOf(caption);
-    DrawString(text, caption.where);
-    caption.drawn = CaptionRect(caption.where, StringWidth(text), caption.height);
-    if (&caption == fChosen) {
-        // Within what is restored when the caption goes.
-        SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
-        StrokeRect(caption.drawn);
-    }
+    fCaptions.Draw(*this, caption, touched);
 }

@@ -4,31 +4,73 @@
 #include "kits/application/MainThread.h"
 #include "kits/interface/Clipboard.h"
 #include "kits/interface/Window.h"
+#include "src/chart/ChartExport.h"
 #include "src/chart/ChartLocks.h"
-#include "src/chart/ChartMenu.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
-#include "src/chart/PixelRows.h"
+#include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
-
-#include <cmath>
+#include "src/support/Qel.h"
+#include "src/support/Tr.h"
+#include "src/support/ui/SmartWindow.h"
 
 namespace {
 
 // What FontDropped takes, as font panels send it.
 constexpr uint32 kFontDrop = '!FNT';
 
+ChartView::PreferencesOpener sPreferencesOpener = nullptr;
+
+/// Has the holder give a command with one field to the other charts.
+template <class T> void Distribute(ChartView* chart, uint32 command, const kits::Field<T>& field, const T& value)
+{
+    if (chart->Owner() == nullptr || chart->Window() == nullptr)
+        return;
+    BMessage wish(command);
+    field.Add(&wish, value);
+    BMessage envelope(MSG_DISTRIBUTE);
+    kSenderField.Add(&envelope, chart);
+    kWishField.Add(&envelope, wish);
+    chart->Window()->PostMessage(&envelope, chart->Owner());
+}
+
+void AddSibling(ChartViewHolder* holder)
+{
+    if (holder == nullptr)
+        return;
+    if (holder->CountCharts() >= kMaxCharts) {
+        beep();
+        return;
+    }
+    holder->AddChartView(new ChartView());
+    holder->Rerender();
+}
+
+void Delete(ChartView* chart)
+{
+    if (chart->Owner() == nullptr)
+        return;
+    chart->Owner()->RemoveChartView(chart);
+    // This is one of its own messages, and a menu or an alert may be open.
+    kits::RunAtOutermostLoop([chart] { delete chart; });
+}
+
 } // namespace
+
+void ChartView::SetPreferencesOpener(PreferencesOpener opener)
+{
+    sPreferencesOpener = opener;
+}
 
 void ChartView::MessageReceived(BMessage* message)
 {
     switch (message->what) {
     case MSG_SYSINFO_SAMPLE: {
-        const rgb_color low = fLowColor;
-        TakeSample(*message);
+        const rgb_color low = fPicture.LowColor();
+        ChartConnection::TakeSample(*message,
+                                    [this](Sysinfo* sampler, SysinfoNode* newest) { Refresh(sampler, newest); });
         // All else that a sample does is drawing.
-        if (fLowColor == low)
+        if (fPicture.LowColor() == low)
             kits::EventLoop::NoteUnchanged();
         break;
     }
@@ -44,39 +86,36 @@ void ChartView::MessageReceived(BMessage* message)
         TextDropped(message);
         break;
     case B_PASTE:
-        ColorDropped(message);
+        if (rgb_color color; message->WasDropped() && FindColorMessage(*message, &color))
+            ColorDropped(ConvertFromScreen(message->DropPoint()), color);
         break;
     case kFontDrop:
         FontDropped(message);
         break;
     case MSG_REMOVE_SOURCE:
-        RemoveSourceOf(*message);
+        if (const int32 source = SourceMeantBy(*message); source != -1)
+            RemoveValueProvider(source);
         break;
     case MSG_DISTRIBUTE_VALUE_POS:
-        DistributePlace(MSG_SET_VALUE_POS, fValueCaption);
+        Distribute(this, MSG_SET_VALUE_POS, kCoordField, fSettings.value.where);
         break;
     case MSG_DISTRIBUTE_TITLE_POS:
-        DistributePlace(MSG_SET_TITLE_POS, fTitleCaption);
+        Distribute(this, MSG_SET_TITLE_POS, kCoordField, fSettings.title.where);
         break;
-    case MSG_SYNC_OTHERS: {
+    case MSG_SYNC_OTHERS:
         beep();
-        BMessage wish(MSG_SET_COLUMN);
-        wish.AddFloat("Pos", fColumn);
-        Distribute(wish);
+        Distribute(this, MSG_SET_COLUMN, kColumnField, fPicture.Column());
         break;
-    }
     case MSG_SET_VALUE_POS:
-        TakePlace(*message, fValueCaption);
+        TakePlace(*message, fCaptions.Value());
         break;
     case MSG_SET_TITLE_POS:
-        TakePlace(*message, fTitleCaption);
+        TakePlace(*message, fCaptions.Title());
         break;
-    case MSG_SET_COLUMN: {
-        float column = 0;
-        if (FindInRange(*message, "Pos", &column))
-            MoveColumnTo(column);
+    case MSG_SET_COLUMN:
+        if (float column = 0; kColumnField.Find(*message, &column) && fPicture.MoveColumnTo(column))
+            Invalidate();
         break;
-    }
     case MSG_CHART_PAUSE:
         Pause(!fPaused);
         break;
@@ -84,10 +123,13 @@ void ChartView::MessageReceived(BMessage* message)
         Connect(true, true);
         break;
     case MSG_SAVE_PICTURE:
-        SavePicture();
+        fSaving.Ask(Tr("Save picture"), Tr("PNG pictures"), FileNameOf(fSettings.titleText, "png"), Window(),
+                    [this] { return PictureAsPng(); });
         break;
     case MSG_SAVE_VALUES:
-        SaveValues();
+        // The figures of the moment when the user asked for them.
+        fSaving.Ask(Tr("Save values"), Tr("Tables of values"), FileNameOf(fSettings.titleText, "csv"), Window(),
+                    [table = ValuesAsCsv()] { return table; });
         break;
     case MSG_COPY_SETTINGS:
         kits::CopyFrom(this);
@@ -103,23 +145,27 @@ void ChartView::MessageReceived(BMessage* message)
         OpenPrefs();
         break;
     case MSG_WINDOW_CLOSED:
-        PrefsWindowClosed(*message);
+        if (kContainerField.Get(*message) == &fPrefsWindow)
+            kArchiveField.Find(*message, &fSettings.prefsWindow);
         break;
     case MSG_CHART_ADD:
-        AddSibling();
+        AddSibling(fOwner);
         break;
     case MSG_CHART_DELETE:
-        Delete();
+        Delete(this);
         break;
     case B_ABOUT_REQUESTED:
-        ForwardAbout(message);
+        if (IsReplicant())
+            BMessenger(signature).SendMessage(B_ABOUT_REQUESTED);
+        else
+            be_app_messenger.SendMessage(message);
         break;
     case MSG_SERVER_GONE:
     case B_SOME_APP_QUIT:
-        ServerGone(*message);
+        fConnection.ServerGone(*message);
         break;
     case MSG_SERVER_UNREACHABLE:
-        TellFailure();
+        fConnection.TellFailure();
         break;
     default:
         if (!DesktopMessageReceived(message))
@@ -127,94 +173,23 @@ void ChartView::MessageReceived(BMessage* message)
     }
 }
 
-void ChartView::RemoveSourceOf(const BMessage& message)
-{
-    const int32 index = SourceMeantBy(message);
-    if (index != -1)
-        RemoveValueProvider(index);
-}
-
-// The source in whose submenu the item stands that sent the message; -1 for none.
-int32 ChartView::SourceMeantBy(const BMessage& message) const
-{
-    void* item = nullptr;
-    return fMenu != nullptr && message.FindPointer("source", &item) == B_OK ? fMenu->SourceOf(item) : -1;
-}
-
-void ChartView::Distribute(const BMessage& wish)
-{
-    if (fOwner == nullptr || Window() == nullptr)
-        return;
-    BMessage envelope(MSG_DISTRIBUTE);
-    envelope.AddPointer("CView", this);
-    envelope.AddMessage("Msg", &wish);
-    Window()->PostMessage(&envelope, fOwner);
-}
-
-void ChartView::DistributePlace(uint32 command, const ChartCaption& caption)
-{
-    BMessage wish(command);
-    wish.AddPoint("Coord", caption.where);
-    Distribute(wish);
-}
-
 void ChartView::TakePlace(const BMessage& message, ChartCaption& caption)
 {
     BPoint where;
-    if (!FindInRange(message, "Coord", &where))
+    if (!kCoordField.Find(message, &where))
         return;
     LooperLock lock(this);
-    const float width = caption.font.StringWidth(TextOf(caption));
-    caption.where = ModerateStringCoord(where, Bounds(), width, caption.height);
-    DrawValue(true);
-    DrawTitle(true);
+    fCaptions.MoveTo(caption, where, Bounds());
+    DrawCaption(fCaptions.Value(), true);
+    DrawCaption(fCaptions.Title(), true);
 }
 
-// Moves the picture so that the newest column comes to stand at another place: the next sample goes there.
-void ChartView::MoveColumnTo(float column)
+void ChartView::OpenPrefs()
 {
-    LooperLock lock(this);
-    PictureLock pictureLock(fBitmap.get());
-    const BRect area = ChartRect();
-    if (!pictureLock || column == fColumn || column > Bounds().right + 1)
-        return;
-    const float from = std::floor(fColumn);
-    const float to = std::floor(column);
-    const uint32 low = PixelWord(fLowColor);
-    PixelRows rows(fBitmap.get());
-    const auto distance = static_cast<int32>(to - from);
-    if (distance > 0) {
-        rows.MoveColumns(BRect(area.left, area.top, area.right - (to - from), area.bottom), distance);
-        rows.Fill(BRect(area.left, area.top, area.left + (to - from) - 1, area.bottom), low);
-    } else if (distance < 0) {
-        rows.MoveColumns(BRect(area.left + (from - to), area.top, area.right, area.bottom), distance);
-        rows.Fill(BRect(to + 1, area.top, from, area.bottom), low);
-        fHistory.KeepNewest(distance + fHistory.CountRows());
-    }
-    fColumn = ColumnBefore(column);
-    for (int32 i = 0; i < CountValueProviders(); i++)
-        fLastPoints[static_cast<size_t>(i)].x = column;
-    if (lock)
-        Invalidate();
-}
-
-void ChartView::AddSibling()
-{
-    if (fOwner == nullptr)
-        return;
-    if (fOwner->CountCharts() >= kMaxCharts) {
+    if (fPrefsWindow != nullptr)
+        fPrefsWindow->Activate();
+    else if (sPreferencesOpener != nullptr)
+        sPreferencesOpener(this, &fPrefsWindow, &fSettings.prefsWindow);
+    else
         beep();
-        return;
-    }
-    fOwner->AddChartView(new ChartView());
-    fOwner->Rerender();
-}
-
-void ChartView::Delete()
-{
-    if (fOwner == nullptr)
-        return;
-    fOwner->RemoveChartView(this);
-    // This is one of its own messages, and a menu or an alert may be open.
-    kits::RunAtOutermostLoop([this] { delete this; });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
 #include "kits/interface/AccessiblePart.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
@@ -15,7 +16,7 @@
 #include <algorithm>
 #include <cmath>
 
-// The hand on a chart: its menu, and its captions while they are dragged.
+// The mouse on a chart: its menu, and its captions while they are dragged.
 
 namespace {
 
@@ -69,23 +70,12 @@ private:
     BMessenger fChart;
 };
 
+bool IsOnCorner(BRect bounds, BPoint where)
+{
+    return std::hypot(where.x - bounds.right, where.y - bounds.bottom) < kCornerRadius;
+}
+
 } // namespace
-
-bool ChartView::IsOn(const ChartCaption& caption, BPoint where) const
-{
-    return caption.shown && caption.drawn.Contains(where);
-}
-
-bool ChartView::IsOnCorner(BPoint where) const
-{
-    const BPoint corner = Bounds().RightBottom();
-    return std::hypot(where.x - corner.x, where.y - corner.y) < kCornerRadius;
-}
-
-void ChartView::TrackCorner()
-{
-    fResizer = FireAndForgetThread::Launch(std::make_unique<CornerFollower>(this), "Chart Resizer", 5);
-}
 
 bool ChartView::FollowCorner()
 {
@@ -103,20 +93,18 @@ bool ChartView::FollowCorner()
 
 void ChartView::MouseDown(BPoint where)
 {
-    int32 buttons = 0;
     const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
-    if (message != nullptr)
-        message->FindInt32("buttons", &buttons);
+    const auto buttons = static_cast<uint32>(message != nullptr ? kits::kButtonsField.Get(*message) : 0);
     fFocusByMouse = true;
     Choose(nullptr);
-    if ((static_cast<uint32>(buttons) & B_PRIMARY_MOUSE_BUTTON) == 0)
+    if ((buttons & B_PRIMARY_MOUSE_BUTTON) == 0)
         OpenMenu(where);
-    else if (IsOn(fValueCaption, where))
+    else if (fCaptions.Value().IsOn(where))
         MouseDownThread::TrackMouse(this, CV_TrackValue, CV_DoneTracking, kTrackInterval);
-    else if (IsOn(fTitleCaption, where))
+    else if (fCaptions.Title().IsOn(where))
         MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
-    else if (fReplicant && IsOnCorner(where))
-        TrackCorner();
+    else if (IsReplicant() && IsOnCorner(Bounds(), where))
+        fResizer = FireAndForgetThread::Launch(std::make_unique<CornerFollower>(this), "Chart Resizer", 5);
 }
 
 void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)
@@ -140,16 +128,16 @@ std::vector<AccessiblePart> ChartView::AccessibleParts() const
     std::vector<AccessiblePart> parts;
     for (size_t i = 0; i < fProviders.size(); i++) {
         const ValueProvider& provider = *fProviders[i];
-        parts.push_back(
-            {SourceName(provider.Target(), provider.Flags()), FixedPoint(fShares[i] * 100, 1) + " %", fShares[i]});
+        const double share = fPicture.NewestShares()[i];
+        parts.push_back({SourceName(provider.Target(), provider.Flags()), FixedPoint(share * 100, 1) + " %", share});
     }
     return parts;
 }
 
 void ChartView::ContextMenuRequested(BPoint where)
 {
-    const ChartCaption* chosen = Chosen();
-    OpenMenu(chosen != nullptr ? PlaceOn(*chosen) : where);
+    const ChartCaption* chosen = fCaptions.Chosen();
+    OpenMenu(chosen != nullptr ? fCaptions.PlaceOn(*chosen) : where);
 }
 
 void ChartView::OpenMenu(BPoint where)
@@ -157,31 +145,17 @@ void ChartView::OpenMenu(BPoint where)
     if (fMenu == nullptr)
         return;
     if (fOwner != nullptr) {
-        fMenu->Offer(MSG_DISTRIBUTE_VALUE_POS, Tr("Distribute position"), IsOn(fValueCaption, where));
-        fMenu->Offer(MSG_DISTRIBUTE_TITLE_POS, Tr("Distribute pos."), IsOn(fTitleCaption, where));
+        fMenu->Offer(MSG_DISTRIBUTE_VALUE_POS, Tr("Distribute position"), fCaptions.Value().IsOn(where));
+        fMenu->Offer(MSG_DISTRIBUTE_TITLE_POS, Tr("Distribute pos."), fCaptions.Title().IsOn(where));
     }
     fMenu->Open(ConvertToScreen(where), this);
-}
-
-void ChartView::TrackValue(BPoint where)
-{
-    TrackCaption(fValueCaption, where);
-}
-
-void ChartView::TrackTitle(BPoint where)
-{
-    TrackCaption(fTitleCaption, where);
 }
 
 void ChartView::TrackCaption(ChartCaption& caption, BPoint where)
 {
     LooperLock lock(this);
-    const float width = caption.font.StringWidth(TextOf(caption));
-    where = ModerateStringCoord(where, Bounds(), width, caption.height);
-    if (where == caption.where)
-        return;
-    caption.where = where;
-    DrawCaption(caption, true);
+    if (fCaptions.MoveTo(caption, where, Bounds()))
+        DrawCaption(caption, true);
 }
 
 void ChartView::DoneTracking()
@@ -189,8 +163,8 @@ void ChartView::DoneTracking()
     LooperLock lock(this);
     if (!lock)
         return;
-    DrawValue(true);
-    DrawTitle(true);
-    if (fShowBorder)
+    DrawCaption(fCaptions.Value(), true);
+    DrawCaption(fCaptions.Title(), true);
+    if (fSettings.showBorder)
         DrawBorder();
 }

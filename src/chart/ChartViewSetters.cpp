@@ -2,65 +2,95 @@
 #include "kits/interface/Dragger.h"
 #include "kits/interface/Screen.h"
 #include "src/chart/ChartLocks.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
+#include "src/support/Tr.h"
+
+#include <cstring>
 
 // A chart's colours, captions and switches. Each takes effect at once, on the history too.
 
-void ChartView::ReplaceInPicture(uint32 from, uint32 to)
+void ChartView::SetTitle(const char* text, int32 length)
 {
-    PictureLock lock(fBitmap.get());
-    PixelRows(fBitmap.get()).Replace(from, to);
+    size_t size = 0;
+    if (text != nullptr && length >= 0)
+        size = length == 0 ? std::strlen(text) : strnlen(text, static_cast<size_t>(length));
+    LooperLock lock(this);
+    fSettings.titleText.assign(text == nullptr ? "" : text, size);
+    fSettings.titleText.resize(kits::CutLength(fSettings.titleText, kMaxTitleLength));
+    SetAccessibleName(fSettings.titleText.empty() ? Tr("Chart") : Title());
+    DrawCaption(fCaptions.Title(), true);
 }
 
-void ChartView::UpdateDragger()
+void ChartView::ShowCaption(ChartCaption& caption, bool on)
 {
     LooperLock lock(this);
-    fDragger->SetViewColor(fLowColor);
-    if (lock)
-        fDragger->Invalidate();
+    caption.look.shown = on;
+    if (!on && fCaptions.Chosen() == nullptr)
+        fCaptions.Choose(nullptr);
+    DrawCaption(caption, true);
+    if (!on)
+        caption.drawn = kNothingDrawn;
 }
 
-rgb_color ChartView::CalcAA(rgb_color text, int16 target, float value) const
+void ChartView::SetCaptionFont(ChartCaption& caption, const FFont* font)
 {
-    rgb_color partner = AverageColor(fChartColors[0], fBackgroundColor);
-    if (target == kAATargetChart)
-        partner = fChartColors[0];
-    else if (target == kAATargetBackground)
-        partner = fBackgroundColor;
-    return FadeColor(text, partner, value);
+    if (font == nullptr || !kValueFontField.Holds(*font))
+        return;
+    LooperLock lock(this);
+    caption.look.font = *font;
+    fCaptions.FontChanged(caption);
+    fCaptions.MoveTo(caption, caption.look.where, Bounds());
+    DrawCaption(caption, true);
+    const BRect bounds = Bounds();
+    if (fSettings.showBorder && (bounds | caption.drawn) != bounds)
+        DrawBorder();
 }
 
-void ChartView::UpdateAAColors()
+void ChartView::SetCaptionColor(ChartCaption& caption, rgb_color color)
 {
-    for (ChartCaption* caption : {&fValueCaption, &fTitleCaption})
-        caption->aaColor = CalcAA(caption->color, caption->aaTarget, caption->aaValue);
+    LooperLock lock(this);
+    caption.look.color = color;
+    fCaptions.ColorChanged(caption);
+    DrawCaption(caption, true);
+}
+
+void ChartView::SetCaptionAATarget(ChartCaption& caption, int16 target)
+{
+    if (!kValueAATargetField.Holds(target))
+        return;
+    caption.look.aaTarget = target;
+    SetCaptionColor(caption, caption.look.color);
+}
+
+void ChartView::SetCaptionAAValue(ChartCaption& caption, float value)
+{
+    if (!kValueAAValueField.Holds(value))
+        return;
+    caption.look.aaValue = value;
+    FFont& font = caption.look.font;
+    font.SetFlags(value == 0 ? font.Flags() | B_DISABLE_ANTIALIASING : font.Flags() & ~B_DISABLE_ANTIALIASING);
+    SetCaptionColor(caption, caption.look.color);
 }
 
 void ChartView::SetChartColor(rgb_color color, int32 index)
 {
-    if (index < 0 || index >= kMaxSources)
-        return;
-    rgb_color& old = fChartColors[static_cast<size_t>(index)];
-    if (old == color)
+    if (index < 0 || index >= kMaxSources || ChartColor(index) == color)
         return;
     LooperLock lock(this);
-    ReplaceInPicture(PixelWord(old), PixelWord(color));
-    old = color;
-    UpdateAAColors();
+    fPicture.Replace(ChartColor(index), color);
+    fSettings.chartColors[static_cast<size_t>(index)] = color;
+    fCaptions.ColorsChanged();
     RedrawAll();
 }
 
 void ChartView::SetBackgroundColor(rgb_color color)
 {
     LooperLock lock(this);
-    fBackgroundColor = color;
-    if (!fTransparent && !fLockBgColor) {
-        ReplaceInPicture(PixelWord(fLowColor), PixelWord(color));
-        fLowColor = color;
-    }
-    UpdateAAColors();
+    fSettings.backgroundColor = color;
+    if (!fSettings.transparent && !fSettings.lockBgColor)
+        fPicture.SetLowColor(color, true);
+    fCaptions.ColorsChanged();
     RedrawAll();
     UpdateDragger();
 }
@@ -68,90 +98,77 @@ void ChartView::SetBackgroundColor(rgb_color color)
 void ChartView::MySetLowColor(rgb_color color)
 {
     LooperLock lock(this);
-    if (fMode == kChartMode && !fTransparent)
-        ReplaceInPicture(PixelWord(fLowColor), PixelWord(color));
-    fLowColor = color;
-    UpdateAAColors();
+    fPicture.SetLowColor(color, !fSettings.transparent);
+    fCaptions.ColorsChanged();
     UpdateDragger();
     RedrawAll();
 }
 
 void ChartView::SetLockBgColor(bool on)
 {
-    if (on == fLockBgColor || fTransparent)
+    if (on == fSettings.lockBgColor || fSettings.transparent)
         return;
     LooperLock lock(this);
-    fLockBgColor = on;
-    MySetLowColor(on ? BScreen(Window()).DesktopColor() : fBackgroundColor);
+    fSettings.lockBgColor = on;
+    MySetLowColor(on ? BScreen(Window()).DesktopColor() : fSettings.backgroundColor);
 }
 
 void ChartView::SetTransparent(bool on)
 {
-    if (on == fTransparent)
+    if (on == fSettings.transparent)
         return;
     LooperLock lock(this);
-    fTransparent = on;
+    fSettings.transparent = on;
     if (on)
-        fLowColor = B_TRANSPARENT_COLOR;
+        fPicture.SetLowColor(B_TRANSPARENT_COLOR, false);
     else
-        fLowColor = fLockBgColor ? BScreen(Window()).DesktopColor() : fBackgroundColor;
-    if (!fLockBgColor) {
-        const uint32 background = PixelWord(fBackgroundColor);
-        if (on)
-            ReplaceInPicture(background, B_TRANSPARENT_MAGIC_RGBA32);
-        else
-            ReplaceInPicture(B_TRANSPARENT_MAGIC_RGBA32, background);
+        fPicture.SetLowColor(fSettings.lockBgColor ? BScreen(Window()).DesktopColor() : fSettings.backgroundColor,
+                             false);
+    if (!fSettings.lockBgColor) {
+        const rgb_color magic = PixelColor(B_TRANSPARENT_MAGIC_RGBA32);
+        fPicture.Replace(on ? fSettings.backgroundColor : magic, on ? magic : fSettings.backgroundColor);
     }
-    UpdateAAColors();
+    fCaptions.ColorsChanged();
     UpdateDragger();
+}
+
+void ChartView::UpdateDragger()
+{
+    LooperLock lock(this);
+    fDragger->SetViewColor(fPicture.LowColor());
+    if (lock)
+        fDragger->Invalidate();
 }
 
 void ChartView::SetBorderColor(rgb_color color)
 {
     LooperLock lock(this);
-    fBorderColor = color;
-    if (fShowBorder)
+    fSettings.borderColor = color;
+    if (fSettings.showBorder)
         DrawBorder();
 }
 
 void ChartView::SetShowBorder(bool on)
 {
-    if (on == fShowBorder)
+    if (on == fSettings.showBorder)
         return;
     LooperLock lock(this);
-    fShowBorder = on;
-    if (!on && fMode == kChartMode && fChartType == kSolidChart) {
-        // The row that the border covered was never drawn into.
-        PictureLock pictureLock(fBitmap.get());
-        if (pictureLock) {
-            const BRect bounds = Bounds();
-            fPen->SetHighColor(fChartColors[0]);
-            fPen->StrokeLine(bounds.LeftBottom(), BPoint(fColumn, bounds.bottom));
-        }
+    fSettings.showBorder = on;
+    if (!on)
+        fPicture.DrawUncoveredRow();
+    Draw(Bounds());
+}
+
+void ChartView::SetMode(int16 mode)
+{
+    if (mode == fSettings.mode || !kModeField.Holds(mode))
+        return;
+    LooperLock lock(this);
+    fSettings.mode = mode;
+    fPicture.Clear();
+    if (mode == kGaugeMode && lock) {
+        SetLowColor(fPicture.LowColor());
+        FillRect(Bounds(), B_SOLID_LOW);
     }
-    Redraw();
-}
-
-void ChartView::SetPageSize(float size)
-{
-    if (InRange("PageSize", size))
-        fPageSize = size;
-}
-
-void ChartView::SetChartType(int16 type)
-{
-    if (InRange("ChartType", type))
-        fChartType = type;
-}
-
-void ChartView::SetSkipValue(int16 skip)
-{
-    if (InRange("SkipValue", skip))
-        fRefreshSkip.skip = skip;
-}
-
-void ChartView::SetValueSkipValue(int16 skip)
-{
-    if (InRange("ValueSkipValue", skip))
-        fValueSkip.skip = skip;
+    Draw(Bounds());
 }

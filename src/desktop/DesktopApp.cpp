@@ -10,6 +10,7 @@
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantClasses.h"
 #include "src/desktop/ReplicantWindow.h"
+#include "src/pages/ChartPreferences.h"
 #include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/OneLine.h"
@@ -53,6 +54,7 @@ DesktopApp::DesktopApp(status_t* status)
     })
     , fSaveSoon([this] { Save(); })
 {
+    UseChartPreferences();
 }
 
 DesktopApp::~DesktopApp()

@@ -218,13 +218,13 @@ rgb_color ChartColorTab::TargetColor() const
     case kChart:
         return Chart()->ChartColor(0);
     case kBackground:
-        return Chart()->BackgroundColor();
+        return Chart()->Settings().backgroundColor;
     case kValue:
-        return Chart()->ValueColor();
+        return Chart()->Settings().value.color;
     case kTitle:
-        return Chart()->TitleColor();
+        return Chart()->Settings().title.color;
     case kBorder:
-        return Chart()->BorderColor();
+        return Chart()->Settings().borderColor;
     case kNone:
         break;
     }
@@ -235,7 +235,8 @@ void ChartColorTab::ChooseTarget(Target target)
 {
     fTarget = target;
     if (IsText())
-        fAASlider->SetPosition(fTarget == kValue ? Chart()->ValueAAValue() : Chart()->TitleAAValue());
+        fAASlider->SetPosition(fTarget == kValue ? Chart()->Settings().value.aaValue
+                                                 : Chart()->Settings().title.aaValue);
     ShowAntialiasing();
     fColors->SetValue(TargetColor());
     ShowInPreview(fColors->ValueAsColor());
@@ -248,7 +249,7 @@ void ChartColorTab::ShowAntialiasing()
     if (!IsText())
         return;
     LabelAASlider();
-    const int16 target = fTarget == kValue ? Chart()->ValueAATarget() : Chart()->TitleAATarget();
+    const int16 target = fTarget == kValue ? Chart()->Settings().value.aaTarget : Chart()->Settings().title.aaTarget;
     if (BMenuItem* item = fAATargetField->Menu()->ItemAt(target - 1))
         item->SetMarked(true);
 }
@@ -264,10 +265,10 @@ void ChartColorTab::SetAATarget(int16 target)
     // Setting the text's colour again makes the chart compute the colours to which it fades.
     if (fTarget == kTitle) {
         Chart()->SetTitleAATarget(target);
-        Chart()->SetTitleColor(Chart()->TitleColor());
+        Chart()->SetTitleColor(Chart()->Settings().title.color);
     } else if (fTarget == kValue) {
         Chart()->SetValueAATarget(target);
-        Chart()->SetValueColor(Chart()->ValueColor());
+        Chart()->SetValueColor(Chart()->Settings().value.color);
     }
 }
 
@@ -333,7 +334,7 @@ void ChartColorTab::GetState()
             ColorChanged();
     }
     fAASlider->SetEnabled(false);
-    fTransparent->SetValue(Chart()->IsTransparent());
+    fTransparent->SetValue(Chart()->Settings().transparent);
 }
 
 void ChartColorTab::Rerender()

@@ -36,8 +36,8 @@ void SaveFonts(const ChartView& chart, BMessage* into)
 {
     for (const char* field : {kValueFontField, kTitleFontField})
         into->RemoveName(field);
-    AddMessageFont(into, kValueFontField, &chart.ValueFont());
-    AddMessageFont(into, kTitleFontField, &chart.TitleFont());
+    AddMessageFont(into, kValueFontField, &chart.Settings().value.font);
+    AddMessageFont(into, kTitleFontField, &chart.Settings().title.font);
 }
 
 /// Selects the row with this text, or none.
@@ -71,12 +71,12 @@ BListView* MakeList(const char* name, uint32 code)
 
 ChartFontsTab::ChartFontsTab(ChartView* chart)
     : ChartPage(TrLater("Fonts"), chart, SaveFonts)
-    , fFont(chart->ValueFont())
+    , fFont(chart->Settings().value.font)
 {
     fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
     // A caption that grows may have to move.
-    Snapshot().AddPoint("ValueCoord", chart->ValueCoord());
-    Snapshot().AddPoint("TitleCoord", chart->TitleCoord());
+    Snapshot().AddPoint("ValueCoord", chart->Settings().value.where);
+    Snapshot().AddPoint("TitleCoord", chart->Settings().title.where);
 
     auto* targets = new BPopUpMenu("");
     targets->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_FONT_TARGET_NONE)));
@@ -185,7 +185,7 @@ void ChartFontsTab::ShowFont(const BFont& font)
 
 const FFont& ChartFontsTab::FontOf(Target target) const
 {
-    return target == kTitle ? Chart()->TitleFont() : Chart()->ValueFont();
+    return target == kTitle ? Chart()->Settings().title.font : Chart()->Settings().value.font;
 }
 
 void ChartFontsTab::ChooseTarget(Target target)

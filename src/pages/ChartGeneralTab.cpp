@@ -111,8 +111,8 @@ void ChartGeneralTab::MakeModeField()
     fGaugeItem = new BMenuItem(orientations, new BMessage(MSG_GAUGE_ORIENTATION));
     modes->AddItem(fChartItem);
     modes->AddItem(fGaugeItem);
-    fChartItem->SetMarked(Chart()->Mode() == kChartMode);
-    fGaugeItem->SetMarked(Chart()->Mode() == kGaugeMode);
+    fChartItem->SetMarked(Chart()->Settings().mode == kChartMode);
+    fGaugeItem->SetMarked(Chart()->Settings().mode == kGaugeMode);
     fMode = new BMenuField(kSomewhere, "", Tr("Mode:"), modes);
     AddChild(fMode);
 }
@@ -208,28 +208,28 @@ void ChartGeneralTab::GetState()
     if (chart == nullptr)
         return;
     fTitle->SetText(chart->Title());
-    fShowValue->SetValue(chart->ShowsValue());
-    fShowTitle->SetValue(chart->ShowsTitle());
-    fShowBorder->SetValue(chart->ShowsBorder());
-    fDesktopColor->SetValue(chart->LocksBgColor());
-    fPageSize->SetPosition(chart->PageSize());
+    fShowValue->SetValue(chart->Settings().value.shown);
+    fShowTitle->SetValue(chart->Settings().title.shown);
+    fShowBorder->SetValue(chart->Settings().showBorder);
+    fDesktopColor->SetValue(chart->Settings().lockBgColor);
+    fPageSize->SetPosition(chart->Settings().pageSize);
     fPageSize->SetLabel(PercentLabel(Tr("Page size"), fPageSize->Position()).c_str());
-    fRefreshSkip->SetPosition(static_cast<float>(1 + chart->SkipValue()) / kSkipSteps);
+    fRefreshSkip->SetPosition(static_cast<float>(1 + chart->Settings().skip) / kSkipSteps);
     PostToPage(this, MSG_REFRESH_SKIP);
-    fValueSkip->SetPosition(static_cast<float>(1 + chart->ValueSkipValue()) / kSkipSteps);
+    fValueSkip->SetPosition(static_cast<float>(1 + chart->Settings().valueSkip) / kSkipSteps);
     PostToPage(this, MSG_VALUE_SKIP);
     MarkMode();
 }
 
 void ChartGeneralTab::MarkMode()
 {
-    if (Chart()->Mode() == kChartMode) {
-        const int16 type = Chart()->ChartType();
+    if (Chart()->Settings().mode == kChartMode) {
+        const int16 type = Chart()->Settings().chartType;
         const int32 index = type == kLineChart ? 1 : type < kPointChart ? 0 : 2;
         fChartItem->Submenu()->ItemAt(index)->SetMarked(true);
         fChartItem->SetMarked(true);
-    } else if (Chart()->Mode() == kGaugeMode) {
-        fGaugeItem->Submenu()->ItemAt(Chart()->IsVertical() ? 1 : 0)->SetMarked(true);
+    } else if (Chart()->Settings().mode == kGaugeMode) {
+        fGaugeItem->Submenu()->ItemAt(Chart()->Settings().vertical ? 1 : 0)->SetMarked(true);
         fGaugeItem->SetMarked(true);
     }
 }

@@ -4,12 +4,11 @@
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/support/Identity.h"
-#include "src/chart/ChartCaption.h"
 #include "src/chart/ChartHistory.h"
-#include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/ValueProvider.h"
+#include "src/support/FFont.h"
 
 #include <limits>
 
@@ -26,8 +25,8 @@ constexpr double kTimesBytes = 8.0 * kits::kMaxProcessors;
 
 constexpr kits::FieldRange kRanges[] = {
     // A chart's settings.
-    {"ValueAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
-    {"TitleAATarget", B_INT16_TYPE, kAATargetChart, kAATargetAverage},
+    {"ValueAATarget", B_INT16_TYPE, 1, 3},
+    {"TitleAATarget", B_INT16_TYPE, 1, 3},
     {"ValueAAValue", B_FLOAT_TYPE, 0, 1},
     {"TitleAAValue", B_FLOAT_TYPE, 0, 1},
     {"ChartColor", B_RAW_TYPE, kColorBytes, kColorBytes}, // up to kMaxSources of them
@@ -37,7 +36,7 @@ constexpr kits::FieldRange kRanges[] = {
     {"BorderColor", B_RAW_TYPE, kColorBytes, kColorBytes},
     {"SkipValue", B_INT16_TYPE, 0, 50},
     {"ValueSkipValue", B_INT16_TYPE, 0, 50},
-    {"ChartType", B_INT16_TYPE, kSolidChart, kPointChart},
+    {"ChartType", B_INT16_TYPE, 1, 3},
     {"PageSize", B_FLOAT_TYPE, 0, 1},
     {"ShowValue", B_BOOL_TYPE, 0, 1},
     {"ShowTitle", B_BOOL_TYPE, 0, 1},
@@ -46,12 +45,12 @@ constexpr kits::FieldRange kRanges[] = {
     {"TitleCoord", B_POINT_TYPE, -kFarthest, kFarthest},
     {"PrefsWindowArchive", B_MESSAGE_TYPE, 0, 1},
     {"LockBgColor", B_BOOL_TYPE, 0, 1},
-    {"Title", B_STRING_TYPE, 0, kMaxTitleLength, Outside::kHeld},
-    {"Mode", B_INT16_TYPE, kChartMode, kGaugeMode},
+    {"Title", B_STRING_TYPE, 0, 1024, Outside::kHeld},
+    {"Mode", B_INT16_TYPE, 1, 2},
     {"Transparent", B_BOOL_TYPE, 0, 1},
     {"Vertical", B_BOOL_TYPE, 0, 1},
-    {"ValueFont", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
-    {"TitleFont", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
+    {"ValueFont", FFont::kTypeCode, 4, 200},
+    {"TitleFont", FFont::kTypeCode, 4, 200},
     {"ValueVP", B_MESSAGE_TYPE, 0, 1},
     {"ValueProviders", B_MESSAGE_TYPE, 0, kMaxSources},
     // A source.
@@ -65,7 +64,7 @@ constexpr kits::FieldRange kRanges[] = {
     {"Pos", B_FLOAT_TYPE, 0, kFarthest},
     {"ValueProvider", B_MESSAGE_TYPE, 0, kMaxSources},
     {"text/plain", B_MIME_TYPE, 1, kLongestText}, // cut to a title
-    {"font", FFont::kTypeCode, kMinFontSize, kMaxFontSize},
+    {"font", FFont::kTypeCode, 4, 200},
     {"RGBColor", B_RGB_COLOR_TYPE, kColorBytes, kColorBytes},
     // The sampler, stored and by message.
     {"Delay", B_INT64_TYPE, kMinSamplingDelay, kMaxSamplingDelay, Outside::kHeld},
@@ -111,7 +110,7 @@ constexpr kits::FieldRange kRanges[] = {
     {"By", B_POINT_TYPE, -kits::kFarthestPlace, kits::kFarthestPlace},
     {"Back", B_BOOL_TYPE, 0, 1},
     // Among the objects of one program.
-    {"Type", B_INT32_TYPE, kSolidChart, kPointChart}, // or 0 for the one that it has
+    {"Type", B_INT32_TYPE, 1, 3}, // or 0 for the one that it has
     {"Window", B_POINTER_TYPE, 0, 1},
     {"Name", B_STRING_TYPE, 0, kLongestText},
     {"Container", B_POINTER_TYPE, 0, 1},

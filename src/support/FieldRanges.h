@@ -7,11 +7,6 @@
 /// Every field has its type and its range here, in one table; those of the kits are in kits::kKitFields.
 extern const kits::FieldRanges kFields;
 
-/// Longer titles are cut, at a character.
-inline constexpr int32 kMaxTitleLength = 1024;
-/// Caption fonts larger or smaller than this are left out; logical pixels.
-inline constexpr float kMinFontSize = 4;
-inline constexpr float kMaxFontSize = 200;
 /// The longest side of a chart or a holder, in pixels.
 inline constexpr float kMaxSide = 16383;
 /// The sides of the main window.

@@ -20,15 +20,15 @@ namespace {
 void CheckChart(const ChartView& chart)
 {
     Expect(chart.CountValueProviders() <= kMaxSources);
-    Expect(InRange("PageSize", static_cast<double>(chart.PageSize())));
-    Expect(InRange("SkipValue", chart.SkipValue()) && InRange("ValueSkipValue", chart.ValueSkipValue()));
-    Expect(InRange("ChartType", chart.ChartType()) && InRange("Mode", chart.Mode()));
-    Expect(InRange("ValueAAValue", static_cast<double>(chart.ValueAAValue())));
-    Expect(InRange("TitleAAValue", static_cast<double>(chart.TitleAAValue())));
-    Expect(InRange("ValueFont", static_cast<double>(chart.ValueFont().Size())));
-    Expect(InRange("TitleFont", static_cast<double>(chart.TitleFont().Size())));
+    Expect(InRange("PageSize", static_cast<double>(chart.Settings().pageSize)));
+    Expect(InRange("SkipValue", chart.Settings().skip) && InRange("ValueSkipValue", chart.Settings().valueSkip));
+    Expect(InRange("ChartType", chart.Settings().chartType) && InRange("Mode", chart.Settings().mode));
+    Expect(InRange("ValueAAValue", static_cast<double>(chart.Settings().value.aaValue)));
+    Expect(InRange("TitleAAValue", static_cast<double>(chart.Settings().title.aaValue)));
+    Expect(InRange("ValueFont", static_cast<double>(chart.Settings().value.font.Size())));
+    Expect(InRange("TitleFont", static_cast<double>(chart.Settings().title.font.Size())));
     Expect(std::string_view(chart.Title()).size() <= static_cast<size_t>(kMaxTitleLength));
-    Expect(chart.Column() >= 0);
+    Expect(chart.Picture().Column() >= 0);
 }
 
 constexpr uint32 kCodes[] = {MSG_PREFS_DROP,

@@ -156,7 +156,7 @@ TEST_F(CompressedDayTest, EndsWithTheMemoryOfItsFirstMinute)
     // The last round still reached the charts.
     PutBack();
     for (int32 i = 0; i < kCharts; i++)
-        EXPECT_GT(fHolder->ChartAt(i)->Column(), 0) << i;
+        EXPECT_GT(fHolder->ChartAt(i)->Picture().Column(), 0) << i;
 
     const Memory last = MeasureMemory();
     RecordProperty("used_first", std::to_string(first.used));

@@ -63,7 +63,7 @@ protected:
         if (app.Window() == nullptr || app.Sampler() == nullptr)
             return;
         ChartView* const chart = FirstChart(app);
-        const BRect title = chart->TitleRect();
+        const BRect title = chart->Captions().Title().drawn;
         const BPoint onTitle(title.left + 3, (title.top + title.bottom) / 2);
         test::Release(chart, onTitle); // from the last time
         test::Press(chart, onTitle);

@@ -180,7 +180,7 @@ TEST_F(AutosaveTest, ASampleThatBringsAnotherColourIsNoticed)
             BScreen().SetDesktopColor(color, false);
             looks.PostSample();
         }));
-        EXPECT_EQ(chart.CurrentLowColor(), color);
+        EXPECT_EQ(chart.Picture().LowColor(), color);
     });
 }
 

@@ -74,30 +74,30 @@ TEST(ChartArchiveTest, ANewChartHasItsDefaults)
     ASSERT_NE(chart.ValueVP(), nullptr);
     EXPECT_EQ(chart.ValueVP()->Target(), VP_FIRST_CPU);
     EXPECT_EQ(chart.ValueVP()->Flags(), 0);
-    EXPECT_EQ(chart.Mode(), kChartMode);
-    EXPECT_EQ(chart.ChartType(), kSolidChart);
-    EXPECT_EQ(chart.PageSize(), 0.75f);
-    EXPECT_EQ(chart.Column(), 0);
-    EXPECT_EQ(chart.SkipValue(), 0);
-    EXPECT_EQ(chart.ValueSkipValue(), 0);
-    EXPECT_TRUE(chart.ShowsValue());
-    EXPECT_TRUE(chart.ShowsTitle());
-    EXPECT_FALSE(chart.ShowsBorder());
-    EXPECT_FALSE(chart.LocksBgColor());
-    EXPECT_FALSE(chart.IsTransparent());
-    EXPECT_FALSE(chart.IsVertical());
+    EXPECT_EQ(chart.Settings().mode, kChartMode);
+    EXPECT_EQ(chart.Settings().chartType, kSolidChart);
+    EXPECT_EQ(chart.Settings().pageSize, 0.75f);
+    EXPECT_EQ(chart.Picture().Column(), 0);
+    EXPECT_EQ(chart.Settings().skip, 0);
+    EXPECT_EQ(chart.Settings().valueSkip, 0);
+    EXPECT_TRUE(chart.Settings().value.shown);
+    EXPECT_TRUE(chart.Settings().title.shown);
+    EXPECT_FALSE(chart.Settings().showBorder);
+    EXPECT_FALSE(chart.Settings().lockBgColor);
+    EXPECT_FALSE(chart.Settings().transparent);
+    EXPECT_FALSE(chart.Settings().vertical);
     EXPECT_FALSE(chart.IsPaused());
     EXPECT_FALSE(chart.IsReplicant());
     EXPECT_EQ(chart.Owner(), nullptr);
-    EXPECT_EQ(chart.ValueAATarget(), kAATargetAverage);
-    EXPECT_EQ(chart.TitleAATarget(), kAATargetAverage);
-    EXPECT_EQ(chart.ValueAAValue(), 0.25f);
-    EXPECT_EQ(chart.TitleAAValue(), 0.25f);
-    EXPECT_EQ(chart.ValueFont().Size(), 15);
-    EXPECT_EQ(chart.TitleFont().Size(), 15);
-    EXPECT_STREQ(chart.ValueText(), "");
-    EXPECT_EQ(chart.ValueRect(), BRect(1, 1, 0, 0));
-    EXPECT_EQ(chart.TitleRect(), BRect(1, 1, 0, 0));
+    EXPECT_EQ(chart.Settings().value.aaTarget, kAATargetAverage);
+    EXPECT_EQ(chart.Settings().title.aaTarget, kAATargetAverage);
+    EXPECT_EQ(chart.Settings().value.aaValue, 0.25f);
+    EXPECT_EQ(chart.Settings().title.aaValue, 0.25f);
+    EXPECT_EQ(chart.Settings().value.font.Size(), 15);
+    EXPECT_EQ(chart.Settings().title.font.Size(), 15);
+    EXPECT_STREQ(chart.Captions().ValueText(), "");
+    EXPECT_EQ(chart.Captions().Value().drawn, BRect(1, 1, 0, 0));
+    EXPECT_EQ(chart.Captions().Title().drawn, BRect(1, 1, 0, 0));
 }
 
 TEST(ChartArchiveTest, DefaultColours)
@@ -108,20 +108,20 @@ TEST(ChartArchiveTest, DefaultColours)
     EXPECT_EQ(chart.ChartColor(4), (rgb_color{132, 132, 252, 255}));
     EXPECT_EQ(chart.ChartColor(5), (rgb_color{140, 140, 4, 255}));
     EXPECT_EQ(chart.ChartColor(7), (rgb_color{156, 156, 20, 255}));
-    EXPECT_EQ(chart.BackgroundColor(), (rgb_color{0, 0, 0, 0}));
-    EXPECT_EQ(chart.CurrentLowColor(), (rgb_color{0, 0, 0, 0}));
-    EXPECT_EQ(chart.ValueColor(), (rgb_color{216, 216, 216, 0}));
-    EXPECT_EQ(chart.TitleColor(), (rgb_color{216, 216, 216, 0}));
-    EXPECT_EQ(chart.BorderColor(), (rgb_color{255, 255, 255, 0}));
+    EXPECT_EQ(chart.Settings().backgroundColor, (rgb_color{0, 0, 0, 0}));
+    EXPECT_EQ(chart.Picture().LowColor(), (rgb_color{0, 0, 0, 0}));
+    EXPECT_EQ(chart.Settings().value.color, (rgb_color{216, 216, 216, 0}));
+    EXPECT_EQ(chart.Settings().title.color, (rgb_color{216, 216, 216, 0}));
+    EXPECT_EQ(chart.Settings().borderColor, (rgb_color{255, 255, 255, 0}));
 }
 
 TEST(ChartArchiveTest, DefaultCaptionsStandAtTheTop)
 {
     ChartView chart;
     font_height height;
-    chart.ValueFont().GetHeight(&height);
-    EXPECT_EQ(chart.ValueCoord(), BPoint(50, height.ascent + height.descent));
-    EXPECT_EQ(chart.TitleCoord(), BPoint(0, height.ascent + height.descent));
+    chart.Settings().value.font.GetHeight(&height);
+    EXPECT_EQ(chart.Settings().value.where, BPoint(50, height.ascent + height.descent));
+    EXPECT_EQ(chart.Settings().title.where, BPoint(0, height.ascent + height.descent));
 }
 
 TEST(ChartArchiveTest, EverySettingComesBack)
@@ -144,16 +144,16 @@ TEST(ChartArchiveTest, GaugeTransparencyAndLockComeBack)
     chart.SetMode(kGaugeMode);
     BMessage settings = Settings(chart);
     ChartView locked(&settings);
-    EXPECT_TRUE(locked.LocksBgColor());
-    EXPECT_EQ(locked.Mode(), kGaugeMode);
-    EXPECT_EQ(locked.Picture(), nullptr);
+    EXPECT_TRUE(locked.Settings().lockBgColor);
+    EXPECT_EQ(locked.Settings().mode, kGaugeMode);
+    EXPECT_EQ(locked.Picture().Bitmap(), nullptr);
 
     ChartView other;
     other.SetTransparent(true);
     settings = Settings(other);
     ChartView transparent(&settings);
-    EXPECT_TRUE(transparent.IsTransparent());
-    EXPECT_EQ(transparent.CurrentLowColor(), B_TRANSPARENT_COLOR);
+    EXPECT_TRUE(transparent.Settings().transparent);
+    EXPECT_EQ(transparent.Picture().LowColor(), B_TRANSPARENT_COLOR);
 }
 
 TEST(ChartArchiveTest, FieldsHaveTheTypesThatOlderVersionsRead)
@@ -202,7 +202,7 @@ TEST(ChartArchiveTest, FieldsHaveTheTypesThatOlderVersionsRead)
     }
     EXPECT_EQ(settings.CountNames(B_ANY_TYPE), static_cast<int32>(std::size(fields)));
     EXPECT_EQ(StoredColor(settings, "ChartColor", 3), chart->ChartColor(3));
-    EXPECT_EQ(StoredColor(settings, "BorderColor"), chart->BorderColor());
+    EXPECT_EQ(StoredColor(settings, "BorderColor"), chart->Settings().borderColor);
 }
 
 TEST(ChartArchiveTest, EachGroupWritesItsOwnFields)
@@ -282,9 +282,9 @@ TEST(ChartArchiveTest, AntialiasingOffIsNotLoaded)
     archive.AddFloat("TitleAAValue", 0);
     archive.AddFloat("PageSize", 0);
     ChartView chart(&archive);
-    EXPECT_EQ(chart.ValueAAValue(), 0.25f);
-    EXPECT_EQ(chart.TitleAAValue(), 0.25f);
-    EXPECT_EQ(chart.PageSize(), 0.75f);
+    EXPECT_EQ(chart.Settings().value.aaValue, 0.25f);
+    EXPECT_EQ(chart.Settings().title.aaValue, 0.25f);
+    EXPECT_EQ(chart.Settings().pageSize, 0.75f);
 }
 
 TEST(ChartArchiveTest, SkippingNothingIsLoaded)
@@ -296,8 +296,8 @@ TEST(ChartArchiveTest, SkippingNothingIsLoaded)
     archive.AddInt16("SkipValue", 0);
     archive.AddInt16("ValueSkipValue", 0);
     chart.LoadPrefsFrom(&archive);
-    EXPECT_EQ(chart.SkipValue(), 0);
-    EXPECT_EQ(chart.ValueSkipValue(), 0);
+    EXPECT_EQ(chart.Settings().skip, 0);
+    EXPECT_EQ(chart.Settings().valueSkip, 0);
 }
 
 TEST(ChartArchiveTest, WithoutSourcesTheChartKeepsItsOwn)
@@ -380,7 +380,7 @@ TEST(ChartArchiveTest, AChartWithABorderStartsInsideIt)
     BMessage archive;
     archive.AddBool("ShowBorder", true);
     ChartView chart(&archive);
-    EXPECT_EQ(chart.Column(), 1);
+    EXPECT_EQ(chart.Picture().Column(), 1);
 }
 
 TEST(ChartArchiveTest, ThePreferencesWindowsArchiveIsKeptAndForgotten)
@@ -460,9 +460,9 @@ TEST(ChartArchiveTest, ValuesOutOfRangeAreLeftOut)
         AddMessageFont(&archive, "ValueFont", &font);
         AddMessageFont(&archive, "TitleFont", &font);
         ChartView fresh(&archive);
-        EXPECT_GE(fresh.ValueFont().Size(), kMinFontSize);
-        EXPECT_LE(fresh.ValueFont().Size(), kMaxFontSize);
-        EXPECT_LE(fresh.TitleFont().Size(), kMaxFontSize);
+        EXPECT_GE(fresh.Settings().value.font.Size(), kMinFontSize);
+        EXPECT_LE(fresh.Settings().value.font.Size(), kMaxFontSize);
+        EXPECT_LE(fresh.Settings().title.font.Size(), kMaxFontSize);
     }
     BMessage colors;
     colors.AddData("BackgroundColor", B_RAW_TYPE, "abc", 3);
@@ -476,22 +476,22 @@ TEST(ChartArchiveTest, SettersHoldTheSameRanges)
     ChartView chart;
     chart.SetPageSize(std::nanf(""));
     chart.SetPageSize(2);
-    EXPECT_EQ(chart.PageSize(), 0.75f);
+    EXPECT_EQ(chart.Settings().pageSize, 0.75f);
     chart.SetSkipValue(-1);
     chart.SetSkipValue(51);
-    EXPECT_EQ(chart.SkipValue(), 0);
+    EXPECT_EQ(chart.Settings().skip, 0);
     chart.SetValueSkipValue(-1);
-    EXPECT_EQ(chart.ValueSkipValue(), 0);
+    EXPECT_EQ(chart.Settings().valueSkip, 0);
     chart.SetChartType(0);
     chart.SetChartType(4);
-    EXPECT_EQ(chart.ChartType(), kSolidChart);
+    EXPECT_EQ(chart.Settings().chartType, kSolidChart);
     chart.SetMode(0);
     chart.SetMode(3);
-    EXPECT_EQ(chart.Mode(), kChartMode);
+    EXPECT_EQ(chart.Settings().mode, kChartMode);
     chart.SetValueAATarget(4);
-    EXPECT_EQ(chart.ValueAATarget(), kAATargetAverage);
+    EXPECT_EQ(chart.Settings().value.aaTarget, kAATargetAverage);
     chart.SetValueAAValue(-0.5f);
-    EXPECT_EQ(chart.ValueAAValue(), 0.25f);
+    EXPECT_EQ(chart.Settings().value.aaValue, 0.25f);
     chart.SetChartColor({1, 2, 3, 4}, 8);
     chart.SetChartColor({1, 2, 3, 4}, -1);
     chart.SetValueFont(nullptr);
@@ -533,9 +533,9 @@ TEST(ChartArchiveTest, AFrameFromAFileCostsNoMoreThanAScreen)
     BMessage archive;
     archive.AddRect("_frame", BRect(0, 0, 32000, 32000));
     ChartView chart(&archive);
-    EXPECT_EQ(chart.Picture(), nullptr);
+    EXPECT_EQ(chart.Picture().Bitmap(), nullptr);
     AddSources(chart, 1);
     Show(chart, {.memory = 500});
     chart.ResizeTo(10, 10);
-    EXPECT_NE(chart.Picture(), nullptr);
+    EXPECT_NE(chart.Picture().Bitmap(), nullptr);
 }

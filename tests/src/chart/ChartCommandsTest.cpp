@@ -53,13 +53,13 @@ TEST_F(ChartCommandsTest, SynchronizingGivesTheOthersThisChartsColumn)
     ShowStairs(*chart, 11);
     ShowStairs(*holder->ChartAt(0), 3);
     ShowStairs(*holder->ChartAt(2), 20);
-    EXPECT_EQ(chart->Column(), 10);
+    EXPECT_EQ(chart->Picture().Column(), 10);
     Send(chart, BMessage(MSG_SYNC_OTHERS));
     test::Turn();
     // Their next sample goes to the column of this chart's newest.
-    EXPECT_EQ(holder->ChartAt(0)->Column(), 9);
-    EXPECT_EQ(holder->ChartAt(2)->Column(), 9);
-    EXPECT_EQ(chart->Column(), 10);
+    EXPECT_EQ(holder->ChartAt(0)->Picture().Column(), 9);
+    EXPECT_EQ(holder->ChartAt(2)->Picture().Column(), 9);
+    EXPECT_EQ(chart->Picture().Column(), 10);
 }
 
 TEST_F(ChartCommandsTest, DistributingGivesTheOthersACaptionsPlace)
@@ -72,8 +72,8 @@ TEST_F(ChartCommandsTest, DistributingGivesTheOthersACaptionsPlace)
     Send(chart, BMessage(MSG_DISTRIBUTE_VALUE_POS));
     test::Turn();
     for (int32 i = 0; i < 3; i++) {
-        EXPECT_EQ(holder->ChartAt(i)->TitleCoord(), BPoint(33, 22));
-        EXPECT_EQ(holder->ChartAt(i)->ValueCoord(), BPoint(44, 25));
+        EXPECT_EQ(holder->ChartAt(i)->Settings().title.where, BPoint(33, 22));
+        EXPECT_EQ(holder->ChartAt(i)->Settings().value.where, BPoint(44, 25));
     }
 }
 
@@ -81,16 +81,16 @@ TEST_F(ChartCommandsTest, APlaceIsHeldInsideTheChart)
 {
     chart->SetTitle("x");
     Send(chart, PlaceMessage(MSG_SET_TITLE_POS, BPoint(5000, 5000)));
-    EXPECT_EQ(chart->TitleRect().right, chart->Bounds().right - 1);
-    EXPECT_EQ(chart->TitleRect().bottom, chart->Bounds().bottom - 1);
+    EXPECT_EQ(chart->Captions().Title().drawn.right, chart->Bounds().right - 1);
+    EXPECT_EQ(chart->Captions().Title().drawn.bottom, chart->Bounds().bottom - 1);
     Send(chart, PlaceMessage(MSG_SET_VALUE_POS, BPoint(-5000, -5000)));
-    EXPECT_EQ(chart->ValueCoord().x, 1);
+    EXPECT_EQ(chart->Settings().value.where.x, 1);
 }
 
 TEST_F(ChartCommandsTest, PlacesThatAreNoneChangeNothing)
 {
-    const BPoint title = chart->TitleCoord();
-    const BPoint value = chart->ValueCoord();
+    const BPoint title = chart->Settings().title.where;
+    const BPoint value = chart->Settings().value.where;
     for (uint32 what : {MSG_SET_TITLE_POS, MSG_SET_VALUE_POS}) {
         Send(chart, BMessage(what));
         BMessage wrong(what);
@@ -99,8 +99,8 @@ TEST_F(ChartCommandsTest, PlacesThatAreNoneChangeNothing)
         for (float coordinate : {NAN, INFINITY, -INFINITY, 1e9f})
             Send(chart, PlaceMessage(what, BPoint(coordinate, 1)));
     }
-    EXPECT_EQ(chart->TitleCoord(), title);
-    EXPECT_EQ(chart->ValueCoord(), value);
+    EXPECT_EQ(chart->Settings().title.where, title);
+    EXPECT_EQ(chart->Settings().value.where, value);
 }
 
 TEST_F(ChartCommandsTest, MovesThePictureRight)
@@ -108,12 +108,12 @@ TEST_F(ChartCommandsTest, MovesThePictureRight)
     ShowStairs(*chart, 4);
     const std::vector<int> before = Heights(*chart);
     Send(chart, ColumnMessage(10));
-    EXPECT_EQ(chart->Column(), 9);
+    EXPECT_EQ(chart->Picture().Column(), 9);
     std::vector<int> expected(before.size(), 0);
     std::copy(before.begin(), before.begin() + 4, expected.begin() + 7);
     EXPECT_EQ(Heights(*chart), expected);
     Show(*chart, {.memory = 0});
-    EXPECT_EQ(chart->Column(), 10);
+    EXPECT_EQ(chart->Picture().Column(), 10);
     EXPECT_EQ(Heights(*chart)[10], 1 + (before[3] - 1));
 }
 
@@ -122,7 +122,7 @@ TEST_F(ChartCommandsTest, MovesThePictureLeft)
     ShowStairs(*chart, 20);
     const std::vector<int> before = Heights(*chart);
     Send(chart, ColumnMessage(5));
-    EXPECT_EQ(chart->Column(), 4);
+    EXPECT_EQ(chart->Picture().Column(), 4);
     std::vector<int> expected(before.size(), 0);
     std::copy(before.begin() + 14, before.begin() + 20, expected.begin());
     EXPECT_EQ(Heights(*chart), expected);
@@ -138,7 +138,7 @@ TEST_F(ChartCommandsTest, MovingKeepsInsideTheBorder)
     const std::vector<int> heights = Heights(*chart);
     EXPECT_EQ(heights.back(), 0);
     test::Turn();
-    EXPECT_EQ(Shown(100, 20), Word(chart->BorderColor()));
+    EXPECT_EQ(Shown(100, 20), Word(chart->Settings().borderColor));
 }
 
 TEST_F(ChartCommandsTest, WhatMovesInIsClearedWithTheLowColour)
@@ -146,10 +146,10 @@ TEST_F(ChartCommandsTest, WhatMovesInIsClearedWithTheLowColour)
     chart->SetBackgroundColor({1, 2, 3, 4});
     ShowStairs(*chart, 4);
     Send(chart, ColumnMessage(50));
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), 0x04010203u);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), 0x04010203u);
     chart->SetTransparent(true);
     Send(chart, ColumnMessage(80));
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
 }
 
 TEST_F(ChartCommandsTest, ALineGoesOnFromItsNewPlace)
@@ -159,7 +159,7 @@ TEST_F(ChartCommandsTest, ALineGoesOnFromItsNewPlace)
         Show(*chart, {.memory = 500});
     Send(chart, ColumnMessage(30));
     Show(*chart, {.memory = 500});
-    EXPECT_EQ(chart->Column(), 30);
+    EXPECT_EQ(chart->Picture().Column(), 30);
     const std::vector<int> heights = Heights(*chart);
     EXPECT_EQ(std::count(heights.begin(), heights.end(), 1), 5);
 }
@@ -170,12 +170,12 @@ TEST_F(ChartCommandsTest, TheNextSampleGoesToTheColumnThatWasGiven)
         ShowStairs(*chart, 7);
         Send(chart, ColumnMessage(column));
         Show(*chart, {.memory = 0});
-        EXPECT_EQ(std::floor(chart->Column()), column);
+        EXPECT_EQ(std::floor(chart->Picture().Column()), column);
     }
     // A chart that has drawn column zero only marks that in its message.
     Send(chart, ColumnMessage(kColumnZeroDrawn));
     Show(*chart, {.memory = 0});
-    EXPECT_EQ(std::floor(chart->Column()), 0);
+    EXPECT_EQ(std::floor(chart->Picture().Column()), 0);
 }
 
 TEST_F(ChartCommandsTest, ColumnsThatAreNoneChangeNothing)
@@ -189,11 +189,11 @@ TEST_F(ChartCommandsTest, ColumnsThatAreNoneChangeNothing)
     for (float column : {NAN, INFINITY, -INFINITY, -1.0f, 1e9f, 150.0f})
         Send(chart, ColumnMessage(column));
     EXPECT_EQ(Heights(*chart), before);
-    EXPECT_EQ(chart->Column(), 6);
+    EXPECT_EQ(chart->Picture().Column(), 6);
     chart->SetMode(kGaugeMode);
     Send(chart, ColumnMessage(50));
     chart->SetMode(kChartMode);
-    EXPECT_EQ(chart->Column(), 0);
+    EXPECT_EQ(chart->Picture().Column(), 0);
 }
 
 TEST_F(ChartCommandsTest, AboutGoesToTheApplication)

@@ -115,7 +115,7 @@ TEST_F(ChartConnectionTest, TakesASampleOfAnotherProcess)
     clock.now += 1000000;
     BMessage sample = SampleMessage({.memory = 500});
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(chart->Picture().Column(), kColumnZeroDrawn);
     EXPECT_GT(Heights(*chart)[0], 1);
 }
 
@@ -130,10 +130,10 @@ TEST_F(ChartConnectionTest, TakesTheNewestSampleOfItsOwnSampler)
     sample.AddPointer("Sysinfo*", &sampler);
     // Not from the application's sampler: it may be gone already.
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), 0);
+    EXPECT_EQ(chart->Picture().Column(), 0);
     application_sampler = &sampler;
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(chart->Picture().Column(), kColumnZeroDrawn);
     application_sampler = nullptr;
 }
 
@@ -156,7 +156,7 @@ TEST_F(ChartConnectionTest, SamplesThatAreNoneChangeNothing)
     BMessage pointer(MSG_SYSINFO_SAMPLE);
     pointer.AddPointer("Sysinfo*", nullptr);
     chart->MessageReceived(&pointer);
-    EXPECT_EQ(chart->Column(), 0);
+    EXPECT_EQ(chart->Picture().Column(), 0);
 }
 
 TEST_F(ChartConnectionTest, NoTwoSamplesAreDrawnWithinTwentyMilliseconds)
@@ -166,13 +166,13 @@ TEST_F(ChartConnectionTest, NoTwoSamplesAreDrawnWithinTwentyMilliseconds)
     BMessage sample = SampleMessage({.memory = 500});
     clock.now += 20001;
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(chart->Picture().Column(), kColumnZeroDrawn);
     clock.now += 20000;
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(chart->Picture().Column(), kColumnZeroDrawn);
     clock.now += 1;
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), 1);
+    EXPECT_EQ(chart->Picture().Column(), 1);
 }
 
 TEST_F(ChartConnectionTest, DrawsEveryNthSample)
@@ -185,7 +185,7 @@ TEST_F(ChartConnectionTest, DrawsEveryNthSample)
     for (int i = 0; i < 7; i++) {
         clock.now += 1000000;
         chart->MessageReceived(&sample);
-        columns.push_back(chart->Column());
+        columns.push_back(chart->Picture().Column());
     }
     EXPECT_EQ(columns, (std::vector<float>{0, 0, kColumnZeroDrawn, kColumnZeroDrawn, kColumnZeroDrawn, 1, 1}));
 }
@@ -198,7 +198,7 @@ TEST_F(ChartConnectionTest, APausedChartDrawsNothing)
     clock.now += 1000000;
     BMessage sample = SampleMessage({.memory = 500});
     chart->MessageReceived(&sample);
-    EXPECT_EQ(chart->Column(), 0);
+    EXPECT_EQ(chart->Picture().Column(), 0);
 }
 
 TEST(ChartConnectionTestNoWindow, AChartInNoWindowDrawsNothing)
@@ -209,5 +209,5 @@ TEST(ChartConnectionTestNoWindow, AChartInNoWindowDrawsNothing)
     clock.now += 1000000;
     BMessage sample = SampleMessage({.memory = 500});
     chart.MessageReceived(&sample);
-    EXPECT_EQ(chart.Column(), 0);
+    EXPECT_EQ(chart.Picture().Column(), 0);
 }

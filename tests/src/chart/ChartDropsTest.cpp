@@ -43,8 +43,8 @@ protected:
         for (int i = 0; i < 190; i++)
             Show(*chart, {.memory = 500, .teams = 500});
         chart->SetShowValue(true);
-        onTitle = BPoint(chart->TitleRect().left + 3, chart->TitleRect().top + 3);
-        onValue = BPoint(chart->ValueRect().left + 3, chart->ValueRect().top + 3);
+        onTitle = BPoint(chart->Captions().Title().drawn.left + 3, chart->Captions().Title().drawn.top + 3);
+        onValue = BPoint(chart->Captions().Value().drawn.left + 3, chart->Captions().Value().drawn.top + 3);
     }
 
     static BMessage TextDrop(const std::string& text, uint32 what = B_SIMPLE_DATA)
@@ -179,7 +179,7 @@ TEST_F(ChartDropsTest, ANewSourcesLineBeginsAtTheChartsColumn)
 {
     AddShownSources(1);
     chart->SetChartType(kLineChart);
-    const auto column = static_cast<int32>(chart->Column());
+    const auto column = static_cast<int32>(chart->Picture().Column());
     test::Drop(chart, SourceDrop({VP_ALLOCATED_TEAMS}), kElsewhere);
     Show(*chart, {.memory = 500, .teams = 500});
     // The new source has no part in columns from before.
@@ -245,10 +245,10 @@ TEST_F(ChartDropsTest, AColourGoesToTheCaptionUnderIt)
 {
     AddShownSources(1);
     test::Drop(chart, ColorDrop({250, 1, 2, 255}), onTitle);
-    EXPECT_EQ(chart->TitleColor(), (rgb_color{250, 1, 2, 255}));
+    EXPECT_EQ(chart->Settings().title.color, (rgb_color{250, 1, 2, 255}));
     test::Drop(chart, ColorDrop({1, 250, 2, 255}), onValue);
-    EXPECT_EQ(chart->ValueColor(), (rgb_color{1, 250, 2, 255}));
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{0, 0, 0, 0}));
+    EXPECT_EQ(chart->Settings().value.color, (rgb_color{1, 250, 2, 255}));
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{0, 0, 0, 0}));
 }
 
 TEST_F(ChartDropsTest, AColourGoesToWhatShowsThere)
@@ -262,8 +262,8 @@ TEST_F(ChartDropsTest, AColourGoesToWhatShowsThere)
     test::Drop(chart, ColorDrop({1, 250, 2, 255}), BPoint(150, second));
     EXPECT_EQ(chart->ChartColor(1), (rgb_color{1, 250, 2, 255}));
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 1));
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{1, 2, 250, 255}));
-    EXPECT_EQ(chart->CurrentLowColor(), (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(chart->Picture().LowColor(), (rgb_color{1, 2, 250, 255}));
     EXPECT_EQ(Column(*chart, 150), column);
 }
 
@@ -280,7 +280,7 @@ TEST_F(ChartDropsTest, NoTwoThingsGetTheSameColour)
     second.alpha = 0;
     test::Drop(chart, ColorDrop(second), onFirst);
     test::Drop(chart, ColorDrop(second), onBackground);
-    test::Drop(chart, ColorDrop(chart->CurrentLowColor()), onFirst);
+    test::Drop(chart, ColorDrop(chart->Picture().LowColor()), onFirst);
     test::Drop(chart, ColorDrop(chart->ChartColor(0)), onBackground);
     EXPECT_TRUE(Settings().HasSameData(before));
 }
@@ -292,7 +292,7 @@ TEST_F(ChartDropsTest, ABackgroundInTheColourOfASlotWithoutASourceIsTheBackgroun
     chart->SetBackgroundColor(unused);
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 1));
     EXPECT_EQ(chart->ChartColor(2), unused);
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{1, 2, 250, 255}));
     EXPECT_EQ(Shown(150, 1), Word({1, 2, 250, 255}));
 }
 
@@ -301,9 +301,9 @@ TEST_F(ChartDropsTest, AColourOnALockedBackgroundUnlocksIt)
     AddShownSources(1);
     chart->SetLockBgColor(true);
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 1));
-    EXPECT_FALSE(chart->LocksBgColor());
-    EXPECT_EQ(chart->CurrentLowColor(), (rgb_color{1, 2, 250, 255}));
-    EXPECT_EQ(PixelColor(PixelRows(chart->Picture()).At(150, 1)), (rgb_color{1, 2, 250, 255}));
+    EXPECT_FALSE(chart->Settings().lockBgColor);
+    EXPECT_EQ(chart->Picture().LowColor(), (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(PixelColor(PixelRows(chart->Picture().Bitmap()).At(150, 1)), (rgb_color{1, 2, 250, 255}));
 }
 
 TEST_F(ChartDropsTest, AColourOnATransparentBackgroundIsKeptForLater)
@@ -311,8 +311,8 @@ TEST_F(ChartDropsTest, AColourOnATransparentBackgroundIsKeptForLater)
     AddShownSources(1);
     chart->SetTransparent(true);
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 1));
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{1, 2, 250, 255}));
-    EXPECT_EQ(chart->CurrentLowColor(), B_TRANSPARENT_COLOR);
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(chart->Picture().LowColor(), B_TRANSPARENT_COLOR);
 }
 
 TEST_F(ChartDropsTest, AColourOnAGaugeGoesToTheSegment)
@@ -327,7 +327,7 @@ TEST_F(ChartDropsTest, AColourOnAGaugeGoesToTheSegment)
     test::Drop(chart, ColorDrop({1, 250, 2, 255}), BPoint(90, 40));
     EXPECT_EQ(chart->ChartColor(1), (rgb_color{1, 250, 2, 255}));
     test::Drop(chart, ColorDrop({1, 2, 250, 255}), BPoint(150, 40));
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{1, 2, 250, 255}));
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{1, 2, 250, 255}));
     test::Drop(chart, ColorDrop({1, 250, 2, 255}), BPoint(30, 40));
     EXPECT_EQ(chart->ChartColor(0), (rgb_color{250, 1, 2, 255}));
 
@@ -336,7 +336,7 @@ TEST_F(ChartDropsTest, AColourOnAGaugeGoesToTheSegment)
     test::Drop(chart, ColorDrop({9, 9, 9, 255}), BPoint(30, 78));
     EXPECT_EQ(chart->ChartColor(0), (rgb_color{9, 9, 9, 255}));
     test::Drop(chart, ColorDrop({8, 8, 8, 255}), BPoint(30, 2));
-    EXPECT_EQ(chart->BackgroundColor(), (rgb_color{8, 8, 8, 255}));
+    EXPECT_EQ(chart->Settings().backgroundColor, (rgb_color{8, 8, 8, 255}));
 }
 
 TEST_F(ChartDropsTest, ColoursThatAreNoneAreNotTaken)
@@ -365,11 +365,11 @@ TEST_F(ChartDropsTest, AFontGoesToTheCaptionUnderIt)
     BMessage message(kFontDrop);
     AddMessageFont(&message, "font", &font);
     test::Drop(chart, message, onTitle);
-    EXPECT_EQ(chart->TitleFont().Size(), 22);
-    EXPECT_EQ(chart->ValueFont().Size(), 15);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 22);
+    EXPECT_EQ(chart->Settings().value.font.Size(), 15);
     test::Drop(chart, message, onValue);
-    EXPECT_EQ(chart->ValueFont().Size(), 22);
-    EXPECT_TRUE(chart->Bounds().Contains(chart->ValueRect()));
+    EXPECT_EQ(chart->Settings().value.font.Size(), 22);
+    EXPECT_TRUE(chart->Bounds().Contains(chart->Captions().Value().drawn));
 }
 
 TEST_F(ChartDropsTest, AFontChangesWhatItCarries)
@@ -382,8 +382,8 @@ TEST_F(ChartDropsTest, AFontChangesWhatItCarries)
     BMessage message(kFontDrop);
     AddMessageFont(&message, "font", &font);
     test::Drop(chart, message, onTitle);
-    EXPECT_EQ(chart->TitleFont().Size(), 15);
-    EXPECT_EQ(chart->TitleFont().Face(), B_BOLD_FACE);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 15);
+    EXPECT_EQ(chart->Settings().title.font.Face(), B_BOLD_FACE);
 }
 
 TEST_F(ChartDropsTest, FontsThatAreNoneAreNotTaken)

@@ -80,52 +80,52 @@ protected:
 
 TEST_F(ChartKeysTest, EnterChoosesTheCaptionsOneAfterTheOther)
 {
-    EXPECT_FALSE(IsMarked(chart->TitleRect()));
+    EXPECT_FALSE(IsMarked(chart->Captions().Title().drawn));
     Press(B_ENTER);
-    EXPECT_TRUE(IsMarked(chart->TitleRect()));
-    EXPECT_FALSE(IsMarked(chart->ValueRect()));
+    EXPECT_TRUE(IsMarked(chart->Captions().Title().drawn));
+    EXPECT_FALSE(IsMarked(chart->Captions().Value().drawn));
     Press(B_ENTER);
-    EXPECT_FALSE(IsMarked(chart->TitleRect()));
-    EXPECT_TRUE(IsMarked(chart->ValueRect()));
+    EXPECT_FALSE(IsMarked(chart->Captions().Title().drawn));
+    EXPECT_TRUE(IsMarked(chart->Captions().Value().drawn));
     Press(B_ENTER);
-    EXPECT_FALSE(IsMarked(chart->TitleRect()));
-    EXPECT_FALSE(IsMarked(chart->ValueRect()));
+    EXPECT_FALSE(IsMarked(chart->Captions().Title().drawn));
+    EXPECT_FALSE(IsMarked(chart->Captions().Value().drawn));
 }
 
 TEST_F(ChartKeysTest, OnlyWhatShowsCanBeChosen)
 {
     chart->SetShowTitle(false);
     Press(B_ENTER);
-    EXPECT_TRUE(IsMarked(chart->ValueRect()));
+    EXPECT_TRUE(IsMarked(chart->Captions().Value().drawn));
     chart->SetShowValue(false);
     Press(B_RIGHT_ARROW);
-    EXPECT_EQ(chart->ValueCoord(), BPoint(120, 40));
+    EXPECT_EQ(chart->Settings().value.where, BPoint(120, 40));
     Press(B_ENTER);
     Press(B_RIGHT_ARROW);
-    EXPECT_EQ(chart->ValueCoord(), BPoint(120, 40));
-    EXPECT_EQ(chart->TitleCoord(), BPoint(20, 20));
+    EXPECT_EQ(chart->Settings().value.where, BPoint(120, 40));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(20, 20));
 }
 
 TEST_F(ChartKeysTest, ArrowsMoveTheChosenCaption)
 {
     Press(B_RIGHT_ARROW);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(20, 20));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(20, 20));
     Press(B_ENTER);
     Press(B_RIGHT_ARROW);
     Press(B_RIGHT_ARROW);
     Press(B_DOWN_ARROW);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(22, 21));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(22, 21));
     Press(B_RIGHT_ARROW, B_SHIFT_KEY);
     Press(B_DOWN_ARROW, B_SHIFT_KEY);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(32, 31));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(32, 31));
     Press(B_LEFT_ARROW);
     Press(B_UP_ARROW);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(31, 30));
-    EXPECT_EQ(chart->ValueCoord(), BPoint(120, 40));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(31, 30));
+    EXPECT_EQ(chart->Settings().value.where, BPoint(120, 40));
     // It stays within the chart, as it does under the mouse.
     for (int i = 0; i < 10; i++)
         Press(B_LEFT_ARROW, B_SHIFT_KEY);
-    EXPECT_EQ(chart->TitleCoord().x, 1);
+    EXPECT_EQ(chart->Settings().title.where.x, 1);
 }
 
 TEST_F(ChartKeysTest, WhereTheCaptionWasTheChartShowsAgain)
@@ -135,7 +135,7 @@ TEST_F(ChartKeysTest, WhereTheCaptionWasTheChartShowsAgain)
     Press(B_RIGHT_ARROW, B_SHIFT_KEY);
     EXPECT_NE(test::PixelsOf(chart), before);
     Press(B_ESCAPE);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(20, 20));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(20, 20));
     EXPECT_EQ(test::PixelsOf(chart), before);
 }
 
@@ -144,16 +144,16 @@ TEST_F(ChartKeysTest, WithoutTheFocusNothingIsChosen)
     Press(B_ENTER);
     holder->ChartAt(1)->MakeFocus();
     test::Turn();
-    EXPECT_FALSE(IsMarked(chart->TitleRect()));
+    EXPECT_FALSE(IsMarked(chart->Captions().Title().drawn));
     chart->MakeFocus();
     test::Turn();
     Press(B_RIGHT_ARROW);
-    EXPECT_EQ(chart->TitleCoord(), BPoint(20, 20));
+    EXPECT_EQ(chart->Settings().title.where, BPoint(20, 20));
     Press(B_ENTER);
-    EXPECT_TRUE(IsMarked(chart->TitleRect()));
+    EXPECT_TRUE(IsMarked(chart->Captions().Title().drawn));
     test::Click(chart, BPoint(200, 40));
     test::Turn();
-    EXPECT_FALSE(IsMarked(chart->TitleRect()));
+    EXPECT_FALSE(IsMarked(chart->Captions().Title().drawn));
 }
 
 TEST_F(ChartKeysTest, TheMenuOffersToDistributeThePlaceOfTheChosenCaption)
@@ -176,8 +176,8 @@ TEST_F(ChartKeysTest, SettingsAreCopiedFromChartToChart)
     test::Turn();
     Press('v', B_COMMAND_KEY);
     EXPECT_EQ(std::string(other->Title()), "Title");
-    EXPECT_EQ(other->BackgroundColor(), chart->BackgroundColor());
-    EXPECT_EQ(other->TitleCoord(), BPoint(20, 20));
+    EXPECT_EQ(other->Settings().backgroundColor, chart->Settings().backgroundColor);
+    EXPECT_EQ(other->Settings().title.where, BPoint(20, 20));
     ASSERT_EQ(other->CountValueProviders(), 2);
     EXPECT_EQ(other->ValueProviderAt(1)->Target(), VP_ALLOCATED_TEAMS);
     EXPECT_EQ(std::string(holder->ChartAt(1)->Title()).substr(0, 4), "Def.");
@@ -199,16 +199,16 @@ TEST_F(ChartKeysTest, AColourGoesToTheChosenCaptionElseToTheBackground)
     Copy({10, 200, 30, 255});
     Press(B_ENTER);
     Press('v', B_COMMAND_KEY);
-    EXPECT_EQ(chart->TitleColor(), make_color(10, 200, 30));
+    EXPECT_EQ(chart->Settings().title.color, make_color(10, 200, 30));
     Copy({10, 30, 200, 255});
     Press(B_ENTER);
     Press('v', B_COMMAND_KEY);
-    EXPECT_EQ(chart->ValueColor(), make_color(10, 30, 200));
+    EXPECT_EQ(chart->Settings().value.color, make_color(10, 30, 200));
     Copy({20, 0, 0, 255});
     Press(B_ENTER);
     Press('v', B_COMMAND_KEY);
-    EXPECT_EQ(chart->BackgroundColor(), make_color(20, 0, 0));
-    EXPECT_EQ(chart->TitleColor(), make_color(10, 200, 30));
+    EXPECT_EQ(chart->Settings().backgroundColor, make_color(20, 0, 0));
+    EXPECT_EQ(chart->Settings().title.color, make_color(10, 200, 30));
     EXPECT_EQ(chart->ChartColor(0), source);
 }
 
@@ -219,7 +219,7 @@ TEST_F(ChartKeysTest, InAGaugeTooAColourGoesToTheBackground)
     const rgb_color source = chart->ChartColor(0);
     Copy({20, 0, 0, 255});
     Press('v', B_COMMAND_KEY);
-    EXPECT_EQ(chart->BackgroundColor(), make_color(20, 0, 0));
+    EXPECT_EQ(chart->Settings().backgroundColor, make_color(20, 0, 0));
     EXPECT_EQ(chart->ChartColor(0), source);
 }
 

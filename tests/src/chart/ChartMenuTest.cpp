@@ -178,8 +178,8 @@ TEST_F(ChartMenuInWindowTest, OffersToDistributeTheCaptionUnderThePointer)
     chart->SetShowValue(true);
     chart->TrackValue(BPoint(200, 30));
     chart->SetTitle("Title");
-    const BPoint onTitle(chart->TitleRect().left + 2, chart->TitleRect().top + 2);
-    const BPoint onValue(chart->ValueRect().left, chart->ValueRect().top + 2);
+    const BPoint onTitle(chart->Captions().Title().drawn.left + 2, chart->Captions().Title().drawn.top + 2);
+    const BPoint onValue(chart->Captions().Value().drawn.left, chart->Captions().Value().drawn.top + 2);
     chart->ContextMenuRequested(onTitle);
     EXPECT_NE(Menu()->FindItem("Distribute pos."), nullptr);
     EXPECT_EQ(Menu()->FindItem("Distribute position"), nullptr);
@@ -272,7 +272,7 @@ TEST_F(ChartMenuInWindowTest, TheOtherChartsGoOnUnderAMenu)
     const BMessage sample = SampleMessage({.memory = 500});
     window->PostMessage(&sample, other);
     test::Turn();
-    EXPECT_EQ(other->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(other->Picture().Column(), kColumnZeroDrawn);
 }
 
 TEST_F(ChartMenuInWindowTest, StaysUsableWhenThePreferencesCloseUnderIt)

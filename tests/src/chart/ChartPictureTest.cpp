@@ -30,15 +30,15 @@ TEST(ChartPictureTest, ANewPictureIsCleared)
 {
     const auto chart = SmallChart(5);
     EXPECT_EQ(Heights(*chart), std::vector<int>(6, 0));
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), 0u);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), 0u);
 }
 
 TEST(ChartPictureTest, WithoutSourcesNothingIsDrawn)
 {
     ChartView chart;
     Show(chart, {.memory = 500});
-    EXPECT_EQ(chart.Column(), 0);
-    EXPECT_STREQ(chart.ValueText(), "");
+    EXPECT_EQ(chart.Picture().Column(), 0);
+    EXPECT_STREQ(chart.Captions().ValueText(), "");
 }
 
 TEST(ChartPictureTest, ASolidColumnStandsOnTheBottomRow)
@@ -58,11 +58,11 @@ TEST(ChartPictureTest, ColumnZeroIsDrawnOnceAndThenHeldByItsMark)
 {
     const auto chart = SmallChart(5);
     Show(*chart, {.memory = 500});
-    EXPECT_EQ(chart->Column(), kColumnZeroDrawn);
+    EXPECT_EQ(chart->Picture().Column(), kColumnZeroDrawn);
     Show(*chart, {.memory = 500});
-    EXPECT_EQ(chart->Column(), 1);
+    EXPECT_EQ(chart->Picture().Column(), 1);
     Show(*chart, {.memory = 500});
-    EXPECT_EQ(chart->Column(), 2);
+    EXPECT_EQ(chart->Picture().Column(), 2);
     EXPECT_EQ(Heights(*chart), (std::vector<int>{5, 5, 5, 0, 0, 0}));
 }
 
@@ -71,7 +71,7 @@ TEST(ChartPictureTest, PixelsAreTheColoursWholeWords)
     ChartView chart;
     AddSources(chart, 2);
     Show(chart, {.memory = 500, .teams = 500});
-    PixelRows rows(chart.Picture());
+    PixelRows rows(chart.Picture().Bitmap());
     EXPECT_EQ(rows.At(0, 30), 0x006464DCu);
     EXPECT_EQ(rows.At(0, 22), 0xFF6C6CE4u);
 }
@@ -128,7 +128,7 @@ TEST(ChartPictureTest, APageKeepsItsNewestColumns)
     Show(*chart, {.memory = 500});
     // Four columns stay, and the new one follows them.
     EXPECT_EQ(Heights(*chart), (std::vector<int>{6, 7, 8, 9, 5, 0, 0, 0, 0}));
-    EXPECT_EQ(chart->Column(), 4);
+    EXPECT_EQ(chart->Picture().Column(), 4);
 }
 
 TEST(ChartPictureTest, AChartOfAHundredKeepsTheNewestSeventyFive)
@@ -136,9 +136,9 @@ TEST(ChartPictureTest, AChartOfAHundredKeepsTheNewestSeventyFive)
     const auto chart = SmallChart(100);
     for (int i = 0; i <= 100; i++)
         Show(*chart, {.memory = i < 50 ? 0 : 1000});
-    EXPECT_EQ(chart->Column(), 100);
+    EXPECT_EQ(chart->Picture().Column(), 100);
     Show(*chart, {.memory = 500});
-    EXPECT_EQ(chart->Column(), 75);
+    EXPECT_EQ(chart->Picture().Column(), 75);
     const std::vector<int> heights = Heights(*chart);
     // Columns 26 to 100 came to 0 to 74.
     EXPECT_EQ(std::count(heights.begin(), heights.begin() + 24, 1), 24);
@@ -154,7 +154,7 @@ TEST(ChartPictureTest, AWholePageScrollsByOneColumn)
     ShowStairs(*chart, 9);
     for (int i = 0; i < 3; i++) {
         Show(*chart, {.memory = 500});
-        EXPECT_EQ(chart->Column(), 8);
+        EXPECT_EQ(chart->Picture().Column(), 8);
     }
     EXPECT_EQ(Heights(*chart), (std::vector<int>{4, 5, 6, 7, 8, 9, 5, 5, 5}));
 }
@@ -168,7 +168,7 @@ TEST(ChartPictureTest, ABorderLeavesOneRowAndColumnFree)
     AddSources(chart, 1);
     // The first sample goes to column 2: column 1 counts as drawn.
     Show(chart, {.memory = 1000});
-    EXPECT_EQ(chart.Column(), 2);
+    EXPECT_EQ(chart.Picture().Column(), 2);
     EXPECT_EQ(Column(chart, 2), "..000000000.");
     EXPECT_EQ(Column(chart, 1), "............");
 }
@@ -182,11 +182,11 @@ TEST(ChartPictureTest, APageInsideABorder)
     ChartView chart(&archive);
     AddSources(chart, 1);
     ShowStairs(chart, 8);
-    EXPECT_EQ(chart.Column(), 9);
+    EXPECT_EQ(chart.Picture().Column(), 9);
     EXPECT_EQ(Heights(chart), (std::vector<int>{0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 0}));
     Show(chart, {.memory = 1000});
     // Of the columns 1 to 9 four stay at 1 to 4, and the new one is the fifth.
-    EXPECT_EQ(chart.Column(), 5);
+    EXPECT_EQ(chart.Picture().Column(), 5);
     EXPECT_EQ(Heights(chart), (std::vector<int>{0, 5, 6, 7, 8, 9, 0, 0, 0, 0, 0}));
 }
 
@@ -199,7 +199,7 @@ TEST(ChartPictureTest, ScrollingInsideABorder)
     ChartView chart(&archive);
     AddSources(chart, 1);
     ShowStairs(chart, 9);
-    EXPECT_EQ(chart.Column(), 9);
+    EXPECT_EQ(chart.Picture().Column(), 9);
     EXPECT_EQ(Heights(chart), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 0}));
 }
 
@@ -210,7 +210,7 @@ TEST(ChartPictureTest, ABorderOnAFullScrollingChartKeepsTheNewestColumnInSight)
     ShowStairs(*chart, 9);
     chart->SetShowBorder(true);
     Show(*chart, {.memory = 1000});
-    EXPECT_EQ(chart->Column(), 7);
+    EXPECT_EQ(chart->Picture().Column(), 7);
     EXPECT_NE(Heights(*chart)[7], 0);
 }
 
@@ -222,7 +222,7 @@ TEST(ChartPictureTest, ALineGoesOnAfterAWrap)
         for (int i = 0; i < 10; i++)
             Show(*chart, {.memory = 500});
         std::vector<int> heights = Heights(*chart);
-        const auto drawn = static_cast<size_t>(chart->Column()) + 1;
+        const auto drawn = static_cast<size_t>(chart->Picture().Column()) + 1;
         EXPECT_EQ(std::count(heights.begin(), heights.begin() + static_cast<ptrdiff_t>(drawn), 1),
                   static_cast<ptrdiff_t>(drawn));
     }
@@ -236,7 +236,7 @@ TEST(ChartPictureTest, RecolouringASourceRecoloursItsHistory)
     chart->SetChartColor({1, 2, 3, 4}, 1);
     EXPECT_EQ(Column(*chart, 0), before);
     EXPECT_NE(before.find('1'), std::string::npos);
-    PixelRows rows(chart->Picture());
+    PixelRows rows(chart->Picture().Bitmap());
     EXPECT_EQ(rows.At(0, static_cast<int32>(before.find('1'))), 0x04010203u);
 }
 
@@ -246,7 +246,7 @@ TEST(ChartPictureTest, RecolouringComparesAlphaToo)
     chart->SetChartColor({100, 100, 220, 255}, 1);
     Show(*chart, {.memory = 1000});
     chart->SetChartColor({9, 9, 9, 9}, 1);
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 9), 0x006464DCu);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 9), 0x006464DCu);
 }
 
 TEST(ChartPictureTest, TheBackgroundIsRecolouredInPlace)
@@ -254,9 +254,9 @@ TEST(ChartPictureTest, TheBackgroundIsRecolouredInPlace)
     const auto chart = SmallChart(5);
     Show(*chart, {.memory = 500});
     chart->SetBackgroundColor({10, 20, 30, 0});
-    EXPECT_EQ(chart->CurrentLowColor(), (rgb_color{10, 20, 30, 0}));
+    EXPECT_EQ(chart->Picture().LowColor(), (rgb_color{10, 20, 30, 0}));
     EXPECT_EQ(Column(*chart, 0), ".....00000");
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), 0x000A141Eu);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), 0x000A141Eu);
     EXPECT_EQ(Column(*chart, 1), "..........");
 }
 
@@ -265,16 +265,16 @@ TEST(ChartPictureTest, TransparencyTakesTheBackgroundsPlace)
     const auto chart = SmallChart(5);
     Show(*chart, {.memory = 500});
     chart->SetTransparent(true);
-    EXPECT_EQ(chart->CurrentLowColor(), B_TRANSPARENT_COLOR);
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(chart->Picture().LowColor(), B_TRANSPARENT_COLOR);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
     EXPECT_EQ(Column(*chart, 0), ".....00000");
 
     // Changes while the chart is hidden take effect when it is shown again.
     chart->SetBackgroundColor({10, 20, 30, 0});
-    EXPECT_EQ(chart->CurrentLowColor(), B_TRANSPARENT_COLOR);
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(chart->Picture().LowColor(), B_TRANSPARENT_COLOR);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), B_TRANSPARENT_MAGIC_RGBA32);
     chart->SetTransparent(false);
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), 0x000A141Eu);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), 0x000A141Eu);
     EXPECT_EQ(Column(*chart, 0), ".....00000");
 }
 
@@ -284,8 +284,8 @@ TEST(ChartPictureTest, ATransparentChartWrapsTransparently)
     chart->SetTransparent(true);
     ShowStairs(*chart, 9);
     Show(*chart, {.memory = 0});
-    EXPECT_EQ(PixelRows(chart->Picture()).At(8, 0), B_TRANSPARENT_MAGIC_RGBA32);
-    EXPECT_EQ(PixelRows(chart->Picture()).At(8, 9), B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(8, 0), B_TRANSPARENT_MAGIC_RGBA32);
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(8, 9), B_TRANSPARENT_MAGIC_RGBA32);
 }
 
 TEST(ChartPictureTest, LockingTakesTheDesktopsColourAndGivesItBack)
@@ -294,15 +294,15 @@ TEST(ChartPictureTest, LockingTakesTheDesktopsColourAndGivesItBack)
     chart->SetBackgroundColor({10, 20, 30, 0});
     Show(*chart, {.memory = 500});
     chart->SetLockBgColor(true);
-    const rgb_color desktop = chart->CurrentLowColor();
-    EXPECT_EQ(PixelColor(PixelRows(chart->Picture()).At(0, 0)), desktop);
+    const rgb_color desktop = chart->Picture().LowColor();
+    EXPECT_EQ(PixelColor(PixelRows(chart->Picture().Bitmap()).At(0, 0)), desktop);
     EXPECT_NE(desktop, (rgb_color{10, 20, 30, 0}));
     // The background is remembered, not shown.
     chart->SetBackgroundColor({1, 1, 1, 0});
-    EXPECT_EQ(chart->CurrentLowColor(), desktop);
+    EXPECT_EQ(chart->Picture().LowColor(), desktop);
     chart->SetLockBgColor(false);
-    EXPECT_EQ(chart->CurrentLowColor(), (rgb_color{1, 1, 1, 0}));
-    EXPECT_EQ(PixelRows(chart->Picture()).At(0, 0), 0x00010101u);
+    EXPECT_EQ(chart->Picture().LowColor(), (rgb_color{1, 1, 1, 0}));
+    EXPECT_EQ(PixelRows(chart->Picture().Bitmap()).At(0, 0), 0x00010101u);
 }
 
 TEST(ChartPictureTest, ATransparentChartIsNotLocked)
@@ -310,8 +310,8 @@ TEST(ChartPictureTest, ATransparentChartIsNotLocked)
     ChartView chart;
     chart.SetTransparent(true);
     chart.SetLockBgColor(true);
-    EXPECT_FALSE(chart.LocksBgColor());
-    EXPECT_EQ(chart.CurrentLowColor(), B_TRANSPARENT_COLOR);
+    EXPECT_FALSE(chart.Settings().lockBgColor);
+    EXPECT_EQ(chart.Picture().LowColor(), B_TRANSPARENT_COLOR);
 }
 
 TEST(ChartPictureTest, ResizingStretchesTheHistory)
@@ -320,22 +320,22 @@ TEST(ChartPictureTest, ResizingStretchesTheHistory)
     Show(*chart, {.memory = 1000});
     Show(*chart, {.memory = 0});
     Show(*chart, {.memory = 1000});
-    EXPECT_EQ(chart->Column(), 2);
+    EXPECT_EQ(chart->Picture().Column(), 2);
     // Four columns become eight, ten rows become twenty.
     chart->ResizeTo(7, 19);
     EXPECT_EQ(Heights(*chart), (std::vector<int>{18, 18, 2, 2, 18, 18, 0, 0}));
-    EXPECT_EQ(chart->Column(), 4);
+    EXPECT_EQ(chart->Picture().Column(), 4);
     chart->ResizeTo(3, 9);
     EXPECT_EQ(Heights(*chart), (std::vector<int>{9, 1, 9, 0}));
-    EXPECT_EQ(chart->Column(), 1);
+    EXPECT_EQ(chart->Picture().Column(), 1);
 }
 
 TEST(ChartPictureTest, ResizingToTheSameSizeKeepsThePicture)
 {
     const auto chart = SmallChart(5);
-    const BBitmap* picture = chart->Picture();
+    const BBitmap* picture = chart->Picture().Bitmap();
     chart->ResizeTo(5, 9);
-    EXPECT_EQ(chart->Picture(), picture);
+    EXPECT_EQ(chart->Picture().Bitmap(), picture);
 }
 
 TEST(ChartPictureTest, NoSizeIsTooSmall)
@@ -356,10 +356,10 @@ TEST(ChartPictureTest, TheGaugeAndBackLosesTheHistory)
     const auto chart = SmallChart(5);
     Show(*chart, {.memory = 500});
     chart->SetMode(kGaugeMode);
-    EXPECT_EQ(chart->Picture(), nullptr);
+    EXPECT_EQ(chart->Picture().Bitmap(), nullptr);
     chart->SetMode(kChartMode);
     EXPECT_EQ(Heights(*chart), std::vector<int>(6, 0));
-    EXPECT_EQ(chart->Column(), 0);
+    EXPECT_EQ(chart->Picture().Column(), 0);
 }
 
 TEST(ChartPictureTest, TheBordersRowIsFilledWhenItGoes)
@@ -384,12 +384,12 @@ TEST(ChartPictureTest, CalcAAGoesTowardsItsTarget)
 {
     ChartView chart;
     const rgb_color text{216, 216, 216, 0};
-    EXPECT_EQ(chart.CalcAA(text, kAATargetAverage, 0.25f), (rgb_color{91, 91, 136, 0}));
-    EXPECT_EQ(chart.CalcAA(text, kAATargetChart, 0), (rgb_color{100, 100, 220, 0}));
-    EXPECT_EQ(chart.CalcAA(text, kAATargetBackground, 0), (rgb_color{0, 0, 0, 0}));
-    EXPECT_EQ(chart.CalcAA(text, kAATargetBackground, 1), text);
+    EXPECT_EQ(chart.Settings().CalcAA(text, kAATargetAverage, 0.25f), (rgb_color{91, 91, 136, 0}));
+    EXPECT_EQ(chart.Settings().CalcAA(text, kAATargetChart, 0), (rgb_color{100, 100, 220, 0}));
+    EXPECT_EQ(chart.Settings().CalcAA(text, kAATargetBackground, 0), (rgb_color{0, 0, 0, 0}));
+    EXPECT_EQ(chart.Settings().CalcAA(text, kAATargetBackground, 1), text);
     chart.SetBackgroundColor({200, 0, 0, 0});
-    EXPECT_EQ(chart.CalcAA(text, kAATargetAverage, 0), (rgb_color{150, 50, 110, 0}));
+    EXPECT_EQ(chart.Settings().CalcAA(text, kAATargetAverage, 0), (rgb_color{150, 50, 110, 0}));
 }
 
 TEST(ChartPictureTest, TheValueCaptionShowsItsOwnSource)
@@ -401,7 +401,7 @@ TEST(ChartPictureTest, TheValueCaptionShowsItsOwnSource)
     archive.AddMessage("ValueVP", &caption);
     chart.LoadPrefsFrom(&archive);
     Show(chart, {.memory = 500, .teams = 17});
-    EXPECT_STREQ(chart.ValueText(), "17 teams");
+    EXPECT_STREQ(chart.Captions().ValueText(), "17 teams");
 }
 
 TEST(ChartPictureTest, TheValueCaptionChangesAtEveryNthRefresh)
@@ -416,7 +416,7 @@ TEST(ChartPictureTest, TheValueCaptionChangesAtEveryNthRefresh)
     const char* expected[] = {"1 teams", "1 teams", "1 teams", "4 teams", "4 teams"};
     for (int i = 0; i < 5; i++) {
         Show(chart, {.teams = i + 1});
-        EXPECT_STREQ(chart.ValueText(), expected[i]);
+        EXPECT_STREQ(chart.Captions().ValueText(), expected[i]);
     }
 }
 
@@ -445,7 +445,7 @@ TEST(ChartPictureTest, ASmoothedCaptionSeesTheSamplesThatItDoesNotShow)
             SysinfoNode newest(&sample);
             chart.RefreshChart(&sampler, &newest);
         }
-        shown[skip / 2] = chart.ValueText();
+        shown[skip / 2] = chart.Captions().ValueText();
     }
     EXPECT_EQ(shown[0], "50.0 %");
     EXPECT_EQ(shown[1], shown[0]);

@@ -199,22 +199,22 @@ TEST_F(ChartSavingTest, TheHistoryIsAsLongAsThePicture)
     // 21 columns, of which 15 stay when the 22nd comes.
     for (int i = 0; i < 21; i++)
         Show(*chart, {.memory = i});
-    EXPECT_EQ(chart->History().CountRows(), 21);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 21);
     Show(*chart, {.memory = 21});
-    EXPECT_EQ(chart->History().CountRows(), 16);
-    EXPECT_FLOAT_EQ(chart->History().RowAt(15).shares[0], 0.021f);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 16);
+    EXPECT_FLOAT_EQ(chart->Picture().History().RowAt(15).shares[0], 0.021f);
     chart->SetPageSize(1);
     for (int i = 0; i < 40; i++)
         Show(*chart, {.memory = i});
-    EXPECT_EQ(chart->History().CountRows(), 21);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 21);
     chart->SetMode(kGaugeMode);
-    EXPECT_EQ(chart->History().CountRows(), 0);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 0);
     for (int i = 0; i < 40; i++)
         Show(*chart, {.memory = i});
-    EXPECT_EQ(chart->History().CountRows(), 21);
-    EXPECT_FLOAT_EQ(chart->History().RowAt(20).shares[0], 0.039f);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 21);
+    EXPECT_FLOAT_EQ(chart->Picture().History().RowAt(20).shares[0], 0.039f);
     chart->ResizeTo(9, 30);
-    EXPECT_EQ(chart->History().CountRows(), 10);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 10);
     chart->RemoveValueProvider(-1);
-    EXPECT_EQ(chart->History().CountRows(), 0);
+    EXPECT_EQ(chart->Picture().History().CountRows(), 0);
 }

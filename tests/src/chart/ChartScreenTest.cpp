@@ -30,11 +30,11 @@ protected:
         std::string letters;
         for (int32 y = 0; y <= chart->Bounds().bottom; y++) {
             const uint32 word = Shown(x, y);
-            char letter = word == Word(chart->CurrentLowColor()) ? '.' : '?';
+            char letter = word == Word(chart->Picture().LowColor()) ? '.' : '?';
             for (int32 i = 0; i < kMaxSources; i++)
                 if (word == Word(chart->ChartColor(i)))
                     letter = static_cast<char>('0' + i);
-            if (chart->ShowsBorder() && word == Word(chart->BorderColor()))
+            if (chart->Settings().showBorder && word == Word(chart->Settings().borderColor))
                 letter = '#';
             letters.push_back(letter);
         }
@@ -159,7 +159,7 @@ TEST_F(ChartScreenTest, TheLockFollowsTheDesktopAtTheNextSample)
     archive.AddBool("LockBgColor", true);
     chart->LoadPrefsFrom(&archive);
     const rgb_color desktop = BScreen(window).DesktopColor();
-    EXPECT_EQ(chart->CurrentLowColor(), desktop);
+    EXPECT_EQ(chart->Picture().LowColor(), desktop);
     ExpectUpToDate();
     EXPECT_EQ(Shown(15, 2), Word(desktop));
 }
@@ -243,10 +243,11 @@ TEST_F(ChartScreenTest, ATitleIsBlendedFromItsAntialiasingColour)
     chart->SetTitleAAValue(0.5f);
     chart->SetTitle("Title");
     chart->SetShowTitle(true);
-    const BRect rect = chart->TitleRect();
+    const BRect rect = chart->Captions().Title().drawn;
     ASSERT_TRUE(rect.IsValid());
-    EXPECT_EQ(rect.LeftTop(), BPoint(chart->TitleCoord().x,
-                                     chart->TitleCoord().y - (rect.Height() - (rect.bottom - chart->TitleCoord().y))));
+    EXPECT_EQ(rect.LeftTop(), BPoint(chart->Settings().title.where.x,
+                                     chart->Settings().title.where.y -
+                                         (rect.Height() - (rect.bottom - chart->Settings().title.where.y))));
     // Coverage 0 leaves the background, 1 gives the colour itself, and anything between gives between half of the
     // colour and all of it.
     const std::set<uint32> colors = ColorsIn(rect);
@@ -267,12 +268,12 @@ TEST_F(ChartScreenTest, WithoutAntialiasingATitleHasOneColour)
     chart->SetTitleColor({255, 0, 0, 0});
     chart->SetTitle("Title");
     chart->SetShowTitle(true);
-    EXPECT_GT(ColorsIn(chart->TitleRect()).size(), 2u);
+    EXPECT_GT(ColorsIn(chart->Captions().Title().drawn).size(), 2u);
     chart->SetTitleAAValue(0);
-    EXPECT_EQ(ColorsIn(chart->TitleRect()), (std::set<uint32>{0x000000, 0xFF0000}));
-    EXPECT_TRUE(chart->TitleFont().Flags() & B_DISABLE_ANTIALIASING);
+    EXPECT_EQ(ColorsIn(chart->Captions().Title().drawn), (std::set<uint32>{0x000000, 0xFF0000}));
+    EXPECT_TRUE(chart->Settings().title.font.Flags() & B_DISABLE_ANTIALIASING);
     chart->SetTitleAAValue(1);
-    EXPECT_FALSE(chart->TitleFont().Flags() & B_DISABLE_ANTIALIASING);
+    EXPECT_FALSE(chart->Settings().title.font.Flags() & B_DISABLE_ANTIALIASING);
 }
 
 TEST_F(ChartScreenTest, HidingACaptionErasesIt)
@@ -283,7 +284,7 @@ TEST_F(ChartScreenTest, HidingACaptionErasesIt)
     EXPECT_NE(test::PixelsOf(chart), before);
     chart->SetShowTitle(false);
     EXPECT_EQ(test::PixelsOf(chart), before);
-    EXPECT_FALSE(chart->TitleRect().IsValid());
+    EXPECT_FALSE(chart->Captions().Title().drawn.IsValid());
 }
 
 TEST_F(ChartScreenTest, AnotherTitleTakesTheFirstOnesPlace)
@@ -336,15 +337,15 @@ TEST_F(ChartScreenTest, ACaptionIsHeldInsideTheChart)
     AddChart(200, 39);
     chart->SetTitle("Title");
     chart->SetShowTitle(true);
-    const float width = chart->TitleRect().Width();
+    const float width = chart->Captions().Title().drawn.Width();
     chart->TrackTitle(BPoint(500, 500));
-    EXPECT_EQ(chart->TitleCoord().x, 200 - width - 1);
-    EXPECT_EQ(chart->TitleRect().bottom, 38);
+    EXPECT_EQ(chart->Settings().title.where.x, 200 - width - 1);
+    EXPECT_EQ(chart->Captions().Title().drawn.bottom, 38);
     chart->TrackTitle(BPoint(-500, -500));
-    EXPECT_EQ(chart->TitleRect().LeftTop(), BPoint(1, 1));
+    EXPECT_EQ(chart->Captions().Title().drawn.LeftTop(), BPoint(1, 1));
     chart->TrackTitle(BPoint(500, 20));
     chart->ResizeTo(100, 39);
-    EXPECT_EQ(chart->TitleCoord().x, 100 - width - 1);
+    EXPECT_EQ(chart->Settings().title.where.x, 100 - width - 1);
     ExpectUpToDate();
 }
 
@@ -354,11 +355,11 @@ TEST_F(ChartScreenTest, AnotherFontStaysInsideTheChart)
     chart->SetTitle("Title");
     chart->SetShowTitle(true);
     chart->TrackTitle(BPoint(500, 500));
-    FFont font(chart->TitleFont());
+    FFont font(chart->Settings().title.font);
     font.SetSize(24);
     chart->SetTitleFont(&font);
-    EXPECT_EQ(chart->TitleRect().right, 199);
-    EXPECT_EQ(chart->TitleRect().bottom, 38);
+    EXPECT_EQ(chart->Captions().Title().drawn.right, 199);
+    EXPECT_EQ(chart->Captions().Title().drawn.bottom, 38);
     ExpectUpToDate();
 }
 
@@ -377,7 +378,7 @@ TEST_F(ChartScreenTest, SettingsThatAreDroppedShowAtOnce)
     other.SavePrefsTo(&settings);
     test::Drop(chart, settings, BPoint(20, 20));
     EXPECT_STREQ(chart->Title(), "Dropped");
-    EXPECT_TRUE(chart->TitleRect().IsValid());
+    EXPECT_TRUE(chart->Captions().Title().drawn.IsValid());
     EXPECT_EQ(ShownColumn(200), std::string(40, '#'));
     ExpectUpToDate();
 }

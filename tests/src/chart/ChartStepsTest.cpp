@@ -255,20 +255,19 @@ TEST(ChartBandTest, AHolderWithoutRoomGivesNoNegativeHeight)
 TEST(SkipCounterTest, LetsEveryNthThrough)
 {
     SkipCounter counter;
-    EXPECT_TRUE(counter.Step());
-    EXPECT_TRUE(counter.Step());
-    counter.skip = 2;
-    EXPECT_FALSE(counter.Step());
-    EXPECT_FALSE(counter.Step());
-    EXPECT_TRUE(counter.Step());
-    EXPECT_FALSE(counter.Step());
+    EXPECT_TRUE(counter.Step(0));
+    EXPECT_TRUE(counter.Step(0));
+    EXPECT_FALSE(counter.Step(2));
+    EXPECT_FALSE(counter.Step(2));
+    EXPECT_TRUE(counter.Step(2));
+    EXPECT_FALSE(counter.Step(2));
 }
 
 TEST(SkipCounterTest, ACounterThatIsLoadedWithTheSkipGoesThroughAtOnce)
 {
-    SkipCounter counter{5, 5};
-    EXPECT_TRUE(counter.Step());
-    EXPECT_FALSE(counter.Step());
+    SkipCounter counter{5};
+    EXPECT_TRUE(counter.Step(5));
+    EXPECT_FALSE(counter.Step(5));
 }
 
 TEST(RefreshThrottleTest, LetsNothingThroughForTwentyMilliseconds)

@@ -7,6 +7,7 @@
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
+#include "src/pages/ChartPreferences.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
@@ -90,7 +91,7 @@ inline void Show(ChartView& chart, const Shares& shares)
     SysinfoNode node(&message);
     ASSERT_EQ(sampler.InitCheck(), B_OK);
     ASSERT_EQ(node.InitCheck(), B_OK);
-    if (chart.Mode() == kChartMode)
+    if (chart.Settings().mode == kChartMode)
         chart.RefreshChart(&sampler, &node);
     else
         chart.RefreshGauge(&sampler, &node);
@@ -109,11 +110,11 @@ inline void AddSources(ChartView& chart, int32 count)
 /// colour to which the chart is cleared, '?' for anything else.
 inline std::string Column(const ChartView& chart, int32 x)
 {
-    PixelRows rows(chart.Picture());
+    PixelRows rows(chart.Picture().Bitmap());
     std::string letters;
     for (int32 y = 0; y < rows.Height(); y++) {
         const rgb_color color = PixelColor(rows.At(x, y));
-        char letter = color == chart.CurrentLowColor() ? '.' : '?';
+        char letter = color == chart.Picture().LowColor() ? '.' : '?';
         for (int32 i = 0; i < kMaxSources; i++)
             if (color == chart.ChartColor(i))
                 letter = static_cast<char>('0' + i);
@@ -126,7 +127,7 @@ inline std::string Column(const ChartView& chart, int32 x)
 inline std::vector<int> Heights(const ChartView& chart)
 {
     std::vector<int> heights;
-    for (int32 x = 0; x < PixelRows(chart.Picture()).Width(); x++) {
+    for (int32 x = 0; x < PixelRows(chart.Picture().Bitmap()).Width(); x++) {
         const std::string column = Column(chart, x);
         heights.push_back(
             static_cast<int>(column.size() - static_cast<size_t>(std::count(column.begin(), column.end(), '.'))));
@@ -150,6 +151,7 @@ class ChartWindowTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        UseChartPreferences();
         application = new RecordingLooper();
         be_app_messenger = BMessenger(application);
         window = new BWindow(kTestWindow, "Test", B_TITLED_WINDOW, 0);

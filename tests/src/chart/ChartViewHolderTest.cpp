@@ -217,7 +217,7 @@ TEST(ChartViewHolderTest, AFrameFromAFileIsNotAllocated)
     }
     ChartViewHolder holder(&archive);
     EXPECT_EQ(holder.CountCharts(), 50);
-    EXPECT_LE(holder.ChartAt(0)->Picture()->BitsLength(), 101 * 101 * 4);
+    EXPECT_LE(holder.ChartAt(0)->Picture().Bitmap()->BitsLength(), 101 * 101 * 4);
 }
 
 TEST(ChartViewHolderTest, WhatIsNoWishIsNotPassedOn)
@@ -236,7 +236,7 @@ TEST(ChartViewHolderTest, WhatIsNoWishIsNotPassedOn)
     envelope.AddPointer("CView", holder.ChartAt(0));
     holder.MessageReceived(&envelope);
     for (int32 i = 0; i < 3; i++)
-        EXPECT_EQ(holder.ChartAt(i)->Column(), 0);
+        EXPECT_EQ(holder.ChartAt(i)->Picture().Column(), 0);
 }
 
 class EmptyHolderTest : public ChartWindowTest {

@@ -401,10 +401,10 @@ TEST_F(DesktopAppTest, AChartIsMovedAndResizedByKeyboard)
         // A selected caption has precedence.
         auto* chart = dynamic_cast<ChartView*>(window->ChildAt(0));
         chart->ResizeTo(200, 80);
-        const BPoint before = chart->TitleCoord();
+        const BPoint before = chart->Settings().title.where;
         test::Key(window, B_ENTER);
         test::Key(window, B_RIGHT_ARROW);
-        EXPECT_NE(chart->TitleCoord(), before);
+        EXPECT_NE(chart->Settings().title.where, before);
         EXPECT_EQ(window->Frame().LeftTop(), BPoint(110, 121));
     });
 }

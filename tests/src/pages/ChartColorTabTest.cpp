@@ -132,10 +132,10 @@ TEST_F(ChartColorTabTest, EachTargetHasItsColor)
     ShowPage();
     const std::pair<const char*, rgb_color (*)(const ChartView&)> targets[] = {
         {"Chart", [](const ChartView& view) { return view.ChartColor(0); }},
-        {"Background", [](const ChartView& view) { return view.BackgroundColor(); }},
-        {"Border", [](const ChartView& view) { return view.BorderColor(); }},
-        {"Value", [](const ChartView& view) { return view.ValueColor(); }},
-        {"Title", [](const ChartView& view) { return view.TitleColor(); }},
+        {"Background", [](const ChartView& view) { return view.Settings().backgroundColor; }},
+        {"Border", [](const ChartView& view) { return view.Settings().borderColor; }},
+        {"Value", [](const ChartView& view) { return view.Settings().value.color; }},
+        {"Title", [](const ChartView& view) { return view.Settings().title.color; }},
     };
     uint8 number = 0;
     for (const auto& [label, color] : targets) {
@@ -185,20 +185,20 @@ TEST_F(ChartColorTabTest, AntialiasingOfTheTarget)
     ShowPage();
     ChooseTarget("Value");
     Use(fAA, 40);
-    EXPECT_EQ(chart->ValueAAValue(), 0.4f);
-    EXPECT_EQ(chart->TitleAAValue(), 0.25f);
+    EXPECT_EQ(chart->Settings().value.aaValue, 0.4f);
+    EXPECT_EQ(chart->Settings().title.aaValue, 0.25f);
     EXPECT_STREQ(fAA->Label(), "Antialiasing 40 %");
     Choose(Item(fAATarget, "Background"));
-    EXPECT_EQ(chart->ValueAATarget(), 2);
-    EXPECT_EQ(chart->TitleAATarget(), 3);
+    EXPECT_EQ(chart->Settings().value.aaTarget, 2);
+    EXPECT_EQ(chart->Settings().title.aaTarget, 3);
     ChooseTarget("Title");
     Use(fAA, 100);
-    EXPECT_EQ(chart->TitleAAValue(), 1.0f);
+    EXPECT_EQ(chart->Settings().title.aaValue, 1.0f);
     Choose(Item(fAATarget, "Chart"));
-    EXPECT_EQ(chart->TitleAATarget(), 1);
+    EXPECT_EQ(chart->Settings().title.aaTarget, 1);
     Choose(Item(fAATarget, "Average"));
-    EXPECT_EQ(chart->TitleAATarget(), 3);
-    EXPECT_EQ(chart->ValueAATarget(), 2);
+    EXPECT_EQ(chart->Settings().title.aaTarget, 3);
+    EXPECT_EQ(chart->Settings().value.aaTarget, 2);
 }
 
 TEST_F(ChartColorTabTest, WithAnotherTargetAntialiasingChangesNothing)
@@ -218,9 +218,9 @@ TEST_F(ChartColorTabTest, TransparentBackground)
 {
     ShowPage();
     Use(fTransparent, B_CONTROL_ON);
-    EXPECT_TRUE(chart->IsTransparent());
+    EXPECT_TRUE(chart->Settings().transparent);
     Use(fTransparent, B_CONTROL_OFF);
-    EXPECT_FALSE(chart->IsTransparent());
+    EXPECT_FALSE(chart->Settings().transparent);
     chart->SetTransparent(true);
     fPage->GetState();
     EXPECT_EQ(fTransparent->Value(), B_CONTROL_ON);
@@ -232,7 +232,7 @@ TEST_F(ChartColorTabTest, PickDesktopGivesItsColorToTheTarget)
     ChooseTarget("Background");
     PressPick(1000000);
     EXPECT_EQ(fColors->ValueAsColor(), kDesktop);
-    EXPECT_EQ(chart->BackgroundColor(), kDesktop);
+    EXPECT_EQ(chart->Settings().backgroundColor, kDesktop);
     EXPECT_EQ(OpenAlert(), nullptr);
 }
 
@@ -281,7 +281,7 @@ TEST_F(ChartColorTabTest, TestOnDesktop)
     PickColor({1, 2, 3, 255});
     EXPECT_EQ(BScreen().DesktopColor(), (rgb_color{1, 2, 3, 255}));
     ChooseTarget("Title");
-    EXPECT_TRUE(SameRGB(BScreen().DesktopColor(), chart->TitleColor()));
+    EXPECT_TRUE(SameRGB(BScreen().DesktopColor(), chart->Settings().title.color));
     Use(fTest, B_CONTROL_OFF);
     EXPECT_EQ(BScreen().DesktopColor(), kDesktop);
 }
@@ -333,7 +333,7 @@ TEST_F(ChartColorTabTest, AntialiasingSetToNothingIsNotPutBack)
     ChooseTarget("Title");
     Use(fAA, 60);
     fPage->Revert();
-    EXPECT_EQ(chart->TitleAAValue(), 0.6f);
+    EXPECT_EQ(chart->Settings().title.aaValue, 0.6f);
 }
 
 TEST_F(ChartColorTabTest, ADragCarriesTheColors)

@@ -113,7 +113,7 @@ TEST_F(ChartFontsTabTest, ListsTheFontsOfThisMachine)
 
 TEST_F(ChartFontsTabTest, BeginsWithTheFontOfTheValue)
 {
-    FFont font(chart->ValueFont());
+    FFont font(chart->Settings().value.font);
     font.SetSize(33);
     chart->SetValueFont(&font);
     ShowPage();
@@ -139,34 +139,34 @@ TEST_F(ChartFontsTabTest, WithATargetEveryChoiceAppliesAtOnce)
     Choose(Item(fTarget, "Title"));
     EXPECT_TRUE(ChartSettings().HasSameData(before));
     Use(fSize, 22);
-    EXPECT_EQ(chart->TitleFont().Size(), 22);
-    EXPECT_EQ(chart->ValueFont().Size(), 15);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 22);
+    EXPECT_EQ(chart->Settings().value.font.Size(), 15);
     Pick(fFamilies, fFamilies->CountItems() - 1);
-    EXPECT_EQ(FamilyOf(chart->TitleFont()), fFamilies->ItemAt(fFamilies->CountItems() - 1)->Text());
+    EXPECT_EQ(FamilyOf(chart->Settings().title.font), fFamilies->ItemAt(fFamilies->CountItems() - 1)->Text());
     ASSERT_GT(fStyles->CountItems(), 0);
-    EXPECT_EQ(StyleOf(chart->TitleFont()), Selected(fStyles));
+    EXPECT_EQ(StyleOf(chart->Settings().title.font), Selected(fStyles));
     Pick(fStyles, fStyles->CountItems() - 1);
-    EXPECT_EQ(StyleOf(chart->TitleFont()), fStyles->ItemAt(fStyles->CountItems() - 1)->Text());
+    EXPECT_EQ(StyleOf(chart->Settings().title.font), fStyles->ItemAt(fStyles->CountItems() - 1)->Text());
 
     Choose(Item(fTarget, "Value"));
     EXPECT_EQ(fSize->Value(), 15);
     Use(fSize, 8);
-    EXPECT_EQ(chart->ValueFont().Size(), 8);
-    EXPECT_EQ(chart->TitleFont().Size(), 22);
+    EXPECT_EQ(chart->Settings().value.font.Size(), 8);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 22);
 }
 
 TEST_F(ChartFontsTabTest, OtherPropertiesOfTheCaptionStay)
 {
-    FFont font(chart->TitleFont());
+    FFont font(chart->Settings().title.font);
     font.SetRotation(10);
     font.SetFlags(B_DISABLE_ANTIALIASING);
     chart->SetTitleFont(&font);
     ShowPage();
     Choose(Item(fTarget, "Title"));
     Use(fSize, 22);
-    EXPECT_EQ(chart->TitleFont().Rotation(), 10);
-    EXPECT_EQ(chart->TitleFont().Flags(), uint32(B_DISABLE_ANTIALIASING));
-    EXPECT_EQ(chart->TitleFont().Mask(), 255u);
+    EXPECT_EQ(chart->Settings().title.font.Rotation(), 10);
+    EXPECT_EQ(chart->Settings().title.font.Flags(), uint32(B_DISABLE_ANTIALIASING));
+    EXPECT_EQ(chart->Settings().title.font.Mask(), 255u);
 }
 
 TEST_F(ChartFontsTabTest, RevertPutsBothFontsBack)
@@ -186,7 +186,7 @@ TEST_F(ChartFontsTabTest, RevertPutsBothFontsBack)
 
 TEST_F(ChartFontsTabTest, AfterARevertThePageShowsTheFontOfTheChart)
 {
-    FFont font(chart->TitleFont());
+    FFont font(chart->Settings().title.font);
     font.SetSize(21);
     chart->SetTitleFont(&font);
     ShowPage();
@@ -239,18 +239,18 @@ TEST_F(ChartFontsTabTest, AnotherFamilyKeepsTheStyleIfItHasIt)
         GTEST_SKIP() << "the families are not installed";
     Choose(Item(fTarget, "Title"));
     Pick(fFamilies, sans);
-    EXPECT_EQ(StyleOf(chart->TitleFont()), "Book") << "from the default font, which has no style";
+    EXPECT_EQ(StyleOf(chart->Settings().title.font), "Book") << "from the default font, which has no style";
     Pick(fStyles, RowOf(fStyles, "Bold"));
     Pick(fFamilies, mono);
-    EXPECT_EQ(FamilyOf(chart->TitleFont()), "DejaVu Sans Mono");
-    EXPECT_EQ(StyleOf(chart->TitleFont()), "Bold");
+    EXPECT_EQ(FamilyOf(chart->Settings().title.font), "DejaVu Sans Mono");
+    EXPECT_EQ(StyleOf(chart->Settings().title.font), "Bold");
     EXPECT_EQ(Selected(fStyles), "Bold");
     // One of them has no oblique style.
     const int32 oblique = RowOf(fStyles, "Bold Oblique");
     if (oblique >= 0) {
         Pick(fStyles, oblique);
         Pick(fFamilies, serif);
-        EXPECT_EQ(StyleOf(chart->TitleFont()), RowOf(fStyles, "Bold Oblique") >= 0 ? "Bold Oblique" : "Book");
+        EXPECT_EQ(StyleOf(chart->Settings().title.font), RowOf(fStyles, "Bold Oblique") >= 0 ? "Bold Oblique" : "Book");
     }
 }
 
@@ -260,7 +260,7 @@ TEST_F(ChartFontsTabTest, TheFontOfTheChartIsSelectedAndShows)
     ASSERT_EQ(get_font_family(count_font_families() - 1, &family), B_OK);
     font_style style;
     ASSERT_EQ(get_font_style(family, count_font_styles(family) - 1, &style), B_OK);
-    FFont font(chart->TitleFont());
+    FFont font(chart->Settings().title.font);
     font.SetFamilyAndStyle(family, style);
     chart->SetTitleFont(&font);
     ShowPage();
@@ -287,7 +287,7 @@ TEST_F(ChartFontsTabTest, TheSizeIsANumberToo)
     Use(fNumber, 37);
     EXPECT_EQ(fSize->Value(), 37);
     EXPECT_STREQ(fSize->Label(), "Size 37");
-    EXPECT_EQ(chart->TitleFont().Size(), 37);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 37);
 }
 
 TEST_F(ChartFontsTabTest, TheSampleIsAsTallAsTheSizeRequires)
@@ -300,7 +300,7 @@ TEST_F(ChartFontsTabTest, TheSampleIsAsTallAsTheSizeRequires)
         Use(fSize, size);
         test::Turn();
         font_height height;
-        FFont font(chart->TitleFont());
+        FFont font(chart->Settings().title.font);
         EXPECT_EQ(font.Size(), size);
         font.GetHeight(&height);
         EXPECT_GE(fSample->Bounds().Height() + 1, height.ascent + height.descent) << size;
@@ -366,11 +366,11 @@ TEST_F(ChartFontsTabTest, TheSampleIsDraggedOntoCaptions)
     EXPECT_EQ(font.Mask(), uint32(FFont::kFamilyAndStyle | FFont::kSize));
     EXPECT_EQ(FamilyOf(font), fFamilies->ItemAt(0)->Text());
 
-    const BRect title = chart->TitleRect();
+    const BRect title = chart->Captions().Title().drawn;
     ASSERT_TRUE(title.IsValid());
     test::Drop(chart, drag->message, BPoint(title.left + 2, title.top + 2));
-    EXPECT_EQ(chart->TitleFont().Size(), 19);
-    EXPECT_EQ(chart->ValueFont().Size(), 15);
+    EXPECT_EQ(chart->Settings().title.font.Size(), 19);
+    EXPECT_EQ(chart->Settings().value.font.Size(), 15);
 }
 
 TEST_F(ChartFontsTabTest, TheSampleIsCopiedByKeyboard)

@@ -111,25 +111,25 @@ TEST_F(ChartGeneralTabTest, PickingAType)
     chart->SetMode(kGaugeMode);
     ShowPage();
     Choose(Types()->FindItem("Line"));
-    EXPECT_EQ(chart->Mode(), kChartMode);
-    EXPECT_EQ(chart->ChartType(), kLineChart);
+    EXPECT_EQ(chart->Settings().mode, kChartMode);
+    EXPECT_EQ(chart->Settings().chartType, kLineChart);
     EXPECT_STREQ(Marked(fMode->Menu()), "Chart");
     EXPECT_STREQ(Marked(Types()), "Line");
     Choose(Types()->FindItem("Point"));
-    EXPECT_EQ(chart->ChartType(), kPointChart);
+    EXPECT_EQ(chart->Settings().chartType, kPointChart);
     Choose(Types()->FindItem("Solid"));
-    EXPECT_EQ(chart->ChartType(), kSolidChart);
+    EXPECT_EQ(chart->Settings().chartType, kSolidChart);
 }
 
 TEST_F(ChartGeneralTabTest, PickingAnOrientation)
 {
     ShowPage();
     Choose(Orientations()->FindItem("Vertical"));
-    EXPECT_EQ(chart->Mode(), kGaugeMode);
-    EXPECT_TRUE(chart->IsVertical());
+    EXPECT_EQ(chart->Settings().mode, kGaugeMode);
+    EXPECT_TRUE(chart->Settings().vertical);
     EXPECT_STREQ(Marked(fMode->Menu()), "Gauge");
     Choose(Orientations()->FindItem("Horizontal"));
-    EXPECT_FALSE(chart->IsVertical());
+    EXPECT_FALSE(chart->Settings().vertical);
 }
 
 TEST_F(ChartGeneralTabTest, PickingAModeItselfKeepsTypeAndOrientation)
@@ -138,25 +138,25 @@ TEST_F(ChartGeneralTabTest, PickingAModeItselfKeepsTypeAndOrientation)
     chart->SetVertical(true);
     ShowPage();
     Choose(fMode->Menu()->ItemAt(1));
-    EXPECT_EQ(chart->Mode(), kGaugeMode);
-    EXPECT_TRUE(chart->IsVertical());
+    EXPECT_EQ(chart->Settings().mode, kGaugeMode);
+    EXPECT_TRUE(chart->Settings().vertical);
     Choose(fMode->Menu()->ItemAt(0));
-    EXPECT_EQ(chart->Mode(), kChartMode);
-    EXPECT_EQ(chart->ChartType(), kLineChart);
+    EXPECT_EQ(chart->Settings().mode, kChartMode);
+    EXPECT_EQ(chart->Settings().chartType, kLineChart);
 }
 
 TEST_F(ChartGeneralTabTest, PageSize)
 {
     ShowPage();
     Use(fPageSize, 30);
-    EXPECT_EQ(chart->PageSize(), 0.3f);
+    EXPECT_EQ(chart->Settings().pageSize, 0.3f);
     // Spelled differently than when the page opens.
     EXPECT_STREQ(fPageSize->Label(), "PageSize 30 %");
     Use(fPageSize, 100);
-    EXPECT_EQ(chart->PageSize(), 1.0f);
+    EXPECT_EQ(chart->Settings().pageSize, 1.0f);
     EXPECT_STREQ(fPageSize->Label(), "PageSize 100 %");
     Use(fPageSize, 0);
-    EXPECT_EQ(chart->PageSize(), 0.0f);
+    EXPECT_EQ(chart->Settings().pageSize, 0.0f);
     fPage->GetState();
     EXPECT_STREQ(fPageSize->Label(), "Page size 0 %");
 }
@@ -171,7 +171,7 @@ TEST_F(ChartGeneralTabTest, RefreshSkipAndItsLabels)
     };
     for (const auto& [value, label] : expected) {
         Use(fRefresh, value);
-        EXPECT_EQ(chart->SkipValue(), value);
+        EXPECT_EQ(chart->Settings().skip, value);
         EXPECT_STREQ(fRefresh->Label(), label);
     }
 }
@@ -186,7 +186,7 @@ TEST_F(ChartGeneralTabTest, ValueSkipAndItsLabels)
     };
     for (const auto& [value, label] : expected) {
         Use(fValue, value);
-        EXPECT_EQ(chart->ValueSkipValue(), value);
+        EXPECT_EQ(chart->Settings().valueSkip, value);
         EXPECT_STREQ(fValue->Label(), label);
     }
 }
@@ -198,7 +198,7 @@ TEST_F(ChartGeneralTabTest, EveryStepOfASkipIsReachedExactly)
         fRefresh->SetValue(value);
         BMessage message(MSG_REFRESH_SKIP);
         fPage->MessageReceived(&message);
-        EXPECT_EQ(chart->SkipValue(), value);
+        EXPECT_EQ(chart->Settings().skip, value);
     }
 }
 
@@ -207,33 +207,33 @@ TEST_F(ChartGeneralTabTest, OpeningItRaisesBothSkipsByOne)
     chart->SetSkipValue(0);
     chart->SetValueSkipValue(7);
     ShowPage();
-    EXPECT_EQ(chart->SkipValue(), 1);
+    EXPECT_EQ(chart->Settings().skip, 1);
     EXPECT_STREQ(fRefresh->Label(), "Refresh at every 2nd sysinfo sample");
-    EXPECT_EQ(chart->ValueSkipValue(), 8);
+    EXPECT_EQ(chart->Settings().valueSkip, 8);
 }
 
 TEST_F(ChartGeneralTabTest, TheLargestSkipStays)
 {
     chart->SetSkipValue(50);
     ShowPage();
-    EXPECT_EQ(chart->SkipValue(), 50);
+    EXPECT_EQ(chart->Settings().skip, 50);
 }
 
 TEST_F(ChartGeneralTabTest, CheckBoxes)
 {
     ShowPage();
     Use(Box("Show Value"), B_CONTROL_ON);
-    EXPECT_TRUE(chart->ShowsValue());
+    EXPECT_TRUE(chart->Settings().value.shown);
     Use(Box("Show Title"), B_CONTROL_ON);
-    EXPECT_TRUE(chart->ShowsTitle());
+    EXPECT_TRUE(chart->Settings().title.shown);
     Use(Box("Draw Border"), B_CONTROL_ON);
-    EXPECT_TRUE(chart->ShowsBorder());
+    EXPECT_TRUE(chart->Settings().showBorder);
     Use(Box("BgColor = Desktop"), B_CONTROL_ON);
-    EXPECT_TRUE(chart->LocksBgColor());
+    EXPECT_TRUE(chart->Settings().lockBgColor);
     Use(Box("Show Value"), B_CONTROL_OFF);
-    EXPECT_FALSE(chart->ShowsValue());
+    EXPECT_FALSE(chart->Settings().value.shown);
     Use(Box("BgColor = Desktop"), B_CONTROL_OFF);
-    EXPECT_FALSE(chart->LocksBgColor());
+    EXPECT_FALSE(chart->Settings().lockBgColor);
 }
 
 TEST_F(ChartGeneralTabTest, EveryKeystrokeRenamesTheChart)
@@ -266,10 +266,10 @@ TEST_F(ChartGeneralTabTest, TheButtonThenRaisesTheSkipsAgain)
 {
     chart->SetSkipValue(4);
     ShowPage();
-    EXPECT_EQ(chart->SkipValue(), 5);
+    EXPECT_EQ(chart->Settings().skip, 5);
     Use(fRefresh, 30);
     Post(MSG_PREFS_REVERT);
-    EXPECT_EQ(chart->SkipValue(), 5);
+    EXPECT_EQ(chart->Settings().skip, 5);
     EXPECT_EQ(fRefresh->Value(), 5);
 }
 

@@ -63,7 +63,7 @@ protected:
         chart->SetTitleAAValue(0.9f);
         chart->SetValueAATarget(1);
         chart->RemoveValueProvider(0);
-        FFont font(chart->TitleFont());
+        FFont font(chart->Settings().title.font);
         font.SetSize(30);
         chart->SetTitleFont(&font);
     }
@@ -113,8 +113,8 @@ TEST_F(PagesTogetherTest, OpeningChangesNothingButTheSkips)
     const BMessage before = ChartSettings();
     ShowAll();
     EXPECT_EQ(Differences(before, ChartSettings()), (Names{"SkipValue", "ValueSkipValue"}));
-    EXPECT_EQ(chart->SkipValue(), 1);
-    EXPECT_EQ(chart->ValueSkipValue(), 1);
+    EXPECT_EQ(chart->Settings().skip, 1);
+    EXPECT_EQ(chart->Settings().valueSkip, 1);
 }
 
 TEST_F(PagesTogetherTest, RevertAllBringsBackAllButTheSkips)
@@ -126,7 +126,7 @@ TEST_F(PagesTogetherTest, RevertAllBringsBackAllButTheSkips)
     Post(MSG_PREFS_REVERT_ALL);
     // Filling the controls again raises these two.
     EXPECT_EQ(Differences(before, ChartSettings()), (Names{"SkipValue", "ValueSkipValue"}));
-    EXPECT_EQ(chart->SkipValue(), 1);
+    EXPECT_EQ(chart->Settings().skip, 1);
 }
 
 TEST_F(PagesTogetherTest, RevertAllWithAnotherPageInFrontBringsBackAll)
@@ -157,7 +157,7 @@ TEST_F(PagesTogetherTest, RevertBringsBackOnlyThePageInFront)
     ChangeAll();
     Post(MSG_PREFS_REVERT);
     EXPECT_STREQ(chart->Title(), "after");
-    EXPECT_EQ(chart->TitleColor(), (rgb_color{216, 216, 216, 0}));
+    EXPECT_EQ(chart->Settings().title.color, (rgb_color{216, 216, 216, 0}));
     EXPECT_EQ(chart->CountValueProviders(), 1);
 }
 

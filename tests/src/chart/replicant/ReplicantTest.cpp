@@ -82,18 +82,18 @@ protected:
 
     bool AwaitPhase(Phase phase)
     {
-        return test::WaitFor([this, phase] { return chart->Connection()->Phase() == phase; });
+        return test::WaitFor([this, phase] { return chart->Connection().Server()->Phase() == phase; });
     }
 
     /// Returns whether samples come and are drawn.
     bool AwaitColumn()
     {
-        const float before = chart->Column();
+        const float before = chart->Picture().Column();
         return test::WaitFor([this, before] {
             // Not so fast that the time-outs of a start are over before it has begun.
             snooze(5000);
             clock.now += 20001;
-            return chart->Column() != before;
+            return chart->Picture().Column() != before;
         });
     }
 
@@ -148,7 +148,7 @@ TEST_F(ReplicantTest, SaysOnceForEachAttachThatItCannotStartIt)
     const auto buttons = Alerts()[0]->findChildren<QPushButton*>();
     ASSERT_EQ(buttons.size(), 1);
     EXPECT_EQ(buttons[0]->text(), "OK");
-    EXPECT_EQ(chart->Connection()->Phase(), Phase::kWaiting);
+    EXPECT_EQ(chart->Connection().Server()->Phase(), Phase::kWaiting);
     // Neither a message that anybody could send nor another attempt shows the alert again.
     Post(MSG_SERVER_UNREACHABLE);
     Post(MSG_RECONNECT);
@@ -204,7 +204,7 @@ TEST_F(ReplicantTest, IsToldOfOtherApplicationsWithoutEffect)
     chart->MessageReceived(&quit);
     quit.AddInt32("team", 1);
     chart->MessageReceived(&quit);
-    EXPECT_EQ(chart->Connection()->Phase(), Phase::kConnected);
+    EXPECT_EQ(chart->Connection().Server()->Phase(), Phase::kConnected);
     // A message that the sampler has gone makes it ask again, and has no other effect.
     BMessage gone(MSG_SERVER_GONE);
     chart->MessageReceived(&gone);
@@ -223,7 +223,7 @@ TEST_F(ReplicantTest, APausedOneIsDisconnected)
     Post(MSG_SERVER_GONE);
     Post(MSG_RECONNECT);
     test::Turn();
-    EXPECT_EQ(chart->Connection()->Phase(), Phase::kOff);
+    EXPECT_EQ(chart->Connection().Server()->Phase(), Phase::kOff);
     Post(MSG_CHART_PAUSE);
     EXPECT_TRUE(AwaitColumn());
 }
@@ -307,7 +307,7 @@ TEST_F(ReplicantTest, ItsCornerFollowsTheMouseDownToTheSmallestSize)
     EXPECT_GT(resizer, 0);
     test::MoveTo(chart, BPoint(150, 80));
     EXPECT_TRUE(test::WaitFor([this] { return chart->Bounds() == BRect(0, 0, 150, 80); }));
-    EXPECT_EQ(chart->Picture()->Bounds(), BRect(0, 0, 150, 80));
+    EXPECT_EQ(chart->Picture().Bitmap()->Bounds(), BRect(0, 0, 150, 80));
     test::MoveTo(chart, BPoint(3, -40));
     EXPECT_TRUE(test::WaitFor([this] { return chart->Bounds() == BRect(0, 0, 20, 20); }));
     test::MoveTo(chart, BPoint(60, 10));
