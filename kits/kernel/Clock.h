@@ -11,8 +11,8 @@
 [[nodiscard]] bigtime_t system_time();
 
 /// Microseconds since 1970: `system_time()` after the moment of boot, which stays the same for the whole boot
-/// (kits::MomentOfBoot) whatever is done to the wall clock. So it does not tell the time of day after the clock was
-/// set. While the wall clock is not plausible it is the wall clock itself.
+/// (kits::MomentOfBoot) whatever is done to the wall clock. So it is not the time of day after the clock was set.
+/// While the wall clock is not plausible it is the wall clock itself.
 [[nodiscard]] bigtime_t real_time_clock_usecs();
 
 namespace kits {
@@ -23,7 +23,7 @@ namespace kits {
 /// call.
 [[nodiscard]] bigtime_t MomentOfBoot();
 
-/// Where the clocks come from. Tests put one of their own in place of the machine's.
+/// The source of both clocks. Tests replace the machine's by their own.
 /// Called from any thread that asks for a time.
 class ClockSource {
 public:

@@ -5,10 +5,10 @@ namespace kits {
 
 class ThreadRecord;
 
-/// A lock that tells its thread that it is held, so that it is released when that thread ends with it held, killed
-/// or not. A lock class derives from it, calls `NoteHeld` when a thread gets it for the first time and `NoteReleased`
-/// when it gives it up whole. Both are calls on the holding thread and cost a few nanoseconds. Works for every
-/// thread, also those that the kit has not made.
+/// A lock that is released when the thread that holds it ends, killed or not. A lock class derives from it, calls
+/// `NoteHeld` when a thread takes the lock for the first time and `NoteReleased` when the thread gives it up
+/// completely. Both are called on the holding thread and cost a few nanoseconds. Works for every thread, including
+/// those that the kit has not made.
 class HeldLock {
 public:
     HeldLock() = default;
@@ -17,12 +17,11 @@ public:
 
     /// The lock is held by the calling thread from now on. Once per holding, not per nesting.
     void NoteHeld();
-    /// The calling thread, which noted it, holds it no more. Has to come before the lock can be taken by another.
+    /// The calling thread no longer holds the lock. Call it before another thread can take the lock.
     void NoteReleased() noexcept;
 
-    /// Called on a thread that is about to end and still holds the lock, after its stack is unwound; the newest
-    /// held lock first. Has to give it up whole, however often it was taken, and must not wait. NoteReleased was
-    /// called for it already.
+    /// Gives the lock up completely, however often it was taken; must not wait. Called on a thread that ends with the
+    /// lock held, after its stack is unwound and NoteReleased has been called; the newest lock first.
     virtual void ReleaseWhole() noexcept = 0;
 
 protected:

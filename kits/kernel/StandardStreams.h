@@ -3,13 +3,13 @@
 
 namespace kits {
 
-/// Fills the places of standard input, output and error where the process was started without them. Else the next
-/// file that is opened takes such a place, and what is meant for the user's eyes is written into it: a message of an
-/// error into the settings.
+/// Opens standard input, output and error if the process was started without them. Otherwise the next file that the
+/// process opens would take the number of a stream, and an error message would be written into it, for example into
+/// the settings.
 ///
-/// What fills them refuses what they are for, so that reading and printing still fail as they do on closed streams.
+/// Reading from and writing to a stream that was opened here still fails, as it does on a closed one.
 ///
-/// Call it before the process opens anything. Streams that are there are left alone.
+/// Call it before the process opens anything. Open streams are left alone.
 void FillStandardStreams();
 
 } // namespace kits

@@ -3,11 +3,10 @@
 
 namespace kits {
 
-/// Gives back to the system what only the start of a process needed: free memory of the heap, and the pages of the
-/// executable's and the libraries' files that are mapped as they are on the disk. Of these, starting touches many once
-/// (symbol tables, constructors, what is around them) that are never needed again. What is needed comes back from the
-/// system's cache as it is used, a few microseconds for each 64 kilobytes, once. Nothing that was written to is
-/// touched.
+/// Gives back to the system what only the start of a process needed: free memory of the heap, and unchanged pages of
+/// the executable and the libraries. A start touches many of these pages once (symbol tables, constructors and their
+/// neighbours). A page that is used again comes back from the system's cache, a few microseconds for each 64 kilobytes.
+/// Pages that the process has written to stay.
 ///
 /// Any thread. Call it once, when the process has become quiet.
 void GiveBackStartMemory();

@@ -7,7 +7,7 @@
 #include <string>
 
 /// The machine's figures at one moment, as one record of a fixed layout that also travels between processes.
-/// Little-endian, without gaps, 508 bytes. What each figure means is told in kits/kernel/record/SystemReader.h.
+/// Little-endian, without gaps, 508 bytes. kits/kernel/record/SystemReader.h defines each figure.
 
 inline constexpr int32 B_MAX_CPU_COUNT = 8;
 
@@ -49,13 +49,13 @@ struct system_info {
 static_assert(sizeof(system_info) == 508, "the record travels byte for byte");
 
 namespace kits {
-/// The largest number of processors that are told apart.
+/// The largest number of processors that the kit distinguishes.
 inline constexpr int32 kMaxProcessors = 1024;
 
-/// The most pages of memory that are told: their bytes fit in 64 bits.
+/// The largest number of pages that the kit reports: their bytes fit in 64 bits.
 inline constexpr int64 kMaxPages = INT64_MAX / 4096;
 
-/// What belongs to a record and has no place in it.
+/// Figures of a reading that the record has no room for.
 struct SystemFigures {
     bigtime_t time = 0; ///< `system_time` of the reading
     /// The moment up to which the active times count. It is `time`, unless this reading found no processor; then that
@@ -72,19 +72,19 @@ status_t get_system_info(system_info* info);
 
 namespace kits {
 
-/// The same with all that the record has no room for. Readings by several threads have their times in the order in
-/// which they were made, so between any two of them no processor was active for longer than the time in between, except
-/// after readings that found no processor (see SystemFigures::activeUntil).
+/// Reads the record and the figures that it has no room for. The times of readings by several threads are in the order
+/// of the readings. So between two readings no processor was active for longer than the time between them, except after
+/// readings that found no processor (see SystemFigures::activeUntil).
 /// @param figures      not null
 /// @param activeTimes  gets as many as the machine has (`info->cpu_count`) and `capacity` allows; may be null
 /// @param capacity     number of elements of `activeTimes`; kMaxProcessors is always enough
 /// @return `B_OK`, or `B_BAD_VALUE` for a null `info` or `figures`, a negative capacity, or one without an array
 status_t ReadSystem(system_info* info, SystemFigures* figures, bigtime_t* activeTimes, int32 capacity);
 
-/// Tells whether there is a machine to read: always, unless the environment variable KITS_ROOT names a recorded one.
+/// Checks that there is a machine to read. That can fail only if the environment variable KITS_ROOT names a recorded
+/// one.
 /// @param missing  set to the path that is at fault if the result is not `B_OK`
-/// @return why the folder in KITS_ROOT, or `proc` in it, is no folder that can be reached, for example
-///         `B_ENTRY_NOT_FOUND`
+/// @return `B_OK`, or why the folder in KITS_ROOT, or `proc` in it, cannot be used, for example `B_ENTRY_NOT_FOUND`
 status_t CheckSystem(std::string* missing);
 
 } // namespace kits

@@ -9,7 +9,7 @@
 
 namespace kits {
 
-/// The moment at which a boot began, as it is kept in a file.
+/// The moment at which a boot began, as stored in a file.
 struct BootMoment {
     std::string bootId;
     bigtime_t moment = 0; ///< microseconds since 1970
@@ -20,8 +20,8 @@ struct BootMoment {
 /// The text of the file: one line each for the boot, the moment, and a check sum over both.
 [[nodiscard]] std::string FormatBootMoment(const BootMoment& boot);
 
-/// Only what FormatBootMoment writes, to the byte; nothing if the text was cut, lengthened or damaged, or if the moment
-/// is not one of the years 1970 to 9999.
+/// Accepts exactly what FormatBootMoment writes. Returns nothing if the text was cut, lengthened or damaged, or if the
+/// moment is not in the years 1970 to 9999.
 [[nodiscard]] std::optional<BootMoment> ParseBootMoment(std::string_view text);
 
 /// Reads the file at `path`.
@@ -31,8 +31,8 @@ status_t LoadBootMoment(const std::string& path, BootMoment* boot);
 /// Makes `*boot` the kept moment, unless one of the same boot is kept already: then that replaces `*boot`. However many
 /// processes do so at once, and wherever they are stopped, the file is whole and all have the same moment.
 ///
-/// Without a real-time clock every boot may begin at the same time, so far as it knows. One that seems to have begun no
-/// later than the boot before it, or up to a minute earlier, is taken to have begun a second after that.
+/// Without a real-time clock every boot may seem to begin at the same time. A boot that seems to have begun at the same
+/// time as the one before it, or up to a minute earlier, gets a moment one second after that one.
 /// @return `B_OK`, or why it is not kept; `*boot` is then as before
 status_t KeepBootMoment(const std::string& path, BootMoment* boot);
 

@@ -9,7 +9,7 @@
 namespace kits {
 
 /// Turns the kernel's counts of active time into clocks that can be trusted: none goes back, and none runs faster than
-/// time. The kernel's do both: they move in steps of 10 ms, are corrected backwards, and begin anew.
+/// time. The kernel's counts do both: they move in steps of 10 ms, are corrected backwards, and restart at 0.
 class ActiveClock {
 public:
     /// @param count  of the processors, at least 1; others are left out
@@ -22,8 +22,9 @@ public:
     /// the time since then; the rest, up to kMostCarried, is added in the following readings. A processor without an
     /// entry keeps its time, so its next entry may add the time of all readings that it missed.
     ///
-    /// The first reading gives the time counted so far. One that is missing there starts with 0 when it comes. A count
-    /// that goes back by up to kMostCarried is waited for; if by more, it has begun anew.
+    /// The first reading gives the time counted so far. A processor that is missing there starts with 0 when it comes.
+    /// A count that goes back by up to kMostCarried adds nothing until it has caught up; one that goes back by more has
+    /// restarted.
     /// @param now  the moment of the reading in microseconds; one before a processor's last reading adds nothing to it
     void Update(bigtime_t now, std::span<const ProcessorTime> times);
 

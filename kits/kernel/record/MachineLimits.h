@@ -11,7 +11,7 @@
 
 namespace kits {
 
-/// How many there can be of each kind. At least 1 each.
+/// The largest possible number of each kind, at least 1.
 struct MachineLimits {
     int64 teams = 1;
     int64 threads = 1;
@@ -19,7 +19,7 @@ struct MachineLimits {
     int64 ports = 1;
 };
 
-/// Reads what limits the processes, threads, semaphores and sockets of this user.
+/// Reads the limits of this user's processes, threads, semaphores and sockets.
 class LimitReader {
 public:
     /// @param root  of the machine, ends with a slash
@@ -28,13 +28,13 @@ public:
     /// Finds the control groups of this process, which may have been moved, and opens what could not be opened.
     /// Allocates only if they have changed.
     void FindFiles();
-    /// Reads anew; a limit that cannot be read stays.
+    /// Reads all limits; one that cannot be read keeps its value.
     void Read(MachineLimits* limits);
 
 private:
     void FindGroups();
 
-    /// A number that was there once is not lifted because it cannot be read just now.
+    /// A limit that keeps its last number while its file cannot be read.
     struct Kept {
         ProcFile file;
         std::optional<uint64> number{};

@@ -9,8 +9,8 @@
 
 namespace kits {
 
-/// Parsers of the kernel's small text files. Each takes any text and gives nothing where what it looks for is missing,
-/// cut or no number.
+/// Parsers of the kernel's small text files. Each takes any text and returns nothing if its figure is missing, cut or
+/// no number.
 
 struct MemoryTexts {
     std::optional<uint64> total;     ///< MemTotal, kilobytes
@@ -21,10 +21,10 @@ struct MemoryTexts {
 [[nodiscard]] MemoryTexts ParseMemInfo(std::string_view text);
 
 /// pgfault of `/proc/vmstat`.
-/// @param hint  where the line was found last time, at first 0: looked at first. Set to where it is.
+/// @param hint  where to look first: the place of the line at the last call, 0 at first. Set to the place now.
 [[nodiscard]] std::optional<uint64> ParsePageFaults(std::string_view text, size_t* hint);
 
-/// The number of threads in `/proc/loadavg`: what follows its only stroke.
+/// The number of threads in `/proc/loadavg`, after its only slash.
 [[nodiscard]] std::optional<uint64> ParseThreadCount(std::string_view text);
 
 /// Sockets in use, of `/proc/net/sockstat`.

@@ -21,20 +21,18 @@ std::string RootFolder(const char* root);
 class ProcFile {
 public:
     /// Opens it if that is possible now.
-    /// @param buffer  where it is read to; what is longer is cut. Not owned. Files that are read one after the other
-    /// share
-    ///                one, which then stays in the fastest memory.
+    /// @param buffer  receives the text, which is cut to its size. Not owned. Files that are read one after the other
+    ///                share one buffer, which then stays in the fastest memory.
     ProcFile(std::string path, std::span<char> buffer);
 
     /// Tries again if it could not be opened, or if reading it failed.
     void Reopen();
 
-    /// What one reading gives, empty if there is nothing. Valid until the buffer is used again. The kernel may give a
-    /// long file in pieces: this is the first one.
-    /// @param most  reads no more than so many bytes: there are files that the kernel writes line by line, as far as
-    /// asked
+    /// Reads the file from its beginning. The kernel may give a long file in pieces: this is the first one.
+    /// @param most  the largest number of bytes to read; the kernel writes some files only as far as they are read
+    /// @return the text, valid until the buffer is used again; empty if there is none
     [[nodiscard]] std::string_view Read(size_t most = SIZE_MAX);
-    /// Appends the next piece and gives all so far; empty if there is none.
+    /// Appends the next piece and returns all pieces so far; empty if there is no next one.
     [[nodiscard]] std::string_view ReadOn();
 
 private:

@@ -5,9 +5,9 @@
 
 namespace kits {
 
-/// Takes a line of a processor as today's kernels write it, a few times faster than digit by digit: machines with a
+/// Parses a line of a processor in the form of today's kernels, a few times faster than digit by digit: machines with a
 /// thousand processors are read a hundred times a second.
-/// @param text  all of the text
+/// @param text  the whole text
 /// @param line  where the line begins in it
 /// @param time  set if the line is taken
 /// @return where the next line begins; null if this line is anything else, or too near to the ends of the text

@@ -9,17 +9,17 @@
 
 namespace kits {
 
-/// Counts the processes of a machine. The link count of `/proc` is their number plus a constant, which is one system
-/// call however many there are; counting the entries tells the constant.
+/// Counts the processes of a machine. The link count of `/proc`, which takes one system call, is their number plus a
+/// constant. Counting the entries once gives the constant.
 class ProcessCounter {
 public:
     /// @param folder      the `/proc` of the machine
-    /// @param isRecorded  its link count says nothing: every counting goes through the entries
+    /// @param isRecorded  true: counts the entries each time, because the link count of a plain folder is another
     ProcessCounter(std::string folder, bool isRecorded);
 
     /// Tries again if the folder could not be opened, and measures the constant.
     void Calibrate();
-    /// Processes now; nothing if that cannot be told. Needs a Calibrate before.
+    /// Returns the number of processes; nothing if it is unknown. Call Calibrate before.
     [[nodiscard]] std::optional<int64> Count();
 
 private:

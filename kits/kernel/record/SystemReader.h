@@ -20,20 +20,20 @@ namespace kits {
 ///               SystemFigures.
 /// page_faults   pgfault of `/proc/vmstat`, its low 32 bits.
 /// max_teams     the lowest limit that stops the user: kernel.pid_max, pids.max of the control group of this process
-/// and
-///               of those above it, RLIMIT_NPROC (not for root). used_teams: processes, from the link count of `/proc`.
+///               and of those above it, RLIMIT_NPROC (not for root). used_teams: processes, from the link count of
+///               `/proc`.
 /// max_threads   the same limits and kernel.threads-max; used_threads: `/proc/loadavg`.
 /// max_sems      SEMMNS, at most 32000; used_sems: System V semaphores.
 /// max_ports     fs.file-max, at most 65536; used_ports: sockets in use.
 ///
 /// Maxima are at least 1, and at least what is in use: a limit may hold for this user alone, while what is in use is
 /// the whole machine's. A figure that cannot be read (no such file or field, a file cut or full of anything) keeps its
-/// last value, at first 0. A figure too large for its 32 bits is held to the largest number.
+/// last value, at first 0. A figure too large for its 32 bits becomes the largest number.
 ///
-/// Files stay open and are read from their beginning each time. Figures whose file could not be opened are tried again
-/// each second, and limits are read every ten seconds; each minute what the link count holds besides processes is
-/// measured, and the control groups and missing files of limits are looked for. All by the `now` that is passed. A
-/// reading allocates nothing, unless the process was moved to another control group.
+/// Files stay open and are read from their beginning each time. The reader tries again each second to open files that
+/// it could not open, and reads limits every ten seconds. Each minute it measures what the link count includes besides
+/// processes, and looks for control groups and missing files of limits. All these times are those of the `now` that the
+/// caller passes. A reading allocates nothing, unless the process was moved to another control group.
 class SystemReader {
 public:
     /// @param root  null, "" or "/": this machine. Else the folder of a recorded one, with `proc/` and `sys/` as
@@ -44,7 +44,7 @@ public:
     SystemReader(const SystemReader&) = delete;
     SystemReader& operator=(const SystemReader&) = delete;
 
-    /// The same for the life of the reader.
+    /// Does not change.
     [[nodiscard]] int32 CountProcessors() const;
 
     /// @param now          the moment of this reading, microseconds; if it lies before the last one no active time
@@ -54,7 +54,7 @@ public:
     /// @param capacity     number of elements of `activeTimes`
     void Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity);
 
-    /// What belongs to the last reading and has no place in its record; `time` is left alone.
+    /// Sets the figures of the last reading that the record has no room for; leaves `time` alone.
     void GetFigures(SystemFigures* figures) const;
 
 private:

@@ -17,15 +17,15 @@ namespace kits {
 
 class HeldLock;
 
-/// What the kit knows of one thread, its own or somebody else's. Kept by the thread itself, by the table of threads
-/// while it lives, and by whoever waits for its end. Every wait of a thread happens in here, on a condition of its
-/// own: so who kills or suspends it need not know what it waits for.
+/// What the kit knows of one thread, its own or another's. Owned jointly by the thread, the table of threads while the
+/// thread lives, and those that wait for its end. Every wait of a thread takes place here, on a condition of its own,
+/// so killing or suspending a thread requires no knowledge of what it waits for.
 class ThreadRecord {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
     static constexpr Deadline kNoDeadline = Deadline::max();
 
-    /// The moment so many microseconds from now; kNoDeadline if that is too far away to be written down.
+    /// The moment so many microseconds from now; kNoDeadline if it is too far away to be represented.
     [[nodiscard]] static Deadline DeadlineIn(bigtime_t microseconds);
 
     /// The calling thread's. A thread that the kit has not made gets one here.
@@ -54,13 +54,15 @@ public:
     void Kill();
     /// Waits until it is gone, see wait_for_thread. Not on the thread itself.
     void AwaitEnd(status_t* exitStatus);
-    /// Notes that the calling thread will wait for this one to be killed. False if it must not, because this one waits
-    /// for the calling thread in the same way, itself or by others. A true is followed by EndKilling.
+    /// Records that the calling thread will wait for this one to be killed. Call EndKilling afterwards if it returns
+    /// true.
+    /// @return false if the caller must not wait, because this thread waits for the caller in the same way, directly or
+    ///         through others
     [[nodiscard]] bool BeginKilling();
     static void EndKilling();
 
     // By the thread itself.
-    /// True if it has to end or to stop at the wait that it is in.
+    /// True if the thread has to end or to stop at its current wait.
     [[nodiscard]] bool HasToStop() const;
     /// Stops while it is suspended and throws ThreadKilled if it has to end, with the guard released, if there is one.
     void StopIfAsked(WaitPoint::Guard* guard);
@@ -68,7 +70,7 @@ public:
     bool Sleep(const bool& woken, Deadline deadline, thread_state state);
     /// See snooze.
     void Snooze(bigtime_t microseconds);
-    /// Takes the locks away that it still holds.
+    /// Releases the locks that the thread still holds.
     void ReleaseHeldLocks() noexcept;
     /// The last act of a thread, after its thread-local objects are destroyed.
     void NoteGone();
@@ -106,7 +108,7 @@ private:
 
     std::atomic<bool> fIsAsked = false; ///< suspended or killed: spares the mutex where neither is so
 
-    WaitPoint fEnd; ///< guards what follows, and has those waiting who wait for the end
+    WaitPoint fEnd; ///< guards what follows; threads that wait for the end wait here
     std::thread fThread;
     int fCountInterested = 0;
     bool fHasEnded = false;
@@ -114,7 +116,8 @@ private:
     bool fIsGone = false;
     status_t fExitStatus = B_OK;
 
-    ThreadRecord* fKilling = nullptr; ///< whom this thread waits for in kill_thread; guarded by the table's mutex
+    ThreadRecord* fKilling =
+        nullptr; ///< the thread that this one waits for in kill_thread; guarded by the table's mutex
 
     // Of the thread itself alone.
     int fCountShields = 0;

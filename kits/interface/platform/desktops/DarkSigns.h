@@ -8,7 +8,7 @@
 
 namespace kits {
 
-/// The signs by which desktops tell whether they are dark; each desktop has some of them. A plain value.
+/// The signs of a dark desktop; each desktop has some of them. A plain value.
 struct DarkSigns {
     uint32 portal = 0;                    ///< the portal's "color-scheme": 1 prefers dark, 2 light, others neither
     std::optional<bool> desktop;          ///< the desktop's own colours are dark

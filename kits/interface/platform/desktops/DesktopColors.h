@@ -7,11 +7,11 @@
 
 namespace kits::DesktopColors {
 
-/// Whether the windows of this session's desktop are dark, by its own settings files; nothing when they do not say or
-/// the desktop has none. Reads a few small files.
+/// True if the windows of this session's desktop are dark according to its settings files; nothing if the files do not
+/// say, or the desktop has none. Reads a few small files.
 std::optional<bool> AreDark();
 
-/// The files that AreDark() depends on, those that are not there too; none where the desktop has none.
+/// The files that AreDark() depends on, including those that do not exist; none if the desktop has none.
 std::vector<std::string> Files();
 
 } // namespace kits::DesktopColors

@@ -7,8 +7,8 @@
 
 namespace kits {
 
-/// Tells when a file is written, made, replaced or removed, by whoever does it. The folders that it lies in may come
-/// later, and may go and come back: the nearest one that is there is watched meanwhile. One thread at a time.
+/// Reports when any program writes, makes, replaces or removes a file. Its folders may be made later, and may be
+/// removed and made again: meanwhile it watches the nearest one that exists. One thread at a time.
 class FileWatch {
 public:
     /// @param path  absolute; watches nothing when it is empty
@@ -16,12 +16,12 @@ public:
 
     /// Readable when something may have happened.
     int Descriptor() const { return fNotices.Get(); }
-    /// Takes in what has happened since; doesn't wait.
-    /// @return whether it concerns the file
+    /// Reads the events since the last call; doesn't wait.
+    /// @return true if one concerns the file
     bool TakeNews();
 
 private:
-    /// Watches the folder of the file, or as much of the way to it as there is.
+    /// Watches the folder of the file, or the nearest folder above it that exists.
     void Arm();
     bool Watch(const std::string& folder, unsigned events);
 

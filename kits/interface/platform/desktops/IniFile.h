@@ -13,19 +13,19 @@ public:
     using Group = std::map<std::string, std::string>;
 
     IniFile() = default;
-    /// How values are taken.
+    /// How values are read.
     enum class Values {
         kUnescaped, ///< without the escapes of KDE's files
         kAsWritten
     };
 
-    /// Of a text. Lines that are no settings are passed over; a key that comes again replaces the one before.
+    /// Of a text. Skips lines that are no settings; the last of several equal keys counts.
     explicit IniFile(const std::string& text, Values values = Values::kUnescaped);
     /// Of a file; empty if it has no text, see TextOf.
     static IniFile Read(const std::string& path, Values values = Values::kUnescaped);
     /// The text of a file; nothing if it cannot be read, is no regular file, or has more than
-    /// bounds::kMostForeignSettings bytes. Never waits for another program, as a pipe in place of the file would have
-    /// it.
+    /// bounds::kMostForeignSettings bytes. Never waits for another program, as opening a pipe in place of the file
+    /// would.
     static std::optional<std::string> TextOf(const std::string& path);
 
     /// @param group  without the outer brackets: "General", or "Containments][1" for a group in a group
@@ -36,7 +36,7 @@ private:
     std::map<std::string, Group> fGroups;
 };
 
-/// The text, in UTF-8, that Qt's settings files mean by a value as it is written there: without quotes and escapes.
+/// The text, in UTF-8, of a value as it is written in Qt's settings files: without quotes and escapes.
 std::string UnescapedByQt(const std::string& written);
 
 } // namespace kits

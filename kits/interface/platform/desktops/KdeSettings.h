@@ -7,7 +7,7 @@
 
 namespace kits {
 
-/// What KDE's settings files say: the user's own first, then those of the chosen look, then the system's. Any thread;
+/// Values of KDE's settings files: the user's own first, then those of the chosen look, then the system's. Any thread;
 /// reads files only.
 namespace KdeSettings {
 
@@ -21,13 +21,13 @@ std::optional<std::string> Value(const std::string& file, const std::string& gro
 /// @return the path; nothing if there is none
 std::optional<std::string> DataFile(const std::string& name);
 
-/// Whether windows are dark; nothing when the files do not say.
+/// True if windows are dark; nothing if the files do not say.
 std::optional<bool> IsDark();
 
-/// The files that IsDark() depends on, those that are not there too.
+/// The files that IsDark() depends on, including those that do not exist.
 std::vector<std::string> FilesOfIsDark();
 
-/// The value of a colour, "r,g,b": whether it is a dark one; nothing if it is no colour.
+/// True if a value "r,g,b" is a dark colour; nothing if it is no colour.
 std::optional<bool> IsDarkColor(const std::string& value);
 
 } // namespace KdeSettings

@@ -8,22 +8,22 @@
 
 namespace kits {
 
-/// The desktop of LXQt, which PCManFM-Qt draws. It writes its settings to a file and never reads them again, and takes
-/// no colour from other programs, but a picture and a way to show it, by the session bus (dbus-send calls it). So:
+/// The desktop of LXQt, which PCManFM-Qt draws. That program writes its settings to a file and never reads them again.
+/// By the session bus (dbus-send) it accepts no colour, but a picture and a way to show it. So:
 ///
 /// - Where it shows a picture, that is replaced by a picture file of one colour, and set again later.
-/// - Where it shows its plain colour, it is given such a picture for its window alone, which leaves its settings as
-///   they are: its window takes a path that leads nowhere without noting it, and finds a file with an end added. Such
-///   a colour, set for good, lasts until the session ends.
+/// - Where it shows its plain colour, its window alone shows such a picture, and its settings stay as they are: the
+///   window accepts a path that leads nowhere, does not store it, and finds a file with a suffix added. A colour that
+///   is set for good in this way lasts until the session ends.
 ///
-/// A mode for the window is not noted in the settings by the versions that are known; one that notes it is served too.
+/// Known versions do not store the mode of the window in their settings; a version that stores it works, too.
 ///
 /// While it does not run, as at a login and at the session's end, the file is read, and written in its place.
 class PcmanfmDesktop : public DesktopBackend {
 public:
     PcmanfmDesktop();
 
-    /// Whether it draws the desktop of this session, or will when the session has started it.
+    /// True if it draws the desktop of this session, or will as soon as the session has started it.
     bool IsThere() const;
 
     const char* Name() const override { return "pcmanfm-qt"; }

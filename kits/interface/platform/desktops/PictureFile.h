@@ -8,14 +8,13 @@
 
 namespace kits {
 
-/// The average colour of a picture file. The file is read by a program of ours, `average-picture`, which runs for one
-/// picture and ends: libraries that read pictures load plugins, deliver events of the toolkit, and may crash, hang or
-/// need any memory when a file is broken. That program is limited in all of these (kits/pictures/), and is stopped
-/// after fifteen seconds. It is looked for in the folder of the installation that is for such programs, then beside the
-/// running one.
+/// Returns the average colour of a picture file. A program of ours, `average-picture`, reads one picture and ends:
+/// libraries that read pictures load plugins, deliver events of the toolkit, and may crash, hang or take any amount of
+/// memory if a file is broken. That program has limits for all of these (kits/pictures/), and is stopped after fifteen
+/// seconds. It lies in the installation's folder for such programs, or beside the running one.
 ///
-/// The last few answers are kept, so the program runs again only for another file or when the file has changed. Any
-/// thread; waits, so not the main thread.
+/// Keeps the last few answers, so the program runs again only for another file or if the file has changed. Any thread
+/// but the main thread; waits.
 ///
 /// @param location  a path or a "file:" address; of a folder, the first picture in its contents/images or in it; of a
 ///                  slideshow (.xml), the picture that it shows now
@@ -23,8 +22,8 @@ namespace kits {
 /// @return nothing if it is no picture, or cannot be read within the limits
 std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind);
 
-/// While one exists, its thread gives up reading a picture as soon as a descriptor becomes readable. For threads that
-/// others wait for.
+/// While an object exists, its thread gives up reading a picture as soon as a descriptor becomes readable. For threads
+/// whose end others await.
 class PictureStop {
 public:
     /// @param descriptor  not owned, and never read

@@ -17,14 +17,14 @@ namespace PlainPicture {
 /// @return its path; "" if it could not be written
 std::string Put(rgb_color color, int width, int height);
 
-/// The path without the end that names the kind of picture. Programs that look for a picture under such a name try
-/// the ends of all kinds that they can read.
+/// The path without the suffix of its kind. Programs that look for a picture under such a name try the suffixes of all
+/// kinds that they can read.
 std::string WithoutKind(const std::string& path);
 
-/// Whether the path is that of such a picture, also of one that is there no more.
+/// True if the path is that of such a picture, even of one that has been removed.
 bool IsOne(const std::string& path);
 
-/// Removes all of them but these.
+/// Removes all such pictures except these.
 void RemoveOthers(const std::vector<std::string>& used);
 
 } // namespace PlainPicture

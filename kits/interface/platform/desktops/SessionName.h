@@ -5,7 +5,7 @@
 
 namespace kits {
 
-/// Whether the session is of this desktop: $XDG_CURRENT_DESKTOP is a list of such names.
+/// True if the session is of this desktop: $XDG_CURRENT_DESKTOP is a list of such names.
 bool IsSessionOf(const std::string& desktop);
 
 } // namespace kits

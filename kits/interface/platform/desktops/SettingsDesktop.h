@@ -10,11 +10,11 @@
 
 namespace kits {
 
-/// A desktop environment, which draws the background as its settings say. To paint, this class keeps every setting that
-/// it is going to change, then sets the *styles* to the values that mean a plain colour, and the *colours* to that
+/// A desktop environment that draws its background according to its settings. To paint, this class keeps every setting
+/// that it is going to change, then sets the *styles* to the values that mean a plain colour, and the *colours* to that
 /// colour.
 ///
-/// It puts a setting back if the setting still has the painted value. A style that somebody else has set means that the
+/// It restores a setting if the setting still has the painted value. A style that somebody else has set means that the
 /// desktop is not ours any more.
 class SettingsDesktop : public DesktopBackend {
 public:

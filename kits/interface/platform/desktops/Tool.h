@@ -12,8 +12,8 @@
 
 namespace kits {
 
-/// A program of the desktop that runs as a child of this process, in the plain locale, with no input. Its output is
-/// read from a pipe. It ends with the thread that started it, at the latest.
+/// A program of the desktop that runs as a child of this process, in the plain locale and without input. It writes to a
+/// pipe, and ends with the thread that started it, at the latest.
 class Tool {
 public:
     /// How a run of a tool ended.
@@ -53,7 +53,7 @@ private:
     /// @return false at the given moment, or when `stop` can be read
     bool WaitForOutput(bigtime_t until, int stop) const;
     /// Waits until it is gone.
-    /// @return whether it has ended well
+    /// @return true if it ended with the status 0
     bool Bury(bool kill);
 
     pid_t fProcess = -1;
