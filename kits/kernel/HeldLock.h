@@ -20,8 +20,9 @@ public:
     /// The calling thread no longer holds the lock. Call it before another thread can take the lock.
     void NoteReleased() noexcept;
 
-    /// Gives the lock up completely, however often it was taken; must not wait. Called on a thread that ends with the
-    /// lock held, after its stack is unwound and NoteReleased has been called; the newest lock first.
+    /// Gives the lock up completely, however often it was taken; must not wait.
+    /// Called on a thread that ends with the lock held, after its stack is unwound and NoteReleased has been called;
+    /// the newest lock first.
     virtual void ReleaseWhole() noexcept = 0;
 
 protected:
