@@ -7,10 +7,10 @@
 class AboutView;
 class BButton;
 
-/// Says what the program is and who made it. The maker's address and home page can be dragged from it, and a double
-/// click opens them with the user's own programs.
+/// Shows what the program is and who made it. The user can drag the maker's address and home page from it, and opens
+/// them with a double click in the user's own programs.
 ///
-/// Made with `new`, it deletes itself when it is closed. Main thread, as every window.
+/// Made with `new`; deletes itself when it is closed. Main thread, as every window.
 class AboutWindow : public BWindow {
 public:
     /// @param ownerSlot  the owner's pointer to this window, cleared when it closes; may be null
@@ -19,7 +19,7 @@ public:
 
     bool QuitRequested() override;
 
-    /// Where the window belongs on a screen: centred, in its upper part.
+    /// Returns the window's place on a screen: centred, in its upper part.
     /// @param screen  frame of the screen
     static BRect FrameOn(BRect screen);
 
@@ -30,9 +30,9 @@ private:
     AboutView* fView; // a child of the window
 };
 
-/// What fills the window: the drawn lines and a button that closes it.
+/// The window's content: the drawn lines and a button that closes the window.
 ///
-/// By keyboard: the arrow keys choose one of the two lines that can be acted on, Enter and the space key open it.
+/// By keyboard: the arrow keys select one of the two active lines, and Enter or the space key opens it.
 class AboutView : public BView {
 public:
     /// @param window  gets B_QUIT_REQUESTED from the button
@@ -40,11 +40,11 @@ public:
 
     void AllAttached() override;
     void Draw(BRect update) override;
-    /// One click on a line drags its text; two or more open it.
+    /// A single click on a line drags its text; a double click opens it.
     void MouseDown(BPoint where) override;
     void KeyDown(const char* bytes, int32 count) override;
 
-    /// Where the lines were drawn; empty before.
+    /// Where the lines were drawn; empty before the first drawing.
     BRect MailRect() const { return fMailRect; }
     BRect HomeRect() const { return fHomeRect; }
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// What the program was asked to do by its arguments.
+/// The program's command line.
 struct CommandLine {
     enum class Action { kOpenWindow, kHelp, kVersion, kSnapshot, kRead, kTell };
 
@@ -18,26 +18,26 @@ struct CommandLine {
 
     /// `--samples N`, at least 1.
     int32 samples = 1;
-    /// `--interval SECONDS`, microseconds; 0 for what the user's settings say.
+    /// `--interval SECONDS`, microseconds; 0 for the interval in the user's settings.
     bigtime_t interval = 0;
     /// `--json`
     bool json = false;
 
-    /// What the running application is told (kTell); several at once go in this order.
-    /// `--set-delay SECONDS`, microseconds; 0 when not given.
+    /// Orders to the running application (kTell); several at once are sent in this order. `--set-delay SECONDS`,
+    /// microseconds; 0 if not given.
     bigtime_t setDelay = 0;
-    /// `--set-history N`; 0 when not given.
+    /// `--set-history N`; 0 if not given.
     int16 setHistory = 0;
     /// `--quit`
     bool quit = false;
 
-    /// What is wrong with the arguments, one line without the program's name; empty when nothing is.
+    /// What is wrong with the arguments, one line without the program's name; empty if nothing is wrong.
     std::string error;
 };
 
-/// Reads the arguments; `argv[0]` is the program's name. Options take their value as the next argument or after "=".
-/// Of actions that exclude each other `--help` goes first, then `--version`; others are an error.
+/// Parses the arguments; `argv[0]` is the program's name. The value of an option is the next argument or follows "=".
+/// Among actions that exclude each other `--help` takes precedence, then `--version`; other combinations are an error.
 CommandLine ParseCommandLine(int argc, const char* const* argv);
 
-/// What `--help` prints.
+/// Returns the output of `--help`.
 const char* HelpText();

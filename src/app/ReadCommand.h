@@ -5,5 +5,5 @@
 
 /// `--read`: takes samples with the sampler that the window uses and prints every source of this machine. Needs no
 /// display; reads the user's settings and writes nothing.
-/// @return the exit status: 0, or 1 when what it prints cannot be written
+/// @return the exit status: 0, or 1 if the output cannot be written
 int RunReadCommand(const CommandLine& line);

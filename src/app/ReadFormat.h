@@ -15,11 +15,11 @@ struct Reading {
     std::string caption; ///< the value as a chart shows it
 };
 
-/// One line of JSON, with its newline. Text is escaped, bytes that are no UTF-8 become U+FFFD; a fraction that is
-/// not a number is null.
+/// Returns one line of JSON, with its newline. Escapes text; invalid UTF-8 becomes U+FFFD, and a fraction that is NaN
+/// becomes null.
 /// @param time  of the sample, microseconds since boot
 std::string ReadingsAsJson(bigtime_t time, const std::vector<Reading>& readings);
 
-/// A table of three columns, name, share in percent and caption, with a heading and a newline after each row. Only
-/// plain sources: averages are the same as those in a single sample.
+/// Returns a table of three columns, name, share in percent and caption, with a heading and a newline after each row.
+/// Only plain sources: in a single sample, averages equal those.
 std::string ReadingsAsTable(const std::vector<Reading>& readings);

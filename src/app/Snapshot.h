@@ -6,17 +6,17 @@
 
 #include <string>
 
-/// The application of `--snapshot`: opens the window as ever, lets the charts run for a while, saves a picture of the
-/// window and quits. Nothing else is written.
+/// The application of `--snapshot`: opens the window as usual, lets the charts run for a while, saves a picture of the
+/// window and quits. Writes nothing else.
 class SnapshotApp : public QelApp {
 public:
-    /// @param file   where the picture goes; its suffix says in which format, PNG without one
+    /// @param file   the path of the picture; its suffix selects the format, PNG without one
     /// @param after  how long the charts run, microseconds
     SnapshotApp(std::string file, bigtime_t after);
 
     void ReadyToRun() override;
 
-    /// 0 when the picture was saved.
+    /// 0 if the picture was saved.
     int ExitStatus() const { return fExitStatus; }
 
 private:

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-/// The two stores of the program for as long as it lives: makes `prefs_common` and `prefs_user` point to them, and
-/// keeps the moment of boot beside the common one. Main thread; needs an application object.
+/// The two stores of the program for the life of the object: sets `prefs_common` and `prefs_user`, and keeps the moment
+/// of boot beside the common one. Main thread; needs an application object.
 class Stores {
 public:
     enum class Mode {
-        kSession,  ///< as told by the files, written back with `Save()`
-        kReadOnly, ///< nothing is ever written, and what cannot be read is told of on stderr
+        kSession,  ///< read from the files, written back with `Save()`
+        kReadOnly, ///< never writes anything; reports on stderr what cannot be read
     };
 
     explicit Stores(Mode mode);
@@ -23,10 +23,10 @@ public:
     Stores(const Stores&) = delete;
     Stores& operator=(const Stores&) = delete;
 
-    /// Stamps the user's store with this version and writes the common store, then the user's. A failure is said on
-    /// stderr (SaveAtEnd); the old files are then still there. So is a moment of boot that could not be kept, if that
-    /// was all that failed.
-    /// @return B_OK when everything is on the disk
+    /// Stamps the user's store with this version and writes the common store, then the user's. Reports a failure on
+    /// stderr (SaveAtEnd); then the old files are still there. Also reports a moment of boot that could not be stored,
+    /// if nothing else failed.
+    /// @return B_OK if everything is on the disk
     status_t Save();
 
     /// Both, the common one first.

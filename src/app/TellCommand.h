@@ -3,7 +3,7 @@
 
 struct CommandLine;
 
-/// Tells the running application what the arguments say (`--set-delay`, `--set-history`, `--quit`), without a window,
-/// and waits until it has been heard. What is wrong is said on stderr.
-/// @return the exit status: 0 when the application has taken all of it, 1 if there is none or it does not answer
+/// Sends the running application the orders of the command line (`--set-delay`, `--set-history`, `--quit`), without a
+/// window, and waits until it has handled them. Reports errors on stderr.
+/// @return the exit status: 0 if the application has handled all of them, 1 if there is none or it does not answer
 int RunTellCommand(const CommandLine& line);

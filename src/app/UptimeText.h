@@ -5,13 +5,13 @@
 
 #include <string>
 
-/// Writes a duration, for example "one month 2 days 01:02:03", and a terminating zero. Years are twelve months of
-/// four weeks each, so that no calendar is needed.
+/// Writes a duration, for example "one month 2 days 01:02:03", and a terminating zero. Years are twelve months of four
+/// weeks each, so that no calendar is needed.
 /// @param out  has room for at least 96 characters
-/// @return     the end of what was written, where the zero is
+/// @return the end of the text, where the zero is
 char* PrintTimeInterval(char* out, int32 seconds);
 
-/// All that the text of the uptimes is made from.
+/// All figures in the text of the uptimes.
 struct UptimeFigures {
     int64 wallClock = 0;  ///< seconds since the epoch
     bigtime_t uptime = 0; ///< time since boot, microseconds
@@ -20,6 +20,6 @@ struct UptimeFigures {
     UptimeTable table;
 };
 
-/// The text: figures in two columns, lined up by tabs and by padding to fixed places, then the ten best. Dates are
-/// in the local time zone.
+/// Returns the text: figures in two columns, aligned by tabs and by padding to fixed places, then the ten best. Dates
+/// are in the local time zone.
 std::string UptimeText(const UptimeFigures& figures);

@@ -3,10 +3,10 @@
 
 #include "kits/interface/TextView.h"
 
-/// The text of the first tab: how long this machine has been up, now, in all and at best. Written anew each second.
+/// The text of the first tab: how long this machine has been up, now, in total and at best. Updated every second.
 ///
-/// It reads the application's uptime table and the common store; where there is no application of ours, it stays
-/// empty. What it says is made by `UptimeText()`.
+/// It reads the application's uptime table and the common store; it stays empty if there is no application of ours.
+/// `UptimeText()` makes the text.
 class UptimeView : public BTextView {
 public:
     explicit UptimeView(BRect frame);
@@ -14,9 +14,9 @@ public:
     /// Sets the window's pulse to one second.
     void AllAttached() override;
     void Pulse() override;
-    /// The text is laid out over the whole view.
+    /// Lays the text out over the whole view.
     void FrameResized(float width, float height) override;
 
-    /// Builds the text and shows it.
+    /// Makes the text and shows it.
     void Refresh();
 };

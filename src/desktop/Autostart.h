@@ -5,26 +5,26 @@
 
 #include <string>
 
-/// The entry that starts this program with the user's session, in the folder "autostart" of the settings folder. It is
-/// there while there is something to show. One that is right already is not touched, so that what the user's desktop
-/// has noted in it (that it is switched off, for example) stays. A link in its place is the user's: it is neither
-/// followed to be written to nor replaced nor removed. The folder may be a link.
+/// The entry that starts this program with the user's session, in the folder "autostart" of the settings folder. It
+/// exists while there is something to show. A correct entry is not touched, so that changes by the user's desktop (for
+/// example, that it is switched off) stay. A link in its place is the user's: the program neither writes through it nor
+/// replaces nor removes it. The folder may be a link.
 namespace Autostart {
 
 /// The file's name.
 inline constexpr const char* kFile = "org.example.qel.desktop-charts.desktop";
 
-/// What the entry says.
-/// @param program  absolute path of this program; whatever stands in it is quoted
+/// Returns the content of the entry.
+/// @param program  absolute path of this program; special characters in it are quoted
 std::string EntryFor(const std::string& program);
 
-/// Where the entry is or would be; empty without a settings folder.
+/// Returns the path of the entry; empty without a settings folder.
 std::string Place();
 
-/// Writes the entry unless it is there for this program: whole, or the one before stays.
-/// @return B_OK when it is on the disk; B_NOT_ALLOWED for a link that leads to no entry for this program
+/// Writes the entry unless it exists for this program: either the whole entry, or the previous one stays.
+/// @return B_OK if it is on the disk; B_NOT_ALLOWED for a link that leads to no entry for this program
 status_t Enable(const std::string& program);
-/// Removes it; B_OK too when there is none, B_NOT_ALLOWED for a link.
+/// Removes it; returns B_OK also if there is none, and B_NOT_ALLOWED for a link.
 status_t Disable();
 
 } // namespace Autostart

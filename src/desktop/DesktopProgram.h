@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// What main() of qel-desktop does: shows charts on the desktop until there are none, or the session ends.
-/// @return the exit status: 0; 1 when there is no display or what is shown could not be stored; 2 for a wrong option
+/// The main() of qel-desktop: shows charts on the desktop until there are none, or the session ends.
+/// @return the exit status: 0; 1 if there is no display or the charts could not be stored; 2 for a wrong option
 int RunDesktopProgram(int argc, char** argv);

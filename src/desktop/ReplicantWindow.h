@@ -9,27 +9,26 @@
 
 class DesktopApp;
 
-/// One view on the desktop: a window without a frame, below all others, on all workspaces, that is as large as its
-/// view. It remembers where the user put it, for each arrangement of screens, and is shown in reach whatever screens
-/// there are.
+/// One view on the desktop: a window without a frame, below all others, on all workspaces, as large as its view. It
+/// remembers where the user put it, for each arrangement of screens, and is shown within reach on any screens.
 ///
-/// It takes what the view forwards to it: B_DROPPED_ON_DESKTOP and MSG_MOVE_REPLICANT move it, MSG_REMOVE_REPLICANT and
-/// B_REPLICANT_TAKEN take it off the desktop, MSG_NEXT_REPLICANT hands the keyboard on. It has the keyboard only from
-/// when it is activated until it is given up.
+/// It handles the messages that the view forwards: B_DROPPED_ON_DESKTOP and MSG_MOVE_REPLICANT move it,
+/// MSG_REMOVE_REPLICANT and B_REPLICANT_TAKEN take it off the desktop, MSG_NEXT_REPLICANT passes the keyboard focus on.
+/// It has the focus only from its activation until it loses it.
 class ReplicantWindow : public BWindow {
 public:
-    /// @param owner   is told when it is to go, and when it changed; outlives it
-    /// @param frame   as it is shown first
-    /// @param places  where the user wished it
-    /// @param identity  by which another program knows what it has taken
+    /// @param owner     is notified when it must be removed, and when it has changed; outlives it
+    /// @param frame     its first frame
+    /// @param places    the user's places for it
+    /// @param identity  by which another program recognises what it has taken
     ReplicantWindow(DesktopApp* owner, BRect frame, std::unique_ptr<BView> view, Places places, std::string identity);
 
     const std::string& Identity() const { return fIdentity; }
 
-    /// As "Archive" (the view's), "Identity" and what the places save.
+    /// Saves it as "Archive" (the view's), "Identity" and the fields of the places.
     void SaveTo(BMessage* into) const;
 
-    /// Goes where the user wished it on these screens, or into reach.
+    /// Moves it to the user's place on these screens, or within reach.
     void Arrange();
 
     void FrameMoved(BPoint origin) override;
@@ -47,5 +46,5 @@ private:
     Places fPlaces;
     const std::string fIdentity;
     BRect fApplied;           // where this object last put it
-    bigtime_t fAppliedAt = 0; // and when
+    bigtime_t fAppliedAt = 0; // the time of that
 };

@@ -12,14 +12,14 @@ class ColorPreView;
 class SmartColorControl;
 
 /// The page "Colors" of a chart. One colour control serves the five colours, chosen with a menu; for the two texts the
-/// page also edits how they are antialiased. It can take the desktop's colour, and show the picked one on the desktop
-/// for as long as the user tries.
+/// page also edits their antialiasing. It can pick the desktop's colour, and show the picked colour on the desktop as
+/// long as the user tests it.
 ///
-/// It opens, and stands again after a revert, with no target: then the control's colour is nobody's.
+/// When it opens, and after a revert, it has no target: then the control's colour belongs to nothing.
 class ChartColorTab : public ChartPage {
 public:
     explicit ChartColorTab(ChartView* chart);
-    /// Puts the desktop's colour back if it was being tried.
+    /// Restores the desktop's colour if it was being tested.
     ~ChartColorTab() override;
 
     void AllAttached() override;

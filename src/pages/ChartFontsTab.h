@@ -11,13 +11,12 @@ class BScrollView;
 class BSlider;
 class FontSample;
 
-/// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions.
-/// With a target chosen every change goes to that caption at once; without one the fonts are only looked at.
+/// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions. If
+/// a target is chosen, every change takes effect on that caption at once; without one the user only looks at fonts.
 ///
-/// Another family keeps the style if it has it, else it begins with its regular one. Only family, style and size are
-/// chosen here: the rest of a caption's font stays as it is. The sample is as tall as the size requires, and the window
-/// grows with it. In a drag of several pages
-/// the two fonts take the place of those that another page has put into the message.
+/// Another family keeps the style if it has it, otherwise it begins with its regular one. Only family, style and size
+/// are chosen here: the rest of a caption's font stays. The sample is as tall as the size requires, and the window
+/// grows with it. In a drag of several pages, the two fonts replace those that another page has put into the message.
 class ChartFontsTab : public ChartPage {
 public:
     explicit ChartFontsTab(ChartView* chart);
@@ -25,8 +24,8 @@ public:
     void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
-    /// Back to no target. After a revert the page shows the font of the caption that was the target last, at first that
-    /// of the value; when it is only shown again, the font that was chosen last.
+    /// Resets the target to none. After a revert, the page shows the font of the last target, initially that of the
+    /// value; when it is only shown again, it shows the last chosen font.
     void GetState() override;
     void GetMinimumSize(float* width, float* height) override;
 
@@ -46,7 +45,7 @@ private:
     const FFont& FontOf(Target target) const;
     float SampleHeight() const;
 
-    // Children of this view, and of those.
+    // Children of this view, and their children.
     BMenuField* fTargetField = nullptr;
     BListView* fFamilies = nullptr;
     BScrollView* fFamiliesScroll = nullptr;

@@ -18,8 +18,8 @@ public:
     void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
-    /// The skips are read from the chart as one more than they are and written back as the sliders then stand: each
-    /// filling of the shown page raises both by one. Kept, for what users have set was set with it.
+    /// The page shows each of the chart's skips plus one, and writes back what the sliders show: so each time the
+    /// visible page is filled, both rise by one. This is kept because users have chosen their settings with it.
     void GetState() override;
     void GetMinimumSize(float* width, float* height) override;
 

@@ -8,10 +8,10 @@
 
 class ChartView;
 
-/// Base of the pages that edit a chart: each edits one group of its settings, which is what it puts back and what is
-/// dragged with it.
+/// Base of the pages that edit a chart: each edits one group of its settings, which Revert() restores and a drag
+/// carries.
 ///
-/// The chart is not owned. When it goes away ForgetModel() has to be called first.
+/// The chart is not owned. Before it is destroyed, ForgetModel() must be called.
 class ChartPage : public PrefsTab {
 public:
     /// Puts the group into a message, for example one of the chart's Save...PrefsTo().
@@ -24,11 +24,11 @@ public:
     void ForgetModel() override { fChart = nullptr; }
 
 protected:
-    /// Null when the chart has gone away.
+    /// Null if the chart is gone.
     ChartView* Chart() const { return fChart; }
 
-    /// What Revert() puts back: the group as it was when the page was made. A page whose changes bring others with them
-    /// adds those.
+    /// The settings that Revert() restores: the group as it was when the page was made. A page whose changes affect
+    /// other settings adds those.
     BMessage& Snapshot() { return fSnapshot; }
 
 private:

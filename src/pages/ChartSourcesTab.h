@@ -8,9 +8,9 @@ class BScrollView;
 class BTextControl;
 class SourceListView;
 
-/// The page "Sources" of a chart: the list of all sources. They are dragged from it onto charts; Enter, a double click
-/// or the button adds the selected one, or a group, to this page's chart; without a selection the button is disabled.
-/// The field below narrows the list while the user types.
+/// The page "Sources" of a chart: the list of all sources. The user drags them onto charts; Enter, a double click or
+/// the button adds the selected source, or a group, to this page's chart; without a selection the button is disabled.
+/// The field below filters the list while the user types.
 class ChartSourcesTab : public ChartPage {
 public:
     explicit ChartSourcesTab(ChartView* chart);
@@ -18,7 +18,7 @@ public:
     void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
-    /// Nothing: the list is the same for every chart.
+    /// Does nothing: the list is the same for every chart.
     void GetState() override {}
     void GetMinimumSize(float* width, float* height) override;
 

@@ -4,15 +4,15 @@
 #include "kits/interface/View.h"
 #include "src/support/FFont.h"
 
-/// Shows a font with a line of text in it. Pulled with the mouse it is dragged away, and Ctrl+C copies it: a "!FNT"
-/// message with the font in "font", which charts take on their captions.
+/// Shows a font with a line of text. The user can drag it, and Ctrl+C copies it: a "!FNT" message with the font in
+/// "font", which charts accept on their captions.
 class FontSample : public BView {
 public:
     explicit FontSample(BRect frame);
 
-    /// The font that is shown and dragged; its mask goes with it.
+    /// The shown and dragged font; the drag includes its mask.
     void SetSample(const FFont& font);
-    /// What the view has to be high so that nothing of the text is cut off, in pixels as bottom minus top.
+    /// The height at which nothing of the text is cut off, in pixels as bottom minus top.
     float HeightForSample() const;
 
     void Draw(BRect update) override;

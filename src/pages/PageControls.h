@@ -11,25 +11,25 @@ class BMenuField;
 class BTextControl;
 class BView;
 
-/// Small things that several pages do with their controls.
+/// Small helpers for the controls of several pages.
 
-/// Between two controls that stand as close as a page lets them; pixels.
+/// The smallest gap between two controls of a page; pixels.
 inline constexpr float kSmallestGap = 2;
 
-/// Between a label and what it belongs to; pixels.
+/// The gap between a label and its control; pixels.
 inline constexpr float kBesideLabel = 8;
 
-/// Posts a message without fields to a page, as if one of its controls had sent it. A page that does not show gets
-/// nothing: its controls are filled when it is shown.
+/// Posts a message without fields to a page, as if one of its controls had sent it. A hidden page gets nothing: its
+/// controls are filled when it is shown.
 void PostToPage(BHandler* page, uint32 code);
 
-/// What a control asks for: x is the width, y the height.
+/// Returns a control's preferred size: x is the width, y the height.
 BPoint PreferredSizeOf(BView* control);
 
-/// The width that a menu or text field needs so that neither its label nor the rest is cut, when the label gets one
+/// Returns the width at which neither the label nor the rest of a menu or text field is cut off, if the label gets one
 /// `part`th of it.
 float FieldWidth(BMenuField* field, float part);
 float FieldWidth(BTextControl* field, float part);
 
-/// "Antialiasing 25 %": the position of a slider as a label, its hundredth part cut off.
+/// Returns "Antialiasing 25 %": the position of a slider as a label, truncated to whole percent.
 std::string PercentLabel(const char* name, float position);

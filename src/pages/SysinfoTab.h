@@ -11,12 +11,11 @@ class Sysinfo;
 /// the time between two samples. Both change while the slider moves.
 ///
 /// The delay slider has 200 steps of 24.95 milliseconds from 10 milliseconds on. A delay between two steps is shown as
-/// the nearer one and the label speaks of that, so opening the page can change the delay a little; a history of one
-/// sample likewise becomes one of two.
+/// the nearer one, and the label follows that, so opening the page can change the delay a little; likewise a history of
+/// one sample becomes one of two.
 class SysinfoTab : public PrefsTab {
 public:
-    /// @param sampler  null for the application's own, whichever that is at the time. Another one has to outlive the
-    ///                 page
+    /// @param sampler  null for the application's own at each moment. Any other one must outlive the page
     explicit SysinfoTab(Sysinfo* sampler);
 
     void AllAttached() override;
@@ -24,7 +23,7 @@ public:
     void Rerender() override;
     void GetState() override;
     void Revert() override;
-    /// False: the sampler's settings mean nothing to a chart.
+    /// Returns false: the sampler's settings mean nothing to a chart.
     bool SavePrefsForDD(BMessage* message) override;
     void ForgetModel() override;
     void GetMinimumSize(float* width, float* height) override;

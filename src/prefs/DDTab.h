@@ -4,8 +4,8 @@
 #include "kits/interface/TabView.h"
 #include "kits/support/Rect.h"
 
-/// A tab that remembers where its label was last drawn, so that a press on it can be told and the label shown as the
-/// outline of a drag.
+/// A tab that remembers where its label was last drawn, so that a press on the label can be recognised and a drag can
+/// show it as an outline.
 class DDTab : public BTab {
 public:
     /// @param view  as for BTab
@@ -13,7 +13,7 @@ public:
 
     void DrawLabel(BView* owner, BRect frame) override;
 
-    /// In the tab view's coordinates; (1, 1, 0, 0), which contains no point, as long as it was never drawn.
+    /// In the tab view's coordinates; (1, 1, 0, 0), which contains no point, until it is drawn.
     BRect LabelFrame() const { return fLabelFrame; }
 
 private:

@@ -7,9 +7,9 @@ class BMessage;
 class DDTab;
 class PrefsTab;
 
-/// The tab view of a preferences window. Pages are dragged out of it by their tabs: a press on the selected tab's
-/// label, and the pointer pulled out of the view across the strip, drags a MSG_PREFS_DROP message with the page's
-/// settings, or with any other button than the primary one the settings of all pages in one message.
+/// The tab view of a preferences window. The user drags pages out of it by their tabs: pressing the selected tab's
+/// label and moving the pointer out of the view across the strip drags a MSG_PREFS_DROP message with the page's
+/// settings, or, with any button but the primary one, the settings of all pages in one message.
 class DDTabView : public BTabView {
 public:
     explicit DDTabView(BRect frame);
@@ -20,7 +20,7 @@ public:
     void AddTab(BView* target, BTab* tab = nullptr) override;
 
     void MouseDown(BPoint where) override;
-    /// The settings of the page that shows, for who stands on the tabs.
+    /// Copies the settings of the visible page, when the focus is on the tabs.
     bool CopyRequested(BMessage* message) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
 

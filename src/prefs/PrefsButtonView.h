@@ -11,15 +11,15 @@ class PrefsButtonView : public BView {
 public:
     explicit PrefsButtonView(BRect frame);
 
-    /// Lays the buttons out for the present bounds. In a row that is too narrow they overlap.
+    /// Lays the buttons out for the present bounds. If the row is too narrow, they overlap.
     void Rerender();
     void AllAttached() override;
     void FrameResized(float width, float height) override;
 
-    /// The height depends on the font; the width is a token one.
+    /// The height depends on the font; the width is only a token.
     void GetPreferredSize(float* width, float* height) override;
 
-    /// The width below which the buttons would overlap.
+    /// Returns the width below which the buttons would overlap.
     float MinimumWidth();
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// What preferences windows and their pages share of their looks.
+/// Layout constants shared by preferences windows and their pages.
 
-/// Between a page and the tab view's container, on every side; pixels.
+/// The gap between a page and the tab view's container, on every side; pixels.
 inline constexpr float kPageMargin = 5;

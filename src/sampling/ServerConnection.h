@@ -11,18 +11,18 @@
 class FireAndForgetThread;
 class OwnedPeriodicThread;
 
-/// How a chart outside the application comes by its samples: finds the application or starts it, registers with it, and
+/// Connects a chart outside the application to its samples: finds the application or starts it, registers with it, and
 /// when it goes, hangs or dies, tries again at intervals until it is back.
 ///
-/// All of that is done by threads of its own, which take no lock of the interface: nothing here waits, whatever the
-/// application does. A thread that asks once, and may start the application, comes first; if it fails, or when the
-/// application goes later, the connector comes: a periodic thread that never starts anything. Each makes sure after one
-/// more interval that what it has found is still there, and ends.
+/// Threads of its own do all of that, without the interface lock, so nothing here waits, whatever the application does.
+/// First a thread asks once, and may start the application. If it fails, or when the application goes later, the
+/// connector follows: a periodic thread that never starts anything. Each checks after one more interval that the
+/// application it has found is still there, and ends.
 ///
-/// The receiver, who gets the samples, hears from here only one thing: that the first attempt failed. It hands on what
-/// it is told about the application: MSG_SERVER_GONE to ServerGone(), B_SOME_APP_QUIT to TeamGone().
+/// This class tells the receiver of the samples only one thing: that the first attempt failed. The receiver passes on
+/// what it hears about the application: MSG_SERVER_GONE to ServerGone(), B_SOME_APP_QUIT to TeamGone().
 ///
-/// Main thread, or under the interface lock; except where it says more.
+/// Main thread, or under the interface lock, unless stated otherwise.
 class ServerConnection {
 public:
     /// How long an attempt waits for the application to answer, microseconds.
@@ -30,7 +30,7 @@ public:
     /// The pause between two attempts.
     static constexpr bigtime_t kInterval = 1'000'000;
 
-    /// @param signature    of the application
+    /// @param signature    the application's
     /// @param failureCode  the code of the message to the receiver that an attempt has failed, see TakeFailure()
     ServerConnection(const char* signature, uint32 failureCode, bigtime_t interval = kInterval);
     /// Disconnects.
@@ -38,10 +38,10 @@ public:
     ServerConnection(const ServerConnection&) = delete;
     ServerConnection& operator=(const ServerConnection&) = delete;
 
-    /// Connects, or again if it is connected; nothing while it does so already.
+    /// Connects, or reconnects if it is connected; does nothing while that is under way.
     /// @param receiver     of samples, in this process
     /// @param mayLaunch    the application may be started
-    /// @param tellFailure  the receiver gets a message if this attempt fails. Others follow all the same.
+    /// @param tellFailure  the receiver gets a message if this attempt fails. Further attempts follow in any case.
     void Connect(const BMessenger& receiver, bool mayLaunch, bool tellFailure);
     /// Ends all attempts and tells the application, if it was asked anything, that no more samples are wanted.
     void Disconnect();
@@ -50,11 +50,12 @@ public:
     /// @param team  any that has ended or does not answer
     void TeamGone(team_id team);
 
-    /// Whether an attempt has failed that was to be told; once for each. Anybody can send a message that says so.
+    /// Returns whether an attempt has failed whose failure should be reported; once for each. Anybody can send a
+    /// message that claims it.
     bool TakeFailure();
-    /// Where it stands. Any thread.
+    /// The current state. Any thread.
     ConnectionState::Phase Phase() const;
-    /// The application that it is connected to; else one that leads nowhere. Any thread.
+    /// The application to which it is connected, otherwise an invalid messenger. Any thread.
     BMessenger Server() const;
 
 private:
@@ -62,7 +63,7 @@ private:
     static void Connector(ServerConnection* connection);
 
     void Attempt();
-    /// The watch on applications that end may have begun a moment after one had ended that had just answered.
+    /// The watch on applications may have begun a moment after an application had ended that had just answered.
     /// @return false if it is gone
     bool LookAfterServer();
     void StartConnector();
@@ -71,7 +72,7 @@ private:
     const uint32 fFailureCode;
     const bigtime_t fInterval;
 
-    mutable std::mutex fMutex; ///< guards what follows; held for moments only
+    mutable std::mutex fMutex; ///< guards the members below; held only briefly
     ConnectionState fState;
     BMessenger fReceiver;
     BMessenger fServer; ///< the last one that was asked
@@ -80,5 +81,5 @@ private:
     bool fTellFailure = false;
     bool fHasFailed = false;
 
-    std::unique_ptr<FireAndForgetThread> fAsker; ///< of who calls; not guarded
+    std::unique_ptr<FireAndForgetThread> fAsker; ///< used by the callers' thread; not guarded
 };

@@ -5,5 +5,5 @@
 
 #include <string>
 
-/// A source's name in the user's language, for what is shown to him. Other programs are told ValueProvider::Name().
+/// Returns a source's name in the user's language, for display. Other programs get ValueProvider::Name().
 std::string SourceName(vptarget_t target, int32 flags);

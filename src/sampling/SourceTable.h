@@ -14,16 +14,16 @@ struct SourceKey {
     bool operator==(const SourceKey&) const = default;
 };
 
-/// The sources that every machine has, in the order in which they are offered: those that go together stand together.
+/// The sources that every machine has, in the order in which they are offered: related ones stand together.
 std::span<const SourceKey> MachineSources();
 
-/// A group of sources of which there is one set for each processor.
+/// A group with one set of sources for each processor.
 struct ProcessorGroup {
     const char* name;
     bool idle;
     int32 flags; ///< of the plain source; the second one of each processor is smoothed as well
 
-    /// The group's two sources of one processor, plain and smoothed.
+    /// Returns the group's two sources of one processor, plain and smoothed.
     /// @param processor  from 0
     std::vector<SourceKey> Sources(int32 processor) const;
 };

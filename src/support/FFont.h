@@ -7,12 +7,12 @@
 
 class BMessage;
 
-/// A font that can be stored in a message, with a mask that says which of its properties it carries. Applied to
-/// another font it changes only those.
+/// A font that can be stored in a message, with a mask of the properties that it carries. Applied to another font, it
+/// changes only those.
 ///
 /// Flattened it has the type 'FONt' and 152 bytes, numbers big-endian: mask, size, shear, rotation, flags (4 bytes
 /// each, the middle three floats), face (2), spacing (1), encoding (1), family and style (64 each, zero-terminated and
-/// padded). All properties are written whatever the mask says.
+/// padded). All properties are written whatever the mask is.
 class FFont : public BFont, public BFlattenable {
 public:
     static constexpr type_code kTypeCode = 'FONt';
@@ -31,15 +31,15 @@ public:
         kAll = 255
     };
 
-    /// The default font, or a copy of the given one, with all properties in the mask. From an FFont the mask is
-    /// copied, too. A null pointer gives the default font.
+    /// The default font, or a copy of the given one, with all properties in the mask. Copies an FFont's mask, too. A
+    /// null pointer gives the default font.
     FFont();
     FFont(const BFont& font);
     explicit FFont(const BFont* font);
     FFont(const FFont& font);
     explicit FFont(const FFont* font);
 
-    /// From an FFont takes its mask, too; from a plain font the mask becomes kAll.
+    /// Copies an FFont's mask, too; for a plain font the mask becomes kAll.
     FFont& operator=(const FFont& font);
     FFont& operator=(const BFont& font);
 
@@ -54,8 +54,8 @@ public:
     /// @return B_OK; B_BAD_VALUE if the buffer has fewer than 152 bytes
     status_t Flatten(void* buffer, ssize_t size) const override;
 
-    /// Replaces font and mask. The bytes may come from anywhere: of size, shear and rotation one that is not finite
-    /// stays as the default font has it, and names end with their 64 bytes.
+    /// Replaces font and mask. The bytes may come from anywhere: a size, shear or rotation that is not finite keeps its
+    /// default, and names end after at most 64 bytes.
     /// @return B_OK; B_BAD_TYPE for a type other than 'FONt', B_BAD_VALUE for fewer than 152 bytes: nothing changed
     status_t Unflatten(type_code code, const void* buffer, ssize_t size) override;
 
@@ -71,13 +71,13 @@ private:
     uint32 fMask = kAll;
 };
 
-/// Adds the font as a flattened object, mask included; a plain font's mask is kAll.
-/// @return B_BAD_VALUE if the message or the font is null, else what the message says
+/// Adds the font as a flattened object, including its mask; a plain font's mask is kAll.
+/// @return B_BAD_VALUE if the message or the font is null, otherwise the message's status
 status_t AddMessageFont(BMessage* message, const char* name, const FFont* font);
 status_t AddMessageFont(BMessage* message, const char* name, const BFont* font);
 
-/// Finds a font that AddMessageFont() added. An FFont takes font and mask; of a plain font only the properties in
-/// the stored mask change. Without success nothing changes.
-/// @return B_BAD_VALUE if the message or the font is null, else what the message says
+/// Finds a font that AddMessageFont() added. An FFont takes font and mask; in a plain font only the properties in the
+/// stored mask change. An error changes nothing.
+/// @return B_BAD_VALUE if the message or the font is null, otherwise the message's status
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, FFont* font);
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font);

@@ -3,5 +3,5 @@
 
 #include <string>
 
-/// The number with this many decimals and a point, whatever the language: "0.21".
+/// Returns the number with this many decimals and a point, whatever the language: "0.21".
 std::string FixedPoint(double number, int decimals);

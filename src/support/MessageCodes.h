@@ -3,9 +3,9 @@
 
 #include "kits/kernel/Types.h"
 
-/// The program's own message codes: one enumeration of consecutive numbers that all its windows, charts and
-/// processes share. What a message carries is told where it is handled; the numbers are fixed for good, because
-/// programs of different versions talk to each other by them.
+/// The program's own message codes: one enumeration of consecutive numbers that all its windows, charts and processes
+/// share. The handlers describe the fields of their messages; the numbers are fixed for good, because programs of
+/// different versions exchange them.
 enum : uint32 {
     MSG_SYSINFO_SAMPLE = 0x3F62129A,        ///< sampler to charts: a new sample
     MSG_SET_DELAY = 0x3F62129B,             ///< any program to the application: "Delay" int64, microseconds
@@ -13,7 +13,7 @@ enum : uint32 {
     MSG_LAUNCHED_BY_REPLICANT = 0x3F62129D, ///< launch message of a replicant: start minimised
     MSG_CONNECT = 0x3F62129E,               ///< chart to application: "Messenger" wants samples
     MSG_DISCONNECT = 0x3F62129F,            ///< chart to application: "Messenger" wants no more samples
-    MSG_SERVER_GONE = 0x3F6212A0,           ///< sampler, while it is destroyed, to remote charts
+    MSG_SERVER_GONE = 0x3F6212A0,           ///< sampler, in its destructor, to remote charts
     MSG_OPEN_GLOBAL_PREFS = 0x3F6212A1,     ///< main window's menu to application
     MSG_CW_OPEN = 0x3F6212A2,               ///< application to itself at start-up; has no handler
     MSG_NO_LISTENERS = 0x3F6212A3,          ///< sampler to application: the last messenger was invalid
@@ -90,18 +90,18 @@ enum : uint32 {
 
     MSG_PASTE_COLOR, ///< chart's menu: from the clipboard onto the source whose item "source" is
 
-    MSG_DESKTOP_COLOR, ///< the desktop to who asked for its colour: "RGBColor"
+    MSG_DESKTOP_COLOR, ///< the desktop's colour, to the code that asked for it: "RGBColor"
 
-    // Charts on the desktop. Programs of different versions speak these too.
-    MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, perhaps "Where" (point, left top),
-                                      ///< and "Request" (string), by which a repeated one is known
-    MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed, perhaps "Refused" (bool)
+    // Charts on the desktop. Programs of different versions exchange these too.
+    MSG_SHOW_ON_DESKTOP = 0x3F621380, ///< chart to qel-desktop: "Archive" message, optionally "Where" (point, top
+                                      ///< left), and "Request" (string), which identifies a repeated one
+    MSG_NOT_ON_DESKTOP,               ///< chart to itself: that failed, optionally "Refused" (bool)
     MSG_COPY_TO_DESKTOP,              ///< menus to their chart
     MSG_REMOVE_REPLICANT,             ///< handle's menu to a chart on the desktop, and on to its window
-    MSG_GO_TO_DESKTOP,                ///< chart's menu: the keyboard goes to the charts on the desktop
-    MSG_ACTIVATE_REPLICANTS,          ///< chart to qel-desktop: the first one gets the keyboard
-    MSG_NEXT_REPLICANT,               ///< chart on the desktop to its window: the next one does, or with "Back" (bool)
-                                      ///< the one before
+    MSG_GO_TO_DESKTOP,                ///< chart's menu: gives the keyboard focus to the charts on the desktop
+    MSG_ACTIVATE_REPLICANTS,          ///< chart to qel-desktop: the first chart gets the keyboard focus
+    MSG_NEXT_REPLICANT,               ///< chart on the desktop to its window: gives the focus to the next one, or with
+                                      ///< "Back" (bool) to the previous one
     MSG_MOVE_REPLICANT,               ///< chart on the desktop to its window: "By" point
-    MSG_NOTHING_ON_DESKTOP            ///< chart to itself: no charts are there that could get the keyboard
+    MSG_NOTHING_ON_DESKTOP            ///< chart to itself: there are no charts that could get the focus
 };

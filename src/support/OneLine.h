@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-/// A text as part of a line on stderr: it stays one line, whatever a file's name holds, and no longer than
+/// Returns a text as part of a line on stderr: it stays one line, whatever a file's name contains, and no longer than
 /// bounds::kMostInALine bytes, whole characters of UTF-8, and three dots.
 inline std::string OneLine(std::string text)
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// Says on stderr, in one line, that qel and the charts on the desktop cannot find or start each other, why, and what
-/// will not work for that. Says nothing if they can.
+/// Prints on stderr, in one line, that qel and the charts on the desktop cannot find or start each other, the reason,
+/// and what will not work therefore. Prints nothing if they can.
 /// @param program    its name, for the line
 /// @param signature  of the application that was started; null for a command that only looks for one
 /// @return true if they find each other

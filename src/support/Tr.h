@@ -3,7 +3,7 @@
 
 #include "kits/application/Language.h"
 
-/// A sentence of the program in the user's language. What stands between the brackets is a literal: the translations in
+/// Returns a sentence of the program in the user's language. The argument is a literal: the translations in
 /// translations/ are checked against all of them.
 inline const char* Tr(const char* text)
 {

@@ -8,19 +8,19 @@
 
 namespace kits {
 
-/// Sends a copy of a message on its way, in this process or to another one; never waits. The result is as that of
+/// Sends a copy of a message, within this process or to another one; never waits. The result is that of
 /// BMessenger::SendMessage.
-/// @param replyTo      where answers go; may be unset
-/// @param sourceWaits  somebody waits there for the one answer
+/// @param replyTo      the address for replies; may be unset
+/// @param sourceWaits  the sender waits there for a single reply
 status_t DeliverCopy(const Address& target, const BMessage& message, const Address& replyTo, bool sourceWaits);
 
-/// The same to many. It is flattened once, and handlers of one team share one frame.
+/// Sends a copy to each of many targets. The message is flattened once, and the handlers of a team share one frame.
 void DeliverToAll(const std::vector<Address>& targets, const BMessage& message);
 
-/// Whether a message could be sent there now, as far as this process knows.
+/// Returns whether a message could be sent there now, as far as this process knows.
 bool IsReachable(const Address& target);
 
-/// The address of a handler of this process; unset for null.
+/// Returns the address of a handler of this process; unset for null.
 Address AddressOf(const BHandler* handler);
 
 } // namespace kits

@@ -5,22 +5,24 @@
 
 namespace kits {
 
-/// Somebody whose descriptors the main thread reads itself, while it runs its loop (see WakeSet). Called by the main
-/// thread, with the interface lock held but where it says more.
+/// Has descriptors that the main thread reads itself, while it runs its loop (see WakeSet). The main thread calls it,
+/// with the interface lock held unless stated otherwise.
 class LoopGuest {
 public:
     virtual ~LoopGuest() = default;
 
-    /// Lets the main thread's loop serve this one, from now on. Any thread; must stay, and there is one only.
+    /// Makes the main thread's loop serve this guest from now on. Any thread; the guest must stay, and there is only
+    /// one.
     static void Set(LoopGuest* guest);
-    /// Null if there is none.
+    /// Returns the guest, or null.
     static LoopGuest* Get();
 
-    /// The main thread will wait: whatever was added to the WakeSet is read as soon as it can be.
+    /// The main thread is about to wait: descriptors in the WakeSet are read as soon as they can be.
     virtual void MainWaits() = 0;
-    /// The main thread has waited, and has something to do; it may be long before it waits again. Without the lock.
+    /// The main thread has stopped waiting and has work to do; it may be long before it waits again. Called without the
+    /// lock.
     virtual void MainWorks() = 0;
-    /// This one can be read. What is posted in here is dispatched in the turn that begins now.
+    /// This descriptor can be read. Messages posted here are dispatched in the turn that begins now.
     virtual void Read(WakeSet::Number number) = 0;
 };
 

@@ -11,11 +11,11 @@
 
 namespace kits {
 
-/// What other processes can make this one hold. The rows are those of Bounds.h.
+/// Resources of this process that other processes can use up. The rows are those of Bounds.h.
 enum class Resource : uint8 {
     kConnections,   ///< to us
     kLinks,         ///< from us
-    kIncomplete,    ///< bytes received of messages that are not complete yet
+    kIncomplete,    ///< received bytes of messages that are not complete yet
     kUnsent,        ///< bytes that wait to be sent
     kUnhandled,     ///< messages that wait for the main thread or are being handled there
     kUnhandledBytes ///< of those messages
@@ -23,34 +23,34 @@ enum class Resource : uint8 {
 inline constexpr size_t kCountResources = 6;
 
 /// Counts what each other process has claimed from this one, and what all have claimed together, and refuses claims
-/// beyond the limits. The claimant holds a PeerClaim for as long as it uses what it has claimed. Any thread.
+/// beyond the limits. The claimant holds a PeerClaim as long as it uses the claimed resource. Any thread.
 class PeerAccounts {
 public:
     /// The limits of one resource.
     struct Row {
         size_t ofAProcess;
         size_t inAll;
-        size_t share; ///< what a process gets even when the others have all
+        size_t share; ///< guaranteed to a process even if the others have used up the rest
     };
     using Table = std::array<Row, kCountResources>;
-    /// That of Bounds.h, by Resource.
+    /// The table of Bounds.h, by Resource.
     static const Table kTable;
 
-    /// @param onRoom  something was given back since somebody found no room. Any thread, which may hold any mutex: no
-    ///                claim may be made or given back in it
+    /// @param onRoom  called when something was released after somebody found no room. On any thread, which may hold
+    ///                any mutex: it must not make or release a claim
     explicit PeerAccounts(std::function<void()> onRoom, const Table& table = kTable)
         : fOnRoom(std::move(onRoom))
         , fTable(table)
     {
     }
 
-    /// How much more a process may claim now.
+    /// Returns how much more a process may claim now.
     size_t Room(team_address process, Resource resource) const;
-    /// Whether a process may claim so much more now. If not, the next one to give something back calls `onRoom`.
+    /// Returns whether a process may claim this much more now. If not, the next release calls `onRoom`.
     bool HasRoom(team_address process, Resource resource, size_t amount);
     size_t Used(team_address process, Resource resource) const;
     size_t UsedByAll(Resource resource) const;
-    /// The processes that have claimed anything.
+    /// Returns the number of processes that have claimed anything.
     size_t CountProcesses() const;
 
 private:
@@ -59,22 +59,22 @@ private:
     using Amounts = std::array<size_t, kCountResources>;
 
     static size_t At(Resource resource) { return static_cast<size_t>(resource); }
-    /// With the mutex held.
+    /// Called with the mutex held.
     size_t RoomFor(size_t used, Resource resource) const;
     bool Change(team_address process, Resource resource, size_t before, size_t after);
 
     const std::function<void()> fOnRoom;
     const Table fTable;
-    mutable std::mutex fMutex; ///< guards what follows; a leaf
+    mutable std::mutex fMutex; ///< guards the members below; a leaf
     std::unordered_map<team_address, Amounts> fUsed;
     Amounts fUsedByAll = {};
     bool fIsSomebodyWaiting = false;
 };
 
-/// What one process has claimed of one resource, for one thing; given back when this goes. One thread at a time.
+/// One process's claim of one resource, for one purpose; the destructor releases it. One thread at a time.
 class PeerClaim {
 public:
-    /// Of nothing.
+    /// A claim of nothing.
     PeerClaim() = default;
     PeerClaim(PeerAccounts* accounts, team_address process, Resource resource)
         : fAccounts(accounts)
@@ -86,9 +86,8 @@ public:
     PeerClaim& operator=(PeerClaim&& other) noexcept;
     ~PeerClaim() { Resize(0); }
 
-    /// Claims so much in all from now on. Less is always possible.
-    /// @return false if there is no room for it: then it is as it was, and the next one to give something back calls
-    ///         `onRoom`
+    /// Claims this amount in all from now on. A smaller amount is always possible.
+    /// @return false if there is no room: then the claim is unchanged, and the next release calls `onRoom`
     bool Resize(size_t amount);
     [[nodiscard]] size_t Amount() const { return fAmount; }
     [[nodiscard]] team_address Process() const { return fProcess; }
@@ -102,7 +101,7 @@ private:
     Resource fResource = Resource::kConnections;
 };
 
-/// One message of another process that the main thread has not handled.
+/// One message of another process that the main thread has not handled yet.
 struct PeerWork {
     PeerClaim message;
     PeerClaim bytes;

@@ -10,12 +10,12 @@
 
 namespace kits {
 
-/// Counts how long the main loop has handled messages of each other process. A process that has used up its time waits
-/// for the next turn, and for several turns after a message that took longer. Events, timers and the messages of other
-/// processes are handled in between. Main thread.
+/// Measures how long the main loop has handled messages of each other process. A process that has used up its time
+/// waits for the next turn, or for several turns after a message that took longer. Meanwhile the loop handles events,
+/// timers and the messages of other processes. Main thread.
 class PeerTurns {
 public:
-    /// A turn of the loop, perhaps of a nested one, begins.
+    /// Begins a turn of the loop, possibly of a nested one.
     void Begin()
     {
         for (Entry& entry : fEntries)
@@ -32,7 +32,7 @@ public:
             });
     }
 
-    /// A message of the process has been handled.
+    /// Adds the time that handling a message of the process has taken.
     void Add(team_address process, bigtime_t time)
     {
         auto found = std::find_if(fEntries.begin(), fEntries.end(),
@@ -48,7 +48,7 @@ private:
         bigtime_t time;
     };
 
-    /// A message that opened a menu may have taken minutes.
+    /// A limit, because a message that opened a menu may have taken minutes.
     static constexpr bigtime_t kMostRemembered = 8 * bounds::kLongestOfAProcess;
 
     std::vector<Entry> fEntries; ///< few: most turns meet one process

@@ -14,7 +14,7 @@ public:
     void Quit() override;
 
 private:
-    std::vector<bool*> fRuns; ///< of every Run that is under way, the innermost last: whether it is to end
+    std::vector<bool*> fRuns; ///< for each active Run, the innermost last: whether it must end
 };
 
 } // namespace kits

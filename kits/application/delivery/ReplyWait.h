@@ -8,19 +8,19 @@
 
 namespace kits {
 
-/// One thread that waits for the answer to one message.
+/// One thread that waits for the reply to one message.
 class ReplyWait {
 public:
-    /// Takes the answer. Any thread, once.
+    /// Gives it the reply. Any thread, once.
     void Answer(std::unique_ptr<BMessage> answer);
-    /// There will be no answer. Any thread.
+    /// Tells it that there will be no reply. Any thread.
     void Fail();
-    /// Whether it is known what becomes of it.
+    /// Returns whether the outcome is known.
     bool IsSettled();
-    /// Waits for the answer, on the main thread in a nested loop (see BMessenger::SendMessage).
-    /// @return `B_OK` with an answer, `B_BAD_HANDLER` if there will be none, or what ended the wait
+    /// Waits for the reply, on the main thread in a nested loop (see BMessenger::SendMessage).
+    /// @return `B_OK` with a reply, `B_BAD_HANDLER` if there will be none, or the reason why the wait ended
     status_t Await(bigtime_t timeout);
-    /// What came; null if nothing has.
+    /// Returns the reply, or null.
     std::unique_ptr<BMessage> TakeAnswer();
 
 private:
@@ -28,7 +28,7 @@ private:
     void Settle(std::unique_ptr<BMessage> answer);
 
     WaitPoint fPoint{B_THREAD_RECEIVING};
-    std::unique_ptr<BMessage> fAnswer; ///< guarded by fPoint, as what follows
+    std::unique_ptr<BMessage> fAnswer; ///< guarded by fPoint, as the members below
     bool fIsSettled = false;
 };
 

@@ -7,7 +7,7 @@
 
 namespace kits {
 
-/// The timers that run. With the interface lock held.
+/// The running timers. Use it with the interface lock held.
 class TimerQueue {
 public:
     static TimerQueue& Get();
@@ -15,7 +15,7 @@ public:
     void Add(Timer* timer);
     void Remove(Timer* timer);
     bigtime_t Deadline() const;
-    /// Calls every timer that is due, once, in the order in which they are due.
+    /// Calls every due timer once, in the order of their times.
     void RunDue(bigtime_t now);
 
 private:

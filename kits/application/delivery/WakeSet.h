@@ -7,30 +7,30 @@
 
 namespace kits {
 
-/// What the loop of the main thread wakes for: one descriptor that is readable when the main thread was woken, or when
-/// something can be read that the main thread then reads itself. Any thread.
+/// What the main thread's loop waits for: one descriptor that is readable when the main thread was woken, or when a
+/// descriptor can be read that the main thread then reads itself. Any thread.
 ///
-/// Behind it stands a set of the system (epoll), so a loop has only this one to watch, whatever is added and removed
-/// while it waits.
+/// It is an epoll set, so a loop has only this one to watch, whatever is added and removed while it waits.
 namespace WakeSet {
 
-/// For the whole life of the process. Never read or closed.
+/// The same for the whole life of the process. Never read or close it.
 int Descriptor();
 
 /// Wakes the main thread. Safe in signal handlers.
 void Wake();
 
-/// The number of an Entry that can be read: not 0.
+/// The number of an added descriptor: not 0.
 using Number = uint64;
 
-/// Has the main thread woken also when this descriptor can be read, for as long as it can.
+/// Wakes the main thread also while this descriptor can be read.
 /// @return false if the system has no room for it
 bool Add(int descriptor, Number number);
-/// Before the descriptor is closed.
+/// Call it before the descriptor is closed.
 void Remove(int descriptor);
 
-/// Takes back all wakes so far: whatever they were for is seen by who looks after this.
-/// @return which of those that were added can be read, in `space`; who finds no room in it is told next time
+/// Takes back all wakes so far; the caller then handles whatever they were for.
+/// @return the numbers of the added descriptors that can be read, stored in `space`; those for which it has no room are
+///         reported next time
 std::span<const Number> Clear(std::span<Number> space);
 
 } // namespace WakeSet

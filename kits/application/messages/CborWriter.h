@@ -9,19 +9,19 @@
 
 namespace kits {
 
-/// Appends items of CBOR (RFC 8949), each in its shortest form; numbers with a point keep their size and all their
+/// Appends items of CBOR (RFC 8949), each in its shortest form; floating-point numbers keep their size and all their
 /// bits.
 class CborWriter {
 public:
-    /// @param bytes  must stay
+    /// @param bytes  not owned; must stay
     explicit CborWriter(std::string* bytes)
         : fBytes(*bytes)
     {
     }
 
-    /// As many items follow.
+    /// Starts an array of this many items.
     void StartArray(uint64 count) { AddHead(4, count); }
-    /// As many pairs of items follow.
+    /// Starts a map of this many pairs of items.
     void StartMap(uint64 count) { AddHead(5, count); }
 
     void AddUnsigned(uint64 value) { AddHead(0, value); }

@@ -7,7 +7,8 @@
 
 namespace kits {
 
-/// The CRC-32 of zip and Ethernet: finds every damage of up to 32 bits in a row, and misses others once in 4 billion.
+/// The CRC-32 of zip and Ethernet: detects all damage of up to 32 consecutive bits, and misses other damage once in 4
+/// billion cases.
 uint32 Crc32(std::string_view bytes);
 
 } // namespace kits

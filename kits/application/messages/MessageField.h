@@ -8,16 +8,16 @@
 
 namespace kits {
 
-/// The size that every value of this type has, in bytes; 0 if they may differ.
+/// Returns the size of every value of this type, in bytes; 0 if sizes may differ.
 size_t FixedSizeOf(type_code type);
 
-/// Whether a field may have this name.
+/// Returns whether a field may have this name.
 bool IsFieldName(const char* name);
 
-/// The memory that a message takes, itself and all that it holds; in bytes, and a little more than it is.
+/// Returns the memory of a message with everything that it holds; in bytes, rounded up a little.
 size_t MemoryOf(const BMessage& message);
 
-/// Whether values of this type are addresses, which mean nothing to another process.
+/// Returns whether values of this type are addresses, which mean nothing to another process.
 bool IsAddressType(type_code type);
 
 } // namespace kits
@@ -26,7 +26,7 @@ bool IsAddressType(type_code type);
 /// number allocates nothing beyond itself.
 class BMessage::Field {
 public:
-    /// @param itemSize  of every value; 0 for values of different sizes
+    /// @param itemSize  the size of every value; 0 if sizes differ
     Field(std::string_view name, type_code type, bool fixedSize, size_t itemSize);
     Field(const Field& other);
     Field(Field&& other) noexcept = default;
@@ -36,33 +36,33 @@ public:
     type_code Type() const { return fType; }
     int32 Count() const { return static_cast<int32>(fCount); }
     bool IsFixedSize() const { return fFixedSize; }
-    /// The size of a value of a field of fixed size.
+    /// The size of a value in a field of fixed size.
     size_t ItemSize() const { return fItemSize; }
 
-    /// The bytes of a value; not for messages. The index is in range.
+    /// Returns the bytes of a value; not for messages. The index must be in range.
     std::string_view ItemAt(int32 index) const;
-    /// A value of a field of messages. The index is in range.
+    /// Returns a value in a field of messages. The index must be in range.
     const BMessage& MessageAt(int32 index) const { return fMore->messages[static_cast<size_t>(index)]; }
     BMessage& MessageAt(int32 index) { return fMore->messages[static_cast<size_t>(index)]; }
 
-    /// The memory that it has beyond itself; in bytes, and a little more than it is.
+    /// Returns the memory that it uses beyond itself; in bytes, rounded up a little.
     size_t Memory() const;
 
     void Reserve(size_t count);
     void Add(const void* data, size_t size);
     void AddMessage(BMessage message);
     void Replace(int32 index, const void* data, size_t size);
-    /// Of a field of fixed size, and not of that: the size of the only value becomes the field's, else the field is one
-    /// of different sizes from now on.
+    /// Replaces a value in a field of fixed size by one of another size: if it is the only value, the field takes the
+    /// new size, otherwise its sizes may differ from now on.
     void ReplaceByOtherSize(int32 index, const void* data, size_t size);
     void Remove(int32 index);
 
-    /// The same name, type and values.
+    /// Returns whether both have the same name, type and values.
     bool HasSameData(const Field& other) const;
 
 private:
     struct More {
-        std::vector<size_t> ends; ///< of values of different sizes, once there is more than one
+        std::vector<size_t> ends; ///< for values of different sizes, once there is more than one
         std::vector<BMessage> messages;
     };
 

@@ -9,16 +9,16 @@
 
 namespace kits {
 
-/// How a message is flattened: as CBOR, so that any tool for that shows what is in a file or on a socket.
+/// The format of a flattened message. It is CBOR, so that any CBOR tool can show the content of a file or of a socket.
 ///
 ///     55799([SIZE, {"what": CODE, "fields": {NAME: FIELD, …}}, CHECKSUM])
 ///     FIELD = [CODE, VALUE, …]
 ///
-/// The tag 55799 says that CBOR follows, to tools that guess. SIZE is the number of bytes behind it, so that a reader
-/// knows where the message ends before it has read it. CHECKSUM is the CRC-32 (that of zip and Ethernet) of the map's
-/// bytes, as four bytes; it may be missing, in an array of two then.
+/// The tag 55799 marks the data as CBOR for tools that guess. SIZE is the number of bytes after it, so that a reader
+/// knows where the message ends before reading it. CHECKSUM is the CRC-32 (that of zip and Ethernet) of the map's
+/// bytes, as four bytes; it may be missing, and then the array has two items.
 ///
-/// A CODE is a text of four characters where all are printable, else a number. A VALUE is
+/// A CODE is a text of four characters if all are printable, otherwise a number. A VALUE is
 ///
 ///     BOOL                     false or true
 ///     BYTE SHRT LONG LLNG      an integer in the range of the type; likewise UBYT USHT ULNG ULLG
@@ -31,22 +31,22 @@ namespace kits {
 ///     all others               a byte string; if they need not have the same size, the text "variable" stands before
 ///                              the first
 ///
-/// Fields keep their order. Nothing has an unknown length, nothing else may occur, no name occurs twice in a map, no
-/// field is without values. Fields of addresses (PNTR, OPTR) are not written; where they occur they are integers, and
-/// skipped.
+/// Fields keep their order. No item has an indefinite length, no other items are allowed, no name occurs twice in a
+/// map, and every field has values. Fields of addresses (PNTR, OPTR) are not written; in what is read they are
+/// integers, and skipped.
 
-/// What is read first to learn how long a message is.
+/// The number of bytes that a reader needs to learn the length of a message.
 inline constexpr size_t kMessageHeadSize = 9;
 
-/// How much a flattened message may hold.
+/// Limits on the content of a flattened message.
 struct MessageLimits {
     size_t size;
     int32 fields;
     int32 values;
 };
-/// Those of BMessage.
+/// The limits of BMessage.
 inline constexpr MessageLimits kMessageLimits{BMessage::kMaxFlattenedSize, BMessage::kMaxFields, BMessage::kMaxValues};
-/// Those of a message that goes from one process to another.
+/// The limits of a message that goes from one process to another.
 inline constexpr MessageLimits kFrameLimits{bounds::kMostFrame, bounds::kMostFieldsFromOutside,
                                             bounds::kMostValuesFromOutside};
 
@@ -56,11 +56,11 @@ inline constexpr MessageLimits kFrameLimits{bounds::kMostFrame, bounds::kMostFie
 status_t WriteMessage(const BMessage& message, std::string* flat, bool withChecksum = true,
                       const MessageLimits& limits = kMessageLimits);
 
-/// The number of bytes of the whole message that begins so; `B_BAD_VALUE` if none does.
-/// @param head  the first bytes, kMessageHeadSize of them or, if the message is shorter, all
+/// Returns the number of bytes of the whole message that begins with `head`; `B_BAD_VALUE` if none does.
+/// @param head  the first kMessageHeadSize bytes or, if the message is shorter, all of it
 ssize_t SizeOfMessage(std::string_view head);
 
-/// Unflattens a message; with an error it is as it was.
+/// Unflattens a message; an error leaves `message` unchanged.
 status_t ReadMessage(std::string_view flat, BMessage* message, const MessageLimits& limits = kMessageLimits);
 
 } // namespace kits

@@ -18,9 +18,9 @@
 
 namespace kits {
 
-/// The connections that this team has made to others, one to each that it sends to. They are made when they are needed
-/// and stay. Sending is done by any thread, and never waits; what a team does not take at once is sent by the thread of
-/// the team port, which also hears when a connection ends, and alone closes it.
+/// The connections that this team has made, one to each team to which it sends. They are made when they are needed, and
+/// stay. Any thread may send, and never waits; the team port's thread sends what a team does not take at once, notices
+/// when a connection ends, and is the only one that closes connections.
 class TeamLinks {
 public:
     using Clock = std::chrono::steady_clock;
@@ -28,11 +28,11 @@ public:
     static constexpr auto kPingInterval = std::chrono::seconds(1);
 
     struct Hooks {
-        /// The thread of the port has something to do. Any thread, with the links' mutex held.
+        /// Called when the port's thread has something to do. Any thread, with the links' mutex held.
         std::function<void()> wake;
-        /// A connection has ended.
+        /// Called when a connection has ended.
         std::function<void(team_address)> onClosed;
-        /// A team that is watched has not answered two pings, or does so again.
+        /// Called when a watched team has not answered two pings, or answers again.
         std::function<void(team_address, bool isHung)> onHung;
         std::function<Clock::time_point()> now = Clock::now;
     };
@@ -43,26 +43,25 @@ public:
     {
     }
 
-    // Any thread.
+    // Any thread may call these.
 
-    /// Connections are made from now on. The folder must stay; null ends all connections.
+    /// Makes connections possible from now on. The folder must stay; null ends all connections.
     void SetFolder(const TeamFolder* folder);
-    /// @return `B_BAD_HANDLER` if the team cannot be reached, or the one handler is known to be gone; `B_WOULD_BLOCK`
-    /// if
-    ///         it has too much to read already
+    /// @return `B_BAD_HANDLER` if the team cannot be reached, or its only handler is known to be gone; `B_WOULD_BLOCK`
+    ///         if too much waits for it already
     status_t Send(team_address team, MessageFrame frame, uint32 code, std::shared_ptr<const std::string> message);
-    /// Whether there is a connection, or one could be made, and the handler is not known to be gone.
+    /// Returns whether there is a connection, or one could be made, and the handler is not known to be gone.
     bool IsReachable(const Address& address);
-    /// The team has been heard of: it is tried again, though it was given up.
+    /// The team has sent something: it is tried again, even if it was given up.
     void Forgive(team_address team);
 
-    // The thread of the port.
+    // Only the port's thread calls these.
 
     void AppendPolls(std::vector<pollfd>* polls);
     Clock::time_point Deadline();
-    /// @param polls  what AppendPolls has added, with what was found
+    /// @param polls  the entries that AppendPolls has added, with the results of poll()
     void Handle(const pollfd* polls, size_t count);
-    /// Whether to ask this team for signs of life. Makes a connection.
+    /// Sets whether to ping this team. Makes a connection.
     void SetWatched(team_address team, bool isWatched);
 
 private:
@@ -79,7 +78,7 @@ private:
         FrameReader reader;
         std::unordered_set<token_t> goneHandlers;
         Clock::time_point fullSince = Clock::time_point::max();
-        Clock::time_point nextPing = Clock::time_point::max(); ///< for one that is watched
+        Clock::time_point nextPing = Clock::time_point::max(); ///< if it is watched
         uint64 lastPing = 0;
         int countUnanswered = 0;
         bool isHung = false;
@@ -95,12 +94,12 @@ private:
 
     PeerAccounts* const fAccounts;
     const Hooks fHooks;
-    std::mutex fMutex; ///< guards what follows; a leaf but for the wake hook
+    std::mutex fMutex; ///< guards the members below; a leaf except for the wake hook
     const TeamFolder* fFolder = nullptr;
     std::map<team_address, std::unique_ptr<Link>> fLinks;
     std::vector<team_address> fGivenUp;    ///< the oldest first
-    std::atomic<bool> fHasGivenUp = false; ///< spares the mutex for every message that comes
-    std::vector<team_address> fPolled;     ///< by the place in what AppendPolls has added
+    std::atomic<bool> fHasGivenUp = false; ///< saves locking the mutex for every received message
+    std::vector<team_address> fPolled;     ///< by the position among the entries of AppendPolls
 };
 
 } // namespace kits

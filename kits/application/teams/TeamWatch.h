@@ -18,16 +18,16 @@ namespace kits {
 /// Events that can be watched, see BRoster::StartWatching.
 enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2, kTeamDied = 4 };
 
-/// Tells watchers which applications come and go: whose socket appears in the folder, whose connection ends, and who
-/// does not answer. One that hangs counts as gone, and as launched when it answers again. Who begins to watch says
-/// which teams are there at that moment, so nothing is missed until the thread of the port looks for the first time.
+/// Notifies watchers of applications that come and go: whose socket appears in the folder, whose connection ends, and
+/// which do not answer. An application that hangs counts as gone, and as launched when it answers again. A new watcher
+/// states which teams exist at that moment, so it misses nothing before the port's thread looks for the first time.
 class TeamWatch {
 public:
     using Clock = std::chrono::steady_clock;
 
     struct Hooks {
         std::function<void()> wake;
-        /// A team is to be connected to and asked for signs of life, or no longer.
+        /// Called to connect to a team and ping it, or to stop that.
         std::function<void(team_address, bool isWatched)> setWatched;
         std::function<bool(team_address)> isReachable;
     };
@@ -37,14 +37,14 @@ public:
     {
     }
 
-    // Any thread.
-    /// @param present  the teams that are no news: they launched before it began to watch. Of one that watches already
-    ///                 only the events change
+    // Any thread may call these.
+    /// @param present  the teams that are no news, because they were launched before the watcher came. For an existing
+    ///                 watcher, only the events change
     void Add(const Address& watcher, uint32 events, const std::vector<TeamFolder::Entry>& present);
     bool Remove(const Address& watcher);
     void Clear();
 
-    // The thread of the port.
+    // Only the port's thread calls these.
     void AppendPolls(std::vector<pollfd>* polls) const;
     Clock::time_point Deadline();
     void Handle(const pollfd* polls, const TeamFolder& folder);
@@ -58,8 +58,8 @@ private:
     struct Watcher {
         Address address;
         uint32 events;
-        bool isNew = true;    ///< since it came nobody has looked
-        Signatures present{}; ///< when it came, and not found since
+        bool isNew = true;    ///< nobody has looked since it came
+        Signatures present{}; ///< present when it came, and not found since
     };
     struct Team {
         std::string signature;
@@ -68,14 +68,14 @@ private:
     };
 
     bool HasWatchers();
-    /// What the folder tells. False if that is nothing.
+    /// Reads the folder's notices. Returns false if there are none.
     bool ReadNotices();
     bool HasNewWatchers();
     void ForgetTeams();
     void Look(const TeamFolder& folder);
-    /// Those for whom it is no news are left out.
+    /// Skips watchers for whom it is no news.
     void TellLaunched(team_address team, const std::string& signature);
-    /// Those that ended before anybody looked.
+    /// Reports those that ended before anybody looked.
     void TellOfTheGone(const std::vector<TeamFolder::Entry>& entries);
     void Tell(uint32 event, team_address team, const std::string& signature);
     void Tell(const std::vector<Watcher>& watchers, uint32 event, team_address team, const std::string& signature);
@@ -84,7 +84,7 @@ private:
     std::mutex fMutex;
     std::vector<Watcher> fWatchers; ///< guarded by the mutex
 
-    // Of the thread.
+    // Used by the port's thread.
     FileDescriptor fNotifier; ///< open while there are watchers
     std::map<team_address, Team> fTeams;
     Clock::time_point fLookAt = Clock::time_point::max();

@@ -17,26 +17,28 @@
 
 namespace kits {
 
-/// The connections that other teams have made to this one, and the messages that come on them. Whoever comes is a
-/// stranger until it has said who it is, and gets little time and little memory for that. What a process may have of
-/// anything is kept in its account (see PeerAccounts); while there is no room in that nothing more is read from it, and
-/// whoever breaks the rules or is too slow is told why and shown out.
+/// The connections that other teams have made to this one, and the messages that arrive on them. A visitor is a
+/// stranger until it has said who it is, and gets little time and little memory for that. Everything that a process
+/// uses is charged to its account (see PeerAccounts); while its account has no room, nothing more is read from it. A
+/// visitor that breaks the rules or is too slow gets a reason, and its connection is closed.
 ///
-/// Two threads read what comes, see ReadShift: while the main thread's loop comes by it reads those who have said who
-/// they are, as soon as it wakes. All else is done by the thread of the port, which lets in and shows out, tries again
-/// what a looper did not take, and reads everything while the main thread is held up or runs no loop.
+/// Two threads read, see ReadShift: as long as the main thread's loop runs, it reads the visitors that have identified
+/// themselves, as soon as it wakes. The port's thread does everything else: it accepts and closes connections, retries
+/// messages that a looper did not take, and reads everything while the main thread is held up or runs no loop.
 class Visitors : public LoopGuest {
 public:
     using Clock = std::chrono::steady_clock;
 
     struct Hooks {
-        /// The thread of the port has something to do. Any thread, as the next two with the visitors' mutex held.
+        /// Called when the port's thread has something to do. Any thread; this and the next two with the visitors'
+        /// mutex held.
         std::function<void()> wake;
-        /// Something has come from a team.
+        /// Called when something has arrived from a team.
         std::function<void(team_address)> onHeard;
-        /// Visitors ask for a sign of life from the main loop: it is to call AnswerPings. Not again before that.
+        /// Called when visitors ask for a sign of life of the main loop, which must then call AnswerPings. Not called
+        /// again before that.
         std::function<void()> onPing;
-        /// The connection of a team has ended, and it has no other. The thread of the port.
+        /// Called when the connection of a team has ended, and it has no other. On the port's thread.
         std::function<void(team_address)> onGone;
         std::function<Clock::time_point()> now = Clock::now;
     };
@@ -47,60 +49,60 @@ public:
     {
     }
 
-    /// Takes the socket that listens. While the thread of the port does not run.
+    /// Takes the listening socket. Call it while the port's thread does not run.
     void SetListener(FileDescriptor listener);
-    /// Lets everyone go, and listens no more. While the thread of the port does not run.
+    /// Closes all connections, and stops listening. Call it while the port's thread does not run.
     void Clear();
 
     /// Answers the newest ping of each visitor. Any thread.
     void AnswerPings();
-    /// There is room again in some account, as PeerAccounts says it.
+    /// Some account has room again; PeerAccounts calls this.
     void NoteRoom();
 
-    // The thread of the port.
+    // Only the port's thread calls these.
 
-    /// Adds what is to be polled, always in the same order until Handle.
+    /// Adds the descriptors to poll, in an order that stays the same until Handle.
     void AppendPolls(std::vector<pollfd>* polls);
-    /// When to call Handle though nothing can be read or written.
+    /// When to call Handle even if nothing can be read or written.
     Clock::time_point Deadline();
-    /// Does what can be done now.
-    /// @param polls  what AppendPolls has added, with what was found
+    /// Does everything that can be done now.
+    /// @param polls  the entries that AppendPolls has added, with the results of poll()
     void Handle(const pollfd* polls);
 
-    // The main thread.
+    // Only the main thread calls these.
 
     void MainWaits() override;
     void MainWorks() override;
     void Read(WakeSet::Number visitor) override;
 
 private:
-    /// A message that has come and is not yet with all its handlers.
+    /// A received message that not all its handlers have got yet.
     struct Delivery {
         MessageFrame frame;
         BMessage message;
-        PeerClaim bytes;                ///< of that
-        size_t next = 0;                ///< the target whose turn it is
-        std::unique_ptr<BMessage> copy; ///< for that
+        PeerClaim bytes;                ///< for its bytes
+        size_t next = 0;                ///< the index of the next target
+        std::unique_ptr<BMessage> copy; ///< for that target
         std::unique_ptr<PeerWork> work; ///< of the copy
     };
-    /// What keeps from reading more of a visitor.
+    /// Why no more is read from a visitor.
     enum class Obstacle { kNone, kNoRoom, kFullLooper };
     struct Visitor {
         uint64 id;
         FileDescriptor socket;
-        team_address process; ///< as the system knows it; without the moment of its start if it has ended already
+        team_address process; ///< from the system; without its start time if it has ended already
         PeerClaim connection;
         PeerClaim incomplete;       ///< the reader's memory
         PeerClaim unsent;           ///< the memory of `out`
-        Clock::time_point deadline; ///< of its hello or of the frame that has begun; none while there is an obstacle
+        Clock::time_point deadline; ///< for its hello or the frame that has begun; none while there is an obstacle
         team_address team = 0;      ///< 0 for a stranger
         FrameReader reader;
         uint64 countFrames = 0;     ///< when the deadline was set
-        std::string out;            ///< what it is told and has not taken yet
-        std::optional<uint64> ping; ///< the newest that is not answered
+        std::string out;            ///< answers that it has not read yet
+        std::optional<uint64> ping; ///< the newest unanswered one
         std::optional<Delivery> held;
         Obstacle obstacle = Obstacle::kNone;
-        Resource missing = Resource::kIncomplete; ///< of which there is no room
+        Resource missing = Resource::kIncomplete; ///< the resource of which there is no room
         size_t countMissing = 0;
         bool isGone = false;
         bool isReplaced = false; ///< by a newer one of the same team
@@ -114,27 +116,27 @@ private:
         team_address process;
     };
 
-    /// Takes so many who wait at the door. Without the mutex.
+    /// Accepts this many waiting connections. Called without the mutex.
     std::vector<Newcomer> Accept(size_t most);
 
-    // With the mutex held.
-    /// How many more may be let in now.
+    // Called with the mutex held.
+    /// Returns how many more may be accepted now.
     size_t CountWelcome() const;
     void LetIn(Newcomer newcomer);
-    /// Whether the thread of the port is to read this one now.
+    /// Returns whether the port's thread must read this one now.
     bool IsForPort(const Visitor& visitor) const;
     static void RemoveFromWakeSet(Visitor* visitor);
     void ReadFrom(Visitor* visitor);
-    /// How much may be read of it now, in bytes.
+    /// Returns how many bytes may be read from it now.
     size_t ReadSize(const Visitor& visitor) const;
     void HandleFrames(Visitor* visitor);
     void HandleFrame(Visitor* visitor, FrameKind kind, std::string_view content);
     void HandleHello(Visitor* visitor, FrameKind kind, std::string_view content);
     void HandleMessage(Visitor* visitor, std::string_view content);
-    /// False if it still is held.
+    /// Returns false if it is still held.
     bool DeliverHeld(Visitor* visitor);
     void NoteNoRoom(Visitor* visitor, Resource resource, size_t amount);
-    /// Goes on where there was an obstacle.
+    /// Continues after an obstacle.
     void GoOn(Visitor* visitor);
     void GoOnWhereThereIsRoom();
     void CheckDeadline(Visitor* visitor);
@@ -145,16 +147,16 @@ private:
 
     PeerAccounts* const fAccounts;
     const Hooks fHooks;
-    FileDescriptor fListener;       ///< of the port's thread, as the next one
-    Clock::time_point fAcceptAfter; ///< until then nobody is let in: no file descriptor is left
-    std::mutex fMutex;              ///< guards what follows; taken before those of the port and the post office
+    FileDescriptor fListener;       ///< used by the port's thread, as the next one
+    Clock::time_point fAcceptAfter; ///< no connection is accepted before: no file descriptor is left
+    std::mutex fMutex;              ///< guards the members below; locked before those of the port and the post office
     std::list<Visitor> fVisitors;
     uint64 fLastId = 0;
     ReadShift fShift;
     bool fIsPingWaiting = false;
-    /// Whether there is anyone whom the main thread could read; spares it the mutex where nobody comes.
+    /// Whether there is any visitor that the main thread could read; saves locking the mutex if nobody connects.
     std::atomic<bool> fHasKnown = false;
-    std::atomic<bool> fHasRoom = false; ///< where there was none
+    std::atomic<bool> fHasRoom = false; ///< where there was none before
 };
 
 } // namespace kits

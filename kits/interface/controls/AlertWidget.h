@@ -14,17 +14,17 @@ class QShortcut;
 
 namespace kits {
 
-/// What an alert shows: picture, text, buttons.
+/// The contents of an alert: picture, text, buttons.
 class AlertWidget : public QWidget {
 public:
-    /// @param pressed  called with the index of the button that was pressed
+    /// @param pressed  called with the index of the pressed button
     AlertWidget(const QString& text, const std::vector<std::string>& buttons, button_width width,
                 button_spacing spacing, alert_type type, std::function<void(int)> pressed);
 
     QPushButton* Button(int index) const { return fButtons[static_cast<std::size_t>(index)]; }
-    /// Has a key press the button, wherever the focus is; an empty sequence takes the key away.
+    /// Makes a key press the button, wherever the focus is; an empty sequence removes the key.
     void SetShortcut(int index, const QKeySequence& key);
-    /// Has the user's closing of this window answer the alert with its first button; the window stays open.
+    /// Makes closing this window answer the alert with its first button; the window stays open.
     void AnswerCloseOf(QWidget* window);
 
 protected:
@@ -35,7 +35,7 @@ private:
 
     std::function<void(int)> fPressed;
     std::vector<QPushButton*> fButtons;
-    std::vector<QShortcut*> fShortcuts; ///< one for each button
+    std::vector<QShortcut*> fShortcuts; ///< one per button
 };
 
 } // namespace kits

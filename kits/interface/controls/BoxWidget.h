@@ -8,8 +8,8 @@
 
 namespace kits {
 
-/// The frame of a box, with a label in it if there is one: lies over the view's own colour and below its children, as
-/// large as the widget that it is put into, and lets the mouse through.
+/// The frame of a box, optionally with a label. It lies over the view's own colour and below its children, is as large
+/// as its parent widget, and lets the mouse through.
 class BoxWidget : public QWidget {
 public:
     explicit BoxWidget(QWidget* parent);

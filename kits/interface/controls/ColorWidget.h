@@ -14,13 +14,13 @@ class QSpinBox;
 
 namespace kits {
 
-/// One of the three parts of a colour, as a number from 0 to 255, over the colours that the others make with it.
+/// A slider for one component of a colour, from 0 to 255, over the colours that the other components form with it.
 class ColorRamp : public QSlider {
 public:
     /// @param part  0 red, 1 green, 2 blue
     explicit ColorRamp(int part);
 
-    /// The colour that the ramp shows variations of; its value follows.
+    /// The colour whose variations the ramp shows; its value follows.
     void Take(rgb_color color);
 
 protected:
@@ -39,7 +39,7 @@ private:
     rgb_color fColor;
 };
 
-/// Three ramps, each with its letter and number on the right.
+/// Three ramps, each with its letter and number to the right.
 class ColorWidget : public QWidget {
 public:
     /// @param picked  called with the new colour whenever the user changes it
@@ -47,7 +47,7 @@ public:
 
     /// @param ramps  pixels of the three ramps together
     void SetRampSize(QSize ramps);
-    /// Shows a colour; nobody is told.
+    /// Shows a colour without notifying anybody.
     void Take(rgb_color color);
 
     QSize sizeHint() const override;

@@ -8,9 +8,9 @@ class QLabel;
 
 namespace kits {
 
-/// A text with a field on its right that fills the rest: what text controls and menu fields are made of. The field is
-/// centred on the height, has the focus, and is called by the text. A text that lacks room is set in narrower letters,
-/// and shortened where these do not fit either.
+/// A text with a field to its right that fills the rest: the basis of text controls and menu fields. The field is
+/// centred vertically, has the focus, and is named by the text. A text that lacks room is set in narrower letters, and
+/// shortened if these do not fit either.
 class LabeledWidget : public QWidget {
 public:
     /// @param field  owned from here
@@ -20,7 +20,7 @@ public:
     void SetLabel(const QString& label);
     /// @param divider  where the field begins, in pixels; below 0 it begins where the label ends
     void SetDivider(float divider);
-    /// Where the field begins now.
+    /// Returns where the field begins now.
     int Divider() const;
     /// The divider below which the label is shortened.
     int NarrowestLabelWidth() const;

@@ -8,32 +8,32 @@
 
 namespace kits {
 
-/// The rows of a list, all and those that show. Numbers of all rows are called full. Needs no toolkit.
+/// The rows of a list, all of them and the visible ones. Full numbers count all rows. Needs no toolkit.
 class ListModel {
 public:
     int32 CountFull() const { return static_cast<int32>(fItems.size()); }
     BListItem* FullAt(int32 full) const;
-    /// -1 when it is not here.
+    /// -1 if it is not here.
     int32 FullIndexOf(const BListItem* item) const;
 
-    /// The rows that no collapsed row above hides, from the top.
+    /// The rows that are not hidden under a collapsed row, from the top.
     const std::vector<BListItem*>& Shown() const;
-    /// -1 when it is not here or hidden.
+    /// -1 if it is not here or hidden.
     int32 ShownIndexOf(const BListItem* item) const;
 
-    /// @param full  0 to CountFull(), else nothing happens and false comes back
+    /// @param full  0 to CountFull(); for any other number, does nothing and returns false
     bool Insert(BListItem* item, int32 full);
     std::unique_ptr<BListItem> Remove(int32 full);
     void MakeEmpty();
 
-    /// The row behind the last one under this one.
+    /// The row after the last one under this one.
     int32 EndOfUnder(int32 full) const;
-    /// The row that this one stands under; -1 for the outermost level.
+    /// The row above this one in the hierarchy; -1 for the outermost level.
     int32 ParentOf(int32 full) const;
 
-    /// To be called when a row was opened or closed, or its text changed.
+    /// Call it after a row was expanded or collapsed, or its text changed.
     void Changed();
-    /// Another number after every change.
+    /// Differs after every change.
     uint64 Version() const { return fVersion; }
 
 private:

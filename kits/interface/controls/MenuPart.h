@@ -16,39 +16,40 @@ class QMenuBar;
 
 namespace kits {
 
-/// The labels as Qt takes them, each with an underlined letter or digit of its own as far as there are enough: the
-/// first of a word if one is free, else any. The labels' own ampersands stay.
+/// Returns the labels in Qt's form, each with an underlined letter or digit of its own as far as there are enough: the
+/// first of a word if one is free, otherwise any. Ampersands in the labels stay.
 std::vector<std::string> WithTriggers(const std::vector<std::string>& labels);
 
-/// What the toolkit shows of a BMenu: a menu that pops up, with those of its submenus, or the menus of a bar. It is
-/// made when the menu opens and goes when it has closed (a bar's goes with the bar), and follows every change of the
+/// The toolkit's side of a BMenu: a pop-up menu with those of its submenus, or the menus of a bar. It is made when the
+/// menu opens and destroyed when it has closed (a bar's is destroyed with the bar), and follows every change of the
 /// BMenu meanwhile.
 ///
-/// Main thread, but for Forget and the destructor, which any thread may call with the interface lock held.
+/// Main thread, except for Forget and the destructor, which any thread may call with the interface lock held.
 class MenuPart : public QObject {
 public:
-    /// A menu that pops up.
+    /// Makes a pop-up menu.
     explicit MenuPart(BMenu* menu);
     /// Fills the bar, which is not owned.
     MenuPart(BMenu* menu, QMenuBar* bar);
     ~MenuPart() override;
 
-    /// Null for a bar.
+    /// Returns null for a bar.
     QMenu* Menu() const { return fMenuWidget; }
 
-    /// What becomes of the item that the user chooses in this menu or one under it; at first it is invoked.
+    /// Sets the function that gets the item that the user chooses in this menu or a submenu; initially the item is
+    /// invoked.
     void SetChosen(std::function<void(BMenuItem*)> chosen) { fChosen = std::move(chosen); }
-    /// Has letting go of the mouse button anywhere close the menu.
+    /// Makes releasing the mouse button anywhere close the menu.
     void CloseOnRelease() { fCloseOnRelease = true; }
-    /// Opens the menu without waiting, and has `closed` called once, in a turn of the event loop of its own, when it
-    /// has closed. That function may destroy this object.
+    /// Opens the menu without waiting, and calls `closed` once, in a later turn of the event loop, when it has closed.
+    /// That function may destroy this object.
     void Open(const QPoint& where, std::function<void()> closed);
-    /// Puts the keyboard's place on the marked item.
+    /// Moves the keyboard's highlight to the marked item.
     void GoToMarked();
 
-    /// Makes Qt's menu what the BMenu is now.
+    /// Updates Qt's menu to the BMenu.
     void Update();
-    /// The item leaves the menu: it is not touched any more.
+    /// The item leaves the menu: this object no longer touches it.
     void Forget(const BMenuItem* item);
 
 private:
@@ -65,9 +66,9 @@ private:
     MenuPart* Root();
     Entry* FindEntry(const QAction* action);
     void UpdateAction(const Entry& entry, const std::string& text);
-    /// @return false when there is nothing to choose
+    /// @return false if there is nothing to choose
     bool Choose(const QAction* action);
-    /// Whether the item opens a submenu and has a message of its own.
+    /// Returns whether the item opens a submenu and has a message of its own.
     bool IsChoosableSubmenu(const QAction* action);
     void ButtonReleased();
 

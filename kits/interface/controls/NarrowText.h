@@ -7,11 +7,11 @@
 
 namespace kits {
 
-/// Letters of a widget that are narrowed where its text has not the room that it asks for: some per cent less are not
-/// seen, and a text that is cut off is.
+/// Narrows the letters of a widget whose text lacks the room that it needs: some per cent less are invisible, whereas a
+/// truncated text is not.
 namespace NarrowText {
 
-/// How narrow letters may become before they read as another font; per cent.
+/// The narrowest letters that do not look like another font; per cent.
 inline constexpr int kNarrowest = 80;
 
 inline int StretchOf(const QWidget* widget)
@@ -20,7 +20,7 @@ inline int StretchOf(const QWidget* widget)
     return stretch == QFont::AnyStretch ? QFont::Unstretched : stretch;
 }
 
-/// How wide the text is with this stretch.
+/// Returns the width of the text with this stretch.
 inline int WidthOf(const QWidget* widget, const QString& text, int stretch)
 {
     QFont stretched = widget->font();
@@ -28,14 +28,14 @@ inline int WidthOf(const QWidget* widget, const QString& text, int stretch)
     return QFontMetrics(stretched).size(Qt::TextShowMnemonic, text).width();
 }
 
-/// What a size that a widget asks for would be if its letters were not narrowed.
+/// Returns the size that a widget would ask for if its letters were not narrowed.
 inline QSize Natural(const QWidget* widget, const QString& text, QSize size)
 {
     size.rwidth() += WidthOf(widget, text, QFont::Unstretched) - WidthOf(widget, text, StretchOf(widget));
     return size;
 }
 
-/// Narrows the letters as far as the room for the text asks for, or widens them again.
+/// Narrows the letters as far as the room for the text requires, or widens them again.
 inline void Fit(QWidget* widget, const QString& text, int room)
 {
     int stretch = QFont::Unstretched;

@@ -10,7 +10,7 @@ class QLabel;
 
 namespace kits {
 
-/// The bar of a slider: Qt's, with any number of evenly spread hash marks, and with a thumb that goes to the place
+/// The bar of a slider: Qt's, with any number of evenly spaced hash marks, and with a thumb that moves to the place
 /// where the bar is pressed.
 class SliderBar : public QSlider {
 public:
@@ -28,7 +28,7 @@ private:
     int32 fMarks = 0;
 };
 
-/// A slider with its texts: the label and the text of the value above the bar, those of the limits below its ends.
+/// A slider with its texts: the label and the text of the value above the bar, the texts of the limits below its ends.
 class SliderWidget : public QWidget {
 public:
     SliderWidget();

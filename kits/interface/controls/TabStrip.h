@@ -10,19 +10,19 @@ class QStylePainter;
 
 namespace kits {
 
-/// The strip of a tab view: Qt's tab bar, which has each tab paint its label. It lies along the top of the widget that
-/// it is put into. The mouse passes through it to the tab view.
+/// The strip of a tab view: Qt's tab bar, in which each tab paints its own label. It lies along the top of its parent
+/// widget. The mouse passes through it to the tab view.
 class TabStrip : public QTabBar {
 public:
     explicit TabStrip(BTabView* owner);
 
-    /// Lies along the top of this widget from now on, and has its focus.
+    /// Makes it lie along the top of this widget, and gives it the widget's focus.
     void PutInto(QWidget* widget);
     /// Takes over labels and selection of the tab view.
     void Update();
-    /// Pixels that a tab is high, whether there are tabs or not.
+    /// Returns the height of a tab in pixels, whether there are tabs or not.
     int Height() const;
-    /// For BTab::DrawLabel, while the strip is painted: paints the label of the tab that is asked to.
+    /// For BTab::DrawLabel, while the strip is painted: paints the label of the tab in question.
     void PaintLabel();
 
 protected:

@@ -5,14 +5,14 @@
 
 namespace kits {
 
-/// The text of a text view: Qt's, with tabs that stand in columns, and with a text that can be set anew each second.
+/// The text of a text view: Qt's, with tabs that form columns, and with a text that can be replaced every second.
 class TextWidget : public QTextEdit {
 public:
     TextWidget();
 
-    /// Changes the lines that differ; place and selection stay.
+    /// Replaces the lines that differ; scroll position and selection stay.
     void TakeText(const QString& text);
-    /// The rectangle that the text has, in the coordinates of this widget.
+    /// The rectangle of the text, in the coordinates of this widget.
     void SetTextRect(const QRect& rect);
 
 protected:

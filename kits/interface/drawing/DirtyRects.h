@@ -7,8 +7,8 @@
 
 namespace kits {
 
-/// The changed pixels of a view as a few rectangles: a column and a caption are shown as two small ones, not as the
-/// large one around both.
+/// The changed pixels of a view as a few rectangles: a column and a caption are shown as two small rectangles, not as
+/// the large one around both.
 class DirtyRects {
 public:
     static constexpr int32 kMax = 8;
@@ -22,7 +22,7 @@ public:
     {
         if (rect.IsEmpty())
             return;
-        // Joined with one of them where that adds few pixels, until nothing joins.
+        // Joins it with one of them if that adds few pixels, until nothing joins.
         for (int32 i = 0; i < fCount;) {
             const PixelRect both = Union(fRects[static_cast<size_t>(i)], rect);
             if (Area(both) > Area(fRects[static_cast<size_t>(i)]) + Area(rect)) {

@@ -8,7 +8,7 @@
 
 namespace kits {
 
-/// A rectangle of whole pixels; right and bottom do not belong to it.
+/// A rectangle of whole pixels; right and bottom are not part of it.
 struct PixelRect {
     int32 left = 0;
     int32 top = 0;
@@ -26,7 +26,7 @@ inline PixelRect Intersection(const PixelRect& a, const PixelRect& b)
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
 }
 
-/// The smallest rectangle around both; an empty one adds nothing.
+/// Returns the smallest rectangle around both; an empty one adds nothing.
 inline PixelRect Union(const PixelRect& a, const PixelRect& b)
 {
     if (a.IsEmpty())
@@ -36,8 +36,8 @@ inline PixelRect Union(const PixelRect& a, const PixelRect& b)
     return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
 }
 
-/// The pixel that a coordinate names: the nearest, halves to the right and downwards. Held to a range in which whole
-/// number arithmetic on lines can't overflow; NaN is given as its low end.
+/// Returns the pixel that a coordinate names: the nearest, halves to the right and downwards. Held to a range in which
+/// integer arithmetic on lines cannot overflow; NaN becomes its low end.
 inline int32 ToPixel(float coordinate)
 {
     constexpr float kLimit = 268435456; // 2^28
@@ -48,7 +48,7 @@ inline int32 ToPixel(float coordinate)
     return static_cast<int32>(std::floor(static_cast<double>(coordinate) + 0.5));
 }
 
-/// The pixels of a rectangle in the platform's coordinates; empty when it is not valid.
+/// Returns the pixels of a rectangle in the platform's coordinates; empty if the rectangle is not valid.
 inline PixelRect ToPixels(const BRect& rect)
 {
     if (!rect.IsValid())
@@ -62,14 +62,14 @@ inline BRect FromPixels(const PixelRect& rect)
             static_cast<float>(rect.bottom - 1)};
 }
 
-/// Where the edges of logical pixels lie among the pixels of the screen. An edge goes to the nearest screen pixel
-/// counted from the window's corner, so views that touch neither overlap nor leave a gap, and at a scale of 1.5 a
-/// column is one or two screen pixels wide, always with sharp edges.
+/// Maps the edges of logical pixels to the pixels of the screen. An edge goes to the nearest screen pixel counted from
+/// the window's corner, so adjacent views neither overlap nor leave a gap, and at a scale of 1.5 a column is one or two
+/// screen pixels wide, always with sharp edges.
 class PixelGrid {
 public:
     PixelGrid() = default;
-    /// @param scale  screen pixels per logical pixel, above 0
-    /// @param originX, originY  the place of pixel (0, 0) in its window, in logical pixels
+    /// @param scale     screen pixels per logical pixel, above 0
+    /// @param originX,  originY the place of pixel (0, 0) in its window, in logical pixels
     PixelGrid(double scale, int32 originX, int32 originY)
         : fScale(scale)
         , fOriginX(scale == 1 ? 0 : originX)
@@ -80,7 +80,7 @@ public:
     double Scale() const { return fScale; }
     bool IsUnit() const { return fScale == 1; }
 
-    /// The screen pixel, from the surface's corner, at which the logical pixel begins.
+    /// Returns the screen pixel, from the surface's corner, at which the logical pixel begins.
     int32 EdgeX(int32 x) const { return Edge(x, fOriginX); }
     int32 EdgeY(int32 y) const { return Edge(y, fOriginY); }
     int32 EdgeX(double x) const { return Edge(x, fOriginX); }
@@ -93,7 +93,7 @@ public:
         return {EdgeX(logical.left), EdgeY(logical.top), EdgeX(logical.right), EdgeY(logical.bottom)};
     }
 
-    /// Whether all edges within the surface come out the same.
+    /// Returns whether all edges within the surface are the same.
     bool SameEdges(const PixelGrid& other) const
     {
         return fScale == other.fScale && Phase(fOriginX) == other.Phase(other.fOriginX) &&

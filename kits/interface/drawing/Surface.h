@@ -12,17 +12,17 @@ namespace kits {
 class Surface {
 public:
     bool Exists() const { return !fWords.empty(); }
-    /// Makes it this large, in logical pixels, on this grid. What fits is kept, new pixels get the word; when edges lie
-    /// elsewhere, after a change of scale, everything is new. An empty size throws the words away.
-    /// @return false when there is nothing to draw on
+    /// Sets its size, in logical pixels, on this grid. Keeps the pixels that fit, and fills new ones with the word; if
+    /// edges lie elsewhere, after a change of scale, everything is new. An empty size discards the words.
+    /// @return false if there is nothing to draw on
     bool SetSize(int32 width, int32 height, const PixelGrid& grid, uint32 newWord);
     void Release();
 
     Canvas MakeCanvas();
-    /// To be called with the canvas after drawing.
+    /// Call it with the canvas after drawing.
     void Take(const Canvas& canvas);
 
-    /// Whether no pixel is transparent. False means only that there may be some.
+    /// True if no pixel is transparent. False only means that there may be some.
     bool IsOpaque() const { return fOpaque; }
     const PixelGrid& Grid() const { return fGrid; }
     int32 Width() const { return fWidth; }   ///< logical

@@ -6,24 +6,24 @@
 
 namespace kits {
 
-/// A colour as a bitmap's word.
+/// Returns a colour as a bitmap's word.
 constexpr uint32 ToWord(rgb_color color)
 {
     return static_cast<uint32>(color.alpha) << 24 | static_cast<uint32>(color.red) << 16 |
            static_cast<uint32>(color.green) << 8 | color.blue;
 }
 
-/// One channel on the way from low (coverage 0) to high (coverage 255), to the nearest whole number.
+/// Returns one channel between low (coverage 0) and high (coverage 255), rounded to the nearest integer.
 constexpr uint32 BlendChannel(uint32 low, uint32 high, uint32 coverage)
 {
     return (low * (255 - coverage) + high * coverage + 127) / 255;
 }
 
-/// The word between two words by the coverage of a glyph: 0 gives low, 255 gives high, each channel by itself.
+/// Returns the word between two words by the coverage of a glyph: 0 gives low, 255 gives high, each channel separately.
 constexpr uint32 BlendWords(uint32 low, uint32 high, uint32 coverage)
 {
-    // Two channels at once, each in a half of a word. No sum of theirs outgrows its half, and as 255 is odd none lies
-    // in the middle between two whole numbers.
+    // Two channels at once, each in a half of a word. Neither sum overflows its half, and as 255 is odd, none lies in
+    // the middle between two integers.
     constexpr uint32 kEveryOther = 0x00FF00FF;
     const auto blend = [coverage](uint32 lowPair, uint32 highPair) {
         const uint32 sums = lowPair * (255 - coverage) + highPair * coverage + 0x00800080;

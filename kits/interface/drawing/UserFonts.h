@@ -5,12 +5,12 @@
 
 namespace kits {
 
-/// What be_plain_font and its like point to. Fonts that are made start as the plain one.
+/// The fonts to which be_plain_font and the like point. New fonts start as the plain one.
 class UserFonts {
 public:
     /// Asks the toolkit for the user's fonts. Main thread.
     static void Read();
-    /// Back to what they are without a kit: no family, size 12. Main thread.
+    /// Resets them to their state without a kit: no family, size 12. Main thread.
     static void Forget();
 
     static BFont sPlain;

@@ -7,8 +7,8 @@ class QWindow;
 namespace kits {
 
 /// Drags of other programs over our windows. A ForeignOffer fetches their data without waiting. A drop waits until its
-/// data have come or a second is over. On an X server the source gets our answer only then. On Wayland the toolkit
-/// answers at once, and we carry out the drop later.
+/// data have arrived or a second has passed. On an X server the source gets our answer only then. On Wayland the
+/// toolkit answers at once, and we carry out the drop later.
 ///
 /// Main thread.
 namespace ForeignDrag {
@@ -17,8 +17,8 @@ namespace ForeignDrag {
 void Start();
 void Stop();
 
-/// To be called for every event of a system window. Delivers an event of a foreign drag with a ForeignOffer in place of
-/// the toolkit's data, or holds a drop back.
+/// Call it for every event of a system window. Delivers an event of a foreign drag with a ForeignOffer in place of the
+/// toolkit's data, or holds a drop back.
 /// @return true if it did, so that the event itself needs no delivery
 bool Deliver(QWindow& window, QEvent& event);
 

@@ -7,15 +7,15 @@
 
 namespace kits {
 
-/// The toolkit's own style with frames that are seen on dark panels.
+/// The toolkit's own style with frames that are visible on dark panels.
 ///
 /// That style draws frames, hash marks and check boxes in a shade darker than the panel, whatever the palette says: on
-/// a dark panel nothing of them is left. Here they are lighter than it, at least three times as bright by the measure
-/// of WCAG (contrast 3:1). On light panels nothing is changed. Main thread.
+/// a dark panel they disappear. Here they are lighter than the panel, at least three times as bright by the measure of
+/// WCAG (contrast 3:1). On light panels nothing changes. Main thread.
 class DarkStyle : public QProxyStyle {
 public:
     /// Makes it the application's style if that is the toolkit's own, once; desktops that bring a style of their own
-    /// keep it. Before the palette is set: the toolkit may take another one with the style.
+    /// keep it. Call it before the palette is set: the toolkit may take another palette with the style.
     static void Install();
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -25,7 +25,7 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
 
-    /// The contrast of two colours as WCAG 2.1 defines it, from 1 to 21.
+    /// Returns the contrast of two colours as WCAG 2.1 defines it, from 1 to 21.
     static double Contrast(const QColor& one, const QColor& other);
 
 private:
@@ -34,7 +34,8 @@ private:
     DarkStyle();
     const QPalette& Framed(const QPalette& palette) const;
 
-    /// By the key of the palette that each was made of: the style keeps pictures by the key of the one that it gets.
+    /// By the key of the palette from which each was made: the style caches pictures by the key of the palette that it
+    /// gets.
     mutable std::map<qint64, QPalette> fFramed;
 };
 

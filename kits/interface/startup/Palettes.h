@@ -5,11 +5,11 @@
 
 namespace kits::Palettes {
 
-/// The platform's grey panels and controls; all other roles are left as they are.
+/// The platform's grey panels and controls; leaves all other roles unset.
 QPalette LightPanels();
-/// All roles, for a toolkit that has taken dark colours from the desktop before.
+/// Sets all roles, for a toolkit that has taken dark colours from the desktop before.
 QPalette Light();
-/// All roles.
+/// Sets all roles.
 QPalette Dark();
 
 } // namespace kits::Palettes

@@ -7,7 +7,7 @@
 
 namespace kits {
 
-/// Reads the desktop's settings while the toolkit starts, in a thread of its own and over the connection that
+/// Reads the desktop's settings while the toolkit starts, on a thread of its own and over the connection that
 /// DisplayCheck has opened. So the first windows have them, and the start does not wait for the X server's answers.
 class SettingsAhead {
 public:
@@ -19,7 +19,7 @@ public:
 
     /// Waits for the answers.
     const XSettings& Settings();
-    /// Waits for the answers and follows the settings from here on. The toolkit has to be there.
+    /// Waits for the answers and follows the settings from now on. The toolkit must have started.
     void Finish();
 
 private:

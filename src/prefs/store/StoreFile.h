@@ -17,8 +17,8 @@ class BNode;
 /// @return B_OK or the error of the last attempt
 status_t LockWithRetry(BNode* node);
 
-/// The file of a store and its backup: how it is replaced and found again, so that a process killed at any moment, a
-/// full disk, an I/O error and a loss of power leave the old store or the new one, whole.
+/// The file of a store and its backup: replaces and finds it in a way that leaves either the old or the new store whole
+/// after a kill at any moment, a full disk, an I/O error or a loss of power.
 ///
 ///     Replacing                                            a start that comes after it finds
 ///     1. lock the file; there is no backup                 the old store
@@ -28,39 +28,39 @@ status_t LockWithRetry(BNode* node);
 ///     5. remove the backup                                 the new store
 ///
 /// A step that fails renames the backup back. The locks of both files are held to the end, so another process neither
-/// reads half a file nor takes the backup of a writer at work for one that was left behind.
+/// reads half a file nor mistakes the backup of an active writer for one that was left behind.
 ///
-/// A whole file is used, and a left backup removed once the file is surely on the disk. A missing or broken one is
-/// replaced by a whole backup. What is broken is never removed: it is renamed to the first free of NAME.kept,
-/// NAME.kept-2, ... with a line on stderr. So is a link that leads nowhere, and a folder in the place of a file. A link
-/// to a file is read, and replaced by a file when the store is saved. An empty file counts as missing.
+/// If the file is whole, it is used, and a leftover backup is removed once the file is certainly on the disk. If it is
+/// missing or broken, a whole backup replaces it. A broken file is never removed, but renamed to the first free of
+/// NAME.kept, NAME.kept-2, ... with a line on stderr; so is a link that leads nowhere, or a folder in place of a file.
+/// A link to a file is read, and replaced by a file when the store is saved. An empty file counts as missing.
 ///
-/// What could not be read but may be whole (it is locked, not allowed to be read, or the disk fails) stays where it is,
-/// unless there is a whole backup. Replace() renames it likewise, instead of step 2: so it is safe at every moment, and
-/// the steps end without step 5.
+/// A file that could not be read but may be whole (it is locked, may not be read, or the disk fails) stays in place,
+/// unless there is a whole backup. Replace() renames it as it does a broken one, instead of step 2: so it is safe at
+/// every moment, and step 5 is omitted.
 ///
 /// Several threads may use the object; the lock of the file keeps their work apart.
 class StoreFile {
 public:
     explicit StoreFile(const entry_ref& ref);
 
-    /// What a look at the files found besides the contents.
+    /// What loading found besides the contents.
     struct Found {
-        status_t unread = B_OK; ///< why something that was left where it is could not be read
+        status_t unread = B_OK; ///< why a file that was left in place could not be read
         std::vector<StoreNote> notes;
-        bool isStart = true; ///< what could not be renamed is told of on stderr, too
+        bool isStart = true; ///< also reports on stderr what could not be renamed
     };
 
-    /// @param contents   replaced by what the file holds; unchanged on failure
-    /// @param mayRepair  whether the disk may be changed to put in order what was left behind
-    /// @return B_ENTRY_NOT_FOUND without a file, B_BUSY when it stays locked, else why it can't be read
+    /// @param contents   replaced by the file's contents; unchanged on failure
+    /// @param mayRepair  whether the disk may be changed to repair what was left behind
+    /// @return B_ENTRY_NOT_FOUND without a file, B_BUSY if it stays locked, otherwise why it cannot be read
     status_t Load(BMessage* contents, bool mayRepair, Found* found);
 
-    /// @return B_OK when the contents are on the disk
+    /// @return B_OK if the contents are on the disk
     status_t Replace(const BMessage& contents);
 
-    /// Has the next Replace() keep the file that is there, as NAME.VERSION, or where the version is not 1 to 20 of 0-9,
-    /// a-z and dots as the first free of NAME.1, NAME.2, ... One that has the name already stays, and "-2", "-3", ...
+    /// Makes the next Replace() keep the present file, as NAME.VERSION, or, if the version is not 1 to 20 of 0-9, a-z
+    /// and dots, as the first free of NAME.1, NAME.2, ... A file that already has the name stays, and "-2", "-3", ...
     /// is added. Not while another thread is in Replace().
     void KeepOld(const std::string& version);
 
@@ -86,8 +86,8 @@ private:
 
     const entry_ref fRef;
     const entry_ref fBackupRef;
-    /// Why this process could not read what is on the disk; B_OK when it has read or written that.
+    /// Why this process could not read the file on the disk; B_OK if it has read or written that.
     std::atomic<status_t> fUnread = B_OK;
     std::atomic<bool> fKeepsVersion = false;
-    std::string fVersion; ///< of the file to be kept; empty for a number
+    std::string fVersion; ///< of the file to keep; empty for a number
 };

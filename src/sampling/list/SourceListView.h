@@ -21,23 +21,23 @@ private:
     SourceKey fKey;
 };
 
-/// An outline list of every source that this machine has. Rows are dragged onto charts, a group with all the rows
+/// An outline list of every source that this machine has. The user drags rows onto charts, a group with all the rows
 /// directly under it. The drag message is MSG_SOURCE_DROP with one "ValueProvider" message for each source.
 class SourceListView : public BOutlineListView {
 public:
-    /// As many processors as the machine has at this moment.
+    /// A list for as many processors as the machine has at this moment.
     SourceListView();
 
-    /// Shows only the sources that fit the text (see SourceFilter), and the groups that have any, all open. It selects
-    /// the source that fits best, a plain one rather than its smoothed form, then the first. An empty text shows all
-    /// again, with the groups that were open and the row that was selected before something was typed.
+    /// Shows only the sources that fit the text (see SourceFilter), and their groups, all expanded. Selects the best
+    /// fit, preferring a plain source to its smoothed form, and then the first one. An empty text shows all again, with
+    /// the groups that were expanded and the row that was selected before the user typed.
     void SetFilter(const char* text);
 
-    /// Adds what a drag of this row carries to the message, and sets its code.
+    /// Adds the content of a drag of this row to the message, and sets its code.
     /// @return false, and nothing is changed, if there is no such row
     bool AddSourcesTo(BMessage* message, int32 index) const;
 
-    /// What a drag of the selected row carries.
+    /// Copies what a drag of the selected row carries.
     bool CopyRequested(BMessage* message) override;
     bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override;
 
@@ -50,7 +50,7 @@ private:
 
     int32 fProcessors;
     SourceFilter fFilter;
-    // Of the whole list while a part of it is shown: full numbers of rows.
+    // State of the whole list while only a part of it is shown: full numbers of rows.
     int32 fSelectedRow = -1;
     std::vector<int32> fCollapsedRows;
 };

@@ -3,7 +3,7 @@
 
 #include "src/sampling/Source.h"
 
-/// Processes, threads, semaphores and sockets: the counts of the record, what is left and what is in use.
+/// Processes, threads, semaphores and sockets: the counts of the record, left and in use.
 
 template <auto used, auto maximum> kits::Figure InUse(const SysinfoNode& sample)
 {

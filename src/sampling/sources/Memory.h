@@ -3,7 +3,7 @@
 
 #include "src/sampling/Source.h"
 
-/// Memory, in pages. The record of a sample holds up to 8 TiB of it, the sample itself all.
+/// Memory, in pages. The record of a sample holds up to 8 TiB of it, the sample itself any amount.
 
 inline kits::Figure MemoryInUse(const SysinfoNode& sample)
 {

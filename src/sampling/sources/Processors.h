@@ -40,7 +40,7 @@ inline constexpr Source kAllProcessors[] = {
 };
 template <> inline constexpr std::span<const Source> kFamily<0> = kAllProcessors;
 
-/// Of each processor; offered in groups of their own (see ProcessorGroups).
+/// For each processor; offered in groups of their own (see ProcessorGroups).
 inline constexpr Source kProcessor = Share(VP_FIRST_CPU, TrLater("CPU %1"), TrLater("CPU %1 average"), ShareOfOne);
 inline constexpr Source kIdleProcessor =
     Share(VP_FIRST_CPU_IDLE, TrLater("CPU %1 idle"), TrLater("CPU %1 average idle"), ShareOfOne);

@@ -7,24 +7,24 @@
 class BColorControl;
 class BMenuItem;
 
-/// A framed swatch beside a colour control: it shows the picked colour, which is its view colour, lets it be dragged
-/// away, takes colours that are dropped on it, and offers the desktop's colour from a pop-up menu.
+/// A framed swatch beside a colour control: it shows the picked colour, which is its view colour, can be dragged,
+/// accepts drops of colours, and offers the desktop's colour in a pop-up menu.
 ///
-/// Whoever changes the control's colour sets the swatch's view colour, too. A colour that the swatch itself brings goes
-/// to the control, and MSG_COLOR_CHANGED to the swatch's parent, which does with it what it does with any other.
+/// Code that changes the control's colour must also set the swatch's view colour. A colour that the swatch itself
+/// brings goes to the control, and MSG_COLOR_CHANGED goes to the swatch's parent, which treats it as any other change.
 class ColorPreView : public BBox {
 public:
-    /// @param control  not owned; lives as long as the swatch
+    /// @param control  not owned; outlives the swatch
     ColorPreView(BRect frame, BColorControl* control);
     ~ColorPreView() override;
 
     void AttachedToWindow() override;
     void Draw(BRect update) override;
     /// The primary button drags the colour at once; dropped on the desktop, it becomes the desktop's for good. The
-    /// others open the menu, the secondary one for as long as it is held.
+    /// other buttons open the menu, the secondary one as long as it is held.
     void MouseDown(BPoint where) override;
     void ContextMenuRequested(BPoint where) override;
-    /// By keyboard what a drag of the swatch and a drop on it do.
+    /// By keyboard: what a drag of the swatch and a drop on it do.
     bool CopyRequested(BMessage* message) override;
     bool PasteRequested(BPoint* where) override;
     void MessageReceived(BMessage* message) override;

@@ -14,15 +14,15 @@ namespace kits {
 /// and the one that has painted holds its lock. Without a settings folder there is no file.
 class DesktopKept {
 public:
-    /// True if the file exists, of a running program or of a killed one. Any thread; takes no lock.
+    /// Returns true if the file exists, of a running program or of a killed one. Any thread; takes no lock.
     static bool Exists();
 
     /// Writes the file and holds its lock.
-    /// @return B_OK when it is on the disk; B_BUSY if another program has painted the desktop; else why it could not be
-    ///         written
+    /// @return B_OK if it is on the disk; B_BUSY if another program has painted the desktop; otherwise the reason why
+    ///         it could not be written
     status_t Save(const BMessage& kept);
-    /// The settings that a killed program left; then this holds the lock. Nothing while another program has painted.
-    /// Removes a file that is no whole message: its program was killed before it painted.
+    /// Returns the settings that a killed program left, and then holds the lock. Returns nothing while another program
+    /// has painted. Removes a file that is no whole message: its program was killed before it painted.
     std::optional<BMessage> TakeLeft();
     /// Removes the file and releases the lock.
     void Remove();

@@ -25,9 +25,9 @@ public:
     using Answer = std::function<void(rgb_color)>;
 
     /// Starts the thread, unless `make` is null.
-    /// @param make     makes the desktop, on the thread; null, or returns null, if there is none to read or paint
+    /// @param make     makes the desktop, on the thread; is null, or returns null, if there is none to read or paint
     /// @param unknown  the colour until the desktop has been read
-    /// @param changed  called, on any thread, when Get() gives another colour than before; may be null
+    /// @param changed  called, on any thread, when the result of Get() changes; may be null
     DesktopWatch(Maker make, rgb_color unknown, std::function<void()> changed = nullptr);
     /// Waits until the thread has finished its current step; if that is reading a picture, the thread gives it up. A
     /// desktop that is still painted then is restored at the next start.
@@ -37,7 +37,7 @@ public:
 
     /// The last known colour.
     rgb_color Get();
-    /// Sets the colour that Get() returns from here on, and has the desktop painted.
+    /// Sets the colour that Get() returns from now on, and paints the desktop.
     /// @param permanent  false: only this process knows the colour if the desktop's paint would outlive the session
     void Set(rgb_color color, bool permanent);
     /// Has the desktop restored; Get() returns the colour from before the first Set.
@@ -45,8 +45,8 @@ public:
     /// Sets the desktop's colour for good: Get() returns it, and later calls of Restore go back to it.
     void Change(rgb_color color);
 
-    /// Reads the desktop anew, after all orders before this one, and answers with its colour.
-    /// @param answer  called once: on the thread, which may be busy for seconds; at once where there is no desktop.
+    /// Reads the desktop again, after all orders before this one, and answers with its colour.
+    /// @param answer  called once: on the thread, which may be busy for seconds, or at once if there is no desktop.
     ///                Never called if the watch is destroyed first.
     void Ask(Answer answer);
 
@@ -55,7 +55,8 @@ private:
 
     static int32 ThreadEntry(void* self);
     void Run();
-    /// Obeys the newest order. @return false if there was none
+    /// Carries out the newest order.
+    /// @return false if there was none
     bool Obey();
     /// Reads the desktop, unless it shows our own paint.
     /// @return the colour that it shows
@@ -70,13 +71,13 @@ private:
     const Maker fMake;
     const std::function<void()> fChanged;
     FileDescriptor fWake; ///< an eventfd
-    FileDescriptor fEnd;  ///< an eventfd, readable from the destructor's beginning
+    FileDescriptor fEnd;  ///< an eventfd, readable from the beginning of the destructor
     thread_id fThread = -1;
 
-    std::mutex fLock; ///< guards what follows; never held over a wait
+    std::mutex fLock; ///< guards the members below; never held over a wait
     rgb_color fColor;
     std::optional<rgb_color> fBefore; ///< while a colour of ours is set
-    Order fOrder = Order::kNone;      ///< the newest that the thread has not yet seen
+    Order fOrder = Order::kNone;      ///< the newest one that the thread has not seen yet
     bool fEnding = false;
     bool fIsBlind = false; ///< there is no desktop
     std::vector<Answer> fAnswers;

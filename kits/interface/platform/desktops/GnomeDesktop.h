@@ -5,11 +5,11 @@
 
 namespace kits {
 
-/// The background of GNOME and of the desktops that came from it. Their tools read and write it: gsettings the values,
-/// and dconf tells which of them the user has set. Without dconf every value counts as set.
+/// The background of GNOME and of the desktops derived from it. Their tools read and write it: gsettings handles the
+/// values, and dconf reports which of them the user has set. Without dconf every value counts as set.
 class GnomeDesktop : public SettingsDesktop {
 public:
-    /// The names of the settings of one of these desktops. Values are as gsettings prints them.
+    /// The names of the settings of one of these desktops. Values are in the form in which gsettings prints them.
     struct Family {
         const char* name;
         const char* schema;

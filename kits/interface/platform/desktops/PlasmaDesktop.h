@@ -6,11 +6,11 @@
 
 namespace kits {
 
-/// The background of KDE's desktop shell, by scripts that the shell runs when dbus-send asks it to. Each monitor and
-/// activity has settings of its own. Painting changes all of them; the colour is that of the main monitor now.
+/// The background of KDE's desktop shell, changed by scripts that the shell runs on a call of dbus-send. Each monitor
+/// and activity has settings of its own. Painting changes all of them; the colour is that of the current main monitor.
 ///
 /// The shell keeps its settings in memory and in a file. Set() changes both, and reads them back. While no shell runs,
-/// as at a login and at its end, this class reads the file, and KDE's own tool writes it.
+/// at login and at the end of the session, this class reads the file, and KDE's own tool writes it.
 class PlasmaDesktop : public SettingsDesktop {
 public:
     PlasmaDesktop();

@@ -10,7 +10,7 @@
 
 namespace kits {
 
-/// Reads pixels of an X server's root window, and of pixmaps that are made for it, as colours. Waits for the server.
+/// Reads pixels of an X server's root window, and of pixmaps made for it, as colours. Waits for the server.
 class RootPicture {
 public:
     /// @param connection  must outlive this
@@ -42,7 +42,7 @@ private:
     struct Sum;
     class Probe;
     class Scratch;
-    /// Pixels of some rows, with gaps for unknown ones.
+    /// The pixels of some rows, with gaps for unknown ones.
     using Rows = std::vector<std::optional<uint32>>;
 
     uint16 RowCount() const;
@@ -60,7 +60,7 @@ private:
     const xcb_screen_t* fScreen = nullptr;
     bool fBigEndian = false;
     uint32 fBytes = 0; ///< of a pixel
-    uint32 fPad = 0;   ///< a line's bits are a multiple of this
+    uint32 fPad = 0;   ///< the bits of a line are padded to a multiple of this
     uint32 fRed = 0, fGreen = 0, fBlue = 0;
 };
 

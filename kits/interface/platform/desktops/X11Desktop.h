@@ -17,11 +17,13 @@ namespace kits {
 /// gives it back to the root window. Change frees that pixmap, as every program does that sets a background for good.
 class X11Desktop : public DesktopBackend {
 public:
-    /// Null when there is no such server, or it has no true colours.
+    /// Returns null if there is no such server, or it has no true colours.
     static std::unique_ptr<DesktopBackend> Connect();
-    /// The workspace that the window manager shows, from 0 on; 0 when it does not tell. Asks the server at $DISPLAY.
+    /// Returns the workspace that the window manager shows, from 0 on; 0 if it does not say. Queries the server at
+    /// $DISPLAY.
     static int32 CurrentWorkspace();
-    /// Width and height of all monitors together, in pixels. Asks the server at $DISPLAY; nothing without one.
+    /// Returns width and height of all monitors together, in pixels. Queries the server at $DISPLAY; nothing without
+    /// one.
     static std::optional<std::pair<int, int>> Size();
     explicit X11Desktop(XWindows::Connection connection);
 
@@ -54,13 +56,13 @@ private:
     xcb_pixmap_t PropertyOf(xcb_atom_t atom) const;
     xcb_pixmap_t NamedPicture() const;
     std::optional<PaintMark> Mark() const;
-    /// Whether the root window shows this pixmap, as far as can be told.
+    /// Returns whether the root window shows this pixmap, as far as that can be found out.
     bool Shows(xcb_pixmap_t pixmap) const;
     xcb_pixmap_t MakePixmap(uint32 pixel);
     void SetNames(xcb_pixmap_t picture, xcb_pixmap_t owned, xcb_pixmap_t otherPicture);
     void SetName(xcb_atom_t atom, xcb_pixmap_t pixmap);
     void SetBackground(uint32 what, uint32 value);
-    /// Ends the client that has made a pixmap, which frees it; nothing for XCB_NONE.
+    /// Kills the client that has made a pixmap, which frees it; does nothing for XCB_NONE.
     void Free(xcb_pixmap_t pixmap);
 
     XWindows::Connection fConnection;

@@ -5,7 +5,8 @@
 
 namespace kits {
 
-/// The background of XFCE, by xfconf-query. Each monitor and workspace has settings of its own; painting changes all.
+/// The background of XFCE, read and set by xfconf-query. Each monitor and workspace has settings of its own; painting
+/// changes all.
 class XfceDesktop : public SettingsDesktop {
 public:
     /// @param screen  the X server's name of the main monitor

@@ -15,22 +15,23 @@ namespace kits {
 
 struct SelectionForm;
 
-/// What a dragged message is to other programs, and what theirs are to us.
+/// Converts between dragged messages and the data of other programs.
 namespace DropMessage {
 
 /// A flattened message.
 inline constexpr const char* kFormat = "application/x-kits-message";
 
-/// The message itself, its colour ("RGBColor") as a colour and as "#rrggbb", and its text ("text/plain") as text.
+/// Returns the message itself, its colour ("RGBColor") as a colour and as "#rrggbb", and its text ("text/plain") as
+/// text.
 std::unique_ptr<QMimeData> Encode(const BMessage& message);
-/// The colour that a message carries: a B_PASTE with "RGBColor".
+/// Returns the colour in a message: a B_PASTE with "RGBColor".
 std::optional<rgb_color> ColorOf(const BMessage& message);
-/// The forms that Decode understands, the preferred one first.
+/// Returns the forms that Decode understands, the preferred one first.
 std::vector<SelectionForm> Forms();
 /// True if one of these formats of the toolkit's is such a form.
 bool CanDecode(const QStringList& formats);
-/// Makes a message of data in one of the forms: the message that Encode wrote; for a colour B_PASTE with "RGBColor";
-/// for a text B_MIME_DATA with "text/plain" of B_MIME_TYPE. Null for anything else, broken data included.
+/// Converts data in one of the forms to a message: the message that Encode wrote; for a colour B_PASTE with "RGBColor";
+/// for a text B_MIME_DATA with "text/plain" of B_MIME_TYPE. Returns null for anything else, including broken data.
 std::unique_ptr<BMessage> Decode(const std::string& form, const std::string& bytes);
 /// The bytes of data that this process holds, in one of these forms; empty if the data lack it.
 std::string BytesOf(const QMimeData& data, const std::string& form);

@@ -26,27 +26,27 @@ public:
     using MakeSource = std::function<std::unique_ptr<SelectionSource>()>;
 
     /// @param formats  the toolkit's names
-    /// @param make     gives a new source each time
+    /// @param make     returns a new source each time
     ForeignOffer(QStringList formats, MakeSource make);
     ~ForeignOffer() override;
 
-    /// A view wants the message. Starts to fetch it, also again, up to bounds::kMostAskedOfADrag times: a program that
+    /// A view wants the message. Starts to fetch it, repeatedly, up to bounds::kMostAskedOfADrag times: a program that
     /// has just begun its drag may refuse, or lose the question.
     State Want();
-    /// No view wants the message any more. Gives up the fetch under way, unless a drop waits for it.
+    /// No view wants the message any more. Cancels the current fetch, unless a drop waits for it.
     void Unwant();
-    /// Null until it has come.
+    /// Null until it has arrived.
     const BMessage* Message() const { return fMessage.get(); }
     bool IsComing() const { return fIsFetching; }
-    /// False if the message can no longer come.
+    /// False if the message can no longer arrive.
     bool MayCome() const;
-    /// Called when the message has come.
+    /// Called when the message has arrived.
     void CallWhenHere(std::function<void()> here) { fHere = std::move(here); }
 
-    /// True if a drop need not wait: the data are here, or none will come.
+    /// True if a drop need not wait: the data are here, or none will arrive.
     bool IsReadyForDrop() const;
-    /// Fetches the data for a drop: the message if a view wants it, else the text.
-    /// @param ready  called once, when they are here or none will come; possibly in this call
+    /// Fetches the data for a drop: the message if a view wants it, otherwise the text.
+    /// @param ready  called once, when they are here or none will arrive; possibly during this call
     void FetchForDrop(std::function<void()> ready);
     /// True if the program has not answered in time.
     bool IsLate() const { return fIsLate; }
@@ -73,7 +73,7 @@ private:
     bool fWasAskedForText = false;
     bool fIsLate = false;
     int fAsked = 0;
-    int64_t fAskedAt = 0; ///< when it was asked last
+    int64_t fAskedAt = 0; ///< the time of the last question
     std::function<int64_t()> fClock;
 };
 

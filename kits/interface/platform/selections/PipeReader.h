@@ -11,12 +11,13 @@
 
 namespace kits {
 
-/// Reads a pipe to its end as data come, without waiting. Main thread. Destroying it ends it, also in its own call.
+/// Reads a pipe to its end as data arrive, without waiting. Main thread. Destroying it ends the reading, even in its
+/// own call.
 class PipeReader {
 public:
     /// @param descriptor  owned from here
     /// @param limit       more bytes are an error
-    /// @param ended       called once, in a turn of the event loop: all that came, or null after an error
+    /// @param ended       called once, in a turn of the event loop: with all data, or with null after an error
     PipeReader(int descriptor, size_t limit, std::function<void(std::optional<std::string>)> ended);
     ~PipeReader();
     PipeReader(const PipeReader&) = delete;

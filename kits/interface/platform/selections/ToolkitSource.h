@@ -8,11 +8,11 @@
 
 namespace kits {
 
-/// Data through the toolkit's public calls, which answer at once where the platform keeps all data in this process.
-/// Under a toolkit that WaylandSource does not know, each form waits for up to a second. Main thread.
+/// Data through the toolkit's public calls, which answer at once if the platform keeps all data in this process. With a
+/// toolkit that WaylandSource does not know, each form waits for up to a second. Main thread.
 class ToolkitSource : public SelectionSource {
 public:
-    /// @param data  may go before this does
+    /// @param data  may be destroyed before this object
     explicit ToolkitSource(const QMimeData& data)
         : fData(&data)
     {

@@ -9,39 +9,40 @@ class QWindow;
 
 namespace kits {
 
-/// What an X server and its window manager can be told and asked about the desktop, beyond what the toolkit does. On
-/// other systems nothing happens and the answers are no. Main thread.
+/// Requests and queries about the desktop to an X server and its window manager, beyond the toolkit's. On other systems
+/// the requests do nothing and the queries return false. Main thread.
 namespace DesktopLayer {
 
-/// What shows topmost at a place of the screen.
+/// The topmost thing at a place of the screen.
 enum class Ground {
-    kProgram,      ///< a window of a program, or nobody can tell
+    kProgram,      ///< a window of a program, or unknown
     kDesktop,      ///< the bare desktop
     kDesktopWindow ///< a window of ours that belongs to the desktop
 };
 
-/// Whether this program is a client of an X server.
+/// Returns whether this program is a client of an X server.
 bool IsThere();
 
-/// Keeps a window that is not yet shown out of task bar and pager, on all workspaces and below all others, and marks it
+/// Keeps a window that is not shown yet out of task bar and pager, on all workspaces and below all others, and marks it
 /// as one that belongs to the desktop.
 void MarkAsDesktopWindow(const QWindow& window);
-/// Has a window that is not yet shown on all workspaces.
+/// Puts a window that is not shown yet on all workspaces.
 void ShowOnAllWorkspaces(const QWindow& window);
 
-/// Asks for a border without a title bar around a window that is not yet shown. Where a window manager shows a title
-/// bar all the same there are no buttons in it.
+/// Asks for a border without a title bar around a window that is not shown yet. If a window manager shows a title bar
+/// nevertheless, it has no buttons.
 void ShowBorderOnly(const QWindow& window);
-/// Moves a window that is or was shown from another workspace to the one that the user sees. One on all workspaces
-/// stays there. Asks the server.
+/// Moves a window that is or was shown from another workspace to the one that the user sees. A window on all workspaces
+/// stays there. Queries the server.
 void MoveToCurrentWorkspace(const QWindow& window);
 
-/// Asks the server.
+/// Queries the server.
 Ground GroundAt(BPoint where);
 
-/// Whether transparent windows show what lies below them. Known from the first call on, which asks the server.
+/// Returns whether transparent windows show what lies below them. Known from the first call on, which queries the
+/// server.
 bool HasCompositor();
-/// The function is called whenever that changes. One at a time; null for none.
+/// Sets the function that is called whenever that changes. One at a time; null for none.
 void WatchCompositor(std::function<void()> changed);
 
 } // namespace DesktopLayer

@@ -10,37 +10,38 @@
 namespace kits {
 
 /// One question to the owner of a selection of the X server, from the request to the last piece of the answer: the
-/// owner writes the data to a property of our window, as a whole or, if they are long, piece by piece, each after we
-/// have removed the one before. Atoms are the server's.
+/// owner writes the data to a property of our window, as a whole or, if they are long, in pieces, the next one each
+/// time after we have removed the last. Atoms are the server's.
 ///
-/// It judges each report and reads the next piece. The display is behind Port, so that tests can try every behaviour of
-/// an owner. Main thread.
+/// It judges each report and reads the next piece. The display is behind Port, so that tests can play every behaviour
+/// of an owner. Main thread.
 class XConversion {
 public:
     /// The content of a property.
     struct Piece {
         uint32 type = 0; ///< 0: there was no such property
         bool isWhole = true;
-        std::string bytes; ///< empty if they are not whole
+        std::string bytes; ///< empty if they are not complete
     };
 
     /// Our window.
     class Port {
     public:
         virtual ~Port() = default;
-        /// Reads the property and removes it. More than `most` bytes are not read: the piece is not whole then.
+        /// Reads the property and removes it. Reads no property of more than `most` bytes: then the piece is not
+        /// complete.
         virtual Piece Take(uint32 property, size_t most) = 0;
     };
 
     struct Question {
         uint32 selection = 0;
         uint32 target = 0;
-        uint32 property = 0; ///< of our window, for this question alone
+        uint32 property = 0; ///< of our window, for this question only
     };
 
     enum class State {
-        kAsked,  ///< nothing has come
-        kPieces, ///< the data come piece by piece
+        kAsked,  ///< nothing has arrived
+        kPieces, ///< the data arrive in pieces
         kDone,   ///< Type() and Bytes() are the answer
         kRefused ///< no answer, or one that is too long
     };

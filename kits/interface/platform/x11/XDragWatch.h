@@ -15,9 +15,9 @@ namespace kits {
 class ForeignOffer;
 
 /// Reads the messages of other programs' drags before the toolkit does. It learns from them how to ask for the data,
-/// and it delays drops. The toolkit answers a drop as soon as it has delivered it, and after that the source gives no
-/// data. So a drop whose data have not come is kept from the toolkit, and sent to the window again when they have come
-/// or the time is over. It holds one drop; a drag that begins meanwhile has that drop refused.
+/// and it delays drops: the toolkit answers a drop as soon as it has delivered it, and after that the source gives no
+/// data. So it keeps a drop whose data have not arrived from the toolkit, and sends it to the window again when they
+/// have arrived or the time is over. It holds one drop; if another drag begins meanwhile, it refuses the held one.
 ///
 /// Main thread. Needs an X server.
 class XDragWatch : public QAbstractNativeEventFilter {

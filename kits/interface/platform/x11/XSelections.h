@@ -11,35 +11,35 @@ struct xcb_client_message_event_t;
 
 namespace kits {
 
-/// Selections of other programs on the X server, asked for over the toolkit's connection by a window of our own. The
-/// toolkit's own questions wait for up to five seconds each; these wait for nobody but the server. Main thread.
+/// Selections of other programs on the X server. A window of ours asks for them over the toolkit's connection. The
+/// toolkit's own questions wait for up to five seconds each; these wait only for the server. Main thread.
 namespace XSelections {
 
 enum class Name { kClipboard, kPrimary, kDrag };
 
 /// A drag of another program over our windows, as far as we know it.
 struct Drag {
-    uint64_t number = 0;       ///< of this drag over this window, never the same again
+    uint64_t number = 0;       ///< of this drag over this window; never reused
     uint32 source = 0;         ///< its window
-    uint32 time = 0;           ///< of the server, which the source wants to hear in questions
+    uint32 time = 0;           ///< the server's time that the source expects in questions
     bool hasMoreForms = false; ///< the source's window has the list of its forms
     std::vector<uint32> forms; ///< atoms
 };
 
 /// True if the display is an X server.
 bool IsHere();
-/// False if nobody owns it. Asks the server.
+/// Returns false if nobody owns it. Queries the server.
 bool HasOwner(Name name);
-/// Null if nobody owns it.
+/// Returns null if nobody owns it.
 std::unique_ptr<SelectionSource> SourceOf(Name name);
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
 
 /// Hands this program's selections to the clipboard keeper, which keeps them for programs that have ended, and gives up
-/// the rest. The toolkit would do the same at its end and wait for the keeper for five seconds; this runs the event
+/// the others. At its end the toolkit would do the same and wait for the keeper for five seconds; this runs the event
 /// loop for up to bounds::kLongestHandover.
 void HandOver();
 
-/// Before the toolkit's application object goes.
+/// Call it before the toolkit's application object is destroyed.
 void Stop();
 
 } // namespace XSelections

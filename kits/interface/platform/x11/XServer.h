@@ -5,7 +5,7 @@
 
 namespace kits {
 
-/// The toolkit's connection to the X server; null where the display is another one. Main thread.
+/// Returns the toolkit's connection to the X server; null if the display is another one. Main thread.
 xcb_connection_t* XServer();
 
 } // namespace kits

@@ -40,13 +40,13 @@ using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
 /// @param display  null: the one at $DISPLAY
 Connection Connect(const char* display = nullptr);
 
-/// The bit of an event's type that says that a client sent it.
+/// The bit of an event's type that marks an event sent by a client.
 inline constexpr uint8_t kSentByClient = 0x80;
 
 /// The root window of the first screen.
 xcb_window_t Root(xcb_connection_t* server);
 
-/// The atoms of these names, in their order.
+/// Returns the atoms of these names, in the same order.
 std::vector<xcb_atom_t> Atoms(xcb_connection_t* server, std::initializer_list<const char*> names);
 /// The same in two steps: AskAtoms does not wait.
 std::vector<xcb_intern_atom_cookie_t> AskAtoms(xcb_connection_t* server, std::initializer_list<const char*> names);
@@ -60,17 +60,17 @@ void SetProperty(xcb_connection_t* server, xcb_window_t window, xcb_atom_t prope
 /// The values of a property of 32-bit words, at most 4096; empty if there is none of this type.
 std::vector<uint32_t> Property(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property,
                                xcb_atom_t type = XCB_GET_PROPERTY_TYPE_ANY);
-/// The same of many windows, in one turn to the server and back.
+/// Does the same for many windows, in one round trip to the server.
 std::vector<std::vector<uint32_t>> Properties(xcb_connection_t* server, const std::vector<xcb_window_t>& windows,
                                               xcb_atom_t property);
-/// A property of bytes, at most 256; "" if there is none.
+/// Returns a property of bytes, at most 256; "" if there is none.
 std::string Text(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property);
 bool Holds(const std::vector<uint32_t>& values, uint32_t value);
 
-/// The child that shows at a place of the root window and takes input there, NONE if none does.
+/// Returns the child that is visible at a place of the root window and takes input there, or NONE.
 xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place);
 
-/// Whether a button of the pointer is held, wherever it is.
+/// Returns whether a button of the pointer is held, wherever the pointer is.
 bool IsButtonDown(xcb_connection_t* server);
 
 } // namespace kits::XWindows
