@@ -3,7 +3,7 @@
 
 #include "kits/support/SupportDefs.h"
 
-/// Message codes and small types that the application kit and all who build on it share.
+/// Message codes and small types of the application kit.
 
 /// Names a process that uses the kits: its process id.
 using team_id = int32;
@@ -20,15 +20,15 @@ enum : uint32 {
     B_REPLY = 'RPLY',           ///< an answer without a code of its own
     B_NO_REPLY = 'NONE',        ///< the answer to a message that was deleted unanswered
     B_MESSAGE_NOT_UNDERSTOOD = '_NUN',
-    B_SOME_APP_LAUNCHED = 'BRAS', ///< to those who watch the roster
-    B_SOME_APP_QUIT = 'BRAQ',     ///< to those who watch the roster
+    B_SOME_APP_LAUNCHED = 'BRAS', ///< to the roster's watchers
+    B_SOME_APP_QUIT = 'BRAQ',     ///< to the roster's watchers
 
     B_SIMPLE_DATA = 'DATA',        ///< dropped data, under the names of their MIME types
     B_MIME_DATA = 'MIME',          ///< the same
     B_PASTE = 'PSTE',              ///< dropped or pasted data
     B_ARCHIVED_OBJECT = 'ARCV',    ///< a dragged archive, see BDragger
-    B_DROPPED_ON_DESKTOP = '_DDT', ///< to what a BDragger stands for: it was dropped on the desktop
-    B_REPLICANT_TAKEN = '_RTK',    ///< to what a BDragger stands for: it was taken by a BShelf
+    B_DROPPED_ON_DESKTOP = '_DDT', ///< to the target of a BDragger: it was dropped on the desktop
+    B_REPLICANT_TAKEN = '_RTK',    ///< to the target of a BDragger: a BShelf took it
     B_CUT = 'CCUT',
     B_COPY = 'COPY',
     B_SELECT_ALL = 'SALL',

@@ -12,67 +12,67 @@ namespace kits {
 
 class Timer;
 
-/// Whether other processes of the user find an application, by its signature.
+/// How other processes of the user find an application by its signature.
 enum class Presence {
-    kHidden, ///< they do not
-    kListed, ///< they do
-    kSingle  ///< they do, and there is one at a time: the next one starts when the process of the one before has ended
+    kHidden, ///< not at all
+    kListed, ///< through BRoster and BMessenger
+    kSingle  ///< the same, one at a time: the next one starts when the process of the previous one has ended
 };
 
 } // namespace kits
 
-/// The application: the looper of the process. One at a time, made on the main thread, which from here on holds the
-/// interface lock but while it waits in the event loop.
+/// The application: the looper of the process. One at a time, made on the main thread, which from then on holds the
+/// interface lock except while it waits in the event loop.
 ///
-/// Its life: made; Run(), which handles launch messages, then calls ReadyToRun(), then handles messages until Quit();
-/// destroyed, with all loopers that are left. Messages that are posted before Run() wait until ReadyToRun() has
+/// Run() handles the launch messages, calls ReadyToRun(), and handles messages until Quit(). The
+/// destructor ends all remaining loopers. Messages posted before Run() wait until ReadyToRun() has
 /// returned.
 class BApplication : public BLooper {
 public:
     /// @param mimeType  its signature: "application/x-vnd." and a name
     /// @param error     when not null, gets what InitCheck returns
-    /// @param presence  a kSingle that runs already gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`: this
-    ///                  process should then end, as if all were well, unless OtherDisplay() says that the user sees
-    ///                  nothing of that here. One that ends is waited for, half a minute at most. While the other one
-    ///                  asks its user something before its Run(), the constructor waits, and takes its place when it
-    ///                  ends there. One that neither answers for five seconds nor ends gives `B_TIMED_OUT`. Where other
-    ///                  processes cannot be reached (see BRoster::FindObstacle) it is hidden all the same.
+    /// @param presence  if a kSingle runs already, it gets B_SILENT_RELAUNCH, and InitCheck is `B_ALREADY_RUNNING`:
+    ///                  this process should then end with success, unless OtherDisplay() tells that the user cannot see
+    ///                  the other one. The constructor waits for one that is ending, half a minute at most, or that
+    ///                  asks its user something before its Run(), and takes its place. One that neither answers for
+    ///                  five seconds nor ends gives `B_TIMED_OUT`. Where other processes cannot be reached (see
+    ///                  BRoster::FindObstacle) the application is hidden.
     explicit BApplication(const char* mimeType, status_t* error = nullptr,
                           kits::Presence presence = kits::Presence::kHidden);
-    /// Ends what is left: quits every looper that has run, and runs what waits to be run on the main thread. Needs no
-    /// loop any more. Loopers that are not on the heap have to go before.
+    /// Quits every looper that still runs, and runs the actions that wait for the main thread. Needs no event loop.
+    /// Destroy loopers that are not on the heap before.
     ~BApplication() override;
 
-    /// `B_OK`; `B_BAD_VALUE` for a signature that is none, `B_NOT_ALLOWED` if this process has an application already,
-    /// `B_ALREADY_RUNNING` if another one has it that is to be the only one, `B_TIMED_OUT` if that one hangs.
+    /// `B_OK`; `B_BAD_VALUE` for an invalid signature, `B_NOT_ALLOWED` if this process already has an application,
+    /// `B_ALREADY_RUNNING` if a kSingle one runs in another process, `B_TIMED_OUT` if that one hangs.
     status_t InitCheck() const { return fInitStatus; }
     /// With `B_ALREADY_RUNNING`: the name of the display that the running one was started on, when this process was
     /// started on another one; else empty.
     const std::string& OtherDisplay() const { return fOtherDisplay; }
     const char* Signature() const { return fSignature.c_str(); }
 
-    /// Runs the application on the calling (the main) thread; returns when it has quit. SIGTERM, SIGINT and SIGHUP post
-    /// B_QUIT_REQUESTED to it from now on, also after this returned: then without effect, so that what is written at
-    /// the end is written.
+    /// Runs the application on the calling (the main) thread; returns when it has quit. From now on SIGTERM, SIGINT and
+    /// SIGHUP post B_QUIT_REQUESTED to it; after this has returned they do nothing, so that the program finishes its
+    /// last writes.
     /// @return the main thread's id, or `B_NO_INIT`, `B_ALREADY_RUNNING`
     thread_id Run() override;
-    /// Makes Run() return, when the outermost loop is reached; does not delete the application. It gets no more
-    /// messages, cannot be locked, and is not found any more.
+    /// Makes Run() return when the outermost loop is reached; does not delete the application. From now on it gets no
+    /// messages, and can neither be locked nor found.
     void Quit() override;
-    /// Asks every other looper that runs by its QuitRequested(), and quits it; the first that refuses ends this, and
-    /// it is refused.
+    /// Calls QuitRequested() of every other running looper, and quits it if it agrees.
+    /// @return false if one refused; those after it are not asked
     bool QuitRequested() override;
 
-    /// Asked when another start of a kSingle application has found this one. If true, the other one waits for the end
-    /// of this process and goes on then; it is not told that it runs already, and this one gets no B_SILENT_RELAUNCH.
-    /// @return here, whether a signal or message that asks it to quit waits to be handled
+    /// Called when another start of a kSingle application has found this one. If true, the other one waits for the end
+    /// of this process and then continues, and this one gets no B_SILENT_RELAUNCH.
+    /// @return this implementation: true if a signal or message that asks it to quit waits to be handled
     virtual bool IsAboutToEnd() const;
 
     /// The launch messages have been handled.
     virtual void ReadyToRun();
-    /// B_ABOUT_REQUESTED has come.
+    /// Handles B_ABOUT_REQUESTED.
     virtual void AboutRequested();
-    /// B_ARGV_RECEIVED has come: the arguments of a start, the first being the program.
+    /// Handles B_ARGV_RECEIVED: the arguments of a start, the first being the program.
     virtual void ArgvReceived(int32 argc, char** argv);
     /// Called at the pulse rate (see kits::Timer), but not before ReadyToRun() has returned.
     virtual void Pulse();
@@ -86,14 +86,14 @@ public:
     /// The resources of the executable. Never null.
     static BResources* AppResources();
 
-    /// For the kits: handed to the application before ReadyToRun(), in the order of the calls. Has no effect after
-    /// that.
+    /// For the kits: adds a message that the application handles before ReadyToRun(), in the order of the calls. Has no
+    /// effect after that.
     void AddLaunchMessage(std::unique_ptr<BMessage> message);
 
 private:
     void HandleArguments(const BMessage& message);
     status_t MakePresent(kits::Presence presence);
-    /// That the user wants it again, or only asks it how far it is.
+    /// Tells the running application that it was started again, or only asks for its state.
     /// @return `B_OK` if there is none, `B_BAD_HANDLER` if it is about to end, `B_BUSY` if it does not run yet
     status_t TellRunning(bool onlyAsks);
     void EndPresence();

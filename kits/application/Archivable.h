@@ -3,5 +3,5 @@
 
 class BMessage;
 
-/// Whether an archive is one of this class: one of its "class" strings is the name.
+/// True if one of the archive's "class" strings is this name.
 bool validate_instantiation(const BMessage* archive, const char* className);

@@ -5,15 +5,15 @@
 
 namespace kits {
 
-/// The loop of the main thread: waits for something to do and has it done. There are two forms, PollEventLoop for
-/// programs without a screen and one of the interface kit around its toolkit's loop; which one runs makes no difference
-/// to loopers.
+/// The loop of the main thread: waits for work and does it. There are two forms: PollEventLoop for programs
+/// without a screen, and the interface kit's around the loop of its toolkit. Loopers behave the same in
+/// both.
 ///
-/// What there is to do (messages, timers, actions for the main thread) is kept in one place for the process. A loop
-/// waits until WakeDescriptor() can be read or Deadline() is reached, whichever comes first, and then calls RunDue().
-/// For as long as it waits a MainWait is under way, with the interface lock released; the lock is held, as deep as
-/// before, while it runs anything. A loop that is run inside another one does the same, so loopers work on under
-/// menus and alerts; whoever runs one keeps a NestedLoop on the stack.
+/// The process keeps all work (messages, timers, actions for the main thread) in one place. A loop waits until
+/// WakeDescriptor() can be read or Deadline() is reached, whichever comes first, and then calls RunDue(). A MainWait
+/// releases the interface lock during the wait; while the loop runs anything, it holds the lock as deep as before. A
+/// nested loop does the same, so loopers continue to work under menus and alerts; the code that runs it keeps a
+/// NestedLoop on the stack.
 class EventLoop {
 public:
     virtual ~EventLoop() = default;
@@ -26,11 +26,11 @@ public:
     /// Runs the loop until Quit. May be called again from inside; such a Run keeps a NestedLoop of its own. Main
     /// thread.
     virtual void Run() = 0;
-    /// Ends the innermost Run that is under way, after what is being handled now; nothing if none is. Main thread.
+    /// Ends the innermost Run after the current event; does nothing if no Run is under way. Main thread.
     virtual void Quit() = 0;
 
-    /// Readable while there is something to do. One for the whole life of the process: watch it, never read it or close
-    /// it.
+    /// Readable while there is work. The same descriptor for the whole life of the process: watch it, never read or
+    /// close it.
     static int WakeDescriptor();
     /// Makes WakeDescriptor() readable. Any thread; safe in signal handlers.
     static void Wake();
@@ -41,19 +41,19 @@ public:
     /// and new ones wait for the next call, so that input and painting have their turn; WakeDescriptor() stays
     /// readable. Main thread, with the interface lock held.
     static void RunDue();
-    /// The same if nothing is due but messages of which only the newest counts (BMessage::SetNewestWins); else nothing,
-    /// and WakeDescriptor() stays readable.
-    /// @return whether it was done
+    /// Does the same if nothing is due except messages of which only the newest counts (BMessage::SetNewestWins).
+    /// Otherwise it does nothing, and WakeDescriptor() stays readable.
+    /// @return true if it did the work
     static bool RunIfOnlyStreams();
 
-    /// To be called for whatever a loop hands to the program: counts it if the interface lock is not held.
+    /// Called for everything that a loop hands to the program. Counts it if the interface lock is not held.
     static void NoteEvent();
-    /// How many events and messages were handled without the lock so far. Has to stay 0.
+    /// The number of events and messages handled without the lock so far. Must stay 0.
     static uint64 CountUnlockedEvents();
-    /// To be called for every event that a toolkit delivers on a thread other than the main one.
+    /// Called for every event that a toolkit delivers on another thread than the main one.
     static void NoteEventElsewhere();
-    /// The number of these so far. What the program does on its threads delivers none, so a test sees this stay as it
-    /// is; the toolkit's own threads may.
+    /// The number of these so far. The program's own threads cause none, which a test checks; the toolkit's threads
+    /// may.
     static uint64 CountEventsElsewhere();
 
     /// Moves whenever something was handled that may have changed anything: each event of the toolkit, message, timer
@@ -67,9 +67,9 @@ public:
     static void NoteUnchanged();
 };
 
-/// While one is there, what its thread posts wakes the loop only once, when the last one goes. For who posts to many at
-/// once: the main thread then has it all in one turn, and is not awake already while it is still being posted. Short,
-/// and never around a wait for an answer.
+/// While one exists, the posts of its thread wake the loop only once, when the last one is destroyed. For code that
+/// posts to many handlers at once: the main thread then handles all of it in one turn, and does not wake in between.
+/// Keep it short, and never hold it around a wait for an answer.
 class WakeOnce {
 public:
     WakeOnce();

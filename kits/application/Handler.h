@@ -10,22 +10,22 @@
 class BLooper;
 class BMessage;
 
-/// Something that messages can be sent to. It gets them once it is added to a looper, on the main thread, through
-/// MessageReceived.
+/// Receives messages, once it is added to a looper: MessageReceived is called on the main
+/// thread.
 ///
-/// Other threads and processes do not reach it by its address but by its token, through a BMessenger: that finds out by
-/// itself when the handler is gone. A handler that belongs to a looper is used and destroyed with that looper locked.
+/// Other threads and processes reach it by its token, through a BMessenger, which notices when the handler is gone.
+/// Lock its looper before you use or destroy a handler that belongs to one.
 class BHandler {
 public:
     /// @param name  copied; may be null
     explicit BHandler(const char* name = nullptr);
-    /// Takes it out of its looper. What waits for it is dropped: waiting senders get B_NO_REPLY.
+    /// Removes it from its looper. Drops the messages that wait for it: waiting senders get B_NO_REPLY.
     virtual ~BHandler();
     BHandler(const BHandler&) = delete;
     BHandler& operator=(const BHandler&) = delete;
 
-    /// A message has come for this handler. This one hands on what it does not know to the next handler, if there is
-    /// one. The message belongs to the caller and lives until this returns (BLooper::DetachCurrentMessage keeps it).
+    /// Handles a message. This implementation passes it to the next handler, if there is one. The message belongs to
+    /// the caller and lives until this returns (BLooper::DetachCurrentMessage keeps it).
     virtual void MessageReceived(BMessage* message);
 
     /// The looper that it belongs to; null for none.
@@ -35,15 +35,15 @@ public:
     /// Never null.
     const char* Name() const { return fName.c_str(); }
 
-    /// The handler that gets what this one does not know; null for none. Reset when either leaves the looper.
+    /// The handler that gets the messages unknown to this one; null for none. Reset when either leaves the looper.
     /// Both must belong to the same looper.
     virtual void SetNextHandler(BHandler* handler);
     BHandler* NextHandler() const { return fNextHandler; }
 
-    /// Locks the looper that this handler belongs to. The handler has to exist when this is called, and is the same and
-    /// in the same looper when it returns true; where it may be gone, use BMessenger::LockTarget.
+    /// Locks the looper that this handler belongs to. The handler must exist when this is called; if this returns true,
+    /// it still exists and is in the same looper. Where it may be gone, use BMessenger::LockTarget.
     bool LockLooper() { return LockLooperWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
-    /// @return `B_BAD_HANDLER` if it has no looper, or is gone when the lock is had; `B_TIMED_OUT`; `B_WOULD_BLOCK`
+    /// @return `B_BAD_HANDLER` if it has no looper, or is gone once the lock is taken; `B_TIMED_OUT`; `B_WOULD_BLOCK`
     status_t LockLooperWithTimeout(bigtime_t timeout);
     void UnlockLooper();
 

@@ -9,14 +9,14 @@ namespace kits {
 /// The one lock over all loopers, windows and views. BLooper::Lock and BView::LockLooper take it; everything that
 /// destroys such an object holds it.
 ///
-/// The main thread holds it for as long as it runs code, and gives it up whole while it waits in its event loop: a
-/// loop calls ReleaseAll() when it is about to block and Restore() before it handles anything. So what has the lock
-/// on another thread works on objects that cannot go away or change meanwhile, for as long as it keeps it; keep it
-/// short, the screen stands still meanwhile.
+/// The main thread holds it while it runs code, and releases it completely while it waits in its event loop: a loop
+/// calls ReleaseAll() when it is about to block, and Restore() before it handles anything. So while another thread
+/// holds the lock, no object that it guards is destroyed or changed by others. Keep it short: the screen stands still
+/// meanwhile.
 ///
-/// Recursive. Whoever waits gets it in the order of coming, so no thread starves another; a thread that is suspended
-/// while it waits is passed over. Killing a thread that waits for it works, and when a thread ends that holds it, it
-/// is released. Order of locks: interface, sampler, bitmap.
+/// Recursive. Waiting threads get it in their order of arrival, so no thread starves another; suspended threads are
+/// passed over. A thread that waits for it can be killed; a thread that ends releases it. Order of locks: interface,
+/// sampler, bitmap.
 class InterfaceLock : public HeldLock {
 public:
     /// The only one there is.
@@ -27,16 +27,16 @@ public:
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
     /// Undoes one Lock(). Nothing happens if the calling thread does not hold it.
     void Unlock();
-    /// Whether the calling thread holds it.
+    /// True if the calling thread holds it.
     bool IsHeld() const { return Depth() > 0; }
-    /// How often the calling thread has it, 0 if it does not.
+    /// How often the calling thread has locked it; 0 if it does not hold it.
     int32 Depth() const;
-    /// The thread that holds it, -1 for none; may be past when it is returned.
+    /// The thread that holds it, -1 for none; may be outdated when it is returned.
     thread_id Holder() const;
 
-    /// Gives it up whole. @return how often the calling thread had it
+    /// Releases it completely. @return how often the calling thread had locked it
     int32 ReleaseAll();
-    /// Makes the calling thread hold it exactly `depth` times, waiting for it as long as it takes; 0 gives it up.
+    /// Makes the calling thread hold it exactly `depth` times, and waits without limit for it; 0 releases it.
     void Restore(int32 depth);
 
     void ReleaseWhole() noexcept override;

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-/// Something that sends a message of its own to a target when it is invoked: base of controls and menu items.
+/// Sends its message to its target when it is invoked: base of controls and menu items.
 /// Not shared between threads.
 class BInvoker {
 public:
@@ -18,23 +18,23 @@ public:
     BInvoker(const BInvoker&) = delete;
     BInvoker& operator=(const BInvoker&) = delete;
 
-    /// Takes the message over and deletes the one before; null leaves it without.
+    /// Takes ownership of the message and deletes the previous one; null for no message.
     virtual status_t SetMessage(BMessage* message);
     BMessage* Message() const { return fMessage.get(); }
     /// The code of the message, 0 without one.
     uint32 Command() const;
 
-    /// @return what making a BMessenger from these gives; the target is then none
+    /// @return the result of making a BMessenger from these; after an error there is no target
     virtual status_t SetTarget(const BHandler* handler, const BLooper* looper = nullptr);
     virtual status_t SetTarget(BMessenger target);
-    /// Whether the target is in this process; false without one.
+    /// True if there is a target and it is in this process.
     bool IsTargetLocal() const { return fTarget.IsTargetLocal(); }
     /// See BMessenger::Target.
     BHandler* Target(BLooper** looper = nullptr) const;
     const BMessenger& Messenger() const { return fTarget; }
 
-    /// Sends a copy of `message`, or of the own message if that is null, to the target.
-    /// @return `B_BAD_VALUE` if there is none, else what sending returned
+    /// Sends a copy of `message`, or of the invoker's own message if that is null, to the target.
+    /// @return `B_BAD_VALUE` if there is no message, else the result of sending
     virtual status_t Invoke(BMessage* message = nullptr);
 
 private:

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// The user's language for what the program says. Its own texts are English; a translation is a resource "Language.de"
-/// (type B_ANY_TYPE) that is linked into the executable: a message with strings "source" and "text", one pair for each
-/// sentence. Numbers, and whatever is written to files or for other programs, have no language.
+/// The user's language for the program's texts. The program's own texts are English; a translation is a resource
+/// "Language.de" (type B_ANY_TYPE) that is linked into the executable: a message with strings "source" and "text", one
+/// pair for each sentence. Numbers, files and output for other programs are never translated.
 namespace kits {
 
 /// The languages that the environment asks for, best first: those of LANGUAGE, else of LC_ALL, LC_MESSAGES or LANG, the
@@ -15,15 +15,15 @@ namespace kits {
 /// exactly "C" or "POSIX" asks for nothing, whatever LANGUAGE says.
 std::vector<std::string> WantedLanguages();
 
-/// Takes the first wanted language that there is a translation for; none is as well. Called once, before the first
-/// Translate(), on the main thread.
+/// Selects the first wanted language that has a translation, or none. Called once, before the first Translate(), on
+/// the main thread.
 void UseWantedLanguage();
 
-/// The language that is in use: "" for the program's own, else for example "de".
+/// The selected language: "" for the program's own, else for example "de".
 const char* CurrentLanguage();
 
 /// The text in the user's language; the text itself when there is no translation. Any thread.
-/// @return valid for good when @p text is
+/// @return valid as long as the process lives if @p text is
 const char* Translate(const char* text);
 
 /// A text with "%1" to "%9" replaced by the values.

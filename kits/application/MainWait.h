@@ -5,13 +5,13 @@
 
 namespace kits {
 
-/// The wait of the main thread in its event loop, whichever loop that is: what has to be done before and after, so that
-/// others get the interface lock, and the loop's descriptor tells of what other teams send. Main thread.
+/// The wait of the main thread in its event loop, of either form. Around it other threads get the interface lock, and
+/// data from other teams make the loop's descriptor readable. Main thread.
 class MainWait {
 public:
-    /// Gives up the interface lock.
+    /// Releases the interface lock.
     void Begin();
-    /// Takes it again, as deep as before. Nothing if no wait is under way.
+    /// Takes it again, as deep as before. Does nothing if no wait is under way.
     void End();
 
 private:

@@ -15,29 +15,29 @@ namespace kits {
 struct MessageAccess;
 }
 
-/// The way to a handler from any thread, and from any process it is sent to: names the handler, does not own it and
-/// keeps nothing alive. A plain value. All calls may be made from any thread, but one object is used by one at a time.
+/// The way to a handler from any thread, and from any process that the messenger is sent to. Names the handler; does
+/// not own it and keeps nothing alive. A plain value. Any thread may call it, but one object only one at a time.
 ///
-/// Sending never waits, whatever time-out it is given. Within a process a full queue is `B_WOULD_BLOCK`. What is for
-/// another process (a "team") is sent as far as that takes it, and waits here otherwise: 4 MiB for a team, more is
-/// `B_WOULD_BLOCK`; of messages marked "newest wins" one with each code for each handler. A team that has refused
-/// messages for two seconds is given up: messengers to it are invalid until it speaks up again.
+/// Sending never waits, whatever the time-out. Within a process a full queue gives `B_WOULD_BLOCK`. Messages to another
+/// process (a "team") wait here while it does not read: up to 4 MiB for a team, then `B_WOULD_BLOCK`; of messages
+/// marked "newest wins" one of each code for each handler. A team that has read nothing for two seconds is given up:
+/// messengers to it are invalid until it sends something.
 class BMessenger {
 public:
-    /// One that leads nowhere.
+    /// Without a target.
     BMessenger() = default;
     /// To a handler that belongs to a looper, or to a looper itself (by `handler`, or by `looper` with a null handler).
     /// The handler must not go away during this call.
     /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` if both are null, `B_BAD_HANDLER` if the handler has no
-    ///                looper, `B_MISMATCHED_VALUES` if it has another than `looper`; with an error it leads nowhere
+    ///                looper, `B_MISMATCHED_VALUES` if it has another than `looper`; after an error there is no target
     explicit BMessenger(const BHandler* handler, const BLooper* looper = nullptr, status_t* result = nullptr);
-    /// To the application object that runs under a signature in any process of the user, this one too.
-    /// @param team    which one, if there are several; -1 for the one that was started first
+    /// To the application object with this signature, in any process of the user, this one too.
+    /// @param team    its process, if there are several; -1 for the one that was started first
     /// @param result  when not null, gets `B_OK`, `B_BAD_VALUE` for null, `B_NAME_NOT_FOUND` if there is none
     explicit BMessenger(const char* application, team_id team = -1, status_t* result = nullptr);
 
     /// Sends a copy of the message and returns.
-    /// @param replyTo  gets the answers; null: nobody
+    /// @param replyTo  gets the answers; null for none
     /// @param timeout  of no effect
     /// @return `B_WOULD_BLOCK` if the target's queue is full, `B_BAD_HANDLER` if the target is gone, `B_BAD_VALUE` for
     ///         a null message
@@ -47,8 +47,8 @@ public:
     status_t SendMessage(const BMessage* message, const BMessenger& replyTo,
                          bigtime_t timeout = B_INFINITE_TIMEOUT) const;
 
-    /// Sends a copy of the message to all targets that exist, without a return address. It is made ready once, and the
-    /// targets in one team share one piece of post, so a further one costs next to nothing.
+    /// Sends a copy of the message to all existing targets, without a return address. The message is flattened once,
+    /// and the targets in one team share one frame, so a further one costs next to nothing.
     static void SendToAll(const std::vector<BMessenger>& targets, const BMessage* message);
 
     /// Sends a copy of the message and waits for the answer; one that is deleted unanswered, with its handler or its
@@ -68,14 +68,14 @@ public:
     status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
                          bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
 
-    /// Whether the target exists at this moment, as far as this process knows: of a handler in another one that is gone
-    /// it hears when it has sent it something.
+    /// True if the target exists, as far as this process knows: it learns that a handler of another process is gone
+    /// when it sends something to it.
     bool IsValid() const;
-    /// Whether the target is in this process, existing or not.
+    /// True if the target is in this process, even if it is gone.
     bool IsTargetLocal() const;
-    /// The target and its looper, if it is in this process and exists; else null. Use them with the looper locked only.
+    /// The target and its looper, if it is in this process and exists; else null. Use them only with the looper locked.
     BHandler* Target(BLooper** looper) const;
-    /// Locks the target's looper. True: the target exists and stays until BLooper::Unlock.
+    /// Locks the target's looper. If true, the target exists until BLooper::Unlock.
     bool LockTarget() const { return LockTargetWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
     /// @return `B_BAD_HANDLER` if it is gone or in another process, `B_TIMED_OUT`, `B_WOULD_BLOCK`
     status_t LockTargetWithTimeout(bigtime_t timeout) const;

@@ -7,7 +7,7 @@
 
 #include <string>
 
-/// What is known of a running application.
+/// A running application.
 struct app_info {
     thread_id thread = -1; ///< its main thread; -1 for another process
     team_id team = -1;
@@ -18,55 +18,55 @@ struct app_info {
 // What can be watched, see BRoster::StartWatching.
 enum : uint32 { B_REQUEST_LAUNCHED = 1, B_REQUEST_QUIT = 2 };
 
-/// Why the applications of a user cannot find or start each other from here.
+/// The reason why the user's applications cannot find or start each other from here.
 struct app_obstacle {
-    std::string text; ///< names the file that is wrong: "/run/user/1000/kits is a link"; empty if there is no obstacle
+    std::string text; ///< names the faulty file: "/run/user/1000/kits is a link"; empty if there is no obstacle
     bool isToStartsOnly = false; ///< they find each other, but none can start another
 };
 
 /// Finds, starts and watches applications, and opens files. Applications are found by their signature, in all processes
-/// of the user whose application object lets itself be found (see BApplication), this one too. Any thread.
+/// of the user whose application object is not hidden (see kits::Presence), this one too. Any thread.
 class BRoster {
 public:
-    /// The one that was started first, if there are several.
-    /// @return its team, or `B_NAME_NOT_FOUND`
+    /// The team of an application; of several, the one that was started first.
+    /// @return `B_NAME_NOT_FOUND` if there is none
     team_id TeamFor(const char* application) const;
     bool IsRunning(const char* application) const { return TeamFor(application) >= 0; }
     /// @return `B_NAME_NOT_FOUND`; `B_BAD_VALUE` for null
     status_t GetAppInfo(const char* application, app_info* info) const;
-    /// Of this team, whether or not it can be found, or of one that can.
+    /// The application of this team, hidden or not, or of another one that is not hidden.
     /// @return `B_BAD_VALUE` if no application of this team is known, or for null
     status_t GetRunningAppInfo(team_id team, app_info* info) const;
 
     /// Starts the application of a signature, and waits until it can be found: some milliseconds, half a minute at
-    /// most. However many ask at once, it is started once; the others wait for that. The program of
+    /// most. Of several simultaneous calls one starts it, and the others wait for it. The program of
     /// "application/x-vnd.MAKER-NAME" is "name", beside this program or in $PATH.
-    /// A wait: the thread can be killed in it. Not for the main thread, nor with a looper locked.
+    /// A waiting thread can be killed. Not for the main thread, nor with a looper locked.
     /// @param message  reaches the application before its ReadyToRun(); null for none
     /// @param team     when not null, gets its team, also with `B_ALREADY_RUNNING`
-    /// @return `B_ALREADY_RUNNING`, then it was sent the message; `B_LAUNCH_FAILED` if there is no such program or it
-    ///         ended before it could be found; `B_TIMED_OUT`; `B_BAD_VALUE` for a signature that is none; or why other
-    ///         processes cannot be reached
+    /// @return `B_ALREADY_RUNNING`, after the message was sent to it; `B_LAUNCH_FAILED` if there is no such program or
+    ///         it ended before it could be found; `B_TIMED_OUT`; `B_BAD_VALUE` for an invalid signature; or the reason
+    ///         why other processes cannot be reached
     status_t Launch(const char* application, const BMessage* message = nullptr, team_id* team = nullptr) const;
 
-    /// Opens a file as the user's desktop would. A file that carries an address ("META:url") opens that instead; one
-    /// that carries a sender ("MAIL:from", perhaps "MAIL:subject") a new mail to there. Returns when the program
-    /// that opens it has been started or could not be; does not wait for it.
+    /// Opens a file as the user's desktop would. For a file with an address ("META:url") it opens the address; for one
+    /// with a sender ("MAIL:from", perhaps "MAIL:subject") a new mail to the sender. Returns when the program has been
+    /// started or could not be; does not wait for it.
     /// @return `B_BAD_VALUE` for null, `B_ENTRY_NOT_FOUND` if there is no such file, `B_LAUNCH_FAILED` if nothing
     ///         could be started
     status_t Launch(const entry_ref* ref) const;
 
-    /// Has the target told of applications that come and go, from now on: B_SOME_APP_LAUNCHED and B_SOME_APP_QUIT with
-    /// "team" (int32) and "signature". One that ends in any way, or does not answer for some two seconds, has quit; one
-    /// that answers again is launched again.
+    /// From now on, sends the target B_SOME_APP_LAUNCHED and B_SOME_APP_QUIT, with "team" (int32) and "signature", for
+    /// every application that comes or goes. One that ends in any way, or does not answer for two seconds, counts as
+    /// quit; one that answers again as launched.
     /// @param events  B_REQUEST_LAUNCHED and B_REQUEST_QUIT
     status_t StartWatching(BMessenger target, uint32 events = B_REQUEST_LAUNCHED | B_REQUEST_QUIT) const;
-    /// @return `B_BAD_VALUE` if it does not watch
+    /// @return `B_BAD_VALUE` if the target does not watch
     status_t StopWatching(BMessenger target) const;
 
     /// @param application  signature of one with kits::Presence::kSingle; null to ask only if any can be found
     app_obstacle FindObstacle(const char* application = nullptr) const;
 };
 
-/// Always there.
+/// Never null.
 extern const BRoster* be_roster;

@@ -5,9 +5,9 @@
 
 namespace kits {
 
-/// A text as it is compared by people who search: without the difference of upper and lower case in any language, with
-/// letters in their composed form, and with one blank between words and none at the ends. "Ärger" and "ÄRGER" give the
-/// same. Any thread.
+/// The form of a text for searches: without case in any language, with composed letters, with
+/// one blank between words and none at the ends. "Ärger" and "ÄRGER" give the same. Any
+/// thread.
 /// @param text  UTF-8; bytes that are none become replacement characters
 std::string FoldText(const std::string& text);
 

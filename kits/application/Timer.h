@@ -7,14 +7,14 @@
 
 namespace kits {
 
-/// Calls a function on the main thread at a later time, once or again and again, with the interface lock held; in
-/// nested loops too. Times are those of `system_time`.
+/// Calls a function on the main thread, once or repeatedly, with the interface lock held; in nested loops too. Times
+/// are those of `system_time`.
 ///
-/// A repeating timer keeps its beat: the n-th call is due n intervals after the start. Calls that were missed, because
-/// the main thread was held up or the machine slept, are left out, not made up for.
+/// A repeating timer keeps its beat: the n-th call is due n intervals after the start. Calls missed while the main
+/// thread was busy or the machine slept are skipped, not made up for.
 ///
-/// Made, started, stopped and destroyed with the interface lock held. May be stopped, restarted and destroyed in
-/// its own call.
+/// Make, start, stop and destroy it with the interface lock held. It may be stopped, restarted and destroyed in its own
+/// call.
 class Timer {
 public:
     explicit Timer(std::function<void()> action);
@@ -22,7 +22,7 @@ public:
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
-    /// First call after this many microseconds, then again every so many if it repeats. A running one starts anew.
+    /// First call after this many microseconds, then at this interval if it repeats. Restarts a running timer.
     /// @return `B_BAD_VALUE` for an interval of less than 1 microsecond; the timer is then stopped
     status_t Start(bigtime_t interval, bool repeat = true);
     void Stop();

@@ -7,17 +7,17 @@
 
 namespace kits {
 
-/// Names a handler, a looper or a thread that waits for an answer, in one process; never used twice. Positive; 0 is
-/// nobody's.
+/// Names a handler, a looper or a thread that waits for an answer, in one process; never used twice. Positive; 0 names
+/// nothing.
 using token_t = int64;
 
 /// Stands for the application object of a team, whatever its own token is.
 inline constexpr token_t kApplicationToken = 1;
 
-/// Names a process for the time it lives: never the same for two processes of a boot. 0 is nobody's.
+/// Names a process, uniquely within a boot. 0 names none.
 using team_address = uint64;
 
-/// Where a message can go, in any process of this user and boot. A plain value.
+/// The address of a message's target, in any process of this user and boot. A plain value.
 struct Address {
     team_address team = 0;
     token_t token = 0;
@@ -30,7 +30,7 @@ struct Address {
 team_address ThisTeam();
 /// The process id in an address.
 team_id TeamIdOf(team_address team);
-/// The address of a process that exists, as a zombie too; 0 if there is none.
+/// The address of an existing process, which may be a zombie; 0 if there is none.
 team_address TeamOfProcess(team_id process);
 /// True if the process with this address exists and is not a zombie.
 bool IsTeamAlive(team_address team);

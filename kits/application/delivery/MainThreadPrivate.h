@@ -28,8 +28,8 @@ private:
     bool fCounts = true;
 };
 
-/// Something is handed to the program: counts the event, and keeps what is destroyed meanwhile until this is over.
-/// Main thread.
+/// Marks that an event is handed to the program: counts it, and delays destructions until this is over. Main
+/// thread.
 class DispatchScope {
 public:
     DispatchScope();
@@ -41,40 +41,40 @@ private:
     ChangeScope fChange;
 };
 
-/// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else, if there are any, tells the nested loops
-/// to end.
+/// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else cancels the nested loops if there are
+/// actions.
 void RunOutermostActions();
 /// Runs the actions of RunOnMainThread that are there now.
 void RunMainThreadActions();
-/// Whether actions wait that could be run now.
+/// True if actions wait that could run now.
 bool HasActionsToRun();
-/// Runs the actions that are there now, and none that these cause in turn. For the end of the application.
+/// Runs the waiting actions, but none that these add. For the end of the application.
 void RunLeftOverActions();
 
-/// Waits until EventLoop::WakeDescriptor() can be read or the moment (of system_time) has come, with the interface lock
-/// given up meanwhile and as deep as before afterwards.
+/// Waits until EventLoop::WakeDescriptor() can be read or the moment (of system_time) is reached. Releases the
+/// interface lock meanwhile, and holds it as deep as before afterwards.
 void WaitForWork(bigtime_t until);
 
-/// EventLoop::RunDue, which ends before the next message when `stop` says so; null never does.
+/// Does the work of EventLoop::RunDue, but ends before the next message once `stop` returns true; null never does.
 void TakeTurn(const std::function<bool()>& stop);
 
-/// Until InstallQuitSignals(), a SIGTERM, SIGINT or SIGHUP that ends this process gives a file another name before.
-/// That takes the team out of the folder, so that others see it end in order and not die. Those that the process was
-/// started to ignore stay ignored.
-/// @param folder  a descriptor of the folder; has to stay open as long as the file has this name
-/// @param name    what the file is called, now or soon; up to kLongestNameToLeave characters
-/// @param left    what it is called afterwards; the same
+/// Until InstallQuitSignals(), a SIGTERM, SIGINT or SIGHUP that ends this process first renames a file. This removes
+/// the team from the folder, so that other teams see it quit and not die. Signals that the process was started to
+/// ignore stay ignored.
+/// @param folder  a descriptor of the folder; must stay open as long as the file has this name
+/// @param name    the name of the file, now or soon; up to kLongestNameToLeave characters
+/// @param left    its name afterwards; the same
 inline constexpr size_t kLongestNameToLeave = 127;
 void LeaveAtQuitSignal(int folder, const std::string& name, const std::string& left);
-/// Has SIGTERM, SIGINT and SIGHUP noted from now on, for good. Those that the process was started to ignore stay
+/// From now on notes SIGTERM, SIGINT and SIGHUP for TakeQuitSignal. Signals that the process was started to ignore stay
 /// ignored.
 void InstallQuitSignals();
-/// Has them come to this thread alone, and to none of those that the toolkit has made until now. Another thread that
-/// takes one may be held up before it has noted it, and meanwhile this one would tell a second start that it goes on.
+/// Blocks these signals in all other existing threads. Another thread could be interrupted before it has noted one, and
+/// meanwhile this one would tell a second start that it keeps running.
 void KeepQuitSignals();
-/// Whether one of them came since the last call.
+/// True if one of them has come since the last call.
 bool TakeQuitSignal();
-/// Whether TakeQuitSignal() would be true.
+/// True if TakeQuitSignal() would be.
 bool IsQuitSignalWaiting();
 
 } // namespace kits

@@ -22,24 +22,24 @@ namespace kits {
 
 class ReplyWait;
 
-/// Everything in this process that messages can be sent to, by token, and the messages that wait: one queue for all
-/// loopers, so that they are taken in the order of posting.
+/// All targets of messages in this process, by token, and the waiting messages: one queue for all loopers, so that
+/// messages are handled in the order of posting.
 ///
-/// Its mutex is a leaf: nothing else is taken or called under it, and messages are destroyed (which may answer their
-/// senders) after it is released. Any thread, but where it says more.
+/// Its mutex is a leaf: nothing else is locked or called under it, and messages are destroyed (which may answer their
+/// senders) after it is released. Any thread unless stated otherwise.
 class PostOffice {
 public:
     static PostOffice& Get();
 
     token_t AddHandler(BHandler* handler);
-    /// Makes a looper of a handler that was added.
+    /// Turns an added handler into a looper.
     void MakeLooper(token_t token, BLooper* looper);
-    /// Something that one message can be sent to, which is then forgotten.
-    /// @param team  the one that is asked
+    /// Adds a target for one message, the answer; it is forgotten then.
+    /// @param team  the team that was asked
     token_t AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team);
-    /// Ends all waits for answers of a team with `B_BAD_HANDLER`.
+    /// Ends all waits for answers from a team with `B_BAD_HANDLER`.
     void FailReplyWaits(team_address team);
-    /// The same, of all teams but this one.
+    /// The same for all teams but this one.
     void FailReplyWaitsOfOthers();
     /// The looper that messages for kApplicationToken go to, 0 for none, and its signature.
     void SetApplication(token_t looper, std::string signature = {});
@@ -50,51 +50,51 @@ public:
 
     /// Puts a handler into a looper; 0 takes it out.
     void SetLooper(token_t handler, token_t looper);
-    /// Lets the looper's messages be dispatched; until then they are held back.
+    /// From now on dispatches the looper's messages; until then they are held back.
     void Start(token_t looper);
-    /// Drops the looper's messages and takes no more. False if it was closed already.
+    /// Drops the looper's messages and accepts no more. False if it was closed already.
     bool Close(token_t looper);
 
-    /// Queues a message, or gives it to whoever waits for it. It is taken over with `B_OK` only.
+    /// Queues a message, or gives it to the thread that waits for it. Takes ownership only with `B_OK`.
     /// @param work  of a message from another team, else null: kept until the message has been handled. With `B_OK` it
-    ///              is taken over, or exchanged for that of a message that this one replaces
+    ///              is taken over, or exchanged for that of the message that this one replaces
     /// @return `B_BAD_HANDLER` if the target or its looper is gone, `B_WOULD_BLOCK` if the queue is full
     status_t Post(token_t target, std::unique_ptr<BMessage>& message, std::unique_ptr<PeerWork>* work = nullptr);
 
-    /// Whether there is such a handler, also one without a looper.
+    /// True if there is such a handler, also without a looper.
     bool Exists(token_t handler) const;
-    /// Whether a message could be sent there now.
+    /// True if a message could be sent there now.
     bool IsReachable(token_t token) const;
     /// The looper of a handler, open or not; 0 if it has none or is gone.
     token_t LooperOf(token_t handler) const;
     bool IsOpen(token_t looper) const;
-    /// How many messages wait for a looper.
+    /// The number of messages that wait for a looper.
     int32 CountWaiting(token_t looper) const;
-    /// Whether a message with this code waits for the looper itself.
+    /// True if a message with this code waits for the looper itself.
     bool HasWaiting(token_t looper, uint32 what) const;
 
-    // Main thread, or with the interface lock held, as long as which what is returned exists.
+    // Main thread, or with the interface lock held; the result exists as long as the lock is held.
 
     /// Null if it is gone; its looper too if that is gone or closed.
     BHandler* HandlerAt(token_t token, BLooper** looper) const;
     /// Null if it is gone. Closed loopers are found.
     BLooper* LooperAt(token_t token) const;
-    /// Of all loopers that have been started and are not closed, in the order in which they were made.
+    /// All loopers that were started and are not closed, in the order in which they were made.
     std::vector<token_t> RunningLoopers() const;
 
     // Main thread with the interface lock held.
 
-    /// A turn of the loop begins. Messages are numbered in the order of posting.
-    /// @return the number that the next one will get
+    /// Begins a turn of the loop. Messages are numbered in the order of posting.
+    /// @return the number of the next message
     uint64 BeginTurn();
     /// Dispatches the oldest message with a number below `end`, skipping those of processes that have used up their
     /// time (PeerTurns). @return false if there is none
     bool DispatchNext(uint64 end);
-    /// The work of the message that is being dispatched, for who will handle that only later; null if there is none, or
-    /// another message is meant.
+    /// Takes the work of the message in dispatch, for code that will handle the message later; null if it has none, or
+    /// if another message is in dispatch.
     std::unique_ptr<PeerWork> TakeWork(const BMessage& message);
     bool HasMessages() const;
-    /// Whether messages wait, and all of them are marked "newest wins".
+    /// True if messages wait and all of them are marked "newest wins".
     bool HasOnlyStreams() const;
 
 private:

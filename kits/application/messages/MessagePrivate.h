@@ -7,10 +7,10 @@
 
 namespace kits {
 
-/// How a message came: who gets its answer, and where it was dropped.
+/// How a message was delivered: where its answer goes, and where it was dropped.
 struct MessageDelivery {
     Address replyTo;
-    bool sourceWaits = false; ///< the sender waits for the answer
+    bool sourceWaits = false; ///< the sender waits for an answer
     /// Answers for a message that is deleted unanswered although the sender waits.
     void (*replyNothing)(BMessage& message) = nullptr;
     bool replied = false;
@@ -19,7 +19,7 @@ struct MessageDelivery {
     BPoint dropOffset;
 };
 
-/// What the kits may do with a message or a messenger and programs may not.
+/// Access to messages and messengers for the kits alone.
 struct MessageAccess {
     /// Marks a message as dropped at this place of the screen.
     static void SetDropped(BMessage& message, BPoint where, BPoint offset);

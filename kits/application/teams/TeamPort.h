@@ -11,29 +11,29 @@
 
 namespace kits {
 
-/// Where this team meets others: its socket in the user's folder, the connections to and from it, and one thread that
-/// waits on all of them. Opened by the first who needs it, closed by the application at its end. Any thread, but where
-/// it says more.
+/// The connections between this team and others: its socket in the user's folder, the connections from and to it, and
+/// one thread that waits on all of them. The first use opens it; the application closes it at its end. Any thread
+/// unless stated otherwise.
 ///
-/// What comes from outside is believed nothing: the other end is a process of this user, known by the system and not by
-/// what it says; what it sends is held to the limits of Frame.h and of BMessage, and is dropped with its connection
-/// when it breaks them.
+/// It trusts nothing from outside: the system, not the peer, states its process and user. Data
+/// are held to the limits of Frame.h and BMessage; a peer that breaks them loses its
+/// connection.
 class TeamPort : public OtherTeams {
 public:
     static TeamPort& Get();
 
-    /// Opens it; nothing if it is open.
-    /// @return why not, if not: TeamFolder::Open or the system. Then it is tried again by the next call.
+    /// Opens it, if it is not open.
+    /// @return the error of TeamFolder::Open or of the system. The next call tries again.
     status_t Open();
     /// Opens the port and returns the reason if that fails, worded for a user: "/run/user/1000/kits is a link". Empty
     /// on success.
     /// @param signature  the signature of a single-launch application, to check its lock file, too; empty for none
-    /// @param isLock     set to whether the port is open, so that a reason can only be about the lock file
+    /// @param isLock     set to true if the port is open: then a reason is about the lock file
     std::string Obstacle(const std::string& signature, bool* isLock);
-    /// Lets this team be found by a signature from now on, or no longer (empty). Opens it.
+    /// From now on others find this team by this signature; empty: not at all. Opens the port.
     status_t SetSignature(const std::string& signature);
-    /// Ends all connections and removes the socket; waits for what is under way, and ends all waits for answers of
-    /// other teams. It may be opened again.
+    /// Ends all connections, removes the socket, waits until the thread has ended, and ends all waits for answers from
+    /// other teams. The port may be opened again.
     void Close() { CloseAs(State::kClosed); }
 
     /// Closes the port and keeps it closed for as long as this object lives: nothing is sent to other teams, and they
@@ -52,9 +52,9 @@ public:
 
     /// The teams that can be found by this signature, this one too; the oldest first.
     std::vector<TeamFolder::Entry> Find(const std::string& signature);
-    /// All that have a signature.
+    /// All teams that have a signature.
     std::vector<TeamFolder::Entry> List();
-    /// Messages of TeamWatch go there from now on.
+    /// From now on TeamWatch sends its messages there.
     status_t StartWatching(const Address& watcher, uint32 events);
     status_t StopWatching(const Address& watcher);
 

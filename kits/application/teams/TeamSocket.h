@@ -8,18 +8,18 @@
 
 namespace kits {
 
-// The sockets of teams. All are of Unix, streams, never wait, and are closed in programs that are started.
+// The sockets of teams: Unix stream sockets that never wait, and are closed in started programs.
 
-/// Makes this team's socket in the folder and listens. It gets its name only when it can be connected to.
+/// Makes this team's socket in the folder and listens. The socket gets its name only when others can connect to it.
 status_t Listen(const TeamFolder& folder, const TeamFolder::Entry& entry, FileDescriptor* socket);
 
-/// Connects to a team, and makes sure that it is that team of this user.
-/// @return `B_BAD_HANDLER` if it is not there, `B_WOULD_BLOCK` if it has too many who wait for it,
-///         `B_PERMISSION_DENIED` if another one has taken its place, `B_NO_MORE_FDS` if none is left for connections,
-///         or what the system said
+/// Connects to a team, and checks that it is this team and of this user.
+/// @return `B_BAD_HANDLER` if it is not there, `B_WOULD_BLOCK` if too many connections wait for it already,
+///         `B_PERMISSION_DENIED` if another process has taken its place, `B_NO_MORE_FDS` if no descriptor is left for
+///         connections, or the system's error
 status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* socket);
 
-/// Whether connections may take one more file descriptor: enough are left for all else (bounds::kReservedDescriptors).
+/// True if connections may use one more file descriptor, so that bounds::kReservedDescriptors are left for the rest.
 bool HasDescriptorForConnection();
 
 /// The process at the other end. False unless it is of this user.
