@@ -117,7 +117,7 @@ TEST_F(DispatcherWait, WithoutItAStreamIsHandledAsAnEvent)
     kits::UseShortcuts("copy,pixels");
     int received = 0;
     receiver->onMessage = [&](BMessage*) {
-        EXPECT_TRUE(kits::KitsApplication::IsHandlingEvent());
+        EXPECT_TRUE(kits::EventScope::IsOpen());
         if (++received == 20)
             End();
     };
