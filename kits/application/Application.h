@@ -78,6 +78,7 @@ public:
     virtual void Pulse();
     /// @param rate  microseconds between pulses; 0 or less: none, as at the beginning
     void SetPulseRate(bigtime_t rate);
+    /// For tests, which look at the application through it.
     bigtime_t PulseRate() const;
 
     void DispatchMessage(BMessage* message, BHandler* handler) override;

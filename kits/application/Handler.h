@@ -24,8 +24,8 @@ public:
     BHandler(const BHandler&) = delete;
     BHandler& operator=(const BHandler&) = delete;
 
-    /// Handles a message. This implementation passes it to the next handler, if there is one. The message belongs to
-    /// the caller and lives until this returns (BLooper::DetachCurrentMessage keeps it).
+    /// Handles a message. This implementation passes it to the looper. The message belongs to the caller and lives until
+    /// this returns.
     virtual void MessageReceived(BMessage* message);
 
     /// The looper that it belongs to; null for none.
@@ -34,11 +34,6 @@ public:
     void SetName(const char* name);
     /// Never null.
     const char* Name() const { return fName.c_str(); }
-
-    /// The handler that gets the messages unknown to this one; null for none. Reset when either leaves the looper.
-    /// Both must belong to the same looper.
-    virtual void SetNextHandler(BHandler* handler);
-    BHandler* NextHandler() const { return fNextHandler; }
 
     /// Locks the looper that this handler belongs to. The handler must exist when this is called; if this returns true,
     /// it still exists and is in the same looper. Where it may be gone, use BMessenger::LockTarget.
@@ -55,6 +50,5 @@ private:
 
     std::string fName;
     BLooper* fLooper = nullptr;
-    BHandler* fNextHandler = nullptr;
     const kits::token_t fToken;
 };

@@ -31,8 +31,6 @@ public:
     bool IsHeld() const { return Depth() > 0; }
     /// How often the calling thread has locked it; 0 if it does not hold it.
     int32 Depth() const;
-    /// The thread that holds it, -1 for none; may be outdated when it is returned.
-    thread_id Holder() const;
 
     /// Releases it completely. @return how often the calling thread had locked it
     int32 ReleaseAll();

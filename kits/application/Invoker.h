@@ -9,11 +9,9 @@
 /// Not shared between threads.
 class BInvoker {
 public:
-    BInvoker();
     /// @param message  owned from here; may be null
     /// @param handler  belongs to a looper, or is null and then the target is `looper`
     BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper = nullptr);
-    BInvoker(BMessage* message, BMessenger target);
     virtual ~BInvoker();
     BInvoker(const BInvoker&) = delete;
     BInvoker& operator=(const BInvoker&) = delete;
@@ -29,8 +27,6 @@ public:
     virtual status_t SetTarget(BMessenger target);
     /// True if there is a target and it is in this process.
     bool IsTargetLocal() const { return fTarget.IsTargetLocal(); }
-    /// See BMessenger::Target.
-    BHandler* Target(BLooper** looper = nullptr) const;
     const BMessenger& Messenger() const { return fTarget; }
 
     /// Sends a copy of `message`, or of the invoker's own message if that is null, to the target.

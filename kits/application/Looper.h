@@ -48,8 +48,6 @@ public:
     virtual void DispatchMessage(BMessage* message, BHandler* handler);
     /// The message that is being dispatched, of the innermost dispatch; null while there is none.
     BMessage* CurrentMessage() const;
-    /// Takes the current message over, so that it lives on after its dispatch, to be answered later for example.
-    std::unique_ptr<BMessage> DetachCurrentMessage();
     /// How many messages wait.
     int32 CountMessages() const;
 
@@ -58,8 +56,6 @@ public:
     /// @return false if it is not one of this looper's
     bool RemoveHandler(BHandler* handler);
     int32 CountHandlers() const { return static_cast<int32>(fHandlers.size()); }
-    /// By number; 0 is the looper itself. Null beyond the last.
-    BHandler* HandlerAt(int32 index) const;
 
     /// Takes the interface lock. The looper has to exist when this is called; where it may be gone, use
     /// BMessenger::LockTarget. True: it still exists and is locked. Every true needs its Unlock().
@@ -68,10 +64,6 @@ public:
     /// @return `B_TIMED_OUT`, `B_WOULD_BLOCK`, `B_BAD_HANDLER` if the looper has gone or is ending
     status_t LockWithTimeout(bigtime_t timeout);
     void Unlock();
-    /// Whether the calling thread has the lock.
-    bool IsLocked() const;
-    int32 CountLocks() const;
-    thread_id LockingThread() const;
 
     /// The thread that messages are handled on: the main thread's id.
     thread_id Thread() const;
@@ -89,6 +81,6 @@ private:
     friend class BHandler;
 
     std::vector<BHandler*> fHandlers;
-    std::vector<std::unique_ptr<BMessage>*> fCurrent; ///< the messages in dispatch, the innermost last
-    int32 fCountHeldBack = 0;                         ///< requests to quit that wait for the outermost loop
+    std::vector<BMessage*> fCurrent; ///< the messages in dispatch, the innermost last
+    int32 fCountHeldBack = 0;        ///< requests to quit that wait for the outermost loop
 };

@@ -64,7 +64,6 @@ public:
     /// with a time-out of 0 or less) if no answer came in time;
     ///         `B_CANCELED` if the wait on the main thread was ended by something that must be destroyed. With an error
     ///         `reply` is as it was.
-    status_t SendMessage(uint32 code, BMessage* reply) const;
     status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
                          bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
 

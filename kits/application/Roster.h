@@ -32,8 +32,6 @@ public:
     /// @return `B_NAME_NOT_FOUND` if there is none
     team_id TeamFor(const char* application) const;
     bool IsRunning(const char* application) const { return TeamFor(application) >= 0; }
-    /// @return `B_NAME_NOT_FOUND`; `B_BAD_VALUE` for null
-    status_t GetAppInfo(const char* application, app_info* info) const;
     /// The application of this team, hidden or not, or of another one that is not hidden.
     /// @return `B_BAD_VALUE` if no application of this team is known, or for null
     status_t GetRunningAppInfo(team_id team, app_info* info) const;

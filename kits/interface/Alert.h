@@ -40,10 +40,13 @@ public:
 
     /// Lets a key press a button: a letter, digit or B_ESCAPE. 0 takes it away.
     void SetShortcut(int32 index, char shortcut);
-    char Shortcut(int32 index) const;
 
     int32 CountButtons() const { return static_cast<int32>(fButtons.size()); }
-    const char* ButtonLabel(int32 index) const;
+    /// For tests, which read alerts through it. Null beyond the last.
+    const char* ButtonLabel(int32 index) const
+    {
+        return index < CountButtons() ? fButtons[static_cast<size_t>(index)].c_str() : nullptr;
+    }
     const char* Text() const { return fText.c_str(); }
     alert_type Type() const { return fType; }
 

@@ -35,7 +35,6 @@ public:
     bool IsValid() const { return fStatus == B_OK; }
 
     BRect Bounds() const { return fBounds; }
-    color_space ColorSpace() const { return fSpace; }
     /// The first word; null when the bitmap is not valid.
     void* Bits() const;
     /// In bytes: of all rows, of one row.
@@ -47,17 +46,13 @@ public:
     void AddChild(BView* view);
     /// Gives the view back to the caller. False when it is not one of the bitmap's.
     bool RemoveChild(BView* view);
-    int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
-    BView* ChildAt(int32 index) const;
 
     /// Recursive, see BLocker.
     bool Lock();
     void Unlock();
-    bool IsLocked() const;
 
 private:
     BRect fBounds;
-    color_space fSpace;
     bool fAcceptsViews;
     status_t fStatus;
     int32 fWidth = 0;

@@ -22,7 +22,6 @@ public:
     using BView::SetViewColor;
     void SetViewColor(rgb_color color) override;
 
-    virtual void SetBorder(border_style border);
     border_style Border() const { return fBorder; }
 
     /// Copied; null or empty shows none.

@@ -15,7 +15,6 @@ public:
     /// The default button of its window is pressed by the Enter key wherever the focus stands, unless the focused
     /// control uses that key itself. A window has at most one: making another one default ends the former's role.
     virtual void MakeDefault(bool isDefault);
-    bool IsDefault() const { return fDefault; }
 
 protected:
     void UpdateWidget() override;

@@ -36,9 +36,6 @@ public:
     /// The value as a colour, alpha 255.
     rgb_color ValueAsColor() const;
 
-    virtual void SetCellSize(float size);
-    float CellSize() const { return fCellSize; }
-    virtual void SetLayout(color_control_layout layout);
     color_control_layout Layout() const { return fLayout; }
 
 protected:

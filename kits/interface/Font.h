@@ -89,8 +89,6 @@ public:
     void GetHeight(font_height* height) const;
     /// Width in pixels of the text, a whole number; 0 for null.
     float StringWidth(const char* text) const;
-    /// Of its first bytes, at most `length`.
-    float StringWidth(const char* text, int32 length) const;
 
     /// Takes the properties that the mask selects from the font.
     void Apply(const BFont& font, uint32 mask);

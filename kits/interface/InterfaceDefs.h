@@ -17,7 +17,7 @@ enum : uint32 {
     B_OUTSIDE_VIEW = 3
 };
 
-/// Modifier keys, as bits of "modifiers" in mouse and key messages and of modifiers().
+/// Modifier keys, as bits of "modifiers" in mouse and key messages.
 enum : uint32 { B_SHIFT_KEY = 1, B_COMMAND_KEY = 2, B_CONTROL_KEY = 4, B_OPTION_KEY = 8, B_CAPS_LOCK = 16 };
 
 /// Keys without a printable character, as the first byte that BView::KeyDown gets.
@@ -108,9 +108,6 @@ enum color_which : int32 {
 
 /// A colour of the theme, alpha 255. Main thread, or with the interface lock held.
 rgb_color ui_color(color_which which);
-
-/// The modifier keys that are down, as the main thread last heard.
-uint32 modifiers();
 
 /// Sounds the user's alert sound. Any thread; returns at once.
 status_t beep();

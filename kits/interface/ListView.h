@@ -50,8 +50,6 @@ public:
     /// Null, or -1, when there is none.
     BListItem* ItemAt(int32 index) const;
     int32 IndexOf(const BListItem* item) const;
-    /// The row at a place of the view.
-    int32 IndexOf(BPoint where) const;
     bool HasItem(const BListItem* item) const { return IndexOf(item) >= 0; }
     int32 CountItems() const;
     bool IsEmpty() const { return CountItems() == 0; }
@@ -59,25 +57,19 @@ public:
     /// Selects a row, instead of what was selected or (`extend`, multiple selection only) besides it. No message is
     /// sent; SelectionChanged is called.
     void Select(int32 index, bool extend = false);
-    void Deselect(int32 index);
     void DeselectAll();
-    bool IsItemSelected(int32 index) const;
     /// The index of the selected row number `nth`, counted from 0 from the top; -1 when there is none.
     int32 CurrentSelection(int32 nth = 0) const;
     /// Scrolls so that the (first) selected row shows.
     void ScrollToSelection();
 
     /// The place of a row in the coordinates of the view: scrolling changes it. An invalid rectangle for a bad index,
-    /// before the list has been attached, and on another thread than the main one; IndexOf(BPoint) is -1 then.
+    /// before the list has been attached, and on another thread than the main one.
     BRect ItemFrame(int32 index) const;
-    /// Shows a row anew after its text or state was changed.
-    void InvalidateItem(int32 index);
 
     virtual void SetInvocationMessage(BMessage* message) { SetMessage(message); }
-    BMessage* InvocationMessage() const { return Message(); }
     /// Owned from here; replaces (and deletes) the former; null removes it.
     virtual void SetSelectionMessage(BMessage* message);
-    BMessage* SelectionMessage() const { return fSelectionMessage.get(); }
 
     /// Sends `message` or the invocation message, as told above.
     status_t Invoke(BMessage* message = nullptr) override;

@@ -40,25 +40,17 @@ public:
     /// @return false, or null, when it does not stand in this menu
     bool RemoveItem(BMenuItem* item);
     BMenuItem* RemoveItem(int32 index);
-    /// Takes the item out that opens `submenu`, and deletes that item, but not the submenu, which is the caller's.
-    bool RemoveItem(BMenu* submenu);
 
     /// Null, or -1, when there is none.
     BMenuItem* ItemAt(int32 index) const;
     BMenu* SubmenuAt(int32 index) const;
     int32 IndexOf(const BMenuItem* item) const;
-    int32 IndexOf(const BMenu* submenu) const;
     int32 CountItems() const { return static_cast<int32>(fItems.size()); }
     /// The first item, submenus included depth first, with this label, or whose message has this code; null when none.
     BMenuItem* FindItem(const char* label) const;
     BMenuItem* FindItem(uint32 command) const;
     /// The first marked item of this menu; null when none is.
     BMenuItem* FindMarked() const;
-
-    /// Sets the target of every item of this menu; submenus keep theirs.
-    /// @return the first error of BInvoker::SetTarget
-    virtual status_t SetTargetForItems(BHandler* target);
-    virtual status_t SetTargetForItems(BMessenger target);
 
     virtual void SetEnabled(bool enabled);
     bool IsEnabled() const;

@@ -28,17 +28,14 @@ public:
     /// The row number `index` under `superitem`, or of the outermost level when that is null; null when there is none.
     /// @param oneLevelOnly  counts only rows directly under it, else all the way down
     BListItem* ItemUnderAt(BListItem* superitem, bool oneLevelOnly, int32 index) const;
-    int32 CountItemsUnder(BListItem* superitem, bool oneLevelOnly) const;
     /// The row that `item` stands under; null for the outermost level.
     BListItem* Superitem(const BListItem* item) const;
 
-    void Expand(BListItem* item);
     void Collapse(BListItem* item);
     bool IsExpanded(int32 fullListIndex) const;
 
 private:
     bool IsOutline() const override;
-    void SetExpanded(BListItem* item, bool expanded);
     /// The full number of the first row under it, and of the first one behind those.
     int32 FirstUnder(const BListItem* superitem, int32* end) const;
 };

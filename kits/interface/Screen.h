@@ -19,9 +19,6 @@ public:
     /// The screen that shows most of the window; the main screen when it is null.
     explicit BScreen(const BWindow* window);
 
-    /// False while no screen is connected; then the last known values are given.
-    bool IsValid() const;
-
     /// In logical pixels, right and bottom included. Screens beside each other share one plane.
     BRect Frame() const;
 
@@ -39,10 +36,6 @@ public:
     /// disk too: RestoreDesktop() puts it back. While another program of the user has painted, nothing is.
     /// @param permanent  whether the settings of a desktop environment may be changed, which outlive the session
     void SetDesktopColor(rgb_color color, bool permanent = true);
-    /// Sets the desktop's colour for good, in place of a picture too, as the desktop's own settings do; returns at
-    /// once. What SetDesktopColor() has kept is forgotten: the user wants this colour instead. Without a desktop
-    /// environment it is the root window's, until the session ends.
-    void ChangeDesktopColor(rgb_color color);
     /// Restores the desktop as it was before the first SetDesktopColor(), with its picture and all its settings, but
     /// for what others have set meanwhile; returns at once. At the start of a program: restores what a program that
     /// was killed had painted, and costs nothing if there is none.
@@ -54,7 +47,6 @@ public:
 
 private:
     BRect fFrame;
-    bool fValid;
 };
 
 namespace kits {

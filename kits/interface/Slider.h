@@ -41,8 +41,7 @@ public:
     /// The value's part of the range, from 0 to 1, in single precision; 0 when the range holds one value only.
     float Position() const;
 
-    /// Changes the range; the value is held to it.
-    virtual void SetLimits(int32 minValue, int32 maxValue);
+    /// The ends of the range. For tests, which look at windows through it.
     void GetLimits(int32* minValue, int32* maxValue) const;
 
     /// The texts at the two ends; null removes one.

@@ -87,10 +87,6 @@ public:
     /// @param target  the view of the tab; owned by the tab from here. May be null when `tab` has its view
     /// @param tab     owned from here; null makes a plain one
     virtual void AddTab(BView* target, BTab* tab = nullptr);
-    /// Takes a tab out, deselected before if need be; it is the caller's from here. The tab that takes its place, or
-    /// else the last one, is selected instead of a selected one.
-    /// @return null when there is none at `index`
-    virtual BTab* RemoveTab(int32 index);
     /// Null when there is none.
     virtual BTab* TabAt(int32 index) const;
     int32 CountTabs() const { return static_cast<int32>(fTabs.size()); }

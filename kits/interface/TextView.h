@@ -30,17 +30,12 @@ public:
     /// UTF-8, copied; null is an empty text.
     virtual void SetText(const char* text);
     const char* Text() const { return fText.c_str(); }
-    /// In bytes.
-    int32 TextLength() const { return static_cast<int32>(fText.size()); }
 
     virtual void SetTextRect(BRect rect);
-    BRect TextRect() const { return fTextRect; }
 
     /// Both are true at first. A text that cannot be selected takes the focus only to be scrolled by keyboard.
     virtual void MakeEditable(bool editable);
-    bool IsEditable() const { return fEditable; }
     virtual void MakeSelectable(bool selectable);
-    bool IsSelectable() const { return fSelectable; }
 
     void SetScrolling(bool horizontal, bool vertical, border_style border) override;
 

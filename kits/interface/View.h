@@ -30,8 +30,8 @@ class ViewImpl;
 ///
 /// **Threads.** A view of a window is used with its looper locked (LockLooper; the main thread holds that lock whenever
 /// it runs kit code). A view of a bitmap is drawn into with the bitmap locked. A view that is attached to nothing
-/// belongs to the thread that made it. Another thread than the main one may draw, invalidate, move, resize, show, hide
-/// and ask; it doesn't attach to windows. Hooks are called in the main thread.
+/// belongs to the thread that made it. Another thread than the main one may draw, invalidate, move, resize and ask; it
+/// doesn't attach to windows. Hooks are called in the main thread.
 ///
 /// **Drawing** is allowed at any time, inside and outside Draw. A window's view keeps what was drawn (its picture), and
 /// shows the changed rectangles together, once per turn of the event loop. Coordinates name pixels; fractions go to the
@@ -118,7 +118,6 @@ public:
     BView* ChildAt(int32 index) const;
     int32 CountChildren() const;
     BView* NextSibling() const;
-    BView* PreviousSibling() const;
     /// Null for a view that a window or bitmap holds directly.
     BView* Parent() const;
     /// Null when it is not in a window.
@@ -132,32 +131,20 @@ public:
     BRect Frame() const;
     void MoveTo(BPoint where);
     void MoveTo(float x, float y) { MoveTo(BPoint(x, y)); }
-    void MoveBy(float dx, float dy);
     /// Children follow by their modes at once, the hooks later. Sizes that are not finite are ignored, others held to
     /// -1 (nothing to see) to 32766.
     virtual void ResizeTo(float width, float height);
-    void ResizeBy(float dx, float dy);
     void SetResizingMode(uint32 mode);
     uint32 ResizingMode() const;
     virtual void SetFlags(uint32 flags);
     uint32 Flags() const;
-    /// Nestable: as many Show as Hide.
-    virtual void Show();
-    virtual void Hide();
-    /// Whether the view, a view above it or its window is hidden.
-    bool IsHidden() const;
 
-    /// To and from the parent's, the window's content and the screen's coordinates. Outside a window the screen's are
-    /// the outermost view's.
-    BPoint ConvertToParent(BPoint point) const;
-    BPoint ConvertFromParent(BPoint point) const;
+    /// To the window's content and to and from the screen's coordinates. Outside a window the screen's are the
+    /// outermost view's.
     BPoint ConvertToWindow(BPoint point) const;
     BPoint ConvertToScreen(BPoint point) const;
     BPoint ConvertFromScreen(BPoint point) const;
     BRect ConvertToScreen(BRect rect) const;
-    BRect ConvertFromScreen(BRect rect) const;
-    void ConvertToScreen(BPoint* point) const;
-    void ConvertFromScreen(BPoint* point) const;
 
     // Drawing state.
 
@@ -168,19 +155,12 @@ public:
     void SetViewUIColor(color_which which);
     virtual void SetHighColor(rgb_color color);
     void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
-    rgb_color HighColor() const;
     virtual void SetLowColor(rgb_color color);
-    void SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
-    rgb_color LowColor() const;
     void SetDrawingMode(drawing_mode mode);
-    drawing_mode DrawingMode() const;
     /// Takes the properties over that the mask selects. Null is ignored.
     virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
-    void GetFont(BFont* font) const;
-    void SetFontSize(float size);
     void GetFontHeight(font_height* height) const;
     float StringWidth(const char* text) const;
-    float StringWidth(const char* text, int32 length) const;
 
     // Drawing.
 
@@ -195,20 +175,13 @@ public:
     void DrawString(const char* text, int32 length, BPoint where);
     /// The source pixels stretched over the target rectangle, without smoothing. The caller holds the bitmap's lock.
     void DrawBitmap(const BBitmap* bitmap, BRect source, BRect target);
-    /// All of the bitmap.
-    void DrawBitmap(const BBitmap* bitmap, BRect target);
-    void DrawBitmap(const BBitmap* bitmap, BPoint where);
-    void DrawBitmap(const BBitmap* bitmap);
-    /// Copies pixels inside of the view, as if by way of a third place; rectangles of the same size.
-    void CopyBits(BRect source, BRect target);
     /// Drawing is in the picture when a call returns: both return at once.
     void Sync() const {}
     void Flush() const {}
     /// What the view and its children show, at the screen's resolution, as the bytes of a PNG file. Main thread.
     /// B_NO_INIT outside a window, B_NO_MEMORY without room for it.
     status_t GetPicture(std::string* png) const;
-    /// Asks for a Draw of the rectangle, or of everything, at the end of this turn of the event loop.
-    void Invalidate(BRect rect);
+    /// Asks for a Draw of everything at the end of this turn of the event loop.
     void Invalidate();
 
     // Input.

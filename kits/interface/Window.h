@@ -118,32 +118,25 @@ public:
     BView* FindView(const char* name) const;
     /// The deepest shown view at a point of the content, or null.
     BView* FindView(BPoint where) const;
-    /// The view with the keyboard focus, or null.
-    BView* CurrentFocus() const;
     /// The button that Return presses; a control of this window or null. Set by BButton.
     BView* DefaultButton() const;
 
     // Showing.
 
-    /// Nestable: as many Show as Hide; a new window counts as hidden once. The first Show starts the looper.
+    /// Starts the looper, and shows the window, which is hidden until then.
     virtual void Show();
-    virtual void Hide();
     bool IsHidden() const;
     bool IsMinimized() const;
     /// Brings it to the front and gives it the focus, as far as the window manager allows.
     void Activate(bool active = true);
     bool IsActive() const;
-    /// Whether it is maximised, full screen or tiled, so that its size is not the user's choice.
-    bool IsZoomed() const;
 
     BRect Bounds() const;
     BRect Frame() const;
     void MoveTo(BPoint where);
     void MoveTo(float x, float y) { MoveTo(BPoint(x, y)); }
-    void MoveBy(float dx, float dy);
     /// Held to the size limits. Not finite: ignored.
     void ResizeTo(float width, float height);
-    void ResizeBy(float dx, float dy);
     /// In BRect widths; a minimum above its maximum moves the maximum up. The window is resized into the new limits.
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void GetSizeLimits(float* minWidth, float* maxWidth, float* minHeight, float* maxHeight) const;
@@ -163,15 +156,11 @@ public:
 
     /// Microseconds between the Pulse calls of views that want them, at least 20000; 0 for none. 500000 at first.
     void SetPulseRate(bigtime_t rate);
-    bigtime_t PulseRate() const;
 
     // Nestable: while off, drawing is recorded and nothing is shown or asked to draw.
 
     void DisableUpdates();
     void EnableUpdates();
-
-    /// Draws what is pending and asks the system to show it; doesn't wait for the screen.
-    void UpdateIfNeeded();
 
     /// Writes what the window shows, without its frame, as a picture at the screen's resolution; the format by the
     /// file's ending, PNG when there is none. Works for hidden windows too. B_BAD_VALUE for a null path or unknown

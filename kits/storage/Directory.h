@@ -12,21 +12,16 @@ class BDirectory {
 public:
     BDirectory() = default;
     explicit BDirectory(const char* path);
-    explicit BDirectory(const BEntry* entry);
     ~BDirectory();
     BDirectory(const BDirectory&) = delete;
     BDirectory& operator=(const BDirectory&) = delete;
 
     /// @return B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY, B_PERMISSION_DENIED, ...; the folder is then unset
     status_t SetTo(const char* path);
-    status_t SetTo(const BEntry* entry);
     void Unset();
     /// B_NO_INIT for a folder that was never set, else the result of the last SetTo.
     status_t InitCheck() const { return fStatus; }
 
-    status_t GetEntry(BEntry* entry) const;
-    /// Whether the folder holds the name at this moment.
-    bool Contains(const char* name) const;
     /// Makes a folder in it, closed to other users.
     /// @param directory  when not null, set to the new folder
     status_t CreateDirectory(const char* name, BDirectory* directory);

@@ -48,11 +48,6 @@ public:
 
     status_t GetRef(entry_ref* ref) const;
     status_t GetPath(BPath* path) const;
-    /// @param buffer  receives the name, at most B_FILE_NAME_LENGTH bytes with its zero
-    status_t GetName(char* buffer) const;
-    /// The folder that the name is in.
-    status_t GetParent(BEntry* parent) const;
-    status_t GetParent(BDirectory* parent) const;
 
     /// Gives the file another name, in one step: at every moment it has one of the two. The entry then stands for the
     /// new name. Not on disk before the folder is synced.

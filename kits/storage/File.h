@@ -6,17 +6,15 @@
 
 /// An open file: bytes with a position. Reading and writing go on after an interruption and after a part was written;
 /// what they report as done is done, as far as the system knows (Sync makes it lasting). One thread at a time.
-class BFile : public BNode, public BPositionIO {
+class BFile : public BNode, public BDataIO {
 public:
     BFile() = default;
     BFile(const char* path, uint32 openMode);
     BFile(const BEntry* entry, uint32 openMode);
-    BFile(const entry_ref* ref, uint32 openMode);
 
     /// Opens with the modes of StorageDefs.h; a folder is B_IS_A_DIRECTORY. The position is 0.
     status_t SetTo(const char* path, uint32 openMode);
     status_t SetTo(const BEntry* entry, uint32 openMode);
-    status_t SetTo(const entry_ref* ref, uint32 openMode);
     void Unset() override;
 
     bool IsReadable() const;
@@ -24,19 +22,15 @@ public:
 
     /// @return bytes read, fewer than asked for only at the end of the file, or an error
     ssize_t Read(void* buffer, size_t size) override;
-    ssize_t ReadAt(off_t position, void* buffer, size_t size) override;
     /// @return size, or the error that stopped it; a part may then have been written, and the position tells how much
     ssize_t Write(const void* buffer, size_t size) override;
-    ssize_t WriteAt(off_t position, const void* buffer, size_t size) override;
 
-    off_t Seek(off_t offset, uint32 from) override;
-    [[nodiscard]] off_t Position() const override { return fPosition; }
-    status_t SetSize(off_t size) override;
-    status_t GetSize(off_t* size) const override;
+    /// Where the next Read or Write begins.
+    [[nodiscard]] off_t Position() const { return fPosition; }
+    /// Cuts, or fills up with zeros; the position stays.
+    status_t SetSize(off_t size);
 
 private:
-    status_t WriteTo(off_t position, const void* buffer, size_t size, size_t* written);
-
     uint32 fOpenMode = 0;
     off_t fPosition = 0;
 };

@@ -6,11 +6,6 @@
 class BEntry;
 struct entry_ref;
 
-struct attr_info {
-    type_code type;
-    off_t size; ///< bytes
-};
-
 /// What a name stands for, held open: its lock and its attributes. Keeps to the same file when that is renamed or
 /// removed. Not copied; one thread at a time.
 ///
@@ -20,9 +15,7 @@ struct attr_info {
 class BNode {
 public:
     BNode() = default;
-    explicit BNode(const char* path);
     explicit BNode(const BEntry* entry);
-    explicit BNode(const entry_ref* ref);
     virtual ~BNode();
     BNode(const BNode&) = delete;
     BNode& operator=(const BNode&) = delete;
@@ -30,7 +23,6 @@ public:
     /// Opens for reading, following links; never waits, whatever the name stands for.
     status_t SetTo(const char* path);
     status_t SetTo(const BEntry* entry);
-    status_t SetTo(const entry_ref* ref);
     /// Closes, which gives the lock up.
     virtual void Unset();
     /// B_NO_INIT for a node that was never set, else the result of the last SetTo.
@@ -57,8 +49,6 @@ public:
     /// @param type  B_MISMATCHED_VALUES when the attribute has another type, unless it is B_ANY_TYPE
     /// @return bytes read, at most length; 0 behind the end; B_ENTRY_NOT_FOUND when there is no such attribute
     ssize_t ReadAttr(const char* name, type_code type, off_t offset, void* buffer, size_t length) const;
-    status_t RemoveAttr(const char* name);
-    status_t GetAttrInfo(const char* name, attr_info* info) const;
 
 protected:
     /// Opens with the modes of StorageDefs.h.

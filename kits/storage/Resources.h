@@ -11,7 +11,6 @@ public:
     /// @param size  when not null, set to the number of bytes
     /// @return the bytes, valid for as long as the program runs; null when there is no such resource
     const void* LoadResource(type_code type, const char* name, size_t* size) const;
-    bool HasResource(type_code type, const char* name) const;
 };
 
 namespace kits {

@@ -51,12 +51,6 @@ thread_id BLocker::LockingThread() const
     return fHolder;
 }
 
-int32 BLocker::CountLocks() const
-{
-    kits::WaitPoint::Guard guard = fWaitPoint.Hold();
-    return fDepth;
-}
-
 void BLocker::ReleaseWhole() noexcept
 {
     kits::WaitPoint::Guard guard = fWaitPoint.Hold();

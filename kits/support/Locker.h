@@ -33,8 +33,6 @@ public:
     [[nodiscard]] bool IsLocked() const;
     /// Who holds it, negative if nobody does. Of another thread's holding this may be out of date when it is read.
     [[nodiscard]] thread_id LockingThread() const;
-    /// How often its holder has taken it.
-    [[nodiscard]] int32 CountLocks() const;
     [[nodiscard]] const char* Name() const { return fName.c_str(); }
 
 private:

@@ -21,8 +21,6 @@ public:
         x = px;
         y = py;
     }
-    /// Moves the point into the rectangle, to the nearest place in it.
-    void ConstrainTo(BRect rect);
 
     friend constexpr bool operator==(const BPoint&, const BPoint&) = default;
     friend constexpr BPoint operator+(BPoint a, BPoint b) { return {a.x + b.x, a.y + b.y}; }

@@ -2,60 +2,6 @@
 #include "kits/support/Rect.h"
 
 #include <algorithm>
-#include <cmath>
-
-namespace {
-
-/// Rounds any float, including those that no integer can hold.
-int32 RoundedUp(float value)
-{
-    const float up = std::ceil(value);
-    if (!(up > -2147483648.0f))
-        return up < 0 ? INT32_MIN : 0;
-    return up < 2147483648.0f ? static_cast<int32>(up) : INT32_MAX;
-}
-
-} // namespace
-
-void BPoint::ConstrainTo(BRect rect)
-{
-    x = std::max(std::min(x, rect.right), rect.left);
-    y = std::max(std::min(y, rect.bottom), rect.top);
-}
-
-int32 BRect::IntegerWidth() const
-{
-    return RoundedUp(Width());
-}
-
-int32 BRect::IntegerHeight() const
-{
-    return RoundedUp(Height());
-}
-
-void BRect::SetLeftTop(BPoint point)
-{
-    left = point.x;
-    top = point.y;
-}
-
-void BRect::SetRightTop(BPoint point)
-{
-    right = point.x;
-    top = point.y;
-}
-
-void BRect::SetLeftBottom(BPoint point)
-{
-    left = point.x;
-    bottom = point.y;
-}
-
-void BRect::SetRightBottom(BPoint point)
-{
-    right = point.x;
-    bottom = point.y;
-}
 
 void BRect::InsetBy(float dx, float dy)
 {

@@ -36,18 +36,11 @@ public:
     /// One less than the number of columns, and of rows.
     [[nodiscard]] constexpr float Width() const { return right - left; }
     [[nodiscard]] constexpr float Height() const { return bottom - top; }
-    /// The same, rounded up.
-    [[nodiscard]] int32 IntegerWidth() const;
-    [[nodiscard]] int32 IntegerHeight() const;
 
     [[nodiscard]] constexpr BPoint LeftTop() const { return {left, top}; }
     [[nodiscard]] constexpr BPoint RightTop() const { return {right, top}; }
     [[nodiscard]] constexpr BPoint LeftBottom() const { return {left, bottom}; }
     [[nodiscard]] constexpr BPoint RightBottom() const { return {right, bottom}; }
-    void SetLeftTop(BPoint point);
-    void SetRightTop(BPoint point);
-    void SetLeftBottom(BPoint point);
-    void SetRightBottom(BPoint point);
 
     /// Positive values make it smaller on all sides.
     void InsetBy(float dx, float dy);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
-#include "kits/support/DataIO.h"
 #include "src/prefs/store/Preferences.h"
 #include "tests/fuzz/Fuzz.h"
 #include "tests/support/Disks.h"
+#include "tests/support/MemoryStream.h"
 #include "tests/support/TempFolder.h"
 
 #include <cstdio>
@@ -28,8 +28,8 @@ private:
 
 bool IsWhole(const std::string& bytes, BMessage* message)
 {
-    BMallocIO stream;
-    stream.WriteAt(0, bytes.data(), bytes.size());
+    test::MemoryStream stream;
+    stream.bytes = bytes;
     return message->Unflatten(&stream) == B_OK;
 }
 

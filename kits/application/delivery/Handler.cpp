@@ -26,19 +26,13 @@ BHandler::~BHandler()
 
 void BHandler::MessageReceived(BMessage* message)
 {
-    if (fNextHandler != nullptr)
-        fNextHandler->MessageReceived(message);
+    if (fLooper != nullptr && fLooper != this)
+        fLooper->MessageReceived(message);
 }
 
 void BHandler::SetName(const char* name)
 {
     fName = name != nullptr ? name : "";
-}
-
-void BHandler::SetNextHandler(BHandler* handler)
-{
-    if (handler == nullptr || (handler->fLooper == fLooper && fLooper != nullptr))
-        fNextHandler = handler;
 }
 
 status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)

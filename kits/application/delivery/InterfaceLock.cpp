@@ -86,12 +86,6 @@ int32 InterfaceLock::Depth() const
     return fHolder == self ? fDepth : 0;
 }
 
-thread_id InterfaceLock::Holder() const
-{
-    const WaitPoint::Guard guard = fPoint.Hold();
-    return fHolder;
-}
-
 int32 InterfaceLock::ReleaseAll()
 {
     const thread_id self = find_thread(nullptr);

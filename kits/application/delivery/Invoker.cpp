@@ -3,17 +3,9 @@
 
 #include "kits/application/Message.h"
 
-BInvoker::BInvoker() = default;
-
 BInvoker::BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper)
     : fMessage(message)
     , fTarget(handler, looper)
-{
-}
-
-BInvoker::BInvoker(BMessage* message, BMessenger target)
-    : fMessage(message)
-    , fTarget(target)
 {
 }
 
@@ -42,11 +34,6 @@ status_t BInvoker::SetTarget(BMessenger target)
 {
     fTarget = target;
     return B_OK;
-}
-
-BHandler* BInvoker::Target(BLooper** looper) const
-{
-    return fTarget.Target(looper);
 }
 
 status_t BInvoker::Invoke(BMessage* message)

@@ -104,7 +104,7 @@ void BLooper::DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler)
         return;
     }
     const kits::DispatchScope scope;
-    fCurrent.push_back(&message);
+    fCurrent.push_back(message.get());
     DispatchMessage(message.get(), handler);
     fCurrent.pop_back();
 }
@@ -116,12 +116,7 @@ bool BLooper::IsQuitRequestWaiting() const
 
 BMessage* BLooper::CurrentMessage() const
 {
-    return fCurrent.empty() ? nullptr : fCurrent.back()->get();
-}
-
-std::unique_ptr<BMessage> BLooper::DetachCurrentMessage()
-{
-    return fCurrent.empty() ? nullptr : std::move(*fCurrent.back());
+    return fCurrent.empty() ? nullptr : fCurrent.back();
 }
 
 int32 BLooper::CountMessages() const
@@ -136,7 +131,6 @@ void BLooper::AddHandler(BHandler* handler)
         return;
     fHandlers.push_back(handler);
     handler->fLooper = this;
-    handler->fNextHandler = this;
     PostOffice::Get().SetLooper(handler->Token(), Token());
 }
 
@@ -147,18 +141,9 @@ bool BLooper::RemoveHandler(BHandler* handler)
     if (handler == this || found == fHandlers.end())
         return false;
     fHandlers.erase(found);
-    for (BHandler* other : fHandlers)
-        if (other->fNextHandler == handler)
-            other->fNextHandler = nullptr;
     handler->fLooper = nullptr;
-    handler->fNextHandler = nullptr;
     PostOffice::Get().SetLooper(handler->Token(), 0);
     return true;
-}
-
-BHandler* BLooper::HandlerAt(int32 index) const
-{
-    return index >= 0 && index < CountHandlers() ? fHandlers[static_cast<size_t>(index)] : nullptr;
 }
 
 status_t BLooper::LockWithTimeout(bigtime_t timeout)
@@ -175,21 +160,6 @@ status_t BLooper::LockWithTimeout(bigtime_t timeout)
 void BLooper::Unlock()
 {
     InterfaceLock::Get().Unlock();
-}
-
-bool BLooper::IsLocked() const
-{
-    return InterfaceLock::Get().IsHeld();
-}
-
-int32 BLooper::CountLocks() const
-{
-    return InterfaceLock::Get().Depth();
-}
-
-thread_id BLooper::LockingThread() const
-{
-    return InterfaceLock::Get().Holder();
 }
 
 thread_id BLooper::Thread() const

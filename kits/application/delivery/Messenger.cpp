@@ -84,12 +84,6 @@ status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& repl
     return message == nullptr ? B_BAD_VALUE : kits::DeliverCopy(fAddress, *message, replyTo.fAddress, false);
 }
 
-status_t BMessenger::SendMessage(uint32 code, BMessage* reply) const
-{
-    const BMessage message(code);
-    return SendMessage(&message, reply);
-}
-
 status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigtime_t, bigtime_t replyTimeout) const
 {
     if (message == nullptr || reply == nullptr)

@@ -248,6 +248,11 @@ void BApplication::ArgvReceived(int32, char**) {}
 
 void BApplication::Pulse() {}
 
+bigtime_t BApplication::PulseRate() const
+{
+    return fPulse->IsRunning() ? fPulse->Interval() : 0;
+}
+
 void BApplication::SetPulseRate(bigtime_t rate)
 {
     const kits::InterfaceLocker locker;
@@ -255,12 +260,6 @@ void BApplication::SetPulseRate(bigtime_t rate)
         fPulse->Start(rate);
     else
         fPulse->Stop();
-}
-
-bigtime_t BApplication::PulseRate() const
-{
-    const kits::InterfaceLocker locker;
-    return fPulse->IsRunning() ? fPulse->Interval() : 0;
 }
 
 void BApplication::DispatchMessage(BMessage* message, BHandler* handler)

@@ -92,14 +92,6 @@ team_id BRoster::TeamFor(const char* signature) const
     return found.empty() ? B_NAME_NOT_FOUND : kits::TeamIdOf(found.front().team);
 }
 
-status_t BRoster::GetAppInfo(const char* signature, app_info* info) const
-{
-    if (signature == nullptr || info == nullptr)
-        return B_BAD_VALUE;
-    const team_id team = TeamFor(signature);
-    return team < 0 ? B_NAME_NOT_FOUND : GetRunningAppInfo(team, info);
-}
-
 status_t BRoster::Launch(const entry_ref* ref) const
 {
     if (ref == nullptr)

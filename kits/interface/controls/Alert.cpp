@@ -104,16 +104,6 @@ void BAlert::SetShortcut(int32 index, char shortcut)
     fFace->Widget()->SetShortcut(index, shortcut == 0 ? QKeySequence() : KeyOf(shortcut));
 }
 
-char BAlert::Shortcut(int32 index) const
-{
-    return index < 0 || index >= CountButtons() ? '\0' : fShortcuts[static_cast<std::size_t>(index)];
-}
-
-const char* BAlert::ButtonLabel(int32 index) const
-{
-    return index < 0 || index >= CountButtons() ? "" : fButtons[static_cast<std::size_t>(index)].c_str();
-}
-
 void BAlert::Place()
 {
     const QWidget* active = QApplication::activeWindow();

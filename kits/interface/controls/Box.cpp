@@ -26,12 +26,6 @@ void BBox::SetViewColor(rgb_color color)
     BView::SetViewColor(color);
 }
 
-void BBox::SetBorder(border_style border)
-{
-    fBorder = border;
-    WidgetNeedsUpdate();
-}
-
 void BBox::SetLabel(const char* label)
 {
     fLabel = label == nullptr ? "" : label;

@@ -56,18 +56,6 @@ rgb_color BColorControl::ValueAsColor() const
                       static_cast<uint8>(value >> 8 & 0xFF));
 }
 
-void BColorControl::SetCellSize(float size)
-{
-    fCellSize = HeldCellSize(size);
-    WidgetNeedsUpdate();
-}
-
-void BColorControl::SetLayout(color_control_layout layout)
-{
-    fLayout = layout;
-    WidgetNeedsUpdate();
-}
-
 void BColorControl::UserPicked(rgb_color color)
 {
     StoreValue(Packed(color));

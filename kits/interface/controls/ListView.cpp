@@ -82,12 +82,6 @@ int32 BListView::IndexOf(const BListItem* item) const
     return fModel->ShownIndexOf(item);
 }
 
-int32 BListView::IndexOf(BPoint where) const
-{
-    kits::ListWidget* widget = FreshWidget();
-    return widget == nullptr ? -1 : widget->ShownAt(QPoint(static_cast<int>(where.x), static_cast<int>(where.y)));
-}
-
 int32 BListView::CountItems() const
 {
     return static_cast<int32>(fModel->Shown().size());
@@ -106,16 +100,6 @@ void BListView::Select(int32 index, bool extend)
     SelectionChanged();
 }
 
-void BListView::Deselect(int32 index)
-{
-    BListItem* item = ItemAt(index);
-    if (item == nullptr || !item->fSelected)
-        return;
-    item->fSelected = false;
-    WidgetNeedsUpdate();
-    SelectionChanged();
-}
-
 void BListView::DeselectAll()
 {
     bool any = false;
@@ -127,12 +111,6 @@ void BListView::DeselectAll()
         return;
     WidgetNeedsUpdate();
     SelectionChanged();
-}
-
-bool BListView::IsItemSelected(int32 index) const
-{
-    const BListItem* item = ItemAt(index);
-    return item != nullptr && item->IsSelected();
 }
 
 int32 BListView::CurrentSelection(int32 nth) const
@@ -156,14 +134,6 @@ BRect BListView::ItemFrame(int32 index) const
     kits::ListWidget* widget = FreshWidget();
     const QRect rect = widget == nullptr || ItemAt(index) == nullptr ? QRect() : widget->ShownRect(index);
     return rect.isValid() ? kits::FromQRect(rect) : BRect();
-}
-
-void BListView::InvalidateItem(int32 index)
-{
-    if (ItemAt(index) == nullptr)
-        return;
-    fModel->Changed();
-    RowsChanged();
 }
 
 void BListView::SetSelectionMessage(BMessage* message)

@@ -93,12 +93,6 @@ QRect ListWidget::ShownRect(int32 shown)
                : QRect();
 }
 
-int32 ListWidget::ShownAt(const QPoint& place)
-{
-    const BListItem* item = ItemOf(indexAt(viewport()->mapFrom(this, place)));
-    return item == nullptr ? -1 : fOwner->fModel->ShownIndexOf(item);
-}
-
 void ListWidget::ScrollTo(int32 shown)
 {
     scrollTo(IndexOfShown(shown));

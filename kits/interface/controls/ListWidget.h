@@ -60,7 +60,6 @@ public:
 
     /// The place of a row, by its number among those that show, in the coordinates of this widget.
     QRect ShownRect(int32 shown);
-    int32 ShownAt(const QPoint& place);
     void ScrollTo(int32 shown);
 
 protected:

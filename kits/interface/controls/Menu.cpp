@@ -74,15 +74,6 @@ BMenuItem* BMenu::RemoveItem(int32 index)
     return item;
 }
 
-bool BMenu::RemoveItem(BMenu* submenu)
-{
-    const std::unique_ptr<BMenuItem> item(RemoveItem(IndexOf(submenu)));
-    if (item == nullptr)
-        return false;
-    item->fSubmenu.release()->fSuperitem = nullptr;
-    return true;
-}
-
 BMenuItem* BMenu::ItemAt(int32 index) const
 {
     return index < 0 || index >= CountItems() ? nullptr : fItems[static_cast<std::size_t>(index)].get();
@@ -98,11 +89,6 @@ int32 BMenu::IndexOf(const BMenuItem* item) const
 {
     const auto found = std::find_if(fItems.begin(), fItems.end(), [&](const auto& each) { return each.get() == item; });
     return found == fItems.end() ? -1 : static_cast<int32>(found - fItems.begin());
-}
-
-int32 BMenu::IndexOf(const BMenu* submenu) const
-{
-    return submenu == nullptr || submenu->fSuperitem == nullptr ? -1 : IndexOf(submenu->fSuperitem);
 }
 
 BMenuItem* BMenu::FindItem(const char* label) const
@@ -135,28 +121,6 @@ BMenuItem* BMenu::FindMarked() const
 {
     const auto found = std::find_if(fItems.begin(), fItems.end(), [](const auto& each) { return each->IsMarked(); });
     return found == fItems.end() ? nullptr : found->get();
-}
-
-status_t BMenu::SetTargetForItems(BHandler* target)
-{
-    status_t result = B_OK;
-    for (const auto& item : fItems) {
-        const status_t status = item->SetTarget(target);
-        if (result == B_OK)
-            result = status;
-    }
-    return result;
-}
-
-status_t BMenu::SetTargetForItems(BMessenger target)
-{
-    status_t result = B_OK;
-    for (const auto& item : fItems) {
-        const status_t status = item->SetTarget(target);
-        if (result == B_OK)
-            result = status;
-    }
-    return result;
 }
 
 void BMenu::SetEnabled(bool enabled)

@@ -137,13 +137,6 @@ void BMenuField::SetDivider(float position)
     WidgetNeedsUpdate();
 }
 
-float BMenuField::Divider() const
-{
-    if (fDivider >= 0 || fContent == nullptr)
-        return std::max(fDivider, 0.0f);
-    return static_cast<float>(fContent->As<kits::LabeledWidget>()->Divider());
-}
-
 void BMenuField::GetPreferredSize(float* width, float* height)
 {
     QWidget* widget = EnsureWidget();

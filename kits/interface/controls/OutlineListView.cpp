@@ -47,15 +47,6 @@ BListItem* BOutlineListView::ItemUnderAt(BListItem* superitem, bool oneLevelOnly
     return nullptr;
 }
 
-int32 BOutlineListView::CountItemsUnder(BListItem* superitem, bool oneLevelOnly) const
-{
-    int32 count = 0;
-    int32 end = 0;
-    for (int32 i = FirstUnder(superitem, &end); i < end; i = oneLevelOnly ? fModel->EndOfUnder(i) : i + 1)
-        count++;
-    return count;
-}
-
 int32 BOutlineListView::FirstUnder(const BListItem* superitem, int32* end) const
 {
     const int32 above = superitem == nullptr ? -1 : fModel->FullIndexOf(superitem);
@@ -72,21 +63,11 @@ BListItem* BOutlineListView::Superitem(const BListItem* item) const
     return full < 0 ? nullptr : fModel->FullAt(fModel->ParentOf(full));
 }
 
-void BOutlineListView::Expand(BListItem* item)
-{
-    SetExpanded(item, true);
-}
-
 void BOutlineListView::Collapse(BListItem* item)
 {
-    SetExpanded(item, false);
-}
-
-void BOutlineListView::SetExpanded(BListItem* item, bool expanded)
-{
-    if (fModel->FullIndexOf(item) < 0 || item->fExpanded == expanded)
+    if (fModel->FullIndexOf(item) < 0 || !item->fExpanded)
         return;
-    item->fExpanded = expanded;
+    item->fExpanded = false;
     fModel->Changed();
     RowsChanged();
 }

@@ -48,20 +48,10 @@ float BSlider::Position() const
     return static_cast<float>(static_cast<double>(Value()) - fMinValue) / range;
 }
 
-void BSlider::SetLimits(int32 minValue, int32 maxValue)
-{
-    fMinValue = std::min(minValue, maxValue);
-    fMaxValue = std::max(minValue, maxValue);
-    StoreValue(std::clamp(Value(), fMinValue, fMaxValue));
-    WidgetNeedsUpdate();
-}
-
 void BSlider::GetLimits(int32* minValue, int32* maxValue) const
 {
-    if (minValue != nullptr)
-        *minValue = fMinValue;
-    if (maxValue != nullptr)
-        *maxValue = fMaxValue;
+    *minValue = fMinValue;
+    *maxValue = fMaxValue;
 }
 
 void BSlider::SetLimitLabels(const char* minLabel, const char* maxLabel)

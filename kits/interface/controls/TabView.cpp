@@ -60,27 +60,6 @@ void BTabView::AddTab(BView* target, BTab* tab)
     WidgetNeedsUpdate();
 }
 
-BTab* BTabView::RemoveTab(int32 index)
-{
-    BTab* tab = TabAt(index);
-    if (tab == nullptr)
-        return nullptr;
-    const bool wasSelected = index == fSelection;
-    if (wasSelected) {
-        fSelection = -1;
-        tab->Deselect();
-    } else if (index < fSelection) {
-        fSelection--;
-    }
-    fTabs[static_cast<std::size_t>(index)].release();
-    fTabs.erase(fTabs.begin() + index);
-    tab->fOwner = nullptr;
-    WidgetNeedsUpdate();
-    if (wasSelected)
-        Select(std::min(index, CountTabs() - 1));
-    return tab;
-}
-
 BTab* BTabView::TabAt(int32 index) const
 {
     return index < 0 || index >= CountTabs() ? nullptr : fTabs[static_cast<std::size_t>(index)].get();

@@ -14,7 +14,6 @@ constexpr float kMaxSide = 32767;
 
 BBitmap::BBitmap(BRect bounds, color_space space, bool acceptsViews)
     : fBounds(bounds)
-    , fSpace(space)
     , fAcceptsViews(acceptsViews)
     , fStatus(B_BAD_VALUE)
 {
@@ -81,11 +80,6 @@ bool BBitmap::RemoveChild(BView* view)
     return false;
 }
 
-BView* BBitmap::ChildAt(int32 index) const
-{
-    return index >= 0 && index < CountChildren() ? fChildren[static_cast<size_t>(index)].get() : nullptr;
-}
-
 bool BBitmap::Lock()
 {
     return fLock.Lock();
@@ -94,9 +88,4 @@ bool BBitmap::Lock()
 void BBitmap::Unlock()
 {
     fLock.Unlock();
-}
-
-bool BBitmap::IsLocked() const
-{
-    return fLock.IsLocked();
 }

@@ -103,11 +103,6 @@ uint32 Buttons()
     return sButtons;
 }
 
-uint32 Modifiers()
-{
-    return sModifiers;
-}
-
 void Moved(BWindow* window, BPoint screenPoint, const BMessage* dragMessage)
 {
     BView* const now = window != nullptr ? window->FindView(window->ConvertFromScreen(screenPoint)) : nullptr;

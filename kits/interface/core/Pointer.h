@@ -17,7 +17,6 @@ namespace Pointer {
 
 BPoint Where(); ///< on the screen
 uint32 Buttons();
-uint32 Modifiers();
 
 /// Every event that the toolkit is about to handle: notes what tells of the pointer, and tells views that it came or
 /// left.

@@ -14,16 +14,10 @@ BScreen::BScreen()
 }
 
 BScreen::BScreen(const BWindow* window)
-    : fValid(!kits::ScreenList::All().empty())
 {
     const kits::ScreenList::Screen screen =
         kits::ScreenList::Nearest(window != nullptr ? kits::ToPixels(window->Frame()) : kits::PixelRect{});
     fFrame = kits::FromPixels(screen.frame);
-}
-
-bool BScreen::IsValid() const
-{
-    return fValid;
 }
 
 BRect BScreen::Frame() const
@@ -47,11 +41,6 @@ void BScreen::AskDesktopColor(const BMessage& message, const BMessenger& target)
 void BScreen::SetDesktopColor(rgb_color color, bool permanent)
 {
     kits::DesktopColor::Set(color, permanent);
-}
-
-void BScreen::ChangeDesktopColor(rgb_color color)
-{
-    kits::DesktopColor::Change(color);
 }
 
 void BScreen::RestoreDesktop()

@@ -38,7 +38,7 @@ bool Prepare(ViewImpl& view)
 
 bool CanDraw(const ViewImpl& view)
 {
-    return view.fWindow != nullptr && WindowImpl::Of(view.fWindow).CanShow() && view.IsShownInWindow();
+    return view.fWindow != nullptr && WindowImpl::Of(view.fWindow).CanShow();
 }
 
 /// Returns false if the view is gone.
@@ -110,7 +110,7 @@ void DrawWindow(WindowImpl& window)
 {
     window.ForEachView([](BView* view) {
         ViewImpl& impl = ViewImpl::Of(view);
-        if (Prepare(impl) && impl.IsShownInWindow())
+        if (Prepare(impl))
             Draw(impl);
     });
 }

@@ -90,17 +90,6 @@ BView* BView::NextSibling() const
     return nullptr;
 }
 
-BView* BView::PreviousSibling() const
-{
-    const std::vector<std::unique_ptr<BView>>* siblings = fImpl->SiblingList();
-    if (siblings == nullptr)
-        return nullptr;
-    for (size_t i = 1; i < siblings->size(); i++)
-        if ((*siblings)[i].get() == this)
-            return (*siblings)[i - 1].get();
-    return nullptr;
-}
-
 BView* BView::Parent() const
 {
     return fImpl->fParent;

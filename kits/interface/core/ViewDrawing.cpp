@@ -183,24 +183,9 @@ void BView::SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
     SetHighColor(make_color(red, green, blue, alpha));
 }
 
-rgb_color BView::HighColor() const
-{
-    return fImpl->fHigh;
-}
-
 void BView::SetLowColor(rgb_color color)
 {
     fImpl->fLow = color;
-}
-
-void BView::SetLowColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-{
-    SetLowColor(make_color(red, green, blue, alpha));
-}
-
-rgb_color BView::LowColor() const
-{
-    return fImpl->fLow;
 }
 
 void BView::SetDrawingMode(drawing_mode mode)
@@ -208,26 +193,10 @@ void BView::SetDrawingMode(drawing_mode mode)
     fImpl->fDrawingMode = mode;
 }
 
-drawing_mode BView::DrawingMode() const
-{
-    return fImpl->fDrawingMode;
-}
-
 void BView::SetFont(const BFont* font, uint32 mask)
 {
     if (font != nullptr)
         fImpl->fFont.Apply(*font, mask);
-}
-
-void BView::GetFont(BFont* font) const
-{
-    if (font != nullptr)
-        *font = fImpl->fFont;
-}
-
-void BView::SetFontSize(float size)
-{
-    fImpl->fFont.SetSize(size);
 }
 
 void BView::GetFontHeight(font_height* height) const
@@ -238,11 +207,6 @@ void BView::GetFontHeight(font_height* height) const
 float BView::StringWidth(const char* text) const
 {
     return fImpl->fFont.StringWidth(text);
-}
-
-float BView::StringWidth(const char* text, int32 length) const
-{
-    return fImpl->fFont.StringWidth(text, length);
 }
 
 void BView::StrokeLine(BPoint from, BPoint to, pattern which)
@@ -318,41 +282,6 @@ void BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect target)
         canvas.DrawPixels(static_cast<const uint32*>(bitmap->Bits()), bounds.Width(), bounds.Width(), bounds.Height(),
                           from, kits::ToPixels(target), fImpl->fDrawingMode == B_OP_OVER);
     });
-}
-
-void BView::DrawBitmap(const BBitmap* bitmap, BRect target)
-{
-    if (bitmap != nullptr)
-        DrawBitmap(bitmap, bitmap->Bounds(), target);
-}
-
-void BView::DrawBitmap(const BBitmap* bitmap, BPoint where)
-{
-    if (bitmap == nullptr)
-        return;
-    BRect target = bitmap->Bounds();
-    target.OffsetTo(where);
-    DrawBitmap(bitmap, bitmap->Bounds(), target);
-}
-
-void BView::DrawBitmap(const BBitmap* bitmap)
-{
-    DrawBitmap(bitmap, BPoint(0, 0));
-}
-
-void BView::CopyBits(BRect source, BRect target)
-{
-    if (!source.IsValid() || !target.IsValid())
-        return;
-    fImpl->Paint([&](kits::Canvas& canvas) {
-        const kits::PixelRect to = kits::ToPixels(target);
-        canvas.CopyPixels(kits::ToPixels(source), to.left, to.top);
-    });
-}
-
-void BView::Invalidate(BRect rect)
-{
-    fImpl->Invalidate(kits::ToPixels(rect));
 }
 
 void BView::Invalidate()

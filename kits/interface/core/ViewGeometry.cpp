@@ -37,14 +37,6 @@ BPoint ViewImpl::Origin() const
     return origin;
 }
 
-bool ViewImpl::IsShownInWindow() const
-{
-    for (const ViewImpl* impl = this; impl != nullptr; impl = impl->fParent != nullptr ? &Of(impl->fParent) : nullptr)
-        if (impl->fHideCount > 0)
-            return false;
-    return true;
-}
-
 void ViewImpl::SetFrame(const BRect& frame)
 {
     if (frame == fFrame)
@@ -116,11 +108,6 @@ void BView::MoveTo(BPoint where)
     fImpl->SetFrame({where.x, where.y, where.x + frame.Width(), where.y + frame.Height()});
 }
 
-void BView::MoveBy(float dx, float dy)
-{
-    MoveTo(BPoint(fImpl->fFrame.left + dx, fImpl->fFrame.top + dy));
-}
-
 void BView::ResizeTo(float width, float height)
 {
     if (!IsFinite(width, height))
@@ -128,11 +115,6 @@ void BView::ResizeTo(float width, float height)
     const BPoint corner = fImpl->fFrame.LeftTop();
     fImpl->SetFrame({corner.x, corner.y, corner.x + std::clamp(width, -1.0F, kMaxExtent),
                      corner.y + std::clamp(height, -1.0F, kMaxExtent)});
-}
-
-void BView::ResizeBy(float dx, float dy)
-{
-    ResizeTo(fImpl->fFrame.Width() + dx, fImpl->fFrame.Height() + dy);
 }
 
 void BView::SetResizingMode(uint32 mode)
@@ -143,36 +125,6 @@ void BView::SetResizingMode(uint32 mode)
 uint32 BView::ResizingMode() const
 {
     return fImpl->fMode;
-}
-
-void BView::Show()
-{
-    if (fImpl->fHideCount == 0 || --fImpl->fHideCount > 0)
-        return;
-    fImpl->WidgetChanged();
-    // Draws what was drawn or requested while the view was invisible.
-    fImpl->ForEach([](kits::ViewImpl& impl) { impl.QueuePending(); });
-}
-
-void BView::Hide()
-{
-    if (++fImpl->fHideCount == 1)
-        fImpl->WidgetChanged();
-}
-
-bool BView::IsHidden() const
-{
-    return !fImpl->IsShownInWindow() || (fImpl->fWindow != nullptr && fImpl->fWindow->IsHidden());
-}
-
-BPoint BView::ConvertToParent(BPoint point) const
-{
-    return point + fImpl->fFrame.LeftTop();
-}
-
-BPoint BView::ConvertFromParent(BPoint point) const
-{
-    return point - fImpl->fFrame.LeftTop();
 }
 
 BPoint BView::ConvertToWindow(BPoint point) const
@@ -197,20 +149,4 @@ BRect BView::ConvertToScreen(BRect rect) const
 {
     rect.OffsetTo(ConvertToScreen(rect.LeftTop()));
     return rect;
-}
-
-BRect BView::ConvertFromScreen(BRect rect) const
-{
-    rect.OffsetTo(ConvertFromScreen(rect.LeftTop()));
-    return rect;
-}
-
-void BView::ConvertToScreen(BPoint* point) const
-{
-    *point = ConvertToScreen(*point);
-}
-
-void BView::ConvertFromScreen(BPoint* point) const
-{
-    *point = ConvertFromScreen(*point);
 }

@@ -52,9 +52,6 @@ public:
     const PixelRect& PixelFrame() const { return fPixelFrame; }
     /// Its corner in the window, or in the bitmap.
     BPoint Origin() const;
-    bool IsHiddenHere() const { return fHideCount > 0; }
-    /// Whether neither it nor a view above it is hidden. The window doesn't count.
-    bool IsShownInWindow() const;
 
     // Drawing.
 
@@ -108,7 +105,6 @@ public:
     PixelRect fPixelFrame; ///< the same; never negative
     uint32 fMode;
     uint32 fFlags;
-    int32 fHideCount = 0;
     bool fMovedHook = false;
     bool fResizedHook = false;
 

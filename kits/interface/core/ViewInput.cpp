@@ -66,8 +66,3 @@ void BView::SetAccessibleName(const char* name)
     fImpl->fAccessibleName = name != nullptr ? name : "";
     fImpl->WidgetChanged();
 }
-
-uint32 modifiers()
-{
-    return kits::Pointer::Modifiers();
-}

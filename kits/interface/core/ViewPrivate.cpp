@@ -43,25 +43,9 @@ QWidget* ViewWidget(const BView* view)
     return view != nullptr ? ViewImpl::Of(view).fPane : nullptr;
 }
 
-BView* ViewOfWidget(const QWidget* widget)
-{
-    for (; widget != nullptr; widget = widget->parentWidget()) {
-        const auto* pane = dynamic_cast<const ViewPane*>(widget);
-        if (pane != nullptr && pane->Impl() != nullptr)
-            return pane->Impl()->fView;
-    }
-    return nullptr;
-}
-
 QWidget* WindowWidget(const BWindow* window)
 {
     return WindowImpl::Of(window).fPane;
-}
-
-BWindow* WindowOfWidget(const QWidget* widget)
-{
-    const auto* pane = widget != nullptr ? dynamic_cast<const WindowPane*>(widget->window()) : nullptr;
-    return pane != nullptr && pane->Impl() != nullptr ? pane->Impl()->fWindow : nullptr;
 }
 
 void FillView(BView* view, QWidget* child)
@@ -105,14 +89,6 @@ BRect FromQRect(const QRect& rect)
 BPoint FromQPoint(const QPoint& point)
 {
     return {static_cast<float>(point.x()), static_cast<float>(point.y())};
-}
-
-void DeliverMouse(BView* view, const QMouseEvent& event)
-{
-    if (event.type() == QEvent::MouseButtonRelease)
-        Pointer::Release(ViewImpl::Of(view), event);
-    else
-        Pointer::Press(ViewImpl::Of(view), event);
 }
 
 void SetDefaultButton(BWindow* window, BView* button, std::function<void()> press)

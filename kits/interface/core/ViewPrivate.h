@@ -33,11 +33,8 @@ namespace kits {
 
 /// The view's own widget; null until it first comes into a window.
 QWidget* ViewWidget(const BView* view);
-/// The view that the widget or a widget above it belongs to; null when there is none.
-BView* ViewOfWidget(const QWidget* widget);
 /// The window's top-level widget; never null while the window lives, but in a thread other than the main one.
 QWidget* WindowWidget(const BWindow* window);
-BWindow* WindowOfWidget(const QWidget* widget);
 
 /// Makes the child cover its view's widget, follow its size, and take its focus and accessible name. Takes no ownership
 /// beyond Qt's parenthood.
@@ -51,10 +48,6 @@ void RunOnMain(BView* view, std::function<void()> function);
 QRect ToQRect(const BRect& rect);
 BRect FromQRect(const QRect& rect);
 BPoint FromQPoint(const QPoint& point);
-
-/// Posts B_MOUSE_DOWN or B_MOUSE_UP for an event that a control's child widget got and the view is to see, in the
-/// view's coordinates and with the kit's click count.
-void DeliverMouse(BView* view, const QMouseEvent& event);
 
 /// Sets the button that Return presses in its window, where nothing else takes that key; null for none. The function
 /// does what a click on it does.

@@ -77,8 +77,8 @@ void ViewImpl::SyncWidget()
             fPane->setPalette(palette);
         }
     }
-    if (fPane->isVisibleTo(fPane->parentWidget()) != (fHideCount == 0))
-        fPane->setVisible(fHideCount == 0);
+    if (!fPane->isVisibleTo(fPane->parentWidget()))
+        fPane->show();
 }
 
 void ViewImpl::SyncOpaque()

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -73,7 +74,7 @@ BWindow::~BWindow()
 void BWindow::Quit()
 {
     // It disappears at once, even if something has to end before it can be destroyed.
-    fImpl->fHideCount = 1;
+    fImpl->fIsHidden = true;
     fImpl->InMain([impl = fImpl.get()] { impl->HideWidget(); });
     BLooper::Quit();
 }
@@ -163,16 +164,6 @@ BView* BWindow::FindView(BPoint where) const
     return fImpl->ViewAt(where);
 }
 
-BView* BWindow::CurrentFocus() const
-{
-    BView* focus = nullptr;
-    fImpl->ForEachView([&focus](BView* view) {
-        if (view->IsFocus())
-            focus = view;
-    });
-    return focus;
-}
-
 BView* BWindow::DefaultButton() const
 {
     return fImpl->fDefaultButton;
@@ -180,21 +171,15 @@ BView* BWindow::DefaultButton() const
 
 void BWindow::Show()
 {
-    if (--fImpl->fHideCount != 0)
+    if (!std::exchange(fImpl->fIsHidden, false))
         return;
     Run();
     fImpl->InMain([impl = fImpl.get()] { impl->ShowWidget(); });
 }
 
-void BWindow::Hide()
-{
-    if (fImpl->fHideCount++ == 0)
-        fImpl->InMain([impl = fImpl.get()] { impl->HideWidget(); });
-}
-
 bool BWindow::IsHidden() const
 {
-    return fImpl->fHideCount > 0;
+    return fImpl->fIsHidden;
 }
 
 void BWindow::Minimize(bool minimize)
@@ -202,7 +187,7 @@ void BWindow::Minimize(bool minimize)
     if (fImpl->fMinimized == minimize)
         return;
     fImpl->fMinimized = minimize;
-    if (fImpl->fHideCount > 0)
+    if (fImpl->fIsHidden)
         return;
     fImpl->InMain([impl = fImpl.get()] {
         const Qt::WindowStates state = impl->fPane->windowState();
@@ -219,7 +204,7 @@ bool BWindow::IsMinimized() const
 
 void BWindow::Activate(bool active)
 {
-    if (!active || fImpl->fHideCount > 0)
+    if (!active || fImpl->fIsHidden)
         return;
     if (fImpl->fMinimized)
         Minimize(false);
@@ -229,11 +214,6 @@ void BWindow::Activate(bool active)
 bool BWindow::IsActive() const
 {
     return fImpl->fActive;
-}
-
-bool BWindow::IsZoomed() const
-{
-    return fImpl->fTracker.IsZoomed();
 }
 
 BRect BWindow::Bounds() const
@@ -256,22 +236,12 @@ void BWindow::MoveTo(BPoint where)
     fImpl->AskFrame(kits::ToPixels(frame));
 }
 
-void BWindow::MoveBy(float dx, float dy)
-{
-    MoveTo(Frame().LeftTop() + BPoint(dx, dy));
-}
-
 void BWindow::ResizeTo(float width, float height)
 {
     if (!std::isfinite(width) || !std::isfinite(height))
         return;
     const BPoint corner = Frame().LeftTop();
     fImpl->AskFrame(kits::ToPixels(fImpl->HeldToLimits({corner.x, corner.y, corner.x + width, corner.y + height})));
-}
-
-void BWindow::ResizeBy(float dx, float dy)
-{
-    ResizeTo(Frame().Width() + dx, Frame().Height() + dy);
 }
 
 void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
@@ -341,11 +311,6 @@ void BWindow::SetPulseRate(bigtime_t rate)
     fImpl->UpdatePulse();
 }
 
-bigtime_t BWindow::PulseRate() const
-{
-    return fImpl->fSettings.pulseRate;
-}
-
 void BWindow::DisableUpdates()
 {
     fImpl->fUpdatesOff++;
@@ -355,9 +320,4 @@ void BWindow::EnableUpdates()
 {
     if (fImpl->fUpdatesOff > 0 && --fImpl->fUpdatesOff == 0)
         fImpl->QueueViews();
-}
-
-void BWindow::UpdateIfNeeded()
-{
-    fImpl->InMain([] { kits::UpdateQueue::Flush(); });
 }

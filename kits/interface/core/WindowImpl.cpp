@@ -131,7 +131,7 @@ BView* WindowImpl::ViewAt(BPoint where) const
             const bool inside = where.x >= static_cast<float>(frame.left) &&
                                 where.x < static_cast<float>(frame.right) && where.y >= static_cast<float>(frame.top) &&
                                 where.y < static_cast<float>(frame.bottom);
-            if (!inside || impl.IsHiddenHere())
+            if (!inside)
                 continue;
             found = it->get();
             where -= BPoint(static_cast<float>(frame.left), static_cast<float>(frame.top));
@@ -144,7 +144,7 @@ BView* WindowImpl::ViewAt(BPoint where) const
 
 bool WindowImpl::CanShow() const
 {
-    return fHideCount <= 0 && fExposed && !fMinimized && fUpdatesOff == 0;
+    return !fIsHidden && fExposed && !fMinimized && fUpdatesOff == 0;
 }
 
 void WindowImpl::QueueViews()
@@ -176,7 +176,7 @@ void WindowImpl::AskFrame(const PixelRect& frame)
     const PixelRect before = fTracker.Frame();
     if (frame == before && !fTracker.IsZoomed())
         return;
-    const bool isShown = fHideCount <= 0;
+    const bool isShown = !fIsHidden;
     const bool now = fTracker.Ask(frame, system_time());
     if (now && !isShown) {
         fTracker.ReportSize(frame.Width(), frame.Height(), system_time());
@@ -240,7 +240,7 @@ void WindowImpl::StartGrace()
 
 void WindowImpl::ShowWidget()
 {
-    if (fHideCount > 0)
+    if (fIsHidden)
         return;
     CheckScale();
     fTracker.Show();
@@ -270,7 +270,7 @@ void WindowImpl::HideWidget()
 void WindowImpl::UpdatePulse()
 {
     bool wanted = false;
-    if (fSettings.pulseRate > 0 && fHideCount <= 0)
+    if (fSettings.pulseRate > 0 && !fIsHidden)
         ForEachView([&wanted](BView* view) { wanted = wanted || (view->Flags() & B_PULSE_NEEDED) != 0; });
     if (!wanted)
         fPulse.Stop();
@@ -339,7 +339,7 @@ void WindowImpl::PutBack(int32 left, int32 top)
 
 void WindowImpl::CheckPutBack()
 {
-    if (!fBefore || fTracker.IsZoomed() || fHideCount > 0)
+    if (!fBefore || fTracker.IsZoomed() || fIsHidden)
         return;
     if (fBefore->tries == 0 || system_time() - fBefore->since > FrameTracker::kScaleGrace) {
         fBefore.reset();
@@ -461,7 +461,7 @@ void WindowImpl::PutInReach()
 void WindowImpl::CheckPlace()
 {
     const PixelRect wanted = fTracker.Wanted();
-    if (wanted == fTracker.Frame() || fTracker.IsZoomed() || fHideCount > 0)
+    if (wanted == fTracker.Frame() || fTracker.IsZoomed() || fIsHidden)
         return;
     PutInReach();
     if (fTracker.Wanted() == wanted)

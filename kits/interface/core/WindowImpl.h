@@ -94,7 +94,7 @@ public:
     FrameTracker fTracker;
     std::vector<std::unique_ptr<BView>> fChildren;
     WindowPane* fPane; ///< owned by this
-    int32 fHideCount = 1;
+    bool fIsHidden = true;
     int32 fUpdatesOff = 0;
     bool fMinimized = false;
     bool fActive = false;

@@ -269,63 +269,6 @@ void Canvas::DrawPixels(const uint32* words, int32 stride, int32 width, int32 he
     NoteChanged(logical);
 }
 
-void Canvas::CopyPixels(const PixelRect& source, int32 toX, int32 toY)
-{
-    // Copies only existing pixels; pixels hidden by the clip can still be a source.
-    PixelRect from = Shifted(source);
-    const int32 dx = toX + fOriginX - from.left;
-    const int32 dy = toY + fOriginY - from.top;
-    const PixelRect target = Intersection(fClip, {from.left + dx, from.top + dy, from.right + dx, from.bottom + dy});
-    if (target.IsEmpty())
-        return;
-    const PixelRect device = Intersection(fGrid.ToDevice(target), fDeviceClip);
-    if (device.IsEmpty())
-        return;
-
-    const auto move = [&](int32 edge, int32 logical, int32 delta, bool vertical) {
-        const int32 target0 = vertical ? fGrid.EdgeY(logical) : fGrid.EdgeX(logical);
-        const int32 source0 = vertical ? fGrid.EdgeY(logical - delta) : fGrid.EdgeX(logical - delta);
-        const int32 source1 = vertical ? fGrid.EdgeY(logical - delta + 1) : fGrid.EdgeX(logical - delta + 1);
-        return std::min(source0 + (edge - target0), source1 - 1);
-    };
-    const auto mapAxis = [&](int32 first, int32 last, int32 deviceFrom, int32 deviceTo, int32 delta, int32 limit,
-                             bool vertical) {
-        std::vector<int32> map(static_cast<size_t>(deviceTo - deviceFrom), -1);
-        for (int32 logical = first; logical < last; logical++) {
-            const int32 begin = vertical ? fGrid.EdgeY(logical) : fGrid.EdgeX(logical);
-            const int32 end = vertical ? fGrid.EdgeY(logical + 1) : fGrid.EdgeX(logical + 1);
-            for (int32 edge = std::max(begin, deviceFrom); edge < std::min(end, deviceTo); edge++) {
-                const int32 place = move(edge, logical, delta, vertical);
-                map[static_cast<size_t>(edge - deviceFrom)] = place >= 0 && place < limit ? place : -1;
-            }
-        }
-        return map;
-    };
-    const std::vector<int32> columns =
-        mapAxis(target.left, target.right, device.left, device.right, dx, fBounds.right, false);
-    const std::vector<int32> rows =
-        mapAxis(target.top, target.bottom, device.top, device.bottom, dy, fBounds.bottom, true);
-
-    std::vector<uint32> scratch(columns.size());
-    const auto copyRow = [&](int32 y) {
-        const int32 sourceRow = rows[static_cast<size_t>(y - device.top)];
-        if (sourceRow < 0)
-            return;
-        const uint32* words = Row(sourceRow);
-        uint32* to = Row(y) + device.left;
-        for (size_t x = 0; x < columns.size(); x++)
-            scratch[x] = columns[x] < 0 ? to[x] : words[columns[x]];
-        std::memcpy(to, scratch.data(), scratch.size() * sizeof(uint32));
-    };
-    if (dy > 0)
-        for (int32 y = device.bottom - 1; y >= device.top; y--)
-            copyRow(y);
-    else
-        for (int32 y = device.top; y < device.bottom; y++)
-            copyRow(y);
-    NoteChanged(target);
-}
-
 void Canvas::DrawCoverage(const CoverageMask& mask, int32 deviceX, int32 deviceY, const PixelRect& deviceClip,
                           uint32 low, uint32 high, bool over)
 {

@@ -42,8 +42,6 @@ public:
     /// @param opaqueOnly  leaves pixels alone where the source has the transparent magic word
     void DrawPixels(const uint32* words, int32 stride, int32 width, int32 height, const PixelRect& source,
                     const PixelRect& target, bool opaqueOnly);
-    /// Equal sizes; overlapping is fine.
-    void CopyPixels(const PixelRect& source, int32 toX, int32 toY);
     /// @param deviceX, deviceY  the start of the base line
     /// @param deviceClip        nothing outside is changed
     /// @param over              blends onto what is there instead of the low word

@@ -77,13 +77,6 @@ float BFont::StringWidth(const char* text) const
     return text != nullptr && *text != '\0' ? kits::TextCache::Width(*this, text) : 0;
 }
 
-float BFont::StringWidth(const char* text, int32 length) const
-{
-    if (text == nullptr || length <= 0)
-        return 0;
-    return kits::TextCache::Width(*this, {text, strnlen(text, static_cast<size_t>(length))});
-}
-
 void BFont::Apply(const BFont& font, uint32 mask)
 {
     if (mask & B_FONT_FAMILY_AND_STYLE) {

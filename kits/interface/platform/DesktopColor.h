@@ -21,7 +21,8 @@ rgb_color Get();
 void Ask(std::function<void(rgb_color)> answer);
 /// Paints the desktop; see BScreen::SetDesktopColor.
 void Set(rgb_color color, bool permanent);
-/// Sets it for good; see BScreen::ChangeDesktopColor.
+/// Sets it for good, in place of a picture too, as the desktop's own settings do. What Set() has kept is forgotten: the
+/// user wants this colour instead. Without a desktop environment it is the root window's, until the session ends.
 void Change(rgb_color color);
 /// Restores the desktop; see BScreen::RestoreDesktop.
 void Restore();

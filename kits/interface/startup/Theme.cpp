@@ -227,11 +227,6 @@ void Watch(int eventType)
         AskPortal();
 }
 
-bool IsDark()
-{
-    return IsDarkColor(QGuiApplication::palette().color(QPalette::Window));
-}
-
 void SetDesktopIsDark(std::optional<bool> dark)
 {
     if (dark == sIsDark)

@@ -24,9 +24,6 @@ void Stop();
 /// To be told of the application's events: follows changes of the colours.
 void Watch(int eventType);
 
-/// Whether the panels are dark.
-bool IsDark();
-
 /// As if the desktop had said so; nothing: as if there were no sign.
 void SetDesktopIsDark(std::optional<bool> dark);
 

@@ -253,11 +253,6 @@ SystemReader::SystemReader(const char* root)
 
 SystemReader::~SystemReader() = default;
 
-int32 SystemReader::CountProcessors() const
-{
-    return static_cast<int32>(fImplementation->CountProcessors());
-}
-
 void SystemReader::Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity)
 {
     fImplementation->Read(now);

@@ -44,9 +44,6 @@ public:
     SystemReader(const SystemReader&) = delete;
     SystemReader& operator=(const SystemReader&) = delete;
 
-    /// Does not change.
-    [[nodiscard]] int32 CountProcessors() const;
-
     /// @param now          the moment of this reading, microseconds; if it lies before the last one no active time
     ///                     advances
     /// @param info         filled whole, not null

@@ -156,18 +156,4 @@ status_t StoreAttribute(int descriptor, const char* name, const Attribute& attri
     return status;
 }
 
-status_t DeleteAttribute(int descriptor, const char* name)
-{
-    std::string systemName;
-    FileKey key;
-    status_t status = Identify(descriptor, name, &key, &systemName);
-    if (status != B_OK)
-        return status;
-    const bool remembered = ProcessTable().Remove(key, systemName);
-    status = RemoveAttribute(descriptor, systemName.c_str());
-    if (status == B_UNSUPPORTED)
-        status = B_ENTRY_NOT_FOUND;
-    return remembered && status == B_ENTRY_NOT_FOUND ? B_OK : status;
-}
-
 } // namespace kits

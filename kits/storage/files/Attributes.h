@@ -22,6 +22,5 @@ struct Attribute {
 status_t LoadAttribute(int descriptor, const char* name, Attribute* attribute);
 /// Replaces the attribute whole.
 status_t StoreAttribute(int descriptor, const char* name, const Attribute& attribute);
-status_t DeleteAttribute(int descriptor, const char* name);
 
 } // namespace kits

@@ -12,11 +12,6 @@ BDirectory::BDirectory(const char* path)
     SetTo(path);
 }
 
-BDirectory::BDirectory(const BEntry* entry)
-{
-    SetTo(entry);
-}
-
 BDirectory::~BDirectory()
 {
     Unset();
@@ -37,17 +32,6 @@ status_t BDirectory::SetTo(const char* path)
     return fStatus = B_OK;
 }
 
-status_t BDirectory::SetTo(const BEntry* entry)
-{
-    BPath path;
-    const status_t status = entry != nullptr ? entry->GetPath(&path) : B_BAD_VALUE;
-    if (status != B_OK) {
-        Unset();
-        return fStatus = status;
-    }
-    return SetTo(path.Path());
-}
-
 void BDirectory::Unset()
 {
     if (fDescriptor >= 0)
@@ -55,18 +39,6 @@ void BDirectory::Unset()
     fDescriptor = -1;
     fPath.clear();
     fStatus = B_NO_INIT;
-}
-
-status_t BDirectory::GetEntry(BEntry* entry) const
-{
-    if (entry == nullptr)
-        return B_BAD_VALUE;
-    return fStatus == B_OK ? entry->SetTo(fPath.c_str()) : fStatus;
-}
-
-bool BDirectory::Contains(const char* name) const
-{
-    return BEntry(this, name).Exists();
 }
 
 status_t BDirectory::CreateDirectory(const char* name, BDirectory* directory)

@@ -156,29 +156,6 @@ status_t BEntry::GetPath(BPath* path) const
     return fStatus == B_OK ? path->SetTo(Join(fRef).c_str()) : fStatus;
 }
 
-status_t BEntry::GetName(char* buffer) const
-{
-    if (buffer == nullptr)
-        return B_BAD_VALUE;
-    if (fStatus == B_OK)
-        std::memcpy(buffer, fRef.name.c_str(), fRef.name.size() + 1);
-    return fStatus;
-}
-
-status_t BEntry::GetParent(BEntry* parent) const
-{
-    if (parent == nullptr)
-        return B_BAD_VALUE;
-    return fStatus == B_OK ? parent->SetTo(std::string(fRef.directory).c_str()) : fStatus;
-}
-
-status_t BEntry::GetParent(BDirectory* parent) const
-{
-    if (parent == nullptr)
-        return B_BAD_VALUE;
-    return fStatus == B_OK ? parent->SetTo(fRef.directory.c_str()) : fStatus;
-}
-
 status_t BEntry::Rename(const char* path, bool clobber)
 {
     if (fStatus != B_OK)

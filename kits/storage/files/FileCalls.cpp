@@ -209,14 +209,4 @@ status_t WriteAttribute(int descriptor, const char* name, const void* buffer, si
     return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);
 }
 
-status_t RemoveAttribute(int descriptor, const char* name)
-{
-    const FileAction action{.call = FileCall::kWriteAttribute, .descriptor = descriptor, .path = name};
-    if (Perform(action, [&](size_t) { return fremovexattr(descriptor, name); }) >= 0)
-        return B_OK;
-    if (errno == ENODATA)
-        return B_ENTRY_NOT_FOUND;
-    return HasNoRoomForAttributes(errno) ? B_UNSUPPORTED : StatusFromErrno(errno);
-}
-
 } // namespace kits

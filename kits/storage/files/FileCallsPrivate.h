@@ -40,6 +40,5 @@ status_t MakeFolder(const char* path);
 /// @return bytes of the value or a status; B_UNSUPPORTED when the file system can't hold it
 ssize_t ReadAttribute(int descriptor, const char* name, void* buffer, size_t size);
 status_t WriteAttribute(int descriptor, const char* name, const void* buffer, size_t size);
-status_t RemoveAttribute(int descriptor, const char* name);
 
 } // namespace kits

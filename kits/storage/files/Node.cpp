@@ -42,19 +42,9 @@ int SystemFlags(uint32 openMode)
 
 } // namespace
 
-BNode::BNode(const char* path)
-{
-    SetTo(path);
-}
-
 BNode::BNode(const BEntry* entry)
 {
     SetTo(entry);
-}
-
-BNode::BNode(const entry_ref* ref)
-{
-    SetTo(ref);
 }
 
 BNode::~BNode()
@@ -71,12 +61,6 @@ status_t BNode::SetTo(const BEntry* entry)
 {
     const BPath path(entry);
     return path.InitCheck() == B_OK ? SetTo(path.Path()) : Fail(path.InitCheck());
-}
-
-status_t BNode::SetTo(const entry_ref* ref)
-{
-    const BEntry entry(ref);
-    return SetTo(&entry);
 }
 
 void BNode::Unset()
@@ -187,20 +171,4 @@ ssize_t BNode::ReadAttr(const char* name, type_code type, off_t offset, void* bu
     const size_t count = std::min(length, attribute.value.size() - from);
     std::copy_n(attribute.value.begin() + static_cast<off_t>(from), count, static_cast<uint8*>(buffer));
     return static_cast<ssize_t>(count);
-}
-
-status_t BNode::RemoveAttr(const char* name)
-{
-    return fStatus == B_OK ? kits::DeleteAttribute(fDescriptor, name) : fStatus;
-}
-
-status_t BNode::GetAttrInfo(const char* name, attr_info* info) const
-{
-    if (fStatus != B_OK || info == nullptr)
-        return fStatus != B_OK ? fStatus : B_BAD_VALUE;
-    kits::Attribute attribute;
-    const status_t status = kits::LoadAttribute(fDescriptor, name, &attribute);
-    if (status == B_OK)
-        *info = {.type = attribute.type, .size = static_cast<off_t>(attribute.value.size())};
-    return status;
 }

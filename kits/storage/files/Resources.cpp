@@ -39,8 +39,3 @@ const void* BResources::LoadResource(type_code type, const char* name, size_t* s
         *size = resource != nullptr ? resource->fSize : 0;
     return resource != nullptr ? resource->fData : nullptr;
 }
-
-bool BResources::HasResource(type_code type, const char* name) const
-{
-    return LoadResource(type, name, nullptr) != nullptr;
-}

@@ -41,6 +41,12 @@ bool Await(const std::function<bool()>& condition)
     return true;
 }
 
+status_t AwaitReply(const BMessenger& target, uint32 code, BMessage* reply)
+{
+    const BMessage message(code);
+    return target.SendMessage(&message, reply);
+}
+
 bool AwaitState(thread_id thread, thread_state state)
 {
     return Await([thread, state] {

@@ -4,6 +4,7 @@
 #include "kits/application/Handler.h"
 #include "kits/application/Looper.h"
 #include "kits/application/Message.h"
+#include "kits/application/Messenger.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
 
@@ -20,6 +21,9 @@ bool RunUntil(const std::function<bool()>& condition);
 
 /// Waits for a condition that other threads make true. Returns false if they do not within half a minute.
 bool Await(const std::function<bool()>& condition);
+
+/// Sends a message of this code and waits for the answer, see BMessenger::SendMessage.
+status_t AwaitReply(const BMessenger& target, uint32 code, BMessage* reply);
 
 /// Waits until the thread is in this state: it waits for a lock or an answer, or is suspended.
 bool AwaitState(thread_id thread, thread_state state);

@@ -32,31 +32,13 @@ TEST(RectTest, ItsRightAndBottomBelongToIt)
     EXPECT_FALSE(rect.Contains(BRect(11, 21, 12, 25)));
 }
 
-TEST(RectTest, RoundsItsSizeUp)
-{
-    EXPECT_EQ(BRect(0.5f, 0, 10.75f, 3).IntegerWidth(), 11);
-    EXPECT_EQ(BRect(0, 1, 0, 1.25f).IntegerHeight(), 1);
-    EXPECT_EQ(BRect(0, 0, -1, -1).IntegerWidth(), -1);
-    EXPECT_EQ(BRect(0, 0, 1e30f, -1e30f).IntegerWidth(), INT32_MAX);
-    EXPECT_EQ(BRect(0, 0, 1e30f, -1e30f).IntegerHeight(), INT32_MIN);
-    EXPECT_EQ(BRect(NAN, 0, 0, 0).IntegerWidth(), 0);
-}
-
 TEST(RectTest, HasCorners)
 {
-    BRect rect(1, 2, 3, 4);
+    const BRect rect(1, 2, 3, 4);
     EXPECT_EQ(rect.LeftTop(), BPoint(1, 2));
     EXPECT_EQ(rect.RightTop(), BPoint(3, 2));
     EXPECT_EQ(rect.LeftBottom(), BPoint(1, 4));
     EXPECT_EQ(rect.RightBottom(), BPoint(3, 4));
-    rect.SetLeftTop({5, 6});
-    EXPECT_EQ(rect, BRect(5, 6, 3, 4));
-    rect.SetRightBottom({7, 8});
-    EXPECT_EQ(rect, BRect(5, 6, 7, 8));
-    rect.SetRightTop({9, 1});
-    EXPECT_EQ(rect, BRect(5, 1, 9, 8));
-    rect.SetLeftBottom({2, 3});
-    EXPECT_EQ(rect, BRect(2, 1, 9, 3));
     EXPECT_EQ(BRect(BPoint(1, 2), BPoint(3, 4)), BRect(1, 2, 3, 4));
 }
 
@@ -86,7 +68,7 @@ TEST(RectTest, HasThingsInCommon)
     EXPECT_EQ(BRect() | rect, rect);
 }
 
-TEST(PointTest, CountsAndStaysInside)
+TEST(PointTest, Counts)
 {
     BPoint point(1, 2);
     EXPECT_EQ(point + BPoint(3, 4), BPoint(4, 6));
@@ -95,8 +77,6 @@ TEST(PointTest, CountsAndStaysInside)
     point += BPoint(10, 10);
     point -= BPoint(1, 0);
     EXPECT_EQ(point, BPoint(10, 12));
-    point.ConstrainTo(BRect(0, 20, 5, 30));
-    EXPECT_EQ(point, BPoint(5, 20));
     point.Set(7, 8);
     EXPECT_EQ(point, BPoint(7, 8));
     EXPECT_EQ(B_ORIGIN, BPoint(0, 0));

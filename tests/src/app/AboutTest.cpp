@@ -22,8 +22,20 @@ namespace {
 std::string Attribute(const std::string& path, const char* name, type_code type)
 {
     char value[256] = {};
-    const ssize_t size = BNode(path.c_str()).ReadAttr(name, type, 0, value, sizeof(value));
+    const BEntry entry(path.c_str());
+    const ssize_t size = BNode(&entry).ReadAttr(name, type, 0, value, sizeof(value));
     return size > 0 ? std::string(value, static_cast<size_t>(size)) : "";
+}
+
+/// The high (0) or the low colour (1) that a view draws with.
+rgb_color ColorOf(const BView& view, int32 which)
+{
+    BMessage archive;
+    int32 word = 0;
+    EXPECT_EQ(view.Archive(&archive, false), B_OK);
+    EXPECT_EQ(archive.FindInt32("_color", which, &word), B_OK);
+    const auto bits = static_cast<uint32>(word);
+    return make_color(static_cast<uint8>(bits >> 16), static_cast<uint8>(bits >> 8), static_cast<uint8>(bits));
 }
 
 std::string WithZero(const std::string& text)
@@ -130,13 +142,13 @@ TEST_F(AboutWindowTest, HasItsLookAndItsButton)
     EXPECT_EQ(fWindow->Feel(), B_NORMAL_WINDOW_FEEL);
     EXPECT_EQ(fWindow->Flags() & B_NOT_RESIZABLE, B_NOT_RESIZABLE);
     EXPECT_EQ(fView->Frame(), BRect(0, 0, 400, 220));
-    EXPECT_EQ(fView->HighColor(), (rgb_color{0, 100, 240, 255}));
-    EXPECT_EQ(fView->LowColor(), (rgb_color{65, 140, 215, 255}));
+    EXPECT_EQ(ColorOf(*fView, 0), (rgb_color{0, 100, 240, 255}));
+    EXPECT_EQ(ColorOf(*fView, 1), (rgb_color{65, 140, 215, 255}));
     const auto* button = dynamic_cast<BButton*>(fView->ChildAt(0));
     ASSERT_NE(button, nullptr);
     EXPECT_STREQ(button->Label(), "Allright");
     EXPECT_EQ(button->Command(), B_QUIT_REQUESTED);
-    EXPECT_EQ(button->Target(), fWindow);
+    EXPECT_EQ(button->Messenger().Target(nullptr), fWindow);
     EXPECT_EQ(button->ViewColor(), (rgb_color{200, 200, 200, 255}));
     EXPECT_EQ(button->Frame().right, 400 - 20);
     EXPECT_EQ(button->Frame().bottom, 220 - 11);
@@ -157,7 +169,7 @@ TEST_F(AboutWindowTest, KnowsWhereItDrewItsLines)
     EXPECT_TRUE(fView->Bounds().Contains(mail));
     EXPECT_TRUE(fView->Bounds().Contains(home));
     EXPECT_FALSE(fView->ChildAt(0)->Frame().Intersects(home));
-    EXPECT_EQ(fView->HighColor(), (rgb_color{0, 100, 240, 255})) << "drawing leaves the colours as they were";
+    EXPECT_EQ(ColorOf(*fView, 0), (rgb_color{0, 100, 240, 255})) << "drawing leaves the colours as they were";
 }
 
 TEST_F(AboutWindowTest, AButtonInALargeFontCoversNoLine)

@@ -121,7 +121,7 @@ TEST_F(MainWindowTest, HasOneMenu)
         EXPECT_STREQ(item->Label(), row.label);
         EXPECT_EQ(item->Command(), row.what);
         EXPECT_EQ(item->Shortcut(), row.shortcut);
-        EXPECT_EQ(item->Target(), be_app);
+        EXPECT_EQ(item->Messenger().Target(nullptr), be_app);
     }
     EXPECT_NE(dynamic_cast<BSeparatorItem*>(menu->ItemAt(1)), nullptr);
     EXPECT_NE(dynamic_cast<BSeparatorItem*>(menu->ItemAt(3)), nullptr);

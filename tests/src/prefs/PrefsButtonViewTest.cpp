@@ -118,7 +118,7 @@ TEST_F(PrefsButtonViewTest, FollowsItsSize)
     fWindow->Show();
     test::Turn();
     const float before = Button("Cancel")->Frame().left;
-    fRow->ResizeBy(50, 0);
+    fRow->ResizeTo(fRow->Bounds().Width() + 50, fRow->Bounds().Height() + 0);
     test::Turn();
     EXPECT_GT(Button("Cancel")->Frame().left, before);
 }

@@ -72,7 +72,7 @@ TEST_F(PrefsTabTest, IsLaidOutAnewWhenItsSizeChanges)
     test::Turn();
     const int before = fPage->rerenders;
     const int states = fPage->states;
-    fTabView->ResizeBy(20, 30);
+    fTabView->ResizeTo(fTabView->Bounds().Width() + 20, fTabView->Bounds().Height() + 30);
     test::Turn();
     EXPECT_EQ(fPage->Bounds().Width(), 410);
     EXPECT_GT(fPage->rerenders, before);
@@ -84,7 +84,7 @@ TEST_F(PrefsTabTest, TakesTheSizeThatTheTabViewGotWhileItDidNotShow)
     fTabView->Select(0);
     fWindow->Show();
     fTabView->Select(1);
-    fTabView->ResizeBy(-40, -20);
+    fTabView->ResizeTo(fTabView->Bounds().Width() - 40, fTabView->Bounds().Height() - 20);
     test::Turn();
     const int before = fPage->rerenders;
     fTabView->Select(0);

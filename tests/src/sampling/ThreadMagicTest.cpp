@@ -2,7 +2,6 @@
 #include "src/sampling/ThreadMagic.h"
 
 #include "kits/kernel/Errors.h"
-#include "kits/support/Autolock.h"
 #include "kits/support/Locker.h"
 
 #include <gtest/gtest.h>
@@ -199,15 +198,16 @@ TEST(OwnedPeriodicThread, DiesWaitingForALockOfTheOwner)
     BLocker lock("test");
     std::atomic<int> calls = 0;
     {
-        BAutolock held(lock);
+        lock.Lock();
         auto* thread = OwnedPeriodicThread::Launch(MakeWork([&] {
-                                                       BAutolock inner(lock);
+                                                       lock.Lock();
                                                        calls++;
                                                    }),
                                                    1000, "waiter", 10);
         ASSERT_NE(thread, nullptr);
         AwaitState(*thread, B_THREAD_WAITING);
         thread->Die();
+        lock.Unlock();
     }
     EXPECT_EQ(calls, 0);
     EXPECT_EQ(lock.LockWithTimeout(0), B_OK);

@@ -171,8 +171,8 @@ TEST_F(LooperTest, LetsTheNewestWaitAgainWhileOneIsHandled)
     Recorder handler([&](BMessage*) {
         const BMessage message = Newest(1);
         if (++count < 3) {
-            EXPECT_EQ(fLooper->PostMessage(&message, fLooper->HandlerAt(1)), B_OK);
-            EXPECT_EQ(fLooper->PostMessage(&message, fLooper->HandlerAt(1)), B_OK);
+            EXPECT_EQ(fLooper->PostMessage(&message, &handler), B_OK);
+            EXPECT_EQ(fLooper->PostMessage(&message, &handler), B_OK);
         }
     });
     fLooper->AddHandler(&handler);
@@ -214,17 +214,13 @@ TEST_F(LooperTest, KnowsItsHandlers)
 {
     Recorder first, second;
     EXPECT_EQ(fLooper->CountHandlers(), 1);
-    EXPECT_EQ(fLooper->HandlerAt(0), fLooper);
     EXPECT_EQ(fLooper->Looper(), fLooper);
     fLooper->AddHandler(&first);
     fLooper->AddHandler(&second);
     fLooper->AddHandler(nullptr);
     EXPECT_EQ(first.Looper(), fLooper);
-    EXPECT_EQ(first.NextHandler(), fLooper);
-    EXPECT_EQ(fLooper->HandlerAt(2), &second);
-    EXPECT_EQ(fLooper->HandlerAt(3), nullptr);
-    EXPECT_EQ(fLooper->HandlerAt(-1), nullptr);
-    first.SetNextHandler(&second);
+    EXPECT_EQ(second.Looper(), fLooper);
+    EXPECT_EQ(fLooper->CountHandlers(), 3);
 
     RecordingLooper other;
     other.AddHandler(&first);
@@ -233,7 +229,6 @@ TEST_F(LooperTest, KnowsItsHandlers)
     EXPECT_FALSE(fLooper->RemoveHandler(fLooper));
     EXPECT_TRUE(fLooper->RemoveHandler(&second));
     EXPECT_EQ(second.Looper(), nullptr);
-    EXPECT_EQ(first.NextHandler(), nullptr);
     EXPECT_FALSE(fLooper->RemoveHandler(&second));
     EXPECT_EQ(fLooper->CountHandlers(), 2);
 }
@@ -265,50 +260,29 @@ TEST_F(LooperTest, DropsMessagesForHandlersThatLeftOrWent)
 
 TEST_F(LooperTest, HandsOnWhatIsNotKnown)
 {
-    BHandler second("second"), first("first");
-    EXPECT_STREQ(first.Name(), "first");
-    first.SetName(nullptr);
-    EXPECT_STREQ(first.Name(), "");
-    fLooper->AddHandler(&first);
-    fLooper->AddHandler(&second);
-    first.SetNextHandler(&second);
-    EXPECT_EQ(second.NextHandler(), fLooper);
-    fLooper->PostMessage(1, &first);
-    Drain();
-    EXPECT_EQ(fLooper->codes, Codes{1});
-    BHandler stranger;
-    first.SetNextHandler(&stranger);
-    EXPECT_EQ(first.NextHandler(), &second);
-    first.SetNextHandler(nullptr);
-    fLooper->PostMessage(1, &first);
-    Drain();
-    EXPECT_EQ(fLooper->codes, Codes{1});
-}
-
-TEST_F(LooperTest, MayKeepTheCurrentMessage)
-{
-    std::unique_ptr<BMessage> kept;
-    Recorder handler([&](BMessage* message) {
-        kept = fLooper->DetachCurrentMessage();
-        EXPECT_EQ(kept.get(), message);
-        EXPECT_EQ(fLooper->CurrentMessage(), nullptr);
-        EXPECT_EQ(fLooper->DetachCurrentMessage(), nullptr);
-    });
+    BHandler handler("handler");
+    EXPECT_STREQ(handler.Name(), "handler");
+    handler.SetName(nullptr);
+    EXPECT_STREQ(handler.Name(), "");
     fLooper->AddHandler(&handler);
-    fLooper->PostMessage(7, &handler);
-    EXPECT_EQ(fLooper->DetachCurrentMessage(), nullptr);
+    fLooper->PostMessage(1, &handler);
     Drain();
-    ASSERT_NE(kept, nullptr);
-    EXPECT_EQ(kept->what, 7u);
+    EXPECT_EQ(fLooper->codes, Codes{1});
+    BLooper plain;
+    BMessage message(2);
+    plain.MessageReceived(&message);
+    fLooper->RemoveHandler(&handler);
+    handler.MessageReceived(&message);
+    EXPECT_EQ(fLooper->codes, Codes{1}) << "neither a looper nor a handler without one hands on";
 }
 
 TEST_F(LooperTest, TakesMessagesAtOnceFromTheKits)
 {
-    Recorder handler([this](BMessage* message) {
+    Recorder handler([&](BMessage* message) {
         EXPECT_EQ(fLooper->CurrentMessage(), message);
         EXPECT_FALSE(kits::IsOutermost());
         if (message->what == 1) {
-            fLooper->DeliverNow(std::make_unique<BMessage>(2), fLooper->HandlerAt(1));
+            fLooper->DeliverNow(std::make_unique<BMessage>(2), &handler);
             EXPECT_EQ(fLooper->CurrentMessage(), message);
         }
     });
@@ -430,18 +404,16 @@ TEST_F(LooperTest, IsLockedByTheOneLock)
     fLooper->AddHandler(&handler);
     EXPECT_TRUE(fLooper->Lock());
     EXPECT_TRUE(handler.LockLooper());
-    EXPECT_TRUE(fLooper->IsLocked());
-    EXPECT_EQ(fLooper->CountLocks(), 2);
-    EXPECT_EQ(fLooper->LockingThread(), find_thread(nullptr));
+    EXPECT_EQ(InterfaceLock::Get().Depth(), 2);
     std::thread([&] {
-        EXPECT_FALSE(fLooper->IsLocked());
+        EXPECT_FALSE(InterfaceLock::Get().IsHeld());
         EXPECT_EQ(fLooper->LockWithTimeout(0), B_WOULD_BLOCK);
         EXPECT_EQ(fLooper->LockWithTimeout(1000), B_TIMED_OUT);
         EXPECT_EQ(handler.LockLooperWithTimeout(0), B_WOULD_BLOCK);
     }).join();
     handler.UnlockLooper();
     fLooper->Unlock();
-    EXPECT_FALSE(fLooper->IsLocked());
+    EXPECT_FALSE(InterfaceLock::Get().IsHeld());
 }
 
 TEST_F(LooperTest, FailsToLockWhatGoesWhileItIsWaitedFor)
@@ -464,7 +436,8 @@ TEST_F(LooperTest, FailsToLockWhatGoesWhileItIsWaitedFor)
     lockLooper = nullptr;
     EXPECT_EQ(ofHandler, B_BAD_HANDLER);
     EXPECT_EQ(ofLooper, B_BAD_HANDLER);
-    EXPECT_EQ(InterfaceLock::Get().Holder(), -1);
+    EXPECT_EQ(InterfaceLock::Get().Lock(0), B_OK);
+    InterfaceLock::Get().Unlock();
 }
 
 TEST_F(LooperTest, IsPostedToWhileTheLockIsHeld)

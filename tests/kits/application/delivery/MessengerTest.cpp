@@ -67,7 +67,7 @@ protected:
             message->SendReply(103, &fHandler);
             break;
         case 4:
-            fKept = fLooper->DetachCurrentMessage();
+            fKept = std::make_unique<BMessage>(std::move(*message));
             break;
         case 5:
             message->SendReply(105);
@@ -213,7 +213,7 @@ TEST_F(MessengerTest, GivesTheAnswerToTheWaitingThread)
 TEST_F(MessengerTest, AnswersAWaitingThreadWithoutTheMainLoop)
 {
     BMessage reply;
-    KitThread asker([&] { EXPECT_EQ(BMessenger(&fHandler).SendMessage(4, &reply), B_OK); });
+    KitThread asker([&] { EXPECT_EQ(test::AwaitReply(BMessenger(&fHandler), 4, &reply), B_OK); });
     ASSERT_TRUE(test::RunUntil([this] { return fKept != nullptr; }));
     EXPECT_TRUE(test::AwaitState(asker.Id(), B_THREAD_RECEIVING));
     EXPECT_TRUE(fKept->IsSourceWaiting());
@@ -257,7 +257,7 @@ TEST_F(MessengerTest, IsAnsweredWhenTheTargetGoesBeforeTheMessage)
 {
     const auto ask = [](const BMessenger& messenger, BMessage* reply, const std::function<void()>& destroy) {
         const kits::InterfaceLocker locker;
-        KitThread asker([&] { EXPECT_EQ(messenger.SendMessage(1, reply), B_OK); });
+        KitThread asker([&] { EXPECT_EQ(test::AwaitReply(messenger, 1, reply), B_OK); });
         EXPECT_TRUE(test::AwaitState(asker.Id(), B_THREAD_RECEIVING));
         destroy();
     };
@@ -308,14 +308,14 @@ TEST_F(MessengerTest, DoesNotWaitWhereNoAnswerCanCome)
         const BMessenger messenger(&fHandler);
         {
             const kits::InterfaceLocker locker;
-            EXPECT_EQ(messenger.SendMessage(1, &reply), B_NOT_ALLOWED);
+            EXPECT_EQ(test::AwaitReply(messenger, 1, &reply), B_NOT_ALLOWED);
         }
-        EXPECT_EQ(BMessenger().SendMessage(1, &reply), B_BAD_HANDLER);
+        EXPECT_EQ(test::AwaitReply(BMessenger(), 1, &reply), B_BAD_HANDLER);
         EXPECT_EQ(messenger.SendMessage(nullptr, &reply), B_BAD_VALUE);
-        EXPECT_EQ(messenger.SendMessage(1, static_cast<BMessage*>(nullptr)), B_BAD_VALUE);
+        EXPECT_EQ(test::AwaitReply(messenger, 1, static_cast<BMessage*>(nullptr)), B_BAD_VALUE);
         for (int32 i = 0; i < BLooper::kQueueCapacity; ++i)
             messenger.SendMessage(9);
-        EXPECT_EQ(messenger.SendMessage(1, &reply), B_WOULD_BLOCK);
+        EXPECT_EQ(test::AwaitReply(messenger, 1, &reply), B_WOULD_BLOCK);
     }).Join();
     EXPECT_EQ(reply.what, uint32('keep'));
     EXPECT_EQ(BMessenger(&fHandler).SendMessage(static_cast<const BMessage*>(nullptr), &fHandler), B_BAD_VALUE);
@@ -327,7 +327,7 @@ TEST_F(MessengerTest, LetsAThreadBeKilledWhileItWaits)
 {
     KitThread asker([this] {
         BMessage reply;
-        BMessenger(&fHandler).SendMessage(4, &reply);
+        test::AwaitReply(BMessenger(&fHandler), 4, &reply);
         ADD_FAILURE() << "went on";
     });
     EXPECT_TRUE(test::AwaitState(asker.Id(), B_THREAD_RECEIVING));
@@ -344,14 +344,14 @@ TEST_F(MessengerTest, IsAnsweredOnTheMainThreadToo)
     other->PostMessage(7);
     fLooper->PostMessage(8, &fHandler);
     BMessage reply;
-    EXPECT_EQ(BMessenger(&fHandler).SendMessage(1, &reply), B_OK);
+    EXPECT_EQ(test::AwaitReply(BMessenger(&fHandler), 1, &reply), B_OK);
     EXPECT_EQ(reply.what, 101u);
     // Messages posted before, to any looper, were handled before; the lock is in its previous state.
     EXPECT_EQ(other->codes, Codes{7});
     EXPECT_EQ(fHandler.codes, (Codes{8, 1}));
     EXPECT_FALSE(InterfaceLock::Get().IsHeld());
     EXPECT_EQ(kits::NestedLoop::Count(), 0);
-    EXPECT_EQ(BMessenger(&fHandler).SendMessage(2, &reply), B_OK);
+    EXPECT_EQ(test::AwaitReply(BMessenger(&fHandler), 2, &reply), B_OK);
     EXPECT_EQ(reply.what, uint32(B_NO_REPLY));
     const kits::InterfaceLocker locker;
     other->Quit();
@@ -363,12 +363,12 @@ TEST_F(MessengerTest, IsAnsweredInsideAMessage)
     int32 depth = 0;
     Recorder asker([&](BMessage*) {
         depth = InterfaceLock::Get().Depth();
-        EXPECT_EQ(BMessenger(&fHandler).SendMessage(1, &reply), B_OK);
+        EXPECT_EQ(test::AwaitReply(BMessenger(&fHandler), 1, &reply), B_OK);
         EXPECT_EQ(InterfaceLock::Get().Depth(), depth);
         // Even to itself.
         BMessage own;
         if (asker.codes.size() == 1) {
-            EXPECT_EQ(BMessenger(fLooper).SendMessage(1, &own), B_OK);
+            EXPECT_EQ(test::AwaitReply(BMessenger(fLooper), 1, &own), B_OK);
             EXPECT_EQ(own.what, uint32(B_NO_REPLY));
         }
     });
@@ -390,7 +390,7 @@ TEST_F(MessengerTest, IsAnsweredOnTheMainThreadByAnother)
         EXPECT_EQ(fKept->SendReply(9), B_OK);
     });
     BMessage reply;
-    EXPECT_EQ(BMessenger(&fHandler).SendMessage(4, &reply), B_OK);
+    EXPECT_EQ(test::AwaitReply(BMessenger(&fHandler), 4, &reply), B_OK);
     EXPECT_EQ(reply.what, 9u);
 }
 

@@ -6,6 +6,7 @@
 #include "kits/support/DataIO.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
+#include "tests/support/MemoryStream.h"
 
 #include <gtest/gtest.h>
 
@@ -255,16 +256,15 @@ TEST(MessageFlattening, WritesAndReadsStreamsMessageByMessage)
 {
     BMessage first('1st '), second('2nd ');
     first.AddString("text", "first");
-    BMallocIO stream;
+    test::MemoryStream stream;
     ssize_t size = 0;
     EXPECT_EQ(first.Flatten(&stream, &size), B_OK);
     EXPECT_EQ(size, first.FlattenedSize());
     EXPECT_EQ(second.Flatten(&stream), B_OK);
-    stream.Seek(0, B_SEEK_BEGIN);
     BMessage read;
     EXPECT_EQ(read.Unflatten(&stream), B_OK);
     EXPECT_TRUE(read.HasSameData(first));
-    EXPECT_EQ(stream.Position(), size);
+    EXPECT_EQ(stream.position, static_cast<size_t>(size));
     EXPECT_EQ(read.Unflatten(&stream), B_OK);
     EXPECT_TRUE(read.HasSameData(second));
     EXPECT_EQ(read.Unflatten(&stream), B_BAD_VALUE);
@@ -314,9 +314,9 @@ TEST(MessageFlattening, WritesNothingThatCouldNotBeRead)
     EXPECT_TRUE(read.HasSameData(values));
     values.AddBool("values", true);
     EXPECT_EQ(values.FlattenedSize(), B_BAD_VALUE);
-    BMallocIO stream;
+    test::MemoryStream stream;
     EXPECT_EQ(values.Flatten(&stream), B_BAD_VALUE);
-    EXPECT_EQ(stream.BufferLength(), 0u);
+    EXPECT_EQ(stream.bytes.size(), 0u);
 
     // The size of everything except the string.
     BMessage big;

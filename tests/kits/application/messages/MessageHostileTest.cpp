@@ -4,10 +4,10 @@
 #include "kits/application/Message.h"
 #include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageFormat.h"
-#include "kits/support/DataIO.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/kits/application/AllocationCounter.h"
+#include "tests/support/MemoryStream.h"
 
 #include <gtest/gtest.h>
 
@@ -84,9 +84,8 @@ status_t Read(const std::string& flat, BMessage* result = nullptr)
     const status_t status = message.Unflatten(bytes.empty() ? "" : bytes.data(), static_cast<ssize_t>(bytes.size()));
     if (status != B_OK)
         EXPECT_TRUE(message.HasSameData(before));
-    BMallocIO stream;
-    stream.Write(flat.data(), flat.size());
-    stream.Seek(0, B_SEEK_BEGIN);
+    test::MemoryStream stream;
+    stream.bytes = flat;
     BMessage streamed(before);
     EXPECT_EQ(streamed.Unflatten(&stream), status);
     EXPECT_TRUE(streamed.HasSameData(message));

@@ -65,7 +65,8 @@ protected:
 
     static void SetText(const entry_ref& ref, const char* name, const char* text)
     {
-        BNode node(&ref);
+        const BEntry entry(&ref);
+        BNode node(&entry);
         EXPECT_GT(node.WriteAttr(name, B_STRING_TYPE, 0, text, strlen(text) + 1), 0);
     }
 

@@ -111,7 +111,7 @@ TEST_F(TeamReadersTest, AnswersThreadsWhileTheMainThreadIsHeldUp)
         KitThread thread([&] {
             for (int i = 0; i < 3; ++i) {
                 BMessage reply;
-                EXPECT_EQ(application.SendMessage('echo', &reply), B_OK);
+                EXPECT_EQ(test::AwaitReply(application, 'echo', &reply), B_OK);
                 ++countAnswers;
             }
         });

@@ -128,7 +128,6 @@ TEST(AlertTest, EscapePressesTheOnlyButtonOrTheOneItWasGivenTo)
     EXPECT_EQ((new BAlert("a", "b", "OK"))->Go(), 0);
     BAlert* alert = Question();
     alert->SetShortcut(1, B_ESCAPE);
-    EXPECT_EQ(alert->Shortcut(1), B_ESCAPE);
     alert->SetShortcut(3, 'x');
     WhenOpen(escape);
     EXPECT_EQ(alert->Go(), 1);
@@ -172,7 +171,6 @@ TEST(AlertTest, KeepsWhatItWasGiven)
     EXPECT_EQ(alert->CountButtons(), 1) << "there is always one";
     EXPECT_STREQ(alert->Text(), "b");
     EXPECT_EQ(alert->Type(), B_INFO_ALERT);
-    EXPECT_STREQ(alert->ButtonLabel(5), "");
     EXPECT_EQ(alert->Go(), 0);
 }
 

@@ -48,13 +48,14 @@ TEST_F(BoxTest, TheMouseReachesTheBox)
     EXPECT_EQ(box->fWhere, BPoint(20, 25));
 }
 
-TEST_F(BoxTest, FollowsChangesOfItsBorderAndSize)
+TEST_F(BoxTest, FollowsChangesOfItsSizeAndLabel)
 {
-    auto* box = new BBox(BRect(10, 10, 60, 60), "box", B_FOLLOW_NONE, B_WILL_DRAW, B_NO_BORDER);
+    auto* bare = new BBox(BRect(110, 10, 160, 60), "bare", B_FOLLOW_NONE, B_WILL_DRAW, B_NO_BORDER);
+    auto* box = new BBox(BRect(10, 10, 60, 60), "box", B_FOLLOW_NONE, B_WILL_DRAW, B_PLAIN_BORDER);
+    fPage->AddChild(bare);
     fPage->AddChild(box);
     test::Turn();
-    EXPECT_EQ(test::PixelOf(fWindow, 10, 30), 0xFFD8D8D8);
-    box->SetBorder(B_PLAIN_BORDER);
+    EXPECT_EQ(test::PixelOf(fWindow, 110, 30), 0xFFD8D8D8);
     box->ResizeTo(80, 80);
     test::Turn();
     EXPECT_NE(test::PixelOf(fWindow, 10, 30), 0xFFD8D8D8);

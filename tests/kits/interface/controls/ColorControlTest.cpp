@@ -43,11 +43,6 @@ TEST_F(ColorControlTest, IsAsLargeAsItsCellsAndNumbers)
     EXPECT_LT(bounds.Width(), 340);
     EXPECT_GE(bounds.Height(), 63);
     EXPECT_EQ(Ramps()[0]->width(), 256);
-    fColor->SetCellSize(4);
-    fColor->ResizeToPreferred();
-    EXPECT_EQ(Ramps()[0]->width(), 128);
-    fColor->SetLayout(B_CELLS_16x16);
-    EXPECT_EQ(Ramps()[0]->width(), 64);
 }
 
 TEST_F(ColorControlTest, RampsAndNumbersShowTheColour)
@@ -98,14 +93,4 @@ TEST_F(ColorControlTest, EachPartIsSpoken)
 {
     EXPECT_EQ(Ramps()[0]->accessibleName(), QLatin1String("Red"));
     EXPECT_EQ(Numbers()[2]->accessibleName(), QLatin1String("Blue"));
-}
-
-TEST_F(ColorControlTest, CellSizesThatMakeNoSenseAreHeld)
-{
-    fColor->SetCellSize(-3);
-    EXPECT_EQ(fColor->CellSize(), 1);
-    fColor->SetCellSize(std::nanf(""));
-    EXPECT_EQ(fColor->CellSize(), 1);
-    fColor->SetCellSize(1e9f);
-    EXPECT_LE(fColor->CellSize(), 1000);
 }

@@ -93,7 +93,8 @@ TEST_F(ControlFocusTest, TabFollowsTheViewsHoweverLateTheyCame)
     EXPECT_EQ(QApplication::focusWidget(), FocusOf(fControls[1]));
     test::Key(fWindow, B_TAB, B_SHIFT_KEY);
     EXPECT_EQ(QApplication::focusWidget(), FocusOf(late));
-    late->Hide();
+    late->RemoveSelf();
+    delete late;
     test::Turn();
     fControls.back()->MakeFocus();
     test::Key(fWindow, B_TAB);

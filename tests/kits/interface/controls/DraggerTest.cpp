@@ -233,11 +233,12 @@ TEST_F(Dragger, OpensItsMenuWithTheOtherButtons)
 {
     auto menu = std::make_unique<BPopUpMenu>("menu");
     menu->AddItem(new BMenuItem("item", new BMessage(7)));
-    menu->SetTargetForItems(target);
+    menu->ItemAt(0)->SetTarget(target);
+    BPopUpMenu* const opened = menu.get();
     dragger->SetPopUp(std::move(menu));
     test::Click(dragger, BPoint(3, 4), B_SECONDARY_MOUSE_BUTTON);
     test::Turn();
-    dragger->PopUp()->ItemAt(0)->Invoke();
+    opened->ItemAt(0)->Invoke();
     test::Turn();
     EXPECT_EQ(target->received, std::vector<uint32>{7});
 }

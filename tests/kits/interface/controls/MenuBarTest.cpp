@@ -78,8 +78,7 @@ TEST_F(MenuBarTest, FollowsChangesOfItsMenus)
     ASSERT_EQ(Bar()->actions().size(), 2);
     Bar()->actions().at(1)->menu()->actions().at(0)->trigger();
     EXPECT_EQ(Heard(), std::vector<uint32>{3});
-    EXPECT_TRUE(fBar->RemoveItem(help));
-    delete help;
+    delete fBar->RemoveItem(1);
     EXPECT_EQ(Bar()->actions().size(), 1);
 }
 

@@ -163,7 +163,7 @@ TEST_F(PopUpMenuTest, SubmenusOpenAndTheirItemsAreReturned)
 {
     auto* submenu = new BMenu("Sources...");
     submenu->AddItem(new BMenuItem("Remove", new BMessage(4)));
-    submenu->SetTargetForItems(fWindow);
+    submenu->ItemAt(0)->SetTarget(fWindow);
     fMenu->AddItem(submenu);
     WhenOpen([] {
         SendKey(Open(), Qt::Key_Up);

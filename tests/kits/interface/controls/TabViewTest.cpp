@@ -226,21 +226,6 @@ TEST_F(TabViewTest, TheLabelIsTheNameOfTheViewUntilOneIsSet)
     EXPECT_STREQ(fAll[1]->Label(), "Charts");
 }
 
-TEST_F(TabViewTest, ARemovedTabIsTheCallersAndItsNeighbourComesUp)
-{
-    fTabs->Select(1);
-    fLog.clear();
-    delete fTabs->RemoveTab(1);
-    EXPECT_EQ(fLog, (Log{"deselect", "Charts detached in window", "select", "More attached"}));
-    EXPECT_EQ(fTabs->Selection(), 1);
-    delete fTabs->RemoveTab(0);
-    EXPECT_EQ(fTabs->Selection(), 0);
-    EXPECT_EQ(fTabs->TabAt(0), fAll[2]);
-    delete fTabs->RemoveTab(0);
-    EXPECT_EQ(fTabs->Selection(), -1);
-    EXPECT_EQ(fTabs->RemoveTab(0), nullptr);
-}
-
 TEST_F(TabViewTest, AnotherViewOfTheSelectedTabShowsAtOnce)
 {
     fTabs->Select(0);

@@ -45,7 +45,6 @@ TEST_F(TextViewTest, ShowsItsText)
 {
     fText->SetText("It's\tnow\n\nTop 10");
     EXPECT_EQ(Edit()->toPlainText(), QLatin1String("It's\tnow\n\nTop 10"));
-    EXPECT_EQ(fText->TextLength(), 16);
     fText->SetText("shorter");
     EXPECT_EQ(Edit()->toPlainText(), QLatin1String("shorter"));
     fText->SetText("");
@@ -121,7 +120,6 @@ TEST_F(TextViewTest, WrapsAtTheTextRectangle)
 {
     fText->SetText("many words that do not fit into one line of this width");
     fText->SetTextRect(BRect(20, 5, 99, 50));
-    EXPECT_EQ(fText->TextRect(), BRect(20, 5, 99, 50));
     test::Turn();
     EXPECT_GT(Edit()->document()->begin().layout()->lineCount(), 2);
     EXPECT_EQ(Edit()->viewport()->geometry().topLeft(), QPoint(20, 5));

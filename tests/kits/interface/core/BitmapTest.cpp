@@ -121,22 +121,6 @@ TEST(Bitmap, ChangesHandsWithItsView)
         EXPECT_EQ(WordAt(fresh, x, 1), x == 2 || x == 3 ? 0xFF090000 : 0xFFFFFFFF);
     fresh.Unlock();
     old.Unlock();
-    EXPECT_EQ(fresh.CountChildren(), 1);
-    EXPECT_EQ(fresh.ChildAt(0), view);
-    EXPECT_EQ(fresh.ChildAt(1), nullptr);
-}
-
-TEST(Bitmap, ScrollsByCopyingBits)
-{
-    Drawing drawing(BRect(0, 0, 4, 1));
-    for (int32 x = 0; x < 5; x++) {
-        drawing.view->SetHighColor(static_cast<uint8>(x), 0, 0);
-        drawing.view->StrokeLine(BPoint(static_cast<float>(x), 0), BPoint(static_cast<float>(x), 1));
-    }
-    drawing.view->CopyBits(BRect(1, 0, 4, 1), BRect(0, 0, 3, 1));
-    const uint32 expected[] = {1, 2, 3, 4, 4};
-    for (int32 x = 0; x < 5; x++)
-        EXPECT_EQ(WordAt(drawing.bitmap, x, 1), 0xFF000000 | expected[x] << 16);
 }
 
 TEST(Bitmap, TakesNoViewsUnlessItWasMadeForThem)
@@ -144,7 +128,7 @@ TEST(Bitmap, TakesNoViewsUnlessItWasMadeForThem)
     BBitmap bitmap(BRect(0, 0, 3, 3), B_RGB32);
     BView view(BRect(0, 0, 3, 3), "", 0, 0);
     bitmap.AddChild(&view);
-    EXPECT_EQ(bitmap.CountChildren(), 0);
+    EXPECT_FALSE(bitmap.RemoveChild(&view));
     bitmap.AddChild(nullptr);
     EXPECT_FALSE(bitmap.RemoveChild(nullptr));
 }
@@ -155,7 +139,7 @@ TEST(Bitmap, LeavesAViewThatWasDeletedAlone)
     auto* view = new BView(BRect(0, 0, 3, 3), "", 0, 0);
     bitmap.AddChild(view);
     delete view;
-    EXPECT_EQ(bitmap.CountChildren(), 0);
+    EXPECT_FALSE(bitmap.RemoveChild(view));
 }
 
 TEST(Bitmap, TextIsBlendedFromLowToHigh)
@@ -167,7 +151,7 @@ TEST(Bitmap, TextIsBlendedFromLowToHigh)
     font.SetSize(15);
     drawing.view->SetFont(&font);
     drawing.view->SetHighColor(200, 0, 0);
-    drawing.view->SetLowColor(0, 0, 200);
+    drawing.view->SetLowColor(make_color(0, 0, 200));
     font_height height;
     font.GetHeight(&height);
     const float width = font.StringWidth("Hm");
@@ -204,7 +188,7 @@ TEST(Bitmap, TextWithoutAntialiasingIsAllOrNothing)
     font.SetFlags(B_DISABLE_ANTIALIASING);
     drawing.view->SetFont(&font);
     drawing.view->SetHighColor(200, 0, 0);
-    drawing.view->SetLowColor(0, 0, 200);
+    drawing.view->SetLowColor(make_color(0, 0, 200));
     drawing.view->DrawString("Qel 12.5 %", BPoint(2, 20));
     int32 full = 0;
     for (int32 y = 0; y < 30; y++) {

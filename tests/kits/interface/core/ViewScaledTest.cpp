@@ -85,7 +85,9 @@ TEST(ViewScaled, TextIsRasteredAtTheScale)
     window->AddChild(view);
     test::Show(window);
     view->SetHighColor(0, 0, 0);
-    view->SetFontSize(20);
+    BFont font;
+    font.SetSize(20);
+    view->SetFont(&font);
     view->DrawString("H", BPoint(10, 40));
     const double scale = kits::WindowImpl::Of(window).Scale();
     const kits::Surface& surface = kits::ViewImpl::Of(view).fSurface;

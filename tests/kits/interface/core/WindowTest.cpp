@@ -196,19 +196,14 @@ TEST(Window, QuittingDetachesAndDeletesItsViews)
     EXPECT_TRUE(kits::WindowImpl::All().empty());
 }
 
-TEST(Window, IsShownAsOftenAsItWasHidden)
+TEST(Window, IsHiddenUntilItIsShown)
 {
     auto* window = new TestWindow;
     EXPECT_TRUE(window->IsHidden());
-    window->Hide();
     window->Show();
-    EXPECT_TRUE(window->IsHidden());
     window->Show();
     EXPECT_FALSE(window->IsHidden());
     EXPECT_TRUE(kits::WindowWidget(window)->isVisible());
-    window->Hide();
-    EXPECT_TRUE(window->IsHidden());
-    EXPECT_FALSE(kits::WindowWidget(window)->isVisible());
     End(window);
 }
 
@@ -234,7 +229,8 @@ TEST(Window, MaximisedItKeepsItsFrame)
     auto* window = new TestWindow;
     test::Show(window);
     kits::WindowWidget(window)->showMaximized();
-    EXPECT_TRUE(test::WaitFor([&] { return window->IsZoomed() && window->Bounds().Width() > 500; }));
+    EXPECT_TRUE(test::WaitFor(
+        [&] { return kits::WindowImpl::Of(window).fTracker.IsZoomed() && window->Bounds().Width() > 500; }));
     EXPECT_EQ(window->Frame(), BRect(50, 60, 349, 259));
     BMessage archive;
     ASSERT_EQ(window->Archive(&archive), B_OK);
@@ -242,13 +238,14 @@ TEST(Window, MaximisedItKeepsItsFrame)
     EXPECT_GT(window->Bounds().Width(), 500);
     kits::WindowWidget(window)->showNormal();
     EXPECT_TRUE(test::WaitFor([&] { return window->Bounds() == BRect(0, 0, 199, 99); }));
-    EXPECT_FALSE(window->IsZoomed());
+    EXPECT_FALSE(kits::WindowImpl::Of(window).fTracker.IsZoomed());
     End(window);
 
     auto* copy = new BWindow(&archive);
     EXPECT_EQ(copy->Frame(), BRect(50, 60, 349, 259));
     test::Show(copy);
-    EXPECT_TRUE(test::WaitFor([&] { return copy->IsZoomed() && copy->Bounds().Width() > 500; }));
+    EXPECT_TRUE(
+        test::WaitFor([&] { return kits::WindowImpl::Of(copy).fTracker.IsZoomed() && copy->Bounds().Width() > 500; }));
     EXPECT_TRUE(kits::WindowWidget(copy)->isMaximized());
     EXPECT_EQ(copy->Frame(), BRect(50, 60, 349, 259));
     End(copy);
@@ -278,7 +275,7 @@ TEST(Window, ComesBackFromItsArchive)
     EXPECT_EQ(copy->Look(), B_MODAL_WINDOW_LOOK);
     EXPECT_EQ(copy->Feel(), B_FLOATING_APP_WINDOW_FEEL);
     EXPECT_EQ(copy->Flags(), B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS);
-    EXPECT_EQ(copy->PulseRate(), 1000000);
+    EXPECT_EQ(kits::WindowImpl::Of(copy).fSettings.pulseRate, 1000000);
     copy->ResizeTo(0, 10000);
     EXPECT_EQ(copy->Bounds(), BRect(0, 0, 100, 500));
     End(copy);
@@ -303,8 +300,8 @@ TEST(Window, AnArchiveOfNonsenseMakesAPlainWindow)
     EXPECT_EQ(window->Look(), B_TITLED_WINDOW_LOOK);
     EXPECT_EQ(window->Feel(), B_NORMAL_WINDOW_FEEL);
     EXPECT_EQ(window->Flags(), 0U);
-    EXPECT_EQ(window->PulseRate(), 500000);
-    EXPECT_FALSE(window->IsZoomed());
+    EXPECT_EQ(kits::WindowImpl::Of(window).fSettings.pulseRate, 500000);
+    EXPECT_FALSE(kits::WindowImpl::Of(window).fTracker.IsZoomed());
     End(window);
     auto* empty = new BWindow(static_cast<BMessage*>(nullptr));
     EXPECT_EQ(empty->Frame(), BRect(0, 0, 100, 100));
@@ -339,7 +336,7 @@ TEST(Window, PulsesTheViewsThatWantIt)
     window->AddChild(wants);
     window->AddChild(not_);
     window->SetPulseRate(1);
-    EXPECT_EQ(window->PulseRate(), 20000);
+    EXPECT_EQ(kits::WindowImpl::Of(window).fSettings.pulseRate, 20000);
     window->Show();
     EXPECT_TRUE(test::WaitFor([&] { return wants->pulses >= 3; }));
     EXPECT_EQ(not_->pulses, 0);

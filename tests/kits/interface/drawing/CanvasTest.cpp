@@ -224,31 +224,6 @@ TEST(Canvas, TransparentPixelsOfABitmapShowWhatLiesBelow)
     EXPECT_EQ(copied.At(1, 0), 7U);
 }
 
-TEST(Canvas, CopyingBitsOverlapsAsIfByAThirdPlace)
-{
-    for (const int32 dx : {-2, 0, 1}) {
-        for (const int32 dy : {-1, 0, 2}) {
-            Sheet sheet(8, 8);
-            sheet.words = Numbered(8, 8);
-            sheet.canvas = Canvas(sheet.words.data(), 8, {0, 0, 8, 8}, Canvas::kRaw, PixelGrid());
-            sheet.canvas.CopyPixels({2, 2, 6, 6}, 2 + dx, 2 + dy);
-            const std::vector<uint32> before = Numbered(8, 8);
-            for (int32 y = 2; y < 6; y++)
-                for (int32 x = 2; x < 6; x++)
-                    EXPECT_EQ(sheet.At(x + dx, y + dy), before[static_cast<size_t>(y * 8 + x)]);
-        }
-    }
-}
-
-TEST(Canvas, CopyingBitsFromOutsideChangesNothing)
-{
-    Sheet sheet(4, 1);
-    sheet.words = {1, 2, 3, 4};
-    sheet.canvas = Canvas(sheet.words.data(), 4, {0, 0, 4, 1}, Canvas::kRaw, PixelGrid());
-    sheet.canvas.CopyPixels({-2, 0, 2, 1}, 0, 0);
-    EXPECT_EQ(sheet.words, (std::vector<uint32>{1, 2, 1, 2}));
-}
-
 TEST(Canvas, CoverageBlendsFromLowToHighAndLeavesTheRest)
 {
     kits::CoverageMask mask{0, 0, 3, 1, {0, 255, 51}};
@@ -400,16 +375,4 @@ TEST(Canvas, BitmapsKeepToTheColumnsOfLinesAtABrokenScale)
     wide.canvas.DrawPixels(words.data(), 4, 4, 1, {0, 0, 4, 1}, {0, 0, 8, 1}, false);
     for (int32 x = 0; x < 12; x++)
         EXPECT_EQ(wide.At(x, 0), kOpaque + static_cast<uint32>(x / 3) + 1);
-}
-
-TEST(Canvas, CopyingBitsAtABrokenScaleMovesWholeColumns)
-{
-    const PixelGrid grid(1.5, 0, 0);
-    Sheet sheet(9, 2, Canvas::kShown, grid);
-    const std::vector<uint32> words = {1, 2, 3, 4, 5, 6};
-    sheet.canvas.DrawPixels(words.data(), 6, 6, 1, {0, 0, 6, 1}, {0, 0, 6, 1}, false);
-    sheet.canvas.CopyPixels({1, 0, 6, 1}, 0, 0);
-    for (int32 column = 0; column < 5; column++)
-        for (int32 x = grid.EdgeX(column); x < grid.EdgeX(column + 1); x++)
-            EXPECT_EQ(sheet.At(x, 0), 0xFF000000 + static_cast<uint32>(column) + 2);
 }

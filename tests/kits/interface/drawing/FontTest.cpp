@@ -108,9 +108,6 @@ TEST(Font, MeasuresTexts)
     EXPECT_EQ(font.StringWidth(nullptr), 0);
     EXPECT_EQ(font.StringWidth(""), 0);
     EXPECT_GT(font.StringWidth("ab"), font.StringWidth("a"));
-    EXPECT_EQ(font.StringWidth("abc", 2), font.StringWidth("ab"));
-    EXPECT_EQ(font.StringWidth("ab", 20), font.StringWidth("ab"));
-    EXPECT_EQ(font.StringWidth("ab", -1), 0);
 }
 
 TEST(Font, AppliesTheMaskedPropertiesOnly)

@@ -46,7 +46,6 @@ protected:
 
 TEST_F(Theme, IsThePlatformsGreyOnALightDesktop)
 {
-    EXPECT_FALSE(kits::Theme::IsDark());
     EXPECT_EQ(ui_color(B_PANEL_BACKGROUND_COLOR), kGrey);
     EXPECT_LT(Brightness(ui_color(B_PANEL_TEXT_COLOR)), 64);
     EXPECT_GT(Brightness(ui_color(B_DOCUMENT_BACKGROUND_COLOR)), 192);
@@ -55,7 +54,7 @@ TEST_F(Theme, IsThePlatformsGreyOnALightDesktop)
 TEST_F(Theme, ReadsWellOnADarkDesktop)
 {
     kits::Theme::SetDesktopIsDark(true);
-    EXPECT_TRUE(kits::Theme::IsDark());
+    EXPECT_LT(Brightness(ui_color(B_PANEL_BACKGROUND_COLOR)), 96);
     const color_which pairs[][2] = {{B_PANEL_TEXT_COLOR, B_PANEL_BACKGROUND_COLOR},
                                     {B_DOCUMENT_TEXT_COLOR, B_DOCUMENT_BACKGROUND_COLOR},
                                     {B_CONTROL_TEXT_COLOR, B_CONTROL_BACKGROUND_COLOR},

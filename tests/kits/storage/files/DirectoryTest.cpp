@@ -25,20 +25,10 @@ TEST(Directory, MakesFoldersClosedToOthers)
     BDirectory made;
     EXPECT_EQ(directory.CreateDirectory("sub", &made), B_OK);
     EXPECT_EQ(made.PathName(), folder.Path("sub"));
-    EXPECT_TRUE(directory.Contains("sub"));
     struct stat info;
     ASSERT_EQ(stat(folder.Path("sub").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0700u);
     EXPECT_EQ(directory.CreateDirectory("sub", nullptr), B_FILE_EXISTS);
-}
-
-TEST(Directory, IsAnEntryInItsParent)
-{
-    const TempFolder folder;
-    BEntry entry;
-    EXPECT_EQ(BDirectory(folder.Path().c_str()).GetEntry(&entry), B_OK);
-    EXPECT_EQ(entry, BEntry(folder.Path().c_str()));
-    EXPECT_EQ(BDirectory(&entry).InitCheck(), B_OK);
 }
 
 TEST(Directory, SyncsWhereTheFileSystemCan)

@@ -14,8 +14,8 @@ namespace {
 
 std::string NameOf(const BEntry& entry)
 {
-    char name[B_FILE_NAME_LENGTH];
-    return entry.GetName(name) == B_OK ? name : "";
+    entry_ref ref;
+    return entry.GetRef(&ref) == B_OK ? ref.name : "";
 }
 
 } // namespace
@@ -70,18 +70,6 @@ TEST(Entry, GoesToAReferenceAndBack)
     EXPECT_EQ(get_ref_for_path("/", &other), B_BAD_VALUE);
     const entry_ref none;
     EXPECT_EQ(BEntry(&none).InitCheck(), B_BAD_VALUE);
-}
-
-TEST(Entry, FindsItsFolder)
-{
-    const TempFolder folder;
-    const BEntry entry(folder.Path("store").c_str());
-    BEntry parent;
-    EXPECT_EQ(entry.GetParent(&parent), B_OK);
-    EXPECT_EQ(parent, BEntry(folder.Path().c_str()));
-    BDirectory directory;
-    EXPECT_EQ(entry.GetParent(&directory), B_OK);
-    EXPECT_EQ(directory.PathName(), folder.Path());
 }
 
 TEST(Entry, RenamesInItsFolderAndStandsForTheNewName)

@@ -25,6 +25,14 @@ protected:
     BNode fHolder;
 };
 
+/// Takes the lock of a file and gives it up again.
+status_t TryLock(const TempFolder& folder, const char* name)
+{
+    BNode node;
+    node.SetTo(folder.Path(name).c_str());
+    return node.Lock();
+}
+
 /// Counts attempts to lock, and measures the pauses between them; releases the lock that is in the way before one of
 /// them.
 class LockWatch : public kits::FailingDevice {
@@ -246,8 +254,8 @@ TEST_F(StoreSharingTest, BothFilesAreLockedWhileOneIsWritten)
         {
             if (action.call == kits::FileCall::kWrite) {
                 kits::SetFailingDevice(nullptr);
-                EXPECT_EQ(BNode(fFolder.Path(kFile).c_str()).Lock(), B_BUSY);
-                EXPECT_EQ(BNode(fFolder.Path(kBackup).c_str()).Lock(), B_BUSY);
+                EXPECT_EQ(TryLock(fFolder, kFile), B_BUSY);
+                EXPECT_EQ(TryLock(fFolder, kBackup), B_BUSY);
                 kits::SetFailingDevice(this);
                 ++fProbes;
             }
@@ -337,14 +345,15 @@ TEST_F(StoreSharingTest, AWriterLooksAgainWhatHasTheNameOnceItHasTheLock)
             return other.Sync() == B_BUSY;
         });
         ASSERT_TRUE(writer.IsPaused());
-        if (BNode(fFolder.Path(kFile).c_str()).Lock() != B_OK) {
+        if (TryLock(fFolder, kFile) != B_OK) {
             EXPECT_GT(call, 1);
             break;
         }
         Preferences store(kName, false);
         Fill(store, 3);
         ASSERT_EQ(store.Sync(), B_OK);
-        BNode holder(fFolder.Path(kFile).c_str());
+        BNode holder;
+        ASSERT_EQ(holder.SetTo(fFolder.Path(kFile).c_str()), B_OK);
         ASSERT_EQ(holder.Lock(), B_OK);
         EXPECT_TRUE(writer.Finish()) << "the writer at call " << call << " did not respect the lock";
         holder.Unset();
@@ -371,7 +380,8 @@ TEST_F(StoreSharingTest, AFileIsNeverWrittenInPlace)
             const WithDisk with(disk);
             ASSERT_EQ(store.Sync(), B_OK);
         }
-        const BNode node(fFolder.Path(kFile).c_str());
+        BNode node;
+        ASSERT_EQ(node.SetTo(fFolder.Path(kFile).c_str()), B_OK);
         const std::string bytes = fFolder.Get(kFile);
         ASSERT_TRUE(writer.Finish()) << "writer at call " << call;
         const BEntry entry(fFolder.Path(kFile).c_str());

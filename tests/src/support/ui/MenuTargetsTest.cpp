@@ -25,7 +25,7 @@ TEST(MenuTargets, ReachEveryItemOfEverySubmenu)
     SetTargetForItemsRecursive(&menu, &target);
     for (const BMenuItem* item :
          {menu.ItemAt(0), menu.ItemAt(2), menu.ItemAt(3), middle->ItemAt(0), middle->ItemAt(1), inner->ItemAt(0)})
-        EXPECT_EQ(item->Target(), &target) << item->Label();
+        EXPECT_EQ(item->Messenger().Target(nullptr), &target) << item->Label();
 }
 
 TEST(MenuTargets, DoNothingWithoutAMenu)

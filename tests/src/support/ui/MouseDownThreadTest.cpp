@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/support/ui/MouseDownThread.h"
 
+#include "kits/application/InterfaceLock.h"
 #include "tests/support/GuiTest.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ Calls sCalls;
 void Note(BView* view)
 {
     sCalls.views.push_back(view);
-    sCalls.locked = sCalls.locked && view->Window()->IsLocked();
+    sCalls.locked = sCalls.locked && kits::InterfaceLock::Get().IsHeld();
     sCalls.inTracker = sCalls.inTracker && find_thread(nullptr) == find_thread("MouseTracker");
 }
 
