@@ -91,7 +91,7 @@ void ChartCaptions::Paint(BView& view, ChartCaption& caption)
     view.DrawString(text, caption.look.where);
     caption.drawn = CaptionRect(caption.look.where, view.StringWidth(text), caption.height);
     if (&caption == fChosen) {
-        // Within what is restored when the caption goes.
+        // The mark stays within the area that is restored when the caption goes.
         view.SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
         view.StrokeRect(caption.drawn);
     }

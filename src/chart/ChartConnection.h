@@ -12,42 +12,42 @@ class ServerConnection;
 class Sysinfo;
 class SysinfoNode;
 
-/// How a chart comes by its samples. A chart in the application registers with that; a replicant has a
+/// Provides a chart with samples. A chart in the application registers with the application; a replicant has a
 /// ServerConnection, which finds the application, or starts it, on threads of its own. Nothing here waits.
 class ChartConnection {
 public:
-    /// @param chart  gets the samples; stays the caller's and outlives this
+    /// @param chart  gets the samples; the caller owns it, and it outlives this object
     explicit ChartConnection(BHandler* chart);
-    /// Whoever is connected disconnects before.
+    /// A connected chart must disconnect before.
     ~ChartConnection();
     ChartConnection(const ChartConnection&) = delete;
     ChartConnection& operator=(const ChartConnection&) = delete;
 
-    /// From now on it is that of a chart outside the application.
+    /// Makes this the connection of a chart outside the application, from now on.
     void BecomeReplicant();
     bool IsReplicant() const { return fServer != nullptr; }
-    /// A replicant's connection to the application; null for other charts. Stays this object's.
+    /// Returns a replicant's connection to the application, or null for other charts. This object owns it.
     const ServerConnection* Server() const { return fServer.get(); }
 
-    /// Registers for samples, or again if it is registered.
+    /// Registers for samples; registers again if it is registered already.
     /// @param mayLaunch    a replicant may start the application
-    /// @param tellFailure  MSG_SERVER_UNREACHABLE comes to a replicant that cannot be connected
+    /// @param tellFailure  a replicant that cannot be connected gets MSG_SERVER_UNREACHABLE
     void Connect(bool mayLaunch, bool tellFailure);
     void Disconnect();
 
-    /// Takes MSG_SERVER_GONE or B_SOME_APP_QUIT.
+    /// Handles MSG_SERVER_GONE and B_SOME_APP_QUIT.
     void ServerGone(const BMessage& message);
-    /// Shows an alert if a failure was to be told that has not been shown yet.
+    /// Shows an alert if a requested report of a failure has not been shown yet.
     void TellFailure();
 
-    /// Hands over the sample of a message, and the sampler it belongs to, locked, for the time of the call. A sample
-    /// from a sampler that has gone is left out, and so is a broken one.
+    /// Calls back with the sample of a message and its sampler, which is locked during the call. Ignores a sample of a
+    /// sampler that has gone, and a broken one.
     static void TakeSample(const BMessage& message, const std::function<void(Sysinfo*, SysinfoNode*)>& take);
 
 private:
     void Tell(uint32 command);
 
     BHandler* fChart;
-    BMessenger fMessenger; // as last registered
+    BMessenger fMessenger; // the messenger that was registered last
     std::unique_ptr<ServerConnection> fServer;
 };

@@ -15,7 +15,7 @@ namespace {
 /// 9999-12-31T23:59:59.999999Z
 constexpr bigtime_t kLastMoment = 253402300799999999;
 
-/// Bytes; with the ending it fits wherever files have names.
+/// Bytes; with the extension it fits into any file system's names.
 constexpr size_t kLongestName = 100;
 
 std::string Quoted(const std::string& field)

@@ -8,21 +8,21 @@
 
 class ChartHistory;
 
-/// What leaves a chart as a file. Texts and numbers look the same in every language, for programs to read.
+/// A chart's data as files. Programs read them, so texts and numbers look the same in every language.
 
-/// A moment as ISO 8601 in UTC with milliseconds: "2026-05-01T12:00:00.250Z". Moments before 1970 and after the year
-/// 9999 are held to these.
+/// Returns a moment as ISO 8601 in UTC with milliseconds: "2026-05-01T12:00:00.250Z". Moments before 1970 and after the
+/// year 9999 are clamped.
 /// @param time  microseconds since 1970
 std::string IsoTime(bigtime_t time);
 
-/// A table with a line for each column of a chart, oldest first: the moment, then the share of each source from 0 to 1,
-/// with six digits; an empty field where the chart had no such source yet. The first line has the names, "time" and
-/// the sources'. Fields are quoted where they must be; lines end with a line feed.
+/// Returns a table with a line for each column of a chart, oldest first: the moment, then the share of each source from
+/// 0 to 1 with six digits. A field is empty where the chart did not have the source yet. The first line holds the
+/// names: "time" and those of the sources. Fields are quoted where necessary; lines end with a line feed.
 /// @param names   of the sources, in their order
-/// @param toWall  what makes real time of system time, microseconds
+/// @param toWall  what to add to system time to get real time, in microseconds
 std::string ValuesAsCsv(const ChartHistory& history, const std::vector<std::string>& names, bigtime_t toWall);
 
-/// A name for a file that is recognised as the title: without what file systems, also others' than Linux's, don't take,
-/// not hidden and not too long. "Chart" when nothing is left of it.
-/// @param suffix  without the point
+/// Returns a file name that resembles the title: without characters that file systems reject, also those of other
+/// systems, not hidden and not too long; "Chart" when nothing of the title is left.
+/// @param suffix  the extension, without the point
 std::string FileNameOf(const std::string& title, const char* suffix);

@@ -6,24 +6,25 @@
 #include <array>
 #include <vector>
 
-/// A chart draws as many sources as it has colours for.
+/// A chart draws as many sources as it has colours.
 inline constexpr int32 kMaxSources = 8;
 
-/// The figures behind a chart's picture: for each of its newest columns the time and the share of every source, as they
-/// were drawn. What the picture loses, it loses too. Adding a column touches one row of memory and nothing else.
+/// The figures behind a chart's picture: for each of its newest columns the time and the share of every source, as
+/// drawn. A column that the picture loses is lost here, too. Adding a column touches one row of memory and nothing
+/// else.
 ///
-/// Belongs to its chart, and is guarded as that is.
+/// Belongs to its chart, whose lock guards it.
 class ChartHistory {
 public:
     struct Row {
         bigtime_t time = 0;                      ///< system_time() of the sample, microseconds
-        std::array<float, kMaxSources> shares{}; ///< not a number: there was no such source then
+        std::array<float, kMaxSources> shares{}; ///< not a number where the source did not exist yet
     };
 
-    /// How many columns are kept at most; the newest stay. Allocates.
+    /// Sets how many columns are kept at most; the newest stay. Allocates.
     void SetCapacity(int32 columns);
 
-    /// Adds a column, in place of the oldest when there is no more room.
+    /// Adds a column, and replaces the oldest one when there is no more room.
     /// @param shares  of the sources in their order, as drawn
     /// @param count   of the sources, at most kMaxSources
     void Add(bigtime_t time, const std::array<double, kMaxSources>& shares, int32 count);
@@ -31,9 +32,9 @@ public:
     /// Forgets all but the newest columns; all of them with 0.
     void KeepNewest(int32 columns);
 
-    /// The sources from this one on move up by one, to 7 at most: so far the new one has no figures.
+    /// Moves the sources from this one on up by one, up to index 7. The new source has no figures yet.
     void InsertSource(int32 index);
-    /// The sources behind this one move down by one.
+    /// Moves the sources behind this one down by one.
     void RemoveSource(int32 index);
 
     int32 CountRows() const { return fCount; }

@@ -4,7 +4,7 @@
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/View.h"
 
-/// Holds the looper of a view as long as it lives; not when the view is in no window.
+/// Holds the lock of a view's looper as long as it lives; holds nothing when the view is in no window.
 class LooperLock {
 public:
     explicit LooperLock(BView* view)

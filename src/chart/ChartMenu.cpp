@@ -29,7 +29,7 @@ ChartMenu::ChartMenu(bool replicant)
     fMenu->AddItem(new BMenuItem(Tr("Save picture\xe2\x80\xa6"), new BMessage(MSG_SAVE_PICTURE)));
     fMenu->AddItem(new BMenuItem(Tr("Save values\xe2\x80\xa6"), new BMessage(MSG_SAVE_VALUES)));
     if (!replicant) {
-        // What the handle does by mouse, for the keyboard.
+        // The keyboard's way to do what the handle does by mouse.
         fMenu->AddItem(new BMenuItem(Tr("Copy to desktop"), new BMessage(MSG_COPY_TO_DESKTOP)));
         fMenu->AddItem(new BMenuItem(Tr("Go to desktop"), new BMessage(MSG_GO_TO_DESKTOP)));
     }

@@ -11,7 +11,7 @@ class BMenu;
 class BMenuItem;
 class BPopUpMenu;
 
-/// The pop-up menu of a chart. It keeps its items; what they mean is the chart's, which gets all their messages.
+/// The pop-up menu of a chart. It keeps its items; the chart gets their messages and acts on them.
 ///
 /// Used with the chart's looper locked; Open() on the main thread.
 class ChartMenu {
@@ -21,26 +21,27 @@ public:
     /// Closes the menu.
     ~ChartMenu();
 
-    /// Puts a submenu for what can be done to a source of this name at @p index, 0 to the number of sources.
+    /// Puts a submenu of actions for a source of this name at @p index, 0 to the number of sources.
     void AddSource(const char* name, int32 index);
-    /// Takes the submenu at @p index away, all of them with -1; nothing for a bad index.
+    /// Removes the submenu at @p index, or all of them with -1. Ignores a bad index.
     void RemoveSource(int32 index);
-    /// Which source has this item in its submenu; -1 for none. The pointer may be anything: it is only compared.
+    /// Returns the index of the source whose submenu holds this item, or -1. The pointer may be anything: it is only
+    /// compared.
     int32 SourceOf(const void* item) const;
 
-    /// Makes an item that gives a caption's place to all charts come or go, with a separator before it. Nothing happens
-    /// when it is already so. What is saved stays below it.
-    /// @param command  its message
+    /// Adds or removes the item that gives a caption's place to all charts, with a separator before it. Does nothing
+    /// when the menu is in that state already. The items that save stay below it.
+    /// @param command  the item's message
     void Offer(uint32 command, const char* label, bool offered);
 
     void MarkPaused(bool paused);
 
-    /// Opens the menu and returns. It stays open until something is chosen or the user clicks elsewhere.
+    /// Opens the menu and returns. The menu stays open until the user chooses an item or clicks elsewhere.
     /// @param where   in screen coordinates
     /// @param target  gets the messages; belongs to a looper
     void Open(BPoint where, BHandler* target);
 
-    /// For tests and assistive tools: the menu itself, owned by this.
+    /// The menu itself, for tests and assistive tools. This object owns it.
     BPopUpMenu* Menu() const { return fMenu.get(); }
 
 private:

@@ -13,7 +13,7 @@
 
 namespace {
 
-// A picture that memory can hold, whatever an archive says of the view's frame.
+// True if memory can hold a picture of this size. An archive may claim any frame for the view.
 bool IsPictureSize(BRect bounds)
 {
     const float columns = bounds.Width() + 1;

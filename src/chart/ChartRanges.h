@@ -3,6 +3,6 @@
 
 #include "src/support/FieldRanges.h"
 
-/// Whether a chart can make a source of this archive.
-/// @param none  the caption may have no source (target 0)
+/// True if a chart can make a source of this archive.
+/// @param none  accepts a caption without a source (target 0), too
 bool IsSourceArchive(const BMessage& archive, bool none);

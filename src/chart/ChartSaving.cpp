@@ -16,7 +16,7 @@ namespace {
 
 constexpr int32 kPriority = 5;
 
-/// What the thread writes, and what it says when it can't.
+/// The work of the thread that writes, and the alert when writing fails.
 class Saving : public FunctionObject {
 public:
     Saving(std::string path, std::string bytes)

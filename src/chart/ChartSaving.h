@@ -9,32 +9,32 @@ class BFilePanel;
 class BWindow;
 class FireAndForgetThread;
 
-/// Saves what a chart shows in a file that the user chooses. The file is written in the background, for a disk may take
-/// its time; an alert says when that fails. Main thread.
+/// Saves a chart's contents in a file that the user chooses. A thread in the background writes the file, for a disk may
+/// be slow; an alert reports a failure. Main thread only.
 class ChartSaving {
 public:
     ChartSaving();
-    /// Closes the panel without an answer, and waits for the file that is being written.
+    /// Closes the panel without an answer, and waits until the file is written.
     ~ChartSaving();
     ChartSaving(const ChartSaving&) = delete;
     ChartSaving& operator=(const ChartSaving&) = delete;
 
-    /// Asks the user for a file, in a panel that stays open beside everything else.
+    /// Asks the user for a file, in a panel that leaves other windows usable.
     /// @param title   of the panel
-    /// @param kind    what such files are: "PNG pictures"
-    /// @param name    what the file is called unless the user says otherwise, with its ending
-    /// @param window  the panel goes with it
-    /// @param bytes   makes what is saved, when the user has chosen
+    /// @param kind    describes such files: "PNG pictures"
+    /// @param name    the file's proposed name, with its extension
+    /// @param window  the panel closes with it
+    /// @param bytes   makes the contents after the user has chosen
     void Ask(const char* title, const char* kind, const std::string& name, BWindow* window,
              std::function<std::string()> bytes);
 
-    /// Writes a file. Without bytes, or without a thread, it beeps.
+    /// Writes a file. Beeps when there are no bytes or no thread can be started.
     /// @param path  absolute
     void Save(const std::string& path, std::string bytes);
-    /// Waits for the file that is being written.
+    /// Waits until the file is written.
     void Finish();
 
 private:
-    std::unique_ptr<BFilePanel> fPanel; // the last one that was opened
+    std::unique_ptr<BFilePanel> fPanel; // the panel opened last
     std::unique_ptr<FireAndForgetThread> fThread;
 };

@@ -9,7 +9,7 @@ namespace {
 
 constexpr float kCaptionSize = 15;
 
-/// Adds settings to a message and collects what that says.
+/// Adds settings to a message and collects the statuses.
 struct Adder {
     BMessage* into;
     status_t status = B_OK;
@@ -20,8 +20,8 @@ struct Adder {
     }
 };
 
-// The settings that need no drawing at once, each with its field, in the order in which they stand in messages. What is
-// handed over is const if the settings are.
+// Calls the action with each setting that causes no drawing at once, and its field, in the order in which they stand in
+// messages. The action gets const references if the settings are const.
 
 template <class Settings, class Action> void ForEachAntialiasing(Settings& settings, Action& action)
 {
@@ -94,7 +94,7 @@ void ChartSettings::Load(const BMessage& from)
         auto found = setting;
         if (!field.Find(from, &found))
             return;
-        // A stored 0 counts as missing: that the antialiasing is off comes with the flags of the font.
+        // A stored 0 counts as missing: the font's flags say that antialiasing is off.
         if constexpr (std::is_same_v<decltype(found), float>) {
             if (found == 0)
                 return;

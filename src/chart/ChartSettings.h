@@ -12,23 +12,23 @@
 #include <array>
 #include <string>
 
-/// What a chart shows its sources as.
+/// How a chart shows its sources.
 enum : int16 { kChartMode = 1, kGaugeMode = 2 };
 
 /// How a column of a chart looks.
 enum : int16 { kSolidChart = 1, kLineChart = 2, kPointChart = 3 };
 
-/// What a caption's antialiasing goes towards: the first chart colour, the background, their average.
+/// The colour towards which a caption's antialiasing fades: the first chart colour, the background, or their average.
 enum : int16 { kAATargetChart = 1, kAATargetBackground = 2, kAATargetAverage = 3 };
 
-/// Longer titles are cut, at a character. Bytes.
+/// In bytes. Longer titles are cut at a character.
 inline constexpr int32 kMaxTitleLength = 1024;
-/// Captions have no larger or smaller fonts than these. Logical pixels.
+/// The smallest and largest font sizes of captions, in logical pixels.
 inline constexpr float kMinFontSize = 4;
 inline constexpr float kMaxFontSize = 200;
 
-/// The settings of a chart as fields of a message. Each stands there under the same name whether it is stored, dragged,
-/// or kept by a page of the preferences to be put back.
+/// The settings of a chart as fields of a message. A setting has the same name in the settings file, in a drag, and in
+/// the snapshot from which a page of the preferences reverts.
 /// @{
 inline const kits::Field<int16> kValueAATargetField("ValueAATarget", kAATargetChart, kAATargetAverage);
 inline const kits::Field<int16> kTitleAATargetField("TitleAATarget", kAATargetChart, kAATargetAverage);
@@ -60,25 +60,25 @@ inline const kits::Field<BMessage> kValueSourceField("ValueVP");
 inline const kits::Field<BMessage> kSourcesField("ValueProviders", kMaxSources);
 /// @}
 
-/// Sets what the field's range holds; anything else is ignored.
+/// Sets the member if the field's range holds the value; ignores any other value.
 template <class T> void SetInRange(const kits::Field<T>& field, T value, T* setting)
 {
     if (field.Holds(value))
         *setting = value;
 }
 
-/// How one caption of a chart looks and where it is: the value and the title have one each.
+/// Look and place of one caption of a chart; the value and the title have one each.
 struct CaptionSettings {
-    FFont font;   ///< at first the plain one of the system, in size 15
+    FFont font;   ///< initially the system's plain font in size 15
     BPoint where; ///< the origin of the base line, in the chart's coordinates
     rgb_color color{216, 216, 216, 0};
-    float aaValue = 0.25f; ///< how strong the antialiasing is, 0.0 (none) to 1.0
+    float aaValue = 0.25f; ///< strength of the antialiasing, 0.0 (none) to 1.0
     int16 aaTarget = kAATargetAverage;
     bool shown = true;
 };
 
-/// All that a user can set of a chart, but for its sources. A plain value, not shared between threads; whoever changes
-/// it draws what looks different then.
+/// Everything that a user can set of a chart except its sources. A plain value, not shared between threads; a caller
+/// that changes it draws what then looks different.
 struct ChartSettings {
     ChartSettings();
 
@@ -90,19 +90,20 @@ struct ChartSettings {
     rgb_color backgroundColor{};
     rgb_color borderColor{255, 255, 255, 0};
 
-    /// Of the preferences window, to open it where it was. Brought up to date when it is saved.
+    /// State of the preferences window, which reopens at the same place. Updated when the settings are saved.
     mutable BMessage prefsWindow;
     float pageSize = 0.75f; ///< the part of the width that stays when the chart is full; above 0.99 it scrolls
     int16 mode = kChartMode;
     int16 chartType = kSolidChart;
-    int16 skip = 0;      ///< how many samples are left out between two that are drawn
-    int16 valueSkip = 0; ///< how many refreshes keep the value caption
+    int16 skip = 0;      ///< number of samples left out between two that are drawn
+    int16 valueSkip = 0; ///< number of refreshes for which the value caption stays
     bool showBorder = false;
     bool lockBgColor = false; ///< the background follows the desktop's colour
     bool transparent = false;
     bool vertical = false; ///< the gauge runs from bottom to top, not from left to right
 
-    /// What a caption's text fades to: `aaValue` 1.0 gives the text's own colour, 0.0 the target's.
+    /// Returns the colour to which a caption's text fades: 1.0 for `aaValue` gives the text's own colour, 0.0 the
+    /// target's.
     rgb_color CalcAA(rgb_color text, int16 target, float aaValue) const;
 
     /// Adds the fields of a group.
@@ -110,7 +111,7 @@ struct ChartSettings {
     status_t SaveColors(BMessage* into) const;
     status_t SaveGeneral(BMessage* into) const;
 
-    /// Takes what needs no drawing at once. What is missing, or out of its range, stays as it is; but without a
-    /// preferences window in it, that is forgotten.
+    /// Takes the settings that cause no drawing at once. A setting that is missing or out of its range keeps its value,
+    /// except that a missing preferences window is forgotten.
     void Load(const BMessage& from);
 };

@@ -31,7 +31,7 @@ bool ChartShelf::AddReplicant(BMessage* archive, BPoint, const std::string& iden
     if (!fTaken.Has(identity)) {
         if (!CanAddReplicant(archive))
             return false;
-        // The layout sizes it.
+        // The layout sets its size.
         archive->RemoveName("_frame");
         fHolder->AddChartView(new ChartView(archive));
         fHolder->Rerender();

@@ -6,22 +6,23 @@
 
 class ChartViewHolder;
 
-/// Takes charts that are dragged from the desktop into a holder. Belongs to the holder.
+/// Takes charts dragged from the desktop into a holder, which owns it.
 ///
-/// It remembers the identities of what it has taken, the last kMostTaken, and they are stored with the charts: after a
-/// kill either both are there or neither. The application, which alone knows when they are stored, gets
-/// B_REPLICANT_TAKEN with "Identity" and "Messenger", the source, for each of them, and one with all that were loaded.
+/// It remembers the identities of the last kMostTaken charts that it has taken, and the holder stores them with the
+/// charts: after a kill either both are there or neither. For each chart taken, the application gets B_REPLICANT_TAKEN
+/// with "Identity" and "Messenger", the source, and one such message with all identities that were loaded; only the
+/// application knows when they are stored.
 class ChartShelf : public BShelf {
 public:
     static constexpr size_t kMostTaken = 256;
 
     explicit ChartShelf(ChartViewHolder* holder);
 
-    /// Whether it is a chart's archive and the holder has room.
+    /// True if this is a chart's archive and the holder has room.
     bool CanAddReplicant(const BMessage* archive) const override;
     bool AddReplicant(BMessage* archive, BPoint where, const std::string& identity, const BMessenger& source) override;
 
-    /// Adds "Taken", in place of those that are there.
+    /// Adds "Taken", in place of such fields that are there.
     void SaveTo(BMessage* into) const;
     void LoadFrom(const BMessage& from);
 

@@ -37,7 +37,7 @@ WrapStep WrapAt(BRect area, float column, float pageSize, bool border)
         step.source = BRect(area.left + 1, area.top, area.right, area.bottom);
         step.target = BRect(area.left, area.top, area.right - 1, area.bottom);
         step.cleared = BRect(area.right, area.top, area.right, area.bottom);
-        // A chart that got narrower has its column beyond its end: the newest sample goes to the end.
+        // A chart that became narrower has its column beyond its end: the newest sample goes to the end.
         step.column = std::min(column - 1, area.right);
         return step;
     }
@@ -121,7 +121,7 @@ BRect ChartBand(BRect bounds, int32 count, int32 index)
         const float top = band * static_cast<float>(index);
         return BRect(0, top, width, index < count - 1 ? top + band - 1 : bounds.bottom);
     }
-    // So many charts that whole bands of the same height would run out of the holder: some are a row smaller.
+    // With so many charts, whole bands of the same height would not fit into the holder: some bands are a row smaller.
     const auto edge = [&](int32 i) {
         return static_cast<float>(std::floor((static_cast<double>(bounds.bottom) + 1) * i / count));
     };

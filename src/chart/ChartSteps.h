@@ -5,51 +5,51 @@
 #include "kits/support/Point.h"
 #include "kits/support/Rect.h"
 
-/// The arithmetic of a chart, one sample at a time: where its column goes, what moves when it is full, how high its
-/// sources are stacked. Nothing here draws, locks or keeps anything but what it is given.
+/// The arithmetic of a chart, one sample at a time: where its column goes, what moves when the chart is full, how high
+/// its sources are stacked. Nothing here draws or locks.
 ///
-/// A *column* is the x coordinate of the newest sample. 0 means that nothing was drawn yet; to tell that from "column 0
-/// was drawn", a chart then holds kColumnZeroDrawn.
+/// A *column* is the x coordinate of the newest sample. 0 means that nothing is drawn yet; a chart that has drawn
+/// column 0 holds kColumnZeroDrawn instead.
 
-/// Holds as column 0, and goes on to column 1.
+/// Counts as column 0, after which column 1 comes.
 inline constexpr float kColumnZeroDrawn = 1.0e-7f;
 
 /// Page sizes above this scroll by one pixel.
 inline constexpr float kLargestPage = 0.99f;
 
-/// The part of a chart that samples are drawn into: all of it, or what the border leaves.
+/// Returns the part of a chart in which samples are drawn: all of it, or the part inside the border.
 BRect ChartRect(BRect bounds, bool border);
 
-/// The column of the next sample, before a chart wraps. Column 0 stays, so that it is drawn once.
+/// Returns the column of the next sample, before a chart wraps. Column 0 remains column 0, so that it is drawn once.
 float NextColumn(float column);
 
-/// After which column the next sample goes to this one. Column 0 is the first: before it nothing was drawn yet.
+/// Returns the column after which the next sample goes to this one. Column 0 is the first: nothing was drawn before it.
 float ColumnBefore(float column);
 
-/// What happens to a chart's picture before a column is drawn.
+/// The changes of a chart's picture before a column is drawn.
 struct WrapStep {
-    bool wraps = false; ///< the picture moves; else nothing below counts but the column
-    float column = 0;   ///< where this sample goes
-    BRect source;       ///< these pixels move; invalid: none
-    BRect target;       ///< to here
-    BRect cleared;      ///< then this is filled with the low colour
+    bool wraps = false; ///< the picture moves; if false, only the column below counts
+    float column = 0;   ///< the column of this sample
+    BRect source;       ///< the pixels that move; invalid for none
+    BRect target;       ///< their destination
+    BRect cleared;      ///< the area to fill with the low colour afterwards
 };
 
-/// @param area      what ChartRect() gave
-/// @param column    what NextColumn() gave
+/// @param area      the result of ChartRect()
+/// @param column    the result of NextColumn()
 /// @param pageSize  the part of the width that stays; above kLargestPage the chart scrolls by one pixel
 WrapStep WrapAt(BRect area, float column, float pageSize, bool border);
 
-/// Stacks the sources of one sample upon each other.
+/// Stacks the sources of one sample on top of each other.
 class SourceStack {
 public:
     /// @param count  of the sources, at least 1
     SourceStack(BRect area, int32 count, bool border);
 
-    /// The lower end of the next source's line.
+    /// Returns the lower end of the next source's line.
     float Base() const { return fBase; }
 
-    /// Takes the next source: the upper end of its line.
+    /// Takes the next source and returns the upper end of its line.
     float Push(double fraction);
 
 private:
@@ -63,7 +63,8 @@ public:
     /// @param count  of the sources, at least 1
     GaugeRow(BRect area, int32 count, bool vertical);
 
-    /// Takes the next source: the end of its segment, an x coordinate, or a y coordinate in a vertical gauge.
+    /// Takes the next source and returns the end of its segment: an x coordinate, or a y coordinate in a vertical
+    /// gauge.
     float Push(double fraction);
 
 private:
@@ -72,34 +73,35 @@ private:
     bool fVertical;
 };
 
-/// The segment that ends at @p end and follows @p previous; the first one follows the gauge's area.
+/// Returns the segment that ends at @p end and follows @p previous; the first one begins at the edge of the gauge's
+/// area.
 BRect GaugeSegment(BRect area, const BRect* previous, float end, bool vertical);
 
-/// What the segments leave; @p last is the last one.
+/// Returns the part that the segments leave free; @p last is the last segment.
 BRect GaugeRemainder(BRect area, BRect last, bool vertical);
 
-/// The column that a chart of width @p oldWidth has at another width.
+/// Returns the column that a chart of width @p oldWidth has at another width.
 float ColumnAfterResize(float column, float oldWidth, float width);
 
-/// A value as a share that can be drawn: what is not a number is 0, the rest lies in -1 to 1.
+/// Returns a value as a share that can be drawn: 0 for a value that is not a number, others clamped to -1 to 1.
 double DrawableFraction(double value);
 
-/// The band of chart @p index of @p count in a holder with these bounds: equal bands over the whole width, of whole
-/// pixels, touching; the last one takes what the rounding left.
+/// Returns the band of chart @p index of @p count in a holder with these bounds. The bands are equal, span the whole
+/// width, consist of whole pixels and touch; the last one gets the remainder.
 BRect ChartBand(BRect bounds, int32 count, int32 index);
 
 /// Lets every (skip + 1)th step through.
 struct SkipCounter {
     int16 counter = 0;
 
-    /// Counts one step; true when it is one that goes through.
+    /// Counts one step and returns true if it goes through.
     bool Step(int16 skip);
 };
 
-/// Lets steps through that come more than 20 milliseconds after the last one that did.
+/// Lets only steps through that come more than 20 milliseconds after the last one that went through.
 class RefreshThrottle {
 public:
-    /// @param now  system_time(), as of the last step that counts
+    /// @param now  system_time() of the last step that counts
     void Start(bigtime_t now) { fLast = now; }
     bool Passes(bigtime_t now);
 

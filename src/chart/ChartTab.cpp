@@ -23,7 +23,7 @@ void ChartTab::Select(BView* owner)
     auto* holder = dynamic_cast<ChartViewHolder*>(View());
     auto* tabs = dynamic_cast<BTabView*>(owner);
     fOtherFrame = fWindow->Frame();
-    // The window's change of size is not to drag the holder along: it is laid out once, at the end.
+    // The window's change of size must not resize the holder at each step: it is laid out once, at the end.
     if (holder != nullptr)
         holder->SetResizingMode(B_FOLLOW_NONE);
     BTab::Select(owner);

@@ -8,7 +8,7 @@ void ChartTip::AddSource(rgb_color color, const std::string& name, const std::st
     char swatch[80];
     std::snprintf(swatch, sizeof(swatch), "<span style=\"background-color:#%02x%02x%02x\">&nbsp;&nbsp;&nbsp;</span> ",
                   color.red, color.green, color.blue);
-    // A tool tip breaks its lines to be narrow, if it may.
+    // A tool tip that may break its lines becomes narrow.
     fText += fText.empty() ? "<qt><p style=\"white-space:nowrap\">" : "<br>";
     fText += swatch;
     fText += name + "&nbsp; " + value;

@@ -5,14 +5,14 @@
 
 #include <string>
 
-/// The text that shows when the pointer rests on a chart: a line for each source, with its colour, name and value, so
-/// that colours can be told apart. Markup as BView::SetToolTip takes it.
+/// The text of a chart's tool tip: a line for each source with its colour, name and value, so that the user can tell
+/// the colours apart. Markup in the form that BView::SetToolTip() takes.
 class ChartTip {
 public:
     /// @param value  in words; neither this nor the name is markup
     void AddSource(rgb_color color, const std::string& name, const std::string& value);
 
-    /// Empty as long as there is no source.
+    /// Returns the text, which is empty while there is no source.
     const std::string& Text() const { return fText; }
 
 private:

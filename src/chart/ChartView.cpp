@@ -65,11 +65,12 @@ ChartView* ChartView::Instantiate(BMessage* archive)
 
 status_t ChartView::Archive(BMessage* into, bool) const
 {
-    // Children never go in: the dragger is made anew.
+    // Children are left out: the dragger is made anew.
     status_t status = BView::Archive(into, false);
     if (status != B_OK)
         return status;
-    // The pen has the colours of what was drawn last. They are no setting, and every sample would make a new archive.
+    // The pen has the colours of the last drawing. They are no setting, and would make a different archive with every
+    // sample.
     kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(ChartColor(0))), 0);
     kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(fSettings.backgroundColor)), 1);
     status = into->AddString("add_on", signature);
@@ -244,7 +245,7 @@ void ChartView::Pause(bool pause)
 
 void ChartView::ResizeTo(float width, float height)
 {
-    // Bands of a holder without room come out negative.
+    // Bands of a holder without room have negative sizes.
     width = std::max(width, 0.0f);
     height = std::max(height, 0.0f);
     if (width == Bounds().Width() && height == Bounds().Height())
@@ -270,7 +271,7 @@ std::string ChartView::ValuesAsCsv()
 
 std::string ChartView::PictureAsPng()
 {
-    // Without the frame that shows the keyboard's focus.
+    // A click gives the focus without the frame that marks it for the keyboard.
     const bool byMouse = std::exchange(fFocusByMouse, true);
     Draw(Bounds());
     std::string png;

@@ -23,30 +23,30 @@ class ChartViewHolder;
 class FireAndForgetThread;
 class SmartWindow;
 
-/// The user makes no chart on the desktop narrower or lower than this, in pixels.
+/// The smallest width and height, in pixels, to which the user can resize a chart on the desktop.
 inline constexpr float kSmallestReplicant = 20;
 
-/// The view of a chart. It owns the parts that a chart consists of, handles the events, and puts on the screen what
-/// changes: ChartSettings is what the user has set, ChartPicture what the samples have drawn, ChartCaptions the title
-/// and the value, ChartConnection the way of the samples.
+/// The view of a chart. It owns the chart's parts, handles events and redraws changes on the screen: ChartSettings
+/// holds what the user has set, ChartPicture draws the samples, ChartCaptions draws the title and the value,
+/// ChartConnection delivers the samples.
 ///
 /// It lives in a ChartViewHolder, or outside the application as a *replicant*.
 ///
-/// Threads: the view belongs to its window's thread. Setters may be called by whoever holds the interface lock; they
-/// take it themselves, so a caller without it is safe too. Without a window a chart keeps its picture and draws
-/// nothing on a screen. Locks are taken in the order looper, sampler, bitmap.
+/// Threads: the view belongs to its window's thread. Any thread that holds the interface lock may call the setters,
+/// which also take it themselves. Without a window a chart keeps its picture and draws nothing on a screen. Locks are
+/// taken in the order looper, sampler, bitmap.
 class ChartView : public BView {
 public:
-    /// A chart with all defaults, 101 x 31 pixels. It has no sources yet.
+    /// Creates a chart of 101 x 31 pixels with all defaults and no sources.
     ChartView();
-    /// A chart from what Archive() or SavePrefsTo() wrote. @p archive stays the caller's.
+    /// Creates a chart from the output of Archive() or SavePrefsTo(). The caller keeps @p archive.
     explicit ChartView(BMessage* archive);
     /// Closes its preferences window, ends its threads and disconnects; waits only for a file that is being saved.
     ~ChartView() override;
-    /// A chart outside the application, from what Archive() wrote; null when @p archive is not one of a chart.
-    /// The caller owns it.
+    /// Creates a chart outside the application from the output of Archive(); returns null when @p archive is not a
+    /// chart's. The caller owns the result.
     static ChartView* Instantiate(BMessage* archive);
-    /// Writes a replicant's archive: the view itself, "add_on", "class" and all settings. Children never go in.
+    /// Writes a replicant's archive: the view itself, "add_on", "class" and all settings. Never contains children.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
     // Settings as fields of a message: of the settings file, a snapshot of the preferences, or a drag of settings.
@@ -56,10 +56,10 @@ public:
     status_t SaveColorPrefsTo(BMessage* into) const { return fSettings.SaveColors(into); }
     status_t SaveGeneralPrefsTo(BMessage* into) const;
     status_t SaveProviderPrefsTo(BMessage* into) const;
-    /// What is missing, or out of its range, stays as it is.
+    /// A setting that is missing or out of its range keeps its value.
     void LoadPrefsFrom(BMessage* from);
 
-    // Its parts, to be read.
+    // The parts of the chart, for reading.
 
     const ChartSettings& Settings() const { return fSettings; }
     const ChartPicture& Picture() const { return fPicture; }
@@ -67,27 +67,27 @@ public:
     const ChartConnection& Connection() const { return fConnection; }
     const char* Title() const { return fSettings.titleText.c_str(); }
     rgb_color ChartColor(int32 index) const { return fSettings.chartColors[static_cast<size_t>(index)]; }
-    /// Its pop-up menu; null until it was in a window.
+    /// Returns its pop-up menu, or null until the chart was in a window.
     ChartMenu* Menu() const { return fMenu.get(); }
-    /// Its preferences window while that is open.
+    /// Returns its preferences window while that is open.
     SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
 
     // Sources.
 
     int32 CountValueProviders() const { return fPicture.CountSources(); }
-    /// The source at @p index, or null. It stays the chart's.
+    /// Returns the source at @p index, or null. The chart owns it.
     const ValueProvider* ValueProviderAt(int32 index) const;
-    /// Puts a source made from @p archive at @p index; a negative index, or one past the end, appends. Nine sources
-    /// never stand in a chart: with eight there, nothing happens.
+    /// Puts a source made from @p archive at @p index; a negative index, or one past the end, appends. Does nothing
+    /// when the chart has eight sources.
     void AddValueProvider(BMessage* archive, int32 index);
-    /// Removes the source at @p index, all of them with -1; an index that does not exist changes nothing.
+    /// Removes the source at @p index, or all of them with -1. Ignores an index that does not exist.
     void RemoveValueProvider(int32 index);
-    /// The source of the value caption, or null.
+    /// Returns the source of the value caption, or null.
     const ValueProvider* ValueVP() const { return fValueVP.get(); }
 
     // Settings, one by one. Each takes effect at once; a value out of the range of its field is ignored.
 
-    /// The first @p length bytes of @p text, all of it with 0. A title that is too long is cut at a character.
+    /// Takes the first @p length bytes of @p text, all of it with 0. A title that is too long is cut at a character.
     void SetTitle(const char* text, int32 length = 0);
     void SetShowTitle(bool on) { ShowCaption(fCaptions.Title(), on); }
     void SetShowValue(bool on) { ShowCaption(fCaptions.Value(), on); }
@@ -105,9 +105,9 @@ public:
     void SetShowBorder(bool on);
     void SetTransparent(bool on);
     void SetLockBgColor(bool on);
-    /// To the gauge and back: the history is lost.
+    /// Switches to the gauge or back. The history is lost.
     void SetMode(int16 mode);
-    /// These count from the next sample on.
+    /// These take effect with the next sample.
     void SetChartType(int16 type) { SetInRange(kChartTypeField, type, &fSettings.chartType); }
     void SetVertical(bool vertical) { fSettings.vertical = vertical; }
     void SetPageSize(float size) { SetInRange(kPageSizeField, size, &fSettings.pageSize); }
@@ -116,57 +116,58 @@ public:
 
     // Samples.
 
-    /// A sample has come: draws it unless the chart is paused, in no window, or it came too early. The caller holds the
+    /// Draws a new sample, unless the chart is paused, in no window, or the sample came too early. The caller holds the
     /// sampler's lock from before it reads @p newest until this returns.
     void Refresh(Sysinfo* sampler, SysinfoNode* newest);
     void RefreshChart(Sysinfo* sampler, SysinfoNode* newest);
     void RefreshGauge(Sysinfo* sampler, SysinfoNode* newest);
     /// Registers for samples, or unregisters. @p mayLaunch: a replicant may start the application.
     void Connect(bool connect, bool mayLaunch);
-    /// A paused chart is disconnected and draws nothing, whatever comes.
+    /// A paused chart is disconnected and draws no samples.
     void Pause(bool pause);
     bool IsPaused() const { return fPaused; }
     bool IsReplicant() const { return fConnection.IsReplicant(); }
-    /// The holder of a chart in the main window; null for others. Not owned.
+    /// Sets the holder of a chart in the main window; null for other charts. The chart does not own it.
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
 
-    /// Makes and shows the preferences window of a chart, like the one in the archive unless that is empty. It keeps
-    /// the pointer in the slot, and its messages go to the chart. Passed in for all charts: these know no pages.
+    /// Makes and shows the preferences window of a chart, with the state in the archive unless that is empty. It keeps
+    /// the pointer in the slot, and its messages go to the chart. Set once for all charts, since this folder knows no
+    /// pages.
     typedef void (*PreferencesOpener)(ChartView* chart, SmartWindow** slot, BMessage* archive);
     static void SetPreferencesOpener(PreferencesOpener opener);
 
-    /// The figures behind the picture as a table for a file (ChartExport.h).
+    /// Returns the figures behind the picture as a table for a file (ChartExport.h).
     std::string ValuesAsCsv();
-    /// What the chart shows, captions and border included, as a PNG file of the screen's resolution; empty outside a
-    /// window.
+    /// Returns the visible chart, captions and border included, as a PNG file of the screen's resolution; empty outside
+    /// a window.
     std::string PictureAsPng();
     void SaveFile(const std::string& path, std::string bytes) { fSaving.Save(path, std::move(bytes)); }
 
-    /// A caption is dragged: its base line begins at the mouse, held inside the view.
+    /// Moves a caption that is dragged: its base line begins at the mouse, kept inside the view.
     void TrackValue(BPoint where) { TrackCaption(fCaptions.Value(), where); }
     void TrackTitle(BPoint where) { TrackCaption(fCaptions.Title(), where); }
     void DoneTracking();
-    /// Gives a replicant whose corner is dragged the size that the mouse is at. False when no button is down.
+    /// Resizes a replicant whose corner is dragged to the mouse. Returns false when no button is down.
     bool FollowCorner();
 
-    /// Its sources, with their shares as last drawn.
+    /// Returns its sources with their shares as last drawn.
     std::vector<AccessiblePart> AccessibleParts() const override;
     void AllAttached() override;
     void ContextMenuRequested(BPoint where) override;
-    /// All settings, as a drag of all pages carries them.
+    /// Adds all settings, in the form of a drag of all pages.
     bool CopyRequested(BMessage* message) override;
-    /// On the chosen caption; else it concerns the chart as a whole, and a colour its background.
+    /// Pastes on the chosen caption; without one, on the chart as a whole, and a colour on its background.
     bool PasteRequested(BPoint* where) override;
     void Draw(BRect update) override;
-    /// Enter chooses the title, the value, and none again; the arrow keys move the chosen one by a pixel, with Shift by
-    /// ten, Escape puts it back. Without the focus none is chosen. On the desktop they move the chart while none is,
-    /// with Ctrl they resize it, and Tab goes to the next chart there.
+    /// Enter chooses the title, then the value, then none. The arrow keys move the chosen caption by a pixel, or by ten
+    /// with Shift; Escape puts it back. A chart without the focus has no chosen caption. On the desktop, while no
+    /// caption is chosen, the arrow keys move the chart, with Ctrl they resize it, and Tab goes to the next chart.
     void KeyDown(const char* bytes, int32 count) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
     void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
-    /// Stretches the picture to the new size. On the desktop the window, which is the chart's own, goes with it.
+    /// Stretches the picture to the new size. On the desktop the chart's own window changes its size, too.
     void ResizeTo(float width, float height) override;
 
 private:
@@ -219,11 +220,11 @@ private:
     std::unique_ptr<FireAndForgetThread> fResizer;
     BDragger* fDragger = nullptr; // a child
     ChartViewHolder* fOwner = nullptr;
-    SmartWindow* fPrefsWindow = nullptr; // cleared by the window when it goes
+    SmartWindow* fPrefsWindow = nullptr; // the window clears it when it closes
     RefreshThrottle fThrottle;
     SkipCounter fRefreshes;
     SkipCounter fValueRefreshes;
     bool fPaused = false;
-    bool fHovered = false;      // the pointer is on it
-    bool fFocusByMouse = false; // it has the focus from a click
+    bool fHovered = false;      // the pointer is over the chart
+    bool fFocusByMouse = false; // a click gave it the focus
 };

@@ -10,7 +10,7 @@
 #include "src/support/ui/MenuTargets.h"
 #include "src/support/ui/ShowAlert.h"
 
-// How a chart comes onto the desktop, and what its handle does.
+// Copies a chart to the desktop, and carries out the commands of its handle there.
 
 namespace {
 
@@ -62,7 +62,7 @@ bool ChartView::DesktopMessageReceived(BMessage* message)
     case B_DROPPED_ON_DESKTOP:
     case B_REPLICANT_TAKEN:
     case MSG_REMOVE_REPLICANT:
-        // On the desktop a chart has a window of its own, and all this is about that.
+        // On the desktop a chart has a window of its own; everything below concerns that window.
         if (IsReplicant() && Window() != nullptr)
             Window()->PostMessage(message);
         else if (message->what == B_DROPPED_ON_DESKTOP && kits::kWhereField.Find(*message, &where) &&

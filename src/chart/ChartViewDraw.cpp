@@ -5,7 +5,7 @@
 #include "src/chart/ChartView.h"
 #include "src/sampling/SysinfoNode.h"
 
-// What a chart puts on the screen: what a sample changes, and what a window asks for.
+// Draws a chart on the screen: the changes of a sample, and the areas that a window wants drawn.
 
 void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
 {
@@ -32,7 +32,7 @@ void ChartView::Refresh(Sysinfo* sampler, SysinfoNode* newest)
         UpdateToolTip();
 }
 
-// Each source is asked once a sample: asking advances its smoothing.
+// Asks each source once per sample, since asking advances its smoothing.
 ChartPicture::Shares ChartView::SharesOf(Sysinfo* sampler, SysinfoNode* newest)
 {
     ChartPicture::Shares shares{};
@@ -65,7 +65,7 @@ void ChartView::RefreshChart(Sysinfo* sampler, SysinfoNode* newest)
         StrokeLine(fPicture.StrokeAt(i).from, fPicture.StrokeAt(i).to);
     }
     const BPoint top = fPicture.StrokeAt(count - 1).to;
-    // A border that was switched on before the first sample.
+    // The border was switched on before the first sample.
     if (fSettings.showBorder && top.x < fPicture.Area().left)
         DrawBorder();
     const auto runsUnder = [top](const BRect& caption) {
@@ -91,7 +91,7 @@ void ChartView::RefreshGauge(Sysinfo* sampler, SysinfoNode* newest)
     DrawCaption(fCaptions.Title(), false);
 }
 
-// The caption's text of this sample, when its turn has come; true when it changed.
+// Updates the value caption's text from this sample when its turn has come; returns true if the text changed.
 bool ChartView::TakeValueText(Sysinfo* sampler, SysinfoNode* newest)
 {
     if (fValueVP == nullptr)
@@ -141,7 +141,7 @@ void ChartView::DrawFocus()
     }
 }
 
-// The chart or gauge itself, without captions and border.
+// Draws the chart or gauge itself, without captions and border.
 void ChartView::RestoreUnder(BRect area)
 {
     if (fSettings.mode == kGaugeMode) {
@@ -176,7 +176,7 @@ void ChartView::DrawCaption(ChartCaption& caption, bool restore)
         return;
     BRect touched = kNothingDrawn;
     if (restore && caption.drawn.IsValid()) {
-        // Turned text reaches out of its rectangle.
+        // Rotated text reaches out of its rectangle.
         touched = caption.look.font.Rotation() == 0 ? caption.drawn : Bounds();
         RestoreUnder(touched);
         if (fSettings.showBorder && !fPicture.Area().Contains(touched))

@@ -11,11 +11,11 @@
 #include <algorithm>
 #include <string>
 
-// What can be dropped on a chart. Everything here may come from another program.
+// Handles drops on a chart. Everything here may come from another program.
 
 namespace {
 
-// More entries of one drop than this are not even looked at.
+// The largest number of entries examined in one drop.
 constexpr int32 kMaxLookedAt = 256;
 
 bool LookAlike(rgb_color one, rgb_color other)
@@ -77,7 +77,7 @@ void ChartView::FontDropped(BMessage* message)
     ChartCaption* caption = fCaptions.At(ConvertFromScreen(message->DropPoint()));
     if (caption == nullptr || FindMessageFont(message, "font", 0, &font) != B_OK)
         return;
-    // Only what the font carries changes.
+    // Only the properties that the dropped font carries change.
     FFont changed(caption->look.font);
     font.UpdateTo(&changed, FFont::kAll);
     SetCaptionFont(*caption, &changed);
@@ -89,11 +89,11 @@ void ChartView::ColorDropped(BPoint where, rgb_color color)
     if (ChartCaption* caption = fCaptions.At(where))
         SetCaptionColor(*caption, color);
     else
-        // A colour that was pasted comes from beside the chart.
+        // A colour that was pasted comes with a place beside the chart.
         ColorSource(Bounds().Contains(where) ? fPicture.SourceAt(where) : -1, color);
 }
 
-// Gives a source the colour, or the background with -1, unless two of them would then look alike.
+// Gives the colour to the source, or to the background with -1, unless two of them would then look alike.
 void ChartView::ColorSource(int32 source, rgb_color color)
 {
     bool taken = source != -1 && LookAlike(color, fPicture.LowColor());

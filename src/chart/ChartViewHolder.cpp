@@ -23,7 +23,7 @@ constexpr BRect kDefaultFrame{0, 0, 100, 100};
 constexpr float kHintMargin = 4;
 constexpr const char* kHint = TrLater("Click here to add a chart.");
 
-/// Grey: weaker than the panel's text, and still read easily on a light panel and on a dark one.
+/// Returns a grey that is weaker than the panel's text, and easy to read on a light and on a dark panel.
 rgb_color HintColor()
 {
     const rgb_color text = ui_color(B_PANEL_TEXT_COLOR);
@@ -90,7 +90,7 @@ void ChartViewHolder::LoadPrefsFrom(BMessage* from)
 {
     BMessage archive;
     for (int32 i = 0; CountCharts() < kMaxCharts && from->FindMessage("Chart", i, &archive) == B_OK; i++) {
-        // The layout sizes it; a frame from outside would only cost memory until then.
+        // The layout sets its size; a frame from outside would only cost memory until then.
         archive.RemoveName("_frame");
         AddChartView(new ChartView(&archive));
     }
@@ -210,7 +210,7 @@ void ChartViewHolder::OfferChart(BPoint where)
     Rerender();
 }
 
-// With charts in it the focus is theirs.
+// A holder with charts leaves the focus to them.
 void ChartViewHolder::UpdateFocus()
 {
     constexpr uint32 kWhileEmpty = B_WILL_DRAW | B_NAVIGABLE;

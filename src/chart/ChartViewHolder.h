@@ -12,41 +12,42 @@ class BPopUpMenu;
 class ChartShelf;
 class ChartView;
 
-/// More charts than a screen has rows are not loaded or added.
+/// The largest number of charts to load or add, more than a screen has rows.
 inline constexpr int32 kMaxCharts = 1000;
 
 /// Owns the charts of the main window and lays them out from top to bottom in equal bands over its whole width.
 ///
-/// It archives and restores them and passes one chart's wish on to its siblings (MSG_DISTRIBUTE). Where there is no
-/// chart a click with any button opens a menu that offers "Add new chart". Everything runs in the window's thread,
-/// except that charts may be added and removed by whoever holds the interface lock.
+/// It archives and restores them, and passes a chart's request on to its siblings (MSG_DISTRIBUTE). While it has no
+/// charts, a click with any button opens a menu that offers "Add new chart". Everything runs in the window's thread,
+/// except that any thread that holds the interface lock may add and remove charts.
 class ChartViewHolder : public BView {
 public:
-    /// A holder with three charts of all defaults.
+    /// Creates a holder with three charts of all defaults.
     explicit ChartViewHolder(BRect frame);
 
-    /// A holder with the charts of what Archive() wrote; none when it holds none. @p archive stays the caller's.
+    /// Creates a holder with the charts in the output of Archive(); none when it holds none. The caller keeps @p
+    /// archive.
     explicit ChartViewHolder(BMessage* archive);
 
     /// Deletes the charts.
     ~ChartViewHolder() override;
 
-    /// Writes "Rect", one "Chart" per chart and what the shelf saves, in place of those that are there. Always B_OK: a
-    /// chart that cannot be archived ends the list.
+    /// Writes "Rect", one "Chart" per chart and the shelf's fields, in place of those that are there. Always returns
+    /// B_OK: a chart that cannot be archived ends the list.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    /// Appends the charts of what Archive() wrote to those that are there.
+    /// Appends the charts in the output of Archive().
     void LoadPrefsFrom(BMessage* from);
 
-    /// Takes @p chart as the last one; the caller lays out (Rerender()). The holder owns it from here on.
+    /// Takes @p chart as the last one and owns it from then on. The caller lays out the charts (Rerender()).
     void AddChartView(ChartView* chart);
 
-    /// Gives @p chart back to the caller, who owns it from here on, and lays the others out. Others than the holder's
-    /// are ignored.
+    /// Gives @p chart back to the caller, who owns it from then on, and lays the others out. Ignores charts of other
+    /// holders.
     void RemoveChartView(ChartView* chart);
 
     int32 CountCharts() const { return static_cast<int32>(fCharts.size()); }
-    /// The chart at @p index, top first, or null. It stays the holder's.
+    /// Returns the chart at @p index, counted from the top, or null. The holder owns it.
     ChartView* ChartAt(int32 index) const;
 
     /// Lays the charts out.
@@ -55,15 +56,15 @@ public:
     /// Pauses or resumes all charts.
     void Pause(bool pause);
 
-    /// Connects every chart to the sampler, paused ones too (these then draw nothing).
+    /// Connects every chart to the sampler, paused ones too, which then draw nothing.
     void AllAttached() override;
     /// Disconnects every chart.
     void AllDetached() override;
-    /// Without charts it takes the keyboard's focus, for its menu.
+    /// Takes the keyboard's focus for the menu while there are no charts.
     void ContextMenuRequested(BPoint where) override;
-    /// Without charts: one grey line that tells how to add one.
+    /// Draws one grey line that tells how to add a chart, while there are none.
     void Draw(BRect update) override;
-    /// The same line; else the charts.
+    /// Returns that line, or the charts.
     std::string AccessibleValue() const override;
     void FrameResized(float width, float height) override;
     void MessageReceived(BMessage* message) override;

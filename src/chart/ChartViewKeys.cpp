@@ -12,12 +12,13 @@
 
 #include <algorithm>
 
-// The keyboard on a chart: whatever the mouse does, one of its captions chosen where the pointer would be on it.
+// The keyboard on a chart. It offers every action of the mouse: the chosen caption stands for the one under the
+// pointer.
 
 namespace {
 
 constexpr float kLongStep = 10;
-/// A place that is on nothing of a chart.
+/// A place outside everything that a chart contains.
 constexpr BPoint kBeside(-30000, -30000);
 
 } // namespace
@@ -131,7 +132,7 @@ void ChartView::PasteColor(const BMessage& message)
         beep();
 }
 
-// The source in whose submenu the item stands that sent the message; -1 for none.
+// Returns the source whose submenu holds the item that sent the message, or -1.
 int32 ChartView::SourceMeantBy(const BMessage& message) const
 {
     return fMenu != nullptr ? fMenu->SourceOf(kits::kSourceField.Get(message)) : -1;

@@ -16,12 +16,12 @@
 
 namespace {
 
-// What FontDropped takes, as font panels send it.
+// The message of font panels, which FontDropped() takes.
 constexpr uint32 kFontDrop = '!FNT';
 
 ChartView::PreferencesOpener sPreferencesOpener = nullptr;
 
-/// Has the holder give a command with one field to the other charts.
+/// Lets the holder send a command with one field to the other charts.
 template <class T> void Distribute(ChartView* chart, uint32 command, const kits::Field<T>& field, const T& value)
 {
     if (chart->Owner() == nullptr || chart->Window() == nullptr)
@@ -51,7 +51,7 @@ void Delete(ChartView* chart)
     if (chart->Owner() == nullptr)
         return;
     chart->Owner()->RemoveChartView(chart);
-    // This is one of its own messages, and a menu or an alert may be open.
+    // This handles one of the chart's own messages, and a menu or an alert may be open.
     kits::RunAtOutermostLoop([chart] { delete chart; });
 }
 
@@ -69,7 +69,7 @@ void ChartView::MessageReceived(BMessage* message)
         const rgb_color low = fPicture.LowColor();
         ChartConnection::TakeSample(*message,
                                     [this](Sysinfo* sampler, SysinfoNode* newest) { Refresh(sampler, newest); });
-        // All else that a sample does is drawing.
+        // Everything else that a sample changes is only drawn.
         if (fPicture.LowColor() == low)
             kits::EventLoop::NoteUnchanged();
         break;
@@ -127,7 +127,7 @@ void ChartView::MessageReceived(BMessage* message)
                     [this] { return PictureAsPng(); });
         break;
     case MSG_SAVE_VALUES:
-        // The figures of the moment when the user asked for them.
+        // The figures at the moment when the user asked for them.
         fSaving.Ask(Tr("Save values"), Tr("Tables of values"), FileNameOf(fSettings.titleText, "csv"), Window(),
                     [table = ValuesAsCsv()] { return table; });
         break;

@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <cmath>
 
-// The mouse on a chart: its menu, and its captions while they are dragged.
+// The mouse on a chart: its menu, and the dragging of its captions.
 
 namespace {
 
@@ -41,7 +41,7 @@ void CV_DoneTracking(BView* view, BPoint&)
     static_cast<ChartView*>(view)->DoneTracking();
 }
 
-/// The view may go at any time: reached by its messenger only.
+/// The view may be deleted at any time, so this reaches it by its messenger only.
 class CornerFollower : public FunctionObject {
 public:
     explicit CornerFollower(ChartView* chart)

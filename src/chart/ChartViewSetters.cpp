@@ -8,7 +8,7 @@
 
 #include <cstring>
 
-// A chart's colours, captions and switches. Each takes effect at once, on the history too.
+// Sets a chart's colours, captions and switches. Each takes effect at once, on the history too.
 
 void ChartView::SetTitle(const char* text, int32 length)
 {

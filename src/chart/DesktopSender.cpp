@@ -14,8 +14,8 @@ constexpr size_t kMostJobs = 32;
 constexpr int kMostTries = 4;
 constexpr bigtime_t kPause = 100'000;
 
-/// Waits for the answer of the running program, as long as that takes.
-/// @return `B_BAD_HANDLER` if there is none, or if it ended and left the request undone
+/// Waits for the answer of the running program without a time limit.
+/// @return `B_BAD_HANDLER` if no program runs, or if it ended and left the request undone
 status_t HandOver(const BMessage& request, uint32* answer)
 {
     const BMessenger host(kDesktopSignature);
@@ -61,8 +61,8 @@ void DesktopSender::Deliver(Job* job)
             snooze(kPause);
             continue;
         }
-        // A start brings the request with it, and whether it was heeded is asked in the next turn: the program may end,
-        // with the last chart on it or by a signal, before it has come to that.
+        // A program that was started here brings the request along, and the next turn asks whether it was performed:
+        // the program may end, with the last chart on it or by a signal, before it has reached it.
         i++;
         if (onlyActivates && !HasDesktopCharts())
             break;

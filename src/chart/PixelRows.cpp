@@ -9,7 +9,7 @@
 
 namespace {
 
-// A pixel edge as an index of the picture; what is not a number is outside.
+// Returns a pixel edge as an index of the picture; a value that is not a number lies outside.
 int32 Edge(float coordinate, int32 size)
 {
     if (std::isnan(coordinate))

@@ -6,25 +6,24 @@
 
 class BBitmap;
 
-/// A colour as a word of a picture: alpha<<24 | red<<16 | green<<8 | blue.
+/// Returns a colour as a word of a picture: alpha<<24 | red<<16 | green<<8 | blue.
 constexpr uint32 PixelWord(rgb_color color)
 {
     return static_cast<uint32>(color.alpha) << 24 | static_cast<uint32>(color.red) << 16 |
            static_cast<uint32>(color.green) << 8 | color.blue;
 }
 
-/// The colour of such a word.
+/// Returns the colour of such a word.
 constexpr rgb_color PixelColor(uint32 word)
 {
     return {static_cast<uint8>(word >> 16), static_cast<uint8>(word >> 8), static_cast<uint8>(word),
             static_cast<uint8>(word >> 24)};
 }
 
-/// The words of a picture as rows, for what touches many of them at once: moving, filling and recolouring cost what
-/// that many words cost in memory, no more. Rectangles are in pixels, right and bottom included, and are cut to the
-/// picture.
+/// The words of a picture as rows, for operations on many of them at once: moving, filling and recolouring cost no more
+/// than the memory accesses. Rectangles are in pixels, right and bottom included, and are cut to the picture.
 ///
-/// A view on a bitmap that is not owned and stays locked while this is used; none for a null bitmap.
+/// A view of a bitmap, which it does not own and which stays locked while this is used. A null bitmap has no words.
 class PixelRows {
 public:
     explicit PixelRows(BBitmap* bitmap);
@@ -33,16 +32,16 @@ public:
     int32 Width() const { return fWidth; }
     int32 Height() const { return fHeight; }
 
-    /// The word at a pixel; 0 outside.
+    /// Returns the word at a pixel; 0 outside.
     uint32 At(int32 x, int32 y) const;
 
-    /// Every word @p from becomes @p to: one pass.
+    /// Turns every word @p from into @p to, in one pass.
     void Replace(uint32 from, uint32 to);
 
     void Fill(BRect area, uint32 word);
 
     /// Moves the columns of @p area by @p distance pixels to the right, or left when it is negative, within its rows.
-    /// What is moved out of the picture is lost; what it leaves keeps its words.
+    /// Words moved out of the picture are lost; the columns they left keep their words.
     void MoveColumns(BRect area, int32 distance);
 
 private:
