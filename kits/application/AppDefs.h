@@ -8,17 +8,17 @@
 /// Names a process that uses the kits: its process id.
 using team_id = int32;
 
-/// Codes of the kits' own messages. Those of an application should lie elsewhere.
+/// Codes of the kits' own messages. An application should use other codes.
 enum : uint32 {
     B_QUIT_REQUESTED = '_QRQ',  ///< to a looper: end, if QuitRequested() agrees
     B_ABOUT_REQUESTED = '_ABR', ///< to the application: show the about window
     B_READY_TO_RUN = '_RTR',    ///< to the application: the launch messages have been handled
     B_ARGV_RECEIVED = '_ARG',   ///< to the application: "argv" strings, "cwd" string
     B_REFS_RECEIVED = '_RRC',   ///< to the application: files to open
-    B_SILENT_RELAUNCH = 'AREL', ///< to an application that was started a second time; comes before its Run() too
+    B_SILENT_RELAUNCH = 'AREL', ///< to an application that was started a second time; arrives even before its Run()
     B_PULSE = '_PUL',           ///< to a looper, at its pulse rate
-    B_REPLY = 'RPLY',           ///< an answer without a code of its own
-    B_NO_REPLY = 'NONE',        ///< the answer to a message that was deleted unanswered
+    B_REPLY = 'RPLY',           ///< a reply without a code of its own
+    B_NO_REPLY = 'NONE',        ///< the reply to a message that was deleted unanswered
     B_MESSAGE_NOT_UNDERSTOOD = '_NUN',
     B_SOME_APP_LAUNCHED = 'BRAS', ///< to the roster's watchers
     B_SOME_APP_QUIT = 'BRAQ',     ///< to the roster's watchers
@@ -49,5 +49,5 @@ enum : uint32 {
     B_WORKSPACE_ACTIVATED = '_WAC',
     B_WORKSPACES_CHANGED = '_WCG',
     B_OBSERVER_NOTICE_CHANGE = 'NTCH',
-    B_CONTROL_INVOKED = 'CIVK' ///< the code of a control's message that was made without one
+    B_CONTROL_INVOKED = 'CIVK' ///< the code of a control that was made without a message
 };

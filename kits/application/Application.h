@@ -46,8 +46,8 @@ public:
     /// `B_OK`; `B_BAD_VALUE` for an invalid signature, `B_NOT_ALLOWED` if this process already has an application,
     /// `B_ALREADY_RUNNING` if a kSingle one runs in another process, `B_TIMED_OUT` if that one hangs.
     status_t InitCheck() const { return fInitStatus; }
-    /// With `B_ALREADY_RUNNING`: the name of the display that the running one was started on, when this process was
-    /// started on another one; else empty.
+    /// With `B_ALREADY_RUNNING`: the name of the display on which the running application was started, if this process
+    /// was started on another one; otherwise empty.
     const std::string& OtherDisplay() const { return fOtherDisplay; }
     const char* Signature() const { return fSignature.c_str(); }
 
@@ -68,7 +68,7 @@ public:
     /// @return this implementation: true if a signal or message that asks it to quit waits to be handled
     virtual bool IsAboutToEnd() const;
 
-    /// The launch messages have been handled.
+    /// Hook: the launch messages have been handled.
     virtual void ReadyToRun();
     /// Handles B_ABOUT_REQUESTED.
     virtual void AboutRequested();
@@ -76,7 +76,7 @@ public:
     virtual void ArgvReceived(int32 argc, char** argv);
     /// Called at the pulse rate (see kits::Timer), but not before ReadyToRun() has returned.
     virtual void Pulse();
-    /// @param rate  microseconds between pulses; 0 or less: none, as at the beginning
+    /// @param rate  microseconds between pulses; 0 or less: none, as initially
     void SetPulseRate(bigtime_t rate);
     /// For tests, which look at the application through it.
     bigtime_t PulseRate() const;
@@ -84,7 +84,7 @@ public:
     void DispatchMessage(BMessage* message, BHandler* handler) override;
 
     status_t GetAppInfo(app_info* info) const;
-    /// The resources of the executable. Never null.
+    /// Returns the resources of the executable; never null.
     static BResources* AppResources();
 
     /// For the kits: adds a message that the application handles before ReadyToRun(), in the order of the calls. Has no
@@ -110,7 +110,7 @@ private:
     std::unique_ptr<kits::Timer> fPulse;
 };
 
-/// The application of this process; null while there is none.
+/// The application of this process, or null.
 extern BApplication* be_app;
-/// The same as a messenger: for threads that may outlive the application.
+/// The same as a messenger, for threads that may outlive the application.
 extern BMessenger be_app_messenger;

@@ -16,22 +16,23 @@
 
 namespace kits {
 
-/// What becomes of a value outside its range.
+/// How to treat a value outside its range.
 enum class Outside {
     kLeftOut, ///< it counts as absent
-    kHeld     ///< the nearest value of the range is taken; for what is not a number, the lowest
+    kHeld     ///< the nearest value of the range is used; NaN becomes the lowest
 };
 
-/// No screen reaches farther: a rectangle whose left or top lies beyond that counts as absent. Pixels.
+/// No screen is larger: a rectangle whose left or top lies beyond that counts as absent. Pixels.
 inline constexpr float kFarthestPlace = 100'000;
 
-/// For ranges that end only with the type of the value.
+/// For ranges that only the type of the value limits.
 inline constexpr int32 kMostNumber = std::numeric_limits<int32>::max();
 
-/// The length of the longest beginning of a UTF-8 text that has at most `limit` bytes and ends between two characters.
+/// Returns the length of the longest prefix of a UTF-8 text that has at most `limit` bytes and ends between two
+/// characters.
 size_t CutLength(std::string_view text, size_t limit);
 
-/// What every declared field has, whatever the type of its values. Immutable: any thread.
+/// The properties of every declared field, whatever the type of its values. Immutable: any thread.
 class AnyField {
 public:
     AnyField(const AnyField&) = delete;
@@ -40,43 +41,44 @@ public:
     const char* Name() const { return fName; }
     type_code Type() const { return fType; }
     /// Both ends belong to the range. It is the range of a number, of both coordinates of a point, of a rectangle's
-    /// width and height, of a font's size; the number of bytes of a text, of bytes and of a record; 0 to 1 else.
+    /// width and height, or of a font's size; for a text, bytes or a record, the number of bytes; otherwise 0 to 1.
     double Low() const { return fLow; }
     double High() const { return fHigh; }
-    /// How many values are taken: those with an index of at least that count as absent.
+    /// The maximum number of values: values with an index of this number or more count as absent.
     int32 Most() const { return fMost; }
 
-    /// All fields that are declared in what the program was linked from: the first, in no certain order, and the one
-    /// after this; null at the end.
+    /// The first declared field of all those in the linked program, in no particular order, and the field after this
+    /// one; null at the end.
     static const AnyField* All();
     const AnyField* Next() const { return fNext; }
 
-    /// False for what is not a number.
+    /// False for NaN.
     bool InRange(double value) const { return value >= fLow && value <= fHigh; }
 
-    /// The number of values that a message has of this field; of another type they count as absent.
+    /// Returns the number of values that a message has of this field; values of another type count as absent.
     int32 Count(const BMessage& from) const;
     bool IsIn(const BMessage& from) const { return Count(from) > 0; }
     void Remove(BMessage* from) const;
 
-    /// Adds to a message the value that Find() takes from another one. For who goes through all fields, as a test does,
-    /// and knows none of their types.
+    /// Adds to a message the value that Find() takes from another one. For callers that go through all fields without
+    /// knowing their types, such as a test.
     /// @return false if there is nothing to take
     virtual bool Copy(const BMessage& from, BMessage* into, int32 index = 0) const = 0;
 
 protected:
-    /// @param name  stays the caller's, and has to stay
+    /// @param name  not copied; must stay valid
     AnyField(const char* name, type_code type, double low, double high, Outside outside, int32 most);
     ~AnyField() = default;
 
-    /// The bytes of a value, of a text without its zero; they belong to the message.
+    /// Finds the bytes of a value, for a text without its terminating zero; they belong to the message.
     bool FindBytes(const BMessage& from, int32 index, std::string_view* bytes) const;
 
-    // Each brings a value into the range, if it is to be held. False: it counts as absent.
+    // Each of these brings a value into the range, if the field holds values to it. Returns false if the value counts
+    // as absent.
 
     bool Take(BPoint* value) const;
     bool Take(BRect* value) const;
-    /// Cuts it between two characters.
+    /// Cuts the text between two characters.
     bool Take(std::string* value) const;
     bool Take(std::string_view* value) const;
     template <class T> bool Take(T* value) const
@@ -101,7 +103,7 @@ private:
     const Outside fOutside;
 };
 
-/// The type under which values of a C++ type stand in a message, unless a field says otherwise.
+/// The type code for values of a C++ type in a message, unless a field specifies another one.
 template <class T> inline constexpr type_code kTypeOf = B_RAW_TYPE;
 template <> inline constexpr type_code kTypeOf<bool> = B_BOOL_TYPE;
 template <> inline constexpr type_code kTypeOf<int16> = B_INT16_TYPE;
@@ -120,19 +122,19 @@ template <> inline constexpr type_code kTypeOf<BMessenger> = B_MESSENGER_TYPE;
 ///
 ///     inline const kits::Field<int16> kSkipValueField("SkipValue", 0, 50);
 ///
-/// and whoever reads or writes it does so through that constant. Messages may come from anywhere: an older or newer
-/// version, a damaged file, another program. Find() takes only what is there with this type and in the range, or can be
-/// held to it, so nobody has to check the value again.
+/// and all code reads and writes it through that constant. Messages may come from anywhere: an older or newer version,
+/// a damaged file, another program. Find() accepts only a value of this type that is in the range or can be held to it,
+/// so callers need not check it again.
 ///
 /// T is one of
 ///     bool, int16, int32, int64, float, BPoint, BRect
 ///     std::string       a text
-///     std::string_view  bytes of any number; they stay the message's, and are valid until that is changed
+///     std::string_view  any number of bytes; they belong to the message, and are valid until it changes
 ///     void*             an address within this process
 ///     BMessage, BMessenger
 ///     a class derived from BFlattenable; the range is that of its Size()
 ///     any other trivially copyable type, as a record: its bytes
-/// @tparam kType  the type code, where it is not that of T
+/// @tparam kType the type code, if it is not that of T
 template <class T, type_code kType = kTypeOf<T>> class Field final : public AnyField {
     static constexpr bool kIsSwitch = std::is_same_v<T, bool>;
     static constexpr bool kIsNumber = std::is_arithmetic_v<T> || std::is_same_v<T, BPoint> || std::is_same_v<T, BRect>;
@@ -146,7 +148,7 @@ template <class T, type_code kType = kTypeOf<T>> class Field final : public AnyF
         !(kIsNumber || kIsText || kIsBytes || kIsFlat || kIsMessage || kIsMessenger || kIsAddress);
 
 public:
-    /// A number, a point or a rectangle. What is held of a rectangle is its size.
+    /// A number, a point or a rectangle. Of a rectangle, only the size is held to the range.
     Field(const char* name, double low, double high, T fallback = {}, Outside outside = Outside::kLeftOut,
           int32 most = 1) requires(kIsNumber)
         : AnyField(name, kType, low, high, outside, most)
@@ -154,7 +156,8 @@ public:
     {
     }
 
-    /// A text, bytes or a flattened object. Texts and bytes that are too long are cut where they are held.
+    /// A text, bytes or a flattened object. A field that holds values to the range cuts texts and bytes that are too
+    /// long.
     Field(const char* name, double low, double high, Outside outside = Outside::kLeftOut,
           int32 most = 1) requires(kIsText || kIsBytes || kIsFlat)
         : AnyField(name, kType, low, high, outside, most)
@@ -174,7 +177,7 @@ public:
     {
     }
 
-    /// Whether this value lies in the range, for setters.
+    /// Returns whether this value lies in the range, for setters.
     bool Holds(const T& value) const requires(kIsNumber || kIsFlat)
     {
         if constexpr (kIsFlat)
@@ -187,7 +190,7 @@ public:
         }
     }
 
-    /// Takes the value with this index. Without one `value` stays as it is, and the result is false.
+    /// Reads the value with this index. If there is none, `value` stays unchanged and the result is false.
     bool Find(const BMessage& from, T* value, int32 index = 0) const
     {
         if constexpr (kIsMessage)
@@ -203,7 +206,7 @@ public:
         }
     }
 
-    /// The value with this index, or the default; of what has none declared, an empty one.
+    /// Returns the value with this index, or the default; for a field without a default, an empty value.
     T Get(const BMessage& from, int32 index = 0) const
     {
         T value{};
@@ -213,7 +216,7 @@ public:
         return value;
     }
 
-    /// Adds a value behind those that are there; returns what BMessage's Add calls do.
+    /// Adds a value after the existing ones; returns the result of BMessage's Add call.
     status_t Add(BMessage* into, const T& value) const
     {
         if constexpr (kIsMessage)

@@ -24,11 +24,11 @@ public:
     BHandler(const BHandler&) = delete;
     BHandler& operator=(const BHandler&) = delete;
 
-    /// Handles a message. This implementation passes it to the looper. The message belongs to the caller and lives until
-    /// this returns.
+    /// Handles a message. This implementation passes it to the looper. The message belongs to the caller and lives
+    /// until this returns.
     virtual void MessageReceived(BMessage* message);
 
-    /// The looper that it belongs to; null for none.
+    /// The looper to which it belongs, or null.
     BLooper* Looper() const { return fLooper; }
 
     void SetName(const char* name);

@@ -19,13 +19,13 @@ namespace kits {
 /// sampler, bitmap.
 class InterfaceLock : public HeldLock {
 public:
-    /// The only one there is.
+    /// Returns the only one.
     static InterfaceLock& Get();
 
     /// @param timeout  microseconds; 0 or less does not wait
     /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` with a time-out of 0 or less
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
-    /// Undoes one Lock(). Nothing happens if the calling thread does not hold it.
+    /// Undoes one Lock(). Does nothing if the calling thread does not hold it.
     void Unlock();
     /// True if the calling thread holds it.
     bool IsHeld() const { return Depth() > 0; }
@@ -46,13 +46,13 @@ private:
     void PassOn(const WaitPoint::Guard& guard);
 
     mutable WaitPoint fPoint;
-    thread_id fHolder = -1; ///< guarded by fPoint, as what follows
+    thread_id fHolder = -1; ///< guarded by fPoint, as the members below
     int32 fDepth = 0;
-    bool fIsHandedOn = false; ///< a thread that has waited was woken to take it
+    bool fIsHandedOn = false; ///< a waiting thread was woken to take it
     uint64 fCountAcquired = 0;
 };
 
-/// Holds the interface lock for a block of code.
+/// Holds the interface lock for the life of the object.
 class InterfaceLocker {
 public:
     InterfaceLocker() { InterfaceLock::Get().Lock(); }

@@ -10,7 +10,7 @@
 class BInvoker {
 public:
     /// @param message  owned from here; may be null
-    /// @param handler  belongs to a looper, or is null and then the target is `looper`
+    /// @param handler  belongs to a looper; if it is null, the target is `looper`
     BInvoker(BMessage* message, const BHandler* handler, const BLooper* looper = nullptr);
     virtual ~BInvoker();
     BInvoker(const BInvoker&) = delete;

@@ -10,9 +10,9 @@
 /// pair for each sentence. Numbers, files and output for other programs are never translated.
 namespace kits {
 
-/// The languages that the environment asks for, best first: those of LANGUAGE, else of LC_ALL, LC_MESSAGES or LANG, the
-/// first that is set. "de_AT.UTF-8" asks for "de_AT" and "de". Nothing follows English or "C", and a locale that is
-/// exactly "C" or "POSIX" asks for nothing, whatever LANGUAGE says.
+/// The languages that the environment asks for, best first: those of LANGUAGE, or else of the first of LC_ALL,
+/// LC_MESSAGES and LANG that is set. "de_AT.UTF-8" asks for "de_AT" and "de". Nothing follows English or "C", and a
+/// locale that is exactly "C" or "POSIX" asks for nothing, whatever LANGUAGE says.
 std::vector<std::string> WantedLanguages();
 
 /// Selects the first wanted language that has a translation, or none. Called once, before the first Translate(), on
@@ -26,7 +26,7 @@ const char* CurrentLanguage();
 /// @return valid as long as the process lives if @p text is
 const char* Translate(const char* text);
 
-/// A text with "%1" to "%9" replaced by the values.
+/// Returns a text in which "%1" to "%9" are replaced by the values.
 std::string Filled(const char* text, std::initializer_list<std::string> values);
 
 } // namespace kits

@@ -8,14 +8,14 @@
 
 /// A handler with a queue of messages for itself and for the handlers that were added to it.
 ///
-/// Loopers have no threads. The main thread takes the messages of all of them in the order of posting, one at a time,
-/// also while a nested loop runs. So two loopers never run at once, and what a handler does has to be quick.
+/// Loopers have no threads. The main thread takes the messages of all of them in the order in which they were posted,
+/// one at a time, even while a nested loop runs. So two loopers never run at once, and a handler has to be quick.
 ///
-/// Posting may be done from any thread: it never waits and takes no lock that is held for long. At most kQueueCapacity
-/// messages wait for a looper; a further one is refused.
+/// Any thread may post: posting never waits and takes no lock that is held for long. At most kQueueCapacity messages
+/// wait for a looper; a further one is refused.
 ///
-/// Lock() takes the one interface lock, which all loopers share; the main thread has it whenever it runs code. Whoever
-/// works on a looper, its handlers or its window from another thread locks it first.
+/// Lock() takes the one interface lock, which all loopers share; the main thread holds it whenever it runs code.
+/// Another thread must lock a looper before it uses the looper, its handlers or its window.
 class BLooper : public BHandler {
 public:
     static constexpr int32 kQueueCapacity = 4096;
@@ -25,56 +25,56 @@ public:
     /// Its handlers stay, without a looper. Loopers that have run are ended with Quit(), not deleted.
     ~BLooper() override;
 
-    /// Begins to handle messages; what was posted before is handled now. Returns at once (but see BApplication).
+    /// Begins to handle messages, including those posted before. Returns at once (but see BApplication).
     /// @return the main thread's id
     virtual thread_id Run();
-    /// Ends and deletes the looper: it must have been made with `new`. From now on its tokens are dead for everyone and
-    /// its messages dropped. It is destroyed at once if nothing is in its way; if a message is being dispatched or a
-    /// nested loop runs, when the outermost loop is reached again (menus and alerts are closed for that); and if this
-    /// is another thread than the main one, by the main thread. To be called with the looper locked; do not touch the
-    /// looper afterwards, except to unlock it.
+    /// Ends and deletes the looper, which must have been made with `new`. From now on its tokens are invalid for
+    /// everybody and its messages dropped. It is destroyed at once if possible; if a message is being dispatched or a
+    /// nested loop runs, when the outermost loop is reached again (menus and alerts are closed for that); on another
+    /// thread than the main one, by the main thread. Call it with the looper locked; do not use the looper afterwards,
+    /// except to unlock it.
     virtual void Quit();
-    /// Asked when B_QUIT_REQUESTED comes: true lets the looper quit.
+    /// Called when B_QUIT_REQUESTED arrives: true lets the looper quit.
     virtual bool QuitRequested();
 
     /// Queues a copy of the message for the looper or for one of its handlers (null: the looper itself).
-    /// @param replyTo  gets the answers; null: nobody
+    /// @param replyTo  gets the replies; null: nobody
     /// @return `B_WOULD_BLOCK` if the queue is full, `B_BAD_HANDLER` if the looper is ending, `B_MISMATCHED_VALUES` if
     ///         the handler is not one of this looper's, `B_BAD_VALUE` for a null message
     status_t PostMessage(uint32 code, BHandler* handler = nullptr, BHandler* replyTo = nullptr);
     status_t PostMessage(const BMessage* message, BHandler* handler = nullptr, BHandler* replyTo = nullptr);
 
-    /// Hands a message to a handler of this looper. Handles B_QUIT_REQUESTED to the looper itself by QuitRequested().
+    /// Passes a message to a handler of this looper. Handles B_QUIT_REQUESTED to the looper itself by QuitRequested().
     virtual void DispatchMessage(BMessage* message, BHandler* handler);
-    /// The message that is being dispatched, of the innermost dispatch; null while there is none.
+    /// The message of the innermost dispatch, or null.
     BMessage* CurrentMessage() const;
-    /// How many messages wait.
+    /// Returns the number of waiting messages.
     int32 CountMessages() const;
 
-    /// Adds a handler that belongs to no looper yet (else it stays where it is). Not owned. Looper locked.
+    /// Adds a handler that belongs to no looper yet (otherwise it stays where it is). Not owned. Looper locked.
     void AddHandler(BHandler* handler);
-    /// @return false if it is not one of this looper's
+    /// @return false if the handler is not one of this looper's
     bool RemoveHandler(BHandler* handler);
     int32 CountHandlers() const { return static_cast<int32>(fHandlers.size()); }
 
-    /// Takes the interface lock. The looper has to exist when this is called; where it may be gone, use
-    /// BMessenger::LockTarget. True: it still exists and is locked. Every true needs its Unlock().
+    /// Takes the interface lock. The looper must exist at the call; if it may be gone, use BMessenger::LockTarget.
+    /// True: it still exists and is locked. Every true needs its Unlock().
     bool Lock() { return LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
     /// @param timeout  microseconds; 0 or less does not wait
     /// @return `B_TIMED_OUT`, `B_WOULD_BLOCK`, `B_BAD_HANDLER` if the looper has gone or is ending
     status_t LockWithTimeout(bigtime_t timeout);
     void Unlock();
 
-    /// The thread that messages are handled on: the main thread's id.
+    /// The thread on which messages are handled: the main thread's id.
     thread_id Thread() const;
 
-    /// For the kits: hands the looper a message that does not come from the queue, as an input event does; the message
-    /// is current meanwhile, and nothing that is destroyed by it goes before this returns. Main thread, lock held.
+    /// For the kits: delivers a message to the looper that does not come from the queue, such as an input event; it is
+    /// the current message meanwhile, and objects that it destroys go only after this returns. Main thread, lock held.
     /// @param handler  one of this looper's
     void DeliverNow(std::unique_ptr<BMessage> message, BHandler* handler);
 
 protected:
-    /// Whether a request to quit waits: in the queue, or for the outermost loop. Main thread, lock held.
+    /// True if a request to quit waits, in the queue or for the outermost loop. Main thread, lock held.
     bool IsQuitRequestWaiting() const;
 
 private:

@@ -7,8 +7,8 @@
 
 namespace kits {
 
-/// The main thread is the one that the process started with: it runs the event loop, dispatches every looper's messages
-/// and alone touches the toolkit's objects.
+/// The main thread is the one with which the process started: it runs the event loop, dispatches every looper's
+/// messages, and is the only one that touches the toolkit's objects.
 
 bool IsMainThread();
 thread_id MainThreadId();
@@ -32,7 +32,7 @@ bool IsOutermost();
 class NestedLoop {
 public:
     /// @param cancel  makes the loop end soon (closes the menu or the alert, cancels the drag); called at most once, on
-    ///                the main thread, inside the innermost loop, where this one may not be the innermost
+    ///                the main thread, inside the innermost loop, which may be another one
     explicit NestedLoop(std::function<void()> cancel);
     /// Restores the depth of the interface lock from the beginning.
     ~NestedLoop();

@@ -20,74 +20,75 @@ struct MessageAccess;
 struct MessageDelivery;
 } // namespace kits
 
-/// A 32-bit code and named, typed fields of one or more values each: what is posted, stored in files, dragged and kept
-/// as an archive. A plain value; one thread at a time.
+/// A 32-bit code and named, typed fields of one or more values each: messages are posted, stored in files, dragged and
+/// kept as archives. A plain value; one thread at a time.
 ///
 /// A field has one type. Its values are numbered from 0 in the order in which they were added. Names are case
 /// sensitive, not empty, at most kMaxNameLength bytes. The order of fields is that of their first Add.
 ///
-/// What the calls return, unless they say more:
-///   Add      `B_BAD_VALUE` for a null or empty or too long name or null data; `B_BAD_TYPE` if the name has another
-///            type already: a field never changes its type
-///   Find     `B_NAME_NOT_FOUND`, `B_BAD_TYPE`, `B_BAD_INDEX`; `B_BAD_VALUE` for null arguments. What the result is
-///            to be stored in is touched only with `B_OK`.
-///   Replace  as Find; the field has to have that value already
+/// Results of the calls, unless stated otherwise:
+///   Add      `B_BAD_VALUE` for a null, empty or too long name, or null data; `B_BAD_TYPE` if the field has another
+///            type: a field never changes its type
+///   Find     `B_NAME_NOT_FOUND`, `B_BAD_TYPE`, `B_BAD_INDEX`; `B_BAD_VALUE` for null arguments. The result is stored
+///            only with `B_OK`.
+///   Replace  as Find; the field must have that value already
 ///   Remove   as Find
 /// A call that fails changes nothing.
 ///
-/// Flattened, a message is CBOR (RFC 8949) that any CBOR tool shows; the layout is told in MessageFormat.h. Every value
-/// comes back as it was, floating-point numbers bit by bit. Pointers mean something in one process only: they are not
+/// Flattened, a message is CBOR (RFC 8949) that any CBOR tool can show; MessageFormat.h describes the layout. Every
+/// value comes back unchanged, floating-point numbers bit by bit. Pointers are valid in one process only: they are not
 /// written, and are dropped from what is read.
 class BMessage {
 public:
-    /// The limits of what can be flattened, and of what is read. A message beyond them lives on in memory, but cannot
-    /// be flattened (`B_BAD_VALUE`): what is written can always be read.
+    /// The limits of messages that can be flattened or read. A message beyond them can exist in memory, but cannot be
+    /// flattened (`B_BAD_VALUE`): every written message can be read.
     static constexpr size_t kMaxFlattenedSize = 16 * 1024 * 1024;
     static constexpr int32 kMaxDepth = 16;          ///< messages in messages; one without any has depth 1
-    static constexpr int32 kMaxFields = 64 * 1024;  ///< with those of all messages in it
+    static constexpr int32 kMaxFields = 64 * 1024;  ///< including those of all messages in it
     static constexpr int32 kMaxValues = 256 * 1024; ///< likewise
     static constexpr size_t kMaxNameLength = 255;   ///< bytes
 
-    /// What the message is about.
+    /// The meaning of the message.
     uint32 what = 0;
 
     BMessage();
     explicit BMessage(uint32 code);
     /// Copies code, fields, mark, and how it was dropped. A copy of a delivered message is not the delivered one: it
-    /// has no return address and answers nothing; a message that is assigned to is what it was in this.
+    /// has no reply address and answers nothing; a message that is assigned to keeps its own delivery.
     BMessage(const BMessage& other);
     BMessage& operator=(const BMessage& other);
-    /// Takes everything over, the duty to answer too; `other` is left empty, and a message that is assigned to answers
-    /// before.
+    /// Takes everything over, including the duty to answer; `other` is left empty, and a message that is assigned to
+    /// answers its own sender first.
     BMessage(BMessage&& other) noexcept;
     BMessage& operator=(BMessage&& other) noexcept;
     /// Answers `B_NO_REPLY` if the sender waits and has not been answered.
     virtual ~BMessage();
 
-    /// The same code, and the same fields with the same types and values, bit by bit; in whatever order of fields.
+    /// Whether both have the same code, and the same fields with the same types and values, bit by bit, in whatever
+    /// order.
     bool HasSameData(const BMessage& other) const;
 
-    // What is in it.
+    // The contents.
 
     /// The number of fields of this type; `B_ANY_TYPE` counts all.
     int32 CountNames(type_code type) const;
     bool IsEmpty() const;
     /// The type of a field and the number of its values; both may be null.
     status_t GetInfo(const char* name, type_code* type, int32* count = nullptr) const;
-    /// The `index`-th of the fields that have this type (`B_ANY_TYPE`: of all): its name, valid until the message is
-    /// changed, its type and the number of its values. Each may be null.
-    /// @return `B_BAD_INDEX` if there are not as many
+    /// Describes the `index`-th of the fields that have this type (`B_ANY_TYPE`: of all): its name, valid until the
+    /// message is changed, its type and the number of its values. Each may be null.
+    /// @return `B_BAD_INDEX` if there are not that many
     status_t GetInfo(type_code type, int32 index, const char** name, type_code* typeFound,
                      int32* count = nullptr) const;
 
-    /// Removes one value; the field with its last one.
+    /// Removes one value; removing the last one removes the field.
     status_t RemoveData(const char* name, int32 index = 0);
     /// Removes a field.
     status_t RemoveName(const char* name);
     /// Removes all fields. The code stays.
     status_t MakeEmpty();
 
-    // Add a value at the end of a field, which is made if there is none.
+    // Add a value at the end of a field, which is created if it does not exist.
 
     status_t AddBool(const char* name, bool value);
     status_t AddInt8(const char* name, int8 value);
@@ -103,20 +104,20 @@ public:
     /// Any address of this process; nothing is owned.
     status_t AddPointer(const char* name, const void* value);
     status_t AddMessenger(const char* name, const BMessenger& value);
-    /// Puts a copy in, with its pointers.
+    /// Adds a copy, including its pointers.
     status_t AddMessage(const char* name, const BMessage* value);
-    /// Adds the object's bytes under its type code, of the size that the rules of AddData and the object allow.
+    /// Adds the object's bytes under its type code, with a size that the rules of AddData and the object allow.
     status_t AddFlat(const char* name, const BFlattenable* object);
-    /// Adds a copy of these bytes, of any type but `B_MESSAGE_TYPE` (`B_BAD_TYPE`).
-    /// @param numBytes   a type whose size is known has to have it, else `B_BAD_VALUE`. A string ends at its first zero
-    ///                   byte or, without one, with the last byte.
-    /// @param fixedSize  settled by the first value: all values of the field will have the size of that one, and one
-    ///                   of another size is `B_BAD_VALUE`
-    /// @param numItems   how many values will come; a hint, of no effect on the result
+    /// Adds a copy of these bytes, of any type except `B_MESSAGE_TYPE` (`B_BAD_TYPE`).
+    /// @param numBytes   must be the size of the type if that is known, otherwise `B_BAD_VALUE`. A string ends at its
+    ///                   first zero byte or, without one, with the last byte.
+    /// @param fixedSize  determined by the first value: all values of the field must have its size; one of another size
+    ///                   is `B_BAD_VALUE`
+    /// @param numItems   how many values will come; only a hint
     status_t AddData(const char* name, type_code type, const void* data, ssize_t numBytes, bool fixedSize = true,
                      int32 numItems = 1);
 
-    // Find a value: the first, or the one with this index. The results are copies, but for strings and data.
+    // Find a value: the first one, or the one with this index. The results are copies, except for strings and data.
 
     status_t FindBool(const char* name, bool* value) const { return FindBool(name, 0, value); }
     status_t FindBool(const char* name, int32 index, bool* value) const;
@@ -136,7 +137,7 @@ public:
     status_t FindPoint(const char* name, int32 index, BPoint* value) const;
     status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
     status_t FindRect(const char* name, int32 index, BRect* value) const;
-    /// The text, ended by a zero byte; belongs to the message and is valid until that is changed.
+    /// The text, terminated by a zero byte; it belongs to the message and is valid until that is changed.
     status_t FindString(const char* name, const char** value) const { return FindString(name, 0, value); }
     status_t FindString(const char* name, int32 index, const char** value) const;
     status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
@@ -148,13 +149,13 @@ public:
     /// Replaces code and fields of `value` by those of the message found.
     status_t FindMessage(const char* name, BMessage* value) const { return FindMessage(name, 0, value); }
     status_t FindMessage(const char* name, int32 index, BMessage* value) const;
-    /// Lets the object read the bytes; fails with `B_BAD_TYPE` unless it allows the field's type, else as the object's
-    /// Unflatten does.
+    /// Lets the object read the bytes; fails with `B_BAD_TYPE` unless it allows the field's type, otherwise as the
+    /// object's Unflatten does.
     status_t FindFlat(const char* name, BFlattenable* object) const { return FindFlat(name, 0, object); }
     status_t FindFlat(const char* name, int32 index, BFlattenable* object) const;
-    /// The bytes of a value (of a string with its zero); they belong to the message, are valid until that is changed,
-    /// and lie at any address: copy them out. Messages are not bytes: `B_BAD_TYPE`.
-    /// @param type      `B_ANY_TYPE` takes any
+    /// The bytes of a value (of a string including its zero); they belong to the message, are valid until that is
+    /// changed, and may be unaligned: copy them out. Messages are not bytes: `B_BAD_TYPE`.
+    /// @param type      `B_ANY_TYPE` accepts any
     /// @param numBytes  may be null
     status_t FindData(const char* name, type_code type, const void** data, ssize_t* numBytes) const
     {
@@ -179,10 +180,10 @@ public:
     bool HasMessage(const char* name, int32 index = 0) const;
     bool HasFlat(const char* name, const BFlattenable* object) const { return HasFlat(name, 0, object); }
     bool HasFlat(const char* name, int32 index, const BFlattenable* object) const;
-    /// @param type  `B_ANY_TYPE` takes any
+    /// @param type  `B_ANY_TYPE` accepts any
     bool HasData(const char* name, type_code type, int32 index = 0) const;
 
-    // Put another value in the place of one that is there.
+    // Replace an existing value.
 
     status_t ReplaceBool(const char* name, bool value) { return ReplaceBool(name, 0, value); }
     status_t ReplaceBool(const char* name, int32 index, bool value);
@@ -217,8 +218,9 @@ public:
     status_t ReplaceMessage(const char* name, int32 index, const BMessage* value);
     status_t ReplaceFlat(const char* name, const BFlattenable* object) { return ReplaceFlat(name, 0, object); }
     status_t ReplaceFlat(const char* name, int32 index, const BFlattenable* object);
-    /// Only a type whose size is known holds the value to that (`B_BAD_VALUE`). If any other field of values of one
-    /// size gets one of another size, that is the size of its only value then, or its values may differ from now on.
+    /// Only a type of known size requires that size (`B_BAD_VALUE`). If any other field of fixed size gets a value of
+    /// another size, that becomes its size if it was the only value; otherwise the sizes of its values may differ from
+    /// now on.
     status_t ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes)
     {
         return ReplaceData(name, type, 0, data, numBytes);
@@ -229,45 +231,45 @@ public:
 
     /// The number of bytes that Flatten writes, or `B_BAD_VALUE` beyond the limits. As costly as Flatten.
     ssize_t FlattenedSize() const;
-    /// Writes the message with one Write() to where the stream stands.
-    /// @param size  when not null, gets the number of bytes
-    /// @return `B_BAD_VALUE` beyond the limits, what the stream reported, `B_DEVICE_FULL` if it took only a part
+    /// Writes the message with one Write() to the stream's position.
+    /// @param size  if not null, receives the number of bytes
+    /// @return `B_BAD_VALUE` beyond the limits, the stream's error, `B_DEVICE_FULL` if it accepted only a part
     status_t Flatten(BDataIO* stream, ssize_t* size = nullptr) const;
     /// @param size  of the buffer; `B_NO_MEMORY` if that is too small
     status_t Flatten(char* buffer, ssize_t size) const;
-    /// Takes code and fields from a stream, and reads no byte behind the message.
-    /// @return `B_BAD_VALUE` for anything that is not a whole, sound message within the limits, whatever made it so:
-    ///         nothing is trusted. Or what the stream reported. With any error the message is as it was. Takes, for a
-    ///         moment, a few times the memory of the bytes that were there to read, and a few MiB at most beyond that.
+    /// Reads code and fields from a stream, and reads no byte beyond the message.
+    /// @return `B_BAD_VALUE` for anything that is not a whole, valid message within the limits: nothing is trusted. Or
+    ///         the stream's error. An error leaves the message unchanged. Temporarily takes a few times the memory of
+    ///         the bytes that could be read, and a few MiB at most beyond that.
     status_t Unflatten(BDataIO* stream);
     /// The same from memory, which must hold the message and nothing else.
     status_t Unflatten(const char* buffer, ssize_t size);
 
-    // How it came here. Fields have no part in this, and it is neither flattened nor compared.
+    // Its delivery. Fields have no part in this, and it is neither flattened nor compared.
 
-    /// For what is sent faster than it may be read, and tells only that something is new: while a message that is so
-    /// marked waits for a handler, a further one with the same code for the same handler takes its place (there, not
-    /// at the end) instead of waiting behind it. Copied with the message.
+    /// For messages that are sent faster than they may be read, and only report that something is new: while a marked
+    /// message waits for a handler, a further one with the same code for the same handler replaces it (in its place,
+    /// not at the end). Copied with the message.
     void SetNewestWins(bool newestWins) { fNewestWins = newestWins; }
     bool IsNewestWins() const { return fNewestWins; }
 
-    /// Whether it was dropped by the user's hand.
+    /// Whether the user dropped it.
     bool WasDropped() const;
-    /// Where, in screen coordinates; (0, 0) if it was not dropped.
-    /// @param offset  when not null, gets where in the dragged thing the hand was
+    /// Where it was dropped, in screen coordinates; (0, 0) if it was not dropped.
+    /// @param offset  if not null, receives the pointer's place in the dragged object
     BPoint DropPoint(BPoint* offset = nullptr) const;
 
     /// Whether it was posted or sent, and not made here.
     bool WasDelivered() const { return fDelivered; }
-    /// Whether its sender waits for an answer (in SendMessage with a reply), and has none yet.
+    /// Whether its sender waits for a reply (in SendMessage with a reply), and has none yet.
     bool IsSourceWaiting() const;
-    /// Where an answer will go; an invalid messenger if it asked for none.
+    /// The address for a reply; an invalid messenger if the sender asked for none.
     BMessenger ReturnAddress() const;
-    /// Answers a delivered message. To a waiting sender the answer goes at once, not by way of the main loop.
-    /// @param replyTo  where an answer to the answer is wanted; may be null
-    /// @param timeout  of no effect: sending never waits
-    /// @return `B_BAD_REPLY` if it was not delivered, asked for no answer, or the sender has given up waiting;
-    ///         `B_DUPLICATE_REPLY` if a waiting sender has an answer already
+    /// Answers a delivered message. A waiting sender gets the reply at once, without the main loop.
+    /// @param replyTo  the handler for a reply to the reply; may be null
+    /// @param timeout  has no effect: sending never waits
+    /// @return `B_BAD_REPLY` if it was not delivered, asked for no reply, or the sender has stopped waiting;
+    ///         `B_DUPLICATE_REPLY` if a waiting sender has a reply already
     status_t SendReply(uint32 code, BHandler* replyTo = nullptr);
     status_t SendReply(BMessage* reply, BHandler* replyTo = nullptr, bigtime_t timeout = B_INFINITE_TIMEOUT);
 

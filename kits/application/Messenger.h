@@ -51,19 +51,18 @@ public:
     /// and the targets in one team share one frame, so a further one costs next to nothing.
     static void SendToAll(const std::vector<BMessenger>& targets, const BMessage* message);
 
-    /// Sends a copy of the message and waits for the answer; one that is deleted unanswered, with its handler or its
-    /// looper too, is answered with the code `B_NO_REPLY`.
+    /// Sends a copy of the message and waits for the reply. A message that is deleted unanswered, even with its handler
+    /// or looper, is answered with the code `B_NO_REPLY`.
     ///
-    /// On the main thread this waits in a nested loop that dispatches the messages of all loopers, in the order of
-    /// posting, until the answer is there: so a target in this process answers too. On another thread it is a wait (the
-    /// thread can be killed in it), and the interface lock must not be held (`B_NOT_ALLOWED`): the main thread could
-    /// never answer.
-    /// @param deliveryTimeout  of no effect
+    /// On the main thread this waits in a nested loop that dispatches the messages of all loopers, in the order in
+    /// which they were posted, until the reply arrives: so a target in this process answers too. On another thread it
+    /// is a plain wait (the thread can be killed in it), and the interface lock must not be held (`B_NOT_ALLOWED`),
+    /// because the main thread could never answer.
+    /// @param deliveryTimeout  has no effect
     /// @param replyTimeout     microseconds; 0 or less does not wait
-    /// @return as above; `B_BAD_HANDLER` too if the target's process ends meanwhile; `B_TIMED_OUT` (`B_WOULD_BLOCK`
-    /// with a time-out of 0 or less) if no answer came in time;
-    ///         `B_CANCELED` if the wait on the main thread was ended by something that must be destroyed. With an error
-    ///         `reply` is as it was.
+    /// @return as above; also `B_BAD_HANDLER` if the target's process ends meanwhile; `B_TIMED_OUT` (`B_WOULD_BLOCK`
+    ///         with a time-out of 0 or less) if no reply came in time; `B_CANCELED` if the wait on the main thread was
+    ///         ended because something must be destroyed. With an error `reply` stays unchanged.
     status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
                          bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
 

@@ -36,8 +36,8 @@ private:
     bigtime_t fDue = B_INFINITE_TIMEOUT;
     bigtime_t fInterval = 0;
     bool fRepeat = false;
-    uint64 fRound = 0;          ///< the pass over the timers that called it last
-    bool* fDestroyed = nullptr; ///< in its own call: set when it is destroyed there
+    uint64 fRound = 0;          ///< the last pass over the timers that called this one
+    bool* fDestroyed = nullptr; ///< during its own call: set if it is destroyed there
 };
 
 } // namespace kits

@@ -11,7 +11,7 @@ namespace kits {
 /// nothing.
 using token_t = int64;
 
-/// Stands for the application object of a team, whatever its own token is.
+/// Names the application object of a team, whatever its own token is.
 inline constexpr token_t kApplicationToken = 1;
 
 /// Names a process, uniquely within a boot. 0 names none.

@@ -3,9 +3,9 @@
 
 #include <string>
 
-/// Something that a view shows and assistive technology names by itself, a bar of a chart for example.
+/// A part of a view's picture that assistive technology names by itself, for example a bar of a chart.
 struct AccessiblePart {
     std::string name;
     std::string value; ///< as text
-    double share = 0;  ///< the same as a part of the whole, 0 to 1
+    double share = 0;  ///< the same as a fraction of the whole, 0 to 1
 };

@@ -13,24 +13,24 @@ class BInvoker;
 /// The picture that an alert shows.
 enum alert_type { B_EMPTY_ALERT = 0, B_INFO_ALERT, B_IDEA_ALERT, B_WARNING_ALERT, B_STOP_ALERT };
 
-/// How the buttons of an alert stand: with even gaps, or the first one set off from the rest by a wider one.
+/// The arrangement of an alert's buttons: with even gaps, or the first one set apart from the rest by a wider gap.
 enum button_spacing { B_EVEN_SPACING = 0, B_OFFSET_SPACING };
 
-/// A modal question or notice: a text, a picture that tells its kind, and one to three buttons.
+/// A modal question or notice: a text, a picture that shows its kind, and one to three buttons.
 ///
-/// The buttons stand from left to right by index, at the right edge; the last one is the default, which Enter presses.
-/// Escape presses the button that SetShortcut() gave it, else the only button there is, else nothing. Line ends and
-/// tabs of the text stay as they are, and long lines wrap.
+/// The buttons stand at the right edge, from left to right by index; the last one is the default, which Enter presses.
+/// Escape presses the button to which SetShortcut() assigned it, or else the only button, or else none. Line ends and
+/// tabs of the text stay, and long lines wrap.
 ///
 /// An alert deletes itself when it has been answered. It needs no other window and no running application: it may be
-/// asked before BApplication::Run().
+/// shown before BApplication::Run().
 class BAlert : public BWindow {
 public:
-    /// @param title    of the window
-    /// @param text     UTF-8, plain
-    /// @param button0, button1, button2  labels; those that are null (or empty) are left out
-    /// @param width    all buttons of the usual width or wider, all as wide as the widest, or each as its label asks
-    /// for
+    /// @param title     the title of the window
+    /// @param text      UTF-8, plain
+    /// @param button0,  button1, button2 labels; a null (or empty) one leaves out its button
+    /// @param width     all buttons at least of the usual width, all as wide as the widest, or each as wide as its
+    ///                  label needs
     BAlert(const char* title, const char* text, const char* button0, const char* button1, const char* button2,
            button_width width, button_spacing spacing, alert_type type = B_INFO_ALERT);
     explicit BAlert(const char* title, const char* text, const char* button0, const char* button1 = nullptr,
@@ -38,7 +38,7 @@ public:
                     alert_type type = B_INFO_ALERT);
     ~BAlert() override;
 
-    /// Lets a key press a button: a letter, digit or B_ESCAPE. 0 takes it away.
+    /// Assigns a key to a button: a letter, digit or B_ESCAPE. 0 removes it.
     void SetShortcut(int32 index, char shortcut);
 
     int32 CountButtons() const { return static_cast<int32>(fButtons.size()); }
@@ -50,18 +50,18 @@ public:
     const char* Text() const { return fText.c_str(); }
     alert_type Type() const { return fType; }
 
-    /// Shows the alert and waits for the answer, in a nested event loop: the rest of the program goes on. Main thread
+    /// Shows the alert and waits for the answer, in a nested event loop: the rest of the program continues. Main thread
     /// only.
-    /// @return the index of the pressed button; 0 when the alert was closed in another way, or cut short because
-    ///         something below it goes away
+    /// @return the index of the pressed button; 0 if the alert was closed in another way, or cut short because
+    ///         something below it is destroyed
     int32 Go();
-    /// Shows the alert and returns. When it has been answered, a copy of the invoker's message is sent with "which"
+    /// Shows the alert and returns. When it has been answered, sends a copy of the invoker's message with "which"
     /// (int32), the index as above.
-    /// @param invoker  owned from here; null tells nobody
+    /// @param invoker  owned from here; null sends nothing
     status_t Go(BInvoker* invoker);
 
-    /// Brings the alert that was opened last and is not answered to the front, on the workspace that the user sees.
-    /// Without one nothing happens. Main thread.
+    /// Brings the alert that was opened last and is unanswered to the front, on the workspace that the user sees. Does
+    /// nothing if there is none. Main thread.
     static void ActivateOpen();
 
     /// Closing the alert answers it with 0.
@@ -74,7 +74,7 @@ private:
     void Answer(int32 index);
 
     std::vector<std::string> fButtons;
-    std::vector<char> fShortcuts; ///< of each button, 0 for none
+    std::vector<char> fShortcuts; ///< of each button; 0 for none
     std::string fText;
     std::unique_ptr<BInvoker> fInvoker;
     std::function<void()> fAnswered; ///< while Go() waits

@@ -11,40 +11,40 @@
 class BMessage;
 class BView;
 
-/// A picture in memory: one 32-bit word a pixel, alpha<<24 | red<<16 | green<<8 | blue, rows from top to bottom. It
-/// needs no screen and no main thread. What is drawn through its views lands in these words exactly, alpha included; a
-/// line or a filled rectangle is the same on every machine.
+/// A picture in memory: one 32-bit word per pixel, alpha<<24 | red<<16 | green<<8 | blue, rows from top to bottom. It
+/// needs no screen and no main thread. Drawing through its views sets these words exactly, including alpha; a line or a
+/// filled rectangle is the same on every machine.
 ///
-/// Who touches the words or draws through its views holds its lock; where other locks are needed too, this one is taken
+/// Hold its lock while you access the words or draw through its views; if other locks are needed too, take this one
 /// last.
 class BBitmap {
 public:
-    /// @param bounds  the pixels, right and bottom included; at most 32767 a side and 2 GiB of words. Fractions are
-    /// rounded
-    /// @param space   B_RGB32 or B_RGBA32, which store the same words
+    /// @param bounds        the pixels, right and bottom included; at most 32767 per side and 2 GiB of words. Fractions
+    ///                      are rounded
+    /// @param space         B_RGB32 or B_RGBA32, which store the same words
     /// @param acceptsViews  whether AddChild may be used
-    /// All words are 0xFFFFFFFF at first.
+    /// All words are initially 0xFFFFFFFF.
     BBitmap(BRect bounds, color_space space, bool acceptsViews = false);
     ~BBitmap();
     BBitmap(const BBitmap&) = delete;
     BBitmap& operator=(const BBitmap&) = delete;
 
-    /// B_OK; B_BAD_VALUE for bounds that are empty, not finite or too large or another colour space: then there are no
-    /// bits.
+    /// B_OK; or B_BAD_VALUE for bounds that are empty, not finite or too large, or another colour space: then there are
+    /// no bits.
     status_t InitCheck() const { return fStatus; }
     bool IsValid() const { return fStatus == B_OK; }
 
     BRect Bounds() const { return fBounds; }
-    /// The first word; null when the bitmap is not valid.
+    /// The first word; null if the bitmap is not valid.
     void* Bits() const;
-    /// In bytes: of all rows, of one row.
+    /// The sizes of all rows and of one row, in bytes.
     int32 BitsLength() const;
     int32 BytesPerRow() const { return fWidth * 4; }
 
-    /// The view draws into this bitmap from now on and belongs to it. Nothing happens when it takes no views or the
-    /// view is attached elsewhere.
+    /// Makes the view draw into this bitmap from now on, and takes ownership of it. Does nothing if the bitmap accepts
+    /// no views or the view is attached elsewhere.
     void AddChild(BView* view);
-    /// Gives the view back to the caller. False when it is not one of the bitmap's.
+    /// Returns ownership of the view to the caller. Returns false if it is not one of the bitmap's.
     bool RemoveChild(BView* view);
 
     /// Recursive, see BLocker.

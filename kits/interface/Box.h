@@ -10,8 +10,8 @@ namespace kits {
 class Content;
 }
 
-/// A frame around other views, with a label in it if wished. The label is also what assistive technology calls the
-/// group. The box itself shows its view colour; on being attached it takes its parent's unless it was given one.
+/// A frame around other views, optionally with a label. Assistive technology uses the label as the name of the group.
+/// The box itself shows its view colour; when it is attached it takes its parent's unless it was given one.
 class BBox : public BView {
 public:
     explicit BBox(BRect frame, const char* name = nullptr, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,

@@ -12,8 +12,8 @@ public:
 
     void AttachedToWindow() override;
 
-    /// The default button of its window is pressed by the Enter key wherever the focus stands, unless the focused
-    /// control uses that key itself. A window has at most one: making another one default ends the former's role.
+    /// Makes this the default button of its window: the Enter key presses it wherever the focus is, unless the focused
+    /// control uses that key itself. A window has at most one: making another button the default replaces it.
     virtual void MakeDefault(bool isDefault);
 
 protected:

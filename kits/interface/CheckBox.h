@@ -3,8 +3,8 @@
 
 #include "kits/interface/Control.h"
 
-/// A box that is on or off, its label on its right. Its value is B_CONTROL_ON or B_CONTROL_OFF; any other number that
-/// the program sets counts as on. A click, or the space key, turns it over and sends its message.
+/// A box that is on or off, with its label to its right. Its value is B_CONTROL_ON or B_CONTROL_OFF; any other number
+/// that the program sets counts as on. A click, or the space key, toggles it and sends its message.
 class BCheckBox : public BControl {
 public:
     BCheckBox(BRect frame, const char* name, const char* label, BMessage* message,
@@ -15,8 +15,8 @@ public:
 
     void SetValue(int32 value) override;
 
-    /// Made narrower than it prefers, its label is set in narrower letters, down to this width; below, it is cut.
-    /// Main thread.
+    /// If the box is narrower than it prefers, its label is set in narrower letters, down to this width; below it, the
+    /// label is cut. Main thread.
     float NarrowestWidth();
 
 protected:

@@ -4,7 +4,7 @@
 #include "kits/interface/Control.h"
 #include "kits/support/Color.h"
 
-/// How the cells of a colour control are laid out: columns times rows.
+/// The layout of a colour control's cells: columns times rows.
 enum color_control_layout {
     B_CELLS_4x64 = 4,
     B_CELLS_8x32 = 8,
@@ -13,24 +13,24 @@ enum color_control_layout {
     B_CELLS_64x4 = 64
 };
 
-/// Picks a colour: three ramps, for red, green and blue, each with its number from 0 to 255 on its right. A ramp shows
-/// what the colour would become along it.
+/// Picks a colour: three ramps, for red, green and blue, each with its number from 0 to 255 to its right. A ramp shows
+/// how the colour would change along it.
 ///
 /// The ramps together are as wide and as high as the cells of the layout: 32 by 8 cells of 8 pixels are 256 by 64. By
-/// mouse: press or drag on a ramp, type a number. By keyboard: arrow keys one step, page keys 16, Home and End, on a
-/// ramp or in a number. Every change by the user sends the message.
+/// mouse: press or drag on a ramp, or type a number. By keyboard, on a ramp or in a number: the arrow keys move one
+/// step, the page keys 16, Home and End to the ends. Every change by the user sends the message.
 ///
 /// The value is the colour packed as red << 24 | green << 16 | blue << 8; alpha is not part of it.
 class BColorControl : public BControl {
 public:
     /// @param leftTop   where the control lies in its parent; its size is the preferred one
     /// @param cellSize  pixels, at least 1
-    /// @param buffered  told apart for the program's sake: the toolkit always draws it without flicker
+    /// @param buffered  has no effect: the toolkit always draws the control without flicker
     BColorControl(BPoint leftTop, color_control_layout layout, float cellSize, const char* name,
                   BMessage* message = nullptr, bool buffered = false);
     ~BColorControl() override;
 
-    /// Sets the packed value; the lowest 8 bits are dropped.
+    /// Sets the packed value; ignores the lowest 8 bits.
     void SetValue(int32 value) override;
     void SetValue(rgb_color color);
     /// The value as a colour, alpha 255.

@@ -21,7 +21,7 @@ struct font_height {
     float leading = 0;
 };
 
-/// Which properties of a font BView::SetFont takes over.
+/// The properties of a font that BView::SetFont takes over.
 enum : uint32 {
     B_FONT_FAMILY_AND_STYLE = 0x01,
     B_FONT_SIZE = 0x02,
@@ -50,26 +50,26 @@ enum : uint8 { B_CHAR_SPACING = 0, B_STRING_SPACING = 1, B_BITMAP_SPACING = 2, B
 
 enum : uint8 { B_UNICODE_UTF8 = 0, B_ISO_8859_1 = 1 }; ///< font encodings; text is UTF-8 whatever they say
 
-/// What text looks like: a plain value. Everything it is given it keeps, also a family that this machine lacks: that is
-/// shown in the nearest font there is. Any thread may make, copy and measure fonts.
+/// The look of text: a plain value. It keeps every value that it is given, even a family that this machine lacks: the
+/// nearest available font shows that. Any thread may make, copy and measure fonts.
 class BFont {
 public:
     /// The user's plain font.
     BFont();
     BFont(const BFont&) = default;
-    /// A copy of the font; the plain font when it is null.
+    /// A copy of the font; the plain font if it is null.
     explicit BFont(const BFont* font);
     BFont& operator=(const BFont&) = default;
     virtual ~BFont() = default;
 
-    /// Longer names are cut. A null style keeps the present one.
+    /// Longer names are truncated. A null style keeps the present one.
     /// @return B_BAD_VALUE for a null family
     status_t SetFamilyAndStyle(const char* family, const char* style);
-    /// Logical pixels. Values that are not finite are ignored; others are kept as they are and drawn as 1 to 1000.
+    /// Logical pixels. Ignores values that are not finite; others are kept as they are and drawn as 1 to 1000.
     void SetSize(float size);
-    /// Degrees; 90 is upright, less leans right. Not finite: ignored.
+    /// Degrees; 90 is upright, less leans right. Ignores values that are not finite.
     void SetShear(float shear);
-    /// Degrees, counter-clockwise around the start of the base line. Not finite: ignored.
+    /// Degrees, counter-clockwise around the start of the base line. Ignores values that are not finite.
     void SetRotation(float rotation);
     void SetSpacing(uint8 spacing) { fSpacing = spacing; }
     void SetEncoding(uint8 encoding) { fEncoding = encoding; }
@@ -85,12 +85,12 @@ public:
     uint16 Face() const { return fFace; }
     uint32 Flags() const { return fFlags; }
 
-    /// Null is ignored. Without a set-up interface kit all three are derived from the size alone.
+    /// Null is ignored. Before the interface kit is set up, all three are derived from the size alone.
     void GetHeight(font_height* height) const;
-    /// Width in pixels of the text, a whole number; 0 for null.
+    /// Returns the width of the text in pixels, a whole number; 0 for null.
     float StringWidth(const char* text) const;
 
-    /// Takes the properties that the mask selects from the font.
+    /// Takes over the selected properties of the font.
     void Apply(const BFont& font, uint32 mask);
 
     bool operator==(const BFont& other) const;
@@ -126,18 +126,18 @@ status_t get_font_family(int32 index, font_family* family);
 int32 count_font_styles(const font_family family);
 /// Styles of normal width come first, then the narrower and the wider ones; among them the thinner before the bolder,
 /// and the upright before the slanted.
-/// @param face  when not null, gets the faces that the style has
+/// @param face  if not null, receives the faces of the style
 /// @return B_NAME_NOT_FOUND for an unknown family, B_BAD_INDEX beyond its last style, B_BAD_VALUE for null
 status_t get_font_style(const font_family family, int32 index, font_style* style, uint16* face = nullptr);
 
 namespace kits {
 
-/// The style of a family that is nearest to upright letters of normal weight and width.
+/// Finds the style of a family that is nearest to upright letters of normal weight and width.
 /// @return B_NAME_NOT_FOUND for an unknown family, B_BAD_VALUE for null
 status_t GetRegularStyle(const font_family family, font_style* style);
 
-/// The family and the style among those listed above in which a font is shown: the font's own where this machine has
-/// them, else those that stand for them. A font without a style is shown in one that its family has.
+/// Finds the family and the style, among those listed above, in which a font is shown: the font's own if this machine
+/// has them, otherwise their substitutes. A font without a style is shown in one that its family has.
 /// @return B_NAME_NOT_FOUND, and nothing is set, if this machine has no fonts
 status_t GetListedStyle(const BFont& font, font_family* family, font_style* style);
 

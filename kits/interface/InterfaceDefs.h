@@ -9,9 +9,9 @@
 /// Mouse buttons, as bits of "buttons" in a mouse message and of BView::GetMouse.
 enum : uint32 { B_PRIMARY_MOUSE_BUTTON = 1, B_SECONDARY_MOUSE_BUTTON = 2, B_TERTIARY_MOUSE_BUTTON = 4 };
 
-/// Where the pointer is in relation to a view, as told to BView::MouseMoved.
+/// Where the pointer is in relation to a view, as BView::MouseMoved reports it.
 enum : uint32 {
-    B_ENTERED_VIEW = 0, ///< it came in with this move
+    B_ENTERED_VIEW = 0, ///< it entered with this move
     B_INSIDE_VIEW = 1,
     B_EXITED_VIEW = 2, ///< it left with this move, or another view now covers the place
     B_OUTSIDE_VIEW = 3
@@ -40,8 +40,8 @@ enum : char {
     B_DELETE = 0x7F
 };
 
-/// How a view follows the size of its parent: one horizontal and one vertical rule, combined with | or +.
-/// B_FOLLOW_NONE keeps the view at its place, as B_FOLLOW_LEFT | B_FOLLOW_TOP does.
+/// How a view follows the size of its parent: one horizontal and one vertical rule, combined with | or +. B_FOLLOW_NONE
+/// keeps the view in its place, as B_FOLLOW_LEFT | B_FOLLOW_TOP does.
 enum : uint32 {
     B_FOLLOW_NONE = 0,
     B_FOLLOW_LEFT = 0x01,
@@ -59,7 +59,7 @@ enum : uint32 {
 /// Flags of a view.
 enum : uint32 {
     B_WILL_DRAW = 0x01,             ///< Draw is called; without it the view is never asked to paint
-    B_FULL_UPDATE_ON_RESIZE = 0x02, ///< a resize invalidates the whole view, not only what was uncovered
+    B_FULL_UPDATE_ON_RESIZE = 0x02, ///< a resize invalidates the whole view, not only the uncovered part
     B_PULSE_NEEDED = 0x04,          ///< Pulse is called at the window's pulse rate
     B_FRAME_EVENTS = 0x08,          ///< FrameMoved and FrameResized are called
     B_NAVIGABLE = 0x10,             ///< takes the keyboard focus with Tab or a click
@@ -67,13 +67,13 @@ enum : uint32 {
     B_DRAW_ON_CHILDREN = 0x40
 };
 
-/// How drawing meets what is there already.
+/// How drawing combines with the existing pixels.
 enum drawing_mode : int32 {
-    B_OP_COPY = 0, ///< replaces it; text is blended from the low to the high colour
-    B_OP_OVER = 1  ///< text is blended onto what is there; low pattern and transparent pixels draw nothing
+    B_OP_COPY = 0, ///< replaces them; text is blended from the low to the high colour
+    B_OP_OVER = 1  ///< text is blended onto them; low pattern and transparent pixels draw nothing
 };
 
-/// One of the two patterns there are: all high colour or all low colour.
+/// One of the two available patterns: all high colour or all low colour.
 struct pattern {
     bool high;
 
@@ -83,11 +83,11 @@ struct pattern {
 inline constexpr pattern B_SOLID_HIGH{true};
 inline constexpr pattern B_SOLID_LOW{false};
 
-/// Pixel formats of a bitmap: one 32-bit word a pixel, alpha<<24 | red<<16 | green<<8 | blue.
+/// Pixel formats of a bitmap: one 32-bit word per pixel, alpha<<24 | red<<16 | green<<8 | blue.
 enum color_space : int32 { B_NO_COLOR_SPACE = 0, B_RGB32 = 0x0008, B_RGBA32 = 0x2008 };
 
-/// The pixel that is not there: on a window's views what lies below shows in its place. As a view colour it means
-/// that nothing is erased before Draw.
+/// The transparent pixel: in a window's views it shows what lies below. As a view colour it means that nothing is
+/// erased before Draw.
 inline constexpr rgb_color B_TRANSPARENT_COLOR{0x77, 0x74, 0x77, 0x00};
 inline constexpr rgb_color B_TRANSPARENT_32_BIT{0x77, 0x74, 0x77, 0x00};
 /// The same as a word of a B_RGB32 bitmap.
@@ -109,7 +109,7 @@ enum color_which : int32 {
 /// A colour of the theme, alpha 255. Main thread, or with the interface lock held.
 rgb_color ui_color(color_which which);
 
-/// Sounds the user's alert sound. Any thread; returns at once.
+/// Plays the user's alert sound. Any thread; returns at once.
 status_t beep();
 
 /// How labels of tabs, menus and alerts are laid out.

@@ -8,24 +8,24 @@
 class BListView;
 class BOutlineListView;
 
-/// One row of a list. A list that an item was added to owns it.
+/// One row of a list. Once it is added to a list, the list owns it.
 class BListItem {
 public:
-    /// @param level     depth in an outline list, 0 the outermost
-    /// @param expanded  whether the rows under it show
+    /// @param level     depth in an outline list, 0 is the outermost
+    /// @param expanded  whether the rows under it are shown
     explicit BListItem(int32 level = 0, bool expanded = true);
     BListItem(const BListItem&) = delete;
     BListItem& operator=(const BListItem&) = delete;
     virtual ~BListItem();
 
-    /// What the row shows and is called by assistive technology; never null.
+    /// The row's text, which assistive technology also uses as its name; never null.
     virtual const char* Text() const = 0;
 
     bool IsSelected() const { return fSelected; }
     bool IsExpanded() const { return fExpanded; }
     int32 OutlineLevel() const { return fLevel; }
 
-    /// A disabled row shows greyed and cannot be selected. After changing a row that is in a list, tell the list by
+    /// A disabled row is greyed and cannot be selected. After changing a row that is in a list, call
     /// BListView::InvalidateItem.
     void SetEnabled(bool enabled) { fEnabled = enabled; }
     bool IsEnabled() const { return fEnabled; }

@@ -19,14 +19,14 @@ enum list_view_type { B_SINGLE_SELECTION_LIST = 0, B_MULTIPLE_SELECTION_LIST };
 
 /// A column of rows that the user selects, chooses and drags.
 ///
-/// By mouse: a press selects, a double click chooses, and pulling a row calls InitiateDrag. By keyboard: the arrow
-/// keys, page keys, Home and End move, typing letters goes to the next row that begins with them, Enter chooses.
-/// Choosing sends the message of the list, a change of the selection by the user the selection message; in an outline
-/// list a selected row counts as long as it shows, so closing the row above it is such a change. To copies of both
-/// "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row are added. A list
-/// without a target when it is attached takes its window.
+/// By mouse: a press selects, a double click chooses, and dragging a row calls InitiateDrag. By keyboard: the arrow
+/// keys, page keys, Home and End move, typing letters goes to the next row that begins with them, and Enter chooses.
+/// Choosing sends the message of the list; a change of the selection by the user sends the selection message. In an
+/// outline list a selected row counts only while it is shown, so collapsing the row above it is such a change. Copies
+/// of both messages get "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row. A
+/// list without a target takes its window as the target when it is attached.
 ///
-/// The list owns its items. Rows are numbered from 0; of an outline list, these methods see only the rows that are not
+/// The list owns its items. Rows are numbered from 0; in an outline list, these methods see only the rows that are not
 /// hidden under a collapsed one. Methods may be called from any thread under the looper lock.
 class BListView : public BView, public BInvoker, public kits::ScrollTarget {
 public:
@@ -37,30 +37,30 @@ public:
 
     void AttachedToWindow() override;
 
-    /// Adds at the end or before the row at `index`; the list owns the item from here.
-    /// @return false, and the item stays the caller's, for null, an item that is in the list, or a bad index
+    /// Adds an item at the end or before the row at `index`; the list owns it from here.
+    /// @return false, and the item stays the caller's, for null, for an item that is in the list, or for a bad index
     virtual bool AddItem(BListItem* item);
     virtual bool AddItem(BListItem* item, int32 index);
-    /// Takes a row out; the item is the caller's from here.
+    /// Removes a row and gives its item to the caller.
     virtual bool RemoveItem(BListItem* item);
     virtual BListItem* RemoveItem(int32 index);
     /// Removes and deletes all items.
     virtual void MakeEmpty();
 
-    /// Null, or -1, when there is none.
+    /// Null, or -1, if there is none.
     BListItem* ItemAt(int32 index) const;
     int32 IndexOf(const BListItem* item) const;
     bool HasItem(const BListItem* item) const { return IndexOf(item) >= 0; }
     int32 CountItems() const;
     bool IsEmpty() const { return CountItems() == 0; }
 
-    /// Selects a row, instead of what was selected or (`extend`, multiple selection only) besides it. No message is
-    /// sent; SelectionChanged is called.
+    /// Selects a row, replacing the selection or (with `extend`, and only in a list with multiple selection) adding to
+    /// it. Sends no message; calls SelectionChanged.
     void Select(int32 index, bool extend = false);
     void DeselectAll();
-    /// The index of the selected row number `nth`, counted from 0 from the top; -1 when there is none.
+    /// Returns the index of the `nth` selected row, counted from 0 from the top; -1 if there is none.
     int32 CurrentSelection(int32 nth = 0) const;
-    /// Scrolls so that the (first) selected row shows.
+    /// Scrolls so that the (first) selected row is visible.
     void ScrollToSelection();
 
     /// The place of a row in the coordinates of the view: scrolling changes it. An invalid rectangle for a bad index,
@@ -68,18 +68,18 @@ public:
     BRect ItemFrame(int32 index) const;
 
     virtual void SetInvocationMessage(BMessage* message) { SetMessage(message); }
-    /// Owned from here; replaces (and deletes) the former; null removes it.
+    /// Owned from here; replaces (and deletes) the previous one; null removes it.
     virtual void SetSelectionMessage(BMessage* message);
 
-    /// Sends `message` or the invocation message, as told above.
+    /// Sends `message` or the invocation message, as described above.
     status_t Invoke(BMessage* message = nullptr) override;
 
-    /// The user selected or deselected; or the program did.
+    /// Hook: the user or the program has changed the selection.
     virtual void SelectionChanged();
-    /// The user pulls a row: the place to begin a drag (BView::DragMessage).
+    /// Hook: the user drags a row: begin a drag here (BView::DragMessage).
     /// @param where        where the row was pressed, in the coordinates of the view
     /// @param wasSelected  whether the row was selected before that press
-    /// @return true when a drag was begun
+    /// @return true if a drag was begun
     virtual bool InitiateDrag(BPoint where, int32 index, bool wasSelected);
 
     list_view_type ListType() const { return fType; }
@@ -87,9 +87,9 @@ public:
     void SetScrolling(bool horizontal, bool vertical, border_style border) override;
 
 protected:
-    /// Whether rows have marks that open and close them.
+    /// Whether rows have marks that expand and collapse them.
     virtual bool IsOutline() const;
-    /// Has the screen follow the rows in the next turn of the event loop.
+    /// Updates the rows on the screen in the next turn of the event loop.
     void RowsChanged();
 
     std::unique_ptr<kits::ListModel> fModel;
@@ -100,7 +100,7 @@ private:
     void WidgetCreated(QWidget* widget) override;
     void UpdateWidget();
     void WidgetNeedsUpdate();
-    /// The widget, up to date; null on other threads and while there is none.
+    /// Returns the widget, up to date; null on other threads and while there is none.
     kits::ListWidget* FreshWidget() const;
 
     void UserSelected(const std::vector<BListItem*>& items);

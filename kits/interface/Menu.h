@@ -14,42 +14,44 @@ namespace kits {
 class MenuPart;
 }
 
-/// How the items of a menu stand.
+/// The arrangement of a menu's items.
 enum menu_layout { B_ITEMS_IN_ROW = 0, B_ITEMS_IN_COLUMN };
 
 /// A list of items that opens under a menu bar, beside an item, or as a pop-up. The toolkit shows it; a menu higher
 /// than the screen scrolls.
 ///
-/// A menu owns its items, and an item its submenu: deleting the outermost menu deletes all. Everything may be changed
-/// at any time, from any thread under the looper lock of the window that it belongs to, also while the menu is open.
+/// A menu owns its items, and an item owns its submenu: deleting the outermost menu deletes all. Everything may be
+/// changed at any time, from any thread under the looper lock of its window, even while the menu is open.
 class BMenu : public BView {
 public:
     explicit BMenu(const char* name, menu_layout layout = B_ITEMS_IN_COLUMN);
     ~BMenu() override;
 
-    /// Adds at the end or before the item that stands at `index` (0 to CountItems()). The menu owns the item from here.
-    /// @return false, and the item stays the caller's, for null, an item that has a menu already, or a bad index
+    /// Adds an item at the end or before the item at `index` (0 to CountItems()). The menu owns the item from here.
+    /// @return false, and the item stays the caller's, for null, for an item that has a menu already, or for a bad
+    ///         index
     bool AddItem(BMenuItem* item);
     bool AddItem(BMenuItem* item, int32 index);
-    /// Adds an item of its own that opens `submenu` and is labelled with its name.
+    /// Adds a new item that opens `submenu` and has its name as the label.
     bool AddItem(BMenu* submenu);
     bool AddItem(BMenu* submenu, int32 index);
     bool AddSeparatorItem();
 
-    /// Takes an item out; it is the caller's from here.
-    /// @return false, or null, when it does not stand in this menu
+    /// Removes an item and gives it to the caller.
+    /// @return false, or null, if it is not in this menu
     bool RemoveItem(BMenuItem* item);
     BMenuItem* RemoveItem(int32 index);
 
-    /// Null, or -1, when there is none.
+    /// Null, or -1, if there is none.
     BMenuItem* ItemAt(int32 index) const;
     BMenu* SubmenuAt(int32 index) const;
     int32 IndexOf(const BMenuItem* item) const;
     int32 CountItems() const { return static_cast<int32>(fItems.size()); }
-    /// The first item, submenus included depth first, with this label, or whose message has this code; null when none.
+    /// Returns the first item, including submenus depth first, with this label, or whose message has this code; null if
+    /// there is none.
     BMenuItem* FindItem(const char* label) const;
     BMenuItem* FindItem(uint32 command) const;
-    /// The first marked item of this menu; null when none is.
+    /// Returns the first marked item of this menu, or null.
     BMenuItem* FindMarked() const;
 
     virtual void SetEnabled(bool enabled);
@@ -58,17 +60,17 @@ public:
     /// In radio mode at most one item is marked, and choosing an item marks it.
     virtual void SetRadioMode(bool on);
     bool IsRadioMode() const { return fRadioMode; }
-    /// The label of what opens this menu follows the marked item.
+    /// If on, the label of the item or field that opens this menu follows the marked item.
     virtual void SetLabelFromMarked(bool on);
     bool IsLabelFromMarked() const { return fLabelFromMarked; }
 
     menu_layout Layout() const { return fLayout; }
-    /// The item that opens this menu, and the menu that it stands in; null for an outermost menu.
+    /// The item that opens this menu, and the menu that contains that item; null for an outermost menu.
     BMenuItem* Superitem() const { return fSuperitem; }
     BMenu* Supermenu() const;
 
 protected:
-    /// What the toolkit shows of this menu; only while it does.
+    /// The toolkit's menu; exists only while it is shown.
     std::unique_ptr<kits::MenuPart> fPart;
 
 private:
@@ -77,12 +79,12 @@ private:
     friend class kits::MenuPart;
 
     void NeedsUpdate();
-    /// An item was marked, or the marked item's label changed.
+    /// Called when an item was marked, or the marked item's label has changed.
     void ItemMarked(BMenuItem* item);
 
     std::vector<std::unique_ptr<BMenuItem>> fItems;
     BMenuItem* fSuperitem = nullptr;
-    BMenuField* fField = nullptr; ///< the one that has this menu
+    BMenuField* fField = nullptr; ///< the field that has this menu
     menu_layout fLayout;
     bool fEnabled = true;
     bool fRadioMode = false;

@@ -12,12 +12,12 @@ namespace kits {
 class Content;
 }
 
-/// A label with a button beside it that opens a menu. With a menu in label-from-marked mode the button shows the label
+/// A label with a button beside it that opens a menu. With a menu in label-from-marked mode, the button shows the label
 /// of the marked item.
 ///
-/// Space, Enter and the arrow down key open the menu. The label, and what the button shows, are what assistive
-/// technology speaks. On being attached it takes the view colour of its parent and the height that its font asks for,
-/// and keeps the width of its frame.
+/// Space, Enter and the down arrow key open the menu. Assistive technology speaks the label and the button's text. When
+/// it is attached, it takes the view colour of its parent and the height that its font needs, and keeps the width of
+/// its frame.
 class BMenuField : public BView {
 public:
     /// @param menu  owned from here, not null
@@ -36,16 +36,16 @@ public:
     bool IsEnabled() const { return fEnabled; }
 
     /// Where the button begins, in pixels from the left edge; the label has the room before it. Until it is set, the
-    /// label takes what it needs.
+    /// label takes the room that it needs.
     virtual void SetDivider(float position);
     /// For tests, which look at windows through it.
     float Divider() const { return fDivider; }
 
     void GetPreferredSize(float* width, float* height) override;
-    /// The room that the button needs for every choice. It prefers more: below that, choices are set in narrower
-    /// letters, and below this they are cut. Main thread.
+    /// The room that the button needs for every choice. It prefers more: below its preference, choices are set in
+    /// narrower letters; below this width they are cut. Main thread.
     float NarrowestMenuWidth();
-    /// The divider for which the label is set in its narrowest letters; with a closer one it is shortened. Main thread.
+    /// The divider at which the label is set in its narrowest letters; a smaller one shortens the label. Main thread.
     float NarrowestLabelWidth();
 
 private:

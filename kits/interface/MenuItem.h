@@ -13,13 +13,14 @@ class BMenu;
 /// An item belongs to one menu at most, which deletes it. It owns its message and its submenu.
 class BMenuItem : public BInvoker {
 public:
-    /// @param label     copied
-    /// @param message   owned from here; null sends nothing (a pop-up still returns the item)
-    /// @param shortcut  a letter or digit that invokes the item together with the command key, which is Ctrl; 0 none
-    /// @param modifiers more keys that must be held: B_SHIFT_KEY, B_OPTION_KEY, B_CONTROL_KEY
+    /// @param label      copied
+    /// @param message    owned from here; null sends nothing (a pop-up still returns the item)
+    /// @param shortcut   a letter or digit that invokes the item together with the command key, which is Ctrl; 0 for
+    ///                   none
+    /// @param modifiers  further keys that must be held: B_SHIFT_KEY, B_OPTION_KEY, B_CONTROL_KEY
     BMenuItem(const char* label, BMessage* message, char shortcut = 0, uint32 modifiers = 0);
-    /// An item labelled with the name of `submenu`, which it owns from here. With a message it can be chosen itself: by
-    /// a click on it, or by Enter, while the right arrow key or resting the pointer opens the submenu.
+    /// An item with the name of `submenu` as its label, which owns `submenu` from here. With a message it can be chosen
+    /// itself, by a click or by Enter, while the right arrow key or resting the pointer on it opens the submenu.
     explicit BMenuItem(BMenu* submenu, BMessage* message = nullptr);
     ~BMenuItem() override;
 
@@ -27,11 +28,11 @@ public:
     const char* Label() const { return fLabel.c_str(); }
 
     virtual void SetEnabled(bool enabled);
-    /// True when the item and the menus that lead to it are enabled.
+    /// True if the item and the menus that lead to it are enabled.
     bool IsEnabled() const;
 
-    /// Shows or hides the mark. In a menu in radio mode marking an item takes the mark from the others, and with
-    /// label-from-marked its label becomes the label of what opens the menu.
+    /// Shows or hides the mark. In a menu in radio mode, marking an item removes the mark from the others; with
+    /// label-from-marked, its label becomes the label of the item or field that opens the menu.
     virtual void SetMarked(bool marked);
     bool IsMarked() const { return fMarked; }
     bool IsSeparator() const { return fSeparator; }
@@ -39,15 +40,15 @@ public:
     virtual void SetShortcut(char shortcut, uint32 modifiers);
     char Shortcut(uint32* modifiers = nullptr) const;
 
-    /// The menu that it opens; null when it opens none. Owned by the item.
+    /// The menu that it opens, or null. Owned by the item.
     BMenu* Submenu() const { return fSubmenu.get(); }
-    /// The menu that it stands in; null when it stands in none.
+    /// The menu that contains it, or null.
     BMenu* Menu() const { return fMenu; }
 
-    /// As if the user had chosen it: marks it where its menu is in radio mode, and sends `message`, or its own when
-    /// that is null, to its target, as a copy with "when" (int64, system_time()), "source" (pointer to the item) and
-    /// "index" (int32, its place in its menu). An item that has no target sends to the window that its menu belongs to.
-    /// @return B_BAD_VALUE without a message, B_NOT_ALLOWED for a disabled item, else what sending returned
+    /// Acts as if the user had chosen it: marks it if its menu is in radio mode, and sends a copy of `message`, or of
+    /// its own one if that is null, to its target, with "when" (int64, system_time()), "source" (pointer to the item)
+    /// and "index" (int32, its place in its menu). An item without a target sends to the window of its menu.
+    /// @return B_BAD_VALUE without a message, B_NOT_ALLOWED for a disabled item, otherwise the result of sending
     status_t Invoke(BMessage* message = nullptr) override;
 
 private:

@@ -5,7 +5,8 @@
 
 namespace kits {
 
-/// What a view must be to stand in a BScrollView: it scrolls its own contents, and shows bars and border when asked.
+/// Interface of a view that can stand in a BScrollView: it scrolls its own contents, and shows bars and border on
+/// request.
 class ScrollTarget {
 public:
     virtual ~ScrollTarget() = default;
@@ -16,12 +17,12 @@ public:
 
 /// A frame around a list or a text, with scroll bars.
 ///
-/// It is made around the target: its own frame is the target's, grown by border and bars, and the target becomes its
+/// It is made around the target: its frame is the target's, enlarged by border and bars, and the target becomes its
 /// child, fills it and follows its size. The bars lie within the target, which scrolls its contents itself, so that
-/// coordinates of the target stay those of its visible part.
+/// coordinates in the target stay those of its visible part.
 class BScrollView : public BView {
 public:
-    /// @param target  a list or text view; owned from here as every child. Any other view is shown without bars
+    /// @param target  a list or text view; owned from here, as every child is. Any other view is shown without bars
     BScrollView(const char* name, BView* target, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = 0,
                 bool horizontal = false, bool vertical = false, border_style border = B_FANCY_BORDER);
     ~BScrollView() override;

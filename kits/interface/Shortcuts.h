@@ -6,12 +6,12 @@
 namespace kits {
 
 /// Chooses the shortcuts around the toolkit that a sample takes on its way to the screen. A program that does not call
-/// this uses none; it shows the same pixels and computes more. May be called again. Main thread, after InitInterface.
+/// this uses none; it shows the same pixels with more work. May be called again. Main thread, after InitInterface.
 ///
-/// @param choice  null: all shortcuts; "off": none; else the names of some, with commas between:
+/// @param choice  null: all shortcuts; "off": none; otherwise the names of some, separated by commas:
 ///                "copy": views are copied into their window's picture (ScreenCopy);
 ///                "pixels": parts of that picture go to the X server as plain pixels (ServerPixels), with "copy" only;
-///                "wait": samples are awaited in the place of the toolkit's dispatcher (DispatcherWait)
+///                "wait": samples are awaited in place of the toolkit's dispatcher (DispatcherWait)
 void UseShortcuts(const char* choice = std::getenv("KITS_SHORTCUTS"));
 
 } // namespace kits

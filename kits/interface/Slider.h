@@ -6,26 +6,26 @@
 #include <memory>
 #include <string>
 
-/// The thumb of a slider; told apart for the program's sake, the toolkit draws its own.
+/// The thumb of a slider; has no effect, because the toolkit draws its own.
 enum thumb_style { B_BLOCK_THUMB, B_TRIANGLE_THUMB };
 
-/// On which side of the bar the hash marks stand.
+/// The side of the bar on which the hash marks stand.
 enum hash_mark_location { B_HASH_MARKS_NONE = 0, B_HASH_MARKS_TOP = 1, B_HASH_MARKS_BOTTOM = 2, B_HASH_MARKS_BOTH = 3 };
 
-/// A horizontal slider over a range of whole numbers: its label above, the bar with hash marks, and below it a text at
+/// A horizontal slider over a range of integers: its label above, the bar with hash marks, and below it a text at
 /// either end of the range.
 ///
-/// What the user does to it: drags the thumb, clicks beside it, turns the wheel over it while it has the focus, or
-/// presses the arrow keys (one step), page keys (a tenth of the range), Home and End. Each new value sends the
-/// modification message if there is one, and else the message; with a modification message the message itself follows
-/// when the thumb is let go, or at once for a change without dragging. So a slider without a modification message
-/// speaks while it moves.
+/// The user drags the thumb, clicks beside it, turns the wheel over it while it has the focus, or presses the arrow
+/// keys (one step), page keys (a tenth of the range), Home and End. Each new value sends the modification message if
+/// there is one, otherwise the message. With a modification message, the message itself follows when the thumb is
+/// released, or at once for a change without dragging. So a slider without a modification message reports while it
+/// moves.
 ///
-/// On being attached it takes the height that its font asks for, and keeps the width of its frame.
+/// When it is attached, it takes the height that its font needs, and keeps the width of its frame.
 class BSlider : public BControl {
 public:
-    /// @param minValue, maxValue  the ends of the range, both reachable; the value starts at `minValue`. A range the
-    ///                            wrong way round is taken the other way
+    /// @param minValue,  maxValue the ends of the range, both included; the value starts at `minValue`. If they are in
+    ///                   the wrong order, they are swapped
     BSlider(BRect frame, const char* name, const char* label, BMessage* message, int32 minValue, int32 maxValue,
             thumb_style thumb = B_BLOCK_THUMB, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
             uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
@@ -35,10 +35,10 @@ public:
 
     /// Sets the value, held to the range.
     void SetValue(int32 value) override;
-    /// Sets the value to the whole number nearest to `position` of the range; `position` is held to 0
-    /// and 1, and one that is not a number is 0.
+    /// Sets the value to the integer nearest to the fraction `position` of the range; `position` is held to 0 and 1,
+    /// and NaN counts as 0.
     virtual void SetPosition(float position);
-    /// The value's part of the range, from 0 to 1, in single precision; 0 when the range holds one value only.
+    /// The value as a fraction of the range, from 0 to 1, in single precision; 0 if the range contains one value only.
     float Position() const;
 
     /// The ends of the range. For tests, which look at windows through it.
@@ -49,8 +49,7 @@ public:
     const char* MinLimitLabel() const { return fMinLabel.c_str(); }
     const char* MaxLimitLabel() const { return fMaxLabel.c_str(); }
 
-    /// Where the marks stand, and how many they are: the first at one end, the last at the other, so fewer than two
-    /// show nothing.
+    /// The place and number of the marks: the first at one end, the last at the other, so fewer than two show nothing.
     virtual void SetHashMarks(hash_mark_location where);
     hash_mark_location HashMarks() const { return fHashMarks; }
     virtual void SetHashMarkCount(int32 count);
@@ -58,12 +57,12 @@ public:
 
     thumb_style Style() const { return fThumb; }
 
-    /// Owned from here; replaces (and deletes) the former; null removes it.
+    /// Owned from here; replaces (and deletes) the previous one; null removes it.
     virtual void SetModificationMessage(BMessage* message);
     BMessage* ModificationMessage() const { return fModification.get(); }
 
-    /// A text shown beside the label, asked for whenever the value changes; the base gives null, which shows nothing.
-    /// The text is copied.
+    /// Returns a text to show beside the label; called whenever the value changes. The base class returns null, which
+    /// shows nothing. The text is copied.
     virtual const char* UpdateText() const;
 
 protected:

@@ -6,12 +6,12 @@
 #include <memory>
 #include <string>
 
-/// One line of text that the user edits, with a label on its left.
+/// One line of text that the user edits, with a label to its left.
 ///
-/// Every edit by the user sends the modification message if there is one; Enter sends the message. What the program
-/// sets is silent, and setting the text that is there already leaves cursor and selection where they are.
+/// Every edit by the user sends the modification message if there is one; Enter sends the message. Changes by the
+/// program send nothing, and setting the text that is already there leaves cursor and selection in place.
 ///
-/// On being attached it takes the height that its font asks for, and keeps the width of its frame.
+/// When it is attached, it takes the height that its font needs, and keeps the width of its frame.
 class BTextControl : public BControl {
 public:
     BTextControl(BRect frame, const char* name, const char* label, const char* initialText, BMessage* message,
@@ -24,15 +24,15 @@ public:
     virtual void SetText(const char* text);
     const char* Text() const { return fText.c_str(); }
 
-    /// Owned from here; replaces (and deletes) the former; null removes it.
+    /// Owned from here; replaces (and deletes) the previous one; null removes it.
     virtual void SetModificationMessage(BMessage* message);
     BMessage* ModificationMessage() const { return fModification.get(); }
 
     /// Where the text begins, in pixels from the left edge of the control; the label has the room before it and is
-    /// shortened when it does not fit. Until it is set, the label takes what it needs.
+    /// shortened if it does not fit. Until it is set, the label takes the room that it needs.
     virtual void SetDivider(float position);
     float Divider() const;
-    /// The divider for which the label is set in its narrowest letters; with a closer one it is shortened. Main thread.
+    /// The divider at which the label is set in its narrowest letters; a smaller one shortens the label. Main thread.
     float NarrowestLabelWidth();
 
 protected:

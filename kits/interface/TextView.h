@@ -13,17 +13,17 @@ class Content;
 
 /// A text of many lines, to read or to edit.
 ///
-/// Long lines wrap at the text rectangle. A tab goes to the next multiple of eight digits' width that no line of the
-/// same paragraph group has passed: in lines that follow one another and have tabs, what stands behind the first tab
-/// begins at one place, what stands behind the second at another, and so on. So figures stand in columns in any font.
+/// Long lines wrap at the text rectangle. A tab advances to the next multiple of eight digits' width that no line of
+/// the same group has passed: in consecutive lines with tabs, the text after the first tab begins at one place, the
+/// text after the second tab at another, and so on. So figures stand in columns in any font.
 ///
-/// Setting the text that is there already costs a comparison; another text replaces the lines that differ, without
-/// flicker, and leaves the place that the user scrolled to.
+/// Setting the text that is already there costs a comparison; another text replaces the lines that differ, without
+/// flicker, and keeps the user's scroll position.
 ///
 /// Setters may be called from any thread under the looper lock.
 class BTextView : public BView, public kits::ScrollTarget {
 public:
-    /// @param textRect  where the text lies within the view, in its coordinates; the height plays no part
+    /// @param textRect  where the text lies within the view, in its coordinates; its height is ignored
     BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags);
     ~BTextView() override;
 
@@ -33,7 +33,7 @@ public:
 
     virtual void SetTextRect(BRect rect);
 
-    /// Both are true at first. A text that cannot be selected takes the focus only to be scrolled by keyboard.
+    /// Both are true initially. A text that cannot be selected takes the focus only so that the keyboard can scroll it.
     virtual void MakeEditable(bool editable);
     virtual void MakeSelectable(bool selectable);
 

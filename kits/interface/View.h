@@ -21,34 +21,34 @@ namespace kits {
 class ViewImpl;
 }
 
-/// A rectangle of a window, or of a bitmap, that draws and takes the user's input. Views stand in a tree; a view's
-/// frame is in its parent's coordinates, its own start at (0, 0). A rectangle's right and bottom pixel belong to it: a
-/// view of width 100 shows 101 columns.
+/// A rectangle of a window, or of a bitmap, that draws and receives the user's input. Views form a tree; a view's frame
+/// is in its parent's coordinates, and its own coordinates start at (0, 0). A rectangle's right and bottom pixels are
+/// part of it: a view of width 100 shows 101 columns.
 ///
 /// **Ownership.** A view owns its children and deletes them with itself; a window or bitmap owns the views added to it.
 /// RemoveChild and RemoveSelf give a view back to the caller.
 ///
-/// **Threads.** A view of a window is used with its looper locked (LockLooper; the main thread holds that lock whenever
-/// it runs kit code). A view of a bitmap is drawn into with the bitmap locked. A view that is attached to nothing
-/// belongs to the thread that made it. Another thread than the main one may draw, invalidate, move, resize and ask; it
-/// doesn't attach to windows. Hooks are called in the main thread.
+/// **Threads.** Use a view of a window with its looper locked (LockLooper; the main thread holds that lock whenever it
+/// runs kit code). Draw into a view of a bitmap with the bitmap locked. A view that is attached to nothing belongs to
+/// the thread that made it. Threads other than the main one may draw into a view, invalidate, move, resize and query
+/// it, but must not attach it to a window. Hooks are called in the main thread.
 ///
-/// **Drawing** is allowed at any time, inside and outside Draw. A window's view keeps what was drawn (its picture), and
+/// **Drawing** is allowed at any time, inside and outside Draw. A window's view keeps its drawing (its picture), and
 /// shows the changed rectangles together, once per turn of the event loop. Coordinates name pixels; fractions go to the
-/// nearest one, halves to the right and downwards. Colours are shown opaque whatever their alpha, but for
-/// B_TRANSPARENT_COLOR, which shows what lies below: the parent. Drawing while attached to nothing does nothing. Before
-/// a view is shown or uncovered its view colour fills what Draw is then asked to paint, unless that is
-/// B_TRANSPARENT_COLOR.
+/// nearest one, halves to the right and downwards. Colours are shown opaque whatever their alpha, except
+/// B_TRANSPARENT_COLOR, which shows the parent below. Drawing has no effect while the view is attached to nothing. When
+/// a view is shown or uncovered, its view colour first fills the area that Draw is then asked to paint, unless that
+/// colour is B_TRANSPARENT_COLOR.
 class BView : public BHandler {
 public:
-    /// @param name  null counts as ""
+    /// @param name          null counts as ""
     /// @param resizingMode  B_FOLLOW_* rules
-    /// @param flags  B_WILL_DRAW and so on
+    /// @param flags         B_WILL_DRAW and so on
     BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags);
-    /// From what Archive wrote. Fields that are missing or not sane keep their default: frame (0, 0)-(0, 0), no name,
+    /// A view from the output of Archive. Missing or invalid fields have their defaults: frame (0, 0)-(0, 0), no name,
     /// mode and flags 0, white view colour. A null archive counts as an empty one.
     explicit BView(BMessage* archive);
-    /// Removes itself from its parent, window or bitmap first, without detach hooks of its own class.
+    /// Removes the view from its parent, window or bitmap first, without detach hooks of its own class.
     ~BView() override;
     BView(const BView&) = delete;
     BView& operator=(const BView&) = delete;
@@ -59,38 +59,38 @@ public:
 
     // Hooks.
 
-    /// Before the children's.
+    /// Before those of the children.
     virtual void AttachedToWindow() {}
     /// After all children are attached.
     virtual void AllAttached() {}
-    /// Before the children's; the view still has its window.
+    /// Before those of the children; the view still has its window.
     virtual void DetachedFromWindow() {}
-    /// After all children's; the view still has its window.
+    /// After those of all children; the view still has its window.
     virtual void AllDetached() {}
-    /// Paints what the rectangle holds; drawing is clipped to it. Only with B_WILL_DRAW.
+    /// Paints the content of the rectangle; drawing is clipped to it. Only with B_WILL_DRAW.
     virtual void Draw(BRect update);
     /// The window's current message has "where" (point), "buttons", "clicks", "modifiers" (int32 each) and "when"
     /// (int64).
     virtual void MouseDown(BPoint where);
     /// @param transit      B_ENTERED_VIEW, B_INSIDE_VIEW or B_EXITED_VIEW, from the pointer's place and the bounds
-    /// @param dragMessage  what is being dragged over the view, else null. Not owned
+    /// @param dragMessage  the message that is dragged over the view, or null. Not owned
     virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
     /// Goes to the view that got the MouseDown, wherever the pointer is.
     virtual void MouseUp(BPoint where);
     /// @param bytes  one UTF-8 character, or one of the B_* keys; not NUL-terminated
     virtual void KeyDown(const char* bytes, int32 count);
-    /// The key or the combination that opens the menu at the keyboard focus. The plain view does nothing.
+    /// The user has pressed the key or the combination that opens the menu at the keyboard focus. The plain view does
+    /// nothing.
     /// @param where  the middle of the view
     virtual void ContextMenuRequested(BPoint where);
-    /// Ctrl+C, pressed here or in a view below that does not use it: writes what a drag of this view carries. The plain
-    /// view has nothing.
-    /// @return false, and nothing is copied, if there is nothing
+    /// Ctrl+C was pressed here, or in a view below that does not use it: writes the message that a drag of this view
+    /// carries. The plain view has none.
+    /// @return false, and nothing is copied, if there is none
     virtual bool CopyRequested(BMessage* message);
-    /// Ctrl+V likewise: says where in this view the message from the clipboard is dropped then. The plain view takes
-    /// nothing.
-    /// @return false if nothing is taken
+    /// Ctrl+V likewise: says where in this view the message from the clipboard is dropped. The plain view accepts none.
+    /// @return false if the view accepts nothing
     virtual bool PasteRequested(BPoint* where);
-    /// With B_FRAME_EVENTS, after the frame changed, however it did; at most once per turn of the event loop.
+    /// With B_FRAME_EVENTS: called after any change of the frame, at most once per turn of the event loop.
     virtual void FrameMoved(BPoint parentPoint);
     virtual void FrameResized(float width, float height);
     /// With B_PULSE_NEEDED, at the window's pulse rate.
@@ -100,29 +100,29 @@ public:
     virtual void ResizeToPreferred();
     /// Takes or gives up the keyboard focus. The plain view invalidates itself so that Draw can show IsFocus().
     virtual void MakeFocus(bool focus = true);
-    /// Has the Tab key visit this view right before another child of its parent; else it visits children in the order
-    /// in which they were attached. Where the two overlap, the other one is in front. Main thread, once both are
-    /// attached; nothing happens otherwise.
+    /// Makes the Tab key visit this view right before another child of its parent; otherwise it visits children in the
+    /// order in which they were attached. Where the two overlap, the other one is in front. Main thread, once both are
+    /// attached; otherwise it does nothing.
     void PrecedeInTabOrder(BView* next);
     void MessageReceived(BMessage* message) override;
 
     // The tree.
 
-    /// Appends the child, or puts it before another one. Nothing happens when the child has a parent already, is null,
-    /// or is this view or one that holds it. Takes ownership.
+    /// Appends the child, or inserts it before another one. Does nothing if the child has a parent already, is null, or
+    /// is this view or one that contains it. Takes ownership.
     virtual void AddChild(BView* child, BView* before = nullptr);
-    /// Gives the child back. False when it is not one of this view's.
+    /// Gives ownership of the child to the caller. Returns false if it is not one of this view's.
     virtual bool RemoveChild(BView* child);
-    /// False when the view is attached to nothing.
+    /// Returns false if the view is detached.
     bool RemoveSelf();
     BView* ChildAt(int32 index) const;
     int32 CountChildren() const;
     BView* NextSibling() const;
-    /// Null for a view that a window or bitmap holds directly.
+    /// Null for a view that a window or bitmap contains directly.
     BView* Parent() const;
-    /// Null when it is not in a window.
+    /// Null if it is not in a window.
     BWindow* Window() const;
-    /// The view of that name: this one or the first below it in depth-first order, else null.
+    /// Returns the view with that name: this one or the first below it in depth-first order, or null.
     BView* FindView(const char* name) const;
 
     // Geometry.
@@ -131,16 +131,16 @@ public:
     BRect Frame() const;
     void MoveTo(BPoint where);
     void MoveTo(float x, float y) { MoveTo(BPoint(x, y)); }
-    /// Children follow by their modes at once, the hooks later. Sizes that are not finite are ignored, others held to
-    /// -1 (nothing to see) to 32766.
+    /// Children follow by their modes at once, the hooks are called later. Ignores sizes that are not finite; holds
+    /// others to -1 (invisible) to 32766.
     virtual void ResizeTo(float width, float height);
     void SetResizingMode(uint32 mode);
     uint32 ResizingMode() const;
     virtual void SetFlags(uint32 flags);
     uint32 Flags() const;
 
-    /// To the window's content and to and from the screen's coordinates. Outside a window the screen's are the
-    /// outermost view's.
+    /// Converts to the window's content, and to and from the screen's coordinates. Outside a window, the outermost
+    /// view's coordinates serve as the screen's.
     BPoint ConvertToWindow(BPoint point) const;
     BPoint ConvertToScreen(BPoint point) const;
     BPoint ConvertFromScreen(BPoint point) const;
@@ -151,13 +151,13 @@ public:
     virtual void SetViewColor(rgb_color color);
     void SetViewColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     rgb_color ViewColor() const;
-    /// A colour of the theme, which the view follows when the user changes that. Main thread, or with the lock held.
+    /// Takes a colour of the theme, and follows it when the user changes it. Main thread, or with the lock held.
     void SetViewUIColor(color_which which);
     virtual void SetHighColor(rgb_color color);
     void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     virtual void SetLowColor(rgb_color color);
     void SetDrawingMode(drawing_mode mode);
-    /// Takes the properties over that the mask selects. Null is ignored.
+    /// Takes over the properties in the mask. Null is ignored.
     virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
     void GetFontHeight(font_height* height) const;
     float StringWidth(const char* text) const;
@@ -168,49 +168,49 @@ public:
     void StrokeLine(BPoint from, BPoint to, pattern which = B_SOLID_HIGH);
     void StrokeRect(BRect rect, pattern which = B_SOLID_HIGH);
     void FillRect(BRect rect, pattern which = B_SOLID_HIGH);
-    /// The text's base line starts at the point. In B_OP_COPY each pixel of the glyphs gets the colour between low and
+    /// The text's base line starts at the point. In B_OP_COPY each pixel of the glyphs gets a colour between low and
     /// high colour by the glyph's coverage; pixels without coverage stay. An unrotated text stays inside of (x, y -
-    /// ascent)-(x + StringWidth, y + descent), so who restores that rectangle erases it.
+    /// ascent)-(x + StringWidth, y + descent), so restoring that rectangle erases it.
     void DrawString(const char* text, BPoint where);
     void DrawString(const char* text, int32 length, BPoint where);
-    /// The source pixels stretched over the target rectangle, without smoothing. The caller holds the bitmap's lock.
+    /// Stretches the source pixels over the target rectangle, without smoothing. The caller holds the bitmap's lock.
     void DrawBitmap(const BBitmap* bitmap, BRect source, BRect target);
-    /// Drawing is in the picture when a call returns: both return at once.
+    /// Both return at once: drawing is in the picture when a call returns.
     void Sync() const {}
     void Flush() const {}
-    /// What the view and its children show, at the screen's resolution, as the bytes of a PNG file. Main thread.
-    /// B_NO_INIT outside a window, B_NO_MEMORY without room for it.
+    /// Returns what the view and its children show, at the screen's resolution, as the bytes of a PNG file. Main
+    /// thread. B_NO_INIT outside a window, B_NO_MEMORY without enough memory.
     status_t GetPicture(std::string* png) const;
-    /// Asks for a Draw of everything at the end of this turn of the event loop.
+    /// Requests a Draw of the whole view at the end of this turn of the event loop.
     void Invalidate();
 
     // Input.
 
-    /// The pointer in this view's coordinates and the buttons that are down, as the main thread last heard. Any thread
-    /// with the looper locked; the message queue is never consulted.
+    /// Returns the pointer in this view's coordinates and the pressed buttons, according to the main thread's last
+    /// event. Any thread with the looper locked; never consults the message queue.
     void GetMouse(BPoint* where, uint32* buttons, bool checkMessageQueue = true) const;
     bool IsFocus() const;
     /// Starts a drag of a copy of the message when the event loop is reached, if a button is still down then; returns
-    /// at once. The rectangle, in this view, shows as an outline.
-    /// @param replyTo  gets replies and the message back that was not understood; null for this view
+    /// at once. The rectangle, in this view, is shown as an outline.
+    /// @param replyTo  gets replies, and the message itself if nobody understood it; null for this view
     void DragMessage(BMessage* message, BRect rect, BHandler* replyTo = nullptr);
-    /// The picture shows instead, with the pointer at `offset` in it. Takes the bitmap.
+    /// Shows the picture instead, with the pointer at `offset` in it. Takes ownership of the bitmap.
     void DragMessage(BMessage* message, BBitmap* bitmap, BPoint offset, BHandler* replyTo = nullptr);
-    /// Text that shows when the pointer rests; null or "" for none. A text that starts with "<qt>" is markup: a small
-    /// part of HTML, with <br>, <b>, <table> and <span style="...">; any other is shown as it is.
+    /// Sets the text that is shown when the pointer rests; null or "" for none. A text that starts with "<qt>" is
+    /// markup: a small part of HTML, with <br>, <b>, <table> and <span style="...">; any other is shown literally.
     void SetToolTip(const char* text);
     const char* ToolTip() const;
-    /// How assistive technology calls the view; the view's name while there is none.
+    /// Sets the name of the view for assistive technology; without one it uses the view's name.
     void SetAccessibleName(const char* name);
-    /// What it shows, in words, for assistive technology. Asked for when somebody wants to know; main thread. The plain
-    /// view tells its parts, one after the other.
+    /// Returns the view's value in words for assistive technology. Called only on request; main thread. The plain view
+    /// lists its parts.
     virtual std::string AccessibleValue() const;
-    /// What it shows that has a name and a value of its own; the plain view has none.
+    /// Returns the parts that have names and values of their own; the plain view has none.
     virtual std::vector<AccessiblePart> AccessibleParts() const;
 
 protected:
-    /// For the kit's own controls. The view's widget was made (once in its life, in the main thread, before the first
-    /// AttachedToWindow). See kits/interface/core/ViewPrivate.h.
+    /// For the kit's own controls. Called after the view's widget was made (once in its life, on the main thread,
+    /// before the first AttachedToWindow). See kits/interface/core/ViewPrivate.h.
     virtual void WidgetCreated(QWidget* widget);
     /// For the kit's own controls: the view colour changed, or the view was attached.
     virtual void ViewColorChanged() {}

@@ -5,80 +5,82 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Every limit of what others can make these programs hold or do: other processes of the user, files, pictures, the
-/// display, the clipboard and what is dropped. There is no other place for such a limit; classes may give a row a name
-/// of their own. None is ever reached by what our own programs do.
+/// Every limit on what others can make these programs hold or do: other processes of the user, files, pictures, the
+/// display, the clipboard and drops. There is no other place for such a limit; classes may give a row a name of their
+/// own. Our own programs never reach any of them.
 ///
 /// Sizes are in bytes and count capacity: what is allocated, not how much of it is filled. A process is one process id
-/// together with the moment of its start, whatever names it uses. Behind each row stands what happens at the limit:
+/// together with its start time, whatever names it uses. The comment on each row ends with what happens at the limit:
 ///
-///     wait     nothing more is read or taken from this process until there is room again; nothing is lost
-///     newest   the newest takes the place of the one before
-///     refuse   this one is not taken, and its sender gets an error
-///     ignore   this one is not taken, and the rest goes on
-///     close    the connection ends, and its other end is sent the reason (CloseReason)
+///     wait     nothing more is read or accepted from this process until there is room again; nothing is lost
+///     newest   the newest replaces the previous one
+///     refuse   this one is not accepted, and its sender gets an error
+///     ignore   this one is not accepted, and the rest continues
+///     close    the connection ends, and its other end gets the reason (CloseReason)
 namespace kits::bounds {
 
 inline constexpr size_t kKiB = 1024;
 inline constexpr size_t kMiB = 1024 * kKiB;
 
-// What one connection between two processes holds. Besides, of the pings that wait for the main loop only the newest is
-// kept. newest
+// One connection between two processes. Besides, only the newest of the pings that wait for the main loop is kept.
+// newest
 
-/// Of a frame, with all that belongs to it. Sender: refuse. Receiver: close.
+/// Of a frame, with its head. Sender: refuse. Receiver: close.
 inline constexpr size_t kMostFrame = kMiB;
 /// Of a frame before the hello. close
 inline constexpr size_t kMostFrameOfAStranger = 64;
-/// Handlers that a frame names. Sender: it makes several frames. Receiver: close.
+/// Handlers that a frame names. Sender: makes several frames. Receiver: close.
 inline constexpr size_t kMostTargets = 1024;
-/// Of a message for more than one handler: every one gets its own copy. As the row above.
+/// Of a message for more than one handler: each gets its own copy. As the row above.
 inline constexpr size_t kMostShared = 64 * kKiB;
-/// Fields, and values, of a message that comes in a frame: each takes more memory than bytes in the frame. close
+/// Fields, and values, of a message in a frame: each takes more memory than its bytes in the frame. close
 inline constexpr int32_t kMostFieldsFromOutside = 4096;
 inline constexpr int32_t kMostValuesFromOutside = 16 * 1024;
 /// Until the hello. close
 inline constexpr auto kTimeToSayHello = std::chrono::seconds(1);
 /// From the first byte of a frame to its last, while it is being read. close
 inline constexpr auto kTimeForAFrame = std::chrono::seconds(5);
-/// What is read before other connections have their turn: of small frames, and of one that is longer. wait
+/// What is read before other connections get their turn: of small frames, and of a longer one. wait
 inline constexpr size_t kMostReadAtOnce = 16 * kKiB;
 inline constexpr size_t kMostReadOfAFrame = 64 * kKiB;
-/// What the sender has not read of the answers on its own connection (pongs, and who is gone). close
+/// Of the answers on its own connection that the sender has not read (pongs, and handlers that are gone). close
 inline constexpr size_t kMostAnswers = 64 * kKiB;
-/// How long the queue of what is to be sent may refuse messages. close
+/// How long the queue of unsent frames may refuse messages. close
 inline constexpr auto kLongestFull = std::chrono::seconds(2);
-/// Handlers known to be gone at the other end. ignore: the other end is asked again for each further one
+/// Handlers known to be gone at the other end. ignore: messages for further ones are sent, and answered by the other
+/// end
 inline constexpr size_t kMostGone = 4096;
 
-// What one process holds, in all of its connections.
+// One process, in all of its connections.
 
-/// Connections to us: one, and those that have not said hello. refuse: closed at once, so that others get through
+/// Connections to us: one that is identified, and those before their hello. refuse: closed at once, so that others get
+/// through
 inline constexpr size_t kMostConnectionsOfAProcess = 8;
 /// Connections to it. refuse
 inline constexpr size_t kMostLinksOfAProcess = 1;
-/// Of what has come and is not yet a whole message. wait
+/// Of received data that are not a complete message yet. wait
 inline constexpr size_t kMostIncompleteOfAProcess = kMostFrame + 256 * kKiB;
-/// Of what is to be sent to it. refuse (`B_WOULD_BLOCK`), and close after kLongestFull
+/// Of unsent data for it. refuse (`B_WOULD_BLOCK`), and close after kLongestFull
 inline constexpr size_t kMostUnsentOfAProcess = 4 * kMiB;
 /// Messages that wait for the main thread or are being handled there. wait
 inline constexpr size_t kMostUnhandledOfAProcess = 64;
-/// Of these messages, and of one that waits for these. wait; close for a single message that takes more
+/// Of these messages, and of one that waits behind them. wait; close for a single message that takes more
 inline constexpr size_t kMostUnhandledBytesOfAProcess = 4 * kMiB;
 /// How long one turn of the main loop handles these messages, in microseconds. wait: for the next turn
 inline constexpr int64_t kLongestOfAProcess = 4'000;
 /// Receivers of a stream. refuse
 inline constexpr int32_t kMostReceiversOfAProcess = 1024;
 
-// What all processes hold together. A process that has less than its share gets that in any case, whatever the others
-// have; only what is above the shares is limited by these.
+// All processes together. A process that has less than its share gets that in any case, whatever the others have; these
+// limit only what exceeds the shares.
 
-/// Connections to us. wait: nobody is let in
+/// Connections to us. wait: no connection is accepted
 inline constexpr size_t kMostConnections = 128;
-/// Of these, before the hello. wait: nobody is let in
+/// Of these, before the hello. wait: no connection is accepted
 inline constexpr size_t kMostStrangers = 64;
 /// Connections from us. refuse (`B_NO_MORE_FDS`)
 inline constexpr size_t kMostLinks = 64;
-/// As those of a process.
+/// As the rows for one process.
 inline constexpr size_t kMostIncomplete = 4 * kMiB;
 inline constexpr size_t kMostUnsent = 6 * kMiB;
 inline constexpr size_t kMostUnhandled = 1024;
@@ -86,25 +88,25 @@ inline constexpr size_t kMostUnhandledBytes = 6 * kMiB;
 inline constexpr size_t kShareOfBytes = 16 * kKiB;
 inline constexpr size_t kShareOfMessages = 2;
 inline constexpr size_t kMostReceivers = 8192;
-/// Messages that wait for one looper, from this process and others. refuse (`B_WOULD_BLOCK`), from others: wait
+/// Messages that wait for one looper, from this process and others. refuse (`B_WOULD_BLOCK`); from others: wait
 inline constexpr int32_t kMostQueued = 4096;
-/// Teams that were given up and are not tried again until they are heard of. The oldest one is tried again.
+/// Teams that were given up and are not tried again until they send something. The oldest one is tried again.
 inline constexpr size_t kMostGivenUp = 256;
 
-/// File descriptors that connections leave free, for the display, stores and pictures; of a process that may have few,
-/// a quarter. As kMostConnections and kMostLinks.
+/// File descriptors that connections leave free, for the display, stores and pictures; a quarter of them if the process
+/// may have few. As kMostConnections and kMostLinks.
 inline constexpr int kReservedDescriptors = 64;
-/// How long nobody is let in after descriptors have run out.
+/// How long no connection is accepted after descriptors have run out.
 inline constexpr auto kPauseWithoutDescriptors = std::chrono::seconds(1);
 
 /// Names that are read in the folder of all teams, and sockets among them. ignore
 inline constexpr size_t kMostNamesOfTeams = 16 * 1024;
 inline constexpr size_t kMostTeams = 1024;
 
-/// How long quitting waits for another start of the same program to give up its lock. Then it goes on without it.
+/// How long quitting waits for another start of the same program to release its lock. Then it continues without it.
 inline constexpr int64_t kLongestWaitToQuit = 1'000'000;
 
-// Flattened messages, wherever they come from. refuse
+// Flattened messages, from any source. refuse
 
 inline constexpr size_t kMostFlattened = 16 * kMiB;
 inline constexpr int32_t kMostDepth = 16;

@@ -17,10 +17,10 @@
 
 namespace kits {
 
-/// The moment at which this boot began, microseconds since 1970: one constant for the whole boot and for every process
-/// that keeps it in the same file (SetBootMomentFile). It tells boots apart. Ask for it instead of subtracting one
-/// clock from the other: time passes between two readings. While the wall clock is not plausible it is measured by each
-/// call.
+/// The moment at which this boot began, in microseconds since 1970: one constant for the whole boot and for every
+/// process that keeps it in the same file (SetBootMomentFile). It identifies the boot. Call this instead of subtracting
+/// one clock from the other: time passes between two readings. While the wall clock is not plausible, each call
+/// measures it again.
 [[nodiscard]] bigtime_t MomentOfBoot();
 
 /// The source of both clocks. Tests replace the machine's by their own.
@@ -32,26 +32,26 @@ public:
     virtual bigtime_t SystemTime() = 0;
     /// The wall clock, microseconds since 1970; may jump.
     virtual bigtime_t WallTime() = 0;
-    /// Names the boot; empty if that is not known, then the moment of boot is not kept.
+    /// Identifies the boot; empty if that is unknown, and then the moment of boot is not kept.
     virtual std::string BootId() = 0;
 };
 
-/// Takes the times from here; null restores the machine's. The moment of boot is measured anew, and the file of
+/// Takes the times from this source; null restores the machine's. The moment of boot is measured again, and the file of
 /// SetBootMomentFile forgotten. Not owned; must live until it is replaced.
 void SetClockSource(ClockSource* source);
 
-/// Keeps the moment of boot in this file from now on: takes it from there if it was kept during this boot, else
-/// puts what was measured there. An unreadable or broken file, or one of another boot, counts as none. If several
-/// processes come at once, all get the same moment. Nothing is written before the wall clock is plausible; as soon
-/// as it is, by the next call that asks for the time. Blocks for the writing: call it at start-up.
-/// @param path      the file; its folder has to exist
+/// Keeps the moment of boot in this file from now on: reads it if it was kept during this boot, otherwise writes the
+/// measured one. An unreadable or broken file, or one of another boot, counts as none. If several processes call this
+/// at once, all get the same moment. Nothing is written before the wall clock is plausible; once it is, the next call
+/// that reads the time writes the file. Blocks while it writes: call it at start-up.
+/// @param path      the file; its folder must exist
 /// @param mayWrite  false: only read it
-/// @return `B_OK` if the moment is the kept one; else it holds for this process only, and the status says why:
-///         `B_NO_INIT` while the clock is not plausible, or what reading or writing gave
+/// @return `B_OK` if the moment is the kept one; otherwise it is valid in this process only, and the status says why:
+///         `B_NO_INIT` while the clock is not plausible, or the error of reading or writing
 status_t SetBootMomentFile(const char* path, bool mayWrite = true);
 
-/// False while the wall clock is before 2001, as it is on a machine without a clock of its own that has not yet
-/// heard of the time. Becomes true by itself. Durations are right all the time.
+/// False while the wall clock is before 2001, as on a machine without a clock of its own that does not know the time
+/// yet. Becomes true by itself. Durations are always right.
 [[nodiscard]] bool ClockIsPlausible();
 
 } // namespace kits

@@ -7,10 +7,10 @@
 
 namespace kits {
 
-/// Owns an open file of the system and closes it.
+/// Owns an open file descriptor and closes it.
 class FileDescriptor {
 public:
-    /// @param descriptor  taken over; negative for none
+    /// @param descriptor  owned from here; negative for none
     explicit FileDescriptor(int descriptor = -1) noexcept
         : fDescriptor(descriptor)
     {
@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] bool IsOpen() const { return fDescriptor >= 0; }
     [[nodiscard]] int Get() const { return fDescriptor; }
-    /// False, with errno, if the system reports an error of an earlier write now. Closed in any case.
+    /// Returns false, with errno, if the system now reports an error of an earlier write. Closes it in any case.
     bool Close() noexcept { return fDescriptor < 0 || close(std::exchange(fDescriptor, -1)) == 0; }
 
 private:

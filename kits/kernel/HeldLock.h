@@ -15,7 +15,7 @@ public:
     HeldLock(const HeldLock&) = delete;
     HeldLock& operator=(const HeldLock&) = delete;
 
-    /// The lock is held by the calling thread from now on. Once per holding, not per nesting.
+    /// The calling thread holds the lock from now on. Once per holding, not per nesting.
     void NoteHeld();
     /// The calling thread no longer holds the lock. Call it before another thread can take the lock.
     void NoteReleased() noexcept;

@@ -11,8 +11,8 @@ namespace kits {
 /// Helpers of every parser of the kernel's text files. A file may be cut anywhere, so a number counts only if a
 /// character follows it.
 
-/// The number at the beginning of `text`, which is advanced past it; one that does not fit gives the largest.
-/// Nothing if there is no digit, or no other character after the digits.
+/// Returns the number at the beginning of `text`, and advances `text` past it; a number that does not fit gives the
+/// largest one. Nothing if there is no digit, or no other character after the digits.
 [[nodiscard]] std::optional<uint64> TakeNumber(std::string_view* text);
 
 /// Advances `text` past blanks and tabs.

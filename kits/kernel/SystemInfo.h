@@ -11,7 +11,7 @@
 
 inline constexpr int32 B_MAX_CPU_COUNT = 8;
 
-#pragma pack(push, 4) // no gaps, and its 32-bit figures stay aligned; take the others by value
+#pragma pack(push, 4) // no gaps, and its 32-bit figures stay aligned; copy the others before use
 struct cpu_info {
     bigtime_t active_time; ///< microseconds this processor was not idle
 };
@@ -19,7 +19,7 @@ struct cpu_info {
 struct system_info {
     int32 id[2];         ///< 0
     bigtime_t boot_time; ///< microseconds since 1970, to the second; by the wall clock at the first reading
-    int32 cpu_count;     ///< at least 1; may be more than `cpu_infos` has room for
+    int32 cpu_count;     ///< at least 1; may exceed the room in `cpu_infos`
     int32 cpu_type;      ///< 0
     int32 cpu_revision;  ///< 0
     cpu_info cpu_infos[B_MAX_CPU_COUNT]; ///< the first processors; 0 where there is none
@@ -28,7 +28,7 @@ struct system_info {
     int32 platform_type;                 ///< 0
     int32 max_pages;                     ///< pages of 4096 bytes
     int32 used_pages;
-    int32 page_faults; ///< counts on past the largest number to the smallest
+    int32 page_faults; ///< wraps from the largest number to the smallest
     int32 max_sems;
     int32 used_sems;
     int32 max_ports;
@@ -58,15 +58,15 @@ inline constexpr int64 kMaxPages = INT64_MAX / 4096;
 /// Figures of a reading that the record has no room for.
 struct SystemFigures {
     bigtime_t time = 0; ///< `system_time` of the reading
-    /// The moment up to which the active times count. It is `time`, unless this reading found no processor; then that
-    /// of the last reading that did.
+    /// The moment up to which the active times count. It is `time`, unless this reading found no processor; then it is
+    /// that of the last reading that did.
     bigtime_t activeUntil = 0;
     int64 maxPages = 1;  ///< as in the record, which holds no more than INT32_MAX of them (8 TiB); at most kMaxPages
     int64 usedPages = 0; ///< at most `maxPages`
 };
 } // namespace kits
 
-/// Reads this machine's figures now. Any thread; calls are made one after the other.
+/// Reads this machine's figures now. Any thread; calls run one after the other.
 /// @return `B_OK`, or `B_BAD_VALUE` for null. A figure that cannot be read keeps its last value.
 status_t get_system_info(system_info* info);
 

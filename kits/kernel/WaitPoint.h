@@ -12,35 +12,35 @@ namespace kits {
 class ThreadRecord;
 
 /// Unwinds the stack of a thread that is killed in a wait. Only the kit throws it, only on a thread made by
-/// `spawn_thread`, and only its entry catches it: code in between lets it pass. It derives from nothing, so that no
-/// handler of another error takes it; whoever must catch everything (`catch (...)`) has to throw it on.
+/// `spawn_thread`, and only that thread's entry catches it: code in between lets it pass. It derives from nothing, so
+/// that no handler of another error catches it; code that must catch everything (`catch (...)`) has to rethrow it.
 ///
-/// Why an exception of our own, and not the cancellation of the thread library: that unwinds by force, which ends
-/// the process at the first function of the standard library that must not throw (its condition variables among
-/// them), is a state of the thread that a forgotten switch leaves on, and is not understood by the sanitizers.
-/// An exception is thrown at one place, in our own frame, with no lock of the wait held.
+/// An exception of our own is used instead of the thread library's cancellation. Cancellation unwinds by force, which
+/// ends the process at the first function of the standard library that must not throw (its condition variables among
+/// them); it is a state of the thread that a forgotten switch leaves on; and the sanitizers do not understand it. The
+/// exception is thrown at one place, in our own frame, with no lock of the wait held.
 struct ThreadKilled {};
 
-/// Where threads wait for something to come true: a mutex, and the waiting threads in the order of their coming.
-/// Everything in the kits that may block for long is built on it, because here, and nowhere else, a thread can be
-/// killed and suspended. The state that is waited for belongs to the owner of the point and is guarded by `Hold`.
+/// A point at which threads wait for a condition: a mutex, and the waiting threads in the order of arrival. Everything
+/// in the kits that may block for long is built on it, because a thread can be killed and suspended here and nowhere
+/// else. The state in the condition belongs to the owner of the point and is guarded by `Hold`.
 ///
 ///     kits::WaitPoint::Guard guard = fPoint.Hold();
 ///     status_t status = fPoint.Wait(guard, [this] { return !fQueue.empty(); }, timeout);
 ///     if (status == B_OK)
 ///         ... // the condition holds, the guard is held
 ///
-/// A thread that is killed leaves `Wait` by ThreadKilled, with the guard released. So a function that waits cleans
-/// up in destructors, and a destructor (or anything else that must not throw) that may wait does so under a
-/// KillShield. While an exception is on its way no wait throws.
+/// A killed thread leaves `Wait` by ThreadKilled, with the guard released. So a function that waits cleans up in
+/// destructors, and a destructor (or anything else that must not throw) that may wait does so under a KillShield. While
+/// an exception is in flight, no wait throws.
 ///
-/// A mutex of another kind may be held across a wait only if it is released by unwinding.
-/// Must outlive every wait in it. Any thread.
+/// A mutex of another kind may be held across a wait only if unwinding releases it. Must outlive every wait in it. Any
+/// thread.
 class WaitPoint {
 public:
     using Guard = std::unique_lock<std::mutex>;
 
-    /// @param whileWaiting  the state that `get_thread_info` reports of a thread that waits here
+    /// @param whileWaiting  the state that `get_thread_info` reports for a thread that waits here
     explicit WaitPoint(thread_state whileWaiting = B_THREAD_WAITING)
         : fWhileWaiting(whileWaiting)
     {
@@ -49,11 +49,11 @@ public:
     WaitPoint(const WaitPoint&) = delete;
     WaitPoint& operator=(const WaitPoint&) = delete;
 
-    /// The guard of the state that is waited for. Held for moments only, never across another wait.
+    /// Locks the guard of the state. Hold it only briefly, never across another wait.
     [[nodiscard]] Guard Hold() { return Guard(fMutex); }
 
-    /// Waits until `ready()` is true. It is called with the guard held, first of all before any waiting, and must
-    /// not throw. A killed thread ends here even if it is true, so a loop around a wait can always be ended.
+    /// Waits until `ready()` is true. It is called with the guard held, the first time before any waiting, and must not
+    /// throw. A killed thread ends here even if it is true, so a loop around a wait can always be ended.
     /// @param guard    from `Hold` of this point; held again on return
     /// @param timeout  microseconds of the monotonic clock; 0 or less does not wait
     /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` with a time-out of 0 or less
@@ -64,12 +64,12 @@ public:
             const_cast<void*>(static_cast<const void*>(std::addressof(ready))), timeout);
     }
 
-    /// Wakes the thread that has waited longest, which looks again whether it is ready. If it is killed or
-    /// suspended, the next one is woken in its place. With the guard of this point held.
+    /// Wakes the thread that has waited longest, which checks again whether it is ready. If it is killed or suspended,
+    /// the next one is woken in its place. Call it with the guard of this point held.
     void WakeOne(const Guard& guard);
-    /// Wakes all. With the guard of this point held.
+    /// Wakes all. Call it with the guard of this point held.
     void WakeAll(const Guard& guard);
-    /// True if a thread waits here. With the guard of this point held.
+    /// Returns true if a thread waits here. Call it with the guard of this point held.
     [[nodiscard]] bool HasWaiters(const Guard&) const { return fFirst != nullptr; }
 
 private:
@@ -86,8 +86,8 @@ private:
     const thread_state fWhileWaiting;
 };
 
-/// As long as one lives on a thread, its waits do not end by ThreadKilled: the thread is killed at the first wait
-/// after it. For destructors and callbacks that must not throw. Suspending works on. May be nested.
+/// While one lives on a thread, the thread's waits do not end by ThreadKilled: the thread is killed at the first wait
+/// after it. For destructors and callbacks that must not throw. Suspending still works. May be nested.
 class KillShield {
 public:
     KillShield();

@@ -19,18 +19,18 @@ public:
     /// @return B_ENTRY_NOT_FOUND, B_NOT_A_DIRECTORY, B_PERMISSION_DENIED, ...; the folder is then unset
     status_t SetTo(const char* path);
     void Unset();
-    /// B_NO_INIT for a folder that was never set, else the result of the last SetTo.
+    /// B_NO_INIT for a folder that was never set, otherwise the result of the last SetTo.
     status_t InitCheck() const { return fStatus; }
 
-    /// Makes a folder in it, closed to other users.
-    /// @param directory  when not null, set to the new folder
+    /// Creates a folder in it, closed to other users.
+    /// @param directory  if not null, set to the new folder
     status_t CreateDirectory(const char* name, BDirectory* directory);
 
-    /// Waits until every name made, changed and removed in the folder is on the disk. Where the file system has no such
-    /// thing it is B_OK.
+    /// Waits until every name created, changed and removed in the folder is on the disk. B_OK if the file system does
+    /// not support this.
     status_t Sync();
 
-    /// Absolute path of the folder when it was set; empty when unset.
+    /// The folder's absolute path at the time when it was set; empty if unset.
     const std::string& PathName() const { return fPath; }
 
 private:

@@ -4,8 +4,8 @@
 #include "kits/storage/Node.h"
 #include "kits/support/DataIO.h"
 
-/// An open file: bytes with a position. Reading and writing go on after an interruption and after a part was written;
-/// what they report as done is done, as far as the system knows (Sync makes it lasting). One thread at a time.
+/// An open file: bytes with a position. Reading and writing continue after an interruption and after a partial write; a
+/// success is final as far as the system knows (Sync makes it lasting). One thread at a time.
 class BFile : public BNode, public BDataIO {
 public:
     BFile() = default;
@@ -20,9 +20,9 @@ public:
     bool IsReadable() const;
     bool IsWritable() const;
 
-    /// @return bytes read, fewer than asked for only at the end of the file, or an error
+    /// @return bytes read, fewer than requested only at the end of the file, or an error
     ssize_t Read(void* buffer, size_t size) override;
-    /// @return size, or the error that stopped it; a part may then have been written, and the position tells how much
+    /// @return size, or the error that stopped it; a part may then have been written, and the position shows how much
     ssize_t Write(const void* buffer, size_t size) override;
 
     /// Where the next Read or Write begins.

@@ -6,11 +6,11 @@
 
 namespace kits {
 
-/// A name that nothing else has: 128 random bits as 32 hexadecimal digits. Any thread.
+/// Returns a unique name: 128 random bits as 32 hexadecimal digits. Any thread.
 std::string NewIdentity();
 
-/// The identities of what was done, so that a request that comes again is not done again. As many as it was made for,
-/// the newest; the oldest ones are forgotten. Not shared between threads.
+/// The identities of performed requests, so that a repeated request is not performed again. Keeps as many as it was
+/// made for, the newest ones. Not shared between threads.
 class Identities {
 public:
     /// A longer identity is not remembered, nor is an empty one.

@@ -9,7 +9,7 @@
 /// Indices run from 0. A copy holds the same pointers. Not for two threads at once.
 class BList {
 public:
-    /// @param blockSize  room to begin with; the list grows as needed
+    /// @param blockSize  initial room; the list grows as needed
     explicit BList(int32 blockSize = 20);
     BList(const BList& other) = default;
     BList(BList&& other) = default;
@@ -17,15 +17,15 @@ public:
     BList& operator=(BList&& other) = default;
     virtual ~BList();
 
-    /// Inserts before what stands at `index`, up to `CountItems()`. False for another index or without memory.
+    /// Inserts before the item at `index`, up to `CountItems()`. Returns false for another index or without memory.
     bool AddItem(void* item, int32 index);
 
-    /// Takes the first occurrence out. False if there is none.
+    /// Removes the first occurrence. Returns false if there is none.
     bool RemoveItem(const void* item);
-    /// Takes out what stands there and returns it, null for a bad index.
+    /// Removes the item at an index and returns it; null for a bad index.
     void* RemoveItem(int32 index);
 
-    /// Null for a bad index, as for an empty list in the next two.
+    /// Null for a bad index, or for an empty list in the next two.
     [[nodiscard]] void* ItemAt(int32 index) const;
     [[nodiscard]] void* FirstItem() const;
     [[nodiscard]] void* LastItem() const;

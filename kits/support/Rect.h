@@ -4,8 +4,8 @@
 #include "kits/kernel/Types.h"
 #include "kits/support/Point.h"
 
-/// A rectangle of pixels. Its right column and its bottom row belong to it: (0, 0, 9, 4) is 10 pixels wide and 5 high,
-/// though `Width()` is 9 and `Height()` 4. With right = left - 1 it is empty and not valid.
+/// A rectangle of pixels. Its right column and its bottom row are part of it: (0, 0, 9, 4) is 10 pixels wide and 5
+/// high, though `Width()` is 9 and `Height()` 4. With right = left - 1 it is empty and not valid.
 class BRect {
 public:
     float left = 0;
@@ -62,9 +62,9 @@ public:
     /// True if they have a pixel in common. False if one of them is not valid.
     [[nodiscard]] bool Intersects(const BRect& other) const;
 
-    /// What both have in common; not valid if there is nothing.
+    /// The common part; not valid if there is none.
     [[nodiscard]] BRect operator&(const BRect& other) const;
-    /// The smallest rectangle that holds both. One that is not valid adds nothing.
+    /// The smallest rectangle that contains both. One that is not valid adds nothing.
     [[nodiscard]] BRect operator|(const BRect& other) const;
     friend constexpr bool operator==(const BRect&, const BRect&) = default;
 };

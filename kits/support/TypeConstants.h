@@ -3,10 +3,10 @@
 
 #include "kits/kernel/Types.h"
 
-/// What kind of data a field, an attribute or a resource holds: four characters, the first in the highest byte.
+/// The kind of data in a field, an attribute or a resource: four characters, the first in the highest byte.
 
 enum : type_code {
-    B_ANY_TYPE = 'ANYT', ///< stands for every type where one is asked for
+    B_ANY_TYPE = 'ANYT', ///< matches every type in a query
     B_BOOL_TYPE = 'BOOL',
     B_DOUBLE_TYPE = 'DBLE',
     B_FLOAT_TYPE = 'FLOT',

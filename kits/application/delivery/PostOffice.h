@@ -48,7 +48,7 @@ public:
     /// Forgets a handler, a looper or a wait, and drops the messages for it.
     void Remove(token_t token);
 
-    /// Puts a handler into a looper; 0 takes it out.
+    /// Moves a handler to a looper; 0 removes it from its looper.
     void SetLooper(token_t handler, token_t looper);
     /// From now on dispatches the looper's messages; until then they are held back.
     void Start(token_t looper);
@@ -65,7 +65,7 @@ public:
     bool Exists(token_t handler) const;
     /// True if a message could be sent there now.
     bool IsReachable(token_t token) const;
-    /// The looper of a handler, open or not; 0 if it has none or is gone.
+    /// Returns the looper of a handler, open or not; 0 if it has none or is gone.
     token_t LooperOf(token_t handler) const;
     bool IsOpen(token_t looper) const;
     /// The number of messages that wait for a looper.
@@ -75,20 +75,21 @@ public:
 
     // Main thread, or with the interface lock held; the result exists as long as the lock is held.
 
-    /// Null if it is gone; its looper too if that is gone or closed.
+    /// Returns null if it is gone; `looper` becomes null too if that is gone or closed.
     BHandler* HandlerAt(token_t token, BLooper** looper) const;
-    /// Null if it is gone. Closed loopers are found.
+    /// Returns null if it is gone. Finds closed loopers too.
     BLooper* LooperAt(token_t token) const;
     /// All loopers that were started and are not closed, in the order in which they were made.
     std::vector<token_t> RunningLoopers() const;
 
-    // Main thread with the interface lock held.
+    // On the main thread with the interface lock held.
 
     /// Begins a turn of the loop. Messages are numbered in the order of posting.
     /// @return the number of the next message
     uint64 BeginTurn();
     /// Dispatches the oldest message with a number below `end`, skipping those of processes that have used up their
-    /// time (PeerTurns). @return false if there is none
+    /// time (PeerTurns).
+    /// @return false if there is none
     bool DispatchNext(uint64 end);
     /// Takes the work of the message in dispatch, for code that will handle the message later; null if it has none, or
     /// if another message is in dispatch.
@@ -107,7 +108,8 @@ private:
     struct HandlerState {
         BHandler* handler;
         token_t looper = 0;
-        /// The messages marked "newest wins" that wait for it, by code. Elements of a deque stay where they are.
+        /// The waiting messages for it that are marked "newest wins", by code. Elements of a deque keep their
+        /// addresses.
         std::vector<std::pair<uint32, Parcel*>> newest;
     };
     struct LooperState {
@@ -146,8 +148,8 @@ private:
     /// The message in dispatch and its parcel. Only the main thread uses them.
     Parcel* fInDispatch = nullptr;
     const BMessage* fMessageInDispatch = nullptr;
-    PeerTurns fPeerTurns;    ///< of the main thread alone, too
-    uint64 fFirstNumber = 0; ///< of the first in the queue
+    PeerTurns fPeerTurns;    ///< used by the main thread only, too
+    uint64 fFirstNumber = 0; ///< of the first message in the queue
 };
 
 } // namespace kits

@@ -23,7 +23,7 @@ struct MessageDelivery {
 struct MessageAccess {
     /// Marks a message as dropped at this place of the screen.
     static void SetDropped(BMessage& message, BPoint where, BPoint offset);
-    /// Marks a message as delivered. An address that is set gets the answers.
+    /// Marks a message as delivered. If the address is set, it gets the replies.
     static void SetDelivered(BMessage& message, const Address& replyTo, bool sourceWaits);
     static const MessageDelivery* DeliveryOf(const BMessage& message) { return message.fDelivery.get(); }
 

@@ -50,7 +50,7 @@ public:
                   bool sourceWaits) override;
     bool IsReachable(const Address& address) override;
 
-    /// The teams that can be found by this signature, this one too; the oldest first.
+    /// Returns the teams with this signature, including this one; the oldest first.
     std::vector<TeamFolder::Entry> Find(const std::string& signature);
     /// All teams that have a signature.
     std::vector<TeamFolder::Entry> List();
@@ -67,7 +67,7 @@ private:
     void CloseAs(State state);
     void EndShut();
     void Run();
-    /// After others have made this process hold much, and it has gone again: gives the memory back to the system.
+    /// Returns memory to the system that this process held for others and has released.
     void GiveBackMemory();
     void Wake();
     void ClearWake();
@@ -78,11 +78,11 @@ private:
     Visitors fVisitors;
     TeamWatch fWatch;
 
-    std::mutex fMutex; ///< guards what follows; taken before that of the links
+    std::mutex fMutex; ///< guards the members below; locked before that of the links
     TeamFolder fFolder;
     std::string fSocketName;
     std::thread fThread;
-    bool fHasHeldMuch = false; ///< of the thread
+    bool fHasHeldMuch = false; ///< used by the port's thread
     State fState = State::kClosed;
 };
 

@@ -22,7 +22,7 @@ status_t Connect(const TeamFolder& folder, team_address team, FileDescriptor* so
 /// True if connections may use one more file descriptor, so that bounds::kReservedDescriptors are left for the rest.
 bool HasDescriptorForConnection();
 
-/// The process at the other end. False unless it is of this user.
+/// Returns the process at the other end. Returns false unless it belongs to this user.
 bool IsOfThisUser(int socket, pid_t* process);
 
 } // namespace kits

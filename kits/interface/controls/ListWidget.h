@@ -14,11 +14,11 @@ class BListView;
 
 namespace kits {
 
-/// The rows of a list as they were when Take was called last: a copy, so that Qt never meets an item that has gone.
+/// The rows of a list as they were at the last call of Take: a copy, so that Qt never meets a deleted item.
 class ListRows : public QAbstractItemModel {
 public:
     void Take(const ListModel& model);
-    /// Of the model, when the copy was taken.
+    /// The model's version at the time of the copy.
     uint64 Version() const { return fVersion; }
     void SetVersion(uint64 version) { fVersion = version; }
 
@@ -47,18 +47,18 @@ private:
     uint64 fVersion = 0;
 };
 
-/// The list that Qt shows: tells the list view what the user does, and follows its rows.
+/// Qt's view of the list: notifies the list view of the user's actions, and follows its rows.
 class ListWidget : public QTreeView {
 public:
-    /// @param outline  shows the marks that open and close rows
+    /// @param outline  shows the marks that expand and collapse rows
     ListWidget(BListView* owner, bool outline);
 
-    /// Makes the rows those of the owner, and with them openings and selection, where they are not. The owner is not
-    /// told.
+    /// Updates the rows to those of the owner, and then their expansion and selection, if they differ. Does not notify
+    /// the owner.
     void RefreshRows();
     void RefreshSelection();
 
-    /// The place of a row, by its number among those that show, in the coordinates of this widget.
+    /// Returns the frame of a row, given its number among the visible ones, in the coordinates of this widget.
     QRect ShownRect(int32 shown);
     void ScrollTo(int32 shown);
 
@@ -81,14 +81,14 @@ private:
     };
 
     QModelIndex IndexOfShown(int32 shown) const;
-    /// The owner's item of a row, null when the owner's rows have changed since.
+    /// Returns the owner's item of a row, null if the owner's rows have changed since.
     BListItem* ItemOf(const QModelIndex& index) const;
     void RowOpened(const QModelIndex& index, bool open);
 
     BListView* fOwner;
     ListRows fRows;
     std::optional<Press> fPress;
-    bool fRefreshing = true; ///< what Qt selects and opens now is not the user's doing
+    bool fRefreshing = true; ///< selections and expansions by Qt are not the user's now
 };
 
 } // namespace kits

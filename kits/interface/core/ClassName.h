@@ -6,7 +6,7 @@
 
 namespace kits {
 
-/// What the class of an object is called in the source.
+/// Returns the name of an object's class as in the source.
 std::string ClassNameOf(const std::type_info& type);
 
 } // namespace kits

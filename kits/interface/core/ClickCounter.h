@@ -7,13 +7,14 @@
 
 namespace kits {
 
-/// Counts clicks: one that comes soon after the last, with the same button and near the same place, is one more.
+/// Counts clicks: a click that comes soon after the last one, with the same button and near the same place, is one
+/// more.
 class ClickCounter {
 public:
-    /// @param target    what was clicked; another one starts anew
+    /// @param target    what was clicked; another target starts over
     /// @param time      microseconds
-    /// @param interval  at most this long after the last
-    /// @param distance  at most this far from the first, in pixels
+    /// @param interval  the longest time after the last click
+    /// @param distance  the longest distance from the first click, in pixels
     int32 Count(const void* target, uint32 button, BPoint where, bigtime_t time, bigtime_t interval, float distance)
     {
         const bool again = target == fTarget && button == fButton && time >= fTime && time - fTime <= interval &&

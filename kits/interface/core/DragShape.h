@@ -8,9 +8,8 @@ class QPixmap;
 
 namespace kits {
 
-/// While it exists, the window that shows what is dragged has the shape of its picture. Where there is no compositor
-/// the toolkit would lay what is transparent of it over a ground of its own. Main thread; nothing happens where windows
-/// have no shapes.
+/// While it exists, the window that shows the drag has the shape of its picture. Without a compositor, the toolkit
+/// would put a background behind the transparent parts. Main thread; does nothing where windows have no shapes.
 class DragShape : public QObject {
 public:
     explicit DragShape(const QPixmap& picture);

@@ -11,11 +11,11 @@ namespace kits {
 
 class ViewImpl;
 
-/// What the keyboard says, in the platform's terms.
+/// Keyboard input in the platform's terms.
 namespace KeyInput {
 
 uint32 ModifiersOf(Qt::KeyboardModifiers modifiers);
-/// Hands a pressed key to the view. False when it has no meaning for views, or the view did not use it.
+/// Passes a pressed key to the view. Returns false if the key has no meaning for views, or the view did not use it.
 bool Deliver(ViewImpl& view, const QKeyEvent& event);
 
 } // namespace KeyInput

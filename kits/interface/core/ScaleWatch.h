@@ -8,29 +8,30 @@ class QWidget;
 
 namespace kits {
 
-/// Follows the scale of the screens while the program runs. The toolkit computes with a new one at once, and leaves
-/// everything else to its programs: its windows keep the pixels that they cover, so that they have another logical
-/// size, and their pictures. Main thread.
+/// Follows the scale of the screens while the program runs. The toolkit uses a new scale at once, and leaves everything
+/// else to its programs: its windows keep the pixels that they cover, so that their logical size changes, and their
+/// pictures. Main thread.
 namespace ScaleWatch {
 
-/// From here on every window follows: those of the kit by WindowImpl::CheckScale, and the toolkit's own (menus, tool
-/// tips, dialogs) the same way. As long as the toolkit's application object.
+/// From now on every window follows the scale: those of the kit by WindowImpl::CheckScale, and the toolkit's own
+/// (menus, tool tips, dialogs) in the same way. Until the end of the toolkit's application object.
 void Start();
-/// Has the windows follow now: those whose scale is not what it was. With the interface lock held.
+/// Makes windows whose scale has changed follow now. With the interface lock held.
 void Follow();
-/// Has them follow in the next turn.
+/// Makes them follow in the next turn.
 void Changed();
 
-/// The screen, in logical pixels and without panels, that has the middle of a top-level widget.
+/// Returns the screen, in logical pixels and without panels, that contains the middle of a top-level widget.
 PixelRect ScreenOf(const QWidget& widget);
-/// Whether the user holds a button of the pointer anywhere, over a frame of the window manager's too. Asks the system.
+/// Returns whether the user holds a button of the pointer anywhere, even over a window manager's frame. Queries the
+/// system.
 bool IsButtonDown();
-/// Screen pixels per logical pixel where the widget is.
+/// Returns the screen pixels per logical pixel at the widget.
 double ScaleOf(const QWidget& widget);
-/// Gives the system's window of a top-level widget this place and size in logical pixels, and has all of it painted.
+/// Gives the system's window of a top-level widget this place and size in logical pixels, and repaints it whole.
 void SetGeometry(QWidget& widget, const QRect& geometry);
-/// Tells a widget whose window's size the system chose (a maximised one) how large that is now, and has all of it
-/// painted. It has to have a system's window, too.
+/// Sets a widget to the size that the system chose for its window (a maximised one), and repaints it whole. The widget
+/// must have a system's window.
 void KeepSystemSize(QWidget& widget);
 
 } // namespace ScaleWatch

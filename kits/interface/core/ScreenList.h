@@ -7,7 +7,7 @@
 
 namespace kits {
 
-/// The screens, as last heard of. Read with the interface lock held; written in the main thread.
+/// The screens, according to the last report. Read it with the interface lock held; only the main thread writes it.
 namespace ScreenList {
 
 struct Screen {
@@ -19,29 +19,29 @@ struct Screen {
 
 /// The main one first; never empty once the kit is set up.
 const std::vector<Screen>& All();
-/// The screen that shows most of the rectangle; the main one when none does.
+/// Returns the screen that shows most of the rectangle; the main one if none does.
 Screen Nearest(const PixelRect& rect);
-/// The rectangle, or, when it lies outside all screens, the same moved into the main one's middle.
+/// Returns the rectangle or, if it lies outside all screens, the same moved to the middle of the main screen.
 BRect PutOnScreen(const BRect& rect);
 /// The same among given screens. Pure.
 BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens);
 
-/// The rectangle of a window's content, moved onto a screen when its title above it, or the upper edge of one without,
-/// lies where the hand cannot reach it.
-/// @param titleHeight  of what the window manager has put above the content
+/// Returns the rectangle of a window's content, moved onto a screen if its title above it, or the upper edge of one
+/// without a title, is out of the pointer's reach.
+/// @param titleHeight  the height of the window manager's frame above the content
 PixelRect PutInReach(const PixelRect& content, int32 titleHeight);
 /// The same among given screens. Pure.
 PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens);
 
-/// The rectangle of a window's content, moved so that it lies within a room with its title above it; with its middle in
-/// the room's where that is too small. Pure.
+/// Returns the rectangle of a window's content, moved so that it lies within a room with its title above it; centred if
+/// the room is too small. Pure.
 PixelRect PutWithin(const PixelRect& content, int32 titleHeight, const PixelRect& room);
 
-/// Asks the toolkit, and tells the application (B_SCREEN_CHANGED) if something is not as it was.
+/// Queries the toolkit, and notifies the application (B_SCREEN_CHANGED) if something has changed.
 void Read();
-/// Asks the toolkit now and whenever something changes, which the application is then told (B_SCREEN_CHANGED).
+/// Queries the toolkit now and after every change, and then notifies the application (B_SCREEN_CHANGED).
 void Watch();
-/// No screens any more.
+/// From now on there are no screens.
 void Forget();
 
 } // namespace ScreenList

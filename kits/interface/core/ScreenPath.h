@@ -7,22 +7,22 @@ namespace kits {
 
 class ViewImpl;
 
-/// A shorter way to the screen than the toolkit's painting, for what views have drawn. None is installed at first.
-/// Main thread.
+/// A shorter way to the screen than the toolkit's painting, for drawings of views. Initially none is installed. Main
+/// thread.
 class ScreenPath {
 public:
-    /// The installed one; null: the toolkit paints everything.
+    /// Returns the installed path; null: the toolkit paints everything.
     static ScreenPath* Current() { return sCurrent; }
-    /// Installs a path, which is not owned; null removes it.
+    /// Installs a path, not owned; null removes it.
     static void SetCurrent(ScreenPath* path) { sCurrent = path; }
 
-    /// Chooses the view whose rectangles Add gets. No hook of the program runs between this call and the last Add.
-    /// @return false when the toolkit has to paint the whole view
+    /// Selects the view whose rectangles Add gets. No hook of the program runs between this call and the last Add.
+    /// @return false if the toolkit must paint the whole view
     virtual bool Take(const ViewImpl& view) = 0;
     /// Takes over a changed rectangle of the view, in pixels.
-    /// @return false when the toolkit has to paint it
+    /// @return false if the toolkit must paint it
     virtual bool Add(const PixelRect& rect) = 0;
-    /// Shows everything that was taken over since the last call. The end of each pass over the views calls it.
+    /// Shows everything that was taken over since the last call. Called at the end of each pass over the views.
     virtual void End() = 0;
 
 protected:

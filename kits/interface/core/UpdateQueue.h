@@ -6,21 +6,21 @@ namespace kits {
 class ViewImpl;
 class WindowImpl;
 
-/// The views that have something to be brought to the screen. Emptied once per turn of the event loop, so that
-/// everything that was drawn in a turn shows together. With the interface lock held.
+/// The views that must be brought to the screen. Emptied once per turn of the event loop, so that all drawing of a turn
+/// shows together. With the interface lock held.
 namespace UpdateQueue {
 
-/// Any thread. Wakes the main thread if need be.
+/// Any thread. Wakes the main thread if necessary.
 void Add(ViewImpl& view);
-/// To be called before the view goes.
+/// Call it before the view is destroyed.
 void Remove(ViewImpl& view);
 
-/// Main thread: brings widgets to the state of their views, calls frame hooks, has Draw called for what is invalid and
-/// hands what changed to the toolkit. Views whose window can't be seen are only drawn when it comes.
+/// Main thread: updates the views' widgets, calls frame hooks, calls Draw for invalid areas, and passes changed areas
+/// to the toolkit. Views in an invisible window are drawn only when the window appears.
 void Flush();
-/// The same, unless a message is being dispatched: then it happens in the turn's end.
+/// Does the same, unless a message is being dispatched: then it happens at the end of the turn.
 void FlushIfIdle();
-/// Has all views of a window drawn, seen or not.
+/// Draws all views of a window, visible or not.
 void DrawWindow(WindowImpl& window);
 
 } // namespace UpdateQueue

@@ -3,11 +3,11 @@
 
 namespace kits {
 
-/// What assistive technology hears of views that draw themselves: the name (BView::SetAccessibleName), the value
-/// (BView::AccessibleValue) and the parts (BView::AccessibleParts), each with its own. Views that hold one of the
-/// toolkit's widgets leave it to that.
+/// Presents views that draw themselves to assistive technology: the name (BView::SetAccessibleName), the value
+/// (BView::AccessibleValue) and the parts (BView::AccessibleParts), each with its own. A view with one of the toolkit's
+/// widgets leaves that to the widget.
 ///
-/// To be called once, when the toolkit is set up; nothing is made before somebody asks. Main thread.
+/// Call it once, when the toolkit is set up; nothing is made before somebody asks. Main thread.
 void EnableViewAccess();
 
 } // namespace kits

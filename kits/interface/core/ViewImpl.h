@@ -17,8 +17,8 @@ namespace kits {
 
 class ViewPane;
 
-/// What a view is made of. Everything with the interface lock held, but for a view that is in a bitmap (its lock) or in
-/// nothing.
+/// The internals of a view. Use everything with the interface lock held; for a view in a bitmap, with the bitmap's
+/// lock, and for a detached view with none.
 class ViewImpl {
 public:
     ViewImpl(BView* view, BRect frame, uint32 mode, uint32 flags);
@@ -32,30 +32,31 @@ public:
 
     bool IsAttached() const { return fParent != nullptr || fWindow != nullptr || fBitmap != nullptr; }
     void SetBitmap(BBitmap* bitmap);
-    /// Puts a child into one of the lists of children, window's or view's. False when it can't be.
+    /// Inserts a child into one of the lists of children, a window's or a view's. Returns false if it cannot be
+    /// inserted.
     static bool Insert(std::vector<std::unique_ptr<BView>>& children, BView* child, BView* before);
-    /// Everything below the window, from this view down: widgets, then the attach hooks.
+    /// Attaches everything from this view down: makes the widgets, then calls the attach hooks.
     void Attach(BWindow* window);
-    /// The detach hooks, then the widgets are taken out.
+    /// Calls the detach hooks, then removes the widgets.
     void Detach();
-    /// The list that it stands in, of its parent, window or nothing (null).
+    /// The list that contains this view, of its parent or window, or null.
     std::vector<std::unique_ptr<BView>>* SiblingList() const;
     void ForEach(const std::function<void(ViewImpl&)>& function);
 
     // Geometry.
 
-    /// Moves and resizes, children with it, and has the hooks called later.
+    /// Moves and resizes the view and its children, and queues the hooks.
     void SetFrame(const BRect& frame);
-    /// The parent grew by this much.
+    /// The parent's size has changed by this much.
     void FollowParent(float dx, float dy);
-    /// In whole pixels, in the parent.
+    /// The frame in whole pixels, in the parent.
     const PixelRect& PixelFrame() const { return fPixelFrame; }
-    /// Its corner in the window, or in the bitmap.
+    /// The place of its corner in the window, or in the bitmap.
     BPoint Origin() const;
 
     // Drawing.
 
-    /// Has the function draw on the view's canvas, if there is one, and notes what changed.
+    /// Draws with the function on the view's canvas, if there is one, and records what has changed.
     template <class Function> void Paint(Function&& function)
     {
         std::optional<Canvas> canvas = BeginPaint();
@@ -66,32 +67,32 @@ public:
     }
     void Invalidate(const PixelRect& rect);
     void InvalidateAll();
-    /// Adds it to the update queue if something waits to be drawn or shown.
+    /// Adds the view to the update queue if something waits to be drawn or shown.
     void QueuePending();
-    /// Fills what is invalid with the view colour and calls Draw for it.
+    /// Fills invalid areas with the view colour and calls Draw for them.
     void DrawInvalid();
-    /// Makes the surface fit the view; what is new in it becomes invalid.
+    /// Fits the surface to the view; its new parts become invalid.
     bool FitSurface();
     PixelGrid CurrentGrid() const;
     uint32 ViewColorWord() const;
     uint32 WordOf(pattern which) const;
-    /// Takes the view colour anew from where it comes from.
+    /// Takes the view colour from its source again.
     void RefreshViewColor();
-    /// The colours of the theme changed. Of views in windows.
+    /// The colours of the theme have changed. For views in windows.
     void ThemeChanged();
-    /// The scale of the screen changed.
+    /// The scale of the screen has changed.
     void ScaleChanged();
 
-    // The widget. Main thread, unless a line says more.
+    // The widget. Main thread, unless stated otherwise.
 
-    /// Makes it, if there is none, and those of the views below.
+    /// Makes the widget, if there is none, and those of the views below.
     void MakeWidgets();
-    /// Brings the widget to the view's state, in the main thread at once, else in its next turn. Any thread.
+    /// Updates the widget to the view's state, at once on the main thread, otherwise in its next turn. Any thread.
     void WidgetChanged();
     void SyncWidget();
-    /// Shows what was drawn since.
+    /// Shows what was drawn since the last call.
     void ShowDirty();
-    /// Calls FrameMoved and FrameResized if they are due. False when the view went away in them.
+    /// Calls FrameMoved and FrameResized if they are due. Returns false if the view was destroyed in them.
     bool CallFrameHooks();
 
     BView* const fView;
@@ -102,7 +103,7 @@ public:
     bool fHooksCalled = false; ///< AttachedToWindow was called, DetachedFromWindow was not
 
     BRect fFrame;
-    PixelRect fPixelFrame; ///< the same; never negative
+    PixelRect fPixelFrame; ///< the frame in pixels; never negative
     uint32 fMode;
     uint32 fFlags;
     bool fMovedHook = false;
@@ -111,26 +112,26 @@ public:
     rgb_color fHigh{0, 0, 0, 255};
     rgb_color fLow{255, 255, 255, 255};
     rgb_color fViewColor{255, 255, 255, 255};
-    /// Where the view colour comes from, if not from the program.
+    /// The source of the view colour, if it is not the program.
     std::optional<color_which> fUIColor;
     bool fHasParentColor = false;
     drawing_mode fDrawingMode = B_OP_COPY;
     BFont fFont;
 
     Surface fSurface;
-    PixelRect fInvalid;   ///< to be drawn
-    DirtyRects fDirty;    ///< drawn and not yet shown
-    bool fInDraw = false; ///< fDrawClip holds
+    PixelRect fInvalid;   ///< must be drawn
+    DirtyRects fDirty;    ///< drawn and not shown yet
+    bool fInDraw = false; ///< fDrawClip is valid
     PixelRect fDrawClip;
     bool fQueued = false;      ///< see UpdateQueue
     bool fWidgetDirty = false; ///< SyncWidget is due
     bool fKeyIgnored = false;  ///< the last key was not used
 
-    ViewPane* fPane = nullptr; ///< its widget, null until it first comes into a window; owned by this
+    ViewPane* fPane = nullptr; ///< its widget; null until the view is first in a window; owned by this
     BShelf* fShelf = nullptr;  ///< takes dragged archives; not owned
     std::string fToolTip;
     std::string fAccessibleName;
-    /// Expires when the view goes: for what runs later in the main thread.
+    /// Expires when the view is destroyed: for actions that run later on the main thread.
     std::shared_ptr<ViewImpl*> fSelf;
 
 private:
@@ -140,7 +141,7 @@ private:
     void SetWindow(BWindow* window);
     void CallAttachHooks();
     void CallDetachHooks();
-    /// The first child whose hooks were called, or were not.
+    /// Returns the first child whose hooks were called, or were not.
     ViewImpl* ChildWithHooks(bool called) const;
     void SyncOpaque();
     void DropWidget();

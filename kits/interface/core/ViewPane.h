@@ -7,15 +7,15 @@ namespace kits {
 
 class ViewImpl;
 
-/// The widget of a view: shows its picture and hands it the input. Main thread, with the interface lock held.
+/// The widget of a view: shows its picture and passes on input. Main thread, with the interface lock held.
 class ViewPane : public QWidget {
 public:
     ViewPane(ViewImpl& impl, QWidget* parent);
 
-    /// The view goes; the widget deletes itself, now or when nothing of it is on the stack. Any thread.
+    /// The view is destroyed; the widget deletes itself, now or when no code of its own is on the stack. Any thread.
     void Release();
     void LeaveWindow();
-    /// Null when the view is gone.
+    /// Null if the view is gone.
     ViewImpl* Impl() const { return fImpl; }
 
 protected:
@@ -37,7 +37,7 @@ private:
     ViewImpl* fImpl;
 };
 
-/// Hides a widget and deletes it: at once, or later when its events may be on the stack.
+/// Hides a widget and deletes it: at once, or later if code of its events may be on the stack.
 void DeleteWidget(QWidget* widget);
 
 } // namespace kits

@@ -22,7 +22,7 @@ class WindowPane;
 /// How a window is shown beside its frame.
 enum class Zoom { kNone, kMaximized, kFullScreen };
 
-/// What a window is made of. With the interface lock held; what touches the widget, in the main thread.
+/// The internals of a window. With the interface lock held; on the main thread for everything that touches the widget.
 class WindowImpl {
 public:
     struct Settings {
@@ -46,24 +46,24 @@ public:
     WindowImpl& operator=(const WindowImpl&) = delete;
 
     static WindowImpl& Of(const BWindow* window) { return *window->fImpl; }
-    /// All windows of the process, in the order of their making.
+    /// All windows of the process, in the order of their creation.
     static const std::vector<WindowImpl*>& All();
 
     /// Removes and deletes all views, with their hooks.
     void DeleteViews();
-    /// A view, and those below, is about to leave.
+    /// A view, with those below it, is about to leave.
     void ViewLeaves(BView* view);
     void ForEachView(const std::function<void(BView*)>& function) const;
     BView* ViewAt(BPoint where) const;
 
     /// Screen pixels per logical pixel.
     double Scale() const { return fScale; }
-    /// Whether what is drawn can be seen: shown, mapped, and not minimised or with its updates off.
+    /// Whether drawing would be visible: shown, mapped, not minimised, and updates enabled.
     bool CanShow() const;
     /// Queues what was drawn while nothing could be shown.
     void QueueViews();
 
-    /// Runs the function in the main thread, at once or in its next turn; not when the window is gone by then.
+    /// Runs the function on the main thread, at once or in its next turn; not if the window is gone by then.
     void InMain(std::function<void()> function);
     void AskFrame(const PixelRect& frame);
     void AskLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
@@ -73,20 +73,20 @@ public:
     void HideWidget();
     void UpdatePulse();
 
-    // What the widget reports.
+    // Reports of the widget.
 
     void SizeReported(int32 width, int32 height);
     void PlaceReported(int32 left, int32 top);
-    /// Another window manager has taken the window, which had its content here before. Asks for this place if the new
+    /// Another window manager has taken over the window, whose content was here before. Asks for this place if the new
     /// one reports another within a moment.
     void PutBack(int32 left, int32 top);
     void StateReported(bool minimized, Zoom zoom);
     void ExposeReported();
     void ActivationReported(bool active);
-    /// To be called when the scale of the window may have become another one: has everything drawn and shown anew, at
-    /// the same logical size and place.
+    /// Call it when the window's scale may have changed: redraws and shows everything again, at the same logical size
+    /// and place.
     void CheckScale();
-    /// To be called when the screens may have room elsewhere: a window that a change of scale has moved goes back.
+    /// Call it when the screens may have room elsewhere: a window that a change of scale has moved returns.
     void CheckPlace();
 
     BWindow* const fWindow;
@@ -113,7 +113,7 @@ private:
     void PaintRescaled();
     void CheckPutBack();
 
-    /// The place that PutBack was given.
+    /// The place that PutBack received.
     struct Before {
         int32 left;
         int32 top;
@@ -122,16 +122,16 @@ private:
     };
     std::optional<Before> fBefore;
     double fScale = 1;
-    const QScreen* fScreen = nullptr; ///< the one that has the scale; never followed
+    const QScreen* fScreen = nullptr; ///< the screen with this scale; only compared, never dereferenced
     int32 fLaidOutWidth;
     int32 fLaidOutHeight;
     Timer fGrace;
-    Timer fArrival;       ///< looks, from when it came to a screen of another scale, whether it stays there
-    bool fRests = false;  ///< it has not been moved since the last look
-    float fHeldWidth = 0; ///< what it covers meanwhile, in screen pixels
+    Timer fArrival;       ///< checks, after the window has come to a screen of another scale, whether it stays there
+    bool fRests = false;  ///< it has not been moved since the last check
+    float fHeldWidth = 0; ///< the size that it covers meanwhile, in screen pixels
     float fHeldHeight = 0;
     Timer fPulse;
-    /// Expires when the window goes.
+    /// Expires when the window is destroyed.
     std::shared_ptr<WindowImpl*> fSelf;
 };
 

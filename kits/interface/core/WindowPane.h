@@ -11,22 +11,22 @@ namespace kits {
 
 class WindowImpl;
 
-/// The top-level widget of a window: hands what the system says to the window. Main thread.
+/// The top-level widget of a window: passes the system's events to the window. Main thread.
 class WindowPane : public QWidget {
 public:
     explicit WindowPane(WindowImpl& impl);
 
-    /// The window goes; the widget deletes itself, now or when nothing of it is on the stack.
+    /// The window is destroyed; the widget deletes itself, now or when no code of its own is on the stack.
     void Release();
-    /// To be called before the widget is shown: makes the system's window and listens to it.
+    /// Call it before the widget is shown: makes the system's window and watches its events.
     void WatchWindow();
     bool IsExposed() const;
-    /// Brings the window to the front and asks for the keyboard. One of the desktop stays where it is, and takes the
-    /// keyboard only from here until it loses it.
+    /// Brings the window to the front and asks for the keyboard focus. A window of the desktop stays in its layer, and
+    /// accepts the focus only from this call until it loses it.
     void Activate();
-    /// Nothing happens before WatchWindow().
+    /// Does nothing before WatchWindow().
     void MoveToCurrentWorkspace();
-    /// Null when the window is gone.
+    /// Null if the window is gone.
     WindowImpl* Impl() const { return fImpl; }
 
 protected:
@@ -49,7 +49,7 @@ private:
 
     WindowImpl* fImpl;
     QPointer<QWindow> fWatched;
-    rgb_color fDesktopColor{}; ///< what a window of the desktop was last painted on
+    rgb_color fDesktopColor{}; ///< the colour on which a window of the desktop was last painted
 };
 
 } // namespace kits

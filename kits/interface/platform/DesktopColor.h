@@ -17,7 +17,7 @@ inline constexpr rgb_color kUnknown{51, 102, 152, 255};
 
 /// The last known colour, kept up to date from the first call on.
 rgb_color Get();
-/// Calls with the colour that is there now; see BScreen::AskDesktopColor. On the main thread, from its event loop.
+/// Calls `answer` with the current colour; see BScreen::AskDesktopColor. On the main thread, from its event loop.
 void Ask(std::function<void(rgb_color)> answer);
 /// Paints the desktop; see BScreen::SetDesktopColor.
 void Set(rgb_color color, bool permanent);
@@ -26,7 +26,7 @@ void Set(rgb_color color, bool permanent);
 void Change(rgb_color color);
 /// Restores the desktop; see BScreen::RestoreDesktop.
 void Restore();
-/// Sets the function that makes the desktop, for tests; before any other call.
+/// Sets the function that makes the desktop, for tests; call it before any other.
 void SetMaker(DesktopWatch::Maker make);
 /// Ends the thread, see ~DesktopWatch, and forgets everything. Main thread.
 void Stop();

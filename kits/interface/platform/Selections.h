@@ -15,19 +15,19 @@ namespace Selections {
 
 enum class Name { kClipboard, kPrimary };
 
-/// The data if this process holds them: this program owns them, or the platform keeps them here. Else null.
+/// The data, if this process holds them: this program owns them, or the platform keeps them here. Otherwise null.
 const QMimeData* AtHand(Name name);
 /// Null if this program owns the selection, or nobody does.
 std::unique_ptr<SelectionSource> SourceOf(Name name);
-/// True if there may be a text. Only for data of this process is the answer certain.
+/// Returns true if there may be a text. The answer is certain only for data of this process.
 bool MayHaveText(Name name);
-/// True if there is a primary selection on this display.
+/// Returns true if this display has a primary selection.
 bool HasPrimary();
-/// The source of dragged data, through the toolkit.
+/// Returns the source of dragged data, through the toolkit.
 std::unique_ptr<SelectionSource> SourceOf(const QMimeData& dragged);
 
-/// Gives up all fetches, and hands this program's selections to the clipboard keeper, if there is one. May run the
-/// event loop once more.
+/// Cancels all fetches, and hands this program's selections to the clipboard keeper, if there is one. May run the event
+/// loop once more.
 void Stop();
 
 } // namespace Selections

@@ -15,16 +15,15 @@ class QEventLoop;
 
 namespace kits {
 
-/// The event loop of programs with windows: the toolkit's, which drives all loopers as well. It keeps the interface
-/// lock for whatever is handled and gives it up whole while it waits, in nested loops too.
+/// The event loop of programs with windows: the toolkit's, which also drives all loopers. It holds the interface lock
+/// while anything is handled and releases it completely while it waits, in nested loops too.
 ///
-/// The lock is given up in the dispatcher's aboutToBlock and taken in the first event after that (Held, called by the
-/// application object for every event), or in awake. Neither alone is enough: one dispatcher says that it is awake only
-/// after its events, and a lock around every event alone would shut other threads out for as long as a nested loop
-/// runs.
+/// It releases the lock in the dispatcher's aboutToBlock, and takes it in the first event after that (Held, which the
+/// application object calls for every event), or in awake. Neither alone is enough: one dispatcher emits awake only
+/// after its events, and a lock around every event alone would shut out other threads as long as a nested loop runs.
 ///
-/// Main thread. The toolkit delivers events on other threads as well, where it loads a plugin for example; those get
-/// by without the loop and without the lock.
+/// Main thread. The toolkit delivers events on other threads as well, for example when it loads a plugin there; those
+/// need neither the loop nor the lock.
 class QtEventLoop : public EventLoop {
 public:
     /// Needs the toolkit's application object.
@@ -34,17 +33,17 @@ public:
     void Run() override;
     void Quit() override;
 
-    /// Something is about to be handled: takes the lock as deep as before the wait. Nothing if no wait is under way.
+    /// Something is about to be handled: takes the lock as deep as before the wait. Does nothing if no wait is active.
     void Held();
-    /// Shows what was drawn, arms the timer for what comes next, and gives up the lock.
+    /// Shows what was drawn, sets the timer for the next deadline, and releases the lock.
     void BeginWait();
-    /// Tells the toolkit's parts that a wait begins, as the dispatcher does: the connection to the display then sends
-    /// what it has gathered.
+    /// Tells the toolkit's parts that a wait begins, as the dispatcher does: then the connection to the display sends
+    /// its buffered requests.
     void TellOthers();
 
     /// Called when the dispatcher is about to wait, after BeginWait(); the dispatcher waits when it returns.
     using WaitInPlace = void (*)(QtEventLoop& loop);
-    /// Installs a function that waits in the dispatcher's place; null, the initial value, installs none. Main thread.
+    /// Installs a function that waits in place of the dispatcher; null, the initial value, installs none. Main thread.
     static void SetWaitInPlace(WaitInPlace wait) { sWaitInPlace = wait; }
 
 private:
@@ -61,8 +60,8 @@ private:
     inline static WaitInPlace sWaitInPlace = nullptr;
 };
 
-/// The toolkit's application object: every event goes through it, on whichever thread. Those of other threads are
-/// counted (EventLoop::CountEventsElsewhere) and handed on, nothing else.
+/// The toolkit's application object: every event passes through it, on any thread. It counts events of other threads
+/// (EventLoop::CountEventsElsewhere) and only passes them on.
 class KitsApplication : public QApplication {
 public:
     KitsApplication(int& argc, char** argv);

@@ -17,7 +17,7 @@ struct BootMoment {
     friend bool operator==(const BootMoment&, const BootMoment&) = default;
 };
 
-/// The text of the file: one line each for the boot, the moment, and a check sum over both.
+/// Returns the text of the file: one line each for the boot, the moment, and a checksum over both.
 [[nodiscard]] std::string FormatBootMoment(const BootMoment& boot);
 
 /// Accepts exactly what FormatBootMoment writes. Returns nothing if the text was cut, lengthened or damaged, or if the
@@ -25,7 +25,7 @@ struct BootMoment {
 [[nodiscard]] std::optional<BootMoment> ParseBootMoment(std::string_view text);
 
 /// Reads the file at `path`.
-/// @return `B_OK`, `B_BAD_VALUE` if it holds something else, or why it could not be read
+/// @return `B_OK`, `B_BAD_VALUE` if it contains something else, or the reason why it could not be read
 status_t LoadBootMoment(const std::string& path, BootMoment* boot);
 
 /// Makes `*boot` the kept moment, unless one of the same boot is kept already: then that replaces `*boot`. However many

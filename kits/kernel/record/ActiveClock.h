@@ -12,7 +12,7 @@ namespace kits {
 /// time. The kernel's counts do both: they move in steps of 10 ms, are corrected backwards, and restart at 0.
 class ActiveClock {
 public:
-    /// @param count  of the processors, at least 1; others are left out
+    /// @param count  the number of processors, at least 1; others are ignored
     explicit ActiveClock(size_t count)
         : fProcessors(count)
     {
@@ -28,7 +28,7 @@ public:
     /// @param now  the moment of the reading in microseconds; one before a processor's last reading adds nothing to it
     void Update(bigtime_t now, std::span<const ProcessorTime> times);
 
-    /// Microseconds; by any index below the count.
+    /// In microseconds, for any index below the count.
     [[nodiscard]] bigtime_t ActiveTime(size_t index) const { return fProcessors[index].active; }
     [[nodiscard]] size_t CountProcessors() const { return fProcessors.size(); }
     /// The moment up to which the active times count: that of the latest reading with an entry; 0 before the first one.
@@ -40,7 +40,7 @@ public:
 private:
     struct Processor {
         bigtime_t counted = kNeverSeen; ///< by the kernel
-        bigtime_t carried = 0;          ///< counted and not yet added
+        bigtime_t carried = 0;          ///< counted and not added yet
         bigtime_t active = 0;
         bigtime_t lastTime = 0; ///< of its last reading
     };

@@ -22,11 +22,11 @@ struct MachineLimits {
 /// Reads the limits of this user's processes, threads, semaphores and sockets.
 class LimitReader {
 public:
-    /// @param root  of the machine, ends with a slash
+    /// @param root  the machine's root folder, ends with a slash
     explicit LimitReader(const std::string& root);
 
-    /// Finds the control groups of this process, which may have been moved, and opens what could not be opened.
-    /// Allocates only if they have changed.
+    /// Finds the control groups of this process, which may have been moved, and opens files that could not be opened
+    /// before. Allocates only if they have changed.
     void FindFiles();
     /// Reads all limits; one that cannot be read keeps its value.
     void Read(MachineLimits* limits);
@@ -43,7 +43,7 @@ private:
     };
 
     const std::string fRoot;
-    std::array<char, 4096> fBuffer; ///< of all files
+    std::array<char, 4096> fBuffer; ///< shared by all files
     Kept fPidMax;
     Kept fThreadsMax;
     ProcFile fFileMax;
@@ -51,8 +51,8 @@ private:
     ProcFile fProcessLimits;
     ProcFile fStatus;
     ProcFile fGroups;
-    std::string fLastGroups;        ///< the text of fGroups that fPidsMax was made from
-    std::vector<ProcFile> fPidsMax; ///< where the groups of this process may have it, the innermost first
+    std::string fLastGroups;        ///< the text of fGroups from which fPidsMax was made
+    std::vector<ProcFile> fPidsMax; ///< in the groups of this process that may have a limit, the innermost first
 };
 
 } // namespace kits

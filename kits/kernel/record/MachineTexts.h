@@ -17,7 +17,7 @@ struct MemoryTexts {
     std::optional<uint64> available; ///< MemAvailable, kilobytes
 };
 
-/// `/proc/meminfo`.
+/// Parses `/proc/meminfo`.
 [[nodiscard]] MemoryTexts ParseMemInfo(std::string_view text);
 
 /// pgfault of `/proc/vmstat`.
@@ -27,34 +27,35 @@ struct MemoryTexts {
 /// The number of threads in `/proc/loadavg`, after its only slash.
 [[nodiscard]] std::optional<uint64> ParseThreadCount(std::string_view text);
 
-/// Sockets in use, of `/proc/net/sockstat`.
+/// Parses the sockets in use in `/proc/net/sockstat`.
 [[nodiscard]] std::optional<uint64> ParseSocketCount(std::string_view text);
 
-/// SEMMNS, the second figure of `/proc/sys/kernel/sem`.
+/// Parses SEMMNS, the second figure of `/proc/sys/kernel/sem`.
 [[nodiscard]] std::optional<uint64> ParseLargestSemCount(std::string_view text);
 
-/// All semaphores of all sets in `/proc/sysvipc/sem`; nothing if its heading is missing or its last line is cut.
+/// Adds up all semaphores of all sets in `/proc/sysvipc/sem`; nothing if its heading is missing or its last line is
+/// truncated.
 [[nodiscard]] std::optional<uint64> ParseSemCount(std::string_view text);
 
-/// The highest number of a list of processors such as "0-3,8-11".
+/// Returns the highest number of a list of processors such as "0-3,8-11".
 [[nodiscard]] std::optional<uint64> ParseHighestProcessor(std::string_view text);
 
-/// The soft limit on processes in `/proc/self/limits`; nothing for "unlimited".
+/// Parses the soft limit on processes in `/proc/self/limits`; nothing for "unlimited".
 [[nodiscard]] std::optional<uint64> ParseProcessLimit(std::string_view text);
 
-/// The real user in `/proc/self/status`.
+/// Parses the real user in `/proc/self/status`.
 [[nodiscard]] std::optional<uint64> ParseUser(std::string_view text);
 
-/// A control group by its place below the mounted hierarchy.
+/// A control group and its place in the mounted hierarchy.
 struct PidsGroup {
-    bool isUnified = true; ///< in the one hierarchy, not in one of its own for process numbers
+    bool isUnified = true; ///< in the unified hierarchy, not in one of its own for process numbers
     std::string path;      ///< begins with a slash
 
     friend bool operator==(const PidsGroup&, const PidsGroup&) = default;
 };
 
-/// The group of `/proc/self/cgroup` that limits the number of processes. Nothing if its path leads outside of what is
-/// mounted.
+/// Finds the group in `/proc/self/cgroup` that limits the number of processes. Nothing if its path leads outside of
+/// what is mounted.
 [[nodiscard]] std::optional<PidsGroup> ParsePidsGroup(std::string_view text);
 
 } // namespace kits

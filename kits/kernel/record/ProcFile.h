@@ -13,11 +13,11 @@ namespace kits {
 /// The environment variable that names a recorded machine.
 inline constexpr const char* kRootVariable = "KITS_ROOT";
 
-/// A folder with `proc/` and `sys/`, with a slash at its end.
+/// Returns a folder with `proc/` and `sys/`, with a slash at its end.
 /// @param root  null and "" mean "/"
 std::string RootFolder(const char* root);
 
-/// A text file of the kernel that is kept open and read from its beginning again and again.
+/// A text file of the kernel that is kept open and read from its beginning each time.
 class ProcFile {
 public:
     /// Opens it if that is possible now.
@@ -25,7 +25,7 @@ public:
     ///                share one buffer, which then stays in the fastest memory.
     ProcFile(std::string path, std::span<char> buffer);
 
-    /// Tries again if it could not be opened, or if reading it failed.
+    /// Opens it again if it could not be opened, or if reading it failed.
     void Reopen();
 
     /// Reads the file from its beginning. The kernel may give a long file in pieces: this is the first one.

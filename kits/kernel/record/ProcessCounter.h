@@ -17,7 +17,7 @@ public:
     /// @param isRecorded  true: counts the entries each time, because the link count of a plain folder is another
     ProcessCounter(std::string folder, bool isRecorded);
 
-    /// Tries again if the folder could not be opened, and measures the constant.
+    /// Opens the folder if it could not be opened before, and measures the constant.
     void Calibrate();
     /// Returns the number of processes; nothing if it is unknown. Call Calibrate before.
     [[nodiscard]] std::optional<int64> Count();

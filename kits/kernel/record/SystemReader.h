@@ -36,18 +36,18 @@ namespace kits {
 /// caller passes. A reading allocates nothing, unless the process was moved to another control group.
 class SystemReader {
 public:
-    /// @param root  null, "" or "/": this machine. Else the folder of a recorded one, with `proc/` and `sys/` as
-    ///              files; semaphores then come from `proc/sys/kernel/sem` and `proc/sysvipc/sem`, processes from
-    ///              counting the numbered entries of `proc/`. A file of it that changes has to be written in place.
+    /// @param root  null, "" or "/": this machine. Otherwise the folder of a recorded one, with `proc/` and `sys/` as
+    ///              files; then semaphores come from `proc/sys/kernel/sem` and `proc/sysvipc/sem`, and processes from
+    ///              counting the numbered entries of `proc/`. Change such a file in place.
     explicit SystemReader(const char* root = nullptr);
     ~SystemReader();
     SystemReader(const SystemReader&) = delete;
     SystemReader& operator=(const SystemReader&) = delete;
 
-    /// @param now          the moment of this reading, microseconds; if it lies before the last one no active time
+    /// @param now          the moment of this reading, microseconds; if it lies before the last one, no active time
     ///                     advances
-    /// @param info         filled whole, not null
-    /// @param activeTimes  gets the active times of the first processors; may be null if `capacity` is 0
+    /// @param info         filled completely, not null
+    /// @param activeTimes  receives the active times of the first processors; may be null if `capacity` is 0
     /// @param capacity     number of elements of `activeTimes`
     void Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity);
 

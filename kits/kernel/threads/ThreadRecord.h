@@ -28,11 +28,11 @@ public:
     /// The moment so many microseconds from now; kNoDeadline if it is too far away to be represented.
     [[nodiscard]] static Deadline DeadlineIn(bigtime_t microseconds);
 
-    /// The calling thread's. A thread that the kit has not made gets one here.
+    /// Returns the calling thread's record. A thread that the kit has not made gets one here.
     [[nodiscard]] static ThreadRecord& Current();
-    /// Null if there is no such thread (any more).
+    /// Returns null if there is no such thread (any more).
     [[nodiscard]] static std::shared_ptr<ThreadRecord> Find(thread_id thread);
-    /// The oldest living one, null if there is none.
+    /// Returns the oldest living one, or null.
     [[nodiscard]] static std::shared_ptr<ThreadRecord> FindNamed(const std::string& name);
 
     /// Makes a thread, suspended. See spawn_thread.
@@ -44,11 +44,11 @@ public:
 
     [[nodiscard]] thread_id Id() const { return fId; }
     [[nodiscard]] bool IsOfTheKit() const { return fEntry != nullptr; }
-    /// True if it was never resumed.
+    /// Returns true if it was never resumed.
     [[nodiscard]] bool IsNew() const;
     [[nodiscard]] thread_info Info() const;
 
-    // From any thread.
+    // Any thread may call these.
     status_t Resume();
     void Suspend();
     void Kill();
@@ -61,18 +61,19 @@ public:
     [[nodiscard]] bool BeginKilling();
     static void EndKilling();
 
-    // By the thread itself.
+    // Only the thread itself calls these.
     /// True if the thread has to end or to stop at its current wait.
     [[nodiscard]] bool HasToStop() const;
-    /// Stops while it is suspended and throws ThreadKilled if it has to end, with the guard released, if there is one.
+    /// Stops while the thread is suspended, and throws ThreadKilled if it must end, with the guard released, if there
+    /// is one.
     void StopIfAsked(WaitPoint::Guard* guard);
-    /// Sleeps until `woken`, which others set by Wake, or until it has to stop. False if the deadline came first.
+    /// Sleeps until `woken`, which others set by Wake, or until it must stop. Returns false if the deadline came first.
     bool Sleep(const bool& woken, Deadline deadline, thread_state state);
     /// See snooze.
     void Snooze(bigtime_t microseconds);
     /// Releases the locks that the thread still holds.
     void ReleaseHeldLocks() noexcept;
-    /// The last act of a thread, after its thread-local objects are destroyed.
+    /// The last action of a thread, after its thread-local objects are destroyed.
     void NoteGone();
 
     /// Sets `woken` of a sleeping thread and wakes it.
@@ -98,15 +99,15 @@ private:
     const thread_func fEntry; ///< null for a thread that the kit has not made
     void* const fData;
 
-    /// Guards what follows, and the `woken` of the wait that the thread is in. Taken after the guard of a wait point.
+    /// Guards the members below, and the `woken` of the thread's current wait. Locked after the guard of a wait point.
     mutable std::mutex fMutex;
     std::condition_variable fChanged;
     bool fIsStarted = false;
     bool fIsSuspended = false;
     bool fIsKilled = false;
-    thread_state fState = B_THREAD_RUNNING; ///< what it does if it is not suspended
+    thread_state fState = B_THREAD_RUNNING; ///< its state if it is not suspended
 
-    std::atomic<bool> fIsAsked = false; ///< suspended or killed: spares the mutex where neither is so
+    std::atomic<bool> fIsAsked = false; ///< suspended or killed: saves locking the mutex if it is neither
 
     WaitPoint fEnd; ///< guards what follows; threads that wait for the end wait here
     std::thread fThread;
@@ -119,7 +120,7 @@ private:
     ThreadRecord* fKilling =
         nullptr; ///< the thread that this one waits for in kill_thread; guarded by the table's mutex
 
-    // Of the thread itself alone.
+    // Used by the thread itself only.
     int fCountShields = 0;
     HeldLock* fNewestHeldLock = nullptr;
 };

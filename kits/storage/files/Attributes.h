@@ -6,11 +6,12 @@
 
 #include <vector>
 
-/// Where attributes of open files are kept: with the file where the file system can, else in this process. Any thread.
+/// The storage of attributes of open files: with the file if the file system can do that, otherwise in this process.
+/// Any thread.
 
 namespace kits {
 
-/// Most bytes of one attribute, its type not counted.
+/// The most bytes of one attribute, without its type.
 inline constexpr size_t kMaxAttributeSize = bounds::kMostAttribute - sizeof(type_code);
 
 struct Attribute {
@@ -18,9 +19,9 @@ struct Attribute {
     std::vector<uint8> value;
 };
 
-/// @return B_ENTRY_NOT_FOUND when the file has none of the name, B_BAD_VALUE for a null or empty name
+/// @return B_ENTRY_NOT_FOUND if the file has none with the name, B_BAD_VALUE for a null or empty name
 status_t LoadAttribute(int descriptor, const char* name, Attribute* attribute);
-/// Replaces the attribute whole.
+/// Replaces the whole attribute.
 status_t StoreAttribute(int descriptor, const char* name, const Attribute& attribute);
 
 } // namespace kits

@@ -17,9 +17,9 @@ struct DarkSigns {
     bool prefersDark = false;             ///< "Gtk/ApplicationPreferDarkTheme" of that daemon
     bool fileIsDark = false;              ///< GTK's settings files say so (SettingsAreDark)
 
-    /// Takes the most certain sign: the portal's preference, else the desktop's own colours, else the theme's name. A
-    /// name proves only that a theme is dark, because names of dark themes need not say so. As in GTK, the environment
-    /// overrides the daemon, and the daemon the files.
+    /// Takes the most reliable sign: the portal's preference, or else the desktop's own colours, or else the theme's
+    /// name. A name proves only that a theme is dark, because names of dark themes need not say so. As in GTK, the
+    /// environment overrides the daemon, and the daemon the files.
     /// @return nothing if there is no sign; then the toolkit's own colours decide
     std::optional<bool> IsDark() const;
 };

@@ -19,7 +19,7 @@ public:
     /// The name of this way in the kept file.
     virtual const char* Name() const = 0;
 
-    /// The colour that the desktop shows, or the average of its picture; nothing if that cannot be found out.
+    /// Returns the colour that the desktop shows, or the average of its picture; nothing if that cannot be found out.
     virtual std::optional<rgb_color> Read() = 0;
 
     /// Every setting that Paint will change, with its value if it has one, so that Restore can restore it, also in
@@ -42,7 +42,8 @@ public:
 
     /// Descriptors that become readable when something has changed.
     virtual std::vector<int> Descriptors() const = 0;
-    /// Reads the news that have come since the last call, without waiting. @return true if the colour may have changed
+    /// Reads the news since the last call, without waiting.
+    /// @return true if the colour may have changed
     virtual bool TakeNews() = 0;
     /// True if the colour may change without any news.
     virtual bool NeedsLooking() const { return false; }

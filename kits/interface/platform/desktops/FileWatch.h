@@ -11,7 +11,7 @@ namespace kits {
 /// removed and made again: meanwhile it watches the nearest one that exists. One thread at a time.
 class FileWatch {
 public:
-    /// @param path  absolute; watches nothing when it is empty
+    /// @param path  absolute; watches nothing if it is empty
     explicit FileWatch(const std::string& path);
 
     /// Readable when something may have happened.
@@ -27,9 +27,9 @@ private:
 
     const std::string fPath;
     FileDescriptor fNotices;
-    int fWatch = -1;         ///< of the folder that is watched now
-    std::string fWatched;    ///< that folder
-    bool fHasFolder = false; ///< it is the one that the file lies in
+    int fWatch = -1;         ///< for the watched folder
+    std::string fWatched;    ///< the watched folder
+    bool fHasFolder = false; ///< it is the file's own folder
 };
 
 } // namespace kits

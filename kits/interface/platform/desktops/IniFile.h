@@ -7,7 +7,7 @@
 
 namespace kits {
 
-/// A settings file of lines "key=value" in groups "[name]", as desktops keep them. Read once; a plain value.
+/// A settings file of lines "key=value" in groups "[name]", as desktops use them. Read once; a plain value.
 class IniFile {
 public:
     using Group = std::map<std::string, std::string>;
@@ -21,7 +21,7 @@ public:
 
     /// Of a text. Skips lines that are no settings; the last of several equal keys counts.
     explicit IniFile(const std::string& text, Values values = Values::kUnescaped);
-    /// Of a file; empty if it has no text, see TextOf.
+    /// Reads a file; empty if it has no text, see TextOf.
     static IniFile Read(const std::string& path, Values values = Values::kUnescaped);
     /// The text of a file; nothing if it cannot be read, is no regular file, or has more than
     /// bounds::kMostForeignSettings bytes. Never waits for another program, as opening a pipe in place of the file

@@ -12,8 +12,8 @@ namespace kits {
 namespace KdeSettings {
 
 /// @param file   in the settings folders: "kdeglobals", ...
-/// @param group  as IniFile takes it
-/// @return the first that is there and not empty
+/// @param group  as for IniFile
+/// @return the first value that exists and is not empty
 std::optional<std::string> Value(const std::string& file, const std::string& group, const std::string& key);
 
 /// A file or folder of programs' data: the user's own first, then the system's.

@@ -38,47 +38,48 @@ public:
     bool TakeNews() override;
 
 private:
-    /// What the settings say.
+    /// The contents of the settings.
     struct State {
         std::string picture;     ///< the path of the wallpaper; "" for none
-        std::string written;     ///< the same, as it stands in the file
+        std::string written;     ///< the same, as written in the file
         std::string mode;        ///< how the picture is shown: "stretch", ...
-        std::string color;       ///< of the background, as it stands in the file
-        std::string slides;      ///< the folder of a slide show; "" for none
-        std::string slide;       ///< its last picture that was written down
-        bool hasPicture = false; ///< the wallpaper is shown, but for slides, and can be set again
+        std::string color;       ///< of the background, as written in the file
+        std::string slides;      ///< the folder of a slideshow; "" for none
+        std::string slide;       ///< its last picture that was noted
+        bool hasPicture = false; ///< the wallpaper is shown, except for slides, and can be set again
 
         bool operator==(const State& other) const
         {
             return picture == other.picture && mode == other.mode && color == other.color;
         }
-        /// Only the background's colour is shown.
+        /// Whether only the background's colour is shown.
         bool IsPlain() const;
-        /// Another mode than that of the settings, which is the only one that counts for the window alone.
+        /// Returns a mode other than that of the settings: only such a mode takes effect for the window alone.
         std::string OtherMode() const;
-        /// True if these are the settings of before, but for a mode that may have been noted for the window.
+        /// Returns true if these settings equal earlier ones, except for a mode that may have been noted for the
+        /// window.
         bool Is(const State& before, bool notesMode) const;
         rgb_color Background() const;
     };
 
     static std::optional<State> Current();
     static State StateOf(const BMessage& kept);
-    /// The picture of a slide show that is shown now, as far as it can be told.
+    /// Returns the picture that a slideshow shows now, as far as that is known.
     static std::string Slide(const State& state);
-    /// As the wallpaper.
+    /// Shows the colour as the wallpaper in the settings.
     bool ShowInSettings(rgb_color color);
     bool ShowInWindow(rgb_color color);
     static bool PutPictureBack(const State& before, const State& now);
     static bool WriteBack(const State& before);
-    /// Removes the picture files that nobody needs any more.
+    /// Removes the picture files that are no longer needed.
     void RemoveUnused() const;
 
     FileWatch fSettings;
     FileWatch fSlides;
     std::optional<State> fPaintedOver;
-    std::string fInWindow;                               ///< the picture file that is shown for the window alone
+    std::string fInWindow;                               ///< the picture file that is shown in the window only
     bool fNotesMode = false;                             ///< it has noted the mode for the window in its settings
-    std::optional<std::pair<State, rgb_color>> fChanged; ///< a colour set for good that is in no settings
+    std::optional<std::pair<State, rgb_color>> fChanged; ///< a permanent colour that is in no settings
 };
 
 } // namespace kits

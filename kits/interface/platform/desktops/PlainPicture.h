@@ -8,7 +8,7 @@
 
 namespace kits {
 
-/// Picture files of one colour, for desktops that take a picture only. They lie in a folder of ours among the user's
+/// Picture files of one colour, for desktops that only accept pictures. They lie in a folder of ours among the user's
 /// settings, each under the name of its colour. Any thread; waits for the disk.
 namespace PlainPicture {
 

@@ -48,14 +48,14 @@ protected:
     virtual std::optional<Settings> Current() const = 0;
     virtual bool Set(const std::string& key, const std::string& value) = 0;
     virtual bool Unset(const std::string& key) = 0;
-    /// The value of a style that means a plain colour.
+    /// Returns the value of a style that means a plain colour.
     virtual std::string PlainStyle(const std::string& key) const = 0;
     virtual std::string FormatColor(rgb_color color) const = 0;
     virtual std::optional<rgb_color> ParseColor(const std::string& value) const = 0;
     /// The colour that the settings show.
     virtual std::optional<rgb_color> Shown(const Settings& settings) const = 0;
 
-    /// The changes since the last call, as texts that name settings.
+    /// Returns the changes since the last call, as texts that name settings.
     virtual std::vector<std::string> TakeChanges() = 0;
     /// True if such a text names a style, or may name one.
     virtual bool MayBeStyle(const std::string& change) const = 0;
@@ -69,14 +69,14 @@ private:
     std::optional<rgb_color> fPainted; ///< by this object
 };
 
-/// The text between the quotes of "'text'" or "\"text\"", the two forms in which tools print settings.
+/// Returns the text between the quotes of "'text'" or "\"text\"", the two forms in which tools print settings.
 std::string Unquoted(const std::string& value);
-/// Of "#rrggbb", "#rrrrggggbbbb" and "rgb(r,g,b)".
+/// Parses "#rrggbb", "#rrrrggggbbbb" and "rgb(r,g,b)".
 std::optional<rgb_color> ParseHexColor(const std::string& text);
-/// The colour halfway between two.
+/// Returns the colour halfway between two.
 rgb_color Between(rgb_color first, rgb_color second);
 
-/// True if light text reads better on the colour than dark text.
+/// Returns true if light text is easier to read on the colour than dark text.
 bool IsDarkColor(rgb_color color);
 
 } // namespace kits

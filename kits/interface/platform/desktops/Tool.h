@@ -31,11 +31,11 @@ public:
     Tool(const Tool&) = delete;
     Tool& operator=(const Tool&) = delete;
 
-    /// Runs one to its end, five seconds at most.
+    /// Runs one to its end, for at most five seconds.
     /// @return its output; nothing if there is no such program, it failed, or it took too long
     static std::optional<std::string> Run(const std::vector<std::string>& arguments);
     /// Runs one to its end.
-    /// @param longest  after so many microseconds it is stopped
+    /// @param longest  after this many microseconds it is stopped
     /// @param stop     a descriptor: when it becomes readable the tool is stopped at once; -1 for none
     /// @param printed  receives its output if it ended well
     static Ending Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed);
@@ -44,11 +44,11 @@ public:
 
     /// Readable when it has printed something or has ended; -1 from then on.
     int Descriptor() const { return fOutput.Get(); }
-    /// Its output since the last call: whole lines, without their ends. Doesn't wait.
+    /// Returns its output since the last call: whole lines, without their ends. Does not wait.
     std::vector<std::string> TakeLines();
 
 private:
-    /// @return false at the end of what it prints
+    /// @return false at the end of its output
     bool ReadSome();
     /// @return false at the given moment, or when `stop` can be read
     bool WaitForOutput(bigtime_t until, int stop) const;

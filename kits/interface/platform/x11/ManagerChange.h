@@ -8,13 +8,13 @@ class QWidget;
 
 namespace kits {
 
-/// Keeps windows at their places when one window manager takes over from another, as on a restart.
+/// Keeps windows in place when one window manager takes over from another, as on a restart.
 ///
-/// Windows of the toolkit count their places from the corner of their content, and Marco forgets that when it ends: it
-/// leaves the content where the corner of the frame was. So each restart would move all windows up and to the left,
-/// and MATE restarts Marco whenever its scale changes.
+/// The toolkit's windows count their place from the corner of their content, and Marco ignores that when it ends: it
+/// moves the content to the corner of the frame. So each restart would move all windows up and to the left, and MATE
+/// restarts Marco whenever its scale changes.
 ///
-/// Main thread; nothing happens without an X server.
+/// Main thread; does nothing without an X server.
 namespace ManagerChange {
 
 /// Watches a window as long as it exists. It must have a system's window.

@@ -21,9 +21,9 @@ public:
     /// Parses the bytes of the desktop's settings daemon up to the first error. Leaves colours out.
     explicit XSettings(std::span<const uint8> bytes);
 
-    /// A setting by its name, such as "Xft/DPI". Nothing if there is none or it has another type.
+    /// Returns a setting by its name, such as "Xft/DPI". Nothing if there is none or it has another type.
     std::optional<int32> Integer(const std::string& name) const;
-    /// For example of "Net/ThemeName".
+    /// For example for "Net/ThemeName".
     std::optional<std::string> Text(const std::string& name) const;
 
 private:
@@ -39,17 +39,17 @@ struct XSettingsSource {
     uint32 owner = 0;     ///< the owner's window; 0: there are no settings
 };
 
-/// Asks the server, three times. Any thread that has the connection to itself.
+/// Queries the server, in three round trips. Any thread that has the connection to itself.
 XSettingsSource FindXSettings(xcb_connection_t* server);
 XSettings ReadXSettings(xcb_connection_t* server, const XSettingsSource& source);
 
-/// The settings as they change, also when another daemon takes over. Main thread.
+/// The current settings, even if another daemon takes over. Main thread.
 namespace XSettingsWatch {
 
 /// @param settings  as read from the source before
 void Start(const XSettingsSource& source, XSettings settings);
 void Stop();
-/// The newest settings; none where there is no X server or no daemon.
+/// Returns the newest settings; none if there is no X server or no daemon.
 const XSettings& Current();
 /// Calls the function after each change, until Stop: together with those added before, in their order, in the event
 /// that applies the new scale.
