@@ -10,7 +10,8 @@ class BMessage;
 class BMessenger;
 class BWindow;
 
-/// The screen of a window. A light object: make it where it is needed and throw it away; with the interface lock held.
+/// The screen of a window. A light object: create it where it is needed and drop it afterwards, with the interface lock
+/// held.
 class BScreen {
 public:
     /// The main screen.
@@ -35,9 +36,9 @@ public:
     /// too: RestoreDesktop() restores it. Does nothing while another program of the user has painted the desktop.
     /// @param permanent  whether the settings of a desktop environment, which outlive the session, may be changed
     void SetDesktopColor(rgb_color color, bool permanent = true);
-    /// Restores the desktop as it was before the first SetDesktopColor(), with its picture and all its settings, but
-    /// for what others have set meanwhile; returns at once. At the start of a program: restores what a program that
-    /// was killed had painted, and costs nothing if there is none.
+    /// Restores the desktop as it was before the first SetDesktopColor(), with its picture and all its settings, except
+    /// settings that others have changed meanwhile; returns at once. At the start of a program: undoes the painting of
+    /// a program that was killed, and costs nothing if there was none.
     void RestoreDesktop();
 
     /// Returns at once: drawing of one turn of the event loop reaches the screen together at its end, so the main

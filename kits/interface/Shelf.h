@@ -26,7 +26,7 @@ public:
     /// from another program and may contain anything.
     virtual bool CanAddReplicant(const BMessage* archive) const = 0;
     /// Hook: the archive was dropped; its source keeps the view until it gets B_REPLICANT_TAKEN. The shelf sends that
-    /// to the source once it has made sure that it keeps what it has taken: then nothing is lost, whatever is killed in
+    /// to the source once the view is certain to be kept here, so nothing is lost, whichever program is killed in
     /// between.
     /// @param where     in the view
     /// @param identity  of the dragged view, see BDragger. The same one can be dropped again before its source learns

@@ -3,8 +3,9 @@
 
 namespace kits {
 
-/// The kind of display that windows of this process are on. The only place that asks the toolkit for its platform; what
-/// differs between displays asks here, and is done in x11/ and wayland/. Once the toolkit's application object exists.
+/// The kind of display that shows the windows of this process. Only this code asks the toolkit for its platform; code
+/// that differs between displays calls these functions, and stands in x11/ and wayland/. Call them once the toolkit's
+/// application object exists.
 namespace Display {
 
 /// True on an X server: windows know and choose their places, there is a root window, and XServer() is not null.
