@@ -71,7 +71,7 @@ bool BBitmap::RemoveChild(BView* view)
 {
     for (auto it = fChildren.begin(); it != fChildren.end(); ++it) {
         if (it->get() == view) {
-            it->release();
+            static_cast<void>(it->release()); // the caller's from here on
             fChildren.erase(it);
             kits::ViewImpl::Of(view).SetBitmap(nullptr);
             return true;

@@ -61,7 +61,7 @@ bool BView::RemoveSelf()
     // A detach hook may have removed it already.
     if (place == siblings->end())
         return false;
-    place->release();
+    static_cast<void>(place->release()); // the caller's from here on
     siblings->erase(place);
     impl.fParent = nullptr;
     if (impl.fBitmap != nullptr)

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
 
 /// Returns whether one of the folders, separated by ':', has such a program.
-bool HasProgram(std::string folders, const char* name)
+bool HasProgram(const std::string& folders, const char* name)
 {
     for (size_t begin = 0; begin <= folders.size();) {
         const size_t end = std::min(folders.find(':', begin), folders.size());
