@@ -21,12 +21,12 @@ endfunction()
 
 add_custom_target(headless_tests)
 
-# qel_test(NAME LINK target... [FOLDERS folder...] [ENVIRONMENT VAR=VALUE...] [GUI]): a GoogleTest program of the .cpp
-# files in the current folder and in the named folders inside it; every test runs in a process of its own. GUI tests run
-# without a screen. Tests that link nothing of the GUI are labelled "headless", and the target headless_tests builds
-# them.
+# qel_test(NAME LINK target... [FOLDERS folder...] [ENVIRONMENT VAR=VALUE...] [GUI|HEADLESS]): a GoogleTest program of
+# the .cpp files in the current folder and in the named folders inside it; every test runs in a process of its own. GUI
+# tests run without a screen. Tests that link nothing of the GUI, or say that they need none of it, are labelled
+# "headless", and the target headless_tests builds them.
 function(qel_test name)
-    cmake_parse_arguments(ARG "GUI" "" "FOLDERS;LINK;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "GUI;HEADLESS" "" "FOLDERS;LINK;ENVIRONMENT" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
     foreach(folder ${ARG_FOLDERS})
         file(GLOB found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
@@ -53,7 +53,7 @@ function(qel_test name)
         list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main)
-        if(NOT ARG_LINK MATCHES "kits_(platform|core|controls|startup|shortcuts|interface)|qel_(ui|sources|prefs|chart|pages|desktop|app)")
+        if(ARG_HEADLESS OR NOT ARG_LINK MATCHES "kits_(platform|core|controls|startup|shortcuts|interface)|qel_(ui|sources|prefs|chart|pages|desktop|app)")
             add_dependencies(headless_tests ${name})
             set(label LABELS headless)
         endif()

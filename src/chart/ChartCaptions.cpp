@@ -24,7 +24,7 @@ ChartCaptions::ChartCaptions(ChartSettings& settings)
     ColorsChanged();
 }
 
-ChartCaption* ChartCaptions::At(BPoint where)
+const ChartCaption* ChartCaptions::At(BPoint where) const
 {
     if (fValue.IsOn(where))
         return &fValue;
@@ -36,11 +36,11 @@ const char* ChartCaptions::TextOf(const ChartCaption& caption) const
     return &caption == &fValue ? fValueText : fSettings.titleText.c_str();
 }
 
-bool ChartCaptions::SetValueText(const Text& text)
+bool ChartCaptions::SetValueText(const char* text)
 {
     if (std::strcmp(text, fValueText) == 0)
         return false;
-    std::memcpy(fValueText, text, sizeof(fValueText));
+    std::strncpy(fValueText, text, sizeof(fValueText) - 1);
     return true;
 }
 

@@ -38,14 +38,15 @@ public:
     const ChartCaption& Value() const { return fValue; }
     const ChartCaption& Title() const { return fTitle; }
     /// Returns the caption that shows at a place, the value first, or null.
-    ChartCaption* At(BPoint where);
+    const ChartCaption* At(BPoint where) const;
     const char* TextOf(const ChartCaption& caption) const;
 
     const char* ValueText() const { return fValueText; }
     /// A buffer for the text of the value.
     typedef char Text[ValueProvider::kValueStringLength];
+    /// Cuts off the part that does not fit.
     /// @return false if the value has that text already
-    bool SetValueText(const Text& text);
+    bool SetValueText(const char* text);
 
     /// Call after a change of the caption's font.
     void FontChanged(ChartCaption& caption);

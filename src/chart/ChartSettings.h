@@ -23,6 +23,8 @@ enum : int16 { kAATargetChart = 1, kAATargetBackground = 2, kAATargetAverage = 3
 
 /// In bytes. Longer titles are cut at a character.
 inline constexpr int32 kMaxTitleLength = 1024;
+/// The smallest width and height, in pixels, to which the user can resize a chart on the desktop.
+inline constexpr float kSmallestReplicant = 20;
 /// The smallest and largest font sizes of captions, in logical pixels.
 inline constexpr float kMinFontSize = 4;
 inline constexpr float kMaxFontSize = 200;

@@ -5,10 +5,11 @@
 #include "kits/application/Application.h"
 #include "kits/application/Archivable.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
-#include "src/support/FieldRanges.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Qel.h"
 
 #include <cstring>
@@ -32,34 +33,34 @@ bool ChartShelf::AddReplicant(BMessage* archive, BPoint, const std::string& iden
         if (!CanAddReplicant(archive))
             return false;
         // The layout sets its size.
-        archive->RemoveName("_frame");
+        kits::kFrameField.Remove(archive);
         fHolder->AddChartView(new ChartView(archive));
         fHolder->Rerender();
         fTaken.Add(identity);
     }
     BMessage taken(B_REPLICANT_TAKEN);
-    taken.AddString("Identity", identity);
-    taken.AddMessenger("Messenger", source);
+    kIdentityField.Add(&taken, identity);
+    kMessengerField.Add(&taken, source);
     be_app_messenger.SendMessage(&taken);
     return true;
 }
 
 void ChartShelf::SaveTo(BMessage* into) const
 {
-    into->RemoveName("Taken");
+    kTakenField.Remove(into);
     for (const std::string& identity : fTaken.All())
-        into->AddString("Taken", identity);
+        kTakenField.Add(into, identity);
 }
 
 void ChartShelf::LoadFrom(const BMessage& from)
 {
-    const char* identity = nullptr;
-    for (int32 i = 0; from.FindString("Taken", i, &identity) == B_OK; i++)
-        fTaken.Add(identity);
+    for (int32 i = 0; i < kTakenField.Count(from); i++)
+        if (std::string identity; kTakenField.Find(from, &identity, i))
+            fTaken.Add(identity);
     if (fTaken.All().empty())
         return;
     BMessage taken(B_REPLICANT_TAKEN);
     for (const std::string& one : fTaken.All())
-        taken.AddString("Identity", one);
+        kIdentityField.Add(&taken, one);
     be_app_messenger.SendMessage(&taken);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/interface/Shelf.h"
 #include "kits/support/Identity.h"
 
@@ -30,3 +31,7 @@ private:
     ChartViewHolder* fHolder;
     kits::Identities fTaken{kMostTaken};
 };
+
+/// The identities of charts that came from the desktop, in the archive of a holder.
+inline const kits::Field<std::string> kTakenField("Taken", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
+                                                  kits::kMostNumber);

@@ -135,7 +135,22 @@ void ChartView::LoadPrefsFrom(BMessage* from)
         SetTransparent(transparent);
     kVerticalField.Find(*from, &fSettings.vertical);
     LoadSourcesFrom(*from);
-    LoadColorsFrom(*from);
+
+    rgb_color color;
+    for (int32 i = 0; i < kMaxSources; i++)
+        if (kChartColorField.Find(*from, &color, i))
+            SetChartColor(color, i);
+    if (kBackgroundColorField.Find(*from, &color))
+        SetBackgroundColor(color);
+    if (kValueColorField.Find(*from, &color))
+        SetValueColor(color);
+    if (kTitleColorField.Find(*from, &color))
+        SetTitleColor(color);
+    if (kBorderColorField.Find(*from, &color))
+        SetBorderColor(color);
+    bool lock = false;
+    if (kLockBgColorField.Find(*from, &lock))
+        SetLockBgColor(lock);
 }
 
 void ChartView::LoadSourcesFrom(const BMessage& from)
@@ -150,25 +165,6 @@ void ChartView::LoadSourcesFrom(const BMessage& from)
     for (int32 i = 0; kSourcesField.Find(from, &archive, i); i++)
         if (IsSourceArchive(archive, false))
             AddValueProvider(&archive, -1);
-}
-
-void ChartView::LoadColorsFrom(const BMessage& from)
-{
-    rgb_color color;
-    for (int32 i = 0; i < kMaxSources; i++)
-        if (kChartColorField.Find(from, &color, i))
-            SetChartColor(color, i);
-    if (kBackgroundColorField.Find(from, &color))
-        SetBackgroundColor(color);
-    if (kValueColorField.Find(from, &color))
-        SetValueColor(color);
-    if (kTitleColorField.Find(from, &color))
-        SetTitleColor(color);
-    if (kBorderColorField.Find(from, &color))
-        SetBorderColor(color);
-    bool lock = false;
-    if (kLockBgColorField.Find(from, &lock))
-        SetLockBgColor(lock);
 }
 
 const ValueProvider* ChartView::ValueProviderAt(int32 index) const

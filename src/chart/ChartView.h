@@ -23,14 +23,9 @@ class ChartViewHolder;
 class FireAndForgetThread;
 class SmartWindow;
 
-/// The smallest width and height, in pixels, to which the user can resize a chart on the desktop.
-inline constexpr float kSmallestReplicant = 20;
-
 /// The view of a chart. It owns the chart's parts, handles events and redraws changes on the screen: ChartSettings
 /// holds what the user has set, ChartPicture draws the samples, ChartCaptions draws the title and the value,
-/// ChartConnection delivers the samples.
-///
-/// It lives in a ChartViewHolder, or outside the application as a *replicant*.
+/// ChartConnection delivers the samples. It lives in a ChartViewHolder, or outside the application as a *replicant*.
 ///
 /// Threads: the view belongs to its window's thread. Any thread that holds the interface lock may call the setters,
 /// which also take it themselves. Without a window a chart keeps its picture and draws nothing on a screen. Locks are
@@ -43,24 +38,18 @@ public:
     explicit ChartView(BMessage* archive);
     /// Closes its preferences window, ends its threads and disconnects; waits only for a file that is being saved.
     ~ChartView() override;
-    /// Creates a chart outside the application from the output of Archive(); returns null when @p archive is not a
-    /// chart's. The caller owns the result.
+    /// Creates a chart outside the application; null when @p archive is not a chart's. The caller owns the result.
     static ChartView* Instantiate(BMessage* archive);
     /// Writes a replicant's archive: the view itself, "add_on", "class" and all settings. Never contains children.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    // Settings as fields of a message: of the settings file, a snapshot of the preferences, or a drag of settings.
-
-    /// Each returns the statuses of the fields, or-ed together.
+    /// These add settings to a message and return the statuses of the fields, or-ed together.
     status_t SavePrefsTo(BMessage* into) const;
     status_t SaveColorPrefsTo(BMessage* into) const { return fSettings.SaveColors(into); }
     status_t SaveGeneralPrefsTo(BMessage* into) const;
     status_t SaveProviderPrefsTo(BMessage* into) const;
     /// A setting that is missing or out of its range keeps its value.
     void LoadPrefsFrom(BMessage* from);
-
-    // The parts of the chart, for reading.
-
     const ChartSettings& Settings() const { return fSettings; }
     const ChartPicture& Picture() const { return fPicture; }
     const ChartCaptions& Captions() const { return fCaptions; }
@@ -69,23 +58,19 @@ public:
     rgb_color ChartColor(int32 index) const { return fSettings.chartColors[static_cast<size_t>(index)]; }
     /// Returns its pop-up menu, or null until the chart was in a window.
     ChartMenu* Menu() const { return fMenu.get(); }
-    /// Returns its preferences window while that is open.
     SmartWindow* PreferencesWindow() const { return fPrefsWindow; }
-
-    // Sources.
 
     int32 CountValueProviders() const { return fPicture.CountSources(); }
     /// Returns the source at @p index, or null. The chart owns it.
     const ValueProvider* ValueProviderAt(int32 index) const;
-    /// Puts a source made from @p archive at @p index; a negative index, or one past the end, appends. Does nothing
-    /// when the chart has eight sources.
+    /// Puts a source made from @p archive at @p index, or at the end if there is no such index. Ignores a ninth one.
     void AddValueProvider(BMessage* archive, int32 index);
     /// Removes the source at @p index, or all of them with -1. Ignores an index that does not exist.
     void RemoveValueProvider(int32 index);
     /// Returns the source of the value caption, or null.
     const ValueProvider* ValueVP() const { return fValueVP.get(); }
 
-    // Settings, one by one. Each takes effect at once; a value out of the range of its field is ignored.
+    // Each setting takes effect at once; a value out of the range of its field is ignored.
 
     /// Takes the first @p length bytes of @p text, all of it with 0. A title that is too long is cut at a character.
     void SetTitle(const char* text, int32 length = 0);
@@ -114,8 +99,6 @@ public:
     void SetSkipValue(int16 skip) { SetInRange(kSkipValueField, skip, &fSettings.skip); }
     void SetValueSkipValue(int16 skip) { SetInRange(kValueSkipValueField, skip, &fSettings.valueSkip); }
 
-    // Samples.
-
     /// Draws a new sample, unless the chart is paused, in no window, or the sample came too early. The caller holds the
     /// sampler's lock from before it reads @p newest until this returns.
     void Refresh(Sysinfo* sampler, SysinfoNode* newest);
@@ -130,20 +113,16 @@ public:
     /// Sets the holder of a chart in the main window; null for other charts. The chart does not own it.
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
-
-    /// Makes and shows the preferences window of a chart, with the state in the archive unless that is empty. It keeps
-    /// the pointer in the slot, and its messages go to the chart. Set once for all charts, since this folder knows no
-    /// pages.
+    /// Makes and shows the preferences window of a chart, with the state in the archive unless that is empty. Stores
+    /// the pointer in the slot; the window's messages go to the chart. Set once for all charts, which know no pages.
     typedef void (*PreferencesOpener)(ChartView* chart, SmartWindow** slot, BMessage* archive);
     static void SetPreferencesOpener(PreferencesOpener opener);
 
     /// Returns the figures behind the picture as a table for a file (ChartExport.h).
     std::string ValuesAsCsv();
-    /// Returns the visible chart, captions and border included, as a PNG file of the screen's resolution; empty outside
-    /// a window.
+    /// Returns the visible chart as a PNG file of the screen's resolution; empty outside a window.
     std::string PictureAsPng();
     void SaveFile(const std::string& path, std::string bytes) { fSaving.Save(path, std::move(bytes)); }
-
     /// Moves a caption that is dragged: its base line begins at the mouse, kept inside the view.
     void TrackValue(BPoint where) { TrackCaption(fCaptions.Value(), where); }
     void TrackTitle(BPoint where) { TrackCaption(fCaptions.Title(), where); }
@@ -160,9 +139,8 @@ public:
     /// Pastes on the chosen caption; without one, on the chart as a whole, and a colour on its background.
     bool PasteRequested(BPoint* where) override;
     void Draw(BRect update) override;
-    /// Enter chooses the title, then the value, then none. The arrow keys move the chosen caption by a pixel, or by ten
-    /// with Shift; Escape puts it back. A chart without the focus has no chosen caption. On the desktop, while no
-    /// caption is chosen, the arrow keys move the chart, with Ctrl they resize it, and Tab goes to the next chart.
+    /// Enter chooses the title, the value, then none. Arrow keys move the chosen caption, Escape puts it back. On the
+    /// desktop they move the chart while none is chosen, with Ctrl they resize it, and Tab goes to the next chart.
     void KeyDown(const char* bytes, int32 count) override;
     void MessageReceived(BMessage* message) override;
     void MouseDown(BPoint where) override;
@@ -173,7 +151,6 @@ public:
 private:
     void Initialise();
     void LoadSourcesFrom(const BMessage& from);
-    void LoadColorsFrom(const BMessage& from);
     void ShowCaption(ChartCaption& caption, bool on);
     void SetCaptionFont(ChartCaption& caption, const FFont* font);
     void SetCaptionColor(ChartCaption& caption, rgb_color color);
@@ -191,22 +168,14 @@ private:
     void UpdateToolTip();
     void OpenMenu(BPoint where);
     void TrackCaption(ChartCaption& caption, BPoint where);
-    void Choose(ChartCaption* caption);
     void MoveChosen(BPoint where);
     bool UseKey(char key);
     bool UseArrow(BPoint direction, uint32 modifiers);
-    int32 SourceMeantBy(const BMessage& message) const;
-    void PasteColor(const BMessage& message);
-    void ColorDropped(BPoint where, rgb_color color);
-    void ColorSource(int32 source, rgb_color color);
-    void FontDropped(BMessage* message);
-    void TextDropped(BMessage* message);
     void SourcesDropped(BMessage* message);
+    bool DropReceived(BMessage* message);
     void TakePlace(const BMessage& message, ChartCaption& caption);
-    void OpenPrefs();
     void MakeDraggerMenu();
     bool DesktopMessageReceived(BMessage* message);
-    void ShowOnDesktop(const BPoint* leftTop);
 
     ChartSettings fSettings;
     ChartPicture fPicture{fSettings, Bounds()};

@@ -21,6 +21,22 @@ constexpr const char* kNoAnswer =
 constexpr const char* kTooMany = TrLater("The chart could not be put on the desktop: there are too many charts there.");
 constexpr const char* kDesktopTip = TrLater("Drag this to move the chart, or back into the window");
 
+// The chart gets a window of its own there; without a place, where there is room.
+void ShowOnDesktop(ChartView* chart, DesktopSender& sender, const BPoint* leftTop)
+{
+    BMessage request(MSG_SHOW_ON_DESKTOP);
+    BMessage archive;
+    status_t status = chart->Archive(&archive, false);
+    if (status == B_OK)
+        status = kArchiveField.Add(&request, archive);
+    if (status == B_OK && leftTop != nullptr)
+        status = kPlaceField.Add(&request, *leftTop);
+    if (status == B_OK)
+        status = sender.Send(request, BMessenger(chart));
+    if (status != B_OK)
+        ShowAlert(Tr(status == B_WOULD_BLOCK ? kNoAnswer : kNoStart), B_WARNING_ALERT);
+}
+
 } // namespace
 
 void ChartView::MakeDraggerMenu()
@@ -39,21 +55,6 @@ void ChartView::MakeDraggerMenu()
     fDragger->SetAccessibleName(Tr("Handle"));
 }
 
-void ChartView::ShowOnDesktop(const BPoint* leftTop)
-{
-    BMessage request(MSG_SHOW_ON_DESKTOP);
-    BMessage archive;
-    status_t status = Archive(&archive, false);
-    if (status == B_OK)
-        status = kArchiveField.Add(&request, archive);
-    if (status == B_OK && leftTop != nullptr)
-        status = kPlaceField.Add(&request, *leftTop);
-    if (status == B_OK)
-        status = fDesktopSender.Send(request, BMessenger(this));
-    if (status != B_OK)
-        ShowAlert(Tr(status == B_WOULD_BLOCK ? kNoAnswer : kNoStart), B_WARNING_ALERT);
-}
-
 bool ChartView::DesktopMessageReceived(BMessage* message)
 {
     BPoint where;
@@ -68,12 +69,12 @@ bool ChartView::DesktopMessageReceived(BMessage* message)
         else if (message->what == B_DROPPED_ON_DESKTOP && kits::kWhereField.Find(*message, &where) &&
                  kits::kOffsetField.Find(*message, &offset)) {
             where = where - offset;
-            ShowOnDesktop(&where);
+            ShowOnDesktop(this, fDesktopSender, &where);
         }
         return true;
     case MSG_COPY_TO_DESKTOP:
         if (!IsReplicant())
-            ShowOnDesktop(nullptr);
+            ShowOnDesktop(this, fDesktopSender, nullptr);
         return true;
     case MSG_GO_TO_DESKTOP: {
         const BMessenger host(kDesktopSignature);

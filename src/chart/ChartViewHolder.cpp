@@ -3,14 +3,15 @@
 
 #include "kits/application/Looper.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/InterfaceDefs.h"
 #include "kits/interface/PopUpMenu.h"
 #include "src/chart/ChartLocks.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartShelf.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Tr.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ ChartViewHolder::ChartViewHolder(BMessage* archive)
     : BView(kDefaultFrame, "Charts", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS)
 {
     BRect size = kDefaultFrame;
-    FindInRange(*archive, "Rect", &size);
+    kHolderBoundsField.Find(*archive, &size);
     ResizeTo(size.Width(), size.Height());
     Initialise();
     fShelf->LoadFrom(*archive);
@@ -75,11 +76,11 @@ void ChartViewHolder::Initialise()
 
 status_t ChartViewHolder::Archive(BMessage* into, bool) const
 {
-    into->AddRect("Rect", Bounds());
-    into->RemoveName("Chart");
+    kHolderBoundsField.Add(into, Bounds());
+    kChartField.Remove(into);
     for (const ChartView* chart : fCharts) {
         BMessage archive;
-        if (chart->Archive(&archive, false) != B_OK || into->AddMessage("Chart", &archive) != B_OK)
+        if (chart->Archive(&archive, false) != B_OK || kChartField.Add(into, archive) != B_OK)
             break;
     }
     fShelf->SaveTo(into);
@@ -89,9 +90,9 @@ status_t ChartViewHolder::Archive(BMessage* into, bool) const
 void ChartViewHolder::LoadPrefsFrom(BMessage* from)
 {
     BMessage archive;
-    for (int32 i = 0; CountCharts() < kMaxCharts && from->FindMessage("Chart", i, &archive) == B_OK; i++) {
+    for (int32 i = 0; CountCharts() < kMaxCharts && kChartField.Find(*from, &archive, i); i++) {
         // The layout sets its size; a frame from outside would only cost memory until then.
-        archive.RemoveName("_frame");
+        kits::kFrameField.Remove(&archive);
         AddChartView(new ChartView(&archive));
     }
     Rerender();
@@ -183,7 +184,7 @@ void ChartViewHolder::Relay(const BMessage& message)
 {
     void* sender = nullptr;
     BMessage wish;
-    if (message.FindPointer("CView", &sender) != B_OK || message.FindMessage("Msg", &wish) != B_OK)
+    if (!kSenderField.Find(message, &sender) || !kWishField.Find(message, &wish))
         return;
     for (ChartView* chart : fCharts)
         if (chart != sender && chart->Looper() != nullptr)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/interface/View.h"
 
 #include <memory>
@@ -14,6 +15,12 @@ class ChartView;
 
 /// The largest number of charts to load or add, more than a screen has rows.
 inline constexpr int32 kMaxCharts = 1000;
+/// The longest side of a holder, in pixels.
+inline constexpr float kLongestHolder = 16383;
+
+// The archive of a holder; ChartShelf.h has the rest.
+inline const kits::Field<BRect> kHolderBoundsField("Rect", 0, kLongestHolder);
+inline const kits::Field<BMessage> kChartField("Chart", kMaxCharts);
 
 /// Owns the charts of the main window and lays them out from top to bottom in equal bands over its whole width.
 ///

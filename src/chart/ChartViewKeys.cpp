@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Message.h"
-#include "kits/application/Messenger.h"
-#include "kits/interface/Clipboard.h"
 #include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
-#include "src/chart/ChartLocks.h"
-#include "src/chart/ChartMenu.h"
 #include "src/chart/ChartView.h"
-#include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
@@ -39,13 +34,15 @@ bool ChartView::UseKey(char key)
     const auto modifiers = static_cast<uint32>(message != nullptr ? kits::kModifiersField.Get(*message) : 0);
     switch (key) {
     case B_ENTER:
-        Choose(fCaptions.NextToChoose());
+        if (fCaptions.Choose(fCaptions.NextToChoose()))
+            Invalidate();
         return true;
     case B_ESCAPE:
         if (fCaptions.Chosen() == nullptr)
             return false;
         MoveChosen(fCaptions.ChosenFrom());
-        Choose(nullptr);
+        fCaptions.Choose(nullptr);
+        Invalidate();
         return true;
     case B_TAB: {
         if (!IsReplicant())
@@ -88,12 +85,6 @@ bool ChartView::UseArrow(BPoint direction, uint32 modifiers)
     return true;
 }
 
-void ChartView::Choose(ChartCaption* caption)
-{
-    if (fCaptions.Choose(caption))
-        Invalidate();
-}
-
 void ChartView::MoveChosen(BPoint where)
 {
     TrackCaption(*fCaptions.Chosen(), where);
@@ -112,28 +103,4 @@ bool ChartView::PasteRequested(BPoint* where)
     const ChartCaption* chosen = fCaptions.Chosen();
     *where = chosen != nullptr ? fCaptions.PlaceOn(*chosen) : kBeside;
     return true;
-}
-
-// The menu may change before the colour comes, so the source is looked up again then.
-void ChartView::PasteColor(const BMessage& message)
-{
-    const auto take = [chart = BMessenger(this), message](const BMessage& pasted) {
-        auto* const view = dynamic_cast<ChartView*>(chart.Target(nullptr));
-        if (view == nullptr)
-            return;
-        const int32 source = view->SourceMeantBy(message);
-        rgb_color color;
-        if (source != -1 && FindColorMessage(pasted, &color))
-            view->ColorSource(source, color);
-        else
-            beep();
-    };
-    if (SourceMeantBy(message) == -1 || !kits::FetchClipboard(take))
-        beep();
-}
-
-// Returns the source whose submenu holds the item that sent the message, or -1.
-int32 ChartView::SourceMeantBy(const BMessage& message) const
-{
-    return fMenu != nullptr ? fMenu->SourceOf(kits::kSourceField.Get(message)) : -1;
 }

@@ -8,16 +8,12 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
-#include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 #include "src/support/ui/SmartWindow.h"
 
 namespace {
-
-// The message of font panels, which FontDropped() takes.
-constexpr uint32 kFontDrop = '!FNT';
 
 ChartView::PreferencesOpener sPreferencesOpener = nullptr;
 
@@ -74,28 +70,6 @@ void ChartView::MessageReceived(BMessage* message)
             kits::EventLoop::NoteUnchanged();
         break;
     }
-    case MSG_PREFS_DROP:
-        LoadPrefsFrom(message);
-        RedrawAll();
-        break;
-    case MSG_SOURCE_DROP:
-        SourcesDropped(message);
-        break;
-    case B_SIMPLE_DATA:
-    case B_MIME_DATA:
-        TextDropped(message);
-        break;
-    case B_PASTE:
-        if (rgb_color color; message->WasDropped() && FindColorMessage(*message, &color))
-            ColorDropped(ConvertFromScreen(message->DropPoint()), color);
-        break;
-    case kFontDrop:
-        FontDropped(message);
-        break;
-    case MSG_REMOVE_SOURCE:
-        if (const int32 source = SourceMeantBy(*message); source != -1)
-            RemoveValueProvider(source);
-        break;
     case MSG_DISTRIBUTE_VALUE_POS:
         Distribute(this, MSG_SET_VALUE_POS, kCoordField, fSettings.value.where);
         break;
@@ -138,11 +112,13 @@ void ChartView::MessageReceived(BMessage* message)
         if (!kits::PasteOnto(this))
             beep();
         break;
-    case MSG_PASTE_COLOR:
-        PasteColor(*message);
-        break;
     case MSG_CHART_PREFS:
-        OpenPrefs();
+        if (fPrefsWindow != nullptr)
+            fPrefsWindow->Activate();
+        else if (sPreferencesOpener != nullptr)
+            sPreferencesOpener(this, &fPrefsWindow, &fSettings.prefsWindow);
+        else
+            beep();
         break;
     case MSG_WINDOW_CLOSED:
         if (kContainerField.Get(*message) == &fPrefsWindow)
@@ -168,7 +144,7 @@ void ChartView::MessageReceived(BMessage* message)
         fConnection.TellFailure();
         break;
     default:
-        if (!DesktopMessageReceived(message))
+        if (!DropReceived(message) && !DesktopMessageReceived(message))
             BView::MessageReceived(message);
     }
 }
@@ -182,14 +158,4 @@ void ChartView::TakePlace(const BMessage& message, ChartCaption& caption)
     fCaptions.MoveTo(caption, where, Bounds());
     DrawCaption(fCaptions.Value(), true);
     DrawCaption(fCaptions.Title(), true);
-}
-
-void ChartView::OpenPrefs()
-{
-    if (fPrefsWindow != nullptr)
-        fPrefsWindow->Activate();
-    else if (sPreferencesOpener != nullptr)
-        sPreferencesOpener(this, &fPrefsWindow, &fSettings.prefsWindow);
-    else
-        beep();
 }

@@ -96,7 +96,8 @@ void ChartView::MouseDown(BPoint where)
     const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
     const auto buttons = static_cast<uint32>(message != nullptr ? kits::kButtonsField.Get(*message) : 0);
     fFocusByMouse = true;
-    Choose(nullptr);
+    if (fCaptions.Choose(nullptr))
+        Invalidate();
     if ((buttons & B_PRIMARY_MOUSE_BUTTON) == 0)
         OpenMenu(where);
     else if (fCaptions.Value().IsOn(where))

@@ -6,6 +6,7 @@
 #include "kits/support/Identity.h"
 #include "src/chart/DesktopCharts.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Qel.h"
 
 namespace {
@@ -35,7 +36,7 @@ status_t DesktopSender::Send(const BMessage& request, const BMessenger& teller)
     if (fJobs.size() >= kMostJobs)
         return B_WOULD_BLOCK;
     auto job = std::make_unique<Job>(Job{request, teller, nullptr});
-    job->request.AddString("Request", kits::NewIdentity());
+    kRequestField.Add(&job->request, kits::NewIdentity());
     auto work = std::make_unique<OneParamFunctionObject<Job*>>(Deliver, job.get());
     job->thread = FireAndForgetThread::Launch(std::move(work), "Chart to the desktop", B_NORMAL_PRIORITY);
     if (job->thread == nullptr)
@@ -54,7 +55,7 @@ void DesktopSender::Deliver(Job* job)
         if (status == B_OK && answer == 0)
             return;
         if (status == B_OK) {
-            failure.AddBool("Refused", true);
+            kRefusedField.Add(&failure, true);
             break;
         }
         if (status == B_WOULD_BLOCK) {

@@ -41,11 +41,6 @@ constexpr float kDividerPart = 2.3f;
 /// Picks at shorter intervals are quick ones.
 constexpr bigtime_t kQuickPick = 500000;
 
-/// The values for a caption's antialiasing, in the order of the menu.
-constexpr int16 kAAChart = 1;
-constexpr int16 kAABackground = 2;
-constexpr int16 kAAAverage = 3;
-
 } // namespace
 
 ChartColorTab::ChartColorTab(ChartView* chart)
@@ -133,13 +128,13 @@ bool ChartColorTab::HandleChartMessage(uint32 code)
         ColorChanged();
         return true;
     case MSG_AA_TARGET_CHART:
-        SetAATarget(kAAChart);
+        SetAATarget(kAATargetChart);
         return true;
     case MSG_AA_TARGET_BACKGROUND:
-        SetAATarget(kAABackground);
+        SetAATarget(kAATargetBackground);
         return true;
     case MSG_AA_TARGET_AVERAGE:
-        SetAATarget(kAAAverage);
+        SetAATarget(kAATargetAverage);
         return true;
     case MSG_TARGET_CHART:
         ChooseTarget(kChart);

@@ -8,7 +8,6 @@
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/ScrollView.h"
 #include "kits/interface/Slider.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/FontSample.h"
 #include "src/pages/PageControls.h"
@@ -29,15 +28,12 @@ constexpr float kSmallestSample = 48;
 /// The families' fraction of the page's width; the styles have the rest.
 constexpr float kFamiliesPart = 0.58f;
 
-constexpr const char* kValueFontField = "ValueFont";
-constexpr const char* kTitleFontField = "TitleFont";
-
 void SaveFonts(const ChartView& chart, BMessage* into)
 {
-    for (const char* field : {kValueFontField, kTitleFontField})
-        into->RemoveName(field);
-    AddMessageFont(into, kValueFontField, &chart.Settings().value.font);
-    AddMessageFont(into, kTitleFontField, &chart.Settings().title.font);
+    kValueFontField.Remove(into);
+    kTitleFontField.Remove(into);
+    kValueFontField.Add(into, chart.Settings().value.font);
+    kTitleFontField.Add(into, chart.Settings().title.font);
 }
 
 /// Selects the row with this text, or none.
@@ -75,8 +71,8 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
 {
     fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
     // A caption that grows may have to move.
-    Snapshot().AddPoint("ValueCoord", chart->Settings().value.where);
-    Snapshot().AddPoint("TitleCoord", chart->Settings().title.where);
+    kValueCoordField.Add(&Snapshot(), chart->Settings().value.where);
+    kTitleCoordField.Add(&Snapshot(), chart->Settings().title.where);
 
     auto* targets = new BPopUpMenu("");
     targets->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_FONT_TARGET_NONE)));

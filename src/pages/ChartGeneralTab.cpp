@@ -9,7 +9,6 @@
 #include "kits/interface/TextControl.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
-#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 #include "src/support/ui/MenuTargets.h"
@@ -19,6 +18,9 @@
 namespace {
 
 constexpr int32 kSkipSteps = 50;
+
+/// Of MSG_CHART_TYPE; of MSG_GAUGE_ORIENTATION there is kVerticalField.
+const kits::Field<int32> kTypeField("Type", kSolidChart, kPointChart);
 
 /// Places in the layout, as fractions of the page's width.
 constexpr float kLeftColumn = 0.02f;
@@ -44,14 +46,14 @@ std::string SkipLabel(const char* label, int16 skip)
 BMenuItem* MakeTypeItem(const char* label, int32 type)
 {
     auto* message = new BMessage(MSG_CHART_TYPE);
-    message->AddInt32("Type", type);
+    kTypeField.Add(message, type);
     return new BMenuItem(label, message);
 }
 
 BMenuItem* MakeOrientationItem(const char* label, bool vertical)
 {
     auto* message = new BMessage(MSG_GAUGE_ORIENTATION);
-    message->AddBool("Vertical", vertical);
+    kVerticalField.Add(message, vertical);
     return new BMenuItem(label, message);
 }
 
@@ -173,17 +175,14 @@ void ChartGeneralTab::MessageReceived(BMessage* message)
 void ChartGeneralTab::ChartTypeChosen(const BMessage& message)
 {
     Chart()->SetMode(kChartMode);
-    int32 type = 0;
-    if (FindInRange(message, "Type", &type))
-        Chart()->SetChartType(static_cast<int16>(type));
+    Chart()->SetChartType(static_cast<int16>(kTypeField.Get(message)));
     fChartItem->SetMarked(true);
 }
 
 void ChartGeneralTab::OrientationChosen(const BMessage& message)
 {
     Chart()->SetMode(kGaugeMode);
-    bool vertical = false;
-    if (message.FindBool("Vertical", &vertical) == B_OK)
+    if (bool vertical = false; kVerticalField.Find(message, &vertical))
         Chart()->SetVertical(vertical);
     fGaugeItem->SetMarked(true);
 }
