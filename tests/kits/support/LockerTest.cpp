@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "kits/support/Locker.h"
 
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>
 #include <vector>
+
+using test::Await;
+using test::TestThread;
 
 TEST(LockerTest, IsTakenAndGivenUp)
 {
@@ -164,7 +167,11 @@ TEST(LockerTest, ASuspendedThreadDoesNotGetIt)
     ASSERT_TRUE(waiter.AwaitState(B_THREAD_WAITING));
     suspend_thread(waiter.Id());
     lock.Unlock();
-    snooze(5000);
+    // It would be first.
+    TestThread other([&] { return lock.LockWithTimeout(B_INFINITE_TIMEOUT); });
+    status_t status = B_ERROR;
+    EXPECT_EQ(other.Join(&status), B_OK);
+    EXPECT_EQ(status, B_OK);
     EXPECT_EQ(lock.LockWithTimeout(0), B_OK);
     EXPECT_EQ(waiter.State(), B_THREAD_SUSPENDED);
     lock.Unlock();

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -53,7 +54,11 @@ protected:
     }
 
     /// Called by a step: the next step waits until this holds. It waits in the outermost loop, so windows can go.
-    void Await(std::function<bool()> condition) { fAwaited = std::move(condition); }
+    void Await(std::function<bool()> condition)
+    {
+        fAwaited = std::move(condition);
+        fAwaitedUntil = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    }
 
     /// Does what `main` does after the run.
     /// @return the error of saving
@@ -95,10 +100,12 @@ private:
 
     void NextStep()
     {
-        if (fAwaited && !fAwaited())
+        const bool isLate = fAwaited && std::chrono::steady_clock::now() > fAwaitedUntil;
+        EXPECT_FALSE(isLate) << "what step " << fNextStep << " awaits has not come within a minute";
+        if (fAwaited && !isLate && !fAwaited())
             return;
         fAwaited = nullptr;
-        if (fNextStep < fSteps.size()) {
+        if (fNextStep < fSteps.size() && !isLate) {
             fSteps[fNextStep++](*fApp);
         } else {
             fTimer.Stop();
@@ -112,5 +119,6 @@ private:
     std::vector<Step> fSteps;
     size_t fNextStep = 0;
     std::function<bool()> fAwaited;
+    std::chrono::steady_clock::time_point fAwaitedUntil;
     kits::Timer fTimer{[this] { NextStep(); }};
 };

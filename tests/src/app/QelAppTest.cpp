@@ -204,6 +204,9 @@ TEST_F(QelAppTest, AnswersRequestsForSamples)
 TEST_F(QelAppTest, IgnoresOtherMessages)
 {
     Run({[](QelApp& app) {
+        BMessage before;
+        EXPECT_EQ(app.Sampler()->SavePrefsTo(&before), B_OK);
+        const int32 receivers = app.Sampler()->CountMessengers();
         for (uint32 what = MSG_SYSINFO_SAMPLE; what <= MSG_REMOVE_SOURCE + 1; ++what) {
             if (what != MSG_LAUNCHED_BY_REPLICANT) {
                 BMessage message(what);
@@ -213,6 +216,11 @@ TEST_F(QelAppTest, IgnoresOtherMessages)
         BMessage closed(MSG_WINDOW_CLOSED);
         closed.AddPointer("Container", &app);
         app.MessageReceived(&closed);
+        EXPECT_EQ(app.Sampler()->CountMessengers(), receivers);
+        BMessage after;
+        EXPECT_EQ(app.Sampler()->SavePrefsTo(&after), B_OK);
+        EXPECT_TRUE(after.HasSameData(before));
+        EXPECT_NE(app.Window(), nullptr);
     }});
 }
 

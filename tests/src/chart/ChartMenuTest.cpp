@@ -6,6 +6,8 @@
 #include "src/support/ui/SmartWindow.h"
 #include "tests/src/chart/ChartTestKit.h"
 
+#include <QApplication>
+
 namespace {
 
 std::string Labels(const BMenu& menu)
@@ -258,9 +260,13 @@ TEST_F(ChartMenuInWindowTest, TheMenuGoesWithItsChart)
 TEST_F(ChartMenuInWindowTest, TheMenuGoesWithItsWindow)
 {
     OpenMenuAt(BPoint(50, 40));
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    const BMessenger gone(window);
     window->Quit();
     window = nullptr;
     test::Turn();
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_FALSE(gone.IsValid());
 }
 
 TEST_F(ChartMenuInWindowTest, TheOtherChartsGoOnUnderAMenu)

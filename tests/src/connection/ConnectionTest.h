@@ -3,8 +3,8 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
-#include "tests/kits/application/TeamFixture.h"
 #include "tests/src/connection/SampleTaker.h"
+#include "tests/support/TeamFixture.h"
 
 #include <csignal>
 #include <functional>

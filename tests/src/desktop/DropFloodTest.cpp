@@ -2,8 +2,8 @@
 #include "kits/interface/View.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/Qel.h"
-#include "tests/kits/application/TeamFixture.h"
 #include "tests/src/desktop/DesktopAppTest.h"
+#include "tests/support/TeamFixture.h"
 
 #include <malloc.h>
 

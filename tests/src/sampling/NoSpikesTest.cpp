@@ -3,8 +3,8 @@
 #include "kits/application/Handler.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/ValueProvider.h"
+#include "tests/src/sampling/MachineOverTime.h"
 #include "tests/src/sampling/Receiver.h"
-#include "tests/src/sampling/RecordedMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ protected:
     NoSpikesTest()
     {
         for (const int32 flags : {0, +VP_AVERAGE, +VP_EXP_AVERAGE, VP_AVERAGE | VP_EXP_AVERAGE}) {
-            for (int32 cpu = 0; cpu <= RecordedMachine::kProcessors; cpu++) {
+            for (int32 cpu = 0; cpu <= MachineOverTime::kProcessors; cpu++) {
                 fSources.emplace_back(VP_FIRST_CPU + 2 * cpu, flags);
                 fSources.emplace_back(VP_FIRST_CPU_IDLE + 2 * cpu, flags);
             }
@@ -41,7 +41,7 @@ protected:
     /// Sets the load of all processors from now on, in percent.
     void SetLoads(int32 percent)
     {
-        for (int32 i = 0; i < RecordedMachine::kProcessors; i++)
+        for (int32 i = 0; i < MachineOverTime::kProcessors; i++)
             fMachine.SetLoad(i, percent);
     }
 
@@ -61,7 +61,7 @@ protected:
         SysinfoNode* const node = fSampler.NewestNode();
         EXPECT_EQ(fReceiver.TakeAll() > 0, fSampler.CountItems() > 1);
         EXPECT_GE(node->TotalActive(), 0);
-        EXPECT_LE(node->TotalActive(), RecordedMachine::kProcessors * node->Elapsed());
+        EXPECT_LE(node->TotalActive(), MachineOverTime::kProcessors * node->Elapsed());
         if (fSampler.CountItems() == 1)
             return 0;
         for (ValueProvider& source : fSources) {
@@ -73,7 +73,7 @@ protected:
         return all.Value(&fSampler, node);
     }
 
-    RecordedMachine fMachine;
+    MachineOverTime fMachine;
     Sysinfo fSampler{10};
     Receiver fReceiver;
     std::vector<ValueProvider> fSources;

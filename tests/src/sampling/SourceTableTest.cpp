@@ -2,7 +2,7 @@
 #include "src/sampling/SourceTable.h"
 
 #include "src/sampling/Source.h"
-#include "tests/src/sampling/RecordedMachine.h"
+#include "tests/src/sampling/MachineOverTime.h"
 
 #include <gtest/gtest.h>
 
@@ -68,7 +68,7 @@ TEST(SourceTable, FindsEverySourceByItsNumber)
 
 TEST(SourceTable, ReadsTheFilesOfSourcesThatHaveOne)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     machine.Write("proc/handles", "40 100\n");
     kits::FigureFile file("proc/handles", [](std::string_view text) -> std::optional<kits::Figure> {
         return kits::Figure{static_cast<int64>(kits::TakeNumber(&text).value_or(0)),

@@ -2,8 +2,8 @@
 #include "kits/support/TypeConstants.h"
 #include "src/sampling/ValueProvider.h"
 #include "tests/src/sampling/Ghosts.h"
+#include "tests/src/sampling/MachineOverTime.h"
 #include "tests/src/sampling/Receiver.h"
-#include "tests/src/sampling/RecordedMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -56,7 +56,7 @@ protected:
         }
     }
 
-    RecordedMachine fMachine;
+    MachineOverTime fMachine;
     Sysinfo fSampler;
 };
 
@@ -93,7 +93,7 @@ TEST_F(SysinfoGhost, TheRecordToTheByte)
 
     const void* sums = nullptr;
     ASSERT_EQ(archive.FindData("si:TRCPUTD", B_RAW_TYPE, &sums, &size), B_OK);
-    ASSERT_EQ(size, 8 * RecordedMachine::kProcessors);
+    ASSERT_EQ(size, 8 * MachineOverTime::kProcessors);
     EXPECT_EQ(At<int64>(sums, 0), 400000);
     EXPECT_EQ(At<int64>(sums, 8), 400000);
     EXPECT_EQ(At<int64>(sums, 16), 200000);
@@ -123,7 +123,7 @@ TEST_F(SysinfoGhost, IsWhatWasSent)
     EXPECT_EQ(ghosts.sampler.SumElapsed(), fSampler.SumElapsed());
     EXPECT_EQ(ghosts.sampler.SumTotalActive(), fSampler.SumTotalActive());
     EXPECT_EQ(ghosts.sampler.SumCounters(), fSampler.SumCounters());
-    EXPECT_EQ(ghosts.sampler.CountSumActive(), RecordedMachine::kProcessors);
+    EXPECT_EQ(ghosts.sampler.CountSumActive(), MachineOverTime::kProcessors);
     EXPECT_EQ(ghosts.sampler.CountItems(), 0);
     EXPECT_EQ(ghosts.sampler.NewestNode(), nullptr);
     EXPECT_EQ(std::memcmp(&ghosts.sampler.Info(), &fSampler.Info(), sizeof(system_info)), 0);

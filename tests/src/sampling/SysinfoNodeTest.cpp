@@ -4,7 +4,7 @@
 #include "kits/application/Message.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/src/sampling/Ghosts.h"
-#include "tests/src/sampling/RecordedMachine.h"
+#include "tests/src/sampling/MachineOverTime.h"
 
 #include <gtest/gtest.h>
 
@@ -58,7 +58,7 @@ TEST(CounterDeltas, WrapRound)
 
 TEST(SysinfoNode, AFirstSampleHasNoChanges)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     machine.SetLoad(0, 50);
     machine.Advance(200000);
     SysinfoNode node;
@@ -67,17 +67,17 @@ TEST(SysinfoNode, AFirstSampleHasNoChanges)
     EXPECT_EQ(node.Time(), machine.Now());
     EXPECT_EQ(node.Elapsed(), 0);
     EXPECT_EQ(node.TotalActive(), 0);
-    EXPECT_EQ(node.CountActiveDeltas(), RecordedMachine::kProcessors);
+    EXPECT_EQ(node.CountActiveDeltas(), MachineOverTime::kProcessors);
     for (int32 i = 0; i < node.CountActiveDeltas(); i++)
         EXPECT_EQ(node.ActiveDelta(i), 0);
     EXPECT_EQ(node.Counters(), CounterDeltas());
-    EXPECT_EQ(+node.Info().cpu_count, RecordedMachine::kProcessors);
+    EXPECT_EQ(+node.Info().cpu_count, MachineOverTime::kProcessors);
     EXPECT_EQ(+node.Info().used_pages, 250000);
 }
 
 TEST(SysinfoNode, ASecondOneHasTheChangesOfEveryProcessor)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     SysinfoNode first;
     first.Update(nullptr);
     machine.SetLoad(0, 25);
@@ -101,7 +101,7 @@ TEST(SysinfoNode, ASecondOneHasTheChangesOfEveryProcessor)
 
 TEST(SysinfoNode, NoSampleHasMoreActiveTimeThanTimeThoughAnotherThreadReads)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     system_info info;
     ASSERT_EQ(get_system_info(&info), B_OK);
     const bigtime_t start = machine.Now();
@@ -138,17 +138,17 @@ TEST(SysinfoNode, NoSampleHasMoreActiveTimeThanTimeThoughAnotherThreadReads)
 
 TEST(SysinfoNode, AProcessorThatIsNotThereIsNeverActive)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     SysinfoNode node;
     node.Update(nullptr);
     EXPECT_EQ(node.ActiveDelta(-1), 0);
-    EXPECT_EQ(node.ActiveDelta(RecordedMachine::kProcessors), 0);
+    EXPECT_EQ(node.ActiveDelta(MachineOverTime::kProcessors), 0);
     EXPECT_EQ(node.ActiveDelta(INT32_MAX), 0);
 }
 
 TEST(SysinfoNode, PageFaultsWrapRound)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     machine.SetPageFaults(0xFFFFFFF0);
     SysinfoNode first;
     first.Update(nullptr);
@@ -161,7 +161,7 @@ TEST(SysinfoNode, PageFaultsWrapRound)
 
 TEST(SysinfoNode, UpdatedAgainstItselfHasNoChanges)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     SysinfoNode node;
     node.Update(nullptr);
     machine.SetLoad(0, 100);
@@ -178,7 +178,7 @@ TEST(SysinfoNode, UpdatedAgainstItselfHasNoChanges)
 
 TEST(SysinfoNode, ItsRecordToTheByte)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     SysinfoNode first;
     first.Update(nullptr);
     machine.SetLoad(2, 100);
@@ -206,7 +206,7 @@ TEST(SysinfoNode, ItsRecordToTheByte)
 
     const void* deltas = nullptr;
     ASSERT_EQ(archive.FindData("sn:RCPUTD", B_RAW_TYPE, &deltas, &size), B_OK);
-    ASSERT_EQ(size, 8 * RecordedMachine::kProcessors);
+    ASSERT_EQ(size, 8 * MachineOverTime::kProcessors);
     EXPECT_EQ(At<int64>(deltas, 16), 200000);
     EXPECT_EQ(At<int64>(deltas, 24), 0);
     EXPECT_EQ(archive.CountNames(B_ANY_TYPE), 2);
@@ -214,7 +214,7 @@ TEST(SysinfoNode, ItsRecordToTheByte)
 
 TEST(SysinfoNode, AGhostIsWhatWasSent)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     SysinfoNode first;
     first.Update(nullptr);
     machine.SetLoad(9, 50);
@@ -231,7 +231,7 @@ TEST(SysinfoNode, AGhostIsWhatWasSent)
     EXPECT_EQ(ghost.Elapsed(), node.Elapsed());
     EXPECT_EQ(ghost.TotalActive(), node.TotalActive());
     EXPECT_EQ(ghost.Counters(), node.Counters());
-    EXPECT_EQ(ghost.CountActiveDeltas(), RecordedMachine::kProcessors);
+    EXPECT_EQ(ghost.CountActiveDeltas(), MachineOverTime::kProcessors);
     EXPECT_EQ(ghost.ActiveDelta(9), 100000);
     EXPECT_EQ(std::memcmp(&ghost.Info(), &node.Info(), sizeof(system_info)), 0);
     BMessage again;
@@ -294,7 +294,7 @@ TEST(SysinfoNode, RecordsOfAnotherTypeAreNotTaken)
 
 TEST(SysinfoNode, MoreMemoryThanTheRecordHolds)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     machine.Write("proc/meminfo", kTwelveTebibytes);
     SysinfoNode node;
     node.Update(nullptr);

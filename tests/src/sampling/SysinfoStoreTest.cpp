@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
-#include "tests/src/sampling/RecordedMachine.h"
+#include "tests/src/sampling/MachineOverTime.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ protected:
         fs::remove_all(fFolder);
     }
 
-    RecordedMachine fMachine;
+    MachineOverTime fMachine;
     fs::path fFolder;
     std::unique_ptr<Preferences> fStore;
 };

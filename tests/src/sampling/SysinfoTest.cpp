@@ -6,8 +6,9 @@
 #include "kits/kernel/Threads.h"
 #include "kits/support/TypeConstants.h"
 #include "src/support/MessageCodes.h"
+#include "tests/src/sampling/MachineOverTime.h"
 #include "tests/src/sampling/Receiver.h"
-#include "tests/src/sampling/RecordedMachine.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +41,7 @@ protected:
         bigtime_t elapsed = 0;
         bigtime_t totalActive = 0;
         CounterDeltas counters;
-        std::vector<bigtime_t> active(RecordedMachine::kProcessors);
+        std::vector<bigtime_t> active(MachineOverTime::kProcessors);
         for (int32 i = 0; i < fSampler.CountItems(); i++) {
             const auto* node = static_cast<SysinfoNode*>(fSampler.ItemAt(i));
             elapsed += node->Elapsed();
@@ -56,7 +57,7 @@ protected:
             EXPECT_EQ(fSampler.SumActive(static_cast<int32>(cpu)), active[cpu]) << cpu;
     }
 
-    RecordedMachine fMachine;
+    MachineOverTime fMachine;
     Sysinfo fSampler;
     Receiver fReceiver;
 };
@@ -70,11 +71,11 @@ TEST_F(SysinfoTest, BeginsEmptyWithTheDefaults)
     EXPECT_EQ(fSampler.NodesToKeep(), 10);
     EXPECT_EQ(fSampler.CountItems(), 0);
     EXPECT_EQ(fSampler.NewestNode(), nullptr);
-    EXPECT_EQ(fSampler.CountSumActive(), RecordedMachine::kProcessors);
+    EXPECT_EQ(fSampler.CountSumActive(), MachineOverTime::kProcessors);
     EXPECT_EQ(fSampler.SumElapsed(), 0);
-    EXPECT_EQ(+fSampler.Info().cpu_count, RecordedMachine::kProcessors);
+    EXPECT_EQ(+fSampler.Info().cpu_count, MachineOverTime::kProcessors);
     EXPECT_EQ(fSampler.SumActive(-1), 0);
-    EXPECT_EQ(fSampler.SumActive(RecordedMachine::kProcessors), 0);
+    EXPECT_EQ(fSampler.SumActive(MachineOverTime::kProcessors), 0);
 }
 
 TEST_F(SysinfoTest, ReadsNothingWhileNobodyListens)
@@ -275,7 +276,7 @@ TEST_F(SysinfoTest, AMessengerWhoseTargetIsGoneIsDroppedAndTheOthersAreServed)
 TEST(Sysinfo, TellsTheApplicationWhenTheLastMessengerIsGone)
 {
     ReceivingApplication application;
-    RecordedMachine machine;
+    MachineOverTime machine;
     Sysinfo sampler(10);
     sampler.SetSamplingDelay(kHour);
     AwaitSamplerAsleep();
@@ -411,7 +412,7 @@ TEST(Sysinfo, HoldsWhatComesFromOutside)
 
 TEST(Sysinfo, EndsEveryThreadItStarted)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     {
         Sysinfo sampler(10);
         for (bigtime_t i = 1; i <= 50; i++)
@@ -422,18 +423,22 @@ TEST(Sysinfo, EndsEveryThreadItStarted)
 
 TEST(Sysinfo, SamplesByItself)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     Receiver receiver;
     Sysinfo sampler(10);
     sampler.SetSamplingDelay(1000);
     sampler.AddMessenger(receiver.Messenger());
-    for (int samples = 0; samples < 5; samples += receiver.TakeAll())
+    int samples = 0;
+    EXPECT_TRUE(test::Await([&] {
         machine.Advance(10000);
+        samples += receiver.TakeAll();
+        return samples >= 5;
+    }));
 }
 
 TEST(Sysinfo, SamplesWhileTheInterfaceLockIsHeld)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     Receiver receiver;
     Sysinfo sampler(10);
     sampler.SetSamplingDelay(1000);
@@ -445,7 +450,6 @@ TEST(Sysinfo, SamplesWhileTheInterfaceLockIsHeld)
     };
     for (int i = 0; i < 5; i++) {
         machine.Advance(10000);
-        while (newest() != machine.Now())
-            snooze(1000);
+        ASSERT_TRUE(test::Await([&] { return newest() == machine.Now(); })) << i;
     }
 }

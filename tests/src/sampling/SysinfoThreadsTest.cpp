@@ -3,8 +3,8 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/sampling/ThreadMagic.h"
 #include "src/sampling/ValueProvider.h"
+#include "tests/src/sampling/MachineOverTime.h"
 #include "tests/src/sampling/Receiver.h"
-#include "tests/src/sampling/RecordedMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,7 @@ struct Work : FunctionObject {
 /// Everything at once. Only a thread sanitizer can judge this; without one, it shows that nothing waits for ever.
 TEST(SysinfoThreads, EveryCallFromAnyThread)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     Receiver receiver;
     const BMessenger messenger = receiver.Messenger();
     Sysinfo sampler(10);
@@ -73,7 +73,7 @@ TEST(SysinfoThreads, EveryCallFromAnyThread)
 
 TEST(SysinfoThreads, EndsInTheMiddleOfItsRounds)
 {
-    RecordedMachine machine;
+    MachineOverTime machine;
     Receiver receiver;
     for (int i = 0; i < 30; i++) {
         Sysinfo sampler(10);

@@ -3,6 +3,7 @@
 
 #include "kits/kernel/Errors.h"
 #include "kits/support/Locker.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -44,8 +45,7 @@ constexpr bigtime_t kHour = 3600LL * 1000000;
 
 void AwaitState(const ThreadPrimitive& thread, thread_state state)
 {
-    while (thread.State() != state)
-        snooze(1000);
+    EXPECT_TRUE(test::Await([&] { return thread.State() == state; }));
 }
 
 bool IsGone(thread_id thread)
@@ -111,8 +111,7 @@ TEST(ThreadPrimitive, IsSuspendedAtItsNextSleepAndResumed)
     AwaitState(*thread, B_THREAD_SUSPENDED);
     const int before = calls;
     EXPECT_EQ(thread->Resume(), B_OK);
-    while (calls == before)
-        snooze(1000);
+    EXPECT_TRUE(test::Await([&] { return calls > before; }));
     thread->Die();
 }
 

@@ -2,7 +2,7 @@
 #include "kits/application/InterfaceLock.h"
 
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/Messenger.h"
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/AllocationCounter.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/AllocationCounter.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 

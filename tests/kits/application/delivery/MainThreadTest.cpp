@@ -4,7 +4,7 @@
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

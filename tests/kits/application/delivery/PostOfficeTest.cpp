@@ -3,7 +3,7 @@
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 

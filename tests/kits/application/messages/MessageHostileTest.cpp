@@ -6,7 +6,7 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/AllocationCounter.h"
+#include "tests/support/AllocationCounter.h"
 #include "tests/support/MemoryStream.h"
 
 #include <gtest/gtest.h>

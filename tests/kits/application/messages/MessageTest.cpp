@@ -7,7 +7,7 @@
 #include "kits/support/Flattenable.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/AllocationCounter.h"
+#include "tests/support/AllocationCounter.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include "kits/application/Timer.h"
 #include "kits/kernel/Errors.h"
 #include "kits/storage/Path.h"
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -5,7 +5,7 @@
 #include "kits/application/Roster.h"
 #include "kits/application/teams/TeamPort.h"
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/TeamFixture.h"
+#include "tests/support/TeamFixture.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

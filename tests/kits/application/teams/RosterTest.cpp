@@ -5,8 +5,8 @@
 #include "kits/kernel/Errors.h"
 #include "kits/storage/File.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/Loop.h"
 #include "tests/support/BoundProcess.h"
+#include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

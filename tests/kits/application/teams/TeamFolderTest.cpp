@@ -3,7 +3,7 @@
 
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/RuntimeFolder.h"
+#include "tests/support/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>

@@ -9,8 +9,8 @@
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Errors.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/TeamFixture.h"
 #include "tests/support/BoundProcess.h"
+#include "tests/support/TeamFixture.h"
 
 #include <sys/socket.h>
 #include <sys/stat.h>

@@ -3,7 +3,7 @@
 
 #include "kits/application/Roster.h"
 #include "kits/kernel/Errors.h"
-#include "tests/kits/application/TeamFixture.h"
+#include "tests/support/TeamFixture.h"
 
 #include <csignal>
 #include <filesystem>

@@ -11,8 +11,8 @@
 #include "kits/kernel/Errors.h"
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/AllocationCounter.h"
-#include "tests/kits/application/TeamFixture.h"
+#include "tests/support/AllocationCounter.h"
+#include "tests/support/TeamFixture.h"
 
 #include <unistd.h>
 

@@ -4,7 +4,7 @@
 #include "kits/application/AppDeath.h"
 #include "kits/application/Roster.h"
 #include "kits/application/messages/MessagePrivate.h"
-#include "tests/kits/application/TeamFixture.h"
+#include "tests/support/TeamFixture.h"
 
 #include <csignal>
 #include <cstring>

@@ -7,8 +7,8 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/TeamSocket.h"
 #include "kits/support/TypeConstants.h"
-#include "tests/kits/application/Loop.h"
-#include "tests/kits/application/RuntimeFolder.h"
+#include "tests/support/Loop.h"
+#include "tests/support/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

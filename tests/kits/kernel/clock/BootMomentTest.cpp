@@ -2,6 +2,7 @@
 #include "kits/kernel/clock/BootMoment.h"
 
 #include "kits/kernel/Errors.h"
+#include "tests/support/Await.h"
 #include "tests/support/BoundProcess.h"
 
 #include <fcntl.h>
@@ -142,12 +143,15 @@ TEST_F(BootMomentTest, IsWholeWhereverTheWriterIsKilled)
     for (int run = 0; run < 100; ++run) {
         const pid_t writer = test::ForkBound();
         if (writer == 0) {
-            for (bigtime_t i = 0;; ++i) {
+            for (bigtime_t i = 10;; ++i) {
                 kits::BootMoment next{"boot-" + std::to_string(i), i};
                 kits::KeepBootMoment(path, &next);
             }
         }
-        usleep(static_cast<useconds_t>(run * 37));
+        // At another moment of its writing each time.
+        kits::BootMoment written;
+        ASSERT_TRUE(
+            test::Await([&] { return kits::LoadBootMoment(path, &written) == B_OK && written.moment > 10 + run % 5; }));
         kill(writer, SIGKILL);
         waitpid(writer, nullptr, 0);
         kits::BootMoment found;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/FigureFile.h"
 
-#include "tests/kits/kernel/RecordedMachine.h"
+#include "tests/support/RecordedMachine.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "kits/kernel/record/SystemReader.h"
-#include "tests/kits/kernel/RecordedMachine.h"
+#include "tests/support/RecordedMachine.h"
 
 #include <cstring>
 #include <vector>

@@ -2,12 +2,14 @@
 #include "kits/kernel/HeldLock.h"
 
 #include "kits/kernel/Threads.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
 #include <mutex>
 #include <vector>
+
+using test::TestThread;
 
 namespace {
 

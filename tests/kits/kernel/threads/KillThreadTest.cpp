@@ -11,6 +11,9 @@
 #include <stdexcept>
 #include <vector>
 
+using test::Await;
+using test::TestThread;
+
 namespace {
 
 /// Counts its destructions.
@@ -210,35 +213,47 @@ TEST(KillThreadTest, TwoThatKillEachOtherBothEnd)
 TEST(KillThreadTest, AShieldPutsItOff)
 {
     std::atomic<int> steps = 0;
+    std::atomic<thread_id> id = -1;
+    TestThread killer([&] { return kill_thread(id); });
     TestThread thread([&] {
         {
             kits::KillShield shield;
             kits::KillShield nested;
             ++steps;
-            snooze(20000);
+            EXPECT_TRUE(killer.AwaitState(B_THREAD_WAITING));
+            snooze(1000);
             ++steps;
         }
         snooze(1000);
         ++steps;
         return 0;
     });
+    id = thread.Id();
     thread.Start();
     ASSERT_TRUE(Await([&] { return steps == 1; }));
-    EXPECT_EQ(kill_thread(thread.Id()), B_OK);
+    EXPECT_EQ(killer.Join(), B_OK);
     EXPECT_EQ(steps, 2);
 }
 
 TEST(KillThreadTest, AWaitWhileAnotherErrorIsOnItsWayDoesNotThrow)
 {
     struct SleepsAtItsEnd {
-        ~SleepsAtItsEnd() { snooze(20000); }
+        ~SleepsAtItsEnd()
+        {
+            isUnwinding = true;
+            EXPECT_TRUE(killer.AwaitState(B_THREAD_WAITING));
+            snooze(1000);
+        }
+        std::atomic<bool>& isUnwinding;
+        const TestThread& killer;
     };
     std::atomic<bool> isUnwinding = false;
     std::atomic<bool> isCaught = false;
+    std::atomic<thread_id> id = -1;
+    TestThread killer([&] { return kill_thread(id); });
     TestThread thread([&] {
         try {
-            SleepsAtItsEnd sleeps;
-            isUnwinding = true;
+            const SleepsAtItsEnd sleeps{isUnwinding, killer};
             throw std::runtime_error("an error");
         } catch (const std::runtime_error&) {
             isCaught = true;
@@ -247,9 +262,10 @@ TEST(KillThreadTest, AWaitWhileAnotherErrorIsOnItsWayDoesNotThrow)
         ADD_FAILURE() << "killed by now";
         return 0;
     });
+    id = thread.Id();
     thread.Start();
     ASSERT_TRUE(Await([&] { return isUnwinding.load(); }));
-    EXPECT_EQ(kill_thread(thread.Id()), B_OK);
+    EXPECT_EQ(killer.Join(), B_OK);
     EXPECT_TRUE(isCaught);
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "kits/kernel/Clock.h"
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
 #include "kits/kernel/WaitPoint.h"
@@ -7,6 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+
+using test::Await;
+using test::TestThread;
 
 TEST(SuspendThreadTest, StopsASleepingThreadUntilItIsResumed)
 {
@@ -22,8 +26,9 @@ TEST(SuspendThreadTest, StopsASleepingThreadUntilItIsResumed)
     EXPECT_EQ(suspend_thread(thread.Id()), B_OK);
     ASSERT_TRUE(thread.AwaitState(B_THREAD_SUSPENDED));
     const int stoppedAt = rounds;
-    snooze(20000);
-    EXPECT_EQ(rounds, stoppedAt);
+    TestThread other([] { return snooze(3000); });
+    ASSERT_EQ(other.Join(), B_OK);
+    EXPECT_EQ(rounds, stoppedAt) << "another one has slept longer meanwhile";
     EXPECT_EQ(suspend_thread(thread.Id()), B_OK) << "twice is as once";
     EXPECT_EQ(resume_thread(thread.Id()), B_OK);
     EXPECT_TRUE(Await([&] { return rounds > stoppedAt + 3; }));
@@ -95,7 +100,8 @@ TEST(SuspendThreadTest, ATimeOutRunsOnMeanwhile)
         return state == B_THREAD_WAITING || thread.IsGone();
     }));
     suspend_thread(thread.Id());
-    snooze(10000);
+    const bigtime_t begin = system_time();
+    ASSERT_TRUE(Await([begin] { return system_time() > begin + 5000; }));
     resume_thread(thread.Id());
     EXPECT_TRUE(Await([&] { return result == B_TIMED_OUT; }));
 }

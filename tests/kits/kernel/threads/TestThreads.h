@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 
 /// A thread that sleeps for ever; the constructor returns when it is asleep.
-class SleepingThread : public TestThread {
+class SleepingThread : public test::TestThread {
 public:
     explicit SleepingThread(std::atomic<int>* endings = nullptr)
-        : TestThread([endings]() -> int32 {
+        : test::TestThread([endings]() -> int32 {
             const struct Unwound {
                 std::atomic<int>* count;
                 ~Unwound()
@@ -47,16 +47,16 @@ public:
         EXPECT_TRUE(AwaitStep(1));
     }
 
-    TestThread& Thread() { return fThread; }
+    test::TestThread& Thread() { return fThread; }
     [[nodiscard]] int Step() const { return fSteps; }
     [[nodiscard]] bool AwaitStep(int step) const
     {
-        return Await([&] { return fSteps == step; });
+        return test::Await([&] { return fSteps == step; });
     }
     void GoOn() { fMayGoOn = true; }
 
 private:
     std::atomic<bool> fMayGoOn = false;
     std::atomic<int> fSteps = 0;
-    TestThread fThread; // last member, so it ends before the others
+    test::TestThread fThread; // last member, so it ends before the others
 };

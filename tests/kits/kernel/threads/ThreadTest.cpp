@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -10,6 +10,9 @@
 
 #include <atomic>
 #include <string>
+
+using test::Await;
+using test::TestThread;
 
 TEST(ThreadTest, StartsSuspendedAndRunsWhenResumed)
 {
@@ -33,10 +36,8 @@ TEST(ThreadTest, GivesItsExitStatusToWhoWaits)
 
 TEST(ThreadTest, GivesItsExitStatusToAllWhoWait)
 {
-    TestThread thread([] {
-        snooze(20000);
-        return 7;
-    });
+    std::atomic<bool> mayEnd = false;
+    TestThread thread([&] { return Await([&] { return mayEnd.load(); }) ? 7 : 0; });
     const auto join = [&] {
         status_t status = 0;
         return thread.Join(&status) == B_OK ? status : -1;
@@ -47,6 +48,7 @@ TEST(ThreadTest, GivesItsExitStatusToAllWhoWait)
     second.Start();
     ASSERT_TRUE(first.AwaitState(B_THREAD_WAITING));
     ASSERT_TRUE(second.AwaitState(B_THREAD_WAITING));
+    mayEnd = true;
     status_t status = 0;
     if (first.Join(&status) == B_OK)
         EXPECT_EQ(status, 7);

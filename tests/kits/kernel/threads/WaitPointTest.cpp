@@ -2,13 +2,16 @@
 #include "kits/kernel/WaitPoint.h"
 
 #include "kits/kernel/Errors.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>
 #include <vector>
+
+using test::Await;
+using test::TestThread;
 
 TEST(WaitPointTest, DoesNotWaitForWhatIsTrue)
 {

@@ -6,9 +6,9 @@
 #include "src/sampling/ServerConnection.h"
 #include "src/support/Qel.h"
 #include "src/support/ui/SmartWindow.h"
-#include "tests/kits/application/RuntimeFolder.h"
 #include "tests/src/chart/ChartTestKit.h"
 #include "tests/support/BoundProcess.h"
+#include "tests/support/RuntimeFolder.h"
 #include "tests/support/TempFolder.h"
 
 #include <QApplication>

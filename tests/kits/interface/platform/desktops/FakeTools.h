@@ -3,7 +3,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/interface/platform/desktops/DesktopBackend.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 #include "tests/support/PictureReader.h"
 #include "tests/support/TempFolder.h"
 
@@ -58,7 +58,7 @@ protected:
     }
     static bool AwaitNews(DesktopBackend& desktop)
     {
-        return Await([&] { return desktop.TakeNews(); });
+        return test::Await([&] { return desktop.TakeNews(); });
     }
 
     TempFolder folder{TempFolder::Place::kMemory};

@@ -4,6 +4,8 @@
 #include "kits/interface/platform/desktops/DesktopWatch.h"
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
+using test::Await;
+
 namespace kits {
 namespace {
 

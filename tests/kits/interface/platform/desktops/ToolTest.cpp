@@ -7,6 +7,8 @@
 
 #include <csignal>
 
+using test::Await;
+
 namespace kits {
 namespace {
 

@@ -2,7 +2,7 @@
 #include "kits/interface/platform/desktops/X11Desktop.h"
 
 #include "kits/interface/platform/desktops/DesktopWatch.h"
-#include "tests/kits/kernel/Await.h"
+#include "tests/support/Await.h"
 #include "tests/support/BoundProcess.h"
 #include "tests/support/TempFolder.h"
 
@@ -11,6 +11,8 @@
 
 #include <csignal>
 #include <cstring>
+
+using test::Await;
 
 namespace kits {
 namespace {

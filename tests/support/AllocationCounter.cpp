@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/kits/application/AllocationCounter.h"
+#include "tests/support/AllocationCounter.h"
 
 #include <malloc.h>
 

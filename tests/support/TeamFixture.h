@@ -4,8 +4,8 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
-#include "tests/kits/application/Loop.h"
-#include "tests/kits/application/RuntimeFolder.h"
+#include "tests/support/Loop.h"
+#include "tests/support/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/types.h>

@@ -1,36 +1,29 @@
 // SPDX-License-Identifier: MIT
-#include "tests/src/sampling/RecordedMachine.h"
+#include "tests/src/sampling/MachineOverTime.h"
 
 #include "kits/kernel/Threads.h"
+#include "tests/support/Await.h"
+#include "tests/support/RecordedMachine.h"
 
-#include <unistd.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <vector>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr int64 kTotalPages = 1000000;
 
 /// The folder, which exists before anything in the program asks for a figure.
-class Tree {
+class Tree : public RecordedMachine {
 public:
     Tree()
-        : fRoot(fs::temp_directory_path() / ("recorded-machine-" + std::to_string(getpid())))
+        : RecordedMachine(MachineOverTime::kProcessors)
     {
         WriteTexts();
-        setenv("KITS_ROOT", fRoot.c_str(), 1);
-    }
-    ~Tree()
-    {
-        std::error_code ignored;
-        fs::remove_all(fRoot, ignored);
+        setenv("KITS_ROOT", Root(), 1);
     }
 
     /// Files that no test has to set.
@@ -45,32 +38,16 @@ public:
         Write("proc/sys/fs/file-max", "10000\n");
         Write("proc/sysvipc/sem", "key semid perms nsems uid gid cuid cgid otime ctime\n0 0 600 12 0 0 0 0 0 0\n");
     }
-
-    void Write(const std::string& file, const std::string& text) const
-    {
-        fs::create_directories((fRoot / file).parent_path());
-        std::ofstream(fRoot / file) << text;
-    }
-
-    std::string Text(const std::string& file) const
-    {
-        std::ostringstream text;
-        text << std::ifstream(fRoot / file).rdbuf();
-        return text.str();
-    }
-
-private:
-    fs::path fRoot;
 };
 
 const Tree sTree;
 std::atomic<bigtime_t> sNow;
 /// Hundredths of a second for which each processor was active since the program began.
-std::array<int64, RecordedMachine::kProcessors> sTicks;
+std::array<int64, MachineOverTime::kProcessors> sTicks;
 
 } // namespace
 
-RecordedMachine::RecordedMachine()
+MachineOverTime::MachineOverTime()
 {
     // A step is a hundredth of a second, and no processor may be active for longer than has passed since it was last
     // read. So the clock continues from where another test left it, or from the machine's own.
@@ -82,12 +59,12 @@ RecordedMachine::RecordedMachine()
     kits::SetClockSource(this);
 }
 
-RecordedMachine::~RecordedMachine()
+MachineOverTime::~MachineOverTime()
 {
     kits::SetClockSource(nullptr);
 }
 
-void RecordedMachine::Advance(bigtime_t microseconds)
+void MachineOverTime::Advance(bigtime_t microseconds)
 {
     for (size_t i = 0; i < fLoads.size(); i++)
         sTicks[i] += fOffline[i] ? 0 : microseconds / 10000 * fLoads[i] / 100;
@@ -95,71 +72,66 @@ void RecordedMachine::Advance(bigtime_t microseconds)
     sNow += microseconds;
 }
 
-void RecordedMachine::ResetCounts()
+void MachineOverTime::ResetCounts()
 {
     sTicks = {};
     WriteStat();
 }
 
-void RecordedMachine::Pass(bigtime_t microseconds)
+void MachineOverTime::Pass(bigtime_t microseconds)
 {
     sNow += microseconds;
 }
 
-void RecordedMachine::Write(const std::string& file, const std::string& text) const
+void MachineOverTime::Write(const std::string& file, const std::string& text) const
 {
     sTree.Write(file, text);
 }
 
-std::string RecordedMachine::Text(const std::string& file) const
+std::string MachineOverTime::Text(const std::string& file) const
 {
     return sTree.Text(file);
 }
 
-bigtime_t RecordedMachine::Now() const
+bigtime_t MachineOverTime::Now() const
 {
     return sNow;
 }
 
-bigtime_t RecordedMachine::SystemTime()
+bigtime_t MachineOverTime::SystemTime()
 {
     return sNow;
 }
 
-bigtime_t RecordedMachine::WallTime()
+bigtime_t MachineOverTime::WallTime()
 {
     return 1700000000LL * 1000000 + sNow;
 }
 
-void RecordedMachine::SetUsedPages(int64 pages)
+void MachineOverTime::SetUsedPages(int64 pages)
 {
     sTree.Write("proc/meminfo", "MemTotal: " + std::to_string(kTotalPages * 4) + " kB\nMemFree: 0 kB\nMemAvailable: " +
                                     std::to_string((kTotalPages - pages) * 4) + " kB\n");
 }
 
-void RecordedMachine::SetPageFaults(int64 faults)
+void MachineOverTime::SetPageFaults(int64 faults)
 {
     sTree.Write("proc/vmstat", "nr_free_pages 0\npgfault " + std::to_string(faults) + "\n");
 }
 
-void RecordedMachine::WriteStat() const
+void MachineOverTime::WriteStat() const
 {
-    std::string text = "cpu  0 0 0 0 0 0 0 0 0 0\n";
-    for (size_t i = 0; i < sTicks.size(); i++) {
+    std::vector<long long> ticks(sTicks.begin(), sTicks.end());
+    for (size_t i = 0; i < ticks.size(); i++)
         if (fOffline[i])
-            continue;
-        text += "cpu" + std::to_string(i) + " " + std::to_string(sTicks[i]) + " 0 0 0 0 0 0 0 0 0\n";
-    }
-    text += "btime 1700000000\n";
-    sTree.Write("proc/stat", text);
+            ticks[i] = -1;
+    sTree.WriteProcessors(ticks);
 }
 
 void AwaitSamplerAsleep()
 {
-    thread_info info;
-    do {
-        snooze(1000);
-        info = {};
-        get_thread_info(find_thread("Sysinfo sampler"), &info);
-    } while (info.state != B_THREAD_ASLEEP);
+    EXPECT_TRUE(test::Await([] {
+        thread_info info;
+        return get_thread_info(find_thread("Sysinfo sampler"), &info) == B_OK && info.state == B_THREAD_ASLEEP;
+    }));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/kits/application/Loop.h"
+#include "tests/support/Loop.h"
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
@@ -12,7 +12,7 @@ namespace test {
 
 namespace {
 
-constexpr auto kLongest = std::chrono::seconds(30);
+constexpr auto kLongest = std::chrono::minutes(1);
 using SteadyClock = std::chrono::steady_clock;
 
 } // namespace
@@ -26,17 +26,6 @@ bool RunUntil(const std::function<bool()>& condition)
             return false;
         kits::WaitForWork(std::min(kits::EventLoop::Deadline(), system_time() + 2000));
         kits::EventLoop::RunDue();
-    }
-    return true;
-}
-
-bool Await(const std::function<bool()>& condition)
-{
-    const SteadyClock::time_point end = SteadyClock::now() + kLongest;
-    while (!condition()) {
-        if (SteadyClock::now() > end)
-            return false;
-        std::this_thread::sleep_for(std::chrono::microseconds(100));
     }
     return true;
 }

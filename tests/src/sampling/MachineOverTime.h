@@ -10,12 +10,12 @@
 /// A machine of ten processors in a folder of its own, with a clock that stands still until a test moves it. All of the
 /// test program's system figures come from here. The clock and the active times continue from test to test, because
 /// neither ever goes back.
-class RecordedMachine : private kits::ClockSource {
+class MachineOverTime : private kits::ClockSource {
 public:
     static constexpr int32 kProcessors = 10;
 
-    RecordedMachine();
-    ~RecordedMachine() override;
+    MachineOverTime();
+    ~MachineOverTime() override;
 
     /// Lets time pass. Each processor is active for the share that SetLoad() has set (initially 0).
     void Advance(bigtime_t microseconds);

@@ -7,6 +7,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
+#include "tests/support/Await.h"
 
 #include <functional>
 #include <string>
@@ -16,11 +17,8 @@
 
 namespace test {
 
-/// Runs the main thread's loop until the condition holds. Returns false if it does not within half a minute.
+/// Runs the main thread's loop until the condition holds. Returns false if it does not within a minute.
 bool RunUntil(const std::function<bool()>& condition);
-
-/// Waits for a condition that other threads make true. Returns false if they do not within half a minute.
-bool Await(const std::function<bool()>& condition);
 
 /// Sends a message of this code and waits for the answer, see BMessenger::SendMessage.
 status_t AwaitReply(const BMessenger& target, uint32 code, BMessage* reply);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/kits/application/RuntimeFolder.h"
+#include "tests/support/RuntimeFolder.h"
 
 #include "kits/application/teams/TeamPort.h"
 #include "tests/support/BoundProcess.h"

@@ -9,6 +9,8 @@
 #include <thread>
 #include <utility>
 
+namespace test {
+
 /// Waits until the condition is true, however slow the machine; returns false only after a minute.
 template <class Condition> bool Await(Condition condition)
 {
@@ -56,3 +58,5 @@ private:
     const std::function<int32()> fWork;
     const thread_id fId;
 };
+
+} // namespace test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/kits/kernel/RecordedMachine.h"
+#include "tests/support/RecordedMachine.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>

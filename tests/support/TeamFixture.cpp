@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/kits/application/TeamFixture.h"
+#include "tests/support/TeamFixture.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
