@@ -48,7 +48,7 @@ public:
 
     /// Called for everything that a loop hands to the program. Counts it if the interface lock is not held.
     static void NoteEvent();
-    /// The number of events and messages handled without the lock so far. Must stay 0.
+    /// The number of events and messages handled without the lock so far. Must stay 0, which tests check.
     static uint64 CountUnlockedEvents();
     /// Called for every event that a toolkit delivers on another thread than the main one.
     static void NoteEventElsewhere();

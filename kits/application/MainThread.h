@@ -42,6 +42,7 @@ public:
     /// True if the loop was cancelled: then a question to the user counts as not answered.
     bool WasCanceled() const { return fCanceled; }
 
+    /// How many run. For tests.
     static int32 Count();
     /// Cancels all of them, the innermost first.
     static void CancelAll();

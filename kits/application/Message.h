@@ -91,7 +91,7 @@ public:
     // Add a value at the end of a field, which is created if it does not exist.
 
     status_t AddBool(const char* name, bool value);
-    status_t AddInt8(const char* name, int8 value);
+    status_t AddInt8(const char* name, int8 value); ///< for the tool that makes resources, as AddDouble
     status_t AddInt16(const char* name, int16 value);
     status_t AddInt32(const char* name, int32 value);
     status_t AddInt64(const char* name, int64 value);

@@ -22,7 +22,7 @@ public:
     using BView::SetViewColor;
     void SetViewColor(rgb_color color) override;
 
-    border_style Border() const { return fBorder; }
+    border_style Border() const { return fBorder; } ///< for tests
 
     /// Copied; null or empty shows none.
     virtual void SetLabel(const char* label);

@@ -36,7 +36,7 @@ public:
     /// The value as a colour, alpha 255.
     rgb_color ValueAsColor() const;
 
-    color_control_layout Layout() const { return fLayout; }
+    color_control_layout Layout() const { return fLayout; } ///< for tests
 
 protected:
     QWidget* MakeWidget() override;

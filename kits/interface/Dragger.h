@@ -32,7 +32,6 @@ public:
 
     /// The menu that the other buttons open; its items have targets. Null: none.
     void SetPopUp(std::unique_ptr<BPopUpMenu> menu);
-    BPopUpMenu* PopUp() const { return fPopUp.get(); }
 
     void Draw(BRect update) override;
     void MouseDown(BPoint where) override;

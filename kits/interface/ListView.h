@@ -50,7 +50,6 @@ public:
     /// Null, or -1, if there is none.
     BListItem* ItemAt(int32 index) const;
     int32 IndexOf(const BListItem* item) const;
-    bool HasItem(const BListItem* item) const { return IndexOf(item) >= 0; }
     int32 CountItems() const;
     bool IsEmpty() const { return CountItems() == 0; }
 

@@ -28,7 +28,7 @@ public:
     ~BScrollView() override;
 
     BView* Target() const { return fTarget; }
-    border_style Border() const { return fBorder; }
+    border_style Border() const { return fBorder; } ///< for tests
 
     void AttachedToWindow() override;
 

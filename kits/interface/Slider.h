@@ -46,6 +46,7 @@ public:
 
     /// The texts at the two ends; null removes one.
     virtual void SetLimitLabels(const char* minLabel, const char* maxLabel);
+    // For tests, as HashMarks() and HashMarkCount().
     const char* MinLimitLabel() const { return fMinLabel.c_str(); }
     const char* MaxLimitLabel() const { return fMaxLabel.c_str(); }
 
@@ -55,7 +56,7 @@ public:
     virtual void SetHashMarkCount(int32 count);
     int32 HashMarkCount() const { return fHashMarkCount; }
 
-    thumb_style Style() const { return fThumb; }
+    thumb_style Style() const { return fThumb; } ///< for tests
 
     /// Owned from here; replaces (and deletes) the previous one; null removes it.
     virtual void SetModificationMessage(BMessage* message);

@@ -115,6 +115,7 @@ public:
     virtual bool RemoveChild(BView* child);
     /// Returns false if the view is detached.
     bool RemoveSelf();
+    /// For tests, which look at windows through these two.
     BView* ChildAt(int32 index) const;
     int32 CountChildren() const;
     BView* NextSibling() const;
@@ -135,6 +136,7 @@ public:
     /// others to -1 (invisible) to 32766.
     virtual void ResizeTo(float width, float height);
     void SetResizingMode(uint32 mode);
+    /// For tests.
     uint32 ResizingMode() const;
     virtual void SetFlags(uint32 flags);
     uint32 Flags() const;
@@ -199,6 +201,7 @@ public:
     /// Sets the text that is shown when the pointer rests; null or "" for none. A text that starts with "<qt>" is
     /// markup: a small part of HTML, with <br>, <b>, <table> and <span style="...">; any other is shown literally.
     void SetToolTip(const char* text);
+    /// For tests.
     const char* ToolTip() const;
     /// Sets the name of the view for assistive technology; without one it uses the view's name.
     void SetAccessibleName(const char* name);

@@ -113,6 +113,7 @@ public:
     /// Takes ownership; see BView::AddChild.
     virtual void AddChild(BView* child, BView* before = nullptr);
     virtual bool RemoveChild(BView* child);
+    /// For tests, which look at windows through these two.
     BView* ChildAt(int32 index) const;
     int32 CountChildren() const;
     BView* FindView(const char* name) const;
@@ -126,6 +127,7 @@ public:
     /// Starts the looper, and shows the window, which is hidden until then.
     virtual void Show();
     bool IsHidden() const;
+    /// For tests.
     bool IsMinimized() const;
     /// Brings the window to the front and gives it the focus, as far as the window manager allows.
     void Activate(bool active = true);
@@ -147,6 +149,8 @@ public:
     void SetWorkspaces(uint32 workspaces);
 
     void SetTitle(const char* title);
+    // For tests, which look at windows through these four.
+
     const char* Title() const;
     window_look Look() const;
     window_feel Feel() const;

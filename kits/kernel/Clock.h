@@ -36,8 +36,8 @@ public:
     virtual std::string BootId() = 0;
 };
 
-/// Takes the times from this source; null restores the machine's. The moment of boot is measured again, and the file of
-/// SetBootMomentFile forgotten. Not owned; must live until it is replaced.
+/// For tests: takes the times from this source; null restores the machine's. The moment of boot is measured again, and
+/// the file of SetBootMomentFile forgotten. Not owned; must live until it is replaced.
 void SetClockSource(ClockSource* source);
 
 /// Keeps the moment of boot in this file from now on: reads it if it was kept during this boot, otherwise writes the

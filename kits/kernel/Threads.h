@@ -63,7 +63,7 @@ status_t resume_thread(thread_id thread);
 
 /// Asks the thread to stop at its next wait, or at once if it is in one; the wait's time-out runs on meanwhile. While
 /// it is suspended, a thread never holds the lock for which it was waiting. Suspending the calling thread stops it
-/// here. Otherwise returns without waiting for the effect.
+/// here. Otherwise returns without waiting for the effect. The program suspends nothing; its thread classes offer it.
 /// @return `B_OK` (also if it is suspended already), `B_BAD_THREAD_ID`, `B_NOT_ALLOWED`
 status_t suspend_thread(thread_id thread);
 

@@ -61,7 +61,6 @@ public:
 
 private:
     status_t SetToPath(std::string path, bool traverse);
-    std::string FullPath() const;
 
     entry_ref fRef;
     status_t fStatus = B_NO_INIT;

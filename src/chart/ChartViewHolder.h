@@ -60,7 +60,7 @@ public:
     /// Lays the charts out.
     void Rerender();
 
-    /// Pauses or resumes all charts.
+    /// Pauses or resumes all charts; offered to owners, though the program pauses them one by one.
     void Pause(bool pause);
 
     /// Connects every chart to the sampler, paused ones too, which then draw nothing.

@@ -92,7 +92,8 @@ public:
 
     /// Puts a node, from now on the sampler's, in front of the history and adds it to the sums.
     void Attach(SysinfoNode* node);
-    /// Takes a node out of the history and the sums; it is the caller's then. Nothing if it isn't in the history.
+    /// Takes a node out of the history and the sums; it is the caller's then. Nothing if it isn't in the history. The
+    /// counterpart of Attach(), though the sampler itself takes out only the oldest.
     void Detach(SysinfoNode* node);
 
     /// Registers a receiver of samples; an equal one is held only once. One that does not exist is found out, and
@@ -102,7 +103,7 @@ public:
     status_t AddMessenger(const BMessenger& messenger);
     /// @return 0, or B_ENTRY_NOT_FOUND if no equal messenger is registered
     status_t RemoveMessenger(const BMessenger& messenger);
-    int32 CountMessengers() const;
+    int32 CountMessengers() const; ///< for tests
 
     /// Changes the time between two rounds, in microseconds; takes effect at once. The same value again does
     /// nothing. No bounds are checked: values from outside go through HoldDelay() first. 0 samples without a pause.

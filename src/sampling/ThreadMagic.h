@@ -66,7 +66,8 @@ public:
     /// instead may end a thread before it has done any of its work.
     void Join();
 
-    /// Both return the kernel's result. A suspended thread stops at its next sleep or wait.
+    /// Both return the kernel's result. A suspended thread stops at its next sleep or wait. Offered to owners, though
+    /// none suspends a thread now.
     status_t Suspend();
     status_t Resume();
 

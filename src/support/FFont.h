@@ -64,7 +64,8 @@ public:
     void UpdateTo(BFont* target, uint32 mask) const;
     void UpdateTo(FFont* target, uint32 mask) const;
 
-    /// Takes the properties in `mask` that the source carries, and adds them to this mask; null does nothing.
+    /// The reverse of UpdateTo(), for owners: takes the properties in `mask` that the source carries, and adds them to
+    /// this mask; null does nothing.
     void UpdateFrom(const FFont* source, uint32 mask);
 
 private:
@@ -74,10 +75,10 @@ private:
 /// Adds the font as a flattened object, including its mask; a plain font's mask is kAll.
 /// @return B_BAD_VALUE if the message or the font is null, otherwise the message's status
 status_t AddMessageFont(BMessage* message, const char* name, const FFont* font);
-status_t AddMessageFont(BMessage* message, const char* name, const BFont* font);
+status_t AddMessageFont(BMessage* message, const char* name, const BFont* font); ///< for plain fonts of others
 
 /// Finds a font that AddMessageFont() added. An FFont takes font and mask; in a plain font only the properties in the
 /// stored mask change. An error changes nothing.
 /// @return B_BAD_VALUE if the message or the font is null, otherwise the message's status
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, FFont* font);
-status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font);
+status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font); ///< likewise

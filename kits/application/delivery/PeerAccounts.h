@@ -48,6 +48,7 @@ public:
     size_t Room(team_address process, Resource resource) const;
     /// Returns whether a process may claim this much more now. If not, the next release calls `onRoom`.
     bool HasRoom(team_address process, Resource resource, size_t amount);
+    /// For tests, as CountProcesses().
     size_t Used(team_address process, Resource resource) const;
     size_t UsedByAll(Resource resource) const;
     /// Returns the number of processes that have claimed anything.

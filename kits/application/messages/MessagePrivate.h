@@ -25,7 +25,6 @@ struct MessageAccess {
     static void SetDropped(BMessage& message, BPoint where, BPoint offset);
     /// Marks a message as delivered. If the address is set, it gets the replies.
     static void SetDelivered(BMessage& message, const Address& replyTo, bool sourceWaits);
-    static const MessageDelivery* DeliveryOf(const BMessage& message) { return message.fDelivery.get(); }
 
     static const Address& AddressOf(const BMessenger& messenger);
     static BMessenger MessengerTo(const Address& address);

@@ -50,7 +50,7 @@ public:
     virtual void After(const FileAction& action, int64 result);
 };
 
-/// Replaces the device; null restores the plain disk. Not while other threads use the storage kit.
+/// For tests: replaces the device; null restores the plain disk. Not while other threads use the storage kit.
 /// @param device  not owned; must outlive its use
 /// @return the previous one
 FailingDevice* SetFailingDevice(FailingDevice* device);

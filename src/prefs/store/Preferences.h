@@ -90,7 +90,7 @@ public:
     /// Replaces the store's file by what the store holds; B_OK when that is on the disk. After an error the file from
     /// before is in its place again; if there was none, a part of the new one may stay.
     status_t Sync();
-    /// Writes the store to an open file, at its position.
+    /// Writes the store to an open file, at its position: the counterpart of LoadFrom().
     status_t SaveTo(BFile* file);
     /// Takes contents and code of the message in an open file; the store is unchanged when there is no whole one in it.
     status_t LoadFrom(BFile* file);

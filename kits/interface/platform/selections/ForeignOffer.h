@@ -50,7 +50,7 @@ public:
     void FetchForDrop(std::function<void()> ready);
     /// True if the program has not answered in time.
     bool IsLate() const { return fIsLate; }
-    /// Replaces the clock, in microseconds, that decides when an unanswered question is asked again.
+    /// For tests: replaces the clock, in microseconds, that decides when an unanswered question is asked again.
     void SetClock(std::function<int64_t()> clock) { fClock = std::move(clock); }
 
     QStringList formats() const override { return fFormats; }
