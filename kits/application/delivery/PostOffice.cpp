@@ -115,12 +115,13 @@ void PostOffice::Start(token_t looper)
             return;
         found->second.isStarted = true;
         for (Parcel& parcel : found->second.held) {
+            const Parcel* const place = &parcel;
             fQueue.push_back(std::move(parcel));
             const auto handler = fHandlers.find(fQueue.back().handler);
             if (handler == fHandlers.end())
                 continue;
             for (auto& [code, waiting] : handler->second.newest)
-                if (waiting == &parcel)
+                if (waiting == place)
                     waiting = &fQueue.back();
         }
         found->second.held.clear();
