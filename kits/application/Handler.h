@@ -10,8 +10,7 @@
 class BLooper;
 class BMessage;
 
-/// Receives messages, once it is added to a looper: MessageReceived is called on the main
-/// thread.
+/// Receives messages once it has been added to a looper: MessageReceived is called on the main thread.
 ///
 /// Other threads and processes reach it by its token, through a BMessenger, which notices when the handler is gone.
 /// Lock its looper before you use or destroy a handler that belongs to one.

@@ -86,9 +86,8 @@ public:
     ~BWindow() override;
 
     /// Adds "class" (this object's class), "_frame", "_title", "_wlook", "_wfeel", "_flags", "_wspace", "_type",
-    /// "_zoom"
-    /// ("maximised", "fullscreen" or absent), the size limits, pulse rate when set and, deep, one "_views" message per
-    /// child.
+    /// "_zoom" ("maximised", "fullscreen" or absent), the size limits, the pulse rate if it is set and, deep, one
+    /// "_views" message per child.
     virtual status_t Archive(BMessage* into, bool deep = true) const;
 
     // Hooks.

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The rooms of kits/ and src/, and what breaks them."""
+"""The rooms of kits/ and src/, and the check of their includes."""
 
 import os
 import pathlib
@@ -47,7 +47,7 @@ src/app
 """From the lowest to the highest. A room may include itself and the rooms before it."""
 
 FORBIDDEN = [("src/app", "src/desktop"), ("src", "kits/pictures")]
-"""Pairs of which the first must not include the second, although the order would allow it."""
+"""Pairs of rooms: the first must not include the second, although the order would allow it."""
 
 PROGRAMS = {"kits/pictures": "kits/kernel"}
 """Programs that live among the kits, each with the only kit that it may include. They have no public headers."""

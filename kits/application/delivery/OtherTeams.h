@@ -8,20 +8,20 @@
 
 namespace kits {
 
-/// Sends messages to other processes. The team port implements it, which stands above this room and installs itself
-/// when it is made. Any thread.
+/// Sends messages to other processes. The team port, which belongs to a higher room, implements it and installs itself
+/// in its constructor. Any thread.
 class OtherTeams {
 public:
     virtual ~OtherTeams() = default;
 
-    /// Null until the port was made: then no other team can be reached. What was set stays for good.
+    /// Null before the port is made; no other team can be reached then. Once set, it never changes.
     static OtherTeams* Get();
     static void Set(OtherTeams* teams);
 
     /// Sends the message, flattened once. Handlers of one team share one frame.
-    /// @param replyTo      gets answers; may be unset
-    /// @param sourceWaits  true if a thread waits there for the one answer
-    /// @return that of the last team: see BMessenger::SendMessage
+    /// @param replyTo      gets replies; may be unset
+    /// @param sourceWaits  true if a thread waits there for the one reply
+    /// @return the result for the last team: see BMessenger::SendMessage
     virtual status_t Send(const std::vector<Address>& targets, const BMessage& message, const Address& replyTo,
                           bool sourceWaits) = 0;
     /// True if a message could be sent there now, as far as this process knows.

@@ -15,9 +15,8 @@ namespace kits {
 /// one thread that waits on all of them. The first use opens it; the application closes it at its end. Any thread
 /// unless stated otherwise.
 ///
-/// It trusts nothing from outside: the system, not the peer, states its process and user. Data
-/// are held to the limits of Frame.h and BMessage; a peer that breaks them loses its
-/// connection.
+/// It trusts nothing from outside: the system, not the peer, tells which process and user the peer is. Data are held to
+/// the limits of Frame.h and BMessage; a peer that exceeds them loses its connection.
 class TeamPort : public OtherTeams {
 public:
     static TeamPort& Get();

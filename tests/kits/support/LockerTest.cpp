@@ -167,7 +167,7 @@ TEST(LockerTest, ASuspendedThreadDoesNotGetIt)
     ASSERT_TRUE(waiter.AwaitState(B_THREAD_WAITING));
     suspend_thread(waiter.Id());
     lock.Unlock();
-    // It would be first.
+    // The suspended thread would be first.
     TestThread other([&] { return lock.LockWithTimeout(B_INFINITE_TIMEOUT); });
     status_t status = B_ERROR;
     EXPECT_EQ(other.Join(&status), B_OK);

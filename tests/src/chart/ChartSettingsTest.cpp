@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-// What of a chart's settings stands in messages, and what is taken from them.
+// The settings that a chart writes to messages, and those that it accepts from them.
 
 namespace {
 
-/// Names of a message's fields, in their order, each with the number of its values.
+/// Returns the names of a message's fields, in their order, each with the number of its values.
 std::string Fields(const BMessage& message)
 {
     std::string names;

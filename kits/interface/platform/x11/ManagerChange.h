@@ -10,15 +10,15 @@ namespace kits {
 
 /// Keeps windows in place when one window manager takes over from another, as on a restart.
 ///
-/// The toolkit's windows count their place from the corner of their content, and Marco ignores that when it ends: it
+/// The toolkit reports the place of a window by the corner of its content, and Marco ignores that when it ends: it
 /// moves the content to the corner of the frame. So each restart would move all windows up and to the left, and MATE
 /// restarts Marco whenever its scale changes.
 ///
 /// Main thread; does nothing without an X server.
 namespace ManagerChange {
 
-/// Watches a window as long as it exists. It must have a system's window.
-/// @param putBack  asks for the place that the content had; called in a turn of its own
+/// Watches a window as long as it exists. The window must have a window of the system.
+/// @param putBack  restores the given place of the content; called in a turn of its own
 void Watch(QWidget& window, std::function<void(QPoint)> putBack);
 
 } // namespace ManagerChange

@@ -148,7 +148,7 @@ TEST_F(BootMomentTest, IsWholeWhereverTheWriterIsKilled)
                 kits::KeepBootMoment(path, &next);
             }
         }
-        // At another moment of its writing each time.
+        // Kills the writer at a different moment each time.
         kits::BootMoment written;
         ASSERT_TRUE(
             test::Await([&] { return kits::LoadBootMoment(path, &written) == B_OK && written.moment > 10 + run % 5; }));

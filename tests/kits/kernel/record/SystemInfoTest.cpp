@@ -67,8 +67,8 @@ long long MemoryFigure(const std::string& key)
     return value;
 }
 
-/// Awaits a moment at which the machine's own value stands still, and compares the figure with it. What comes and goes
-/// within that moment may be counted.
+/// Awaits a moment at which the machine's own value stands still, and compares the figure with it. The figure may count
+/// objects that come and go within that moment.
 template <class Figure, class Truth> void ExpectAgreement(Figure figure, Truth truth, long long tolerance)
 {
     long long before = 0;

@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-// What samples make of a picture that belongs to no view, pixel by pixel, in a program that has no screen.
+// How samples change a picture that belongs to no view, pixel by pixel, in a program that has no screen.
 
 namespace {
 
 class PictureTest : public testing::Test {
 protected:
-    /// A picture of 6 x 10 pixels without sources, unless told otherwise.
+    /// Makes a picture of 6 x 10 pixels, unless told otherwise, with this many sources.
     ChartPicture& Make(int32 sources, BRect bounds = BRect(0, 0, 5, 9))
     {
         picture = std::make_unique<ChartPicture>(settings, bounds);
@@ -36,7 +36,7 @@ protected:
         return false;
     }
 
-    /// A column of the picture from top to bottom: '0' to '7' for a source's colour, '.' for the low colour.
+    /// Returns a column of the picture from top to bottom: '0' to '7' for a source's colour, '.' for the low colour.
     std::string Column(int32 x) const
     {
         const PixelRows rows(picture->Bitmap());
@@ -101,7 +101,7 @@ TEST_F(PictureTest, WrapsWhenItIsFullAndForgetsWhatItLost)
         EXPECT_FALSE(Add({i / 8.0}));
     EXPECT_EQ(picture->History().CountRows(), 6);
     EXPECT_TRUE(Add({1}));
-    // Of a width of 5 the half is 2 columns, the newest; behind them comes the new one.
+    // The half of a width of 5 is 2 columns: the newest two stay, and the new one follows them.
     EXPECT_EQ(picture->Column(), 2);
     EXPECT_EQ(Column(0), ".....00000");
     EXPECT_EQ(Column(1), "....000000");

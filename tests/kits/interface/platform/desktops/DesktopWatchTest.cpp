@@ -528,7 +528,7 @@ TEST_F(DesktopWatchTest, DoesNotWaitForAPictureAtItsEnd)
     auto watch = MakeWatch();
     EXPECT_TRUE(Await([this] { return folder.Has("started"); }));
     watch.reset();
-    // A picture whose time was over would not be read again.
+    // The picture is read again, which it would not be after a time-out.
     folder.Put("go", "");
     EXPECT_EQ(AverageOfFile(folder.Path("picture"), kGray), make_color(0, 0, 100));
     SetPictureReader("");

@@ -339,7 +339,7 @@ TEST_F(PictureFileTest, IsGivenUpWhenItsThreadHasToEnd)
     EXPECT_TRUE(Await([&] { return folder.Get("calls").find('\n') != std::string::npos; }));
     eventfd_write(stop.Get(), 1);
     worker.join();
-    // That was not the picture's fault; one whose time was over would not be read again.
+    // The stop was not the picture's fault: it is read again, unlike after a time-out.
     folder.Put("go", "");
     EXPECT_EQ(Average("picture"), make_color(0, 0, 100));
 }
