@@ -11,21 +11,21 @@ class ChartViewHolder;
 /// The program's window: a menu bar with the menu "File" over two tabs, the uptimes (0) and the charts (1). It keeps
 /// two sizes, one for the chart tab and one for the other, and which tab was in front.
 ///
-/// Its archive adds to that of the window "ChartViewHolder" (message), "WindowFrameWithCharts" and "WindowFrame"
+/// To the archive of the window it adds "ChartViewHolder" (message), "WindowFrameWithCharts" and "WindowFrame"
 /// (rectangles; only width and height count) and "Selection" (int32).
 class MainWindow : public SmartWindow {
 public:
     /// A window with three default charts and the uptimes in front.
     MainWindow(BRect frame, SmartWindow** ownerSlot);
 
-    /// The window as it was archived. What is missing or unusable in the archive is left as in a new window: sizes
-    /// are held to the window's limits, a tab that does not exist is not selected.
+    /// A window from its archive. Fields that are missing or unusable have the values of a new window: sizes are held
+    /// to the window's limits, and a tab that does not exist is not selected.
     MainWindow(BMessage* archive, SmartWindow** ownerSlot);
 
     /// Always shallow for the window itself and deep for its charts, whatever `deep` says.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    /// Remembers the new frame for the tab that is in front, unless the window is maximised, full screen or tiled.
+    /// Stores the new frame for the tab in front, unless the window is maximised, full screen or tiled.
     void FrameResized(float width, float height) override;
 
 private:

@@ -11,8 +11,8 @@ class ChartViewHolder;
 ///
 /// It remembers the identities of the last kMostTaken charts that it has taken, and the holder stores them with the
 /// charts: after a kill either both are there or neither. For each chart taken, the application gets B_REPLICANT_TAKEN
-/// with "Identity" and "Messenger", the source, and one such message with all identities that were loaded; only the
-/// application knows when they are stored.
+/// with "Identity" and "Messenger", the source. It also gets one such message with all identities that were loaded.
+/// Only the application knows when they are stored.
 class ChartShelf : public BShelf {
 public:
     static constexpr size_t kMostTaken = 256;
@@ -23,7 +23,7 @@ public:
     bool CanAddReplicant(const BMessage* archive) const override;
     bool AddReplicant(BMessage* archive, BPoint where, const std::string& identity, const BMessenger& source) override;
 
-    /// Adds "Taken", in place of such fields that are there.
+    /// Replaces the "Taken" fields of the message.
     void SaveTo(BMessage* into) const;
     void LoadFrom(const BMessage& from);
 

@@ -43,7 +43,7 @@ public:
     /// Writes a replicant's archive: the view itself, "add_on", "class" and all settings. Never contains children.
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    /// These add settings to a message and return the statuses of the fields, or-ed together.
+    /// Each adds settings to a message and returns the statuses of the fields, or-ed together.
     status_t SavePrefsTo(BMessage* into) const;
     status_t SaveColorPrefsTo(BMessage* into) const { return fSettings.SaveColors(into); }
     status_t SaveGeneralPrefsTo(BMessage* into) const;
@@ -63,7 +63,8 @@ public:
     int32 CountValueProviders() const { return fPicture.CountSources(); }
     /// Returns the source at @p index, or null. The chart owns it.
     const ValueProvider* ValueProviderAt(int32 index) const;
-    /// Puts a source made from @p archive at @p index, or at the end if there is no such index. Ignores a ninth one.
+    /// Puts a source made from @p archive at @p index, or at the end if there is no such index. Does nothing when the
+    /// chart has eight sources.
     void AddValueProvider(BMessage* archive, int32 index);
     /// Removes the source at @p index, or all of them with -1. Ignores an index that does not exist.
     void RemoveValueProvider(int32 index);
@@ -114,7 +115,8 @@ public:
     void SetOwner(ChartViewHolder* owner) { fOwner = owner; }
     ChartViewHolder* Owner() const { return fOwner; }
     /// Makes and shows the preferences window of a chart, with the state in the archive unless that is empty. Stores
-    /// the pointer in the slot; the window's messages go to the chart. Set once for all charts, which know no pages.
+    /// the pointer in the slot; the window's messages go to the chart. Set once for all charts, since this folder knows
+    /// no pages.
     typedef void (*PreferencesOpener)(ChartView* chart, SmartWindow** slot, BMessage* archive);
     static void SetPreferencesOpener(PreferencesOpener opener);
 

@@ -21,7 +21,7 @@ constexpr const char* kNoAnswer =
 constexpr const char* kTooMany = TrLater("The chart could not be put on the desktop: there are too many charts there.");
 constexpr const char* kDesktopTip = TrLater("Drag this to move the chart, or back into the window");
 
-// The chart gets a window of its own there; without a place, where there is room.
+// The chart gets a window of its own there; without a place, the host finds a free one.
 void ShowOnDesktop(ChartView* chart, DesktopSender& sender, const BPoint* leftTop)
 {
     BMessage request(MSG_SHOW_ON_DESKTOP);

@@ -18,7 +18,7 @@ inline constexpr int32 kMaxCharts = 1000;
 /// The longest side of a holder, in pixels.
 inline constexpr float kLongestHolder = 16383;
 
-// The archive of a holder; ChartShelf.h has the rest.
+// Fields of a holder's archive; ChartShelf.h declares the others.
 inline const kits::Field<BRect> kHolderBoundsField("Rect", 0, kLongestHolder);
 inline const kits::Field<BMessage> kChartField("Chart", kMaxCharts);
 
@@ -60,7 +60,7 @@ public:
     /// Lays the charts out.
     void Rerender();
 
-    /// Pauses or resumes all charts; offered to owners, though the program pauses them one by one.
+    /// Pauses or resumes all charts. For owners; the program itself pauses charts one by one.
     void Pause(bool pause);
 
     /// Connects every chart to the sampler, paused ones too, which then draw nothing.

@@ -39,7 +39,7 @@ inline bool IsProcessorTarget(vptarget_t target)
     return target >= VP_FIRST_CPU_IDLE && target <= VP_LAST_CPU_TARGET;
 }
 
-/// Of a processor's target; from 0.
+/// Returns the processor of a processor's target; from 0.
 inline int32 ProcessorOf(vptarget_t target)
 {
     return (target - 1) / 2;
@@ -55,12 +55,12 @@ enum : int32 {
 /// A plain value of its chart; not shared between threads.
 class ValueProvider {
 public:
-    /// Room that GetValueString() and PrintMemory() need at most, the terminating zero included.
+    /// Room that GetValueString() and PrintMemory() need at most, including the terminating zero.
     static constexpr size_t kValueStringLength = 64;
 
     ValueProvider(vptarget_t target, int32 flags);
 
-    /// From "Target" and "Flags" (int32 each); what is missing stays the first processor's load with no flags.
+    /// From "Target" and "Flags" (int32 each); a missing field gives the first processor's load, or no flags.
     explicit ValueProvider(const BMessage* archive);
 
     /// Adds "Flags", then "Target".
@@ -70,21 +70,21 @@ public:
     vptarget_t Target() const { return fTarget; }
     int32 Flags() const { return fFlags; }
 
-    /// The source's name, in English as other programs read it; empty for an unassigned target. People see
+    /// Returns the source's name, in English as for other programs; empty for an unassigned target. Users see
     /// SourceName().
-    /// @param inLanguage  translates a sentence; null: none
+    /// @param inLanguage  translates a sentence; null for no translation
     static std::string Name(vptarget_t target, int32 flags, const char* (*inLanguage)(const char*) = nullptr);
 
-    /// The quantity as a fraction, at most 1.0; 0 for a processor that this machine lacks.
-    /// A sample with no length or a maximum of 0, which a sampler never sends and a ghost never has, gives what the
-    /// division gives: not a number, or 1.0 for an infinity. Such a value does not enter the smoothing.
-    /// Advances the smoothing: call it exactly once per sample.
+    /// Returns the quantity as a fraction, at most 1.0; 0 for a processor that this machine lacks. A sample with no
+    /// length or a maximum of 0, which a sampler never sends and a ghost never has, gives the result of the division:
+    /// NaN, or 1.0 for an infinity. Such a value does not enter the smoothing. Advances the smoothing: call it exactly
+    /// once per sample.
     /// @param sampler  the running sums over the history, in microseconds; not null
     /// @param sample   the newest sample, not null; the caller holds the sampler's lock
     double Value(const Sysinfo* sampler, const SysinfoNode* sample);
 
     /// Writes the caption of the value: memory as PrintMemory() does, counts with their unit, anything else in percent.
-    /// For those in percent it calls Value() and so advances the smoothing.
+    /// For values in percent it calls Value() and so advances the smoothing.
     /// @param buffer  with room for kValueStringLength characters
     void GetValueString(char* buffer, const Sysinfo* sampler, const SysinfoNode* sample);
 
@@ -92,8 +92,8 @@ public:
     /// @param buffer  with room for kValueStringLength characters
     static void PrintPercent(char* buffer, double share);
 
-    /// Writes how much memory that many pages of 4096 bytes are: "nothing", "4.0 kB", "1.5 MB". The decimal point is
-    /// a point in every language.
+    /// Writes the size of that many pages of 4096 bytes: "nothing", "4.0 kB", "1.5 MB". The decimal point is a point in
+    /// every language.
     /// @param buffer  with room for kValueStringLength characters
     static void PrintMemory(char* buffer, int64 pages);
 

@@ -3,14 +3,14 @@
 
 #include "kits/interface/Window.h"
 
-/// A window that is remembered: when it is closed it sends its own archive to its owner, so that the owner can build
-/// it again in the same place, and it clears its owner's pointer when it goes, so that this never dangles.
+/// A window that is remembered: when it is closed it sends its own archive to its owner, so that the owner can rebuild
+/// it in the same place. It clears its owner's pointer when it is destroyed, so that this never dangles.
 ///
-/// The owner keeps a `SmartWindow*` and hands the address of that pointer in as the *owner slot*; it recognises the
+/// The owner keeps a `SmartWindow*` and passes the address of that pointer as the *owner slot*; it recognises the
 /// window in `MSG_WINDOW_CLOSED` by comparing the field "Container" with that address. (A slot is a `SmartWindow**`
-/// also where the window is of a derived class: what the destructor writes through it must be of the slot's type.)
+/// even if the window is of a derived class: what the destructor writes through it must have the slot's type.)
 ///
-/// `MSG_WINDOW_CLOSED` carries "Window" (pointer, only to identify: the window is gone soon after), "Name" (string,
+/// `MSG_WINDOW_CLOSED` carries "Window" (pointer, only for comparison: the window is gone soon after), "Name" (string,
 /// the handler's name), "Container" (pointer, the owner slot) and "Archive" (message).
 ///
 /// All of it runs under the interface lock, as for every window.
@@ -22,23 +22,23 @@ public:
     /// @param flags      any bit but the lowest makes the closing window archive itself with its children
     SmartWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot, uint32 flags);
 
-    /// A window as it was archived; the flags come from "sw:flags", 0 when that is absent.
+    /// A window from its archive; the flags come from "sw:flags", 0 if that is absent.
     /// @param title  in the language of this session; the archived one may be in another
     SmartWindow(BMessage* archive, const char* title, BHandler* target, SmartWindow** ownerSlot);
 
     /// Stores null through the owner slot.
     ~SmartWindow() override;
 
-    /// Stores null through the owner slot at once, also when the window itself can only go later.
+    /// Stores null through the owner slot at once, even if the window itself can only be destroyed later.
     void Quit() override;
 
-    /// What `BWindow::Archive` writes, then "class" and "sw:flags" (int32), without the workspaces: a window that is
-    /// built again opens on the workspace that is current then.
+    /// Writes what `BWindow::Archive` writes, then "class" and "sw:flags" (int32), without the workspaces: a rebuilt
+    /// window opens on the workspace that is current then.
     /// @return the error of the step that failed
     status_t Archive(BMessage* into, bool deep = true) const override;
 
-    /// Sends the archive to the target's looper, or to the application when there is no target. A target without a
-    /// looper gets nothing.
+    /// Sends the archive to the target's looper, or to the application if there is no target. A target without a looper
+    /// gets nothing.
     /// @return always true
     bool QuitRequested() override;
 
