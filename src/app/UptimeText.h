@@ -6,7 +6,7 @@
 #include <string>
 
 /// Writes a duration, for example "one month 2 days 01:02:03", and a terminating zero. Years are twelve months of four
-/// weeks each, so that no calendar is needed. The form without an allocation; the program uses strings.
+/// weeks each, so that no calendar is needed. This form allocates nothing; the program itself uses strings.
 /// @param out  has room for at least 96 characters
 /// @return the end of the text, where the zero is
 char* PrintTimeInterval(char* out, int32 seconds);

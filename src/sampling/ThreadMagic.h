@@ -66,8 +66,8 @@ public:
     /// instead may end a thread before it has done any of its work.
     void Join();
 
-    /// Both return the kernel's result. A suspended thread stops at its next sleep or wait. Offered to owners, though
-    /// none suspends a thread now.
+    /// Both return the kernel's result. A suspended thread stops at its next sleep or wait. For owners; none suspends
+    /// a thread at present.
     status_t Suspend();
     status_t Resume();
 
