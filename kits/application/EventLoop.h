@@ -55,16 +55,6 @@ public:
     /// The number of these so far. The program's own threads cause none, which a test checks; the toolkit's threads
     /// may.
     static uint64 CountEventsElsewhere();
-
-    /// Moves whenever something was handled that may have changed anything: each event of the toolkit, message, timer
-    /// and action counts when it is over, and another thread counts when it takes the interface lock. For who looks
-    /// again and again whether there is something to save. Under something that is still being handled, as in the loop
-    /// of a menu, it moves with every call, since nobody knows what that has done so far; what calls it is not meant.
-    /// Main thread.
-    static uint64 CountChanges();
-    /// Says of what is being handled now, apart from what is handled inside it, that it changes nothing that is kept:
-    /// it is not counted. To be said by its handler alone. Main thread.
-    static void NoteUnchanged();
 };
 
 /// While one exists, the posts of its thread wake the loop only once, when the last one is destroyed. For code that

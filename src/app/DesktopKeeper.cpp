@@ -8,8 +8,8 @@
 #include "kits/application/Roster.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
-#include "src/app/Autosave.h"
 #include "src/chart/DesktopCharts.h"
+#include "src/prefs/store/Autosave.h"
 #include "src/support/Qel.h"
 
 #include <string>

@@ -10,13 +10,13 @@
 #include "kits/support/TypeConstants.h"
 #include "src/app/AboutFiles.h"
 #include "src/app/AboutWindow.h"
-#include "src/app/Autosave.h"
 #include "src/app/DesktopKeeper.h"
 #include "src/app/MainWindow.h"
 #include "src/pages/ChartPreferences.h"
 #include "src/pages/SysinfoTab.h"
 #include "src/prefs/PrefsWindow.h"
 #include "src/prefs/StoreAlerts.h"
+#include "src/prefs/store/Autosave.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
@@ -97,7 +97,12 @@ void QelApp::ReadyToRun()
         PostMessage(MSG_CW_OPEN);
     SaveUptimes();
     if (fMode == Mode::kSession) {
-        fAutosave = std::make_unique<Autosave>(*this);
+        fAutosave = std::make_unique<Autosave>(
+            std::vector<const Preferences*>{prefs_common, prefs_user}, [this] { return StoreArrangement(); },
+            [alarm = SaveAlarm()](const StoreWriter& writer) mutable {
+                alarm.Look(writer, {prefs_common, prefs_user});
+            });
+        fAutosave->Start();
         fDesktopKeeper = std::make_unique<DesktopKeeper>(*fAutosave);
         // If the program was killed while the colour page had painted the desktop, it is still painted.
         BScreen().RestoreDesktop();

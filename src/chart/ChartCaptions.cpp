@@ -3,6 +3,7 @@
 
 #include "kits/interface/View.h"
 #include "src/chart/ChartCaption.h"
+#include "src/support/Changes.h"
 
 #include <cstring>
 
@@ -67,6 +68,7 @@ bool ChartCaptions::MoveTo(ChartCaption& caption, BPoint where, BRect bounds)
     if (where == caption.look.where)
         return false;
     caption.look.where = where;
+    Changes::Note();
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "kits/support/Color.h"
 #include "kits/support/Point.h"
 #include "src/chart/ChartHistory.h"
+#include "src/support/Changes.h"
 #include "src/support/FFont.h"
 #include "src/support/MessageFields.h"
 
@@ -65,8 +66,10 @@ inline const kits::Field<BMessage> kSourcesField("ValueProviders", kMaxSources);
 /// Sets the member if the field's range holds the value; ignores any other value.
 template <class T> void SetInRange(const kits::Field<T>& field, T value, T* setting)
 {
-    if (field.Holds(value))
-        *setting = value;
+    if (!field.Holds(value))
+        return;
+    *setting = value;
+    Changes::Note();
 }
 
 /// Look and place of one caption of a chart; the value and the title have one each.

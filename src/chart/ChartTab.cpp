@@ -3,6 +3,7 @@
 
 #include "kits/interface/Window.h"
 #include "src/chart/ChartViewHolder.h"
+#include "src/support/Changes.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ void ChartTab::Select(BView* owner)
     auto* holder = dynamic_cast<ChartViewHolder*>(View());
     auto* tabs = dynamic_cast<BTabView*>(owner);
     fOtherFrame = fWindow->Frame();
+    Changes::Note();
     // The window's change of size must not resize the holder at each step: it is laid out once, at the end.
     if (holder != nullptr)
         holder->SetResizingMode(B_FOLLOW_NONE);
@@ -43,6 +45,7 @@ void ChartTab::Select(BView* owner)
 void ChartTab::Deselect()
 {
     fChartFrame = fWindow->Frame();
+    Changes::Note();
     BTab::Deselect();
     fWindow->ResizeTo(fOtherFrame.Width(), fOtherFrame.Height());
 }

@@ -13,6 +13,7 @@
 #include "src/chart/PixelRows.h"
 #include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
+#include "src/support/Changes.h"
 #include "src/support/Qel.h"
 #include "src/support/ui/SmartWindow.h"
 
@@ -124,6 +125,7 @@ void ChartView::LoadPrefsFrom(BMessage* from)
     if (kTitleFontField.Find(*from, &font))
         SetTitleFont(&font);
     fSettings.Load(*from);
+    Changes::Note();
     kSkipValueField.Find(*from, &fRefreshes.counter);
     kValueSkipValueField.Find(*from, &fValueRefreshes.counter);
     std::string title;
@@ -185,6 +187,7 @@ void ChartView::AddValueProvider(BMessage* archive, int32 index)
     if (fMenu != nullptr)
         fMenu->AddSource(SourceName(provider->Target(), provider->Flags()).c_str(), index);
     fProviders.insert(fProviders.begin() + index, std::move(provider));
+    Changes::Note();
     fPicture.InsertSource(index);
 }
 
@@ -199,6 +202,7 @@ void ChartView::RemoveValueProvider(int32 index)
     } else {
         return;
     }
+    Changes::Note();
     if (fMenu != nullptr)
         fMenu->RemoveSource(index);
 }

@@ -95,7 +95,7 @@ public:
     void SetMode(int16 mode);
     /// These take effect with the next sample.
     void SetChartType(int16 type) { SetInRange(kChartTypeField, type, &fSettings.chartType); }
-    void SetVertical(bool vertical) { fSettings.vertical = vertical; }
+    void SetVertical(bool vertical);
     void SetPageSize(float size) { SetInRange(kPageSizeField, size, &fSettings.pageSize); }
     void SetSkipValue(int16 skip) { SetInRange(kSkipValueField, skip, &fSettings.skip); }
     void SetValueSkipValue(int16 skip) { SetInRange(kValueSkipValueField, skip, &fSettings.valueSkip); }

@@ -8,6 +8,7 @@
 #include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/SourceName.h"
+#include "src/support/Changes.h"
 #include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
@@ -168,6 +169,7 @@ void ChartView::SourcesDropped(BMessage* message)
     for (int32 i = 0; i < kMaxLookedAt && message->FindMessage("ValueProvider", i, &archive) == B_OK; i++) {
         if (!IsSourceArchive(archive, false))
             continue;
+        Changes::Note();
         auto source = std::make_unique<ValueProvider>(&archive);
         if (onTitle) {
             SetTitle(SourceName(source->Target(), source->Flags()).c_str());

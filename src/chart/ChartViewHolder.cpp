@@ -10,6 +10,7 @@
 #include "src/chart/ChartShelf.h"
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
+#include "src/support/Changes.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/MessageFields.h"
 #include "src/support/Tr.h"
@@ -102,6 +103,7 @@ void ChartViewHolder::AddChartView(ChartView* chart)
 {
     LooperLock lock(this);
     fCharts.push_back(chart);
+    Changes::Note();
     UpdateFocus();
     chart->SetOwner(this);
     AddChild(chart);
@@ -114,6 +116,7 @@ void ChartViewHolder::RemoveChartView(ChartView* chart)
         return;
     LooperLock lock(this);
     fCharts.erase(found);
+    Changes::Note();
     UpdateFocus();
     chart->SetOwner(nullptr);
     RemoveChild(chart);

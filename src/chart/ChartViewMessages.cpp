@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Application.h"
-#include "kits/application/EventLoop.h"
 #include "kits/application/MainThread.h"
 #include "kits/interface/Clipboard.h"
 #include "kits/interface/Window.h"
@@ -61,15 +60,10 @@ void ChartView::SetPreferencesOpener(PreferencesOpener opener)
 void ChartView::MessageReceived(BMessage* message)
 {
     switch (message->what) {
-    case MSG_SYSINFO_SAMPLE: {
-        const rgb_color low = fPicture.LowColor();
+    case MSG_SYSINFO_SAMPLE:
         ChartConnection::TakeSample(*message,
                                     [this](Sysinfo* sampler, SysinfoNode* newest) { Refresh(sampler, newest); });
-        // Everything else that a sample changes is only drawn.
-        if (fPicture.LowColor() == low)
-            kits::EventLoop::NoteUnchanged();
         break;
-    }
     case MSG_DISTRIBUTE_VALUE_POS:
         Distribute(this, MSG_SET_VALUE_POS, kCoordField, fSettings.value.where);
         break;

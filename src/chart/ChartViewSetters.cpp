@@ -4,6 +4,7 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/PixelRows.h"
+#include "src/support/Changes.h"
 #include "src/support/Tr.h"
 
 #include <cstring>
@@ -18,6 +19,7 @@ void ChartView::SetTitle(const char* text, int32 length)
     LooperLock lock(this);
     fSettings.titleText.assign(text == nullptr ? "" : text, size);
     fSettings.titleText.resize(kits::CutLength(fSettings.titleText, kMaxTitleLength));
+    Changes::Note();
     SetAccessibleName(fSettings.titleText.empty() ? Tr("Chart") : Title());
     DrawCaption(fCaptions.Title(), true);
 }
@@ -26,6 +28,7 @@ void ChartView::ShowCaption(ChartCaption& caption, bool on)
 {
     LooperLock lock(this);
     caption.look.shown = on;
+    Changes::Note();
     if (!on && fCaptions.Chosen() == nullptr)
         fCaptions.Choose(nullptr);
     DrawCaption(caption, true);
@@ -39,6 +42,7 @@ void ChartView::SetCaptionFont(ChartCaption& caption, const FFont* font)
         return;
     LooperLock lock(this);
     caption.look.font = *font;
+    Changes::Note();
     fCaptions.FontChanged(caption);
     fCaptions.MoveTo(caption, caption.look.where, Bounds());
     DrawCaption(caption, true);
@@ -51,6 +55,7 @@ void ChartView::SetCaptionColor(ChartCaption& caption, rgb_color color)
 {
     LooperLock lock(this);
     caption.look.color = color;
+    Changes::Note();
     fCaptions.ColorChanged(caption);
     DrawCaption(caption, true);
 }
@@ -80,6 +85,7 @@ void ChartView::SetChartColor(rgb_color color, int32 index)
     LooperLock lock(this);
     fPicture.Replace(ChartColor(index), color);
     fSettings.chartColors[static_cast<size_t>(index)] = color;
+    Changes::Note();
     fCaptions.ColorsChanged();
     RedrawAll();
 }
@@ -88,6 +94,7 @@ void ChartView::SetBackgroundColor(rgb_color color)
 {
     LooperLock lock(this);
     fSettings.backgroundColor = color;
+    Changes::Note();
     if (!fSettings.transparent && !fSettings.lockBgColor)
         fPicture.SetLowColor(color, true);
     fCaptions.ColorsChanged();
@@ -99,6 +106,7 @@ void ChartView::MySetLowColor(rgb_color color)
 {
     LooperLock lock(this);
     fPicture.SetLowColor(color, !fSettings.transparent);
+    Changes::Note();
     fCaptions.ColorsChanged();
     UpdateDragger();
     RedrawAll();
@@ -119,6 +127,7 @@ void ChartView::SetTransparent(bool on)
         return;
     LooperLock lock(this);
     fSettings.transparent = on;
+    Changes::Note();
     if (on)
         fPicture.SetLowColor(B_TRANSPARENT_COLOR, false);
     else
@@ -144,6 +153,7 @@ void ChartView::SetBorderColor(rgb_color color)
 {
     LooperLock lock(this);
     fSettings.borderColor = color;
+    Changes::Note();
     if (fSettings.showBorder)
         DrawBorder();
 }
@@ -154,9 +164,16 @@ void ChartView::SetShowBorder(bool on)
         return;
     LooperLock lock(this);
     fSettings.showBorder = on;
+    Changes::Note();
     if (!on)
         fPicture.DrawUncoveredRow();
     Draw(Bounds());
+}
+
+void ChartView::SetVertical(bool vertical)
+{
+    fSettings.vertical = vertical;
+    Changes::Note();
 }
 
 void ChartView::SetMode(int16 mode)
@@ -165,6 +182,7 @@ void ChartView::SetMode(int16 mode)
         return;
     LooperLock lock(this);
     fSettings.mode = mode;
+    Changes::Note();
     fPicture.Clear();
     if (mode == kGaugeMode && lock) {
         SetLowColor(fPicture.LowColor());

@@ -11,6 +11,7 @@
 #include "src/desktop/ReplicantClasses.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/pages/ChartPreferences.h"
+#include "src/prefs/StoreAlerts.h"
 #include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/OneLine.h"
@@ -21,7 +22,6 @@
 
 namespace {
 
-constexpr bigtime_t kSavePeriod = 4'000'000;
 constexpr uint32 kRefused = 0xffffffff;
 
 /// Returns the size in a view's archive, held to what the screens can show.
@@ -48,11 +48,9 @@ std::unique_ptr<BView> ViewOf(BMessage archive, const BRect& frame, std::string*
 DesktopApp::DesktopApp(status_t* status)
     : BApplication(kDesktopSignature, status, kits::Presence::kSingle)
     , fStore(kDesktopSignature, false, InitCheck() != B_OK)
-    , fAutosave([this] {
-        fAlarm.Look(fWriter, {&fStore});
-        Save();
-    })
-    , fSaveSoon([this] { Save(); })
+    , fAutosave(
+          {&fStore}, [this] { return Archive(); },
+          [this, alarm = SaveAlarm()](const StoreWriter& writer) mutable { alarm.Look(writer, {&fStore}); })
 {
     UseChartPreferences();
 }
@@ -176,10 +174,10 @@ void DesktopApp::ReadyToRun()
     const BMessenger alert =
         TellAboutKeptFiles({&fStore}, std::make_unique<BInvoker>(new BMessage(MSG_KEPT_FILES_TOLD), this));
     if (!IsEmpty())
-        Save();
+        fAutosave.Save();
     else if (!alert.IsValid())
         PostMessage(B_QUIT_REQUESTED);
-    fAutosave.Start(kSavePeriod);
+    fAutosave.Start();
 }
 
 void DesktopApp::MessageReceived(BMessage* message)
@@ -294,15 +292,13 @@ void DesktopApp::PrintAutostartError() const
 
 void DesktopApp::Changed()
 {
-    constexpr bigtime_t kSoon = 300'000;
-    if (!fSaveSoon.IsRunning())
-        fSaveSoon.Start(kSoon, false);
+    fAutosave.SaveSoon();
 }
 
 status_t DesktopApp::Drain()
 {
     FinishAutostart();
-    const status_t status = FirstError(FirstError(fStore.InitCheck(), fWriter.Drain()), fStore.Error());
+    const status_t status = FirstError(FirstError(fStore.InitCheck(), fAutosave.Drain()), fStore.Error());
     if (status != B_OK)
         PrintSaveError(fStore, status, "qel-desktop");
     else if (fAutostartJob.status != B_OK)
@@ -310,7 +306,7 @@ status_t DesktopApp::Drain()
     return status;
 }
 
-void DesktopApp::Save()
+status_t DesktopApp::Archive()
 {
     fStore.ForgetErrors();
     fStore.RemoveName("Replicant");
@@ -326,7 +322,7 @@ void DesktopApp::Save()
         fStore.NoteError(fStore.AddString("Request", identity));
     fStore.SetString("Version", kVersion);
     fBytes = fStore.FlattenedSize();
-    fWriter.Write(fStore);
+    return fStore.Error();
 }
 
 bool DesktopApp::QuitRequested()
@@ -343,8 +339,7 @@ bool DesktopApp::QuitRequested()
         return false;
     }
     fAutosave.Stop();
-    fSaveSoon.Stop();
-    Save();
+    fAutosave.Save();
     fWindows.clear();
     return BApplication::QuitRequested();
 }

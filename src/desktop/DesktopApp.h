@@ -3,12 +3,10 @@
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
-#include "kits/application/Timer.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/support/Identity.h"
-#include "src/prefs/StoreAlerts.h"
+#include "src/prefs/store/Autosave.h"
 #include "src/prefs/store/Preferences.h"
-#include "src/prefs/store/StoreWriter.h"
 #include "src/sampling/ThreadMagic.h"
 
 #include <memory>
@@ -65,8 +63,6 @@ public:
 
     /// Something changed: it is saved in a moment.
     void Changed();
-    /// Puts what is shown into the store, and has it written when it changed.
-    void Save();
     /// Waits until everything is written. A failure is said on stderr, in one line; that of the autostart entry only if
     /// the charts could be saved.
     /// @return why the charts could not be saved
@@ -75,6 +71,7 @@ public:
     Preferences* Store() { return &fStore; }
 
 private:
+    status_t Archive();
     bool Add(BMessage* request, std::string* why);
     bool Perform(BMessage* request);
     void RemoveTaken(const BMessage& notice);
@@ -92,16 +89,13 @@ private:
     void PrintAutostartError() const;
 
     Preferences fStore;
-    std::vector<ReplicantWindow*> fWindows; // each deletes itself
-    kits::Identities fDone{kMostRequests};  // what was asked for and is shown, or was
-    std::vector<BMessage> fForeign;         // what a newer version may have stored; kept as it is
-    StoreWriter fWriter;
-    SaveAlarm fAlarm;
+    std::vector<ReplicantWindow*> fWindows;          // each deletes itself
+    kits::Identities fDone{kMostRequests};           // what was asked for and is shown, or was
+    std::vector<BMessage> fForeign;                  // what a newer version may have stored; kept as it is
     ssize_t fBytes = 0;                              // of what is stored, about
     AutostartJob fAutostartJob;                      // the last one; the thread's while that is at work
     std::unique_ptr<FireAndForgetThread> fAutostart; // at work on the entry, or done
-    kits::Timer fAutosave;
-    kits::Timer fSaveSoon;
+    Autosave fAutosave;
     bool fHasTold = false; // that there are too many
     bool fIsEnding = false;
 };

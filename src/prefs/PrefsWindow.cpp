@@ -61,6 +61,7 @@ void PrefsWindow::FrameResized(float width, float height)
     DisableUpdates();
     LayOut(width, height);
     EnableUpdates();
+    SmartWindow::FrameResized(width, height);
 }
 
 void PrefsWindow::AddPrefsTab(PrefsTab* page)

@@ -9,6 +9,7 @@
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/SampleRecords.h"
 #include "src/sampling/ThreadMagic.h"
+#include "src/support/Changes.h"
 #include "src/support/MessageCodes.h"
 
 #include <algorithm>
@@ -240,6 +241,7 @@ void Sysinfo::SetSamplingDelay(bigtime_t delay)
     if (delay == fDelay && fThread != nullptr)
         return;
     fDelay = delay;
+    Changes::Note();
     // Killed at once, not asked to end: it would sleep for one old delay first, and a slider asks many times.
     if (fThread != nullptr)
         fThread->Die();
@@ -256,6 +258,7 @@ void Sysinfo::SetNodesToKeep(int16 nodes)
 {
     Autolock lock(this);
     fNodesToKeep = nodes;
+    Changes::Note();
 }
 
 int16 Sysinfo::NodesToKeep() const

@@ -26,8 +26,6 @@ namespace {
 EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
 std::atomic<uint64> sCountElsewhere = 0;
-std::atomic<uint64> sCountChanges = 0;
-ChangeScope* sInnermostChange = nullptr; ///< used by the main thread only
 
 thread_local int32 sCountWakeOnce = 0;
 thread_local bool sWakeWanted = false;
@@ -132,19 +130,6 @@ uint64 EventLoop::CountEventsElsewhere()
     return sCountElsewhere;
 }
 
-uint64 EventLoop::CountChanges()
-{
-    if (sInnermostChange != nullptr && sInnermostChange->IsInsideACounted())
-        NoteChange();
-    return sCountChanges;
-}
-
-void EventLoop::NoteUnchanged()
-{
-    if (sInnermostChange != nullptr)
-        sInnermostChange->fCounts = false;
-}
-
 bool EventLoop::RunIfOnlyStreams()
 {
     BeginTurn();
@@ -154,32 +139,6 @@ bool EventLoop::RunIfOnlyStreams()
     }
     EndTurn(nullptr);
     return true;
-}
-
-void NoteChange()
-{
-    ++sCountChanges;
-}
-
-// Counted at its end: code that looked in a nested loop has not seen the changes that came after that loop.
-ChangeScope::ChangeScope()
-    : fOuter(std::exchange(sInnermostChange, this))
-{
-}
-
-ChangeScope::~ChangeScope()
-{
-    sInnermostChange = fOuter;
-    if (fCounts)
-        NoteChange();
-}
-
-bool ChangeScope::IsInsideACounted() const
-{
-    for (const ChangeScope* scope = fOuter; scope != nullptr; scope = scope->fOuter)
-        if (scope->fCounts)
-            return true;
-    return false;
 }
 
 void TakeTurn(const std::function<bool()>& stop)

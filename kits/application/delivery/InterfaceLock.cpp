@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/InterfaceLock.h"
 
-#include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/kernel/Errors.h"
 
 #include <algorithm>
@@ -50,9 +49,6 @@ status_t InterfaceLock::Acquire(int32 depth, bigtime_t timeout)
     fDepth = depth;
     fIsHandedOn = false;
     ++fCountAcquired;
-    // Changes by the main thread are counted with what it handles.
-    if (!IsMainThread())
-        NoteChange();
     NoteHeld();
     return B_OK;
 }

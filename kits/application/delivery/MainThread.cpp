@@ -109,7 +109,6 @@ bool RunOutermostAction()
     if (action == nullptr)
         return false;
     EventLoop::NoteEvent();
-    const ChangeScope scope;
     action();
     return true;
 }

@@ -7,38 +7,13 @@
 
 namespace kits {
 
-/// Something may have changed, see EventLoop::CountChanges. Any thread.
-void NoteChange();
-
-/// Something is handled that counts as a change when it is over, unless EventLoop::NoteUnchanged was called in it. Main
-/// thread.
-class ChangeScope {
-public:
-    ChangeScope();
-    ~ChangeScope();
-    ChangeScope(const ChangeScope&) = delete;
-    ChangeScope& operator=(const ChangeScope&) = delete;
-
-    bool IsInsideACounted() const;
-
-private:
-    friend class EventLoop;
-
-    ChangeScope* const fOuter;
-    bool fCounts = true;
-};
-
-/// Marks that an event is handed to the program: counts it, and delays destructions until this is over. Main
-/// thread.
+/// Marks that an event is handed to the program: counts it, and delays destructions until this is over. Main thread.
 class DispatchScope {
 public:
     DispatchScope();
     ~DispatchScope();
     DispatchScope(const DispatchScope&) = delete;
     DispatchScope& operator=(const DispatchScope&) = delete;
-
-private:
-    ChangeScope fChange;
 };
 
 /// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else cancels the nested loops if there are

@@ -3,6 +3,7 @@
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
+#include "src/support/Changes.h"
 #include "src/support/MessageCodes.h"
 
 SmartWindow::SmartWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot, uint32 flags)
@@ -53,6 +54,16 @@ status_t SmartWindow::Archive(BMessage* into, bool deep) const
         into->RemoveName("_wspace");
     }
     return status;
+}
+
+void SmartWindow::FrameMoved(BPoint)
+{
+    Changes::Note();
+}
+
+void SmartWindow::FrameResized(float, float)
+{
+    Changes::Note();
 }
 
 bool SmartWindow::QuitRequested()

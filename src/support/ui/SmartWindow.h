@@ -41,6 +41,8 @@ public:
     /// gets nothing.
     /// @return always true
     bool QuitRequested() override;
+    void FrameMoved(BPoint origin) override;
+    void FrameResized(float width, float height) override;
 
 private:
     void ForgetOwner();

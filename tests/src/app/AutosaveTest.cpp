@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "src/app/Autosave.h"
+#include "src/prefs/store/Autosave.h"
 
 #include "kits/application/EventLoop.h"
 #include "kits/application/InterfaceLock.h"
@@ -26,7 +26,8 @@ class Looks {
 public:
     explicit Looks(QelApp& app)
         : fApp(app)
-        , fAutosave(app)
+        , fAutosave(
+              {prefs_common, prefs_user}, [&app] { return app.StoreArrangement(); }, [](const StoreWriter&) {})
     {
     }
 
@@ -46,7 +47,7 @@ public:
         EXPECT_TRUE(test::WaitFor([this] { return fAutosave.HasWrittenAll(); }));
         fAutosave.Save();
         action();
-        kits::EventLoop::RunDue();
+        test::Turn();
         return Archives();
     }
     /// Returns whether at some time it is not archived after this action: something else may always come in between.
@@ -68,11 +69,11 @@ public:
         sample.AddPointer("Sysinfo*", fApp.Sampler());
         fApp.Window()->PostMessage(&sample, FirstChart(fApp));
     }
-    void PostDelay(bool newestWins) const
+    void PostDelay(int64 delay) const
     {
         BMessage message(MSG_SET_DELAY);
-        message.SetNewestWins(newestWins);
-        message.AddInt64("Delay", 300'000);
+        message.SetNewestWins(true);
+        message.AddInt64("Delay", delay);
         fApp.PostMessage(&message);
     }
 
@@ -125,16 +126,19 @@ TEST_F(AutosaveTest, NothingIsArchivedAfterSamplesAlone)
     });
 }
 
-TEST_F(AutosaveTest, MessagesAreNoticed)
+TEST_F(AutosaveTest, MessagesThatChangeTheSamplerAreNoticed)
 {
-    Try([](QelApp&, Looks& looks) {
-        EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(false); }));
-        // Whatever they report, and whatever comes with them.
-        EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(true); }));
+    Try([](QelApp& app, Looks& looks) {
+        EXPECT_TRUE(looks.Notices([&] { looks.PostDelay(300'000); }));
         EXPECT_TRUE(looks.Notices([&] {
             looks.PostSample();
-            looks.PostDelay(true);
+            looks.PostDelay(400'000);
             looks.PostSample();
+        }));
+        EXPECT_TRUE(looks.Notices([&] {
+            BMessage message(MSG_SET_NODES_TO_KEEP);
+            message.AddInt16("NodesToKeep", 33);
+            app.PostMessage(&message);
         }));
     });
 }
@@ -146,11 +150,25 @@ TEST_F(AutosaveTest, ActionsOfTheMainThreadAreNoticed)
     });
 }
 
-TEST_F(AutosaveTest, WhatTheUserDoesIsNoticed)
+TEST_F(AutosaveTest, WhatTheUserArrangesIsNoticed)
 {
     Try([](QelApp& app, Looks& looks) {
-        EXPECT_TRUE(looks.Notices([&] { test::MoveTo(FirstChart(app), BPoint(5, 5)); }));
-        EXPECT_TRUE(looks.Notices([&] { test::Key(app.Window(), B_TAB); }));
+        EXPECT_TRUE(looks.Notices([&] { Tabs(app)->Select(0); }));
+        EXPECT_TRUE(looks.Notices([&] { Tabs(app)->Select(1); }));
+        EXPECT_TRUE(looks.Notices([&] { app.Window()->ResizeTo(345, 234); }));
+        EXPECT_TRUE(looks.Notices([&] { Charts(app).AddChartView(new ChartView); }));
+        EXPECT_TRUE(looks.Notices([&] {
+            ChartView* const last = Charts(app).ChartAt(Charts(app).CountCharts() - 1);
+            Charts(app).RemoveChartView(last);
+            delete last;
+        }));
+        // By the keyboard: the title is chosen, and moves.
+        FirstChart(app)->MakeFocus();
+        EXPECT_TRUE(looks.Notices([&] {
+            test::Key(app.Window(), B_ENTER);
+            test::Key(app.Window(), B_RIGHT_ARROW);
+        }));
+        EXPECT_TRUE(looks.Notices([&] { FirstChart(app)->SetTitle("another"); }));
     });
 }
 
