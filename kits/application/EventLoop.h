@@ -18,9 +18,9 @@ class EventLoop {
 public:
     virtual ~EventLoop() = default;
 
-    /// The loop of this process: a PollEventLoop, unless another was installed.
+    /// Returns the loop of this process: a PollEventLoop, unless another one was installed.
     static EventLoop& Current();
-    /// Installs a loop; null puts the PollEventLoop back. Not owned. Main thread, while no loop runs.
+    /// Installs a loop, not owned; null restores the PollEventLoop. Main thread, while no loop runs.
     static void SetCurrent(EventLoop* loop);
 
     /// Runs the loop until Quit. May be called again from inside; such a Run keeps a NestedLoop of its own. Main
@@ -34,12 +34,13 @@ public:
     static int WakeDescriptor();
     /// Makes WakeDescriptor() readable. Any thread; safe in signal handlers.
     static void Wake();
-    /// The moment (of `system_time`) of the next timer; B_INFINITE_TIMEOUT if none runs. Ask again after every RunDue.
+    /// The time (of `system_time`) of the next timer; B_INFINITE_TIMEOUT if none runs. Read it again after every
+    /// RunDue.
     static bigtime_t Deadline();
-    /// Does what is due: runs timers and actions, and dispatches the messages that wait now, one after the other in the
-    /// order of posting. Messages of another process are dispatched for a limited time (PeerTurns). Skipped messages
-    /// and new ones wait for the next call, so that input and painting have their turn; WakeDescriptor() stays
-    /// readable. Main thread, with the interface lock held.
+    /// Does everything due: runs timers and actions, and dispatches the messages that wait now, one after the other, in
+    /// the order in which they were posted. Dispatches messages of another process for a limited time (PeerTurns).
+    /// Skipped messages and new ones wait for the next call, so that input and painting get their turn;
+    /// WakeDescriptor() stays readable. Main thread, with the interface lock held.
     static void RunDue();
     /// Does the same if nothing is due except messages of which only the newest counts (BMessage::SetNewestWins).
     /// Otherwise it does nothing, and WakeDescriptor() stays readable.

@@ -5,8 +5,8 @@
 
 #include <atomic>
 
-/// The number of changes of what the program stores: charts, the sampler, windows. Whoever changes any of it calls
-/// Note(); Autosave archives only after that. Any thread.
+/// Counts the changes of everything that the program stores: charts, the sampler, windows. Code that changes any of it
+/// calls Note(); Autosave archives only after that. Any thread.
 class Changes {
 public:
     static void Note() { ++sCount; }

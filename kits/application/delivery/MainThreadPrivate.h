@@ -19,7 +19,7 @@ public:
 /// Runs the actions of RunAtOutermostLoop if this is the outermost loop; else cancels the nested loops if there are
 /// actions.
 void RunOutermostActions();
-/// Runs the actions of RunOnMainThread that are there now.
+/// Runs the actions of RunOnMainThread that wait now.
 void RunMainThreadActions();
 /// True if actions wait that could run now.
 bool HasActionsToRun();

@@ -31,7 +31,7 @@ void Autosave::Save()
 {
     fLooks = 0;
     fSaved = Changes::Count();
-    // A write that fails is tried again at the next look, and at the end, which says so.
+    // A write that fails is tried again at the next look, and at the end, which reports the failure.
     bool isSaved = fArchive() == B_OK;
     for (const Preferences* store : fStores)
         isSaved = fWriter.Write(*store) == B_OK && isSaved;

@@ -8,10 +8,10 @@
 #include <optional>
 #include <vector>
 
-/// Writes what the user arranged while the program runs, so that a kill loses five seconds' worth at most. It looks
-/// every four seconds, archives if something has changed (Changes), and writes, on a thread of its own, what differs
-/// from the disk. Every fifteenth look, once a minute, archives in any case: a change that nobody has noted is not
-/// lost either.
+/// Writes the user's arrangement while the program runs, so that a kill loses at most the changes of five seconds. It
+/// looks every four seconds, archives if something has changed (Changes), and writes the differences from the disk on a
+/// thread of its own. Every fifteenth look, once a minute, archives in any case, so that a change that nobody noted is
+/// saved, too.
 ///
 /// Main thread.
 class Autosave {
@@ -19,29 +19,29 @@ public:
     static constexpr bigtime_t kPeriod = 4'000'000;
     static constexpr int32 kLooksToArchive = 15;
 
-    /// @param stores   are written in this order; outlive this object
-    /// @param archive  puts what the program has arranged into the stores
-    /// @param tell     is called at each look, before anything is archived: tells the user when saving has begun to fail
+    /// @param stores   written in this order; they outlive this object
+    /// @param archive  puts the program's arrangement into the stores
+    /// @param tell     called at each look, before anything is archived: tells the user when saving has begun to fail
     Autosave(std::vector<const Preferences*> stores, std::function<status_t()> archive,
              std::function<void(const StoreWriter& writer)> tell);
-    /// Waits until everything handed over is on disk, or could not be written.
+    /// Waits until all copies handed over are on the disk, or could not be written.
     ~Autosave() = default;
 
     Autosave(const Autosave&) = delete;
     Autosave& operator=(const Autosave&) = delete;
 
     void Start() { fTimer.Start(kPeriod); }
-    /// Looks no more. Copies handed over are still written.
+    /// Stops looking. Copies handed over are still written.
     void Stop();
-    /// One look.
+    /// Looks once, as the timer does.
     void Look();
-    /// Archives now and has what changed written.
+    /// Archives now, and writes the changes.
     void Save();
-    /// Saves in 0.3 seconds, together with what changes until then.
+    /// Saves in 0.3 seconds, together with all changes until then.
     void SaveSoon();
     /// True if everything saved is on the disk.
     bool HasWrittenAll() const { return fWriter.HasWrittenAll(); }
-    /// Waits for that.
+    /// Waits until everything saved is on the disk.
     /// @return why something could not be written
     status_t Drain() { return fWriter.Drain(); }
 
@@ -50,8 +50,9 @@ private:
     const std::function<status_t()> fArchive;
     const std::function<void(const StoreWriter&)> fTell;
     StoreWriter fWriter;
-    std::optional<uint64> fSaved; ///< the count of changes when all was saved; nothing before, and when that failed
-    int32 fLooks = 0;             ///< since something was archived
+    std::optional<uint64> fSaved; ///< the count of changes when everything was saved; empty before the first save and
+                                  ///< after a failed one
+    int32 fLooks = 0;             ///< number of looks since the last archiving
     kits::Timer fTimer;
     kits::Timer fSoon;
 };

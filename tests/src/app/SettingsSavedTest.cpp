@@ -20,7 +20,8 @@
 #include <set>
 #include <string>
 
-// Whatever the user changes by a control of a page of the preferences is on the disk after one look of the autosave.
+// Every change that the user makes by a control of a page of the preferences is on the disk after one look of the
+// autosave.
 
 namespace {
 
@@ -91,7 +92,7 @@ std::vector<Use> UsesOf(BView* view)
 
 class SettingsSavedTest : public AppTest {
 protected:
-    /// Uses a control, looks once, and compares the disk with what is arranged then.
+    /// Uses a control, looks once, and compares the disk with the arrangement then.
     void Try(QelApp& app, Autosave& autosave, const Use& use)
     {
         autosave.Save();
@@ -167,7 +168,7 @@ TEST_F(SettingsSavedTest, EachControlOfEachPageIsOnTheDiskAfterOneLook)
              test::Show(FirstChart(app)->PreferencesWindow());
              TryWindow(app, FirstChart(app)->PreferencesWindow());
          }});
-    // All of them are settings, but for these two.
+    // All of them are settings, except these two.
     fChanging.insert("list of sources");
     fChanging.insert("Test on Desktop");
     EXPECT_EQ(fUsed, fChanging);

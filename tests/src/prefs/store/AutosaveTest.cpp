@@ -14,14 +14,14 @@ namespace {
 
 class AutosaveTest : public StoreFixture {
 protected:
-    /// Looks once, and returns how often that archived.
+    /// Looks once, and returns how many times that archived.
     int Look()
     {
         const int before = fArchived;
         fAutosave.Look();
         return fArchived - before;
     }
-    /// Makes a state in which all is on the disk and nothing has changed since.
+    /// Makes a state in which everything is on the disk and nothing has changed since.
     void Settle()
     {
         fAutosave.Save();
@@ -32,7 +32,7 @@ protected:
     const kits::InterfaceLocker fLocker;
     Preferences fStore{kName, false};
     Preferences fOther{"application/x-vnd.test-Other", true};
-    int32 fNumber = 1; ///< what the program has arranged
+    int32 fNumber = 1; ///< the program's arrangement
     status_t fStatus = B_OK;
     int fArchived = 0;
     int fTold = 0;
