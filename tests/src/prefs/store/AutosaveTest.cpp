@@ -5,8 +5,8 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/kernel/Errors.h"
 #include "src/support/Changes.h"
-#include "tests/kits/application/Loop.h"
 #include "tests/src/prefs/store/StoreFixture.h"
+#include "tests/support/Loop.h"
 
 #include <memory>
 
