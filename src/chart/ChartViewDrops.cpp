@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <string>
 
-// Handles drops on a chart, and what is pasted to its sources. Everything here may come from another program.
+// Handles drops on a chart, and pastes to its sources. Everything here may come from another program.
 
 namespace {
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int32 kSkipSteps = 50;
 
-/// Of MSG_CHART_TYPE; of MSG_GAUGE_ORIENTATION there is kVerticalField.
+/// The field of MSG_CHART_TYPE; that of MSG_GAUGE_ORIENTATION is kVerticalField.
 const kits::Field<int32> kTypeField("Type", kSolidChart, kPointChart);
 
 /// Places in the layout, as fractions of the page's width.

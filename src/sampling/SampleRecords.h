@@ -12,8 +12,8 @@
 class BMessage;
 
 /// The records in which a sample travels to another process. Both ends are the same program on the same machine, but
-/// not always of the same version: the layout is fixed for good, little-endian and without gaps, and a reader takes
-/// what it finds for unchecked bytes.
+/// not always of the same version: the layout is fixed for good, little-endian and without gaps, and a reader treats it
+/// as unchecked bytes.
 
 static_assert(std::endian::native == std::endian::little, "the records are written as they lie in memory");
 
@@ -24,7 +24,7 @@ struct SysinfoBody {
     bigtime_t delay;
     bigtime_t sumElapsed;
     bigtime_t sumTotalActive;
-    /// Once the addresses of four objects of the sender. Written as 0, never read.
+    /// In an earlier version the addresses of four objects of the sender. Written as 0, never read.
     uint32 addresses[4];
     std::array<int32, 6> sumCounters;
     system_info info;
@@ -42,13 +42,13 @@ struct SysinfoNodeBody {
     system_info info;
 };
 
-/// "sn:Memory": what the sample's record has no room for. Only there if it does not fit (more than 8 TiB of memory).
+/// "sn:Memory": the number of pages, only if it does not fit in the sample's record (more than 8 TiB of memory).
 struct MemoryBody {
     int64 maxPages;
     int64 usedPages;
 };
 
-/// "sn:More": the figure of a source that has a file of its own, as often as there are such sources.
+/// "sn:More": the figure of a source that has a file of its own; one for each such source.
 struct FigureRecord {
     int32 target;
     int64 count;
@@ -87,14 +87,16 @@ std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field);
 /// @return false, and nothing is set, if the field has another length
 bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory);
 
-/// The figures of a sample in kMoreField, at most kMostFigures, each held to its range; a missing field gives none.
+/// Returns the figures of a sample in kMoreField, at most kMostFigures, each held to its range; a missing field gives
+/// none.
 std::vector<FigureRecord> FindMore(const BMessage* message);
 
 void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize);
 void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times);
 
-/// Holds what was received to what a sampler can have sent, so that every share computed from it lies in 0..1:
-/// at least one processor, maxima at least 1, counts within their maximum.
+/// Holds received values to those that a sampler can have sent, so that every share computed from them lies in 0..1: at
+/// least one processor, maxima at least 1, counts within their maximum.
 void HoldToRange(system_info* info);
-/// The same for times of `processors` processors: a period of at least 1 microsecond, nobody busy for longer than it.
+/// Does the same for the times of `processors` processors: a period of at least 1 microsecond, and no processor busy
+/// for longer than that.
 void HoldToRange(int32 processors, bigtime_t* elapsed, bigtime_t* totalActive, std::vector<bigtime_t>* active);

@@ -5,25 +5,25 @@
 #include "kits/application/Messenger.h"
 #include "kits/support/Identity.h"
 
-/// The fields of the program's own messages, as MessageCodes.h names them. What belongs to the settings of a class
-/// stands with that class.
+/// The fields of the program's own messages, as MessageCodes.h names them. The fields of a class's settings stand with
+/// that class.
 
-/// Coordinates in a chart may lie left of it and above it: a caption wider than its chart does. Pixels.
+/// Coordinates in a chart may lie left of it and above it, as those of a caption wider than its chart do. Pixels.
 inline constexpr float kFarthestInChart = 32767;
 
-/// Who wants samples, or what a chart was taken from.
+/// The receiver of samples, or the source of a taken chart.
 inline const kits::Field<BMessenger> kMessengerField("Messenger");
-/// Of a chart that goes to the desktop, and of a window that closes.
+/// The archive of a chart that goes to the desktop, or of a window that closes.
 inline const kits::Field<BMessage> kArchiveField("Archive");
 
 // A window that closes.
 
 inline const kits::Field<void*> kWindowField("Window");
 inline const kits::Field<std::string> kWindowNameField("Name", 0, 1 << 20);
-/// Where its owner keeps the pointer to it.
+/// The address of the owner's pointer to it.
 inline const kits::Field<void*> kContainerField("Container");
 
-// Among charts and their holder.
+// Between charts and their holder.
 
 inline const kits::Field<BPoint> kCoordField("Coord", -kFarthestInChart, kFarthestInChart);
 inline const kits::Field<float> kColumnField("Pos", 0, kFarthestInChart);
@@ -39,7 +39,7 @@ inline const kits::Field<std::string> kIdentityField("Identity", 1, kits::Identi
 inline const kits::Field<std::string> kRequestField("Request", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                     kits::kMostNumber);
 inline const kits::Field<bool> kRefusedField("Refused");
-/// The left top corner on the screen.
+/// The top left corner on the screen.
 inline const kits::Field<BPoint> kPlaceField("Where", -kits::kFarthestPlace, kits::kFarthestPlace);
 inline const kits::Field<BPoint> kDistanceField("By", -kits::kFarthestPlace, kits::kFarthestPlace);
 inline const kits::Field<bool> kBackField("Back");

@@ -14,51 +14,51 @@
 class BFile;
 class StoreFile;
 
-/// A settings store: a message that knows its file, reads itself from it and writes itself back. It knows nothing of
-/// the keys that it holds: who reads a value brings the default. It is read with BMessage's own finders.
+/// A settings store: a message that knows its file, reads itself from it and writes itself back. It knows nothing about
+/// its keys: code that reads a value provides the default. It is read with BMessage's own finders.
 ///
 /// The file lies in the settings folder (B_COMMON_SETTINGS_DIRECTORY) and is named after the last part of the store's
 /// name, with ".common" for what all users share and ".user" for the user's own; both lie in the same folder. It holds
-/// the flattened message and nothing else. While it is written the one before is kept beside it, with ".backup" at its
-/// end, and it is gone only when the new one is on the disk: whatever happens in between, the next start finds one of
-/// the two whole (StoreFile has the steps). A file that can't be read is never lost either: it is kept beside the new
+/// the flattened message and nothing else. While it is written, the previous file is kept beside it, with ".backup" at
+/// its end, and removed only when the new one is on the disk: whatever happens in between, the next start finds one of
+/// the two whole (StoreFile has the steps). A file that cannot be read is never lost either: it is kept beside the new
 /// one, with ".kept" at its end, and a line on stderr says so.
 ///
 /// Destroying a store writes nothing. It has no lock: one thread at a time. A copy is a store of its own over the same
-/// file, made to be written on another thread (StoreWriter).
+/// file, for writing on another thread (StoreWriter).
 class Preferences : public BMessage {
 public:
-    /// Finds the file and loads it; a missing one leaves the store empty. Without a settings folder the store works in
-    /// memory. Another process that holds the file locked is waited for, half a second at most.
-    /// @param name      for example the application's signature; what follows its last slash is used
+    /// Finds the file and loads it; if it is missing, the store is empty. Without a settings folder the store works in
+    /// memory. Waits for another process that holds the file locked, half a second at most.
+    /// @param name      for example the application's signature; the part after its last slash is used
     /// @param common    whether it is the store that all users share
-    /// @param readOnly  nothing on the disk is changed: no folder is made, nothing is put in order, Sync() refuses
+    /// @param readOnly  changes nothing on the disk: creates no folder, repairs nothing, and Sync() refuses
     Preferences(const char* name, bool common, bool readOnly = false);
     Preferences(const Preferences& other);
     Preferences& operator=(const Preferences& other) = delete;
     ~Preferences() override;
 
-    /// B_OK when the store has a file, which need not exist; else why not: what finding or making the folder gave.
+    /// B_OK if the store has a file, which need not exist; otherwise the error of finding or creating the folder.
     status_t InitCheck() const { return fInitStatus; }
-    /// Where the file lies; B_NO_INIT when the store has none.
+    /// Returns the path of the file; B_NO_INIT if the store has none.
     status_t GetRef(entry_ref* ref) const;
-    /// The same also when the store has no file: where it would lie. Without any folder that is empty.
+    /// Returns the path of the file, or the path that it would have. Empty without any folder.
     const entry_ref& Place() const { return fRef; }
     bool IsCommon() const { return fCommon; }
 
-    /// Why the file could not be read when it was looked at last, as it was left where it is: another process has it
-    /// locked, it may not be read, the disk fails. B_OK when it was read, was kept aside, or is not there. The next
-    /// Sync() keeps it aside before it writes.
+    /// Why the file could not be read at the last attempt, if it was left in place: another process has it locked, it
+    /// may not be read, or the disk fails. B_OK if it was read, was kept aside, or does not exist. The next Sync()
+    /// keeps it aside before it writes.
     status_t UnreadStatus() const { return fUnreadStatus; }
-    /// What could not be read since the last call, and what became of it.
+    /// Returns the files that could not be read since the last call, and what was done with them.
     std::vector<StoreNote> TakeNotes();
-    /// Has the next Sync() keep the store's file as it is now beside the new one: named after its version, or numbered
-    /// when that is not 1 to 20 of 0-9, a-z and dots.
+    /// Makes the next Sync() keep the store's present file beside the new one: named after its version, or numbered if
+    /// that is not 1 to 20 of 0-9, a-z and dots.
     void KeepOld(const char* version);
 
-    /// For the owner of a key, when it reads that: removes a field of another type. Nobody can read it, and as long as
-    /// it is there, whatever the owner sets fails. It comes from a damaged file or another version. Keys that have no
-    /// owner here stay as they are.
+    /// The owner of a key calls it before reading the key: removes a field of another type. Nobody can read such a
+    /// field, and while it is there, every Set call of the owner fails. It comes from a damaged file or another
+    /// version. Keys without an owner stay.
     /// @return whether there is such a field now
     bool Claim(const char* name, type_code type);
 
@@ -92,10 +92,11 @@ public:
     status_t Sync();
     /// Writes the store to an open file, at its position: the counterpart of LoadFrom().
     status_t SaveTo(BFile* file);
-    /// Takes contents and code of the message in an open file; the store is unchanged when there is no whole one in it.
+    /// Takes contents and code of the message in an open file; the store stays unchanged if the file contains no whole
+    /// one.
     status_t LoadFrom(BFile* file);
-    /// Loads the store's file again, and puts in order what a writer that was killed left behind. The contents stay as
-    /// they are when there is no whole store.
+    /// Loads the store's file again, and repairs what a killed writer has left. The contents stay unchanged if there is
+    /// no whole store.
     status_t Revert();
 
 private:
