@@ -36,6 +36,7 @@ public:
     /// The value as a colour, alpha 255.
     rgb_color ValueAsColor() const;
 
+    float CellSize() const { return fCellSize; }            ///< for tests
     color_control_layout Layout() const { return fLayout; } ///< for tests
 
 protected:

@@ -69,6 +69,7 @@ public:
     virtual void SetInvocationMessage(BMessage* message) { SetMessage(message); }
     /// Owned from here; replaces (and deletes) the previous one; null removes it.
     virtual void SetSelectionMessage(BMessage* message);
+    BMessage* SelectionMessage() const { return fSelectionMessage.get(); } ///< for tests
 
     /// Sends `message` or the invocation message, as described above.
     status_t Invoke(BMessage* message = nullptr) override;

@@ -32,10 +32,13 @@ public:
     const char* Text() const { return fText.c_str(); }
 
     virtual void SetTextRect(BRect rect);
+    BRect TextRect() const { return fTextRect; } ///< for tests
 
     /// Both are true initially. A text that cannot be selected takes the focus only so that the keyboard can scroll it.
     virtual void MakeEditable(bool editable);
+    bool IsEditable() const { return fEditable; } ///< for tests
     virtual void MakeSelectable(bool selectable);
+    bool IsSelectable() const { return fSelectable; } ///< for tests
 
     void SetScrolling(bool horizontal, bool vertical, border_style border) override;
 
