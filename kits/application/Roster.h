@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kits/application/AppDefs.h"
+#include "kits/application/Field.h"
 #include "kits/application/Messenger.h"
 #include "kits/storage/Entry.h"
 
@@ -14,6 +15,15 @@ struct app_info {
     entry_ref ref;         ///< its executable
     std::string signature; ///< empty while it has no application object
 };
+
+namespace kits {
+
+// Fields of the messages to the watchers of applications.
+
+inline const Field<team_id> kTeamField("team", 0, kMostNumber, -1);
+inline const Field<std::string> kSignatureField("signature", 0, 1024);
+
+} // namespace kits
 
 // What can be watched, see BRoster::StartWatching.
 enum : uint32 { B_REQUEST_LAUNCHED = 1, B_REQUEST_QUIT = 2 };

@@ -4,6 +4,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
 #include "kits/interface/Button.h"
+#include "kits/interface/Fields.h"
 #include "kits/storage/Entry.h"
 #include "kits/support/TypeConstants.h"
 #include "src/app/AboutFiles.h"
@@ -166,9 +167,8 @@ AboutView::Line AboutView::LineAt(BPoint where) const
 
 void AboutView::MouseDown(BPoint where)
 {
-    int32 clicks = 1;
-    if (const BMessage* message = Window()->CurrentMessage())
-        message->FindInt32("clicks", &clicks);
+    const BMessage* message = Window()->CurrentMessage();
+    const int32 clicks = message != nullptr ? kits::kClicksField.Get(*message) : 1;
     const Line line = LineAt(where);
     if (line == Line::kNone)
         return;
@@ -182,7 +182,7 @@ void AboutView::DragLine(Line line)
 {
     const char* text = line == Line::kMail ? fMailText : fHomeText;
     BMessage message(B_MIME_TYPE);
-    message.AddData("text/plain", B_MIME_TYPE, text, static_cast<ssize_t>(std::strlen(text)));
+    kits::kPlainTextField.Add(&message, text);
     DragMessage(&message, line == Line::kMail ? fMailRect : fHomeRect);
 }
 

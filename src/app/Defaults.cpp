@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/Defaults.h"
 
-#include "kits/application/Message.h"
+#include "src/app/MainWindow.h"
+#include "src/app/QelApp.h"
+#include "src/chart/ChartSettings.h"
+#include "src/chart/ChartViewHolder.h"
 #include "src/sampling/ValueProvider.h"
 
 #include <functional>
@@ -11,15 +14,13 @@ namespace {
 /// The most processors that a chart shows one by one: it has no more colours.
 constexpr int32 kMostSingleProcessors = 8;
 
-constexpr const char* kSources = "ValueProviders";
-
 /// Changes every message of a field.
-void ForEach(BMessage& message, const char* name, const std::function<void(BMessage&)>& change)
+void ForEach(BMessage& message, const kits::Field<BMessage>& field, const std::function<void(BMessage&)>& change)
 {
     BMessage inner;
-    for (int32 index = 0; message.FindMessage(name, index, &inner) == B_OK; ++index) {
+    for (int32 index = 0; field.Find(message, &inner, index); ++index) {
         change(inner);
-        message.ReplaceMessage(name, index, &inner);
+        field.Set(&message, inner, index);
     }
 }
 
@@ -34,7 +35,7 @@ bool ShowsSingleProcessorsOnly(const BMessage& chart)
 {
     BMessage source;
     int32 index = 0;
-    for (; chart.FindMessage(kSources, index, &source) == B_OK; ++index)
+    for (; kSourcesField.Find(chart, &source, index); ++index)
         if (ProcessorOf(source) < 0)
             return false;
     return index > 0;
@@ -42,20 +43,20 @@ bool ShowsSingleProcessorsOnly(const BMessage& chart)
 
 void ShowAllProcessorsTogether(BMessage& chart)
 {
-    chart.RemoveName(kSources);
+    kSourcesField.Remove(&chart);
     for (const int32 flags : {0, static_cast<int32>(VP_AVERAGE)}) {
         BMessage source;
         ValueProvider(VP_ALL_CPUS, flags).Archive(&source);
-        chart.AddMessage(kSources, &source);
+        kSourcesField.Add(&chart, source);
     }
 }
 
 void LeaveMissingProcessorsOut(BMessage& chart, int32 cpuCount)
 {
     BMessage source;
-    for (int32 index = 0; chart.FindMessage(kSources, index, &source) == B_OK;)
+    for (int32 index = 0; kSourcesField.Find(chart, &source, index);)
         if (ProcessorOf(source) >= cpuCount)
-            chart.RemoveData(kSources, index);
+            chart.RemoveData(kSourcesField.Name(), index);
         else
             ++index;
 }
@@ -65,13 +66,13 @@ void LeaveMissingProcessorsOut(BMessage& chart, int32 cpuCount)
 void AdaptDefaultsToMachine(BMessage* defaults, int32 cpuCount)
 {
     ForEach(
-        *defaults, "MainWindow",
+        *defaults, kMainWindowField,
         [=](BMessage& window) {
             ForEach(
-                window, "ChartViewHolder",
+                window, kHolderField,
                 [=](BMessage& holder) {
                     ForEach(
-                        holder, "Chart",
+                        holder, kChartField,
                         [=](BMessage& chart) {
                             if (cpuCount > kMostSingleProcessors && ShowsSingleProcessorsOnly(chart))
                                 ShowAllProcessorsTogether(chart);

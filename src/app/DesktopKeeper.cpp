@@ -10,6 +10,7 @@
 #include "kits/kernel/Threads.h"
 #include "src/chart/DesktopCharts.h"
 #include "src/prefs/store/Autosave.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Qel.h"
 
 #include <string>
@@ -23,8 +24,7 @@ constexpr bigtime_t kLookInterval = 50'000;
 
 bool IsOfTheDesktop(const BMessage& notice)
 {
-    const char* name = nullptr;
-    return notice.FindString("signature", &name) == B_OK && std::string(name) == kDesktopSignature;
+    return kits::kSignatureField.Get(notice) == kDesktopSignature;
 }
 
 } // namespace
@@ -56,12 +56,10 @@ void DesktopKeeper::AppLaunched(const BMessage& notice)
 
 void DesktopKeeper::Taken(const BMessage& notice)
 {
-    const char* identity = nullptr;
-    constexpr int32 kMostTaken = ChartShelf::kMostTaken;
-    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; ++i)
-        fTaken.Add(identity);
+    for (int32 i = 0; i < kIdentityField.Count(notice); ++i)
+        fTaken.Add(kIdentityField.Get(notice, i));
     BMessenger source;
-    if (notice.FindMessenger("Messenger", &source) == B_OK && fSources.size() < ChartShelf::kMostTaken)
+    if (kMessengerField.Find(notice, &source) && fSources.size() < ChartShelf::kMostTaken)
         fSources.push_back(source);
     if (fTaken.All().empty() && fSources.empty())
         return;
@@ -80,7 +78,7 @@ void DesktopKeeper::TellWhenStored()
     const BMessenger desktop(kDesktopSignature);
     BMessage taken(B_REPLICANT_TAKEN);
     for (const std::string& identity : fTaken.All())
-        taken.AddString("Identity", identity);
+        kIdentityField.Add(&taken, identity);
     desktop.SendMessage(&taken);
 }
 

@@ -10,7 +10,6 @@
 #include "src/app/UptimeView.h"
 #include "src/chart/ChartTab.h"
 #include "src/chart/ChartViewHolder.h"
-#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
@@ -20,17 +19,12 @@
 namespace {
 
 constexpr const char* kTitle = "Qel";
-constexpr BRect kDefaultChartFrame(0, 0, 300, 150);
-constexpr BRect kDefaultFrame(0, 0, 300, 200);
-
-/// Returns the rectangle, with its size held to the window's limits; the default if there is none.
-BRect FindFrame(const BMessage& archive, const char* name, BRect whenAbsent)
+/// Returns the size of a stored frame, at the origin.
+BRect SizeIn(const BMessage& archive, const kits::Field<BRect>& field)
 {
-    BRect frame;
-    if (archive.FindRect(name, &frame) != B_OK || !frame.IsValid())
-        return whenAbsent;
-    auto held = [](float size) { return std::clamp(size, kMinWindowSide, kMaxWindowSide); };
-    return BRect(0, 0, held(frame.Width()), held(frame.Height()));
+    BRect frame = field.Get(archive);
+    frame.OffsetTo(B_ORIGIN);
+    return frame;
 }
 
 std::unique_ptr<BMenuItem> FileItem(const char* label, uint32 what, char shortcut)
@@ -46,20 +40,18 @@ MainWindow::MainWindow(BRect frame, SmartWindow** ownerSlot)
     : SmartWindow(frame, kTitle, nullptr, ownerSlot, 0)
 {
     Initialise();
-    AddChartTab(new ChartViewHolder(BRect(0, 0, 100, 100)), kDefaultChartFrame);
+    AddChartTab(new ChartViewHolder(BRect(0, 0, 100, 100)), kFirstChartFrame);
     fTabView->Select(0);
 }
 
 MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
     : SmartWindow(archive, kTitle, nullptr, ownerSlot)
 {
-    const BRect frame = FindFrame(*archive, "WindowFrame", kDefaultFrame);
+    const BRect frame = SizeIn(*archive, kWindowFrameField);
     ResizeTo(frame.Width(), frame.Height());
     Initialise();
     LoadPrefsFrom(archive);
-    int32 selection = 0;
-    if (FindInRange(*archive, "Selection", &selection) && selection < fTabView->CountTabs())
-        fTabView->Select(selection);
+    fTabView->Select(kSelectionField.Get(*archive));
 }
 
 void MainWindow::Initialise()
@@ -99,10 +91,10 @@ void MainWindow::LoadPrefsFrom(BMessage* archive)
 {
     Lock();
     BMessage charts;
-    if (archive->FindMessage("ChartViewHolder", &charts) == B_OK)
-        AddChartTab(new ChartViewHolder(&charts), FindFrame(*archive, "WindowFrameWithCharts", kDefaultChartFrame));
+    if (kHolderField.Find(*archive, &charts))
+        AddChartTab(new ChartViewHolder(&charts), SizeIn(*archive, kChartFrameField));
     else
-        AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kDefaultChartFrame);
+        AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kFirstChartFrame);
     fTabView->Select(0);
     Unlock();
 }
@@ -122,12 +114,12 @@ status_t MainWindow::Archive(BMessage* into, bool /*deep*/) const
     BMessage charts;
     status_t status = fChartTab->View()->Archive(&charts, true);
     if (status == B_OK)
-        status = into->AddMessage("ChartViewHolder", &charts);
+        status = kHolderField.Add(into, charts);
     if (status == B_OK)
-        status = into->AddRect("WindowFrameWithCharts", fChartTab->ChartFrame());
+        status = kChartFrameField.Add(into, fChartTab->ChartFrame());
     if (status == B_OK)
-        status = into->AddRect("WindowFrame", fChartTab->OtherFrame());
-    return status == B_OK ? into->AddInt32("Selection", fTabView->Selection()) : status;
+        status = kWindowFrameField.Add(into, fChartTab->OtherFrame());
+    return status == B_OK ? kSelectionField.Add(into, fTabView->Selection()) : status;
 }
 
 void MainWindow::FrameResized(float width, float height)

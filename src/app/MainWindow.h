@@ -1,12 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "src/support/ui/SmartWindow.h"
 
 class BMenuBar;
 class BTabView;
 class ChartTab;
 class ChartViewHolder;
+
+/// The limits of the main window's sides, and its first size with the charts in front.
+inline constexpr float kMinWindowSide = 100;
+inline constexpr float kMaxWindowSide = 4000;
+inline constexpr BRect kFirstChartFrame(0, 0, 300, 150);
+
+// Its archive.
+
+inline const kits::Field<BRect> kWindowFrameField("WindowFrame", kMinWindowSide, kMaxWindowSide, BRect(0, 0, 300, 200),
+                                                  kits::Outside::kHeld);
+inline const kits::Field<BRect> kChartFrameField("WindowFrameWithCharts", kMinWindowSide, kMaxWindowSide,
+                                                 kFirstChartFrame, kits::Outside::kHeld);
+/// The tab in front.
+inline const kits::Field<int32> kSelectionField("Selection", 0, 1);
+inline const kits::Field<BMessage> kHolderField("ChartViewHolder");
 
 /// The program's window: a menu bar with the menu "File" over two tabs, the uptimes (0) and the charts (1). It keeps
 /// two sizes, one for the chart tab and one for the other, and which tab was in front.

@@ -21,6 +21,7 @@
 #include "src/sampling/ConnectionRequest.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 
@@ -74,9 +75,9 @@ QelApp::~QelApp()
     if (prefs_user == nullptr)
         return;
     if (!fPrefsWindowArchive.IsEmpty())
-        prefs_user->SetMessage("GlobalPrefsWindow", &fPrefsWindowArchive);
+        prefs_user->Set(kGlobalPrefsWindowField, fPrefsWindowArchive);
     if (!fMainWindowArchive.IsEmpty())
-        prefs_user->SetMessage("MainWindow", &fMainWindowArchive);
+        prefs_user->Set(kMainWindowField, fMainWindowArchive);
 }
 
 void QelApp::ReadyToRun()
@@ -84,16 +85,12 @@ void QelApp::ReadyToRun()
     fSampler = std::make_unique<Sysinfo>(kHistory);
     application_sampler = fSampler.get();
 
-    const void* table = nullptr;
-    ssize_t size = 0;
-    if (prefs_common->Claim("Uptimes", B_RAW_TYPE) &&
-        prefs_common->FindData("Uptimes", B_RAW_TYPE, &table, &size) == B_OK)
-        fUptimes.SetTo(table, static_cast<size_t>(size));
+    prefs_common->Claim(kUptimesField);
+    fUptimes.SetTo(kUptimesField.Get(*prefs_common));
 
     OpenMainWindow();
-    bool open = false;
-    prefs_user->Claim("CWOpen", B_BOOL_TYPE);
-    if (fShowMainWindow && prefs_user->FindBool("CWOpen", 0, &open) == B_OK && open)
+    prefs_user->Claim(kWindowOpenField);
+    if (fShowMainWindow && kWindowOpenField.Get(*prefs_user))
         PostMessage(MSG_CW_OPEN);
     SaveUptimes();
     if (fMode == Mode::kSession) {
@@ -112,8 +109,7 @@ void QelApp::ReadyToRun()
 
 void QelApp::OpenMainWindow()
 {
-    if (prefs_user->Claim("MainWindow", B_MESSAGE_TYPE) &&
-        prefs_user->FindMessage("MainWindow", &fMainWindowArchive) == B_OK)
+    if (prefs_user->Claim(kMainWindowField) && kMainWindowField.Find(*prefs_user, &fMainWindowArchive))
         fMainWindow = new MainWindow(&fMainWindowArchive, &fMainWindow);
     else
         fMainWindow = new MainWindow(kFirstFrame, &fMainWindow);
@@ -126,13 +122,13 @@ void QelApp::MessageReceived(BMessage* message)
     switch (message->what) {
     case MSG_SET_DELAY: {
         int64 delay = 0;
-        if (fSampler && message->FindInt64("Delay", &delay) == B_OK)
-            fSampler->SetSamplingDelay(Sysinfo::HoldDelay(delay));
+        if (fSampler && kDelayField.Find(*message, &delay))
+            fSampler->SetSamplingDelay(delay);
         break;
     }
     case MSG_SET_NODES_TO_KEEP: {
         int16 nodes = 0;
-        if (fSampler && message->FindInt16("NodesToKeep", 0, &nodes) == B_OK && nodes >= 2)
+        if (fSampler && kNodesToKeepField.Find(*message, &nodes) && nodes >= 2)
             fSampler->SetNodesToKeep(Sysinfo::HoldNodesToKeep(nodes));
         break;
     }
@@ -188,8 +184,8 @@ void QelApp::OpenPrefsWindow()
     }
     const char* const title = Tr("Global preferences");
     PrefsWindow* window = nullptr;
-    prefs_user->Claim("GlobalPrefsWindow", B_MESSAGE_TYPE);
-    if (!fPrefsWindowArchive.IsEmpty() || prefs_user->FindMessage("GlobalPrefsWindow", &fPrefsWindowArchive) == B_OK)
+    prefs_user->Claim(kGlobalPrefsWindowField);
+    if (!fPrefsWindowArchive.IsEmpty() || kGlobalPrefsWindowField.Find(*prefs_user, &fPrefsWindowArchive))
         window = new PrefsWindow(&fPrefsWindowArchive, title, nullptr, &fPrefsWindow);
     else
         window = new PrefsWindow(kFirstPrefsFrame, title, nullptr, &fPrefsWindow);
@@ -201,13 +197,12 @@ void QelApp::OpenPrefsWindow()
 
 void QelApp::WindowClosed(BMessage* message)
 {
-    void* container = nullptr;
-    message->FindPointer("Container", &container);
+    const void* container = kContainerField.Get(*message);
     if (container == &fMainWindow) {
-        message->FindMessage("Archive", &fMainWindowArchive);
+        kArchiveField.Find(*message, &fMainWindowArchive);
         PostMessage(B_QUIT_REQUESTED);
     } else if (container == &fPrefsWindow) {
-        message->FindMessage("Archive", &fPrefsWindowArchive);
+        kArchiveField.Find(*message, &fPrefsWindowArchive);
     }
 }
 
@@ -237,10 +232,10 @@ bool QelApp::QuitRequested()
 {
     // A window that has just closed has sent its archive, which may wait behind this request, and behind further ones.
     const BMessage* request = CurrentMessage();
-    const bool isLast = request != nullptr && request->HasBool("LastRequest");
+    const bool isLast = request != nullptr && kLastRequestField.IsIn(*request);
     if (!isLast && CountMessages() > 0) {
         BMessage again(B_QUIT_REQUESTED);
-        again.AddBool("LastRequest", true);
+        kLastRequestField.Add(&again, true);
         if (PostMessage(&again) == B_OK)
             return false;
     }
@@ -275,21 +270,21 @@ void QelApp::Close(SmartWindow* window, BMessage* archive)
 status_t QelApp::StoreArrangement()
 {
     prefs_user->ForgetErrors();
-    auto store = [](const char* name, const SmartWindow* window, BMessage& archive) {
+    auto store = [](const kits::Field<BMessage>& field, const SmartWindow* window, BMessage& archive) {
         if (window != nullptr)
             Archive(*window, &archive);
         if (!archive.IsEmpty())
-            prefs_user->SetMessage(name, &archive);
+            prefs_user->Set(field, archive);
     };
-    store("MainWindow", fMainWindow, fMainWindowArchive);
-    store("GlobalPrefsWindow", fPrefsWindow, fPrefsWindowArchive);
+    store(kMainWindowField, fMainWindow, fMainWindowArchive);
+    store(kGlobalPrefsWindowField, fPrefsWindow, fPrefsWindowArchive);
     if (fSampler) {
         BMessage settings;
         prefs_user->NoteError(fSampler->SavePrefsTo(&settings));
-        prefs_user->SetMessage("Sysinfo", &settings);
+        prefs_user->Set(kSamplerSettingsField, settings);
     }
     // The store now holds settings of this version, whatever it was loaded from.
-    prefs_user->SetString("Version", kVersion);
+    prefs_user->Set(kVersionField, kVersion);
     return prefs_user->Error();
 }
 
@@ -305,7 +300,7 @@ void QelApp::SaveUptimes()
         return;
     UpdateUptimes();
     prefs_common->ForgetErrors();
-    prefs_common->SetData("Uptimes", B_RAW_TYPE, fUptimes.Data(), UptimeTable::kSize);
+    prefs_common->Set(kUptimesField, fUptimes.Record());
     UptimeTotals totals = UptimeTotals::TakeFrom(prefs_common);
     totals.Count(system_time(), kits::MomentOfBoot());
     totals.StoreIn(prefs_common);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "kits/application/Application.h"
-#include "kits/application/Message.h"
+#include "kits/application/Field.h"
 #include "src/app/Uptimes.h"
 
 #include <memory>
@@ -12,6 +12,15 @@ class Autosave;
 class DesktopKeeper;
 class SmartWindow;
 class Sysinfo;
+
+// The user's store, besides the sampler's settings.
+
+inline const kits::Field<BMessage> kMainWindowField("MainWindow");
+inline const kits::Field<BMessage> kGlobalPrefsWindowField("GlobalPrefsWindow");
+inline const kits::Field<bool> kWindowOpenField("CWOpen");
+
+/// In B_QUIT_REQUESTED: the request was sent again, behind all waiting messages.
+inline const kits::Field<bool> kLastRequestField("LastRequest");
 
 /// The application: owns the sampler and the windows, keeps the table of uptimes, and is what charts, in its window
 /// or in another process, ask for samples.

@@ -12,7 +12,6 @@
 #include "src/support/Qel.h"
 #include "src/support/Tr.h"
 
-#include <cstring>
 #include <string>
 
 namespace {
@@ -27,17 +26,15 @@ constexpr const char* kQuestion = TrLater(
 
 bool IsOfAnotherVersion(const Preferences& store)
 {
-    const char* version = nullptr;
-    return store.FindString("Version", &version) == B_OK && std::strcmp(version, kVersion) != 0;
+    return kVersionField.IsIn(store) && kVersionField.Get(store) != kVersion;
 }
 
 bool AskAboutVersion(Preferences* store)
 {
-    store->Claim("Version", B_STRING_TYPE);
+    store->Claim(kVersionField);
     if (!IsOfAnotherVersion(*store))
         return true;
-    std::string version;
-    store->FindString("Version", &version);
+    const std::string version = kVersionField.Get(*store);
     // The alert deletes itself.
     auto* alert = new BAlert("Qel", Tr(kQuestion), Tr("Quit"), Tr("Use defaults"), Tr("Load"), B_WIDTH_FROM_LABEL,
                              B_OFFSET_SPACING, B_STOP_ALERT);

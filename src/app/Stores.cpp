@@ -50,7 +50,7 @@ Stores::~Stores()
 
 status_t Stores::Save()
 {
-    fUser->SetString("Version", kVersion);
+    fUser->Set(kVersionField, kVersion);
     const status_t status = SaveAtEnd({fCommon.get(), fUser.get()}, "qel");
     // Otherwise it is one of the settings, and the line about those is enough.
     if (status == B_OK && !fBootMomentError.empty())

@@ -8,6 +8,7 @@
 #include "kits/kernel/Errors.h"
 #include "kits/kernel/Threads.h"
 #include "src/app/CommandLine.h"
+#include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
 #include "src/support/ReachCheck.h"
@@ -25,9 +26,9 @@ std::vector<BMessage> MessagesFor(const CommandLine& line)
 {
     std::vector<BMessage> messages;
     if (line.setDelay > 0)
-        messages.emplace_back(MSG_SET_DELAY).AddInt64("Delay", line.setDelay);
+        kDelayField.Add(&messages.emplace_back(MSG_SET_DELAY), line.setDelay);
     if (line.setHistory > 0)
-        messages.emplace_back(MSG_SET_NODES_TO_KEEP).AddInt16("NodesToKeep", line.setHistory);
+        kNodesToKeepField.Add(&messages.emplace_back(MSG_SET_NODES_TO_KEEP), line.setHistory);
     if (line.quit)
         messages.emplace_back(B_QUIT_REQUESTED);
     return messages;

@@ -1,25 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/Uptimes.h"
 
-#include "kits/application/Message.h"
-#include "kits/support/TypeConstants.h"
 #include "src/prefs/store/Preferences.h"
-#include "src/support/FieldRanges.h"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
-
-namespace {
-
-bigtime_t FindTime(const BMessage& store, const char* name)
-{
-    bigtime_t value = 0;
-    FindInRange(store, name, &value);
-    return value;
-}
-
-} // namespace
 
 bool SameBoot(bigtime_t one, bigtime_t other)
 {
@@ -46,41 +32,39 @@ void UptimeTable::Update(bigtime_t now, bigtime_t bootTime)
     }
 }
 
-void UptimeTable::SetTo(const void* record, size_t size)
+void UptimeTable::SetTo(std::string_view record)
 {
     fEntries = {};
-    std::memcpy(fEntries.data(), record, std::min(size, kSize));
-    for (UptimeEntry& entry : fEntries) {
-        auto sane = [](bigtime_t time) { return time >= 0 && time <= kLongestUptime; };
-        if (!sane(entry.uptime) || !sane(entry.bootTime))
+    record.copy(reinterpret_cast<char*>(fEntries.data()), kSize);
+    for (UptimeEntry& entry : fEntries)
+        if (!kLastUptimeField.Holds(entry.uptime) || !kLastBootField.Holds(entry.bootTime))
             entry = {};
-    }
 }
 
 UptimeTotals UptimeTotals::From(const BMessage& store)
 {
     UptimeTotals totals;
-    FindInRange(store, "BootCount", &totals.bootCount);
-    totals.sum = FindTime(store, "UptimeSum");
-    totals.lastBoot = FindTime(store, "USLastBoot");
-    totals.lastUptime = FindTime(store, "USLastUptime");
+    totals.bootCount = kBootCountField.Get(store);
+    totals.sum = kUptimeSumField.Get(store);
+    totals.lastBoot = kLastBootField.Get(store);
+    totals.lastUptime = kLastUptimeField.Get(store);
     return totals;
 }
 
 UptimeTotals UptimeTotals::TakeFrom(Preferences* store)
 {
-    store->Claim("BootCount", B_INT32_TYPE);
-    for (const char* name : {"UptimeSum", "USLastBoot", "USLastUptime"})
-        store->Claim(name, B_INT64_TYPE);
+    store->Claim(kBootCountField);
+    for (const kits::Field<int64>* field : {&kUptimeSumField, &kLastBootField, &kLastUptimeField})
+        store->Claim(*field);
     return From(*store);
 }
 
 void UptimeTotals::StoreIn(Preferences* store) const
 {
-    store->SetInt32("BootCount", bootCount);
-    store->SetInt64("UptimeSum", sum);
-    store->SetInt64("USLastBoot", lastBoot);
-    store->SetInt64("USLastUptime", lastUptime);
+    store->Set(kBootCountField, bootCount);
+    store->Set(kUptimeSumField, sum);
+    store->Set(kLastBootField, lastBoot);
+    store->Set(kLastUptimeField, lastUptime);
 }
 
 void UptimeTotals::Count(bigtime_t now, bigtime_t bootTime)

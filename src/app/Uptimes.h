@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/support/SupportDefs.h"
 
 #include <array>
 #include <cstddef>
 
-class BMessage;
 class Preferences;
+
+/// A thousand years, in microseconds: far from any overflow, and more than any machine has.
+inline constexpr bigtime_t kLongestUptime = bigtime_t{1000} * 366 * 86'400 * 1'000'000;
 
 /// One boot among the longest.
 struct UptimeEntry {
@@ -38,16 +41,26 @@ public:
     const UptimeEntry& At(size_t place) const { return fEntries[place]; }
 
     /// The record, `kSize` bytes.
-    const void* Data() const { return fEntries.data(); }
+    std::string_view Record() const { return {reinterpret_cast<const char*>(fEntries.data()), kSize}; }
 
     /// Takes at most `kSize` bytes of a record; what it lacks stays empty. Entries with a negative time are emptied.
-    void SetTo(const void* record, size_t size);
+    void SetTo(std::string_view record);
 
 private:
     std::array<UptimeEntry, kPlaces> fEntries{};
 };
 
 static_assert(sizeof(UptimeEntry) == 16 && sizeof(UptimeTable) == UptimeTable::kSize);
+
+// The common store.
+
+/// The record of the table.
+inline const kits::Field<std::string_view, B_RAW_TYPE> kUptimesField("Uptimes", 0, UptimeTable::kSize,
+                                                                     kits::Outside::kHeld);
+inline const kits::Field<int32> kBootCountField("BootCount", 0, kits::kMostNumber);
+inline const kits::Field<int64> kUptimeSumField("UptimeSum", 0, kLongestUptime, 0, kits::Outside::kHeld);
+inline const kits::Field<int64> kLastBootField("USLastBoot", 0, kLongestUptime, 0, kits::Outside::kHeld);
+inline const kits::Field<int64> kLastUptimeField("USLastUptime", 0, kLongestUptime, 0, kits::Outside::kHeld);
 
 /// What the common store holds besides the table. Missing records count as 0; what no run of the program can have
 /// written is held to what it can have.

@@ -3,6 +3,7 @@
 
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"
+#include "kits/application/Roster.h"
 #include "src/sampling/ServerConnection.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
@@ -54,7 +55,7 @@ void ChartConnection::ServerGone(const BMessage& message)
         return;
     if (message.what == MSG_SERVER_GONE)
         fServer->ServerGone();
-    else if (int32 team = -1; message.FindInt32("team", &team) == B_OK)
+    else if (team_id team = -1; kits::kTeamField.Find(message, &team))
         fServer->TeamGone(team);
 }
 
@@ -68,7 +69,7 @@ void ChartConnection::TellFailure()
 void ChartConnection::TakeSample(const BMessage& message, const std::function<void(Sysinfo*, SysinfoNode*)>& take)
 {
     void* address = nullptr;
-    if (message.FindPointer("Sysinfo*", &address) == B_OK) {
+    if (kSamplerField.Find(message, &address)) {
         // A sample may wait in the queue for longer than its sampler lives.
         Sysinfo* sampler = application_sampler;
         if (sampler == nullptr || sampler != address)

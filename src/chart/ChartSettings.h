@@ -63,6 +63,9 @@ inline const kits::Field<BMessage> kValueSourceField("ValueVP");
 inline const kits::Field<BMessage> kSourcesField("ValueProviders", kMaxSources);
 /// @}
 
+/// Of a drag of a font.
+inline const kits::Field<FFont, FFont::kTypeCode> kDraggedFontField("font", kMinFontSize, kMaxFontSize);
+
 /// Sets the member if the field's range holds the value; ignores any other value.
 template <class T> void SetInRange(const kits::Field<T>& field, T value, T* setting)
 {

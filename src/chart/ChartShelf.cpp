@@ -12,8 +12,6 @@
 #include "src/support/MessageFields.h"
 #include "src/support/Qel.h"
 
-#include <cstring>
-
 ChartShelf::ChartShelf(ChartViewHolder* holder)
     : BShelf(holder)
     , fHolder(holder)
@@ -22,9 +20,8 @@ ChartShelf::ChartShelf(ChartViewHolder* holder)
 
 bool ChartShelf::CanAddReplicant(const BMessage* archive) const
 {
-    const char* program = nullptr;
-    return validate_instantiation(archive, "ChartView") && archive->FindString("add_on", &program) == B_OK &&
-           std::strcmp(program, signature) == 0 && fHolder->CountCharts() < kMaxCharts;
+    return validate_instantiation(archive, "ChartView") && kits::kAddOnField.Get(*archive) == signature &&
+           fHolder->CountCharts() < kMaxCharts;
 }
 
 bool ChartShelf::AddReplicant(BMessage* archive, BPoint, const std::string& identity, const BMessenger& source)

@@ -9,7 +9,6 @@
 #include "src/chart/ChartExport.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/PixelRows.h"
 #include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
@@ -74,8 +73,8 @@ status_t ChartView::Archive(BMessage* into, bool) const
     // sample.
     kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(ChartColor(0))), 0);
     kits::kPenColorsField.Set(into, static_cast<int32>(PixelWord(fSettings.backgroundColor)), 1);
-    status = into->AddString("add_on", signature);
-    status |= into->AddString("class", "ChartView");
+    status = kits::kAddOnField.Add(into, signature);
+    status |= kits::kClassField.Add(into, "ChartView");
     status |= SavePrefsTo(into);
     return status;
 }

@@ -5,7 +5,6 @@
 #include "kits/interface/Fields.h"
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
-#include "src/chart/ChartRanges.h"
 #include "src/chart/ChartView.h"
 #include "src/sampling/SourceName.h"
 #include "src/support/Changes.h"
@@ -54,7 +53,7 @@ void TextDropped(ChartView& chart, BMessage* message)
 void FontDropped(ChartView& chart, BMessage* message)
 {
     FFont font;
-    if (!message->WasDropped() || FindMessageFont(message, "font", 0, &font) != B_OK)
+    if (!message->WasDropped() || !kDraggedFontField.Find(*message, &font))
         return;
     // Only the properties that the dropped font carries change.
     const ChartCaption* caption = chart.Captions().At(DropPlace(chart, message));
@@ -166,7 +165,7 @@ void ChartView::SourcesDropped(BMessage* message)
     const bool onTitle = dropped && fCaptions.Title().IsOn(where);
     const bool onValue = dropped && !onTitle && fCaptions.Value().IsOn(where);
     BMessage archive;
-    for (int32 i = 0; i < kMaxLookedAt && message->FindMessage("ValueProvider", i, &archive) == B_OK; i++) {
+    for (int32 i = 0; i < kMaxLookedAt && kDraggedSourceField.Find(*message, &archive, i); i++) {
         if (!IsSourceArchive(archive, false))
             continue;
         Changes::Note();

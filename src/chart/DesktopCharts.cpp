@@ -7,5 +7,5 @@
 bool HasDesktopCharts()
 {
     const Preferences store(kDesktopSignature, false, true);
-    return store.GetInfo("Replicant", nullptr) == B_OK;
+    return kReplicantField.IsIn(store);
 }

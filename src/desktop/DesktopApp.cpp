@@ -2,18 +2,20 @@
 #include "src/desktop/DesktopApp.h"
 
 #include "kits/application/Invoker.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
 #include "kits/support/TypeConstants.h"
 #include "src/chart/ChartShelf.h"
+#include "src/chart/DesktopCharts.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantClasses.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/pages/ChartPreferences.h"
 #include "src/prefs/StoreAlerts.h"
-#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 #include "src/support/OneLine.h"
 #include "src/support/Qel.h"
 
@@ -28,7 +30,7 @@ constexpr uint32 kRefused = 0xffffffff;
 BRect FrameIn(const BMessage& archive, const std::vector<BRect>& screens)
 {
     BRect frame;
-    if (!kits::kKitFields.Find(archive, "_frame", &frame) || !frame.IsValid())
+    if (!kits::kFrameField.Find(archive, &frame) || !frame.IsValid())
         frame = BRect(0, 0, 0, 0);
     frame.OffsetTo(0, 0);
     return HeldToScreens(frame, screens);
@@ -36,10 +38,10 @@ BRect FrameIn(const BMessage& archive, const std::vector<BRect>& screens)
 
 std::unique_ptr<BView> ViewOf(BMessage archive, const BRect& frame, std::string* why)
 {
-    archive.RemoveName("_frame");
+    kits::kFrameField.Remove(&archive);
     BRect size = frame;
     size.OffsetTo(0, 0);
-    archive.AddRect("_frame", size);
+    kits::kFrameField.Add(&archive, size);
     return InstantiateReplicant(&archive, why);
 }
 
@@ -63,14 +65,13 @@ DesktopApp::~DesktopApp()
 void DesktopApp::Restore()
 {
     BMessage saved;
-    fStore.Claim("Version", B_STRING_TYPE);
-    fStore.Claim("Replicant", B_MESSAGE_TYPE);
-    for (int32 i = 0; fStore.FindMessage("Replicant", i, &saved) == B_OK; i++)
+    fStore.Claim(kVersionField);
+    fStore.Claim(kReplicantField);
+    for (int32 i = 0; kReplicantField.Find(fStore, &saved, i); i++)
         RestoreOne(&saved);
-    fStore.Claim("Request", B_STRING_TYPE);
-    const char* identity = nullptr;
-    for (int32 i = 0; fStore.FindString("Request", i, &identity) == B_OK; i++)
-        fDone.Add(identity);
+    fStore.Claim(kRequestField);
+    for (int32 i = 0; i < kRequestField.Count(fStore); i++)
+        fDone.Add(kRequestField.Get(fStore, i));
 }
 
 void DesktopApp::RestoreOne(BMessage* saved)
@@ -79,7 +80,7 @@ void DesktopApp::RestoreOne(BMessage* saved)
     std::string why;
     if (fWindows.size() + fForeign.size() >= kMost)
         return;
-    if (saved->FindMessage("Archive", &archive) != B_OK || !IsReplicantArchive(archive, &why)) {
+    if (!kArchiveField.Find(*saved, &archive) || !IsReplicantArchive(archive, &why)) {
         std::fprintf(stderr, "qel-desktop: cannot show a stored chart: %s\n",
                      why.empty() ? "it is empty" : why.c_str());
         fForeign.push_back(*saved);
@@ -104,10 +105,10 @@ void DesktopApp::Show(std::unique_ptr<BView> view, BRect frame, const BMessage* 
         places.LoadFrom(*saved);
     else
         places.Wish(ArrangementOf(kits::ScreenFrames()), frame);
-    const char* identity = nullptr;
-    const bool isKnown = saved != nullptr && FindInRange(*saved, "Identity", &identity);
-    auto* window =
-        new ReplicantWindow(this, frame, std::move(view), std::move(places), isKnown ? identity : kits::NewIdentity());
+    std::string identity = kits::NewIdentity();
+    if (saved != nullptr)
+        kIdentityField.Find(*saved, &identity);
+    auto* window = new ReplicantWindow(this, frame, std::move(view), std::move(places), identity);
     fWindows.push_back(window);
     window->Show();
 }
@@ -115,7 +116,7 @@ void DesktopApp::Show(std::unique_ptr<BView> view, BRect frame, const BMessage* 
 bool DesktopApp::Add(BMessage* request, std::string* why)
 {
     BMessage archive;
-    if (request->FindMessage("Archive", &archive) != B_OK) {
+    if (!kArchiveField.Find(*request, &archive)) {
         *why = "it is not a chart";
         return false;
     }
@@ -126,7 +127,7 @@ bool DesktopApp::Add(BMessage* request, std::string* why)
     const std::vector<BRect> screens = kits::ScreenFrames();
     BRect frame = FrameIn(archive, screens);
     BPoint where;
-    if (FindInRange(*request, "Where", &where)) {
+    if (kPlaceField.Find(*request, &where)) {
         frame.OffsetTo(where);
         frame = InReach(frame, screens);
     } else {
@@ -150,13 +151,12 @@ bool DesktopApp::Add(BMessage* request, std::string* why)
 
 bool DesktopApp::Perform(BMessage* request)
 {
-    const char* identity = "";
-    const bool isNamed = FindInRange(*request, "Request", &identity);
-    if (isNamed && fDone.Has(identity))
+    const std::string identity = kRequestField.Get(*request);
+    if (fDone.Has(identity))
         return true;
     std::string why;
     const bool shown = Add(request, &why);
-    if (shown && isNamed)
+    if (shown)
         fDone.Add(identity);
     if (!shown && !fHasTold) {
         // One line, however many come.
@@ -231,10 +231,9 @@ void DesktopApp::Remove(ReplicantWindow* window)
 
 void DesktopApp::RemoveTaken(const BMessage& notice)
 {
-    const char* identity = nullptr;
-    constexpr int32 kMostTaken = ChartShelf::kMostTaken;
-    for (int32 i = 0; i < kMostTaken && notice.FindString("Identity", i, &identity) == B_OK; i++) {
-        const auto place = std::find_if(fWindows.begin(), fWindows.end(), [identity](const ReplicantWindow* window) {
+    for (int32 i = 0; i < kIdentityField.Count(notice); i++) {
+        const std::string identity = kIdentityField.Get(notice, i);
+        const auto place = std::find_if(fWindows.begin(), fWindows.end(), [&identity](const ReplicantWindow* window) {
             return window->Identity() == identity;
         });
         if (place != fWindows.end())
@@ -309,26 +308,25 @@ status_t DesktopApp::Drain()
 status_t DesktopApp::Archive()
 {
     fStore.ForgetErrors();
-    fStore.RemoveName("Replicant");
+    kReplicantField.Remove(&fStore);
     for (const ReplicantWindow* window : fWindows) {
         BMessage saved;
         window->SaveTo(&saved);
-        fStore.NoteError(fStore.AddMessage("Replicant", &saved));
+        fStore.NoteError(kReplicantField.Add(&fStore, saved));
     }
     for (const BMessage& saved : fForeign)
-        fStore.NoteError(fStore.AddMessage("Replicant", &saved));
-    fStore.RemoveName("Request");
+        fStore.NoteError(kReplicantField.Add(&fStore, saved));
+    kRequestField.Remove(&fStore);
     for (const std::string& identity : fDone.All())
-        fStore.NoteError(fStore.AddString("Request", identity));
-    fStore.SetString("Version", kVersion);
+        fStore.NoteError(kRequestField.Add(&fStore, identity));
+    fStore.Set(kVersionField, kVersion);
     fBytes = fStore.FlattenedSize();
     return fStore.Error();
 }
 
 bool DesktopApp::QuitRequested()
 {
-    bool isShortcut = false;
-    if (CurrentMessage() != nullptr && CurrentMessage()->FindBool("shortcut", &isShortcut) == B_OK && isShortcut) {
+    if (CurrentMessage() != nullptr && kits::kShortcutField.Get(*CurrentMessage())) {
         // Ctrl+Q means the program as a whole; its charts on the desktop stay.
         BMessenger(signature).SendMessage(B_QUIT_REQUESTED);
         return false;

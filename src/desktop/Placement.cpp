@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/desktop/Placement.h"
 
-#include "kits/application/Message.h"
-#include "src/support/FieldRanges.h"
+#include "kits/application/Field.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,17 +10,13 @@
 
 namespace {
 
+const kits::Field<std::string> kScreensField("Screens", 0, 1024);
+const kits::Field<BRect> kFrameField("Frame", 0, kits::kFarthestPlace);
+const kits::Field<BMessage> kPlacesField("Place", Places::kMost);
+
 /// Size of the handle and its surroundings.
 constexpr float kReach = 8;
 constexpr float kGap = 8;
-
-bool IsSane(const BRect& frame)
-{
-    // The comparison refuses NaN as well.
-    return std::abs(frame.left) <= kits::kFarthestPlace && std::abs(frame.top) <= kits::kFarthestPlace &&
-           InRange("Frame", static_cast<double>(frame.Width())) &&
-           InRange("Frame", static_cast<double>(frame.Height()));
-}
 
 BRect Span(const std::vector<BRect>& screens)
 {
@@ -114,7 +109,7 @@ BPoint FreePlace(float width, float height, const std::vector<BRect>& others, co
 
 void Places::Wish(const std::string& arrangement, BRect frame)
 {
-    if (!IsSane(frame))
+    if (!kFrameField.Holds(frame))
         return;
     std::erase_if(fWishes, [&](const Wished& wish) { return wish.arrangement == arrangement; });
     fWishes.push_back({arrangement, frame});
@@ -135,9 +130,9 @@ void Places::SaveTo(BMessage* into) const
 {
     for (const Wished& wish : fWishes) {
         BMessage place;
-        place.AddString("Screens", wish.arrangement);
-        place.AddRect("Frame", wish.frame);
-        into->AddMessage("Place", &place);
+        kScreensField.Add(&place, wish.arrangement);
+        kFrameField.Add(&place, wish.frame);
+        kPlacesField.Add(into, place);
     }
 }
 
@@ -145,10 +140,10 @@ void Places::LoadFrom(const BMessage& from)
 {
     fWishes.clear();
     BMessage place;
-    for (int32 i = 0; from.FindMessage("Place", i, &place) == B_OK && fWishes.size() < kMost; i++) {
-        const char* arrangement = nullptr;
+    for (int32 i = 0; kPlacesField.Find(from, &place, i); i++) {
+        std::string arrangement;
         BRect frame;
-        if (FindInRange(place, "Screens", &arrangement) && FindInRange(place, "Frame", &frame))
+        if (kScreensField.Find(place, &arrangement) && kFrameField.Find(place, &frame))
             Wish(arrangement, frame);
     }
 }

@@ -38,8 +38,7 @@ bool Refuse(std::string* why, const char* words)
 
 bool IsReplicantArchive(const BMessage& archive, std::string* why)
 {
-    const char* program = nullptr;
-    if (archive.FindString("add_on", &program) != B_OK || std::strcmp(program, signature) != 0)
+    if (kits::kAddOnField.Get(archive) != signature)
         return Refuse(why, "it is not from Qel");
     if (ClassOf(archive) == nullptr)
         return Refuse(why, "it is not a chart");

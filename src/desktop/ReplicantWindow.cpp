@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "src/desktop/ReplicantWindow.h"
 
-#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/Dragger.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
 #include "kits/kernel/Clock.h"
 #include "src/desktop/DesktopApp.h"
-#include "src/support/FieldRanges.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 #include "src/support/Tr.h"
 
 namespace {
@@ -44,8 +44,8 @@ void ReplicantWindow::SaveTo(BMessage* into) const
 {
     BMessage archive;
     if (fView->Archive(&archive, false) == B_OK)
-        into->AddMessage("Archive", &archive);
-    into->AddString("Identity", fIdentity);
+        kArchiveField.Add(into, archive);
+    kIdentityField.Add(into, fIdentity);
     fPlaces.SaveTo(into);
 }
 
@@ -107,7 +107,7 @@ void ReplicantWindow::MessageReceived(BMessage* message)
     case B_DROPPED_ON_DESKTOP: {
         BPoint where;
         BPoint offset;
-        if (!kits::kKitFields.Find(*message, "where", &where) || !kits::kKitFields.Find(*message, "offset", &offset))
+        if (!kits::kWhereField.Find(*message, &where) || !kits::kOffsetField.Find(*message, &offset))
             break;
         BRect frame = Frame();
         frame.OffsetTo(where - offset);
@@ -117,7 +117,7 @@ void ReplicantWindow::MessageReceived(BMessage* message)
     }
     case MSG_MOVE_REPLICANT: {
         BPoint distance;
-        if (!FindInRange(*message, "By", &distance))
+        if (!kDistanceField.Find(*message, &distance))
             break;
         BRect frame = Frame();
         frame.OffsetBy(distance);
@@ -125,12 +125,9 @@ void ReplicantWindow::MessageReceived(BMessage* message)
         Wish();
         break;
     }
-    case MSG_NEXT_REPLICANT: {
-        bool back = false;
-        message->FindBool("Back", &back);
-        fOwner->ActivateNext(this, back);
+    case MSG_NEXT_REPLICANT:
+        fOwner->ActivateNext(this, kBackField.Get(*message));
         break;
-    }
     case B_REPLICANT_TAKEN:
     case MSG_REMOVE_REPLICANT:
         fOwner->Remove(this);

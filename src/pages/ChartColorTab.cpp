@@ -6,6 +6,7 @@
 #include "kits/interface/Alert.h"
 #include "kits/interface/Button.h"
 #include "kits/interface/CheckBox.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/MenuField.h"
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/PopUpMenu.h"
@@ -115,7 +116,7 @@ void ChartColorTab::AllAttached()
 void ChartColorTab::MessageReceived(BMessage* message)
 {
     rgb_color color;
-    if (message->what == MSG_DESKTOP_COLOR && FindColorField(*message, &color))
+    if (message->what == MSG_DESKTOP_COLOR && kits::kColorField.Find(*message, &color))
         TakeColor(color);
     else if (Chart() == nullptr || !HandleChartMessage(message->what))
         ChartPage::MessageReceived(message);

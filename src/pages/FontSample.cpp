@@ -2,6 +2,7 @@
 #include "src/pages/FontSample.h"
 
 #include "kits/application/Message.h"
+#include "src/chart/ChartSettings.h"
 #include "src/support/Tr.h"
 
 #include <cmath>
@@ -68,5 +69,5 @@ void FontSample::MouseDown(BPoint)
 bool FontSample::CopyRequested(BMessage* message)
 {
     message->what = '!FNT';
-    return AddMessageFont(message, "font", &fFont) == B_OK;
+    return kDraggedFontField.Add(message, fFont) == B_OK;
 }

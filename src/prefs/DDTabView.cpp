@@ -2,6 +2,7 @@
 #include "src/prefs/DDTabView.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "src/prefs/DDTab.h"
 #include "src/prefs/PrefsTab.h"
@@ -34,9 +35,9 @@ void DDTabView::MouseMoved(BPoint where, uint32 transit, const BMessage*)
 {
     if (transit != B_EXITED_VIEW)
         return;
-    int32 buttons = 0;
     const BMessage* current = Window()->CurrentMessage();
-    if (current == nullptr || current->FindInt32("buttons", &buttons) != B_OK || buttons == 0)
+    const int32 buttons = current != nullptr ? kits::kButtonsField.Get(*current) : 0;
+    if (buttons == 0)
         return;
     if (where.y >= TabHeight())
         return;

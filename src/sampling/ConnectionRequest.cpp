@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "src/sampling/ConnectionRequest.h"
 
-#include "kits/application/Message.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 
 namespace {
 
 bool Serve(const BMessage& request, Sysinfo* sampler)
 {
     BMessenger messenger;
-    if (request.FindMessenger("Messenger", &messenger) != B_OK)
+    if (!kMessengerField.Find(request, &messenger))
         return false;
     if (request.what == MSG_CONNECT)
         return sampler != nullptr && sampler->AddMessenger(messenger) != B_NO_MEMORY;

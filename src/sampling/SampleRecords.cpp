@@ -1,50 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "src/sampling/SampleRecords.h"
 
-#include "kits/application/Message.h"
 #include "kits/kernel/FigureFile.h"
-#include "kits/support/TypeConstants.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
-
-bool FindRecord(const BMessage* message, const char* field, void* record, size_t recordSize)
-{
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (message->FindData(field, B_RAW_TYPE, &data, &size) != B_OK || size <= 0)
-        return false;
-    const size_t found = static_cast<size_t>(size);
-    memcpy(record, data, std::min(found, recordSize));
-    return found >= recordSize;
-}
 
 namespace {
 
-/// Returns as many whole records as the field has, up to a limit.
-template <class Record> std::vector<Record> FindAll(const BMessage* message, const char* field, size_t most)
+/// Returns as many whole records as the field has.
+template <class Record> std::vector<Record> FindAll(const BMessage* message, const RecordField& field)
 {
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (message->FindData(field, B_RAW_TYPE, &data, &size) != B_OK || size <= 0)
-        return {};
-    std::vector<Record> records(std::min(static_cast<size_t>(size) / sizeof(Record), most));
+    const std::string_view bytes = field.Get(*message);
+    std::vector<Record> records(bytes.size() / sizeof(Record));
     if (!records.empty())
-        memcpy(records.data(), data, records.size() * sizeof(Record));
+        memcpy(records.data(), bytes.data(), records.size() * sizeof(Record));
     return records;
 }
 
 } // namespace
 
-std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field)
+std::vector<bigtime_t> FindTimes(const BMessage* message, const RecordField& field)
 {
-    return FindAll<bigtime_t>(message, field, kits::kMaxProcessors);
+    return FindAll<bigtime_t>(message, field);
 }
 
 std::vector<FigureRecord> FindMore(const BMessage* message)
 {
-    std::vector<FigureRecord> records = FindAll<FigureRecord>(message, kMoreField, kMostFigures);
+    std::vector<FigureRecord> records = FindAll<FigureRecord>(message, kMoreField);
     for (FigureRecord& record : records) {
         const kits::Figure figure = kits::HoldToRange({record.count, record.maximum});
         record = {record.target, figure.count, figure.maximum};
@@ -55,24 +38,19 @@ std::vector<FigureRecord> FindMore(const BMessage* message)
 bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* memory)
 {
     MemoryBody found = {info.max_pages, info.used_pages};
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (message->FindData(kMemoryField, B_RAW_TYPE, &data, &size) == B_OK) {
-        if (size != sizeof(found))
-            return false;
-        memcpy(&found, data, sizeof(found));
-    }
+    if (kMemoryField.IsIn(*message) && !FindRecord(message, kMemoryField, &found))
+        return false;
     memory->maxPages = std::clamp<int64>(found.maxPages, 1, kits::kMaxPages);
     memory->usedPages = std::clamp<int64>(found.usedPages, 0, memory->maxPages);
     return true;
 }
 
-void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize)
+void AddRecord(BMessage* message, const RecordField& field, const void* record, size_t recordSize)
 {
-    message->AddData(field, B_RAW_TYPE, record, static_cast<ssize_t>(recordSize), true, 1);
+    field.Add(message, {static_cast<const char*>(record), recordSize});
 }
 
-void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times)
+void AddTimes(BMessage* message, const RecordField& field, const std::vector<bigtime_t>& times)
 {
     AddRecord(message, field, times.data(), times.size() * sizeof(bigtime_t));
 }

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/kernel/Types.h"
 
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <cstring>
 #include <vector>
-
-class BMessage;
 
 /// The records in which a sample travels to another process. Both ends are the same program on the same machine, but
 /// not always of the same version: the layout is fixed for good, little-endian and without gaps, and a reader treats it
@@ -66,20 +66,32 @@ static_assert(sizeof(FigureRecord) == 20);
 /// The most figures that a sample has in "sn:More".
 inline constexpr size_t kMostFigures = 64;
 
-/// Fields of the sample message to another process.
-inline constexpr const char* kSysinfoBodyField = "si:Body";
-inline constexpr const char* kSumActiveField = "si:TRCPUTD";
-inline constexpr const char* kNodeBodyField = "sn:Body";
-inline constexpr const char* kActiveDeltasField = "sn:RCPUTD";
-inline constexpr const char* kMemoryField = "sn:Memory";
-inline constexpr const char* kMoreField = "sn:More";
+/// A field of the sample message to another process.
+using RecordField = kits::Field<std::string_view, B_RAW_TYPE>;
 
-/// Copies as many bytes of the field as it and the record have; the rest of the record keeps its value.
-/// @return whether the field was there and held a whole record
-bool FindRecord(const BMessage* message, const char* field, void* record, size_t recordSize);
+// A longer record, of another version, is cut.
+inline const RecordField kSysinfoBodyField("si:Body", sizeof(SysinfoBody), kits::kMostNumber);
+inline const RecordField kNodeBodyField("sn:Body", sizeof(SysinfoNodeBody), kits::kMostNumber);
+inline const RecordField kMemoryField("sn:Memory", sizeof(MemoryBody), sizeof(MemoryBody));
+inline const RecordField kSumActiveField("si:TRCPUTD", 0, sizeof(bigtime_t) * kits::kMaxProcessors,
+                                         kits::Outside::kHeld);
+inline const RecordField kActiveDeltasField("sn:RCPUTD", 0, sizeof(bigtime_t) * kits::kMaxProcessors,
+                                            kits::Outside::kHeld);
+inline const RecordField kMoreField("sn:More", 0, sizeof(FigureRecord) * kMostFigures, kits::Outside::kHeld);
+
+/// Copies the record that a field holds.
+/// @return whether there is a whole one; else nothing changes
+template <class Record> bool FindRecord(const BMessage* message, const RecordField& field, Record* record)
+{
+    std::string_view bytes;
+    if (!field.Find(*message, &bytes))
+        return false;
+    memcpy(record, bytes.data(), sizeof(Record));
+    return true;
+}
 
 /// One int64 a processor, at most kits::kMaxProcessors; a missing field gives none.
-std::vector<bigtime_t> FindTimes(const BMessage* message, const char* field);
+std::vector<bigtime_t> FindTimes(const BMessage* message, const RecordField& field);
 
 /// Finds the number of pages of a sample: in kMemoryField if it is there, else in the record.
 /// @param info    held to its range already
@@ -91,8 +103,8 @@ bool FindMemory(const BMessage* message, const system_info& info, MemoryBody* me
 /// none.
 std::vector<FigureRecord> FindMore(const BMessage* message);
 
-void AddRecord(BMessage* message, const char* field, const void* record, size_t recordSize);
-void AddTimes(BMessage* message, const char* field, const std::vector<bigtime_t>& times);
+void AddRecord(BMessage* message, const RecordField& field, const void* record, size_t recordSize);
+void AddTimes(BMessage* message, const RecordField& field, const std::vector<bigtime_t>& times);
 
 /// Holds received values to those that a sampler can have sent, so that every share computed from them lies in 0..1: at
 /// least one processor, maxima at least 1, counts within their maximum.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "src/sampling/ServerConnection.h"
 
-#include "kits/application/Message.h"
 #include "kits/application/Roster.h"
 #include "src/sampling/ThreadMagic.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
 
 #include <utility>
 
@@ -19,7 +19,7 @@ constexpr const char* kConnectorName = "ChartView: Waiting for Qel server...";
 BMessage Request(uint32 code, const BMessenger& receiver)
 {
     BMessage request(code);
-    request.AddMessenger("Messenger", receiver);
+    kMessengerField.Add(&request, receiver);
     return request;
 }
 

@@ -44,8 +44,8 @@ Sysinfo::Sysinfo(int16 nodesToKeep)
     fSumActive.resize(static_cast<size_t>(fInfo.cpu_count));
 
     BMessage settings;
-    if (prefs_user != nullptr && prefs_user->Claim("Sysinfo", B_MESSAGE_TYPE) &&
-        prefs_user->FindMessage("Sysinfo", &settings) == B_OK)
+    if (prefs_user != nullptr && prefs_user->Claim(kSamplerSettingsField) &&
+        kSamplerSettingsField.Find(*prefs_user, &settings))
         LoadPrefsFrom(&settings);
     if (fThread == nullptr)
         LaunchThread();
@@ -59,7 +59,7 @@ Sysinfo::Sysinfo(const BMessage* ghostArchive)
     , fInitStatus(B_BAD_VALUE)
 {
     SysinfoBody body = {};
-    if (!FindRecord(ghostArchive, kSysinfoBodyField, &body, sizeof(body)))
+    if (!FindRecord(ghostArchive, kSysinfoBodyField, &body))
         return;
     fInitStatus = B_OK;
     fDelay = body.delay;
@@ -81,7 +81,7 @@ Sysinfo::~Sysinfo()
     if (prefs_user != nullptr) {
         BMessage settings;
         SavePrefsTo(&settings);
-        prefs_user->SetMessage("Sysinfo", &settings);
+        prefs_user->Set(kSamplerSettingsField, settings);
     }
     // This thread holds the lock, so the sampler's thread sleeps or waits for it, and is not killed inside a round.
     if (fThread != nullptr)
@@ -138,7 +138,7 @@ void Sysinfo::Broadcast()
     if (!fLocalMessengers.empty()) {
         BMessage sample(MSG_SYSINFO_SAMPLE);
         sample.SetNewestWins(true);
-        sample.AddPointer("Sysinfo*", this);
+        kSamplerField.Add(&sample, this);
         for (const BMessenger& messenger : fLocalMessengers)
             messenger.SendMessage(&sample);
     }
@@ -267,11 +267,6 @@ int16 Sysinfo::NodesToKeep() const
     return fNodesToKeep;
 }
 
-bigtime_t Sysinfo::HoldDelay(bigtime_t delay)
-{
-    return std::clamp(delay, kMinDelay, kMaxDelay);
-}
-
 int16 Sysinfo::HoldNodesToKeep(int16 nodes)
 {
     return std::clamp<int16>(nodes, 1, kMaxNodesToKeep);
@@ -280,16 +275,16 @@ int16 Sysinfo::HoldNodesToKeep(int16 nodes)
 status_t Sysinfo::SavePrefsTo(BMessage* archive) const
 {
     Autolock lock(this);
-    return archive->AddInt64("Delay", fDelay) | archive->AddInt16("NodesToKeep", fNodesToKeep);
+    return kDelayField.Add(archive, fDelay) | kNodesToKeepField.Add(archive, fNodesToKeep);
 }
 
 void Sysinfo::LoadPrefsFrom(const BMessage* archive)
 {
     bigtime_t delay = 0;
-    if (FindInRange(*archive, "Delay", &delay))
+    if (kDelayField.Find(*archive, &delay))
         SetSamplingDelay(delay);
     int16 nodes = 0;
-    if (archive->FindInt16("NodesToKeep", &nodes) == B_OK && nodes > 0)
+    if (kNodesToKeepField.Find(*archive, &nodes))
         SetNodesToKeep(HoldNodesToKeep(nodes));
 }
 

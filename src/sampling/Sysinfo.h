@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/application/Messenger.h"
 #include "kits/kernel/SystemInfo.h"
 #include "kits/kernel/Types.h"
 #include "kits/support/List.h"
 #include "kits/support/Locker.h"
 #include "src/sampling/SysinfoNode.h"
-#include "src/support/FieldRanges.h"
 
+#include <limits>
 #include <memory>
 #include <vector>
 
-class BMessage;
 class OwnedPeriodicThread;
 
 /// The sampler: reads the machine at regular intervals on a thread of its own, keeps the last samples with running
@@ -38,10 +38,10 @@ class Sysinfo : public BList {
 public:
     static constexpr bigtime_t kDefaultDelay = 200000;
 
-    /// What may be stored or asked for by message; other values are held to it (see HoldDelay()).
-    static constexpr bigtime_t kMinDelay = kMinSamplingDelay;
-    static constexpr bigtime_t kMaxDelay = kMaxSamplingDelay;
-    static constexpr int16 kMaxNodesToKeep = kMaxHistory;
+    /// What may be stored or asked for by message; other values are held to it (kDelayField, HoldNodesToKeep()).
+    static constexpr bigtime_t kMinDelay = 10'000;
+    static constexpr bigtime_t kMaxDelay = 5'000'000;
+    static constexpr int16 kMaxNodesToKeep = 200;
 
     /// How many receivers are taken from one process (what one frame to it can name), and in all from others.
     static constexpr int32 kMostReceiversOfATeam = 1024;
@@ -106,7 +106,7 @@ public:
     int32 CountMessengers() const; ///< for tests
 
     /// Changes the time between two rounds, in microseconds; takes effect at once. The same value again does
-    /// nothing. No bounds are checked: values from outside go through HoldDelay() first. 0 samples without a pause.
+    /// nothing. Any value is taken: kDelayField holds those from outside. 0 samples without a pause.
     void SetSamplingDelay(bigtime_t delay);
     bigtime_t SamplingDelay() const;
 
@@ -114,9 +114,7 @@ public:
     void SetNodesToKeep(int16 nodes);
     int16 NodesToKeep() const;
 
-    /// The nearest value that the program allows for a delay (microseconds) that comes from a message or a file.
-    static bigtime_t HoldDelay(bigtime_t delay);
-    /// The same for a history's length; 1 and more stay possible.
+    /// Returns the length of a history nearest to what a message or a file asks for.
     static int16 HoldNodesToKeep(int16 nodes);
 
     /// Adds "Delay" (int64, microseconds) and "NodesToKeep" (int16).
@@ -164,6 +162,18 @@ private:
     bool fGhost;
     status_t fInitStatus;
 };
+
+// The sampler's settings, stored and by message.
+
+inline const kits::Field<int64> kDelayField("Delay", Sysinfo::kMinDelay, Sysinfo::kMaxDelay, Sysinfo::kDefaultDelay,
+                                            kits::Outside::kHeld);
+/// Larger numbers are held to Sysinfo::kMaxNodesToKeep, smaller ones are none.
+inline const kits::Field<int16> kNodesToKeepField("NodesToKeep", 1, std::numeric_limits<int16>::max());
+
+/// In the user's store: the settings above.
+inline const kits::Field<BMessage> kSamplerSettingsField("Sysinfo");
+/// Of a sample in the same process.
+inline const kits::Field<void*> kSamplerField("Sysinfo*");
 
 /// What the sampler's thread does: one round.
 void Sampler(Sysinfo* sampler);

@@ -70,7 +70,7 @@ SysinfoNode::SysinfoNode(const BMessage* ghostArchive)
     , fInitStatus(B_BAD_VALUE)
 {
     SysinfoNodeBody body = {};
-    if (!FindRecord(ghostArchive, kNodeBodyField, &body, sizeof(body)))
+    if (!FindRecord(ghostArchive, kNodeBodyField, &body))
         return;
     fInitStatus = B_OK;
     fTime = body.time;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "src/sampling/ValueProvider.h"
 
-#include "kits/application/Message.h"
 #include "src/sampling/Source.h"
 
 #include <charconv>
@@ -24,14 +23,15 @@ void PrintCount(char* buffer, int64 count, const char* unit)
     std::snprintf(buffer, ValueProvider::kValueStringLength, "%lld %s", static_cast<long long>(count), unit);
 }
 
-int32 NumberIn(const BMessage* archive, const char* key, int32 missing)
-{
-    int32 value = missing;
-    archive->FindInt32(key, &value);
-    return value;
-}
-
 } // namespace
+
+bool IsSourceArchive(const BMessage& archive, bool mayBeNone)
+{
+    const vptarget_t target = kTargetField.Get(archive);
+    int32 flags = 0;
+    return (IsKnownSource(target) || (mayBeNone && target == VP_NONE)) &&
+           (!kSourceFlagsField.IsIn(archive) || kSourceFlagsField.Find(archive, &flags));
+}
 
 ValueProvider::ValueProvider(vptarget_t target, int32 flags)
     : fTarget(target)
@@ -41,14 +41,14 @@ ValueProvider::ValueProvider(vptarget_t target, int32 flags)
 }
 
 ValueProvider::ValueProvider(const BMessage* archive)
-    : ValueProvider(NumberIn(archive, "Target", VP_FIRST_CPU), NumberIn(archive, "Flags", 0))
+    : ValueProvider(kTargetField.Get(*archive), kSourceFlagsField.Get(*archive))
 {
 }
 
 status_t ValueProvider::Archive(BMessage* archive) const
 {
-    const status_t flags = archive->AddInt32("Flags", fFlags);
-    return flags | archive->AddInt32("Target", fTarget);
+    const status_t flags = kSourceFlagsField.Add(archive, fFlags);
+    return flags | kTargetField.Add(archive, fTarget);
 }
 
 std::string ValueProvider::Name(vptarget_t target, int32 flags, const char* (*inLanguage)(const char*))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/application/Field.h"
 #include "kits/kernel/Types.h"
 
 #include <cstddef>
@@ -50,6 +51,19 @@ enum : int32 {
     VP_AVERAGE = 1,    ///< processors: over the sampler's whole history instead of its newest sample
     VP_EXP_AVERAGE = 2 ///< smoothed: each new value counts for a sixth
 };
+
+// A stored source, or a dragged one.
+
+/// Any number that IsKnownSource() knows.
+inline const kits::Field<vptarget_t> kTargetField("Target", -kits::kMostNumber - 1.0, kits::kMostNumber, VP_FIRST_CPU);
+inline const kits::Field<int32> kSourceFlagsField("Flags", 0, VP_AVERAGE | VP_EXP_AVERAGE);
+
+/// Returns whether a chart can make a source of an archive: its target is known, and so are its flags.
+/// @param mayBeNone  VP_NONE is good too, as for a caption
+bool IsSourceArchive(const BMessage& archive, bool mayBeNone);
+
+/// Of a drag of sources: one for each.
+inline const kits::Field<BMessage> kDraggedSourceField("ValueProvider", kits::kMostNumber);
 
 /// One source of a chart: names a quantity of the machine, computes it from a sample, prints it.
 /// A plain value of its chart; not shared between threads.

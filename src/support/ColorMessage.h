@@ -11,7 +11,3 @@ void MakeColorMessage(BMessage* message, rgb_color color);
 /// The colour in such a message, whoever sent it.
 /// @return false, and @p color is as before, if there is none
 bool FindColorMessage(const BMessage& message, rgb_color* color);
-
-/// The "RGBColor" of any message.
-/// @return false, and @p color is as before, if there is none
-bool FindColorField(const BMessage& message, rgb_color* color);

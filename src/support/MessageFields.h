@@ -32,9 +32,12 @@ inline const kits::Field<BMessage> kWishField("Msg");
 
 // Charts on the desktop.
 
+/// More charts than this are not remembered as taken.
+inline constexpr int32 kMostIdentities = 256;
+
 /// Makes a chart known wherever it goes; of B_REPLICANT_TAKEN there is one for each chart that was taken.
 inline const kits::Field<std::string> kIdentityField("Identity", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
-                                                     kits::kMostNumber);
+                                                     kMostIdentities);
 /// Makes a request known when it comes again; the store has the last ones.
 inline const kits::Field<std::string> kRequestField("Request", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                     kits::kMostNumber);

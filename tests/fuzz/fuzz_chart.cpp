@@ -3,7 +3,7 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/interface/InterfaceKit.h"
-#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartSettings.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
 #include "src/support/MessageCodes.h"
@@ -20,13 +20,13 @@ namespace {
 void CheckChart(const ChartView& chart)
 {
     Expect(chart.CountValueProviders() <= kMaxSources);
-    Expect(InRange("PageSize", static_cast<double>(chart.Settings().pageSize)));
-    Expect(InRange("SkipValue", chart.Settings().skip) && InRange("ValueSkipValue", chart.Settings().valueSkip));
-    Expect(InRange("ChartType", chart.Settings().chartType) && InRange("Mode", chart.Settings().mode));
-    Expect(InRange("ValueAAValue", static_cast<double>(chart.Settings().value.aaValue)));
-    Expect(InRange("TitleAAValue", static_cast<double>(chart.Settings().title.aaValue)));
-    Expect(InRange("ValueFont", static_cast<double>(chart.Settings().value.font.Size())));
-    Expect(InRange("TitleFont", static_cast<double>(chart.Settings().title.font.Size())));
+    Expect(kPageSizeField.Holds(chart.Settings().pageSize));
+    Expect(kSkipValueField.Holds(chart.Settings().skip) && kValueSkipValueField.Holds(chart.Settings().valueSkip));
+    Expect(kChartTypeField.Holds(chart.Settings().chartType) && kModeField.Holds(chart.Settings().mode));
+    Expect(kValueAAValueField.Holds(chart.Settings().value.aaValue));
+    Expect(kTitleAAValueField.Holds(chart.Settings().title.aaValue));
+    Expect(kValueFontField.Holds(chart.Settings().value.font));
+    Expect(kTitleFontField.Holds(chart.Settings().title.font));
     Expect(std::string_view(chart.Title()).size() <= static_cast<size_t>(kMaxTitleLength));
     Expect(chart.Picture().Column() >= 0);
 }

@@ -9,25 +9,24 @@
 #include "tests/fuzz/Fuzz.h"
 
 #include <cmath>
-#include <cstring>
 
 // A sample of another process, with any bytes in its records.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     BMessage message;
-    const char* const fields[] = {kSysinfoBodyField,  kNodeBodyField, kSumActiveField,
-                                  kActiveDeltasField, kMemoryField,   kMoreField};
+    const RecordField* const fields[] = {&kSysinfoBodyField,  &kNodeBodyField, &kSumActiveField,
+                                         &kActiveDeltasField, &kMemoryField,   &kMoreField};
     const size_t sizes[] = {sizeof(SysinfoBody), sizeof(SysinfoNodeBody)};
     for (size_t i = 0; i < std::size(fields) && size > 0; i++) {
         // A byte before each record says by how much its size is wrong.
-        const size_t wanted = i < std::size(sizes)                        ? sizes[i] + data[0]
-                              : std::strcmp(fields[i], kMemoryField) == 0 ? sizeof(MemoryBody) + data[0] % 2
-                                                                          : 4 * static_cast<size_t>(data[0]);
+        const size_t wanted = i < std::size(sizes)         ? sizes[i] + data[0]
+                              : fields[i] == &kMemoryField ? sizeof(MemoryBody) + data[0] % 2
+                                                           : 4 * static_cast<size_t>(data[0]);
         data++;
         size--;
         const size_t length = std::min(wanted, size);
         if (length > 0)
-            message.AddData(fields[i], B_RAW_TYPE, data, static_cast<ssize_t>(length));
+            message.AddData(fields[i]->Name(), B_RAW_TYPE, data, static_cast<ssize_t>(length));
         data += length;
         size -= length;
     }

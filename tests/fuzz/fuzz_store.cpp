@@ -67,7 +67,7 @@ void CheckStart(const TempFolder& folder, const std::string& main, const std::st
         else
             Expect(store.IsEmpty());
     }
-    store.SetInt32("Number", 1);
+    store.AddInt32("Number", 1);
     Expect(store.Sync() == B_OK || store.FlattenedSize() < 0);
     Expect(!folder.Has(kBackup));
     // Whole files were read, and everything else is still there.

@@ -30,7 +30,7 @@ class Keys(unittest.TestCase):
         for call in ('from.FindInt32("a", &value)', 'into->AddRect("a", r)', 'm.ReplaceMessage("a", 0, &inner)',
                      'm.HasBool("a")', 'prefs->SetString("a", text)', 'm.FindData(kName, B_RAW_TYPE, &data, &size)',
                      'm.AddInt64(\n        "a", value)', 'm.RemoveName("a")', 'm.GetInfo("a", &type)',
-                     'm.FindFlat("a", &font)', 'm.AddMessenger("a", it)', 'm.AddPointer("a", this)'):
+                     'm.FindFlat("a", &font)', 'm.AddMessenger("a", it)', 'AddMessageFont(&m, "a", &font)', 'm.AddPointer("a", this)'):
             self.assert_found(f"{call};\n")
 
     def test_names_each_place(self):
@@ -44,7 +44,8 @@ class Keys(unittest.TestCase):
         said, status = search({
             "src/a/One.cpp": 'kField.Find(from, &value);\nlabel.SetText("a");\nmessage.AddFlat(name, font);\n'
                              'button->SetMessage(new BMessage(MSG_A));\n// m.FindInt32("a", &b)\n'
-                             '/* m.FindInt32("a",\n &b) */\nline.SetPoint(kOrigin);\n',
+                             '/* m.FindInt32("a",\n &b) */\nline.SetPoint(kOrigin);\n'
+                             'm.RemoveData(kField.Name(), 1);\nAddMessageFont(&m, name, &font);\n',
             "kits/a/Two.cpp": 'm.FindInt32("a", &b);\n',
             "tests/a/Three.cpp": 'm.FindInt32("a", &b);\n',
             "src/a/notes.txt": 'm.FindInt32("a", &b);\n'})

@@ -2,8 +2,8 @@
 #include "kits/application/Application.h"
 
 #include "kits/application/EventLoop.h"
+#include "kits/application/Field.h"
 #include "kits/application/InterfaceLock.h"
-#include "kits/application/Message.h"
 #include "kits/application/Timer.h"
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/delivery/PostOffice.h"
@@ -30,9 +30,13 @@ constexpr bigtime_t kLongestWaitForOthers = kits::bounds::kLongestWaitToQuit;
 constexpr bigtime_t kPauseForTheEnd = 20000;
 constexpr bigtime_t kPauseForTheUser = 100000;
 
-// A field of B_SILENT_RELAUNCH and of its answer.
-constexpr const char* kOnlyAsks = "only_asks";
-constexpr const char* kIsReady = "is_ready";
+// The fields of B_SILENT_RELAUNCH and of its answer.
+const kits::Field<bool> kOnlyAsksField("only_asks");
+const kits::Field<bool> kIsReadyField("is_ready", true);
+
+/// Of B_ARGV_RECEIVED.
+const kits::Field<std::string> kArgumentsField("argv", 0, kits::kMostNumber, kits::Outside::kLeftOut,
+                                               kits::kMostNumber);
 
 constexpr const char* kDisplayVariables[] = {"WAYLAND_DISPLAY", "DISPLAY"};
 
@@ -141,7 +145,7 @@ status_t BApplication::TellRunning(bool onlyAsks)
     if (!running.IsValid())
         return B_OK;
     BMessage again(B_SILENT_RELAUNCH);
-    again.AddBool(kOnlyAsks, onlyAsks);
+    kOnlyAsksField.Add(&again, onlyAsks);
     BMessage reply;
     const status_t status = running.SendMessage(&again, &reply, kLongestWaitForAnswer, kLongestWaitForAnswer);
     if (status == B_TIMED_OUT || status == B_WOULD_BLOCK)
@@ -150,9 +154,7 @@ status_t BApplication::TellRunning(bool onlyAsks)
     if (status != B_OK || reply.what != B_REPLY)
         return B_BAD_HANDLER;
     fOtherDisplay = OtherDisplayIn(reply);
-    bool isReady = true;
-    reply.FindBool(kIsReady, &isReady);
-    return isReady || !fOtherDisplay.empty() ? B_ALREADY_RUNNING : B_BUSY;
+    return kIsReadyField.Get(reply) || !fOtherDisplay.empty() ? B_ALREADY_RUNNING : B_BUSY;
 }
 
 void BApplication::EndPresence()
@@ -287,13 +289,11 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
         // Without an answer, the other start waits for the end of this process.
         if (IsAboutToEnd())
             break;
-        bool onlyAsks = false;
-        message->FindBool(kOnlyAsks, &onlyAsks);
-        if (!onlyAsks)
+        if (!kOnlyAsksField.Get(*message))
             BLooper::DispatchMessage(message, handler);
         BMessage reply(B_REPLY);
         AddDisplays(&reply);
-        reply.AddBool(kIsReady, fIsReady);
+        kIsReadyField.Add(&reply, fIsReady);
         message->SendReply(&reply);
         break;
     }
@@ -306,7 +306,7 @@ void BApplication::HandleArguments(const BMessage& message)
 {
     std::vector<std::string> texts;
     std::string text;
-    while (message.FindString("argv", static_cast<int32>(texts.size()), &text) == B_OK)
+    while (kArgumentsField.Find(message, &text, static_cast<int32>(texts.size())))
         texts.push_back(text);
     if (texts.empty())
         return;

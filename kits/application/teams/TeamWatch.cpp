@@ -4,6 +4,7 @@
 #include "kits/application/AppDeath.h"
 #include "kits/application/AppDefs.h"
 #include "kits/application/Message.h"
+#include "kits/application/Roster.h"
 #include "kits/application/delivery/Delivery.h"
 
 #include <sys/inotify.h>
@@ -230,8 +231,8 @@ void TeamWatch::Tell(const std::vector<Watcher>& watchers, uint32 event, team_ad
                      const std::string& signature)
 {
     BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : event == kTeamDied ? B_SOME_APP_DIED : B_SOME_APP_LAUNCHED);
-    message.AddInt32("team", TeamIdOf(team));
-    message.AddString("signature", signature);
+    kTeamField.Add(&message, TeamIdOf(team));
+    kSignatureField.Add(&message, signature);
     for (const Watcher& watcher : watchers)
         if ((watcher.events & event) != 0 && DeliverCopy(watcher.address, message, Address(), false) == B_BAD_HANDLER)
             Remove(watcher.address);

@@ -4,6 +4,7 @@
 #include "kits/application/Invoker.h"
 #include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/View.h"
 #include "kits/interface/controls/AlertWidget.h"
 #include "kits/interface/core/Content.h"
@@ -171,7 +172,7 @@ void BAlert::Answer(int32 index)
     }
     if (fInvoker != nullptr && fInvoker->Message() != nullptr) {
         BMessage answer(*fInvoker->Message());
-        answer.AddInt32("which", index);
+        kits::kWhichField.Add(&answer, index);
         fInvoker->Invoke(&answer);
     }
     // The code of the pressed button is still running, so its destruction comes as a message.

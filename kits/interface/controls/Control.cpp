@@ -2,6 +2,7 @@
 #include "kits/interface/Control.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/Content.h"
 #include "kits/interface/core/ViewPrivate.h"
@@ -54,8 +55,8 @@ status_t BControl::Invoke(BMessage* message)
     if (what == nullptr)
         return B_BAD_VALUE;
     BMessage copy(*what);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
+    kits::kWhenField.Add(&copy, system_time());
+    kits::kSourceField.Add(&copy, this);
     return BInvoker::Invoke(&copy);
 }
 

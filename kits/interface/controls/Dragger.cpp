@@ -2,6 +2,7 @@
 #include "kits/interface/Dragger.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/PopUpMenu.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/Drag.h"
@@ -116,10 +117,8 @@ void BDragger::Draw(BRect)
 
 void BDragger::MouseDown(BPoint where)
 {
-    int32 buttons = 0;
     const BMessage* message = Window() != nullptr ? Window()->CurrentMessage() : nullptr;
-    if (message != nullptr)
-        message->FindInt32("buttons", &buttons);
+    const int32 buttons = message != nullptr ? kits::kButtonsField.Get(*message) : 0;
     fPressed = static_cast<uint32>(buttons) == B_PRIMARY_MOUSE_BUTTON;
     fPressedAt = where;
     if (!fPressed)

@@ -3,6 +3,7 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/controls/ListModel.h"
 #include "kits/interface/controls/ListWidget.h"
@@ -151,12 +152,12 @@ status_t BListView::Send(const BMessage* message)
     if (message == nullptr)
         return B_BAD_VALUE;
     BMessage copy(*message);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
+    kits::kWhenField.Add(&copy, system_time());
+    kits::kSourceField.Add(&copy, this);
     int32 index = 0;
     for (const BListItem* item : fModel->Shown()) {
         if (item->IsSelected())
-            copy.AddInt32("index", index);
+            kits::kIndexField.Add(&copy, index);
         index++;
     }
     return BInvoker::Invoke(&copy);

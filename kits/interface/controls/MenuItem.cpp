@@ -2,6 +2,7 @@
 #include "kits/interface/MenuItem.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Menu.h"
 #include "kits/interface/MenuField.h"
 #include "kits/interface/Window.h"
@@ -84,9 +85,9 @@ status_t BMenuItem::Invoke(BMessage* message)
     if (what == nullptr)
         return B_BAD_VALUE;
     BMessage copy(*what);
-    copy.AddInt64("when", system_time());
-    copy.AddPointer("source", this);
-    copy.AddInt32("index", fMenu == nullptr ? -1 : fMenu->IndexOf(this));
+    kits::kWhenField.Add(&copy, system_time());
+    kits::kSourceField.Add(&copy, this);
+    kits::kIndexField.Add(&copy, fMenu == nullptr ? -1 : fMenu->IndexOf(this));
     if (Messenger() != BMessenger())
         return BInvoker::Invoke(&copy);
 

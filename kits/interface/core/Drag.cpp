@@ -3,6 +3,7 @@
 
 #include "kits/application/delivery/MainThreadPrivate.h"
 #include "kits/application/messages/MessagePrivate.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Shelf.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/DragCourse.h"
@@ -157,8 +158,8 @@ void DropOnDesktop(const Request& request, BPoint where)
         return;
     }
     BMessage message(B_DROPPED_ON_DESKTOP);
-    message.AddPoint("where", where);
-    message.AddPoint("offset", request.offset);
+    kWhereField.Add(&message, where);
+    kOffsetField.Add(&message, request.offset);
     request.replyTo.SendMessage(&message);
 }
 

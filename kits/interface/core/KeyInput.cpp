@@ -2,6 +2,7 @@
 #include "kits/interface/core/KeyInput.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/kernel/Clock.h"
@@ -73,10 +74,10 @@ bool Deliver(ViewImpl& view, const QKeyEvent& event)
     if (bytes.isEmpty() || bytes.at(0) == '\0' || view.fWindow == nullptr)
         return false;
     auto message = std::make_unique<BMessage>(B_KEY_DOWN);
-    message->AddString("bytes", bytes.constData());
-    message->AddInt32("key", event.key());
-    message->AddInt32("modifiers", static_cast<int32>(ModifiersOf(event.modifiers())));
-    message->AddInt64("when", system_time());
+    kBytesField.Add(message.get(), bytes.constData());
+    kKeyField.Add(message.get(), event.key());
+    kModifiersField.Add(message.get(), static_cast<int32>(ModifiersOf(event.modifiers())));
+    kWhenField.Add(message.get(), system_time());
     view.fKeyIgnored = false;
     const std::weak_ptr<ViewImpl*> self = view.fSelf;
     view.fWindow->DeliverNow(std::move(message), view.fView);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/core/Pointer.h"
 
-#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/ClickCounter.h"
 #include "kits/interface/core/Drag.h"
@@ -21,6 +21,10 @@
 namespace kits::Pointer {
 
 namespace {
+
+// Of B_MOUSE_MOVED.
+const Field<int32> kTransitField("transit", 0, 3);
+const Field<void*> kDragField("drag"); ///< the dragged message, while it is handled
 
 BPoint sWhere;
 uint32 sButtons = 0;
@@ -47,10 +51,10 @@ BPoint PointOf(const QPointF& point)
 std::unique_ptr<BMessage> MakeMessage(uint32 what, BPoint where)
 {
     auto message = std::make_unique<BMessage>(what);
-    message->AddPoint("where", where);
-    message->AddInt32("buttons", static_cast<int32>(sButtons));
-    message->AddInt32("modifiers", static_cast<int32>(sModifiers));
-    message->AddInt64("when", system_time());
+    kWhereField.Add(message.get(), where);
+    kButtonsField.Add(message.get(), static_cast<int32>(sButtons));
+    kModifiersField.Add(message.get(), static_cast<int32>(sModifiers));
+    kWhenField.Add(message.get(), system_time());
     return message;
 }
 
@@ -63,10 +67,10 @@ void Deliver(BView* view, std::unique_ptr<BMessage> message)
 void TellTransit(BView* view, BPoint screenPoint, uint32 transit, const BMessage* dragMessage)
 {
     std::unique_ptr<BMessage> message = MakeMessage(B_MOUSE_MOVED, view->ConvertFromScreen(screenPoint));
-    message->AddInt32("transit", static_cast<int32>(transit));
+    kTransitField.Add(message.get(), static_cast<int32>(transit));
     // The message lives until this returns, and so does the delivery.
     if (dragMessage != nullptr)
-        message->AddPointer("drag", dragMessage);
+        kDragField.Add(message.get(), const_cast<BMessage*>(dragMessage));
     Deliver(view, std::move(message));
 }
 
@@ -173,7 +177,7 @@ void Press(ViewImpl& view, const QMouseEvent& event)
                       static_cast<bigtime_t>(hints->mouseDoubleClickInterval()) * 1000,
                       static_cast<float>(hints->mouseDoubleClickDistance()));
     std::unique_ptr<BMessage> message = MakeMessage(B_MOUSE_DOWN, view.fView->ConvertFromScreen(where));
-    message->AddInt32("clicks", clicks);
+    kClicksField.Add(message.get(), clicks);
     Deliver(view.fView, std::move(message));
 }
 
@@ -189,7 +193,7 @@ bool Dispatch(const BMessage& message, BView& view)
     switch (message.what) {
     case B_MOUSE_DOWN:
     case B_MOUSE_UP:
-        if (!kKitFields.Find(message, "where", &where))
+        if (!kWhereField.Find(message, &where))
             return false;
         if (message.what == B_MOUSE_DOWN)
             view.MouseDown(where);
@@ -198,19 +202,16 @@ bool Dispatch(const BMessage& message, BView& view)
         return true;
     case B_MOUSE_MOVED: {
         int32 transit = B_INSIDE_VIEW;
-        void* drag = nullptr;
-        if (!kKitFields.Find(message, "where", &where) || !kKitFields.Find(message, "transit", &transit))
+        if (!kWhereField.Find(message, &where) || !kTransitField.Find(message, &transit))
             return false;
-        if (message.FindPointer("drag", &drag) != B_OK)
-            drag = nullptr;
-        view.MouseMoved(where, static_cast<uint32>(transit), static_cast<const BMessage*>(drag));
+        view.MouseMoved(where, static_cast<uint32>(transit), static_cast<const BMessage*>(kDragField.Get(message)));
         return true;
     }
     case B_KEY_DOWN: {
-        const char* bytes = nullptr;
-        if (!kKitFields.Find(message, "bytes", &bytes))
+        std::string bytes;
+        if (!kBytesField.Find(message, &bytes))
             return false;
-        view.KeyDown(bytes, static_cast<int32>(std::strlen(bytes)));
+        view.KeyDown(bytes.c_str(), static_cast<int32>(bytes.size()));
         return true;
     }
     default:

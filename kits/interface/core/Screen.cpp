@@ -3,10 +3,10 @@
 
 #include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/ScreenList.h"
 #include "kits/interface/platform/DesktopColor.h"
-#include "kits/support/TypeConstants.h"
 
 BScreen::BScreen()
     : BScreen(nullptr)
@@ -33,7 +33,7 @@ rgb_color BScreen::DesktopColor() const
 void BScreen::AskDesktopColor(const BMessage& message, const BMessenger& target)
 {
     kits::DesktopColor::Ask([answer = message, target](rgb_color color) mutable {
-        answer.AddData("RGBColor", B_RGB_COLOR_TYPE, &color, sizeof(color));
+        kits::kColorField.Add(&answer, color);
         target.SendMessage(&answer);
     });
 }

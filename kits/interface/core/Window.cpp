@@ -2,6 +2,7 @@
 #include "kits/interface/Window.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/core/Pointer.h"
 #include "kits/interface/core/UpdateQueue.h"
 #include "kits/interface/core/ViewImpl.h"
@@ -114,9 +115,7 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* target)
             return;
         }
         case B_MINIMIZE: {
-            bool minimize = true;
-            message->FindBool("minimize", &minimize);
-            Minimize(minimize);
+            Minimize(kits::kMinimizeField.Get(*message));
             return;
         }
         default:

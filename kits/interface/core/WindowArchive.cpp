@@ -1,16 +1,29 @@
 // SPDX-License-Identifier: MIT
-#include "kits/application/FieldRanges.h"
 #include "kits/application/Message.h"
 #include "kits/interface/View.h"
 #include "kits/interface/Window.h"
+#include "kits/interface/core/ArchiveFields.h"
 #include "kits/interface/core/ClassName.h"
 #include "kits/interface/core/ScreenList.h"
 #include "kits/interface/core/WindowImpl.h"
 
 #include <algorithm>
-#include <cstring>
+#include <string>
 
 namespace {
+
+using kits::Field;
+using kits::kMostNumber;
+
+constexpr float kLongestName = 1024;
+const Field<std::string> kTitleField("_title", 0, kLongestName);
+const Field<int32> kTypeField("_type", 0, 5);
+const Field<int32> kLookField("_wlook", 0, 5);
+const Field<int32> kFeelField("_wfeel", 0, 2); // none becomes a part of the desktop
+const Field<std::string> kZoomField("_zoom", 0, kLongestName);
+const Field<int64> kPulseField("_pulse", 0, 3'600'000'000); // and nothing between 0 and 20 ms
+/// The least and the most width, the least and the most height.
+const Field<float> kLimitsField("_limits", 0, kits::kFarthestPlace, 0, kits::Outside::kLeftOut, 4);
 
 constexpr const char* kMaximized = "maximised";
 constexpr const char* kFullScreen = "fullscreen";
@@ -20,22 +33,21 @@ BRect FrameIn(const BMessage* archive)
 {
     BRect frame(0, 0, 100, 100);
     BRect found;
-    if (archive != nullptr && kits::kKitFields.Find(*archive, "_frame", &found) && found.IsValid())
+    if (archive != nullptr && kits::kFrameField.Find(*archive, &found) && found.IsValid())
         frame = found;
     return kits::ScreenList::PutOnScreen(frame);
 }
 
-const char* TitleIn(const BMessage* archive)
+std::string TitleIn(const BMessage* archive)
 {
-    const char* title = nullptr;
-    return archive != nullptr && kits::kKitFields.Find(*archive, "_title", &title) ? title : "";
+    return archive != nullptr ? kTitleField.Get(*archive) : "";
 }
 
 /// Returns the number in a field if it lies in its range, otherwise `ifNot`.
-int32 NumberIn(const BMessage& archive, const char* field, int32 ifNot)
+int32 NumberIn(const BMessage& archive, const Field<int32>& field, int32 ifNot)
 {
     int32 number = ifNot;
-    kits::kKitFields.Find(archive, field, &number);
+    field.Find(archive, &number);
     return number;
 }
 
@@ -46,28 +58,23 @@ kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
     if (archive == nullptr)
         return settings;
     const BMessage& from = *archive;
-    settings.type = static_cast<window_type>(NumberIn(from, "_type", settings.type));
-    settings.look = static_cast<window_look>(NumberIn(from, "_wlook", settings.look));
-    settings.feel = static_cast<window_feel>(NumberIn(from, "_wfeel", settings.feel));
-    settings.flags = static_cast<uint32>(std::max(NumberIn(from, "_flags", 0), 0));
-    settings.workspaces = static_cast<uint32>(NumberIn(from, "_wspace", B_CURRENT_WORKSPACE));
-    const char* zoom = nullptr;
-    if (kits::kKitFields.Find(from, "_zoom", &zoom)) {
-        if (std::strcmp(zoom, kMaximized) == 0)
-            settings.zoom = kits::Zoom::kMaximized;
-        else if (std::strcmp(zoom, kFullScreen) == 0)
-            settings.zoom = kits::Zoom::kFullScreen;
-    }
+    settings.type = static_cast<window_type>(NumberIn(from, kTypeField, settings.type));
+    settings.look = static_cast<window_look>(NumberIn(from, kLookField, settings.look));
+    settings.feel = static_cast<window_feel>(NumberIn(from, kFeelField, settings.feel));
+    settings.flags = static_cast<uint32>(std::max(kits::kFlagsField.Get(from), 0));
+    settings.workspaces = static_cast<uint32>(NumberIn(from, kits::kWorkspacesField, B_CURRENT_WORKSPACE));
+    const std::string zoom = kZoomField.Get(from);
+    if (zoom == kMaximized)
+        settings.zoom = kits::Zoom::kMaximized;
+    else if (zoom == kFullScreen)
+        settings.zoom = kits::Zoom::kFullScreen;
     int64 rate = 0;
     constexpr bigtime_t kFastest = 20000;
-    if (kits::kKitFields.Find(from, "_pulse", &rate) && (rate == 0 || rate >= kFastest))
+    if (kPulseField.Find(from, &rate) && (rate == 0 || rate >= kFastest))
         settings.pulseRate = rate;
     float* const limits[] = {&settings.minWidth, &settings.maxWidth, &settings.minHeight, &settings.maxHeight};
-    for (int32 i = 0; i < 4; i++) {
-        float limit = 0;
-        if (kits::kKitFields.Find(from, "_limits", &limit, i))
-            *limits[i] = limit;
-    }
+    for (int32 i = 0; i < 4; i++)
+        kLimitsField.Find(from, limits[i], i);
     settings.maxWidth = std::max(settings.minWidth, settings.maxWidth);
     settings.maxHeight = std::max(settings.minHeight, settings.maxHeight);
     return settings;
@@ -76,7 +83,7 @@ kits::WindowImpl::Settings SettingsIn(const BMessage* archive)
 } // namespace
 
 BWindow::BWindow(BMessage* archive)
-    : BLooper(TitleIn(archive))
+    : BLooper(TitleIn(archive).c_str())
     , fImpl(std::make_unique<kits::WindowImpl>(this, FrameIn(archive), SettingsIn(archive)))
 {
 }
@@ -86,32 +93,32 @@ status_t BWindow::Archive(BMessage* into, bool deep) const
     if (into == nullptr)
         return B_BAD_VALUE;
     const kits::WindowImpl::Settings& settings = fImpl->fSettings;
-    status_t status = into->AddString("class", kits::ClassNameOf(typeid(*this)));
-    const auto addNumber = [&](const char* field, int32 number) {
+    status_t status = kits::kClassField.Add(into, kits::ClassNameOf(typeid(*this)));
+    const auto addNumber = [&](const Field<int32>& field, int32 number) {
         if (status == B_OK)
-            status = into->AddInt32(field, number);
+            status = field.Add(into, number);
     };
     if (status == B_OK)
-        status = into->AddRect("_frame", Frame());
+        status = kits::kFrameField.Add(into, Frame());
     if (status == B_OK)
-        status = into->AddString("_title", settings.title);
-    addNumber("_wlook", settings.look);
-    addNumber("_wfeel", settings.feel);
-    addNumber("_flags", static_cast<int32>(settings.flags));
-    addNumber("_wspace", static_cast<int32>(settings.workspaces));
-    addNumber("_type", settings.type);
+        status = kTitleField.Add(into, settings.title);
+    addNumber(kLookField, settings.look);
+    addNumber(kFeelField, settings.feel);
+    addNumber(kits::kFlagsField, static_cast<int32>(settings.flags));
+    addNumber(kits::kWorkspacesField, static_cast<int32>(settings.workspaces));
+    addNumber(kTypeField, settings.type);
     if (status == B_OK && settings.zoom != kits::Zoom::kNone)
-        status = into->AddString("_zoom", settings.zoom == kits::Zoom::kMaximized ? kMaximized : kFullScreen);
+        status = kZoomField.Add(into, settings.zoom == kits::Zoom::kMaximized ? kMaximized : kFullScreen);
     if (status == B_OK)
-        status = into->AddInt64("_pulse", settings.pulseRate);
+        status = kPulseField.Add(into, settings.pulseRate);
     for (const float limit : {settings.minWidth, settings.maxWidth, settings.minHeight, settings.maxHeight})
         if (status == B_OK)
-            status = into->AddFloat("_limits", limit);
+            status = kLimitsField.Add(into, limit);
     for (size_t i = 0; deep && status == B_OK && i < fImpl->fChildren.size(); i++) {
         BMessage child;
         status = fImpl->fChildren[i]->Archive(&child, true);
         if (status == B_OK)
-            status = into->AddMessage("_views", &child);
+            status = kits::kChildrenField.Add(into, child);
     }
     return status;
 }

@@ -3,6 +3,7 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/core/Pointer.h"
 #include "kits/interface/core/ScaleWatch.h"
 #include "kits/interface/core/ScreenList.h"
@@ -397,7 +398,7 @@ void WindowImpl::ActivationReported(bool active)
         return;
     fActive = active;
     BMessage message(B_WINDOW_ACTIVATED);
-    message.AddBool("active", active);
+    kActiveField.Add(&message, active);
     fWindow->PostMessage(&message);
 }
 

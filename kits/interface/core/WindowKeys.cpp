@@ -2,7 +2,7 @@
 #include "kits/interface/core/WindowKeys.h"
 
 #include "kits/application/Application.h"
-#include "kits/application/Message.h"
+#include "kits/interface/Fields.h"
 
 #include <QKeyEvent>
 #include <QWidget>
@@ -43,7 +43,7 @@ bool Handle(const QKeyEvent& event, QWidget& window)
         window.close();
     } else if (be_app != nullptr) {
         BMessage request(B_QUIT_REQUESTED);
-        request.AddBool("shortcut", true);
+        kits::kShortcutField.Add(&request, true);
         be_app->PostMessage(&request);
     }
     return true;

@@ -78,14 +78,11 @@ void Preferences::KeepOld(const char* version)
         fFile->KeepOld(version);
 }
 
-bool Preferences::Claim(const char* name, type_code type)
+bool Preferences::Claim(const kits::AnyField& field)
 {
-    type_code found = type;
-    if (GetInfo(name, &found) != B_OK)
-        return false;
-    if (found != type)
-        RemoveName(name);
-    return found == type;
+    if (!field.IsIn(*this))
+        field.Remove(this);
+    return field.IsIn(*this);
 }
 
 status_t Preferences::NoteError(status_t status)
@@ -93,62 +90,6 @@ status_t Preferences::NoteError(status_t status)
     if (fError == B_OK)
         fError = status;
     return status;
-}
-
-status_t Preferences::SetBool(const char* name, bool value)
-{
-    return NoteError(HasBool(name) ? ReplaceBool(name, value) : AddBool(name, value));
-}
-
-status_t Preferences::SetFloat(const char* name, float value)
-{
-    return NoteError(HasFloat(name) ? ReplaceFloat(name, value) : AddFloat(name, value));
-}
-
-status_t Preferences::SetInt8(const char* name, int8 value)
-{
-    return NoteError(HasInt8(name) ? ReplaceInt8(name, value) : AddInt8(name, value));
-}
-
-status_t Preferences::SetInt16(const char* name, int16 value)
-{
-    return NoteError(HasInt16(name) ? ReplaceInt16(name, value) : AddInt16(name, value));
-}
-
-status_t Preferences::SetInt32(const char* name, int32 value)
-{
-    return NoteError(HasInt32(name) ? ReplaceInt32(name, value) : AddInt32(name, value));
-}
-
-status_t Preferences::SetInt64(const char* name, int64 value)
-{
-    return NoteError(HasInt64(name) ? ReplaceInt64(name, value) : AddInt64(name, value));
-}
-
-status_t Preferences::SetString(const char* name, const char* value)
-{
-    return NoteError(HasString(name) ? ReplaceString(name, value) : AddString(name, value));
-}
-
-status_t Preferences::SetRect(const char* name, BRect value)
-{
-    return NoteError(HasRect(name) ? ReplaceRect(name, value) : AddRect(name, value));
-}
-
-status_t Preferences::SetPoint(const char* name, BPoint value)
-{
-    return NoteError(HasPoint(name) ? ReplacePoint(name, value) : AddPoint(name, value));
-}
-
-status_t Preferences::SetMessage(const char* name, const BMessage* value)
-{
-    return NoteError(HasMessage(name) ? ReplaceMessage(name, value) : AddMessage(name, value));
-}
-
-status_t Preferences::SetData(const char* name, type_code type, const void* data, ssize_t numBytes)
-{
-    return NoteError(HasData(name, type) ? ReplaceData(name, type, data, numBytes)
-                                         : AddData(name, type, data, numBytes, true, 1));
 }
 
 status_t Preferences::Sync()

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "kits/application/Message.h"
+#include "kits/application/Field.h"
 #include "kits/storage/Entry.h"
-#include "kits/support/Point.h"
-#include "kits/support/Rect.h"
 #include "src/prefs/store/StoreNote.h"
 
 #include <memory>
@@ -60,23 +58,16 @@ public:
     /// field, and while it is there, every Set call of the owner fails. It comes from a damaged file or another
     /// version. Keys without an owner stay.
     /// @return whether there is such a field now
-    bool Claim(const char* name, type_code type);
+    bool Claim(const kits::AnyField& field);
 
-    /// Each of these replaces the first value of the field, whatever its length, or adds the field. A field of the same
-    /// name with another type stays, and the message's own error comes back.
-    status_t SetBool(const char* name, bool value);
-    status_t SetFloat(const char* name, float value);
-    status_t SetInt8(const char* name, int8 value);
-    status_t SetInt16(const char* name, int16 value);
-    status_t SetInt32(const char* name, int32 value);
-    status_t SetInt64(const char* name, int64 value);
-    status_t SetString(const char* name, const char* value);
-    status_t SetRect(const char* name, BRect value);
-    status_t SetPoint(const char* name, BPoint value);
-    status_t SetMessage(const char* name, const BMessage* value);
-    status_t SetData(const char* name, type_code type, const void* data, ssize_t numBytes);
+    /// Replaces the first value of the field, whatever its length, or adds the field. A field of the same name with
+    /// another type stays, and the message's own error comes back.
+    template <class Field, class Value> status_t Set(const Field& field, const Value& value)
+    {
+        return NoteError(field.Set(this, value));
+    }
 
-    /// The first error of those above since ForgetErrors(), or of NoteError(); B_OK when all have succeeded.
+    /// The first error of Set() since ForgetErrors(), or of NoteError(); B_OK when all have succeeded.
     status_t Error() const { return fError; }
     /// Something that belongs into the store could not be made or put there; B_OK changes nothing.
     /// @return the status
@@ -111,6 +102,9 @@ private:
     std::vector<StoreNote> fNotes;
     std::shared_ptr<StoreFile> fFile; ///< what this store and its copies know of the file
 };
+
+/// The version of the program that wrote the store.
+inline const kits::Field<std::string> kVersionField("Version", 0, kits::kMostNumber);
 
 /// The store that all users share, and the user's own. Made by the application; null where there is none.
 extern Preferences* prefs_common;

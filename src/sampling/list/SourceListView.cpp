@@ -17,7 +17,7 @@ void AddSource(BMessage* message, const SourceListItem& item)
 {
     BMessage archive;
     ValueProvider(item.Target(), item.Flags()).Archive(&archive);
-    message->AddMessage("ValueProvider", &archive);
+    kDraggedSourceField.Add(message, archive);
 }
 
 } // namespace

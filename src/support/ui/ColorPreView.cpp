@@ -5,6 +5,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/ColorControl.h"
+#include "kits/interface/Fields.h"
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/Window.h"
@@ -52,10 +53,8 @@ void ColorPreView::Draw(BRect)
 
 void ColorPreView::MouseDown(BPoint where)
 {
-    int32 buttons = 0;
     const BMessage* current = Window()->CurrentMessage();
-    if (current == nullptr || current->FindInt32("buttons", &buttons) != B_OK)
-        return;
+    const int32 buttons = current != nullptr ? kits::kButtonsField.Get(*current) : 0;
     const BPoint screenPoint = ConvertToScreen(where);
     if ((buttons & static_cast<int32>(B_PRIMARY_MOUSE_BUTTON)) != 0)
         DragColor();
@@ -110,7 +109,7 @@ bool ColorPreView::PasteRequested(BPoint* where)
 void ColorPreView::MessageReceived(BMessage* message)
 {
     rgb_color color;
-    const bool isAnswer = message->what == MSG_DESKTOP_COLOR && FindColorField(*message, &color);
+    const bool isAnswer = message->what == MSG_DESKTOP_COLOR && kits::kColorField.Find(*message, &color);
     if (isAnswer || (message->WasDropped() && FindColorMessage(*message, &color)))
         TakeColor(color);
     else

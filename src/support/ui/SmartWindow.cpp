@@ -2,9 +2,17 @@
 #include "src/support/ui/SmartWindow.h"
 
 #include "kits/application/Application.h"
-#include "kits/application/Message.h"
+#include "kits/application/Archivable.h"
+#include "kits/interface/Fields.h"
 #include "src/support/Changes.h"
 #include "src/support/MessageCodes.h"
+#include "src/support/MessageFields.h"
+
+namespace {
+
+const kits::Field<int32> kFlagsField("sw:flags", -kits::kMostNumber - 1.0, kits::kMostNumber);
+
+} // namespace
 
 SmartWindow::SmartWindow(BRect frame, const char* title, BHandler* target, SmartWindow** ownerSlot, uint32 flags)
     : BWindow(frame, title, B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS)
@@ -18,10 +26,8 @@ SmartWindow::SmartWindow(BMessage* archive, const char* title, BHandler* target,
     : BWindow(archive)
     , fTarget(target)
     , fOwnerSlot(ownerSlot)
+    , fFlags(static_cast<uint32>(kFlagsField.Get(*archive)))
 {
-    int32 flags = 0;
-    if (archive->FindInt32("sw:flags", &flags) == B_OK)
-        fFlags = static_cast<uint32>(flags);
     SetTitle(title);
 }
 
@@ -48,10 +54,10 @@ status_t SmartWindow::Archive(BMessage* into, bool deep) const
 {
     status_t status = BWindow::Archive(into, deep);
     if (status == B_OK)
-        status = into->AddString("class", "SmartWindow");
+        status = kits::kClassField.Add(into, "SmartWindow");
     if (status == B_OK) {
-        status = into->AddInt32("sw:flags", static_cast<int32>(fFlags));
-        into->RemoveName("_wspace");
+        status = kFlagsField.Add(into, static_cast<int32>(fFlags));
+        kits::kWorkspacesField.Remove(into);
     }
     return status;
 }
@@ -69,12 +75,12 @@ void SmartWindow::FrameResized(float, float)
 bool SmartWindow::QuitRequested()
 {
     BMessage message(MSG_WINDOW_CLOSED);
-    message.AddPointer("Window", this);
-    message.AddString("Name", Name());
-    message.AddPointer("Container", fOwnerSlot);
+    kWindowField.Add(&message, this);
+    kWindowNameField.Add(&message, Name());
+    kContainerField.Add(&message, fOwnerSlot);
     BMessage archive;
     Archive(&archive, (fFlags & ~uint32{1}) != 0);
-    message.AddMessage("Archive", &archive);
+    kArchiveField.Add(&message, archive);
 
     if (fTarget == nullptr) {
         if (be_app != nullptr)

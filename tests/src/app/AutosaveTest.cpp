@@ -209,7 +209,7 @@ TEST_F(AutosaveTest, IsTriedAgainUntilItIsOnTheDisk)
         Switch disk;
         const WithDisk with(disk);
         disk.fFails = true;
-        prefs_user->SetBool("Another", true);
+        prefs_user->AddBool("Another", true);
         looks.Save();
         for (int i = 0; i < 20; i++)
             EXPECT_TRUE(looks.Archives());

@@ -81,7 +81,7 @@ TEST_F(QelAppTest, StartsMinimisedForAReplicant)
 {
     QelApp& made = Make();
     made.AddLaunchMessage(std::make_unique<BMessage>(MSG_LAUNCHED_BY_REPLICANT));
-    prefs_user->SetBool("CWOpen", true);
+    prefs_user->Set(kWindowOpenField, true);
     Run({[](QelApp& app) { EXPECT_TRUE(app.Window()->IsMinimized()); }});
     EXPECT_EQ(std::count(fReceived.begin(), fReceived.end(), MSG_CW_OPEN), 0);
 }
@@ -124,7 +124,7 @@ TEST_F(QelAppTest, SendsItselfTheStoredWishAndDoesNothingWithIt)
 {
     for (const bool stored : {true, false}) {
         Make();
-        prefs_user->SetBool("CWOpen", stored);
+        prefs_user->Set(kWindowOpenField, stored);
         Run({[](QelApp& app) { EXPECT_FALSE(app.Window()->IsMinimized()); }});
         EXPECT_EQ(std::count(fReceived.begin(), fReceived.end(), MSG_CW_OPEN), stored ? 1 : 0);
         fReceived.clear();

@@ -45,10 +45,10 @@ protected:
 TEST_F(StartupTest, TellsOtherVersionsApart)
 {
     EXPECT_FALSE(IsOfAnotherVersion(*prefs_user)) << "a first start";
-    prefs_user->SetString("Version", "0.3.0");
+    prefs_user->Set(kVersionField, "0.3.0");
     EXPECT_FALSE(IsOfAnotherVersion(*prefs_user));
     for (const char* version : {"0.2.9", "0.3.1", "", "0.3.0 ", "0.3"}) {
-        prefs_user->SetString("Version", version);
+        prefs_user->Set(kVersionField, version);
         EXPECT_TRUE(IsOfAnotherVersion(*prefs_user)) << version;
     }
 }
@@ -56,14 +56,14 @@ TEST_F(StartupTest, TellsOtherVersionsApart)
 TEST_F(StartupTest, AsksNothingAboutThisVersion)
 {
     EXPECT_TRUE(AskAboutVersion(prefs_user));
-    prefs_user->SetString("Version", "0.3.0");
+    prefs_user->Set(kVersionField, "0.3.0");
     EXPECT_TRUE(AskAboutVersion(prefs_user));
     EXPECT_TRUE(prefs_user->HasString("Version"));
 }
 
 TEST_F(StartupTest, TheDefaultsLeaveTheStoreOfTheOtherVersionBesideTheNewOne)
 {
-    prefs_user->SetString("Version", "0.2.9");
+    prefs_user->Set(kVersionField, "0.2.9");
     ASSERT_EQ(prefs_user->Sync(), B_OK);
     const std::string old = fConfig.Get(kStore);
     Finish();
@@ -81,14 +81,14 @@ TEST_F(StartupTest, TheDefaultsLeaveTheStoreOfTheOtherVersionBesideTheNewOne)
 
 TEST_F(StartupTest, AVersionThatIsNoTextIsNone)
 {
-    prefs_user->SetInt32("Version", 2);
+    prefs_user->AddInt32("Version", 2);
     EXPECT_TRUE(AskAboutVersion(prefs_user));
-    EXPECT_EQ(prefs_user->SetString("Version", "0.3.0"), B_OK) << "it does not keep the next one out";
+    EXPECT_EQ(prefs_user->Set(kVersionField, "0.3.0"), B_OK) << "it does not keep the next one out";
 }
 
 TEST_F(StartupTest, LeavesAFilledStoreAlone)
 {
-    prefs_user->SetInt32("Something", 1);
+    prefs_user->AddInt32("Something", 1);
     LoadDefaults(prefs_user);
     EXPECT_EQ(prefs_user->CountNames(B_ANY_TYPE), 1);
 }

@@ -37,10 +37,10 @@ protected:
         Preferences store(signature, common);
         for (const Key& key : keys)
             if (key.type == B_STRING_TYPE)
-                store.SetRect(key.name, BRect(1, 2, 3, 4));
+                store.AddRect(key.name, BRect(1, 2, 3, 4));
             else
-                store.SetString(key.name, "of another type");
-        store.SetString("Nobody's", "stays");
+                store.AddString(key.name, "of another type");
+        store.AddString("Nobody's", "stays");
         ASSERT_EQ(store.Sync(), B_OK);
     }
 
@@ -63,7 +63,7 @@ TEST_F(StoresTest, EveryKeyIsSavedWhateverTypeItHadBefore)
     Damage(true, kCommonKeys);
     Damage(false, kUserKeys);
     QelApp& app = Make();
-    prefs_user->Claim("Version", B_STRING_TYPE); // as the question about it does
+    prefs_user->Claim(kVersionField); // as the question about it does
     Run({[](QelApp& running) {
              BMessage open(MSG_OPEN_GLOBAL_PREFS);
              running.PostMessage(&open);
@@ -91,7 +91,7 @@ TEST_F(StoresTest, ATableOfUptimesOfAnotherLengthIsReplaced)
         ASSERT_EQ(after.FindData("Uptimes", B_RAW_TYPE, &data, &size), B_OK);
         EXPECT_EQ(size, static_cast<ssize_t>(UptimeTable::kSize));
         UptimeTable table;
-        table.SetTo(data, static_cast<size_t>(size));
+        table.SetTo(kUptimesField.Get(after));
         EXPECT_GT(table.At(0).uptime, 0);
     }
 }

@@ -121,8 +121,8 @@ TEST_F(UptimeViewTest, ShowsPlacesWithoutABoot)
 TEST_F(UptimeViewTest, AddsTheRunOfTheApplicationToTheStoredSum)
 {
     Make();
-    prefs_common->SetInt64("UptimeSum", 7200 * kSecond);
-    prefs_common->SetInt32("BootCount", 2);
+    prefs_common->Set(kUptimeSumField, 7200 * kSecond);
+    prefs_common->Set(kBootCountField, 2);
     fClock.fUptime = 3610 * kSecond;
     UptimeView view(BRect(0, 0, 300, 200));
     EXPECT_NE(std::string(view.Text()).find("Total uptime: 02:00:10\nAverage uptime: 01:00:05"), std::string::npos)

@@ -113,7 +113,7 @@ TEST(UptimeTable, IsStoredUptimeBeforeBootTime)
     table.Update(0x0102030405060708, 0x1112131415161718);
     unsigned char bytes[UptimeTable::kSize];
     static_assert(sizeof(bytes) == 160);
-    std::memcpy(bytes, table.Data(), sizeof(bytes));
+    table.Record().copy(reinterpret_cast<char*>(bytes), sizeof(bytes));
     EXPECT_EQ(bytes[0], 0x08);
     EXPECT_EQ(bytes[7], 0x01);
     EXPECT_EQ(bytes[8], 0x18);
@@ -125,21 +125,21 @@ TEST(UptimeTable, ComesBackFromItsRecord)
 {
     const UptimeTable table = FullTable();
     UptimeTable copy;
-    copy.SetTo(table.Data(), UptimeTable::kSize);
-    EXPECT_EQ(std::memcmp(copy.Data(), table.Data(), UptimeTable::kSize), 0);
+    copy.SetTo(table.Record());
+    EXPECT_EQ(copy.Record(), table.Record());
 }
 
 TEST(UptimeTable, TakesShortAndLongRecords)
 {
     const UptimeTable table = FullTable();
     UptimeTable shorter = table;
-    shorter.SetTo(table.Data(), 2 * sizeof(UptimeEntry));
+    shorter.SetTo(table.Record().substr(0, 2 * sizeof(UptimeEntry)));
     EXPECT_EQ(UptimesOf(shorter), (std::vector<bigtime_t>{1000, 900, 0, 0, 0, 0, 0, 0, 0, 0}));
 
     std::vector<char> bytes(UptimeTable::kSize + 64, '\x7f');
-    std::memcpy(bytes.data(), table.Data(), UptimeTable::kSize);
+    table.Record().copy(bytes.data(), UptimeTable::kSize);
     UptimeTable longer;
-    longer.SetTo(bytes.data(), bytes.size());
+    longer.SetTo({bytes.data(), bytes.size()});
     EXPECT_EQ(UptimesOf(longer), UptimesOf(table));
 }
 
@@ -147,7 +147,7 @@ TEST(UptimeTable, EmptiesEntriesThatNoRunCanHaveWritten)
 {
     const UptimeEntry entries[] = {{-1, kBoot}, {5, -1}, {INT64_MAX, kBoot}, {5, kBoot}};
     UptimeTable table;
-    table.SetTo(entries, sizeof(entries));
+    table.SetTo({reinterpret_cast<const char*>(entries), sizeof(entries)});
     EXPECT_EQ(UptimesOf(table), (std::vector<bigtime_t>{0, 0, 0, 5, 0, 0, 0, 0, 0, 0}));
 }
 

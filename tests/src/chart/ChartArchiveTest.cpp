@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/support/TypeConstants.h"
-#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartSettings.h"
 #include "src/chart/ChartView.h"
 #include "tests/src/chart/ChartTestKit.h"
 
@@ -422,8 +422,8 @@ TEST(ChartArchiveTest, WhatIsNoChartsArchiveChangesNothing)
     const BMessage before = Settings(*chart);
     // Every key with a type that no version ever wrote there.
     BMessage wrong;
-    for (const kits::FieldRange& range : kFields)
-        wrong.AddDouble(range.key, 1);
+    for (const kits::AnyField* field = kits::AnyField::All(); field != nullptr; field = field->Next())
+        wrong.AddDouble(field->Name(), 1);
     chart->LoadPrefsFrom(&wrong);
     EXPECT_TRUE(Settings(*chart).HasSameData(before));
     chart->LoadPrefsFrom(nullptr);

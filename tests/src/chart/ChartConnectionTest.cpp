@@ -143,7 +143,7 @@ TEST_F(ChartConnectionTest, SamplesThatAreNoneChangeNothing)
     AddSources(*chart, 1);
     clock.now += 1000000;
     const BMessage whole = SampleMessage({.memory = 500});
-    for (const char* missing : {kSysinfoBodyField, kNodeBodyField}) {
+    for (const char* missing : {kSysinfoBodyField.Name(), kNodeBodyField.Name()}) {
         BMessage sample(whole);
         sample.RemoveName(missing);
         chart->MessageReceived(&sample);

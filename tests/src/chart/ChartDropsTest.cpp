@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/support/TypeConstants.h"
-#include "src/chart/ChartRanges.h"
+#include "src/chart/ChartSettings.h"
 #include "tests/src/chart/ChartTestKit.h"
 
 #include <QApplication>

@@ -439,7 +439,7 @@ TEST(ChartPictureTest, ASmoothedCaptionSeesTheSamplesThatItDoesNotShow)
             node.elapsed = 200000;
             node.totalActive = i < 2 ? 0 : 200000;
             node.info.cpu_count = 1;
-            sample.RemoveName(kNodeBodyField);
+            kNodeBodyField.Remove(&sample);
             AddRecord(&sample, kNodeBodyField, &node, sizeof(node));
             Sysinfo sampler(&sample);
             SysinfoNode newest(&sample);

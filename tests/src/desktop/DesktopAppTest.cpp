@@ -8,8 +8,8 @@
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"
-#include "src/support/FieldRanges.h"
 #include "src/support/Qel.h"
+#include "tests/support/DeclaredField.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -229,7 +229,7 @@ TEST_F(DesktopAppTest, HoldsSizesAndPlacesToTheScreens)
         requests);
 }
 
-TEST_F(DesktopAppTest, EverythingThatIsStoredIsInATable)
+TEST_F(DesktopAppTest, EverythingThatIsStoredIsDeclared)
 {
     Run(nullptr, {Request(Archive())});
     const Preferences store(kDesktopSignature, false);
@@ -239,10 +239,9 @@ TEST_F(DesktopAppTest, EverythingThatIsStoredIsInATable)
         type_code type = 0;
         for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &key, &type, nullptr) == B_OK; i++) {
             fields++;
-            const kits::FieldRange* const own = kFields.RangeOf(key);
-            const kits::FieldRange* const range = own != nullptr ? own : kits::kKitFields.RangeOf(key);
-            ASSERT_NE(range, nullptr) << key;
-            EXPECT_EQ(range->type, type) << key;
+            const kits::AnyField* const field = test::DeclaredField(key);
+            ASSERT_NE(field, nullptr) << key << " is not declared";
+            EXPECT_EQ(field->Type(), type) << key;
             BMessage inner;
             if (type == B_MESSAGE_TYPE && archive.FindMessage(key, &inner) == B_OK)
                 walk(inner);
@@ -250,8 +249,8 @@ TEST_F(DesktopAppTest, EverythingThatIsStoredIsInATable)
     };
     walk(store);
     EXPECT_GT(fields, 20);
-    EXPECT_EQ(kFields.RangeOf("Replicant")->high, DesktopApp::kMost);
-    EXPECT_EQ(kFields.RangeOf("Place")->high, Places::kMost);
+    EXPECT_EQ(test::DeclaredField("Replicant")->Most(), DesktopApp::kMost);
+    EXPECT_EQ(test::DeclaredField("Place")->Most(), Places::kMost);
 }
 
 TEST_F(DesktopAppTest, StaysWhereItIsWhateverItIsToldOfADrag)
@@ -464,9 +463,9 @@ TEST_F(DesktopAppTest, KeysOfAnotherTypeDoNotKeepChartsFromBeingSaved)
 {
     {
         Preferences store(kDesktopSignature, false);
-        store.SetInt32("Version", 1);
-        store.SetString("Replicant", "none");
-        store.SetString("Nobody's", "stays");
+        store.AddInt32("Version", 1);
+        store.AddString("Replicant", "none");
+        store.AddString("Nobody's", "stays");
         ASSERT_EQ(store.Sync(), B_OK);
     }
     EXPECT_EQ(Shown({Request(Archive())}), 1U);

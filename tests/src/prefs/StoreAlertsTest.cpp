@@ -19,6 +19,8 @@
 
 namespace {
 
+const kits::Field<int32> kNumber("Number", 0, kits::kMostNumber);
+
 constexpr int kQuit = 0;
 constexpr int kUseDefaults = 1;
 constexpr int kTryAgain = 2;
@@ -92,7 +94,7 @@ TEST_F(StoreAlertsTest, NothingIsAskedAboutStoresThatAreThereOrMissing)
     Preferences missing(kName, false);
     EXPECT_TRUE(AskAboutUnreadStores({&missing}));
     EXPECT_FALSE(TellAboutKeptFiles({&missing}).IsValid());
-    missing.SetInt32("Number", 1);
+    missing.AddInt32("Number", 1);
     ASSERT_EQ(missing.Sync(), B_OK);
     Preferences whole(kName, false);
     EXPECT_TRUE(AskAboutUnreadStores({&whole}));
@@ -181,7 +183,7 @@ TEST_F(StoreAlertsTest, SavingThatFailsIsToldOnceAndAgainOnlyAfterASuccess)
     SaveAlarm alarm;
     int32 number = 0;
     const auto save = [&] {
-        store.SetInt32("Number", ++number);
+        store.Set(kNumber, ++number);
         EXPECT_EQ(writer.Write(store), B_OK);
         writer.Drain();
         alarm.Look(writer, {&store});
@@ -236,8 +238,8 @@ TEST_F(StoreAlertsTest, TheEndNamesFileAndReason)
               "qel: the settings could not be saved in " + fFolder.Path(kFile) + ": No space left\n");
 
     disk.fIsFull = false;
-    store.SetString("Number", "text");
-    store.SetInt32("Number", 1);
+    store.AddString("Number", "text");
+    store.Set(kNumber, 1);
     testing::internal::CaptureStderr();
     EXPECT_EQ(SaveAtEnd({&store}, "qel"), B_BAD_TYPE) << "a value is missing in what was saved";
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");
@@ -258,7 +260,7 @@ TEST_F(StoreAlertsTest, TheEndSaysOnceWhatAllStoresSuffer)
     SwitchedDisk disk;
     const WithDisk with(disk);
     Preferences common(kName, true), user(kName, false);
-    user.SetString("Number", "text");
+    user.AddString("Number", "text");
     disk.fIsFull = true;
     testing::internal::CaptureStderr();
     EXPECT_EQ(SaveAtEnd({&common, &user}, "qel"), B_DEVICE_FULL);
@@ -266,7 +268,7 @@ TEST_F(StoreAlertsTest, TheEndSaysOnceWhatAllStoresSuffer)
               "qel: the settings could not be saved in " + fFolder.Path() + ": No space left\n");
     // A save that succeeds, and a failure with another reason.
     disk.fIsFull = false;
-    user.SetInt32("Number", 1);
+    user.Set(kNumber, 1);
     testing::internal::CaptureStderr();
     EXPECT_EQ(SaveAtEnd({&common, &user}, "qel"), B_BAD_TYPE);
     const std::string line = testing::internal::GetCapturedStderr();

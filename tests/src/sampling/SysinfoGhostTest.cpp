@@ -168,7 +168,7 @@ TEST(SysinfoGhosts, HaveTheFiguresOfSourcesWithFiles)
 {
     const FigureRecord sent[] = {{3000, 40, 100}, {3001, 7, 7}};
     BMessage message = GhostFigures(1).Message();
-    AddRecord(&message, "sn:More", sent, sizeof(sent));
+    AddRecord(&message, kMoreField, sent, sizeof(sent));
     const Ghosts ghosts(message);
     EXPECT_EQ(ghosts.node.FigureOf(3000), (kits::Figure{40, 100}));
     EXPECT_EQ(ghosts.node.FigureOf(3001), (kits::Figure{7, 7}));
@@ -187,7 +187,7 @@ TEST(SysinfoGhosts, HoldFiguresOfSourcesWithFilesToTheirRange)
     sent[kMostFigures - 1].target = 3002;
     sent[kMostFigures] = {3003, 5, 10};
     BMessage message = GhostFigures(1).Message();
-    AddRecord(&message, "sn:More", sent.data(), sent.size() * sizeof(FigureRecord));
+    AddRecord(&message, kMoreField, sent.data(), sent.size() * sizeof(FigureRecord));
     const SysinfoNode node(&message);
     EXPECT_EQ(node.InitCheck(), B_OK);
     EXPECT_EQ(node.FigureOf(3000), (kits::Figure{0, 1}));
@@ -196,7 +196,7 @@ TEST(SysinfoGhosts, HoldFiguresOfSourcesWithFilesToTheirRange)
     EXPECT_EQ(node.FigureOf(3003), kits::Figure());
     // A record that is cut does not count.
     BMessage cut = GhostFigures(1).Message();
-    AddRecord(&cut, "sn:More", &sent[1], sizeof(FigureRecord) - 1);
+    AddRecord(&cut, kMoreField, &sent[1], sizeof(FigureRecord) - 1);
     EXPECT_EQ(SysinfoNode(&cut).FigureOf(3001), kits::Figure());
 }
 
@@ -205,7 +205,7 @@ TEST(SysinfoGhosts, OfAShortRecordAreNothing)
     GhostFigures figures(2);
     for (size_t size : {size_t(1), size_t(64), sizeof(figures.sampler) - 1}) {
         BMessage message;
-        AddRecord(&message, "si:Body", &figures.sampler, size);
+        AddRecord(&message, kSysinfoBodyField, &figures.sampler, size);
         EXPECT_EQ(Sysinfo(&message).InitCheck(), B_BAD_VALUE) << size;
     }
 }
@@ -217,7 +217,7 @@ TEST(SysinfoGhosts, ALongRecordIsCut)
     std::memcpy(bytes.data(), &figures.sampler, sizeof(figures.sampler));
     BMessage message = figures.Message();
     message.RemoveName("si:Body");
-    AddRecord(&message, "si:Body", bytes.data(), bytes.size());
+    AddRecord(&message, kSysinfoBodyField, bytes.data(), bytes.size());
     const Ghosts ghosts(message);
     EXPECT_EQ(ghosts.sampler.InitCheck(), B_OK);
     EXPECT_EQ(ghosts.sampler.SumElapsed(), 2000000);
@@ -287,11 +287,11 @@ TEST(SysinfoGhosts, AnyBytes)
     std::mt19937 random(20240229);
     for (int i = 0; i < 500; i++) {
         BMessage message;
-        for (const char* field : {"si:Body", "si:TRCPUTD", "sn:Body", "sn:RCPUTD"}) {
+        for (const RecordField* field : {&kSysinfoBodyField, &kSumActiveField, &kNodeBodyField, &kActiveDeltasField}) {
             std::vector<char> bytes(1 + random() % 1200);
             for (char& byte : bytes)
                 byte = static_cast<char>(random());
-            AddRecord(&message, field, bytes.data(), bytes.size());
+            AddRecord(&message, *field, bytes.data(), bytes.size());
         }
         const Ghosts ghosts(message);
         if (ghosts.sampler.InitCheck() == B_OK && ghosts.node.InitCheck() == B_OK)

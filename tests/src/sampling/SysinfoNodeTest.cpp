@@ -266,7 +266,7 @@ TEST(SysinfoNode, AShortRecordIsNone)
     GhostFigures figures(1);
     for (size_t size : {size_t(1), size_t(52), sizeof(figures.node) - 1}) {
         BMessage message;
-        AddRecord(&message, "sn:Body", &figures.node, size);
+        AddRecord(&message, kNodeBodyField, &figures.node, size);
         EXPECT_EQ(SysinfoNode(&message).InitCheck(), B_BAD_VALUE) << size;
     }
 }
@@ -277,7 +277,7 @@ TEST(SysinfoNode, ALongRecordIsCut)
     std::vector<char> bytes(1000, 'x');
     std::memcpy(bytes.data(), &figures.node, sizeof(figures.node));
     BMessage message;
-    AddRecord(&message, "sn:Body", bytes.data(), bytes.size());
+    AddRecord(&message, kNodeBodyField, bytes.data(), bytes.size());
     const SysinfoNode ghost(&message);
     EXPECT_EQ(ghost.InitCheck(), B_OK);
     EXPECT_EQ(ghost.Elapsed(), 200000);
@@ -323,7 +323,7 @@ TEST(SysinfoNode, MemoryOfAnotherLengthIsRefused)
     for (size_t size : {1, 8, 15, 17, 32, 1000}) {
         BMessage message = figures.Message();
         const std::vector<char> bytes(size, 1);
-        AddRecord(&message, "sn:Memory", bytes.data(), bytes.size());
+        AddRecord(&message, kMemoryField, bytes.data(), bytes.size());
         EXPECT_EQ(SysinfoNode(&message).InitCheck(), B_BAD_VALUE) << size;
     }
     BMessage message = figures.Message();
@@ -339,7 +339,7 @@ TEST(SysinfoNode, MemoryIsHeldToWhatASamplerSends)
         for (const int64 used : counts) {
             BMessage message = GhostFigures(1).Message();
             const MemoryBody memory = {most, used};
-            AddRecord(&message, "sn:Memory", &memory, sizeof(memory));
+            AddRecord(&message, kMemoryField, &memory, sizeof(memory));
             const SysinfoNode ghost(&message);
             EXPECT_EQ(ghost.InitCheck(), B_OK);
             EXPECT_TRUE(ghost.MaxPages() >= 1 && ghost.MaxPages() <= kits::kMaxPages) << most;

@@ -61,7 +61,7 @@ TEST_F(SysinfoStoreTest, TakesThemWhenItBegins)
     BMessage settings;
     settings.AddInt64("Delay", 70000);
     settings.AddInt16("NodesToKeep", 12);
-    fStore->SetMessage("Sysinfo", &settings);
+    fStore->Set(kSamplerSettingsField, settings);
     const Sysinfo sampler(10);
     EXPECT_EQ(sampler.SamplingDelay(), 70000);
     EXPECT_EQ(sampler.NodesToKeep(), 12);
@@ -72,7 +72,7 @@ TEST_F(SysinfoStoreTest, AStoreThatLacksTheDelayStillStartsTheThread)
 {
     BMessage settings;
     settings.AddInt16("NodesToKeep", 0);
-    fStore->SetMessage("Sysinfo", &settings);
+    fStore->Set(kSamplerSettingsField, settings);
     const Sysinfo sampler(10);
     EXPECT_EQ(sampler.SamplingDelay(), Sysinfo::kDefaultDelay);
     EXPECT_EQ(sampler.NodesToKeep(), 10);

@@ -260,7 +260,7 @@ TEST(ValueProvider, TwelveTebibytesHalfInUse)
 {
     BMessage message = GhostFigures(1).Message();
     const MemoryBody memory = {3221225472, 1610612736};
-    AddRecord(&message, "sn:Memory", &memory, sizeof(memory));
+    AddRecord(&message, kMemoryField, &memory, sizeof(memory));
     const Ghosts ghosts(message);
     EXPECT_EQ(ValueOf(2052, 0, ghosts), 0.5);
     EXPECT_EQ(ValueOf(2053, 0, ghosts), 0.5);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/selections/DropMessage.h"
 
+#include "kits/interface/Fields.h"
 #include "kits/interface/platform/selections/Fetches.h"
 #include "kits/kernel/Bounds.h"
-#include "kits/support/TypeConstants.h"
 
 #include <QColor>
 
@@ -14,19 +14,6 @@
 namespace kits::DropMessage {
 
 namespace {
-
-constexpr const char* kColorField = "RGBColor";
-constexpr const char* kTextField = "text/plain";
-
-bool FindColor(const BMessage& message, rgb_color* color)
-{
-    const void* data = nullptr;
-    ssize_t size = 0;
-    if (message.FindData(kColorField, B_RGB_COLOR_TYPE, &data, &size) != B_OK || size != sizeof(rgb_color))
-        return false;
-    std::memcpy(color, data, sizeof(rgb_color));
-    return true;
-}
 
 constexpr const char* kColorFormat = "application/x-color";
 
@@ -40,7 +27,7 @@ std::unique_ptr<BMessage> ColorMessage(const std::string& bytes)
     const rgb_color color = make_color(static_cast<uint8>(numbers[0] >> 8), static_cast<uint8>(numbers[1] >> 8),
                                        static_cast<uint8>(numbers[2] >> 8));
     auto message = std::make_unique<BMessage>(B_PASTE);
-    message->AddData(kColorField, B_RGB_COLOR_TYPE, &color, sizeof(color), true, 1);
+    kColorField.Add(message.get(), color);
     return message;
 }
 
@@ -49,7 +36,8 @@ std::unique_ptr<BMessage> TextMessage(const std::string& text)
     if (text.empty() || text.size() > bounds::kMostForeignText)
         return nullptr;
     auto message = std::make_unique<BMessage>(B_MIME_DATA);
-    message->AddData(kTextField, B_MIME_TYPE, text.data(), static_cast<ssize_t>(text.size()), false, 1);
+    message->AddData(kPlainTextField.Name(), kPlainTextField.Type(), text.data(), static_cast<ssize_t>(text.size()),
+                     false, 1);
     return message;
 }
 
@@ -65,22 +53,21 @@ std::unique_ptr<QMimeData> Encode(const BMessage& message)
             data->setData(QString::fromLatin1(kFormat), bytes);
     }
     rgb_color color;
-    if (FindColor(message, &color)) {
+    if (kColorField.Find(message, &color)) {
         const QColor qtColor(color.red, color.green, color.blue);
         data->setColorData(qtColor);
         data->setText(qtColor.name(QColor::HexRgb));
     }
-    const void* text = nullptr;
-    ssize_t length = 0;
-    if (message.FindData(kTextField, B_MIME_TYPE, &text, &length) == B_OK && length > 0)
-        data->setText(QString::fromUtf8(static_cast<const char*>(text), static_cast<qsizetype>(length)));
+    std::string_view text;
+    if (kPlainTextField.Find(message, &text))
+        data->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     return data;
 }
 
 std::optional<rgb_color> ColorOf(const BMessage& message)
 {
     rgb_color color;
-    return message.what == B_PASTE && FindColor(message, &color) ? std::optional(color) : std::nullopt;
+    return message.what == B_PASTE && kColorField.Find(message, &color) ? std::optional(color) : std::nullopt;
 }
 
 std::vector<SelectionForm> Forms()

@@ -11,22 +11,40 @@ namespace {
 
 class PreferencesTest : public StoreFixture {};
 
+using kits::Field;
+
+constexpr double kFar = 1e18;
+const Field<bool> kBool("bool");
+const Field<float> kFloat("float", -kFar, kFar);
+const Field<int16> kInt16("int16", -kFar, kFar);
+const Field<int32> kInt32("int32", -kFar, kFar);
+const Field<int64> kInt64("int64", -kFar, kFar);
+const Field<std::string> kString("string", 0, kFar);
+const Field<BRect> kRect("rect", -kFar, kFar);
+const Field<BPoint> kPoint("point", -kFar, kFar);
+const Field<BMessage> kMessage("message");
+const Field<std::string_view, B_RAW_TYPE> kData("data", 0, kFar);
+
+/// One name, as fields of three types.
+const Field<int32> kNumber("field", -kFar, kFar);
+const Field<std::string> kText("field", 0, kFar);
+const Field<std::string_view, B_RAW_TYPE> kBytes("field", 0, kFar);
+
 /// Adds one value of every type that a store sets.
 void SetOneOfEach(Preferences& store)
 {
-    EXPECT_EQ(store.SetBool("bool", true), B_OK);
-    EXPECT_EQ(store.SetFloat("float", 0.1f), B_OK);
-    EXPECT_EQ(store.SetInt8("int8", -8), B_OK);
-    EXPECT_EQ(store.SetInt16("int16", -1616), B_OK);
-    EXPECT_EQ(store.SetInt32("int32", -323232), B_OK);
-    EXPECT_EQ(store.SetInt64("int64", -64646464646464), B_OK);
-    EXPECT_EQ(store.SetString("string", "text"), B_OK);
-    EXPECT_EQ(store.SetRect("rect", BRect(1, 2, 3.5, 4)), B_OK);
-    EXPECT_EQ(store.SetPoint("point", BPoint(-1, 0.5)), B_OK);
+    EXPECT_EQ(store.Set(kBool, true), B_OK);
+    EXPECT_EQ(store.Set(kFloat, 0.1f), B_OK);
+    EXPECT_EQ(store.Set(kInt16, -1616), B_OK);
+    EXPECT_EQ(store.Set(kInt32, -323232), B_OK);
+    EXPECT_EQ(store.Set(kInt64, -64646464646464), B_OK);
+    EXPECT_EQ(store.Set(kString, "text"), B_OK);
+    EXPECT_EQ(store.Set(kRect, BRect(1, 2, 3.5, 4)), B_OK);
+    EXPECT_EQ(store.Set(kPoint, BPoint(-1, 0.5)), B_OK);
     BMessage inner('inne');
     inner.AddString("leaf", "green");
-    EXPECT_EQ(store.SetMessage("message", &inner), B_OK);
-    EXPECT_EQ(store.SetData("data", B_RAW_TYPE, "\0\1\2", 3), B_OK);
+    EXPECT_EQ(store.Set(kMessage, inner), B_OK);
+    EXPECT_EQ(store.Set(kData, std::string_view("\0\1\2", 3)), B_OK);
 }
 
 } // namespace
@@ -74,20 +92,20 @@ TEST_F(PreferencesTest, EveryTypeComesBack)
     SetOneOfEach(store);
     ASSERT_EQ(store.Sync(), B_OK);
     const Preferences again(kName, false);
-    EXPECT_EQ(again.CountNames(B_ANY_TYPE), 11);
+    EXPECT_EQ(again.CountNames(B_ANY_TYPE), 10);
     EXPECT_TRUE(again.HasSameData(store));
 }
 
 TEST_F(PreferencesTest, SettingReplacesTheFirstValue)
 {
     Preferences store(kName, false);
-    EXPECT_EQ(store.SetInt32("BootCount", 1), B_OK);
-    EXPECT_EQ(store.SetInt32("BootCount", 2), B_OK);
+    EXPECT_EQ(store.Set(kInt32, 1), B_OK);
+    EXPECT_EQ(store.Set(kInt32, 2), B_OK);
     int32 count = 0;
-    EXPECT_EQ(store.GetInfo("BootCount", nullptr, &count), B_OK);
+    EXPECT_EQ(store.GetInfo("int32", nullptr, &count), B_OK);
     EXPECT_EQ(count, 1);
     int32 value = 0;
-    EXPECT_EQ(store.FindInt32("BootCount", &value), B_OK);
+    EXPECT_EQ(store.FindInt32("int32", &value), B_OK);
     EXPECT_EQ(value, 2);
 
     SetOneOfEach(store);
@@ -101,9 +119,9 @@ TEST_F(PreferencesTest, SettingReplacesTheFirstValue)
 TEST_F(PreferencesTest, AFieldKeepsItsType)
 {
     Preferences store(kName, false);
-    EXPECT_EQ(store.SetInt32("field", 1), B_OK);
-    EXPECT_EQ(store.SetString("field", "text"), B_BAD_TYPE);
-    EXPECT_EQ(store.SetData("field", B_RAW_TYPE, "x", 1), B_BAD_TYPE);
+    EXPECT_EQ(store.Set(kNumber, 1), B_OK);
+    EXPECT_EQ(store.Set(kText, "text"), B_BAD_TYPE);
+    EXPECT_EQ(store.Set(kBytes, "x"), B_BAD_TYPE);
     int32 value = 0;
     EXPECT_EQ(store.FindInt32("field", &value), B_OK);
     EXPECT_EQ(value, 1);
@@ -200,7 +218,7 @@ TEST_F(PreferencesTest, WithoutASettingsFolderItWorksInMemory)
     EXPECT_EQ(store.InitCheck(), B_ENTRY_NOT_FOUND) << "the reason, for whoever tells of it";
     EXPECT_EQ(store.Place().directory, "");
     EXPECT_EQ(store.Place().name, kFile);
-    EXPECT_EQ(store.SetInt32("Number", 5), B_OK);
+    EXPECT_EQ(store.AddInt32("Number", 5), B_OK);
     EXPECT_EQ(store.Sync(), static_cast<status_t>(0x8000000D));
     EXPECT_EQ(store.Revert(), B_NO_INIT);
     EXPECT_EQ(store.SaveTo(&file), B_NO_INIT);
@@ -227,16 +245,16 @@ TEST_F(PreferencesTest, SettingReplacesDataWhateverItsLength)
     for (const size_t length : {0, 40, 160, 200}) {
         Preferences store(kName, false);
         const std::string old(length, 'o');
-        ASSERT_EQ(store.AddData("Data", B_RAW_TYPE, old.data(), static_cast<ssize_t>(length)), B_OK);
+        ASSERT_EQ(store.AddData("data", B_RAW_TYPE, old.data(), static_cast<ssize_t>(length)), B_OK);
         ASSERT_EQ(store.Sync(), B_OK);
         Preferences again(kName, false);
         const std::string next(160, 'n');
-        EXPECT_EQ(again.SetData("Data", B_RAW_TYPE, next.data(), 160), B_OK);
+        EXPECT_EQ(again.Set(kData, next), B_OK);
         ASSERT_EQ(again.Sync(), B_OK);
         const Preferences last(kName, false);
         const void* data = nullptr;
         ssize_t size = 0;
-        ASSERT_EQ(last.FindData("Data", B_RAW_TYPE, &data, &size), B_OK);
+        ASSERT_EQ(last.FindData("data", B_RAW_TYPE, &data, &size), B_OK);
         EXPECT_EQ(std::string(static_cast<const char*>(data), static_cast<size_t>(size)), next);
         fFolder.Clear();
     }
@@ -245,26 +263,26 @@ TEST_F(PreferencesTest, SettingReplacesDataWhateverItsLength)
 TEST_F(PreferencesTest, TheOwnerOfAKeyRemovesAnotherType)
 {
     Preferences store(kName, false);
-    store.SetString("Mine", "text");
-    store.SetString("Nobody's", "text");
-    store.SetInt32("Right", 1);
-    EXPECT_EQ(store.SetInt32("Mine", 2), B_BAD_TYPE);
-    EXPECT_TRUE(store.Claim("Right", B_INT32_TYPE));
-    EXPECT_FALSE(store.Claim("Missing", B_INT32_TYPE));
-    EXPECT_FALSE(store.Claim("Mine", B_INT32_TYPE));
-    EXPECT_FALSE(store.HasString("Mine"));
-    EXPECT_EQ(store.SetInt32("Mine", 2), B_OK);
-    EXPECT_TRUE(store.HasString("Nobody's"));
-    EXPECT_TRUE(store.HasInt32("Right"));
+    store.AddString("field", "text");
+    store.AddString("Nobody's", "text");
+    store.AddInt32("int32", 1);
+    EXPECT_EQ(store.Set(kNumber, 2), B_BAD_TYPE);
+    EXPECT_TRUE(store.Claim(kInt32));
+    EXPECT_FALSE(store.Claim(kInt64)) << "it is missing";
+    EXPECT_FALSE(store.Claim(kNumber));
+    EXPECT_FALSE(store.HasData("field", B_ANY_TYPE));
+    EXPECT_EQ(store.Set(kNumber, 2), B_OK);
+    EXPECT_TRUE(store.HasData("Nobody's", B_STRING_TYPE));
+    EXPECT_EQ(kInt32.Get(store), 1);
 }
 
 TEST_F(PreferencesTest, RemembersThatAValueCouldNotBeSet)
 {
     Preferences store(kName, false);
     EXPECT_EQ(store.Error(), B_OK);
-    store.SetString("field", "text");
-    store.SetInt32("field", 1);
-    store.SetInt32("another", 1);
+    store.Set(kText, "text");
+    store.Set(kNumber, 1);
+    store.Set(kInt32, 1);
     EXPECT_EQ(store.Error(), B_BAD_TYPE);
     store.ForgetErrors();
     EXPECT_EQ(store.Error(), B_OK);

@@ -27,12 +27,12 @@ protected:
     static void Fill(Preferences& store, int32 number)
     {
         store.MakeEmpty();
-        store.SetInt32("Number", number);
-        store.SetString("Text", std::string(static_cast<size_t>(10 + number), static_cast<char>('a' + number)).c_str());
+        store.AddInt32("Number", number);
+        store.AddString("Text", std::string(static_cast<size_t>(10 + number), static_cast<char>('a' + number)));
         BMessage window('wind');
         window.AddRect("Frame", BRect(0, 0, static_cast<float>(number), 100));
         window.AddBool("Odd", number % 2 != 0);
-        store.SetMessage("Window", &window);
+        store.AddMessage("Window", &window);
     }
 
     /// Returns the number with which a store is filled; -1 for an empty store, -2 for a damaged one.
