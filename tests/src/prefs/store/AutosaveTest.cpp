@@ -78,7 +78,7 @@ TEST_F(AutosaveTest, AChangeThatNobodyNotesIsOnTheDiskAfterAMinute)
 
 TEST_F(AutosaveTest, WritesEveryStore)
 {
-    fOther.SetInt32("Number", 7);
+    fOther.AddInt32("Number", 7);
     Settle();
     EXPECT_EQ(NumberAtStart(), 1);
     int32 number = 0;
