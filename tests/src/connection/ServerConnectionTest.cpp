@@ -58,7 +58,8 @@ TEST_F(ServerConnectionTest, TheRecordsAreTheSameToTheByteAtBothEnds)
     auto taker = NewTaker();
     taker->Connect();
     ASSERT_TRUE(AwaitSamples(*taker, 3));
-    const char* const fields[] = {kSysinfoBodyField, kSumActiveField, kNodeBodyField, kActiveDeltasField};
+    const char* const fields[] = {kSysinfoBodyField.Name(), kSumActiveField.Name(), kNodeBodyField.Name(),
+                                  kActiveDeltasField.Name()};
     // Both show the same sample if nothing came between.
     bool isSame = false;
     for (int i = 0; i < 1000 && !isSame; i++) {
