@@ -58,15 +58,4 @@ public:
     static uint64 CountEventsElsewhere();
 };
 
-/// While one exists, the posts of its thread wake the loop only once, when the last one is destroyed. For code that
-/// posts to many handlers at once: the main thread then handles all of it in one turn, and does not wake in between.
-/// Keep it short, and never hold it around a wait for an answer.
-class WakeOnce {
-public:
-    WakeOnce();
-    ~WakeOnce();
-    WakeOnce(const WakeOnce&) = delete;
-    WakeOnce& operator=(const WakeOnce&) = delete;
-};
-
 } // namespace kits

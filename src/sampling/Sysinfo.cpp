@@ -2,7 +2,6 @@
 #include "src/sampling/Sysinfo.h"
 
 #include "kits/application/Application.h"
-#include "kits/application/EventLoop.h"
 #include "kits/application/Message.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
@@ -107,8 +106,6 @@ void Sysinfo::Unlock() const
 
 void Sysinfo::Sample()
 {
-    // The charts draw when the last one has been notified and the lock is free.
-    const kits::WakeOnce wake;
     Autolock lock(this);
     if (!HasListeners())
         return;

@@ -17,7 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <utility>
 
 namespace kits {
 
@@ -27,8 +26,6 @@ EventLoop* sCurrent = nullptr;
 std::atomic<uint64> sCountUnlocked = 0;
 std::atomic<uint64> sCountElsewhere = 0;
 
-thread_local int32 sCountWakeOnce = 0;
-thread_local bool sWakeWanted = false;
 thread_local bool sIsTurnBeginning = false;
 
 /// Consumes all wakes, and lets the guest read its descriptors; the new turn handles what the guest posts.
@@ -80,23 +77,8 @@ int EventLoop::WakeDescriptor()
 
 void EventLoop::Wake()
 {
-    if (sIsTurnBeginning)
-        return;
-    if (sCountWakeOnce > 0)
-        sWakeWanted = true;
-    else
+    if (!sIsTurnBeginning)
         WakeSet::Wake();
-}
-
-WakeOnce::WakeOnce()
-{
-    ++sCountWakeOnce;
-}
-
-WakeOnce::~WakeOnce()
-{
-    if (--sCountWakeOnce == 0 && std::exchange(sWakeWanted, false))
-        EventLoop::Wake();
 }
 
 bigtime_t EventLoop::Deadline()

@@ -99,24 +99,9 @@ bool ScreenCopy::Add(const PixelRect& rect)
     uchar* const pixels = const_cast<uchar*>(fPicture->constBits());
     const qsizetype bytesPerLine = fPicture->bytesPerLine();
     uchar* to = pixels + place.y() * bytesPerLine + static_cast<qsizetype>(place.x()) * 4;
-    // A caption whose text hardly changed is shown only where it differs.
-    const int32 width = rect.Width();
-    PixelRect changed{width, rect.Height(), 0, 0};
-    for (int32 y = 0; y < rect.Height(); y++, from += stride, to += bytesPerLine) {
-        auto* const shown = reinterpret_cast<uint32*>(to);
-        if (std::memcmp(from, shown, static_cast<size_t>(width) * sizeof(uint32)) == 0)
-            continue;
-        int32 first = 0;
-        while (from[first] == shown[first])
-            first++;
-        int32 end = width;
-        while (from[end - 1] == shown[end - 1])
-            end--;
-        std::memcpy(shown + first, from + first, static_cast<size_t>(end - first) * sizeof(uint32));
-        changed = {std::min(changed.left, first), std::min(changed.top, y), std::max(changed.right, end), y + 1};
-    }
-    if (!changed.IsEmpty())
-        fChanged.emplace_back(place.x() + changed.left, place.y() + changed.top, changed.Width(), changed.Height());
+    for (int32 y = 0; y < rect.Height(); y++, from += stride, to += bytesPerLine)
+        std::memcpy(to, from, static_cast<size_t>(rect.Width()) * sizeof(uint32));
+    fChanged.push_back(place);
     return true;
 }
 
