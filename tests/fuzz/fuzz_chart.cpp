@@ -3,6 +3,7 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/interface/InterfaceKit.h"
+#include "kits/interface/Shortcuts.h"
 #include "src/chart/ChartSettings.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
@@ -61,6 +62,7 @@ extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments)
 {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     Expect(kits::InitInterface(*count, *arguments) == B_OK);
+    kits::UseShortcuts();
     return 0;
 }
 
