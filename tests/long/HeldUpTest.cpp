@@ -43,5 +43,5 @@ TEST_F(HeldUpTest, KeepsMemoryFlatAtAHundredSamplesASecond)
                     static_cast<long>(after.used / 1024));
 
     // Once it continues, it draws the newest.
-    EXPECT_TRUE(test::WaitFor([this] { return fHolder->ChartAt(kCharts - 1)->Column() > 0; }));
+    EXPECT_TRUE(test::WaitFor([this] { return fHolder->ChartAt(kCharts - 1)->Picture().Column() > 0; }));
 }
