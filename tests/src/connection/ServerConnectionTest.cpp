@@ -79,12 +79,12 @@ TEST_F(ServerConnectionTest, TheRecordsAreTheSameToTheByteAtBothEnds)
         EXPECT_EQ(type, type_code(B_RAW_TYPE)) << field;
         EXPECT_EQ(count, 1) << field;
     }
-    EXPECT_EQ(Bytes(taker->newest, kSysinfoBodyField).size(), 574u);
-    EXPECT_EQ(Bytes(taker->newest, kNodeBodyField).size(), 560u);
+    EXPECT_EQ(Bytes(taker->newest, kSysinfoBodyField.Name()).size(), 574u);
+    EXPECT_EQ(Bytes(taker->newest, kNodeBodyField.Name()).size(), 560u);
     const Sysinfo ghost(&taker->newest);
     ASSERT_EQ(ghost.InitCheck(), B_OK);
-    EXPECT_EQ(Bytes(taker->newest, kSumActiveField).size(), 8u * static_cast<size_t>(ghost.Info().cpu_count));
-    EXPECT_EQ(Bytes(taker->newest, kActiveDeltasField).size(), 8u * static_cast<size_t>(ghost.Info().cpu_count));
+    EXPECT_EQ(Bytes(taker->newest, kSumActiveField.Name()).size(), 8u * static_cast<size_t>(ghost.Info().cpu_count));
+    EXPECT_EQ(Bytes(taker->newest, kActiveDeltasField.Name()).size(), 8u * static_cast<size_t>(ghost.Info().cpu_count));
     EXPECT_EQ(ghost.SamplingDelay(), 10000);
     EXPECT_GT(SysinfoNode(&taker->newest).Elapsed(), 0);
 }
