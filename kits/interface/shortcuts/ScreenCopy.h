@@ -15,7 +15,7 @@ namespace kits {
 /// request. The toolkit would post an event for each change, make a painter for each view and wait for an answer of the
 /// X server.
 ///
-/// With it, program and X server together take 0.79 of the processor time that they take without it, at 5 samples a
+/// With it, program and X server together take 0.72 of the processor time that they take without it, at 5 samples a
 /// second. Without it the toolkit paints every change, with the same pixels.
 ///
 /// It works if the display reads the picture to which the program writes (X11 and the screen without a display), for
