@@ -116,13 +116,13 @@ void CheckFile(std::string_view bytes)
     Expect(std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size());
     std::fclose(file);
     kits::DesktopKept kept;
-    const std::optional<BMessage> left = kept.LoadLeft();
+    const std::optional<BMessage> left = kept.TakeLeft();
     // A file that is no whole message is removed; any other stays until the desktop is restored.
     Expect(kits::DesktopKept::Exists() == left.has_value());
     if (!left)
         return;
     kits::DesktopKept other;
-    Expect(!other.LoadLeft() && other.Save(BMessage('othr')) == B_BUSY); // the file is locked
+    Expect(!other.TakeLeft() && other.Save(BMessage('othr')) == B_BUSY); // the file is locked
     BMessage state;
     if (left->FindMessage("Kept", &state) == B_OK)
         CheckRestore(state, 0x1F, false);
