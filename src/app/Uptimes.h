@@ -14,30 +14,30 @@ inline constexpr bigtime_t kLongestUptime = bigtime_t{1000} * 366 * 86'400 * 1'0
 
 /// One boot among the longest.
 struct UptimeEntry {
-    /// The longest time since this boot that was seen, microseconds; 0 in an empty entry.
+    /// The longest observed time since this boot, microseconds; 0 in an empty entry.
     bigtime_t uptime = 0;
     /// The moment of the boot, microseconds since the epoch, as first recorded; 0 in an empty entry.
     bigtime_t bootTime = 0;
 };
 
-/// Two moments of boot are the same boot when they agree but for their 16 lowest bits (65.5 milliseconds).
+/// Two moments of boot belong to the same boot if they are equal except for their 16 lowest bits (65.5 milliseconds).
 bool SameBoot(bigtime_t one, bigtime_t other);
 
-/// The ten longest uptimes, best first. A plain value; whoever shares it guards it.
+/// The ten longest uptimes, best first. A plain value; code that shares it must guard it.
 ///
-/// It is stored as it lies in memory: ten records of 16 bytes, uptime before boot time, little-endian.
+/// It is stored as in memory: ten records of 16 bytes, uptime before boot time, little-endian.
 class UptimeTable {
 public:
     static constexpr size_t kPlaces = 10;
     static constexpr size_t kSize = kPlaces * sizeof(UptimeEntry);
 
-    /// Enters the time since a boot. A boot that is in the table is updated and moves up past every shorter one, but
-    /// stays below an equal one; a new one goes above those of equal uptime, and the tenth falls out.
+    /// Enters the time since a boot. Updates a boot that is in the table and moves it up past every shorter one, but
+    /// not past an equal one; a new one goes above those of equal uptime, and the last of more than ten is dropped.
     /// @param now       time since the boot, microseconds
     /// @param bootTime  moment of that boot, microseconds since the epoch
     void Update(bigtime_t now, bigtime_t bootTime);
 
-    /// @param place  0 to 9, 0 the longest
+    /// @param place  0 to 9, 0 is the longest
     const UptimeEntry& At(size_t place) const { return fEntries[place]; }
 
     /// The record, `kSize` bytes.
@@ -52,7 +52,7 @@ private:
 
 static_assert(sizeof(UptimeEntry) == 16 && sizeof(UptimeTable) == UptimeTable::kSize);
 
-// The common store.
+// Fields of the common store.
 
 /// The record of the table.
 inline const kits::Field<std::string_view, B_RAW_TYPE> kUptimesField("Uptimes", 0, UptimeTable::kSize,
@@ -62,8 +62,8 @@ inline const kits::Field<int64> kUptimeSumField("UptimeSum", 0, kLongestUptime, 
 inline const kits::Field<int64> kLastBootField("USLastBoot", 0, kLongestUptime, 0, kits::Outside::kHeld);
 inline const kits::Field<int64> kLastUptimeField("USLastUptime", 0, kLongestUptime, 0, kits::Outside::kHeld);
 
-/// What the common store holds besides the table. Missing records count as 0; what no run of the program can have
-/// written is held to what it can have.
+/// The other contents of the common store. Missing records count as 0; values that no run of the program can have
+/// written are held to the possible range.
 struct UptimeTotals {
     int32 bootCount = 0;      ///< "BootCount": boots counted
     bigtime_t sum = 0;        ///< "UptimeSum": of all counted boots up to the last save, microseconds
@@ -71,11 +71,11 @@ struct UptimeTotals {
     bigtime_t lastUptime = 0; ///< "USLastUptime": time since boot at the last save, microseconds
 
     static UptimeTotals From(const BMessage& store);
-    /// The same; removes what has another type, so that StoreIn() succeeds.
+    /// Reads them; removes fields of another type, so that StoreIn() succeeds.
     static UptimeTotals TakeFrom(Preferences* store);
     void StoreIn(Preferences* store) const;
 
-    /// Counts the time since the last save; the first save of a boot counts that boot and all of its uptime. What
-    /// the boot before still had after its last save is lost, ten minutes at most.
+    /// Counts the time since the last save; the first save of a boot counts that boot and all of its uptime. The time
+    /// of the previous boot after its last save, at most ten minutes, is lost.
     void Count(bigtime_t now, bigtime_t bootTime);
 };
