@@ -9,12 +9,12 @@ class BTabView;
 class ChartTab;
 class ChartViewHolder;
 
-/// The limits of the main window's sides, and its first size with the charts in front.
+/// The limits of the main window's sides, and its initial size with the charts in front.
 inline constexpr float kMinWindowSide = 100;
 inline constexpr float kMaxWindowSide = 4000;
 inline constexpr BRect kFirstChartFrame(0, 0, 300, 150);
 
-// Its archive.
+// The fields of its archive.
 
 inline const kits::Field<BRect> kWindowFrameField("WindowFrame", kMinWindowSide, kMaxWindowSide, BRect(0, 0, 300, 200),
                                                   kits::Outside::kHeld);

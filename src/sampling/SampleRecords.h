@@ -69,7 +69,7 @@ inline constexpr size_t kMostFigures = 64;
 /// A field of the sample message to another process.
 using RecordField = kits::Field<std::string_view, B_RAW_TYPE>;
 
-// A longer record, of another version, is cut.
+// A longer record, from another version, is cut.
 inline const RecordField kSysinfoBodyField("si:Body", sizeof(SysinfoBody), kits::kMostNumber);
 inline const RecordField kNodeBodyField("sn:Body", sizeof(SysinfoNodeBody), kits::kMostNumber);
 inline const RecordField kMemoryField("sn:Memory", sizeof(MemoryBody), sizeof(MemoryBody));
@@ -79,8 +79,8 @@ inline const RecordField kActiveDeltasField("sn:RCPUTD", 0, sizeof(bigtime_t) * 
                                             kits::Outside::kHeld);
 inline const RecordField kMoreField("sn:More", 0, sizeof(FigureRecord) * kMostFigures, kits::Outside::kHeld);
 
-/// Copies the record that a field holds.
-/// @return whether there is a whole one; else nothing changes
+/// Copies the record in a field.
+/// @return false, and nothing changes, if the field has no whole record
 template <class Record> bool FindRecord(const BMessage* message, const RecordField& field, Record* record)
 {
     std::string_view bytes;

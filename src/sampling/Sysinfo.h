@@ -39,7 +39,7 @@ class Sysinfo : public BList {
 public:
     static constexpr bigtime_t kDefaultDelay = 200000;
 
-    /// What may be stored or asked for by message; other values are held to it (kDelayField, HoldNodesToKeep()).
+    /// The values that files and messages may set; others are clamped (kDelayField, HoldNodesToKeep()).
     static constexpr bigtime_t kMinDelay = 10'000;
     static constexpr bigtime_t kMaxDelay = 5'000'000;
     static constexpr int16 kMaxNodesToKeep = 200;
@@ -116,7 +116,7 @@ public:
     void SetNodesToKeep(int16 nodes);
     int16 NodesToKeep() const;
 
-    /// Returns the length of a history nearest to what a message or a file asks for.
+    /// Returns the possible length of a history nearest to the requested one.
     static int16 HoldNodesToKeep(int16 nodes);
 
     /// Adds "Delay" (int64, microseconds) and "NodesToKeep" (int16).
@@ -170,12 +170,12 @@ private:
 
 inline const kits::Field<int64> kDelayField("Delay", Sysinfo::kMinDelay, Sysinfo::kMaxDelay, Sysinfo::kDefaultDelay,
                                             kits::Outside::kHeld);
-/// Larger numbers are held to Sysinfo::kMaxNodesToKeep, smaller ones are none.
+/// Larger numbers are clamped to Sysinfo::kMaxNodesToKeep; smaller ones count as absent.
 inline const kits::Field<int16> kNodesToKeepField("NodesToKeep", 1, std::numeric_limits<int16>::max());
 
-/// In the user's store: the settings above.
+/// The settings above, in the user's store.
 inline const kits::Field<BMessage> kSamplerSettingsField("Sysinfo");
-/// Of a sample in the same process.
+/// In a sample to the same process.
 inline const kits::Field<void*> kSamplerField("Sysinfo*");
 
 /// The work of the sampler's thread: one round.

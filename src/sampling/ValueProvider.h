@@ -52,17 +52,17 @@ enum : int32 {
     VP_EXP_AVERAGE = 2 ///< smoothed: each new value counts for a sixth
 };
 
-// A stored source, or a dragged one.
+// The fields of a source that is stored or dragged.
 
-/// Any number that IsKnownSource() knows.
+/// The field accepts any number; IsKnownSource() rejects unknown ones.
 inline const kits::Field<vptarget_t> kTargetField("Target", -kits::kMostNumber - 1.0, kits::kMostNumber, VP_FIRST_CPU);
 inline const kits::Field<int32> kSourceFlagsField("Flags", 0, VP_AVERAGE | VP_EXP_AVERAGE);
 
-/// Returns whether a chart can make a source of an archive: its target is known, and so are its flags.
-/// @param mayBeNone  VP_NONE is good too, as for a caption
+/// Returns whether a chart can make a source of an archive: its target and its flags are known.
+/// @param mayBeNone  accepts VP_NONE, too, for a caption
 bool IsSourceArchive(const BMessage& archive, bool mayBeNone);
 
-/// Of a drag of sources: one for each.
+/// In a drag of sources: one for each source.
 inline const kits::Field<BMessage> kDraggedSourceField("ValueProvider", kits::kMostNumber);
 
 /// One source of a chart: names a quantity of the machine, computes it from a sample, prints it.

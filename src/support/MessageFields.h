@@ -32,13 +32,13 @@ inline const kits::Field<BMessage> kWishField("Msg");
 
 // Charts on the desktop.
 
-/// More charts than this are not remembered as taken.
+/// At most this many identities of taken charts are remembered.
 inline constexpr int32 kMostIdentities = 256;
 
-/// Makes a chart known wherever it goes; of B_REPLICANT_TAKEN there is one for each chart that was taken.
+/// Identifies a chart wherever it goes; B_REPLICANT_TAKEN has one for each chart that was taken.
 inline const kits::Field<std::string> kIdentityField("Identity", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                      kMostIdentities);
-/// Makes a request known when it comes again; the store has the last ones.
+/// Identifies a request that is repeated; the store keeps the last ones.
 inline const kits::Field<std::string> kRequestField("Request", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                     kits::kMostNumber);
 inline const kits::Field<bool> kRefusedField("Refused");

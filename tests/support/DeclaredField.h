@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// Returns the field that is declared with this name; null without one.
+/// Returns the field declared with this name, or null.
 inline const kits::AnyField* DeclaredField(std::string_view name)
 {
     const kits::AnyField* field = kits::AnyField::All();

@@ -34,7 +34,7 @@ constexpr bigtime_t kPauseForTheUser = 100000;
 const kits::Field<bool> kOnlyAsksField("only_asks");
 const kits::Field<bool> kIsReadyField("is_ready", true);
 
-/// Of B_ARGV_RECEIVED.
+/// In B_ARGV_RECEIVED.
 const kits::Field<std::string> kArgumentsField("argv", 0, kits::kMostNumber, kits::Outside::kLeftOut,
                                                kits::kMostNumber);
 

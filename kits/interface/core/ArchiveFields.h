@@ -4,12 +4,12 @@
 #include "kits/application/Archivable.h"
 #include "kits/interface/Fields.h"
 
-/// The fields that views and windows both archive and nobody else reads, besides those of Fields.h.
+/// Fields that both views and windows archive and no other code reads, besides those of Fields.h.
 
 namespace kits {
 
 inline const Field<int32> kFlagsField("_flags", -kMostNumber - 1.0, kMostNumber);
-/// Deep archives only; nothing reads them.
+/// Only in deep archives; nothing reads them.
 inline const Field<BMessage> kChildrenField("_views", kMostNumber);
 
 } // namespace kits

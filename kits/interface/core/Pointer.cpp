@@ -22,7 +22,7 @@ namespace kits::Pointer {
 
 namespace {
 
-// Of B_MOUSE_MOVED.
+// In B_MOUSE_MOVED.
 const Field<int32> kTransitField("transit", 0, 3);
 const Field<void*> kDragField("drag"); ///< the dragged message, while it is handled
 

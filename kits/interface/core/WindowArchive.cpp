@@ -19,10 +19,10 @@ constexpr float kLongestName = 1024;
 const Field<std::string> kTitleField("_title", 0, kLongestName);
 const Field<int32> kTypeField("_type", 0, 5);
 const Field<int32> kLookField("_wlook", 0, 5);
-const Field<int32> kFeelField("_wfeel", 0, 2); // none becomes a part of the desktop
+const Field<int32> kFeelField("_wfeel", 0, 2); // no window from an archive becomes a part of the desktop
 const Field<std::string> kZoomField("_zoom", 0, kLongestName);
-const Field<int64> kPulseField("_pulse", 0, 3'600'000'000); // and nothing between 0 and 20 ms
-/// The least and the most width, the least and the most height.
+const Field<int64> kPulseField("_pulse", 0, 3'600'000'000); // rates above 0 and below 20 ms are ignored
+/// Least width, greatest width, least height, greatest height.
 const Field<float> kLimitsField("_limits", 0, kits::kFarthestPlace, 0, kits::Outside::kLeftOut, 4);
 
 constexpr const char* kMaximized = "maximised";

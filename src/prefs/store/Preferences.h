@@ -60,14 +60,14 @@ public:
     /// @return whether there is such a field now
     bool Claim(const kits::AnyField& field);
 
-    /// Replaces the first value of the field, whatever its length, or adds the field. A field of the same name with
-    /// another type stays, and the message's own error comes back.
+    /// Replaces the first value of the field, whatever its length, or adds the field. If a field of the same name has
+    /// another type, that stays, and the message's error is returned.
     template <class Field, class Value> status_t Set(const Field& field, const Value& value)
     {
         return NoteError(field.Set(this, value));
     }
 
-    /// The first error of Set() since ForgetErrors(), or of NoteError(); B_OK when all have succeeded.
+    /// Returns the first error of Set() or NoteError() since ForgetErrors(), or B_OK.
     status_t Error() const { return fError; }
     /// Something that belongs into the store could not be made or put there; B_OK changes nothing.
     /// @return the status

@@ -20,8 +20,8 @@
 #include <limits>
 #include <map>
 
-// Every declared field, with everything that it must not be: read through its declaration, and put into every archive
-// and every message and looked for in what the program would store afterwards.
+// Gives every declared field everything that it must not accept: reads it through its declaration, puts it into every
+// archive and every message, and checks what the program would store afterwards.
 
 namespace {
 
@@ -37,7 +37,7 @@ std::vector<const AnyField*> AllFields()
 
 const double kInfinity = std::numeric_limits<double>::infinity();
 
-/// Numbers that hardly any field may have, and those beside its range.
+/// Returns numbers that hardly any field accepts, and those next to its range.
 std::vector<double> HostileNumbers(const AnyField& field)
 {
     return {std::nan(""),     kInfinity, -kInfinity, 0,    -1,    1,      -0.0,   field.Low() - 1,
@@ -52,7 +52,7 @@ template <class Integer> Integer Whole(double number)
     return number >= -kLow ? std::numeric_limits<Integer>::max() : static_cast<Integer>(number);
 }
 
-/// Adds values of any type under the name of a field, as much as that can be of this number.
+/// Adds values of every type under the name of a field, each as close to the number as its type allows.
 void AddNumber(BMessage* message, const AnyField& field, type_code type, double number)
 {
     const char* const name = field.Name();
@@ -92,7 +92,7 @@ void AddNumber(BMessage* message, const AnyField& field, type_code type, double 
         break;
     }
     default: {
-        // Bytes of wrong sizes, all set: as a number they are not one, or -1.
+        // Bytes of wrong sizes, all set: as a number they are NaN or -1.
         const std::string bytes(static_cast<size_t>(std::min(field.High(), 1200.0)) + 3, '\xFF');
         for (int32 i = 0; i < 9; i++)
             message->AddData(name, type, bytes.data(), static_cast<ssize_t>(bytes.size()) - (i & 3), false);
@@ -103,7 +103,7 @@ void AddNumber(BMessage* message, const AnyField& field, type_code type, double 
 constexpr type_code kTypes[] = {B_BOOL_TYPE,  B_INT16_TYPE, B_INT32_TYPE,  B_INT64_TYPE,   B_FLOAT_TYPE,
                                 B_POINT_TYPE, B_RECT_TYPE,  B_STRING_TYPE, B_MESSAGE_TYPE, B_RAW_TYPE};
 
-/// Adds one wrong field to each of the messages, of each type; there are as many as it takes.
+/// Adds one wrong field of each type to one message each; makes as many messages as that takes.
 void AddHostile(const AnyField& field, std::vector<BMessage>* messages)
 {
     size_t next = 0;
@@ -126,7 +126,7 @@ void AddHostile(const AnyField& field, std::vector<BMessage>* messages)
     }
 }
 
-/// Archives with one wrong field each.
+/// Returns archives with one wrong field each.
 std::vector<BMessage> HostileMessages(const AnyField& field)
 {
     std::vector<BMessage> messages;
@@ -134,7 +134,7 @@ std::vector<BMessage> HostileMessages(const AnyField& field)
     return messages;
 }
 
-/// Every number of one value, and the number of its bytes, if those are what the range is about.
+/// Returns every number of one value, and its number of bytes if the range limits that.
 std::vector<double> NumbersOf(const BMessage& message, const char* name, type_code type, int32 index)
 {
     int16 small = 0;
@@ -165,7 +165,7 @@ std::vector<double> NumbersOf(const BMessage& message, const char* name, type_co
     return {};
 }
 
-/// Every number of an archive, and of those in it, that belongs to a declared field is in its range.
+/// Expects every number of an archive, and of those in it, that belongs to a declared field to lie in its range.
 void ExpectInRange(const BMessage& archive, const std::string& where)
 {
     const char* name = nullptr;
@@ -187,7 +187,7 @@ void ExpectInRange(const BMessage& archive, const std::string& where)
     }
 }
 
-/// What a chart takes from other programs and from the user, fonts too.
+/// The messages that a chart takes from other programs and from the user, fonts too.
 constexpr uint32 kChartCodes[] = {MSG_PREFS_DROP,
                                   MSG_SOURCE_DROP,
                                   MSG_SET_VALUE_POS,
@@ -320,7 +320,7 @@ TEST_F(FieldsTest, NoNameIsDeclaredTwice)
         EXPECT_EQ(++names[field->Name()], 1) << field->Name();
 }
 
-/// All fields of an archive, and those of the messages in it, are declared with their types. Returns how many.
+/// Expects all fields of an archive, and of the messages in it, to be declared with their types. Returns their number.
 int WalkThrough(const BMessage& archive, const std::string& where)
 {
     int fields = 0;
@@ -351,7 +351,7 @@ TEST_F(FieldsTest, EverythingThatIsStoredIsDeclared)
                  [&] { return app.PreferencesWindow() != nullptr && FirstChart(app)->PreferencesWindow() != nullptr; });
          },
          [this](QelApp& app) {
-             // Closed they are archived too.
+             // Closed windows are archived, too.
              app.PreferencesWindow()->PostMessage(B_QUIT_REQUESTED);
              FirstChart(app)->PreferencesWindow()->PostMessage(B_QUIT_REQUESTED);
              Await(
@@ -375,7 +375,7 @@ TEST_F(FieldsTest, ChartsSamplerAndUptimesStayInRangeWhateverTheyAreGiven)
             ToCharts(hostile, what);
             ToUptimes(hostile, what);
         }
-        // A sampler has a thread of its own, so not for every one.
+        // A sampler has a thread of its own, so not each message gets a new one.
         ToSampler(messages.front(), what);
     }
     for (const AnyField* field : {test::DeclaredField("Delay"), test::DeclaredField("NodesToKeep")})
@@ -385,7 +385,7 @@ TEST_F(FieldsTest, ChartsSamplerAndUptimesStayInRangeWhateverTheyAreGiven)
 
 TEST_F(FieldsTest, WindowsStayInRangeWhateverTheyAreGiven)
 {
-    // A window takes its time, so all fields are wrong at once.
+    // Opening a window is slow, so all fields are wrong at once.
     std::vector<BMessage> archives;
     for (const AnyField* field : AllFields())
         AddHostile(*field, &archives);

@@ -63,7 +63,7 @@ TEST_F(StoresTest, EveryKeyIsSavedWhateverTypeItHadBefore)
     Damage(true, kCommonKeys);
     Damage(false, kUserKeys);
     QelApp& app = Make();
-    prefs_user->Claim(kVersionField); // as the question about it does
+    prefs_user->Claim(kVersionField); // as the program does when it asks about the version
     Run({[](QelApp& running) {
              BMessage open(MSG_OPEN_GLOBAL_PREFS);
              running.PostMessage(&open);
