@@ -13,7 +13,6 @@
 namespace {
 
 using kits::Field;
-using kits::kMostNumber;
 
 constexpr float kLongestName = 1024;
 const Field<std::string> kTitleField("_title", 0, kLongestName);
