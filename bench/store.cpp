@@ -7,6 +7,7 @@
 #include "kits/support/TypeConstants.h"
 #include "src/app/Defaults.h"
 #include "src/support/Qel.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -76,8 +77,8 @@ bool Arrange(BMessage& store, int charts, bool transparent, std::vector<BMessage
     window.FindRect("WindowFrameWithCharts", &frame);
     if (frame.Height() < kLeastHeight * static_cast<float>(charts))
         frame.bottom = frame.top + kLeastHeight * static_cast<float>(charts);
-    window.ReplaceRect("WindowFrameWithCharts", frame);
-    window.ReplaceRect("_frame", frame);
+    test::ReplaceRect(window, "WindowFrameWithCharts", frame);
+    test::ReplaceRect(window, "_frame", frame);
     window.ReplaceMessage("ChartViewHolder", &holder);
     store.ReplaceMessage("MainWindow", &window);
     return true;

@@ -165,59 +165,13 @@ public:
 
     // Whether there is such a value.
 
-    bool HasBool(const char* name, int32 index = 0) const;
-    bool HasInt8(const char* name, int32 index = 0) const;
-    bool HasInt16(const char* name, int32 index = 0) const;
-    bool HasInt32(const char* name, int32 index = 0) const;
-    bool HasInt64(const char* name, int32 index = 0) const;
-    bool HasFloat(const char* name, int32 index = 0) const;
-    bool HasDouble(const char* name, int32 index = 0) const;
-    bool HasPoint(const char* name, int32 index = 0) const;
-    bool HasRect(const char* name, int32 index = 0) const;
-    bool HasString(const char* name, int32 index = 0) const;
-    bool HasPointer(const char* name, int32 index = 0) const;
-    bool HasMessenger(const char* name, int32 index = 0) const;
-    bool HasMessage(const char* name, int32 index = 0) const;
-    bool HasFlat(const char* name, const BFlattenable* object) const { return HasFlat(name, 0, object); }
-    bool HasFlat(const char* name, int32 index, const BFlattenable* object) const;
     /// @param type  `B_ANY_TYPE` accepts any
     bool HasData(const char* name, type_code type, int32 index = 0) const;
 
     // Replace an existing value.
 
-    status_t ReplaceBool(const char* name, bool value) { return ReplaceBool(name, 0, value); }
-    status_t ReplaceBool(const char* name, int32 index, bool value);
-    status_t ReplaceInt8(const char* name, int8 value) { return ReplaceInt8(name, 0, value); }
-    status_t ReplaceInt8(const char* name, int32 index, int8 value);
-    status_t ReplaceInt16(const char* name, int16 value) { return ReplaceInt16(name, 0, value); }
-    status_t ReplaceInt16(const char* name, int32 index, int16 value);
-    status_t ReplaceInt32(const char* name, int32 value) { return ReplaceInt32(name, 0, value); }
-    status_t ReplaceInt32(const char* name, int32 index, int32 value);
-    status_t ReplaceInt64(const char* name, int64 value) { return ReplaceInt64(name, 0, value); }
-    status_t ReplaceInt64(const char* name, int32 index, int64 value);
-    status_t ReplaceFloat(const char* name, float value) { return ReplaceFloat(name, 0, value); }
-    status_t ReplaceFloat(const char* name, int32 index, float value);
-    status_t ReplaceDouble(const char* name, double value) { return ReplaceDouble(name, 0, value); }
-    status_t ReplaceDouble(const char* name, int32 index, double value);
-    status_t ReplacePoint(const char* name, BPoint value);
-    status_t ReplacePoint(const char* name, int32 index, BPoint value);
-    status_t ReplaceRect(const char* name, BRect value);
-    status_t ReplaceRect(const char* name, int32 index, BRect value);
-    status_t ReplaceString(const char* name, const char* value) { return ReplaceString(name, 0, value); }
-    status_t ReplaceString(const char* name, int32 index, const char* value);
-    status_t ReplaceString(const char* name, const std::string& value) { return ReplaceString(name, 0, value); }
-    status_t ReplaceString(const char* name, int32 index, const std::string& value)
-    {
-        return ReplaceString(name, index, value.c_str());
-    }
-    status_t ReplacePointer(const char* name, const void* value) { return ReplacePointer(name, 0, value); }
-    status_t ReplacePointer(const char* name, int32 index, const void* value);
-    status_t ReplaceMessenger(const char* name, const BMessenger& value) { return ReplaceMessenger(name, 0, value); }
-    status_t ReplaceMessenger(const char* name, int32 index, const BMessenger& value);
     status_t ReplaceMessage(const char* name, const BMessage* value) { return ReplaceMessage(name, 0, value); }
     status_t ReplaceMessage(const char* name, int32 index, const BMessage* value);
-    status_t ReplaceFlat(const char* name, const BFlattenable* object) { return ReplaceFlat(name, 0, object); }
-    status_t ReplaceFlat(const char* name, int32 index, const BFlattenable* object);
     /// Only a type of known size requires that size (`B_BAD_VALUE`). If any other field of fixed size gets a value of
     /// another size, that becomes its size if it was the only value; otherwise the sizes of its values may differ from
     /// now on.

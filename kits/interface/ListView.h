@@ -50,7 +50,7 @@ public:
     /// Null, or -1, if there is none.
     BListItem* ItemAt(int32 index) const;
     int32 IndexOf(const BListItem* item) const;
-    int32 CountItems() const;
+    int32 CountItems() const; ///< for tests
     bool IsEmpty() const { return CountItems() == 0; }
 
     /// Selects a row, replacing the selection or (with `extend`, and only in a list with multiple selection) adding to

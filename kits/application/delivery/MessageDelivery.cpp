@@ -74,13 +74,3 @@ status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* valu
         *value = kits::MessageAccess::MessengerTo(address);
     return status;
 }
-
-status_t BMessage::ReplaceMessenger(const char* name, int32 index, const BMessenger& value)
-{
-    return ReplaceBytes(name, B_MESSENGER_TYPE, index, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address));
-}
-
-bool BMessage::HasMessenger(const char* name, int32 index) const
-{
-    return HasData(name, B_MESSENGER_TYPE, index);
-}

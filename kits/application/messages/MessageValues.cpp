@@ -30,14 +30,6 @@ std::string_view TextIn(const void* data, size_t size)
     status_t BMessage::Find##Name(const char* name, int32 index, Value* value) const                                   \
     {                                                                                                                  \
         return FindBytes(name, kType, index, value, sizeof(Value));                                                    \
-    }                                                                                                                  \
-    status_t BMessage::Replace##Name(const char* name, int32 index, Value value)                                       \
-    {                                                                                                                  \
-        return ReplaceBytes(name, kType, index, &value, sizeof(value));                                                \
-    }                                                                                                                  \
-    bool BMessage::Has##Name(const char* name, int32 index) const                                                      \
-    {                                                                                                                  \
-        return HasData(name, kType, index);                                                                            \
     }
 
 KITS_PLAIN_VALUE(Int8, int8, B_INT8_TYPE)
@@ -50,16 +42,6 @@ KITS_PLAIN_VALUE(Point, BPoint, B_POINT_TYPE)
 KITS_PLAIN_VALUE(Rect, BRect, B_RECT_TYPE)
 
 #undef KITS_PLAIN_VALUE
-
-status_t BMessage::ReplacePoint(const char* name, BPoint value)
-{
-    return ReplacePoint(name, 0, value);
-}
-
-status_t BMessage::ReplaceRect(const char* name, BRect value)
-{
-    return ReplaceRect(name, 0, value);
-}
 
 // A bool is stored as one byte; AddData may have stored any value there.
 
@@ -76,17 +58,6 @@ status_t BMessage::FindBool(const char* name, int32 index, bool* value) const
     if (status == B_OK)
         *value = byte != 0;
     return status;
-}
-
-status_t BMessage::ReplaceBool(const char* name, int32 index, bool value)
-{
-    const uint8 byte = value ? 1 : 0;
-    return ReplaceBytes(name, B_BOOL_TYPE, index, &byte, 1);
-}
-
-bool BMessage::HasBool(const char* name, int32 index) const
-{
-    return HasData(name, B_BOOL_TYPE, index);
 }
 
 // A string is stored with its terminating zero.
@@ -119,16 +90,6 @@ status_t BMessage::FindString(const char* name, int32 index, std::string* value)
     return status;
 }
 
-status_t BMessage::ReplaceString(const char* name, int32 index, const char* value)
-{
-    return ReplaceBytes(name, B_STRING_TYPE, index, value, value == nullptr ? 0 : strlen(value) + 1);
-}
-
-bool BMessage::HasString(const char* name, int32 index) const
-{
-    return HasData(name, B_STRING_TYPE, index);
-}
-
 status_t BMessage::AddPointer(const char* name, const void* value)
 {
     return AddBytes(name, B_POINTER_TYPE, &value, sizeof(value), true);
@@ -137,16 +98,6 @@ status_t BMessage::AddPointer(const char* name, const void* value)
 status_t BMessage::FindPointer(const char* name, int32 index, void** value) const
 {
     return FindBytes(name, B_POINTER_TYPE, index, value, sizeof(*value));
-}
-
-status_t BMessage::ReplacePointer(const char* name, int32 index, const void* value)
-{
-    return ReplaceBytes(name, B_POINTER_TYPE, index, &value, sizeof(value));
-}
-
-bool BMessage::HasPointer(const char* name, int32 index) const
-{
-    return HasData(name, B_POINTER_TYPE, index);
 }
 
 status_t BMessage::AddMessage(const char* name, const BMessage* value)
@@ -184,11 +135,6 @@ status_t BMessage::ReplaceMessage(const char* name, int32 index, const BMessage*
     return status;
 }
 
-bool BMessage::HasMessage(const char* name, int32 index) const
-{
-    return HasData(name, B_MESSAGE_TYPE, index);
-}
-
 status_t BMessage::AddFlat(const char* name, const BFlattenable* object)
 {
     if (object == nullptr)
@@ -211,25 +157,6 @@ status_t BMessage::FindFlat(const char* name, int32 index, BFlattenable* object)
         return B_BAD_TYPE;
     const std::string_view bytes = field->ItemAt(index);
     return object->Unflatten(field->Type(), bytes.data(), static_cast<ssize_t>(bytes.size()));
-}
-
-status_t BMessage::ReplaceFlat(const char* name, int32 index, const BFlattenable* object)
-{
-    if (object == nullptr)
-        return B_BAD_VALUE;
-    const ssize_t size = object->FlattenedSize();
-    if (size < 0)
-        return B_BAD_VALUE;
-    std::vector<char> bytes(static_cast<size_t>(size) + 1);
-    const status_t status = object->Flatten(bytes.data(), size);
-    return status == B_OK ? ReplaceData(name, object->TypeCode(), index, bytes.data(), size) : status;
-}
-
-bool BMessage::HasFlat(const char* name, int32 index, const BFlattenable* object) const
-{
-    const Field* field;
-    return object != nullptr && FindField(name, B_ANY_TYPE, index, &field) == B_OK && field->Type() != B_MESSAGE_TYPE &&
-           object->AllowsTypeCode(field->Type());
 }
 
 status_t BMessage::AddData(const char* name, type_code type, const void* data, ssize_t numBytes, bool fixedSize,
@@ -272,8 +199,10 @@ status_t BMessage::ReplaceData(const char* name, type_code type, int32 index, co
     const size_t size = static_cast<size_t>(numBytes);
     if (type == B_MESSAGE_TYPE || type == B_ANY_TYPE)
         return B_BAD_TYPE;
-    if (type == B_STRING_TYPE)
-        return ReplaceString(name, index, std::string(TextIn(data, size)).c_str());
+    if (type == B_STRING_TYPE) {
+        const std::string text(TextIn(data, size));
+        return ReplaceBytes(name, type, index, text.c_str(), text.size() + 1);
+    }
     return ReplaceBytes(name, type, index, data, size);
 }
 

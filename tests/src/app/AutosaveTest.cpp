@@ -5,6 +5,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/MainThread.h"
 #include "kits/interface/Screen.h"
+#include "kits/support/TypeConstants.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
@@ -36,7 +37,7 @@ public:
     {
         prefs_user->RemoveName("MainWindow");
         fAutosave.Look();
-        return prefs_user->HasMessage("MainWindow");
+        return prefs_user->HasData("MainWindow", B_MESSAGE_TYPE);
     }
     void Save() { fAutosave.Save(); }
     /// Returns whether it is archived after this action was handled.
@@ -217,6 +218,6 @@ TEST_F(AutosaveTest, IsTriedAgainUntilItIsOnTheDisk)
         EXPECT_TRUE(looks.Archives());
         EXPECT_TRUE(looks.SparesSometimes([] {}));
         const Preferences stored("application/x-vnd.kvt-Qel", false, true);
-        EXPECT_TRUE(stored.HasBool("Another"));
+        EXPECT_TRUE(stored.HasData("Another", B_BOOL_TYPE));
     });
 }

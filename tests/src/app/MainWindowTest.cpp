@@ -5,6 +5,7 @@
 #include "kits/interface/MenuBar.h"
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/TabView.h"
+#include "kits/support/TypeConstants.h"
 #include "src/app/UptimeView.h"
 #include "src/chart/ChartTab.h"
 #include "src/chart/ChartViewHolder.h"
@@ -142,7 +143,7 @@ TEST_F(MainWindowTest, ArchivesItsChartsSizesAndSelection)
     int32 selection = -1;
     EXPECT_EQ(archive.FindInt32("Selection", &selection), B_OK);
     EXPECT_EQ(selection, 0);
-    EXPECT_FALSE(archive.HasMessage("_views")) << "the window itself is shallow";
+    EXPECT_FALSE(archive.HasData("_views", B_MESSAGE_TYPE)) << "the window itself is shallow";
 }
 
 TEST_F(MainWindowTest, RemembersASizeForEachTab)

@@ -5,6 +5,7 @@
 #include "kits/application/Messenger.h"
 #include "kits/application/Roster.h"
 #include "kits/interface/TabView.h"
+#include "kits/support/TypeConstants.h"
 #include "src/app/MainWindow.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
@@ -300,7 +301,7 @@ TEST_F(QelAppTest, GoesOnWithoutItsPreferencesAndRemembersThem)
     Run({open, close, open, check, close});
     Finish();
     Make();
-    EXPECT_TRUE(prefs_user->HasMessage("GlobalPrefsWindow"));
+    EXPECT_TRUE(prefs_user->HasData("GlobalPrefsWindow", B_MESSAGE_TYPE));
     Run({open, check});
 }
 
@@ -313,8 +314,8 @@ TEST_F(QelAppTest, RemembersAnOpenWindowWhenItQuits)
     const char* version = nullptr;
     EXPECT_EQ(prefs_user->FindString("Version", &version), B_OK);
     EXPECT_STREQ(version, "0.3.0");
-    EXPECT_TRUE(prefs_user->HasMessage("Sysinfo"));
-    EXPECT_FALSE(prefs_user->HasMessage("GlobalPrefsWindow"));
+    EXPECT_TRUE(prefs_user->HasData("Sysinfo", B_MESSAGE_TYPE));
+    EXPECT_FALSE(prefs_user->HasData("GlobalPrefsWindow", B_MESSAGE_TYPE));
 }
 
 TEST_F(QelAppTest, ReplacesWhatItRememberedOfItsWindow)
@@ -348,7 +349,7 @@ TEST_F(QelAppTest, StoresWhatWasArrangedWhileItRuns)
                  BRect frame;
                  return stored.FindMessage("MainWindow", &window) == B_OK &&
                         window.FindRect("_frame", &frame) == B_OK && frame.LeftTop() == BPoint(33, 44) &&
-                        stored.HasString("Version") && stored.HasMessage("Sysinfo");
+                        stored.HasData("Version", B_STRING_TYPE) && stored.HasData("Sysinfo", B_MESSAGE_TYPE);
              }));
          }});
 }

@@ -125,7 +125,7 @@ TEST_F(SmartWindowTest, HasNoFlagsWithoutThemInItsArchive)
         EXPECT_TRUE(test::WaitFor([&] { return looper->fKeeper.fCount == 1; }));
         BMessage sent;
         ASSERT_EQ(looper->fKeeper.fLast.FindMessage("Archive", &sent), B_OK);
-        EXPECT_FALSE(sent.HasMessage("_views")) << "shallow";
+        EXPECT_FALSE(sent.HasData("_views", B_MESSAGE_TYPE)) << "shallow";
         Destroy(window);
     }});
 }
@@ -160,7 +160,7 @@ TEST_F(SmartWindowTest, SendsItsArchiveToItsTarget)
              EXPECT_STREQ(name, "name");
              BMessage archive;
              ASSERT_EQ(sent.FindMessage("Archive", &archive), B_OK);
-             EXPECT_TRUE(archive.HasMessage("_views")) << "deep";
+             EXPECT_TRUE(archive.HasData("_views", B_MESSAGE_TYPE)) << "deep";
          }});
 }
 

@@ -58,7 +58,7 @@ TEST_F(StartupTest, AsksNothingAboutThisVersion)
     EXPECT_TRUE(AskAboutVersion(prefs_user));
     prefs_user->Set(kVersionField, "0.3.0");
     EXPECT_TRUE(AskAboutVersion(prefs_user));
-    EXPECT_TRUE(prefs_user->HasString("Version"));
+    EXPECT_TRUE(prefs_user->HasData("Version", B_STRING_TYPE));
 }
 
 TEST_F(StartupTest, TheDefaultsLeaveTheStoreOfTheOtherVersionBesideTheNewOne)

@@ -52,7 +52,7 @@ protected:
             EXPECT_EQ(store.GetInfo(key.name, &type), B_OK) << key.name;
             EXPECT_EQ(type, key.type) << key.name;
         }
-        EXPECT_TRUE(store.HasString("Nobody's"));
+        EXPECT_TRUE(store.HasData("Nobody's", B_STRING_TYPE));
     }
 };
 

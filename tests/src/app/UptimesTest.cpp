@@ -3,6 +3,7 @@
 
 #include "kits/application/Message.h"
 #include "kits/kernel/Errors.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <gtest/gtest.h>
 
@@ -204,7 +205,7 @@ TEST(UptimeTotals, HoldWhatNoRunCanHaveWritten)
     totals.Count(500, kBoot);
     EXPECT_EQ(totals.sum, sum) << "a last save in the future adds nothing";
 
-    store.ReplaceInt32("BootCount", INT32_MAX);
+    test::ReplaceInt32(store, "BootCount", INT32_MAX);
     totals = UptimeTotals::From(store);
     totals.Count(500, kBoot + 10'000'000);
     EXPECT_EQ(totals.bootCount, INT32_MAX);

@@ -3,6 +3,7 @@
 #include "src/chart/ChartSettings.h"
 #include "src/chart/ChartView.h"
 #include "tests/src/chart/ChartTestKit.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <cmath>
 #include <limits>
@@ -211,7 +212,7 @@ TEST(ChartArchiveTest, EachGroupWritesItsOwnFields)
     BMessage colors;
     chart.SaveColorPrefsTo(&colors);
     EXPECT_EQ(colors.CountNames(B_ANY_TYPE), 9);
-    EXPECT_FALSE(colors.HasString("Title"));
+    EXPECT_FALSE(colors.HasData("Title", B_STRING_TYPE));
     BMessage general;
     chart.SaveGeneralPrefsTo(&general);
     EXPECT_EQ(general.CountNames(B_ANY_TYPE), 17);
@@ -245,7 +246,7 @@ TEST(ChartArchiveTest, AReplicantsArchiveNamesItsClassAndProgram)
     for (int32 i = 0; archive.FindString("class", i, &text) == B_OK; i++)
         named = named || std::string(text) == "ChartView";
     EXPECT_TRUE(named);
-    EXPECT_FALSE(archive.HasMessage("_views"));
+    EXPECT_FALSE(archive.HasData("_views", B_MESSAGE_TYPE));
 
     const std::unique_ptr<ChartView> copy(ChartView::Instantiate(&archive));
     ASSERT_NE(copy, nullptr);
@@ -265,7 +266,7 @@ TEST(ChartArchiveTest, AnArchiveWithATitleOnlyChangesTheTitleOnly)
 {
     ChartView plain;
     BMessage expected = Settings(plain);
-    expected.ReplaceString("Title", "Only this");
+    test::ReplaceString(expected, "Title", "Only this");
     BMessage archive;
     archive.AddString("Title", "Only this");
     ChartView chart(&archive);

@@ -5,6 +5,7 @@
 #include "src/chart/ChartSteps.h"
 #include "src/chart/ChartView.h"
 #include "src/chart/ChartViewHolder.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <gtest/gtest.h>
 
@@ -89,7 +90,7 @@ TEST_F(ChartShelfTest, IsArchivedWithTheCharts)
 TEST_F(ChartShelfTest, TakesNothingThatIsNoChart)
 {
     BMessage foreign = Archive();
-    foreign.ReplaceString("add_on", "application/x-vnd.other-Thing");
+    test::ReplaceString(foreign, "add_on", "application/x-vnd.other-Thing");
     EXPECT_FALSE(shelf.AddReplicant(&foreign, BPoint(), "foreign", BMessenger()));
     BMessage empty;
     EXPECT_FALSE(shelf.AddReplicant(&empty, BPoint(), "empty", BMessenger()));

@@ -5,11 +5,13 @@
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
 #include "kits/interface/core/ViewPrivate.h"
+#include "kits/support/TypeConstants.h"
 #include "src/desktop/Autostart.h"
 #include "src/desktop/Placement.h"
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/Qel.h"
 #include "tests/support/DeclaredField.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -193,7 +195,7 @@ TEST_F(DesktopAppTest, RemembersTheNewestRequests)
 TEST_F(DesktopAppTest, IgnoresWhatIsNoChart)
 {
     BMessage foreign = Archive();
-    foreign.ReplaceString("add_on", "application/x-vnd.other-Thing");
+    test::ReplaceString(foreign, "add_on", "application/x-vnd.other-Thing");
     BMessage another = Archive();
     another.RemoveName("class");
     another.AddString("class", "BView");
@@ -212,7 +214,7 @@ TEST_F(DesktopAppTest, HoldsSizesAndPlacesToTheScreens)
     std::vector<BMessage> requests;
     for (const BRect& frame : {BRect(0, 0, 16383, 16383), BRect(0, 0, nan, 5), BRect(0, 0, 1, 1), BRect(9, 9, 0, 0)}) {
         BMessage archive = Archive();
-        archive.ReplaceRect("_frame", frame);
+        test::ReplaceRect(archive, "_frame", frame);
         for (const BPoint& where : {BPoint(1e9F, 3), BPoint(nan, nan), BPoint(-5000, 90000)})
             requests.push_back(Request(archive, where));
     }
@@ -470,7 +472,7 @@ TEST_F(DesktopAppTest, KeysOfAnotherTypeDoNotKeepChartsFromBeingSaved)
     }
     EXPECT_EQ(Shown({Request(Archive())}), 1U);
     const Preferences store(kDesktopSignature, false, true);
-    EXPECT_TRUE(store.HasString("Version"));
-    EXPECT_TRUE(store.HasMessage("Replicant"));
-    EXPECT_TRUE(store.HasString("Nobody's"));
+    EXPECT_TRUE(store.HasData("Version", B_STRING_TYPE));
+    EXPECT_TRUE(store.HasData("Replicant", B_MESSAGE_TYPE));
+    EXPECT_TRUE(store.HasData("Nobody's", B_STRING_TYPE));
 }

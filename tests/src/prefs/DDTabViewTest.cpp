@@ -103,7 +103,7 @@ TEST_F(DDTabViewTest, ThePrimaryButtonDragsThePressedPage)
     ASSERT_NE(drag, nullptr);
     EXPECT_EQ(drag->message.what, uint32(MSG_PREFS_DROP));
     EXPECT_EQ(drag->message.CountNames(B_ANY_TYPE), 1);
-    EXPECT_TRUE(drag->message.HasInt32("first"));
+    EXPECT_TRUE(drag->message.HasData("first", B_INT32_TYPE));
     EXPECT_EQ(drag->rect, OnScreen(TabAt(0)->LabelFrame()));
 }
 
@@ -114,8 +114,8 @@ TEST_F(DDTabViewTest, APressSelectsTheTabThatIsThenDragged)
     EXPECT_EQ(fTabView->Selection(), 1);
     const auto drag = test::TakeDrag();
     ASSERT_NE(drag, nullptr);
-    EXPECT_TRUE(drag->message.HasInt32("second"));
-    EXPECT_FALSE(drag->message.HasInt32("first"));
+    EXPECT_TRUE(drag->message.HasData("second", B_INT32_TYPE));
+    EXPECT_FALSE(drag->message.HasData("first", B_INT32_TYPE));
 }
 
 TEST_F(DDTabViewTest, AnotherButtonDragsAllPages)
@@ -126,8 +126,8 @@ TEST_F(DDTabViewTest, AnotherButtonDragsAllPages)
     ASSERT_NE(drag, nullptr);
     EXPECT_EQ(drag->message.what, uint32(MSG_PREFS_DROP));
     EXPECT_EQ(drag->message.CountNames(B_ANY_TYPE), 2);
-    EXPECT_TRUE(drag->message.HasInt32("first"));
-    EXPECT_TRUE(drag->message.HasInt32("third"));
+    EXPECT_TRUE(drag->message.HasData("first", B_INT32_TYPE));
+    EXPECT_TRUE(drag->message.HasData("third", B_INT32_TYPE));
     // Always from the corner of the view.
     EXPECT_EQ(drag->rect, OnScreen(BRect(0, 0, 0, 0) | TabAt(0)->LabelFrame() | TabAt(2)->LabelFrame()));
 }
@@ -187,7 +187,7 @@ TEST_F(DDTabViewTest, AnEarlierPressOnALabelStillCounts)
     test::MoveTo(fTabView, kAbove);
     const auto drag = test::TakeDrag();
     ASSERT_NE(drag, nullptr);
-    EXPECT_TRUE(drag->message.HasInt32("first"));
+    EXPECT_TRUE(drag->message.HasData("first", B_INT32_TYPE));
 }
 
 TEST_F(DDTabViewTest, LeavingWithoutAButtonDragsNothing)
@@ -224,8 +224,8 @@ TEST_F(DDTabViewTest, ThePageThatShowsIsCopied)
         BMessage message;
         ASSERT_TRUE(view->CopyRequested(&message));
         EXPECT_EQ(message.what, uint32(MSG_PREFS_DROP));
-        EXPECT_TRUE(message.HasInt32("second"));
-        EXPECT_FALSE(message.HasInt32("first"));
+        EXPECT_TRUE(message.HasData("second", B_INT32_TYPE));
+        EXPECT_FALSE(message.HasData("first", B_INT32_TYPE));
     }
     fTabView->Select(2);
     test::Turn();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "kits/support/TypeConstants.h"
 #include "src/prefs/store/Preferences.h"
 #include "src/sampling/Sysinfo.h"
 #include "tests/src/sampling/MachineOverTime.h"
@@ -44,7 +45,7 @@ TEST_F(SysinfoStoreTest, StoresItsSettingsWhenItEnds)
         Sysinfo sampler(10);
         sampler.SetNodesToKeep(33);
         sampler.SetSamplingDelay(150000);
-        EXPECT_FALSE(fStore->HasMessage("Sysinfo"));
+        EXPECT_FALSE(fStore->HasData("Sysinfo", B_MESSAGE_TYPE));
     }
     BMessage settings;
     ASSERT_EQ(fStore->FindMessage("Sysinfo", &settings), B_OK);
@@ -91,5 +92,5 @@ TEST_F(SysinfoStoreTest, AGhostStoresNothing)
         const Sysinfo ghost(&archive);
         EXPECT_EQ(ghost.InitCheck(), B_OK);
     }
-    EXPECT_FALSE(fStore->HasMessage("Sysinfo"));
+    EXPECT_FALSE(fStore->HasData("Sysinfo", B_MESSAGE_TYPE));
 }

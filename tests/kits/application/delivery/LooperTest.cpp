@@ -8,6 +8,7 @@
 #include "kits/kernel/Errors.h"
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/Loop.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <gtest/gtest.h>
 
@@ -92,7 +93,7 @@ TEST_F(LooperTest, GetsACopyOfTheMessage)
     });
     fLooper->AddHandler(&handler);
     EXPECT_EQ(fLooper->PostMessage(&message, &handler), B_OK);
-    message.ReplaceInt32("number", 8);
+    test::ReplaceInt32(message, "number", 8);
     EXPECT_EQ(fLooper->CurrentMessage(), nullptr);
     Drain();
     EXPECT_EQ(number, 7);
@@ -191,7 +192,7 @@ TEST_F(LooperTest, HoldsMessagesBackUntilItRuns)
     BMessage message = Newest(1, 1);
     looper->PostMessage(&message, &handler);
     looper->PostMessage(2);
-    message.ReplaceInt32("number", 2);
+    test::ReplaceInt32(message, "number", 2);
     looper->PostMessage(&message, &handler);
     Drain();
     EXPECT_EQ(looper->CountMessages(), 2);

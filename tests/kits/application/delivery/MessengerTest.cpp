@@ -6,6 +6,7 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/kernel/Errors.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/Loop.h"
 
 #include <gtest/gtest.h>
@@ -206,7 +207,7 @@ TEST_F(MessengerTest, GivesTheAnswerToTheWaitingThread)
     BMessage reply('keep');
     EXPECT_EQ(Ask(BMessenger(&fHandler), 1, &reply), B_OK);
     EXPECT_EQ(reply.what, 101u);
-    EXPECT_TRUE(reply.HasInt32("number"));
+    EXPECT_TRUE(reply.HasData("number", B_INT32_TYPE));
     EXPECT_EQ(fAnswered, B_DUPLICATE_REPLY);
 }
 

@@ -180,7 +180,7 @@ TEST(HostileMessage, MayDoWithoutAChecksumButNotWithAWrongOne)
     const std::string map = Field("LONG", Number(7));
     BMessage read;
     EXPECT_EQ(Read("\xD9\xD9\xF7\x82" + Head(0, map.size(), 4) + map, &read), B_OK);
-    EXPECT_TRUE(read.HasInt32("f"));
+    EXPECT_TRUE(read.HasData("f", B_INT32_TYPE));
     EXPECT_EQ(Read("\xD9\xD9\xF7\x83" + Head(0, map.size() + 5, 4) + map + Head(0, kits::Crc32(map) + 1, 4)),
               B_BAD_VALUE);
     EXPECT_EQ(Read("\xD9\xD9\xF7\x83" + Head(0, map.size(), 4) + map), B_BAD_VALUE);

@@ -12,6 +12,7 @@
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/ReplaceValue.h"
 #include "tests/support/TeamFixture.h"
 
 #include <unistd.h>
@@ -113,11 +114,11 @@ TEST_F(TeamTest, CarriesAMessageAsLongAsMayBe)
     ASSERT_EQ(kits::WriteMessage(message, &flat, false), B_OK);
     // Kind, flags, reply address, number of handlers and one handler; a long text takes four bytes for its size.
     const size_t most = kits::bounds::kMostFrame - (1 + 1 + 16 + 4 + 8) - flat.size() - 4;
-    message.ReplaceString("text", std::string(most, 'x'));
+    test::ReplaceString(message, "text", std::string(most, 'x'));
     BMessage reply = Ask(partner.Application(), message);
     reply.what = 'echo';
     EXPECT_TRUE(reply.HasSameData(message));
-    message.ReplaceString("text", std::string(most + 1, 'x'));
+    test::ReplaceString(message, "text", std::string(most + 1, 'x'));
     EXPECT_EQ(partner.Application().SendMessage(&message), B_BAD_VALUE);
     // Nothing of it was sent: the connection is intact.
     EXPECT_EQ(Ask(partner.Application(), 'echo').what, uint32('repl'));
@@ -333,7 +334,7 @@ TEST_F(TeamTest, SendsOnlyTheNewestToOneThatDoesNotRead)
     {
         const AllocationCounter counter;
         for (int32 i = 0; i <= kCount; ++i) {
-            tick.ReplaceInt32("number", i);
+            test::ReplaceInt32(tick, "number", i);
             ASSERT_EQ(application.SendMessage(&tick), B_OK);
         }
         EXPECT_LT(counter.Peak(), 64u * 1024);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/Button.h"
 
+#include "kits/support/TypeConstants.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 using ButtonTest = WidgetTest;
@@ -21,7 +22,7 @@ TEST_F(ButtonTest, PressingItSendsItsMessageWithTimeAndSource)
     int64 when = 0;
     EXPECT_EQ(message.FindInt64("when", &when), B_OK);
     EXPECT_GT(when, 0);
-    EXPECT_FALSE(button->Message()->HasInt64("when")) << "the button's own message stays as it is";
+    EXPECT_FALSE(button->Message()->HasData("when", B_INT64_TYPE)) << "the button's own message stays as it is";
 }
 
 TEST_F(ButtonTest, SpaceAndEnterPressTheFocusedOne)

@@ -7,7 +7,9 @@
 #include "kits/interface/core/Drag.h"
 #include "kits/interface/core/ViewPrivate.h"
 #include "kits/interface/platform/selections/DropMessage.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
+#include "tests/support/ReplaceValue.h"
 
 #include <QCoreApplication>
 #include <QDropEvent>
@@ -38,7 +40,7 @@ public:
         : BShelf(view)
     {
     }
-    bool CanAddReplicant(const BMessage* archive) const override { return archive->HasInt32("number"); }
+    bool CanAddReplicant(const BMessage* archive) const override { return archive->HasData("number", B_INT32_TYPE); }
     bool AddReplicant(BMessage* archive, BPoint at, const std::string& named, const BMessenger& from) override
     {
         taken.push_back(*archive);
@@ -255,8 +257,8 @@ TEST_F(Dragger, WhatItDragsIsForShelvesOnly)
         EXPECT_TRUE(DropForeign(archive, QPoint(30, 40)));
         ASSERT_EQ(shelf.taken.size(), 1U);
         EXPECT_EQ(shelf.where, BPoint(20, 30));
-        EXPECT_FALSE(shelf.taken[0].HasMessenger(kits::Drag::kSourceField));
-        EXPECT_FALSE(shelf.taken[0].HasString(kits::Drag::kDragField));
+        EXPECT_FALSE(shelf.taken[0].HasData(kits::Drag::kSourceField, B_MESSENGER_TYPE));
+        EXPECT_FALSE(shelf.taken[0].HasData(kits::Drag::kDragField, B_STRING_TYPE));
         EXPECT_EQ(shelf.identity, "this one");
         EXPECT_EQ(shelf.source, BMessenger(target));
         EXPECT_EQ(target->received.size(), 0U) << "the shelf may have to store it first";
@@ -264,10 +266,10 @@ TEST_F(Dragger, WhatItDragsIsForShelvesOnly)
         EXPECT_FALSE(DropForeign(archive, QPoint(180, 90)));
         EXPECT_FALSE(DropForeign(BMessage(B_ARCHIVED_OBJECT), QPoint(30, 40)));
         // An archive that the shelf could not use stays where it was.
-        archive.ReplaceInt32("number", 0);
+        test::ReplaceInt32(archive, "number", 0);
         EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
         EXPECT_EQ(shelf.taken.size(), 2U);
     }
-    archive.ReplaceInt32("number", 1);
+    test::ReplaceInt32(archive, "number", 1);
     EXPECT_FALSE(DropForeign(archive, QPoint(30, 40)));
 }

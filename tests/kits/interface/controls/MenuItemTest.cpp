@@ -2,6 +2,7 @@
 #include "kits/interface/MenuItem.h"
 
 #include "kits/interface/Menu.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 using MenuItemTest = WidgetTest;
@@ -28,8 +29,8 @@ TEST_F(MenuItemTest, InvokingSendsACopyWithTimeSourceAndPlace)
     void* source = nullptr;
     EXPECT_EQ(message.FindPointer("source", &source), B_OK);
     EXPECT_EQ(source, item);
-    EXPECT_TRUE(message.HasInt64("when"));
-    EXPECT_FALSE(item->Message()->HasInt32("index"));
+    EXPECT_TRUE(message.HasData("when", B_INT64_TYPE));
+    EXPECT_FALSE(item->Message()->HasData("index", B_INT32_TYPE));
 }
 
 TEST_F(MenuItemTest, AnotherMessageCanBeSentInstead)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/OutlineListView.h"
 
+#include "kits/support/TypeConstants.h"
 #include "tests/kits/interface/WidgetTest.h"
 
 #include <QElapsedTimer>
@@ -170,7 +171,7 @@ TEST_F(OutlineListViewTest, ClosingTheGroupOfTheSelectedRowChangesTheSelection)
     EXPECT_EQ(fList->CurrentSelection(), -1);
     ASSERT_EQ(fWindow->heard.size(), 1u);
     EXPECT_EQ(fWindow->heard[0].what, 2u);
-    EXPECT_FALSE(fWindow->heard[0].HasInt32("index"));
+    EXPECT_FALSE(fWindow->heard[0].HasData("index", B_INT32_TYPE));
     Tree()->collapse(Tree()->model()->index(2, 0));
     test::Turn();
     EXPECT_EQ(fWindow->heard.size(), 1u) << "of another group nothing changes";

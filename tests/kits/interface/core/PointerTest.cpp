@@ -2,6 +2,7 @@
 #include "kits/application/Message.h"
 #include "kits/interface/core/ClickCounter.h"
 #include "kits/interface/core/ViewPrivate.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 
 #include <QContextMenuEvent>
@@ -38,7 +39,7 @@ public:
         EXPECT_EQ(message->what, B_MOUSE_DOWN);
         EXPECT_EQ(message->FindInt32("buttons", &buttons), B_OK);
         EXPECT_EQ(message->FindInt32("clicks", &clicks), B_OK);
-        EXPECT_TRUE(message->HasInt32("modifiers"));
+        EXPECT_TRUE(message->HasData("modifiers", B_INT32_TYPE));
         EXPECT_EQ(message->FindInt64("when", &when), B_OK);
         EXPECT_EQ(message->FindPoint("where", &place), B_OK);
         EXPECT_EQ(place, where);

@@ -5,6 +5,7 @@
 #include "kits/application/Message.h"
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/ViewPrivate.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 
 #include <QWidget>
@@ -257,7 +258,7 @@ TEST(View, ComesBackFromItsArchive)
     BMessage archive;
     ASSERT_EQ(view.Archive(&archive, false), B_OK);
     EXPECT_TRUE(validate_instantiation(&archive, "BView"));
-    EXPECT_FALSE(archive.HasMessage("_views"));
+    EXPECT_FALSE(archive.HasData("_views", B_MESSAGE_TYPE));
     BView copy(&archive);
     EXPECT_EQ(copy.Frame(), view.Frame());
     EXPECT_STREQ(copy.Name(), "name");
@@ -268,7 +269,7 @@ TEST(View, ComesBackFromItsArchive)
     EXPECT_EQ(copy.ViewColor(), B_TRANSPARENT_COLOR);
     BMessage deep;
     ASSERT_EQ(view.Archive(&deep, true), B_OK);
-    EXPECT_TRUE(deep.HasMessage("_views"));
+    EXPECT_TRUE(deep.HasData("_views", B_MESSAGE_TYPE));
     EXPECT_EQ(view.Archive(nullptr), B_BAD_VALUE);
 }
 

@@ -7,6 +7,7 @@
 #include "kits/interface/core/ScreenList.h"
 #include "kits/interface/core/ViewPrivate.h"
 #include "kits/interface/core/WindowImpl.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/GuiTest.h"
 #include "tests/support/TempFolder.h"
 
@@ -261,11 +262,11 @@ TEST(Window, ComesBackFromItsArchive)
     BMessage archive;
     ASSERT_EQ(window->Archive(&archive, true), B_OK);
     EXPECT_TRUE(validate_instantiation(&archive, "BWindow"));
-    EXPECT_TRUE(archive.HasMessage("_views"));
-    EXPECT_TRUE(archive.HasInt32("_wspace"));
+    EXPECT_TRUE(archive.HasData("_views", B_MESSAGE_TYPE));
+    EXPECT_TRUE(archive.HasData("_wspace", B_INT32_TYPE));
     BMessage shallow;
     ASSERT_EQ(window->Archive(&shallow, false), B_OK);
-    EXPECT_FALSE(shallow.HasMessage("_views"));
+    EXPECT_FALSE(shallow.HasData("_views", B_MESSAGE_TYPE));
     End(window);
 
     auto* copy = new BWindow(&archive);

@@ -121,7 +121,7 @@ TEST_F(DesktopColorTest, TheScreenAnswersWithAMessage)
     ASSERT_TRUE(test::WaitFor([&] { return !asker->heard.empty(); }));
     const BMessage& answer = asker->heard.front();
     EXPECT_EQ(answer.what, uint32('mine'));
-    EXPECT_TRUE(answer.HasInt32("Number"));
+    EXPECT_TRUE(answer.HasData("Number", B_INT32_TYPE));
     const void* color = nullptr;
     ssize_t size = 0;
     ASSERT_EQ(answer.FindData("RGBColor", B_RGB_COLOR_TYPE, &color, &size), B_OK);

@@ -117,7 +117,7 @@ TEST(Defaults, ThreeChartsThatShowSomethingAtOnce)
         bool showsValue = false;
         EXPECT_EQ(chart.FindBool("ShowValue", &showsValue), B_OK);
         EXPECT_TRUE(showsValue);
-        EXPECT_TRUE(chart.HasMessage("ValueVP"));
+        EXPECT_TRUE(chart.HasData("ValueVP", B_MESSAGE_TYPE));
         int16 number = 0;
         EXPECT_EQ(chart.FindInt16("ChartType", &number), B_OK);
         EXPECT_EQ(number, 1) << "solid";
@@ -213,7 +213,7 @@ TEST(Defaults, IdleSourcesAndOtherFieldsAreTreatedAlike)
     std::string title;
     EXPECT_EQ(Charts(few)[0].FindString("Title", &title), B_OK);
     EXPECT_EQ(title, "Mixed");
-    EXPECT_TRUE(few.HasBool("CWOpen"));
+    EXPECT_TRUE(few.HasData("CWOpen", B_BOOL_TYPE));
 }
 
 TEST(Defaults, WhatHasAnotherFormStays)

@@ -3,6 +3,7 @@
 
 #include "kits/interface/platform/desktops/PictureFile.h"
 #include "kits/kernel/Clock.h"
+#include "kits/support/TypeConstants.h"
 #include "tests/support/Await.h"
 #include "tests/support/TempFolder.h"
 
@@ -253,7 +254,7 @@ TEST_F(DesktopWatchTest, KeepsOnTheDiskBeforeItPaints)
     BMessage kept;
     const std::string bytes = folder.Get(kFile);
     ASSERT_EQ(kept.Unflatten(bytes.data(), static_cast<ssize_t>(bytes.size())), B_OK);
-    EXPECT_TRUE(kept.HasMessage("Kept"));
+    EXPECT_TRUE(kept.HasData("Kept", B_MESSAGE_TYPE));
 }
 
 TEST_F(DesktopWatchTest, DoesNotPaintWhatCannotBePutBack)
