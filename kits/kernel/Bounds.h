@@ -40,7 +40,7 @@ inline constexpr int32_t kMostValuesFromOutside = 16 * 1024;
 inline constexpr auto kTimeToSayHello = std::chrono::seconds(1);
 /// From the first byte of a frame to its last, while it is being read. close
 inline constexpr auto kTimeForAFrame = std::chrono::seconds(5);
-/// What is read before other connections get their turn: of small frames, and of a longer one. wait
+/// The bytes read before other connections get their turn: from small frames, and from a longer one. wait
 inline constexpr size_t kMostReadAtOnce = 16 * kKiB;
 inline constexpr size_t kMostReadOfAFrame = 64 * kKiB;
 /// Of the answers on its own connection that the sender has not read (pongs, and handlers that are gone). close

@@ -31,7 +31,7 @@ struct CommandLine {
     /// `--quit`
     bool quit = false;
 
-    /// What is wrong with the arguments, one line without the program's name; empty if nothing is wrong.
+    /// Describes the fault in the arguments, in one line without the program's name; empty if they are valid.
     std::string error;
 };
 

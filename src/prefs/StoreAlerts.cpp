@@ -20,7 +20,7 @@ std::string ReasonText(status_t status)
     return Filled(Tr("Reason: %1"), {Tr(StoreReason(status))});
 }
 
-/// Appends where a store lies and what is wrong with it, after the alert's own text.
+/// Appends the store's path and its error to the alert's text.
 void Append(std::string& text, const Preferences& store, status_t status)
 {
     text += "\n\n" + PlaceText(store.Place().directory, store.Place().name) + "\n" + ReasonText(status);

@@ -22,8 +22,8 @@ class Reports:
         self._home = tempfile.TemporaryDirectory(prefix="qel-reports-")
         self.folder = pathlib.Path(self._home.name)
         # ThreadSanitizer does not see how threads wait for each other in libraries that were built without it, and
-        # reports races on what these share. So it checks our own code alone. UndefinedBehaviorSanitizer, which runs
-        # beside AddressSanitizer, writes to stderr wherever it is told to write, so it aborts, and AddressSanitizer
+        # reports races on what these share. So it checks our own code alone. Beside AddressSanitizer,
+        # UndefinedBehaviorSanitizer ignores log_path and writes to stderr, so it aborts, and AddressSanitizer
         # reports the abort. The caller's options stand last and take precedence.
         for name, options in {"ASAN": "handle_abort=1", "UBSAN": "abort_on_error=1",
                               "LSAN": f"suppressions={SUPPRESSIONS}:print_suppressions=0",

@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments)
     return 0;
 }
 
-// The first byte selects what is done with the rest, which is the map of a message.
+// The first byte selects an action; the rest is the map of the message that the action takes.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)

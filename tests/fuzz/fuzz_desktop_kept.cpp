@@ -21,7 +21,7 @@ constexpr const char* kPaint = "1 2 3";
 
 std::string sFolder;
 
-/// A desktop whose settings are a map, and that records what is set in it.
+/// A desktop that keeps its settings in a map and records every change.
 class MapDesktop : public kits::SettingsDesktop {
 public:
     explicit MapDesktop(unsigned painted)

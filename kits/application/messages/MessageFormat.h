@@ -32,8 +32,8 @@ namespace kits {
 ///                              the first
 ///
 /// Fields keep their order. No item has an indefinite length, no other items are allowed, no name occurs twice in a
-/// map, and every field has values. Fields of addresses (PNTR, OPTR) are not written; in what is read they are
-/// integers, and skipped.
+/// map, and every field has values. The writer leaves out fields of addresses (PNTR, OPTR); the reader takes them for
+/// integers and skips them.
 
 /// The number of bytes that a reader needs to learn the length of a message.
 inline constexpr size_t kMessageHeadSize = 9;

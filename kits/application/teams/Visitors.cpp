@@ -148,7 +148,7 @@ void Visitors::MainWaits()
         return;
     GoOnWhereThereIsRoom();
     for (Visitor& visitor : fVisitors) {
-        // The port's thread removes visitors that have gone, and sends what is left to send.
+        // The port's thread removes visitors that have gone, and sends the replies that still wait.
         isNew = isNew || visitor.isGone;
         if (visitor.IsStranger() || visitor.isInWakeSet || !visitor.IsRead())
             continue;

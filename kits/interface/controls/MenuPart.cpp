@@ -205,7 +205,7 @@ void MenuPart::UpdateAction(const Entry& entry, const std::string& text)
     action->setShortcut(ToKeys(item));
     const bool radio = fMenu->IsRadioMode() && fMenu->FindMarked() != nullptr;
     if (radio && action->actionGroup() == nullptr) {
-        // An action in a group of its own looks like a choice, and the menu decides what is chosen.
+        // An action in a group of its own looks like a choice, and the menu itself marks one item.
         auto* group = new QActionGroup(action);
         group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
         group->addAction(action);

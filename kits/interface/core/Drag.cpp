@@ -202,7 +202,7 @@ void Start()
     Pointer::AskSystem();
 }
 
-/// Returns the shelf that takes what is dragged over this view, or null.
+/// Returns the shelf that accepts the dragged archive over this view, or null.
 BShelf* ShelfFor(const BView* view, const BMessage& archive)
 {
     // This process can move what it shows already without a shelf.

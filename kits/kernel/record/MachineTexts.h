@@ -54,8 +54,8 @@ struct PidsGroup {
     friend bool operator==(const PidsGroup&, const PidsGroup&) = default;
 };
 
-/// Finds the group in `/proc/self/cgroup` that limits the number of processes. Nothing if its path leads outside of
-/// what is mounted.
+/// Finds the group in `/proc/self/cgroup` that limits the number of processes. Returns nothing if its path leads
+/// out of the mounted hierarchy.
 [[nodiscard]] std::optional<PidsGroup> ParsePidsGroup(std::string_view text);
 
 } // namespace kits

@@ -46,7 +46,7 @@ public:
     status_t Drain();
 
 private:
-    /// What is known about one store's file.
+    /// The state of one store's file.
     struct Slot {
         entry_ref ref;
         std::unique_ptr<Preferences> waiting; ///< the next to be written

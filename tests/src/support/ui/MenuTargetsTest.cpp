@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 TEST(MenuTargets, ReachEveryItemOfEverySubmenu)
 {
     BLooper target;
@@ -31,5 +33,9 @@ TEST(MenuTargets, ReachEveryItemOfEverySubmenu)
 TEST(MenuTargets, DoNothingWithoutAMenu)
 {
     BLooper target;
-    SetTargetForItemsRecursive(nullptr, &target);
+    const auto setAndEnd = [&target] {
+        SetTargetForItemsRecursive(nullptr, &target);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(setAndEnd(), testing::ExitedWithCode(0), "");
 }
