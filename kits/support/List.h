@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// An ordered list of pointers. It owns nothing but its own array: the items belong to whoever puts them in.
+/// An ordered list of pointers. It owns nothing but its own array: the items belong to the code that adds them.
 /// Indices run from 0. A copy holds the same pointers. Not for two threads at once.
 class BList {
 public:

@@ -333,7 +333,7 @@ class DesktopTest(unittest.TestCase):
         return result.returncode, result.stdout, result.stderr
 
     def running(self, executable):
-        """Returns the processes of a program with the settings of this test, whoever has started them."""
+        """Returns all processes of a program that use the settings of this test."""
         found = []
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             with contextlib.suppress(OSError):

@@ -183,7 +183,7 @@ class House:
 
 
 def faults(root):
-    """Lines "path:line: what is wrong", sorted; none if the house is in order."""
+    """Returns the faults as sorted lines "path:line: fault"; none if the house is in order."""
     house = House(root)
     for path in house.lines:
         house.read(path)

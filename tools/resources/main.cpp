@@ -36,7 +36,7 @@ std::string SourceOf(const std::string& name, const std::string& type, const std
            "\", kBytes, sizeof kBytes);\n\n} // namespace\n";
 }
 
-/// @return an empty text on success, otherwise what is wrong with the message
+/// @return an empty text on success, otherwise a description of the fault in the message
 std::string Flatten(const std::string& text, bool isTranslation, std::string* bytes)
 {
     BMessage message;

@@ -52,7 +52,7 @@ public:
     };
 
     /// @param contents   replaced by the file's contents; unchanged on failure
-    /// @param mayRepair  whether the disk may be changed to repair what was left behind
+    /// @param mayRepair  true if the call may repair the remains of an earlier write on the disk
     /// @return B_ENTRY_NOT_FOUND without a file, B_BUSY if it stays locked, otherwise why it cannot be read
     status_t Load(BMessage* contents, bool mayRepair, Found* found);
 

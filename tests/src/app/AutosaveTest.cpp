@@ -32,7 +32,7 @@ public:
     {
     }
 
-    /// Returns whether a look now archives the arrangement; archiving puts back what is missing in the store.
+    /// Returns whether a look now archives the arrangement; archiving restores the missing fields of the store.
     bool Archives()
     {
         prefs_user->RemoveName("MainWindow");

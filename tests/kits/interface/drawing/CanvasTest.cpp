@@ -235,7 +235,7 @@ TEST(Canvas, CoverageBlendsFromLowToHighAndLeavesTheRest)
     EXPECT_EQ(sheet.At(1, 0), 0xFFFF00FF);
     EXPECT_EQ(sheet.At(2, 0), 0xFF330033);
 
-    // Over: starts from what is there instead.
+    // Over: starts from the present contents instead.
     sheet.words = {9, 9, 0xFF0A0A0A};
     sheet.canvas.DrawCoverage(mask, 0, 0, {0, 0, 3, 1}, 0x00FFFFFF, 0x000A0A0A, true);
     EXPECT_EQ(sheet.At(2, 0), 0xFF0A0A0A);

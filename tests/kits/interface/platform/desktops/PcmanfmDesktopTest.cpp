@@ -331,7 +331,7 @@ TEST_F(PcmanfmDesktopTest, ChangesTheColourForGood)
     EXPECT_FALSE(desktop.IsPainted());
     EXPECT_EQ(PcmanfmDesktop().Read(), kGrey);
     EXPECT_FALSE(folder.Has("config/kits-desktop/plain-0304fa.bmp"));
-    // What is tested from now on is restored to this.
+    // The tests from here on restore this state.
     const std::optional<BMessage> changed = desktop.Keep();
     desktop.Paint(kRed, *changed);
     EXPECT_TRUE(desktop.Restore(*changed));
