@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "src/pages/ChartColorTab.h"
 
-#include "kits/application/Message.h"
 #include "kits/application/Messenger.h"
 #include "kits/interface/Alert.h"
 #include "kits/interface/Button.h"
 #include "kits/interface/CheckBox.h"
 #include "kits/interface/Fields.h"
-#include "kits/interface/MenuField.h"
-#include "kits/interface/MenuItem.h"
-#include "kits/interface/PopUpMenu.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/Slider.h"
 #include "kits/kernel/Clock.h"
@@ -19,14 +15,23 @@
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 #include "src/support/ui/ColorPreView.h"
-#include "src/support/ui/MenuTargets.h"
 #include "src/support/ui/SmartColorControl.h"
 
 #include <algorithm>
 
-namespace {
+/// A colour that the page edits; without its functions, that of no part of the chart.
+struct ColorTarget {
+    uint32 code;
+    const char* label;
+    rgb_color (*color)(const ChartView& chart) = nullptr;
+    void (*setColor)(ChartView& chart, rgb_color color) = nullptr;
+    // Only texts are antialiased.
+    CaptionSettings ChartSettings::*text = nullptr;
+    void (ChartView::*setAATarget)(int16 target) = nullptr;
+    void (ChartView::*setAAValue)(float value) = nullptr;
+};
 
-constexpr BRect kSomewhere(0, 0, 5, 5);
+namespace {
 
 /// Gap between the colour control and its neighbours, in pixels.
 constexpr float kBesideControl = 5;
@@ -42,10 +47,40 @@ constexpr float kDividerPart = 2.3f;
 /// Picks at shorter intervals are quick ones.
 constexpr bigtime_t kQuickPick = 500000;
 
+struct AATarget {
+    uint32 code;
+    const char* label;
+    int16 target;
+};
+
+constexpr AATarget kAATargets[] = {
+    {MSG_AA_TARGET_CHART, TrLater("Chart"), kAATargetChart},
+    {MSG_AA_TARGET_BACKGROUND, TrLater("Background"), kAATargetBackground},
+    {MSG_AA_TARGET_AVERAGE, TrLater("Average"), kAATargetAverage},
+};
+
+constexpr ColorTarget kTargets[] = {
+    {MSG_TARGET_NONE, TrLater("< none >")},
+    {MSG_TARGET_CHART, TrLater("Chart"), [](const ChartView& chart) { return chart.ChartColor(0); },
+     [](ChartView& chart, rgb_color color) { chart.SetChartColor(color, 0); }},
+    {MSG_TARGET_BACKGROUND, TrLater("Background"),
+     [](const ChartView& chart) { return chart.Settings().backgroundColor; },
+     [](ChartView& chart, rgb_color color) { chart.SetBackgroundColor(color); }},
+    {MSG_TARGET_BORDER, TrLater("Border"), [](const ChartView& chart) { return chart.Settings().borderColor; },
+     [](ChartView& chart, rgb_color color) { chart.SetBorderColor(color); }},
+    {MSG_TARGET_VALUE, TrLater("Value"), [](const ChartView& chart) { return chart.Settings().value.color; },
+     [](ChartView& chart, rgb_color color) { chart.SetValueColor(color); }, &ChartSettings::value,
+     &ChartView::SetValueAATarget, &ChartView::SetValueAAValue},
+    {MSG_TARGET_TITLE, TrLater("Title"), [](const ChartView& chart) { return chart.Settings().title.color; },
+     [](ChartView& chart, rgb_color color) { chart.SetTitleColor(color); }, &ChartSettings::title,
+     &ChartView::SetTitleAATarget, &ChartView::SetTitleAAValue},
+};
+
 } // namespace
 
 ChartColorTab::ChartColorTab(ChartView* chart)
     : ChartPage(TrLater("Colors"), chart, &ChartView::SaveColorPrefsTo)
+    , fTarget(kTargets)
 {
     fColors = new SmartColorControl(BPoint(0, 0), 8, new BMessage(MSG_COLOR_CHANGED));
     fColors->SetAccessibleName(Tr("Color"));
@@ -55,19 +90,15 @@ ChartColorTab::ChartColorTab(ChartView* chart)
     AddChild(fPreview);
     fPick = new BButton(kSomewhere, "", Tr("Pick Desktop"), new BMessage(MSG_PICK_DESKTOP));
     AddChild(fPick);
-    MakeTargetField();
-    MakeAATargetField();
+    fTargetField = AddMenuField(this, Tr("Target:"), kTargets, 0);
+    fAATargetField = AddMenuField(this, Tr("AA target:"), kAATargets, 2);
+    fAATargetField->Menu()->SetEnabled(false);
     fTest = new BCheckBox(kSomewhere, "", Tr("Test on Desktop"), new BMessage(MSG_TEST_ON_DESKTOP));
     AddChild(fTest);
     fTransparent = new BCheckBox(kSomewhere, "", Tr("Transparent background"), new BMessage(MSG_TRANSPARENT));
     AddChild(fTransparent);
-    fAASlider =
-        new BSlider(kSomewhere, "", Tr("Antialiasing (%)"), new BMessage(MSG_AA_VALUE), 0, 100, B_TRIANGLE_THUMB);
-    fAASlider->SetLimitLabels(Tr("Off"), Tr("Full"));
-    fAASlider->SetHashMarks(B_HASH_MARKS_BOTTOM);
-    fAASlider->SetHashMarkCount(10);
+    fAASlider = AddSlider(this, Tr("Antialiasing (%)"), MSG_AA_VALUE, 0, 100, Tr("Off"), Tr("Full"), 10);
     fAASlider->SetEnabled(false);
-    AddChild(fAASlider);
 }
 
 ChartColorTab::~ChartColorTab()
@@ -76,127 +107,66 @@ ChartColorTab::~ChartColorTab()
         BScreen(Window()).RestoreDesktop();
 }
 
-void ChartColorTab::MakeTargetField()
-{
-    auto* menu = new BPopUpMenu("");
-    menu->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_TARGET_NONE)));
-    menu->AddItem(new BMenuItem(Tr("Chart"), new BMessage(MSG_TARGET_CHART)));
-    menu->AddItem(new BMenuItem(Tr("Background"), new BMessage(MSG_TARGET_BACKGROUND)));
-    menu->AddItem(new BMenuItem(Tr("Border"), new BMessage(MSG_TARGET_BORDER)));
-    menu->AddItem(new BMenuItem(Tr("Value"), new BMessage(MSG_TARGET_VALUE)));
-    menu->AddItem(new BMenuItem(Tr("Title"), new BMessage(MSG_TARGET_TITLE)));
-    menu->ItemAt(0)->SetMarked(true);
-    fTargetField = new BMenuField(kSomewhere, "", Tr("Target:"), menu);
-    AddChild(fTargetField);
-}
-
-void ChartColorTab::MakeAATargetField()
-{
-    auto* menu = new BPopUpMenu("");
-    menu->AddItem(new BMenuItem(Tr("Chart"), new BMessage(MSG_AA_TARGET_CHART)));
-    menu->AddItem(new BMenuItem(Tr("Background"), new BMessage(MSG_AA_TARGET_BACKGROUND)));
-    menu->AddItem(new BMenuItem(Tr("Average"), new BMessage(MSG_AA_TARGET_AVERAGE)));
-    menu->ItemAt(2)->SetMarked(true);
-    menu->SetEnabled(false);
-    fAATargetField = new BMenuField(kSomewhere, "", Tr("AA target:"), menu);
-    AddChild(fAATargetField);
-}
-
 void ChartColorTab::AllAttached()
 {
     ChartPage::AllAttached();
     // The first reading of the desktop takes longest.
     BScreen(Window()).DesktopColor();
-    for (BControl* control : std::initializer_list<BControl*>{fColors, fPick, fTest, fTransparent, fAASlider})
-        control->SetTarget(this);
-    SetTargetForItemsRecursive(fTargetField->Menu(), this);
-    SetTargetForItemsRecursive(fAATargetField->Menu(), this);
 }
 
 void ChartColorTab::MessageReceived(BMessage* message)
 {
     rgb_color color;
-    if (message->what == MSG_DESKTOP_COLOR && kits::kColorField.Find(*message, &color))
-        TakeColor(color);
-    else if (Chart() == nullptr || !HandleChartMessage(message->what))
+    if (message->what == MSG_DESKTOP_COLOR && kits::kColorField.Find(*message, &color)) {
+        fColors->SetValue(color);
+        PostToPage(this, MSG_COLOR_CHANGED);
+    } else if (Chart() == nullptr) {
         ChartPage::MessageReceived(message);
+    } else if (const ColorTarget* target = FindChoice(kTargets, message->what)) {
+        ChooseTarget(target);
+    } else if (const AATarget* aaTarget = FindChoice(kAATargets, message->what)) {
+        if (Text() != nullptr)
+            (Chart()->*fTarget->setAATarget)(aaTarget->target);
+    } else {
+        ControlChanged(message);
+    }
 }
 
-bool ChartColorTab::HandleChartMessage(uint32 code)
+void ChartColorTab::ControlChanged(BMessage* message)
 {
-    switch (code) {
+    switch (message->what) {
     case MSG_COLOR_CHANGED:
         ColorChanged();
-        return true;
-    case MSG_AA_TARGET_CHART:
-        SetAATarget(kAATargetChart);
-        return true;
-    case MSG_AA_TARGET_BACKGROUND:
-        SetAATarget(kAATargetBackground);
-        return true;
-    case MSG_AA_TARGET_AVERAGE:
-        SetAATarget(kAATargetAverage);
-        return true;
-    case MSG_TARGET_CHART:
-        ChooseTarget(kChart);
-        return true;
-    case MSG_TARGET_BACKGROUND:
-        ChooseTarget(kBackground);
-        return true;
-    case MSG_TARGET_VALUE:
-        ChooseTarget(kValue);
-        return true;
-    case MSG_TARGET_TITLE:
-        ChooseTarget(kTitle);
-        return true;
-    case MSG_TARGET_BORDER:
-        ChooseTarget(kBorder);
-        return true;
-    case MSG_TARGET_NONE:
-        ChooseTarget(kNone);
-        return true;
+        break;
     case MSG_AA_VALUE:
-        AAValueChanged();
-        return true;
+        if (Text() != nullptr)
+            (Chart()->*fTarget->setAAValue)(fAASlider->Position());
+        LabelAASlider();
+        break;
     case MSG_PICK_DESKTOP:
-        PickDesktop();
-        return true;
+        BScreen(Window()).AskDesktopColor(BMessage(MSG_DESKTOP_COLOR), BMessenger(this));
+        CountPick();
+        break;
     case MSG_TEST_ON_DESKTOP:
         TestOnDesktop();
-        return true;
+        break;
     case MSG_TRANSPARENT:
         Chart()->SetTransparent(fTransparent->Value() == B_CONTROL_ON);
         // The chart itself would draw it only when it scrolls the next time.
         Chart()->Invalidate();
-        return true;
+        break;
     default:
-        return false;
+        ChartPage::MessageReceived(message);
     }
 }
 
 void ChartColorTab::ColorChanged()
 {
     const rgb_color color = fColors->ValueAsColor();
-    switch (fTarget) {
-    case kChart:
-        Chart()->SetChartColor(color, 0);
-        break;
-    case kBackground:
-        Chart()->SetBackgroundColor(color);
-        break;
-    case kValue:
-        Chart()->SetValueColor(color);
-        break;
-    case kTitle:
-        Chart()->SetTitleColor(color);
-        break;
-    case kBorder:
-        Chart()->SetBorderColor(color);
-        break;
-    case kNone:
+    if (fTarget->setColor != nullptr)
+        fTarget->setColor(*Chart(), color);
+    else
         fNoTargetColor = color;
-        break;
-    }
     ShowInPreview(color);
 }
 
@@ -208,86 +178,30 @@ void ChartColorTab::ShowInPreview(rgb_color color)
         BScreen(Window()).SetDesktopColor(color, true);
 }
 
-rgb_color ChartColorTab::TargetColor() const
+const CaptionSettings* ChartColorTab::Text() const
 {
-    switch (fTarget) {
-    case kChart:
-        return Chart()->ChartColor(0);
-    case kBackground:
-        return Chart()->Settings().backgroundColor;
-    case kValue:
-        return Chart()->Settings().value.color;
-    case kTitle:
-        return Chart()->Settings().title.color;
-    case kBorder:
-        return Chart()->Settings().borderColor;
-    case kNone:
-        break;
-    }
-    return fNoTargetColor;
+    return fTarget->text != nullptr ? &(Chart()->Settings().*fTarget->text) : nullptr;
 }
 
-void ChartColorTab::ChooseTarget(Target target)
+void ChartColorTab::ChooseTarget(const ColorTarget* target)
 {
     fTarget = target;
-    if (IsText())
-        fAASlider->SetPosition(fTarget == kValue ? Chart()->Settings().value.aaValue
-                                                 : Chart()->Settings().title.aaValue);
-    ShowAntialiasing();
-    fColors->SetValue(TargetColor());
+    const CaptionSettings* text = Text();
+    fAASlider->SetEnabled(text != nullptr);
+    fAATargetField->Menu()->SetEnabled(text != nullptr);
+    if (text != nullptr) {
+        fAASlider->SetPosition(text->aaValue);
+        LabelAASlider();
+        fAATargetField->Menu()->ItemAt(text->aaTarget - kAATargetChart)->SetMarked(true);
+    }
+    fColors->SetValue(fTarget->color != nullptr ? fTarget->color(*Chart()) : fNoTargetColor);
     ShowInPreview(fColors->ValueAsColor());
-}
-
-void ChartColorTab::ShowAntialiasing()
-{
-    fAASlider->SetEnabled(IsText());
-    fAATargetField->Menu()->SetEnabled(IsText());
-    if (!IsText())
-        return;
-    LabelAASlider();
-    const int16 target = fTarget == kValue ? Chart()->Settings().value.aaTarget : Chart()->Settings().title.aaTarget;
-    if (BMenuItem* item = fAATargetField->Menu()->ItemAt(target - 1))
-        item->SetMarked(true);
 }
 
 void ChartColorTab::LabelAASlider()
 {
     fAASlider->SetLabel(PercentLabel(Tr("Antialiasing"), fAASlider->Position()).c_str());
     fAASlider->Invalidate();
-}
-
-void ChartColorTab::SetAATarget(int16 target)
-{
-    // Setting the text's colour again makes the chart compute the colours to which it fades.
-    if (fTarget == kTitle) {
-        Chart()->SetTitleAATarget(target);
-        Chart()->SetTitleColor(Chart()->Settings().title.color);
-    } else if (fTarget == kValue) {
-        Chart()->SetValueAATarget(target);
-        Chart()->SetValueColor(Chart()->Settings().value.color);
-    }
-}
-
-void ChartColorTab::AAValueChanged()
-{
-    const float value = fAASlider->Position();
-    if (fTarget == kTitle)
-        Chart()->SetTitleAAValue(value);
-    else if (fTarget == kValue)
-        Chart()->SetValueAAValue(value);
-    LabelAASlider();
-}
-
-void ChartColorTab::PickDesktop()
-{
-    BScreen(Window()).AskDesktopColor(BMessage(MSG_DESKTOP_COLOR), BMessenger(this));
-    CountPick();
-}
-
-void ChartColorTab::TakeColor(rgb_color color)
-{
-    fColors->SetValue(color);
-    PostToPage(this, MSG_COLOR_CHANGED);
 }
 
 /// A joke for users who cannot stop.
@@ -320,9 +234,9 @@ void ChartColorTab::GetState()
     if (Chart() == nullptr)
         return;
     fTargetField->Menu()->ItemAt(0)->SetMarked(true);
-    if (fTarget != kNone) {
+    if (fTarget != kTargets) {
         fColors->SetValue(fNoTargetColor);
-        fTarget = kNone;
+        fTarget = kTargets;
         // A hidden page gets no messages, and sets up its target when it is shown.
         if (Looper() != nullptr)
             PostToPage(this, MSG_COLOR_CHANGED);

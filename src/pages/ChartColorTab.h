@@ -10,6 +10,8 @@ class BMenuField;
 class BSlider;
 class ColorPreView;
 class SmartColorControl;
+struct CaptionSettings;
+struct ColorTarget;
 
 /// The page "Colors" of a chart. One colour control serves the five colours, chosen with a menu; for the two texts the
 /// page also edits their antialiasing. It can pick the desktop's colour, and show the picked colour on the desktop as
@@ -29,22 +31,13 @@ public:
     void GetMinimumSize(float* width, float* height) override;
 
 private:
-    enum Target : int16 { kChart, kBackground, kValue, kTitle, kBorder, kNone };
-
-    void MakeTargetField();
-    void MakeAATargetField();
-    bool HandleChartMessage(uint32 code);
+    void ControlChanged(BMessage* message);
     void ColorChanged();
-    void ChooseTarget(Target target);
-    rgb_color TargetColor() const;
-    bool IsText() const { return fTarget == kValue || fTarget == kTitle; }
-    void ShowAntialiasing();
-    void SetAATarget(int16 target);
-    void AAValueChanged();
+    void ChooseTarget(const ColorTarget* target);
+    /// The settings of the target if it is a text; otherwise null.
+    const CaptionSettings* Text() const;
     void LabelAASlider();
     void ShowInPreview(rgb_color color);
-    void PickDesktop();
-    void TakeColor(rgb_color color);
     void CountPick();
     void TestOnDesktop();
 
@@ -60,7 +53,7 @@ private:
 
     bigtime_t fLastPick = 0;
     rgb_color fNoTargetColor{0, 0, 0, 0};
-    Target fTarget = kNone;
+    const ColorTarget* fTarget;
     int16 fPicks = 0;
     bool fTesting = false;
 };

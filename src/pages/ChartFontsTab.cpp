@@ -2,27 +2,35 @@
 #include "src/pages/ChartFontsTab.h"
 
 #include "kits/interface/ListView.h"
-#include "kits/interface/MenuField.h"
-#include "kits/interface/MenuItem.h"
 #include "kits/interface/NumberControl.h"
-#include "kits/interface/PopUpMenu.h"
 #include "kits/interface/ScrollView.h"
 #include "kits/interface/Slider.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/FontSample.h"
 #include "src/pages/PageControls.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/Tr.h"
-#include "src/support/ui/MenuTargets.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string>
 
+/// A caption whose font the page edits; without its members, none.
+struct FontTarget {
+    uint32 code;
+    const char* label;
+    CaptionSettings ChartSettings::*text = nullptr;
+    void (ChartView::*setFont)(const FFont* font) = nullptr;
+};
+
 namespace {
 
-constexpr BRect kSomewhere(0, 0, 5, 5);
+constexpr FontTarget kTargets[] = {
+    {MSG_FONT_TARGET_NONE, TrLater("< none >")},
+    {MSG_FONT_TARGET_VALUE, TrLater("Value"), &ChartSettings::value, &ChartView::SetValueFont},
+    {MSG_FONT_TARGET_TITLE, TrLater("Title"), &ChartSettings::title, &ChartView::SetTitleFont},
+};
+
 constexpr float kGap = 5;
 constexpr float kSmallestSample = 48;
 /// The families' fraction of the page's width; the styles have the rest.
@@ -68,20 +76,15 @@ BListView* MakeList(const char* name, uint32 code)
 ChartFontsTab::ChartFontsTab(ChartView* chart)
     : ChartPage(TrLater("Fonts"), chart, SaveFonts)
     , fFont(chart->Settings().value.font)
+    , fTarget(&kTargets[0])
+    , fLastTarget(&kTargets[1])
 {
     fFont.SetMask(FFont::kFamilyAndStyle | FFont::kSize);
     // A caption that grows may have to move.
     kValueCoordField.Add(&Snapshot(), chart->Settings().value.where);
     kTitleCoordField.Add(&Snapshot(), chart->Settings().title.where);
 
-    auto* targets = new BPopUpMenu("");
-    targets->AddItem(new BMenuItem(Tr("< none >"), new BMessage(MSG_FONT_TARGET_NONE)));
-    targets->AddItem(new BMenuItem(Tr("Value"), new BMessage(MSG_FONT_TARGET_VALUE)));
-    targets->AddItem(new BMenuItem(Tr("Title"), new BMessage(MSG_FONT_TARGET_TITLE)));
-    targets->ItemAt(0)->SetMarked(true);
-    fTargetField = new BMenuField(kSomewhere, "", Tr("Target:"), targets);
-    AddChild(fTargetField);
-
+    fTargetField = AddMenuField(this, Tr("Target:"), kTargets, 0);
     fFamilies = MakeList(Tr("Families"), MSG_FONT_FAMILY);
     fFamiliesScroll = new BScrollView("", fFamilies, B_FOLLOW_NONE, 0, false, true);
     AddChild(fFamiliesScroll);
@@ -89,13 +92,11 @@ ChartFontsTab::ChartFontsTab(ChartView* chart)
     fStylesScroll = new BScrollView("", fStyles, B_FOLLOW_NONE, 0, false, true);
     AddChild(fStylesScroll);
 
-    fSize = new BSlider(kSomewhere, "", Tr("Size"), new BMessage(MSG_FONT_SIZE), static_cast<int32>(kMinFontSize),
-                        static_cast<int32>(kMaxFontSize), B_TRIANGLE_THUMB);
-    fSize->SetLimitLabels(std::to_string(static_cast<int32>(kMinFontSize)).c_str(),
-                          std::to_string(static_cast<int32>(kMaxFontSize)).c_str());
-    AddChild(fSize);
-    fSizeNumber = new BNumberControl(kSomewhere, Tr("Size"), new BMessage(MSG_FONT_SIZE_NUMBER),
-                                     static_cast<int32>(kMinFontSize), static_cast<int32>(kMaxFontSize));
+    constexpr auto kSmallest = static_cast<int32>(kMinFontSize);
+    constexpr auto kLargest = static_cast<int32>(kMaxFontSize);
+    fSize = AddSlider(this, Tr("Size"), MSG_FONT_SIZE, kSmallest, kLargest, std::to_string(kSmallest).c_str(),
+                      std::to_string(kLargest).c_str(), 0);
+    fSizeNumber = new BNumberControl(kSomewhere, Tr("Size"), new BMessage(MSG_FONT_SIZE_NUMBER), kSmallest, kLargest);
     AddChild(fSizeNumber);
     fSample = new FontSample(kSomewhere);
     AddChild(fSample);
@@ -109,25 +110,15 @@ void ChartFontsTab::AllAttached()
     fIsShownAgain = false;
     // A revert while the page was hidden may have made the sample taller.
     MinimumSizeChanged();
-    SetTargetForItemsRecursive(fTargetField->Menu(), this);
-    fFamilies->SetTarget(this);
-    fStyles->SetTarget(this);
-    fSize->SetTarget(this);
-    fSizeNumber->SetTarget(this);
 }
 
 void ChartFontsTab::MessageReceived(BMessage* message)
 {
+    if (const FontTarget* target = FindChoice(kTargets, message->what)) {
+        ChooseTarget(target);
+        return;
+    }
     switch (message->what) {
-    case MSG_FONT_TARGET_NONE:
-        ChooseTarget(kNone);
-        break;
-    case MSG_FONT_TARGET_VALUE:
-        ChooseTarget(kValue);
-        break;
-    case MSG_FONT_TARGET_TITLE:
-        ChooseTarget(kTitle);
-        break;
     case MSG_FONT_FAMILY:
         FamilyChosen();
         break;
@@ -179,17 +170,17 @@ void ChartFontsTab::ShowFont(const BFont& font)
     ShowSample();
 }
 
-const FFont& ChartFontsTab::FontOf(Target target) const
+const FFont& ChartFontsTab::FontOf(const FontTarget* target) const
 {
-    return target == kTitle ? Chart()->Settings().title.font : Chart()->Settings().value.font;
+    return (Chart()->Settings().*target->text).font;
 }
 
-void ChartFontsTab::ChooseTarget(Target target)
+void ChartFontsTab::ChooseTarget(const FontTarget* target)
 {
     if (Chart() == nullptr)
         return;
     fTarget = target;
-    if (fTarget == kNone)
+    if (fTarget->text == nullptr)
         return;
     fLastTarget = fTarget;
     ShowFont(FontOf(fTarget));
@@ -259,20 +250,17 @@ float ChartFontsTab::SampleHeight() const
 void ChartFontsTab::FontChanged()
 {
     ShowSample();
-    if (Chart() == nullptr || fTarget == kNone)
+    if (Chart() == nullptr || fTarget->text == nullptr)
         return;
     FFont font(FontOf(fTarget));
     fFont.UpdateTo(static_cast<BFont*>(&font), FFont::kAll);
-    if (fTarget == kValue)
-        Chart()->SetValueFont(&font);
-    else
-        Chart()->SetTitleFont(&font);
+    (Chart()->*fTarget->setFont)(&font);
 }
 
 void ChartFontsTab::GetState()
 {
     fTargetField->Menu()->ItemAt(0)->SetMarked(true);
-    fTarget = kNone;
+    fTarget = &kTargets[0];
     if (Chart() != nullptr && !fIsShownAgain)
         ShowFont(FontOf(fLastTarget));
     else

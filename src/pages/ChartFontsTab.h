@@ -10,6 +10,7 @@ class BNumberControl;
 class BScrollView;
 class BSlider;
 class FontSample;
+struct FontTarget;
 
 /// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions. If
 /// a target is chosen, every change takes effect on that caption at once; without one the user only looks at fonts.
@@ -30,9 +31,7 @@ public:
     void GetMinimumSize(float* width, float* height) override;
 
 private:
-    enum Target { kNone, kValue, kTitle };
-
-    void ChooseTarget(Target target);
+    void ChooseTarget(const FontTarget* target);
     void FillFamilies();
     void FillStyles(const font_family family);
     void ShowFont(const BFont& font);
@@ -42,7 +41,7 @@ private:
     void FontChanged();
     void ShowSize();
     void ShowSample();
-    const FFont& FontOf(Target target) const;
+    const FFont& FontOf(const FontTarget* target) const;
     float SampleHeight() const;
 
     // Children of this view, and their children.
@@ -56,7 +55,7 @@ private:
     FontSample* fSample = nullptr;
 
     FFont fFont;
-    Target fTarget = kNone;
-    Target fLastTarget = kValue;
+    const FontTarget* fTarget;
+    const FontTarget* fLastTarget;
     bool fIsShownAgain = false;
 };

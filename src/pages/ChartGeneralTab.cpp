@@ -2,16 +2,11 @@
 #include "src/pages/ChartGeneralTab.h"
 
 #include "kits/interface/CheckBox.h"
-#include "kits/interface/MenuField.h"
-#include "kits/interface/MenuItem.h"
-#include "kits/interface/PopUpMenu.h"
 #include "kits/interface/Slider.h"
 #include "kits/interface/TextControl.h"
 #include "src/chart/ChartView.h"
 #include "src/pages/PageControls.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/Tr.h"
-#include "src/support/ui/MenuTargets.h"
 
 #include <algorithm>
 
@@ -28,7 +23,23 @@ constexpr float kRightColumn = 0.32f;
 constexpr float kRightWidth = 0.66f;
 constexpr float kDividerPart = 2.7f;
 
-constexpr BRect kSomewhere(0, 0, 5, 5);
+struct Switch {
+    uint32 code;
+    const char* label;
+    bool (*isOn)(const ChartSettings& settings);
+    void (ChartView::*set)(bool on);
+};
+
+constexpr Switch kSwitches[] = {
+    {MSG_SHOW_VALUE, TrLater("Show Value"), [](const ChartSettings& settings) { return settings.value.shown; },
+     &ChartView::SetShowValue},
+    {MSG_SHOW_TITLE, TrLater("Show Title"), [](const ChartSettings& settings) { return settings.title.shown; },
+     &ChartView::SetShowTitle},
+    {MSG_SHOW_BORDER, TrLater("Draw Border"), [](const ChartSettings& settings) { return settings.showBorder; },
+     &ChartView::SetShowBorder},
+    {MSG_LOCK_BG_COLOR, TrLater("BgColor = Desktop"),
+     [](const ChartSettings& settings) { return settings.lockBgColor; }, &ChartView::SetLockBgColor},
+};
 
 int16 SkipOf(const BSlider* slider)
 {
@@ -67,33 +78,16 @@ ChartGeneralTab::ChartGeneralTab(ChartView* chart)
 {
     fTitle = new BTextControl(kSomewhere, "", Tr("Title: "), chart->Title(), new BMessage(MSG_TITLE));
     fTitle->SetModificationMessage(new BMessage(MSG_TITLE));
-    fShowValue = MakeCheckBox(Tr("Show Value"), MSG_SHOW_VALUE);
-    fShowTitle = MakeCheckBox(Tr("Show Title"), MSG_SHOW_TITLE);
-    fShowBorder = MakeCheckBox(Tr("Draw Border"), MSG_SHOW_BORDER);
-    fDesktopColor = MakeCheckBox(Tr("BgColor = Desktop"), MSG_LOCK_BG_COLOR);
+    for (const Switch& one : kSwitches) {
+        auto* box = new BCheckBox(kSomewhere, "", Tr(one.label), new BMessage(one.code));
+        AddChild(box);
+        fSwitches.push_back(box);
+    }
     MakeModeField();
     AddChild(fTitle);
-    fPageSize = MakeSlider(Tr("Page size (%)"), MSG_PAGE_SIZE, 100, "0", Tr("Scrolling"));
-    fRefreshSkip = MakeSlider("", MSG_REFRESH_SKIP, kSkipSteps, "0", "50");
-    fValueSkip = MakeSlider("", MSG_VALUE_SKIP, kSkipSteps, "0", "50");
-}
-
-BCheckBox* ChartGeneralTab::MakeCheckBox(const char* label, uint32 code)
-{
-    auto* box = new BCheckBox(kSomewhere, "", label, new BMessage(code));
-    AddChild(box);
-    return box;
-}
-
-BSlider* ChartGeneralTab::MakeSlider(const char* label, uint32 code, int32 maximum, const char* minLabel,
-                                     const char* maxLabel)
-{
-    auto* slider = new BSlider(kSomewhere, "", label, new BMessage(code), 0, maximum, B_TRIANGLE_THUMB);
-    slider->SetLimitLabels(minLabel, maxLabel);
-    slider->SetHashMarks(B_HASH_MARKS_BOTTOM);
-    slider->SetHashMarkCount(10);
-    AddChild(slider);
-    return slider;
+    fPageSize = AddSlider(this, Tr("Page size (%)"), MSG_PAGE_SIZE, 0, 100, "0", Tr("Scrolling"), 10);
+    fRefreshSkip = AddSlider(this, "", MSG_REFRESH_SKIP, 0, kSkipSteps, "0", "50", 10);
+    fValueSkip = AddSlider(this, "", MSG_VALUE_SKIP, 0, kSkipSteps, "0", "50", 10);
 }
 
 void ChartGeneralTab::MakeModeField()
@@ -119,19 +113,14 @@ void ChartGeneralTab::MakeModeField()
     AddChild(fMode);
 }
 
-void ChartGeneralTab::AllAttached()
-{
-    ChartPage::AllAttached();
-    for (BControl* control : std::initializer_list<BControl*>{fTitle, fShowValue, fShowTitle, fShowBorder,
-                                                              fDesktopColor, fPageSize, fRefreshSkip, fValueSkip})
-        control->SetTarget(this);
-    SetTargetForItemsRecursive(fMode->Menu(), this);
-}
-
 void ChartGeneralTab::MessageReceived(BMessage* message)
 {
     if (Chart() == nullptr) {
         ChartPage::MessageReceived(message);
+        return;
+    }
+    if (const Switch* one = FindChoice(kSwitches, message->what)) {
+        (Chart()->*one->set)(fSwitches[static_cast<size_t>(one - kSwitches)]->Value() == B_CONTROL_ON);
         return;
     }
     switch (message->what) {
@@ -151,18 +140,6 @@ void ChartGeneralTab::MessageReceived(BMessage* message)
         break;
     case MSG_VALUE_SKIP:
         ValueSkipChanged();
-        break;
-    case MSG_SHOW_VALUE:
-        Chart()->SetShowValue(fShowValue->Value() == B_CONTROL_ON);
-        break;
-    case MSG_SHOW_TITLE:
-        Chart()->SetShowTitle(fShowTitle->Value() == B_CONTROL_ON);
-        break;
-    case MSG_SHOW_BORDER:
-        Chart()->SetShowBorder(fShowBorder->Value() == B_CONTROL_ON);
-        break;
-    case MSG_LOCK_BG_COLOR:
-        Chart()->SetLockBgColor(fDesktopColor->Value() == B_CONTROL_ON);
         break;
     case MSG_TITLE:
         Chart()->SetTitle(fTitle->Text());
@@ -207,10 +184,8 @@ void ChartGeneralTab::GetState()
     if (chart == nullptr)
         return;
     fTitle->SetText(chart->Title());
-    fShowValue->SetValue(chart->Settings().value.shown);
-    fShowTitle->SetValue(chart->Settings().title.shown);
-    fShowBorder->SetValue(chart->Settings().showBorder);
-    fDesktopColor->SetValue(chart->Settings().lockBgColor);
+    for (size_t i = 0; i < fSwitches.size(); i++)
+        fSwitches[i]->SetValue(kSwitches[i].isOn(chart->Settings()));
     fPageSize->SetPosition(chart->Settings().pageSize);
     fPageSize->SetLabel(PercentLabel(Tr("Page size"), fPageSize->Position()).c_str());
     fRefreshSkip->SetPosition(static_cast<float>(1 + chart->Settings().skip) / kSkipSteps);
@@ -239,9 +214,9 @@ void ChartGeneralTab::Rerender()
     const float width = Bounds().Width();
     const float height = Bounds().Height();
 
-    float gap = (height - 4 * fShowValue->Bounds().Height()) / 5;
+    float gap = (height - 4 * fSwitches.front()->Bounds().Height()) / 5;
     float y = gap;
-    for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
+    for (BCheckBox* box : fSwitches) {
         box->MoveTo(width * kLeftColumn, y);
         box->ResizeTo(std::min(PreferredSizeOf(box).x, width * (kRightColumn - kLeftColumn) - kSmallestGap),
                       box->Bounds().Height());
@@ -267,7 +242,7 @@ void ChartGeneralTab::GetMinimumSize(float* width, float* height)
 {
     float leftWidth = 0;
     float leftHeight = 5 * kSmallestGap;
-    for (BCheckBox* box : {fShowValue, fShowTitle, fShowBorder, fDesktopColor}) {
+    for (BCheckBox* box : fSwitches) {
         const BPoint size = PreferredSizeOf(box);
         leftWidth = std::max(leftWidth, box->NarrowestWidth() + kSmallestGap);
         leftHeight += size.y;

@@ -3,8 +3,9 @@
 
 #include "src/pages/ChartPage.h"
 
+#include <vector>
+
 class BCheckBox;
-class BMenu;
 class BMenuField;
 class BMenuItem;
 class BSlider;
@@ -15,7 +16,6 @@ class ChartGeneralTab : public ChartPage {
 public:
     explicit ChartGeneralTab(ChartView* chart);
 
-    void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
     /// The page shows each of the chart's skips plus one, and writes back what the sliders show: so each time the
@@ -25,8 +25,6 @@ public:
 
 private:
     void MakeModeField();
-    BSlider* MakeSlider(const char* label, uint32 code, int32 maximum, const char* minLabel, const char* maxLabel);
-    BCheckBox* MakeCheckBox(const char* label, uint32 code);
     void ChartTypeChosen(const BMessage& message);
     void OrientationChosen(const BMessage& message);
     void RefreshSkipChanged();
@@ -38,10 +36,7 @@ private:
     BMenuItem* fChartItem = nullptr;
     BMenuItem* fGaugeItem = nullptr;
     BTextControl* fTitle = nullptr;
-    BCheckBox* fShowValue = nullptr;
-    BCheckBox* fShowTitle = nullptr;
-    BCheckBox* fShowBorder = nullptr;
-    BCheckBox* fDesktopColor = nullptr;
+    std::vector<BCheckBox*> fSwitches;
     BSlider* fPageSize = nullptr;
     BSlider* fRefreshSkip = nullptr;
     BSlider* fValueSkip = nullptr;

@@ -8,14 +8,12 @@
 #include "src/pages/PageControls.h"
 #include "src/sampling/list/SourceListView.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/Tr.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr float kInset = 5;
-constexpr BRect kSomewhere(0, 0, 5, 5);
 
 } // namespace
 
@@ -36,15 +34,6 @@ ChartSourcesTab::ChartSourcesTab(ChartView* chart)
     AddChild(fFilter);
     AddChild(fAdd);
     EnableAdd();
-}
-
-void ChartSourcesTab::AllAttached()
-{
-    ChartPage::AllAttached();
-    fScrollView->MoveTo(kInset, kInset);
-    fList->SetTarget(this);
-    fFilter->SetTarget(this);
-    fAdd->SetTarget(this);
 }
 
 void ChartSourcesTab::MessageReceived(BMessage* message)
@@ -86,6 +75,7 @@ void ChartSourcesTab::Rerender()
     const float rowTop = kInset + height - rowHeight;
     const float addWidth = fAdd->Bounds().Width();
 
+    fScrollView->MoveTo(kInset, kInset);
     fScrollView->ResizeTo(width, height - rowHeight - kInset - 1);
     fFilter->MoveTo(kInset, rowTop + (rowHeight - fFilter->Bounds().Height()) / 2);
     fFilter->ResizeTo(width - addWidth - kInset - 1, fFilter->Bounds().Height());

@@ -15,7 +15,6 @@ class ChartSourcesTab : public ChartPage {
 public:
     explicit ChartSourcesTab(ChartView* chart);
 
-    void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
     /// Does nothing: the list is the same for every chart.

@@ -2,10 +2,8 @@
 #include "src/pages/PageControls.h"
 
 #include "kits/application/Looper.h"
-#include "kits/interface/MenuField.h"
+#include "kits/interface/Slider.h"
 #include "kits/interface/TextControl.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -15,6 +13,19 @@ float WidthOfBoth(float label, float rest, float part)
 }
 
 } // namespace
+
+BSlider* AddSlider(BView* page, const char* label, uint32 code, int32 minimum, int32 maximum, const char* minLabel,
+                   const char* maxLabel, int32 hashMarks)
+{
+    auto* slider = new BSlider(kSomewhere, "", label, new BMessage(code), minimum, maximum, B_TRIANGLE_THUMB);
+    slider->SetLimitLabels(minLabel, maxLabel);
+    if (hashMarks > 0) {
+        slider->SetHashMarks(B_HASH_MARKS_BOTTOM);
+        slider->SetHashMarkCount(hashMarks);
+    }
+    page->AddChild(slider);
+    return slider;
+}
 
 void PostToPage(BHandler* page, uint32 code)
 {

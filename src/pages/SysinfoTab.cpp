@@ -6,7 +6,6 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
-#include "src/support/Tr.h"
 
 #include <algorithm>
 
@@ -27,29 +26,14 @@ SysinfoTab::SysinfoTab(Sysinfo* sampler)
     if (const Sysinfo* model = Sampler())
         model->SavePrefsTo(&fSnapshot);
 
-    const BRect somewhere(100, 100, 200, 200);
-    fSamples = new BSlider(somewhere, "", Tr("Average of"), new BMessage(MSG_SAMPLES_SLIDER), kFewestSamples,
-                           Sysinfo::kMaxNodesToKeep, B_TRIANGLE_THUMB);
-    fSamples->SetLimitLabels("2", "200");
-    fDelay = new BSlider(somewhere, "", Tr("Delay"), new BMessage(MSG_DELAY_SLIDER), 0, kDelaySteps, B_TRIANGLE_THUMB);
-    fDelay->SetLimitLabels(Tr("0.01 sec"), Tr("5 sec"));
-    for (BSlider* slider : {fSamples, fDelay}) {
-        slider->SetHashMarks(B_HASH_MARKS_BOTTOM);
-        slider->SetHashMarkCount(20);
-        AddChild(slider);
-    }
+    fSamples =
+        AddSlider(this, Tr("Average of"), MSG_SAMPLES_SLIDER, kFewestSamples, Sysinfo::kMaxNodesToKeep, "2", "200", 20);
+    fDelay = AddSlider(this, Tr("Delay"), MSG_DELAY_SLIDER, 0, kDelaySteps, Tr("0.01 sec"), Tr("5 sec"), 20);
 }
 
 Sysinfo* SysinfoTab::Sampler() const
 {
     return fIsApplications ? application_sampler : fSampler;
-}
-
-void SysinfoTab::AllAttached()
-{
-    PrefsTab::AllAttached();
-    fSamples->SetTarget(this);
-    fDelay->SetTarget(this);
 }
 
 void SysinfoTab::MessageReceived(BMessage* message)

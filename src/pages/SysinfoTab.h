@@ -18,7 +18,6 @@ public:
     /// @param sampler  null for the application's own at each moment. Any other one must outlive the page
     explicit SysinfoTab(Sysinfo* sampler);
 
-    void AllAttached() override;
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
     void GetState() override;

@@ -1,9 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "src/prefs/PrefsTab.h"
 
+#include "kits/interface/Control.h"
+#include "kits/interface/MenuField.h"
 #include "kits/interface/TabView.h"
 #include "src/prefs/PrefsLayout.h"
 #include "src/prefs/PrefsWindow.h"
+#include "src/support/ui/MenuTargets.h"
+
+namespace {
+
+/// Sets the target of all controls, lists and menus in a view.
+void SetTargets(const BView* view, BHandler* target)
+{
+    for (int32 i = 0; BView* child = view->ChildAt(i); i++)
+        if (auto* control = dynamic_cast<BInvoker*>(child))
+            control->SetTarget(target);
+        else if (auto* field = dynamic_cast<BMenuField*>(child))
+            SetTargetForItemsRecursive(field->Menu(), target);
+        else
+            SetTargets(child, target);
+}
+
+} // namespace
 
 PrefsTab::PrefsTab(const char* name)
     : BView(BRect(0, 0, 100, 100), name, B_FOLLOW_ALL, B_WILL_DRAW | B_FRAME_EVENTS)
@@ -19,6 +38,7 @@ void PrefsTab::AllAttached()
     if (fNeedsRerender)
         Rerender();
     GetState();
+    SetTargets(this, this);
 }
 
 void PrefsTab::FrameResized(float, float)

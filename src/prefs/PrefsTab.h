@@ -17,8 +17,8 @@ public:
     /// @param name  also the label of its tab; copied
     explicit PrefsTab(const char* name);
 
-    /// Fills the tab view's container except for a margin of 5 pixels, lays the page out if that was never done, and
-    /// fills the controls. Derived classes call it first and then make themselves the target of their controls.
+    /// Fills the tab view's container except for a margin of 5 pixels, lays the page out if that was never done, fills
+    /// the controls, and makes the page the target of its controls, lists and menus. Derived classes call it first.
     void AllAttached() override;
     void FrameResized(float width, float height) override;
     /// Copies what a drag of the page's tab carries.
