@@ -34,7 +34,6 @@ public:
     }
 
     const char* Name() const override { return "map"; }
-    std::vector<int> Descriptors() const override { return {}; }
     const std::map<std::string, std::string>& Values() const { return fValues; }
     int Calls(const std::string& key) const
     {
@@ -79,8 +78,6 @@ protected:
         return value == kPaint ? std::optional(make_color(1, 2, 3)) : std::nullopt;
     }
     std::optional<rgb_color> Shown(const Settings&) const override { return std::nullopt; }
-    std::vector<std::string> TakeChanges() override { return {}; }
-    bool MayBeStyle(const std::string&) const override { return false; }
 
 private:
     std::map<std::string, std::string> fValues;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/DisplayCheck.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/interface/platform/x11/XWindows.h"
+#include "kits/kernel/FileDescriptor.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,9 +14,7 @@
 
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -29,12 +29,8 @@ bool ConnectsTo(const std::string& path)
     if (path.empty() || path.size() >= sizeof(address.sun_path))
         return false;
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (descriptor < 0)
-        return false;
-    const bool connected = connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
-    close(descriptor);
-    return connected;
+    const FileDescriptor descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    return connect(descriptor.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
 }
 
 /// Looks at the files of the plug-ins, and loads none.
@@ -129,10 +125,7 @@ std::string DisplayCheck::WhyNone(const std::vector<std::string>& arguments, con
 DisplayCheck::Surroundings DisplayCheck::Real()
 {
     Surroundings real;
-    real.variable = [](const char* name) {
-        const char* value = std::getenv(name);
-        return std::string(value != nullptr ? value : "");
-    };
+    real.variable = Environment::Value;
     real.reachesX = ReachesX;
     real.reachesWayland = ConnectsTo;
     real.hasWaylandPlugin = [] {

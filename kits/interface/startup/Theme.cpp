@@ -5,14 +5,11 @@
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/platform/desktops/DarkSigns.h"
 #include "kits/interface/platform/desktops/DesktopColors.h"
-#include "kits/interface/platform/desktops/SessionName.h"
+#include "kits/interface/platform/desktops/Environment.h"
+#include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/x11/XSettings.h"
 #include "kits/interface/startup/DarkStyle.h"
 #include "kits/interface/startup/Palettes.h"
-#include "kits/kernel/Bounds.h"
-#include "kits/storage/FindDirectory.h"
-#include "kits/storage/Path.h"
-#include "kits/storage/ReadSmallFile.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -76,23 +73,19 @@ void Apply()
 
 bool GtkFilesAreDark()
 {
-    BPath settings;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) != B_OK)
+    const std::string settings = Environment::OwnSettings();
+    if (settings.empty())
         return false;
-    for (const char* folder : {"/gtk-4.0", "/gtk-3.0"}) {
-        const std::optional<std::string> text =
-            ReadSmallFile(std::string(settings.Path()) + folder + "/settings.ini", bounds::kMostForeignSettings);
-        if (text && SettingsAreDark(*text))
+    for (const char* folder : {"/gtk-4.0", "/gtk-3.0"})
+        if (SettingsAreDark(IniFile::TextOf(settings + folder + "/settings.ini").value_or("")))
             return true;
-    }
     return false;
 }
 
 /// Reads the signs that are available without waiting; the portal's sign is its last answer.
 void ReadSigns()
 {
-    const char* environment = std::getenv("GTK_THEME");
-    sSigns.environment = environment != nullptr ? environment : "";
+    sSigns.environment = Environment::Value("GTK_THEME");
     sSigns.fileIsDark = GtkFilesAreDark();
     sSigns.desktop = DesktopColors::AreDark();
     const XSettings& settings = XSettingsWatch::Current();
@@ -165,7 +158,7 @@ void AskPortal()
     QDBusMessage question = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), QString::fromLatin1(kPortalPath),
         QString::fromLatin1(kPortalSettings), QStringLiteral("Read"));
-    question.setAutoStartService(IsSessionOf("GNOME"));
+    question.setAutoStartService(Environment::IsSessionOf("GNOME"));
     question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
     auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), qApp);
     QObject::connect(answer, &QDBusPendingCallWatcher::finished, qApp, [](QDBusPendingCallWatcher* watcher) {

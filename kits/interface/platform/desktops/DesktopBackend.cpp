@@ -1,45 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopBackend.h"
 
-#include "kits/interface/platform/desktops/GnomeDesktop.h"
-#include "kits/interface/platform/desktops/PcmanfmDesktop.h"
-#include "kits/interface/platform/desktops/PlasmaDesktop.h"
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/interface/platform/desktops/X11Desktop.h"
-#include "kits/interface/platform/desktops/XfceDesktop.h"
-
-#include <cstdlib>
-#include <sstream>
-#include <utility>
 
 namespace kits {
 
 namespace {
 
-template <class Desktop> std::unique_ptr<DesktopBackend> IfThere(std::unique_ptr<Desktop> desktop)
+/// @param name  of the session
+/// @return null for an unknown desktop
+std::unique_ptr<DesktopBackend> MakeNamed(const std::string& name, const std::string& screen)
 {
-    return desktop->IsThere() ? std::move(desktop) : nullptr;
-}
-
-/// Returns the backend of the desktop environment that the session names; null for an unknown one, and for one whose
-/// tool does not answer.
-std::unique_ptr<DesktopBackend> MakeSettingsDesktop(const std::string& screen)
-{
-    const char* names = std::getenv("XDG_CURRENT_DESKTOP");
-    std::istringstream list(names != nullptr ? names : "");
-    for (std::string name; std::getline(list, name, ':');) {
-        if (name == "GNOME")
-            return IfThere(std::make_unique<GnomeDesktop>());
-        if (name == "X-Cinnamon")
-            return IfThere(std::make_unique<GnomeDesktop>(GnomeDesktop::kCinnamon));
-        if (name == "MATE")
-            return IfThere(std::make_unique<GnomeDesktop>(GnomeDesktop::kMate));
-        if (name == "XFCE")
-            return IfThere(std::make_unique<XfceDesktop>(screen));
-        if (name == "KDE")
-            return IfThere(std::make_unique<PlasmaDesktop>());
-        if (name == "LXQt")
-            return IfThere(std::make_unique<PcmanfmDesktop>());
-    }
+    if (name == "GNOME")
+        return MakeGnomeDesktop();
+    if (name == "X-Cinnamon")
+        return MakeGnomeDesktop(kCinnamon);
+    if (name == "MATE")
+        return MakeGnomeDesktop(kMate);
+    if (name == "XFCE")
+        return MakeXfceDesktop(screen);
+    if (name == "KDE")
+        return MakePlasmaDesktop();
+    if (name == "LXQt")
+        return MakePcmanfmDesktop();
     return nullptr;
 }
 
@@ -47,7 +32,11 @@ std::unique_ptr<DesktopBackend> MakeSettingsDesktop(const std::string& screen)
 
 std::unique_ptr<DesktopBackend> MakeDesktopBackend(bool isX11, const std::string& screen)
 {
-    if (std::unique_ptr<DesktopBackend> desktop = MakeSettingsDesktop(screen))
+    std::unique_ptr<DesktopBackend> desktop;
+    for (const std::string& name : Environment::List("XDG_CURRENT_DESKTOP"))
+        if (desktop == nullptr)
+            desktop = MakeNamed(name, screen);
+    if (desktop != nullptr && desktop->IsThere())
         return desktop;
     return isX11 ? X11Desktop::Connect() : nullptr;
 }

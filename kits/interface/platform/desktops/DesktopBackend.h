@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace kits {
@@ -18,6 +19,8 @@ public:
 
     /// The name of this way in the kept file.
     virtual const char* Name() const = 0;
+    /// False if the desktop does not answer; then it can be neither read nor painted.
+    virtual bool IsThere() const { return true; }
 
     /// Returns the colour that the desktop shows, or the average of its picture; nothing if that cannot be found out.
     virtual std::optional<rgb_color> Read() = 0;

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/DesktopColors.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/KdeSettings.h"
-#include "kits/interface/platform/desktops/SessionName.h"
 #include "kits/interface/platform/desktops/SettingsDesktop.h"
-#include "kits/storage/FindDirectory.h"
-#include "kits/storage/Path.h"
 
 #include <string>
 
@@ -14,12 +12,12 @@ namespace kits::DesktopColors {
 
 namespace {
 
+using Environment::IsSessionOf;
+
 std::string LxqtFile()
 {
-    BPath settings;
-    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &settings) == B_OK
-               ? std::string(settings.Path()) + "/lxqt/lxqt.conf"
-               : "";
+    const std::string settings = Environment::OwnSettings();
+    return settings.empty() ? "" : settings + "/lxqt/lxqt.conf";
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/GnomeDesktop.h"
-
-#include "kits/interface/platform/desktops/PictureFile.h"
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
 
 #include <cstdio>
 #include <map>
@@ -19,9 +18,6 @@ constexpr const char* kShading = "color-shading-type";
 constexpr const char* kScheme = "color-scheme";
 
 constexpr const char* kSolid = "'solid'";
-
-/// The default where no colour is set.
-constexpr rgb_color kBlack = make_color(0, 0, 0);
 
 std::string Trimmed(const std::string& text)
 {
@@ -43,135 +39,109 @@ std::map<std::string, std::string> ValuesOf(const std::string& listed, const std
     return values;
 }
 
+class GnomeDesktop : public SettingsDesktop {
+public:
+    explicit GnomeDesktop(const GnomeFamily& family)
+        : SettingsDesktop(Monitors(family))
+        , fFamily(family)
+    {
+    }
+
+    const char* Name() const override { return fFamily.name; }
+
+protected:
+    std::optional<Settings> Current() const override
+    {
+        const std::optional<std::string> listed = Tool::Run({"gsettings", "list-recursively", fFamily.schema});
+        if (!listed)
+            return std::nullopt;
+        const std::map<std::string, std::string> values = ValuesOf(*listed, fFamily.schema);
+        const bool canTell = Tool::Exists("dconf");
+        // If the picture is its own style, the first of the two counts.
+        const std::pair<std::string, Kind> parts[] = {
+            {kColor, Kind::kColor},     {kShading, Kind::kStyle},       {fFamily.pictureStyle, Kind::kStyle},
+            {kOtherColor, Kind::kRead}, {fFamily.picture, Kind::kRead}, {fFamily.darkPicture, Kind::kRead}};
+        Settings settings;
+        for (const auto& [key, part] : parts) {
+            const auto value = values.find(key);
+            if (value == values.end())
+                continue;
+            bool isSet = true;
+            if (canTell && part != Kind::kRead) {
+                const std::optional<std::string> own = Tool::Run({"dconf", "read", fFamily.path + key});
+                isSet = !own || !Trimmed(*own).empty();
+            }
+            settings.push_back({key, part, value->second, isSet});
+        }
+        if (!fFamily.HasDarkPicture())
+            return settings;
+        if (const std::optional<std::string> scheme = Tool::Run({"gsettings", "get", kInterface, kScheme}))
+            settings.push_back({kScheme, Kind::kRead, Trimmed(*scheme), true});
+        return settings;
+    }
+
+    bool Set(const std::string& key, const std::string& value) override
+    {
+        return Tool::Run({"gsettings", "set", fFamily.schema, key, value}).has_value();
+    }
+
+    bool Unset(const std::string& key) override
+    {
+        return Tool::Run({"gsettings", "reset", fFamily.schema, key}).has_value();
+    }
+
+    std::string PlainStyle(const std::string& key) const override
+    {
+        return key == kShading ? kSolid : fFamily.noPicture;
+    }
+
+    std::string FormatColor(rgb_color color) const override
+    {
+        char text[16];
+        std::snprintf(text, sizeof(text), "'#%02x%02x%02x'", color.red, color.green, color.blue);
+        return text;
+    }
+
+    std::optional<rgb_color> ParseColor(const std::string& value) const override
+    {
+        return ParseHexColor(Unquoted(value));
+    }
+
+    std::optional<rgb_color> Shown(const Settings& settings) const override
+    {
+        const auto text = [&](const char* key) { return Find(settings, key).value_or(""); };
+        const bool isGradient = text(kShading) != kSolid;
+        std::string picture;
+        if (text(fFamily.pictureStyle) != fFamily.noPicture) {
+            const std::string dark = Unquoted(text(fFamily.darkPicture));
+            const bool isDark = text(kScheme) == "'prefer-dark'" && !dark.empty();
+            picture = isDark ? dark : Unquoted(text(fFamily.picture));
+        }
+        return Average(picture, ParseColor(text(kColor)), isGradient ? ParseColor(text(kOtherColor)) : std::nullopt);
+    }
+
+    bool IsNews(const std::string& line, bool isPainted) const override
+    {
+        return !isPainted || line.starts_with(kShading) || line.starts_with(fFamily.pictureStyle);
+    }
+
+private:
+    static std::vector<std::vector<std::string>> Monitors(const GnomeFamily& family)
+    {
+        std::vector<std::vector<std::string>> monitors = {{"gsettings", "monitor", family.schema}};
+        if (family.HasDarkPicture())
+            monitors.push_back({"gsettings", "monitor", kInterface, kScheme});
+        return monitors;
+    }
+
+    const GnomeFamily& fFamily;
+};
+
 } // namespace
 
-const GnomeDesktop::Family GnomeDesktop::kGnome{"gnome",
-                                                "org.gnome.desktop.background",
-                                                "/org/gnome/desktop/background/",
-                                                "picture-uri",
-                                                "picture-uri-dark",
-                                                "picture-options",
-                                                "'none'"};
-const GnomeDesktop::Family GnomeDesktop::kCinnamon{"cinnamon",
-                                                   "org.cinnamon.desktop.background",
-                                                   "/org/cinnamon/desktop/background/",
-                                                   "picture-uri",
-                                                   nullptr,
-                                                   "picture-options",
-                                                   "'none'"};
-// Its options have none without a picture, so the name of the picture is emptied.
-const GnomeDesktop::Family GnomeDesktop::kMate{
-    "mate", "org.mate.background", "/org/mate/desktop/background/", "picture-filename", nullptr, "picture-filename",
-    "''"};
-
-GnomeDesktop::GnomeDesktop(const Family& family)
-    : fFamily(family)
-    , fMonitor({"gsettings", "monitor", family.schema})
+std::unique_ptr<DesktopBackend> MakeGnomeDesktop(const GnomeFamily& family)
 {
-    if (fFamily.darkPicture != nullptr)
-        fSchemeMonitor.emplace(std::vector<std::string>{"gsettings", "monitor", kInterface, kScheme});
-}
-
-std::optional<SettingsDesktop::Settings> GnomeDesktop::Current() const
-{
-    using Part = SettingsDesktop::Kind;
-    const std::optional<std::string> listed = Tool::Run({"gsettings", "list-recursively", fFamily.schema});
-    if (!listed)
-        return std::nullopt;
-    const std::map<std::string, std::string> values = ValuesOf(*listed, fFamily.schema);
-    const bool canTell = Tool::Exists("dconf");
-    std::vector<std::pair<std::string, Part>> parts = {{kColor, Part::kColor},
-                                                       {kShading, Part::kStyle},
-                                                       {fFamily.pictureStyle, Part::kStyle},
-                                                       {kOtherColor, Part::kRead}};
-    for (const char* picture : {fFamily.picture, fFamily.darkPicture})
-        if (picture != nullptr && picture != std::string(fFamily.pictureStyle))
-            parts.emplace_back(picture, Part::kRead);
-    Settings settings;
-    for (const auto& [key, part] : parts) {
-        const auto value = values.find(key);
-        if (value == values.end())
-            continue;
-        bool isSet = true;
-        if (canTell && part != Part::kRead) {
-            const std::optional<std::string> own = Tool::Run({"dconf", "read", fFamily.path + key});
-            isSet = !own || !Trimmed(*own).empty();
-        }
-        settings.push_back({key, part, value->second, isSet});
-    }
-    if (fFamily.darkPicture == nullptr)
-        return settings;
-    if (const std::optional<std::string> scheme = Tool::Run({"gsettings", "get", kInterface, kScheme}))
-        settings.push_back({kScheme, Part::kRead, Trimmed(*scheme), true});
-    return settings;
-}
-
-bool GnomeDesktop::Set(const std::string& key, const std::string& value)
-{
-    return Tool::Run({"gsettings", "set", fFamily.schema, key, value}).has_value();
-}
-
-bool GnomeDesktop::Unset(const std::string& key)
-{
-    return Tool::Run({"gsettings", "reset", fFamily.schema, key}).has_value();
-}
-
-std::string GnomeDesktop::PlainStyle(const std::string& key) const
-{
-    return key == kShading ? kSolid : fFamily.noPicture;
-}
-
-std::string GnomeDesktop::FormatColor(rgb_color color) const
-{
-    char text[16];
-    std::snprintf(text, sizeof(text), "'#%02x%02x%02x'", color.red, color.green, color.blue);
-    return text;
-}
-
-std::optional<rgb_color> GnomeDesktop::ParseColor(const std::string& value) const
-{
-    return ParseHexColor(Unquoted(value));
-}
-
-std::optional<rgb_color> GnomeDesktop::Shown(const Settings& settings) const
-{
-    const auto text = [&](const char* key) {
-        const std::string* value = key != nullptr ? Find(settings, key) : nullptr;
-        return value != nullptr ? *value : std::string();
-    };
-    const std::optional<rgb_color> color = ParseColor(text(kColor));
-    const std::optional<rgb_color> other = ParseColor(text(kOtherColor));
-    const std::optional<rgb_color> plain = color && other && text(kShading) != kSolid ? Between(*color, *other) : color;
-    if (text(fFamily.pictureStyle) != fFamily.noPicture) {
-        const bool isDark = text(kScheme) == "'prefer-dark'" && !Unquoted(text(fFamily.darkPicture)).empty();
-        if (const auto average =
-                AverageOfFile(Unquoted(text(isDark ? fFamily.darkPicture : fFamily.picture)), plain.value_or(kBlack)))
-            return average;
-    }
-    return plain;
-}
-
-std::vector<int> GnomeDesktop::Descriptors() const
-{
-    std::vector<int> descriptors;
-    for (const Tool* tool : {&fMonitor, fSchemeMonitor ? &*fSchemeMonitor : nullptr})
-        if (tool != nullptr && tool->Descriptor() >= 0)
-            descriptors.push_back(tool->Descriptor());
-    return descriptors;
-}
-
-std::vector<std::string> GnomeDesktop::TakeChanges()
-{
-    std::vector<std::string> changes = fMonitor.TakeLines();
-    if (fSchemeMonitor)
-        for (std::string& line : fSchemeMonitor->TakeLines())
-            changes.push_back(std::move(line));
-    return changes;
-}
-
-bool GnomeDesktop::MayBeStyle(const std::string& change) const
-{
-    return change.rfind(kShading, 0) == 0 || change.rfind(fFamily.pictureStyle, 0) == 0;
+    return std::make_unique<GnomeDesktop>(family);
 }
 
 } // namespace kits

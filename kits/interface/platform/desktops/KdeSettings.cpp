@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/KdeSettings.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/SettingsDesktop.h"
-#include "kits/kernel/Bounds.h"
-#include "kits/storage/FindDirectory.h"
-#include "kits/storage/Path.h"
 
 #include <unistd.h>
-
-#include <cstdio>
-#include <cstdlib>
-#include <sstream>
 
 namespace kits::KdeSettings {
 
@@ -21,31 +15,12 @@ constexpr const char* kGlobals = "kdeglobals";
 constexpr const char* kWindow = "Colors:Window";
 constexpr const char* kBackground = "BackgroundNormal";
 
-std::string Variable(const char* name, const char* otherwise)
-{
-    const char* value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
-void AddFolders(std::vector<std::string>& folders, const std::string& list)
-{
-    std::istringstream names(list);
-    size_t count = 0;
-    for (std::string name; count < bounds::kMostListedFolders && std::getline(names, name, ':'); ++count)
-        if (!name.empty() && name.front() == '/')
-            folders.push_back(name);
-}
-
 std::vector<std::string> SettingsFolders()
 {
-    std::vector<std::string> folders;
-    BPath own;
-    if (find_directory(B_COMMON_SETTINGS_DIRECTORY, &own) == B_OK) {
-        folders.emplace_back(own.Path());
-        // The settings of the chosen look itself, which a session puts among the system's.
-        folders.push_back(std::string(own.Path()) + "/kdedefaults");
-    }
-    AddFolders(folders, Variable("XDG_CONFIG_DIRS", "/etc/xdg"));
+    std::vector<std::string> folders = Environment::SettingsFolders();
+    // The settings of the chosen look itself, which a session puts among the system's.
+    if (const std::string own = Environment::OwnSettings(); !own.empty())
+        folders.insert(folders.begin() + 1, own + "/kdedefaults");
     return folders;
 }
 
@@ -69,33 +44,24 @@ std::optional<std::string> Value(const std::string& file, const std::string& gro
 
 std::optional<std::string> DataFile(const std::string& name)
 {
-    std::vector<std::string> folders;
-    const std::string home = Variable("HOME", "");
-    AddFolders(folders, Variable("XDG_DATA_HOME", (home + "/.local/share").c_str()));
-    AddFolders(folders, Variable("XDG_DATA_DIRS", "/usr/local/share:/usr/share"));
-    for (const std::string& folder : folders) {
-        const std::string path = folder + "/" + name;
-        if (access(path.c_str(), R_OK) == 0)
-            return path;
+    using Environment::Folders;
+    for (const auto& folders : {Folders("XDG_DATA_HOME", Environment::Value("HOME") + "/.local/share"),
+                                Folders("XDG_DATA_DIRS", "/usr/local/share:/usr/share")}) {
+        for (const std::string& folder : folders) {
+            const std::string path = folder + "/" + name;
+            if (access(path.c_str(), R_OK) == 0)
+                return path;
+        }
     }
     return std::nullopt;
 }
 
 std::optional<bool> IsDarkColor(const std::string& value)
 {
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    int end = 0;
-    if (std::sscanf(value.c_str(), "%4d,%4d,%4d%n", &red, &green, &blue, &end) != 3)
-        return std::nullopt;
-    const char next = value.c_str()[end];
-    if (next != '\0' && next != ',')
-        return std::nullopt;
-    for (const int part : {red, green, blue})
-        if (part < 0 || part > 255)
-            return std::nullopt;
-    return kits::IsDarkColor(make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue)));
+    size_t end = 0;
+    const std::optional<rgb_color> color = ParseDecimalColor(value, &end);
+    const bool isWhole = end == value.size() || value[end] == ',';
+    return color && isWhole ? std::optional(kits::IsDarkColor(*color)) : std::nullopt;
 }
 
 std::optional<bool> IsDark()

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/LoginScale.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/interface/platform/x11/XSettings.h"
 
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -18,21 +17,6 @@ namespace {
 constexpr const char* kFactor = "QT_SCALE_FACTOR";
 constexpr const char* kResolution = "QT_FONT_DPI";
 constexpr const char* kOfUser[] = {"QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI"};
-
-std::string ValueOf(const char* name)
-{
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-bool IsSessionOfMate()
-{
-    std::istringstream names(ValueOf("XDG_CURRENT_DESKTOP"));
-    for (std::string name; std::getline(names, name, ':');)
-        if (name == "MATE")
-            return true;
-    return false;
-}
 
 bool IsWhole(const std::string& number)
 {
@@ -54,9 +38,10 @@ char* EntryOf(std::string_view name)
 
 bool LoginScale::IsInEnvironment()
 {
-    const std::string factor = ValueOf(kFactor);
-    return (!factor.empty() || !ValueOf(kResolution).empty()) && IsWhole(factor) && IsSessionOfMate() &&
-           std::all_of(std::begin(kOfUser), std::end(kOfUser), [](const char* name) { return ValueOf(name).empty(); });
+    using Environment::Value;
+    const std::string factor = Value(kFactor);
+    return (!factor.empty() || !Value(kResolution).empty()) && IsWhole(factor) && Environment::IsSessionOf("MATE") &&
+           std::all_of(std::begin(kOfUser), std::end(kOfUser), [](const char* name) { return Value(name).empty(); });
 }
 
 LoginScale::LoginScale(const XSettings& settings)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/PcmanfmDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
+#include "kits/interface/platform/desktops/Environment.h"
+#include "kits/interface/platform/desktops/FileWatch.h"
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/PictureFile.h"
 #include "kits/interface/platform/desktops/PlainPicture.h"
@@ -9,8 +10,6 @@
 #include "kits/interface/platform/desktops/X11Desktop.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
-#include "kits/storage/FindDirectory.h"
-#include "kits/storage/Path.h"
 #include "kits/storage/ReplaceFile.h"
 
 #include <cstdlib>
@@ -49,16 +48,10 @@ constexpr const char* kAnotherMode = "zoom";
 /// A path that leads nowhere, for a window that must show no picture.
 constexpr const char* kNowhere = "/nonexistent";
 
-std::optional<std::string> Ask(const std::vector<std::string>& question)
-{
-    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
-    arguments.insert(arguments.end(), question.begin(), question.end());
-    return Tool::Run(arguments);
-}
-
 bool SetPicture(const std::string& path, const std::string& mode)
 {
-    return Ask({kService, kObject, "org.pcmanfm.Application.setWallpaper", "string:" + path, "string:" + mode})
+    return Tool::CallBus(
+               {kService, kObject, "org.pcmanfm.Application.setWallpaper", "string:" + path, "string:" + mode})
         .has_value();
 }
 
@@ -67,42 +60,28 @@ enum class Ruler { kItself, kNobody, kUnknown };
 /// Returns who draws the desktop: PCManFM-Qt may run as a file manager alone.
 Ruler RulerOfDesktop()
 {
-    const std::optional<std::string> draws = Ask({kService, kObject, "org.freedesktop.DBus.Properties.Get",
-                                                  "string:org.pcmanfm.Application", "string:desktopManagerEnabled"});
+    const std::optional<std::string> draws =
+        Tool::CallBus({kService, kObject, "org.freedesktop.DBus.Properties.Get", "string:org.pcmanfm.Application",
+                       "string:desktopManagerEnabled"});
     if (draws)
         return draws->find("true") != draws->npos ? Ruler::kItself : Ruler::kUnknown;
-    const std::optional<std::string> runs = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                                 "org.freedesktop.DBus.NameHasOwner", "string:org.pcmanfm.PCManFM"});
-    return runs && runs->find("false") != runs->npos ? Ruler::kNobody : Ruler::kUnknown;
+    return Tool::BusLacks("org.pcmanfm.PCManFM") ? Ruler::kNobody : Ruler::kUnknown;
 }
 
-std::string OwnFolder()
+/// Returns "" if there is no settings folder.
+std::string OwnFile()
 {
-    BPath path;
-    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? path.Path() : "";
-}
-
-/// The user's own folder comes first.
-std::vector<std::string> SettingsFolders()
-{
-    std::vector<std::string> folders;
-    if (const std::string own = OwnFolder(); !own.empty())
-        folders.push_back(own);
-    const char* names = std::getenv("XDG_CONFIG_DIRS");
-    std::istringstream list(names != nullptr && *names != '\0' ? names : "/etc/xdg");
-    for (std::string name; std::getline(list, name, ':');)
-        if (!name.empty() && name.front() == '/')
-            folders.push_back(name);
-    return folders;
+    const std::string folder = Environment::OwnSettings();
+    return folder.empty() ? "" : folder + kFile;
 }
 
 std::string CachedSlide()
 {
-    const char* cache = std::getenv("XDG_CACHE_HOME");
-    const char* home = std::getenv("HOME");
-    if (cache != nullptr && *cache == '/')
-        return std::string(cache) + kCached;
-    return home != nullptr && *home == '/' ? std::string(home) + "/.cache" + kCached : "";
+    const std::string cache = Environment::Value("XDG_CACHE_HOME");
+    const std::string home = Environment::Value("HOME");
+    if (cache.starts_with('/'))
+        return cache + kCached;
+    return home.starts_with('/') ? home + "/.cache" + kCached : "";
 }
 
 bool Exists(const std::string& path)
@@ -114,7 +93,7 @@ bool Exists(const std::string& path)
 /// Returns whether the session starts it.
 bool IsAutostarted()
 {
-    for (const std::string& folder : SettingsFolders()) {
+    for (const std::string& folder : Environment::SettingsFolders()) {
         const std::optional<std::string> text = IniFile::TextOf(folder + kEntry);
         if (text)
             return IniFile(*text).Value("Desktop Entry", "Hidden") != "true";
@@ -124,7 +103,7 @@ bool IsAutostarted()
 
 bool AwaitPicture(const std::string& path)
 {
-    const std::string file = OwnFolder() + kFile;
+    const std::string file = OwnFile();
     const auto isThere = [&] {
         const auto written = IniFile::Read(file, IniFile::Values::kAsWritten).Value(kGroup, kPicture);
         return written && UnescapedByQt(*written) == path;
@@ -138,7 +117,7 @@ bool AwaitPicture(const std::string& path)
 /// Writes the value into the user's file, in place of the present one.
 bool WritePicture(const std::string& written)
 {
-    const std::string path = OwnFolder() + kFile;
+    const std::string path = OwnFile();
     const std::optional<std::string> text = IniFile::TextOf(path);
     if (!text)
         return false;
@@ -160,45 +139,37 @@ std::string PutPicture(rgb_color color)
     return PlainPicture::Put(color, width, height);
 }
 
-} // namespace
+/// The contents of the settings.
+struct State {
+    std::string picture;     ///< the path of the wallpaper; "" for none
+    std::string written;     ///< the same, as written in the file
+    std::string mode;        ///< how the picture is shown: "stretch", ...
+    std::string color;       ///< of the background, as written in the file
+    std::string slides;      ///< the folder of a slideshow; "" for none
+    std::string slide;       ///< its last picture that was noted
+    bool hasPicture = false; ///< the wallpaper is shown, except for slides, and can be set again
 
-bool PcmanfmDesktop::State::IsPlain() const
-{
-    return mode == "none" || mode == "color";
-}
-
-bool PcmanfmDesktop::State::Is(const State& before, bool notesMode) const
-{
-    const bool isNoted = notesMode && (mode == kOneMode || mode == kAnotherMode);
-    return picture == before.picture && color == before.color && (mode == before.mode || isNoted);
-}
-
-std::string PcmanfmDesktop::State::OtherMode() const
-{
-    return mode == kOneMode ? kAnotherMode : kOneMode;
-}
-
-rgb_color PcmanfmDesktop::State::Background() const
-{
-    return ParseHexColor(UnescapedByQt(color)).value_or(kBlack);
-}
-
-PcmanfmDesktop::PcmanfmDesktop()
-    : fSettings(OwnFolder().empty() ? "" : OwnFolder() + kFile)
-    , fSlides(CachedSlide())
-{
-}
-
-bool PcmanfmDesktop::IsThere() const
-{
-    const Ruler ruler = RulerOfDesktop();
-    return Current().has_value() && (ruler == Ruler::kItself || (ruler == Ruler::kNobody && IsAutostarted()));
-}
+    bool operator==(const State& other) const
+    {
+        return picture == other.picture && mode == other.mode && color == other.color;
+    }
+    /// True if only the background's colour is shown.
+    bool IsPlain() const { return mode == "none" || mode == "color"; }
+    /// Returns a mode other than that of the settings: only such a mode takes effect for the window alone.
+    std::string OtherMode() const { return mode == kOneMode ? kAnotherMode : kOneMode; }
+    /// Returns true if these settings equal earlier ones, except for a mode that may have been noted for the window.
+    bool Is(const State& before, bool notesMode) const
+    {
+        const bool isNoted = notesMode && (mode == kOneMode || mode == kAnotherMode);
+        return picture == before.picture && color == before.color && (mode == before.mode || isNoted);
+    }
+    rgb_color Background() const { return ParseHexColor(UnescapedByQt(color)).value_or(kBlack); }
+};
 
 /// It uses the first existing file as a whole.
-std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
+std::optional<State> Current()
 {
-    for (const std::string& folder : SettingsFolders()) {
+    for (const std::string& folder : Environment::SettingsFolders()) {
         const std::optional<std::string> text = IniFile::TextOf(folder + kFile);
         if (!text)
             continue;
@@ -223,7 +194,8 @@ std::optional<PcmanfmDesktop::State> PcmanfmDesktop::Current()
     return std::nullopt;
 }
 
-std::string PcmanfmDesktop::Slide(const State& state)
+/// Returns the picture that a slideshow shows now, as far as that is known.
+std::string Slide(const State& state)
 {
     // Only stretched pictures are cached, and only then the file says at once which one is shown.
     const std::string cached = IniFile::TextOf(CachedSlide()).value_or("");
@@ -231,35 +203,7 @@ std::string PcmanfmDesktop::Slide(const State& state)
     return state.mode == "stretch" && isSlide ? cached : state.slide;
 }
 
-std::optional<rgb_color> PcmanfmDesktop::Read()
-{
-    const std::optional<State> state = Current();
-    if (!state)
-        return std::nullopt;
-    if (fChanged && fChanged->first == *state)
-        return fChanged->second;
-    if (state->IsPlain())
-        return state->Background();
-    if (!state->slides.empty())
-        return AverageOfFile(Slide(*state), state->Background());
-    return state->hasPicture ? AverageOfFile(state->picture, state->Background()) : state->Background();
-}
-
-std::optional<BMessage> PcmanfmDesktop::Keep()
-{
-    const std::optional<State> state = Current();
-    // A slideshow without a wallpaper beside it could not be restored before its next picture.
-    if (!state || (!state->slides.empty() && !state->IsPlain() && !state->hasPicture))
-        return std::nullopt;
-    BMessage kept;
-    kept.AddString(kPicture, state->written);
-    kept.AddString(kMode, state->mode);
-    kept.AddString(kColor, state->color);
-    kept.AddBool(kHasPicture, state->hasPicture);
-    return kept;
-}
-
-PcmanfmDesktop::State PcmanfmDesktop::StateOf(const BMessage& kept)
+State StateOf(const BMessage& kept)
 {
     State state;
     kept.FindString(kPicture, &state.written);
@@ -270,64 +214,7 @@ PcmanfmDesktop::State PcmanfmDesktop::StateOf(const BMessage& kept)
     return state;
 }
 
-bool PcmanfmDesktop::ShowInSettings(rgb_color color)
-{
-    const std::string file = PutPicture(color);
-    if (file.empty() || !SetPicture(file, "") || !AwaitPicture(file))
-        return false;
-    fInWindow.clear();
-    RemoveUnused();
-    return true;
-}
-
-bool PcmanfmDesktop::ShowInWindow(rgb_color color)
-{
-    const std::string file = PutPicture(color);
-    const std::optional<State> now = Current();
-    if (file.empty() || !now || !SetPicture(PlainPicture::WithoutKind(file), now->OtherMode()))
-        return false;
-    const std::optional<State> then = Current();
-    fNotesMode = then && then->mode == now->OtherMode();
-    fInWindow = file;
-    RemoveUnused();
-    return true;
-}
-
-bool PcmanfmDesktop::Paint(rgb_color color, const BMessage& kept)
-{
-    fPaintedOver = StateOf(kept);
-    return fPaintedOver->hasPicture ? ShowInSettings(color) : ShowInWindow(color);
-}
-
-bool PcmanfmDesktop::Restore(const BMessage& kept)
-{
-    const std::optional<State> now = Current();
-    const Ruler ruler = RulerOfDesktop();
-    if (!now || ruler == Ruler::kUnknown)
-        return false;
-    const State before = StateOf(kept);
-    bool isDone = true;
-    if (before.hasPicture) {
-        if (PlainPicture::IsOne(now->picture) && now->picture != before.picture)
-            isDone = ruler == Ruler::kItself ? PutPictureBack(before, *now) : WriteBack(before);
-    } else if (ruler == Ruler::kItself && now->Is(before, !fPaintedOver || fNotesMode)) {
-        if (now->mode != before.mode)
-            isDone = SetPicture(kNowhere, before.mode);
-        else if (fChanged && fChanged->first == *now)
-            isDone = ShowInWindow(fChanged->second);
-        else
-            isDone = SetPicture(kNowhere, before.OtherMode());
-    }
-    if (!isDone)
-        return false;
-    fPaintedOver.reset();
-    if (!fChanged)
-        fInWindow.clear();
-    RemoveUnused();
-    return true;
-}
-
-bool PcmanfmDesktop::PutPictureBack(const State& before, const State& now)
+bool PutPictureBack(const State& before, const State& now)
 {
     // It refuses a picture that is gone. It shows the background's colour if its own picture is gone, and does so at
     // the next login.
@@ -339,7 +226,7 @@ bool PcmanfmDesktop::PutPictureBack(const State& before, const State& now)
     return SetPicture(before.picture, "") && AwaitPicture(before.picture);
 }
 
-bool PcmanfmDesktop::WriteBack(const State& before)
+bool WriteBack(const State& before)
 {
     if (!WritePicture(before.written))
         return false;
@@ -347,51 +234,163 @@ bool PcmanfmDesktop::WriteBack(const State& before)
     return RulerOfDesktop() != Ruler::kItself || !Exists(before.picture) || PutPictureBack(before, before);
 }
 
-bool PcmanfmDesktop::Change(rgb_color color, const BMessage*)
-{
-    const std::optional<State> now = Current();
-    if (!now || RulerOfDesktop() != Ruler::kItself || !(now->IsPlain() ? ShowInWindow(color) : ShowInSettings(color)))
-        return false;
-    fPaintedOver.reset();
-    fChanged.reset();
-    if (now->IsPlain()) {
-        // If the mode is noted, the picture can be noted too.
-        if (fNotesMode)
-            return ShowInSettings(color);
-        fChanged.emplace(*now, color);
+class PcmanfmDesktop : public DesktopBackend {
+public:
+    const char* Name() const override { return "pcmanfm-qt"; }
+    bool OutlivesSession() const override { return true; }
+
+    bool IsThere() const override
+    {
+        const Ruler ruler = RulerOfDesktop();
+        return Current().has_value() && (ruler == Ruler::kItself || (ruler == Ruler::kNobody && IsAutostarted()));
     }
-    RemoveUnused();
-    return true;
-}
 
-bool PcmanfmDesktop::IsPainted() const
-{
-    const std::optional<State> now = Current();
-    if (!fPaintedOver || !now)
-        return false;
-    return fPaintedOver->hasPicture ? PlainPicture::IsOne(now->picture) && now->mode == fPaintedOver->mode
-                                    : now->Is(*fPaintedOver, fNotesMode);
-}
+    std::optional<rgb_color> Read() override
+    {
+        const std::optional<State> state = Current();
+        if (!state)
+            return std::nullopt;
+        if (fChanged && fChanged->first == *state)
+            return fChanged->second;
+        if (state->IsPlain())
+            return state->Background();
+        if (!state->slides.empty())
+            return AverageOfFile(Slide(*state), state->Background());
+        return state->hasPicture ? AverageOfFile(state->picture, state->Background()) : state->Background();
+    }
 
-std::vector<int> PcmanfmDesktop::Descriptors() const
-{
-    return {fSettings.Descriptor(), fSlides.Descriptor()};
-}
+    std::optional<BMessage> Keep() override
+    {
+        const std::optional<State> state = Current();
+        // A slideshow without a wallpaper beside it could not be restored before its next picture.
+        if (!state || (!state->slides.empty() && !state->IsPlain() && !state->hasPicture))
+            return std::nullopt;
+        BMessage kept;
+        kept.AddString(kPicture, state->written);
+        kept.AddString(kMode, state->mode);
+        kept.AddString(kColor, state->color);
+        kept.AddBool(kHasPicture, state->hasPicture);
+        return kept;
+    }
 
-bool PcmanfmDesktop::TakeNews()
-{
-    const bool isOther = fSettings.TakeNews();
-    return fSlides.TakeNews() || isOther;
-}
+    bool Paint(rgb_color color, const BMessage& kept) override
+    {
+        fPaintedOver = StateOf(kept);
+        return fPaintedOver->hasPicture ? ShowInSettings(color) : ShowInWindow(color);
+    }
 
-void PcmanfmDesktop::RemoveUnused() const
+    bool Restore(const BMessage& kept) override
+    {
+        const std::optional<State> now = Current();
+        const Ruler ruler = RulerOfDesktop();
+        if (!now || ruler == Ruler::kUnknown)
+            return false;
+        const State before = StateOf(kept);
+        bool isDone = true;
+        if (before.hasPicture) {
+            if (PlainPicture::IsOne(now->picture) && now->picture != before.picture)
+                isDone = ruler == Ruler::kItself ? PutPictureBack(before, *now) : WriteBack(before);
+        } else if (ruler == Ruler::kItself && now->Is(before, !fPaintedOver || fNotesMode)) {
+            if (now->mode != before.mode)
+                isDone = SetPicture(kNowhere, before.mode);
+            else if (fChanged && fChanged->first == *now)
+                isDone = ShowInWindow(fChanged->second);
+            else
+                isDone = SetPicture(kNowhere, before.OtherMode());
+        }
+        if (!isDone)
+            return false;
+        fPaintedOver.reset();
+        if (!fChanged)
+            fInWindow.clear();
+        RemoveUnused();
+        return true;
+    }
+
+    bool Change(rgb_color color, const BMessage*) override
+    {
+        const std::optional<State> now = Current();
+        if (!now || RulerOfDesktop() != Ruler::kItself ||
+            !(now->IsPlain() ? ShowInWindow(color) : ShowInSettings(color)))
+            return false;
+        fPaintedOver.reset();
+        fChanged.reset();
+        if (now->IsPlain()) {
+            // If the mode is noted, the picture can be noted too.
+            if (fNotesMode)
+                return ShowInSettings(color);
+            fChanged.emplace(*now, color);
+        }
+        RemoveUnused();
+        return true;
+    }
+
+    bool IsPainted() const override
+    {
+        const std::optional<State> now = Current();
+        if (!fPaintedOver || !now)
+            return false;
+        return fPaintedOver->hasPicture ? PlainPicture::IsOne(now->picture) && now->mode == fPaintedOver->mode
+                                        : now->Is(*fPaintedOver, fNotesMode);
+    }
+
+    std::vector<int> Descriptors() const override { return {fSettings.Descriptor(), fSlides.Descriptor()}; }
+
+    bool TakeNews() override
+    {
+        const bool isOther = fSettings.TakeNews();
+        return fSlides.TakeNews() || isOther;
+    }
+
+private:
+    /// Shows the colour as the wallpaper in the settings.
+    bool ShowInSettings(rgb_color color)
+    {
+        const std::string file = PutPicture(color);
+        if (file.empty() || !SetPicture(file, "") || !AwaitPicture(file))
+            return false;
+        fInWindow.clear();
+        RemoveUnused();
+        return true;
+    }
+
+    bool ShowInWindow(rgb_color color)
+    {
+        const std::string file = PutPicture(color);
+        const std::optional<State> now = Current();
+        if (file.empty() || !now || !SetPicture(PlainPicture::WithoutKind(file), now->OtherMode()))
+            return false;
+        const std::optional<State> then = Current();
+        fNotesMode = then && then->mode == now->OtherMode();
+        fInWindow = file;
+        RemoveUnused();
+        return true;
+    }
+
+    /// Removes the picture files that are no longer needed.
+    void RemoveUnused() const
+    {
+        std::vector<std::string> used = {fInWindow};
+        if (fPaintedOver)
+            used.push_back(fPaintedOver->picture);
+        if (const std::optional<State> now = Current())
+            used.push_back(now->picture);
+        PlainPicture::RemoveOthers(used);
+    }
+
+    FileWatch fSettings{OwnFile()};
+    FileWatch fSlides{CachedSlide()};
+    std::optional<State> fPaintedOver;
+    std::string fInWindow;                               ///< the picture file that is shown in the window only
+    bool fNotesMode = false;                             ///< it has noted the mode for the window in its settings
+    std::optional<std::pair<State, rgb_color>> fChanged; ///< a permanent colour that is in no settings
+};
+
+} // namespace
+
+std::unique_ptr<DesktopBackend> MakePcmanfmDesktop()
 {
-    std::vector<std::string> used = {fInWindow};
-    if (fPaintedOver)
-        used.push_back(fPaintedOver->picture);
-    if (const std::optional<State> now = Current())
-        used.push_back(now->picture);
-    PlainPicture::RemoveOthers(used);
+    return std::make_unique<PcmanfmDesktop>();
 }
 
 } // namespace kits

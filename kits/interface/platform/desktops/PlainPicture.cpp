@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/PlainPicture.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/storage/FindDirectory.h"
 #include "kits/storage/Path.h"
 #include "kits/storage/ReplaceFile.h"
@@ -24,8 +25,8 @@ constexpr int kLargest = 32767;
 
 std::string Folder()
 {
-    BPath path;
-    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? std::string(path.Path()) + kFolder : "";
+    const std::string settings = Environment::OwnSettings();
+    return settings.empty() ? "" : settings + kFolder;
 }
 
 bool IsName(const std::string& name)

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/PlasmaDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
+#include "kits/interface/platform/desktops/Environment.h"
+#include "kits/interface/platform/desktops/FileWatch.h"
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/KdeSettings.h"
 #include "kits/interface/platform/desktops/PictureFile.h"
 #include "kits/interface/platform/desktops/PlasmaWallpaper.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
-#include "kits/storage/FindDirectory.h"
-#include "kits/storage/Path.h"
 
 #include <cstdio>
 #include <sstream>
@@ -55,25 +55,15 @@ constexpr const char* kReadScript = "function line(d, name, value) { print(d.id 
                                     " }"
                                     "}";
 
-std::optional<std::string> Ask(const std::vector<std::string>& question)
-{
-    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
-    arguments.insert(arguments.end(), question.begin(), question.end());
-    return Tool::Run(arguments);
-}
-
 std::optional<std::string> Evaluate(const std::string& script)
 {
-    return Ask(
+    return Tool::CallBus(
         {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
 }
 
-/// Returns true only if the bus says so: if a bus does not answer, a shell may run.
 bool IsShellGone()
 {
-    const std::optional<std::string> answer = Ask({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                                   "org.freedesktop.DBus.NameHasOwner", "string:org.kde.plasmashell"});
-    return answer && answer->find("false") != answer->npos;
+    return Tool::BusLacks("org.kde.plasmashell");
 }
 
 std::string Quoted(const std::string& text)
@@ -133,8 +123,8 @@ Place PlaceOf(const std::string& key)
 /// Returns "" if there is no settings folder.
 std::string FilePath()
 {
-    BPath path;
-    return find_directory(B_COMMON_SETTINGS_DIRECTORY, &path) == B_OK ? std::string(path.Path()) + "/" + kFile : "";
+    const std::string settings = Environment::OwnSettings();
+    return settings.empty() ? "" : settings + "/" + kFile;
 }
 
 IniFile ReadFile()
@@ -203,125 +193,117 @@ bool AwaitInFile(const std::string& key, const std::string& value)
     return true;
 }
 
+class PlasmaDesktop : public SettingsDesktop {
+public:
+    const char* Name() const override { return "plasma"; }
+    std::vector<int> Descriptors() const override { return {fFile.Descriptor()}; }
+    bool TakeNews() override { return fFile.TakeNews(); }
+
+protected:
+    std::optional<Settings> Current() const override
+    {
+        const std::optional<std::string> printed = Evaluate(kReadScript);
+        if (!printed)
+            return IsShellGone() ? Stored() : std::nullopt;
+        Settings settings;
+        std::istringstream lines(*printed);
+        for (std::string line; std::getline(lines, line);) {
+            std::istringstream words(line);
+            std::string desktop;
+            std::string name;
+            std::string value;
+            if (!(words >> desktop >> name) || !IsNumber(desktop))
+                continue;
+            std::getline(words >> std::ws, value);
+            settings.push_back(Make(desktop, name, value));
+        }
+        return settings;
+    }
+
+    bool Set(const std::string& key, const std::string& value) override
+    {
+        // The shell may keep the choice of a plug-in in memory until it ends, but it writes entries at once. It does
+        // not write an entry whose value it believes to be in the file, so the script sets another value first. The
+        // colour comes before the plug-in, which reads it when it is chosen.
+        const auto write = [&value](const std::string& entry) {
+            return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
+                   ");";
+        };
+        const std::string change = IsColor(key)
+                                       ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];" +
+                                             write(kColor) + " d.reloadConfig(); print(d.readConfig('Color'));"
+                                       : "d.wallpaperPlugin = " + Quoted(value) + "; d.currentConfigGroup = [];" +
+                                             write("wallpaperplugin") + " print(d.wallpaperPlugin);";
+        const std::optional<std::string> printed = Evaluate("var all = desktops();"
+                                                            "for (var i = 0; i < all.length; i++) {"
+                                                            " var d = all[i];"
+                                                            " if (d.id == " +
+                                                            DesktopOf(key) + ") { " + change + " } }");
+        if (!printed)
+            return IsShellGone() && WriteFile(key, value);
+        return printed->find(value) != printed->npos;
+    }
+
+    /// A script of the shell cannot remove an entry, so this removes it from the shell's file once the shell has
+    /// written that. The shell keeps the colour in memory, where nothing shows it once another plug-in is chosen, and
+    /// does not write it again.
+    bool Unset(const std::string& key) override
+    {
+        const std::optional<Settings> now = Current();
+        if (const auto value = now ? Find(*now, key) : std::nullopt)
+            AwaitInFile(key, *value);
+        WriteFile(key, std::nullopt);
+        // Without the tool for this, the entry stays.
+        return true;
+    }
+
+    std::string PlainStyle(const std::string&) const override { return kPlainPlugin; }
+
+    std::string FormatColor(rgb_color color) const override
+    {
+        char text[16];
+        std::snprintf(text, sizeof(text), "%u,%u,%u", color.red, color.green, color.blue);
+        return text;
+    }
+
+    std::optional<rgb_color> ParseColor(const std::string& value) const override
+    {
+        size_t end = 0;
+        const std::optional<rgb_color> color = ParseDecimalColor(value, &end);
+        return color ? color : ParseHexColor(value);
+    }
+
+    /// Returns the colour of the main monitor; while no shell runs, that of the first desktop.
+    std::optional<rgb_color> Shown(const Settings& settings) const override
+    {
+        if (settings.empty())
+            return std::nullopt;
+        PlasmaWallpaper::Size screen;
+        std::string desktop = DesktopOf(settings.front().key);
+        for (const Setting& setting : settings)
+            if (setting.value && setting.key == DesktopOf(setting.key) + "/" + kScreen &&
+                std::sscanf(setting.value->c_str(), "%5dx%5d", &screen.width, &screen.height) == 2)
+                desktop = DesktopOf(setting.key);
+        const auto text = [&](const char* name) { return Find(settings, desktop + "/" + name).value_or(""); };
+        const std::string plugin = text(kPlugin);
+        if (plugin == kPlainPlugin)
+            return ParseColor(text(kColor).empty() ? PlasmaWallpaper::DefaultColor() : text(kColor));
+        if (plugin != kPicturePlugin && plugin != kSlidesPlugin)
+            return std::nullopt;
+        const std::optional<std::string> picture = PlasmaWallpaper::PictureOf(
+            text(plugin == kPicturePlugin ? kImage : kSlide), screen, KdeSettings::IsDark().value_or(false));
+        return picture ? AverageOfFile(*picture, kBehind) : std::nullopt;
+    }
+
+private:
+    FileWatch fFile{FilePath()};
+};
+
 } // namespace
 
-PlasmaDesktop::PlasmaDesktop()
-    : fFile(FilePath())
+std::unique_ptr<DesktopBackend> MakePlasmaDesktop()
 {
-}
-
-std::optional<SettingsDesktop::Settings> PlasmaDesktop::Current() const
-{
-    const std::optional<std::string> printed = Evaluate(kReadScript);
-    if (!printed)
-        return IsShellGone() ? Stored() : std::nullopt;
-    Settings settings;
-    std::istringstream lines(*printed);
-    for (std::string line; std::getline(lines, line);) {
-        std::istringstream words(line);
-        std::string desktop;
-        std::string name;
-        std::string value;
-        if (!(words >> desktop >> name) || !IsNumber(desktop))
-            continue;
-        std::getline(words >> std::ws, value);
-        settings.push_back(Make(desktop, name, value));
-    }
-    return settings;
-}
-
-bool PlasmaDesktop::Set(const std::string& key, const std::string& value)
-{
-    // The shell may keep the choice of a plug-in in memory until it ends, but it writes entries at once. It does not
-    // write an entry whose value it believes to be in the file, so the script sets another value first. The colour
-    // comes before the plug-in, which reads it when it is chosen.
-    const auto write = [&value](const std::string& entry) {
-        return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
-               ");";
-    };
-    const std::string change = IsColor(key) ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];" +
-                                                  write(kColor) + " d.reloadConfig(); print(d.readConfig('Color'));"
-                                            : "d.wallpaperPlugin = " + Quoted(value) + "; d.currentConfigGroup = [];" +
-                                                  write("wallpaperplugin") + " print(d.wallpaperPlugin);";
-    const std::optional<std::string> printed = Evaluate("var all = desktops();"
-                                                        "for (var i = 0; i < all.length; i++) {"
-                                                        " var d = all[i];"
-                                                        " if (d.id == " +
-                                                        DesktopOf(key) + ") { " + change + " } }");
-    if (!printed)
-        return IsShellGone() && WriteFile(key, value);
-    return printed->find(value) != printed->npos;
-}
-
-/// A script of the shell cannot remove an entry, so this removes it from the shell's file once the shell has written
-/// that. The shell keeps the colour in memory, where nothing shows it once another plug-in is chosen, and does not
-/// write it again.
-bool PlasmaDesktop::Unset(const std::string& key)
-{
-    const std::optional<Settings> now = Current();
-    const std::string* value = now ? Find(*now, key) : nullptr;
-    if (value != nullptr)
-        AwaitInFile(key, *value);
-    WriteFile(key, std::nullopt);
-    // Without the tool for this, the entry stays.
-    return true;
-}
-
-std::string PlasmaDesktop::PlainStyle(const std::string&) const
-{
-    return kPlainPlugin;
-}
-
-std::string PlasmaDesktop::FormatColor(rgb_color color) const
-{
-    char text[16];
-    std::snprintf(text, sizeof(text), "%u,%u,%u", color.red, color.green, color.blue);
-    return text;
-}
-
-std::optional<rgb_color> PlasmaDesktop::ParseColor(const std::string& value) const
-{
-    unsigned red = 0;
-    unsigned green = 0;
-    unsigned blue = 0;
-    if (std::sscanf(value.c_str(), "%3u,%3u,%3u", &red, &green, &blue) == 3 && red < 256 && green < 256 && blue < 256)
-        return make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue));
-    return ParseHexColor(value);
-}
-
-/// Returns the colour of the main monitor; while no shell runs, that of the first desktop.
-std::optional<rgb_color> PlasmaDesktop::Shown(const Settings& settings) const
-{
-    if (settings.empty())
-        return std::nullopt;
-    PlasmaWallpaper::Size screen;
-    std::string desktop = DesktopOf(settings.front().key);
-    for (const Setting& setting : settings)
-        if (setting.value && setting.key == DesktopOf(setting.key) + "/" + kScreen &&
-            std::sscanf(setting.value->c_str(), "%5dx%5d", &screen.width, &screen.height) == 2)
-            desktop = DesktopOf(setting.key);
-    const auto text = [&](const char* name) {
-        const std::string* value = Find(settings, desktop + "/" + name);
-        return value != nullptr ? *value : std::string();
-    };
-    const std::string plugin = text(kPlugin);
-    if (plugin == kPlainPlugin)
-        return ParseColor(text(kColor).empty() ? PlasmaWallpaper::DefaultColor() : text(kColor));
-    if (plugin != kPicturePlugin && plugin != kSlidesPlugin)
-        return std::nullopt;
-    const std::optional<std::string> picture = PlasmaWallpaper::PictureOf(
-        text(plugin == kPicturePlugin ? kImage : kSlide), screen, KdeSettings::IsDark().value_or(false));
-    return picture ? AverageOfFile(*picture, kBehind) : std::nullopt;
-}
-
-std::vector<int> PlasmaDesktop::Descriptors() const
-{
-    return {fFile.Descriptor()};
-}
-
-std::vector<std::string> PlasmaDesktop::TakeChanges()
-{
-    return fFile.TakeNews() ? std::vector<std::string>{kFile} : std::vector<std::string>();
+    return std::make_unique<PlasmaDesktop>();
 }
 
 } // namespace kits

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SessionEnd.h"
 
-#include "kits/interface/platform/desktops/SessionName.h"
+#include "kits/interface/platform/desktops/Environment.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -43,7 +43,7 @@ void WatchLxqt()
 void Watch()
 {
     std::signal(SIGPIPE, SIG_IGN);
-    if (IsSessionOf("LXQt") && std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
+    if (Environment::IsSessionOf("LXQt") && std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
         QTimer::singleShot(kLater, QCoreApplication::instance(), WatchLxqt);
     // Only if the toolkit has loaded it; it stays loaded.
     void* const library = dlopen("libICE.so.6", RTLD_NOLOAD | RTLD_LAZY);

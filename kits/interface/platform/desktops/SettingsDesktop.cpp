@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/SettingsDesktop.h"
 
+#include "kits/interface/platform/desktops/PictureFile.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -16,7 +18,23 @@ constexpr const char* kKind = "Kind";
 constexpr const char* kValue = "Value";
 constexpr const char* kIsSet = "IsSet";
 
+/// The default where no colour is set.
+constexpr rgb_color kBlack = make_color(0, 0, 0);
+
+/// Returns the colour halfway between two.
+rgb_color Between(rgb_color first, rgb_color second)
+{
+    const auto half = [](uint8 a, uint8 b) { return static_cast<uint8>((a + b + 1) / 2); };
+    return make_color(half(first.red, second.red), half(first.green, second.green), half(first.blue, second.blue));
+}
+
 } // namespace
+
+SettingsDesktop::SettingsDesktop(const std::vector<std::vector<std::string>>& monitors)
+{
+    for (const std::vector<std::string>& arguments : monitors)
+        fMonitors.emplace_back(arguments);
+}
 
 std::optional<rgb_color> SettingsDesktop::Read()
 {
@@ -110,35 +128,51 @@ bool SettingsDesktop::Change(rgb_color color, const BMessage*)
     return isDone;
 }
 
-bool SettingsDesktop::HasPlainStyles(const Settings& settings) const
-{
-    return std::all_of(
-        settings.begin(), settings.end(),
-        [this](const Setting& setting) {
-            return setting.kind != Kind::kStyle || setting.value == PlainStyle(setting.key);
-        });
-}
-
 bool SettingsDesktop::IsPainted() const
 {
     const std::optional<Settings> settings = Current();
-    return fPainted && settings && HasPlainStyles(*settings);
+    return fPainted && settings && std::all_of(settings->begin(), settings->end(), [this](const Setting& setting) {
+               return setting.kind != Kind::kStyle || setting.value == PlainStyle(setting.key);
+           });
+}
+
+std::vector<int> SettingsDesktop::Descriptors() const
+{
+    std::vector<int> descriptors;
+    for (const Tool& monitor : fMonitors)
+        if (monitor.Descriptor() >= 0)
+            descriptors.push_back(monitor.Descriptor());
+    return descriptors;
 }
 
 bool SettingsDesktop::TakeNews()
 {
-    const std::vector<std::string> changes = TakeChanges();
-    // While the desktop is painted, we change the colours ourselves.
-    return std::any_of(changes.begin(), changes.end(),
-                       [this](const std::string& change) { return !fPainted || MayBeStyle(change); });
+    bool isNews = false;
+    for (Tool& monitor : fMonitors)
+        for (const std::string& line : monitor.TakeLines())
+            isNews = isNews || IsNews(line, fPainted.has_value());
+    return isNews;
 }
 
-const std::string* SettingsDesktop::Find(const Settings& settings, const std::string& key)
+bool SettingsDesktop::IsNews(const std::string&, bool) const
+{
+    return true;
+}
+
+std::optional<std::string> SettingsDesktop::Find(const Settings& settings, const std::string& key)
 {
     for (const Setting& setting : settings)
         if (setting.key == key && setting.value)
-            return &*setting.value;
-    return nullptr;
+            return setting.value;
+    return std::nullopt;
+}
+
+std::optional<rgb_color> SettingsDesktop::Average(const std::string& picture, std::optional<rgb_color> color,
+                                                  std::optional<rgb_color> other)
+{
+    const std::optional<rgb_color> plain = color && other ? Between(*color, *other) : color;
+    const std::optional<rgb_color> average = AverageOfFile(picture, plain.value_or(kBlack));
+    return average ? average : plain;
 }
 
 std::string Unquoted(const std::string& value)
@@ -167,25 +201,31 @@ std::optional<rgb_color> ParseHexColor(const std::string& text)
         }
         return make_color(static_cast<uint8>(parts[0]), static_cast<uint8>(parts[1]), static_cast<uint8>(parts[2]));
     }
+    const std::string start = "rgb(";
+    size_t end = 0;
+    if (!text.starts_with(start))
+        return std::nullopt;
+    const std::string rest = text.substr(start.size());
+    const std::optional<rgb_color> color = ParseDecimalColor(rest, &end);
+    return rest.substr(end) == ")" ? color : std::nullopt;
+}
+
+std::optional<rgb_color> ParseDecimalColor(const std::string& text, size_t* end)
+{
     unsigned red = 0;
     unsigned green = 0;
     unsigned blue = 0;
     int used = 0;
-    if (std::sscanf(text.c_str(), "rgb(%3u,%3u,%3u)%n", &red, &green, &blue, &used) == 3 &&
-        static_cast<size_t>(used) == text.size() && red < 256 && green < 256 && blue < 256)
-        return make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue));
-    return std::nullopt;
+    if (std::sscanf(text.c_str(), "%3u,%3u,%3u%n", &red, &green, &blue, &used) != 3 ||
+        std::max({red, green, blue}) > 255)
+        return std::nullopt;
+    *end = static_cast<size_t>(used);
+    return make_color(static_cast<uint8>(red), static_cast<uint8>(green), static_cast<uint8>(blue));
 }
 
 bool IsDarkColor(rgb_color color)
 {
     return (color.red * 11 + color.green * 16 + color.blue * 5) / 32 < 128;
-}
-
-rgb_color Between(rgb_color first, rgb_color second)
-{
-    const auto half = [](uint8 a, uint8 b) { return static_cast<uint8>((a + b + 1) / 2); };
-    return make_color(half(first.red, second.red), half(first.green, second.green), half(first.blue, second.blue));
 }
 
 } // namespace kits

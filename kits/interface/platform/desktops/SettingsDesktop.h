@@ -4,7 +4,8 @@
 #include "kits/interface/platform/desktops/DesktopBackend.h"
 #include "kits/interface/platform/desktops/Tool.h"
 
-#include <memory>
+#include <list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ public:
     };
     using Settings = std::vector<Setting>;
 
+    bool IsThere() const final { return Current().has_value(); }
     std::optional<rgb_color> Read() final;
     std::optional<BMessage> Keep() final;
     bool Paint(rgb_color color, const BMessage& kept) final;
@@ -38,12 +40,13 @@ public:
     bool Change(rgb_color color, const BMessage* kept) final;
     bool IsPainted() const final;
     bool OutlivesSession() const final { return true; }
-    bool TakeNews() final;
-
-    /// True if the environment answers.
-    bool IsThere() const { return Current().has_value(); }
+    std::vector<int> Descriptors() const override;
+    bool TakeNews() override;
 
 protected:
+    /// Starts tools of the desktop that print a line for each change of its settings.
+    explicit SettingsDesktop(const std::vector<std::vector<std::string>>& monitors = {});
+
     /// All settings that matter, also unset ones; colours first. Nothing if they cannot be read.
     virtual std::optional<Settings> Current() const = 0;
     virtual bool Set(const std::string& key, const std::string& value) = 0;
@@ -54,18 +57,22 @@ protected:
     virtual std::optional<rgb_color> ParseColor(const std::string& value) const = 0;
     /// The colour that the settings show.
     virtual std::optional<rgb_color> Shown(const Settings& settings) const = 0;
+    /// True if the line of a monitor reports a setting that matters.
+    /// @param isPainted  only styles matter, since we change the colours ourselves
+    virtual bool IsNews(const std::string& line, bool isPainted) const;
 
-    /// Returns the changes since the last call, as texts that name settings.
-    virtual std::vector<std::string> TakeChanges() = 0;
-    /// True if such a text names a style, or may name one.
-    virtual bool MayBeStyle(const std::string& change) const = 0;
-
-    static const std::string* Find(const Settings& settings, const std::string& key);
+    /// Returns the value of a setting; nothing if it has none.
+    static std::optional<std::string> Find(const Settings& settings, const std::string& key);
+    /// Returns the average of a picture or, without one, the colour behind it.
+    /// @param picture  "" for none
+    /// @param other    the other end of a gradient, if the background is one
+    static std::optional<rgb_color> Average(const std::string& picture, std::optional<rgb_color> color,
+                                            std::optional<rgb_color> other);
 
 private:
-    bool HasPlainStyles(const Settings& settings) const;
     bool IsOurs(const Setting& setting) const;
 
+    std::list<Tool> fMonitors;
     std::optional<rgb_color> fPainted; ///< by this object
 };
 
@@ -73,8 +80,9 @@ private:
 std::string Unquoted(const std::string& value);
 /// Parses "#rrggbb", "#rrrrggggbbbb" and "rgb(r,g,b)".
 std::optional<rgb_color> ParseHexColor(const std::string& text);
-/// Returns the colour halfway between two.
-rgb_color Between(rgb_color first, rgb_color second);
+/// Parses "r,g,b" at the start of a text.
+/// @param end  receives the index behind it
+std::optional<rgb_color> ParseDecimalColor(const std::string& text, size_t* end);
 
 /// Returns true if light text is easier to read on the colour than dark text.
 bool IsDarkColor(rgb_color color);

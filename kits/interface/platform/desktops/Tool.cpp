@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Tool.h"
 
+#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
@@ -14,9 +15,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <sstream>
 
 namespace kits {
 
@@ -26,11 +25,9 @@ std::string Find(const std::string& program)
 {
     if (program.find('/') != std::string::npos)
         return access(program.c_str(), X_OK) == 0 ? program : std::string();
-    const char* path = getenv("PATH");
-    std::istringstream folders(path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin");
-    for (std::string folder; std::getline(folders, folder, ':');) {
+    for (const std::string& folder : Environment::List("PATH", "/usr/local/bin:/usr/bin:/bin")) {
         const std::string file = folder + "/" + program;
-        if (!folder.empty() && access(file.c_str(), X_OK) == 0)
+        if (access(file.c_str(), X_OK) == 0)
             return file;
     }
     return {};
@@ -46,7 +43,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
 }
 
 /// The environment of this process with the plain locale, so that the output is the same everywhere.
-std::vector<std::string> Environment()
+std::vector<std::string> PlainEnvironment()
 {
     std::vector<std::string> variables;
     for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable)
@@ -62,7 +59,7 @@ Tool::Tool(const std::vector<std::string>& arguments)
 {
     const std::string program = Find(arguments[0]);
     std::vector<std::string> texts = arguments;
-    std::vector<std::string> variables = Environment();
+    std::vector<std::string> variables = PlainEnvironment();
     const std::vector<char*> argumentPointers = Pointers(texts);
     const std::vector<char*> variablePointers = Pointers(variables);
     int ends[2];
@@ -124,6 +121,20 @@ Tool::Ending Tool::Run(const std::vector<std::string>& arguments, bigtime_t long
         return Ending::kFailed;
     *printed = std::move(tool.fPrinted);
     return Ending::kGood;
+}
+
+std::optional<std::string> Tool::CallBus(const std::vector<std::string>& call)
+{
+    std::vector<std::string> arguments = {"dbus-send", "--session", "--print-reply=literal", "--reply-timeout=4000"};
+    arguments.insert(arguments.end(), call.begin(), call.end());
+    return Run(arguments);
+}
+
+bool Tool::BusLacks(const std::string& name)
+{
+    const std::optional<std::string> answer = CallBus({"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                       "org.freedesktop.DBus.NameHasOwner", "string:" + name});
+    return answer && answer->find("false") != answer->npos;
 }
 
 bool Tool::WaitForOutput(bigtime_t until, int stop) const

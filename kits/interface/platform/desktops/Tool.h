@@ -39,6 +39,12 @@ public:
     /// @param stop     a descriptor: when it becomes readable the tool is stopped at once; -1 for none
     /// @param printed  receives its output if it ended well
     static Ending Run(const std::vector<std::string>& arguments, bigtime_t longest, int stop, std::string* printed);
+    /// Calls a method on the session's bus with dbus-send, which waits for up to four seconds.
+    /// @param call  the destination, the object, the method and its arguments, as dbus-send expects them
+    /// @return the answer; nothing if there is none
+    static std::optional<std::string> CallBus(const std::vector<std::string>& call);
+    /// Returns true only if the bus says that no program has the name: if the bus does not answer, one may have it.
+    static bool BusLacks(const std::string& name);
     /// True if $PATH has such a program.
     static bool Exists(const std::string& program);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/GnomeDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
 #include "kits/interface/platform/desktops/DesktopWatch.h"
+#include "kits/interface/platform/desktops/SettingsDesktop.h"
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
 using test::Await;
@@ -68,17 +68,17 @@ protected:
 
 TEST_F(GnomeDesktopTest, ReadsThePlainColour)
 {
-    GnomeDesktop desktop;
-    EXPECT_EQ(desktop.Read(), make_color(0x10, 0x20, 0x30));
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    EXPECT_EQ(desktop->Read(), make_color(0x10, 0x20, 0x30));
     SetByUser("primary-color", "'#ffff80800000'");
-    EXPECT_EQ(desktop.Read(), make_color(255, 128, 0));
+    EXPECT_EQ(desktop->Read(), make_color(255, 128, 0));
     SetByUser("primary-color", "'rgb(1,2,3)'");
-    EXPECT_EQ(desktop.Read(), make_color(1, 2, 3));
+    EXPECT_EQ(desktop->Read(), make_color(1, 2, 3));
     SetByUser("color-shading-type", "'vertical'");
     SetByUser("secondary-color", "'#030405'");
-    EXPECT_EQ(desktop.Read(), make_color(2, 3, 4));
+    EXPECT_EQ(desktop->Read(), make_color(2, 3, 4));
     SetByUser("primary-color", "'no colour'");
-    EXPECT_EQ(desktop.Read(), std::nullopt);
+    EXPECT_EQ(desktop->Read(), std::nullopt);
 }
 
 TEST_F(GnomeDesktopTest, ReadsTheAverageOfThePictureOfLightAndDark)
@@ -87,18 +87,18 @@ TEST_F(GnomeDesktopTest, ReadsTheAverageOfThePictureOfLightAndDark)
     SetByUser("picture-uri", "'file://" + PutPicture("light picture.ppm", kRed, kRed) + "'");
     SetByUser("picture-uri-dark",
               "'file://" + PutPicture("dark.ppm", make_color(0, 0, 10), make_color(0, 0, 20)) + "'");
-    GnomeDesktop desktop;
-    EXPECT_EQ(desktop.Read(), kRed);
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    EXPECT_EQ(desktop->Read(), kRed);
     folder.Put("org.gnome.desktop.interface/color-scheme", "'prefer-dark'\n");
-    EXPECT_EQ(desktop.Read(), make_color(0, 0, 15));
+    EXPECT_EQ(desktop->Read(), make_color(0, 0, 15));
     folder.Put("dark.ppm", "no picture");
-    EXPECT_EQ(desktop.Read(), make_color(0x10, 0x20, 0x30));
+    EXPECT_EQ(desktop->Read(), make_color(0x10, 0x20, 0x30));
 }
 
 TEST_F(GnomeDesktopTest, KeepingChangesNothing)
 {
-    GnomeDesktop desktop;
-    EXPECT_TRUE(desktop.Keep().has_value());
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    EXPECT_TRUE(desktop->Keep().has_value());
     for (const std::string& call : TakeCalls())
         EXPECT_EQ(call.find(" set "), call.npos) << call;
 }
@@ -107,28 +107,28 @@ TEST_F(GnomeDesktopTest, PaintsAPlainColourAndPutsEverySettingBack)
 {
     SetByUser("picture-options", "'zoom'");
     SetByUser("primary-color", "'#abcdef'");
-    GnomeDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
     ASSERT_TRUE(kept.has_value());
     TakeCalls();
-    EXPECT_TRUE(desktop.Paint(kRed, *kept));
+    EXPECT_TRUE(desktop->Paint(kRed, *kept));
     EXPECT_EQ(TakeCalls(),
               (std::vector<std::string>{"gsettings set org.gnome.desktop.background primary-color '#c80a14'",
                                         "gsettings set org.gnome.desktop.background color-shading-type 'solid'",
                                         "gsettings set org.gnome.desktop.background picture-options 'none'"}));
-    EXPECT_EQ(desktop.Read(), kRed);
+    EXPECT_EQ(desktop->Read(), kRed);
     TakeCalls();
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_EQ(TakeCalls(),
               std::vector<std::string>{"gsettings set org.gnome.desktop.background primary-color '#0304fa'"});
-    EXPECT_TRUE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value("picture-options"), "'zoom'");
     EXPECT_EQ(Value("primary-color"), "'#abcdef'");
     EXPECT_EQ(Value("color-shading-type"), "'solid'");
     EXPECT_FALSE(IsSet("color-shading-type"));
     EXPECT_TRUE(IsSet("picture-options"));
-    EXPECT_FALSE(desktop.IsPainted());
+    EXPECT_FALSE(desktop->IsPainted());
 }
 
 TEST_F(GnomeDesktopTest, AnotherProcessPutsItBackToo)
@@ -136,13 +136,13 @@ TEST_F(GnomeDesktopTest, AnotherProcessPutsItBackToo)
     SetByUser("picture-options", "'zoom'");
     std::optional<BMessage> kept;
     {
-        GnomeDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kRed, *kept);
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakeGnomeDesktop();
+        kept = killed->Keep();
+        killed->Paint(kRed, *kept);
+        killed->Paint(kBlue, *kept);
     }
-    GnomeDesktop next;
-    EXPECT_TRUE(next.Restore(*kept));
+    const std::unique_ptr<DesktopBackend> next = MakeGnomeDesktop();
+    EXPECT_TRUE(next->Restore(*kept));
     EXPECT_EQ(Value("picture-options"), "'zoom'");
     EXPECT_EQ(Value("primary-color"), "'#102030'");
     EXPECT_FALSE(IsSet("primary-color"));
@@ -152,51 +152,51 @@ TEST_F(GnomeDesktopTest, WithoutTheDatabaseToolValuesArePutBack)
 {
     folder.Put("bin/dconf", "#!/bin/sh\nexit 1\n");
     SetByUser("picture-options", "'scaled'");
-    GnomeDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value("picture-options"), "'scaled'");
     EXPECT_EQ(Value("primary-color"), "'#102030'");
 }
 
 TEST_F(GnomeDesktopTest, WhatTheUserChoseMeanwhileStays)
 {
-    GnomeDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
-    AwaitNews(desktop);
-    EXPECT_TRUE(desktop.IsPainted());
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
+    AwaitNews(*desktop);
+    EXPECT_TRUE(desktop->IsPainted());
     SetByUser("picture-options", "'wallpaper'");
-    EXPECT_TRUE(AwaitNews(desktop));
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(AwaitNews(*desktop));
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value("picture-options"), "'wallpaper'");
     EXPECT_EQ(Value("primary-color"), "'#102030'");
 }
 
 TEST_F(GnomeDesktopTest, HearsOfChanges)
 {
-    GnomeDesktop desktop;
-    EXPECT_EQ(desktop.Descriptors().size(), 2u);
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    EXPECT_EQ(desktop->Descriptors().size(), 2u);
     SetByUser("primary-color", "'#010203'");
-    EXPECT_TRUE(AwaitNews(desktop));
+    EXPECT_TRUE(AwaitNews(*desktop));
     Tool::Run({"gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "'prefer-dark'"});
-    EXPECT_TRUE(AwaitNews(desktop));
+    EXPECT_TRUE(AwaitNews(*desktop));
 }
 
 TEST_F(GnomeDesktopTest, IsNotThereWithoutItsSchema)
 {
     std::filesystem::remove_all(folder.Path("org.gnome.desktop.background"));
-    GnomeDesktop desktop;
-    EXPECT_FALSE(desktop.IsThere());
-    EXPECT_FALSE(desktop.Keep().has_value());
-    EXPECT_FALSE(desktop.Restore(BMessage()));
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop();
+    EXPECT_FALSE(desktop->IsThere());
+    EXPECT_FALSE(desktop->Keep().has_value());
+    EXPECT_FALSE(desktop->Restore(BMessage()));
 }
 
 TEST_F(GnomeDesktopTest, TheWatchFollowsAndPaintsIt)
 {
-    DesktopWatch watch([] { return std::make_unique<GnomeDesktop>(); }, make_color(1, 1, 1));
+    DesktopWatch watch([] { return MakeGnomeDesktop(); }, make_color(1, 1, 1));
     EXPECT_TRUE(Await([&] { return watch.Get() == make_color(0x10, 0x20, 0x30); }));
     SetByUser("primary-color", "'#c80a14'");
     EXPECT_TRUE(Await([&] { return watch.Get() == kRed; }));
@@ -228,7 +228,7 @@ TEST(SettingsTexts, OfColoursAreReadWhole)
 
 /// Desktops derived from GNOME: the setting that shows a picture, and its value without one.
 struct Descendant {
-    const GnomeDesktop::Family& family;
+    const GnomeFamily& family;
     std::string picture;
     std::string style;
     std::string noPicture;
@@ -265,41 +265,40 @@ protected:
 
 TEST_P(DescendantsTest, IsReadPaintedAndPutBack)
 {
-    GnomeDesktop desktop(GetParam().family);
-    EXPECT_EQ(desktop.Name(), std::string(GetParam().family.name));
-    EXPECT_EQ(desktop.Read(), kRed);
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop(GetParam().family);
+    EXPECT_EQ(desktop->Name(), std::string(GetParam().family.name));
+    EXPECT_EQ(desktop->Read(), kRed);
     const std::string before = Value(GetParam().style);
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::optional<BMessage> kept = desktop->Keep();
     ASSERT_TRUE(kept.has_value());
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_EQ(Value("primary-color"), "'#0304fa'");
     EXPECT_EQ(Value("color-shading-type"), "'solid'");
     EXPECT_EQ(Value(GetParam().style), GetParam().noPicture);
-    EXPECT_EQ(desktop.Read(), kBlue);
-    EXPECT_TRUE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(desktop->Read(), kBlue);
+    EXPECT_TRUE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value(GetParam().style), before);
     EXPECT_EQ(Value("primary-color"), "'#5891BC'");
     EXPECT_EQ(Value("color-shading-type"), "'vertical-gradient'");
     EXPECT_FALSE(folder.Has("set-primary-color"));
-    EXPECT_EQ(desktop.Read(), kRed);
+    EXPECT_EQ(desktop->Read(), kRed);
 }
 
 TEST_P(DescendantsTest, HearsOfChangesAndIsChangedForGood)
 {
-    GnomeDesktop desktop(GetParam().family);
-    EXPECT_EQ(desktop.Descriptors().size(), 1u);
-    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
-    EXPECT_TRUE(AwaitNews(desktop));
-    EXPECT_EQ(desktop.Read(), kBlue);
+    const std::unique_ptr<DesktopBackend> desktop = MakeGnomeDesktop(GetParam().family);
+    EXPECT_EQ(desktop->Descriptors().size(), 1u);
+    EXPECT_TRUE(desktop->Change(kBlue, nullptr));
+    EXPECT_TRUE(AwaitNews(*desktop));
+    EXPECT_EQ(desktop->Read(), kBlue);
     EXPECT_TRUE(folder.Has("set-primary-color"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Gnome, DescendantsTest,
-    testing::Values(Descendant{GnomeDesktop::kCinnamon, "picture-uri", "picture-options", "'none'", true},
-                    Descendant{GnomeDesktop::kMate, "picture-filename", "picture-filename", "''", false}),
-    [](const auto& test) { return std::string(test.param.family.name); });
+INSTANTIATE_TEST_SUITE_P(Gnome, DescendantsTest,
+                         testing::Values(Descendant{kCinnamon, "picture-uri", "picture-options", "'none'", true},
+                                         Descendant{kMate, "picture-filename", "picture-filename", "''", false}),
+                         [](const auto& test) { return std::string(test.param.family.name); });
 
 } // namespace
 } // namespace kits

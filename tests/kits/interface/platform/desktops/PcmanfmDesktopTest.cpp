@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/PcmanfmDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
 #include "kits/interface/platform/desktops/PlainPicture.h"
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
@@ -88,7 +87,7 @@ protected:
     std::optional<rgb_color> ColorOf(const std::string& settings)
     {
         PutFile(settings);
-        return PcmanfmDesktop().Read();
+        return MakePcmanfmDesktop()->Read();
     }
     /// Returns what the window shows, also looking for pictures by the name without its suffix.
     std::optional<rgb_color> Shown()
@@ -147,12 +146,12 @@ TEST_F(PcmanfmDesktopTest, ReadsThePlainColour)
 TEST_F(PcmanfmDesktopTest, ReadsTheWallpaperOfTheSystem)
 {
     std::filesystem::remove_all(folder.Path("config/pcmanfm-qt"));
-    EXPECT_EQ(PcmanfmDesktop().Read(), std::nullopt);
-    EXPECT_FALSE(PcmanfmDesktop().IsThere());
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), std::nullopt);
+    EXPECT_FALSE(MakePcmanfmDesktop()->IsThere());
     PutFile("Wallpaper=" + PutPicture("system.ppm", kBlue, kBlue) + "\nWallpaperMode=stretch\n",
             "system/pcmanfm-qt/lxqt/settings.conf");
-    EXPECT_EQ(PcmanfmDesktop().Read(), kBlue);
-    EXPECT_TRUE(PcmanfmDesktop().IsThere());
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), kBlue);
+    EXPECT_TRUE(MakePcmanfmDesktop()->IsThere());
 }
 
 TEST_F(PcmanfmDesktopTest, ReadsTheSlideThatIsShown)
@@ -174,23 +173,23 @@ TEST_F(PcmanfmDesktopTest, ReadsTheSlideThatIsShown)
 
 TEST_F(PcmanfmDesktopTest, PaintsInPlaceOfTheWallpaperAndPutsItBack)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
     ASSERT_TRUE(kept.has_value());
     EXPECT_FALSE(HasPictures());
-    EXPECT_FALSE(desktop.IsPainted());
+    EXPECT_FALSE(desktop->IsPainted());
     for (const rgb_color color : {kGrey, kBlue}) {
-        EXPECT_TRUE(desktop.Paint(color, *kept));
+        EXPECT_TRUE(desktop->Paint(color, *kept));
         EXPECT_EQ(Shown(), color);
-        EXPECT_TRUE(desktop.IsPainted());
-        EXPECT_EQ(desktop.Read(), color);
+        EXPECT_TRUE(desktop->IsPainted());
+        EXPECT_EQ(desktop->Read(), color);
     }
     // The previous one is no longer used.
     EXPECT_FALSE(folder.Has("config/kits-desktop/plain-445566.bmp"));
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->Restore(*kept));
     ExpectAsBefore();
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_EQ(desktop.Read(), kRed);
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_EQ(desktop->Read(), kRed);
 }
 
 TEST_F(PcmanfmDesktopTest, PaintsOverAPlainColourInItsWindowAlone)
@@ -198,20 +197,20 @@ TEST_F(PcmanfmDesktopTest, PaintsOverAPlainColourInItsWindowAlone)
     for (const char* mode : {"none", "color"}) {
         Begin(picture, mode);
         const std::string file = folder.Get(kFile);
-        PcmanfmDesktop desktop;
-        const std::optional<BMessage> kept = desktop.Keep();
+        const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+        const std::optional<BMessage> kept = desktop->Keep();
         ASSERT_TRUE(kept.has_value());
-        EXPECT_TRUE(desktop.Paint(kRed, *kept));
-        EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+        EXPECT_TRUE(desktop->Paint(kRed, *kept));
+        EXPECT_TRUE(desktop->Paint(kBlue, *kept));
         EXPECT_EQ(Shown(), kBlue);
-        EXPECT_TRUE(desktop.IsPainted());
+        EXPECT_TRUE(desktop->IsPainted());
         EXPECT_EQ(folder.Get("memory/picture"), picture);
         EXPECT_TRUE(FileHas("WallpaperMode=" + std::string(mode)));
-        EXPECT_TRUE(desktop.Restore(*kept));
+        EXPECT_TRUE(desktop->Restore(*kept));
         EXPECT_EQ(Shown(), kGrey);
         EXPECT_EQ(folder.Get("memory/picture"), picture);
         EXPECT_FALSE(HasPictures());
-        EXPECT_EQ(desktop.Read(), kGrey);
+        EXPECT_EQ(desktop->Read(), kGrey);
     }
 }
 
@@ -220,12 +219,12 @@ TEST_F(PcmanfmDesktopTest, PaintsInItsWindowAloneWhereTheWallpaperIsGone)
 {
     for (const char* mode : {"stretch", "tile"}) {
         Begin("/nonexistent/x.png", mode);
-        PcmanfmDesktop desktop;
-        const std::optional<BMessage> kept = desktop.Keep();
+        const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+        const std::optional<BMessage> kept = desktop->Keep();
         ASSERT_TRUE(kept.has_value());
-        EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+        EXPECT_TRUE(desktop->Paint(kBlue, *kept));
         EXPECT_EQ(Shown(), kBlue);
-        EXPECT_TRUE(desktop.Restore(*kept));
+        EXPECT_TRUE(desktop->Restore(*kept));
         EXPECT_EQ(Shown(), kGrey);
         EXPECT_TRUE(FileHas("\nWallpaper=/nonexistent/x.png\nWallpaperMode=" + std::string(mode)));
     }
@@ -235,46 +234,46 @@ TEST_F(PcmanfmDesktopTest, AnotherProcessPutsItBackToo)
 {
     std::optional<BMessage> kept;
     {
-        PcmanfmDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakePcmanfmDesktop();
+        kept = killed->Keep();
+        killed->Paint(kBlue, *kept);
     }
-    EXPECT_TRUE(PcmanfmDesktop().Restore(*kept));
+    EXPECT_TRUE(MakePcmanfmDesktop()->Restore(*kept));
     ExpectAsBefore();
     Begin(picture, "none");
     {
-        PcmanfmDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakePcmanfmDesktop();
+        kept = killed->Keep();
+        killed->Paint(kBlue, *kept);
     }
     EXPECT_EQ(Shown(), kBlue);
-    EXPECT_TRUE(PcmanfmDesktop().Restore(*kept));
+    EXPECT_TRUE(MakePcmanfmDesktop()->Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
 }
 
 TEST_F(PcmanfmDesktopTest, AWallpaperThatIsGoneMeanwhileLeavesThePlainColour)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kBlue, *kept);
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kBlue, *kept);
     std::filesystem::remove(picture);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
     // Also at the next login, though its settings name the painted picture.
     EXPECT_FALSE(HasPictures());
-    EXPECT_EQ(desktop.Read(), kGrey);
+    EXPECT_EQ(desktop->Read(), kGrey);
 }
 
 /// At the end of a session it may end first, and at a login start last.
 TEST_F(PcmanfmDesktopTest, WhenItDoesNotRunItsFileIsPutBack)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    ASSERT_TRUE(desktop.Paint(kBlue, *kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    ASSERT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_FALSE(FileHas(picture));
     End();
-    EXPECT_EQ(desktop.Read(), kBlue);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(desktop->Read(), kBlue);
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_TRUE(FileHas("\nWallpaper=" + picture + "\nWallpaperMode=stretch\n"));
     EXPECT_TRUE(FileHas("[Behavior]\nSingleClick=false\nWallpaper=of no desktop\n"));
     EXPECT_TRUE(FileHas("[Window]\nWallpaper=of no desktop\n"));
@@ -283,39 +282,39 @@ TEST_F(PcmanfmDesktopTest, WhenItDoesNotRunItsFileIsPutBack)
 
 TEST_F(PcmanfmDesktopTest, WhenItDoesNotAnswerItsFileIsNotWrittenPastIt)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    ASSERT_TRUE(desktop.Paint(kBlue, *kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    ASSERT_TRUE(desktop->Paint(kBlue, *kept));
     const std::string file = folder.Get(kFile);
     folder.Put("deaf", "");
-    EXPECT_FALSE(desktop.Paint(kRed, *kept));
-    EXPECT_FALSE(desktop.Restore(*kept));
-    EXPECT_FALSE(desktop.Change(kRed, &*kept));
+    EXPECT_FALSE(desktop->Paint(kRed, *kept));
+    EXPECT_FALSE(desktop->Restore(*kept));
+    EXPECT_FALSE(desktop->Change(kRed, &*kept));
     EXPECT_EQ(folder.Get(kFile), file);
 }
 
 TEST_F(PcmanfmDesktopTest, WhatTheUserChoseMeanwhileStays)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kBlue, *kept);
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kBlue, *kept);
     const std::string other = PutPicture("other.ppm", kGrey, kGrey);
     Begin(other, "stretch");
-    EXPECT_TRUE(desktop.TakeNews());
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->TakeNews());
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(folder.Get("memory/picture"), other);
     EXPECT_FALSE(HasPictures());
 }
 
 TEST_F(PcmanfmDesktopTest, AModeThatTheUserChoseMeanwhileStaysToo)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kBlue, *kept);
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kBlue, *kept);
     Begin(folder.Get("memory/picture"), "none");
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
     EXPECT_EQ(folder.Get("memory/picture"), picture);
     EXPECT_TRUE(FileHas("WallpaperMode=none"));
@@ -323,18 +322,18 @@ TEST_F(PcmanfmDesktopTest, AModeThatTheUserChoseMeanwhileStaysToo)
 
 TEST_F(PcmanfmDesktopTest, ChangesTheColourForGood)
 {
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kBlue, *kept);
-    EXPECT_TRUE(desktop.Change(kGrey, &*kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kBlue, *kept);
+    EXPECT_TRUE(desktop->Change(kGrey, &*kept));
     EXPECT_EQ(Shown(), kGrey);
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_EQ(PcmanfmDesktop().Read(), kGrey);
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), kGrey);
     EXPECT_FALSE(folder.Has("config/kits-desktop/plain-0304fa.bmp"));
     // The tests from here on restore this state.
-    const std::optional<BMessage> changed = desktop.Keep();
-    desktop.Paint(kRed, *changed);
-    EXPECT_TRUE(desktop.Restore(*changed));
+    const std::optional<BMessage> changed = desktop->Keep();
+    desktop->Paint(kRed, *changed);
+    EXPECT_TRUE(desktop->Restore(*changed));
     EXPECT_EQ(Shown(), kGrey);
 }
 
@@ -342,18 +341,18 @@ TEST_F(PcmanfmDesktopTest, ChangesTheColourForGood)
 TEST_F(PcmanfmDesktopTest, AColourForGoodOverAPlainOneLastsUntilTheSessionEnds)
 {
     Begin(picture, "none");
-    PcmanfmDesktop desktop;
-    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    EXPECT_TRUE(desktop->Change(kBlue, nullptr));
     EXPECT_EQ(Shown(), kBlue);
-    EXPECT_EQ(desktop.Read(), kBlue);
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
+    EXPECT_EQ(desktop->Read(), kBlue);
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
     EXPECT_EQ(Shown(), kRed);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Shown(), kBlue);
-    EXPECT_EQ(desktop.Read(), kBlue);
+    EXPECT_EQ(desktop->Read(), kBlue);
     PutFile("WallpaperMode=none\nBgColor=#c80a14\n");
-    EXPECT_EQ(desktop.Read(), kRed);
+    EXPECT_EQ(desktop->Read(), kRed);
 }
 
 /// Other versions may note it.
@@ -361,70 +360,70 @@ TEST_F(PcmanfmDesktopTest, AModeThatIsNotedIsPutBack)
 {
     folder.Put("notes", "");
     Begin(picture, "none");
-    PcmanfmDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    EXPECT_TRUE(desktop.Paint(kRed, *kept));
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    EXPECT_TRUE(desktop->Paint(kRed, *kept));
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_EQ(Shown(), kBlue);
-    EXPECT_TRUE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Shown(), kGrey);
     EXPECT_TRUE(FileHas("\nWallpaper=" + picture + "\nWallpaperMode=none\n"));
     EXPECT_FALSE(HasPictures());
     // A permanent change stays in the settings.
-    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
+    EXPECT_TRUE(desktop->Change(kBlue, nullptr));
     EXPECT_EQ(Shown(), kBlue);
-    EXPECT_EQ(PcmanfmDesktop().Read(), kBlue);
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), kBlue);
 }
 
 TEST_F(PcmanfmDesktopTest, ASlideShowThatCouldNotBeBroughtBackIsNotPaintedOver)
 {
     const std::string show = "SlideShowInterval=300000\nWallpaperDirectory=" + folder.Path() + "\nWallpaperMode=zoom\n";
     PutFile(show + "Wallpaper=\n");
-    EXPECT_FALSE(PcmanfmDesktop().Keep().has_value());
+    EXPECT_FALSE(MakePcmanfmDesktop()->Keep().has_value());
     PutFile(show + "Wallpaper=" + picture + "\n");
-    EXPECT_TRUE(PcmanfmDesktop().Keep().has_value());
+    EXPECT_TRUE(MakePcmanfmDesktop()->Keep().has_value());
 }
 
 TEST_F(PcmanfmDesktopTest, IsThereWhereItDrawsTheDesktopOrWill)
 {
-    EXPECT_TRUE(PcmanfmDesktop().IsThere());
+    EXPECT_TRUE(MakePcmanfmDesktop()->IsThere());
     std::filesystem::remove(folder.Path("window/mode")); // only a file manager
-    EXPECT_FALSE(PcmanfmDesktop().IsThere());
+    EXPECT_FALSE(MakePcmanfmDesktop()->IsThere());
     End();
-    EXPECT_FALSE(PcmanfmDesktop().IsThere());
+    EXPECT_FALSE(MakePcmanfmDesktop()->IsThere());
     folder.Put("system/autostart/lxqt-desktop.desktop", "[Desktop Entry]\nExec=pcmanfm-qt --desktop\n");
-    EXPECT_TRUE(PcmanfmDesktop().IsThere());
+    EXPECT_TRUE(MakePcmanfmDesktop()->IsThere());
     std::filesystem::create_directory(folder.Path("config/autostart"));
     folder.Put("config/autostart/lxqt-desktop.desktop", "[Desktop Entry]\nHidden=true\n");
-    EXPECT_FALSE(PcmanfmDesktop().IsThere());
+    EXPECT_FALSE(MakePcmanfmDesktop()->IsThere());
     std::filesystem::remove_all(folder.Path("bus"));
-    EXPECT_FALSE(PcmanfmDesktop().IsThere());
+    EXPECT_FALSE(MakePcmanfmDesktop()->IsThere());
 }
 
 TEST_F(PcmanfmDesktopTest, ReadsWithoutAnyTool)
 {
-    PcmanfmDesktop desktop;
-    EXPECT_EQ(desktop.Read(), kRed);
-    desktop.Keep();
-    EXPECT_FALSE(desktop.IsPainted());
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    EXPECT_EQ(desktop->Read(), kRed);
+    desktop->Keep();
+    EXPECT_FALSE(desktop->IsPainted());
     EXPECT_TRUE(TakeCalls().empty());
 }
 
 TEST_F(PcmanfmDesktopTest, HearsWhenItWritesItsFiles)
 {
     std::filesystem::remove_all(folder.Path("config/pcmanfm-qt"));
-    PcmanfmDesktop desktop;
-    EXPECT_EQ(desktop.Descriptors().size(), 2u);
-    EXPECT_FALSE(desktop.TakeNews());
+    const std::unique_ptr<DesktopBackend> desktop = MakePcmanfmDesktop();
+    EXPECT_EQ(desktop->Descriptors().size(), 2u);
+    EXPECT_FALSE(desktop->TakeNews());
     std::filesystem::create_directories(folder.Path("config/pcmanfm-qt/lxqt"));
     PutFile("BgColor=#ffffff\n");
-    EXPECT_TRUE(desktop.TakeNews());
+    EXPECT_TRUE(desktop->TakeNews());
     PutFile("BgColor=#fffff0\n");
-    EXPECT_TRUE(desktop.TakeNews());
-    EXPECT_FALSE(desktop.TakeNews());
+    EXPECT_TRUE(desktop->TakeNews());
+    EXPECT_FALSE(desktop->TakeNews());
     folder.Put("cache/pcmanfm-qt/lxqt/wallpaper.cache.info", picture);
-    EXPECT_TRUE(desktop.TakeNews());
+    EXPECT_TRUE(desktop->TakeNews());
 }
 
 /// Whatever lies in place of its file.
@@ -432,13 +431,13 @@ TEST_F(PcmanfmDesktopTest, AFileThatIsNoneIsNotRead)
 {
     std::filesystem::remove(folder.Path(kFile));
     ASSERT_EQ(mkfifo(folder.Path(kFile).c_str(), 0600), 0);
-    EXPECT_EQ(PcmanfmDesktop().Read(), std::nullopt);
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), std::nullopt);
     std::filesystem::remove(folder.Path(kFile));
     std::filesystem::create_symlink("/dev/zero", folder.Path(kFile));
-    EXPECT_EQ(PcmanfmDesktop().Read(), std::nullopt);
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), std::nullopt);
     std::filesystem::remove(folder.Path(kFile));
     PutFile("Wallpaper=" + picture + "\n" + std::string(2 * 1024 * 1024, '#'));
-    EXPECT_EQ(PcmanfmDesktop().Read(), std::nullopt);
+    EXPECT_EQ(MakePcmanfmDesktop()->Read(), std::nullopt);
     EXPECT_EQ(ColorOf("Wallpaper=" + std::string(100000, '/') + "\nBgColor=" + std::string(1000, '#') + "\n"),
               make_color(0, 0, 0));
     EXPECT_EQ(ColorOf("Wallpaper=\\x\\x\\xd83d\\\nWallpaperMode=\\\nBgColor=\"\n"), make_color(0, 0, 0));

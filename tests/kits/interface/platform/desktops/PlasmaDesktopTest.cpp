@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/PlasmaDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
 namespace kits {
@@ -137,32 +136,32 @@ protected:
 
 TEST_F(PlasmaDesktopTest, ReadsTheFirstDesktop)
 {
-    PlasmaDesktop desktop;
-    EXPECT_EQ(desktop.Read(), kRed);
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    EXPECT_EQ(desktop->Read(), kRed);
     Put("1/Plugin", "org.kde.color");
-    EXPECT_EQ(desktop.Read(), std::nullopt);
+    EXPECT_EQ(desktop->Read(), std::nullopt);
     Put("1/Color", "1,2,3");
-    EXPECT_EQ(desktop.Read(), make_color(1, 2, 3));
+    EXPECT_EQ(desktop->Read(), make_color(1, 2, 3));
     Put("1/Color", "1,2,3,255");
-    EXPECT_EQ(desktop.Read(), make_color(1, 2, 3));
+    EXPECT_EQ(desktop->Read(), make_color(1, 2, 3));
     Put("1/Plugin", "org.kde.potd");
-    EXPECT_EQ(desktop.Read(), std::nullopt);
+    EXPECT_EQ(desktop->Read(), std::nullopt);
 }
 
 TEST_F(PlasmaDesktopTest, ReadsTheDesktopOfTheMainMonitor)
 {
     Put("27/Plugin", "org.kde.color");
     Put("27/Screen", "1280x800");
-    EXPECT_EQ(PlasmaDesktop().Read(), make_color(9, 8, 7));
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), make_color(9, 8, 7));
 }
 
 TEST_F(PlasmaDesktopTest, ReadsTheSlideThatIsShown)
 {
     Put("1/Plugin", "org.kde.slideshow");
-    EXPECT_EQ(PlasmaDesktop().Read(), std::nullopt);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), std::nullopt);
     PutPackage("Sea", kBlue, std::nullopt);
     Put("1/Slide", "file://" + folder.Path("data/wallpapers/Sea") + "/");
-    EXPECT_EQ(PlasmaDesktop().Read(), kBlue);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), kBlue);
 }
 
 TEST_F(PlasmaDesktopTest, APlainWallpaperHasAColourBeforeOneWasChosen)
@@ -172,27 +171,27 @@ TEST_F(PlasmaDesktopTest, APlainWallpaperHasAColourBeforeOneWasChosen)
                "<group name=\"General\">\n <entry name=\"Color\" type=\"Color\">\n  <label>Colour</label>\n"
                "  <default>#1d99f3</default>\n </entry>\n</group>\n");
     Put("1/Plugin", "org.kde.color");
-    EXPECT_EQ(PlasmaDesktop().Read(), make_color(0x1d, 0x99, 0xf3));
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), make_color(0x1d, 0x99, 0xf3));
 }
 
 /// Before the user chooses a picture, the settings name none.
 TEST_F(PlasmaDesktopTest, ReadsTheWallpaperOfTheLook)
 {
     std::filesystem::remove(folder.Path("desktops/1/Image"));
-    EXPECT_EQ(PlasmaDesktop().Read(), std::nullopt);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), std::nullopt);
     PutPackage("Sea", kBlue, kRed);
     PutLook("org.kde.breeze.desktop", "Sea");
-    EXPECT_EQ(PlasmaDesktop().Read(), kBlue);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), kBlue);
     folder.Put("config/kdeglobals", "[Colors:Window]\nBackgroundNormal=42,46,50\n");
-    EXPECT_EQ(PlasmaDesktop().Read(), kRed);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), kRed);
     PutPackage("Hills", make_color(1, 2, 3), std::nullopt);
     PutLook("org.example.look", "Hills");
     std::filesystem::create_directory(folder.Path("config/kdedefaults"));
     folder.Put("config/kdedefaults/kdeglobals", "[KDE]\nLookAndFeelPackage=org.example.look\n");
-    EXPECT_EQ(PlasmaDesktop().Read(), make_color(1, 2, 3));
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), make_color(1, 2, 3));
     // The settings may name a package instead of a path.
     Put("1/Image", "Sea");
-    EXPECT_EQ(PlasmaDesktop().Read(), kRed);
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), kRed);
 }
 
 TEST_F(PlasmaDesktopTest, ReadsPicturesThatAreFolders)
@@ -201,28 +200,28 @@ TEST_F(PlasmaDesktopTest, ReadsPicturesThatAreFolders)
     folder.Put("Ocean/contents/images/0.txt", "no picture");
     PutPicture("Ocean/contents/images/1x1.ppm", make_color(0, 0, 0), make_color(0, 100, 0));
     Put("1/Image", folder.Path("Ocean") + "/");
-    EXPECT_EQ(PlasmaDesktop().Read(), make_color(0, 50, 0));
+    EXPECT_EQ(MakePlasmaDesktop()->Read(), make_color(0, 50, 0));
 }
 
 TEST_F(PlasmaDesktopTest, PaintsEveryDesktopAndPutsEverythingBack)
 {
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
     ASSERT_TRUE(kept.has_value());
     EXPECT_EQ(File(), "");
-    EXPECT_TRUE(desktop.Paint(kRed, *kept));
+    EXPECT_TRUE(desktop->Paint(kRed, *kept));
     for (const std::string id : {"1", "27"}) {
         EXPECT_EQ(Value(id + "/Color"), "200,10,20");
         EXPECT_EQ(Value(id + "/Plugin"), "org.kde.color");
         EXPECT_TRUE(FileHas("[Containments][" + id + "]\nformfactor=0\nwallpaperplugin=org.kde.color\n"));
     }
-    EXPECT_TRUE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
-    EXPECT_EQ(desktop.Read(), kBlue);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
+    EXPECT_EQ(desktop->Read(), kBlue);
+    EXPECT_TRUE(desktop->Restore(*kept));
     ExpectAsBefore();
     // The shell remembers entries that were removed from its file.
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_TRUE(FileHas("[Containments][1][Wallpaper][org.kde.color][General]\nColor=3,4,250\n"));
 }
 
@@ -230,11 +229,11 @@ TEST_F(PlasmaDesktopTest, AnotherProcessPutsItBackToo)
 {
     std::optional<BMessage> kept;
     {
-        PlasmaDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakePlasmaDesktop();
+        kept = killed->Keep();
+        killed->Paint(kBlue, *kept);
     }
-    EXPECT_TRUE(PlasmaDesktop().Restore(*kept));
+    EXPECT_TRUE(MakePlasmaDesktop()->Restore(*kept));
     ExpectAsBefore();
 }
 
@@ -242,10 +241,10 @@ TEST_F(PlasmaDesktopTest, WithoutTheToolAnEntryThatWasNotThereStays)
 {
     std::filesystem::remove(folder.Path("bin/kwriteconfig6"));
     PutTool("kwriteconfig5", "exit 1");
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value("1/Plugin"), "org.kde.image");
     EXPECT_EQ(Value("27/Color"), "9,8,7");
     EXPECT_TRUE(FileHas("wallpaperplugin=org.kde.image"));
@@ -253,24 +252,24 @@ TEST_F(PlasmaDesktopTest, WithoutTheToolAnEntryThatWasNotThereStays)
 
 TEST_F(PlasmaDesktopTest, AShellThatDoesNotObeyIsNotTakenForPainted)
 {
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
     folder.Put("deaf", "");
-    EXPECT_FALSE(desktop.Paint(kRed, *kept));
-    EXPECT_EQ(desktop.Read(), kRed); // the picture's average
-    EXPECT_FALSE(desktop.Change(kBlue, nullptr));
+    EXPECT_FALSE(desktop->Paint(kRed, *kept));
+    EXPECT_EQ(desktop->Read(), kRed); // the picture's average
+    EXPECT_FALSE(desktop->Change(kBlue, nullptr));
 }
 
 /// At the end of a session the shell may end first.
 TEST_F(PlasmaDesktopTest, WhenTheShellHasEndedItsFileIsPutBack)
 {
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    ASSERT_TRUE(desktop.Paint(kRed, *kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    ASSERT_TRUE(desktop->Paint(kRed, *kept));
     EndShell();
-    EXPECT_EQ(desktop.Read(), kRed);
-    EXPECT_TRUE(desktop.IsThere());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(desktop->Read(), kRed);
+    EXPECT_TRUE(desktop->IsThere());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_TRUE(FileHas("[Containments][1]\nformfactor=0\nwallpaperplugin=org.kde.image\n"));
     EXPECT_TRUE(FileHas("[Containments][27]\nformfactor=0\nwallpaperplugin=org.kde.slideshow\n"));
     EXPECT_TRUE(FileHas("[Containments][27][Wallpaper][org.kde.color][General]\nColor=9,8,7\n"));
@@ -280,57 +279,57 @@ TEST_F(PlasmaDesktopTest, WhenTheShellHasEndedItsFileIsPutBack)
 
 TEST_F(PlasmaDesktopTest, AShellThatDoesNotAnswerIsNotWrittenPast)
 {
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    ASSERT_TRUE(desktop.Paint(kRed, *kept));
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    ASSERT_TRUE(desktop->Paint(kRed, *kept));
     const std::string file = File();
     PutTool("dbus-send", "case $* in *NameHasOwner*) echo '   boolean true' ;; *) exit 1 ;; esac");
-    EXPECT_FALSE(desktop.Restore(*kept));
+    EXPECT_FALSE(desktop->Restore(*kept));
     EXPECT_EQ(File(), file);
 }
 
 TEST_F(PlasmaDesktopTest, ChangesEveryDesktopForGood)
 {
-    PlasmaDesktop desktop;
-    EXPECT_TRUE(desktop.Change(kBlue, nullptr));
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    EXPECT_TRUE(desktop->Change(kBlue, nullptr));
     for (const std::string id : {"1", "27"}) {
         EXPECT_EQ(Value(id + "/Color"), "3,4,250");
         EXPECT_EQ(Value(id + "/Plugin"), "org.kde.color");
     }
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_EQ(desktop.Read(), kBlue);
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_EQ(desktop->Read(), kBlue);
 }
 
 TEST_F(PlasmaDesktopTest, WhatTheUserChoseMeanwhileStays)
 {
-    PlasmaDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
-    EXPECT_TRUE(AwaitNews(desktop));
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
+    EXPECT_TRUE(AwaitNews(*desktop));
     Put("27/Plugin", "org.kde.potd");
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Value("27/Plugin"), "org.kde.potd");
     EXPECT_EQ(Value("1/Plugin"), "org.kde.image");
 }
 
 TEST_F(PlasmaDesktopTest, HearsWhenTheShellWritesItsFile)
 {
-    PlasmaDesktop desktop;
-    EXPECT_FALSE(desktop.TakeNews());
+    const std::unique_ptr<DesktopBackend> desktop = MakePlasmaDesktop();
+    EXPECT_FALSE(desktop->TakeNews());
     folder.Put("config/other", "");
-    EXPECT_FALSE(desktop.TakeNews());
+    EXPECT_FALSE(desktop->TakeNews());
     folder.Put("config/" + std::string(kFile), "");
-    EXPECT_TRUE(desktop.TakeNews());
+    EXPECT_TRUE(desktop->TakeNews());
     folder.Put("config/new", "");
     std::filesystem::rename(folder.Path("config/new"), folder.Path("config/" + std::string(kFile)));
-    EXPECT_TRUE(desktop.TakeNews());
+    EXPECT_TRUE(desktop->TakeNews());
 }
 
 TEST_F(PlasmaDesktopTest, IsNotThereWithoutAShell)
 {
     std::filesystem::remove_all(folder.Path("desktops"));
-    EXPECT_FALSE(PlasmaDesktop().IsThere());
+    EXPECT_FALSE(MakePlasmaDesktop()->IsThere());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "kits/interface/platform/desktops/XfceDesktop.h"
-
+#include "kits/interface/platform/desktops/DesktopEnvironments.h"
+#include "kits/interface/platform/desktops/Tool.h"
 #include "tests/kits/interface/platform/desktops/FakeTools.h"
 
 namespace kits {
@@ -82,13 +82,13 @@ protected:
 
 TEST_F(XfceDesktopTest, ReadsTheFirstWorkspace)
 {
-    const XfceDesktop desktop;
-    EXPECT_EQ(XfceDesktop().Read(), kRed);
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
+    EXPECT_EQ(MakeXfceDesktop()->Read(), kRed);
     Property(kFirst + std::string("/image-style"), "0\n");
-    EXPECT_EQ(XfceDesktop().Read(), make_color(26, 51, 77));
+    EXPECT_EQ(MakeXfceDesktop()->Read(), make_color(26, 51, 77));
     Property(kFirst + std::string("/color-style"), "1\n");
     Property(kFirst + std::string("/rgba2"), "Value is an array with 4 items:\n\n0.3\n0\n1\n1\n");
-    EXPECT_EQ(XfceDesktop().Read(), make_color(52, 26, 166));
+    EXPECT_EQ(MakeXfceDesktop()->Read(), make_color(52, 26, 166));
 }
 
 TEST_F(XfceDesktopTest, ReadsTheMainMonitorsWorkspaceThatIsShown)
@@ -100,46 +100,46 @@ TEST_F(XfceDesktopTest, ReadsTheMainMonitorsWorkspaceThatIsShown)
         Property(workspace + "/rgba1",
                  "Value is an array with 4 items:\n\n0\n0\n" + std::string(number == 1 ? "1" : "0.2") + "\n1\n");
     }
-    EXPECT_EQ(XfceDesktop().Read(), kRed);
-    EXPECT_EQ(XfceDesktop("DP-1").Read(), kRed);
+    EXPECT_EQ(MakeXfceDesktop()->Read(), kRed);
+    EXPECT_EQ(MakeXfceDesktop("DP-1")->Read(), kRed);
     // This monitor has none for the first workspace.
-    EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 255));
+    EXPECT_EQ(MakeXfceDesktop("HDMI-2")->Read(), make_color(0, 0, 255));
     Property("/backdrop/single-workspace-number", "3\n");
-    EXPECT_EQ(XfceDesktop("HDMI-2").Read(), make_color(0, 0, 51));
-    EXPECT_EQ(XfceDesktop("Gone").Read(), make_color(0, 0, 51));
+    EXPECT_EQ(MakeXfceDesktop("HDMI-2")->Read(), make_color(0, 0, 51));
+    EXPECT_EQ(MakeXfceDesktop("Gone")->Read(), make_color(0, 0, 51));
 }
 
 TEST_F(XfceDesktopTest, AFewCallsAreEnough)
 {
     for (int workspace = 4; workspace < 20; workspace++)
         Property("/backdrop/screen0/monitorDP-1/workspace" + std::to_string(workspace) + "/image-style", "5\n");
-    const XfceDesktop desktop;
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
     TakeCalls();
-    EXPECT_TRUE(desktop.IsThere());
+    EXPECT_TRUE(desktop->IsThere());
     EXPECT_LE(TakeCalls().size(), 3u);
 }
 
 TEST_F(XfceDesktopTest, PaintsEveryMonitorAndWorkspaceAndPutsEverythingBack)
 {
     const std::map<std::string, std::string> before = All();
-    XfceDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
     ASSERT_TRUE(kept.has_value());
     EXPECT_EQ(All(), before);
-    EXPECT_TRUE(desktop.Paint(kRed, *kept));
+    EXPECT_TRUE(desktop->Paint(kRed, *kept));
     for (const std::string workspace : {kFirst, kSecond}) {
         EXPECT_EQ(Printed(workspace + "/image-style"), "0\n");
         EXPECT_EQ(Printed(workspace + "/color-style"), "0\n");
         EXPECT_EQ(Printed(workspace + "/rgba1"),
                   "Value is an array with 4 items:\n\n0.784314\n0.039216\n0.078431\n1.000000\n");
     }
-    EXPECT_TRUE(desktop.IsPainted());
-    EXPECT_EQ(desktop.Read(), kRed);
+    EXPECT_TRUE(desktop->IsPainted());
+    EXPECT_EQ(desktop->Read(), kRed);
     TakeCalls();
-    EXPECT_TRUE(desktop.Paint(kBlue, *kept));
+    EXPECT_TRUE(desktop->Paint(kBlue, *kept));
     EXPECT_EQ(TakeCalls().size(), 2u);
-    EXPECT_EQ(desktop.Read(), kBlue);
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_EQ(desktop->Read(), kBlue);
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(All(), before);
 }
 
@@ -148,11 +148,11 @@ TEST_F(XfceDesktopTest, AnotherProcessPutsItBackToo)
     const std::map<std::string, std::string> before = All();
     std::optional<BMessage> kept;
     {
-        XfceDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakeXfceDesktop();
+        kept = killed->Keep();
+        killed->Paint(kBlue, *kept);
     }
-    EXPECT_TRUE(XfceDesktop().Restore(*kept));
+    EXPECT_TRUE(MakeXfceDesktop()->Restore(*kept));
     EXPECT_EQ(All(), before);
 }
 
@@ -161,9 +161,9 @@ TEST_F(XfceDesktopTest, ADamagedFileSetsWhatWasPaintedOnceAndNothingElse)
     const std::map<std::string, std::string> before = All();
     std::optional<BMessage> kept;
     {
-        XfceDesktop killed;
-        kept = killed.Keep();
-        killed.Paint(kBlue, *kept);
+        const std::unique_ptr<DesktopBackend> killed = MakeXfceDesktop();
+        kept = killed->Keep();
+        killed->Paint(kBlue, *kept);
     }
     for (const char* key : {"/last-image", "/image-style", "/image-style"}) {
         kept->AddString("Key", kFirst + std::string(key));
@@ -172,7 +172,7 @@ TEST_F(XfceDesktopTest, ADamagedFileSetsWhatWasPaintedOnceAndNothingElse)
         kept->AddString("Value", "7");
     }
     folder.Put("news", "");
-    EXPECT_TRUE(XfceDesktop().Restore(*kept));
+    EXPECT_TRUE(MakeXfceDesktop()->Restore(*kept));
     EXPECT_EQ(Printed(kFirst + std::string("/last-image")), before.at(kFirst + std::string("/last-image")));
     const std::string news = folder.Get("news");
     const std::string style = kFirst + std::string("/image-style\n");
@@ -182,35 +182,35 @@ TEST_F(XfceDesktopTest, ADamagedFileSetsWhatWasPaintedOnceAndNothingElse)
 
 TEST_F(XfceDesktopTest, WhatTheUserChoseMeanwhileStays)
 {
-    XfceDesktop desktop;
-    const std::optional<BMessage> kept = desktop.Keep();
-    desktop.Paint(kRed, *kept);
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
+    const std::optional<BMessage> kept = desktop->Keep();
+    desktop->Paint(kRed, *kept);
     Tool::Run({"xfconf-query", "-c", "xfce4-desktop", "-p", kFirst + std::string("/image-style"), "-n", "-t", "int",
                "-s", "3"});
-    EXPECT_TRUE(AwaitNews(desktop));
-    EXPECT_FALSE(desktop.IsPainted());
-    EXPECT_TRUE(desktop.Restore(*kept));
+    EXPECT_TRUE(AwaitNews(*desktop));
+    EXPECT_FALSE(desktop->IsPainted());
+    EXPECT_TRUE(desktop->Restore(*kept));
     EXPECT_EQ(Printed(kFirst + std::string("/image-style")), "3\n");
     EXPECT_EQ(Printed(kSecond + std::string("/image-style")), "5\n");
 }
 
 TEST_F(XfceDesktopTest, HearsOfBackdropsOnly)
 {
-    XfceDesktop desktop;
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
     folder.Put("news", "set: /desktop-icons/style\n");
     Tool::Run({"xfconf-query", "-c", "xfce4-desktop", "-p", kFirst + std::string("/last-image"), "-n", "-t", "int",
                "-s", "1"});
-    EXPECT_TRUE(AwaitNews(desktop));
-    EXPECT_FALSE(desktop.TakeNews());
+    EXPECT_TRUE(AwaitNews(*desktop));
+    EXPECT_FALSE(desktop->TakeNews());
 }
 
 TEST_F(XfceDesktopTest, WithoutBackdropsThereIsNothingToPaint)
 {
     std::filesystem::remove_all(folder.Path("properties/backdrop"));
-    XfceDesktop desktop;
-    EXPECT_TRUE(desktop.IsThere());
-    EXPECT_EQ(desktop.Read(), std::nullopt);
-    EXPECT_FALSE(desktop.Keep().has_value());
+    const std::unique_ptr<DesktopBackend> desktop = MakeXfceDesktop();
+    EXPECT_TRUE(desktop->IsThere());
+    EXPECT_EQ(desktop->Read(), std::nullopt);
+    EXPECT_FALSE(desktop->Keep().has_value());
 }
 
 } // namespace

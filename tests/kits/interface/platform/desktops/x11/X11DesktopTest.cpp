@@ -2,6 +2,7 @@
 #include "kits/interface/platform/desktops/X11Desktop.h"
 
 #include "kits/interface/platform/desktops/DesktopWatch.h"
+#include "kits/interface/platform/desktops/RootPicture.h"
 #include "tests/support/Await.h"
 #include "tests/support/BoundProcess.h"
 #include "tests/support/TempFolder.h"
