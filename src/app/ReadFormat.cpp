@@ -2,10 +2,10 @@
 #include "src/app/ReadFormat.h"
 
 #include "src/sampling/ValueProvider.h"
+#include "src/support/FixedPoint.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
@@ -62,18 +62,6 @@ void AddString(std::string& json, std::string_view text)
     json += '"';
 }
 
-void AddFraction(std::string& json, double fraction)
-{
-    if (!std::isfinite(fraction)) {
-        json += "null";
-        return;
-    }
-    std::array<char, 32> digits;
-    const auto result =
-        std::to_chars(digits.data(), digits.data() + digits.size(), fraction, std::chars_format::general, 6);
-    json.append(digits.data(), result.ptr);
-}
-
 /// Returns how many columns the text takes on a terminal; names and captions contain no wide characters.
 size_t Columns(std::string_view text)
 {
@@ -105,8 +93,7 @@ std::string ReadingsAsJson(bigtime_t time, const std::vector<Reading>& readings)
         json += "{\"target\": " + std::to_string(reading.target) + ", \"flags\": " + std::to_string(reading.flags);
         json += ", \"name\": ";
         AddString(json, reading.name);
-        json += ", \"fraction\": ";
-        AddFraction(json, reading.fraction);
+        json += ", \"fraction\": " + (std::isfinite(reading.fraction) ? SixDigits(reading.fraction) : "null");
         json += ", \"caption\": ";
         AddString(json, reading.caption);
         json += '}';

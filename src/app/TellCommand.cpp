@@ -11,7 +11,7 @@
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Qel.h"
-#include "src/support/ReachCheck.h"
+#include "src/support/ui/ProgramStart.h"
 
 #include <cstdio>
 #include <vector>
@@ -55,9 +55,8 @@ int RunTellCommand(const CommandLine& line)
     BApplication self(kOwnSignature);
     const BMessenger application(signature);
     if (!application.IsValid()) {
-        if (!CanReachOthers("qel", nullptr))
-            return 1;
-        std::fprintf(stderr, "qel: the program is not running\n");
+        if (CanReachOthers("qel", nullptr))
+            std::fprintf(stderr, "qel: the program is not running\n");
         return 1;
     }
     for (const BMessage& message : MessagesFor(line)) {

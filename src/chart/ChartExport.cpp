@@ -3,9 +3,9 @@
 
 #include "kits/application/Field.h"
 #include "src/chart/ChartHistory.h"
+#include "src/support/FixedPoint.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -26,15 +26,6 @@ std::string Quoted(const std::string& field)
     for (const char c : field)
         quoted.append(c == '"' ? 2 : 1, c);
     return quoted + '"';
-}
-
-void AddShare(std::string& line, float share)
-{
-    if (std::isnan(share))
-        return;
-    char digits[32];
-    const auto result = std::to_chars(digits, digits + sizeof(digits), share, std::chars_format::general, 6);
-    line.append(digits, result.ptr);
 }
 
 } // namespace
@@ -65,7 +56,8 @@ std::string ValuesAsCsv(const ChartHistory& history, const std::vector<std::stri
         table += IsoTime(row.time + toWall);
         for (size_t source = 0; source < names.size(); source++) {
             table += ',';
-            AddShare(table, row.shares[source]);
+            if (!std::isnan(row.shares[source]))
+                table += SixDigits(static_cast<double>(row.shares[source]));
         }
         table += '\n';
     }

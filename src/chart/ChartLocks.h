@@ -3,6 +3,7 @@
 
 #include "kits/interface/Bitmap.h"
 #include "kits/interface/View.h"
+#include "src/support/ScopedLock.h"
 
 /// Holds the lock of a view's looper as long as it lives; holds nothing when the view is in no window.
 class LooperLock {
@@ -24,22 +25,5 @@ private:
     BView* fView;
 };
 
-/// Holds the lock of a bitmap as long as it lives; null holds nothing.
-class PictureLock {
-public:
-    explicit PictureLock(BBitmap* bitmap)
-        : fBitmap(bitmap != nullptr && bitmap->Lock() ? bitmap : nullptr)
-    {
-    }
-    ~PictureLock()
-    {
-        if (fBitmap != nullptr)
-            fBitmap->Unlock();
-    }
-    PictureLock(const PictureLock&) = delete;
-    PictureLock& operator=(const PictureLock&) = delete;
-    explicit operator bool() const { return fBitmap != nullptr; }
-
-private:
-    BBitmap* fBitmap;
-};
+/// Holds the lock of a bitmap; null holds nothing.
+typedef ScopedLock<BBitmap> PictureLock;

@@ -10,7 +10,6 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/PixelRows.h"
-#include "src/sampling/SourceName.h"
 #include "src/sampling/ThreadMagic.h"
 #include "src/support/Changes.h"
 #include "src/support/Qel.h"

@@ -129,8 +129,8 @@ public:
     void TrackValue(BPoint where) { TrackCaption(fCaptions.Value(), where); }
     void TrackTitle(BPoint where) { TrackCaption(fCaptions.Title(), where); }
     void DoneTracking();
-    /// Resizes a replicant whose corner is dragged to the mouse. Returns false when no button is down.
-    bool FollowCorner();
+    /// Resizes a replicant whose corner is dragged: to the mouse, but not below the smallest size.
+    void FollowCorner(BPoint where);
 
     /// Returns its sources with their shares as last drawn.
     std::vector<AccessiblePart> AccessibleParts() const override;

@@ -6,7 +6,6 @@
 #include "src/chart/ChartLocks.h"
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartView.h"
-#include "src/sampling/SourceName.h"
 #include "src/support/Changes.h"
 #include "src/support/ColorMessage.h"
 #include "src/support/MessageCodes.h"

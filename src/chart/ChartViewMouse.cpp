@@ -7,7 +7,6 @@
 #include "src/chart/ChartMenu.h"
 #include "src/chart/ChartTip.h"
 #include "src/chart/ChartView.h"
-#include "src/sampling/SourceName.h"
 #include "src/support/FixedPoint.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
@@ -41,34 +40,18 @@ void CV_DoneTracking(BView* view, BPoint&)
     static_cast<ChartView*>(view)->DoneTracking();
 }
 
+bool CV_FollowCorner(BView* view, BPoint& where, uint32)
+{
+    static_cast<ChartView*>(view)->FollowCorner(where);
+    return true;
+}
+
 /// The view may be deleted at any time, so this reaches it by its messenger only.
-class CornerFollower : public FunctionObject {
-public:
-    explicit CornerFollower(ChartView* chart)
-        : fChart(chart)
-    {
-    }
-
-    void operator()() override
-    {
-        while (Look())
-            snooze(kResizeInterval);
-    }
-
-private:
-    bool Look()
-    {
-        if (!fChart.LockTarget())
-            return false;
-        BLooper* looper = nullptr;
-        auto* chart = dynamic_cast<ChartView*>(fChart.Target(&looper));
-        const bool goesOn = chart != nullptr && chart->FollowCorner();
-        looper->Unlock();
-        return goesOn;
-    }
-
-    BMessenger fChart;
-};
+void CV_Resizer(BMessenger chart)
+{
+    while (MouseDownThread::Look(chart, CV_FollowCorner, nullptr))
+        snooze(kResizeInterval);
+}
 
 bool IsOnCorner(BRect bounds, BPoint where)
 {
@@ -77,18 +60,9 @@ bool IsOnCorner(BRect bounds, BPoint where)
 
 } // namespace
 
-bool ChartView::FollowCorner()
+void ChartView::FollowCorner(BPoint where)
 {
-    BPoint where;
-    uint32 buttons = 0;
-    GetMouse(&where, &buttons, false);
-    if (buttons == 0)
-        return false;
-    const float width = std::max(where.x, kSmallestReplicant);
-    const float height = std::max(where.y, kSmallestReplicant);
-    if (width != Bounds().Width() || height != Bounds().Height())
-        ResizeTo(width, height);
-    return true;
+    ResizeTo(std::max(where.x, kSmallestReplicant), std::max(where.y, kSmallestReplicant));
 }
 
 void ChartView::MouseDown(BPoint where)
@@ -105,7 +79,8 @@ void ChartView::MouseDown(BPoint where)
     else if (fCaptions.Title().IsOn(where))
         MouseDownThread::TrackMouse(this, CV_TrackTitle, CV_DoneTracking, kTrackInterval);
     else if (IsReplicant() && IsOnCorner(Bounds(), where))
-        fResizer = FireAndForgetThread::Launch(std::make_unique<CornerFollower>(this), "Chart Resizer", 5);
+        fResizer = FireAndForgetThread::Launch(
+            std::make_unique<OneParamFunctionObject<BMessenger>>(CV_Resizer, BMessenger(this)), "Chart Resizer", 5);
 }
 
 void ChartView::MouseMoved(BPoint, uint32 transit, const BMessage*)

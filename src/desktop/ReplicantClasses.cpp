@@ -6,26 +6,7 @@
 #include "src/chart/ChartView.h"
 #include "src/support/Qel.h"
 
-#include <cstring>
-
 namespace {
-
-struct ReplicantClass {
-    const char* name;
-    BView* (*instantiate)(BMessage*);
-};
-
-constexpr ReplicantClass kClasses[] = {
-    {"ChartView", [](BMessage* archive) -> BView* { return ChartView::Instantiate(archive); }},
-};
-
-const ReplicantClass* ClassOf(const BMessage& archive)
-{
-    for (const ReplicantClass& one : kClasses)
-        if (validate_instantiation(&archive, one.name))
-            return &one;
-    return nullptr;
-}
 
 bool Refuse(std::string* why, const char* words)
 {
@@ -40,7 +21,7 @@ bool IsReplicantArchive(const BMessage& archive, std::string* why)
 {
     if (kits::kAddOnField.Get(archive) != signature)
         return Refuse(why, "it is not from Qel");
-    if (ClassOf(archive) == nullptr)
+    if (!validate_instantiation(&archive, "ChartView"))
         return Refuse(why, "it is not a chart");
     if (archive.FlattenedSize() > kLongestArchive)
         return Refuse(why, "it is too large");
@@ -51,7 +32,7 @@ std::unique_ptr<BView> InstantiateReplicant(BMessage* archive, std::string* why)
 {
     if (!IsReplicantArchive(*archive, why))
         return nullptr;
-    std::unique_ptr<BView> view(ClassOf(*archive)->instantiate(archive));
+    std::unique_ptr<BView> view(ChartView::Instantiate(archive));
     if (view == nullptr)
         Refuse(why, "it is broken");
     return view;

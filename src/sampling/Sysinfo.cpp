@@ -21,17 +21,6 @@ void Sampler(Sysinfo* sampler)
     sampler->Sample();
 }
 
-Sysinfo::Autolock::Autolock(const Sysinfo* sampler)
-    : fSampler(sampler != nullptr && sampler->Lock() ? sampler : nullptr)
-{
-}
-
-Sysinfo::Autolock::~Autolock()
-{
-    if (fSampler != nullptr)
-        fSampler->Unlock();
-}
-
 Sysinfo::Sysinfo(int16 nodesToKeep)
     : BList(nodesToKeep)
     , fInfo()
@@ -151,7 +140,7 @@ void Sysinfo::Broadcast()
 
 void Sysinfo::Attach(SysinfoNode* node)
 {
-    AddToSums(*node);
+    ChangeSums(*node, [](auto& sum, const auto& value) { sum += value; });
     AddItem(node, 0);
 }
 
@@ -169,22 +158,19 @@ SysinfoNode* Sysinfo::TakeOldest()
     return node;
 }
 
-void Sysinfo::AddToSums(const SysinfoNode& node)
+template <class Step> void Sysinfo::ChangeSums(const SysinfoNode& node, Step step)
 {
-    fSumElapsed += node.Elapsed();
-    fSumTotalActive += node.TotalActive();
-    fSumCounters += node.Counters();
+    step(fSumElapsed, node.Elapsed());
+    step(fSumTotalActive, node.TotalActive());
+    step(fSumCounters, node.Counters());
     for (size_t i = 0; i < fSumActive.size(); i++)
-        fSumActive[i] += node.ActiveDelta(static_cast<int32>(i));
+        step(fSumActive[i], node.ActiveDelta(static_cast<int32>(i)));
 }
 
 void Sysinfo::SubtractFromSums(const SysinfoNode& node)
 {
-    fSumElapsed -= node.Elapsed();
-    fSumTotalActive -= node.TotalActive();
-    fSumCounters -= node.Counters();
-    for (size_t i = 0; i < fSumActive.size(); i++)
-        fSumActive[i] -= node.ActiveDelta(static_cast<int32>(i));
+    ChangeSums(
+        node, [](auto& sum, const auto& value) { sum -= value; });
 }
 
 bigtime_t Sysinfo::SumActive(int32 processor) const

@@ -8,9 +8,9 @@
 #include "kits/support/List.h"
 #include "kits/support/Locker.h"
 #include "src/sampling/SysinfoNode.h"
+#include "src/support/ScopedLock.h"
 
 #include <limits>
-#include <memory>
 #include <vector>
 
 class OwnedPeriodicThread;
@@ -74,16 +74,7 @@ public:
     void Unlock() const;
 
     /// Holds a sampler's lock for a block. Null is allowed and does nothing.
-    class Autolock {
-    public:
-        explicit Autolock(const Sysinfo* sampler);
-        ~Autolock();
-        Autolock(const Autolock&) = delete;
-        Autolock& operator=(const Autolock&) = delete;
-
-    private:
-        const Sysinfo* fSampler;
-    };
+    typedef ScopedLock<const Sysinfo> Autolock;
 
     /// One round: takes a sample if anybody listens and sends it. The thread calls it; a caller without that thread (a
     /// test) may call it, too.
@@ -143,7 +134,7 @@ public:
 
 private:
     void LaunchThread();
-    void AddToSums(const SysinfoNode& node);
+    template <class Step> void ChangeSums(const SysinfoNode& node, Step step);
     void SubtractFromSums(const SysinfoNode& node);
     SysinfoNode* TakeOldest();
     void Broadcast();

@@ -6,17 +6,18 @@
 
 #include <algorithm>
 #include <bit>
+#include <functional>
 
 namespace {
 
-int32 WrappingSum(int32 a, int32 b)
+/// Combines each counter of one with that of the other, without a sign and so with wrapping.
+template <class Operation>
+CounterDeltas Combined(const CounterDeltas& one, const CounterDeltas& other, Operation operation)
 {
-    return static_cast<int32>(static_cast<uint32>(a) + static_cast<uint32>(b));
-}
-
-int32 WrappingDifference(int32 a, int32 b)
-{
-    return static_cast<int32>(static_cast<uint32>(a) - static_cast<uint32>(b));
+    auto counters = std::bit_cast<std::array<uint32, 6>>(one);
+    const auto others = std::bit_cast<std::array<uint32, 6>>(other);
+    std::transform(counters.begin(), counters.end(), others.begin(), counters.begin(), operation);
+    return std::bit_cast<CounterDeltas>(counters);
 }
 
 CounterDeltas CountersOf(const system_info& info)
@@ -39,24 +40,12 @@ bigtime_t ActiveInSample(bigtime_t active, bigtime_t period, bigtime_t elapsed)
 
 CounterDeltas& CounterDeltas::operator+=(const CounterDeltas& other)
 {
-    pageFaults = WrappingSum(pageFaults, other.pageFaults);
-    usedPages = WrappingSum(usedPages, other.usedPages);
-    usedSems = WrappingSum(usedSems, other.usedSems);
-    usedThreads = WrappingSum(usedThreads, other.usedThreads);
-    usedTeams = WrappingSum(usedTeams, other.usedTeams);
-    usedPorts = WrappingSum(usedPorts, other.usedPorts);
-    return *this;
+    return *this = Combined(*this, other, std::plus<>());
 }
 
 CounterDeltas& CounterDeltas::operator-=(const CounterDeltas& other)
 {
-    pageFaults = WrappingDifference(pageFaults, other.pageFaults);
-    usedPages = WrappingDifference(usedPages, other.usedPages);
-    usedSems = WrappingDifference(usedSems, other.usedSems);
-    usedThreads = WrappingDifference(usedThreads, other.usedThreads);
-    usedTeams = WrappingDifference(usedTeams, other.usedTeams);
-    usedPorts = WrappingDifference(usedPorts, other.usedPorts);
-    return *this;
+    return *this = Combined(*this, other, std::minus<>());
 }
 
 SysinfoNode::SysinfoNode()

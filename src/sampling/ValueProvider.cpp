@@ -2,8 +2,9 @@
 #include "src/sampling/ValueProvider.h"
 
 #include "src/sampling/Source.h"
+#include "src/support/FixedPoint.h"
+#include "src/support/Tr.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -13,9 +14,7 @@ namespace {
 /// Prints with one decimal and a point, whatever the language.
 void PrintDecimal(char* buffer, double value, const char* unit)
 {
-    char* const end = buffer + ValueProvider::kValueStringLength;
-    const auto result = std::to_chars(buffer, end, value, std::chars_format::fixed, 1);
-    std::snprintf(result.ptr, static_cast<size_t>(end - result.ptr), " %s", unit);
+    std::snprintf(buffer, ValueProvider::kValueStringLength, "%s %s", FixedPoint(value, 1).c_str(), unit);
 }
 
 void PrintCount(char* buffer, int64 count, const char* unit)
@@ -61,6 +60,11 @@ std::string ValueProvider::Name(vptarget_t target, int32 flags, const char* (*in
     const std::string name =
         kits::Filled(say(average ? source->averageName : source->name), {std::to_string(ProcessorOf(target) + 1)});
     return (flags & VP_EXP_AVERAGE) != 0 ? kits::Filled(say(TrLater("%1 (exp. averaged)")), {name}) : name;
+}
+
+std::string SourceName(vptarget_t target, int32 flags)
+{
+    return ValueProvider::Name(target, flags, Tr);
 }
 
 double ValueProvider::Value(const Sysinfo* sampler, const SysinfoNode* sample)

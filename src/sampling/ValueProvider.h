@@ -65,6 +65,9 @@ bool IsSourceArchive(const BMessage& archive, bool mayBeNone);
 /// In a drag of sources: one for each source.
 inline const kits::Field<BMessage> kDraggedSourceField("ValueProvider", kits::kMostNumber);
 
+/// Returns a source's name in the user's language, for display. Other programs get ValueProvider::Name().
+std::string SourceName(vptarget_t target, int32 flags);
+
 /// One source of a chart: names a quantity of the machine, computes it from a sample, prints it.
 /// A plain value of its chart; not shared between threads.
 class ValueProvider {

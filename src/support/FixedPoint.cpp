@@ -3,9 +3,23 @@
 
 #include <charconv>
 
-std::string FixedPoint(double number, int decimals)
+namespace {
+
+std::string Digits(double number, std::chars_format format, int precision)
 {
     char text[64];
-    const auto result = std::to_chars(text, text + sizeof(text), number, std::chars_format::fixed, decimals);
+    const auto result = std::to_chars(text, text + sizeof(text), number, format, precision);
     return {text, result.ptr};
+}
+
+} // namespace
+
+std::string FixedPoint(double number, int decimals)
+{
+    return Digits(number, std::chars_format::fixed, decimals);
+}
+
+std::string SixDigits(double number)
+{
+    return Digits(number, std::chars_format::general, 6);
 }

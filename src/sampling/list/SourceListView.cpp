@@ -3,7 +3,6 @@
 
 #include "kits/application/Message.h"
 #include "kits/kernel/SystemInfo.h"
-#include "src/sampling/SourceName.h"
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 

@@ -33,17 +33,16 @@ void MouseDownThread::Run()
         ~Ending() { delete thread; }
     } ending{this};
 
-    while (Look())
+    while (Look(fView, fMoved, fReleased))
         snooze(fInterval);
 }
 
-/// Looks at the mouse once. Returns whether to continue.
-bool MouseDownThread::Look()
+bool MouseDownThread::Look(const BMessenger& target, MovedFunction moved, ReleasedFunction released)
 {
-    if (!fView.LockTarget())
+    if (!target.LockTarget())
         return false;
     BLooper* looper = nullptr;
-    BView* view = dynamic_cast<BView*>(fView.Target(&looper));
+    BView* view = dynamic_cast<BView*>(target.Target(&looper));
     struct Unlocking {
         BLooper* looper;
         ~Unlocking() { looper->Unlock(); }
@@ -53,9 +52,9 @@ bool MouseDownThread::Look()
     uint32 buttons = 0;
     view->GetMouse(&where, &buttons, false);
     if (buttons == 0) {
-        if (fReleased != nullptr)
-            fReleased(view, where);
+        if (released != nullptr)
+            released(view, where);
         return false;
     }
-    return fMoved == nullptr || fMoved(view, where, buttons);
+    return moved == nullptr || moved(view, where, buttons);
 }

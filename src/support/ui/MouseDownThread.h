@@ -31,13 +31,15 @@ public:
     /// with the view's window locked. If no thread can be spawned, neither is called.
     static void TrackMouse(BView* view, MovedFunction moved, ReleasedFunction released, bigtime_t interval);
 
+    /// Looks at the mouse once, with the view's window locked, and calls the function for its state.
+    /// @return whether to look again: false when all buttons are up, a function has ended it, or the view is gone
+    static bool Look(const BMessenger& view, MovedFunction moved, ReleasedFunction released);
+
 protected:
     ~MouseDownThread() override;
     void Run() override;
 
 private:
-    bool Look();
-
     bigtime_t fInterval;
     BMessenger fView;
     ReleasedFunction fReleased;
