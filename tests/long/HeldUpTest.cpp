@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/kernel/Clock.h"
-#include "kits/kernel/Threads.h"
 #include "tests/long/LongTest.h"
+#include "tests/support/Await.h"
 #include "tests/support/GuiTest.h"
 
 class HeldUpTest : public LongTest {
@@ -11,8 +11,7 @@ protected:
     {
         for (int64 i = 0; i < samples; i++) {
             const bigtime_t before = NewestTime();
-            while (NewestTime() == before)
-                snooze(1000);
+            ASSERT_TRUE(test::Await([this, before] { return NewestTime() != before; }));
         }
     }
 

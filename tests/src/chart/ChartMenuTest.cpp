@@ -241,19 +241,26 @@ TEST_F(ChartMenuInWindowTest, DeletingTwiceDeletesOnce)
 TEST_F(ChartMenuInWindowTest, AChartWithoutAHolderStays)
 {
     ChartView alone;
+    BMessage before, after;
+    EXPECT_EQ(alone.Archive(&before), B_OK);
     for (uint32 what : {MSG_CHART_DELETE, MSG_CHART_ADD, MSG_SYNC_OTHERS, MSG_DISTRIBUTE_TITLE_POS}) {
         BMessage message(what);
         alone.MessageReceived(&message);
     }
     test::Turn();
     EXPECT_EQ(alone.Owner(), nullptr);
+    EXPECT_EQ(alone.Archive(&after), B_OK);
+    EXPECT_TRUE(after.HasSameData(before));
+    EXPECT_EQ(holder->CountCharts(), 3);
 }
 
 TEST_F(ChartMenuInWindowTest, TheMenuGoesWithItsChart)
 {
     OpenMenuAt(BPoint(50, 40));
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     window->PostMessage(MSG_CHART_DELETE, chart);
     test::Turn();
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     EXPECT_EQ(holder->CountCharts(), 2);
 }
 
@@ -274,6 +281,7 @@ TEST_F(ChartMenuInWindowTest, TheOtherChartsGoOnUnderAMenu)
     ChartView* other = holder->ChartAt(0);
     AddSources(*other, 1);
     OpenMenuAt(BPoint(50, 40));
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     clock.now += 1000000;
     const BMessage sample = SampleMessage({.memory = 500});
     window->PostMessage(&sample, other);

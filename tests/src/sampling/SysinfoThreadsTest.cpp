@@ -5,6 +5,7 @@
 #include "src/sampling/ValueProvider.h"
 #include "tests/src/sampling/MachineOverTime.h"
 #include "tests/src/sampling/Receiver.h"
+#include "tests/support/Await.h"
 
 #include <gtest/gtest.h>
 
@@ -23,24 +24,39 @@ struct Work : FunctionObject {
     std::function<void()> work;
 };
 
+/// Lets time pass, and waits until the sampler has taken a sample since.
+bool AwaitSample(MachineOverTime& machine, const Sysinfo& sampler)
+{
+    machine.Pass(10000);
+    const bigtime_t moment = machine.Now();
+    return test::Await([&] {
+        const Sysinfo::Autolock lock(&sampler);
+        const SysinfoNode* newest = sampler.NewestNode();
+        return newest != nullptr && newest->Time() >= moment;
+    });
+}
+
 } // namespace
 
 /// Everything at once. Only a thread sanitizer can judge this; without one, it shows that nothing waits for ever.
 TEST(SysinfoThreads, EveryCallFromAnyThread)
 {
     MachineOverTime machine;
-    Receiver receiver;
-    const BMessenger messenger = receiver.Messenger();
+    Receiver receiver, passing;
+    const BMessenger messenger = passing.Messenger();
     Sysinfo sampler(10);
     sampler.SetSamplingDelay(1000);
-    sampler.AddMessenger(messenger);
+    sampler.AddMessenger(receiver.Messenger());
 
     std::vector<std::unique_ptr<FireAndForgetThread>> threads;
     const auto start = [&](std::function<void(int)> call) {
-        threads.push_back(FireAndForgetThread::Launch(std::make_unique<Work>([call] {
+        threads.push_back(FireAndForgetThread::Launch(std::make_unique<Work>([&, call] {
                                                           for (int i = 0; i < 50; i++) {
                                                               call(i);
-                                                              snooze(1000);
+                                                              if (!AwaitSample(machine, sampler)) {
+                                                                  ADD_FAILURE() << "no sample";
+                                                                  return;
+                                                              }
                                                           }
                                                       }),
                                                       "caller", 10));
@@ -79,7 +95,8 @@ TEST(SysinfoThreads, EndsInTheMiddleOfItsRounds)
         Sysinfo sampler(10);
         sampler.AddMessenger(receiver.Messenger());
         sampler.SetSamplingDelay(0);
-        snooze(1000);
+        for (int samples = 0; samples < i % 5; samples++)
+            ASSERT_TRUE(AwaitSample(machine, sampler));
     }
     EXPECT_EQ(find_thread("Sysinfo sampler"), B_NAME_NOT_FOUND);
 }

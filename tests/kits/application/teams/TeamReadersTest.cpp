@@ -2,6 +2,8 @@
 // The main thread and the port's thread take turns in reading what another team sends.
 
 #include "kits/application/Roster.h"
+#include "kits/kernel/Bounds.h"
+#include "kits/kernel/Clock.h"
 #include "kits/kernel/Errors.h"
 #include "tests/support/TeamFixture.h"
 
@@ -42,6 +44,19 @@ protected:
         return test::RunUntil([this, count] { return fNumbers.size() >= count; });
     }
 
+    /// Waits, without a turn of the loop, until the port's thread has read so many numbers that are not handled yet.
+    /// Looks all the time, to go on while that thread still reads.
+    bool AwaitUnhandled(size_t count) const
+    {
+        const bigtime_t end = system_time() + 60000000;
+        while (static_cast<size_t>(fLooper->CountMessages()) < count) {
+            if (system_time() > end)
+                return false;
+            std::this_thread::yield();
+        }
+        return true;
+    }
+
     void ExpectOrder(size_t count) const
     {
         ASSERT_EQ(fNumbers.size(), count);
@@ -50,10 +65,12 @@ protected:
     }
 
     std::vector<int32> fNumbers;
+    std::function<void()> fOnNumber = [] {};
     Recorder fHandler{[this](BMessage* message) {
         int32 number = -1;
         message->FindInt32("number", &number);
         fNumbers.push_back(number);
+        fOnNumber();
     }};
 };
 
@@ -128,9 +145,17 @@ TEST_F(TeamReadersTest, KeepTheOrderWhileTheyTakeTurns)
     constexpr size_t kCount = 8000;
     LetSend(application, kCount);
     std::mt19937 random(3);
-    while (fNumbers.size() < kCount) {
-        // The main thread pauses for more and for less than the limit; sometimes it waits for a reply in between.
-        snooze(static_cast<bigtime_t>(random() % 30000));
+    size_t next = 0;
+    fOnNumber = [this, &next, &random] {
+        if (fNumbers.size() < next)
+            return;
+        next += 1 + random() % 500;
+        // The main thread is held up until the port's thread has read in its place as much as may wait here, beside
+        // the message at hand.
+        EXPECT_TRUE(AwaitUnhandled(std::min(kCount - fNumbers.size(), kits::bounds::kMostUnhandledOfAProcess - 1)));
+    };
+    while (fNumbers.size() < kCount && !HasFailure()) {
+        // Sometimes it waits for a reply in between.
         ASSERT_TRUE(RunUntilCount(std::min(kCount, fNumbers.size() + random() % 500)));
         if (random() % 8 == 0)
             EXPECT_EQ(Ask(application, 'vald').what, uint32('repl'));
@@ -149,9 +174,9 @@ TEST_F(TeamReadersTest, LoseNothingWhenTheMainThreadTurnsAwayAtAnyMoment)
         fNumbers.clear();
         count = 1 + random() % 20;
         LetSend(application, static_cast<int32>(count));
-        // Now and then, pauses until about the moment at which the other thread takes over.
+        // Now and then, comes back when the other thread has taken over and is reading, or has just read, the last.
         if (random() % 4 == 0)
-            snooze(static_cast<bigtime_t>(19000 + random() % 2000));
+            ASSERT_TRUE(AwaitUnhandled(1 + random() % count));
         ASSERT_TRUE(RunUntilCount(count));
         ExpectOrder(count);
     }

@@ -89,12 +89,9 @@ protected:
     bool AwaitColumn()
     {
         const float before = chart->Picture().Column();
-        return test::WaitFor([this, before] {
-            // Not so fast that the time-outs of a start are over before it has begun.
-            snooze(5000);
-            clock.now += 20001;
-            return chart->Picture().Column() != before;
-        });
+        // Long enough for the chart to draw the next sample, and too short for any time-out of a start.
+        clock.now += 20001;
+        return test::WaitFor([this, before] { return chart->Picture().Column() != before; });
     }
 
     static int32 AskServer(const char* name)
@@ -241,12 +238,16 @@ TEST_F(ReplicantTest, DisconnectsWhenItIsDeleted)
 TEST_F(ReplicantTest, MayGoInTheMiddleOfAnything)
 {
     InstallServer();
-    for (int i = 0; i < 30; i++) {
+    const std::function<bool()> isThatFar[] = {
+        [] { return true; },
+        [] { return ServerTeam() >= 0; },
+        [this] { return chart->Connection().Server()->Phase() == Phase::kConnected; },
+        [] { return AskServer("receivers") > 0; },
+        [this] { return AwaitColumn(); },
+    };
+    for (int i = 0; i < 35; i++) {
         AddReplicant();
-        for (int turn = 0; turn < i % 10; turn++) {
-            snooze(1000);
-            test::Turn();
-        }
+        ASSERT_TRUE(test::WaitFor(isThatFar[i % 5])) << i;
         chart->RemoveSelf();
         delete chart;
         if (i % 7 == 3)
