@@ -140,12 +140,10 @@ status_t KeepBootMoment(const std::string& path, BootMoment* boot)
     }
     // One name for all is enough under the lock, and a killed process leaves no more than one file behind.
     const std::string temporary = path + ".new";
-    if (status_t status = WriteWhole(temporary, FormatBootMoment(next)); status != B_OK) {
-        unlink(temporary.c_str());
-        return status;
-    }
-    if (rename(temporary.c_str(), path.c_str()) != 0) {
-        const status_t status = StatusFromErrno(errno);
+    status_t status = WriteWhole(temporary, FormatBootMoment(next));
+    if (status == B_OK && rename(temporary.c_str(), path.c_str()) != 0)
+        status = StatusFromErrno(errno);
+    if (status != B_OK) {
         unlink(temporary.c_str());
         return status;
     }

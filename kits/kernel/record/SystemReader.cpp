@@ -2,16 +2,12 @@
 #include "kits/kernel/record/SystemReader.h"
 
 #include "kits/kernel/ProcText.h"
-#include "kits/kernel/record/ActiveClock.h"
-#include "kits/kernel/record/MachineLimits.h"
 #include "kits/kernel/record/MachineTexts.h"
-#include "kits/kernel/record/ProcFile.h"
-#include "kits/kernel/record/ProcessCounter.h"
 
 #include <sys/sem.h>
 
 #include <algorithm>
-#include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,10 +16,6 @@ namespace kits {
 
 namespace {
 
-constexpr bigtime_t kSecond = 1000000;
-constexpr bigtime_t kMinute = 60 * kSecond;
-// Limits hardly ever change, and reading one of their files costs as much as reading a file of figures.
-constexpr bigtime_t kBetweenLimits = 10 * kSecond;
 constexpr size_t kBytesPerProcessor = 216; ///< of a line in `/proc/stat`, with its ten numbers at their longest
 constexpr size_t kWholeFile = 1 << 20;
 constexpr size_t kSmallestBuffer = 16384;
@@ -40,26 +32,6 @@ int64 PagesOf(uint64 kilobytes)
 {
     return static_cast<int64>(std::min<uint64>(kilobytes / kKilobytesPerPage, kMaxPages));
 }
-
-/// Decides whether to repeat an action after a time; a clock that goes back is no reason to wait.
-class Interval {
-public:
-    explicit Interval(bigtime_t length)
-        : fLength(length)
-    {
-    }
-    bool IsDue(bigtime_t now)
-    {
-        if (fLast.has_value() && now >= *fLast && static_cast<uint64>(now) - static_cast<uint64>(*fLast) < fLength)
-            return false;
-        fLast = now;
-        return true;
-    }
-
-private:
-    const uint64 fLength;
-    std::optional<bigtime_t> fLast;
-};
 
 /// Reads all of a file at once, as far as it is useful.
 std::string ReadWhole(const std::string& path)
@@ -96,50 +68,12 @@ size_t ProcessorCountOf(const std::string& root, std::string_view statText)
 
 } // namespace
 
-class SystemReader::Implementation {
-public:
-    Implementation(const std::string& root, bool isRecorded);
-
-    size_t CountProcessors() const { return fActiveClock.CountProcessors(); }
-    void Read(bigtime_t now);
-
-    system_info info{};
-    int64 maxPages = 1;
-    int64 usedPages = 0;
-    const ActiveClock& Clock() const { return fActiveClock; }
-
-private:
-    Implementation(const std::string& root, bool isRecorded, const std::string& statText);
-    void ReadProcessors(bigtime_t now);
-    void ReadMemory();
-    void ReadCounts();
-    void ReadLimits(bigtime_t now);
-    void SetMaxima();
-
-    ActiveClock fActiveClock;
-    std::vector<ProcessorTime> fTimes;
-    std::vector<char> fBuffer; ///< shared by all files
-    ProcFile fStat;
-    ProcFile fMemInfo;
-    ProcFile fVmStat;
-    ProcFile fLoadAvg;
-    ProcFile fSockStat;
-    std::optional<ProcFile> fSemaphores; ///< a recorded machine's; this machine's are queried
-    ProcessCounter fProcesses;
-    LimitReader fLimitReader;
-    MachineLimits fLimits;
-    Interval fEachSecond{kSecond};
-    Interval fLimitsDue{kBetweenLimits};
-    Interval fEachMinute{kMinute};
-    size_t fPageFaultsHint = 0;
-};
-
-SystemReader::Implementation::Implementation(const std::string& root, bool isRecorded)
-    : Implementation(root, isRecorded, ReadWhole(root + "proc/stat"))
+SystemReader::SystemReader(const char* root)
+    : SystemReader(RootFolder(root), ReadWhole(RootFolder(root) + "proc/stat"))
 {
 }
 
-SystemReader::Implementation::Implementation(const std::string& root, bool isRecorded, const std::string& statText)
+SystemReader::SystemReader(const std::string& root, const std::string& statText)
     : fActiveClock(ProcessorCountOf(root, statText))
     , fTimes(fActiveClock.CountProcessors() + 1)
     , fBuffer(std::max((fActiveClock.CountProcessors() + 2) * kBytesPerProcessor, kSmallestBuffer))
@@ -148,30 +82,34 @@ SystemReader::Implementation::Implementation(const std::string& root, bool isRec
     , fVmStat(root + "proc/vmstat", fBuffer)
     , fLoadAvg(root + "proc/loadavg", fBuffer)
     , fSockStat(root + "proc/net/sockstat", fBuffer)
-    , fProcesses(root + "proc", isRecorded)
+    , fProcesses(root + "proc", root != "/")
     , fLimitReader(root)
 {
-    if (isRecorded)
+    if (root != "/")
         fSemaphores.emplace(root + "proc/sysvipc/sem", fBuffer);
     const std::string name =
         FirstLine(root + "proc/sys/kernel/ostype") + ' ' + FirstLine(root + "proc/sys/kernel/osrelease");
-    name.copy(info.kernel_name, sizeof(info.kernel_name) - 1);
+    name.copy(fInfo.kernel_name, sizeof(fInfo.kernel_name) - 1);
     const uint64 bootSecond = std::min<uint64>(NumberAfter(statText, "btime ").value_or(0), INT64_MAX / kSecond);
-    info.boot_time = static_cast<bigtime_t>(bootSecond) * kSecond;
-    info.cpu_count = static_cast<int32>(fActiveClock.CountProcessors());
-    info.max_pages = 1;
+    fInfo.boot_time = static_cast<bigtime_t>(bootSecond) * kSecond;
+    fInfo.cpu_count = static_cast<int32>(fActiveClock.CountProcessors());
+    fInfo.max_pages = 1;
 }
 
-void SystemReader::Implementation::Read(bigtime_t now)
+void SystemReader::Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity)
 {
     ReadLimits(now);
     ReadProcessors(now);
     ReadMemory();
     ReadCounts();
     SetMaxima();
+    *info = fInfo;
+    const size_t count = std::min(static_cast<size_t>(std::max(capacity, 0)), fActiveClock.CountProcessors());
+    for (size_t i = 0; i < count; ++i)
+        activeTimes[i] = fActiveClock.ActiveTime(i);
 }
 
-void SystemReader::Implementation::ReadProcessors(bigtime_t now)
+void SystemReader::ReadProcessors(bigtime_t now)
 {
     bool isWhole = false;
     std::string_view text = fStat.Read();
@@ -181,19 +119,19 @@ void SystemReader::Implementation::ReadProcessors(bigtime_t now)
     fActiveClock.Update(now, std::span(fTimes).first(count));
     const size_t inRecord = std::min<size_t>(fActiveClock.CountProcessors(), B_MAX_CPU_COUNT);
     for (size_t i = 0; i < inRecord; ++i)
-        info.cpu_infos[i].active_time = fActiveClock.ActiveTime(i);
+        fInfo.cpu_infos[i].active_time = fActiveClock.ActiveTime(i);
 }
 
-void SystemReader::Implementation::ReadMemory()
+void SystemReader::ReadMemory()
 {
     const MemoryTexts memory = ParseMemInfo(fMemInfo.Read());
     if (memory.total.has_value()) {
-        maxPages = std::max<int64>(PagesOf(*memory.total), 1);
+        fMaxPages = std::max<int64>(PagesOf(*memory.total), 1);
         if (memory.available.has_value())
-            usedPages = PagesOf(*memory.total - std::min(*memory.available, *memory.total));
-        usedPages = std::min(usedPages, maxPages);
-        SetFigure(&info.max_pages, static_cast<uint64>(maxPages));
-        SetFigure(&info.used_pages, static_cast<uint64>(usedPages));
+            fUsedPages = PagesOf(*memory.total - std::min(*memory.available, *memory.total));
+        fUsedPages = std::min(fUsedPages, fMaxPages);
+        SetFigure(&fInfo.max_pages, static_cast<uint64>(fMaxPages));
+        SetFigure(&fInfo.used_pages, static_cast<uint64>(fUsedPages));
     }
 
     // The kernel generates this long file only as far as it is read, and half of it is enough.
@@ -202,24 +140,24 @@ void SystemReader::Implementation::ReadMemory()
     while (!pageFaults.has_value() && !(text = fVmStat.ReadOn()).empty())
         pageFaults = ParsePageFaults(text, &fPageFaultsHint);
     if (pageFaults.has_value())
-        info.page_faults = static_cast<int32>(static_cast<uint32>(*pageFaults));
+        fInfo.page_faults = static_cast<int32>(static_cast<uint32>(*pageFaults));
 }
 
-void SystemReader::Implementation::ReadCounts()
+void SystemReader::ReadCounts()
 {
-    SetFigure(&info.used_threads, ParseThreadCount(fLoadAvg.Read()));
-    SetFigure(&info.used_ports, ParseSocketCount(fSockStat.Read()));
-    SetFigure(&info.used_teams, fProcesses.Count());
+    SetFigure(&fInfo.used_threads, ParseThreadCount(fLoadAvg.Read()));
+    SetFigure(&fInfo.used_ports, ParseSocketCount(fSockStat.Read()));
+    SetFigure(&fInfo.used_teams, fProcesses.Count());
     if (fSemaphores.has_value()) {
-        SetFigure(&info.used_sems, ParseSemCount(fSemaphores->Read()));
+        SetFigure(&fInfo.used_sems, ParseSemCount(fSemaphores->Read()));
     } else {
         seminfo figures;
         if (semctl(0, 0, SEM_INFO, &figures) >= 0)
-            info.used_sems = std::max(figures.semaem, 0);
+            fInfo.used_sems = std::max(figures.semaem, 0);
     }
 }
 
-void SystemReader::Implementation::ReadLimits(bigtime_t now)
+void SystemReader::ReadLimits(bigtime_t now)
 {
     if (fEachMinute.IsDue(now)) {
         fProcesses.Calibrate();
@@ -236,38 +174,20 @@ void SystemReader::Implementation::ReadLimits(bigtime_t now)
     fLimitReader.Read(&fLimits);
 }
 
-void SystemReader::Implementation::SetMaxima()
+void SystemReader::SetMaxima()
 {
     // A limit applies to one user, the number in use covers all users.
-    info.max_teams = std::max(static_cast<int32>(fLimits.teams), +info.used_teams);
-    info.max_threads = std::max(static_cast<int32>(fLimits.threads), +info.used_threads);
-    info.max_sems = std::max(static_cast<int32>(fLimits.sems), +info.used_sems);
-    info.max_ports = std::max(static_cast<int32>(fLimits.ports), +info.used_ports);
-}
-
-SystemReader::SystemReader(const char* root)
-{
-    const std::string folder = RootFolder(root);
-    fImplementation = std::make_unique<Implementation>(folder, folder != "/");
-}
-
-SystemReader::~SystemReader() = default;
-
-void SystemReader::Read(bigtime_t now, system_info* info, bigtime_t* activeTimes, int32 capacity)
-{
-    fImplementation->Read(now);
-    *info = fImplementation->info;
-    const ActiveClock& clock = fImplementation->Clock();
-    const size_t count = std::min(static_cast<size_t>(std::max(capacity, 0)), clock.CountProcessors());
-    for (size_t i = 0; i < count; ++i)
-        activeTimes[i] = clock.ActiveTime(i);
+    fInfo.max_teams = std::max(static_cast<int32>(fLimits.teams), +fInfo.used_teams);
+    fInfo.max_threads = std::max(static_cast<int32>(fLimits.threads), +fInfo.used_threads);
+    fInfo.max_sems = std::max(static_cast<int32>(fLimits.sems), +fInfo.used_sems);
+    fInfo.max_ports = std::max(static_cast<int32>(fLimits.ports), +fInfo.used_ports);
 }
 
 void SystemReader::GetFigures(SystemFigures* figures) const
 {
-    figures->activeUntil = fImplementation->Clock().LastTime();
-    figures->maxPages = fImplementation->maxPages;
-    figures->usedPages = fImplementation->usedPages;
+    figures->activeUntil = fActiveClock.LastTime();
+    figures->maxPages = fMaxPages;
+    figures->usedPages = fUsedPages;
 }
 
 } // namespace kits

@@ -2,8 +2,14 @@
 #pragma once
 
 #include "kits/kernel/SystemInfo.h"
+#include "kits/kernel/record/ActiveClock.h"
+#include "kits/kernel/record/MachineLimits.h"
+#include "kits/kernel/record/ProcFile.h"
+#include "kits/kernel/record/ProcessCounter.h"
 
-#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace kits {
 
@@ -40,7 +46,6 @@ public:
     ///              files; then semaphores come from `proc/sys/kernel/sem` and `proc/sysvipc/sem`, and processes from
     ///              counting the numbered entries of `proc/`. Change such a file in place.
     explicit SystemReader(const char* root = nullptr);
-    ~SystemReader();
     SystemReader(const SystemReader&) = delete;
     SystemReader& operator=(const SystemReader&) = delete;
 
@@ -55,8 +60,57 @@ public:
     void GetFigures(SystemFigures* figures) const;
 
 private:
-    class Implementation;
-    std::unique_ptr<Implementation> fImplementation;
+    static constexpr bigtime_t kSecond = 1000000;
+    // Limits hardly ever change, and reading one of their files costs as much as reading a file of figures.
+    static constexpr bigtime_t kBetweenLimits = 10 * kSecond;
+
+    /// Decides whether to repeat an action after a time; a clock that goes back is no reason to wait.
+    class Interval {
+    public:
+        explicit Interval(bigtime_t length)
+            : fLength(length)
+        {
+        }
+        bool IsDue(bigtime_t now)
+        {
+            if (fLast.has_value() && now >= *fLast && static_cast<uint64>(now) - static_cast<uint64>(*fLast) < fLength)
+                return false;
+            fLast = now;
+            return true;
+        }
+
+    private:
+        const uint64 fLength;
+        std::optional<bigtime_t> fLast;
+    };
+
+    /// @param statText  the text of `proc/stat`
+    SystemReader(const std::string& root, const std::string& statText);
+    void ReadProcessors(bigtime_t now);
+    void ReadMemory();
+    void ReadCounts();
+    void ReadLimits(bigtime_t now);
+    void SetMaxima();
+
+    system_info fInfo{};
+    int64 fMaxPages = 1;
+    int64 fUsedPages = 0;
+    ActiveClock fActiveClock;
+    std::vector<ProcessorTime> fTimes;
+    std::vector<char> fBuffer; ///< shared by all files
+    ProcFile fStat;
+    ProcFile fMemInfo;
+    ProcFile fVmStat;
+    ProcFile fLoadAvg;
+    ProcFile fSockStat;
+    std::optional<ProcFile> fSemaphores; ///< a recorded machine's; this machine's are queried
+    ProcessCounter fProcesses;
+    LimitReader fLimitReader;
+    MachineLimits fLimits;
+    Interval fEachSecond{kSecond};
+    Interval fLimitsDue{kBetweenLimits};
+    Interval fEachMinute{60 * kSecond};
+    size_t fPageFaultsHint = 0;
 };
 
 } // namespace kits
