@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/FileDescriptor.h"
 #include "kits/storage/StorageDefs.h"
 
 #include <string>
@@ -12,7 +13,6 @@ class BDirectory {
 public:
     BDirectory() = default;
     explicit BDirectory(const char* path);
-    ~BDirectory();
     BDirectory(const BDirectory&) = delete;
     BDirectory& operator=(const BDirectory&) = delete;
 
@@ -35,6 +35,6 @@ public:
 
 private:
     std::string fPath;
-    int fDescriptor = -1;
+    kits::FileDescriptor fFile;
     status_t fStatus = B_NO_INIT;
 };

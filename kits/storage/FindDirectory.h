@@ -9,15 +9,11 @@ enum directory_which : int32 {
     /// Where programs keep their settings: $XDG_CONFIG_HOME, or .config in the home folder. A missing home folder is
     /// never created; a folder that XDG_CONFIG_HOME names is.
     B_COMMON_SETTINGS_DIRECTORY = 2010,
-    /// For sockets and lock files of this session, accessible to the user alone: $XDG_RUNTIME_DIR, or a folder of the
-    /// user's own under /tmp. Neither is used unless it is a real folder that belongs to the user and is closed to
-    /// others.
-    B_USER_RUNTIME_DIRECTORY = 4000,
 };
 
 /// Finds a folder of the user's. Variables that are unset, empty or hold a relative path count as missing.
-/// @param path      set to the folder, even to a settings folder that could not be created; unset on other failures
+/// @param path      set to the folder, even to one that could not be created; unset on other failures
 /// @param createIt  create the folder and its parents if missing (mode 0700)
 /// @return B_ENTRY_NOT_FOUND if there is no home or, without createIt, no such folder; B_BAD_VALUE for another
-///         directory; otherwise the reason why the folder could not be created or may not be used
+///         directory; otherwise the reason why the folder could not be created
 status_t find_directory(directory_which which, BPath* path, bool createIt = false);

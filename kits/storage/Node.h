@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/FileDescriptor.h"
 #include "kits/storage/StorageDefs.h"
 
 class BEntry;
@@ -16,7 +17,7 @@ class BNode {
 public:
     BNode() = default;
     explicit BNode(const BEntry* entry);
-    virtual ~BNode();
+    virtual ~BNode() = default;
     BNode(const BNode&) = delete;
     BNode& operator=(const BNode&) = delete;
 
@@ -56,10 +57,10 @@ protected:
     /// Closes the file and sets this status.
     /// @return the status
     status_t Fail(status_t status);
-    int Descriptor() const { return fDescriptor; }
+    int Descriptor() const { return fFile.Get(); }
 
 private:
-    int fDescriptor = -1;
+    kits::FileDescriptor fFile;
     bool fLocked = false;
     status_t fStatus = B_NO_INIT;
 };

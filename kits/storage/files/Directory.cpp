@@ -12,11 +12,6 @@ BDirectory::BDirectory(const char* path)
     SetTo(path);
 }
 
-BDirectory::~BDirectory()
-{
-    Unset();
-}
-
 status_t BDirectory::SetTo(const char* path)
 {
     // The path may be this folder's own.
@@ -24,19 +19,15 @@ status_t BDirectory::SetTo(const char* path)
     Unset();
     if (whole.InitCheck() != B_OK)
         return fStatus = whole.InitCheck();
-    const int32 descriptor = kits::OpenFile(whole.Path(), O_RDONLY | O_DIRECTORY);
-    if (descriptor < 0)
-        return fStatus = descriptor;
-    fDescriptor = descriptor;
-    fPath = whole.Path();
-    return fStatus = B_OK;
+    fStatus = kits::OpenFile(whole.Path(), O_RDONLY | O_DIRECTORY, &fFile);
+    if (fStatus == B_OK)
+        fPath = whole.Path();
+    return fStatus;
 }
 
 void BDirectory::Unset()
 {
-    if (fDescriptor >= 0)
-        kits::CloseFile(fDescriptor);
-    fDescriptor = -1;
+    fFile.Close();
     fPath.clear();
     fStatus = B_NO_INIT;
 }
@@ -55,5 +46,5 @@ status_t BDirectory::CreateDirectory(const char* name, BDirectory* directory)
 
 status_t BDirectory::Sync()
 {
-    return fStatus == B_OK ? kits::SyncFolder(fDescriptor) : fStatus;
+    return fStatus == B_OK ? kits::SyncFolder(fFile.Get()) : fStatus;
 }

@@ -81,15 +81,13 @@ status_t BEntry::SetTo(const BDirectory* directory, const char* leaf, bool trave
         return fStatus = B_BAD_VALUE;
     if (directory->InitCheck() != B_OK)
         return fStatus = directory->InitCheck();
-    const BPath path(directory->PathName().c_str(), leaf);
-    return fStatus = path.InitCheck() == B_OK ? SetToPath(path.Path(), traverse) : path.InitCheck();
+    return fStatus = SetTo(BPath(directory->PathName().c_str(), leaf), traverse);
 }
 
 status_t BEntry::SetTo(const char* path, bool traverse)
 {
     Unset();
-    const BPath whole(path);
-    return fStatus = whole.InitCheck() == B_OK ? SetToPath(whole.Path(), traverse) : whole.InitCheck();
+    return fStatus = SetTo(BPath(path), traverse);
 }
 
 status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
@@ -97,12 +95,14 @@ status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
     Unset();
     if (ref == nullptr || ref->name.empty())
         return fStatus = B_BAD_VALUE;
-    const BPath path(ref->directory.c_str(), ref->name.c_str());
-    return fStatus = path.InitCheck() == B_OK ? SetToPath(path.Path(), traverse) : path.InitCheck();
+    return fStatus = SetTo(BPath(ref->directory.c_str(), ref->name.c_str()), traverse);
 }
 
-status_t BEntry::SetToPath(std::string path, bool traverse)
+status_t BEntry::SetTo(const BPath& whole, bool traverse)
 {
+    if (whole.InitCheck() != B_OK)
+        return whole.InitCheck();
+    std::string path = whole.Path();
     if (traverse) {
         int links = 0;
         for (std::string target = LinkTarget(path); !target.empty(); target = LinkTarget(path)) {

@@ -66,18 +66,14 @@ FailingDevice* SetFailingDevice(FailingDevice* device)
     return sDevice.exchange(device, std::memory_order_acq_rel);
 }
 
-int32 OpenFile(const char* path, int flags, mode_t mode)
+status_t OpenFile(const char* path, int flags, FileDescriptor* file, mode_t mode)
 {
     const FileAction action{.call = (flags & O_CREAT) != 0 ? FileCall::kCreate : FileCall::kOpen, .path = path};
     const int64 result =
         Perform(action, [&](size_t) { return open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode); });
-    return result >= 0 ? static_cast<int32>(result) : StatusFromErrno(errno);
-}
-
-void CloseFile(int descriptor)
-{
-    // The descriptor is gone, whatever this returns; SyncFile has already reported errors of the data.
-    close(descriptor);
+    if (result >= 0)
+        *file = FileDescriptor(static_cast<int>(result));
+    return StatusOf(result);
 }
 
 ssize_t ReadFileAt(int descriptor, off_t position, void* buffer, size_t size)

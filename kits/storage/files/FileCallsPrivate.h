@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/FileDescriptor.h"
 #include "kits/storage/files/FileCalls.h"
 
 /// The system's calls as the storage kit uses them: each goes through the failing device, continues after an
@@ -10,10 +11,9 @@ namespace kits {
 
 /// Never waits for the other end of a pipe; exec closes the descriptor.
 /// @param flags  of open(2)
+/// @param file   set to the open file; unchanged after an error
 /// @param mode   of a created file, less the process's mask; by default for the user alone
-/// @return a descriptor or a status
-int32 OpenFile(const char* path, int flags, mode_t mode = 0600);
-void CloseFile(int descriptor);
+status_t OpenFile(const char* path, int flags, FileDescriptor* file, mode_t mode = 0600);
 
 /// Reads until the buffer is full or the file ends.
 /// @return bytes read or a status

@@ -47,11 +47,6 @@ BNode::BNode(const BEntry* entry)
     SetTo(entry);
 }
 
-BNode::~BNode()
-{
-    BNode::Unset();
-}
-
 status_t BNode::SetTo(const char* path)
 {
     return OpenPath(path, B_READ_ONLY);
@@ -65,9 +60,7 @@ status_t BNode::SetTo(const BEntry* entry)
 
 void BNode::Unset()
 {
-    if (fDescriptor >= 0)
-        kits::CloseFile(fDescriptor);
-    fDescriptor = -1;
+    fFile.Close();
     fLocked = false;
     fStatus = B_NO_INIT;
 }
@@ -84,13 +77,14 @@ status_t BNode::OpenPath(const char* path, uint32 openMode)
     Unset();
     if (whole.InitCheck() != B_OK)
         return fStatus = whole.InitCheck();
-    const int32 descriptor = kits::OpenFile(whole.Path(), SystemFlags(openMode));
-    if (descriptor < 0)
-        return fStatus = (openMode & B_PRIVATE_FILE) != 0 && descriptor == B_LINK_LIMIT ? B_NOT_ALLOWED : descriptor;
-    fDescriptor = descriptor;
-    status_t status = (openMode & B_PRIVATE_FILE) != 0 ? CheckPrivate(descriptor) : B_OK;
+    const bool isPrivate = (openMode & B_PRIVATE_FILE) != 0;
+    status_t status = kits::OpenFile(whole.Path(), SystemFlags(openMode), &fFile);
+    if (isPrivate && status == B_LINK_LIMIT)
+        status = B_NOT_ALLOWED;
+    if (isPrivate && status == B_OK)
+        status = CheckPrivate(Descriptor());
     if (status == B_OK && (openMode & B_ERASE_FILE) != 0)
-        status = kits::TruncateFile(descriptor, 0);
+        status = kits::TruncateFile(Descriptor(), 0);
     return status == B_OK ? fStatus = B_OK : Fail(status);
 }
 
@@ -98,7 +92,7 @@ status_t BNode::Lock()
 {
     if (fStatus != B_OK || fLocked)
         return fLocked ? B_BUSY : fStatus;
-    const status_t status = kits::LockFile(fDescriptor);
+    const status_t status = kits::LockFile(Descriptor());
     fLocked = status == B_OK;
     return status;
 }
@@ -107,7 +101,7 @@ status_t BNode::Unlock()
 {
     if (fStatus != B_OK || !fLocked)
         return fStatus != B_OK ? fStatus : B_BAD_VALUE;
-    const status_t status = kits::UnlockFile(fDescriptor);
+    const status_t status = kits::UnlockFile(Descriptor());
     fLocked = status != B_OK;
     return status;
 }
@@ -117,7 +111,7 @@ status_t BNode::GetSize(off_t* size) const
     if (fStatus != B_OK || size == nullptr)
         return fStatus != B_OK ? fStatus : B_BAD_VALUE;
     struct stat info;
-    if (fstat(fDescriptor, &info) != 0)
+    if (fstat(Descriptor(), &info) != 0)
         return kits::StatusFromErrno(errno);
     *size = info.st_size;
     return B_OK;
@@ -125,7 +119,7 @@ status_t BNode::GetSize(off_t* size) const
 
 status_t BNode::Sync()
 {
-    return fStatus == B_OK ? kits::SyncFile(fDescriptor) : fStatus;
+    return fStatus == B_OK ? kits::SyncFile(Descriptor()) : fStatus;
 }
 
 bool BNode::IsAt(const BEntry* entry) const
@@ -133,7 +127,7 @@ bool BNode::IsAt(const BEntry* entry) const
     const BPath path(entry);
     struct stat mine;
     struct stat theirs;
-    return fStatus == B_OK && path.InitCheck() == B_OK && fstat(fDescriptor, &mine) == 0 &&
+    return fStatus == B_OK && path.InitCheck() == B_OK && fstat(Descriptor(), &mine) == 0 &&
            stat(path.Path(), &theirs) == 0 && mine.st_dev == theirs.st_dev && mine.st_ino == theirs.st_ino;
 }
 
@@ -146,13 +140,13 @@ ssize_t BNode::WriteAttr(const char* name, type_code type, off_t offset, const v
     if (length > kits::kMaxAttributeSize || static_cast<size_t>(offset) > kits::kMaxAttributeSize - length)
         return B_DEVICE_FULL;
     kits::Attribute attribute;
-    const status_t found = kits::LoadAttribute(fDescriptor, name, &attribute);
+    const status_t found = kits::LoadAttribute(Descriptor(), name, &attribute);
     if (found != B_OK && found != B_ENTRY_NOT_FOUND)
         return found;
     attribute.type = type;
     attribute.value.resize(std::max(attribute.value.size(), static_cast<size_t>(offset) + length));
     std::copy_n(static_cast<const uint8*>(buffer), length, attribute.value.begin() + offset);
-    const status_t status = kits::StoreAttribute(fDescriptor, name, attribute);
+    const status_t status = kits::StoreAttribute(Descriptor(), name, attribute);
     return status == B_OK ? static_cast<ssize_t>(length) : status;
 }
 
@@ -163,7 +157,7 @@ ssize_t BNode::ReadAttr(const char* name, type_code type, off_t offset, void* bu
     if (offset < 0 || (buffer == nullptr && length > 0))
         return B_BAD_VALUE;
     kits::Attribute attribute;
-    if (const status_t status = kits::LoadAttribute(fDescriptor, name, &attribute); status != B_OK)
+    if (const status_t status = kits::LoadAttribute(Descriptor(), name, &attribute); status != B_OK)
         return status;
     if (type != B_ANY_TYPE && type != attribute.type)
         return B_MISMATCHED_VALUES;

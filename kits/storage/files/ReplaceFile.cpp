@@ -20,52 +20,41 @@ constexpr int kNamesTried = 100;
 
 status_t WriteInPlace(const char* path, const void* data, size_t size)
 {
-    const int32 file = OpenFile(path, O_WRONLY);
-    if (file < 0)
-        return file;
+    FileDescriptor file;
+    if (const status_t status = OpenFile(path, O_WRONLY, &file); status != B_OK)
+        return status;
     const char* bytes = static_cast<const char*>(data);
-    status_t status = B_OK;
-    while (status == B_OK && size > 0) {
+    while (size > 0) {
         // A pipe has no positions.
-        const ssize_t count = write(file, bytes, size);
-        if (count < 0 && errno != EINTR) {
-            status = StatusFromErrno(errno);
-        } else if (count > 0) {
+        const ssize_t count = write(file.Get(), bytes, size);
+        if (count < 0 && errno != EINTR)
+            return StatusFromErrno(errno);
+        if (count > 0) {
             bytes += count;
             size -= static_cast<size_t>(count);
         }
     }
-    CloseFile(file);
-    return status;
+    return B_OK;
 }
 
 /// Writes the new bytes under another name in the same folder.
 status_t WriteBeside(const std::string& path, const struct stat* old, const void* data, size_t size)
 {
-    const int32 file = OpenFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
-    if (file < 0)
-        return file;
-    status_t status = B_OK;
-    if (old != nullptr && fchmod(file, old->st_mode & 07777) != 0)
+    FileDescriptor file;
+    status_t status = OpenFile(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, &file, 0666);
+    if (status == B_OK && old != nullptr && fchmod(file.Get(), old->st_mode & 07777) != 0)
         status = StatusFromErrno(errno);
     size_t written = 0;
     if (status == B_OK)
-        status = WriteFileAt(file, 0, data, size, &written);
-    if (status == B_OK)
-        status = SyncFile(file);
-    CloseFile(file);
-    return status;
+        status = WriteFileAt(file.Get(), 0, data, size, &written);
+    return status == B_OK ? SyncFile(file.Get()) : status;
 }
 
 status_t SyncFolderAt(const std::string& path)
 {
-    const int32 folder = OpenFile(path.c_str(), O_RDONLY | O_DIRECTORY);
+    FileDescriptor folder;
     // The folder may be writable but not readable.
-    if (folder < 0)
-        return B_OK;
-    const status_t status = SyncFolder(folder);
-    CloseFile(folder);
-    return status;
+    return OpenFile(path.c_str(), O_RDONLY | O_DIRECTORY, &folder) == B_OK ? SyncFolder(folder.Get()) : B_OK;
 }
 
 } // namespace

@@ -85,27 +85,6 @@ TEST(FindDirectory, RefusesAPathThatTheSystemWouldRefuse)
     EXPECT_EQ(find_directory(B_COMMON_SETTINGS_DIRECTORY, &found), B_ENTRY_NOT_FOUND);
 }
 
-TEST(FindDirectory, TakesTheRuntimeFolderWhenItIsClosedToOthers)
-{
-    const TempFolder folder;
-    const std::string runtime = folder.Path("runtime");
-    ASSERT_EQ(mkdir(runtime.c_str(), 0700), 0);
-    setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
-    BPath path;
-    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path), B_OK);
-    EXPECT_EQ(path.Path(), runtime);
-
-    const std::string own = "/tmp/kits-" + std::to_string(geteuid());
-    ASSERT_EQ(chmod(runtime.c_str(), 0755), 0);
-    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path, true), B_OK);
-    EXPECT_EQ(path.Path(), own);
-    ASSERT_EQ(chmod(runtime.c_str(), 0700), 0);
-    std::filesystem::create_symlink(runtime, folder.Path("link"));
-    setenv("XDG_RUNTIME_DIR", folder.Path("link").c_str(), 1);
-    EXPECT_EQ(find_directory(B_USER_RUNTIME_DIRECTORY, &path, true), B_OK);
-    EXPECT_EQ(path.Path(), own);
-}
-
 TEST(FindDirectory, KnowsNoOthers)
 {
     BPath path;
