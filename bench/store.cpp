@@ -61,7 +61,7 @@ bool Arrange(BMessage& store, int charts, bool transparent, std::vector<BMessage
         return false;
     std::vector<BMessage> first;
     BMessage chart;
-    for (int32 i = 0; holder.FindMessage("Chart", i, &chart) == B_OK; i++)
+    for (int32 i = 0; holder.FindMessage("Chart", &chart, i) == B_OK; i++)
         first.push_back(chart);
     if (first.empty())
         return false;

@@ -87,7 +87,7 @@ public:
         fApplication.SendMessage(&question, &answer);
         std::vector<BMessenger> handlers(static_cast<size_t>(count));
         for (int32 i = 0; i < count; i++)
-            answer.FindMessenger("messenger", i, &handlers[static_cast<size_t>(i)]);
+            answer.FindMessenger("messenger", &handlers[static_cast<size_t>(i)], i);
         return handlers;
     }
 

@@ -78,9 +78,8 @@ protected:
 
     bool Take(BPoint* value) const;
     bool Take(BRect* value) const;
-    /// Cuts the text between two characters.
-    bool Take(std::string* value) const;
-    bool Take(std::string_view* value) const;
+    /// Cuts a text between two characters.
+    bool Take(std::string_view* bytes) const;
     template <class T> bool Take(T* value) const
     {
         if constexpr (std::is_arithmetic_v<T>) {
@@ -193,13 +192,15 @@ public:
     /// Reads the value with this index. If there is none, `value` stays unchanged and the result is false.
     bool Find(const BMessage& from, T* value, int32 index = 0) const
     {
+        if (index >= Most())
+            return false;
         if constexpr (kIsMessage)
-            return index < Most() && from.FindMessage(Name(), index, value) == B_OK;
+            return from.FindMessage(Name(), value, index) == B_OK;
         else if constexpr (kIsMessenger)
-            return index < Most() && from.FindMessenger(Name(), index, value) == B_OK;
+            return from.FindMessenger(Name(), value, index) == B_OK;
         else {
             T found{};
-            if (index >= Most() || !Read(from, &found, index))
+            if (!Read(from, &found, index))
                 return false;
             *value = std::move(found);
             return true;
@@ -238,10 +239,10 @@ public:
         if (!into->HasData(Name(), kType, index))
             return Add(into, value);
         if constexpr (kIsMessage)
-            return into->ReplaceMessage(Name(), index, &value);
+            return into->ReplaceMessage(Name(), &value, index);
         else {
             const std::string_view bytes = BytesOf(value);
-            return into->ReplaceData(Name(), kType, index, bytes.data(), static_cast<ssize_t>(bytes.size()));
+            return into->ReplaceData(Name(), kType, bytes.data(), static_cast<ssize_t>(bytes.size()), index);
         }
     }
 
@@ -265,10 +266,10 @@ private:
     bool Read(const BMessage& from, T* value, int32 index) const
     {
         if constexpr (kIsFlat)
-            return from.FindFlat(Name(), index, value) == B_OK && Holds(*value);
+            return from.FindFlat(Name(), value, index) == B_OK && Holds(*value);
         else {
             std::string_view bytes;
-            if (!FindBytes(from, index, &bytes))
+            if (!FindBytes(from, index, &bytes) || ((kIsText || kIsBytes) && !Take(&bytes)))
                 return false;
             if constexpr (kIsText || kIsBytes)
                 *value = bytes;

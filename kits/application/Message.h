@@ -75,11 +75,6 @@ public:
     bool IsEmpty() const;
     /// The type of a field and the number of its values; both may be null.
     status_t GetInfo(const char* name, type_code* type, int32* count = nullptr) const;
-    /// Describes the `index`-th of the fields that have this type (`B_ANY_TYPE`: of all): its name, valid until the
-    /// message is changed, its type and the number of its values. Each may be null.
-    /// @return `B_BAD_INDEX` if there are not that many
-    status_t GetInfo(type_code type, int32 index, const char** name, type_code* typeFound,
-                     int32* count = nullptr) const;
 
     /// Removes one value; removing the last one removes the field.
     status_t RemoveData(const char* name, int32 index = 0);
@@ -102,7 +97,7 @@ public:
     status_t AddString(const char* name, const char* value);
     status_t AddString(const char* name, const std::string& value);
     /// Any address of this process; nothing is owned.
-    status_t AddPointer(const char* name, const void* value);
+    status_t AddPointer(const char* name, void* value);
     status_t AddMessenger(const char* name, const BMessenger& value);
     /// Adds a copy, including its pointers.
     status_t AddMessage(const char* name, const BMessage* value);
@@ -119,49 +114,30 @@ public:
 
     // Find a value: the first one, or the one with this index. The results are copies, except for strings and data.
 
-    status_t FindBool(const char* name, bool* value) const { return FindBool(name, 0, value); }
-    status_t FindBool(const char* name, int32 index, bool* value) const;
-    status_t FindInt8(const char* name, int8* value) const { return FindInt8(name, 0, value); }
-    status_t FindInt8(const char* name, int32 index, int8* value) const;
-    status_t FindInt16(const char* name, int16* value) const { return FindInt16(name, 0, value); }
-    status_t FindInt16(const char* name, int32 index, int16* value) const;
-    status_t FindInt32(const char* name, int32* value) const { return FindInt32(name, 0, value); }
-    status_t FindInt32(const char* name, int32 index, int32* value) const;
-    status_t FindInt64(const char* name, int64* value) const { return FindInt64(name, 0, value); }
-    status_t FindInt64(const char* name, int32 index, int64* value) const;
-    status_t FindFloat(const char* name, float* value) const { return FindFloat(name, 0, value); }
-    status_t FindFloat(const char* name, int32 index, float* value) const;
-    status_t FindDouble(const char* name, double* value) const { return FindDouble(name, 0, value); }
-    status_t FindDouble(const char* name, int32 index, double* value) const;
-    status_t FindPoint(const char* name, BPoint* value) const { return FindPoint(name, 0, value); }
-    status_t FindPoint(const char* name, int32 index, BPoint* value) const;
-    status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
-    status_t FindRect(const char* name, int32 index, BRect* value) const;
+    status_t FindBool(const char* name, bool* value, int32 index = 0) const;
+    status_t FindInt8(const char* name, int8* value, int32 index = 0) const;
+    status_t FindInt16(const char* name, int16* value, int32 index = 0) const;
+    status_t FindInt32(const char* name, int32* value, int32 index = 0) const;
+    status_t FindInt64(const char* name, int64* value, int32 index = 0) const;
+    status_t FindFloat(const char* name, float* value, int32 index = 0) const;
+    status_t FindDouble(const char* name, double* value, int32 index = 0) const;
+    status_t FindPoint(const char* name, BPoint* value, int32 index = 0) const;
+    status_t FindRect(const char* name, BRect* value, int32 index = 0) const;
     /// The text, terminated by a zero byte; it belongs to the message and is valid until that is changed.
-    status_t FindString(const char* name, const char** value) const { return FindString(name, 0, value); }
-    status_t FindString(const char* name, int32 index, const char** value) const;
-    status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
-    status_t FindString(const char* name, int32 index, std::string* value) const;
-    status_t FindPointer(const char* name, void** value) const { return FindPointer(name, 0, value); }
-    status_t FindPointer(const char* name, int32 index, void** value) const;
-    status_t FindMessenger(const char* name, BMessenger* value) const { return FindMessenger(name, 0, value); }
-    status_t FindMessenger(const char* name, int32 index, BMessenger* value) const;
+    status_t FindString(const char* name, const char** value, int32 index = 0) const;
+    status_t FindString(const char* name, std::string* value, int32 index = 0) const;
+    status_t FindPointer(const char* name, void** value, int32 index = 0) const;
+    status_t FindMessenger(const char* name, BMessenger* value, int32 index = 0) const;
     /// Replaces code and fields of `value` by those of the message found.
-    status_t FindMessage(const char* name, BMessage* value) const { return FindMessage(name, 0, value); }
-    status_t FindMessage(const char* name, int32 index, BMessage* value) const;
+    status_t FindMessage(const char* name, BMessage* value, int32 index = 0) const;
     /// Lets the object read the bytes; fails with `B_BAD_TYPE` unless it allows the field's type, otherwise as the
     /// object's Unflatten does.
-    status_t FindFlat(const char* name, BFlattenable* object) const { return FindFlat(name, 0, object); }
-    status_t FindFlat(const char* name, int32 index, BFlattenable* object) const;
+    status_t FindFlat(const char* name, BFlattenable* object, int32 index = 0) const;
     /// The bytes of a value (of a string including its zero); they belong to the message, are valid until that is
     /// changed, and may be unaligned: copy them out. Messages are not bytes: `B_BAD_TYPE`.
     /// @param type      `B_ANY_TYPE` accepts any
     /// @param numBytes  may be null
-    status_t FindData(const char* name, type_code type, const void** data, ssize_t* numBytes) const
-    {
-        return FindData(name, type, 0, data, numBytes);
-    }
-    status_t FindData(const char* name, type_code type, int32 index, const void** data, ssize_t* numBytes) const;
+    status_t FindData(const char* name, type_code type, const void** data, ssize_t* numBytes, int32 index = 0) const;
 
     // Whether there is such a value.
 
@@ -170,16 +146,11 @@ public:
 
     // Replace an existing value.
 
-    status_t ReplaceMessage(const char* name, const BMessage* value) { return ReplaceMessage(name, 0, value); }
-    status_t ReplaceMessage(const char* name, int32 index, const BMessage* value);
+    status_t ReplaceMessage(const char* name, const BMessage* value, int32 index = 0);
     /// Only a type of known size requires that size (`B_BAD_VALUE`). If any other field of fixed size gets a value of
     /// another size, that becomes its size if it was the only value; otherwise the sizes of its values may differ from
     /// now on.
-    status_t ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes)
-    {
-        return ReplaceData(name, type, 0, data, numBytes);
-    }
-    status_t ReplaceData(const char* name, type_code type, int32 index, const void* data, ssize_t numBytes);
+    status_t ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes, int32 index = 0);
 
     // As bytes.
 

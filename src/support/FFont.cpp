@@ -184,7 +184,7 @@ status_t FindMessageFont(const BMessage* message, const char* name, int32 index,
 {
     if (message == nullptr || font == nullptr)
         return B_BAD_VALUE;
-    return message->FindFlat(name, index, font);
+    return message->FindFlat(name, font, index);
 }
 
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font)
@@ -192,7 +192,7 @@ status_t FindMessageFont(const BMessage* message, const char* name, int32 index,
     if (message == nullptr || font == nullptr)
         return B_BAD_VALUE;
     FFont found;
-    const status_t status = message->FindFlat(name, index, &found);
+    const status_t status = message->FindFlat(name, &found, index);
     if (status == B_OK)
         found.UpdateTo(font, FFont::kAll);
     return status;

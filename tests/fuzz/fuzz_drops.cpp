@@ -4,6 +4,7 @@
 #include "kits/support/TypeConstants.h"
 #include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"
+#include "tests/support/FieldAt.h"
 
 #include <QMimeData>
 
@@ -50,7 +51,7 @@ void CheckMessage(const BMessage& message)
 {
     const char* name = nullptr;
     type_code type = 0;
-    Expect(message.GetInfo(B_POINTER_TYPE, 0, &name, &type) != B_OK); // addresses mean nothing to other processes
+    Expect(!test::FieldAt(message, B_POINTER_TYPE, 0, &name, &type)); // addresses mean nothing to other processes
     if (kits::DropMessage::ColorOf(message)) {
         int32 count = 0;
         Expect(message.what == B_PASTE && message.GetInfo("RGBColor", &type, &count) == B_OK &&

@@ -4,6 +4,7 @@
 #include "kits/support/TypeConstants.h"
 #include "tests/fuzz/FlatMessage.h"
 #include "tests/fuzz/Fuzz.h"
+#include "tests/support/FieldAt.h"
 
 #include <string>
 #include <vector>
@@ -16,7 +17,7 @@ void ReadAll(const BMessage& message)
     const char* name;
     type_code type;
     int32 count;
-    for (int32 i = 0; message.GetInfo(B_ANY_TYPE, i, &name, &type, &count) == B_OK; ++i) {
+    for (int32 i = 0; test::FieldAt(message, B_ANY_TYPE, i, &name, &type, &count); ++i) {
         for (const int32 index : {-1, 0, count - 1, count}) {
             bool flag;
             int64 number;
@@ -26,15 +27,15 @@ void ReadAll(const BMessage& message)
             ssize_t size = 0;
             BMessage inner;
             void* pointer;
-            message.FindBool(name, index, &flag);
-            message.FindInt64(name, index, &number);
-            message.FindRect(name, index, &rect);
-            message.FindString(name, index, &text);
-            Expect(message.FindPointer(name, index, &pointer) != B_OK);
-            if (message.FindData(name, B_ANY_TYPE, index, &data, &size) == B_OK)
+            message.FindBool(name, &flag, index);
+            message.FindInt64(name, &number, index);
+            message.FindRect(name, &rect, index);
+            message.FindString(name, &text, index);
+            Expect(message.FindPointer(name, &pointer, index) != B_OK);
+            if (message.FindData(name, B_ANY_TYPE, &data, &size, index) == B_OK)
                 Expect(std::string(static_cast<const char*>(data), static_cast<size_t>(size)).size() ==
                        static_cast<size_t>(size));
-            if (message.FindMessage(name, index, &inner) == B_OK)
+            if (message.FindMessage(name, &inner, index) == B_OK)
                 ReadAll(inner);
         }
     }

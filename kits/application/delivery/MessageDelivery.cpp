@@ -65,7 +65,7 @@ status_t BMessage::AddMessenger(const char* name, const BMessenger& value)
     return AddBytes(name, B_MESSENGER_TYPE, &kits::MessageAccess::AddressOf(value), sizeof(kits::Address), true);
 }
 
-status_t BMessage::FindMessenger(const char* name, int32 index, BMessenger* value) const
+status_t BMessage::FindMessenger(const char* name, BMessenger* value, int32 index) const
 {
     kits::Address address;
     const status_t status =

@@ -6,6 +6,7 @@
 #include "kits/support/TypeConstants.h"
 
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
@@ -47,20 +48,18 @@ const Translation* Load(const std::string& language)
 {
     size_t size = 0;
     const void* bytes = BResources().LoadResource(B_ANY_TYPE, ("Language." + language).c_str(), &size);
-    auto* translation = new Translation;
+    auto translation = std::make_unique<Translation>();
     if (bytes == nullptr ||
-        translation->message.Unflatten(static_cast<const char*>(bytes), static_cast<ssize_t>(size)) != B_OK) {
-        delete translation;
+        translation->message.Unflatten(static_cast<const char*>(bytes), static_cast<ssize_t>(size)) != B_OK)
         return nullptr;
-    }
     translation->language = language;
     const char* source = nullptr;
     const char* text = nullptr;
-    for (int32 i = 0; translation->message.FindString("source", i, &source) == B_OK &&
-                      translation->message.FindString("text", i, &text) == B_OK;
+    for (int32 i = 0; translation->message.FindString("source", &source, i) == B_OK &&
+                      translation->message.FindString("text", &text, i) == B_OK;
          i++)
         translation->texts.emplace(source, text);
-    return translation;
+    return translation.release();
 }
 
 } // namespace

@@ -54,7 +54,7 @@ bool AnyField::FindBytes(const BMessage& from, int32 index, std::string_view* by
 {
     const void* data = nullptr;
     ssize_t size = 0;
-    if (from.FindData(fName, fType, index, &data, &size) != B_OK)
+    if (from.FindData(fName, fType, &data, &size, index) != B_OK)
         return false;
     // A text ends with a zero.
     *bytes = {static_cast<const char*>(data), static_cast<size_t>(fType == B_STRING_TYPE ? size - 1 : size)};
@@ -78,19 +78,12 @@ bool AnyField::Take(BRect* value) const
     return InRange(static_cast<double>(width)) && InRange(static_cast<double>(height));
 }
 
-bool AnyField::Take(std::string* value) const
+bool AnyField::Take(std::string_view* bytes) const
 {
     const auto longest = static_cast<size_t>(fHigh);
     if (fOutside == Outside::kHeld)
-        value->resize(CutLength(*value, longest));
-    return InRange(static_cast<double>(value->size()));
-}
-
-bool AnyField::Take(std::string_view* value) const
-{
-    if (fOutside == Outside::kHeld)
-        *value = value->substr(0, static_cast<size_t>(fHigh));
-    return InRange(static_cast<double>(value->size()));
+        *bytes = bytes->substr(0, fType == B_STRING_TYPE ? CutLength(*bytes, longest) : longest);
+    return InRange(static_cast<double>(bytes->size()));
 }
 
 } // namespace kits

@@ -149,28 +149,15 @@ bool BMessage::IsEmpty() const
 
 status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) const
 {
-    if (name == nullptr)
-        return B_BAD_VALUE;
-    const Field* field = FieldOf(name);
-    if (field == nullptr)
-        return B_NAME_NOT_FOUND;
+    const Field* field;
+    const status_t status = FindField(name, B_ANY_TYPE, 0, &field);
+    if (status != B_OK)
+        return status;
     if (type != nullptr)
         *type = field->Type();
     if (count != nullptr)
         *count = field->Count();
     return B_OK;
-}
-
-status_t BMessage::GetInfo(type_code type, int32 index, const char** name, type_code* typeFound, int32* count) const
-{
-    for (const Field& field : fFields) {
-        if ((type != B_ANY_TYPE && field.Type() != type) || index-- != 0)
-            continue;
-        if (name != nullptr)
-            *name = field.Name().c_str();
-        return GetInfo(field.Name().c_str(), typeFound, count);
-    }
-    return B_BAD_INDEX;
 }
 
 status_t BMessage::RemoveData(const char* name, int32 index)
@@ -187,13 +174,11 @@ status_t BMessage::RemoveData(const char* name, int32 index)
 
 status_t BMessage::RemoveName(const char* name)
 {
-    if (name == nullptr)
-        return B_BAD_VALUE;
-    const Field* field = FieldOf(name);
-    if (field == nullptr)
-        return B_NAME_NOT_FOUND;
-    fFields.erase(fFields.begin() + (field - fFields.data()));
-    return B_OK;
+    const Field* field;
+    const status_t status = FindField(name, B_ANY_TYPE, 0, &field);
+    if (status == B_OK)
+        fFields.erase(fFields.begin() + (field - fFields.data()));
+    return status;
 }
 
 status_t BMessage::MakeEmpty()

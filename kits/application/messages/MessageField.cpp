@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/messages/MessageField.h"
 
-#include "kits/application/Token.h"
 #include "kits/application/messages/MessagePrivate.h"
-#include "kits/support/Point.h"
-#include "kits/support/Rect.h"
-#include "kits/support/TypeConstants.h"
+#include "kits/application/messages/ValueTypes.h"
 
 #include <cstring>
 
@@ -13,35 +10,9 @@ namespace kits {
 
 size_t FixedSizeOf(type_code type)
 {
-    switch (type) {
-    case B_BOOL_TYPE:
-    case B_INT8_TYPE:
-    case B_UINT8_TYPE:
-        return 1;
-    case B_INT16_TYPE:
-    case B_UINT16_TYPE:
-        return 2;
-    case B_INT32_TYPE:
-    case B_UINT32_TYPE:
-    case B_FLOAT_TYPE:
-    case B_RGB_COLOR_TYPE:
-        return 4;
-    case B_INT64_TYPE:
-    case B_UINT64_TYPE:
-    case B_DOUBLE_TYPE:
-        return 8;
-    case B_POINT_TYPE:
-        return sizeof(BPoint);
-    case B_RECT_TYPE:
-        return sizeof(BRect);
-    case B_POINTER_TYPE:
-    case B_OBJECT_TYPE:
+    if (IsAddressType(type))
         return sizeof(void*);
-    case B_MESSENGER_TYPE:
-        return sizeof(Address);
-    default:
-        return 0;
-    }
+    return VisitNumbers(type, size_t{0}, [](auto numbers) { return sizeof(numbers); });
 }
 
 bool IsFieldName(const char* name)

@@ -4,13 +4,14 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/messages/MessageText.h"
-#include "kits/support/TypeConstants.h"
+#include "kits/application/messages/ValueTypes.h"
 
 #include <QByteArray>
 #include <QCborStreamReader>
 
 #include <algorithm>
 #include <limits>
+#include <type_traits>
 
 namespace kits {
 
@@ -45,8 +46,6 @@ private:
     bool ReadValue(Field* field);
     template <class T> bool ReadInteger(T* value);
     template <class T> bool ReadNumber(T* value);
-    template <class T> bool ReadValueOf(Field* field);
-    template <class T> bool ReadArrayOf(Field* field, quint64 length);
 
     const MessageLimits fLimits;
     const qint64 fSize;
@@ -169,45 +168,23 @@ bool MessageReader::ReadField(BMessage* message, int32 depth)
 
 bool MessageReader::ReadValue(Field* field)
 {
-    switch (field->Type()) {
-    case B_BOOL_TYPE:
-        return ReadValueOf<bool>(field);
-    case B_INT8_TYPE:
-        return ReadValueOf<int8>(field);
-    case B_INT16_TYPE:
-        return ReadValueOf<int16>(field);
-    case B_INT32_TYPE:
-        return ReadValueOf<int32>(field);
-    case B_INT64_TYPE:
-        return ReadValueOf<int64>(field);
-    case B_UINT8_TYPE:
-        return ReadValueOf<uint8>(field);
-    case B_UINT16_TYPE:
-        return ReadValueOf<uint16>(field);
-    case B_UINT32_TYPE:
-        return ReadValueOf<uint32>(field);
-    case B_UINT64_TYPE:
-        return ReadValueOf<uint64>(field);
-    case B_FLOAT_TYPE:
-        return ReadValueOf<float>(field);
-    case B_DOUBLE_TYPE:
-        return ReadValueOf<double>(field);
-    case B_POINT_TYPE:
-        return ReadArrayOf<float>(field, 2);
-    case B_RECT_TYPE:
-        return ReadArrayOf<float>(field, 4);
-    case B_RGB_COLOR_TYPE:
-        return ReadArrayOf<uint8>(field, 4);
-    case B_MESSENGER_TYPE:
-        return ReadArrayOf<uint64>(field, 2);
-    case B_STRING_TYPE:
+    if (field->Type() == B_STRING_TYPE) {
         if (!ReadBytes(&fScratch) || fScratch.find('\0') != std::string::npos)
             return false;
         field->Add(fScratch.c_str(), fScratch.size() + 1);
         return true;
-    default:
-        return false;
     }
+    return VisitNumbers(field->Type(), false, [this, field](auto numbers) {
+        const bool isArray = numbers.size() > 1;
+        quint64 length = 1;
+        if (isArray && (!Enter(QCborStreamReader::Array, &length) || length != numbers.size()))
+            return false;
+        for (auto& number : numbers)
+            if (!ReadNumber(&number))
+                return false;
+        field->Add(&numbers, sizeof(numbers));
+        return !isArray || Leave();
+    });
 }
 
 template <class T> bool MessageReader::ReadInteger(T* value)
@@ -236,42 +213,18 @@ template <class T> bool MessageReader::ReadNumber(T* value)
         if (!fReader.isBool())
             return false;
         *value = fReader.toBool();
-        return fReader.next(1);
     } else if constexpr (std::is_same_v<T, float>) {
         if (!fReader.isFloat())
             return false;
         *value = fReader.toFloat();
-        return fReader.next(1);
     } else if constexpr (std::is_same_v<T, double>) {
         if (!fReader.isDouble())
             return false;
         *value = fReader.toDouble();
-        return fReader.next(1);
     } else {
         return ReadInteger(value);
     }
-}
-
-template <class T> bool MessageReader::ReadValueOf(Field* field)
-{
-    T value;
-    if (!ReadNumber(&value))
-        return false;
-    field->Add(&value, sizeof(value));
-    return true;
-}
-
-template <class T> bool MessageReader::ReadArrayOf(Field* field, quint64 length)
-{
-    T values[4];
-    quint64 found;
-    if (!Enter(QCborStreamReader::Array, &found) || found != length)
-        return false;
-    for (quint64 i = 0; i < length; ++i)
-        if (!ReadNumber(&values[i]))
-            return false;
-    field->Add(values, sizeof(T) * length);
-    return Leave();
+    return fReader.next(1);
 }
 
 uint32 FourByteIntegerIn(std::string_view bytes)

@@ -27,7 +27,7 @@ std::string_view TextIn(const void* data, size_t size)
     {                                                                                                                  \
         return AddBytes(name, kType, &value, sizeof(value), true);                                                     \
     }                                                                                                                  \
-    status_t BMessage::Find##Name(const char* name, int32 index, Value* value) const                                   \
+    status_t BMessage::Find##Name(const char* name, Value* value, int32 index) const                                   \
     {                                                                                                                  \
         return FindBytes(name, kType, index, value, sizeof(Value));                                                    \
     }
@@ -40,6 +40,7 @@ KITS_PLAIN_VALUE(Float, float, B_FLOAT_TYPE)
 KITS_PLAIN_VALUE(Double, double, B_DOUBLE_TYPE)
 KITS_PLAIN_VALUE(Point, BPoint, B_POINT_TYPE)
 KITS_PLAIN_VALUE(Rect, BRect, B_RECT_TYPE)
+KITS_PLAIN_VALUE(Pointer, void*, B_POINTER_TYPE)
 
 #undef KITS_PLAIN_VALUE
 
@@ -51,7 +52,7 @@ status_t BMessage::AddBool(const char* name, bool value)
     return AddBytes(name, B_BOOL_TYPE, &byte, 1, true);
 }
 
-status_t BMessage::FindBool(const char* name, int32 index, bool* value) const
+status_t BMessage::FindBool(const char* name, bool* value, int32 index) const
 {
     uint8 byte;
     const status_t status = value == nullptr ? B_BAD_VALUE : FindBytes(name, B_BOOL_TYPE, index, &byte, 1);
@@ -72,7 +73,7 @@ status_t BMessage::AddString(const char* name, const std::string& value)
     return AddString(name, value.c_str());
 }
 
-status_t BMessage::FindString(const char* name, int32 index, const char** value) const
+status_t BMessage::FindString(const char* name, const char** value, int32 index) const
 {
     const Field* field;
     const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_STRING_TYPE, index, &field);
@@ -81,23 +82,13 @@ status_t BMessage::FindString(const char* name, int32 index, const char** value)
     return status;
 }
 
-status_t BMessage::FindString(const char* name, int32 index, std::string* value) const
+status_t BMessage::FindString(const char* name, std::string* value, int32 index) const
 {
     const char* text;
-    const status_t status = value == nullptr ? B_BAD_VALUE : FindString(name, index, &text);
+    const status_t status = value == nullptr ? B_BAD_VALUE : FindString(name, &text, index);
     if (status == B_OK)
         *value = text;
     return status;
-}
-
-status_t BMessage::AddPointer(const char* name, const void* value)
-{
-    return AddBytes(name, B_POINTER_TYPE, &value, sizeof(value), true);
-}
-
-status_t BMessage::FindPointer(const char* name, int32 index, void** value) const
-{
-    return FindBytes(name, B_POINTER_TYPE, index, value, sizeof(*value));
 }
 
 status_t BMessage::AddMessage(const char* name, const BMessage* value)
@@ -115,7 +106,7 @@ status_t BMessage::AddMessage(const char* name, const BMessage* value)
     return B_OK;
 }
 
-status_t BMessage::FindMessage(const char* name, int32 index, BMessage* value) const
+status_t BMessage::FindMessage(const char* name, BMessage* value, int32 index) const
 {
     const Field* field;
     const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_MESSAGE_TYPE, index, &field);
@@ -124,7 +115,7 @@ status_t BMessage::FindMessage(const char* name, int32 index, BMessage* value) c
     return status;
 }
 
-status_t BMessage::ReplaceMessage(const char* name, int32 index, const BMessage* value)
+status_t BMessage::ReplaceMessage(const char* name, const BMessage* value, int32 index)
 {
     const Field* field;
     const status_t status = value == nullptr ? B_BAD_VALUE : FindField(name, B_MESSAGE_TYPE, index, &field);
@@ -147,7 +138,7 @@ status_t BMessage::AddFlat(const char* name, const BFlattenable* object)
     return status == B_OK ? AddData(name, object->TypeCode(), bytes.data(), size, object->IsFixedSize()) : status;
 }
 
-status_t BMessage::FindFlat(const char* name, int32 index, BFlattenable* object) const
+status_t BMessage::FindFlat(const char* name, BFlattenable* object, int32 index) const
 {
     const Field* field;
     const status_t status = object == nullptr ? B_BAD_VALUE : FindField(name, B_ANY_TYPE, index, &field);
@@ -175,7 +166,7 @@ status_t BMessage::AddData(const char* name, type_code type, const void* data, s
     return AddBytes(name, type, data, size, fixedSize || knownSize != 0, numItems);
 }
 
-status_t BMessage::FindData(const char* name, type_code type, int32 index, const void** data, ssize_t* numBytes) const
+status_t BMessage::FindData(const char* name, type_code type, const void** data, ssize_t* numBytes, int32 index) const
 {
     if (data == nullptr)
         return B_BAD_VALUE;
@@ -192,7 +183,7 @@ status_t BMessage::FindData(const char* name, type_code type, int32 index, const
     return B_OK;
 }
 
-status_t BMessage::ReplaceData(const char* name, type_code type, int32 index, const void* data, ssize_t numBytes)
+status_t BMessage::ReplaceData(const char* name, type_code type, const void* data, ssize_t numBytes, int32 index)
 {
     if (data == nullptr || numBytes < 0)
         return B_BAD_VALUE;

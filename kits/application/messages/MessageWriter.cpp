@@ -5,22 +5,16 @@
 #include "kits/application/messages/MessageFormat.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/messages/MessageText.h"
-#include "kits/support/TypeConstants.h"
+#include "kits/application/messages/ValueTypes.h"
 
 #include <cstring>
+#include <type_traits>
 
 namespace kits {
 
 namespace {
 
 using Field = MessageAccess::Field;
-
-template <class T> T ValueIn(std::string_view bytes)
-{
-    T value;
-    memcpy(&value, bytes.data(), sizeof(value));
-    return value;
-}
 
 class MessageWriter {
 public:
@@ -39,7 +33,7 @@ private:
     void WriteCode(uint32 code);
     void WriteField(const Field& field);
     void WriteValue(type_code type, std::string_view value);
-    template <class T> void WriteArray(std::string_view value);
+    template <class T> void WriteNumber(T number);
 
     const MessageLimits fLimits;
     CborWriter fWriter;
@@ -113,51 +107,33 @@ void MessageWriter::WriteField(const Field& field)
 
 void MessageWriter::WriteValue(type_code type, std::string_view value)
 {
-    switch (type) {
-    case B_BOOL_TYPE:
-        return fWriter.AddBool(value[0] != 0);
-    case B_INT8_TYPE:
-        return fWriter.AddInteger(ValueIn<int8>(value));
-    case B_INT16_TYPE:
-        return fWriter.AddInteger(ValueIn<int16>(value));
-    case B_INT32_TYPE:
-        return fWriter.AddInteger(ValueIn<int32>(value));
-    case B_INT64_TYPE:
-        return fWriter.AddInteger(ValueIn<int64>(value));
-    case B_UINT8_TYPE:
-        return fWriter.AddUnsigned(ValueIn<uint8>(value));
-    case B_UINT16_TYPE:
-        return fWriter.AddUnsigned(ValueIn<uint16>(value));
-    case B_UINT32_TYPE:
-        return fWriter.AddUnsigned(ValueIn<uint32>(value));
-    case B_UINT64_TYPE:
-        return fWriter.AddUnsigned(ValueIn<uint64>(value));
-    case B_FLOAT_TYPE:
-        return fWriter.AddFloat(ValueIn<float>(value));
-    case B_DOUBLE_TYPE:
-        return fWriter.AddDouble(ValueIn<double>(value));
-    case B_POINT_TYPE:
-    case B_RECT_TYPE:
-        return WriteArray<float>(value);
-    case B_RGB_COLOR_TYPE:
-        return WriteArray<uint8>(value);
-    case B_MESSENGER_TYPE:
-        return WriteArray<uint64>(value);
-    case B_STRING_TYPE:
+    if (type == B_STRING_TYPE)
         return WriteText(value.substr(0, value.size() - 1));
-    default:
-        return fWriter.AddBytes(value);
-    }
+    // Any byte may stand for true.
+    if (type == B_BOOL_TYPE)
+        return fWriter.AddBool(value[0] != 0);
+    const bool isOfNumbers = VisitNumbers(type, false, [this, value](auto numbers) {
+        memcpy(&numbers, value.data(), sizeof(numbers));
+        if (numbers.size() > 1)
+            fWriter.StartArray(numbers.size());
+        for (const auto number : numbers)
+            WriteNumber(number);
+        return true;
+    });
+    if (!isOfNumbers)
+        fWriter.AddBytes(value);
 }
 
-template <class T> void MessageWriter::WriteArray(std::string_view value)
+template <class T> void MessageWriter::WriteNumber(T number)
 {
-    fWriter.StartArray(value.size() / sizeof(T));
-    for (; !value.empty(); value.remove_prefix(sizeof(T)))
-        if constexpr (std::is_integral_v<T>)
-            fWriter.AddUnsigned(ValueIn<T>(value));
-        else
-            fWriter.AddFloat(ValueIn<T>(value));
+    if constexpr (std::is_same_v<T, float>)
+        fWriter.AddFloat(number);
+    else if constexpr (std::is_same_v<T, double>)
+        fWriter.AddDouble(number);
+    else if constexpr (std::is_signed_v<T>)
+        fWriter.AddInteger(number);
+    else
+        fWriter.AddUnsigned(number);
 }
 
 /// Writes a CBOR integer in the four-byte form, whatever its value.

@@ -33,7 +33,7 @@ rgb_color ColorOf(const BView& view, int32 which)
     BMessage archive;
     int32 word = 0;
     EXPECT_EQ(view.Archive(&archive, false), B_OK);
-    EXPECT_EQ(archive.FindInt32("_color", which, &word), B_OK);
+    EXPECT_EQ(archive.FindInt32("_color", &word, which), B_OK);
     const auto bits = static_cast<uint32>(word);
     return make_color(static_cast<uint8>(bits >> 16), static_cast<uint8>(bits >> 8), static_cast<uint8>(bits));
 }

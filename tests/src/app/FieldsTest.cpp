@@ -14,6 +14,7 @@
 #include "tests/src/app/AppTest.h"
 #include "tests/src/app/AppWindows.h"
 #include "tests/support/DeclaredField.h"
+#include "tests/support/FieldAt.h"
 #include "tests/support/GuiTest.h"
 
 #include <cmath>
@@ -144,23 +145,23 @@ std::vector<double> NumbersOf(const BMessage& message, const char* name, type_co
     BPoint point;
     BRect rect;
     const char* text = nullptr;
-    if (message.FindInt16(name, index, &small) == B_OK)
+    if (message.FindInt16(name, &small, index) == B_OK)
         return {static_cast<double>(small)};
-    if (message.FindInt32(name, index, &number) == B_OK)
+    if (message.FindInt32(name, &number, index) == B_OK)
         return {static_cast<double>(number)};
-    if (message.FindInt64(name, index, &large) == B_OK)
+    if (message.FindInt64(name, &large, index) == B_OK)
         return {static_cast<double>(large)};
-    if (message.FindFloat(name, index, &broken) == B_OK)
+    if (message.FindFloat(name, &broken, index) == B_OK)
         return {static_cast<double>(broken)};
-    if (message.FindPoint(name, index, &point) == B_OK)
+    if (message.FindPoint(name, &point, index) == B_OK)
         return {static_cast<double>(point.x), static_cast<double>(point.y)};
-    if (message.FindRect(name, index, &rect) == B_OK)
+    if (message.FindRect(name, &rect, index) == B_OK)
         return {static_cast<double>(rect.Width()), static_cast<double>(rect.Height())};
-    if (message.FindString(name, index, &text) == B_OK)
+    if (message.FindString(name, &text, index) == B_OK)
         return {static_cast<double>(std::strlen(text))};
     const void* data = nullptr;
     ssize_t size = 0;
-    if ((type == B_RAW_TYPE || type == B_MIME_TYPE) && message.FindData(name, type, index, &data, &size) == B_OK)
+    if ((type == B_RAW_TYPE || type == B_MIME_TYPE) && message.FindData(name, type, &data, &size, index) == B_OK)
         return {static_cast<double>(size)};
     return {};
 }
@@ -171,7 +172,7 @@ void ExpectInRange(const BMessage& archive, const std::string& where)
     const char* name = nullptr;
     type_code type = 0;
     int32 count = 0;
-    for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &name, &type, &count) == B_OK; i++) {
+    for (int32 i = 0; test::FieldAt(archive, B_ANY_TYPE, i, &name, &type, &count); i++) {
         const AnyField* const field = test::DeclaredField(name);
         if (field == nullptr)
             continue;
@@ -179,7 +180,7 @@ void ExpectInRange(const BMessage& archive, const std::string& where)
         EXPECT_LE(count, field->Most()) << where << ", " << name;
         BMessage inner;
         for (int32 index = 0; index < count; index++) {
-            if (archive.FindMessage(name, index, &inner) == B_OK)
+            if (archive.FindMessage(name, &inner, index) == B_OK)
                 ExpectInRange(inner, where);
             for (const double number : NumbersOf(archive, name, type, index))
                 EXPECT_TRUE(field->InRange(number)) << where << ", " << name << ": " << number;
@@ -327,7 +328,7 @@ int WalkThrough(const BMessage& archive, const std::string& where)
     const char* name = nullptr;
     type_code type = 0;
     int32 count = 0;
-    for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &name, &type, &count) == B_OK; i++) {
+    for (int32 i = 0; test::FieldAt(archive, B_ANY_TYPE, i, &name, &type, &count); i++) {
         fields++;
         const AnyField* const field = test::DeclaredField(name);
         if (field == nullptr)
@@ -335,7 +336,7 @@ int WalkThrough(const BMessage& archive, const std::string& where)
         else
             EXPECT_EQ(field->Type(), type) << where << ": " << name;
         BMessage inner;
-        for (int32 index = 0; archive.FindMessage(name, index, &inner) == B_OK; index++)
+        for (int32 index = 0; archive.FindMessage(name, &inner, index) == B_OK; index++)
             fields += WalkThrough(inner, where + "/" + name);
     }
     return fields;

@@ -37,7 +37,7 @@ std::vector<std::string> Classes(const BMessage& archive)
 {
     std::vector<std::string> classes;
     const char* name = nullptr;
-    for (int32 i = 0; archive.FindString("class", i, &name) == B_OK; ++i)
+    for (int32 i = 0; archive.FindString("class", &name, i) == B_OK; ++i)
         classes.emplace_back(name);
     return classes;
 }

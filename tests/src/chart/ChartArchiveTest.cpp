@@ -23,7 +23,7 @@ rgb_color StoredColor(const BMessage& message, const char* key, int32 index = 0)
 {
     const void* bytes = nullptr;
     ssize_t size = 0;
-    EXPECT_EQ(message.FindData(key, B_RAW_TYPE, index, &bytes, &size), B_OK) << key;
+    EXPECT_EQ(message.FindData(key, B_RAW_TYPE, &bytes, &size, index), B_OK) << key;
     EXPECT_EQ(size, 4);
     const auto* channels = static_cast<const uint8*>(bytes);
     return {channels[0], channels[1], channels[2], channels[3]};
@@ -243,7 +243,7 @@ TEST(ChartArchiveTest, AReplicantsArchiveNamesItsClassAndProgram)
     ASSERT_EQ(archive.FindString("add_on", &text), B_OK);
     EXPECT_STREQ(text, "application/x-vnd.kvt-Qel");
     bool named = false;
-    for (int32 i = 0; archive.FindString("class", i, &text) == B_OK; i++)
+    for (int32 i = 0; archive.FindString("class", &text, i) == B_OK; i++)
         named = named || std::string(text) == "ChartView";
     EXPECT_TRUE(named);
     EXPECT_FALSE(archive.HasData("_views", B_MESSAGE_TYPE));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "src/chart/ChartSettings.h"
 
+#include "tests/support/FieldAt.h"
+
 #include <gtest/gtest.h>
 
 // The settings that a chart writes to messages, and those that it accepts from them.
@@ -14,7 +16,7 @@ std::string Fields(const BMessage& message)
     const char* name = nullptr;
     int32 count = 0;
     type_code type = B_ANY_TYPE;
-    for (int32 i = 0; message.GetInfo(B_ANY_TYPE, i, &name, &type, &count) == B_OK; i++)
+    for (int32 i = 0; test::FieldAt(message, B_ANY_TYPE, i, &name, &type, &count); i++)
         names += (names.empty() ? "" : " ") + std::string(name) + (count > 1 ? "*" + std::to_string(count) : "");
     return names;
 }

@@ -11,6 +11,7 @@
 #include "src/desktop/ReplicantWindow.h"
 #include "src/support/Qel.h"
 #include "tests/support/DeclaredField.h"
+#include "tests/support/FieldAt.h"
 #include "tests/support/ReplaceValue.h"
 
 #include <QApplication>
@@ -239,7 +240,7 @@ TEST_F(DesktopAppTest, EverythingThatIsStoredIsDeclared)
     const std::function<void(const BMessage&)> walk = [&](const BMessage& archive) {
         const char* key = nullptr;
         type_code type = 0;
-        for (int32 i = 0; archive.GetInfo(B_ANY_TYPE, i, &key, &type, nullptr) == B_OK; i++) {
+        for (int32 i = 0; test::FieldAt(archive, B_ANY_TYPE, i, &key, &type, nullptr); i++) {
             fields++;
             const kits::AnyField* const field = test::DeclaredField(key);
             ASSERT_NE(field, nullptr) << key << " is not declared";

@@ -112,8 +112,8 @@ TEST(PlacesTest, RememberTheLastArrangementsOnly)
     BMessage saved;
     places.SaveTo(&saved);
     BMessage place;
-    EXPECT_EQ(saved.FindMessage("Place", Places::kMost - 1, &place), B_OK);
-    EXPECT_NE(saved.FindMessage("Place", Places::kMost, &place), B_OK);
+    EXPECT_EQ(saved.FindMessage("Place", &place, Places::kMost - 1), B_OK);
+    EXPECT_NE(saved.FindMessage("Place", &place, Places::kMost), B_OK);
 }
 
 TEST(PlacesTest, LeaveOutWhatIsNoPlace)

@@ -9,6 +9,7 @@
 #include "src/support/ui/ColorPreView.h"
 #include "src/support/ui/SmartColorControl.h"
 #include "tests/src/pages/PageTest.h"
+#include "tests/support/FieldAt.h"
 
 #include <gtest/gtest.h>
 
@@ -74,7 +75,7 @@ protected:
         std::vector<std::string> names;
         const char* name = nullptr;
         type_code type;
-        for (int32 i = 0; one.GetInfo(B_ANY_TYPE, i, &name, &type) == B_OK; i++) {
+        for (int32 i = 0; test::FieldAt(one, B_ANY_TYPE, i, &name, &type); i++) {
             BMessage left;
             BMessage right;
             Only(one, name, &left);
@@ -96,7 +97,7 @@ private:
         *copy = message;
         const char* found = nullptr;
         type_code type;
-        for (int32 i = 0; copy->GetInfo(B_ANY_TYPE, i, &found, &type) == B_OK;)
+        for (int32 i = 0; test::FieldAt(*copy, B_ANY_TYPE, i, &found, &type);)
             if (std::strcmp(found, name) == 0)
                 i++;
             else

@@ -3,6 +3,7 @@
 
 #include "kits/support/TypeConstants.h"
 #include "tests/src/sampling/Ghosts.h"
+#include "tests/support/FieldAt.h"
 
 #include <gtest/gtest.h>
 
@@ -307,7 +308,7 @@ TEST(ValueProvider, Archives)
     EXPECT_EQ(archive.CountNames(B_ANY_TYPE), 2);
     const char* first = nullptr;
     type_code type;
-    ASSERT_EQ(archive.GetInfo(B_ANY_TYPE, 0, &first, &type), B_OK);
+    ASSERT_TRUE(test::FieldAt(archive, B_ANY_TYPE, 0, &first, &type));
     EXPECT_STREQ(first, "Flags");
 
     const ValueProvider provider(&archive);

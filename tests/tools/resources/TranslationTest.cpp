@@ -20,15 +20,15 @@ TEST(Translation, HasWhatIsFinished)
                           "</context></TS>",
                           &message, &error));
     const char* text = nullptr;
-    ASSERT_EQ(message.FindString("source", 0, &text), B_OK);
+    ASSERT_EQ(message.FindString("source", &text, 0), B_OK);
     EXPECT_STREQ(text, "Cut & paste");
-    ASSERT_EQ(message.FindString("text", 0, &text), B_OK);
+    ASSERT_EQ(message.FindString("text", &text, 0), B_OK);
     EXPECT_STREQ(text, "\xc3\x84");
-    ASSERT_EQ(message.FindString("source", 1, &text), B_OK);
+    ASSERT_EQ(message.FindString("source", &text, 1), B_OK);
     EXPECT_STREQ(text, "f");
-    ASSERT_EQ(message.FindString("text", 1, &text), B_OK);
+    ASSERT_EQ(message.FindString("text", &text, 1), B_OK);
     EXPECT_STREQ(text, "g\th");
-    EXPECT_NE(message.FindString("source", 2, &text), B_OK);
+    EXPECT_NE(message.FindString("source", &text, 2), B_OK);
 }
 
 TEST(Translation, SaysWhereAFileIsBroken)

@@ -66,7 +66,7 @@ bool SettingsDesktop::Paint(rgb_color color, const BMessage& kept)
     fPainted = color;
     std::string key;
     bool isColor = false;
-    for (int32 i = 0; kept.FindString(kKey, i, &key) == B_OK && kept.FindBool(kKind, i, &isColor) == B_OK; i++)
+    for (int32 i = 0; kept.FindString(kKey, &key, i) == B_OK && kept.FindBool(kKind, &isColor, i) == B_OK; i++)
         if ((isColor || isFirst) && !Set(key, isColor ? FormatColor(color) : PlainStyle(key)))
             return false;
     return true;
@@ -96,8 +96,8 @@ bool SettingsDesktop::Restore(const BMessage& kept)
         std::string key;
         std::string value;
         bool isSet = false;
-        if (kept.FindString(kKey, i, &key) != B_OK || kept.FindBool(kIsSet, i, &isSet) != B_OK ||
-            kept.FindString(kValue, i, &value) != B_OK)
+        if (kept.FindString(kKey, &key, i) != B_OK || kept.FindBool(kIsSet, &isSet, i) != B_OK ||
+            kept.FindString(kValue, &value, i) != B_OK)
             continue;
         const auto now = std::find_if(settings->begin(), settings->end(),
                                       [&](const Setting& setting) { return setting.key == key; });

@@ -8,6 +8,7 @@
 #include "kits/support/Rect.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/FieldAt.h"
 #include "tests/support/ReplaceValue.h"
 
 #include <gtest/gtest.h>
@@ -50,12 +51,11 @@ public:
     struct Name##Values {                                                                                              \
         using Value = Type;                                                                                            \
         static status_t Add(BMessage& m, const char* n, Value v) { return m.Add##Name(n, v); }                         \
-        static status_t Find(BMessage& m, const char* n, Value* v) { return m.Find##Name(n, v); }                      \
-        static status_t Find(BMessage& m, const char* n, int32 i, Value* v) { return m.Find##Name(n, i, v); }          \
+        static status_t Find(BMessage& m, const char* n, Value* v, int32 i = 0) { return m.Find##Name(n, v, i); }      \
         static bool Has(BMessage& m, const char* n, int32 i = 0)                                                       \
         {                                                                                                              \
             Value value{};                                                                                             \
-            return m.Find##Name(n, i, &value) == B_OK;                                                                 \
+            return m.Find##Name(n, &value, i) == B_OK;                                                                 \
         }                                                                                                              \
         static Value First() { return kFirst; }                                                                        \
         static Value Second() { return kSecond; }                                                                      \
@@ -95,7 +95,7 @@ TYPED_TEST(MessageValues, AreFoundAsTheyWereAdded)
     typename V::Value value{};
     EXPECT_EQ(V::Find(message, "field", &value), B_OK);
     EXPECT_EQ(value, V::First());
-    EXPECT_EQ(V::Find(message, "field", 1, &value), B_OK);
+    EXPECT_EQ(V::Find(message, "field", &value, 1), B_OK);
     EXPECT_EQ(value, V::Second());
     EXPECT_TRUE(V::Has(message, "field"));
     EXPECT_TRUE(V::Has(message, "field", 1));
@@ -110,8 +110,8 @@ TYPED_TEST(MessageValues, FailWithoutTouchingTheResult)
     ASSERT_EQ(V::Add(message, "field", V::First()), B_OK);
     typename V::Value value = V::Second();
     EXPECT_EQ(V::Find(message, "other", &value), B_NAME_NOT_FOUND);
-    EXPECT_EQ(V::Find(message, "field", 1, &value), B_BAD_INDEX);
-    EXPECT_EQ(V::Find(message, "field", -1, &value), B_BAD_INDEX);
+    EXPECT_EQ(V::Find(message, "field", &value, 1), B_BAD_INDEX);
+    EXPECT_EQ(V::Find(message, "field", &value, -1), B_BAD_INDEX);
     EXPECT_EQ(V::Find(message, nullptr, &value), B_BAD_VALUE);
     EXPECT_EQ(V::Find(message, "field", static_cast<typename V::Value*>(nullptr)), B_BAD_VALUE);
     EXPECT_EQ(V::Add(message, nullptr, V::First()), B_BAD_VALUE);
@@ -168,15 +168,15 @@ TEST(Message, TellsItsFieldsInTheirOrder)
     EXPECT_EQ(message.GetInfo(nullptr, &type, &count), B_BAD_VALUE);
 
     const char* name = nullptr;
-    EXPECT_EQ(message.GetInfo(B_ANY_TYPE, 1, &name, &type, &count), B_OK);
+    EXPECT_TRUE(test::FieldAt(message, B_ANY_TYPE, 1, &name, &type, &count));
     EXPECT_STREQ(name, "a");
     EXPECT_EQ(type, type_code(B_STRING_TYPE));
     EXPECT_EQ(count, 1);
-    EXPECT_EQ(message.GetInfo(B_INT32_TYPE, 1, &name, &type, &count), B_OK);
+    EXPECT_TRUE(test::FieldAt(message, B_INT32_TYPE, 1, &name, &type, &count));
     EXPECT_STREQ(name, "c");
     EXPECT_EQ(count, 2);
-    EXPECT_EQ(message.GetInfo(B_INT32_TYPE, 2, &name, &type, &count), B_BAD_INDEX);
-    EXPECT_EQ(message.GetInfo(B_ANY_TYPE, -1, &name, &type, &count), B_BAD_INDEX);
+    EXPECT_FALSE(test::FieldAt(message, B_INT32_TYPE, 2, &name, &type, &count));
+    EXPECT_FALSE(test::FieldAt(message, B_ANY_TYPE, -1, &name, &type, &count));
 }
 
 TEST(Message, RemovesValuesAndFields)
@@ -190,15 +190,15 @@ TEST(Message, RemovesValuesAndFields)
     EXPECT_EQ(message.RemoveData("texts", 1), B_OK);
     EXPECT_EQ(message.RemoveData("texts"), B_OK);
     const char* text;
-    EXPECT_EQ(message.FindString("texts", 0, &text), B_OK);
+    EXPECT_EQ(message.FindString("texts", &text, 0), B_OK);
     EXPECT_STREQ(text, "");
-    EXPECT_EQ(message.FindString("texts", 1, &text), B_OK);
+    EXPECT_EQ(message.FindString("texts", &text, 1), B_OK);
     EXPECT_STREQ(text, "dddd");
     EXPECT_EQ(message.RemoveData("texts"), B_OK);
-    EXPECT_EQ(message.FindString("texts", 0, &text), B_OK);
+    EXPECT_EQ(message.FindString("texts", &text, 0), B_OK);
     EXPECT_STREQ(text, "dddd");
     EXPECT_EQ(message.AddString("texts", "e"), B_OK);
-    EXPECT_EQ(message.FindString("texts", 1, &text), B_OK);
+    EXPECT_EQ(message.FindString("texts", &text, 1), B_OK);
     EXPECT_STREQ(text, "e");
     EXPECT_EQ(message.RemoveData("texts"), B_OK);
     EXPECT_EQ(message.RemoveData("texts"), B_OK);
@@ -235,7 +235,7 @@ std::string DataIn(const BMessage& message, const char* name, int32 index)
 {
     const void* data = nullptr;
     ssize_t size = 0;
-    EXPECT_EQ(message.FindData(name, B_RAW_TYPE, index, &data, &size), B_OK);
+    EXPECT_EQ(message.FindData(name, B_RAW_TYPE, &data, &size, index), B_OK);
     return {static_cast<const char*>(data), static_cast<size_t>(size)};
 }
 
@@ -269,7 +269,7 @@ TEST(Message, ReplacesDataWhateverItsLength)
         BMessage many;
         for (const char* value : {"aa", "bb", "cc"})
             EXPECT_EQ(many.AddData("many", B_RAW_TYPE, value, 2), B_OK);
-        EXPECT_EQ(many.ReplaceData("many", B_RAW_TYPE, index, "longer", 6), B_OK);
+        EXPECT_EQ(many.ReplaceData("many", B_RAW_TYPE, "longer", 6, index), B_OK);
         EXPECT_EQ(many.AddData("many", B_RAW_TYPE, "d", 1), B_OK);
         for (const BMessage& either : {many, Reread(many)}) {
             EXPECT_EQ(DataIn(either, "many", 0), index == 0 ? "longer" : "aa");
@@ -291,24 +291,24 @@ TEST(Message, HoldsDataOfFixedSizeToTheFirstOne)
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "de", 2), B_BAD_VALUE);
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "de", 2, false), B_BAD_VALUE);
     EXPECT_EQ(message.AddData("fixed", B_RAW_TYPE, "def", 3), B_OK);
-    EXPECT_EQ(message.ReplaceData("fixed", B_RAW_TYPE, 1, "ghi", 3), B_OK);
+    EXPECT_EQ(message.ReplaceData("fixed", B_RAW_TYPE, "ghi", 3, 1), B_OK);
 
     EXPECT_EQ(message.AddData("any", B_RAW_TYPE, "abc", 3, false), B_OK);
     EXPECT_EQ(message.AddData("any", B_RAW_TYPE, "", 0), B_OK);
     EXPECT_EQ(message.AddData("any", B_RAW_TYPE, "de", 2), B_OK);
-    EXPECT_EQ(message.ReplaceData("any", B_RAW_TYPE, 0, "four", 4), B_OK);
+    EXPECT_EQ(message.ReplaceData("any", B_RAW_TYPE, "four", 4, 0), B_OK);
 
     const void* data = nullptr;
     ssize_t size = 0;
-    EXPECT_EQ(message.FindData("fixed", B_RAW_TYPE, 1, &data, &size), B_OK);
+    EXPECT_EQ(message.FindData("fixed", B_RAW_TYPE, &data, &size, 1), B_OK);
     EXPECT_EQ(std::string(static_cast<const char*>(data), static_cast<size_t>(size)), "ghi");
-    EXPECT_EQ(message.FindData("any", B_ANY_TYPE, 0, &data, &size), B_OK);
+    EXPECT_EQ(message.FindData("any", B_ANY_TYPE, &data, &size, 0), B_OK);
     EXPECT_EQ(std::string(static_cast<const char*>(data), static_cast<size_t>(size)), "four");
-    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, 1, &data, &size), B_OK);
+    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, &data, &size, 1), B_OK);
     EXPECT_EQ(size, 0);
-    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, 2, &data, &size), B_OK);
+    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, &data, &size, 2), B_OK);
     EXPECT_EQ(std::string(static_cast<const char*>(data), static_cast<size_t>(size)), "de");
-    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, 2, &data, nullptr), B_OK);
+    EXPECT_EQ(message.FindData("any", B_RAW_TYPE, &data, nullptr, 2), B_OK);
 }
 
 TEST(Message, HoldsDataOfAKnownTypeToItsSize)
@@ -334,11 +334,11 @@ TEST(Message, EndsStringsThatAreAddedAsData)
     EXPECT_EQ(message.AddData("text", B_STRING_TYPE, "abc\0def", 8), B_OK);
     EXPECT_EQ(message.AddData("text", B_STRING_TYPE, "", 0), B_OK);
     const char* text;
-    EXPECT_EQ(message.FindString("text", 0, &text), B_OK);
+    EXPECT_EQ(message.FindString("text", &text, 0), B_OK);
     EXPECT_STREQ(text, "ab");
-    EXPECT_EQ(message.FindString("text", 1, &text), B_OK);
+    EXPECT_EQ(message.FindString("text", &text, 1), B_OK);
     EXPECT_STREQ(text, "abc");
-    EXPECT_EQ(message.FindString("text", 2, &text), B_OK);
+    EXPECT_EQ(message.FindString("text", &text, 2), B_OK);
     EXPECT_STREQ(text, "");
     EXPECT_EQ(message.ReplaceData("text", B_STRING_TYPE, "xyz", 2), B_OK);
     EXPECT_EQ(message.FindString("text", &text), B_OK);
@@ -383,7 +383,7 @@ TEST(Message, KeepsMessagesWithTheirPointers)
     EXPECT_EQ(message.AddMessage("message", &inner), B_OK);
     BMessage found('keep');
     found.AddInt32("old", 1);
-    EXPECT_EQ(message.FindMessage("message", 2, &found), B_BAD_INDEX);
+    EXPECT_EQ(message.FindMessage("message", &found, 2), B_BAD_INDEX);
     EXPECT_EQ(found.what, uint32('keep'));
     EXPECT_EQ(message.FindMessage("message", &found), B_OK);
     EXPECT_EQ(found.what, uint32('innr'));
@@ -391,8 +391,8 @@ TEST(Message, KeepsMessagesWithTheirPointers)
     void* pointer = nullptr;
     EXPECT_EQ(found.FindPointer("pointer", &pointer), B_OK);
     EXPECT_EQ(pointer, &inner);
-    EXPECT_EQ(message.ReplaceMessage("message", 1, &found), B_OK);
-    EXPECT_EQ(message.FindMessage("message", 1, &found), B_OK);
+    EXPECT_EQ(message.ReplaceMessage("message", &found, 1), B_OK);
+    EXPECT_EQ(message.FindMessage("message", &found, 1), B_OK);
     EXPECT_EQ(found.what, uint32('innr'));
     EXPECT_EQ(message.RemoveData("message"), B_OK);
     EXPECT_TRUE(message.HasData("message", B_MESSAGE_TYPE));
@@ -408,8 +408,8 @@ TEST(Message, MayBePutIntoItself)
     message.AddInt32("number", 7);
     EXPECT_EQ(message.AddMessage("self", &message), B_OK);
     EXPECT_EQ(message.AddMessage("self", &message), B_OK);
-    EXPECT_EQ(message.ReplaceMessage("self", 0, &message), B_OK);
-    EXPECT_EQ(message.FindMessage("self", 1, &message), B_OK);
+    EXPECT_EQ(message.ReplaceMessage("self", &message, 0), B_OK);
+    EXPECT_EQ(message.FindMessage("self", &message, 1), B_OK);
     EXPECT_EQ(message.what, uint32('self'));
     BMessage inner;
     EXPECT_EQ(message.FindMessage("self", &inner), B_OK);
@@ -426,7 +426,7 @@ TEST(Message, KeepsFlattenableObjects)
     EXPECT_EQ(message.AddFlat("stamp", &second), B_OK);
     EXPECT_EQ(message.AddData("stamp", 'STMP', "xy", 2), B_BAD_VALUE);
     Stamp found;
-    EXPECT_EQ(message.FindFlat("stamp", 1, &found), B_OK);
+    EXPECT_EQ(message.FindFlat("stamp", &found, 1), B_OK);
     EXPECT_EQ(found.value, 2u);
     EXPECT_EQ(message.FindFlat("stamp", &found), B_OK);
     EXPECT_EQ(found.value, 1u);

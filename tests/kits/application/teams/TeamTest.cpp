@@ -245,7 +245,7 @@ TEST_F(TeamTest, SendsOneMessageToManyHandlers)
     const BMessage reply = Ask(application, many);
     std::vector<BMessenger> targets = {BMessenger(fLooper), BMessenger(), BMessenger(fLooper)};
     BMessenger target;
-    for (int32 i = 0; reply.FindMessenger("messenger", i, &target) == B_OK; ++i)
+    for (int32 i = 0; reply.FindMessenger("messenger", &target, i) == B_OK; ++i)
         targets.push_back(target);
     ASSERT_EQ(targets.size(), 1503u);
     const BMessage tick = Tick(5);

@@ -180,7 +180,7 @@ TEST_F(ListViewTest, SeveralCanBeSelectedWhereThatIsAllowed)
     test::Turn();
     ASSERT_EQ(fWindow->heard.size(), 1u);
     int32 index = 0;
-    EXPECT_EQ(fWindow->heard[0].FindInt32("index", 1, &index), B_OK);
+    EXPECT_EQ(fWindow->heard[0].FindInt32("index", &index, 1), B_OK);
     EXPECT_EQ(index, 3);
 }
 

@@ -43,7 +43,7 @@ std::vector<BMessage> Charts(const BMessage& defaults)
     EXPECT_EQ(Window(defaults).FindMessage("ChartViewHolder", &holder), B_OK);
     std::vector<BMessage> charts;
     BMessage chart;
-    while (holder.FindMessage("Chart", static_cast<int32>(charts.size()), &chart) == B_OK)
+    while (holder.FindMessage("Chart", &chart, static_cast<int32>(charts.size())) == B_OK)
         charts.push_back(chart);
     return charts;
 }
@@ -52,7 +52,7 @@ Sources SourcesOf(const BMessage& chart)
 {
     Sources sources;
     BMessage source;
-    while (chart.FindMessage("ValueProviders", static_cast<int32>(sources.size()), &source) == B_OK) {
+    while (chart.FindMessage("ValueProviders", &source, static_cast<int32>(sources.size())) == B_OK) {
         const ValueProvider provider(&source);
         sources.emplace_back(provider.Target(), provider.Flags());
     }
@@ -96,7 +96,7 @@ const uint8* ColorIn(const BMessage& chart, const char* name, int32 index = 0)
 {
     const void* color = nullptr;
     ssize_t size = 0;
-    return chart.FindData(name, B_RAW_TYPE, index, &color, &size) == B_OK && size == 4
+    return chart.FindData(name, B_RAW_TYPE, &color, &size, index) == B_OK && size == 4
                ? static_cast<const uint8*>(color)
                : nullptr;
 }

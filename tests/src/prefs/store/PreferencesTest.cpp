@@ -4,6 +4,7 @@
 #include "kits/storage/File.h"
 #include "kits/support/TypeConstants.h"
 #include "tests/src/prefs/store/StoreFixture.h"
+#include "tests/support/FieldAt.h"
 
 #include <cstring>
 
@@ -111,7 +112,7 @@ TEST_F(PreferencesTest, SettingReplacesTheFirstValue)
     SetOneOfEach(store);
     SetOneOfEach(store);
     for (int32 index = 0; index < store.CountNames(B_ANY_TYPE); ++index) {
-        EXPECT_EQ(store.GetInfo(B_ANY_TYPE, index, nullptr, nullptr, &count), B_OK);
+        EXPECT_TRUE(test::FieldAt(store, B_ANY_TYPE, index, nullptr, nullptr, &count));
         EXPECT_EQ(count, 1) << "field " << index;
     }
 }

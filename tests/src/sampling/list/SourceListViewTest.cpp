@@ -74,7 +74,7 @@ std::vector<Row> SourcesIn(const BMessage& message)
 {
     std::vector<Row> rows;
     BMessage archive;
-    for (int32 i = 0; message.FindMessage("ValueProvider", i, &archive) == B_OK; i++) {
+    for (int32 i = 0; message.FindMessage("ValueProvider", &archive, i) == B_OK; i++) {
         const ValueProvider provider(&archive);
         rows.emplace_back(provider.Target(), provider.Flags());
     }
