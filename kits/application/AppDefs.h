@@ -13,8 +13,6 @@ enum : uint32 {
     B_QUIT_REQUESTED = '_QRQ',  ///< to a looper: end, if QuitRequested() agrees
     B_ABOUT_REQUESTED = '_ABR', ///< to the application: show the about window
     B_READY_TO_RUN = '_RTR',    ///< to the application: the launch messages have been handled
-    B_ARGV_RECEIVED = '_ARG',   ///< to the application: "argv" strings, "cwd" string
-    B_REFS_RECEIVED = '_RRC',   ///< to the application: files to open
     B_SILENT_RELAUNCH = 'AREL', ///< to an application that was started a second time; arrives even before its Run()
     B_PULSE = '_PUL',           ///< to a looper, at its pulse rate
     B_REPLY = 'RPLY',           ///< a reply without a code of its own
@@ -22,6 +20,7 @@ enum : uint32 {
     B_MESSAGE_NOT_UNDERSTOOD = '_NUN',
     B_SOME_APP_LAUNCHED = 'BRAS', ///< to the roster's watchers
     B_SOME_APP_QUIT = 'BRAQ',     ///< to the roster's watchers
+    B_SOME_APP_DIED = 'BRAD',     ///< to the roster's watchers
 
     B_SIMPLE_DATA = 'DATA',        ///< dropped data, under the names of their MIME types
     B_MIME_DATA = 'MIME',          ///< the same
@@ -29,25 +28,14 @@ enum : uint32 {
     B_ARCHIVED_OBJECT = 'ARCV',    ///< a dragged archive, see BDragger
     B_DROPPED_ON_DESKTOP = '_DDT', ///< to the target of a BDragger: it was dropped on the desktop
     B_REPLICANT_TAKEN = '_RTK',    ///< to the target of a BDragger: a BShelf took it
-    B_CUT = 'CCUT',
-    B_COPY = 'COPY',
-    B_SELECT_ALL = 'SALL',
 
     B_KEY_DOWN = '_KYD',
-    B_KEY_UP = '_KYU',
-    B_MODIFIERS_CHANGED = '_MCH',
     B_MOUSE_DOWN = '_MDN',
     B_MOUSE_MOVED = '_MMV',
     B_MOUSE_UP = '_MUP',
-    B_MOUSE_WHEEL_CHANGED = '_MWC',
     B_MINIMIZE = '_WMN',
-    B_ZOOM = '_WZO',
     B_WINDOW_ACTIVATED = '_ACT',
     B_WINDOW_MOVED = '_WMV',
     B_WINDOW_RESIZED = '_WRS',
     B_SCREEN_CHANGED = '_SCH',
-    B_WORKSPACE_ACTIVATED = '_WAC',
-    B_WORKSPACES_CHANGED = '_WCG',
-    B_OBSERVER_NOTICE_CHANGE = 'NTCH',
-    B_CONTROL_INVOKED = 'CIVK' ///< the code of a control that was made without a message
 };

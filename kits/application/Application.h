@@ -72,8 +72,6 @@ public:
     virtual void ReadyToRun();
     /// Handles B_ABOUT_REQUESTED.
     virtual void AboutRequested();
-    /// Handles B_ARGV_RECEIVED: the arguments of a start, the first being the program.
-    virtual void ArgvReceived(int32 argc, char** argv);
     /// Called at the pulse rate (see kits::Timer), but not before ReadyToRun() has returned.
     virtual void Pulse();
     /// @param rate  microseconds between pulses; 0 or less: none, as initially
@@ -92,7 +90,6 @@ public:
     void AddLaunchMessage(std::unique_ptr<BMessage> message);
 
 private:
-    void HandleArguments(const BMessage& message);
     status_t MakePresent(kits::Presence presence);
     /// Tells the running application that it was started again, or only asks for its state.
     /// @return `B_OK` if there is none, `B_BAD_HANDLER` if it is about to end, `B_BUSY` if it does not run yet

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/Errors.h"
 #include "kits/kernel/HeldLock.h"
 #include "kits/kernel/WaitPoint.h"
 
@@ -24,7 +25,20 @@ public:
 
     /// @param timeout  microseconds; 0 or less does not wait
     /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` with a time-out of 0 or less
-    status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT);
+    status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT) { return Acquire(1, timeout); }
+    /// Locks it if something exists, and still exists once the lock is taken: by then it may be gone.
+    /// @param exists  called without the lock, and with it
+    /// @return as Lock; `B_BAD_HANDLER` if it does not exist
+    template <class Exists> status_t LockIf(const Exists& exists, bigtime_t timeout)
+    {
+        if (!exists())
+            return B_BAD_HANDLER;
+        const status_t status = Lock(timeout);
+        if (status != B_OK || exists())
+            return status;
+        Unlock();
+        return B_BAD_HANDLER;
+    }
     /// Undoes one Lock(). Does nothing if the calling thread does not hold it.
     void Unlock();
     /// True if the calling thread holds it.

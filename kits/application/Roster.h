@@ -26,7 +26,11 @@ inline const Field<std::string> kSignatureField("signature", 0, 1024);
 } // namespace kits
 
 // What can be watched, see BRoster::StartWatching.
-enum : uint32 { B_REQUEST_LAUNCHED = 1, B_REQUEST_QUIT = 2 };
+enum : uint32 {
+    B_REQUEST_LAUNCHED = 1,
+    B_REQUEST_QUIT = 2,
+    B_REQUEST_DIED = 4 ///< it was killed or crashed: the process may still exist for a moment
+};
 
 /// The reason why the user's applications cannot find or start each other from here.
 struct app_obstacle {
@@ -64,10 +68,10 @@ public:
     ///         could be started
     status_t Launch(const entry_ref* ref) const;
 
-    /// From now on, sends the target B_SOME_APP_LAUNCHED and B_SOME_APP_QUIT, with "team" (int32) and "signature", for
-    /// every application that comes or goes. One that ends in any way, or does not answer for two seconds, counts as
-    /// quit; one that answers again as launched.
-    /// @param events  B_REQUEST_LAUNCHED and B_REQUEST_QUIT
+    /// From now on, sends the target B_SOME_APP_LAUNCHED, B_SOME_APP_QUIT and B_SOME_APP_DIED, with "team" (int32) and
+    /// "signature", for every application that comes or goes. One that ends in any way, or does not answer for two
+    /// seconds, counts as quit; one that answers again as launched.
+    /// @param events  any of the three requests
     status_t StartWatching(BMessenger target, uint32 events = B_REQUEST_LAUNCHED | B_REQUEST_QUIT) const;
     /// @return `B_BAD_VALUE` if the target does not watch
     status_t StopWatching(BMessenger target) const;

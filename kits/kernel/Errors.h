@@ -6,7 +6,6 @@
 /// Status codes: 0 is success, everything negative is an error. No call of the kits throws; it returns one of these.
 
 inline constexpr status_t B_OK = 0;
-inline constexpr status_t B_NO_ERROR = 0;
 inline constexpr status_t B_ERROR = -1;
 
 // Where the codes of each kit begin.
@@ -24,7 +23,6 @@ inline constexpr status_t B_BAD_TYPE = B_GENERAL_ERROR_BASE + 4;
 inline constexpr status_t B_BAD_VALUE = B_GENERAL_ERROR_BASE + 5;
 inline constexpr status_t B_MISMATCHED_VALUES = B_GENERAL_ERROR_BASE + 6;
 inline constexpr status_t B_NAME_NOT_FOUND = B_GENERAL_ERROR_BASE + 7;
-inline constexpr status_t B_NAME_IN_USE = B_GENERAL_ERROR_BASE + 8;
 inline constexpr status_t B_TIMED_OUT = B_GENERAL_ERROR_BASE + 9;
 inline constexpr status_t B_INTERRUPTED = B_GENERAL_ERROR_BASE + 10;
 inline constexpr status_t B_WOULD_BLOCK = B_GENERAL_ERROR_BASE + 11;
@@ -41,14 +39,9 @@ inline constexpr status_t B_NO_MORE_THREADS = B_OS_ERROR_BASE + 0x102;
 // Application kit.
 inline constexpr status_t B_BAD_REPLY = B_APP_ERROR_BASE + 0;
 inline constexpr status_t B_DUPLICATE_REPLY = B_APP_ERROR_BASE + 1;
-inline constexpr status_t B_MESSAGE_TO_SELF = B_APP_ERROR_BASE + 2;
 inline constexpr status_t B_BAD_HANDLER = B_APP_ERROR_BASE + 3;
 inline constexpr status_t B_ALREADY_RUNNING = B_APP_ERROR_BASE + 4;
 inline constexpr status_t B_LAUNCH_FAILED = B_APP_ERROR_BASE + 5;
-inline constexpr status_t B_AMBIGUOUS_APP_LAUNCH = B_APP_ERROR_BASE + 6;
-inline constexpr status_t B_UNKNOWN_MIME_TYPE = B_APP_ERROR_BASE + 7;
-inline constexpr status_t B_BAD_SCRIPT_SYNTAX = B_APP_ERROR_BASE + 8;
-inline constexpr status_t B_LAUNCH_FAILED_NO_RESOLVE_LINK = B_APP_ERROR_BASE + 9;
 
 // Storage kit.
 inline constexpr status_t B_FILE_ERROR = B_STORAGE_ERROR_BASE + 0;

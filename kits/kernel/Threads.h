@@ -32,10 +32,6 @@ enum thread_state : int32 {
 inline constexpr int32 B_LOWEST_ACTIVE_PRIORITY = 1;
 inline constexpr int32 B_LOW_PRIORITY = 5;
 inline constexpr int32 B_NORMAL_PRIORITY = 10;
-inline constexpr int32 B_DISPLAY_PRIORITY = 15;
-inline constexpr int32 B_URGENT_DISPLAY_PRIORITY = 20;
-inline constexpr int32 B_REAL_TIME_DISPLAY_PRIORITY = 100;
-inline constexpr int32 B_URGENT_PRIORITY = 110;
 inline constexpr int32 B_REAL_TIME_PRIORITY = 120;
 
 /// A time-out that never expires.

@@ -44,7 +44,6 @@ public:
 
     /// Positive values make it smaller on all sides.
     void InsetBy(float dx, float dy);
-    void InsetBy(BPoint by) { InsetBy(by.x, by.y); }
     void OffsetBy(float dx, float dy);
     void OffsetBy(BPoint by) { OffsetBy(by.x, by.y); }
     /// Moves its left top corner there.

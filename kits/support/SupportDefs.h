@@ -8,4 +8,3 @@
 
 inline constexpr size_t B_FILE_NAME_LENGTH = 256;
 inline constexpr size_t B_PATH_NAME_LENGTH = 4096;
-inline constexpr size_t B_MIME_TYPE_LENGTH = 240;

@@ -18,9 +18,6 @@ enum : type_code {
     B_UINT16_TYPE = 'USHT',
     B_UINT32_TYPE = 'ULNG',
     B_UINT64_TYPE = 'ULLG',
-    B_SIZE_T_TYPE = 'SIZT',
-    B_SSIZE_T_TYPE = 'SSZT',
-    B_TIME_TYPE = 'TIME',
     B_STRING_TYPE = 'CSTR',
     B_MIME_STRING_TYPE = 'MIMS',
     B_MIME_TYPE = 'MIME',
@@ -31,7 +28,5 @@ enum : type_code {
     B_POINTER_TYPE = 'PNTR',
     B_RAW_TYPE = 'RAWT',
     B_RECT_TYPE = 'RECT',
-    B_REF_TYPE = 'RREF',
-    B_RGB_COLOR_TYPE = 'RGBC',
-    B_RGB_32_BIT_TYPE = 'RGBB'
+    B_RGB_COLOR_TYPE = 'RGBC'
 };

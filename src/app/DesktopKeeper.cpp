@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/DesktopKeeper.h"
 
-#include "kits/application/AppDeath.h"
 #include "kits/application/AppDefs.h"
 #include "kits/application/Application.h"
 #include "kits/application/Message.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/QelApp.h"
 
-#include "kits/application/AppDeath.h"
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
 #include "kits/interface/Alert.h"

@@ -6,13 +6,9 @@
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessagePrivate.h"
 
-#include <atomic>
-
 namespace kits {
 
 namespace {
-
-std::atomic<OtherTeams*> sOtherTeams = nullptr;
 
 status_t DeliverHere(token_t target, const BMessage& message, const Address& replyTo, bool sourceWaits)
 {
@@ -22,16 +18,6 @@ status_t DeliverHere(token_t target, const BMessage& message, const Address& rep
 }
 
 } // namespace
-
-OtherTeams* OtherTeams::Get()
-{
-    return sOtherTeams;
-}
-
-void OtherTeams::Set(OtherTeams* teams)
-{
-    sOtherTeams = teams;
-}
 
 status_t DeliverCopy(const Address& target, const BMessage& message, const Address& replyTo, bool sourceWaits)
 {

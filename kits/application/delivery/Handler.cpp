@@ -40,15 +40,10 @@ status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
     // Uses only the token: by the time the lock is held, this object may be gone.
     const kits::token_t token = fToken;
     const kits::token_t looper = PostOffice::Get().LooperOf(token);
-    if (!PostOffice::Get().IsOpen(looper))
-        return B_BAD_HANDLER;
-    const status_t status = InterfaceLock::Get().Lock(timeout);
-    if (status != B_OK)
-        return status;
-    if (PostOffice::Get().LooperOf(token) == looper && PostOffice::Get().IsOpen(looper))
-        return B_OK;
-    InterfaceLock::Get().Unlock();
-    return B_BAD_HANDLER;
+    const auto belongsToIt = [token, looper] {
+        return PostOffice::Get().LooperOf(token) == looper && PostOffice::Get().IsOpen(looper);
+    };
+    return InterfaceLock::Get().LockIf(belongsToIt, timeout);
 }
 
 void BHandler::UnlockLooper()

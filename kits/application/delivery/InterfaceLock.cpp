@@ -14,11 +14,6 @@ InterfaceLock& InterfaceLock::Get()
     return lock;
 }
 
-status_t InterfaceLock::Lock(bigtime_t timeout)
-{
-    return Acquire(1, timeout);
-}
-
 status_t InterfaceLock::Acquire(int32 depth, bigtime_t timeout)
 {
     const thread_id self = find_thread(nullptr);

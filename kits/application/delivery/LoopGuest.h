@@ -3,6 +3,8 @@
 
 #include "kits/application/delivery/WakeSet.h"
 
+#include <atomic>
+
 namespace kits {
 
 /// Has descriptors that the main thread reads itself, while it runs its loop (see WakeSet). The main thread calls it,
@@ -13,9 +15,9 @@ public:
 
     /// Makes the main thread's loop serve this guest from now on. Any thread; the guest must stay, and there is only
     /// one.
-    static void Set(LoopGuest* guest);
+    static void Set(LoopGuest* guest) { sGuest = guest; }
     /// Returns the guest, or null.
-    static LoopGuest* Get();
+    static LoopGuest* Get() { return sGuest; }
 
     /// The main thread is about to wait: descriptors in the WakeSet are read as soon as they can be.
     virtual void MainWaits() = 0;
@@ -24,6 +26,9 @@ public:
     virtual void MainWorks() = 0;
     /// This descriptor can be read. Messages posted here are dispatched in the turn that begins now.
     virtual void Read(WakeSet::Number number) = 0;
+
+private:
+    static inline std::atomic<LoopGuest*> sGuest = nullptr;
 };
 
 } // namespace kits

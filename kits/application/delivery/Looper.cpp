@@ -149,12 +149,7 @@ bool BLooper::RemoveHandler(BHandler* handler)
 status_t BLooper::LockWithTimeout(bigtime_t timeout)
 {
     // Uses only the token: by the time the lock is held, this object may be gone.
-    const kits::token_t token = Token();
-    const status_t status = InterfaceLock::Get().Lock(timeout);
-    if (status != B_OK || PostOffice::Get().IsOpen(token))
-        return status;
-    InterfaceLock::Get().Unlock();
-    return B_BAD_HANDLER;
+    return InterfaceLock::Get().LockIf([token = Token()] { return PostOffice::Get().IsOpen(token); }, timeout);
 }
 
 void BLooper::Unlock()

@@ -4,25 +4,7 @@
 #include "kits/application/InterfaceLock.h"
 #include "kits/application/delivery/LoopGuest.h"
 
-#include <atomic>
-
 namespace kits {
-
-namespace {
-
-std::atomic<LoopGuest*> sGuest = nullptr;
-
-} // namespace
-
-void LoopGuest::Set(LoopGuest* guest)
-{
-    sGuest = guest;
-}
-
-LoopGuest* LoopGuest::Get()
-{
-    return sGuest;
-}
 
 void MainWait::Begin()
 {

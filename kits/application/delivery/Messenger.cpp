@@ -120,13 +120,7 @@ BHandler* BMessenger::Target(BLooper** looper) const
 
 status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const
 {
-    if (Target(nullptr) == nullptr)
-        return B_BAD_HANDLER;
-    const status_t status = InterfaceLock::Get().Lock(timeout);
-    if (status != B_OK || Target(nullptr) != nullptr)
-        return status;
-    InterfaceLock::Get().Unlock();
-    return B_BAD_HANDLER;
+    return InterfaceLock::Get().LockIf([this] { return Target(nullptr) != nullptr; }, timeout);
 }
 
 team_id BMessenger::Team() const

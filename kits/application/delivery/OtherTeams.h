@@ -4,6 +4,7 @@
 #include "kits/application/Message.h"
 #include "kits/application/Token.h"
 
+#include <atomic>
 #include <vector>
 
 namespace kits {
@@ -15,8 +16,8 @@ public:
     virtual ~OtherTeams() = default;
 
     /// Null before the port is made; no other team can be reached then. Once set, it never changes.
-    static OtherTeams* Get();
-    static void Set(OtherTeams* teams);
+    static OtherTeams* Get() { return sTeams; }
+    static void Set(OtherTeams* teams) { sTeams = teams; }
 
     /// Sends the message, flattened once. Handlers of one team share one frame.
     /// @param replyTo      gets replies; may be unset
@@ -26,6 +27,9 @@ public:
                           bool sourceWaits) = 0;
     /// True if a message could be sent there now, as far as this process knows.
     virtual bool IsReachable(const Address& target) = 0;
+
+private:
+    static inline std::atomic<OtherTeams*> sTeams = nullptr;
 };
 
 } // namespace kits

@@ -16,6 +16,12 @@ const PeerAccounts::Table PeerAccounts::kTable = {{
     {bounds::kMostUnhandledBytesOfAProcess, bounds::kMostUnhandledBytes, bounds::kShareOfBytes},
 }};
 
+size_t PeerAccounts::UsedBy(team_address process, Resource resource) const
+{
+    const auto found = fUsed.find(process);
+    return found != fUsed.end() ? found->second[At(resource)] : 0;
+}
+
 size_t PeerAccounts::RoomFor(size_t used, Resource resource) const
 {
     const Row& row = fTable[At(resource)];
@@ -28,15 +34,13 @@ size_t PeerAccounts::RoomFor(size_t used, Resource resource) const
 size_t PeerAccounts::Room(team_address process, Resource resource) const
 {
     std::lock_guard lock(fMutex);
-    const auto found = fUsed.find(process);
-    return RoomFor(found != fUsed.end() ? found->second[At(resource)] : 0, resource);
+    return RoomFor(UsedBy(process, resource), resource);
 }
 
 bool PeerAccounts::HasRoom(team_address process, Resource resource, size_t amount)
 {
     std::lock_guard lock(fMutex);
-    const auto found = fUsed.find(process);
-    const bool hasRoom = amount <= RoomFor(found != fUsed.end() ? found->second[At(resource)] : 0, resource);
+    const bool hasRoom = amount <= RoomFor(UsedBy(process, resource), resource);
     fIsSomebodyWaiting = fIsSomebodyWaiting || !hasRoom;
     return hasRoom;
 }
@@ -44,8 +48,7 @@ bool PeerAccounts::HasRoom(team_address process, Resource resource, size_t amoun
 size_t PeerAccounts::Used(team_address process, Resource resource) const
 {
     std::lock_guard lock(fMutex);
-    const auto found = fUsed.find(process);
-    return found != fUsed.end() ? found->second[At(resource)] : 0;
+    return UsedBy(process, resource);
 }
 
 size_t PeerAccounts::UsedByAll(Resource resource) const

@@ -60,7 +60,9 @@ private:
     using Amounts = std::array<size_t, kCountResources>;
 
     static size_t At(Resource resource) { return static_cast<size_t>(resource); }
-    /// Called with the mutex held.
+    // Called with the mutex held.
+
+    size_t UsedBy(team_address process, Resource resource) const;
     size_t RoomFor(size_t used, Resource resource) const;
     bool Change(team_address process, Resource resource, size_t before, size_t after);
 

@@ -39,30 +39,20 @@ token_t PostOffice::AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address t
     return fLastToken;
 }
 
-void PostOffice::FailReplyWaits(team_address team)
-{
-    FailReplyWaitsIf([team](team_address asked) { return asked == team; });
-}
-
-void PostOffice::FailReplyWaitsOfOthers()
-{
-    FailReplyWaitsIf([](team_address asked) { return asked != ThisTeam(); });
-}
-
-template <class Matches> void PostOffice::FailReplyWaitsIf(const Matches& matches)
+void PostOffice::FailReplyWaits(const std::function<bool(team_address)>& isFailed)
 {
     std::vector<std::shared_ptr<ReplyWait>> failed;
     {
         std::lock_guard lock(fMutex);
         std::erase_if(fReplyWaits, [&](const auto& entry) {
-            const bool isFailed = matches(entry.second.team);
-            if (isFailed)
+            const bool isOver = isFailed(entry.second.team);
+            if (isOver)
                 failed.push_back(entry.second.wait);
-            return isFailed;
+            return isOver;
         });
     }
     for (const std::shared_ptr<ReplyWait>& wait : failed)
-        wait->Fail();
+        wait->Settle(nullptr);
 }
 
 void PostOffice::SetApplication(token_t looper, std::string signature)
@@ -86,7 +76,7 @@ std::string PostOffice::Signature() const
 
 void PostOffice::Remove(token_t token)
 {
-    std::vector<Dropped> dropped;
+    std::vector<Parcel> dropped;
     std::lock_guard lock(fMutex);
     if (fReplyWaits.erase(token) > 0)
         return;
@@ -131,7 +121,7 @@ void PostOffice::Start(token_t looper)
 
 bool PostOffice::Close(token_t looper)
 {
-    std::vector<Dropped> dropped;
+    std::vector<Parcel> dropped;
     std::lock_guard lock(fMutex);
     const auto found = fLoopers.find(looper);
     if (found == fLoopers.end() || found->second.isClosed)
@@ -158,7 +148,7 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, st
             fReplyWaits.erase(foundWait);
         } else {
             HandlerState& handler = found->second;
-            LooperState* looper = OpenLooperOf(handler);
+            LooperState* looper = OpenLooper(handler.looper);
             if (looper == nullptr)
                 return B_BAD_HANDLER;
             const bool newestWins = message->IsNewestWins();
@@ -191,7 +181,7 @@ status_t PostOffice::Post(token_t target, std::unique_ptr<BMessage>& message, st
         }
     }
     if (wait != nullptr)
-        wait->Answer(std::move(message));
+        wait->Settle(std::move(message));
     else if (isQuitHeldBack)
         RunAtOutermostLoop([] {}); // an open menu or alert must not delay a request to quit
     else
@@ -212,8 +202,7 @@ bool PostOffice::IsReachable(token_t token) const
     const auto found = fHandlers.find(token);
     if (found == fHandlers.end())
         return fReplyWaits.contains(token);
-    const auto looper = fLoopers.find(found->second.looper);
-    return looper != fLoopers.end() && !looper->second.isClosed;
+    return OpenLooper(found->second.looper) != nullptr;
 }
 
 token_t PostOffice::LooperOf(token_t handler) const
@@ -226,8 +215,7 @@ token_t PostOffice::LooperOf(token_t handler) const
 bool PostOffice::IsOpen(token_t looper) const
 {
     std::lock_guard lock(fMutex);
-    const auto found = fLoopers.find(looper);
-    return found != fLoopers.end() && !found->second.isClosed;
+    return OpenLooper(looper) != nullptr;
 }
 
 int32 PostOffice::CountWaiting(token_t looper) const
@@ -248,13 +236,11 @@ bool PostOffice::HasWaiting(token_t looper, uint32 what) const
 BHandler* PostOffice::HandlerAt(token_t token, BLooper** looper) const
 {
     std::lock_guard lock(fMutex);
-    token = Resolve(token);
-    const auto found = fHandlers.find(token);
-    const auto foundLooper = found == fHandlers.end() ? fLoopers.end() : fLoopers.find(found->second.looper);
-    const bool isOpen = foundLooper != fLoopers.end() && !foundLooper->second.isClosed;
+    const auto found = fHandlers.find(Resolve(token));
+    const LooperState* const open = found == fHandlers.end() ? nullptr : OpenLooper(found->second.looper);
     if (looper != nullptr)
-        *looper = isOpen ? foundLooper->second.looper : nullptr;
-    return isOpen ? found->second.handler : nullptr;
+        *looper = open != nullptr ? open->looper : nullptr;
+    return open != nullptr ? found->second.handler : nullptr;
 }
 
 BLooper* PostOffice::LooperAt(token_t token) const
@@ -358,9 +344,9 @@ bool PostOffice::TakeNext(uint64 end, Parcel* taken, bool* isDeliverable)
     return true;
 }
 
-PostOffice::LooperState* PostOffice::OpenLooperOf(const HandlerState& handler)
+const PostOffice::LooperState* PostOffice::OpenLooper(token_t looper) const
 {
-    const auto found = fLoopers.find(handler.looper);
+    const auto found = fLoopers.find(looper);
     return found == fLoopers.end() || found->second.isClosed ? nullptr : &found->second;
 }
 
@@ -374,14 +360,14 @@ void PostOffice::Forget(Parcel* parcel)
         std::erase_if(handler->second.newest, [parcel](const auto& entry) { return entry.second == parcel; });
 }
 
-template <class Matches> void PostOffice::Drop(const Matches& matches, std::vector<Dropped>* dropped)
+template <class Matches> void PostOffice::Drop(const Matches& matches, std::vector<Parcel>* dropped)
 {
     const auto dropFrom = [&](std::deque<Parcel>& queue) {
         for (Parcel& parcel : queue) {
             if (parcel.message == nullptr || !matches(parcel))
                 continue;
             Forget(&parcel);
-            dropped->push_back({std::move(parcel.message), std::move(parcel.work)});
+            dropped->push_back(std::move(parcel));
         }
     };
     dropFrom(fQueue);

@@ -7,6 +7,7 @@
 #include "kits/application/delivery/PeerTurns.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -37,10 +38,8 @@ public:
     /// Adds a target for one message, the answer; it is forgotten then.
     /// @param team  the team that was asked
     token_t AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team);
-    /// Ends all waits for answers from a team with `B_BAD_HANDLER`.
-    void FailReplyWaits(team_address team);
-    /// The same for all teams but this one.
-    void FailReplyWaitsOfOthers();
+    /// Ends all waits for answers from the teams for which `isFailed` is true, with `B_BAD_HANDLER`.
+    void FailReplyWaits(const std::function<bool(team_address)>& isFailed);
     /// The looper that messages for kApplicationToken go to, 0 for none, and its signature.
     void SetApplication(token_t looper, std::string signature = {});
     token_t Application() const;
@@ -123,19 +122,19 @@ private:
         std::shared_ptr<ReplyWait> wait;
         team_address team;
     };
-    struct Dropped {
-        std::unique_ptr<BMessage> message;
-        std::unique_ptr<PeerWork> work;
-    };
 
     PostOffice() = default;
     token_t Resolve(token_t token) const { return token == kApplicationToken ? fApplication : token; }
-    LooperState* OpenLooperOf(const HandlerState& handler);
+    /// Returns null if it is gone or closed.
+    const LooperState* OpenLooper(token_t looper) const;
+    LooperState* OpenLooper(token_t looper)
+    {
+        return const_cast<LooperState*>(std::as_const(*this).OpenLooper(looper));
+    }
     bool TakeNext(uint64 end, Parcel* taken, bool* isDeliverable);
     void Forget(Parcel* parcel);
-    template <class Matches> void FailReplyWaitsIf(const Matches& matches);
     /// Moves the messages for this handler or looper out of the queues.
-    template <class Matches> void Drop(const Matches& matches, std::vector<Dropped>* dropped);
+    template <class Matches> void Drop(const Matches& matches, std::vector<Parcel>* dropped);
 
     mutable std::mutex fMutex;
     token_t fLastToken = kApplicationToken;

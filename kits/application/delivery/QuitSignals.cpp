@@ -47,6 +47,21 @@ void Shield(int, siginfo_t*, void* context)
         sigaddset(&static_cast<ucontext_t*>(context)->uc_sigmask, number);
 }
 
+/// Installs a handler of the quit signals.
+/// @param isReplaced  tells whether it may replace the present one
+void HandleQuitSignals(void (*handler)(int), int flags, bool (*isReplaced)(void (*present)(int)))
+{
+    for (const int number : kQuitSignals) {
+        struct sigaction before;
+        struct sigaction action = {};
+        action.sa_handler = handler;
+        action.sa_flags = flags;
+        sigemptyset(&action.sa_mask);
+        if (sigaction(number, nullptr, &before) == 0 && isReplaced(before.sa_handler))
+            sigaction(number, &action, nullptr);
+    }
+}
+
 void NoteSignal(int)
 {
     const int error = errno;
@@ -62,28 +77,13 @@ void LeaveAtQuitSignal(int folder, const std::string& name, const std::string& l
     sFolder = folder;
     std::fill(std::copy_n(name.c_str(), std::min(name.size(), kLongestNameToLeave), sName), std::end(sName), '\0');
     std::fill(std::copy_n(left.c_str(), std::min(left.size(), kLongestNameToLeave), sLeft), std::end(sLeft), '\0');
-    for (const int number : kQuitSignals) {
-        struct sigaction before;
-        struct sigaction action = {};
-        action.sa_handler = Leave;
-        action.sa_flags = SA_RESETHAND | SA_NODEFER;
-        sigemptyset(&action.sa_mask);
-        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_DFL)
-            sigaction(number, &action, nullptr);
-    }
+    HandleQuitSignals(Leave, SA_RESETHAND | SA_NODEFER, [](void (*present)(int)) { return present == SIG_DFL; });
 }
 
 void InstallQuitSignals()
 {
-    for (const int number : kQuitSignals) {
-        struct sigaction before;
-        struct sigaction action = {};
-        action.sa_handler = NoteSignal;
-        action.sa_flags = SA_RESTART;
-        sigemptyset(&action.sa_mask);
-        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
-            sigaction(number, &action, nullptr);
-    }
+    HandleQuitSignals(
+        NoteSignal, SA_RESTART, [](void (*present)(int)) { return present != SIG_IGN; });
 }
 
 void KeepQuitSignals()

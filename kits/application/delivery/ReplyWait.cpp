@@ -10,16 +10,6 @@
 
 namespace kits {
 
-void ReplyWait::Answer(std::unique_ptr<BMessage> answer)
-{
-    Settle(std::move(answer));
-}
-
-void ReplyWait::Fail()
-{
-    Settle(nullptr);
-}
-
 void ReplyWait::Settle(std::unique_ptr<BMessage> answer)
 {
     {

@@ -11,10 +11,8 @@ namespace kits {
 /// One thread that waits for the reply to one message.
 class ReplyWait {
 public:
-    /// Gives it the reply. Any thread, once.
-    void Answer(std::unique_ptr<BMessage> answer);
-    /// Tells it that there will be no reply. Any thread.
-    void Fail();
+    /// Gives it the reply; null if there will be none. Any thread, once.
+    void Settle(std::unique_ptr<BMessage> answer);
     /// Returns whether the outcome is known.
     bool IsSettled();
     /// Waits for the reply, on the main thread in a nested loop (see BMessenger::SendMessage).
@@ -25,7 +23,6 @@ public:
 
 private:
     status_t AwaitOnMainThread(bigtime_t timeout);
-    void Settle(std::unique_ptr<BMessage> answer);
 
     WaitPoint fPoint{B_THREAD_RECEIVING};
     std::unique_ptr<BMessage> fAnswer; ///< guarded by fPoint, as the members below

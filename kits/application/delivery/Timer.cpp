@@ -53,16 +53,6 @@ TimerQueue& TimerQueue::Get()
     return queue;
 }
 
-void TimerQueue::Add(Timer* timer)
-{
-    fTimers.push_back(timer);
-}
-
-void TimerQueue::Remove(Timer* timer)
-{
-    std::erase(fTimers, timer);
-}
-
 bigtime_t TimerQueue::Deadline() const
 {
     bigtime_t deadline = B_INFINITE_TIMEOUT;

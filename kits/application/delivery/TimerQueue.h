@@ -12,8 +12,8 @@ class TimerQueue {
 public:
     static TimerQueue& Get();
 
-    void Add(Timer* timer);
-    void Remove(Timer* timer);
+    void Add(Timer* timer) { fTimers.push_back(timer); }
+    void Remove(Timer* timer) { std::erase(fTimers, timer); }
     bigtime_t Deadline() const;
     /// Calls every due timer once, in the order of their times.
     void RunDue(bigtime_t now);

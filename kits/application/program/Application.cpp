@@ -34,10 +34,6 @@ constexpr bigtime_t kPauseForTheUser = 100000;
 const kits::Field<bool> kOnlyAsksField("only_asks");
 const kits::Field<bool> kIsReadyField("is_ready", true);
 
-/// In B_ARGV_RECEIVED.
-const kits::Field<std::string> kArgumentsField("argv", 0, kits::kMostNumber, kits::Outside::kLeftOut,
-                                               kits::kMostNumber);
-
 constexpr const char* kDisplayVariables[] = {"WAYLAND_DISPLAY", "DISPLAY"};
 
 /// Held from the end of a single-launch application until its process has written its last files: another start waits
@@ -246,8 +242,6 @@ void BApplication::ReadyToRun() {}
 
 void BApplication::AboutRequested() {}
 
-void BApplication::ArgvReceived(int32, char**) {}
-
 void BApplication::Pulse() {}
 
 bigtime_t BApplication::PulseRate() const
@@ -282,9 +276,6 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     case B_PULSE:
         Pulse();
         break;
-    case B_ARGV_RECEIVED:
-        HandleArguments(*message);
-        break;
     case B_SILENT_RELAUNCH: {
         // Without an answer, the other start waits for the end of this process.
         if (IsAboutToEnd())
@@ -300,21 +291,6 @@ void BApplication::DispatchMessage(BMessage* message, BHandler* handler)
     default:
         BLooper::DispatchMessage(message, handler);
     }
-}
-
-void BApplication::HandleArguments(const BMessage& message)
-{
-    std::vector<std::string> texts;
-    std::string text;
-    while (kArgumentsField.Find(message, &text, static_cast<int32>(texts.size())))
-        texts.push_back(text);
-    if (texts.empty())
-        return;
-    std::vector<char*> arguments;
-    for (std::string& argument : texts)
-        arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-    ArgvReceived(static_cast<int32>(texts.size()), arguments.data());
 }
 
 status_t BApplication::GetAppInfo(app_info* info) const

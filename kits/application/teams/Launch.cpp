@@ -2,6 +2,7 @@
 #include "kits/application/teams/Launch.h"
 
 #include "kits/application/Message.h"
+#include "kits/application/messages/MessageFormat.h"
 #include "kits/application/teams/DetachedProcess.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
@@ -32,13 +33,8 @@ constexpr int kSeals = F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
 status_t MakeSealed(const BMessage* message, FileDescriptor* file)
 {
     std::string flat;
-    if (message != nullptr) {
-        const ssize_t size = message->FlattenedSize();
-        if (size < 0)
-            return static_cast<status_t>(size);
-        flat.resize(static_cast<size_t>(size));
-        message->Flatten(flat.data(), size);
-    }
+    if (const status_t status = message != nullptr ? WriteMessage(*message, &flat) : B_OK; status != B_OK)
+        return status;
     FileDescriptor memory(memfd_create("launch", MFD_CLOEXEC | MFD_ALLOW_SEALING));
     if (!memory.IsOpen())
         return StatusFromErrno(errno);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/Roster.h"
 
-#include "kits/application/AppDeath.h"
 #include "kits/application/MainThread.h"
 #include "kits/application/delivery/PostOffice.h"
 #include "kits/application/messages/MessagePrivate.h"
@@ -179,9 +178,6 @@ status_t BRoster::Launch(const char* signature, const BMessage* message, team_id
 
 status_t BRoster::StartWatching(BMessenger target, uint32 events) const
 {
-    static_assert(static_cast<uint32>(B_REQUEST_LAUNCHED) == kits::kTeamLaunched);
-    static_assert(static_cast<uint32>(B_REQUEST_QUIT) == kits::kTeamQuit);
-    static_assert(B_REQUEST_DIED == kits::kTeamDied);
     return TeamPort::Get().StartWatching(kits::MessageAccess::AddressOf(target), events);
 }
 

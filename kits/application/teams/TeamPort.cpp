@@ -53,7 +53,7 @@ TeamPort::TeamPort()
     , fAccounts([this] { fVisitors.NoteRoom(); })
     , fLinks(&fAccounts, {[this] { Wake(); },
                           [this](team_address team) {
-                              PostOffice::Get().FailReplyWaits(team);
+                              PostOffice::Get().FailReplyWaits([team](team_address asked) { return asked == team; });
                               fWatch.NoteClosed(team);
                           },
                           [this](team_address team, bool isHung) { fWatch.NoteHung(team, isHung); }})
@@ -78,12 +78,6 @@ TeamPort::TeamPort()
 void TeamPort::Wake()
 {
     eventfd_write(fWakeDescriptor.Get(), 1);
-}
-
-void TeamPort::ClearWake()
-{
-    eventfd_t count;
-    eventfd_read(fWakeDescriptor.Get(), &count);
 }
 
 status_t TeamPort::Open()
@@ -178,7 +172,7 @@ void TeamPort::CloseAs(State state)
         fFolder = TeamFolder();
         fState = state;
     }
-    PostOffice::Get().FailReplyWaitsOfOthers();
+    PostOffice::Get().FailReplyWaits([](team_address asked) { return asked != ThisTeam(); });
 }
 
 void TeamPort::EndShut()
@@ -269,7 +263,8 @@ void TeamPort::Run()
             continue;
         }
         if (polls[0].revents != 0) {
-            ClearWake();
+            eventfd_t count;
+            eventfd_read(fWakeDescriptor.Get(), &count);
             std::lock_guard lock(fMutex);
             if (fState == State::kClosing)
                 return;

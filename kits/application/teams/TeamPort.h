@@ -69,7 +69,6 @@ private:
     /// Returns memory to the system that this process held for others and has released.
     void GiveBackMemory();
     void Wake();
-    void ClearWake();
 
     const FileDescriptor fWakeDescriptor;
     PeerAccounts fAccounts;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamWatch.h"
 
-#include "kits/application/AppDeath.h"
 #include "kits/application/AppDefs.h"
 #include "kits/application/Message.h"
 #include "kits/application/Roster.h"
@@ -167,9 +166,9 @@ void TeamWatch::NoteClosed(team_address team)
     // What the notices say about other teams is not read again.
     fLookAt = isNew ? Clock::now() : Clock::now() + kPauseBeforeLook;
     if (!state.isHung)
-        Tell(kTeamQuit, team, state.signature);
+        Tell(B_REQUEST_QUIT, team, state.signature);
     if (fNotifier.IsOpen() && !state.hasLeft)
-        Tell(kTeamDied, team, state.signature);
+        Tell(B_REQUEST_DIED, team, state.signature);
 }
 
 void TeamWatch::NoteHung(team_address team, bool isHung)
@@ -178,7 +177,7 @@ void TeamWatch::NoteHung(team_address team, bool isHung)
     if (found == fTeams.end() || found->second.isHung == isHung)
         return;
     found->second.isHung = isHung;
-    Tell(isHung ? kTeamQuit : kTeamLaunched, team, found->second.signature);
+    Tell(isHung ? B_REQUEST_QUIT : B_REQUEST_LAUNCHED, team, found->second.signature);
 }
 
 void TeamWatch::TellLaunched(team_address team, const std::string& signature)
@@ -190,7 +189,7 @@ void TeamWatch::TellLaunched(team_address team, const std::string& signature)
             if (!watcher.isNew && watcher.present.erase(team) == 0)
                 told.push_back(watcher);
     }
-    Tell(told, kTeamLaunched, team, signature);
+    Tell(told, B_REQUEST_LAUNCHED, team, signature);
 }
 
 void TeamWatch::TellOfTheGone(const std::vector<TeamFolder::Entry>& entries)
@@ -214,7 +213,7 @@ void TeamWatch::TellOfTheGone(const std::vector<TeamFolder::Entry>& entries)
         }
     }
     for (const auto& [team, watchers] : told)
-        Tell(watchers, kTeamQuit, team, gone[team]);
+        Tell(watchers, B_REQUEST_QUIT, team, gone[team]);
 }
 
 void TeamWatch::Tell(uint32 event, team_address team, const std::string& signature)
@@ -230,7 +229,9 @@ void TeamWatch::Tell(uint32 event, team_address team, const std::string& signatu
 void TeamWatch::Tell(const std::vector<Watcher>& watchers, uint32 event, team_address team,
                      const std::string& signature)
 {
-    BMessage message(event == kTeamQuit ? B_SOME_APP_QUIT : event == kTeamDied ? B_SOME_APP_DIED : B_SOME_APP_LAUNCHED);
+    BMessage message(event == B_REQUEST_QUIT   ? B_SOME_APP_QUIT
+                     : event == B_REQUEST_DIED ? B_SOME_APP_DIED
+                                               : B_SOME_APP_LAUNCHED);
     kTeamField.Add(&message, TeamIdOf(team));
     kSignatureField.Add(&message, signature);
     for (const Watcher& watcher : watchers)

@@ -15,9 +15,6 @@
 
 namespace kits {
 
-/// Events that can be watched, see BRoster::StartWatching.
-enum : uint32 { kTeamLaunched = 1, kTeamQuit = 2, kTeamDied = 4 };
-
 /// Notifies watchers of applications that come and go: whose socket appears in the folder, whose connection ends, and
 /// which do not answer. An application that hangs counts as gone, and as launched when it answers again. A new watcher
 /// states which teams exist at that moment, so it misses nothing before the port's thread looks for the first time.
@@ -38,6 +35,7 @@ public:
     }
 
     // Any thread may call these.
+    /// @param events   see BRoster::StartWatching
     /// @param present  the teams that are no news, because they were launched before the watcher came. For an existing
     ///                 watcher, only the events change
     void Add(const Address& watcher, uint32 events, const std::vector<TeamFolder::Entry>& present);

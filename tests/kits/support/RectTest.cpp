@@ -51,7 +51,7 @@ TEST(RectTest, Moves)
     EXPECT_EQ(rect, BRect(0, 0, 10, 20));
     rect.InsetBy(1, 2);
     EXPECT_EQ(rect, BRect(1, 2, 9, 18));
-    rect.InsetBy(BPoint(-1, -2));
+    rect.InsetBy(-1, -2);
     EXPECT_EQ(rect, BRect(0, 0, 10, 20));
 }
 

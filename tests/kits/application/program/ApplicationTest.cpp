@@ -36,14 +36,6 @@ public:
             atReady();
     }
     void AboutRequested() override { log += "about "; }
-    void ArgvReceived(int32 argc, char** argv) override
-    {
-        log += "argv";
-        for (int32 i = 0; i < argc; ++i)
-            log += std::string(":") + argv[i];
-        EXPECT_EQ(argv[argc], nullptr);
-        log += " ";
-    }
     void Pulse() override
     {
         log += "pulse ";
@@ -75,14 +67,6 @@ private:
         return answer;
     }
 };
-
-BMessage Arguments(std::initializer_list<const char*> texts)
-{
-    BMessage message(B_ARGV_RECEIVED);
-    for (const char* text : texts)
-        message.AddString("argv", text);
-    return message;
-}
 
 } // namespace
 
@@ -127,7 +111,7 @@ TEST(Application, HandlesLaunchMessagesThenIsReadyThenRuns)
     TestApplication app;
     app.PostMessage(5);
     app.AddLaunchMessage(std::make_unique<BMessage>(3));
-    app.AddLaunchMessage(std::make_unique<BMessage>(Arguments({"qel", "--help"})));
+    app.AddLaunchMessage(std::make_unique<BMessage>(2));
     app.AddLaunchMessage(nullptr);
     app.atReady = [&app] {
         EXPECT_TRUE(InterfaceLock::Get().IsHeld());
@@ -135,7 +119,7 @@ TEST(Application, HandlesLaunchMessagesThenIsReadyThenRuns)
         app.PostMessage(9);
     };
     EXPECT_EQ(app.Run(), find_thread(nullptr));
-    EXPECT_EQ(app.log, "3 argv:qel:--help ready 5 9 ");
+    EXPECT_EQ(app.log, "3 2 ready 5 9 ");
     EXPECT_EQ(app.Run(), B_ALREADY_RUNNING);
     EXPECT_TRUE(InterfaceLock::Get().IsHeld());
 }
@@ -143,10 +127,7 @@ TEST(Application, HandlesLaunchMessagesThenIsReadyThenRuns)
 TEST(Application, AnswersTheUsualMessages)
 {
     TestApplication app;
-    const BMessage arguments = Arguments({"qel"}), none = Arguments({});
     app.PostMessage(B_ABOUT_REQUESTED);
-    app.PostMessage(&arguments);
-    app.PostMessage(&none);
     app.PostMessage(B_READY_TO_RUN);
     app.quitAnswers = {false, true};
     app.PostMessage(B_QUIT_REQUESTED);
@@ -154,7 +135,7 @@ TEST(Application, AnswersTheUsualMessages)
     app.PostMessage(B_QUIT_REQUESTED);
     app.PostMessage(6);
     app.Run();
-    EXPECT_EQ(app.log, "ready about argv:qel quit? 5 quit? ");
+    EXPECT_EQ(app.log, "ready about quit? 5 quit? ");
     EXPECT_EQ(app.PostMessage(7), B_BAD_HANDLER);
 }
 

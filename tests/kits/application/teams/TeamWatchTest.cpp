@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/application/teams/TeamWatch.h"
 
-#include "kits/application/AppDeath.h"
 #include "kits/application/Roster.h"
 #include "kits/application/messages/MessagePrivate.h"
 #include "tests/support/TeamFixture.h"
