@@ -10,8 +10,6 @@ BList::BList(int32 blockSize)
         fItems.reserve(static_cast<size_t>(blockSize));
 }
 
-BList::~BList() = default;
-
 bool BList::AddItem(void* item, int32 index)
 {
     if (index < 0 || index > CountItems())
@@ -45,19 +43,4 @@ void* BList::RemoveItem(int32 index)
 void* BList::ItemAt(int32 index) const
 {
     return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)] : nullptr;
-}
-
-void* BList::FirstItem() const
-{
-    return ItemAt(0);
-}
-
-void* BList::LastItem() const
-{
-    return ItemAt(CountItems() - 1);
-}
-
-int32 BList::CountItems() const
-{
-    return static_cast<int32>(fItems.size());
 }

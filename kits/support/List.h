@@ -15,7 +15,7 @@ public:
     BList(BList&& other) = default;
     BList& operator=(const BList& other) = default;
     BList& operator=(BList&& other) = default;
-    virtual ~BList();
+    virtual ~BList() = default;
 
     /// Inserts before the item at `index`, up to `CountItems()`. Returns false for another index or without memory.
     bool AddItem(void* item, int32 index);
@@ -27,9 +27,9 @@ public:
 
     /// Null for a bad index, or for an empty list in the next two.
     [[nodiscard]] void* ItemAt(int32 index) const;
-    [[nodiscard]] void* FirstItem() const;
-    [[nodiscard]] void* LastItem() const;
-    [[nodiscard]] int32 CountItems() const;
+    [[nodiscard]] void* FirstItem() const { return ItemAt(0); }
+    [[nodiscard]] void* LastItem() const { return ItemAt(CountItems() - 1); }
+    [[nodiscard]] int32 CountItems() const { return static_cast<int32>(fItems.size()); }
 
 private:
     std::vector<void*> fItems;

@@ -12,11 +12,6 @@ BLocker::~BLocker()
         NoteReleased();
 }
 
-bool BLocker::Lock()
-{
-    return LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
-}
-
 status_t BLocker::LockWithTimeout(bigtime_t timeout)
 {
     const thread_id self = find_thread(nullptr);
@@ -42,13 +37,8 @@ void BLocker::Unlock()
 
 bool BLocker::IsLocked() const
 {
-    return LockingThread() == find_thread(nullptr);
-}
-
-thread_id BLocker::LockingThread() const
-{
     kits::WaitPoint::Guard guard = fWaitPoint.Hold();
-    return fHolder;
+    return fHolder == find_thread(nullptr);
 }
 
 void BLocker::ReleaseWhole() noexcept

@@ -22,7 +22,7 @@ public:
     BLocker& operator=(const BLocker&) = delete;
 
     /// Takes the lock, however long that takes. Always returns true: a thread that is killed does not return from here.
-    bool Lock();
+    bool Lock() { return LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK; }
     /// @param timeout  microseconds; 0 or less only tries
     /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` for a time-out of 0 or less
     status_t LockWithTimeout(bigtime_t timeout);
@@ -31,8 +31,6 @@ public:
 
     /// True if the calling thread holds it.
     [[nodiscard]] bool IsLocked() const;
-    /// The holder; negative if there is none. If another thread holds it, this may be outdated when it returns.
-    [[nodiscard]] thread_id LockingThread() const;
     [[nodiscard]] const char* Name() const { return fName.c_str(); }
 
 private:

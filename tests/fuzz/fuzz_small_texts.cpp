@@ -8,12 +8,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string_view text = TextOf(data, size);
     (void)kits::ParseThreadCount(text);
-    (void)kits::ParseSocketCount(text);
     (void)kits::ParseLargestSemCount(text);
     (void)kits::ParseSemCount(text);
     (void)kits::ParseHighestProcessor(text);
-    (void)kits::ParseProcessLimit(text);
-    (void)kits::ParseUser(text);
+    (void)kits::NumberAfter(text, "Uid:");
     const auto figure = kits::FirstNumber(text);
     Expect(!figure.has_value() || text.find_first_of("0123456789") != std::string_view::npos);
     return 0;

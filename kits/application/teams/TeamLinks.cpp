@@ -97,14 +97,6 @@ bool TeamLinks::IsReachable(const Address& address)
     return link != nullptr ? !link->goneHandlers.contains(address.token) : status == B_WOULD_BLOCK;
 }
 
-void TeamLinks::GiveUp(team_address team)
-{
-    if (fGivenUp.size() >= bounds::kMostGivenUp)
-        fGivenUp.erase(fGivenUp.begin());
-    fGivenUp.push_back(team);
-    fHasGivenUp = true;
-}
-
 void TeamLinks::Forgive(team_address team)
 {
     if (!fHasGivenUp)
@@ -163,7 +155,10 @@ void TeamLinks::Handle(const pollfd* polls, size_t count)
         for (auto& [team, link] : fLinks) {
             if (link->fullSince != Clock::time_point::max() && now >= link->fullSince + bounds::kLongestFull) {
                 link->isBroken = true;
-                GiveUp(team);
+                if (fGivenUp.size() >= bounds::kMostGivenUp)
+                    fGivenUp.erase(fGivenUp.begin());
+                fGivenUp.push_back(team);
+                fHasGivenUp = true;
             }
             if (now < link->nextPing)
                 continue;

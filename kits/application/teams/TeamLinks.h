@@ -90,8 +90,6 @@ private:
     void Read(Link* link, bool* hasAnswered);
     bool HandleFrame(Link* link, FrameKind kind, std::string_view content, bool* hasAnswered);
 
-    void GiveUp(team_address team);
-
     PeerAccounts* const fAccounts;
     const Hooks fHooks;
     std::mutex fMutex; ///< guards the members below; a leaf except for the wake hook

@@ -28,11 +28,6 @@ constexpr size_t kKeptOfAnswers = 256;
 
 } // namespace
 
-void Visitors::SetListener(FileDescriptor listener)
-{
-    fListener = std::move(listener);
-}
-
 void Visitors::Clear()
 {
     fListener.Close();
@@ -54,11 +49,6 @@ size_t Visitors::CountWelcome() const
     return std::min({kMostNewcomersAtOnce,
                      bounds::kMostConnections - std::min(bounds::kMostConnections, fVisitors.size()),
                      bounds::kMostStrangers - std::min(bounds::kMostStrangers, countStrangers)});
-}
-
-bool Visitors::IsForPort(const Visitor& visitor) const
-{
-    return !visitor.isInWakeSet || !fShift.IsMains();
 }
 
 void Visitors::AppendPolls(std::vector<pollfd>* polls)

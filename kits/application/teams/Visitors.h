@@ -14,6 +14,7 @@
 #include <functional>
 #include <list>
 #include <mutex>
+#include <utility>
 
 namespace kits {
 
@@ -50,7 +51,7 @@ public:
     }
 
     /// Takes the listening socket. Call it while the port's thread does not run.
-    void SetListener(FileDescriptor listener);
+    void SetListener(FileDescriptor listener) { fListener = std::move(listener); }
     /// Closes all connections, and stops listening. Call it while the port's thread does not run.
     void Clear();
 
@@ -124,7 +125,7 @@ private:
     size_t CountWelcome() const;
     void LetIn(Newcomer newcomer);
     /// Returns whether the port's thread must read this one now.
-    bool IsForPort(const Visitor& visitor) const;
+    bool IsForPort(const Visitor& visitor) const { return !visitor.isInWakeSet || !fShift.IsMains(); }
     static void RemoveFromWakeSet(Visitor* visitor);
     void ReadFrom(Visitor* visitor);
     /// Returns how many bytes may be read from it now.

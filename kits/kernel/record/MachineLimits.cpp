@@ -83,8 +83,8 @@ void LimitReader::Read(MachineLimits* limits)
     for (ProcFile& file : fPidsMax)
         teams = Lowest(teams, FirstNumber(file.Read()));
     // A user's limit does not apply to root.
-    if (ParseUser(fStatus.Read()) != std::optional<uint64>(0))
-        teams = Lowest(teams, ParseProcessLimit(fProcessLimits.Read()));
+    if (NumberAfter(fStatus.Read(), "Uid:") != std::optional<uint64>(0))
+        teams = Lowest(teams, NumberAfter(fProcessLimits.Read(), "Max processes "));
     const auto threads = Lowest(teams, fThreadsMax.Read());
 
     SetLimit(&limits->teams, teams, INT32_MAX);

@@ -65,11 +65,6 @@ std::optional<uint64> ParseThreadCount(std::string_view text)
     return TakeNumber(&text);
 }
 
-std::optional<uint64> ParseSocketCount(std::string_view text)
-{
-    return NumberAfter(text, "sockets: used ");
-}
-
 std::optional<uint64> ParseLargestSemCount(std::string_view text)
 {
     if (TakeWord(&text).empty())
@@ -103,16 +98,6 @@ std::optional<uint64> ParseHighestProcessor(std::string_view text)
         text.remove_prefix(1);
     }
     return highest;
-}
-
-std::optional<uint64> ParseProcessLimit(std::string_view text)
-{
-    return NumberAfter(text, "Max processes ");
-}
-
-std::optional<uint64> ParseUser(std::string_view text)
-{
-    return NumberAfter(text, "Uid:");
 }
 
 std::optional<PidsGroup> ParsePidsGroup(std::string_view text)

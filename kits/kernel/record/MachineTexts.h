@@ -27,9 +27,6 @@ struct MemoryTexts {
 /// The number of threads in `/proc/loadavg`, after its only slash.
 [[nodiscard]] std::optional<uint64> ParseThreadCount(std::string_view text);
 
-/// Parses the sockets in use in `/proc/net/sockstat`.
-[[nodiscard]] std::optional<uint64> ParseSocketCount(std::string_view text);
-
 /// Parses SEMMNS, the second figure of `/proc/sys/kernel/sem`.
 [[nodiscard]] std::optional<uint64> ParseLargestSemCount(std::string_view text);
 
@@ -39,12 +36,6 @@ struct MemoryTexts {
 
 /// Returns the highest number of a list of processors such as "0-3,8-11".
 [[nodiscard]] std::optional<uint64> ParseHighestProcessor(std::string_view text);
-
-/// Parses the soft limit on processes in `/proc/self/limits`; nothing for "unlimited".
-[[nodiscard]] std::optional<uint64> ParseProcessLimit(std::string_view text);
-
-/// Parses the real user in `/proc/self/status`.
-[[nodiscard]] std::optional<uint64> ParseUser(std::string_view text);
 
 /// A control group and its place in the mounted hierarchy.
 struct PidsGroup {

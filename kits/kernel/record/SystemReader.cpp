@@ -146,7 +146,7 @@ void SystemReader::ReadMemory()
 void SystemReader::ReadCounts()
 {
     SetFigure(&fInfo.used_threads, ParseThreadCount(fLoadAvg.Read()));
-    SetFigure(&fInfo.used_ports, ParseSocketCount(fSockStat.Read()));
+    SetFigure(&fInfo.used_ports, NumberAfter(fSockStat.Read(), "sockets: used "));
     SetFigure(&fInfo.used_teams, fProcesses.Count());
     if (fSemaphores.has_value()) {
         SetFigure(&fInfo.used_sems, ParseSemCount(fSemaphores->Read()));

@@ -48,12 +48,6 @@ TEST(MachineTextsTest, Threads)
     EXPECT_EQ(ParseThreadCount(""), std::nullopt);
 }
 
-TEST(MachineTextsTest, Sockets)
-{
-    EXPECT_EQ(ParseSocketCount("sockets: used 231\nTCP: inuse 9\n"), 231u);
-    EXPECT_EQ(ParseSocketCount("TCP: inuse 9\n"), std::nullopt);
-}
-
 TEST(MachineTextsTest, Semaphores)
 {
     EXPECT_EQ(ParseLargestSemCount("32000\t1024000000\t500\t32000\n"), 1024000000u);
@@ -79,19 +73,6 @@ TEST(MachineTextsTest, Processors)
     EXPECT_EQ(ParseHighestProcessor("0\n"), 0u);
     EXPECT_EQ(ParseHighestProcessor("\n"), std::nullopt);
     EXPECT_EQ(ParseHighestProcessor(""), std::nullopt);
-}
-
-TEST(MachineTextsTest, LimitsOfAUser)
-{
-    const std::string heading = "Limit                     Soft Limit           Hard Limit           Units     \n";
-    EXPECT_EQ(
-        ParseProcessLimit(heading + "Max processes             31200                31300                processes \n"),
-        31200u);
-    EXPECT_EQ(
-        ParseProcessLimit(heading + "Max processes             unlimited            unlimited            processes \n"),
-        std::nullopt);
-    EXPECT_EQ(ParseUser("Name:\tqel\nUid:\t1000\t0\t0\t0\n"), 1000u);
-    EXPECT_EQ(ParseUser("Name:\tqel\n"), std::nullopt);
 }
 
 TEST(MachineTextsTest, ControlGroups)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using namespace kits;
 
 TEST(ProcTextTest, TakesNumbers)
@@ -54,6 +56,21 @@ TEST(ProcTextTest, FindsANumberByItsKey)
     EXPECT_EQ(NumberAfter("MemTotal:", "MemTotal:"), std::nullopt);
     EXPECT_EQ(NumberAfter("MemTotal: unknown\n", "MemTotal:"), std::nullopt);
     EXPECT_EQ(NumberAfter("", "MemTotal:"), std::nullopt);
+}
+
+TEST(ProcTextTest, FindsTheSocketsAndTheLimitsOfAUser)
+{
+    EXPECT_EQ(NumberAfter("sockets: used 231\nTCP: inuse 9\n", "sockets: used "), 231u);
+    EXPECT_EQ(NumberAfter("TCP: inuse 9\n", "sockets: used "), std::nullopt);
+    const std::string heading = "Limit                     Soft Limit           Hard Limit           Units     \n";
+    const std::string limited =
+        heading + "Max processes             31200                31300                processes \n";
+    EXPECT_EQ(NumberAfter(limited, "Max processes "), 31200u);
+    const std::string free =
+        heading + "Max processes             unlimited            unlimited            processes \n";
+    EXPECT_EQ(NumberAfter(free, "Max processes "), std::nullopt);
+    EXPECT_EQ(NumberAfter("Name:\tqel\nUid:\t1000\t0\t0\t0\n", "Uid:"), 1000u);
+    EXPECT_EQ(NumberAfter("Name:\tqel\n", "Uid:"), std::nullopt);
 }
 
 TEST(ProcTextTest, TakesTheOneFigureOfAFile)
