@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/core/DragShape.h"
 
-#include "kits/interface/platform/x11/DesktopLayer.h"
+#include "kits/interface/platform/Display.h"
 
 #include <QBitmap>
 #include <QGuiApplication>
@@ -13,7 +13,7 @@ namespace kits {
 
 DragShape::DragShape(const QPixmap& picture)
 {
-    if (!DesktopLayer::IsThere() || !picture.hasAlphaChannel())
+    if (!Display::IsX11() || !picture.hasAlphaChannel())
         return;
     fShape = QRegion(picture.mask());
     qGuiApp->installEventFilter(this);

@@ -3,6 +3,7 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/interface/InterfaceDefs.h"
+#include "kits/interface/platform/Display.h"
 #include "kits/interface/platform/Selections.h"
 #include "kits/interface/platform/selections/ForeignOffer.h"
 #include "kits/interface/platform/x11/XDragWatch.h"
@@ -181,7 +182,7 @@ bool HoldBack(QWindow& window, QDropEvent& event)
 
 void Start()
 {
-    if (XSelections::IsHere())
+    if (Display::IsX11())
         sWatch = std::make_unique<XDragWatch>([] { return sOffer.get(); });
 }
 

@@ -30,7 +30,7 @@ bool IsOurs(Name name)
 
 const QMimeData* AtHand(Name name)
 {
-    const bool isElsewhere = (XSelections::IsHere() || Display::IsWayland()) && !IsOurs(name);
+    const bool isElsewhere = (Display::IsX11() || Display::IsWayland()) && !IsOurs(name);
     return isElsewhere ? nullptr : QGuiApplication::clipboard()->mimeData(ModeOf(name));
 }
 
@@ -38,7 +38,7 @@ std::unique_ptr<SelectionSource> SourceOf(Name name)
 {
     if (AtHand(name) != nullptr)
         return nullptr;
-    if (XSelections::IsHere())
+    if (Display::IsX11())
         return XSelections::SourceOf(name == Name::kPrimary ? XSelections::Name::kPrimary
                                                             : XSelections::Name::kClipboard);
     const QMimeData* const data = QGuiApplication::clipboard()->mimeData(ModeOf(name));

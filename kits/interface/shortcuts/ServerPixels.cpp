@@ -2,15 +2,14 @@
 #include "kits/interface/shortcuts/ServerPixels.h"
 
 #include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XWindows.h"
 #include "kits/kernel/Types.h"
 
 #include <QWindow>
 
 #include <array>
 #include <bit>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -35,8 +34,7 @@ uint8 DepthOf(xcb_connection_t* server, xcb_window_t window)
         sDepths.clear();
     const auto [known, isNew] = sDepths.try_emplace(window);
     if (isNew) {
-        const std::unique_ptr<xcb_get_geometry_reply_t, decltype(&std::free)> geometry(
-            xcb_get_geometry_reply(server, xcb_get_geometry(server, window), nullptr), &std::free);
+        const auto geometry = XWindows::Await(server, xcb_get_geometry_reply, xcb_get_geometry(server, window));
         known->second = geometry != nullptr ? geometry->depth : 0;
     }
     return known->second;

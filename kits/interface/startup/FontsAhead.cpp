@@ -7,23 +7,18 @@
 
 namespace kits {
 
-FontsAhead::FontsAhead()
+std::jthread ReadFontsAhead()
 {
     // The library is the toolkit's: if the toolkit was built without it, nothing is needed.
     const auto read = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "FcInit"));
     if (read == nullptr)
-        return;
+        return {};
     try {
-        fReader = std::thread([read] { read(); });
+        return std::jthread([read] { read(); });
     } catch (const std::system_error&) {
         // No thread is available: the toolkit reads the fonts when it needs them.
+        return {};
     }
-}
-
-FontsAhead::~FontsAhead()
-{
-    if (fReader.joinable())
-        fReader.join();
 }
 
 } // namespace kits

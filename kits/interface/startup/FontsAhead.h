@@ -5,20 +5,10 @@
 
 namespace kits {
 
-/// Reads the settings of the system's fonts, a hundred small files, on a thread beside the rest of the start. The
-/// toolkit reads them when it measures its first text, and then finds them cached. Does nothing if the toolkit uses
-/// other fonts.
-class FontsAhead {
-public:
-    /// Nothing may change the environment while this object lives.
-    FontsAhead();
-    /// Waits until they are read.
-    ~FontsAhead();
-    FontsAhead(const FontsAhead&) = delete;
-    FontsAhead& operator=(const FontsAhead&) = delete;
-
-private:
-    std::thread fReader;
-};
+/// Reads the settings of the system's fonts, a hundred small files, beside the rest of the start. The toolkit reads
+/// them when it measures its first text, and then finds them cached. Does nothing if the toolkit uses other fonts.
+/// Nothing may change the environment until the thread has ended.
+/// @return the thread that reads them; its destructor waits for its end
+std::jthread ReadFontsAhead();
 
 } // namespace kits

@@ -36,6 +36,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace kits {
@@ -82,7 +83,7 @@ void MakeApplication(int& argc, char** argv)
         setenv(kPlatform, "xcb", 1);
     {
         const SessionBus bus;
-        const FontsAhead fonts;
+        const std::jthread fonts = ReadFontsAhead();
         SettingsAhead settings;
         std::optional<LoginScale> scale;
         if (LoginScale::IsInEnvironment())

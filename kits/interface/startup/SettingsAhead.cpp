@@ -18,17 +18,11 @@ SettingsAhead::SettingsAhead()
         fSettings = ReadXSettings(server, fSource);
     };
     try {
-        fReader = std::thread(read);
+        fReader = std::jthread(read);
     } catch (const std::system_error&) {
         // No thread is available.
         read();
     }
-}
-
-SettingsAhead::~SettingsAhead()
-{
-    if (fReader.joinable())
-        fReader.join();
 }
 
 const XSettings& SettingsAhead::Settings()

@@ -13,7 +13,6 @@ class SettingsAhead {
 public:
     /// Starts the thread if there is a connection.
     SettingsAhead();
-    ~SettingsAhead();
     SettingsAhead(const SettingsAhead&) = delete;
     SettingsAhead& operator=(const SettingsAhead&) = delete;
 
@@ -25,7 +24,7 @@ public:
 private:
     XSettingsSource fSource;
     XSettings fSettings;
-    std::thread fReader;
+    std::jthread fReader; ///< reads into the members above
 };
 
 } // namespace kits

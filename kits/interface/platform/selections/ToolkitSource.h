@@ -21,6 +21,10 @@ public:
     void AskOffers(std::function<void(Offers)> answer) override;
     void Ask(const SelectionForm& form, std::function<void(Data)> answer) override;
 
+protected:
+    /// Null once the data are gone.
+    const QMimeData* Offered() const { return fData; }
+
 private:
     QPointer<const QMimeData> fData;
 };

@@ -2,11 +2,9 @@
 #include "kits/interface/platform/wayland/WaylandSource.h"
 
 #include "kits/interface/platform/selections/PipeReader.h"
+#include "kits/interface/platform/selections/ToolkitSource.h"
 
-#include <QMimeData>
-#include <QPointer>
 #include <QString>
-#include <QStringList>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -112,27 +110,16 @@ std::optional<Offer> OfferIn(const QMimeData& data)
     return Offer{offer, reinterpret_cast<StartReceiving>((*functions)[*sSlot])};
 }
 
-class Source : public SelectionSource {
+/// The toolkit knows the forms at once, but waits for the data.
+class Source : public ToolkitSource {
 public:
-    explicit Source(const QMimeData& offered)
-        : fOffered(&offered)
-    {
-    }
-
-    void AskOffers(std::function<void(Offers)> answer) override
-    {
-        std::vector<std::string> names;
-        if (fOffered != nullptr)
-            for (const QString& format : fOffered->formats())
-                names.push_back(format.toStdString());
-        answer(std::move(names));
-    }
+    using ToolkitSource::ToolkitSource;
 
     void Ask(const SelectionForm& form, std::function<void(Data)> answer) override
     {
         fReader.reset();
         // The toolkit drops an offer when another one comes.
-        const std::optional<Offer> offer = fOffered != nullptr ? OfferIn(*fOffered) : std::nullopt;
+        const std::optional<Offer> offer = Offered() != nullptr ? OfferIn(*Offered()) : std::nullopt;
         std::array<int, 2> ends{};
         if (!offer.has_value() || pipe2(ends.data(), O_CLOEXEC) != 0) {
             answer(std::nullopt);
@@ -144,7 +131,6 @@ public:
     }
 
 private:
-    QPointer<const QMimeData> fOffered;
     std::unique_ptr<PipeReader> fReader;
 };
 

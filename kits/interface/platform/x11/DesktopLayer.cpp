@@ -7,6 +7,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QWindow>
 
 #include <xcb/xcb.h>
@@ -24,10 +25,11 @@ using namespace XWindows;
 constexpr uint32_t kAllWorkspaces = 0xFFFFFFFF;
 
 /// Notices compositors that come and go: the toolkit selects those events for its own use.
-class CompositorWatch : public QAbstractNativeEventFilter {
+class CompositorWatch : public QObject, public QAbstractNativeEventFilter {
 public:
     explicit CompositorWatch(xcb_connection_t* server)
-        : fSelection(Atoms(server, {"_NET_WM_CM_S0"})[0])
+        : QObject(qGuiApp)
+        , fSelection(Atoms(server, {"_NET_WM_CM_S0"})[0])
         , fIsThere(Owner(server, fSelection) != XCB_NONE)
     {
         constexpr std::string_view kExtension = "XFIXES";
@@ -71,29 +73,13 @@ private:
 /// Returns null without an X server. Lives as long as the toolkit's application object, whose connection it uses.
 CompositorWatch* Compositor()
 {
-    static CompositorWatch* watch = nullptr;
-    static const QGuiApplication* owner = nullptr;
-    if (owner != qGuiApp) {
-        owner = qGuiApp;
-        watch = nullptr;
-        if (XServer() != nullptr) {
-            watch = new CompositorWatch(XServer());
-            QObject::connect(qGuiApp, &QObject::destroyed, [] {
-                delete watch;
-                watch = nullptr;
-                owner = nullptr;
-            });
-        }
-    }
-    return watch;
+    static QPointer<CompositorWatch> sWatch;
+    if (sWatch == nullptr && XServer() != nullptr)
+        sWatch = new CompositorWatch(XServer());
+    return sWatch;
 }
 
 } // namespace
-
-bool IsThere()
-{
-    return XServer() != nullptr;
-}
 
 void MarkAsDesktopWindow(const QWindow& window)
 {

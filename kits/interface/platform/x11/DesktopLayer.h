@@ -20,9 +20,6 @@ enum class Ground {
     kDesktopWindow ///< a window of ours that belongs to the desktop
 };
 
-/// Returns whether this program is a client of an X server.
-bool IsThere();
-
 /// Keeps a window that is not shown yet out of task bar and pager, on all workspaces and below all others, and marks it
 /// as one that belongs to the desktop.
 void MarkAsDesktopWindow(const QWindow& window);

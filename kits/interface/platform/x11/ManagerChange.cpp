@@ -23,7 +23,8 @@ namespace {
 class Filter : public QObject, public QAbstractNativeEventFilter {
 public:
     explicit Filter(xcb_connection_t* server)
-        : fRoot(XWindows::Root(server))
+        : QObject(qGuiApp)
+        , fRoot(XWindows::Root(server))
     {
         qGuiApp->installNativeEventFilter(this);
     }
@@ -69,6 +70,7 @@ private:
     std::vector<Watched> fWatched;
 };
 
+/// Lives as long as the toolkit's application object; null before the first window.
 QPointer<Filter> sFilter;
 
 } // namespace
@@ -78,10 +80,8 @@ void Watch(QWidget& window, std::function<void(QPoint)> putBack)
     xcb_connection_t* const server = XServer();
     if (server == nullptr)
         return;
-    if (sFilter == nullptr) {
+    if (sFilter == nullptr)
         sFilter = new Filter(server);
-        QObject::connect(qGuiApp, &QObject::destroyed, sFilter, [] { delete sFilter; });
-    }
     sFilter->Add(window, std::move(putBack));
 }
 

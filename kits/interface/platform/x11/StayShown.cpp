@@ -41,7 +41,8 @@ struct Kept {
 class Keeper : public QObject, public QAbstractNativeEventFilter {
 public:
     explicit Keeper(xcb_connection_t* server)
-        : fServer(server)
+        : QObject(qGuiApp)
+        , fServer(server)
         , fRoot(Root(server))
         , fAtoms(Atoms(server, {"_NET_CLIENT_LIST", "_NET_SUPPORTING_WM_CHECK", "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE",
                                 "_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_SPLASH",
@@ -196,10 +197,8 @@ void Keep(QWindow& window)
     xcb_connection_t* const server = XServer();
     if (server == nullptr)
         return;
-    if (sKeeper == nullptr) {
+    if (sKeeper == nullptr)
         sKeeper = new Keeper(server);
-        QObject::connect(qGuiApp, &QObject::destroyed, sKeeper, [] { delete sKeeper; });
-    }
     sKeeper->Add(window);
 }
 

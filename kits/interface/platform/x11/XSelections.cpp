@@ -282,19 +282,9 @@ private:
 
 } // namespace
 
-bool IsHere()
-{
-    return XServer() != nullptr;
-}
-
-bool HasOwner(Name name)
-{
-    return HasOwner(TheAsker().Selection(name));
-}
-
 std::unique_ptr<SelectionSource> SourceOf(Name name)
 {
-    if (!HasOwner(name))
+    if (!HasOwner(TheAsker().Selection(name)))
         return nullptr;
     return std::make_unique<Source>(name, XCB_CURRENT_TIME, std::nullopt);
 }
@@ -310,7 +300,7 @@ std::unique_ptr<SelectionSource> SourceOf(const Drag& drag)
 void HandOver()
 {
     QClipboard& clipboard = *QGuiApplication::clipboard();
-    if (!IsHere() || (!clipboard.ownsClipboard() && !clipboard.ownsSelection()))
+    if (XServer() == nullptr || (!clipboard.ownsClipboard() && !clipboard.ownsSelection()))
         return;
     const xcb_atom_t keeper = TheAsker().AtomOf("CLIPBOARD_MANAGER");
     if (!HasOwner(keeper))

@@ -7,12 +7,11 @@
 #include <memory>
 #include <vector>
 
-struct xcb_client_message_event_t;
-
 namespace kits {
 
 /// Selections of other programs on the X server. A window of ours asks for them over the toolkit's connection. The
-/// toolkit's own questions wait for up to five seconds each; these wait only for the server. Main thread.
+/// toolkit's own questions wait for up to five seconds each; these wait only for the server. Main thread. HandOver and
+/// Stop do nothing without an X server; the other functions need one.
 namespace XSelections {
 
 enum class Name { kClipboard, kPrimary, kDrag };
@@ -26,11 +25,7 @@ struct Drag {
     std::vector<uint32> forms; ///< atoms
 };
 
-/// True if the display is an X server.
-bool IsHere();
-/// Returns false if nobody owns it. Queries the server.
-bool HasOwner(Name name);
-/// Returns null if nobody owns it.
+/// Returns null if nobody owns it. Queries the server.
 std::unique_ptr<SelectionSource> SourceOf(Name name);
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
 
