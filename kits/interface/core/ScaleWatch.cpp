@@ -5,7 +5,6 @@
 #include "kits/interface/core/WindowImpl.h"
 #include "kits/interface/core/WindowPane.h"
 #include "kits/interface/platform/Display.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XSettings.h"
 #include "kits/interface/platform/x11/XWindows.h"
 

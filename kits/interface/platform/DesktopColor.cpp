@@ -21,6 +21,7 @@ constexpr int kLongestAnswer = 100;
 
 /// Not destroyed automatically: a process that calls exit() somewhere leaves its thread as it is.
 DesktopWatch* sWatch = nullptr;
+DesktopWatch::Maker sTestMaker;
 
 /// Nothing lies below a desktop that could shine through.
 rgb_color Opaque(rgb_color color)
@@ -42,16 +43,10 @@ std::string MainScreen()
     return screen != nullptr ? screen->name().toStdString() : "";
 }
 
-DesktopWatch::Maker& TestMaker()
-{
-    static DesktopWatch::Maker maker;
-    return maker;
-}
-
 DesktopWatch& Watch()
 {
     if (sWatch == nullptr) {
-        DesktopWatch::Maker make = TestMaker();
+        DesktopWatch::Maker make = sTestMaker;
         if (make == nullptr && (Display::IsX11() || Display::IsWayland()))
             make = [isX11 = Display::IsX11(), screen = MainScreen()] { return MakeDesktopBackend(isX11, screen); };
         sWatch = new DesktopWatch(std::move(make), kUnknown, [] { RunOnMainThread(RepaintWindows); });
@@ -95,7 +90,7 @@ void Restore()
 
 void SetMaker(DesktopWatch::Maker make)
 {
-    TestMaker() = std::move(make);
+    sTestMaker = std::move(make);
 }
 
 void Stop()

@@ -26,12 +26,8 @@ std::unique_ptr<XDragWatch> sWatch;
 /// The offer that is dragged over our windows, or null.
 std::shared_ptr<ForeignOffer> sOffer;
 
-/// Tells one drag from another.
-struct Identity {
-    const void* data = nullptr; ///< only to be compared
-    uint64_t number = 0;
-    bool operator==(const Identity&) const = default;
-};
+/// Tells one drag from another: the address of its data, and its number.
+using Identity = std::pair<const void*, uint64_t>;
 Identity sIdentity;
 /// False while we tell a window that a drag has left, although the drag continues.
 bool sLeaves = true;

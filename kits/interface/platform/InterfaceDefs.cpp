@@ -5,45 +5,34 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QToolTip>
+
+#include <utility>
 
 namespace {
 
-rgb_color FromQt(const QColor& color)
-{
-    return make_color(static_cast<uint8>(color.red()), static_cast<uint8>(color.green()),
-                      static_cast<uint8>(color.blue()));
-}
+constexpr std::pair<color_which, QPalette::ColorRole> kRoles[] = {
+    {B_PANEL_BACKGROUND_COLOR, QPalette::Window},       {B_PANEL_TEXT_COLOR, QPalette::WindowText},
+    {B_DOCUMENT_BACKGROUND_COLOR, QPalette::Base},      {B_DOCUMENT_TEXT_COLOR, QPalette::Text},
+    {B_CONTROL_BACKGROUND_COLOR, QPalette::Button},     {B_CONTROL_TEXT_COLOR, QPalette::ButtonText},
+    {B_KEYBOARD_NAVIGATION_COLOR, QPalette::Highlight}, {B_TOOL_TIP_BACKGROUND_COLOR, QPalette::ToolTipBase},
+    {B_TOOL_TIP_TEXT_COLOR, QPalette::ToolTipText},
+};
 
 QPalette::ColorRole RoleOf(color_which which)
 {
-    switch (which) {
-    case B_PANEL_TEXT_COLOR:
-        return QPalette::WindowText;
-    case B_DOCUMENT_BACKGROUND_COLOR:
-        return QPalette::Base;
-    case B_DOCUMENT_TEXT_COLOR:
-        return QPalette::Text;
-    case B_CONTROL_BACKGROUND_COLOR:
-        return QPalette::Button;
-    case B_CONTROL_TEXT_COLOR:
-        return QPalette::ButtonText;
-    case B_KEYBOARD_NAVIGATION_COLOR:
-        return QPalette::Highlight;
-    case B_TOOL_TIP_BACKGROUND_COLOR:
-        return QPalette::ToolTipBase;
-    case B_TOOL_TIP_TEXT_COLOR:
-        return QPalette::ToolTipText;
-    default:
-        return QPalette::Window;
-    }
+    for (const auto& [color, role] : kRoles)
+        if (color == which)
+            return role;
+    return QPalette::Window;
 }
 
 } // namespace
 
 rgb_color ui_color(color_which which)
 {
-    return FromQt(QGuiApplication::palette().color(QPalette::Active, RoleOf(which)));
+    const QColor color = QGuiApplication::palette().color(QPalette::Active, RoleOf(which));
+    return make_color(static_cast<uint8>(color.red()), static_cast<uint8>(color.green()),
+                      static_cast<uint8>(color.blue()));
 }
 
 status_t beep()

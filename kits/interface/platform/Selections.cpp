@@ -39,8 +39,7 @@ std::unique_ptr<SelectionSource> SourceOf(Name name)
     if (AtHand(name) != nullptr)
         return nullptr;
     if (Display::IsX11())
-        return XSelections::SourceOf(name == Name::kPrimary ? XSelections::Name::kPrimary
-                                                            : XSelections::Name::kClipboard);
+        return XSelections::SourceOf(name == Name::kPrimary ? XSelections::kPrimary : XSelections::kClipboard);
     const QMimeData* const data = QGuiApplication::clipboard()->mimeData(ModeOf(name));
     return data != nullptr && !data->formats().isEmpty() ? SourceOf(*data) : nullptr;
 }

@@ -49,19 +49,15 @@ QColor FrameOn(const QColor& panel)
 
 bool IsFramed(QStyle::PrimitiveElement element)
 {
-    switch (element) {
-    case QStyle::PE_Frame:
-    case QStyle::PE_FrameGroupBox:
-    case QStyle::PE_FrameLineEdit:
-    case QStyle::PE_PanelLineEdit:
-    case QStyle::PE_PanelButtonCommand:
-    case QStyle::PE_PanelButtonTool:
-    case QStyle::PE_IndicatorCheckBox:
-    case QStyle::PE_IndicatorRadioButton:
-        return true;
-    default:
-        return false;
-    }
+    constexpr QStyle::PrimitiveElement kFramed[] = {QStyle::PE_Frame,
+                                                    QStyle::PE_FrameGroupBox,
+                                                    QStyle::PE_FrameLineEdit,
+                                                    QStyle::PE_PanelLineEdit,
+                                                    QStyle::PE_PanelButtonCommand,
+                                                    QStyle::PE_PanelButtonTool,
+                                                    QStyle::PE_IndicatorCheckBox,
+                                                    QStyle::PE_IndicatorRadioButton};
+    return std::find(std::begin(kFramed), std::end(kFramed), element) != std::end(kFramed);
 }
 
 bool IsFramed(QStyle::ComplexControl control)

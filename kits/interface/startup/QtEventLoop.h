@@ -8,7 +8,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
-#include <memory>
 #include <vector>
 
 class QEventLoop;

@@ -48,12 +48,6 @@ bool IsDarkColor(const QColor& color)
     return qGray(color.rgb()) < 128;
 }
 
-void TellViews()
-{
-    for (WindowImpl* window : WindowImpl::All())
-        window->ForEachView([](BView* view) { ViewImpl::Of(view).ThemeChanged(); });
-}
-
 void Apply()
 {
     sApplying = true;
@@ -68,7 +62,8 @@ void Apply()
     else if (!dark)
         QGuiApplication::setPalette(Palettes::LightPanels());
     sApplying = false;
-    TellViews();
+    for (WindowImpl* window : WindowImpl::All())
+        window->ForEachView([](BView* view) { ViewImpl::Of(view).ThemeChanged(); });
 }
 
 bool GtkFilesAreDark()

@@ -27,7 +27,11 @@ DesktopWatch::DesktopWatch(Maker make, rgb_color unknown, std::function<void()> 
     fIsBlind = fMake == nullptr;
     if (fIsBlind)
         return;
-    fThread = spawn_thread(ThreadEntry, "Desktop colour", B_LOW_PRIORITY, this);
+    const auto run = [](void* self) {
+        static_cast<DesktopWatch*>(self)->Run();
+        return B_OK;
+    };
+    fThread = spawn_thread(run, "Desktop colour", B_LOW_PRIORITY, this);
     resume_thread(fThread);
 }
 
@@ -126,12 +130,6 @@ void DesktopWatch::Give(Order order)
         fOrder = order;
     }
     eventfd_write(fWake.Get(), 1);
-}
-
-int32 DesktopWatch::ThreadEntry(void* self)
-{
-    static_cast<DesktopWatch*>(self)->Run();
-    return B_OK;
 }
 
 void DesktopWatch::Run()

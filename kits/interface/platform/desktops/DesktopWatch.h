@@ -53,7 +53,6 @@ public:
 private:
     enum class Order { kNone, kPaint, kRestore, kChange, kLook };
 
-    static int32 ThreadEntry(void* self);
     void Run();
     /// Carries out the newest order.
     /// @return false if there was none

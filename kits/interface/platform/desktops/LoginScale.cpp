@@ -18,12 +18,6 @@ constexpr const char* kFactor = "QT_SCALE_FACTOR";
 constexpr const char* kResolution = "QT_FONT_DPI";
 constexpr const char* kOfUser[] = {"QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI"};
 
-bool IsWhole(const std::string& number)
-{
-    return std::all_of(
-        number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 char* EntryOf(std::string_view name)
 {
     for (char** entry = environ; entry != nullptr && *entry != nullptr; entry++) {
@@ -40,7 +34,8 @@ bool LoginScale::IsInEnvironment()
 {
     using Environment::Value;
     const std::string factor = Value(kFactor);
-    return (!factor.empty() || !Value(kResolution).empty()) && IsWhole(factor) && Environment::IsSessionOf("MATE") &&
+    const bool isWhole = factor.find_first_not_of("0123456789") == factor.npos;
+    return (!factor.empty() || !Value(kResolution).empty()) && isWhole && Environment::IsSessionOf("MATE") &&
            std::all_of(std::begin(kOfUser), std::end(kOfUser), [](const char* name) { return Value(name).empty(); });
 }
 

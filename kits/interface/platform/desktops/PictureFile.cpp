@@ -64,42 +64,6 @@ std::optional<char> CodedAt(std::string_view text, size_t place)
     return static_cast<char>(value);
 }
 
-std::string PathOf(const std::string& location)
-{
-    constexpr std::string_view kScheme = "file:";
-    if (!location.starts_with(kScheme))
-        return location;
-    std::string_view text = std::string_view(location).substr(kScheme.size());
-    // "file://host/path", if the host is this one.
-    if (text.starts_with("//"))
-        text.remove_prefix(std::min(text.find('/', 2), text.size()));
-    std::string path;
-    for (size_t i = 0; i < text.size(); i++) {
-        const std::optional<char> coded = CodedAt(text, i);
-        path += coded.value_or(text[i]);
-        i += coded ? 2 : 0;
-    }
-    return path;
-}
-
-/// Returns the regular files of a folder, sorted by name.
-std::vector<std::string> FilesOf(const std::string& folder)
-{
-    std::vector<std::string> files;
-    std::error_code error;
-    size_t count = 0;
-    for (auto entry = std::filesystem::directory_iterator(folder, error);
-         !error && entry != std::filesystem::directory_iterator() && count < bounds::kMostWallpaperEntries;
-         entry.increment(error), ++count) {
-        std::error_code none;
-        if (entry->is_regular_file(none))
-            files.push_back(entry->path().string());
-    }
-    std::sort(files.begin(), files.end());
-    files.resize(std::min(files.size(), bounds::kMostPictureFiles));
-    return files;
-}
-
 /// Returns the path of the picture that a slideshow shows now; for any other file its own path.
 std::string PictureOf(const std::string& path)
 {
@@ -120,9 +84,12 @@ std::vector<std::string> FilesAt(const std::string& location)
     std::error_code error;
     if (!std::filesystem::is_directory(path, error))
         return {path};
-    std::vector<std::string> files = FilesOf(path + "/contents/images");
-    for (std::string& file : FilesOf(path))
-        files.push_back(std::move(file));
+    std::vector<std::string> files;
+    for (const char* folder : {"/contents/images", ""}) {
+        const std::vector<std::string> found = FilesOf(path + folder);
+        const size_t count = std::min(found.size(), bounds::kMostPictureFiles);
+        files.insert(files.end(), found.begin(), found.begin() + static_cast<ptrdiff_t>(count));
+    }
     return files;
 }
 
@@ -197,6 +164,40 @@ std::optional<Average> AverageOfFiles(std::vector<std::string> files)
 }
 
 } // namespace
+
+std::string PathOf(const std::string& location)
+{
+    constexpr std::string_view kScheme = "file:";
+    if (!location.starts_with(kScheme))
+        return location;
+    std::string_view text = std::string_view(location).substr(kScheme.size());
+    // "file://host/path", if the host is this one.
+    if (text.starts_with("//"))
+        text.remove_prefix(std::min(text.find('/', 2), text.size()));
+    std::string path;
+    for (size_t i = 0; i < text.size(); i++) {
+        const std::optional<char> coded = CodedAt(text, i);
+        path += coded.value_or(text[i]);
+        i += coded ? 2 : 0;
+    }
+    return path;
+}
+
+std::vector<std::string> FilesOf(const std::string& folder)
+{
+    std::vector<std::string> files;
+    std::error_code error;
+    size_t count = 0;
+    for (auto entry = std::filesystem::directory_iterator(folder, error);
+         !error && entry != std::filesystem::directory_iterator() && count < bounds::kMostWallpaperEntries;
+         entry.increment(error), ++count) {
+        std::error_code none;
+        if (entry->is_regular_file(none))
+            files.push_back(entry->path().string());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
 
 std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind)
 {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kits {
 
@@ -21,6 +22,12 @@ namespace kits {
 /// @param behind    the colour that shows through a transparent picture
 /// @return nothing if it is no picture, or cannot be read within the limits
 std::optional<rgb_color> AverageOfFile(const std::string& location, rgb_color behind);
+
+/// Returns the path that a "file:" address names; any other text is a path itself.
+std::string PathOf(const std::string& location);
+/// Returns the regular files of a folder, sorted by name: a folder's own order is arbitrary. Looks at no more than
+/// bounds::kMostWallpaperEntries entries.
+std::vector<std::string> FilesOf(const std::string& folder);
 
 /// While an object exists, its thread gives up reading a picture as soon as a descriptor becomes readable. For threads
 /// whose end others await.

@@ -18,6 +18,7 @@ namespace kits {
 namespace {
 
 constexpr const char* kFile = "plasma-org.kde.plasma.desktop-appletsrc";
+constexpr const char* kShell = "org.kde.plasmashell";
 constexpr const char* kPlainPlugin = "org.kde.color";
 constexpr const char* kPicturePlugin = "org.kde.image";
 constexpr const char* kSlidesPlugin = "org.kde.slideshow";
@@ -58,12 +59,7 @@ constexpr const char* kReadScript = "function line(d, name, value) { print(d.id 
 std::optional<std::string> Evaluate(const std::string& script)
 {
     return Tool::CallBus(
-        {"--dest=org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
-}
-
-bool IsShellGone()
-{
-    return Tool::BusLacks("org.kde.plasmashell");
+        {std::string("--dest=") + kShell, "/PlasmaShell", "org.kde.PlasmaShell.evaluateScript", "string:" + script});
 }
 
 std::string Quoted(const std::string& text)
@@ -81,11 +77,6 @@ std::string Quoted(const std::string& text)
 std::string DesktopOf(const std::string& key)
 {
     return key.substr(0, key.find('/'));
-}
-
-bool IsColor(const std::string& key)
-{
-    return key == DesktopOf(key) + "/" + kColor;
 }
 
 bool IsNumber(const std::string& text)
@@ -127,15 +118,10 @@ std::string FilePath()
     return settings.empty() ? "" : settings + "/" + kFile;
 }
 
-IniFile ReadFile()
-{
-    return IniFile::Read(FilePath());
-}
-
 std::optional<std::string> InFile(const std::string& key)
 {
     const Place place = PlaceOf(key);
-    return ReadFile().Value(place.Group(), place.key);
+    return IniFile::Read(FilePath()).Value(place.Group(), place.key);
 }
 
 SettingsDesktop::Setting Make(const std::string& desktop, const std::string& name, const std::string& value)
@@ -150,7 +136,7 @@ SettingsDesktop::Setting Make(const std::string& desktop, const std::string& nam
 std::optional<SettingsDesktop::Settings> Stored()
 {
     SettingsDesktop::Settings settings;
-    const IniFile file = ReadFile();
+    const IniFile file = IniFile::Read(FilePath());
     for (const auto& [group, values] : file.Groups()) {
         const std::string start = "Containments][";
         const std::string desktop = group.rfind(start, 0) == 0 ? group.substr(start.size()) : "";
@@ -204,7 +190,7 @@ protected:
     {
         const std::optional<std::string> printed = Evaluate(kReadScript);
         if (!printed)
-            return IsShellGone() ? Stored() : std::nullopt;
+            return Tool::BusLacks(kShell) ? Stored() : std::nullopt;
         Settings settings;
         std::istringstream lines(*printed);
         for (std::string line; std::getline(lines, line);) {
@@ -229,7 +215,7 @@ protected:
             return " d.writeConfig(" + Quoted(entry) + ", ''); d.writeConfig(" + Quoted(entry) + ", " + Quoted(value) +
                    ");";
         };
-        const std::string change = IsColor(key)
+        const std::string change = key == DesktopOf(key) + "/" + kColor
                                        ? "d.currentConfigGroup = ['Wallpaper', 'org.kde.color', 'General'];" +
                                              write(kColor) + " d.reloadConfig(); print(d.readConfig('Color'));"
                                        : "d.wallpaperPlugin = " + Quoted(value) + "; d.currentConfigGroup = [];" +
@@ -240,7 +226,7 @@ protected:
                                                             " if (d.id == " +
                                                             DesktopOf(key) + ") { " + change + " } }");
         if (!printed)
-            return IsShellGone() && WriteFile(key, value);
+            return Tool::BusLacks(kShell) && WriteFile(key, value);
         return printed->find(value) != printed->npos;
     }
 

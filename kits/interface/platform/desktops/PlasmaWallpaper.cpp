@@ -3,10 +3,9 @@
 
 #include "kits/interface/platform/desktops/IniFile.h"
 #include "kits/interface/platform/desktops/KdeSettings.h"
+#include "kits/interface/platform/desktops/PictureFile.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/storage/ReadSmallFile.h"
-
-#include <QUrl>
 
 #include <algorithm>
 #include <cctype>
@@ -29,13 +28,6 @@ constexpr std::string_view kEnd = "</default>";
 
 constexpr const char* kFirstLook = "org.kde.breeze.desktop";
 constexpr const char* kFirstPackage = "Next";
-
-std::string PathOf(const std::string& location)
-{
-    if (location.rfind("file:", 0) != 0)
-        return location;
-    return QUrl(QString::fromStdString(location)).toLocalFile().toStdString();
-}
 
 /// Returns the wallpaper of the chosen look.
 std::string DefaultSetting()
@@ -65,28 +57,17 @@ bool IsPictureName(const fs::path& path)
 std::optional<std::string> BestIn(const fs::path& folder, Size screen)
 {
     std::vector<std::string> names;
-    std::error_code error;
-    size_t count = 0;
-    for (fs::directory_iterator file(folder, error), end;
-         !error && file != end && count < bounds::kMostWallpaperEntries; file.increment(error), ++count) {
-        std::error_code ignored;
-        if (IsPictureName(file->path()) && file->is_regular_file(ignored))
-            names.push_back(file->path().filename());
-    }
-    // Sorted, because in a folder's arbitrary order pictures without a size would be chosen by chance.
-    std::sort(names.begin(), names.end());
+    for (const fs::path path : FilesOf(folder))
+        if (IsPictureName(path))
+            names.push_back(path.filename());
     const int best = BestOf(names, screen);
     return best < 0 ? std::nullopt : std::optional((folder / names[static_cast<size_t>(best)]).string());
 }
 
 std::optional<std::string> PictureOfPackage(const fs::path& package, Size screen, bool isDark)
 {
-    std::optional<std::string> picture;
-    if (isDark)
-        picture = BestIn(package / "contents/images_dark", screen);
-    if (!picture)
-        picture = BestIn(package / "contents/images", screen);
-    return picture;
+    const auto dark = isDark ? BestIn(package / "contents/images_dark", screen) : std::nullopt;
+    return dark ? dark : BestIn(package / "contents/images", screen);
 }
 
 } // namespace

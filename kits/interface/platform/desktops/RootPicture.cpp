@@ -43,21 +43,21 @@ struct RootPicture::Sum {
     };
 
     explicit Sum(const RootPicture& picture)
-        : red(picture.fRed)
-        , green(picture.fGreen)
-        , blue(picture.fBlue)
+        : parts{Part(picture.fRed), Part(picture.fGreen), Part(picture.fBlue)}
     {
     }
     void Add(uint32 pixel)
     {
-        red.Add(pixel);
-        green.Add(pixel);
-        blue.Add(pixel);
+        for (Part& part : parts)
+            part.Add(pixel);
         count++;
     }
-    rgb_color Average() const { return make_color(red.Average(count), green.Average(count), blue.Average(count)); }
+    rgb_color Average() const
+    {
+        return make_color(parts[0].Average(count), parts[1].Average(count), parts[2].Average(count));
+    }
 
-    Part red, green, blue;
+    Part parts[3]; ///< red, green, blue
     uint64 count = 0;
 };
 

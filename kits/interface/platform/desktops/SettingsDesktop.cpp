@@ -154,11 +154,6 @@ bool SettingsDesktop::TakeNews()
     return isNews;
 }
 
-bool SettingsDesktop::IsNews(const std::string&, bool) const
-{
-    return true;
-}
-
 std::optional<std::string> SettingsDesktop::Find(const Settings& settings, const std::string& key)
 {
     for (const Setting& setting : settings)

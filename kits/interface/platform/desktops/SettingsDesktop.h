@@ -59,7 +59,7 @@ protected:
     virtual std::optional<rgb_color> Shown(const Settings& settings) const = 0;
     /// True if the line of a monitor reports a setting that matters.
     /// @param isPainted  only styles matter, since we change the colours ourselves
-    virtual bool IsNews(const std::string& line, bool isPainted) const;
+    virtual bool IsNews(const std::string& /*line*/, bool /*isPainted*/) const { return true; }
 
     /// Returns the value of a setting; nothing if it has none.
     static std::optional<std::string> Find(const Settings& settings, const std::string& key);

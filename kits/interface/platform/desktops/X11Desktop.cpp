@@ -257,19 +257,14 @@ private:
         return made != nullptr ? pixmap : static_cast<xcb_pixmap_t>(XCB_NONE);
     }
 
-    void SetName(xcb_atom_t atom, xcb_pixmap_t pixmap)
-    {
-        if (pixmap == XCB_NONE)
-            xcb_delete_property(fConnection.get(), fRoot, atom);
-        else
-            XWindows::SetProperty(fConnection.get(), fRoot, atom, XCB_ATOM_PIXMAP, {pixmap});
-    }
-
     void SetNames(xcb_pixmap_t picture, xcb_pixmap_t owned, xcb_pixmap_t otherPicture)
     {
-        SetName(fAtoms.otherPicture, otherPicture);
-        SetName(fAtoms.owned, owned);
-        SetName(fAtoms.picture, picture);
+        for (const auto& [atom, pixmap] :
+             {std::pair(fAtoms.otherPicture, otherPicture), {fAtoms.owned, owned}, {fAtoms.picture, picture}})
+            if (pixmap == XCB_NONE)
+                xcb_delete_property(fConnection.get(), fRoot, atom);
+            else
+                XWindows::SetProperty(fConnection.get(), fRoot, atom, XCB_ATOM_PIXMAP, {pixmap});
     }
 
     /// @param what  XCB_CW_BACK_PIXMAP or XCB_CW_BACK_PIXEL

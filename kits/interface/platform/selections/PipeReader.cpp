@@ -16,7 +16,7 @@ PipeReader::PipeReader(int descriptor, size_t limit, std::function<void(std::opt
     , fEnded(std::move(ended))
     , fNotifier(new QSocketNotifier(descriptor, QSocketNotifier::Read))
 {
-    fcntl(fDescriptor, F_SETFL, O_NONBLOCK);
+    fcntl(descriptor, F_SETFL, O_NONBLOCK);
     QObject::connect(fNotifier, &QSocketNotifier::activated, fNotifier, [this] { Read(); });
 }
 
@@ -26,14 +26,13 @@ PipeReader::~PipeReader()
     fNotifier->setEnabled(false);
     fNotifier->disconnect();
     fNotifier->deleteLater();
-    close(fDescriptor);
 }
 
 void PipeReader::Read()
 {
     // Limited per turn, because the owner may write as fast as this reads.
     std::array<char, 65536> bytes;
-    const ssize_t size = read(fDescriptor, bytes.data(), bytes.size());
+    const ssize_t size = read(fDescriptor.Get(), bytes.data(), bytes.size());
     if (size < 0) {
         if (errno != EAGAIN && errno != EINTR)
             End(false);

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/kernel/FileDescriptor.h"
+
 #include <QSocketNotifier>
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -27,7 +28,7 @@ private:
     void Read();
     void End(bool isWhole);
 
-    const int fDescriptor;
+    const FileDescriptor fDescriptor;
     const size_t fLimit;
     std::function<void(std::optional<std::string>)> fEnded;
     std::string fBytes;

@@ -20,8 +20,13 @@ void SelectionFetch::Start()
     fState = State::kAsking;
     const uint64 question = ++fQuestion;
     fSource->AskOffers([this, question](const SelectionSource::Offers& offers) {
-        if (fState == State::kAsking && question == fQuestion)
-            TakeOffers(offers);
+        if (fState != State::kAsking || question != fQuestion)
+            return;
+        if (offers.has_value())
+            std::erase_if(fWanted, [&offers](const SelectionForm& form) {
+                return std::find(offers->begin(), offers->end(), form.name) == offers->end();
+            });
+        AskNext();
     });
 }
 
@@ -31,15 +36,6 @@ void SelectionFetch::GiveUp()
         End(State::kLate);
 }
 
-void SelectionFetch::TakeOffers(const SelectionSource::Offers& offers)
-{
-    if (offers.has_value())
-        std::erase_if(fWanted, [&offers](const SelectionForm& form) {
-            return std::find(offers->begin(), offers->end(), form.name) == offers->end();
-        });
-    AskNext();
-}
-
 void SelectionFetch::AskNext()
 {
     if (fNext == fWanted.size()) {
@@ -47,18 +43,15 @@ void SelectionFetch::AskNext()
         return;
     }
     const uint64 question = ++fQuestion;
-    fSource->Ask(fWanted[fNext++], [this, question](const SelectionSource::Data& data) { TakeData(question, data); });
-}
-
-void SelectionFetch::TakeData(uint64 question, const SelectionSource::Data& data)
-{
-    if (fState != State::kAsking || question != fQuestion)
-        return;
-    const SelectionForm& form = fWanted[fNext - 1];
-    if (data.has_value() && data->size() <= form.limit && fUse(form, *data))
-        End(State::kTaken);
-    else
-        AskNext();
+    fSource->Ask(fWanted[fNext++], [this, question](const SelectionSource::Data& data) {
+        if (fState != State::kAsking || question != fQuestion)
+            return;
+        const SelectionForm& form = fWanted[fNext - 1];
+        if (data.has_value() && data->size() <= form.limit && fUse(form, *data))
+            End(State::kTaken);
+        else
+            AskNext();
+    });
 }
 
 void SelectionFetch::End(State state)

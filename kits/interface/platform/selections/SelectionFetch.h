@@ -65,9 +65,7 @@ public:
     State Current() const { return fState; }
 
 private:
-    void TakeOffers(const SelectionSource::Offers& offers);
     void AskNext();
-    void TakeData(uint64 question, const SelectionSource::Data& data);
     void End(State state);
 
     std::unique_ptr<SelectionSource> fSource;

@@ -2,7 +2,6 @@
 #include "kits/interface/platform/x11/DesktopLayer.h"
 
 #include "kits/interface/platform/x11/DesktopPlace.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QAbstractNativeEventFilter>

@@ -8,7 +8,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace kits::DesktopPlace {

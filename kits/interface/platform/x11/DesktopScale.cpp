@@ -9,7 +9,6 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 namespace kits::DesktopScale {

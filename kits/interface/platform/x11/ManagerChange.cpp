@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/ManagerChange.h"
 
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QAbstractNativeEventFilter>

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/StayShown.h"
 
-#include "kits/interface/platform/x11/OwnDesktop.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QAbstractNativeEventFilter>
@@ -11,10 +9,8 @@
 #include <QTimer>
 #include <QWindow>
 
-#include <algorithm>
 #include <chrono>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -37,6 +33,27 @@ struct Kept {
     QPointer<QWindow> window;
     std::vector<uint32_t> types; ///< as the toolkit set them; empty until they were changed
 };
+
+/// Makes and shows an empty window of the type "desktop", for a session in which no program has one. It is one pixel
+/// large, lies beside the screen, and takes neither focus nor pointer. The caller flushes and destroys it.
+xcb_window_t MakeOwnDesktop(xcb_connection_t* server)
+{
+    const xcb_window_t window = xcb_generate_id(server);
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, Root(server), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const std::vector<xcb_atom_t> atoms = Atoms(server, {"_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP"});
+    SetProperty(server, window, atoms[0], XCB_ATOM_ATOM, {atoms[1]});
+    // A window manager moves a window unless its place is marked as the user's.
+    constexpr uint32_t kUsersPlace = 1;
+    std::vector<uint32_t> hints(18);
+    hints[0] = kUsersPlace;
+    SetProperty(server, window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
+    constexpr uint32_t kTellsOfInput = 1;
+    constexpr uint32_t kTakesNone = 0;
+    SetProperty(server, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, {kTellsOfInput, kTakesNone, 0, 0, 0, 0, 0, 0, 0});
+    xcb_map_window(server, window);
+    return window;
+}
 
 class Keeper : public QObject, public QAbstractNativeEventFilter {
 public:

@@ -4,7 +4,6 @@
 #include "kits/kernel/Types.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 
 namespace kits {

@@ -3,7 +3,6 @@
 
 #include "kits/application/MainThread.h"
 #include "kits/interface/platform/selections/ForeignOffer.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 
 #include <QGuiApplication>
@@ -41,17 +40,12 @@ void XDragWatch::TakeAtoms()
         fAtoms = XWindows::TakeAtoms(fServer, fAsked);
 }
 
-bool XDragWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*)
+bool XDragWatch::nativeEventFilter(const QByteArray&, void* event, qintptr*)
 {
-    const auto& event = *static_cast<const xcb_client_message_event_t*>(message);
-    if ((event.response_type & ~XWindows::kSentByClient) != XCB_CLIENT_MESSAGE || event.format != 32)
+    const auto& message = *static_cast<const xcb_client_message_event_t*>(event);
+    if ((message.response_type & ~XWindows::kSentByClient) != XCB_CLIENT_MESSAGE || message.format != 32)
         return false;
     TakeAtoms();
-    return Handle(event);
-}
-
-bool XDragWatch::Handle(const xcb_client_message_event_t& message)
-{
     const uint32_t* const data = message.data.data32;
     if (message.type == fAtoms[kEnter]) {
         RefuseHeld();

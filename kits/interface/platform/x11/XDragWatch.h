@@ -28,13 +28,12 @@ public:
 
     const XSelections::Drag& Current() const { return fDrag; }
 
-    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 
 private:
     enum Atom { kEnter, kPosition, kDrop, kLeave, kFinished };
 
     void TakeAtoms();
-    bool Handle(const xcb_client_message_event_t& message);
     bool Hold(const xcb_client_message_event_t& drop);
     void FetchForHeld();
     void Release();

@@ -5,7 +5,6 @@
 #include "kits/application/MainThread.h"
 #include "kits/application/Timer.h"
 #include "kits/interface/platform/x11/XConversion.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 #include "kits/kernel/Bounds.h"
 
@@ -30,6 +29,12 @@ namespace {
 /// A late answer can be mistaken for the answer to a new question only after this many questions.
 constexpr uint32 kProperties = 32;
 
+constexpr const char* kDrag = "XdndSelection";
+constexpr const char* kTargets = "TARGETS";
+constexpr const char* kIncremental = "INCR";
+constexpr const char* kUtf8 = "UTF8_STRING";
+constexpr const char* kTypeList = "XdndTypeList";
+
 /// The window that asks, and the unanswered questions.
 class Asker : public QAbstractNativeEventFilter, public XConversion::Port {
 public:
@@ -39,13 +44,12 @@ public:
         : fServer(server)
         , fWindow(xcb_generate_id(server))
     {
-        const std::vector<xcb_atom_t> atoms =
-            XWindows::Atoms(server, {"CLIPBOARD", "XdndSelection", "TARGETS", "INCR", "UTF8_STRING", "XdndTypeList"});
-        fSelections = {atoms[0], XCB_ATOM_PRIMARY, atoms[1]};
-        fTargets = atoms[2];
-        fIncremental = atoms[3];
-        fUtf8 = atoms[4];
-        fTypeList = atoms[5];
+        // Those that every question needs, in one round trip.
+        const std::initializer_list<const char*> names = {kClipboard,   kPrimary, kDrag,    kTargets,
+                                                          kIncremental, kUtf8,    kTypeList};
+        const std::vector<xcb_atom_t> atoms = XWindows::Atoms(server, names);
+        for (size_t i = 0; i < atoms.size(); i++)
+            fAtoms[names.begin()[i]] = atoms[i];
         const std::array<uint32_t, 2> values{1, XCB_EVENT_MASK_PROPERTY_CHANGE};
         xcb_create_window(server, XCB_COPY_FROM_PARENT, fWindow, XWindows::Root(server), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT,
@@ -54,10 +58,6 @@ public:
     }
     ~Asker() override { xcb_destroy_window(fServer, fWindow); }
 
-    xcb_atom_t Selection(Name name) const { return fSelections[static_cast<size_t>(name)]; }
-    xcb_atom_t Targets() const { return fTargets; }
-    xcb_atom_t Utf8() const { return fUtf8; }
-    xcb_atom_t TypeList() const { return fTypeList; }
     xcb_connection_t* Server() const { return fServer; }
 
     xcb_atom_t AtomOf(const std::string& name)
@@ -76,8 +76,8 @@ public:
         xcb_delete_property(fServer, fWindow, property);
         xcb_convert_selection(fServer, fWindow, selection, target, property, time);
         xcb_flush(fServer);
-        fOpen.emplace(
-            fAsked, Open{XConversion({selection, target, property}, fIncremental, limit, *this), std::move(answered)});
+        fOpen.emplace(fAsked, Open{XConversion({selection, target, property}, AtomOf(kIncremental), limit, *this),
+                                   std::move(answered)});
         return fAsked;
     }
     void TakeBack(uint64 question) { fOpen.erase(question); }
@@ -157,11 +157,6 @@ private:
 
     xcb_connection_t* const fServer;
     const xcb_window_t fWindow;
-    std::array<xcb_atom_t, 3> fSelections{};
-    xcb_atom_t fTargets;
-    xcb_atom_t fIncremental;
-    xcb_atom_t fUtf8;
-    xcb_atom_t fTypeList;
     std::map<std::string, xcb_atom_t> fAtoms;
     uint64 fAsked = 0;
     std::map<uint64, Open> fOpen;
@@ -197,8 +192,8 @@ bool IsText(const std::string& form)
 
 class Source : public SelectionSource {
 public:
-    Source(Name name, xcb_timestamp_t time, std::optional<std::vector<xcb_atom_t>> forms)
-        : fSelection(TheAsker().Selection(name))
+    Source(const char* selection, xcb_timestamp_t time, std::optional<std::vector<xcb_atom_t>> forms)
+        : fSelection(TheAsker().AtomOf(selection))
         , fTime(time)
         , fForms(std::move(forms))
     {
@@ -216,7 +211,7 @@ public:
             return;
         }
         fQuestion = TheAsker().Ask(
-            fSelection, TheAsker().Targets(), fTime, bounds::kMostForms * sizeof(xcb_atom_t),
+            fSelection, TheAsker().AtomOf(kTargets), fTime, bounds::kMostForms * sizeof(xcb_atom_t),
             [answer = std::move(answer)](const XConversion& conversion) { answer(OffersIn(conversion)); });
     }
 
@@ -234,7 +229,7 @@ private:
     {
         // Some owners give the list the name of the question as its type.
         if (conversion.Current() != XConversion::State::kDone ||
-            (conversion.Type() != XCB_ATOM_ATOM && conversion.Type() != TheAsker().Targets()))
+            (conversion.Type() != XCB_ATOM_ATOM && conversion.Type() != TheAsker().AtomOf(kTargets)))
             return std::nullopt;
         std::vector<xcb_atom_t> atoms(conversion.Bytes().size() / sizeof(xcb_atom_t));
         std::memcpy(atoms.data(), conversion.Bytes().data(), atoms.size() * sizeof(xcb_atom_t));
@@ -261,7 +256,7 @@ private:
             return QString::fromLatin1(conversion.Bytes().data(), static_cast<qsizetype>(conversion.Bytes().size()))
                 .toUtf8()
                 .toStdString();
-        if (type == conversion.Asked().target || (isText && type == TheAsker().Utf8()))
+        if (type == conversion.Asked().target || (isText && type == TheAsker().AtomOf(kUtf8)))
             return conversion.Bytes();
         return std::nullopt;
     }
@@ -282,19 +277,19 @@ private:
 
 } // namespace
 
-std::unique_ptr<SelectionSource> SourceOf(Name name)
+std::unique_ptr<SelectionSource> SourceOf(const char* selection)
 {
-    if (!HasOwner(TheAsker().Selection(name)))
+    if (!HasOwner(TheAsker().AtomOf(selection)))
         return nullptr;
-    return std::make_unique<Source>(name, XCB_CURRENT_TIME, std::nullopt);
+    return std::make_unique<Source>(selection, XCB_CURRENT_TIME, std::nullopt);
 }
 
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag)
 {
     std::vector<xcb_atom_t> forms = drag.forms;
     if (drag.hasMoreForms)
-        forms = XWindows::Property(TheAsker().Server(), drag.source, TheAsker().TypeList());
-    return std::make_unique<Source>(Name::kDrag, drag.time, std::move(forms));
+        forms = XWindows::Property(TheAsker().Server(), drag.source, TheAsker().AtomOf(kTypeList));
+    return std::make_unique<Source>(kDrag, drag.time, std::move(forms));
 }
 
 void HandOver()

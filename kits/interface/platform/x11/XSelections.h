@@ -14,7 +14,8 @@ namespace kits {
 /// Stop do nothing without an X server; the other functions need one.
 namespace XSelections {
 
-enum class Name { kClipboard, kPrimary, kDrag };
+inline constexpr const char* kClipboard = "CLIPBOARD";
+inline constexpr const char* kPrimary = "PRIMARY";
 
 /// A drag of another program over our windows, as far as we know it.
 struct Drag {
@@ -26,7 +27,7 @@ struct Drag {
 };
 
 /// Returns null if nobody owns it. Queries the server.
-std::unique_ptr<SelectionSource> SourceOf(Name name);
+std::unique_ptr<SelectionSource> SourceOf(const char* selection);
 std::unique_ptr<SelectionSource> SourceOf(const Drag& drag);
 
 /// Hands this program's selections to the clipboard keeper, which keeps them for programs that have ended, and gives up

@@ -2,7 +2,6 @@
 #include "kits/interface/platform/x11/XSettings.h"
 
 #include "kits/interface/platform/x11/DesktopScale.h"
-#include "kits/interface/platform/x11/XServer.h"
 #include "kits/interface/platform/x11/XWindows.h"
 #include "kits/kernel/Bounds.h"
 

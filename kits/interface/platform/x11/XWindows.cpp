@@ -3,13 +3,22 @@
 
 #include "kits/kernel/Bounds.h"
 
+#include <QGuiApplication>
 #include <QPoint>
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
-namespace kits::XWindows {
+namespace kits {
+
+xcb_connection_t* XServer()
+{
+    const auto* x11 = qGuiApp != nullptr ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+namespace XWindows {
 
 namespace {
 
@@ -124,4 +133,6 @@ bool IsButtonDown(xcb_connection_t* server)
     return answer != nullptr && (answer->mask & kButtons) != 0;
 }
 
-} // namespace kits::XWindows
+} // namespace XWindows
+
+} // namespace kits

@@ -12,10 +12,15 @@
 
 class QPoint;
 
+namespace kits {
+
+/// Returns the toolkit's connection to the X server; null if the display is another one. Main thread.
+xcb_connection_t* XServer();
+
 /// Requests to an X server, and what it knows of windows. Every function but SetProperty waits for the server's answer;
 /// a window that is gone has no properties and no children. On the main thread with the toolkit's connection; on
 /// another thread with a connection that nobody else uses.
-namespace kits::XWindows {
+namespace XWindows {
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
@@ -73,4 +78,6 @@ xcb_window_t ChildAt(xcb_connection_t* server, xcb_window_t window, QPoint place
 /// Returns whether a button of the pointer is held, wherever the pointer is.
 bool IsButtonDown(xcb_connection_t* server);
 
-} // namespace kits::XWindows
+} // namespace XWindows
+
+} // namespace kits

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/Display.h"
 
-#include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XWindows.h"
 
 #include <gtest/gtest.h>
 

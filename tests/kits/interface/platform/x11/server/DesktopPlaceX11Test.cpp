@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/x11/DesktopPlace.h"
-#include "kits/interface/platform/x11/XServer.h"
+#include "kits/interface/platform/x11/XWindows.h"
 #include "tests/kits/interface/platform/x11/server/OtherProgram.h"
 
 #include <QRasterWindow>
