@@ -84,9 +84,46 @@ bigtime_t Microseconds(double seconds)
 
 /// Options seen so far, beyond their final meaning.
 struct Seen {
-    bool help = false, version = false, snapshot = false, read = false, tell = false;
+    bool help = false, version = false, snapshot = false, read = false;
     std::string_view snapshotOption, readOption; // options that require those two
+    std::string_view tellOption;
 };
+
+/// An option whose value is a number.
+struct NumberOption {
+    std::string_view name;
+    std::string_view Seen::*seenAs;
+    bool isWhole;
+    double least;
+    double most;
+    const char* range; // in words
+    void (*set)(CommandLine& line, double number);
+};
+
+constexpr NumberOption kNumberOptions[] = {
+    {"--after", &Seen::snapshotOption, false, 0, kLongestWait, "seconds from 0 to 86400",
+     [](CommandLine& line, double number) { line.snapshotAfter = Microseconds(number); }},
+    {"--samples", &Seen::readOption, true, 1, kMostSamples, "a whole number from 1 to 1000000000",
+     [](CommandLine& line, double number) { line.samples = static_cast<int32>(number); }},
+    {"--interval", &Seen::readOption, false, kShortestInterval, kLongestWait, "seconds from 0.001 to 86400",
+     [](CommandLine& line, double number) { line.interval = Microseconds(number); }},
+    {"--set-delay", &Seen::tellOption, false, kShortestDelay, kLongestDelay, "seconds from 0.01 to 5",
+     [](CommandLine& line, double number) { line.setDelay = Microseconds(number); }},
+    {"--set-history", &Seen::tellOption, true, 2, Sysinfo::kMaxNodesToKeep, "a whole number from 2 to 200",
+     [](CommandLine& line, double number) { line.setHistory = static_cast<int16>(number); }},
+};
+
+/// @return what is wrong with the option's value, or an empty text
+std::string ReadNumber(const NumberOption& option, std::string_view value, CommandLine& line, Seen& seen)
+{
+    seen.*option.seenAs = option.name;
+    const std::optional<double> number =
+        option.isWhole ? std::optional<double>(ParseNumber<int32>(value)) : ParseNumber<double>(value);
+    if (!number || !(*number >= option.least && *number <= option.most))
+        return std::string(option.name) + " needs " + option.range + ", not " + Quoted(value);
+    option.set(line, *number);
+    return {};
+}
 
 /// @return what is wrong with the option's value, or an empty text
 std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
@@ -104,59 +141,22 @@ std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
         *noValue = true;
         if (option == "--json")
             seen.readOption = option;
-        seen.tell = seen.tell || line.quit;
         return {};
     }
-    constexpr std::string_view kWithValue[] = {"--snapshot", "--after",     "--samples",
-                                               "--interval", "--set-delay", "--set-history"};
-    if (std::find(std::begin(kWithValue), std::end(kWithValue), option) == std::end(kWithValue))
+    const NumberOption* numberOption = std::ranges::find(kNumberOptions, option, &NumberOption::name);
+    const bool isNumber = numberOption != std::end(kNumberOptions);
+    if (!isNumber && option != "--snapshot")
         return (option.starts_with('-') ? "unknown option " : "unexpected argument ") + Quoted(option);
 
     const std::optional<std::string_view> value = arguments.Value();
     if (!value || value->empty())
         return std::string(option) + " needs a value";
-    if (option == "--snapshot") {
-        seen.snapshot = true;
-        std::error_code error;
-        line.snapshotFile = std::filesystem::absolute(*value, error).string();
-        return error ? "cannot tell the working directory: " + error.message() : std::string();
-    }
-    if (option == "--samples") {
-        seen.readOption = option;
-        const auto number = ParseNumber<int32>(*value);
-        if (!number || *number < 1 || *number > kMostSamples)
-            return "--samples needs a whole number from 1 to 1000000000, not " + Quoted(*value);
-        line.samples = *number;
-        return {};
-    }
-    if (option == "--set-history") {
-        seen.tell = true;
-        const auto number = ParseNumber<int16>(*value);
-        if (!number || *number < 2 || *number > Sysinfo::kMaxNodesToKeep)
-            return "--set-history needs a whole number from 2 to 200, not " + Quoted(*value);
-        line.setHistory = *number;
-        return {};
-    }
-    const auto seconds = ParseNumber<double>(*value);
-    if (option == "--set-delay") {
-        seen.tell = true;
-        if (!seconds || !(*seconds >= kShortestDelay && *seconds <= kLongestDelay))
-            return "--set-delay needs seconds from 0.01 to 5, not " + Quoted(*value);
-        line.setDelay = Microseconds(*seconds);
-        return {};
-    }
-    if (option == "--after") {
-        seen.snapshotOption = option;
-        if (!seconds || !(*seconds >= 0 && *seconds <= kLongestWait))
-            return "--after needs seconds from 0 to 86400, not " + Quoted(*value);
-        line.snapshotAfter = Microseconds(*seconds);
-        return {};
-    }
-    seen.readOption = option;
-    if (!seconds || !(*seconds >= kShortestInterval && *seconds <= kLongestWait))
-        return "--interval needs seconds from 0.001 to 86400, not " + Quoted(*value);
-    line.interval = Microseconds(*seconds);
-    return {};
+    if (isNumber)
+        return ReadNumber(*numberOption, *value, line, seen);
+    seen.snapshot = true;
+    std::error_code error;
+    line.snapshotFile = std::filesystem::absolute(*value, error).string();
+    return error ? "cannot tell the working directory: " + error.message() : std::string();
 }
 
 } // namespace
@@ -171,13 +171,14 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
     if (!line.error.empty())
         return line;
 
+    const bool tells = line.quit || !seen.tellOption.empty();
     if (seen.help) {
         line.action = CommandLine::Action::kHelp;
     } else if (seen.version) {
         line.action = CommandLine::Action::kVersion;
-    } else if (seen.snapshot + seen.read + seen.tell > 1) {
-        line.error = seen.tell ? "what tells the running program something excludes --snapshot and --read"
-                               : "--snapshot and --read exclude each other";
+    } else if (seen.snapshot + seen.read + tells > 1) {
+        line.error = tells ? "what tells the running program something excludes --snapshot and --read"
+                           : "--snapshot and --read exclude each other";
     } else if (!seen.snapshotOption.empty() && !seen.snapshot) {
         line.error = std::string(seen.snapshotOption) + " needs --snapshot";
     } else if (!seen.readOption.empty() && !seen.read) {
@@ -186,7 +187,7 @@ CommandLine ParseCommandLine(int argc, const char* const* argv)
         line.action = CommandLine::Action::kSnapshot;
     } else if (seen.read) {
         line.action = CommandLine::Action::kRead;
-    } else if (seen.tell) {
+    } else if (tells) {
         line.action = CommandLine::Action::kTell;
     }
     return line;

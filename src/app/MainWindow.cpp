@@ -13,12 +13,10 @@
 #include "src/support/MessageCodes.h"
 #include "src/support/Tr.h"
 
-#include <algorithm>
-#include <memory>
-
 namespace {
 
 constexpr const char* kTitle = "Qel";
+
 /// Returns the size of a stored frame, at the origin.
 BRect SizeIn(const BMessage& archive, const kits::Field<BRect>& field)
 {
@@ -27,9 +25,9 @@ BRect SizeIn(const BMessage& archive, const kits::Field<BRect>& field)
     return frame;
 }
 
-std::unique_ptr<BMenuItem> FileItem(const char* label, uint32 what, char shortcut)
+BMenuItem* FileItem(const char* label, uint32 what, char shortcut)
 {
-    auto item = std::make_unique<BMenuItem>(label, new BMessage(what), shortcut);
+    auto* item = new BMenuItem(label, new BMessage(what), shortcut);
     item->SetTarget(be_app);
     return item;
 }
@@ -50,7 +48,14 @@ MainWindow::MainWindow(BMessage* archive, SmartWindow** ownerSlot)
     const BRect frame = SizeIn(*archive, kWindowFrameField);
     ResizeTo(frame.Width(), frame.Height());
     Initialise();
-    LoadPrefsFrom(archive);
+    Lock();
+    BMessage charts;
+    if (kHolderField.Find(*archive, &charts))
+        AddChartTab(new ChartViewHolder(&charts), SizeIn(*archive, kChartFrameField));
+    else
+        AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kFirstChartFrame);
+    fTabView->Select(0);
+    Unlock();
     fTabView->Select(kSelectionField.Get(*archive));
 }
 
@@ -60,11 +65,11 @@ void MainWindow::Initialise()
 
     fMenuBar = new BMenuBar(BRect(0, 0, 32767, 15), "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_ITEMS_IN_ROW, true);
     auto* menu = new BMenu(Tr("File"), B_ITEMS_IN_COLUMN);
-    menu->AddItem(FileItem(Tr("Preferences"), MSG_OPEN_GLOBAL_PREFS, 'P').release());
+    menu->AddItem(FileItem(Tr("Preferences"), MSG_OPEN_GLOBAL_PREFS, 'P'));
     menu->AddSeparatorItem();
-    menu->AddItem(FileItem(Tr("About"), B_ABOUT_REQUESTED, 'A').release());
+    menu->AddItem(FileItem(Tr("About"), B_ABOUT_REQUESTED, 'A'));
     menu->AddSeparatorItem();
-    menu->AddItem(FileItem(Tr("Quit"), B_QUIT_REQUESTED, 'Q').release());
+    menu->AddItem(FileItem(Tr("Quit"), B_QUIT_REQUESTED, 'Q'));
     fMenuBar->AddItem(menu);
 
     fTabView = new BTabView(BRect(0, 0, 200, 200), "", B_WIDTH_AS_USUAL, B_FOLLOW_ALL_SIDES,
@@ -84,18 +89,6 @@ void MainWindow::Initialise()
     page.top += fTabView->TabHeight();
     uptimes->MoveTo(3, 3);
     uptimes->ResizeTo(page.Width() - 8, page.Height() - 8);
-    Unlock();
-}
-
-void MainWindow::LoadPrefsFrom(BMessage* archive)
-{
-    Lock();
-    BMessage charts;
-    if (kHolderField.Find(*archive, &charts))
-        AddChartTab(new ChartViewHolder(&charts), SizeIn(*archive, kChartFrameField));
-    else
-        AddChartTab(new ChartViewHolder(BRect(5, 5, 100, 100)), kFirstChartFrame);
-    fTabView->Select(0);
     Unlock();
 }
 

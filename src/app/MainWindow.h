@@ -46,7 +46,6 @@ public:
 
 private:
     void Initialise();
-    void LoadPrefsFrom(BMessage* archive);
     void AddChartTab(ChartViewHolder* holder, BRect chartFrame);
 
     BMenuBar* fMenuBar = nullptr;  // a child of the window

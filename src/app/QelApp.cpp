@@ -6,7 +6,6 @@
 #include "kits/interface/Alert.h"
 #include "kits/interface/Screen.h"
 #include "kits/kernel/Clock.h"
-#include "kits/support/TypeConstants.h"
 #include "src/app/AboutFiles.h"
 #include "src/app/AboutWindow.h"
 #include "src/app/DesktopKeeper.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "src/app/ReadFormat.h"
 
+#include "kits/support/Utf8.h"
 #include "src/sampling/ValueProvider.h"
 #include "src/support/FixedPoint.h"
 
@@ -12,38 +13,11 @@
 
 namespace {
 
-/// Returns the length of the UTF-8 sequence at the start of the text; 0 if there is none.
-size_t SequenceLength(std::string_view text)
-{
-    auto byte = [text](size_t index) { return static_cast<unsigned char>(text[index]); };
-    struct Form {
-        unsigned char first, last; // of the first byte
-        unsigned char low, high;   // of the second: excludes overlong forms, surrogates and values beyond Unicode
-        size_t length;
-    };
-    static constexpr Form kForms[] = {
-        {0xc2, 0xdf, 0x80, 0xbf, 2}, {0xe0, 0xe0, 0xa0, 0xbf, 3}, {0xe1, 0xec, 0x80, 0xbf, 3},
-        {0xed, 0xed, 0x80, 0x9f, 3}, {0xee, 0xef, 0x80, 0xbf, 3}, {0xf0, 0xf0, 0x90, 0xbf, 4},
-        {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
-    };
-    if (byte(0) < 0x80)
-        return 1;
-    for (const Form& form : kForms) {
-        if (byte(0) < form.first || byte(0) > form.last || text.size() < form.length)
-            continue;
-        bool whole = byte(1) >= form.low && byte(1) <= form.high;
-        for (size_t i = 2; i < form.length; ++i)
-            whole = whole && (byte(i) & 0xc0) == 0x80;
-        return whole ? form.length : 0;
-    }
-    return 0;
-}
-
 void AddString(std::string& json, std::string_view text)
 {
     json += '"';
     while (!text.empty()) {
-        const size_t length = SequenceLength(text);
+        const size_t length = kits::Utf8Length(text);
         const char c = text[0];
         if (length == 0) {
             json += "\xef\xbf\xbd";

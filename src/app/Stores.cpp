@@ -10,7 +10,6 @@
 #include "src/support/Qel.h"
 
 #include <cstdio>
-#include <string>
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <ctime>
 #include <limits>
-#include <utility>
 
 namespace {
 

@@ -4,7 +4,6 @@
 #include "src/prefs/store/Preferences.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 bool SameBoot(bigtime_t one, bigtime_t other)

@@ -3,16 +3,10 @@
 
 namespace {
 
-uint8 Fade(uint8 text, uint8 partner, float share)
+/// Returns the colour whose channels a function makes of those of two colours.
+template <class Mix> rgb_color Mixed(rgb_color one, rgb_color other, Mix mix)
 {
-    // Exact in double: the share has 24 bits, the difference 9.
-    const double faded = text - static_cast<double>(share) * (text - partner);
-    return static_cast<uint8>(static_cast<int32>(faded));
-}
-
-uint8 Average(uint8 one, uint8 other)
-{
-    return static_cast<uint8>((one + other) >> 1);
+    return {mix(one.red, other.red), mix(one.green, other.green), mix(one.blue, other.blue), 0};
 }
 
 } // namespace
@@ -20,22 +14,17 @@ uint8 Average(uint8 one, uint8 other)
 rgb_color FadeColor(rgb_color text, rgb_color partner, float value)
 {
     const float share = 1.0f - value;
-    rgb_color result;
-    result.red = Fade(text.red, partner.red, share);
-    result.green = Fade(text.green, partner.green, share);
-    result.blue = Fade(text.blue, partner.blue, share);
-    result.alpha = 0;
-    return result;
+    return Mixed(text, partner, [share](uint8 from, uint8 to) {
+        // Exact in double: the share has 24 bits, the difference 9.
+        const double faded = from - static_cast<double>(share) * (from - to);
+        return static_cast<uint8>(static_cast<int32>(faded));
+    });
 }
 
 rgb_color AverageColor(rgb_color one, rgb_color other)
 {
-    rgb_color result;
-    result.red = Average(one.red, other.red);
-    result.green = Average(one.green, other.green);
-    result.blue = Average(one.blue, other.blue);
-    result.alpha = 0;
-    return result;
+    return Mixed(
+        one, other, [](uint8 a, uint8 b) { return static_cast<uint8>((a + b) >> 1); });
 }
 
 BPoint ModerateStringCoord(BPoint where, BRect bounds, float textWidth, const font_height& height)

@@ -9,17 +9,6 @@ namespace {
 
 constexpr float kCaptionSize = 15;
 
-/// Adds settings to a message and collects the statuses.
-struct Adder {
-    BMessage* into;
-    status_t status = B_OK;
-
-    template <class Field, class Value> void operator()(const Field& field, const Value& value)
-    {
-        status |= field.Add(into, value);
-    }
-};
-
 // Calls the action with each setting that causes no drawing at once, and its field, in the order in which they stand in
 // messages. The action gets const references if the settings are const.
 
@@ -62,7 +51,8 @@ ChartSettings::ChartSettings()
 
 status_t ChartSettings::SaveColors(BMessage* into) const
 {
-    Adder add{into};
+    status_t status = B_OK;
+    const auto add = [&](const auto& field, const auto& setting) { status |= field.Add(into, setting); };
     ForEachAntialiasing(*this, add);
     for (const rgb_color color : chartColors)
         add(kChartColorField, color);
@@ -70,12 +60,13 @@ status_t ChartSettings::SaveColors(BMessage* into) const
     add(kValueColorField, value.color);
     add(kTitleColorField, title.color);
     add(kBorderColorField, borderColor);
-    return add.status;
+    return status;
 }
 
 status_t ChartSettings::SaveGeneral(BMessage* into) const
 {
-    Adder add{into};
+    status_t status = B_OK;
+    const auto add = [&](const auto& field, const auto& setting) { status |= field.Add(into, setting); };
     ForEachPlain(*this, add);
     add(kPrefsWindowField, prefsWindow);
     add(kLockBgColorField, lockBgColor);
@@ -85,7 +76,7 @@ status_t ChartSettings::SaveGeneral(BMessage* into) const
     add(kVerticalField, vertical);
     add(kValueFontField, value.font);
     add(kTitleFontField, title.font);
-    return add.status;
+    return status;
 }
 
 void ChartSettings::Load(const BMessage& from)

@@ -196,15 +196,10 @@ void ChartViewHolder::Relay(const BMessage& message)
 
 void ChartViewHolder::MouseDown(BPoint where)
 {
-    OfferChart(where);
+    ContextMenuRequested(where);
 }
 
 void ChartViewHolder::ContextMenuRequested(BPoint where)
-{
-    OfferChart(where);
-}
-
-void ChartViewHolder::OfferChart(BPoint where)
 {
     // A menu that shows only while the button is down is gone before most people have seen it.
     constexpr bool kStaysOpen = true;

@@ -81,7 +81,6 @@ public:
 private:
     void Initialise();
     void DrawHint();
-    void OfferChart(BPoint where);
     void Relay(const BMessage& message);
     void UpdateFocus();
 

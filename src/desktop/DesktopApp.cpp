@@ -5,7 +5,6 @@
 #include "kits/interface/Fields.h"
 #include "kits/interface/Screen.h"
 #include "kits/interface/View.h"
-#include "kits/support/TypeConstants.h"
 #include "src/chart/ChartShelf.h"
 #include "src/chart/DesktopCharts.h"
 #include "src/desktop/Autostart.h"

@@ -57,6 +57,14 @@ void ReplicantWindow::Apply(BRect frame)
     ResizeTo(frame.Width(), frame.Height());
 }
 
+void ReplicantWindow::MoveByUser(BPoint leftTop)
+{
+    BRect frame = Frame();
+    frame.OffsetTo(leftTop);
+    Apply(InReach(frame, kits::ScreenFrames()));
+    Wish();
+}
+
 void ReplicantWindow::Arrange()
 {
     const std::vector<BRect> screens = kits::ScreenFrames();
@@ -107,24 +115,14 @@ void ReplicantWindow::MessageReceived(BMessage* message)
     case B_DROPPED_ON_DESKTOP: {
         BPoint where;
         BPoint offset;
-        if (!kits::kWhereField.Find(*message, &where) || !kits::kOffsetField.Find(*message, &offset))
-            break;
-        BRect frame = Frame();
-        frame.OffsetTo(where - offset);
-        Apply(InReach(frame, kits::ScreenFrames()));
-        Wish();
+        if (kits::kWhereField.Find(*message, &where) && kits::kOffsetField.Find(*message, &offset))
+            MoveByUser(where - offset);
         break;
     }
-    case MSG_MOVE_REPLICANT: {
-        BPoint distance;
-        if (!kDistanceField.Find(*message, &distance))
-            break;
-        BRect frame = Frame();
-        frame.OffsetBy(distance);
-        Apply(InReach(frame, kits::ScreenFrames()));
-        Wish();
+    case MSG_MOVE_REPLICANT:
+        if (BPoint distance; kDistanceField.Find(*message, &distance))
+            MoveByUser(Frame().LeftTop() + distance);
         break;
-    }
     case MSG_NEXT_REPLICANT:
         fOwner->ActivateNext(this, kBackField.Get(*message));
         break;

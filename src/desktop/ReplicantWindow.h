@@ -38,6 +38,7 @@ public:
 
 private:
     void Apply(BRect frame);
+    void MoveByUser(BPoint leftTop);
     void Wish();
     bool IsSettled() const;
 

@@ -13,15 +13,15 @@ class SmartColorControl;
 struct CaptionSettings;
 struct ColorTarget;
 
-/// The page "Colors" of a chart. One colour control serves the five colours, chosen with a menu; for the two texts the
-/// page also edits their antialiasing. It can pick the desktop's colour, and show the picked colour on the desktop as
-/// long as the user tests it.
+/// The page "Colors" of a chart. A menu selects which of the five colours the colour control edits, its target; for the
+/// two texts the page also edits their antialiasing. The user can pick the desktop's colour, and test a colour on the
+/// desktop.
 ///
-/// When it opens, and after a revert, it has no target: then the control's colour belongs to nothing.
+/// When the page opens, and after a revert, it has no target: the colour control then changes nothing in the chart.
 class ChartColorTab : public ChartPage {
 public:
     explicit ChartColorTab(ChartView* chart);
-    /// Restores the desktop's colour if it was being tested.
+    /// Restores the desktop's colour if the user was testing another one.
     ~ChartColorTab() override;
 
     void AllAttached() override;

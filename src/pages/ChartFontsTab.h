@@ -13,11 +13,12 @@ class FontSample;
 struct FontTarget;
 
 /// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions. If
-/// a target is chosen, every change takes effect on that caption at once; without one the user only looks at fonts.
+/// a target is chosen, every change takes effect on that caption at once; without one the page only shows fonts.
 ///
-/// Another family keeps the style if it has it, otherwise it begins with its regular one. Only family, style and size
-/// are chosen here: the rest of a caption's font stays. The sample is as tall as the size requires, and the window
-/// grows with it. In a drag of several pages, the two fonts replace those that another page has put into the message.
+/// When the user chooses another family, the style stays if the family has it; otherwise its regular style is selected.
+/// The page changes only family, style and size: the rest of a caption's font stays. The sample is as tall as the size
+/// requires, and the window grows with it. In a drag of several pages, the two fonts replace those that another page
+/// has put into the message.
 class ChartFontsTab : public ChartPage {
 public:
     explicit ChartFontsTab(ChartView* chart);
@@ -26,7 +27,7 @@ public:
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
     /// Resets the target to none. After a revert, the page shows the font of the last target, initially that of the
-    /// value; when it is only shown again, it shows the last chosen font.
+    /// value; when the page is only shown again, it shows the last chosen font.
     void GetState() override;
     void GetMinimumSize(float* width, float* height) override;
 

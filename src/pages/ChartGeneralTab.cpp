@@ -41,11 +41,6 @@ constexpr Switch kSwitches[] = {
      [](const ChartSettings& settings) { return settings.lockBgColor; }, &ChartView::SetLockBgColor},
 };
 
-int16 SkipOf(const BSlider* slider)
-{
-    return static_cast<int16>(slider->Position() * kSkipSteps);
-}
-
 /// "Refresh at every 3rd sysinfo sample". From the fourth on, the ending is always "th".
 std::string SkipLabel(const char* label, int16 skip)
 {
@@ -136,10 +131,10 @@ void ChartGeneralTab::MessageReceived(BMessage* message)
         fPageSize->SetLabel(PercentLabel(Tr("PageSize"), fPageSize->Position()).c_str());
         break;
     case MSG_REFRESH_SKIP:
-        RefreshSkipChanged();
+        SkipChanged(fRefreshSkip, Tr("Refresh at every %1sysinfo sample"), &ChartView::SetSkipValue);
         break;
     case MSG_VALUE_SKIP:
-        ValueSkipChanged();
+        SkipChanged(fValueSkip, Tr("Draw value at every %1refresh"), &ChartView::SetValueSkipValue);
         break;
     case MSG_TITLE:
         Chart()->SetTitle(fTitle->Text());
@@ -164,18 +159,11 @@ void ChartGeneralTab::OrientationChosen(const BMessage& message)
     fGaugeItem->SetMarked(true);
 }
 
-void ChartGeneralTab::RefreshSkipChanged()
+void ChartGeneralTab::SkipChanged(BSlider* slider, const char* label, void (ChartView::*set)(int16 skip))
 {
-    const int16 skip = SkipOf(fRefreshSkip);
-    Chart()->SetSkipValue(skip);
-    fRefreshSkip->SetLabel(SkipLabel(Tr("Refresh at every %1sysinfo sample"), skip).c_str());
-}
-
-void ChartGeneralTab::ValueSkipChanged()
-{
-    const int16 skip = SkipOf(fValueSkip);
-    Chart()->SetValueSkipValue(skip);
-    fValueSkip->SetLabel(SkipLabel(Tr("Draw value at every %1refresh"), skip).c_str());
+    const auto skip = static_cast<int16>(slider->Position() * kSkipSteps);
+    (Chart()->*set)(skip);
+    slider->SetLabel(SkipLabel(label, skip).c_str());
 }
 
 void ChartGeneralTab::GetState()

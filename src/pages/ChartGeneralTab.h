@@ -18,8 +18,8 @@ public:
 
     void MessageReceived(BMessage* message) override;
     void Rerender() override;
-    /// The page shows each of the chart's skips plus one, and writes back what the sliders show: so each time the
-    /// visible page is filled, both rise by one. This is kept because users have chosen their settings with it.
+    /// The sliders show the chart's skips plus one, and the page writes these values back: so each time the visible
+    /// page is filled, both skips rise by one. This stays because users have chosen their settings with it.
     void GetState() override;
     void GetMinimumSize(float* width, float* height) override;
 
@@ -27,8 +27,7 @@ private:
     void MakeModeField();
     void ChartTypeChosen(const BMessage& message);
     void OrientationChosen(const BMessage& message);
-    void RefreshSkipChanged();
-    void ValueSkipChanged();
+    void SkipChanged(BSlider* slider, const char* label, void (ChartView::*set)(int16 skip));
     void MarkMode();
 
     // Children of this view, and what belongs to the field's menu.

@@ -24,7 +24,7 @@ public:
     void ForgetModel() override { fChart = nullptr; }
 
 protected:
-    /// Null if the chart is gone.
+    /// Returns the chart; null after ForgetModel().
     ChartView* Chart() const { return fChart; }
 
     /// The settings that Revert() restores: the group as it was when the page was made. A page whose changes affect

@@ -10,9 +10,9 @@ class FontSample : public BView {
 public:
     explicit FontSample(BRect frame);
 
-    /// The shown and dragged font; the drag includes its mask.
+    /// Sets the font that is shown, dragged and copied, with its mask.
     void SetSample(const FFont& font);
-    /// The height at which nothing of the text is cut off, in pixels as bottom minus top.
+    /// Returns the smallest height, bottom minus top in pixels, that shows the whole text.
     float HeightForSample() const;
 
     void Draw(BRect update) override;

@@ -33,13 +33,6 @@ void PostToPage(BHandler* page, uint32 code)
         looper->PostMessage(code, page);
 }
 
-BPoint PreferredSizeOf(BView* control)
-{
-    BPoint size;
-    control->GetPreferredSize(&size.x, &size.y);
-    return size;
-}
-
 float FieldWidth(BMenuField* field, float part)
 {
     return WidthOfBoth(field->NarrowestLabelWidth(), field->NarrowestMenuWidth(), part);

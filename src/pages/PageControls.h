@@ -5,6 +5,7 @@
 #include "kits/interface/MenuField.h"
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/PopUpMenu.h"
+#include "src/prefs/PrefsLayout.h"
 #include "src/support/Tr.h"
 
 #include <algorithm>
@@ -55,9 +56,6 @@ template <class Choice, size_t count> const Choice* FindChoice(const Choice (&ch
 /// Posts a message without fields to a page, as if one of its controls had sent it. A hidden page gets nothing: its
 /// controls are filled when it is shown.
 void PostToPage(BHandler* page, uint32 code);
-
-/// Returns a control's preferred size: x is the width, y the height.
-BPoint PreferredSizeOf(BView* control);
 
 /// Returns the width at which neither the label nor the rest of a menu or text field is cut off, if the label gets one
 /// `part`th of it.

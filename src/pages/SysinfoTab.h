@@ -8,14 +8,16 @@ class BSlider;
 class Sysinfo;
 
 /// The page of the sampler's two settings: how many samples the history keeps, which is the span of every average, and
-/// the time between two samples. Both change while the slider moves.
+/// the time between two samples. Both take effect while their slider moves.
 ///
-/// The delay slider has 200 steps of 24.95 milliseconds from 10 milliseconds on. A delay between two steps is shown as
-/// the nearer one, and the label follows that, so opening the page can change the delay a little; likewise a history of
-/// one sample becomes one of two.
+/// The delay slider has 200 steps of 24.95 milliseconds from 10 milliseconds on. It shows a delay between two steps as
+/// the nearer one, and the page writes that back, so opening the page can change the delay a little; likewise a history
+/// of one sample becomes one of two.
 class SysinfoTab : public PrefsTab {
 public:
-    /// @param sampler  null for the application's own at each moment. Any other one must outlive the page
+    /// @param sampler  must outlive the page, unless it is the application's; null for the application's, which the
+    /// page
+    ///                 looks up at each use
     explicit SysinfoTab(Sysinfo* sampler);
 
     void MessageReceived(BMessage* message) override;
@@ -32,7 +34,7 @@ private:
     void SamplesChanged();
     void DelayChanged();
 
-    Sysinfo* fSampler; // only if it is not the application's
+    Sysinfo* fSampler; // not used for the application's
     bool fIsApplications;
     // Children of this view.
     BSlider* fSamples;

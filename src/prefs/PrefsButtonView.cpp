@@ -62,11 +62,7 @@ void PrefsButtonView::Rerender()
 float PrefsButtonView::MinimumWidth()
 {
     float sum = 0;
-    for (BButton* button : {fCancel, fRevert, fRevertAll}) {
-        float width = 0;
-        float height = 0;
-        button->GetPreferredSize(&width, &height);
-        sum += width + 1;
-    }
+    for (BButton* button : {fCancel, fRevert, fRevertAll})
+        sum += PreferredSizeOf(button).x + 1;
     return sum / 0.8f;
 }

@@ -36,10 +36,7 @@ void PrefsWindow::initialise()
 {
     const BRect bounds = Bounds();
     fButtons = new PrefsButtonView(bounds);
-    float ignored = 0;
-    float rowHeight = 0;
-    fButtons->GetPreferredSize(&ignored, &rowHeight);
-    fTabView = new DDTabView(BRect(bounds.left, bounds.top, bounds.right, bounds.bottom - rowHeight));
+    fTabView = new DDTabView(bounds);
     // The keyboard focus starts on the pages.
     AddChild(fTabView);
     AddChild(fButtons);
@@ -48,9 +45,7 @@ void PrefsWindow::initialise()
 
 void PrefsWindow::LayOut(float width, float height)
 {
-    float ignored = 0;
-    float rowHeight = 0;
-    fButtons->GetPreferredSize(&ignored, &rowHeight);
+    const float rowHeight = PreferredSizeOf(fButtons).y;
     fTabView->ResizeTo(width, height - rowHeight);
     fButtons->MoveTo(0, height - rowHeight + 1);
     fButtons->ResizeTo(width, rowHeight);
@@ -139,15 +134,12 @@ void PrefsWindow::HoldPages()
         pageHeight = std::max(pageHeight, height);
     });
     float ignored = 0;
-    float rowHeight = 0;
-    fButtons->GetPreferredSize(&ignored, &rowHeight);
-
     float maxWidth = 0;
     float maxHeight = 0;
     GetSizeLimits(&ignored, &maxWidth, &ignored, &maxHeight);
     const float minWidth = std::max(fOwnersWidth, std::ceil(pageWidth + 2 * kPageMargin));
-    const float minHeight =
-        std::max(fOwnersHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + rowHeight));
+    const float minHeight = std::max(
+        fOwnersHeight, std::ceil(pageHeight + 2 * kPageMargin + fTabView->TabHeight() + PreferredSizeOf(fButtons).y));
     // The limits may make the window larger where it stands.
     BRect frame = Frame();
     SetSizeLimits(minWidth, maxWidth, minHeight, maxHeight);

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "src/prefs/StoreAlerts.h"
 
-#include "kits/interface/Alert.h"
 #include "src/prefs/store/StoreWriter.h"
 #include "src/support/OneLine.h"
 #include "src/support/Tr.h"
+#include "src/support/ui/ShowAlert.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -83,11 +84,7 @@ BMessenger TellAboutKeptFiles(const std::vector<Preferences*>& stores, std::uniq
             text += (text.empty() ? "" : "\n\n") + AlertTextOf(note);
     if (text.empty())
         return {};
-    auto* alert =
-        new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
-    BMessenger shown(alert);
-    alert->Go(answered.release());
-    return shown;
+    return ShowAlert(text, B_WARNING_ALERT, nullptr, std::move(answered));
 }
 
 void PrintWhatCouldNotBeRead(const std::vector<Preferences*>& stores)
@@ -141,8 +138,5 @@ void SaveAlarm::Look(const StoreWriter& writer, const std::vector<const Preferen
     fHasTold = true;
     const std::string text = Tr("The settings could not be saved.") + failures + "\n\n" +
                              Tr("Saving is tried again as long as the program runs.");
-    auto* alert =
-        new BAlert(Tr("Qel alert"), text.c_str(), Tr("OK"), nullptr, nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
-    fAlert = BMessenger(alert);
-    alert->Go(nullptr);
+    fAlert = ShowAlert(text, B_WARNING_ALERT);
 }

@@ -3,63 +3,40 @@
 
 #include "kits/application/Message.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 
 namespace {
 
-constexpr size_t kNameLength = 64;
-static_assert(sizeof(font_family) == kNameLength && sizeof(font_style) == kNameLength);
-
-/// Writes numbers of the flattened form one after the other, big-endian.
-class Writer {
-public:
-    explicit Writer(void* buffer)
-        : fAt(static_cast<uint8*>(buffer))
-    {
-    }
-
-    template <typename T> void Put(T value)
-    {
-        for (size_t i = sizeof(T); i-- > 0;)
-            *fAt++ = static_cast<uint8>(value >> (8 * i));
-    }
-    void Put(float value) { Put(std::bit_cast<uint32>(value)); }
-    void Put(const char (&name)[kNameLength])
-    {
-        std::memcpy(fAt, name, strnlen(name, kNameLength - 1));
-        fAt += kNameLength;
-    }
-
-private:
-    uint8* fAt;
+/// The flattened form.
+struct Flat {
+    uint32 mask, size, shear, rotation, flags;
+    uint16 face;
+    uint8 spacing, encoding;
+    font_family family;
+    font_style style;
 };
+static_assert(sizeof(Flat) == FFont::kFlattenedSize && std::endian::native == std::endian::little);
 
-class Reader {
-public:
-    explicit Reader(const void* buffer)
-        : fAt(static_cast<const uint8*>(buffer))
-    {
-    }
+/// Converts between this machine's order of bytes and the flattened form's, which is big-endian.
+template <typename T> T Swapped(T number)
+{
+    auto bytes = std::bit_cast<std::array<uint8, sizeof(T)>>(number);
+    std::reverse(bytes.begin(), bytes.end());
+    return std::bit_cast<T>(bytes);
+}
 
-    template <typename T> T Get()
-    {
-        uint32 value = 0;
-        for (size_t i = 0; i < sizeof(T); i++)
-            value = value << 8 | *fAt++;
-        return static_cast<T>(value);
-    }
-    float GetFloat() { return std::bit_cast<float>(Get<uint32>()); }
-    void Get(char (&name)[kNameLength])
-    {
-        std::memcpy(name, fAt, kNameLength);
-        name[kNameLength - 1] = '\0';
-        fAt += kNameLength;
-    }
+uint32 FromFloat(float number)
+{
+    return Swapped(std::bit_cast<uint32>(number));
+}
 
-private:
-    const uint8* fAt;
-};
+float ToFloat(uint32 flat)
+{
+    return std::bit_cast<float>(Swapped(flat));
+}
 
 } // namespace
 
@@ -100,18 +77,18 @@ status_t FFont::Flatten(void* buffer, ssize_t size) const
     font_style style;
     GetFamilyAndStyle(&family, &style);
 
-    std::memset(buffer, 0, kFlattenedSize);
-    Writer writer(buffer);
-    writer.Put(fMask);
-    writer.Put(Size());
-    writer.Put(Shear());
-    writer.Put(Rotation());
-    writer.Put(Flags());
-    writer.Put(Face());
-    writer.Put(Spacing());
-    writer.Put(Encoding());
-    writer.Put(family);
-    writer.Put(style);
+    Flat flat = {};
+    flat.mask = Swapped(fMask);
+    flat.size = FromFloat(Size());
+    flat.shear = FromFloat(Shear());
+    flat.rotation = FromFloat(Rotation());
+    flat.flags = Swapped(Flags());
+    flat.face = Swapped(Face());
+    flat.spacing = Spacing();
+    flat.encoding = Encoding();
+    std::memcpy(flat.family, family, strnlen(family, sizeof(family) - 1));
+    std::memcpy(flat.style, style, strnlen(style, sizeof(style) - 1));
+    std::memcpy(buffer, &flat, sizeof(flat));
     return B_OK;
 }
 
@@ -122,21 +99,20 @@ status_t FFont::Unflatten(type_code code, const void* buffer, ssize_t size)
     if (buffer == nullptr || size < kFlattenedSize)
         return B_BAD_VALUE;
 
+    Flat flat;
+    std::memcpy(&flat, buffer, sizeof(flat));
+    flat.family[sizeof(flat.family) - 1] = '\0';
+    flat.style[sizeof(flat.style) - 1] = '\0';
     *this = BFont();
-    Reader reader(buffer);
-    fMask = reader.Get<uint32>();
-    SetSize(reader.GetFloat());
-    SetShear(reader.GetFloat());
-    SetRotation(reader.GetFloat());
-    SetFlags(reader.Get<uint32>());
-    SetFace(reader.Get<uint16>());
-    SetSpacing(reader.Get<uint8>());
-    SetEncoding(reader.Get<uint8>());
-    font_family family;
-    font_style style;
-    reader.Get(family);
-    reader.Get(style);
-    SetFamilyAndStyle(family, style);
+    fMask = Swapped(flat.mask);
+    SetSize(ToFloat(flat.size));
+    SetShear(ToFloat(flat.shear));
+    SetRotation(ToFloat(flat.rotation));
+    SetFlags(Swapped(flat.flags));
+    SetFace(Swapped(flat.face));
+    SetSpacing(flat.spacing);
+    SetEncoding(flat.encoding);
+    SetFamilyAndStyle(flat.family, flat.style);
     return B_OK;
 }
 
@@ -174,10 +150,10 @@ status_t AddMessageFont(BMessage* message, const char* name, const FFont* font)
 
 status_t AddMessageFont(BMessage* message, const char* name, const BFont* font)
 {
-    if (message == nullptr || font == nullptr)
+    if (font == nullptr)
         return B_BAD_VALUE;
     const FFont whole(*font);
-    return message->AddFlat(name, &whole);
+    return AddMessageFont(message, name, &whole);
 }
 
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, FFont* font)
@@ -189,10 +165,8 @@ status_t FindMessageFont(const BMessage* message, const char* name, int32 index,
 
 status_t FindMessageFont(const BMessage* message, const char* name, int32 index, BFont* font)
 {
-    if (message == nullptr || font == nullptr)
-        return B_BAD_VALUE;
     FFont found;
-    const status_t status = message->FindFlat(name, &found, index);
+    const status_t status = font != nullptr ? FindMessageFont(message, name, index, &found) : B_BAD_VALUE;
     if (status == B_OK)
         found.UpdateTo(font, FFont::kAll);
     return status;

@@ -5,25 +5,26 @@
 #include "kits/application/Messenger.h"
 #include "kits/support/Identity.h"
 
-/// The fields of the program's own messages, as MessageCodes.h names them. The fields of a class's settings stand with
-/// that class.
+/// The fields of the program's own messages, which MessageCodes.h lists. A class declares the fields of its settings
+/// itself.
 
-/// Coordinates in a chart may lie left of it and above it, as those of a caption wider than its chart do. Pixels.
+/// The limit of coordinates in a chart, in pixels. They may be negative: a caption that is wider than its chart begins
+/// left of it.
 inline constexpr float kFarthestInChart = 32767;
 
-/// The receiver of samples, or the source of a taken chart.
+/// The receiver of samples, or the source from which a chart was taken.
 inline const kits::Field<BMessenger> kMessengerField("Messenger");
 /// The archive of a chart that goes to the desktop, or of a window that closes.
 inline const kits::Field<BMessage> kArchiveField("Archive");
 
-// A window that closes.
+// MSG_WINDOW_CLOSED.
 
 inline const kits::Field<void*> kWindowField("Window");
 inline const kits::Field<std::string> kWindowNameField("Name", 0, 1 << 20);
-/// The address of the owner's pointer to it.
+/// The address of the pointer that the owner keeps to its window.
 inline const kits::Field<void*> kContainerField("Container");
 
-// Between charts and their holder.
+// Messages between charts and their holder.
 
 inline const kits::Field<BPoint> kCoordField("Coord", -kFarthestInChart, kFarthestInChart);
 inline const kits::Field<float> kColumnField("Pos", 0, kFarthestInChart);
@@ -32,13 +33,13 @@ inline const kits::Field<BMessage> kWishField("Msg");
 
 // Charts on the desktop.
 
-/// At most this many identities of taken charts are remembered.
+/// The maximum number of identities of taken charts that are remembered.
 inline constexpr int32 kMostIdentities = 256;
 
 /// Identifies a chart wherever it goes; B_REPLICANT_TAKEN has one for each chart that was taken.
 inline const kits::Field<std::string> kIdentityField("Identity", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                      kMostIdentities);
-/// Identifies a request that is repeated; the store keeps the last ones.
+/// Identifies a request, which may be sent several times but is performed once; the store keeps the last ones.
 inline const kits::Field<std::string> kRequestField("Request", 1, kits::Identities::kLongest, kits::Outside::kLeftOut,
                                                     kits::kMostNumber);
 inline const kits::Field<bool> kRefusedField("Refused");

@@ -23,6 +23,5 @@ bool IsOpaqueType(type_code type);
 std::string TextOfCode(uint32 code);
 /// Converts four printable characters to a code. Returns false for any other text.
 bool CodeOfText(std::string_view text, uint32* code);
-bool IsUtf8(std::string_view text);
 
 } // namespace kits

@@ -6,6 +6,7 @@
 #include "kits/application/messages/MessagePrivate.h"
 #include "kits/application/messages/MessageText.h"
 #include "kits/application/messages/ValueTypes.h"
+#include "kits/support/Utf8.h"
 
 #include <cstring>
 #include <type_traits>

@@ -7,7 +7,6 @@
 #include "kits/storage/Path.h"
 #include "src/prefs/store/StoreFile.h"
 
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -27,18 +26,9 @@ std::string_view LeafOf(std::string_view name)
 
 Preferences::Preferences(const char* name, bool common, bool readOnly)
     : BMessage('pref')
+    , fCommon(common)
     , fReadOnly(readOnly)
 {
-    initialise(name, common);
-}
-
-Preferences::Preferences(const Preferences& other) = default;
-
-Preferences::~Preferences() = default;
-
-void Preferences::initialise(const char* name, bool common)
-{
-    fCommon = common;
     fRef.name = std::string(LeafOf(name != nullptr ? name : "")) + (common ? ".common" : ".user");
     BPath path;
     fInitStatus = find_directory(B_COMMON_SETTINGS_DIRECTORY, &path, !fReadOnly);
@@ -56,6 +46,10 @@ void Preferences::initialise(const char* name, bool common)
         Revert();
     }
 }
+
+Preferences::Preferences(const Preferences& other) = default;
+
+Preferences::~Preferences() = default;
 
 status_t Preferences::GetRef(entry_ref* ref) const
 {

@@ -91,8 +91,6 @@ public:
     status_t Revert();
 
 private:
-    void initialise(const char* name, bool common);
-
     entry_ref fRef;
     status_t fInitStatus = B_NO_INIT;
     status_t fUnreadStatus = B_OK;

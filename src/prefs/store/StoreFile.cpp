@@ -8,7 +8,6 @@
 #include "kits/storage/File.h"
 
 #include <cstdio>
-#include <string>
 
 namespace {
 

@@ -30,8 +30,6 @@ ColorPreView::ColorPreView(BRect frame, BColorControl* control)
            "it. Ctrl+C copies it."));
 }
 
-ColorPreView::~ColorPreView() = default;
-
 void ColorPreView::AttachedToWindow()
 {
     BBox::AttachedToWindow();
@@ -110,14 +108,10 @@ void ColorPreView::MessageReceived(BMessage* message)
 {
     rgb_color color;
     const bool isAnswer = message->what == MSG_DESKTOP_COLOR && kits::kColorField.Find(*message, &color);
-    if (isAnswer || (message->WasDropped() && FindColorMessage(*message, &color)))
-        TakeColor(color);
-    else
+    if (isAnswer || (message->WasDropped() && FindColorMessage(*message, &color))) {
+        fControl->SetValue(color);
+        Window()->PostMessage(MSG_COLOR_CHANGED, Parent());
+    } else {
         BBox::MessageReceived(message);
-}
-
-void ColorPreView::TakeColor(rgb_color color)
-{
-    fControl->SetValue(color);
-    Window()->PostMessage(MSG_COLOR_CHANGED, Parent());
+    }
 }

@@ -16,7 +16,6 @@ class ColorPreView : public BBox {
 public:
     /// @param control  not owned; outlives the swatch
     ColorPreView(BRect frame, BColorControl* control);
-    ~ColorPreView() override;
 
     void AttachedToWindow() override;
     void Draw(BRect update) override;
@@ -33,7 +32,6 @@ public:
 private:
     void DragColor();
     void OpenMenu(BPoint screenPoint, bool openAnyway);
-    void TakeColor(rgb_color color);
 
     BPopUpMenu fMenu;
     BMenuItem* fPickItem; // fMenu's

@@ -7,6 +7,7 @@
 #include "kits/application/Token.h"
 #include "kits/application/messages/Crc32.h"
 #include "kits/application/messages/MessageText.h"
+#include "kits/support/Utf8.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
