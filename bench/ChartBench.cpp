@@ -4,8 +4,7 @@
 #include "kits/application/Message.h"
 #include "kits/interface/InterfaceKit.h"
 #include "kits/interface/Shortcuts.h"
-#include "src/sampling/SampleRecords.h"
-#include "src/support/MessageCodes.h"
+#include "tests/support/Samples.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,28 +13,8 @@
 
 namespace {
 
-constexpr int32 kMaximum = 1000;
+constexpr int32 kWhole = 1000; // of the memory
 constexpr int32 kCountValues = 64;
-
-/// Returns a sample as a sampler in another process sends it.
-BMessage SampleOf(int32 usedPages)
-{
-    SysinfoBody sampler{};
-    sampler.delay = sampler.sumElapsed = 200000;
-    sampler.nodesToKeep = 10;
-    sampler.info.cpu_count = 1;
-    SysinfoNodeBody node{};
-    node.elapsed = 200000;
-    node.info.cpu_count = 1;
-    node.info.max_pages = kMaximum;
-    node.info.used_pages = usedPages;
-    BMessage message(MSG_SYSINFO_SAMPLE);
-    AddRecord(&message, kSysinfoBodyField, &sampler, sizeof(sampler));
-    AddTimes(&message, kSumActiveField, {0});
-    AddRecord(&message, kNodeBodyField, &node, sizeof(node));
-    AddTimes(&message, kActiveDeltasField, {0});
-    return message;
-}
 
 } // namespace
 
@@ -45,14 +24,13 @@ ChartBench::ChartBench(int sources, int width, int height)
     , fChart(new ChartView)
 {
     for (int32 i = 0; i < kCountValues; i++) {
-        const BMessage message = SampleOf(i * 37 % kCountValues * kMaximum / kCountValues);
+        const BMessage message = SampleMessage({.memory = i * 37 % kCountValues * kWhole / kCountValues});
         fNodes.push_back(std::make_unique<SysinfoNode>(&message));
         if (i == 0)
             fSampler = std::make_unique<Sysinfo>(&message);
     }
     for (int i = 0; i < sources; i++) {
-        BMessage source;
-        ValueProvider(VP_USED_MEMORY, 0).Archive(&source);
+        BMessage source = SourceArchive(VP_USED_MEMORY);
         fChart->AddValueProvider(&source, -1);
     }
     fChart->ResizeTo(static_cast<float>(width - 1), static_cast<float>(height - 1));

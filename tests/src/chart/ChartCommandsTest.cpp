@@ -8,13 +8,12 @@
 
 namespace {
 
-class ChartCommandsTest : public ChartWindowTest {
+class ChartCommandsTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
-        holder = new ChartViewHolder(BRect(0, 0, 100, 119));
-        window->AddChild(holder);
+        HolderWindowTest::SetUp();
+        AddHolder(BRect(0, 0, 100, 119));
         test::Turn();
         for (int32 i = 0; i < 3; i++)
             AddSources(*holder->ChartAt(i), 1);
@@ -36,8 +35,6 @@ protected:
         message.AddPoint("Coord", where);
         return message;
     }
-
-    ChartViewHolder* holder = nullptr;
 };
 
 void ShowStairs(ChartView& chart, int count)

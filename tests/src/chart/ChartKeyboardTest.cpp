@@ -6,13 +6,12 @@
 
 namespace {
 
-class ChartKeyboardTest : public ChartWindowTest {
+class ChartKeyboardTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
-        holder = new ChartViewHolder(BRect(0, 0, 250, 179));
-        window->AddChild(holder);
+        HolderWindowTest::SetUp();
+        AddHolder(BRect(0, 0, 250, 179));
         window->Activate();
         test::Turn();
     }
@@ -27,8 +26,6 @@ protected:
         }
         return rings;
     }
-
-    ChartViewHolder* holder = nullptr;
 };
 
 } // namespace

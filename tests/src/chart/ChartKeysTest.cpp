@@ -17,14 +17,13 @@
 
 namespace {
 
-class ChartKeysTest : public ChartWindowTest {
+class ChartKeysTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
+        HolderWindowTest::SetUp();
         QGuiApplication::clipboard()->clear();
-        holder = new ChartViewHolder(BRect(0, 0, 250, 179));
-        window->AddChild(holder);
+        AddHolder(BRect(0, 0, 250, 179));
         window->Activate();
         chart = holder->ChartAt(0);
         chart->SetTitle("Title");
@@ -72,8 +71,6 @@ protected:
         const auto y = static_cast<int32>(caption.top);
         return Shown(x, y) == Word(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
     }
-
-    ChartViewHolder* holder = nullptr;
 };
 
 } // namespace

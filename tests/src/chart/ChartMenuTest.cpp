@@ -23,13 +23,12 @@ std::string SourceLabels(const ChartMenu& menu)
     return Labels(*menu.Menu()->FindItem("Sources...")->Submenu());
 }
 
-class ChartMenuInWindowTest : public ChartWindowTest {
+class ChartMenuInWindowTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
-        holder = new ChartViewHolder(BRect(0, 0, 299, 199));
-        window->AddChild(holder);
+        HolderWindowTest::SetUp();
+        AddHolder(BRect(0, 0, 299, 199));
         chart = holder->ChartAt(1);
         AddSources(*chart, 2);
         test::Turn();
@@ -51,8 +50,6 @@ protected:
         EXPECT_EQ(item->Invoke(), B_OK) << label;
         test::Turn();
     }
-
-    ChartViewHolder* holder = nullptr;
 };
 
 } // namespace

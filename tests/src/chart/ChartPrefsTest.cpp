@@ -9,13 +9,12 @@
 
 namespace {
 
-class ChartPrefsTest : public ChartWindowTest {
+class ChartPrefsTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
-        holder = new ChartViewHolder(BRect(0, 0, 250, 179));
-        window->AddChild(holder);
+        HolderWindowTest::SetUp();
+        AddHolder(BRect(0, 0, 250, 179));
         chart = holder->ChartAt(0);
         test::Turn();
     }
@@ -35,8 +34,6 @@ protected:
         settings.FindMessage("PrefsWindowArchive", &archive);
         return archive;
     }
-
-    ChartViewHolder* holder = nullptr;
 };
 
 } // namespace

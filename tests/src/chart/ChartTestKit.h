@@ -6,12 +6,13 @@
 #include "kits/interface/Window.h"
 #include "kits/kernel/Clock.h"
 #include "src/chart/ChartView.h"
+#include "src/chart/ChartViewHolder.h"
 #include "src/chart/PixelRows.h"
 #include "src/pages/ChartPreferences.h"
-#include "src/sampling/SampleRecords.h"
 #include "src/sampling/Sysinfo.h"
 #include "src/support/MessageCodes.h"
 #include "tests/support/GuiTest.h"
+#include "tests/support/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -21,55 +22,6 @@
 #include <vector>
 
 /// Shared by the tests of charts: samples with chosen values, a clock that stands still, and a chart in a window.
-
-/// The sources for which the samples below have values, in the order of Shares.
-inline constexpr vptarget_t kTestTargets[] = {VP_USED_MEMORY, VP_ALLOCATED_TEAMS, VP_ALLOCATED_THREADS,
-                                              VP_ALLOCATED_SEMS, VP_ALLOCATED_PORTS};
-
-/// Thousandths for each of the sources above.
-struct Shares {
-    int32 memory = 0;
-    int32 teams = 0;
-    int32 threads = 0;
-    int32 sems = 0;
-    int32 ports = 0;
-};
-
-/// Returns a sample as a sampler in another process sends it.
-inline BMessage SampleMessage(const Shares& shares)
-{
-    system_info info{};
-    info.cpu_count = 1;
-    info.max_pages = info.max_teams = info.max_threads = info.max_sems = info.max_ports = 1000;
-    info.used_pages = shares.memory;
-    info.used_teams = shares.teams;
-    info.used_threads = shares.threads;
-    info.used_sems = shares.sems;
-    info.used_ports = shares.ports;
-    SysinfoBody sampler{};
-    sampler.delay = 200000;
-    sampler.sumElapsed = 200000;
-    sampler.info = info;
-    sampler.nodesToKeep = 10;
-    SysinfoNodeBody node{};
-    node.elapsed = 200000;
-    node.info = info;
-
-    BMessage message(MSG_SYSINFO_SAMPLE);
-    AddRecord(&message, kSysinfoBodyField, &sampler, sizeof(sampler));
-    AddTimes(&message, kSumActiveField, {0});
-    AddRecord(&message, kNodeBodyField, &node, sizeof(node));
-    AddTimes(&message, kActiveDeltasField, {0});
-    return message;
-}
-
-/// Returns a source as it stands in archives and drags.
-inline BMessage SourceArchive(vptarget_t target, int32 flags = 0)
-{
-    BMessage archive;
-    ValueProvider(target, flags).Archive(&archive);
-    return archive;
-}
 
 /// A clock that moves only on request.
 class StillClock : public kits::ClockSource {
@@ -189,4 +141,17 @@ protected:
     RecordingLooper* application = nullptr;
     BWindow* window = nullptr;
     ChartView* chart = nullptr;
+};
+
+/// The same with a holder of charts after AddHolder().
+class HolderWindowTest : public ChartWindowTest {
+protected:
+    /// Adds a holder with the charts of a first start; it belongs to the window.
+    void AddHolder(BRect frame)
+    {
+        holder = new ChartViewHolder(frame);
+        window->AddChild(holder);
+    }
+
+    ChartViewHolder* holder = nullptr;
 };

@@ -6,13 +6,12 @@
 
 namespace {
 
-class ChartTrackingTest : public ChartWindowTest {
+class ChartTrackingTest : public HolderWindowTest {
 protected:
     void SetUp() override
     {
-        ChartWindowTest::SetUp();
-        holder = new ChartViewHolder(BRect(0, 0, 250, 179));
-        window->AddChild(holder);
+        HolderWindowTest::SetUp();
+        AddHolder(BRect(0, 0, 250, 179));
         chart = holder->ChartAt(0);
         chart->SetTitle("Title");
         chart->TrackTitle(BPoint(20, 20));
@@ -24,7 +23,6 @@ protected:
         onValue = BPoint(chart->Captions().Value().drawn.left + 3, chart->Captions().Value().drawn.top + 3);
     }
 
-    ChartViewHolder* holder = nullptr;
     BPoint onTitle;
     BPoint onValue;
 };
