@@ -14,7 +14,6 @@
 
 #include <poll.h>
 
-#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
