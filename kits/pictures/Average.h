@@ -20,7 +20,7 @@ struct Average {
 ///
 /// Returns nothing for anything but a regular file, for a file above 256 MB, for a picture of more than 1000 million
 /// pixels or 512 MB, and for one that cannot be read. Within that it may need much time and memory, or end the process:
-/// see LimitProcess().
+/// see LimitProcess() in main.cpp.
 ///
 /// Needs the toolkit's application object.
 std::optional<Average> AverageOf(const char* path);
