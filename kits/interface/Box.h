@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "kits/interface/View.h"
+#include "kits/interface/WidgetView.h"
 
-#include <memory>
 #include <string>
-
-namespace kits {
-class Content;
-}
 
 /// A frame around other views, optionally with a label. Assistive technology uses the label as the name of the group.
 /// The box itself shows its view colour; when it is attached it takes its parent's unless it was given one.
-class BBox : public BView {
+class BBox : public kits::WidgetView {
 public:
     explicit BBox(BRect frame, const char* name = nullptr, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
                   uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE_JUMP, border_style border = B_FANCY_BORDER);
-    ~BBox() override;
 
     void AttachedToWindow() override;
     using BView::SetViewColor;
@@ -30,11 +24,9 @@ public:
 
 private:
     void WidgetCreated(QWidget* widget) override;
-    void ViewColorChanged() override;
-    void UpdateWidget();
-    void WidgetNeedsUpdate();
+    QWidget* MakeWidget() override;
+    void UpdateWidget() override;
 
-    std::unique_ptr<kits::Content> fContent;
     std::string fLabel;
     border_style fBorder;
     bool fHasColor = false;

@@ -6,9 +6,7 @@
 /// A push button. Its value is always 0; pressing it, by mouse or with the space key, sends its message.
 class BButton : public BControl {
 public:
-    BButton(BRect frame, const char* name, const char* label, BMessage* message,
-            uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
-    ~BButton() override;
+    using BControl::BControl;
 
     void AttachedToWindow() override;
 

@@ -7,9 +7,7 @@
 /// that the program sets counts as on. A click, or the space key, toggles it and sends its message.
 class BCheckBox : public BControl {
 public:
-    BCheckBox(BRect frame, const char* name, const char* label, BMessage* message,
-              uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
-    ~BCheckBox() override;
+    using BControl::BControl;
 
     void AttachedToWindow() override;
 

@@ -28,7 +28,6 @@ public:
     /// @param buffered  has no effect: the toolkit always draws the control without flicker
     BColorControl(BPoint leftTop, color_control_layout layout, float cellSize, const char* name,
                   BMessage* message = nullptr, bool buffered = false);
-    ~BColorControl() override;
 
     /// Sets the packed value; ignores the lowest 8 bits.
     void SetValue(int32 value) override;

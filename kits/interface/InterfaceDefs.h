@@ -115,8 +115,4 @@ status_t beep();
 /// How labels of tabs, menus and alerts are laid out.
 enum button_width : int32 { B_WIDTH_AS_USUAL = 0, B_WIDTH_FROM_WIDEST = 1, B_WIDTH_FROM_LABEL = 2 };
 
-enum orientation : int32 { B_HORIZONTAL = 0, B_VERTICAL = 1 };
-
-enum alignment : int32 { B_ALIGN_LEFT = 0, B_ALIGN_RIGHT = 1, B_ALIGN_CENTER = 2 };
-
 enum border_style : int32 { B_PLAIN_BORDER = 0, B_FANCY_BORDER = 1, B_NO_BORDER = 2 };

@@ -16,7 +16,7 @@ public:
     explicit BListItem(int32 level = 0, bool expanded = true);
     BListItem(const BListItem&) = delete;
     BListItem& operator=(const BListItem&) = delete;
-    virtual ~BListItem();
+    virtual ~BListItem() = default;
 
     /// The row's text, which assistive technology also uses as its name; never null.
     virtual const char* Text() const = 0;
@@ -45,7 +45,6 @@ private:
 class BStringItem : public BListItem {
 public:
     explicit BStringItem(const char* text, int32 level = 0, bool expanded = true);
-    ~BStringItem() override;
 
     /// UTF-8, copied; null is an empty text.
     virtual void SetText(const char* text);

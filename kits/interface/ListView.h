@@ -4,13 +4,11 @@
 #include "kits/application/Invoker.h"
 #include "kits/interface/ListItem.h"
 #include "kits/interface/ScrollView.h"
-#include "kits/interface/View.h"
 
 #include <memory>
 #include <vector>
 
 namespace kits {
-class Content;
 class ListModel;
 class ListWidget;
 } // namespace kits
@@ -28,7 +26,7 @@ enum list_view_type { B_SINGLE_SELECTION_LIST = 0, B_MULTIPLE_SELECTION_LIST };
 ///
 /// The list owns its items. Rows are numbered from 0; in an outline list, these methods see only the rows that are not
 /// hidden under a collapsed one. Methods may be called from any thread under the looper lock.
-class BListView : public BView, public BInvoker, public kits::ScrollTarget {
+class BListView : public kits::ScrollTarget, public BInvoker {
 public:
     BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
               uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
@@ -75,20 +73,18 @@ public:
     status_t Invoke(BMessage* message = nullptr) override;
 
     /// Hook: the user or the program has changed the selection.
-    virtual void SelectionChanged();
+    virtual void SelectionChanged() {}
     /// Hook: the user drags a row: begin a drag here (BView::DragMessage).
     /// @param where        where the row was pressed, in the coordinates of the view
     /// @param wasSelected  whether the row was selected before that press
     /// @return true if a drag was begun
-    virtual bool InitiateDrag(BPoint where, int32 index, bool wasSelected);
+    virtual bool InitiateDrag(BPoint /*where*/, int32 /*index*/, bool /*wasSelected*/) { return false; }
 
     list_view_type ListType() const { return fType; }
 
-    void SetScrolling(bool horizontal, bool vertical, border_style border) override;
-
 protected:
     /// Whether rows have marks that expand and collapse them.
-    virtual bool IsOutline() const;
+    virtual bool IsOutline() const { return false; }
     /// Updates the rows on the screen in the next turn of the event loop.
     void RowsChanged();
 
@@ -97,9 +93,10 @@ protected:
 private:
     friend class kits::ListWidget;
 
-    void WidgetCreated(QWidget* widget) override;
-    void UpdateWidget();
-    void WidgetNeedsUpdate();
+    QWidget* MakeWidget() override;
+    /// A list keeps the colours of the theme, whatever lies around it.
+    void ViewColorChanged() override {}
+    void UpdateWidget() override;
     /// Returns the widget, up to date; null on other threads and while there is none.
     kits::ListWidget* FreshWidget() const;
 
@@ -108,11 +105,7 @@ private:
     BListItem* Take(int32 full);
     status_t Send(const BMessage* message);
 
-    std::unique_ptr<kits::Content> fContent;
     std::unique_ptr<BMessage> fSelectionMessage;
     list_view_type fType;
-    border_style fBorder = B_NO_BORDER;
-    bool fHorizontalBar = false;
-    bool fVerticalBar = false;
     bool fUpdatePending = false;
 };

@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "kits/interface/View.h"
-
-#include <memory>
-#include <string>
+#include "kits/interface/Control.h"
 
 class BMenu;
 
-namespace kits {
-class Content;
-}
-
 /// A label with a button beside it that opens a menu. With a menu in label-from-marked mode, the button shows the label
-/// of the marked item.
+/// of the marked item. The field itself sends nothing: the items of its menu do.
 ///
 /// Space, Enter and the down arrow key open the menu. Assistive technology speaks the label and the button's text. When
 /// it is attached, it takes the view colour of its parent and the height that its font needs, and keeps the width of
 /// its frame.
-class BMenuField : public BView {
+class BMenuField : public BControl {
 public:
     /// @param menu  owned from here, not null
     BMenuField(BRect frame, const char* name, const char* label, BMenu* menu,
@@ -29,19 +22,12 @@ public:
 
     BMenu* Menu() const { return fMenu.get(); }
 
-    virtual void SetLabel(const char* label);
-    const char* Label() const { return fLabel.c_str(); }
-
-    virtual void SetEnabled(bool enabled);
-    bool IsEnabled() const { return fEnabled; }
-
     /// Where the button begins, in pixels from the left edge; the label has the room before it. Until it is set, the
     /// label takes the room that it needs.
     virtual void SetDivider(float position);
     /// For tests, which look at windows through it.
     float Divider() const { return fDivider; }
 
-    void GetPreferredSize(float* width, float* height) override;
     /// The room that the button needs for every choice. It prefers more: below its preference, choices are set in
     /// narrower letters; below this width they are cut. Main thread.
     float NarrowestMenuWidth();
@@ -51,16 +37,10 @@ public:
 private:
     friend class BMenu;
 
-    void WidgetCreated(QWidget* widget) override;
-    void ViewColorChanged() override;
-    QWidget* EnsureWidget();
-    void UpdateWidget();
+    QWidget* MakeWidget() override;
+    void UpdateWidget() override;
     void OpenMenu();
-    void WidgetNeedsUpdate();
 
     std::unique_ptr<BMenu> fMenu;
-    std::unique_ptr<kits::Content> fContent;
-    std::string fLabel;
     float fDivider = -1;
-    bool fEnabled = true;
 };

@@ -71,5 +71,4 @@ private:
 class BSeparatorItem : public BMenuItem {
 public:
     BSeparatorItem();
-    ~BSeparatorItem() override;
 };

@@ -18,7 +18,6 @@ public:
     ///                   the wrong order, they are swapped
     BNumberControl(BRect frame, const char* name, BMessage* message, int32 minValue, int32 maxValue,
                    uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
-    ~BNumberControl() override;
 
     void AttachedToWindow() override;
     void SetValue(int32 value) override;

@@ -10,10 +10,7 @@
 /// BListView count only the rows that are shown; methods named "full list" count all.
 class BOutlineListView : public BListView {
 public:
-    BOutlineListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
-                     uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
-                     uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
-    ~BOutlineListView() override;
+    using BListView::BListView;
 
     /// Adds the item as the first one directly under `superitem`, one level deeper; if `superitem` is null, as the last
     /// of all, at level 0. The list owns it from here.
@@ -34,7 +31,7 @@ public:
     bool IsExpanded(int32 fullListIndex) const;
 
 private:
-    bool IsOutline() const override;
+    bool IsOutline() const override { return true; }
     /// Returns the full number of the first row under it, and of the first one after those.
     int32 FirstUnder(const BListItem* superitem, int32* end) const;
 };

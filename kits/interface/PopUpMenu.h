@@ -8,7 +8,6 @@ class BPopUpMenu : public BMenu {
 public:
     explicit BPopUpMenu(const char* name, bool radioMode = true, bool labelFromMarked = true,
                         menu_layout layout = B_ITEMS_IN_COLUMN);
-    ~BPopUpMenu() override;
 
     /// Opens the menu with its top left corner at `where`, moved so that it fits on the screen.
     ///

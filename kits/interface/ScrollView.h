@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "kits/interface/View.h"
+#include "kits/interface/WidgetView.h"
 
 namespace kits {
 
-/// Interface of a view that can stand in a BScrollView: it scrolls its own contents, and shows bars and border on
-/// request.
-class ScrollTarget {
+/// Base of views that can stand in a BScrollView: their widget, a QAbstractScrollArea, scrolls its own contents, and
+/// shows bars and border on request.
+class ScrollTarget : public WidgetView {
 public:
-    virtual ~ScrollTarget() = default;
-    virtual void SetScrolling(bool horizontal, bool vertical, border_style border) = 0;
+    using WidgetView::WidgetView;
+
+    void SetScrolling(bool horizontal, bool vertical, border_style border);
+
+protected:
+    void UpdateWidget() override;
+
+private:
+    border_style fBorder = B_NO_BORDER;
+    bool fHorizontalBar = false;
+    bool fVerticalBar = false;
 };
 
 } // namespace kits
@@ -25,7 +34,6 @@ public:
     /// @param target  a list or text view; owned from here, as every child is. Any other view is shown without bars
     BScrollView(const char* name, BView* target, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP, uint32 flags = 0,
                 bool horizontal = false, bool vertical = false, border_style border = B_FANCY_BORDER);
-    ~BScrollView() override;
 
     BView* Target() const { return fTarget; }
     border_style Border() const { return fBorder; } ///< for tests

@@ -64,7 +64,7 @@ public:
 
     /// Returns a text to show beside the label; called whenever the value changes. The base class returns null, which
     /// shows nothing. The text is copied.
-    virtual const char* UpdateText() const;
+    virtual const char* UpdateText() const { return nullptr; }
 
 protected:
     QWidget* MakeWidget() override;

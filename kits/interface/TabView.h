@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "kits/interface/View.h"
+#include "kits/interface/WidgetView.h"
 
 #include <memory>
 #include <string>
@@ -10,9 +10,8 @@
 class BTabView;
 
 namespace kits {
-class Content;
 class TabStrip;
-} // namespace kits
+}
 
 /// One tab of a tab view: a label on the strip, and the view that is shown while the tab is selected.
 ///
@@ -72,7 +71,7 @@ private:
 /// selected.
 ///
 /// Main thread, or any thread under the looper lock for calls that do not select.
-class BTabView : public BView {
+class BTabView : public kits::WidgetView {
 public:
     /// @param width  B_WIDTH_FROM_WIDEST makes all tabs as wide as the widest; otherwise each is as wide as its label
     ///               needs
@@ -110,14 +109,12 @@ private:
     friend class kits::TabStrip;
 
     void WidgetCreated(QWidget* widget) override;
-    void ViewColorChanged() override;
+    QWidget* MakeWidget() override;
+    void UpdateWidget() override;
     kits::TabStrip* Strip();
     void PaintLabel();
-    void UpdateWidget();
-    void WidgetNeedsUpdate();
     void LayOut();
 
-    std::unique_ptr<kits::Content> fContent;
     std::vector<std::unique_ptr<BTab>> fTabs;
     BView* fContainer;
     int32 fSelection = -1;

@@ -2,14 +2,8 @@
 #pragma once
 
 #include "kits/interface/ScrollView.h"
-#include "kits/interface/View.h"
 
-#include <memory>
 #include <string>
-
-namespace kits {
-class Content;
-}
 
 /// A text of many lines, to read or to edit.
 ///
@@ -19,13 +13,10 @@ class Content;
 ///
 /// Setting the text that is already there costs a comparison; another text replaces the lines that differ, without
 /// flicker, and keeps the user's scroll position.
-///
-/// Setters may be called from any thread under the looper lock.
-class BTextView : public BView, public kits::ScrollTarget {
+class BTextView : public kits::ScrollTarget {
 public:
     /// @param textRect  where the text lies within the view, in its coordinates; its height is ignored
     BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags);
-    ~BTextView() override;
 
     /// UTF-8, copied; null is an empty text.
     virtual void SetText(const char* text);
@@ -40,20 +31,13 @@ public:
     virtual void MakeSelectable(bool selectable);
     bool IsSelectable() const { return fSelectable; } ///< for tests
 
-    void SetScrolling(bool horizontal, bool vertical, border_style border) override;
-
 private:
-    void WidgetCreated(QWidget* widget) override;
+    QWidget* MakeWidget() override;
     void ViewColorChanged() override;
-    void UpdateWidget();
-    void WidgetNeedsUpdate();
+    void UpdateWidget() override;
 
-    std::unique_ptr<kits::Content> fContent;
     std::string fText;
     BRect fTextRect;
-    border_style fBorder = B_NO_BORDER;
-    bool fHorizontalBar = false;
-    bool fVerticalBar = false;
     bool fEditable = true;
     bool fSelectable = true;
 };

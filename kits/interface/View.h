@@ -68,34 +68,34 @@ public:
     /// After those of all children; the view still has its window.
     virtual void AllDetached() {}
     /// Paints the content of the rectangle; drawing is clipped to it. Only with B_WILL_DRAW.
-    virtual void Draw(BRect update);
+    virtual void Draw(BRect /*update*/) {}
     /// The window's current message has "where" (point), "buttons", "clicks", "modifiers" (int32 each) and "when"
     /// (int64).
-    virtual void MouseDown(BPoint where);
+    virtual void MouseDown(BPoint /*where*/) {}
     /// @param transit      B_ENTERED_VIEW, B_INSIDE_VIEW or B_EXITED_VIEW, from the pointer's place and the bounds
     /// @param dragMessage  the message that is dragged over the view, or null. Not owned
-    virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
+    virtual void MouseMoved(BPoint /*where*/, uint32 /*transit*/, const BMessage* /*dragMessage*/) {}
     /// Goes to the view that got the MouseDown, wherever the pointer is.
-    virtual void MouseUp(BPoint where);
+    virtual void MouseUp(BPoint /*where*/) {}
     /// @param bytes  one UTF-8 character, or one of the B_* keys; not NUL-terminated
     virtual void KeyDown(const char* bytes, int32 count);
     /// The user has pressed the key or the combination that opens the menu at the keyboard focus. The plain view does
     /// nothing.
     /// @param where  the middle of the view
-    virtual void ContextMenuRequested(BPoint where);
+    virtual void ContextMenuRequested(BPoint /*where*/) {}
     /// Ctrl+C was pressed here, or in a view below that does not use it: writes the message that a drag of this view
     /// carries. The plain view has none.
     /// @return false, and nothing is copied, if there is none
-    virtual bool CopyRequested(BMessage* message);
+    virtual bool CopyRequested(BMessage* /*message*/) { return false; }
     /// Ctrl+V likewise: says where in this view the message from the clipboard is dropped. The plain view accepts none.
     /// @return false if the view accepts nothing
-    virtual bool PasteRequested(BPoint* where);
+    virtual bool PasteRequested(BPoint* /*where*/) { return false; }
     /// With B_FRAME_EVENTS: called after any change of the frame, at most once per turn of the event loop.
-    virtual void FrameMoved(BPoint parentPoint);
-    virtual void FrameResized(float width, float height);
+    virtual void FrameMoved(BPoint /*parentPoint*/) {}
+    virtual void FrameResized(float /*width*/, float /*height*/) {}
     /// With B_PULSE_NEEDED, at the window's pulse rate.
     virtual void Pulse() {}
-    virtual void WindowActivated(bool active);
+    virtual void WindowActivated(bool /*active*/) {}
     virtual void GetPreferredSize(float* width, float* height);
     virtual void ResizeToPreferred();
     /// Takes or gives up the keyboard focus. The plain view invalidates itself so that Draw can show IsFocus().
@@ -214,7 +214,7 @@ public:
 protected:
     /// For the kit's own controls. Called after the view's widget was made (once in its life, on the main thread,
     /// before the first AttachedToWindow). See kits/interface/core/ViewPrivate.h.
-    virtual void WidgetCreated(QWidget* widget);
+    virtual void WidgetCreated(QWidget* /*widget*/) {}
     /// For the kit's own controls: the view colour changed, or the view was attached.
     virtual void ViewColorChanged() {}
 

@@ -93,9 +93,9 @@ public:
     // Hooks.
 
     /// Hook: the user, the window manager or a call has changed the frame; at most once per turn of the event loop.
-    virtual void FrameResized(float width, float height);
-    virtual void FrameMoved(BPoint origin);
-    virtual void WindowActivated(bool active);
+    virtual void FrameResized(float /*width*/, float /*height*/) {}
+    virtual void FrameMoved(BPoint /*origin*/) {}
+    virtual void WindowActivated(bool /*active*/) {}
     /// Hook: the user wants to minimise or restore it. Does so.
     virtual void Minimize(bool minimize);
     /// True lets it close. The close button and B_QUIT_REQUESTED call this too.

@@ -14,10 +14,11 @@ namespace {
 void SetTargets(const BView* view, BHandler* target)
 {
     for (int32 i = 0; BView* child = view->ChildAt(i); i++)
-        if (auto* control = dynamic_cast<BInvoker*>(child))
-            control->SetTarget(target);
-        else if (auto* field = dynamic_cast<BMenuField*>(child))
+        // Also a control, but its items send the messages.
+        if (auto* field = dynamic_cast<BMenuField*>(child))
             SetTargetForItemsRecursive(field->Menu(), target);
+        else if (auto* control = dynamic_cast<BInvoker*>(child))
+            control->SetTarget(target);
         else
             SetTargets(child, target);
 }

@@ -6,12 +6,10 @@
 #include "kits/interface/core/ViewPrivate.h"
 
 BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags, border_style border)
-    : BView(frame, name, resizingMode, flags)
+    : WidgetView(frame, name, resizingMode, flags)
     , fBorder(border)
 {
 }
-
-BBox::~BBox() = default;
 
 void BBox::AttachedToWindow()
 {
@@ -34,28 +32,17 @@ void BBox::SetLabel(const char* label)
     WidgetNeedsUpdate();
 }
 
-void BBox::WidgetCreated(QWidget* widget)
+void BBox::WidgetCreated(QWidget*)
 {
-    fContent = std::make_unique<kits::Content>();
-    fContent->SetWidget(new kits::BoxWidget(widget));
-    UpdateWidget();
-    ViewColorChanged();
+    EnsureWidget();
 }
 
-void BBox::ViewColorChanged()
+QWidget* BBox::MakeWidget()
 {
-    if (fContent != nullptr)
-        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+    return new kits::BoxWidget(kits::ViewWidget(this));
 }
 
 void BBox::UpdateWidget()
 {
     fContent->As<kits::BoxWidget>()->Take(fBorder, kits::ToLabel(fLabel.c_str()));
-}
-
-void BBox::WidgetNeedsUpdate()
-{
-    if (fContent != nullptr)
-        kits::RunOnMain(
-            this, [this] { UpdateWidget(); });
 }

@@ -7,13 +7,6 @@
 
 #include <QPushButton>
 
-BButton::BButton(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode, uint32 flags)
-    : BControl(frame, name, label, message, resizingMode, flags)
-{
-}
-
-BButton::~BButton() = default;
-
 void BButton::AttachedToWindow()
 {
     BControl::AttachedToWindow();

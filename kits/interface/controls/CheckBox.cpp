@@ -83,14 +83,6 @@ private:
 
 } // namespace
 
-BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode,
-                     uint32 flags)
-    : BControl(frame, name, label, message, resizingMode, flags)
-{
-}
-
-BCheckBox::~BCheckBox() = default;
-
 void BCheckBox::AttachedToWindow()
 {
     BControl::AttachedToWindow();

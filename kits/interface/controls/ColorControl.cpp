@@ -37,8 +37,6 @@ BColorControl::BColorControl(BPoint leftTop, color_control_layout layout, float 
     ResizeTo(width, height);
 }
 
-BColorControl::~BColorControl() = default;
-
 void BColorControl::SetValue(int32 value)
 {
     BControl::SetValue(static_cast<int32>(static_cast<uint32>(value) & 0xFFFFFF00));

@@ -5,21 +5,18 @@
 #include "kits/interface/Fields.h"
 #include "kits/interface/Window.h"
 #include "kits/interface/core/Content.h"
-#include "kits/interface/core/ViewPrivate.h"
 #include "kits/kernel/Clock.h"
 
 #include <QWidget>
 
 BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode,
                    uint32 flags)
-    : BView(frame, name, resizingMode, flags)
+    : WidgetView(frame, name, resizingMode, flags)
     , BInvoker(message, static_cast<const BHandler*>(nullptr))
     , fLabel(label == nullptr ? "" : label)
 {
     SetAccessibleName(fLabel.c_str());
 }
-
-BControl::~BControl() = default;
 
 void BControl::AttachedToWindow()
 {
@@ -86,27 +83,6 @@ void BControl::TakePreferredHeight()
     ResizeTo(Bounds().Width(), height);
 }
 
-QWidget* BControl::EnsureWidget()
-{
-    if (fContent == nullptr && kits::IsMainThread()) {
-        fContent = std::make_unique<kits::Content>();
-        fContent->SetWidget(MakeWidget());
-        UpdateWidget();
-    }
-    return fContent == nullptr ? nullptr : fContent->As<>();
-}
-
-void BControl::WidgetCreated(QWidget*)
-{
-    kits::FillView(this, EnsureWidget());
-}
-
-void BControl::ViewColorChanged()
-{
-    if (fContent != nullptr)
-        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
-}
-
 void BControl::UpdateWidget()
 {
     QWidget* widget = fContent->As<>();
@@ -114,11 +90,4 @@ void BControl::UpdateWidget()
     // A control without a label keeps the name that it was given.
     if (!fLabel.empty() || *Name() != '\0')
         widget->setAccessibleName(kits::ToText(fLabel.empty() ? Name() : Label()));
-}
-
-void BControl::WidgetNeedsUpdate()
-{
-    if (fContent != nullptr)
-        kits::RunOnMain(
-            this, [this] { UpdateWidget(); });
 }

@@ -9,15 +9,11 @@ BListItem::BListItem(int32 level, bool expanded)
 {
 }
 
-BListItem::~BListItem() = default;
-
 BStringItem::BStringItem(const char* text, int32 level, bool expanded)
     : BListItem(level, expanded)
     , fText(text == nullptr ? "" : text)
 {
 }
-
-BStringItem::~BStringItem() = default;
 
 void BStringItem::SetText(const char* text)
 {

@@ -16,7 +16,7 @@
 #include <algorithm>
 
 BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
-    : BView(frame, name, resizingMode, flags)
+    : ScrollTarget(frame, name, resizingMode, flags)
     , BInvoker(nullptr, static_cast<const BHandler*>(nullptr))
     , fModel(std::make_unique<kits::ListModel>())
     , fType(type)
@@ -163,21 +163,6 @@ status_t BListView::Send(const BMessage* message)
     return BInvoker::Invoke(&copy);
 }
 
-void BListView::SelectionChanged() {}
-
-bool BListView::InitiateDrag(BPoint, int32, bool)
-{
-    return false;
-}
-
-void BListView::SetScrolling(bool horizontal, bool vertical, border_style border)
-{
-    fHorizontalBar = horizontal;
-    fVerticalBar = vertical;
-    fBorder = border;
-    WidgetNeedsUpdate();
-}
-
 void BListView::UserSelected(const std::vector<BListItem*>& items)
 {
     for (int32 i = 0; i < fModel->CountFull(); i++)
@@ -199,17 +184,9 @@ void BListView::RowOpened(BListItem* item, bool open)
     SelectionChanged();
 }
 
-bool BListView::IsOutline() const
+QWidget* BListView::MakeWidget()
 {
-    return false;
-}
-
-void BListView::WidgetCreated(QWidget*)
-{
-    fContent = std::make_unique<kits::Content>();
-    fContent->SetWidget(new kits::ListWidget(this, IsOutline()));
-    UpdateWidget();
-    kits::FillView(this, fContent->As<>());
+    return new kits::ListWidget(this, IsOutline());
 }
 
 kits::ListWidget* BListView::FreshWidget() const
@@ -223,21 +200,10 @@ kits::ListWidget* BListView::FreshWidget() const
 
 void BListView::UpdateWidget()
 {
+    ScrollTarget::UpdateWidget();
     auto* widget = fContent->As<kits::ListWidget>();
-    widget->setVerticalScrollBarPolicy(fVerticalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    widget->setHorizontalScrollBarPolicy(fHorizontalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    widget->setFrameStyle(fBorder == B_FANCY_BORDER   ? QFrame::StyledPanel | QFrame::Sunken
-                          : fBorder == B_PLAIN_BORDER ? QFrame::Box | QFrame::Plain
-                                                      : QFrame::NoFrame);
     widget->RefreshRows();
     widget->RefreshSelection();
-}
-
-void BListView::WidgetNeedsUpdate()
-{
-    if (fContent != nullptr)
-        kits::RunOnMain(
-            this, [this] { UpdateWidget(); });
 }
 
 void BListView::RowsChanged()

@@ -6,7 +6,6 @@
 #include "kits/interface/controls/MenuPart.h"
 #include "kits/interface/controls/NarrowText.h"
 #include "kits/interface/core/Content.h"
-#include "kits/interface/core/ViewPrivate.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
@@ -97,12 +96,10 @@ private:
 } // namespace
 
 BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* menu, uint32 resizingMode, uint32 flags)
-    : BView(frame, name, resizingMode, flags)
+    : BControl(frame, name, label, nullptr, resizingMode, flags)
     , fMenu(menu)
-    , fLabel(label == nullptr ? "" : label)
 {
     fMenu->fField = this;
-    SetAccessibleName(fLabel.c_str());
 }
 
 BMenuField::~BMenuField()
@@ -112,39 +109,14 @@ BMenuField::~BMenuField()
 
 void BMenuField::AttachedToWindow()
 {
-    kits::TakeParentColor(this);
-    float height = 0;
-    GetPreferredSize(nullptr, &height);
-    ResizeTo(Bounds().Width(), height);
-}
-
-void BMenuField::SetLabel(const char* label)
-{
-    fLabel = label == nullptr ? "" : label;
-    SetAccessibleName(fLabel.c_str());
-    WidgetNeedsUpdate();
-}
-
-void BMenuField::SetEnabled(bool enabled)
-{
-    fEnabled = enabled;
-    WidgetNeedsUpdate();
+    BControl::AttachedToWindow();
+    TakePreferredHeight();
 }
 
 void BMenuField::SetDivider(float position)
 {
     fDivider = position;
     WidgetNeedsUpdate();
-}
-
-void BMenuField::GetPreferredSize(float* width, float* height)
-{
-    QWidget* widget = EnsureWidget();
-    if (widget == nullptr) {
-        BView::GetPreferredSize(width, height);
-        return;
-    }
-    kits::GetSizeHint(widget, width, height);
 }
 
 float BMenuField::NarrowestMenuWidth()
@@ -161,26 +133,9 @@ float BMenuField::NarrowestLabelWidth()
     return static_cast<float>(fContent->As<kits::LabeledWidget>()->NarrowestLabelWidth());
 }
 
-QWidget* BMenuField::EnsureWidget()
+QWidget* BMenuField::MakeWidget()
 {
-    if (fContent == nullptr && kits::IsMainThread()) {
-        fContent = std::make_unique<kits::Content>();
-        auto* button = new PopUpButton([this] { OpenMenu(); });
-        fContent->SetWidget(new kits::LabeledWidget(button));
-        UpdateWidget();
-    }
-    return fContent == nullptr ? nullptr : fContent->As<>();
-}
-
-void BMenuField::WidgetCreated(QWidget*)
-{
-    kits::FillView(this, EnsureWidget());
-}
-
-void BMenuField::ViewColorChanged()
-{
-    if (fContent != nullptr)
-        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
+    return new kits::LabeledWidget(new PopUpButton([this] { OpenMenu(); }));
 }
 
 void BMenuField::OpenMenu()
@@ -199,7 +154,7 @@ void BMenuField::UpdateWidget()
 {
     auto* widget = fContent->As<kits::LabeledWidget>();
     auto* button = static_cast<PopUpButton*>(widget->Field());
-    widget->setEnabled(fEnabled && fMenu->IsEnabled());
+    widget->setEnabled(IsEnabled() && fMenu->IsEnabled());
     QStringList choices;
     int shown = 0;
     if (fMenu->IsLabelFromMarked()) {
@@ -213,13 +168,6 @@ void BMenuField::UpdateWidget()
     button->clear();
     button->addItems(choices);
     button->setCurrentIndex(shown);
-    widget->SetLabel(kits::ToText(fLabel.c_str()));
+    widget->SetLabel(kits::ToText(Label()));
     widget->SetDivider(fDivider);
-}
-
-void BMenuField::WidgetNeedsUpdate()
-{
-    if (fContent != nullptr)
-        kits::RunOnMain(
-            this, [this] { UpdateWidget(); });
 }

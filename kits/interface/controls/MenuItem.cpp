@@ -111,5 +111,3 @@ BSeparatorItem::BSeparatorItem()
 {
     fSeparator = true;
 }
-
-BSeparatorItem::~BSeparatorItem() = default;

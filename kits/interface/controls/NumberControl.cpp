@@ -39,8 +39,6 @@ BNumberControl::BNumberControl(BRect frame, const char* name, BMessage* message,
     StoreValue(fMinValue);
 }
 
-BNumberControl::~BNumberControl() = default;
-
 void BNumberControl::AttachedToWindow()
 {
     BControl::AttachedToWindow();

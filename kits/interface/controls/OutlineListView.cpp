@@ -4,14 +4,6 @@
 #include "kits/interface/controls/ListModel.h"
 #include "kits/interface/core/Content.h"
 
-BOutlineListView::BOutlineListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode,
-                                   uint32 flags)
-    : BListView(frame, name, type, resizingMode, flags)
-{
-}
-
-BOutlineListView::~BOutlineListView() = default;
-
 bool BOutlineListView::AddUnder(BListItem* item, BListItem* superitem)
 {
     if (item == nullptr || item->fInList)
@@ -76,9 +68,4 @@ bool BOutlineListView::IsExpanded(int32 fullListIndex) const
 {
     const BListItem* item = fModel->FullAt(fullListIndex);
     return item != nullptr && item->IsExpanded();
-}
-
-bool BOutlineListView::IsOutline() const
-{
-    return true;
 }

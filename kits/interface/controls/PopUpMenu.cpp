@@ -33,8 +33,6 @@ BPopUpMenu::BPopUpMenu(const char* name, bool radioMode, bool labelFromMarked, m
     SetLabelFromMarked(labelFromMarked);
 }
 
-BPopUpMenu::~BPopUpMenu() = default;
-
 BMenuItem* BPopUpMenu::Go(BPoint where, bool deliversMessage, bool openAnyway, bool async)
 {
     if (!kits::IsMainThread() || fPart != nullptr || CountItems() == 0)

@@ -3,6 +3,8 @@
 
 #include "kits/interface/core/Content.h"
 
+#include <QAbstractScrollArea>
+
 namespace {
 
 /// The width of a border in most themes. The program gives the view its real size, so nothing depends on it.
@@ -23,6 +25,24 @@ BRect FrameAround(const BView* target, bool horizontal, bool vertical, border_st
 
 } // namespace
 
+void kits::ScrollTarget::SetScrolling(bool horizontal, bool vertical, border_style border)
+{
+    fHorizontalBar = horizontal;
+    fVerticalBar = vertical;
+    fBorder = border;
+    WidgetNeedsUpdate();
+}
+
+void kits::ScrollTarget::UpdateWidget()
+{
+    auto* widget = fContent->As<QAbstractScrollArea>();
+    widget->setVerticalScrollBarPolicy(fVerticalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    widget->setHorizontalScrollBarPolicy(fHorizontalBar ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    widget->setFrameStyle(fBorder == B_FANCY_BORDER   ? QFrame::StyledPanel | QFrame::Sunken
+                          : fBorder == B_PLAIN_BORDER ? QFrame::Box | QFrame::Plain
+                                                      : QFrame::NoFrame);
+}
+
 BScrollView::BScrollView(const char* name, BView* target, uint32 resizingMode, uint32 flags, bool horizontal,
                          bool vertical, border_style border)
     : BView(FrameAround(target, horizontal, vertical, border), name, resizingMode, flags)
@@ -39,8 +59,6 @@ BScrollView::BScrollView(const char* name, BView* target, uint32 resizingMode, u
         scrolls->SetScrolling(horizontal, vertical, border);
     AddChild(target);
 }
-
-BScrollView::~BScrollView() = default;
 
 void BScrollView::AttachedToWindow()
 {

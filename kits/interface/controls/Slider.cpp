@@ -78,11 +78,6 @@ void BSlider::SetModificationMessage(BMessage* message)
     fModification.reset(message);
 }
 
-const char* BSlider::UpdateText() const
-{
-    return nullptr;
-}
-
 void BSlider::UserMoved(int32 value, bool dragging)
 {
     StoreValue(value);

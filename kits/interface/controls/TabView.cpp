@@ -3,7 +3,6 @@
 
 #include "kits/interface/controls/TabStrip.h"
 #include "kits/interface/core/Content.h"
-#include "kits/interface/core/ViewPrivate.h"
 
 #include <QSignalBlocker>
 
@@ -17,7 +16,7 @@ constexpr float kLikelyHeight = 26;
 } // namespace
 
 BTabView::BTabView(BRect frame, const char* name, button_width width, uint32 resizingMode, uint32 flags)
-    : BView(frame, name, resizingMode, flags)
+    : WidgetView(frame, name, resizingMode, flags)
     , fContainer(new BView(BRect(0, 0, 0, 0), "container", B_FOLLOW_ALL_SIDES, B_WILL_DRAW))
     , fTabWidth(width)
 {
@@ -102,17 +101,17 @@ void BTabView::GetPreferredSize(float* width, float* height)
         *height = pageHeight + TabHeight();
 }
 
+QWidget* BTabView::MakeWidget()
+{
+    auto* strip = new kits::TabStrip(this);
+    strip->resize(strip->width(), strip->Height());
+    QObject::connect(strip, &QTabBar::currentChanged, fContent.get(), [this](int index) { Select(index); });
+    return strip;
+}
+
 kits::TabStrip* BTabView::Strip()
 {
-    if (fContent == nullptr && kits::IsMainThread()) {
-        fContent = std::make_unique<kits::Content>();
-        auto* strip = new kits::TabStrip(this);
-        fContent->SetWidget(strip);
-        strip->resize(strip->width(), strip->Height());
-        QObject::connect(strip, &QTabBar::currentChanged, fContent.get(), [this](int index) { Select(index); });
-        UpdateWidget();
-    }
-    return fContent == nullptr ? nullptr : fContent->As<kits::TabStrip>();
+    return static_cast<kits::TabStrip*>(EnsureWidget());
 }
 
 void BTabView::PaintLabel()
@@ -125,24 +124,11 @@ void BTabView::WidgetCreated(QWidget* widget)
     Strip()->PutInto(widget);
 }
 
-void BTabView::ViewColorChanged()
-{
-    if (fContent != nullptr)
-        kits::FitPalette(fContent->As<>(), kits::ColorBehind(this));
-}
-
 void BTabView::UpdateWidget()
 {
     auto* strip = fContent->As<kits::TabStrip>();
     const QSignalBlocker silent(strip);
     strip->Update();
-}
-
-void BTabView::WidgetNeedsUpdate()
-{
-    if (fContent != nullptr)
-        kits::RunOnMain(
-            this, [this] { UpdateWidget(); });
 }
 
 void BTabView::LayOut()

@@ -123,36 +123,10 @@ uint32 BView::Flags() const
     return fImpl->fFlags;
 }
 
-void BView::Draw(BRect) {}
-
-void BView::MouseDown(BPoint) {}
-
-void BView::MouseMoved(BPoint, uint32, const BMessage*) {}
-
-void BView::MouseUp(BPoint) {}
-
 void BView::KeyDown(const char*, int32)
 {
     fImpl->fKeyIgnored = true;
 }
-
-void BView::ContextMenuRequested(BPoint) {}
-
-bool BView::CopyRequested(BMessage*)
-{
-    return false;
-}
-
-bool BView::PasteRequested(BPoint*)
-{
-    return false;
-}
-
-void BView::FrameMoved(BPoint) {}
-
-void BView::FrameResized(float, float) {}
-
-void BView::WindowActivated(bool) {}
 
 void BView::GetPreferredSize(float* width, float* height)
 {
@@ -179,5 +153,3 @@ void BView::MessageReceived(BMessage* message)
     else
         BHandler::MessageReceived(message);
 }
-
-void BView::WidgetCreated(QWidget*) {}

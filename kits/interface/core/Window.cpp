@@ -85,12 +85,6 @@ bool BWindow::QuitRequested()
     return true;
 }
 
-void BWindow::FrameResized(float, float) {}
-
-void BWindow::FrameMoved(BPoint) {}
-
-void BWindow::WindowActivated(bool) {}
-
 void BWindow::MessageReceived(BMessage* message)
 {
     BLooper::MessageReceived(message);
