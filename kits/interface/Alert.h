@@ -11,7 +11,7 @@
 class BInvoker;
 
 /// The picture that an alert shows.
-enum alert_type { B_EMPTY_ALERT = 0, B_INFO_ALERT, B_IDEA_ALERT, B_WARNING_ALERT, B_STOP_ALERT };
+enum alert_type { B_INFO_ALERT, B_WARNING_ALERT, B_STOP_ALERT };
 
 /// The arrangement of an alert's buttons: with even gaps, or the first one set apart from the rest by a wider gap.
 enum button_spacing { B_EVEN_SPACING = 0, B_OFFSET_SPACING };
@@ -19,8 +19,8 @@ enum button_spacing { B_EVEN_SPACING = 0, B_OFFSET_SPACING };
 /// A modal question or notice: a text, a picture that shows its kind, and one to three buttons.
 ///
 /// The buttons stand at the right edge, from left to right by index; the last one is the default, which Enter presses.
-/// Escape presses the button to which SetShortcut() assigned it, or else the only button, or else none. Line ends and
-/// tabs of the text stay, and long lines wrap.
+/// Escape presses the only button, or none if there are several. Line ends and tabs of the text stay, and long lines
+/// wrap.
 ///
 /// An alert deletes itself when it has been answered. It needs no other window and no running application: it may be
 /// shown before BApplication::Run().
@@ -29,17 +29,13 @@ public:
     /// @param title     the title of the window
     /// @param text      UTF-8, plain
     /// @param button0,  button1, button2 labels; a null (or empty) one leaves out its button
-    /// @param width     all buttons at least of the usual width, all as wide as the widest, or each as wide as its
-    ///                  label needs
+    /// @param width     all buttons at least of the usual width, or each as wide as its label needs
     BAlert(const char* title, const char* text, const char* button0, const char* button1, const char* button2,
            button_width width, button_spacing spacing, alert_type type = B_INFO_ALERT);
     explicit BAlert(const char* title, const char* text, const char* button0, const char* button1 = nullptr,
                     const char* button2 = nullptr, button_width width = B_WIDTH_AS_USUAL,
                     alert_type type = B_INFO_ALERT);
     ~BAlert() override;
-
-    /// Assigns a key to a button: a letter, digit or B_ESCAPE. 0 removes it.
-    void SetShortcut(int32 index, char shortcut);
 
     int32 CountButtons() const { return static_cast<int32>(fButtons.size()); }
     /// For tests, which read alerts through it. Null beyond the last.
@@ -70,11 +66,12 @@ public:
 private:
     class Face;
 
+    /// Shows it. Off the main thread, deletes it instead and returns false.
+    bool Open();
     void Place();
     void Answer(int32 index);
 
     std::vector<std::string> fButtons;
-    std::vector<char> fShortcuts; ///< of each button; 0 for none
     std::string fText;
     std::unique_ptr<BInvoker> fInvoker;
     std::function<void()> fAnswered; ///< while Go() waits

@@ -48,8 +48,8 @@ public:
     bool RemoveChild(BView* view);
 
     /// Recursive, see BLocker.
-    bool Lock();
-    void Unlock();
+    bool Lock() { return fLock.Lock(); }
+    void Unlock() { fLock.Unlock(); }
 
 private:
     BRect fBounds;

@@ -19,7 +19,5 @@ protected:
     QWidget* MakeWidget() override;
 
 private:
-    void Press();
-
     bool fDefault = false;
 };

@@ -43,8 +43,6 @@ protected:
     void UpdateWidget() override;
 
 private:
-    void UserPicked(rgb_color color);
-
     float fCellSize;
     color_control_layout fLayout;
 };

@@ -46,7 +46,6 @@ protected:
 
 private:
     void StartDrag(BPoint where);
-    void OpenPopUp(BPoint where);
     rgb_color MarkColor() const;
 
     BView* fTarget;

@@ -36,8 +36,8 @@ inline const Field<rgb_color, B_RGB_COLOR_TYPE> kColorField("RGBColor");
 // Messages of controls, lists and menus.
 
 inline const Field<void*> kSourceField("source");
-/// The index of an item in its menu, -1 for an item in no menu; and the index of each selected row.
-inline const Field<int32> kIndexField("index", -1, kMostNumber, -1, Outside::kLeftOut, kMostNumber);
+/// The index of an item in its menu, -1 for an item in no menu; and the index of the selected row.
+inline const Field<int32> kIndexField("index", -1, kMostNumber, -1);
 /// The button that ended an alert, from 0.
 inline const Field<int32> kWhichField("which", 0, 2);
 /// In B_MINIMIZE: false restores the window.

@@ -21,19 +21,6 @@ struct font_height {
     float leading = 0;
 };
 
-/// The properties of a font that BView::SetFont takes over.
-enum : uint32 {
-    B_FONT_FAMILY_AND_STYLE = 0x01,
-    B_FONT_SIZE = 0x02,
-    B_FONT_SHEAR = 0x04,
-    B_FONT_ROTATION = 0x08,
-    B_FONT_SPACING = 0x10,
-    B_FONT_ENCODING = 0x20,
-    B_FONT_FACE = 0x40,
-    B_FONT_FLAGS = 0x80,
-    B_FONT_ALL = 0xFF
-};
-
 enum : uint32 { B_DISABLE_ANTIALIASING = 0x01 }; ///< font flags
 
 enum : uint16 { ///< font faces, bits
@@ -90,10 +77,7 @@ public:
     /// Returns the width of the text in pixels, a whole number; 0 for null.
     float StringWidth(const char* text) const;
 
-    /// Takes over the selected properties of the font.
-    void Apply(const BFont& font, uint32 mask);
-
-    bool operator==(const BFont& other) const;
+    bool operator==(const BFont& other) const = default;
 
 private:
     friend class kits::UserFonts;
@@ -114,7 +98,6 @@ private:
 /// The user's fonts, read when the interface kit is set up. Never null.
 extern const BFont* be_plain_font;
 extern const BFont* be_bold_font;
-extern const BFont* be_fixed_font;
 
 // The fonts of this machine. Main thread, after the interface kit is set up; before that there are none.
 

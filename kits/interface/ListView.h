@@ -6,30 +6,26 @@
 #include "kits/interface/ScrollView.h"
 
 #include <memory>
-#include <vector>
 
 namespace kits {
 class ListModel;
 class ListWidget;
 } // namespace kits
 
-enum list_view_type { B_SINGLE_SELECTION_LIST = 0, B_MULTIPLE_SELECTION_LIST };
-
-/// A column of rows that the user selects, chooses and drags.
+/// A column of rows of which the user selects and chooses one, or drags it.
 ///
 /// By mouse: a press selects, a double click chooses, and dragging a row calls InitiateDrag. By keyboard: the arrow
 /// keys, page keys, Home and End move, typing letters goes to the next row that begins with them, and Enter chooses.
 /// Choosing sends the message of the list; a change of the selection by the user sends the selection message. In an
 /// outline list a selected row counts only while it is shown, so collapsing the row above it is such a change. Copies
-/// of both messages get "when" (int64), "source" (pointer to the list) and one "index" (int32) for each selected row. A
-/// list without a target takes its window as the target when it is attached.
+/// of both messages get "when" (int64), "source" (pointer to the list) and, if a row is selected, its "index" (int32).
+/// A list without a target takes its window as the target when it is attached.
 ///
 /// The list owns its items. Rows are numbered from 0; in an outline list, these methods see only the rows that are not
 /// hidden under a collapsed one. Methods may be called from any thread under the looper lock.
 class BListView : public kits::ScrollTarget, public BInvoker {
 public:
-    BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
-              uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
+    BListView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
               uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
     ~BListView() override;
 
@@ -39,9 +35,6 @@ public:
     /// @return false, and the item stays the caller's, for null, for an item that is in the list, or for a bad index
     virtual bool AddItem(BListItem* item);
     virtual bool AddItem(BListItem* item, int32 index);
-    /// Removes a row and gives its item to the caller.
-    virtual bool RemoveItem(BListItem* item);
-    virtual BListItem* RemoveItem(int32 index);
     /// Removes and deletes all items.
     virtual void MakeEmpty();
 
@@ -51,13 +44,12 @@ public:
     int32 CountItems() const; ///< for tests
     bool IsEmpty() const { return CountItems() == 0; }
 
-    /// Selects a row, replacing the selection or (with `extend`, and only in a list with multiple selection) adding to
-    /// it. Sends no message; calls SelectionChanged.
-    void Select(int32 index, bool extend = false);
+    /// Selects a row instead of the one that is selected. Sends no message.
+    void Select(int32 index);
     void DeselectAll();
-    /// Returns the index of the `nth` selected row, counted from 0 from the top; -1 if there is none.
-    int32 CurrentSelection(int32 nth = 0) const;
-    /// Scrolls so that the (first) selected row is visible.
+    /// Returns the index of the selected row; -1 if there is none.
+    int32 CurrentSelection() const;
+    /// Scrolls so that the selected row is visible.
     void ScrollToSelection();
 
     /// The place of a row in the coordinates of the view: scrolling changes it. An invalid rectangle for a bad index,
@@ -72,15 +64,11 @@ public:
     /// Sends `message` or the invocation message, as described above.
     status_t Invoke(BMessage* message = nullptr) override;
 
-    /// Hook: the user or the program has changed the selection.
-    virtual void SelectionChanged() {}
     /// Hook: the user drags a row: begin a drag here (BView::DragMessage).
     /// @param where        where the row was pressed, in the coordinates of the view
     /// @param wasSelected  whether the row was selected before that press
     /// @return true if a drag was begun
     virtual bool InitiateDrag(BPoint /*where*/, int32 /*index*/, bool /*wasSelected*/) { return false; }
-
-    list_view_type ListType() const { return fType; }
 
 protected:
     /// Whether rows have marks that expand and collapse them.
@@ -100,12 +88,12 @@ private:
     /// Returns the widget, up to date; null on other threads and while there is none.
     kits::ListWidget* FreshWidget() const;
 
-    void UserSelected(const std::vector<BListItem*>& items);
+    /// Makes this the only selected item; null: none is.
+    void SelectOnly(BListItem* item);
+    void UserSelected(BListItem* item);
     void RowOpened(BListItem* item, bool open);
-    BListItem* Take(int32 full);
     status_t Send(const BMessage* message);
 
     std::unique_ptr<BMessage> fSelectionMessage;
-    list_view_type fType;
     bool fUpdatePending = false;
 };

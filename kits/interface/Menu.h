@@ -4,6 +4,7 @@
 #include "kits/interface/MenuItem.h"
 #include "kits/interface/View.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace kits {
 class MenuPart;
 }
 
-/// The arrangement of a menu's items.
+/// The arrangement of a menu's items; has no effect: a bar's stand in a row, all others in a column.
 enum menu_layout { B_ITEMS_IN_ROW = 0, B_ITEMS_IN_COLUMN };
 
 /// A list of items that opens under a menu bar, beside an item, or as a pop-up. The toolkit shows it; a menu higher
@@ -64,7 +65,6 @@ public:
     virtual void SetLabelFromMarked(bool on);
     bool IsLabelFromMarked() const { return fLabelFromMarked; }
 
-    menu_layout Layout() const { return fLayout; }
     /// The item that opens this menu, and the menu that contains that item; null for an outermost menu.
     BMenuItem* Superitem() const { return fSuperitem; }
     BMenu* Supermenu() const;
@@ -78,6 +78,8 @@ private:
     friend class BMenuField;
     friend class kits::MenuPart;
 
+    /// Returns the first item for which the function returns true, submenus included.
+    BMenuItem* Find(const std::function<bool(const BMenuItem&)>& matches) const;
     void NeedsUpdate();
     /// Called when an item was marked, or the marked item's label has changed.
     void ItemMarked(BMenuItem* item);
@@ -85,7 +87,6 @@ private:
     std::vector<std::unique_ptr<BMenuItem>> fItems;
     BMenuItem* fSuperitem = nullptr;
     BMenuField* fField = nullptr; ///< the field that has this menu
-    menu_layout fLayout;
     bool fEnabled = true;
     bool fRadioMode = false;
     bool fLabelFromMarked = false;

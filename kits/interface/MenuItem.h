@@ -37,7 +37,6 @@ public:
     bool IsMarked() const { return fMarked; }
     bool IsSeparator() const { return fSeparator; }
 
-    virtual void SetShortcut(char shortcut, uint32 modifiers);
     char Shortcut(uint32* modifiers = nullptr) const;
 
     /// The menu that it opens, or null. Owned by the item.

@@ -20,7 +20,7 @@ public:
     explicit BScreen(const BWindow* window);
 
     /// In logical pixels, right and bottom included. Adjacent screens share one plane.
-    BRect Frame() const;
+    BRect Frame() const { return fFrame; }
 
     /// The colour of the empty desktop: that of the X server's root window, or the desktop environment's setting. Over
     /// a picture, the picture's average. Kept in memory and refreshed when the desktop reports a change, so this never

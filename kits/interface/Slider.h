@@ -3,7 +3,6 @@
 
 #include "kits/interface/Control.h"
 
-#include <memory>
 #include <string>
 
 /// The thumb of a slider; has no effect, because the toolkit draws its own.
@@ -16,10 +15,8 @@ enum hash_mark_location { B_HASH_MARKS_NONE = 0, B_HASH_MARKS_TOP = 1, B_HASH_MA
 /// either end of the range.
 ///
 /// The user drags the thumb, clicks beside it, turns the wheel over it while it has the focus, or presses the arrow
-/// keys (one step), page keys (a tenth of the range), Home and End. Each new value sends the modification message if
-/// there is one, otherwise the message. With a modification message, the message itself follows when the thumb is
-/// released, or at once for a change without dragging. So a slider without a modification message reports while it
-/// moves.
+/// keys (one step), page keys (a tenth of the range), Home and End. Each new value sends the message, also while the
+/// thumb moves.
 ///
 /// When it is attached, it takes the height that its font needs, and keeps the width of its frame.
 class BSlider : public BControl {
@@ -29,7 +26,6 @@ public:
     BSlider(BRect frame, const char* name, const char* label, BMessage* message, int32 minValue, int32 maxValue,
             thumb_style thumb = B_BLOCK_THUMB, uint32 resizingMode = B_FOLLOW_LEFT | B_FOLLOW_TOP,
             uint32 flags = B_WILL_DRAW | B_NAVIGABLE);
-    ~BSlider() override;
 
     void AttachedToWindow() override;
 
@@ -58,23 +54,11 @@ public:
 
     thumb_style Style() const { return fThumb; } ///< for tests
 
-    /// Owned from here; replaces (and deletes) the previous one; null removes it.
-    virtual void SetModificationMessage(BMessage* message);
-    BMessage* ModificationMessage() const { return fModification.get(); }
-
-    /// Returns a text to show beside the label; called whenever the value changes. The base class returns null, which
-    /// shows nothing. The text is copied.
-    virtual const char* UpdateText() const { return nullptr; }
-
 protected:
     QWidget* MakeWidget() override;
     void UpdateWidget() override;
 
 private:
-    void UserMoved(int32 value, bool dragging);
-    void UserLetGo();
-
-    std::unique_ptr<BMessage> fModification;
     std::string fMinLabel;
     std::string fMaxLabel;
     int32 fMinValue;

@@ -73,8 +73,7 @@ private:
 /// Main thread, or any thread under the looper lock for calls that do not select.
 class BTabView : public kits::WidgetView {
 public:
-    /// @param width  B_WIDTH_FROM_WIDEST makes all tabs as wide as the widest; otherwise each is as wide as its label
-    ///               needs
+    /// @param width  has no effect: each tab is as wide as its label needs
     BTabView(BRect frame, const char* name, button_width width = B_WIDTH_AS_USUAL,
              uint32 resizingMode = B_FOLLOW_ALL_SIDES, uint32 flags = B_WILL_DRAW | B_NAVIGABLE_JUMP | B_NAVIGABLE);
     ~BTabView() override;
@@ -118,5 +117,4 @@ private:
     std::vector<std::unique_ptr<BTab>> fTabs;
     BView* fContainer;
     int32 fSelection = -1;
-    button_width fTabWidth;
 };

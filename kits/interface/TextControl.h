@@ -40,8 +40,6 @@ protected:
     void UpdateWidget() override;
 
 private:
-    void UserEdited(std::string text);
-
     std::unique_ptr<BMessage> fModification;
     std::string fText;
     float fDivider = -1;

@@ -159,8 +159,8 @@ public:
     void SetHighColor(uint8 red, uint8 green, uint8 blue, uint8 alpha = 255);
     virtual void SetLowColor(rgb_color color);
     void SetDrawingMode(drawing_mode mode);
-    /// Takes over the properties in the mask. Null is ignored.
-    virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
+    /// Null is ignored.
+    virtual void SetFont(const BFont* font);
     void GetFontHeight(font_height* height) const;
     float StringWidth(const char* text) const;
 
@@ -177,9 +177,6 @@ public:
     void DrawString(const char* text, int32 length, BPoint where);
     /// Stretches the source pixels over the target rectangle, without smoothing. The caller holds the bitmap's lock.
     void DrawBitmap(const BBitmap* bitmap, BRect source, BRect target);
-    /// Both return at once: drawing is in the picture when a call returns.
-    void Sync() const {}
-    void Flush() const {}
     /// Returns what the view and its children show, at the screen's resolution, as the bytes of a PNG file. Main
     /// thread. B_NO_INIT outside a window, B_NO_MEMORY without enough memory.
     status_t GetPicture(std::string* png) const;

@@ -15,15 +15,8 @@ namespace kits {
 class WindowImpl;
 }
 
-/// The usual pairs of look and feel.
-enum window_type : int32 {
-    B_UNTYPED_WINDOW = 0,
-    B_TITLED_WINDOW = 1,
-    B_DOCUMENT_WINDOW = 2,
-    B_MODAL_WINDOW = 3,
-    B_BORDERED_WINDOW = 4,
-    B_FLOATING_WINDOW = 5
-};
+/// A titled, normal window, or one with any look and feel.
+enum window_type : int32 { B_UNTYPED_WINDOW = 0, B_TITLED_WINDOW = 1 };
 
 /// The frame that the window manager puts around a window.
 enum window_look : int32 {
@@ -98,9 +91,6 @@ public:
     virtual void WindowActivated(bool /*active*/) {}
     /// Hook: the user wants to minimise or restore it. Does so.
     virtual void Minimize(bool minimize);
-    /// True lets it close. The close button and B_QUIT_REQUESTED call this too.
-    bool QuitRequested() override;
-    void MessageReceived(BMessage* message) override;
     void DispatchMessage(BMessage* message, BHandler* target) override;
 
     /// Closes and deletes the window; the caller holds its lock, which is destroyed with it. Inside a menu, an alert or

@@ -159,7 +159,8 @@ void ChartFontsTab::FillStyles(const font_family family)
 /// Takes over those properties of a font that the page offers, and fills all controls from it.
 void ChartFontsTab::ShowFont(const BFont& font)
 {
-    fFont.Apply(font, fFont.Mask());
+    const FFont whole(font);
+    fFont.UpdateFrom(&whole, fFont.Mask());
     font_family family = "";
     font_style style = "";
     kits::GetListedStyle(fFont, &family, &style);

@@ -121,10 +121,26 @@ void FFont::UpdateTo(BFont* target, uint32 mask) const
     if (target == nullptr)
         return;
     const uint32 selected = mask & fMask;
-    if ((selected & kAll) == kAll)
-        target->BFont::operator=(*this);
-    else
-        target->Apply(*this, selected);
+    if (selected & kFamilyAndStyle) {
+        font_family family;
+        font_style style;
+        GetFamilyAndStyle(&family, &style);
+        target->SetFamilyAndStyle(family, style);
+    }
+    if (selected & kSize)
+        target->SetSize(Size());
+    if (selected & kShear)
+        target->SetShear(Shear());
+    if (selected & kRotation)
+        target->SetRotation(Rotation());
+    if (selected & kSpacing)
+        target->SetSpacing(Spacing());
+    if (selected & kEncoding)
+        target->SetEncoding(Encoding());
+    if (selected & kFace)
+        target->SetFace(Face());
+    if (selected & kFlags)
+        target->SetFlags(Flags());
 }
 
 void FFont::UpdateTo(FFont* target, uint32 mask) const

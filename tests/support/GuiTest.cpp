@@ -9,6 +9,7 @@
 #include "kits/interface/core/ViewImpl.h"
 #include "kits/interface/core/ViewPrivate.h"
 #include "kits/interface/core/WindowImpl.h"
+#include "kits/interface/drawing/TextBlend.h"
 #include "kits/interface/startup/QtEventLoop.h"
 #include "kits/kernel/Clock.h"
 
@@ -101,7 +102,7 @@ uint32 PixelOf(const BView* view, int32 x, int32 y)
     const kits::ViewImpl& impl = kits::ViewImpl::Of(view);
     const kits::Surface& surface = impl.fSurface;
     if (!surface.Exists() && impl.fWindow != nullptr && impl.fViewColor != B_TRANSPARENT_COLOR)
-        return impl.ViewColorWord() | 0xFF000000;
+        return kits::ToWord(impl.fViewColor) | 0xFF000000;
     if (x < 0 || y < 0 || x >= surface.DeviceWidth() || y >= surface.DeviceHeight())
         return 0;
     return surface.Words()[y * surface.DeviceWidth() + x];

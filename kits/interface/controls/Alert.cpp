@@ -31,13 +31,6 @@ std::vector<std::string> LabelsOf(std::initializer_list<const char*> labels)
     return result;
 }
 
-QKeySequence KeyOf(char shortcut)
-{
-    if (shortcut == B_ESCAPE)
-        return Qt::Key_Escape;
-    return QKeySequence(QString(QChar::fromLatin1(shortcut)));
-}
-
 } // namespace
 
 /// Fills the alert.
@@ -79,14 +72,11 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 {
     if (fButtons.empty())
         fButtons.emplace_back("OK");
-    fShortcuts.resize(fButtons.size(), 0);
     fFace = new Face(this, width, spacing);
     ResizeTo(fFace->Bounds().Width(), fFace->Bounds().Height());
     AddChild(fFace);
     const auto last = static_cast<int>(fButtons.size()) - 1;
     kits::SetDefaultButton(this, fFace, [this, last] { fFace->Widget()->Button(last)->click(); });
-    if (last == 0)
-        SetShortcut(0, B_ESCAPE);
 }
 
 BAlert::BAlert(const char* title, const char* text, const char* button0, const char* button1, const char* button2,
@@ -96,14 +86,6 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 }
 
 BAlert::~BAlert() = default;
-
-void BAlert::SetShortcut(int32 index, char shortcut)
-{
-    if (index < 0 || index >= CountButtons())
-        return;
-    fShortcuts[static_cast<std::size_t>(index)] = shortcut;
-    fFace->Widget()->SetShortcut(index, shortcut == 0 ? QKeySequence() : KeyOf(shortcut));
-}
 
 void BAlert::Place()
 {
@@ -120,15 +102,22 @@ void BAlert::Place()
            static_cast<float>(std::clamp(top, room.top(), std::max(room.top(), room.bottom() - size.height()))));
 }
 
-int32 BAlert::Go()
+bool BAlert::Open()
 {
     if (!kits::IsMainThread()) {
         Quit();
-        return 0;
+        return false;
     }
     Place();
     Show();
     fFace->MakeFocus();
+    return true;
+}
+
+int32 BAlert::Go()
+{
+    if (!Open())
+        return 0;
     bool canceled = false;
     {
         QEventLoop loop;
@@ -150,14 +139,7 @@ int32 BAlert::Go()
 status_t BAlert::Go(BInvoker* invoker)
 {
     fInvoker.reset(invoker);
-    if (!kits::IsMainThread()) {
-        Quit();
-        return B_NOT_ALLOWED;
-    }
-    Place();
-    Show();
-    fFace->MakeFocus();
-    return B_OK;
+    return Open() ? B_OK : B_NOT_ALLOWED;
 }
 
 void BAlert::Answer(int32 index)

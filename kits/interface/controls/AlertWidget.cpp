@@ -24,17 +24,13 @@ constexpr int kOffset = 40;
 QIcon PictureOf(alert_type type, const QStyle& style)
 {
     switch (type) {
-    case B_INFO_ALERT:
-    case B_IDEA_ALERT:
-        return style.standardIcon(QStyle::SP_MessageBoxInformation);
     case B_WARNING_ALERT:
         return style.standardIcon(QStyle::SP_MessageBoxWarning);
     case B_STOP_ALERT:
         return style.standardIcon(QStyle::SP_MessageBoxCritical);
-    case B_EMPTY_ALERT:
-        break;
+    default:
+        return style.standardIcon(QStyle::SP_MessageBoxInformation);
     }
-    return {};
 }
 
 using kits::ToText;
@@ -123,14 +119,13 @@ AlertWidget::AlertWidget(const QString& text, const std::vector<std::string>& bu
         button->setAutoDefault(true);
         connect(button, &QPushButton::clicked, this, [this, i] { fPressed(static_cast<int>(i)); });
         fButtons.push_back(button);
-        auto* shortcut = new QShortcut(this);
-        connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
-        fShortcuts.push_back(shortcut);
     }
     rows->addLayout(LayOutButtons(width, spacing));
-    if (!fButtons.empty()) {
-        fButtons.back()->setDefault(true);
-        setFocusProxy(fButtons.back());
+    fButtons.back()->setDefault(true);
+    setFocusProxy(fButtons.back());
+    if (fButtons.size() == 1) {
+        auto* escape = new QShortcut(Qt::Key_Escape, this);
+        connect(escape, &QShortcut::activated, fButtons[0], [this] { fButtons[0]->click(); });
     }
 }
 
@@ -138,14 +133,9 @@ QLayout* AlertWidget::LayOutButtons(button_width width, button_spacing spacing)
 {
     auto* row = new QHBoxLayout;
     row->addStretch(1);
-    int widest = 0;
-    for (QPushButton* button : fButtons)
-        widest = std::max(widest, button->sizeHint().width());
     for (std::size_t i = 0; i < fButtons.size(); i++) {
         QPushButton* button = fButtons[i];
-        if (width == B_WIDTH_FROM_WIDEST)
-            button->setFixedWidth(widest);
-        else if (width == B_WIDTH_FROM_LABEL)
+        if (width == B_WIDTH_FROM_LABEL)
             button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) +
                                   2 * button->fontMetrics().height());
         row->addWidget(button);
@@ -153,11 +143,6 @@ QLayout* AlertWidget::LayOutButtons(button_width width, button_spacing spacing)
             row->addSpacing(kOffset);
     }
     return row;
-}
-
-void AlertWidget::SetShortcut(int index, const QKeySequence& key)
-{
-    fShortcuts[static_cast<std::size_t>(index)]->setKey(key);
 }
 
 void AlertWidget::AnswerCloseOf(QWidget* window)

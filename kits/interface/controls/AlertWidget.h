@@ -10,20 +10,18 @@
 #include <vector>
 
 class QPushButton;
-class QShortcut;
 
 namespace kits {
 
 /// The contents of an alert: picture, text, buttons.
 class AlertWidget : public QWidget {
 public:
+    /// @param buttons  at least one; Escape presses the only one, wherever the focus is
     /// @param pressed  called with the index of the pressed button
     AlertWidget(const QString& text, const std::vector<std::string>& buttons, button_width width,
                 button_spacing spacing, alert_type type, std::function<void(int)> pressed);
 
     QPushButton* Button(int index) const { return fButtons[static_cast<std::size_t>(index)]; }
-    /// Makes a key press the button, wherever the focus is; an empty sequence removes the key.
-    void SetShortcut(int index, const QKeySequence& key);
     /// Makes closing this window answer the alert with its first button; the window stays open.
     void AnswerCloseOf(QWidget* window);
 
@@ -35,7 +33,6 @@ private:
 
     std::function<void(int)> fPressed;
     std::vector<QPushButton*> fButtons;
-    std::vector<QShortcut*> fShortcuts; ///< one per button
 };
 
 } // namespace kits

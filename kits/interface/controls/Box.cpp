@@ -32,14 +32,19 @@ void BBox::SetLabel(const char* label)
     WidgetNeedsUpdate();
 }
 
-void BBox::WidgetCreated(QWidget*)
+void BBox::WidgetCreated(QWidget* widget)
 {
-    EnsureWidget();
+    // Over the view's own colour and below its children, which get the mouse and the focus.
+    QWidget* const frame = EnsureWidget();
+    frame->setAttribute(Qt::WA_TransparentForMouseEvents);
+    kits::FollowSize(widget, frame);
+    frame->lower();
+    frame->show();
 }
 
 QWidget* BBox::MakeWidget()
 {
-    return new kits::BoxWidget(kits::ViewWidget(this));
+    return new kits::BoxWidget;
 }
 
 void BBox::UpdateWidget()

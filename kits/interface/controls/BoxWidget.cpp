@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/controls/BoxWidget.h"
 
-#include <QEvent>
 #include <QStyleOptionFrame>
 #include <QStyleOptionGroupBox>
 #include <QStylePainter>
 
 namespace kits {
-
-BoxWidget::BoxWidget(QWidget* parent)
-    : QWidget(parent)
-{
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setGeometry(parent->rect());
-    parent->installEventFilter(this);
-    lower();
-    show();
-}
 
 void BoxWidget::Take(border_style border, const QString& label)
 {
@@ -48,13 +37,6 @@ void BoxWidget::paintEvent(QPaintEvent*)
     option.lineWidth = 1;
     option.state.setFlag(QStyle::State_Sunken, fBorder == B_FANCY_BORDER);
     painter.drawControl(QStyle::CE_ShapedFrame, option);
-}
-
-bool BoxWidget::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::Resize && watched == parent())
-        setGeometry(parentWidget()->rect());
-    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace kits

@@ -30,16 +30,13 @@ void BButton::MakeDefault(bool isDefault)
             other->fDefault = false;
             other->WidgetNeedsUpdate();
         }
-        kits::SetDefaultButton(window, this, [this] { Press(); });
+        kits::SetDefaultButton(window, this, [this] {
+            if (fContent != nullptr)
+                fContent->As<QPushButton>()->click();
+        });
     } else if (was && before == this) {
         kits::SetDefaultButton(window, nullptr, nullptr);
     }
-}
-
-void BButton::Press()
-{
-    if (fContent != nullptr)
-        fContent->As<QPushButton>()->click();
 }
 
 QWidget* BButton::MakeWidget()

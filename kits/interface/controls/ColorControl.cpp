@@ -54,15 +54,12 @@ rgb_color BColorControl::ValueAsColor() const
                       static_cast<uint8>(value >> 8 & 0xFF));
 }
 
-void BColorControl::UserPicked(rgb_color color)
-{
-    StoreValue(Packed(color));
-    Invoke();
-}
-
 QWidget* BColorControl::MakeWidget()
 {
-    return new kits::ColorWidget([this](rgb_color color) { UserPicked(color); });
+    return new kits::ColorWidget([this](rgb_color color) {
+        StoreValue(Packed(color));
+        Invoke();
+    });
 }
 
 void BColorControl::UpdateWidget()

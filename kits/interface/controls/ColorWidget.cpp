@@ -11,7 +11,6 @@
 #include <QSpinBox>
 #include <QStyleOptionFocusRect>
 #include <QStyleOptionFrame>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -33,12 +32,11 @@ QColor WithPart(rgb_color color, int part, int value)
 namespace kits {
 
 ColorRamp::ColorRamp(int part)
-    : QSlider(Qt::Horizontal)
-    , fPart(part)
+    : fPart(part)
 {
+    setOrientation(Qt::Horizontal);
     setRange(0, 255);
     setPageStep(kPageStep);
-    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(ToText(Translate(kNames[static_cast<std::size_t>(part)])));
 }
 
@@ -105,14 +103,6 @@ void ColorRamp::mouseReleaseEvent(QMouseEvent* event)
 {
     if (isSliderDown() && event->button() == Qt::LeftButton)
         setSliderDown(false);
-    else
-        event->ignore();
-}
-
-void ColorRamp::wheelEvent(QWheelEvent* event)
-{
-    if (hasFocus())
-        QSlider::wheelEvent(event);
     else
         event->ignore();
 }

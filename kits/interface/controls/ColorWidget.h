@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "kits/interface/controls/WheelWithFocus.h"
 #include "kits/support/Color.h"
 
 #include <QSlider>
@@ -15,7 +16,7 @@ class QSpinBox;
 namespace kits {
 
 /// A slider for one component of a colour, from 0 to 255, over the colours that the other components form with it.
-class ColorRamp : public QSlider {
+class ColorRamp : public WheelWithFocus<QSlider> {
 public:
     /// @param part  0 red, 1 green, 2 blue
     explicit ColorRamp(int part);
@@ -28,7 +29,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     /// The colours lie within the frame.

@@ -122,7 +122,7 @@ void BDragger::MouseDown(BPoint where)
     fPressed = static_cast<uint32>(buttons) == B_PRIMARY_MOUSE_BUTTON;
     fPressedAt = where;
     if (!fPressed)
-        OpenPopUp(where);
+        ContextMenuRequested(where);
 }
 
 void BDragger::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
@@ -151,7 +151,8 @@ void BDragger::MouseUp(BPoint)
 
 void BDragger::ContextMenuRequested(BPoint where)
 {
-    OpenPopUp(where);
+    if (fPopUp != nullptr)
+        fPopUp->Go(ConvertToScreen(where), true, true, true);
 }
 
 void BDragger::StartDrag(BPoint where)
@@ -168,10 +169,4 @@ void BDragger::StartDrag(BPoint where)
         fTarget->DragMessage(&archive, picture.release(), offset, fTarget);
     else
         fTarget->DragMessage(&archive, fTarget->Bounds(), fTarget);
-}
-
-void BDragger::OpenPopUp(BPoint where)
-{
-    if (fPopUp != nullptr)
-        fPopUp->Go(ConvertToScreen(where), true, true, true);
 }

@@ -30,11 +30,7 @@ public:
     }
 };
 
-QString& LastFolder()
-{
-    static QString folder;
-    return folder;
-}
+QString sLastFolder;
 
 } // namespace
 
@@ -48,7 +44,7 @@ public:
         fWidget->setFileMode(QFileDialog::AnyFile);
         fWidget->setDefaultSuffix(kits::ToText(panel.fSuffix.c_str()));
         fWidget->setNameFilter(QString::fromStdString(panel.fKind + " (*." + panel.fSuffix + ")"));
-        fWidget->setDirectory(QDir(LastFolder()).exists() && !LastFolder().isEmpty() ? LastFolder() : QDir::homePath());
+        fWidget->setDirectory(QDir(sLastFolder).exists() && !sLastFolder.isEmpty() ? sLastFolder : QDir::homePath());
     }
     ~Dialog()
     {
@@ -94,7 +90,7 @@ void BFilePanel::Show(const char* name, BWindow* above, std::function<void(const
     QObject::connect(widget, &QFileDialog::accepted, widget, [this, widget, call = std::move(chosen)] {
         const QStringList files = widget->selectedFiles();
         const std::unique_ptr<Dialog> ended = std::move(fDialog);
-        LastFolder() = widget->directory().absolutePath();
+        sLastFolder = widget->directory().absolutePath();
         if (!files.isEmpty())
             call(files.first().toStdString());
     });

@@ -46,16 +46,6 @@ bool ListModel::Insert(BListItem* item, int32 full)
     return true;
 }
 
-std::unique_ptr<BListItem> ListModel::Remove(int32 full)
-{
-    if (full < 0 || full >= CountFull())
-        return nullptr;
-    std::unique_ptr<BListItem> item = std::move(fItems[static_cast<std::size_t>(full)]);
-    fItems.erase(fItems.begin() + full);
-    Changed();
-    return item;
-}
-
 void ListModel::MakeEmpty()
 {
     fItems.clear();

@@ -23,7 +23,6 @@ public:
 
     /// @param full  0 to CountFull(); for any other number, does nothing and returns false
     bool Insert(BListItem* item, int32 full);
-    std::unique_ptr<BListItem> Remove(int32 full);
     void MakeEmpty();
 
     /// The row after the last one under this one.

@@ -15,11 +15,10 @@
 
 #include <algorithm>
 
-BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
+BListView::BListView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
     : ScrollTarget(frame, name, resizingMode, flags)
     , BInvoker(nullptr, static_cast<const BHandler*>(nullptr))
     , fModel(std::make_unique<kits::ListModel>())
-    , fType(type)
 {
 }
 
@@ -45,27 +44,6 @@ bool BListView::AddItem(BListItem* item, int32 index)
     return true;
 }
 
-bool BListView::RemoveItem(BListItem* item)
-{
-    return item != nullptr && Take(fModel->FullIndexOf(item)) != nullptr;
-}
-
-BListItem* BListView::RemoveItem(int32 index)
-{
-    return Take(fModel->FullIndexOf(ItemAt(index)));
-}
-
-BListItem* BListView::Take(int32 full)
-{
-    std::unique_ptr<BListItem> item = fModel->Remove(full);
-    if (item == nullptr)
-        return nullptr;
-    item->fInList = false;
-    item->fSelected = false;
-    RowsChanged();
-    return item.release();
-}
-
 void BListView::MakeEmpty()
 {
     fModel->MakeEmpty();
@@ -88,39 +66,33 @@ int32 BListView::CountItems() const
     return static_cast<int32>(fModel->Shown().size());
 }
 
-void BListView::Select(int32 index, bool extend)
+void BListView::SelectOnly(BListItem* item)
+{
+    for (int32 i = 0; i < fModel->CountFull(); i++)
+        fModel->FullAt(i)->fSelected = fModel->FullAt(i) == item;
+}
+
+void BListView::Select(int32 index)
 {
     BListItem* item = ItemAt(index);
     if (item == nullptr || !item->IsEnabled())
         return;
-    if (!extend || fType == B_SINGLE_SELECTION_LIST)
-        for (int32 i = 0; i < fModel->CountFull(); i++)
-            fModel->FullAt(i)->fSelected = false;
-    item->fSelected = true;
+    SelectOnly(item);
     WidgetNeedsUpdate();
-    SelectionChanged();
 }
 
 void BListView::DeselectAll()
 {
-    bool any = false;
-    for (int32 i = 0; i < fModel->CountFull(); i++) {
-        any = any || fModel->FullAt(i)->fSelected;
-        fModel->FullAt(i)->fSelected = false;
-    }
-    if (!any)
-        return;
+    SelectOnly(nullptr);
     WidgetNeedsUpdate();
-    SelectionChanged();
 }
 
-int32 BListView::CurrentSelection(int32 nth) const
+int32 BListView::CurrentSelection() const
 {
     const std::vector<BListItem*>& shown = fModel->Shown();
-    for (std::size_t i = 0; i < shown.size(); i++)
-        if (shown[i]->IsSelected() && nth-- == 0)
-            return static_cast<int32>(i);
-    return -1;
+    const auto found =
+        std::find_if(shown.begin(), shown.end(), [](const BListItem* item) { return item->IsSelected(); });
+    return found == shown.end() ? -1 : static_cast<int32>(found - shown.begin());
 }
 
 void BListView::ScrollToSelection()
@@ -154,23 +126,15 @@ status_t BListView::Send(const BMessage* message)
     BMessage copy(*message);
     kits::kWhenField.Add(&copy, system_time());
     kits::kSourceField.Add(&copy, this);
-    int32 index = 0;
-    for (const BListItem* item : fModel->Shown()) {
-        if (item->IsSelected())
-            kits::kIndexField.Add(&copy, index);
-        index++;
-    }
+    if (CurrentSelection() >= 0)
+        kits::kIndexField.Add(&copy, CurrentSelection());
     return BInvoker::Invoke(&copy);
 }
 
-void BListView::UserSelected(const std::vector<BListItem*>& items)
+void BListView::UserSelected(BListItem* item)
 {
-    for (int32 i = 0; i < fModel->CountFull(); i++)
-        fModel->FullAt(i)->fSelected = false;
-    for (BListItem* item : items)
-        item->fSelected = true;
+    SelectOnly(item);
     Send(fSelectionMessage.get());
-    SelectionChanged();
 }
 
 void BListView::RowOpened(BListItem* item, bool open)
@@ -178,10 +142,8 @@ void BListView::RowOpened(BListItem* item, bool open)
     const bool hadSelection = CurrentSelection() >= 0;
     item->fExpanded = open;
     fModel->Changed();
-    if (hadSelection == (CurrentSelection() >= 0))
-        return;
-    Send(fSelectionMessage.get());
-    SelectionChanged();
+    if (hadSelection != (CurrentSelection() >= 0))
+        Send(fSelectionMessage.get());
 }
 
 QWidget* BListView::MakeWidget()

@@ -25,7 +25,7 @@ ListWidget::ListWidget(BListView* owner, bool outline)
     setRootIsDecorated(outline);
     setItemsExpandable(outline);
     setEditTriggers(NoEditTriggers);
-    setSelectionMode(owner->ListType() == B_SINGLE_SELECTION_LIST ? SingleSelection : ExtendedSelection);
+    setSelectionMode(SingleSelection);
     setModel(&fRows);
     connect(
         this, &QTreeView::expanded, this, [this](const QModelIndex& index) { RowOpened(index, true); });
@@ -55,19 +55,13 @@ void ListWidget::RefreshSelection()
 {
     const QScopedValueRollback<bool> silent(fRefreshing, true);
     const ListModel& model = *fOwner->fModel;
-    QItemSelection selection;
-    QModelIndex current;
-    for (int32 full = 0; full < model.CountFull(); full++) {
-        if (!model.FullAt(full)->IsSelected())
-            continue;
-        const QModelIndex index = fRows.IndexOfFull(full);
-        selection.select(index, index);
-        if (!current.isValid())
-            current = index;
-    }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    if (current.isValid() && !selection.contains(currentIndex()))
-        selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    QModelIndex selected;
+    for (int32 full = 0; full < model.CountFull(); full++)
+        if (model.FullAt(full)->IsSelected())
+            selected = fRows.IndexOfFull(full);
+    selectionModel()->select(QItemSelection(selected, selected), QItemSelectionModel::ClearAndSelect);
+    if (selected.isValid())
+        selectionModel()->setCurrentIndex(selected, QItemSelectionModel::NoUpdate);
 }
 
 QModelIndex ListWidget::IndexOfShown(int32 shown) const
@@ -113,13 +107,8 @@ void ListWidget::selectionChanged(const QItemSelection& selected, const QItemSel
     QTreeView::selectionChanged(selected, deselected);
     if (fRefreshing)
         return;
-    std::vector<BListItem*> items;
-    for (const QModelIndex& index : selectionModel()->selectedIndexes()) {
-        BListItem* item = ItemOf(index);
-        if (item != nullptr)
-            items.push_back(item);
-    }
-    fOwner->UserSelected(items);
+    const QModelIndexList rows = selectionModel()->selectedIndexes();
+    fOwner->UserSelected(rows.isEmpty() ? nullptr : ItemOf(rows.first()));
 }
 
 bool ListWidget::event(QEvent* event)

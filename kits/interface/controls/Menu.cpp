@@ -9,9 +9,8 @@
 #include <algorithm>
 #include <string_view>
 
-BMenu::BMenu(const char* name, menu_layout layout)
+BMenu::BMenu(const char* name, menu_layout)
     : BView(BRect(0, 0, 0, 0), name, B_FOLLOW_NONE, 0)
-    , fLayout(layout)
 {
 }
 
@@ -95,22 +94,21 @@ BMenuItem* BMenu::FindItem(const char* label) const
 {
     if (label == nullptr)
         return nullptr;
-    for (const auto& item : fItems) {
-        if (std::string_view(item->Label()) == label && !item->IsSeparator())
-            return item.get();
-        BMenuItem* below = item->Submenu() == nullptr ? nullptr : item->Submenu()->FindItem(label);
-        if (below != nullptr)
-            return below;
-    }
-    return nullptr;
+    return Find(
+        [label](const BMenuItem& item) { return item.Label() == std::string_view(label) && !item.IsSeparator(); });
 }
 
 BMenuItem* BMenu::FindItem(uint32 command) const
 {
+    return Find([command](const BMenuItem& item) { return item.Message() != nullptr && item.Command() == command; });
+}
+
+BMenuItem* BMenu::Find(const std::function<bool(const BMenuItem&)>& matches) const
+{
     for (const auto& item : fItems) {
-        if (item->Message() != nullptr && item->Command() == command)
+        if (matches(*item))
             return item.get();
-        BMenuItem* below = item->Submenu() == nullptr ? nullptr : item->Submenu()->FindItem(command);
+        BMenuItem* below = item->Submenu() == nullptr ? nullptr : item->Submenu()->Find(matches);
         if (below != nullptr)
             return below;
     }

@@ -61,13 +61,6 @@ void BMenuItem::SetMarked(bool marked)
     NeedsUpdate();
 }
 
-void BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
-{
-    fShortcut = shortcut;
-    fModifiers = modifiers;
-    NeedsUpdate();
-}
-
 char BMenuItem::Shortcut(uint32* modifiers) const
 {
     if (modifiers != nullptr)

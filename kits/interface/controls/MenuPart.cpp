@@ -96,17 +96,19 @@ private:
     QPointer<MenuPart> fPart;
 };
 
-MenuPart::MenuPart(BMenu* menu)
-    : fMenu(menu)
-{
-    MakeMenu();
-}
-
 MenuPart::MenuPart(BMenu* menu, MenuPart* parent)
     : fMenu(menu)
     , fParent(parent)
 {
-    MakeMenu();
+    static QPointer<ScrollingMenus> style;
+    if (!style) {
+        style = new ScrollingMenus;
+        style->setParent(qApp);
+    }
+    fMenuWidget = new MenuWidget(this);
+    fMenuWidget->setStyle(style);
+    fMenuWidget->setAccessibleName(ToText(fMenu->Name()));
+    Update();
 }
 
 MenuPart::MenuPart(BMenu* menu, QMenuBar* bar)
@@ -121,25 +123,7 @@ MenuPart::~MenuPart()
     for (const Entry& entry : fEntries)
         if (entry.item != nullptr && entry.item->Submenu() != nullptr)
             entry.item->Submenu()->fPart.reset();
-    if (!fMenuWidget)
-        return;
-    if (IsMainThread())
-        delete fMenuWidget;
-    else
-        fMenuWidget->deleteLater();
-}
-
-void MenuPart::MakeMenu()
-{
-    static QPointer<ScrollingMenus> style;
-    if (!style) {
-        style = new ScrollingMenus;
-        style->setParent(qApp);
-    }
-    fMenuWidget = new MenuWidget(this);
-    fMenuWidget->setStyle(style);
-    fMenuWidget->setAccessibleName(ToText(fMenu->Name()));
-    Update();
+    DeleteOnMain(fMenuWidget);
 }
 
 MenuPart* MenuPart::Root()
@@ -165,7 +149,7 @@ void MenuPart::Update()
             connect(action, &QAction::triggered, this, [this, action] { Choose(action); });
             if (item->Submenu() != nullptr) {
                 BMenu* submenu = item->Submenu();
-                submenu->fPart.reset(new MenuPart(submenu, this));
+                submenu->fPart = std::make_unique<MenuPart>(submenu, this);
                 action->setMenu(submenu->fPart->Menu());
             }
         }

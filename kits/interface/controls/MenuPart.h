@@ -28,7 +28,8 @@ std::vector<std::string> WithTriggers(const std::vector<std::string>& labels);
 class MenuPart : public QObject {
 public:
     /// Makes a pop-up menu.
-    explicit MenuPart(BMenu* menu);
+    /// @param parent  if it is a submenu, the part of the menu from which it opens
+    explicit MenuPart(BMenu* menu, MenuPart* parent = nullptr);
     /// Fills the bar, which is not owned.
     MenuPart(BMenu* menu, QMenuBar* bar);
     ~MenuPart() override;
@@ -60,9 +61,6 @@ private:
         QAction* action; ///< belongs to the widget
     };
 
-    MenuPart(BMenu* menu, MenuPart* parent);
-
-    void MakeMenu();
     MenuPart* Root();
     Entry* FindEntry(const QAction* action);
     void UpdateAction(const Entry& entry, const std::string& text);

@@ -2,32 +2,13 @@
 #include "kits/interface/NumberControl.h"
 
 #include "kits/application/Message.h"
+#include "kits/interface/controls/WheelWithFocus.h"
 #include "kits/interface/core/Content.h"
 
 #include <QSignalBlocker>
 #include <QSpinBox>
-#include <QWheelEvent>
 
 #include <algorithm>
-
-namespace {
-
-class NumberWidget : public QSpinBox {
-public:
-    NumberWidget() { setFocusPolicy(Qt::StrongFocus); }
-
-protected:
-    /// Scrolling past it changes nothing.
-    void wheelEvent(QWheelEvent* event) override
-    {
-        if (hasFocus())
-            QSpinBox::wheelEvent(event);
-        else
-            event->ignore();
-    }
-};
-
-} // namespace
 
 BNumberControl::BNumberControl(BRect frame, const char* name, BMessage* message, int32 minValue, int32 maxValue,
                                uint32 resizingMode, uint32 flags)
@@ -53,7 +34,7 @@ void BNumberControl::SetValue(int32 value)
 
 QWidget* BNumberControl::MakeWidget()
 {
-    auto* field = new NumberWidget;
+    auto* field = new kits::WheelWithFocus<QSpinBox>;
     QObject::connect(field, &QSpinBox::valueChanged, fContent.get(), [this](int value) {
         StoreValue(value);
         Invoke();

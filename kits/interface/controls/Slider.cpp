@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/Slider.h"
 
-#include "kits/application/Message.h"
 #include "kits/interface/controls/SliderWidget.h"
 #include "kits/interface/core/Content.h"
 
@@ -19,8 +18,6 @@ BSlider::BSlider(BRect frame, const char* name, const char* label, BMessage* mes
 {
     StoreValue(fMinValue);
 }
-
-BSlider::~BSlider() = default;
 
 void BSlider::AttachedToWindow()
 {
@@ -73,34 +70,13 @@ void BSlider::SetHashMarkCount(int32 count)
     WidgetNeedsUpdate();
 }
 
-void BSlider::SetModificationMessage(BMessage* message)
-{
-    fModification.reset(message);
-}
-
-void BSlider::UserMoved(int32 value, bool dragging)
-{
-    StoreValue(value);
-    UpdateWidget();
-    if (fModification != nullptr)
-        Invoke(fModification.get());
-    if (fModification == nullptr || !dragging)
-        Invoke();
-}
-
-void BSlider::UserLetGo()
-{
-    if (fModification != nullptr)
-        Invoke();
-}
-
 QWidget* BSlider::MakeWidget()
 {
     auto* widget = new kits::SliderWidget;
-    kits::SliderBar* bar = widget->Bar();
-    QObject::connect(
-        bar, &QSlider::valueChanged, fContent.get(), [this, bar](int value) { UserMoved(value, bar->isSliderDown()); });
-    QObject::connect(bar, &QSlider::sliderReleased, fContent.get(), [this] { UserLetGo(); });
+    QObject::connect(widget->Bar(), &QSlider::valueChanged, fContent.get(), [this](int value) {
+        StoreValue(value);
+        Invoke();
+    });
     return widget;
 }
 
@@ -114,6 +90,5 @@ void BSlider::UpdateWidget()
     bar->setPageStep(static_cast<int>(std::max<int64>(1, (static_cast<int64>(fMaxValue) - fMinValue) / 10)));
     bar->setValue(Value());
     bar->SetMarks(fHashMarks, fHashMarkCount);
-    widget->SetTexts(kits::ToText(Label()), kits::ToText(UpdateText()), kits::ToText(fMinLabel.c_str()),
-                     kits::ToText(fMaxLabel.c_str()));
+    widget->SetTexts(kits::ToText(Label()), kits::ToText(fMinLabel.c_str()), kits::ToText(fMaxLabel.c_str()));
 }

@@ -6,7 +6,6 @@
 #include <QMouseEvent>
 #include <QStyleOptionSlider>
 #include <QStylePainter>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -18,12 +17,6 @@ constexpr int kTextGap = 8;
 } // namespace
 
 namespace kits {
-
-SliderBar::SliderBar()
-    : QSlider(Qt::Horizontal)
-{
-    setFocusPolicy(Qt::StrongFocus);
-}
 
 void SliderBar::SetMarks(hash_mark_location where, int32 count)
 {
@@ -87,38 +80,27 @@ void SliderBar::mousePressEvent(QMouseEvent* event)
     QSlider::mousePressEvent(event);
 }
 
-void SliderBar::wheelEvent(QWheelEvent* event)
-{
-    if (hasFocus())
-        QSlider::wheelEvent(event);
-    else
-        event->ignore();
-}
-
 SliderWidget::SliderWidget()
     : fBar(new SliderBar)
     , fLabel(new QLabel(this))
-    , fUpdate(new QLabel(this))
     , fMin(new QLabel(this))
     , fMax(new QLabel(this))
 {
     fBar->setParent(this);
     setFocusProxy(fBar);
-    for (QLabel* text : {fLabel, fUpdate, fMin, fMax}) {
+    for (QLabel* text : {fLabel, fMin, fMax}) {
         text->setTextFormat(Qt::PlainText);
         text->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
-    fUpdate->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     fMax->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-void SliderWidget::SetTexts(const QString& label, const QString& update, const QString& min, const QString& max)
+void SliderWidget::SetTexts(const QString& label, const QString& min, const QString& max)
 {
     fLabel->setText(label);
-    fUpdate->setText(update);
     fMin->setText(min);
     fMax->setText(max);
-    for (QLabel* text : {fLabel, fUpdate, fMin, fMax})
+    for (QLabel* text : {fLabel, fMin, fMax})
         text->setVisible(!text->text().isEmpty());
     fBar->setAccessibleName(label);
     LayOut();
@@ -127,7 +109,7 @@ void SliderWidget::SetTexts(const QString& label, const QString& update, const Q
 QSize SliderWidget::sizeHint() const
 {
     const int line = fontMetrics().height();
-    int width = std::max(kSmallestBar, fLabel->sizeHint().width() + fUpdate->sizeHint().width() + kTextGap);
+    int width = std::max(kSmallestBar, fLabel->sizeHint().width() + fontMetrics().averageCharWidth() + kTextGap);
     int height = line + fBar->sizeHint().height();
     if (!fMin->text().isEmpty() || !fMax->text().isEmpty()) {
         width = std::max(width, fMin->sizeHint().width() + fMax->sizeHint().width() + kTextGap);
@@ -140,9 +122,7 @@ void SliderWidget::LayOut()
 {
     const int line = fontMetrics().height();
     const int bar = fBar->sizeHint().height();
-    const int right = fUpdate->sizeHint().width();
-    fLabel->setGeometry(0, 0, width() - right, line);
-    fUpdate->setGeometry(width() - right, 0, right, line);
+    fLabel->setGeometry(0, 0, width() - fontMetrics().averageCharWidth(), line);
     fBar->setGeometry(0, line, width(), bar);
     const int end = fMax->sizeHint().width();
     fMin->setGeometry(0, line + bar, width() - end, line);

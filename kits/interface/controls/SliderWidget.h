@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kits/interface/Slider.h"
+#include "kits/interface/controls/WheelWithFocus.h"
 
 #include <QSlider>
 #include <QWidget>
@@ -12,9 +13,9 @@ namespace kits {
 
 /// The bar of a slider: Qt's, with any number of evenly spaced hash marks, and with a thumb that moves to the place
 /// where the bar is pressed.
-class SliderBar : public QSlider {
+class SliderBar : public WheelWithFocus<QSlider> {
 public:
-    SliderBar();
+    SliderBar() { setOrientation(Qt::Horizontal); }
 
     /// @param count  fewer than two show none
     void SetMarks(hash_mark_location where, int32 count);
@@ -22,19 +23,18 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     int32 fMarks = 0;
 };
 
-/// A slider with its texts: the label and the text of the value above the bar, the texts of the limits below its ends.
+/// A slider with its texts: the label above the bar, the texts of the limits below its ends.
 class SliderWidget : public QWidget {
 public:
     SliderWidget();
 
     SliderBar* Bar() const { return fBar; }
-    void SetTexts(const QString& label, const QString& update, const QString& min, const QString& max);
+    void SetTexts(const QString& label, const QString& min, const QString& max);
 
     QSize sizeHint() const override;
 
@@ -47,7 +47,6 @@ private:
 
     SliderBar* fBar;
     QLabel* fLabel;
-    QLabel* fUpdate;
     QLabel* fMin;
     QLabel* fMax;
 };

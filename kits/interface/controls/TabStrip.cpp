@@ -77,15 +77,6 @@ int TabStrip::Height() const
     return probe.sizeHint().height();
 }
 
-QSize TabStrip::tabSizeHint(int index) const
-{
-    QSize size = QTabBar::tabSizeHint(index);
-    if (fOwner->fTabWidth == B_WIDTH_FROM_WIDEST)
-        for (int i = 0; i < count(); i++)
-            size.setWidth(std::max(size.width(), QTabBar::tabSizeHint(i).width()));
-    return size;
-}
-
 QSize TabStrip::minimumTabSizeHint(int index) const
 {
     // In a narrow window, labels shrink to nothing before tabs are lost.

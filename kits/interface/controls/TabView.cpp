@@ -15,10 +15,9 @@ constexpr float kLikelyHeight = 26;
 
 } // namespace
 
-BTabView::BTabView(BRect frame, const char* name, button_width width, uint32 resizingMode, uint32 flags)
+BTabView::BTabView(BRect frame, const char* name, button_width, uint32 resizingMode, uint32 flags)
     : WidgetView(frame, name, resizingMode, flags)
     , fContainer(new BView(BRect(0, 0, 0, 0), "container", B_FOLLOW_ALL_SIDES, B_WILL_DRAW))
-    , fTabWidth(width)
 {
     AddChild(fContainer);
     Strip();

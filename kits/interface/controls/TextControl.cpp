@@ -57,18 +57,16 @@ float BTextControl::NarrowestLabelWidth()
     return static_cast<float>(fContent->As<kits::LabeledWidget>()->NarrowestLabelWidth());
 }
 
-void BTextControl::UserEdited(std::string text)
-{
-    fText = std::move(text);
-    if (fModification != nullptr)
-        Invoke(fModification.get());
-}
-
 QWidget* BTextControl::MakeWidget()
 {
     auto* edit = new QLineEdit;
     QObject::connect(
-        edit, &QLineEdit::textEdited, fContent.get(), [this](const QString& text) { UserEdited(text.toStdString()); });
+        edit, &QLineEdit::textEdited, fContent.get(),
+        [this](const QString& text) {
+            fText = text.toStdString();
+            if (fModification != nullptr)
+                Invoke(fModification.get());
+        });
     QObject::connect(edit, &QLineEdit::returnPressed, fContent.get(), [this] { Invoke(); });
     return new kits::LabeledWidget(edit);
 }

@@ -79,13 +79,3 @@ bool BBitmap::RemoveChild(BView* view)
     }
     return false;
 }
-
-bool BBitmap::Lock()
-{
-    return fLock.Lock();
-}
-
-void BBitmap::Unlock()
-{
-    fLock.Unlock();
-}

@@ -22,12 +22,15 @@ namespace kits {
 
 Content::~Content()
 {
-    if (!fWidget)
-        return;
+    DeleteOnMain(fWidget);
+}
+
+void DeleteOnMain(QWidget* widget)
+{
     if (IsMainThread())
-        delete fWidget;
-    else
-        fWidget->deleteLater();
+        delete widget;
+    else if (widget != nullptr)
+        widget->deleteLater();
 }
 
 void FitPalette(QWidget* widget, rgb_color background)

@@ -30,6 +30,9 @@ private:
     QPointer<QWidget> fWidget;
 };
 
+/// Deletes a widget, now or, on another thread than the main one, in a coming turn of the main thread. Null is ignored.
+void DeleteOnMain(QWidget* widget);
+
 /// Makes text and lines on `background` readable: uses the theme's palette if it is as light or dark as that colour,
 /// otherwise one made from the colour.
 void FitPalette(QWidget* widget, rgb_color background);

@@ -54,11 +54,8 @@ QPointer<ForeignOffer> sForeign;
 std::optional<DragCourse> sCourse;
 DragCursor* sCursor = nullptr;
 
-std::function<void(const Request&)>& Runner()
-{
-    static std::function<void(const Request&)> runner;
-    return runner;
-}
+/// Carries a drag out in place of the toolkit, unless it is empty.
+std::function<void(const Request&)> sRunner;
 
 QPixmap PictureOf(const Request& request)
 {
@@ -193,8 +190,8 @@ void Start()
         return;
     sCurrent = std::move(request);
     Pointer::Moved(nullptr, Pointer::Where(), nullptr);
-    if (Runner())
-        Runner()(*sCurrent);
+    if (sRunner)
+        sRunner(*sCurrent);
     else
         RunDrag(*sCurrent);
     sCurrent = nullptr;
@@ -368,7 +365,7 @@ bool Dropped(WindowImpl& window, const QDropEvent& event)
 
 void SetRunner(std::function<void(const Request&)> runner)
 {
-    Runner() = std::move(runner);
+    sRunner = std::move(runner);
 }
 
 } // namespace kits::Drag

@@ -10,16 +10,6 @@ bool DragCourse::IsTaken(Taker taker, DesktopLayer::Ground ground)
     return (taker == Taker::kBareDesktop && isBare) || (taker == Taker::kDesktop && isDesktop);
 }
 
-DragCourse::DragCourse(Taker taker)
-    : fTaker(taker)
-{
-}
-
-void DragCourse::GiveUp()
-{
-    fIsOver = true;
-}
-
 bool DragCourse::Release(BPoint where, DesktopLayer::Ground ground)
 {
     if (fIsOver)

@@ -26,12 +26,15 @@ public:
     /// Returns whether the desktop takes a drop there.
     static bool IsTaken(Taker taker, DesktopLayer::Ground ground);
 
-    explicit DragCourse(Taker taker);
+    explicit DragCourse(Taker taker)
+        : fTaker(taker)
+    {
+    }
 
     bool IsForDesktop() const { return fTaker != Taker::kPrograms; }
 
     /// Escape was pressed, or the program ended the drag. Has no effect after the release.
-    void GiveUp();
+    void GiveUp() { fIsOver = true; }
 
     /// A button was released; the first release ends the drag.
     /// @param where   on the screen

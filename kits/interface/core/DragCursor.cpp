@@ -42,8 +42,6 @@ DragCursor::DragCursor(DragCourse::Taker taker, bool isMove)
     qGuiApp->installNativeEventFilter(this);
 }
 
-DragCursor::~DragCursor() = default;
-
 void DragCursor::Moved(BPoint where)
 {
     fWhere = where;

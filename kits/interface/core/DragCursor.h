@@ -21,7 +21,6 @@ class DragCursor : public QObject, public QAbstractNativeEventFilter {
 public:
     /// @param isMove  a drop on the desktop moves the dragged view
     DragCursor(DragCourse::Taker taker, bool isMove);
-    ~DragCursor() override;
 
     /// The pointer is at this place of the screen. The server is asked once for many moves.
     void Moved(BPoint where);

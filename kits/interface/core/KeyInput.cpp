@@ -9,6 +9,8 @@
 
 #include <QKeyEvent>
 
+#include <utility>
+
 namespace kits::KeyInput {
 
 namespace {
@@ -16,40 +18,17 @@ namespace {
 /// Returns the byte of a key without a printable character, or 0.
 char ByteOf(int key)
 {
-    switch (key) {
-    case Qt::Key_Home:
-        return B_HOME;
-    case Qt::Key_End:
-        return B_END;
-    case Qt::Key_Insert:
-        return B_INSERT;
-    case Qt::Key_Backspace:
-        return B_BACKSPACE;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-        return B_TAB;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return B_ENTER;
-    case Qt::Key_PageUp:
-        return B_PAGE_UP;
-    case Qt::Key_PageDown:
-        return B_PAGE_DOWN;
-    case Qt::Key_Escape:
-        return B_ESCAPE;
-    case Qt::Key_Left:
-        return B_LEFT_ARROW;
-    case Qt::Key_Right:
-        return B_RIGHT_ARROW;
-    case Qt::Key_Up:
-        return B_UP_ARROW;
-    case Qt::Key_Down:
-        return B_DOWN_ARROW;
-    case Qt::Key_Delete:
-        return B_DELETE;
-    default:
-        return 0;
-    }
+    constexpr std::pair<int, char> kKeys[] = {
+        {Qt::Key_Home, B_HOME},           {Qt::Key_End, B_END},       {Qt::Key_Insert, B_INSERT},
+        {Qt::Key_Backspace, B_BACKSPACE}, {Qt::Key_Tab, B_TAB},       {Qt::Key_Backtab, B_TAB},
+        {Qt::Key_Return, B_ENTER},        {Qt::Key_Enter, B_ENTER},   {Qt::Key_PageUp, B_PAGE_UP},
+        {Qt::Key_PageDown, B_PAGE_DOWN},  {Qt::Key_Escape, B_ESCAPE}, {Qt::Key_Left, B_LEFT_ARROW},
+        {Qt::Key_Right, B_RIGHT_ARROW},   {Qt::Key_Up, B_UP_ARROW},   {Qt::Key_Down, B_DOWN_ARROW},
+        {Qt::Key_Delete, B_DELETE}};
+    for (const auto& [special, byte] : kKeys)
+        if (special == key)
+            return byte;
+    return 0;
 }
 
 } // namespace

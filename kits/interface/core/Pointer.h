@@ -12,8 +12,7 @@ namespace kits {
 class ViewImpl;
 
 /// The pointer's place and the pressed buttons, according to the main thread's last event; the clicks, and the view
-/// that contains the pointer. With the interface lock held; except for Where, Buttons and Modifiers, on the main
-/// thread.
+/// that contains the pointer. With the interface lock held; except for Where and Buttons, on the main thread.
 namespace Pointer {
 
 BPoint Where(); ///< on the screen

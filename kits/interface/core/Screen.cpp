@@ -20,11 +20,6 @@ BScreen::BScreen(const BWindow* window)
     fFrame = kits::FromPixels(screen.frame);
 }
 
-BRect BScreen::Frame() const
-{
-    return fFrame;
-}
-
 rgb_color BScreen::DesktopColor() const
 {
     return kits::DesktopColor::Get();

@@ -73,11 +73,6 @@ Screen Nearest(const PixelRect& rect)
     return nearest;
 }
 
-BRect PutOnScreen(const BRect& rect)
-{
-    return PutOnScreen(rect, sScreens);
-}
-
 BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens)
 {
     const PixelRect pixels = ToPixels(rect);
@@ -92,11 +87,6 @@ BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens)
     BRect moved = rect;
     moved.OffsetTo(static_cast<float>(left), static_cast<float>(top));
     return moved;
-}
-
-PixelRect PutInReach(const PixelRect& content, int32 titleHeight)
-{
-    return PutInReach(content, titleHeight, sScreens);
 }
 
 PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens)

@@ -22,16 +22,12 @@ const std::vector<Screen>& All();
 /// Returns the screen that shows most of the rectangle; the main one if none does.
 Screen Nearest(const PixelRect& rect);
 /// Returns the rectangle or, if it lies outside all screens, the same moved to the middle of the main screen.
-BRect PutOnScreen(const BRect& rect);
-/// The same among given screens. Pure.
-BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens);
+BRect PutOnScreen(const BRect& rect, const std::vector<Screen>& screens = All());
 
 /// Returns the rectangle of a window's content, moved onto a screen if its title above it, or the upper edge of one
 /// without a title, is out of the pointer's reach.
 /// @param titleHeight  the height of the window manager's frame above the content
-PixelRect PutInReach(const PixelRect& content, int32 titleHeight);
-/// The same among given screens. Pure.
-PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens);
+PixelRect PutInReach(const PixelRect& content, int32 titleHeight, const std::vector<Screen>& screens = All());
 
 /// Returns the rectangle of a window's content, moved so that it lies within a room with its title above it; centred if
 /// the room is too small. Pure.

@@ -21,11 +21,6 @@ PixelGrid ViewImpl::CurrentGrid() const
     return {scale, ToPixel(origin.x), ToPixel(origin.y)};
 }
 
-uint32 ViewImpl::ViewColorWord() const
-{
-    return ToWord(fViewColor);
-}
-
 uint32 ViewImpl::WordOf(pattern which) const
 {
     return ToWord(which.high ? fHigh : fLow);
@@ -34,7 +29,7 @@ uint32 ViewImpl::WordOf(pattern which) const
 bool ViewImpl::FitSurface()
 {
     const PixelRect& frame = PixelFrame();
-    const uint32 word = fViewColor == B_TRANSPARENT_COLOR ? 0 : ViewColorWord() | 0xFF000000;
+    const uint32 word = fViewColor == B_TRANSPARENT_COLOR ? 0 : ToWord(fViewColor) | 0xFF000000;
     return fSurface.SetSize(frame.Width(), frame.Height(), CurrentGrid(), word);
 }
 
@@ -105,7 +100,7 @@ void ViewImpl::DrawInvalid()
     if (fBitmap == nullptr && !fSurface.Exists() && fViewColor != B_TRANSPARENT_COLOR)
         fDirty.Add(invalid);
     else
-        Paint([&](Canvas& canvas) { canvas.FillRect(invalid, ViewColorWord()); });
+        Paint([&](Canvas& canvas) { canvas.FillRect(invalid, ToWord(fViewColor)); });
     fView->Draw(FromPixels(invalid));
     if (self.expired())
         return;
@@ -193,10 +188,10 @@ void BView::SetDrawingMode(drawing_mode mode)
     fImpl->fDrawingMode = mode;
 }
 
-void BView::SetFont(const BFont* font, uint32 mask)
+void BView::SetFont(const BFont* font)
 {
     if (font != nullptr)
-        fImpl->fFont.Apply(*font, mask);
+        fImpl->fFont = *font;
 }
 
 void BView::GetFontHeight(font_height* height) const

@@ -74,7 +74,6 @@ public:
     /// Fits the surface to the view; its new parts become invalid.
     bool FitSurface();
     PixelGrid CurrentGrid() const;
-    uint32 ViewColorWord() const;
     uint32 WordOf(pattern which) const;
     /// Takes the view colour from its source again.
     void RefreshViewColor();
@@ -144,7 +143,6 @@ private:
     /// Returns the first child whose hooks were called, or were not.
     ViewImpl* ChildWithHooks(bool called) const;
     void SyncOpaque();
-    void DropWidget();
 };
 
 } // namespace kits

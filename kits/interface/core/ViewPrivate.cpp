@@ -48,11 +48,16 @@ QWidget* WindowWidget(const BWindow* window)
     return WindowImpl::Of(window).fPane;
 }
 
+void FollowSize(QWidget* parent, QWidget* child)
+{
+    child->setParent(parent);
+    new Filler(parent, child);
+}
+
 void FillView(BView* view, QWidget* child)
 {
     QWidget* const pane = ViewWidget(view);
-    child->setParent(pane);
-    new Filler(pane, child);
+    FollowSize(pane, child);
     pane->setFocusProxy(child);
     // In a widget with parts, one part takes the focus for all, and a policy set here would apply to that part too.
     const QWidget* focused = child;

@@ -36,6 +36,8 @@ QWidget* ViewWidget(const BView* view);
 /// Returns the window's top-level widget; never null on the main thread while the window lives.
 QWidget* WindowWidget(const BWindow* window);
 
+/// Makes the child the parent's, and keeps it as large.
+void FollowSize(QWidget* parent, QWidget* child);
 /// Makes the child cover its view's widget, follow its size, and take its focus and accessible name. Takes no ownership
 /// beyond Qt's parenthood.
 void FillView(BView* view, QWidget* child);

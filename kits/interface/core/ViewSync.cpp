@@ -121,11 +121,4 @@ bool ViewImpl::CallFrameHooks()
     return !self.expired();
 }
 
-void ViewImpl::DropWidget()
-{
-    if (fPane != nullptr)
-        fPane->Release();
-    fPane = nullptr;
-}
-
 } // namespace kits

@@ -35,7 +35,8 @@ ViewImpl::ViewImpl(BView* view, BRect frame, uint32 mode, uint32 flags)
 ViewImpl::~ViewImpl()
 {
     UpdateQueue::Remove(*this);
-    DropWidget();
+    if (fPane != nullptr)
+        fPane->Release();
 }
 
 void ViewImpl::ForEach(const std::function<void(ViewImpl&)>& function)

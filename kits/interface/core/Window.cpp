@@ -15,29 +15,6 @@
 
 namespace {
 
-window_look LookOf(window_type type)
-{
-    switch (type) {
-    case B_DOCUMENT_WINDOW:
-        return B_DOCUMENT_WINDOW_LOOK;
-    case B_MODAL_WINDOW:
-        return B_MODAL_WINDOW_LOOK;
-    case B_BORDERED_WINDOW:
-        return B_BORDERED_WINDOW_LOOK;
-    case B_FLOATING_WINDOW:
-        return B_FLOATING_WINDOW_LOOK;
-    default:
-        return B_TITLED_WINDOW_LOOK;
-    }
-}
-
-window_feel FeelOf(window_type type)
-{
-    if (type == B_MODAL_WINDOW)
-        return B_MODAL_APP_WINDOW_FEEL;
-    return type == B_FLOATING_WINDOW ? B_FLOATING_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL;
-}
-
 kits::WindowImpl::Settings SettingsOf(const char* title, window_type type, window_look look, window_feel feel,
                                       uint32 flags, uint32 workspaces)
 {
@@ -55,8 +32,8 @@ kits::WindowImpl::Settings SettingsOf(const char* title, window_type type, windo
 
 BWindow::BWindow(BRect frame, const char* title, window_type type, uint32 flags, uint32 workspaces)
     : BLooper(title)
-    , fImpl(std::make_unique<kits::WindowImpl>(this, frame,
-                                               SettingsOf(title, type, LookOf(type), FeelOf(type), flags, workspaces)))
+    , fImpl(std::make_unique<kits::WindowImpl>(
+          this, frame, SettingsOf(title, type, B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, flags, workspaces)))
 {
 }
 
@@ -78,16 +55,6 @@ void BWindow::Quit()
     fImpl->fIsHidden = true;
     fImpl->InMain([impl = fImpl.get()] { impl->HideWidget(); });
     BLooper::Quit();
-}
-
-bool BWindow::QuitRequested()
-{
-    return true;
-}
-
-void BWindow::MessageReceived(BMessage* message)
-{
-    BLooper::MessageReceived(message);
 }
 
 void BWindow::DispatchMessage(BMessage* message, BHandler* target)

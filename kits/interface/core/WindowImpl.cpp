@@ -23,11 +23,7 @@ namespace kits {
 
 namespace {
 
-std::vector<WindowImpl*>& Windows()
-{
-    static std::vector<WindowImpl*> windows;
-    return windows;
-}
+std::vector<WindowImpl*> sWindows;
 
 /// A window that has not moved for this long, with no button pressed, has arrived.
 constexpr bigtime_t kArrival = 150000;
@@ -42,7 +38,7 @@ int32 SlackAt(double scale)
 
 const std::vector<WindowImpl*>& WindowImpl::All()
 {
-    return Windows();
+    return sWindows;
 }
 
 WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
@@ -76,12 +72,12 @@ WindowImpl::WindowImpl(BWindow* window, const BRect& frame, Settings settings)
     fTracker.SetSlack(SlackAt(fScale));
     ApplyLimits();
     ResizeWidget();
-    Windows().push_back(this);
+    sWindows.push_back(this);
 }
 
 WindowImpl::~WindowImpl()
 {
-    std::erase(Windows(), this);
+    std::erase(sWindows, this);
     fPane->Release();
 }
 
@@ -418,7 +414,8 @@ void WindowImpl::CheckScale()
     if (!hasWindow || fTracker.IsPlaceless())
         return;
     if (isSameScreen) {
-        Rescale();
+        PutInReach();
+        PaintRescaled();
         return;
     }
     // On its way to another screen, a window stays as large as it is under the pointer that moves it. Larger or
@@ -469,12 +466,6 @@ void WindowImpl::CheckPlace()
         return;
     fGrace.Start(FrameTracker::kScaleGrace, false);
     ResizeWidget();
-}
-
-void WindowImpl::Rescale()
-{
-    PutInReach();
-    PaintRescaled();
 }
 
 void WindowImpl::PaintRescaled()

@@ -108,7 +108,6 @@ private:
     void ResizeWidget();
     void PostFrameMessage(uint32 what);
     void PutInReach();
-    void Rescale();
     void Arrive();
     void PaintRescaled();
     void CheckPutBack();

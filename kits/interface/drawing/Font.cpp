@@ -76,32 +76,3 @@ float BFont::StringWidth(const char* text) const
 {
     return text != nullptr && *text != '\0' ? kits::TextCache::Width(*this, text) : 0;
 }
-
-void BFont::Apply(const BFont& font, uint32 mask)
-{
-    if (mask & B_FONT_FAMILY_AND_STYLE) {
-        std::memcpy(fFamily, font.fFamily, sizeof(fFamily));
-        std::memcpy(fStyle, font.fStyle, sizeof(fStyle));
-    }
-    if (mask & B_FONT_SIZE)
-        fSize = font.fSize;
-    if (mask & B_FONT_SHEAR)
-        fShear = font.fShear;
-    if (mask & B_FONT_ROTATION)
-        fRotation = font.fRotation;
-    if (mask & B_FONT_SPACING)
-        fSpacing = font.fSpacing;
-    if (mask & B_FONT_ENCODING)
-        fEncoding = font.fEncoding;
-    if (mask & B_FONT_FACE)
-        fFace = font.fFace;
-    if (mask & B_FONT_FLAGS)
-        fFlags = font.fFlags;
-}
-
-bool BFont::operator==(const BFont& other) const
-{
-    return fSize == other.fSize && fShear == other.fShear && fRotation == other.fRotation && fFlags == other.fFlags &&
-           fFace == other.fFace && fSpacing == other.fSpacing && fEncoding == other.fEncoding &&
-           std::strcmp(fFamily, other.fFamily) == 0 && std::strcmp(fStyle, other.fStyle) == 0;
-}

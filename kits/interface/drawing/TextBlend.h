@@ -13,12 +13,6 @@ constexpr uint32 ToWord(rgb_color color)
            static_cast<uint32>(color.green) << 8 | color.blue;
 }
 
-/// Returns one channel between low (coverage 0) and high (coverage 255), rounded to the nearest integer.
-constexpr uint32 BlendChannel(uint32 low, uint32 high, uint32 coverage)
-{
-    return (low * (255 - coverage) + high * coverage + 127) / 255;
-}
-
 /// Returns the word between two words by the coverage of a glyph: 0 gives low, 255 gives high, each channel separately.
 constexpr uint32 BlendWords(uint32 low, uint32 high, uint32 coverage)
 {

@@ -9,7 +9,6 @@ namespace kits {
 
 constinit BFont UserFonts::sPlain{BFont::Blank()};
 constinit BFont UserFonts::sBold{BFont::Blank()};
-constinit BFont UserFonts::sFixed{BFont::Blank()};
 
 namespace {
 
@@ -30,18 +29,15 @@ void UserFonts::Read()
     Take(&sPlain, QFontDatabase::systemFont(QFontDatabase::GeneralFont));
     sBold = sPlain;
     sBold.SetFace(B_BOLD_FACE);
-    Take(&sFixed, QFontDatabase::systemFont(QFontDatabase::FixedFont));
 }
 
 void UserFonts::Forget()
 {
     sPlain = BFont(BFont::Blank());
     sBold = sPlain;
-    sFixed = sPlain;
 }
 
 } // namespace kits
 
 const BFont* be_plain_font = &kits::UserFonts::sPlain;
 const BFont* be_bold_font = &kits::UserFonts::sBold;
-const BFont* be_fixed_font = &kits::UserFonts::sFixed;

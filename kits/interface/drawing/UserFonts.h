@@ -15,7 +15,6 @@ public:
 
     static BFont sPlain;
     static BFont sBold;
-    static BFont sFixed;
 };
 
 } // namespace kits

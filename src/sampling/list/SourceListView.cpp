@@ -29,7 +29,7 @@ SourceListItem::SourceListItem(vptarget_t target, int32 flags)
 }
 
 SourceListView::SourceListView()
-    : BOutlineListView(BRect(0, 0, 100, 100), "", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES)
+    : BOutlineListView(BRect(0, 0, 100, 100), "", B_FOLLOW_ALL_SIDES)
 {
     system_info info = {};
     get_system_info(&info);

@@ -59,8 +59,6 @@ TEST_F(MenuItemTest, KeepsWhatItWasGiven)
     uint32 modifiers = 0;
     EXPECT_EQ(item.Shortcut(&modifiers), 'Q');
     EXPECT_EQ(modifiers, B_SHIFT_KEY);
-    item.SetShortcut(0, 0);
-    EXPECT_EQ(item.Shortcut(), 0);
     EXPECT_EQ(item.Submenu(), nullptr);
     EXPECT_EQ(item.Menu(), nullptr);
 }

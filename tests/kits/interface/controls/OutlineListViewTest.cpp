@@ -136,15 +136,6 @@ TEST_F(OutlineListViewTest, AnItemThatSaysSoStartsCollapsed)
     EXPECT_FALSE(Tree()->isExpanded(Tree()->model()->index(3, 0)));
 }
 
-TEST_F(OutlineListViewTest, RemovingAGroupLeavesItsRowsToTheOneBefore)
-{
-    delete fList->RemoveItem(static_cast<int32>(1));
-    EXPECT_EQ(Shown(), "Free memory;CPU 1;CPU 2;CPU idles;CPU 1;CPU 2;");
-    EXPECT_EQ(fList->Superitem(fList->ItemAt(1)), fLoose);
-    test::Turn();
-    EXPECT_TRUE(fList->ItemFrame(1).IsValid());
-}
-
 TEST_F(OutlineListViewTest, ThousandsOfRowsShow)
 {
     for (int i = 0; i < 512; i++) {

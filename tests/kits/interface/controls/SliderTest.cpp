@@ -94,7 +94,6 @@ TEST_F(SliderTest, TheWidestRangeWorks)
 TEST_F(SliderTest, WhatTheProgramSetsIsSilent)
 {
     BSlider* slider = Add(0, 100);
-    slider->SetModificationMessage(new BMessage(2));
     slider->SetValue(40);
     slider->SetPosition(0.7f);
     slider->SetLabel("Wait");
@@ -102,7 +101,7 @@ TEST_F(SliderTest, WhatTheProgramSetsIsSilent)
     EXPECT_EQ(BarOf(slider)->value(), 70);
 }
 
-TEST_F(SliderTest, WithoutAModificationMessageItSpeaksWhileItMoves)
+TEST_F(SliderTest, SpeaksWhileItMoves)
 {
     BSlider* slider = Add(0, 100);
     test::Press(slider, OnBar(slider, 150));
@@ -116,17 +115,6 @@ TEST_F(SliderTest, WithoutAModificationMessageItSpeaksWhileItMoves)
     EXPECT_EQ(Heard(), std::vector<uint32>{1});
     test::Release(slider, OnBar(slider, 1000));
     EXPECT_TRUE(Heard().empty());
-}
-
-TEST_F(SliderTest, WithOneTheMessageFollowsWhenItIsLetGo)
-{
-    BSlider* slider = Add(0, 100);
-    slider->SetModificationMessage(new BMessage(2));
-    test::Press(slider, OnBar(slider, 150));
-    test::MoveTo(slider, OnBar(slider, 200));
-    EXPECT_EQ(Heard(), (std::vector<uint32>{2, 2}));
-    test::Release(slider, OnBar(slider, 200));
-    EXPECT_EQ(Heard(), std::vector<uint32>{1});
 }
 
 TEST_F(SliderTest, AllByKeyboard)

@@ -244,18 +244,6 @@ TEST_F(TabViewTest, ClosingTheWindowDetachesTheSelectedPageOnceAndDeselectsNothi
     EXPECT_EQ(fLog, (Log{"Uptime detached in window"}));
 }
 
-TEST_F(TabViewTest, TabsCanBeAllAsWideAsTheWidest)
-{
-    auto* wide = new BTabView(BRect(0, 0, 380, 100), "wide", B_WIDTH_FROM_WIDEST);
-    fPage->AddChild(wide);
-    wide->AddTab(new Page("i", fLog));
-    wide->AddTab(new Page("A long label", fLog));
-    test::Turn();
-    const QTabBar* strip = kits::ViewWidget(wide)->findChild<QTabBar*>();
-    EXPECT_EQ(strip->tabRect(0).width(), strip->tabRect(1).width());
-    EXPECT_LT(Strip()->tabRect(2).width(), Strip()->tabRect(0).width());
-}
-
 TEST_F(TabViewTest, InANarrowViewAllTabsStayReachable)
 {
     fTabs->ResizeTo(100, 100);

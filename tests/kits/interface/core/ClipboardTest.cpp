@@ -159,7 +159,7 @@ TEST_F(ClipboardTest, WhatIsNothingForAViewIsNotDropped)
 
 TEST_F(ClipboardTest, AListCopiesTheTextOfARowThatIsNothingMore)
 {
-    auto* list = new BListView(BRect(60, 10, 159, 109), "", B_SINGLE_SELECTION_LIST);
+    auto* list = new BListView(BRect(60, 10, 159, 109), "");
     list->AddItem(new BStringItem("alpha"));
     fPage->AddChild(list);
     list->MakeFocus();

@@ -110,23 +110,6 @@ TEST(Font, MeasuresTexts)
     EXPECT_GT(font.StringWidth("ab"), font.StringWidth("a"));
 }
 
-TEST(Font, AppliesTheMaskedPropertiesOnly)
-{
-    BFont source;
-    source.SetFamilyAndStyle("Other", "Bold");
-    source.SetSize(40);
-    source.SetRotation(10);
-    source.SetFlags(B_DISABLE_ANTIALIASING);
-    BFont font;
-    font.Apply(source, B_FONT_SIZE | B_FONT_FLAGS);
-    EXPECT_EQ(font.Size(), 40);
-    EXPECT_EQ(font.Flags(), B_DISABLE_ANTIALIASING);
-    EXPECT_EQ(font.Rotation(), 0);
-    EXPECT_FALSE(font == source);
-    font.Apply(source, B_FONT_ALL);
-    EXPECT_TRUE(font == source);
-}
-
 TEST(TextCache, CoverageIsTheSameOnEveryScaleOfAskingTwice)
 {
     const BFont font;

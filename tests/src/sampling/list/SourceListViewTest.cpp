@@ -123,7 +123,6 @@ TEST(SourceListView, EachGroupHasEveryProcessorPlainAndSmoothed)
 TEST(SourceListView, IsAsThePageWantsIt)
 {
     const SourceListView list;
-    EXPECT_EQ(list.ListType(), B_SINGLE_SELECTION_LIST);
     EXPECT_EQ(list.ResizingMode(), uint32(B_FOLLOW_ALL_SIDES));
     EXPECT_STREQ(list.Name(), "");
 }
