@@ -269,17 +269,22 @@ private:
             return from.FindFlat(Name(), value, index) == B_OK && Holds(*value);
         else {
             std::string_view bytes;
-            if (!FindBytes(from, index, &bytes) || ((kIsText || kIsBytes) && !Take(&bytes)))
+            if (!FindBytes(from, index, &bytes))
                 return false;
-            if constexpr (kIsText || kIsBytes)
+            if constexpr (kIsText || kIsBytes) {
+                if (!Take(&bytes))
+                    return false;
                 *value = bytes;
-            else if constexpr (kIsSwitch)
-                *value = bytes.front() != 0;
-            else if (bytes.size() == sizeof(T))
-                std::memcpy(static_cast<void*>(value), bytes.data(), sizeof(T));
-            else
-                return false;
-            return Take(value);
+                return true;
+            } else {
+                if constexpr (kIsSwitch)
+                    *value = bytes.front() != 0;
+                else if (bytes.size() == sizeof(T))
+                    std::memcpy(static_cast<void*>(value), bytes.data(), sizeof(T));
+                else
+                    return false;
+                return Take(value);
+            }
         }
     }
 

@@ -26,13 +26,11 @@ public:
     /// @param timeout  microseconds; 0 or less does not wait
     /// @return `B_OK`, `B_TIMED_OUT`, or `B_WOULD_BLOCK` with a time-out of 0 or less
     status_t Lock(bigtime_t timeout = B_INFINITE_TIMEOUT) { return Acquire(1, timeout); }
-    /// Locks it if something exists, and still exists once the lock is taken: by then it may be gone.
-    /// @param exists  called without the lock, and with it
-    /// @return as Lock; `B_BAD_HANDLER` if it does not exist
+    /// Locks it for an object that may go while the thread waits.
+    /// @param exists  called with the lock held: true if the object still exists
+    /// @return as Lock; `B_BAD_HANDLER`, and the lock is released, if it does not exist
     template <class Exists> status_t LockIf(const Exists& exists, bigtime_t timeout)
     {
-        if (!exists())
-            return B_BAD_HANDLER;
         const status_t status = Lock(timeout);
         if (status != B_OK || exists())
             return status;

@@ -60,7 +60,8 @@ public:
     bool operator==(const BEntry& other) const { return fStatus == other.fStatus && fRef == other.fRef; }
 
 private:
-    status_t SetTo(const BPath& whole, bool traverse);
+    /// Does not set fStatus.
+    status_t SetToPath(const BPath& whole, bool traverse);
 
     entry_ref fRef;
     status_t fStatus = B_NO_INIT;

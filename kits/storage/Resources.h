@@ -24,6 +24,7 @@ public:
 
 private:
     friend class ::BResources;
+    static const LinkedResource* Find(type_code type, const char* name);
 
     type_code fType;
     const char* fName;

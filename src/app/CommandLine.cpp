@@ -85,14 +85,14 @@ bigtime_t Microseconds(double seconds)
 /// Options seen so far, beyond their final meaning.
 struct Seen {
     bool help = false, version = false, snapshot = false, read = false;
-    std::string_view snapshotOption, readOption; // options that require those two
-    std::string_view tellOption;
+    std::string_view snapshotOption, readOption; // the last options that require those two; empty if there was none
+    std::string_view tellOption;                 // the last option for the running program; empty if there was none
 };
 
 /// An option whose value is a number.
 struct NumberOption {
     std::string_view name;
-    std::string_view Seen::*seenAs;
+    std::string_view Seen::*seenAs; // takes its name
     bool isWhole;
     double least;
     double most;

@@ -3,7 +3,7 @@
 
 namespace {
 
-/// Returns the colour whose channels a function makes of those of two colours.
+/// Mixes two colours; `mix` computes each channel of the result.
 template <class Mix> rgb_color Mixed(rgb_color one, rgb_color other, Mix mix)
 {
     return {mix(one.red, other.red), mix(one.green, other.green), mix(one.blue, other.blue), 0};

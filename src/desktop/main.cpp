@@ -51,6 +51,6 @@ int main(int argc, char** argv)
     }
     // Only there windows can stand on the desktop.
     kits::PreferX11();
-    // It reads the machine because the list of sources names the processors.
+    // This checks the machine too: the list of sources names its processors.
     return RunWithDisplay("qel-desktop", argv, Run);
 }

@@ -19,7 +19,7 @@
 
 #include <algorithm>
 
-/// A colour that the page edits; without its functions, that of no part of the chart.
+/// A colour that the page edits. The target "< none >" has no functions: its colour belongs to no part of the chart.
 struct ColorTarget {
     uint32 code;
     const char* label;

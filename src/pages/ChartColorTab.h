@@ -13,9 +13,9 @@ class SmartColorControl;
 struct CaptionSettings;
 struct ColorTarget;
 
-/// The page "Colors" of a chart. A menu selects which of the five colours the colour control edits, its target; for the
-/// two texts the page also edits their antialiasing. The user can pick the desktop's colour, and test a colour on the
-/// desktop.
+/// The page "Colors" of a chart. A menu selects the target: the one of the five colours that the colour control
+/// edits. For the two texts the page also edits their antialiasing. The user can pick the desktop's colour, and test a
+/// colour on the desktop.
 ///
 /// When the page opens, and after a revert, it has no target: the colour control then changes nothing in the chart.
 class ChartColorTab : public ChartPage {

@@ -15,7 +15,7 @@
 #include <cstring>
 #include <string>
 
-/// A caption whose font the page edits; without its members, none.
+/// A caption whose font the page edits. The target "< none >" has no text and no setter.
 struct FontTarget {
     uint32 code;
     const char* label;

@@ -15,10 +15,10 @@ struct FontTarget;
 /// The page "Fonts" of a chart: families, their styles and a size, with a sample that can be dragged onto captions. If
 /// a target is chosen, every change takes effect on that caption at once; without one the page only shows fonts.
 ///
-/// When the user chooses another family, the style stays if the family has it; otherwise its regular style is selected.
-/// The page changes only family, style and size: the rest of a caption's font stays. The sample is as tall as the size
-/// requires, and the window grows with it. In a drag of several pages, the two fonts replace those that another page
-/// has put into the message.
+/// When the user chooses another family, the style stays if the family has it; otherwise the page selects the new
+/// family's regular style. The page changes only family, style and size: the rest of a caption's font stays. The sample
+/// is as tall as the size requires, and the window grows with it. In a drag of several pages, the two fonts replace
+/// those that another page has put into the message.
 class ChartFontsTab : public ChartPage {
 public:
     explicit ChartFontsTab(ChartView* chart);

@@ -15,9 +15,8 @@ class Sysinfo;
 /// of one sample becomes one of two.
 class SysinfoTab : public PrefsTab {
 public:
-    /// @param sampler  must outlive the page, unless it is the application's; null for the application's, which the
-    /// page
-    ///                 looks up at each use
+    /// @param sampler  null for the application's sampler: the page looks that up at each use. Any other sampler must
+    ///                 outlive the page
     explicit SysinfoTab(Sysinfo* sampler);
 
     void MessageReceived(BMessage* message) override;

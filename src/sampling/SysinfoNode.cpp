@@ -10,12 +10,13 @@
 
 namespace {
 
-/// Combines each counter of one with that of the other, without a sign and so with wrapping.
+/// Combines each counter of one with the same of the other. The counters are unsigned here, so a result wraps.
 template <class Operation>
 CounterDeltas Combined(const CounterDeltas& one, const CounterDeltas& other, Operation operation)
 {
-    auto counters = std::bit_cast<std::array<uint32, 6>>(one);
-    const auto others = std::bit_cast<std::array<uint32, 6>>(other);
+    using Counters = std::array<uint32, sizeof(CounterDeltas) / sizeof(uint32)>;
+    auto counters = std::bit_cast<Counters>(one);
+    const auto others = std::bit_cast<Counters>(other);
     std::transform(counters.begin(), counters.end(), others.begin(), counters.begin(), operation);
     return std::bit_cast<CounterDeltas>(counters);
 }

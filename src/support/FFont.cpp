@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The flattened form.
+/// The flattened form. Its numbers are big-endian: those from two bytes on are stored swapped.
 struct Flat {
     uint32 mask, size, shear, rotation, flags;
     uint16 face;
@@ -18,7 +18,8 @@ struct Flat {
     font_family family;
     font_style style;
 };
-static_assert(sizeof(Flat) == FFont::kFlattenedSize && std::endian::native == std::endian::little);
+static_assert(sizeof(Flat) == FFont::kFlattenedSize);
+static_assert(std::endian::native == std::endian::little, "the flattened form is big-endian");
 
 /// Converts between this machine's order of bytes and the flattened form's, which is big-endian.
 template <typename T> T Swapped(T number)

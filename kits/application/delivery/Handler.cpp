@@ -40,10 +40,12 @@ status_t BHandler::LockLooperWithTimeout(bigtime_t timeout)
     // Uses only the token: by the time the lock is held, this object may be gone.
     const kits::token_t token = fToken;
     const kits::token_t looper = PostOffice::Get().LooperOf(token);
-    const auto belongsToIt = [token, looper] {
+    if (!PostOffice::Get().IsOpen(looper))
+        return B_BAD_HANDLER;
+    const auto belongsToOpenLooper = [token, looper] {
         return PostOffice::Get().LooperOf(token) == looper && PostOffice::Get().IsOpen(looper);
     };
-    return InterfaceLock::Get().LockIf(belongsToIt, timeout);
+    return InterfaceLock::Get().LockIf(belongsToOpenLooper, timeout);
 }
 
 void BHandler::UnlockLooper()

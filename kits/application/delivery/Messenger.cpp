@@ -120,7 +120,8 @@ BHandler* BMessenger::Target(BLooper** looper) const
 
 status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const
 {
-    return InterfaceLock::Get().LockIf([this] { return Target(nullptr) != nullptr; }, timeout);
+    const auto hasTarget = [this] { return Target(nullptr) != nullptr; };
+    return hasTarget() ? InterfaceLock::Get().LockIf(hasTarget, timeout) : B_BAD_HANDLER;
 }
 
 team_id BMessenger::Team() const

@@ -39,6 +39,7 @@ public:
     /// @param team  the team that was asked
     token_t AddReplyWait(std::shared_ptr<ReplyWait> wait, team_address team);
     /// Ends all waits for answers from the teams for which `isFailed` is true, with `B_BAD_HANDLER`.
+    /// @param isFailed  called with the mutex held, so it locks and calls nothing
     void FailReplyWaits(const std::function<bool(team_address)>& isFailed);
     /// The looper that messages for kApplicationToken go to, 0 for none, and its signature.
     void SetApplication(token_t looper, std::string signature = {});

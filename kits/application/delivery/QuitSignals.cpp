@@ -48,8 +48,8 @@ void Shield(int, siginfo_t*, void* context)
 }
 
 /// Installs a handler of the quit signals.
-/// @param isReplaced  tells whether it may replace the present one
-void HandleQuitSignals(void (*handler)(int), int flags, bool (*isReplaced)(void (*present)(int)))
+/// @param mayReplace  true if it may replace the present handler
+void HandleQuitSignals(void (*handler)(int), int flags, bool (*mayReplace)(void (*present)(int)))
 {
     for (const int number : kQuitSignals) {
         struct sigaction before;
@@ -57,7 +57,7 @@ void HandleQuitSignals(void (*handler)(int), int flags, bool (*isReplaced)(void 
         action.sa_handler = handler;
         action.sa_flags = flags;
         sigemptyset(&action.sa_mask);
-        if (sigaction(number, nullptr, &before) == 0 && isReplaced(before.sa_handler))
+        if (sigaction(number, nullptr, &before) == 0 && mayReplace(before.sa_handler))
             sigaction(number, &action, nullptr);
     }
 }

@@ -7,8 +7,9 @@
 
 namespace kits {
 
-/// Calls `visit` with a std::array as large as a value of this type: of the numbers that make up the value.
-/// @return its result; `otherwise` if values of the type are no numbers: texts, messages, addresses, other bytes
+/// Calls `visit` with a std::array of zeros: as many numbers, and of the same type, as a value of this type consists
+/// of.
+/// @return its result; `otherwise` for types whose values are not numbers, such as texts and messages
 template <class Result, class Visit> Result VisitNumbers(type_code type, Result otherwise, const Visit& visit)
 {
     switch (type) {

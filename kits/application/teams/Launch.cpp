@@ -33,8 +33,11 @@ constexpr int kSeals = F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
 status_t MakeSealed(const BMessage* message, FileDescriptor* file)
 {
     std::string flat;
-    if (const status_t status = message != nullptr ? WriteMessage(*message, &flat) : B_OK; status != B_OK)
-        return status;
+    if (message != nullptr) {
+        const status_t status = WriteMessage(*message, &flat);
+        if (status != B_OK)
+            return status;
+    }
     FileDescriptor memory(memfd_create("launch", MFD_CLOEXEC | MFD_ALLOW_SEALING));
     if (!memory.IsOpen())
         return StatusFromErrno(errno);

@@ -82,7 +82,8 @@ void LimitReader::Read(MachineLimits* limits)
     auto teams = fPidMax.Read();
     for (ProcFile& file : fPidsMax)
         teams = Lowest(teams, FirstNumber(file.Read()));
-    // A user's limit does not apply to root.
+    // The first numbers are the real user and the soft limit; "unlimited" is none. A user's limit does not apply to
+    // root.
     if (NumberAfter(fStatus.Read(), "Uid:") != std::optional<uint64>(0))
         teams = Lowest(teams, NumberAfter(fProcessLimits.Read(), "Max processes "));
     const auto threads = Lowest(teams, fThreadsMax.Read());

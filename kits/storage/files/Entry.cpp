@@ -81,13 +81,13 @@ status_t BEntry::SetTo(const BDirectory* directory, const char* leaf, bool trave
         return fStatus = B_BAD_VALUE;
     if (directory->InitCheck() != B_OK)
         return fStatus = directory->InitCheck();
-    return fStatus = SetTo(BPath(directory->PathName().c_str(), leaf), traverse);
+    return fStatus = SetToPath(BPath(directory->PathName().c_str(), leaf), traverse);
 }
 
 status_t BEntry::SetTo(const char* path, bool traverse)
 {
     Unset();
-    return fStatus = SetTo(BPath(path), traverse);
+    return fStatus = SetToPath(BPath(path), traverse);
 }
 
 status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
@@ -95,10 +95,10 @@ status_t BEntry::SetTo(const entry_ref* ref, bool traverse)
     Unset();
     if (ref == nullptr || ref->name.empty())
         return fStatus = B_BAD_VALUE;
-    return fStatus = SetTo(BPath(ref->directory.c_str(), ref->name.c_str()), traverse);
+    return fStatus = SetToPath(BPath(ref->directory.c_str(), ref->name.c_str()), traverse);
 }
 
-status_t BEntry::SetTo(const BPath& whole, bool traverse)
+status_t BEntry::SetToPath(const BPath& whole, bool traverse)
 {
     if (whole.InitCheck() != B_OK)
         return whole.InitCheck();

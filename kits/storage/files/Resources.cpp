@@ -22,13 +22,19 @@ LinkedResource::LinkedResource(type_code type, const char* name, const void* dat
     sFirst = this;
 }
 
+const LinkedResource* LinkedResource::Find(type_code type, const char* name)
+{
+    for (const LinkedResource* resource = sFirst; resource != nullptr; resource = resource->fNext)
+        if (resource->fType == type && std::strcmp(resource->fName, name) == 0)
+            return resource;
+    return nullptr;
+}
+
 } // namespace kits
 
 const void* BResources::LoadResource(type_code type, const char* name, size_t* size) const
 {
-    const kits::LinkedResource* resource = name != nullptr ? kits::sFirst : nullptr;
-    while (resource != nullptr && (resource->fType != type || std::strcmp(resource->fName, name) != 0))
-        resource = resource->fNext;
+    const kits::LinkedResource* const resource = name != nullptr ? kits::LinkedResource::Find(type, name) : nullptr;
     if (size != nullptr)
         *size = resource != nullptr ? resource->fSize : 0;
     return resource != nullptr ? resource->fData : nullptr;

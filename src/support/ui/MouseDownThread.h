@@ -31,9 +31,10 @@ public:
     /// with the view's window locked. If no thread can be spawned, neither is called.
     static void TrackMouse(BView* view, MovedFunction moved, ReleasedFunction released, bigtime_t interval);
 
-    /// Looks at the mouse once, with the view's window locked, and calls the function for its state.
-    /// @return whether to look again: false when all buttons are up, a function has ended it, or the view is gone
-    static bool Look(const BMessenger& view, MovedFunction moved, ReleasedFunction released);
+    /// Looks at the mouse over a view once, with its window locked. Calls `moved` if a button is down, otherwise
+    /// `released`.
+    /// @return true if a button is down, `moved` agrees and the view exists
+    static bool Look(const BMessenger& target, MovedFunction moved, ReleasedFunction released);
 
 protected:
     ~MouseDownThread() override;
