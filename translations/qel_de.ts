@@ -479,6 +479,36 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Background</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Average</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>&lt; none &gt;</source>
+        <translation>&lt; nichts &gt;</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Border</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
         <source>Colors</source>
         <translation>Farben</translation>
     </message>
@@ -491,6 +521,16 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <location filename="../src/pages/ChartColorTab.cpp"/>
         <source>Pick Desktop</source>
         <translation>Farbe der Arbeitsfläche</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>Target:</source>
+        <translation>Ziel:</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartColorTab.cpp"/>
+        <source>AA target:</source>
+        <translation>Übergang zu:</translation>
     </message>
     <message>
         <location filename="../src/pages/ChartColorTab.cpp"/>
@@ -516,46 +556,6 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <location filename="../src/pages/ChartColorTab.cpp"/>
         <source>Full</source>
         <translation>Voll</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>&lt; none &gt;</source>
-        <translation>&lt; nichts &gt;</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Background</source>
-        <translation>Grund</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Border</source>
-        <translation>Rand</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Value</source>
-        <translation>Wert</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Title</source>
-        <translation>Titel</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Target:</source>
-        <translation>Ziel:</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>Average</source>
-        <translation>Mittel</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartColorTab.cpp"/>
-        <source>AA target:</source>
-        <translation>Übergang zu:</translation>
     </message>
     <message>
         <location filename="../src/pages/ChartColorTab.cpp"/>
@@ -608,6 +608,26 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/pages/ChartGeneralTab.cpp"/>
+        <source>Show Value</source>
+        <translation>Wert zeigen</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartGeneralTab.cpp"/>
+        <source>Show Title</source>
+        <translation>Titel zeigen</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartGeneralTab.cpp"/>
+        <source>Draw Border</source>
+        <translation>Rand zeichnen</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartGeneralTab.cpp"/>
+        <source>BgColor = Desktop</source>
+        <translation>Grund = Arbeitsfläche</translation>
+    </message>
+    <message>
+        <location filename="../src/pages/ChartGeneralTab.cpp"/>
         <source>2nd </source>
         <translation>2. </translation>
     </message>
@@ -630,26 +650,6 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
         <location filename="../src/pages/ChartGeneralTab.cpp"/>
         <source>Title: </source>
         <translation>Titel: </translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartGeneralTab.cpp"/>
-        <source>Show Value</source>
-        <translation>Wert zeigen</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartGeneralTab.cpp"/>
-        <source>Show Title</source>
-        <translation>Titel zeigen</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartGeneralTab.cpp"/>
-        <source>Draw Border</source>
-        <translation>Rand zeichnen</translation>
-    </message>
-    <message>
-        <location filename="../src/pages/ChartGeneralTab.cpp"/>
-        <source>BgColor = Desktop</source>
-        <translation>Grund = Arbeitsfläche</translation>
     </message>
     <message>
         <location filename="../src/pages/ChartGeneralTab.cpp"/>
@@ -828,11 +828,6 @@ Schreiben Sie mir, wenn Sie mehr brauchen!
     </message>
     <message>
         <location filename="../src/prefs/StoreAlerts.cpp"/>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <location filename="../src/prefs/StoreAlerts.cpp"/>
         <source>The settings could not be saved.</source>
         <translation>Die Einstellungen konnten nicht gespeichert werden.</translation>
     </message>
@@ -932,6 +927,11 @@ Datei: %2</translation>
         <location filename="../src/support/ui/ColorPreView.cpp"/>
         <source>Drag the color onto a curve, a caption or the background of a chart, or onto the desktop, which keeps it. Ctrl+C copies it.</source>
         <translation>Die Farbe auf eine Kurve, eine Beschriftung oder den Grund eines Diagramms ziehen oder auf die Arbeitsfläche, die sie behält. Strg+C kopiert sie.</translation>
+    </message>
+    <message>
+        <location filename="../src/support/ui/ShowAlert.cpp"/>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
     <message>
         <location filename="../src/sampling/sources/Counts.h"/>
@@ -1090,11 +1090,6 @@ Datei: %2</translation>
     </message>
     <message>
         <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>Name in use</source>
-        <translation>Name schon vergeben</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Timed out</source>
         <translation>Zeit abgelaufen</translation>
     </message>
@@ -1155,11 +1150,6 @@ Datei: %2</translation>
     </message>
     <message>
         <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>A looper cannot wait for itself</source>
-        <translation>Ein Looper kann nicht auf sich selbst warten</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>No such handler</source>
         <translation>Diesen Empfänger gibt es nicht</translation>
     </message>
@@ -1172,26 +1162,6 @@ Datei: %2</translation>
         <location filename="../kits/kernel/process/Errors.cpp"/>
         <source>Launching failed</source>
         <translation>Start misslungen</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>More than one program could be launched</source>
-        <translation>Mehr als ein Programm käme infrage</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>Unknown type of file</source>
-        <translation>Unbekannte Art von Datei</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>The message was not understood</source>
-        <translation>Die Nachricht wurde nicht verstanden</translation>
-    </message>
-    <message>
-        <location filename="../kits/kernel/process/Errors.cpp"/>
-        <source>Launching failed: the link leads nowhere</source>
-        <translation>Start misslungen: die Verknüpfung führt ins Leere</translation>
     </message>
     <message>
         <location filename="../kits/kernel/process/Errors.cpp"/>

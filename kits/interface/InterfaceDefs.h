@@ -112,7 +112,7 @@ rgb_color ui_color(color_which which);
 /// Plays the user's alert sound. Any thread; returns at once.
 status_t beep();
 
-/// How wide the buttons of an alert and the tabs of a tab view are.
+/// How wide the buttons of an alert are.
 enum button_width : int32 { B_WIDTH_AS_USUAL = 0, B_WIDTH_FROM_LABEL = 2 };
 
 enum border_style : int32 { B_PLAIN_BORDER = 0, B_FANCY_BORDER = 1, B_NO_BORDER = 2 };

@@ -15,7 +15,8 @@ namespace kits {
 class MenuPart;
 }
 
-/// The arrangement of a menu's items; has no effect: a bar's stand in a row, all others in a column.
+/// The arrangement of a menu's items; has no effect: the items of a bar stand in a row, those of any other menu
+/// in a column.
 enum menu_layout { B_ITEMS_IN_ROW = 0, B_ITEMS_IN_COLUMN };
 
 /// A list of items that opens under a menu bar, beside an item, or as a pop-up. The toolkit shows it; a menu higher

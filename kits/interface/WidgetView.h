@@ -9,9 +9,9 @@ namespace kits {
 
 class Content;
 
-/// Base of views that show one of the toolkit's widgets. The toolkit draws it and handles its mouse, keyboard and
-/// focus; the view keeps its state. Setters may be called from any thread under the looper lock; the main thread
-/// updates the widget.
+/// Base of the views that consist of one of the toolkit's widgets: controls, lists, texts, boxes and tab views. The
+/// toolkit draws it and handles its mouse, keyboard and focus; the view keeps its state. Setters may be called from any
+/// thread under the looper lock; the main thread updates the widget.
 class WidgetView : public BView {
 public:
     WidgetView(BRect frame, const char* name, uint32 resizingMode, uint32 flags);

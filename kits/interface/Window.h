@@ -15,7 +15,7 @@ namespace kits {
 class WindowImpl;
 }
 
-/// A titled, normal window, or one with any look and feel.
+/// A window with any look and feel, or a normal one with a title.
 enum window_type : int32 { B_UNTYPED_WINDOW = 0, B_TITLED_WINDOW = 1 };
 
 /// The frame that the window manager puts around a window.

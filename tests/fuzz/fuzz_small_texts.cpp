@@ -11,7 +11,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     (void)kits::ParseLargestSemCount(text);
     (void)kits::ParseSemCount(text);
     (void)kits::ParseHighestProcessor(text);
-    (void)kits::NumberAfter(text, "Uid:");
+    for (const char* const key : {"Uid:", "Max processes ", "sockets: used "})
+        (void)kits::NumberAfter(text, key);
     const auto figure = kits::FirstNumber(text);
     Expect(!figure.has_value() || text.find_first_of("0123456789") != std::string_view::npos);
     return 0;

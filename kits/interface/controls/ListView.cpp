@@ -22,7 +22,11 @@ BListView::BListView(BRect frame, const char* name, uint32 resizingMode, uint32 
 {
 }
 
-BListView::~BListView() = default;
+BListView::~BListView()
+{
+    // The widget refers to the model.
+    fContent.reset();
+}
 
 void BListView::AttachedToWindow()
 {

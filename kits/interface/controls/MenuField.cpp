@@ -104,6 +104,8 @@ BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMenu* 
 
 BMenuField::~BMenuField()
 {
+    // The widget opens the menu.
+    fContent.reset();
     fMenu->fField = nullptr;
 }
 

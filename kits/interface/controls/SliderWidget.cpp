@@ -14,6 +14,12 @@ namespace {
 constexpr int kSmallestBar = 80;
 constexpr int kTextGap = 8;
 
+/// Returns the space between the label and the end of the bar: about a letter.
+int AfterLabel(const QWidget& slider)
+{
+    return slider.fontMetrics().averageCharWidth();
+}
+
 } // namespace
 
 namespace kits {
@@ -109,7 +115,7 @@ void SliderWidget::SetTexts(const QString& label, const QString& min, const QStr
 QSize SliderWidget::sizeHint() const
 {
     const int line = fontMetrics().height();
-    int width = std::max(kSmallestBar, fLabel->sizeHint().width() + fontMetrics().averageCharWidth() + kTextGap);
+    int width = std::max(kSmallestBar, fLabel->sizeHint().width() + AfterLabel(*this) + kTextGap);
     int height = line + fBar->sizeHint().height();
     if (!fMin->text().isEmpty() || !fMax->text().isEmpty()) {
         width = std::max(width, fMin->sizeHint().width() + fMax->sizeHint().width() + kTextGap);
@@ -122,7 +128,7 @@ void SliderWidget::LayOut()
 {
     const int line = fontMetrics().height();
     const int bar = fBar->sizeHint().height();
-    fLabel->setGeometry(0, 0, width() - fontMetrics().averageCharWidth(), line);
+    fLabel->setGeometry(0, 0, width() - AfterLabel(*this), line);
     fBar->setGeometry(0, line, width(), bar);
     const int end = fMax->sizeHint().width();
     fMin->setGeometry(0, line + bar, width() - end, line);

@@ -64,8 +64,8 @@ std::unique_ptr<DesktopBackend> MakePlasmaDesktop();
 ///
 /// Known versions do not store the mode of the window in their settings; a version that stores it works, too.
 ///
-/// While it does not run, as at a login and at the session's end, the file is read, and written in its place. It is
-/// there if it draws the desktop of this session, or will as soon as the session has started it.
+/// While it does not run, as at a login and at the session's end, the file is read, and written in its place.
+/// `IsThere()` is true if it draws the desktop of this session, or will as soon as the session has started it.
 std::unique_ptr<DesktopBackend> MakePcmanfmDesktop();
 
 } // namespace kits

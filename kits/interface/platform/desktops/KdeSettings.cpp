@@ -17,10 +17,10 @@ constexpr const char* kBackground = "BackgroundNormal";
 
 std::vector<std::string> SettingsFolders()
 {
-    std::vector<std::string> folders = Environment::SettingsFolders();
-    // The settings of the chosen look itself, which a session puts among the system's.
+    std::vector<std::string> folders = Environment::Folders("XDG_CONFIG_DIRS", "/etc/xdg");
+    // The second of them holds the settings of the chosen look, which a session puts among the system's.
     if (const std::string own = Environment::OwnSettings(); !own.empty())
-        folders.insert(folders.begin() + 1, own + "/kdedefaults");
+        folders.insert(folders.begin(), {own, own + "/kdedefaults"});
     return folders;
 }
 

@@ -58,7 +58,7 @@ protected:
     /// The colour that the settings show.
     virtual std::optional<rgb_color> Shown(const Settings& settings) const = 0;
     /// True if the line of a monitor reports a setting that matters.
-    /// @param isPainted  only styles matter, since we change the colours ourselves
+    /// @param isPainted  if true, only styles matter, because we change the colours ourselves
     virtual bool IsNews(const std::string& /*line*/, bool /*isPainted*/) const { return true; }
 
     /// Returns the value of a setting; nothing if it has none.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "kits/interface/platform/desktops/Tool.h"
 
-#include "kits/interface/platform/desktops/Environment.h"
 #include "kits/kernel/Bounds.h"
 #include "kits/kernel/Clock.h"
 #include "kits/kernel/Threads.h"
@@ -14,7 +13,9 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
+#include <sstream>
 
 namespace kits {
 
@@ -24,9 +25,11 @@ std::string Find(const std::string& program)
 {
     if (program.find('/') != std::string::npos)
         return access(program.c_str(), X_OK) == 0 ? program : std::string();
-    for (const std::string& folder : Environment::List("PATH", "/usr/local/bin:/usr/bin:/bin")) {
+    const char* const path = std::getenv("PATH");
+    std::istringstream folders(path != nullptr ? path : "/usr/local/bin:/usr/bin:/bin");
+    for (std::string folder; std::getline(folders, folder, ':');) {
         const std::string file = folder + "/" + program;
-        if (access(file.c_str(), X_OK) == 0)
+        if (!folder.empty() && access(file.c_str(), X_OK) == 0)
             return file;
     }
     return {};

@@ -35,7 +35,8 @@ struct Kept {
 };
 
 /// Makes and shows an empty window of the type "desktop", for a session in which no program has one. It is one pixel
-/// large, lies beside the screen, and takes neither focus nor pointer. The caller flushes and destroys it.
+/// large, lies beside the screen, and takes neither focus nor pointer. The caller flushes the
+/// connection. It destroys the window, or leaves that to the end of the connection.
 xcb_window_t MakeOwnDesktop(xcb_connection_t* server)
 {
     const xcb_window_t window = xcb_generate_id(server);

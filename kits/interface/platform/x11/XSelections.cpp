@@ -44,7 +44,7 @@ public:
         : fServer(server)
         , fWindow(xcb_generate_id(server))
     {
-        // Those that every question needs, in one round trip.
+        // One round trip for all atoms whose names are known.
         const std::initializer_list<const char*> names = {kClipboard,   kPrimary, kDrag,    kTargets,
                                                           kIncremental, kUtf8,    kTypeList};
         const std::vector<xcb_atom_t> atoms = XWindows::Atoms(server, names);
@@ -187,7 +187,7 @@ bool HasOwner(xcb_atom_t selection)
 
 bool IsText(const std::string& form)
 {
-    return form == "STRING" || form == "UTF8_STRING" || form.starts_with("text/");
+    return form == "STRING" || form == kUtf8 || form.starts_with("text/");
 }
 
 class Source : public SelectionSource {

@@ -45,7 +45,8 @@ protected:
     }
 
     /// Waits, without a turn of the loop, until the port's thread has read so many numbers that are not handled yet.
-    /// Looks all the time, to go on while that thread still reads.
+    /// Does not sleep
+    /// between two looks, so that it returns while that thread still reads.
     bool AwaitUnhandled(size_t count) const
     {
         const bigtime_t end = system_time() + 60000000;
@@ -174,7 +175,7 @@ TEST_F(TeamReadersTest, LoseNothingWhenTheMainThreadTurnsAwayAtAnyMoment)
         fNumbers.clear();
         count = 1 + random() % 20;
         LetSend(application, static_cast<int32>(count));
-        // Now and then, comes back when the other thread has taken over and is reading, or has just read, the last.
+        // Now and then the main thread comes back only after the other thread has read some of them.
         if (random() % 4 == 0)
             ASSERT_TRUE(AwaitUnhandled(1 + random() % count));
         ASSERT_TRUE(RunUntilCount(count));

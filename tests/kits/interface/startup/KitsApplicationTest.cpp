@@ -75,15 +75,18 @@ protected:
         test::Turn();
     }
     /// Runs work on another thread. Runs the loop until the work is done and this many messages have come.
+    /// @param work  ends at the latest when fMustEnd is true
     void RunBeside(const std::function<void()>& work, int messages)
     {
         std::atomic<bool> isDone = false;
+        fMustEnd = false;
         std::thread worker([&] {
             work();
             isDone = true;
         });
         const int wanted = view->received + messages;
         EXPECT_TRUE(test::WaitFor([&] { return isDone && view->received >= wanted; }));
+        fMustEnd = true;
         const int32 depth = kits::InterfaceLock::Get().ReleaseAll();
         worker.join();
         kits::InterfaceLock::Get().Restore(depth);
@@ -92,6 +95,7 @@ protected:
     BWindow* window;
     Counting* view;
     kits::Timer poster;
+    std::atomic<bool> fMustEnd = false; ///< the test has given up
 };
 
 } // namespace
@@ -106,7 +110,7 @@ TEST_F(KitsApplicationTest, AnEventOnAnotherThreadLeavesTheLockToTheMainThread)
         [&] {
             receiver.moveToThread(QThread::currentThread());
             // Events go on as long as the main thread's messages.
-            for (int i = 0; i < kEvents || view->received < 50; i++) {
+            for (int i = 0; i < kEvents || (view->received < 50 && !fMustEnd); i++) {
                 QEvent event(QEvent::User);
                 QCoreApplication::sendEvent(&receiver, &event);
                 std::this_thread::yield();
