@@ -137,8 +137,9 @@ class Windows(ScaleTest):
             return self.program.window("^Global preferences$")
 
         prefs = open_prefs()
+        size = tuple(2 * length for length in self.desktop.size(prefs))
         self.set_scale(2)
-        size = self.desktop.size(prefs)
+        wait_until(lambda: self.desktop.size(prefs) == size, "preferences of twice the size")
         followed = self.buttons(prefs)
         self.desktop.key("alt+F4", window=prefs)
         wait_until(lambda: self.shown() == [self.window], "the preferences to close")
