@@ -14,7 +14,6 @@
 #include "src/sampling/ValueProvider.h"
 
 #include <memory>
-#include <string>
 #include <vector>
 
 class BDragger;
