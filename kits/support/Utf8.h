@@ -10,7 +10,7 @@ namespace kits {
 /// UTF-8: no overlong form, no surrogate, nothing beyond the last character of Unicode.
 size_t Utf8Length(std::string_view text);
 
-/// Returns whether the whole text is valid UTF-8.
+/// Returns true if the whole text is valid UTF-8.
 bool IsUtf8(std::string_view text);
 
 } // namespace kits

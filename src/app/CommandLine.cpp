@@ -113,7 +113,7 @@ constexpr NumberOption kNumberOptions[] = {
      [](CommandLine& line, double number) { line.setHistory = static_cast<int16>(number); }},
 };
 
-/// @return what is wrong with the option's value, or an empty text
+/// @return an error message, or an empty text if the value is valid
 std::string ReadNumber(const NumberOption& option, std::string_view value, CommandLine& line, Seen& seen)
 {
     seen.*option.seenAs = option.name;
@@ -125,7 +125,7 @@ std::string ReadNumber(const NumberOption& option, std::string_view value, Comma
     return {};
 }
 
-/// @return what is wrong with the option's value, or an empty text
+/// @return an error message, or an empty text if the value is valid
 std::string ReadOption(Arguments& arguments, CommandLine& line, Seen& seen)
 {
     const std::string_view option = arguments.Option();

@@ -49,7 +49,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "qel-desktop: unknown option '%s' (see --help)\n", OneLine(argv[1]).c_str());
         return 2;
     }
-    // Only there windows can stand on the desktop.
+    // Only an X server lets windows stand on the desktop.
     kits::PreferX11();
     // This checks the machine too: the list of sources names its processors.
     return RunWithDisplay("qel-desktop", argv, Run);

@@ -14,7 +14,7 @@ namespace {
 void SetTargets(const BView* view, BHandler* target)
 {
     for (int32 i = 0; BView* child = view->ChildAt(i); i++)
-        // Also a control, but its items send the messages.
+        // A menu field is a control as well, but the items of its menu send the messages.
         if (auto* field = dynamic_cast<BMenuField*>(child))
             SetTargetForItemsRecursive(field->Menu(), target);
         else if (auto* control = dynamic_cast<BInvoker*>(child))

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The flattened form. Its numbers are big-endian: those from two bytes on are stored swapped.
+/// The flattened form. Its numbers are big-endian, so those of two or four bytes are swapped here.
 struct Flat {
     uint32 mask, size, shear, rotation, flags;
     uint16 face;

@@ -26,7 +26,7 @@ std::unique_ptr<XDragWatch> sWatch;
 /// The offer that is dragged over our windows, or null.
 std::shared_ptr<ForeignOffer> sOffer;
 
-/// Tells one drag from another: the address of its data, and its number.
+/// Identifies a drag: the address of its data, and its number.
 using Identity = std::pair<const void*, uint64_t>;
 Identity sIdentity;
 /// False while we tell a window that a drag has left, although the drag continues.
